@@ -1,0 +1,69 @@
+// The month block writer through the built-in engine: time per cell written.
+#include "engines/builtin/application.h"
+#include "generate/month_block.h"
+#include "util/error_report.h"
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+using namespace orrery;
+
+class Failing : public util::ErrorReporter {
+public:
+    void Report(const std::string& text) override { throw std::runtime_error(text); }
+};
+
+model::CalendarParameters Everything()
+{
+    model::CalendarParameters set;
+    set.RowIntervalOfDay = 4;
+    set.FirstCellOfDay = {5, 2};
+    set.OutWeekday = set.OutMonth = set.OutYear = set.OutHoliday = true;
+    set.FirstCellOfWeekday = {4, 2};
+    set.FirstCellOfMonth = {2, 2};
+    set.FirstCellOfYear = {2, 8};
+    set.FirstCellOfHoliday = {6, 2};
+    return set;
+}
+
+model::NameTables Names()
+{
+    model::NameTables names;
+    names.Months.Store(0, {"January", "February", "March", "April", "May", "June", "July", "August",
+                           "September", "October", "November", "December"});
+    names.Weekdays.Store(
+        0, {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"});
+    return names;
+}
+
+void FillMonth(benchmark::State& state)
+{
+    const auto names = Names();
+    Failing reporter;
+    generate::Context context{names, reporter};
+    const auto parameters = Everything();
+    const auto application = builtin::CreateApplication({});
+    auto& workbook = application->OpenWorkbook(
+        std::filesystem::path(ORRERY_SOURCE_DIR) / "data" / "template" / "Wall.xlsx", true);
+    auto* sheet = workbook.FindWorksheet("Month");
+    if (sheet == nullptr) {
+        state.SkipWithError("the template has no sheet \"Month\"");
+        return;
+    }
+    for (auto _ : state)
+        generate::FillMonth(*sheet, 2027, 1, parameters, context);
+    constexpr int kCells = 1 + 1 + 7 + 31;
+    state.counters["per cell"] =
+        benchmark::Counter(static_cast<double>(state.iterations()) * kCells,
+                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(FillMonth);
+
+} // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,68 @@
+# What every target of the project has in common.
+
+add_library(orrery_options INTERFACE)
+target_include_directories(orrery_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(orrery_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wold-style-cast $<$<BOOL:${ORRERY_WERROR}>:-Werror>)
+if(ORRERY_SANITIZE)
+    target_compile_options(orrery_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(orrery_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(ORRERY_FUZZ)
+    target_compile_options(orrery_options INTERFACE
+        -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+    target_link_options(orrery_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# orrery_library(NAME SOURCES... LINK libraries...): one folder, one library.
+function(orrery_library name)
+    cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+    add_library(${name} STATIC ${ARG_UNPARSED_ARGUMENTS})
+    target_link_libraries(${name} PUBLIC orrery_options ${ARG_LINK})
+endfunction()
+
+# orrery_test(NAME SOURCES... LINK libraries...): one folder's tests in one program.
+function(orrery_test name)
+    cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+    add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
+    target_link_libraries(${name} PRIVATE orrery_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
+    target_compile_definitions(${name} PRIVATE
+        ORRERY_SOURCE_DIR="${PROJECT_SOURCE_DIR}" ORRERY_TEST_DIR="${CMAKE_CURRENT_SOURCE_DIR}")
+    gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
+                         NO_PRETTY_VALUES PROPERTIES TIMEOUT 300)
+endfunction()
+
+# orrery_fuzzer(NAME SOURCE LINK libraries...)
+function(orrery_fuzzer name source)
+    cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+    add_executable(${name} ${source})
+    target_link_libraries(${name} PRIVATE orrery_options ${ARG_LINK})
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
+endfunction()
+
+# orrery_tidy(): a target `tidy` that runs clang-tidy over the sources of all targets so far; a file
+# is looked at again only when it, a header or the configuration has changed.
+function(orrery_tidy)
+    find_program(ORRERY_CLANG_TIDY clang-tidy)
+    if(NOT ORRERY_CLANG_TIDY)
+        return()
+    endif()
+    file(GLOB_RECURSE headers ${PROJECT_SOURCE_DIR}/src/*.h)
+    file(GLOB_RECURSE sources RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/src/*.cpp)
+    set(stamps)
+    foreach(source ${sources})
+        string(REPLACE "/" "_" stamp ${source})
+        set(stamp ${PROJECT_BINARY_DIR}/tidy/${stamp}.stamp)
+        add_custom_command(OUTPUT ${stamp}
+            COMMAND ${ORRERY_CLANG_TIDY} --quiet -p ${PROJECT_BINARY_DIR} ${source}
+            COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
+            DEPENDS ${PROJECT_SOURCE_DIR}/${source} ${headers} ${PROJECT_SOURCE_DIR}/.clang-tidy
+            WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+            COMMENT "clang-tidy ${source}")
+        list(APPEND stamps ${stamp})
+    endforeach()
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/tidy)
+    add_custom_target(tidy DEPENDS ${stamps})
+endfunction()

@@ -1,0 +1,125 @@
+// Opens a workbook, renames, copies and fills its first sheet, saves it: an error or a workbook
+// that opens again, whatever the input. An input that begins as a zip container is the workbook;
+// any other replaces one part of a small workbook: the first byte says which, the rest is its text.
+
+#include "require.h"
+
+#include "engines/builtin/xlsx/workbook.h"
+#include "util/error.h"
+#include "util/file_replace.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include <unistd.h>
+
+namespace {
+
+using namespace orrery;
+
+struct Part {
+    const char* name;
+    const char* text;
+};
+
+const std::array<Part, 9> kParts = {
+    {
+        {"[Content_Types].xml",
+         R"(<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types"><Default Extension="xml" ContentType="application/xml"/><Default Extension="rels" ContentType="application/vnd.openxmlformats-package.relationships+xml"/><Override PartName="/xl/workbook.xml" ContentType="application/vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml"/><Override PartName="/xl/sheet1.xml" ContentType="application/vnd.openxmlformats-officedocument.spreadsheetml.worksheet+xml"/><Override PartName="/xl/sst.xml" ContentType="application/vnd.openxmlformats-officedocument.spreadsheetml.sharedStrings+xml"/><Override PartName="/xl/styles.xml" ContentType="application/vnd.openxmlformats-officedocument.spreadsheetml.styles+xml"/><Override PartName="/xl/table1.xml" ContentType="application/vnd.openxmlformats-officedocument.spreadsheetml.table+xml"/></Types>)"},
+        {"_rels/.rels",
+         R"(<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships"><Relationship Id="rId1" Type="http://schemas.openxmlformats.org/officeDocument/2006/relationships/officeDocument" Target="xl/workbook.xml"/></Relationships>)"},
+        {"xl/workbook.xml",
+         R"(<workbook xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main" xmlns:r="http://schemas.openxmlformats.org/officeDocument/2006/relationships"><sheets><sheet name="Model" sheetId="1" r:id="rId1"/></sheets><definedNames><definedName name="N">Model!$A$1</definedName></definedNames></workbook>)"},
+        {"xl/_rels/workbook.xml.rels", R"(<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships"><Relationship Id="rId1" Type="http://schemas.openxmlformats.org/officeDocument/2006/relationships/worksheet" Target="sheet1.xml"/><Relationship Id="rId2" Type="http://schemas.openxmlformats.org/officeDocument/2006/relationships/sharedStrings" Target="sst.xml"/><Relationship Id="rId3" Type="http://schemas.openxmlformats.org/officeDocument/2006/relationships/styles" Target="styles.xml"/></Relationships>)"},
+        {"xl/sheet1.xml",
+         R"(<worksheet xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main"><sheetData><row r="2"><c r="B2" s="1"><f>Model!A1+1</f><v>1</v></c></row></sheetData></worksheet>)"},
+        {"xl/_rels/sheet1.xml.rels",
+         R"(<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships"><Relationship Id="rId1" Type="http://schemas.openxmlformats.org/officeDocument/2006/relationships/table" Target="table1.xml"/></Relationships>)"},
+        {"xl/sst.xml",
+         R"(<sst xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main" count="1" uniqueCount="1"><si><t>a</t></si></sst>)"},
+        {"xl/styles.xml",
+         R"(<styleSheet xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main"><cellXfs><xf/><xf><protection locked="0"/></xf></cellXfs></styleSheet>)"},
+        {"xl/table1.xml",
+         R"(<table xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main" id="1" name="T" displayName="T" ref="A1:A2"><tableColumns count="1"><tableColumn id="1" name="a"/></tableColumns></table>)"},
+    }};
+
+std::filesystem::path Scratch(const char* name)
+{
+    static const std::filesystem::path folder =
+        std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
+    return folder / ("orrery-fuzz-" + std::to_string(getpid()) + name);
+}
+
+void WriteInput(const std::filesystem::path& path, std::string_view input)
+{
+    if (input.starts_with("PK")) {
+        util::ReplaceFile(path, input);
+        return;
+    }
+    const std::size_t chosen =
+        input.empty() ? 0 : static_cast<unsigned char>(input.front()) % kParts.size();
+    xlsx::ZipWriter writer(path);
+    for (std::size_t i = 0; i < kParts.size(); ++i) {
+        const std::string text(i == chosen && !input.empty() ? input.substr(1) : kParts[i].text);
+        writer.AddEntry(kParts[i].name, [text] { return text; });
+    }
+    writer.Close();
+}
+
+void Fill(generate::Worksheet& sheet)
+{
+    for (std::int32_t row = 1; row <= 4; ++row) {
+        for (std::int32_t column = 1; column <= 3; ++column) {
+            try {
+                sheet.SetCell(row, column, generate::CellValue(std::int16_t{7}),
+                              generate::CellMember::Value);
+                sheet.SetCell(row + 2, column + 1, generate::CellValue(std::string("text")),
+                              generate::CellMember::Default);
+            }
+            catch (const Error&) {
+                // a locked cell or a part of an array
+            }
+        }
+    }
+}
+
+/// Whether the workbook could be edited and saved.
+bool Edit(const std::filesystem::path& source, const std::filesystem::path& target)
+{
+    try {
+        xlsx::Workbook workbook(source);
+        auto* sheet = workbook.FindWorksheet("Model");
+        if (sheet == nullptr)
+            return false;
+        sheet->SetName("It's");
+        sheet->CopyAfter(*sheet);
+        Fill(*sheet);
+        Fill(*sheet->Next());
+        workbook.SaveAs(target, generate::AccessMode::NoChange);
+        return true;
+    }
+    catch (const Error&) {
+        return false;
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const auto source = Scratch(".in");
+    static const auto target = Scratch(".out");
+    WriteInput(source, {reinterpret_cast<const char*>(data), size});
+    if (Edit(source, target)) {
+        xlsx::Workbook again(target);
+        fuzz::Require(again.FindWorksheet("It's") != nullptr);
+        again.SaveAs(target, generate::AccessMode::NoChange);
+    }
+    std::filesystem::remove(source);
+    std::filesystem::remove(target);
+    return 0;
+}

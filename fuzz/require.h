@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdlib>
+
+namespace orrery::fuzz {
+
+/// A property that must hold for every input; a failure is a finding.
+inline void Require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+} // namespace orrery::fuzz

@@ -1,0 +1,119 @@
+# Bash completion for orrery-cli.
+
+_orrery_cli_years()
+{
+    local year
+    year=$(date +%Y)
+    printf '%s\n' "$year" "$((year + 1))" "$((year + 1))-$((year + 10))"
+}
+
+# The positionals given so far behind the command, options and their values left out.
+_orrery_cli_positionals()
+{
+    local count=0 i
+    for ((i = 2; i < COMP_CWORD; i++)); do
+        case ${COMP_WORDS[i]} in
+            --settings | --template-folder | --output-folder | --holiday-folder | --engine | --section)
+                ((i++))
+                ;;
+            -*) ;;
+            *) ((count++)) ;;
+        esac
+    done
+    printf '%s\n' "$count"
+}
+
+# The folder options of the line, for the list of templates.
+_orrery_cli_folders()
+{
+    local i
+    for ((i = 2; i < COMP_CWORD - 1; i++)); do
+        case ${COMP_WORDS[i]} in
+            --settings | --template-folder)
+                printf '%s\n' "${COMP_WORDS[i]}" "${COMP_WORDS[i + 1]}"
+                ;;
+        esac
+    done
+}
+
+# Adds candidates, one a line on standard input, that begin with the current word.
+_orrery_cli_offer()
+{
+    local candidate
+    while IFS= read -r candidate; do
+        [[ $candidate == "$1"* ]] && COMPREPLY+=("$candidate")
+    done
+}
+
+_orrery_cli()
+{
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    local command=${COMP_WORDS[1]}
+    local folders='--settings --template-folder --holiday-folder'
+    local -a given
+    COMPREPLY=()
+
+    if ((COMP_CWORD == 1)); then
+        _orrery_cli_offer "$current" < <(printf '%s\n' generate templates parameters check \
+            holidays easter --help --version)
+        return
+    fi
+
+    case $previous in
+        --settings)
+            _orrery_cli_offer "$current" < <(compgen -f -- "$current")
+            return
+            ;;
+        --template-folder | --output-folder | --holiday-folder)
+            _orrery_cli_offer "$current" < <(compgen -d -- "$current")
+            return
+            ;;
+        --engine)
+            _orrery_cli_offer "$current" < <(printf '%s\n' auto builtin excel libreoffice)
+            return
+            ;;
+        --section)
+            _orrery_cli_offer "$current" < <(printf '%s\n' monthly yearly)
+            return
+            ;;
+    esac
+
+    if [[ $current == -* ]]; then
+        case $command in
+            generate)
+                set -- $folders --output-folder --engine --open --json --help
+                ;;
+            check)
+                set -- $folders --engine --json --help
+                ;;
+            holidays)
+                set -- $folders --section --json --help
+                ;;
+            templates | parameters)
+                set -- $folders --json --help
+                ;;
+            *)
+                set -- --json --help
+                ;;
+        esac
+        _orrery_cli_offer "$current" < <(printf '%s\n' "$@")
+        return
+    fi
+
+    case $command:$(_orrery_cli_positionals) in
+        generate:0 | parameters:0 | check:0)
+            mapfile -t given < <(_orrery_cli_folders)
+            _orrery_cli_offer "$current" < <("${COMP_WORDS[0]}" templates "${given[@]}" \
+                2>/dev/null)
+            _orrery_cli_offer "$current" < <(compgen -f -- "$current")
+            ;;
+        holidays:0)
+            _orrery_cli_offer "$current" < <(compgen -f -- "$current")
+            ;;
+        generate:1 | check:1 | holidays:1 | easter:*)
+            _orrery_cli_offer "$current" < <(_orrery_cli_years)
+            ;;
+    esac
+}
+
+complete -o filenames -F _orrery_cli orrery-cli

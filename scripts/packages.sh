@@ -1,0 +1,36 @@
+# Debian packages that the project needs, by purpose, and `install_packages`, which installs those
+# that are missing. Sourced by the other scripts; needs root or sudo only when one is missing.
+
+packages_build=(g++ cmake ninja-build pkg-config libzip-dev libpugixml-dev libcli11-dev zlib1g-dev)
+packages_test=(libgtest-dev libgmock-dev libbenchmark-dev clang clang-tidy clang-format llvm
+    libclang-rt-14-dev git unzip zip xz-utils man-db groff bash-completion
+    python3 python3-openpyxl python3-xlsxwriter python3-pil python3-numpy python3-dateutil
+    python3-icu libreoffice-calc poppler-utils fonts-crosextra-carlito fonts-liberation)
+
+install_packages() {
+    local missing=() package
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
+            missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    echo "Installing: ${missing[*]}"
+    local as_root=()
+    [ "$(id -u)" = 0 ] || as_root=(sudo)
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# Node.js and npm run the Open XML validator; a newer Node.js than Debian's is left alone.
+install_node() {
+    command -v node >/dev/null && command -v npm >/dev/null || install_packages nodejs npm
+}
+
+# install_node_modules FOLDER: the packages that the folder's package-lock.json pins.
+install_node_modules() {
+    local installed=$1/node_modules/.package-lock.json
+    [ -e "$installed" ] && [ ! "$1/package-lock.json" -nt "$installed" ] && return 0
+    npm ci --prefix "$1" --no-audit --no-fund --silent
+    touch "$installed"
+}

@@ -1,0 +1,1 @@
+"""The calendar templates that Orrery ships: one module for each workbook."""

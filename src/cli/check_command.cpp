@@ -1,0 +1,78 @@
+#include "cli/commands.h"
+#include "cli/dry_run.h"
+#include "util/paths.h"
+
+#include <chrono>
+#include <ostream>
+
+namespace orrery::cli {
+namespace {
+
+std::string ThisYear()
+{
+    const auto today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
+    return std::to_string(static_cast<int>(std::chrono::year_month_day(today).year()));
+}
+
+/// An application that ends with the scope.
+class ShortApplication {
+public:
+    explicit ShortApplication(std::unique_ptr<generate::Application> application)
+        : application_(std::move(application))
+    {
+    }
+    ~ShortApplication()
+    {
+        try {
+            application_->Quit();
+        }
+        catch (...) {
+            // The check is done or has failed already; a late complaint changes neither.
+        }
+    }
+    ShortApplication(const ShortApplication&) = delete;
+    ShortApplication& operator=(const ShortApplication&) = delete;
+
+    generate::Application* operator->() { return application_.get(); }
+
+private:
+    std::unique_ptr<generate::Application> application_;
+};
+
+std::vector<std::string> FindProblems(Session& session, const ChosenTemplate& chosen,
+                                      std::int16_t year)
+{
+    const std::string path = chosen.settings.TemplatePath + chosen.file;
+    ShortApplication application(session.engines.Start(ChooseEngine(session, chosen.settings), {}));
+    application->SetDisplayAlerts(false);
+    generate::Workbook& workbook = application->OpenWorkbook(util::ToPath(path), true);
+    return DryRun(workbook, LimitsOf(chosen.file), year, chosen.sets, chosen.settings.names,
+                  holidays::EasterDate(year));
+}
+
+} // namespace
+
+bool RunCheckCommand(Session& session)
+{
+    const auto year =
+        YearOf(session, session.line.years.empty() ? ThisYear() : session.line.years.front());
+    if (!year)
+        return false;
+    const ChosenTemplate chosen = ChooseTemplate(session);
+    const auto findings = FindProblems(session, chosen, *year);
+    if (session.line.json) {
+        JsonWriter json;
+        json.BeginObject().Key("template").Text(chosen.settings.TemplatePath + chosen.file);
+        json.Key("year").Number(*year).Key("findings").Texts(findings).EndObject();
+        PrintJson(session, json);
+        return findings.empty();
+    }
+    for (const std::string& finding : findings)
+        session.console.out << finding << '\n';
+    if (findings.empty())
+        session.console.out << chosen.file << ": every sheet is there and every cell of " << *year
+                            << " lies inside it.\n";
+    return findings.empty();
+}
+
+} // namespace orrery::cli

@@ -1,0 +1,224 @@
+#include "cli/command_line.h"
+
+#include "util/error.h"
+#include "util/error_text.h"
+#include "util/numbers.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <ostream>
+
+namespace orrery::cli {
+namespace {
+
+constexpr const char* kExamples = R"(Examples:
+  orrery-cli generate Desk.xlsx 2027
+      One calendar: 2027Desk.xlsx in the output folder.
+  orrery-cli generate ~/calendars/Wall.xlsx 2027-2036 --output-folder ~/walls
+      Ten calendars from a template of your own, with the Wall.ini beside it.
+  orrery-cli check Desk.xlsx 2027
+      Whether the sheets are there and every cell lies inside them.
+  orrery-cli holidays Germany.txt 2027
+  orrery-cli easter 2027-2030
+
+Exit status: 0 when all went well, 1 when something was reported, 2 for a
+command that is not understood. "orrery-cli COMMAND --help" explains a command.)";
+
+constexpr const char* kTemplateHelp = "A name in the template folder, or a path";
+
+void AddSettings(CLI::App& command, CommandLine& line)
+{
+    command
+        .add_option("--settings", line.settingsFile,
+                    "Read this orrery.ini; its folders lie beside it unless it says otherwise")
+        ->type_name("FILE");
+    command
+        .add_option("--template-folder", line.templateFolder,
+                    "Look for templates and their parameter files here")
+        ->type_name("DIR");
+    command.add_option("--holiday-folder", line.holidayFolder, "Look for holiday files here")
+        ->type_name("DIR");
+}
+
+void AddEngine(CLI::App& command, CommandLine& line)
+{
+    command
+        .add_option("--engine", line.engine,
+                    "The spreadsheet application: auto, builtin, excel or libreoffice")
+        ->type_name("NAME")
+        ->check(CLI::IsMember({"auto", "builtin", "excel", "libreoffice"}));
+}
+
+void AddJson(CLI::App& command, CommandLine& line)
+{
+    command.add_flag("--json", line.json, "Print one JSON object for other programs");
+}
+
+void AddTemplate(CLI::App& command, CommandLine& line)
+{
+    command.add_option("TEMPLATE", line.templateName, kTemplateHelp)->required();
+}
+
+/// A positional that is one text of years.
+CLI::Option* AddYears(CLI::App& command, CommandLine& line, const char* name, const char* help)
+{
+    const auto take = [&line](const std::string& text) { line.years = {text}; };
+    return command.add_option_function<std::string>(name, take, help);
+}
+
+CLI::App& AddCommand(CLI::App& app, CommandLine& line, Command kind, const char* name,
+                     const char* description)
+{
+    CLI::App* const command = app.add_subcommand(name, description);
+    command->callback([&line, kind] { line.command = kind; });
+    return *command;
+}
+
+void AddGenerate(CLI::App& app, CommandLine& line)
+{
+    CLI::App& command = AddCommand(app, line, Command::Generate, "generate",
+                                   "Write the calendars of one or more years from a template");
+    AddTemplate(command, line);
+    AddYears(command, line, "YEARS", "A year or a range: 2027 or 2027-2036")->required();
+    AddSettings(command, line);
+    command
+        .add_option("--output-folder", line.outputFolder,
+                    "Save here; a workbook of the same name is replaced")
+        ->type_name("DIR");
+    AddEngine(command, line);
+    command.add_flag("--open", line.open, "Open each saved workbook with the desktop's program");
+    AddJson(command, line);
+    command.footer("Prints the path of each saved workbook. For a year and a template Desk.xlsx\n"
+                   "that is 2027Desk.xlsx in the output folder.");
+}
+
+void AddTemplateCommands(CLI::App& app, CommandLine& line)
+{
+    CLI::App& templates =
+        AddCommand(app, line, Command::Templates, "templates", "List the template folder");
+    AddSettings(templates, line);
+    AddJson(templates, line);
+
+    CLI::App& parameters =
+        AddCommand(app, line, Command::Parameters, "parameters",
+                   "Print a template's parameters: the defaults and what its file changes");
+    AddTemplate(parameters, line);
+    AddSettings(parameters, line);
+    AddJson(parameters, line);
+
+    CLI::App& check = AddCommand(app, line, Command::Check, "check",
+                                 "Check that a template has the sheets and cells to be written");
+    AddTemplate(check, line);
+    AddYears(check, line, "YEAR", "The year to look at instead of this one");
+    AddSettings(check, line);
+    AddEngine(check, line);
+    AddJson(check, line);
+}
+
+void AddDateCommands(CLI::App& app, CommandLine& line)
+{
+    CLI::App& holidays = AddCommand(app, line, Command::Holidays, "holidays",
+                                    "Print the dates and names of a file's holidays in a year");
+    holidays.add_option("FILE", line.holidayFile, "A name in the holiday folder, or a path")
+        ->required();
+    AddYears(holidays, line, "YEAR", "The year")->required();
+    holidays
+        .add_option("--section", line.section,
+                    "Read the holidays of a parameter file's monthly or yearly calendar")
+        ->type_name("NAME")
+        ->check(CLI::IsMember({"monthly", "yearly"}));
+    AddSettings(holidays, line);
+    AddJson(holidays, line);
+
+    CLI::App& easter =
+        AddCommand(app, line, Command::Easter, "easter", "Print the date of Easter Sunday");
+    easter.add_option("YEAR", line.years, "Years or ranges")->required();
+    AddJson(easter, line);
+}
+
+std::optional<std::int16_t> ReadRangeEnd(const std::string& digits)
+{
+    constexpr std::size_t longest = 5;
+    const bool plain =
+        !digits.empty() && digits.size() <= longest &&
+        std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
+    const int value = plain ? std::stoi(digits) : -1;
+    if (value < 0 || value > std::numeric_limits<std::int16_t>::max())
+        return std::nullopt;
+    return static_cast<std::int16_t>(value);
+}
+
+int ReportWrongUsage(const std::string& cause, std::ostream& err)
+{
+    err << util::ErrorText(Error(util::ErrorKind::WrongUsage, {}, cause)) << '\n';
+    return kExitUsage;
+}
+
+/// Replaces each text by the years that it stands for; the text that stands for none, if any.
+std::optional<std::string> ExpandAll(std::vector<std::string>& texts)
+{
+    std::vector<std::string> years;
+    for (const std::string& text : texts) {
+        const auto expanded = ExpandYears(text);
+        if (!expanded)
+            return text;
+        years.insert(years.end(), expanded->begin(), expanded->end());
+    }
+    texts = std::move(years);
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::vector<std::string>> ExpandYears(const std::string& text)
+{
+    if (util::ReadNumber(text))
+        return std::vector{text};
+    const std::size_t dash = text.find('-');
+    if (dash == std::string::npos)
+        return std::nullopt;
+    const auto first = ReadRangeEnd(text.substr(0, dash));
+    const auto last = ReadRangeEnd(text.substr(dash + 1));
+    if (!first || !last || *first > *last)
+        return std::nullopt;
+    std::vector<std::string> years;
+    for (int year = *first; year <= *last; ++year)
+        years.push_back(std::to_string(year));
+    return years;
+}
+
+std::variant<CommandLine, Finished> ParseCommandLine(int argc, const char* const* argv,
+                                                     std::ostream& out, std::ostream& err)
+{
+    CommandLine line;
+    CLI::App app("Fills your own Excel templates with calendars.", "orrery-cli");
+    app.footer(kExamples);
+    app.set_version_flag("--version", std::string("orrery-cli ") + ORRERY_VERSION);
+    app.require_subcommand(0, 1);
+    AddGenerate(app, line);
+    AddTemplateCommands(app, line);
+    AddDateCommands(app, line);
+    try {
+        app.parse(argc, argv);
+    }
+    catch (const CLI::Success& help) {
+        return Finished{app.exit(help, out, err)};
+    }
+    catch (const CLI::ParseError& error) {
+        return Finished{ReportWrongUsage(error.what(), err)};
+    }
+    if (app.get_subcommands().empty())
+        return Finished{ReportWrongUsage("a command is missing", err)};
+    if (const auto wrong = ExpandAll(line.years))
+        return Finished{ReportWrongUsage(
+            '"' + *wrong + "\" is neither a year nor a range; write 2027 or 2027-2036", err)};
+    const bool oneYear = line.command == Command::Check || line.command == Command::Holidays;
+    if (oneYear && line.years.size() > 1)
+        return Finished{ReportWrongUsage("this command takes one year; write 2027", err)};
+    return line;
+}
+
+} // namespace orrery::cli

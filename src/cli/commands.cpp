@@ -1,0 +1,281 @@
+#include "cli/commands.h"
+
+#include "holidays/holiday_dates.h"
+#include "holidays/holiday_readers.h"
+#include "model/parameter_file.h"
+#include "util/error.h"
+#include "util/error_text.h"
+#include "util/paths.h"
+#include "util/text.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <ostream>
+
+namespace orrery::cli {
+namespace {
+
+using util::ErrorKind;
+
+/// "2027-03-28".
+std::string IsoDate(holidays::Date date)
+{
+    const std::chrono::year_month_day parts(date);
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02u-%02u", static_cast<int>(parts.year()),
+                  static_cast<unsigned>(parts.month()), static_cast<unsigned>(parts.day()));
+    return text.data();
+}
+
+std::string Absolute(const std::string& path)
+{
+    const auto absolute = std::filesystem::absolute(util::ToPath(path));
+    return util::FromPath(absolute.lexically_normal());
+}
+
+std::optional<std::string> Absolute(const std::optional<std::string>& path)
+{
+    return path ? std::optional(Absolute(*path)) : std::nullopt;
+}
+
+bool IsTemplateName(const std::string& file)
+{
+    const std::string upper = util::ToUpperAscii(file);
+    return upper.ends_with(".XLS") || upper.ends_with(".XLSX");
+}
+
+void RunTemplatesCommand(Session& session)
+{
+    const ui::Settings settings = LoadSettings(session, session.line.templateFolder);
+    std::vector<std::string> templates;
+    for (std::string& file : util::ListFiles(settings.TemplatePath)) {
+        if (IsTemplateName(file))
+            templates.push_back(std::move(file));
+    }
+    if (session.line.json) {
+        JsonWriter json;
+        json.BeginObject().Key("folder").Text(settings.TemplatePath);
+        json.Key("templates").Texts(templates).EndObject();
+        PrintJson(session, json);
+        return;
+    }
+    for (const std::string& file : templates)
+        session.console.out << file << '\n';
+}
+
+/// Whether a file of the command line is more than a name.
+bool IsPath(const std::string& file)
+{
+    return util::FileName(file) != file;
+}
+
+/// The holiday or parameter file of the command line: a path as it stands; a name in the folder
+/// whose files bear such names, else in the current folder.
+std::string FindHolidayFile(Session& session)
+{
+    std::string file = session.line.holidayFile;
+    if (!IsPath(file)) {
+        const ui::Settings settings = LoadSettings(session, session.line.templateFolder);
+        const std::string& folder =
+            session.line.section.empty() ? settings.HolidayFilePath : settings.TemplatePath;
+        if (util::FileExists(folder + file) || !util::FileExists(file))
+            file = folder + file;
+    }
+    if (!util::FileExists(file))
+        throw Error(ErrorKind::FileNotFound, file);
+    return file;
+}
+
+holidays::HolidayList ReadHolidays(Session& session)
+{
+    const auto path = util::ToPath(FindHolidayFile(session));
+    holidays::HolidayList list;
+    if (session.line.section.empty()) {
+        holidays::ReadHolidayFile(path, list);
+    }
+    else {
+        const bool yearly = session.line.section == "yearly";
+        holidays::ReadTemplateHolidays(
+            yearly ? holidays::CalendarKind::Yearly : holidays::CalendarKind::Monthly, path, list);
+    }
+    return list;
+}
+
+void ReportYearOverflow(Session& session, const std::string& year)
+{
+    session.reporter.Report(util::ErrorText(Error(ErrorKind::Overflow, year)));
+}
+
+/// Easter Sunday of a year; a year that has none is reported.
+std::optional<holidays::Date> EasterOf(Session& session, std::int16_t year)
+{
+    try {
+        return holidays::EasterDate(year);
+    }
+    catch (const util::OverflowError&) {
+        ReportYearOverflow(session, std::to_string(year));
+        return std::nullopt;
+    }
+}
+
+void RunHolidaysCommand(Session& session)
+{
+    const auto year = YearOf(session, session.line.years.front());
+    const auto easter = year ? EasterOf(session, *year) : std::nullopt;
+    if (!easter)
+        return;
+    holidays::HolidayDateList dates;
+    holidays::ComputeHolidayDates(*year, ReadHolidays(session), *easter, dates);
+    JsonWriter json;
+    json.BeginObject().Key("year").Number(*year).Key("holidays").BeginArray();
+    for (std::int16_t i = 0; i < dates.Count; ++i) {
+        const std::string date = IsoDate(dates.DateAt(i));
+        json.BeginObject().Key("date").Text(date).Key("name").Text(dates.NameAt(i)).EndObject();
+        if (!session.line.json)
+            session.console.out << date << '\t' << dates.NameAt(i) << '\n';
+    }
+    json.EndArray().EndObject();
+    if (session.line.json)
+        PrintJson(session, json);
+}
+
+void RunEasterCommand(Session& session)
+{
+    JsonWriter json;
+    json.BeginObject().Key("easter").BeginArray();
+    for (const std::string& text : session.line.years) {
+        const auto year = YearOf(session, text);
+        const auto easter = year ? EasterOf(session, *year) : std::nullopt;
+        if (!easter)
+            continue;
+        const std::string date = IsoDate(*easter);
+        json.BeginObject().Key("year").Number(*year).Key("date").Text(date).EndObject();
+        if (!session.line.json)
+            session.console.out << date << '\n';
+    }
+    json.EndArray().Key("reports").Texts(session.reporter.Reports()).EndObject();
+    if (session.line.json)
+        PrintJson(session, json);
+}
+
+/// The JSON text of a command that could not do its work.
+void PrintReportsAlone(Session& session)
+{
+    JsonWriter json;
+    json.BeginObject().Key("reports").Texts(session.reporter.Reports()).EndObject();
+    PrintJson(session, json);
+}
+
+/// False where the command says that something is wrong although nothing was reported.
+bool Run(Session& session)
+{
+    switch (session.line.command) {
+    case Command::Generate:
+        RunGenerateCommand(session);
+        return true;
+    case Command::Templates:
+        RunTemplatesCommand(session);
+        return true;
+    case Command::Parameters:
+        RunParametersCommand(session);
+        return true;
+    case Command::Check:
+        return RunCheckCommand(session);
+    case Command::Holidays:
+        RunHolidaysCommand(session);
+        return true;
+    case Command::Easter:
+        RunEasterCommand(session);
+        return true;
+    }
+    return true;
+}
+
+} // namespace
+
+int RunCommand(const CommandLine& line, const ui::SystemFolders& system, Engines& engines,
+               Console& console)
+{
+    Session session{line, system, engines, console};
+    bool allWell = false;
+    try {
+        allWell = Run(session);
+    }
+    catch (const std::exception& error) {
+        session.reporter.Report(util::ErrorText(error));
+    }
+    if (line.json && !session.jsonPrinted)
+        PrintReportsAlone(session);
+    if (!console.out.flush())
+        session.reporter.Report("Standard output cannot be written.");
+    return allWell ? session.reporter.ExitCode() : kExitReported;
+}
+
+ui::Settings LoadSettings(Session& session, const std::optional<std::string>& templateFolder)
+{
+    const CommandLine& line = session.line;
+    ui::FolderOverrides overrides;
+    overrides.templateFolder = Absolute(templateFolder);
+    overrides.outputFolder = Absolute(line.outputFolder);
+    overrides.holidayFolder = Absolute(line.holidayFolder);
+    if (!line.settingsFile.empty())
+        return ui::LoadSettings(ui::LocationsBeside(line.settingsFile), overrides);
+    const ui::Locations locations = ui::LocationsFor(session.system);
+    ui::FillAtFirstStart(locations, session.system.installed);
+    return ui::LoadSettings(locations, overrides);
+}
+
+ChosenTemplate ChooseTemplate(Session& session)
+{
+    const std::string& name = session.line.templateName;
+    const std::string inCurrentFolder = util::ParentFolder(Absolute(name));
+    ChosenTemplate chosen;
+    chosen.file = util::FileName(name);
+    if (IsPath(name)) {
+        chosen.settings = LoadSettings(session, inCurrentFolder);
+    }
+    else {
+        chosen.settings = LoadSettings(session, session.line.templateFolder);
+        if (!util::FileExists(chosen.settings.TemplatePath + name) && util::FileExists(name))
+            chosen.settings.TemplatePath = util::WithTrailingSeparator(inCurrentFolder);
+    }
+    const std::string& folder = chosen.settings.TemplatePath;
+    if (!util::FileExists(folder + chosen.file))
+        throw Error(ErrorKind::FileNotFound, folder + chosen.file);
+    chosen.sets = model::CopyDefaults(chosen.settings.defaults);
+    const std::string parameterFile = model::ParameterFilePath(folder, chosen.file);
+    if (util::FileExists(parameterFile))
+        model::ReadParameterFile(util::ToPath(parameterFile), chosen.settings.names, chosen.sets);
+    return chosen;
+}
+
+std::string ChooseEngine(Session& session, const ui::Settings& settings)
+{
+    return session.engines.Resolve(session.line.engine.empty() ? settings.Engine
+                                                               : session.line.engine);
+}
+
+std::optional<std::int16_t> YearOf(Session& session, const std::string& text)
+{
+    try {
+        const auto year = generate::ReadYear(text);
+        if (!year)
+            session.reporter.Report(generate::kNoYearMessage);
+        return year;
+    }
+    catch (const util::OverflowError&) {
+        ReportYearOverflow(session, text);
+        return std::nullopt;
+    }
+}
+
+void PrintJson(Session& session, const JsonWriter& json)
+{
+    session.console.out << json.Result() << '\n';
+    session.jsonPrinted = true;
+}
+
+} // namespace orrery::cli

@@ -1,0 +1,138 @@
+#include "cli/json.h"
+
+#include "util/text.h"
+
+#include <array>
+
+namespace orrery::cli {
+namespace {
+
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD"; // U+FFFD
+
+/// Bytes of the UTF-8 character that the text begins with; 0 when it begins with none.
+std::size_t LeadingCharacter(std::string_view text)
+{
+    constexpr std::size_t longest = 4;
+    for (std::size_t length = 1; length <= std::min(longest, text.size()); ++length) {
+        if (util::IsValidUtf8(text.substr(0, length)))
+            return length;
+    }
+    return 0;
+}
+
+void AppendEscaped(std::string& out, char c)
+{
+    constexpr std::string_view hex = "0123456789abcdef";
+    constexpr unsigned char firstPrintable = 0x20;
+    const auto code = static_cast<unsigned char>(c);
+    switch (c) {
+    case '"':
+    case '\\':
+        out += {'\\', c};
+        return;
+    case '\n':
+        out += "\\n";
+        return;
+    case '\r':
+        out += "\\r";
+        return;
+    case '\t':
+        out += "\\t";
+        return;
+    default:
+        break;
+    }
+    if (code < firstPrintable)
+        out += {'\\', 'u', '0', '0', hex[code >> 4U], hex[code & 0xFU]};
+    else
+        out += c;
+}
+
+} // namespace
+
+void JsonWriter::Separate()
+{
+    if (!first_)
+        text_ += ',';
+    first_ = false;
+}
+
+JsonWriter& JsonWriter::BeginObject()
+{
+    Separate();
+    text_ += '{';
+    first_ = true;
+    return *this;
+}
+
+JsonWriter& JsonWriter::EndObject()
+{
+    text_ += '}';
+    first_ = false;
+    return *this;
+}
+
+JsonWriter& JsonWriter::BeginArray()
+{
+    Separate();
+    text_ += '[';
+    first_ = true;
+    return *this;
+}
+
+JsonWriter& JsonWriter::EndArray()
+{
+    text_ += ']';
+    first_ = false;
+    return *this;
+}
+
+JsonWriter& JsonWriter::Key(std::string_view name)
+{
+    Text(name);
+    text_ += ':';
+    first_ = true;
+    return *this;
+}
+
+JsonWriter& JsonWriter::Text(std::string_view value)
+{
+    Separate();
+    text_ += '"';
+    while (!value.empty()) {
+        const std::size_t length = LeadingCharacter(value);
+        if (length == 0)
+            text_ += kReplacement;
+        else if (length == 1)
+            AppendEscaped(text_, value.front());
+        else
+            text_ += value.substr(0, length);
+        value.remove_prefix(length == 0 ? 1 : length);
+    }
+    text_ += '"';
+    return *this;
+}
+
+JsonWriter& JsonWriter::Texts(const std::vector<std::string>& values)
+{
+    BeginArray();
+    for (const std::string& value : values)
+        Text(value);
+    return EndArray();
+}
+
+JsonWriter& JsonWriter::Number(std::int64_t value)
+{
+    Separate();
+    text_ += std::to_string(value);
+    return *this;
+}
+
+JsonWriter& JsonWriter::Boolean(bool value)
+{
+    Separate();
+    text_ += value ? "true" : "false";
+    return *this;
+}
+
+} // namespace orrery::cli

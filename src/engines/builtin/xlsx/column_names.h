@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orrery::xlsx {
+
+/// How the name of a table's column is written in a table part: as a text of the file, but with
+/// line feeds and tabs as escapes too ("Room_x000a_area"), because an attribute cannot hold them.
+std::string EncodeColumnName(std::string_view name);
+/// The name that such an attribute's decoded value gives.
+std::string DecodeColumnName(std::string_view value);
+
+/// The current name of the column that a formula calls `name`; nullptr where it stays as it is.
+using ColumnLookup = std::function<const std::string*(std::string_view name)>;
+
+/// The brackets of a structured reference with the names of columns replaced; nothing where none
+/// changes. `brackets` is the whole of it, as the formula has it.
+///
+///     brackets = "[" ["@"] [ "#" keyword | name | list ] "]"
+///     list     = "[" ("#" keyword | name) "]" {("," | ":") "[" ("#" keyword | name) "]"}
+///     name     = {any but ' [ ] # @ | "'" any}
+///
+/// So "[Day]", "[@Day]" and "[[#This Row],[Day]:[Work]]" name columns, "[#All]" names none.
+std::optional<std::string> RenameInBrackets(std::string_view brackets, const ColumnLookup& columns);
+
+} // namespace orrery::xlsx

@@ -1,0 +1,137 @@
+#include "engines/builtin/xlsx/defined_names.h"
+
+#include "engines/builtin/xlsx/sheet_names.h"
+#include "engines/builtin/xlsx/xml_attribute.h"
+#include "engines/builtin/xlsx/xml_reading.h"
+
+#include <limits>
+#include <set>
+#include <utility>
+
+namespace orrery::xlsx {
+namespace {
+
+constexpr std::size_t kNoSheet = std::numeric_limits<std::size_t>::max();
+constexpr std::string_view kLocalSheet = "localSheetId";
+
+class NamePatcher {
+public:
+    NamePatcher(std::string_view xml, const std::vector<NameEntry>& names,
+                const std::vector<SavedSheet>& sheets, const NameScopes& scopes)
+        : xml_(xml), sheets_(sheets), scopes_(scopes)
+    {
+        for (const NameEntry& entry : names) {
+            if (entry.LocalSheet)
+                ownNames_.emplace(FoldCase(entry.Name), *entry.LocalSheet);
+        }
+    }
+
+    void Add(const NameEntry& entry)
+    {
+        if (entry.LocalSheet) {
+            AddOwnName(entry, *entry.LocalSheet);
+        }
+        else {
+            AddWorkbookName(entry);
+        }
+    }
+
+    XmlPatch Take() { return std::move(patch_); }
+
+private:
+    void AddOwnName(const NameEntry& entry, std::size_t origin)
+    {
+        const std::size_t position = PositionOfOriginal(sheets_, origin);
+        if (position == sheets_.size())
+            return; // of no sheet: left as it was found
+        ReplaceFormula(entry, FormulaAt(entry, position));
+        if (position != origin)
+            SetAttribute(patch_, xml_, entry.begin, kLocalSheet, std::to_string(position));
+        for (const std::size_t copy : PositionsOfCopies(sheets_, origin))
+            AddTwin(entry, copy, FormulaAt(entry, copy));
+    }
+
+    void AddWorkbookName(const NameEntry& entry)
+    {
+        const std::string formula =
+            RenameInFormula(entry.Formula, scopes_.Workbook, scopes_.WorkbookTables)
+                .value_or(entry.Formula);
+        ReplaceFormula(entry, formula);
+        if (entry.IsMacro)
+            return;
+        const std::string key = FoldCase(entry.Name);
+        for (std::size_t i = 0; i < sheets_.size(); ++i) {
+            if (!sheets_[i].IsCopy || ownNames_.contains({key, sheets_[i].Origin}))
+                continue;
+            auto twin = FormulaAt(entry, i);
+            if (twin != formula)
+                AddTwin(entry, i, twin);
+        }
+    }
+
+    std::string FormulaAt(const NameEntry& entry, std::size_t position) const
+    {
+        return RenameInFormula(entry.Formula, scopes_.SheetsFor(position),
+                               scopes_.TablesFor(position))
+            .value_or(entry.Formula);
+    }
+
+    void ReplaceFormula(const NameEntry& entry, const std::string& formula)
+    {
+        if (formula != entry.Formula)
+            patch_.Replace(entry.formulaBegin, entry.formulaEnd, EncodeXmlText(formula));
+    }
+
+    /// The same element with all its attributes, for the sheet at `position`. A second name of the
+    /// same sheet would make the workbook unreadable.
+    void AddTwin(const NameEntry& entry, std::size_t position, const std::string& formula)
+    {
+        if (!twins_.emplace(FoldCase(entry.Name), position).second)
+            return;
+        const std::string_view element = xml_.substr(entry.begin, entry.end - entry.begin);
+        XmlPatch twin;
+        SetAttribute(twin, element, 0, kLocalSheet, std::to_string(position));
+        if (formula != entry.Formula) {
+            twin.Replace(entry.formulaBegin - entry.begin, entry.formulaEnd - entry.begin,
+                         EncodeXmlText(formula));
+        }
+        patch_.Insert(entry.end, twin.Apply(element));
+    }
+
+    using Key = std::pair<std::string, std::size_t>; // folded name, sheet
+    std::string_view xml_;
+    const std::vector<SavedSheet>& sheets_;
+    const NameScopes& scopes_;
+    std::set<Key> ownNames_; // of the template's sheets
+    std::set<Key> twins_;    // of the sheets as they are now
+    XmlPatch patch_;
+};
+
+} // namespace
+
+NameEntry ReadDefinedName(XmlScanner& scanner)
+{
+    NameEntry entry;
+    entry.begin = scanner.Begin();
+    entry.formulaBegin = scanner.End();
+    entry.Name = scanner.AttributeText("name").value_or("");
+    if (const auto local = scanner.Attribute(kLocalSheet))
+        entry.LocalSheet = ReadDigits(local->value).value_or(kNoSheet);
+    entry.IsMacro = IsTrue(scanner.Attribute("function")) ||
+                    IsTrue(scanner.Attribute("vbProcedure")) || IsTrue(scanner.Attribute("xlm"));
+    entry.Formula = scanner.ElementText();
+    entry.formulaEnd = scanner.Begin();
+    entry.end = scanner.End();
+    return entry;
+}
+
+XmlPatch PatchDefinedNames(std::string_view xml, const std::vector<NameEntry>& names,
+                           const std::vector<SavedSheet>& sheets, const NameScopes& scopes)
+{
+    NamePatcher patcher(xml, names, sheets, scopes);
+    for (const NameEntry& entry : names)
+        patcher.Add(entry);
+    return patcher.Take();
+}
+
+} // namespace orrery::xlsx

@@ -1,0 +1,190 @@
+#include "engines/builtin/xlsx/identities.h"
+
+#include "engines/builtin/xlsx/xml_attribute.h"
+#include "engines/builtin/xlsx/xml_scanner.h"
+#include "util/text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <optional>
+
+namespace orrery::xlsx {
+namespace {
+
+enum class PartKind { Other, Table, Slicers, ThreadedComments, Comments, Drawing };
+
+// Content types end alike in every family; only the last word is looked at.
+PartKind KindOf(std::string_view type)
+{
+    if (type.ends_with(".table+xml"))
+        return PartKind::Table;
+    if (type.ends_with(".slicer+xml") || type.ends_with(".timeline+xml"))
+        return PartKind::Slicers;
+    if (type.ends_with(".threadedcomments+xml"))
+        return PartKind::ThreadedComments;
+    if (type.ends_with(".comments+xml"))
+        return PartKind::Comments;
+    if (type.ends_with(".drawing+xml"))
+        return PartKind::Drawing;
+    return PartKind::Other;
+}
+
+bool IsSlicer(std::string_view localName)
+{
+    return localName == "slicer" || localName == "timeline" || localName == "timeslicer";
+}
+
+/// Calls `visit` at every start tag.
+template <typename Visit>
+void ForEachElement(std::string_view xml, std::string_view partName, Visit visit)
+{
+    XmlScanner scanner(xml, partName);
+    for (auto token = scanner.Next(); token != XmlScanner::Token::End; token = scanner.Next()) {
+        if (token == XmlScanner::Token::StartTag)
+            visit(scanner);
+    }
+}
+
+/// A GUID of the same shape that depends on the old one and the copy alone, so that the same run
+/// gives the same bytes.
+std::string DerivedGuid(std::string_view guid, std::uint32_t copy)
+{
+    std::array<std::uint64_t, 2> hash = {0xcbf29ce484222325U + copy, 0x84222325cbf29ce4U ^ copy};
+    for (const char c : guid) {
+        hash[0] = (hash[0] ^ static_cast<unsigned char>(c)) * 0x100000001b3U;
+        hash[1] = (hash[1] + static_cast<unsigned char>(c)) * 0x9e3779b97f4a7c15U;
+    }
+    std::array<char, 40> text{};
+    // Version 4, variant 1: what readers that check expect of a random GUID.
+    std::snprintf(text.data(), text.size(), "{%08X-%04X-4%03X-%04X-%012llX}",
+                  static_cast<unsigned>(hash[0] >> 32), static_cast<unsigned>(hash[0] & 0xFFFF),
+                  static_cast<unsigned>((hash[0] >> 16) & 0xFFF),
+                  static_cast<unsigned>(0x8000 | ((hash[1] >> 48) & 0x3FFF)),
+                  static_cast<unsigned long long>(hash[1] & 0xFFFFFFFFFFFFU));
+    return text.data();
+}
+
+void RenameTable(XmlPatch& patch, std::string_view xml, const XmlScanner& element,
+                 const CopyIdentity& identity)
+{
+    const auto name = element.AttributeText("displayName");
+    if (element.Depth() != 1 || !name || !identity.tables.contains(*name))
+        return;
+    SetAttribute(patch, xml, element.Begin(), "id", std::to_string(identity.tableIds.at(*name)));
+    SetAttribute(patch, xml, element.Begin(), "displayName", identity.tables.at(*name));
+    SetAttribute(patch, xml, element.Begin(), "name", identity.tables.at(*name));
+}
+
+void RenameSlicer(XmlPatch& patch, std::string_view xml, const XmlScanner& element,
+                  const CopyIdentity& identity)
+{
+    const auto name = element.AttributeText("name");
+    if (!IsSlicer(element.LocalName()) || !name)
+        return;
+    if (const auto found = identity.slicers.find(*name); found != identity.slicers.end())
+        SetAttribute(patch, xml, element.Begin(), "name", found->second);
+}
+
+// A comment's author names its thread ("tc={...}"), a reply its parent: the GUIDs stand in element
+// content and in attributes of several names, so they are replaced wherever they stand.
+XmlPatch ReplaceGuids(std::string_view xml, const CopyIdentity& identity)
+{
+    XmlPatch patch;
+    for (auto at = xml.find('{'); at != std::string_view::npos; at = xml.find('{', at + 1)) {
+        constexpr std::size_t kGuidLength = 38;
+        const auto found = identity.guids.find(std::string(xml.substr(at, kGuidLength)));
+        if (found != identity.guids.end())
+            patch.Replace(at, at + kGuidLength, found->second);
+    }
+    return patch;
+}
+
+} // namespace
+
+Identities::Identities(const Package& package, const std::vector<std::string>& definedNames)
+{
+    for (const auto& name : definedNames)
+        taken_.insert(util::ToUpperAscii(name));
+    for (const auto& part : package.PartNames()) {
+        const auto kind = KindOf(package.TypeOf(part));
+        if (kind != PartKind::Table && kind != PartKind::Slicers)
+            continue;
+        ForEachElement(*package.ReadXml(part), part, [&](const XmlScanner& element) {
+            if (kind == PartKind::Table && element.Depth() == 1) {
+                const auto id = element.AttributeText("id").value_or("0");
+                lastTableId_ =
+                    std::max(lastTableId_,
+                             static_cast<std::uint32_t>(std::strtoul(id.c_str(), nullptr, 10)));
+                taken_.insert(
+                    util::ToUpperAscii(element.AttributeText("displayName").value_or("")));
+            }
+            else if (kind == PartKind::Slicers && IsSlicer(element.LocalName())) {
+                taken_.insert(util::ToUpperAscii(element.AttributeText("name").value_or("")));
+            }
+        });
+    }
+}
+
+std::string Identities::FreeName(const std::string& name)
+{
+    for (unsigned number = 2;; ++number) {
+        auto candidate = name + "_" + std::to_string(number);
+        if (taken_.insert(util::ToUpperAscii(candidate)).second)
+            return candidate;
+    }
+}
+
+CopyIdentity Identities::ForCopy(const Package& package, const std::vector<std::string>& ownedParts)
+{
+    CopyIdentity identity;
+    ++copies_;
+    for (const auto& part : ownedParts) {
+        const auto kind = KindOf(package.TypeOf(part));
+        if (kind != PartKind::Table && kind != PartKind::Slicers &&
+            kind != PartKind::ThreadedComments)
+            continue;
+        ForEachElement(*package.ReadXml(part), part, [&](const XmlScanner& element) {
+            if (kind == PartKind::Table && element.Depth() == 1) {
+                const auto name = element.AttributeText("displayName").value_or("Table");
+                identity.tables.emplace(name, FreeName(name));
+                identity.tableIds.emplace(name, ++lastTableId_);
+            }
+            else if (kind == PartKind::Slicers && IsSlicer(element.LocalName())) {
+                const auto name = element.AttributeText("name").value_or("");
+                identity.slicers.emplace(name, FreeName(name));
+            }
+            else if (kind == PartKind::ThreadedComments &&
+                     element.LocalName() == "threadedComment") {
+                const auto guid = element.AttributeText("id").value_or("");
+                identity.guids.emplace(guid, DerivedGuid(guid, copies_));
+            }
+        });
+    }
+    return identity;
+}
+
+bool HasIdentity(std::string_view type)
+{
+    return KindOf(type) != PartKind::Other;
+}
+
+XmlPatch ApplyIdentity(std::string_view xml, std::string_view partName, std::string_view type,
+                       const CopyIdentity& identity)
+{
+    XmlPatch patch;
+    const auto kind = KindOf(type);
+    if (kind == PartKind::ThreadedComments || kind == PartKind::Comments)
+        return ReplaceGuids(xml, identity);
+    if (kind == PartKind::Other)
+        return patch;
+    ForEachElement(xml, partName, [&](const XmlScanner& element) {
+        if (kind == PartKind::Table)
+            RenameTable(patch, xml, element, identity);
+        else
+            RenameSlicer(patch, xml, element, identity);
+    });
+    return patch;
+}
+
+} // namespace orrery::xlsx

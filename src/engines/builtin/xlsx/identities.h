@@ -1,0 +1,47 @@
+#pragma once
+
+#include "engines/builtin/xlsx/package.h"
+#include "engines/builtin/xlsx/xml_patch.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orrery::xlsx {
+
+/// The names and ids of one copied sheet that differ from its model's, model's first.
+struct CopyIdentity {
+    std::map<std::string, std::string> tables;     ///< display names
+    std::map<std::string, std::string> slicers;    ///< slicers and timelines
+    std::map<std::string, std::string> guids;      ///< threaded comments, braces included
+    std::map<std::string, std::uint32_t> tableIds; ///< by the model's display name
+};
+
+/// The names and ids that are unique in a workbook, so that copied parts get fresh ones.
+class Identities {
+public:
+    /// Collects those of the package's parts and the given defined names.
+    Identities(const Package& package, const std::vector<std::string>& definedNames);
+
+    /// Fresh ones for everything that these parts of a sheet declare.
+    CopyIdentity ForCopy(const Package& package, const std::vector<std::string>& ownedParts);
+
+private:
+    std::string FreeName(const std::string& name);
+
+    std::set<std::string> taken_; // upper-case names of tables, slicers and defined names
+    std::uint32_t lastTableId_ = 0;
+    std::uint32_t copies_ = 0;
+};
+
+/// The replacements that give a copied part its own identity.
+XmlPatch ApplyIdentity(std::string_view xml, std::string_view partName, std::string_view type,
+                       const CopyIdentity& identity);
+/// Whether parts of this content type declare or use such names.
+bool HasIdentity(std::string_view type);
+
+} // namespace orrery::xlsx

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "engines/builtin/xlsx/content_types.h"
+#include "engines/builtin/xlsx/relationships.h"
+#include "engines/builtin/xlsx/zip_archive.h"
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orrery::xlsx {
+
+/// The text of a part, shared by all who read it.
+using PartText = std::shared_ptr<const std::string>;
+
+/// An Open Packaging container: parts, their types, and the relationships between them. Part names
+/// begin with "/" and are compared without regard to ASCII case. What is not changed is saved as
+/// the bytes it was opened with.
+class Package {
+public:
+    /// Opens a package whose main part is a workbook in XML.
+    /// Throws Error: NotAWorkbook, DamagedWorkbook, PasswordProtected, BinaryWorkbook,
+    /// OldBinaryFormat, TooLargeUnpacked, FileNotFound, FileNotReadable.
+    explicit Package(const std::filesystem::path& path);
+
+    const std::filesystem::path& Path() const { return path_; }
+    /// The workbook part.
+    const std::string& MainPart() const { return mainPart_; }
+    bool Has(std::string_view part) const;
+    std::string TypeOf(std::string_view part) const;
+    /// In the order of the container; neither relationships nor folders.
+    std::vector<std::string> PartNames() const;
+
+    // Parts of the container are read as they were opened, whatever was put over them; new parts as
+    // they will be saved.
+    /// The bytes of a part. Throws Error(DamagedWorkbook) when it is missing or cannot be unpacked.
+    PartText Read(std::string_view part) const;
+    /// The text of an XML part in UTF-8 (other encodings are converted, a byte-order mark dropped),
+    /// checked to be well-formed and nested at most 256 deep, without a document type declaration.
+    /// Kept after the first call. Throws Error (DamagedWorkbook, TooDeeplyNested).
+    PartText ReadXml(std::string_view part) const;
+    /// The relationships of a part as they are now, "" for those of the package; none where it has
+    /// no .rels part.
+    const Relationships& RelationshipsOf(std::string_view part) const;
+
+    /// A part name that is free: the first of prefix + number + suffix ("/xl/worksheets/sheet",
+    /// ".xml").
+    std::string FreePartName(std::string_view prefix, std::string_view suffix) const;
+    /// Adds or replaces a part whose content is made each time the package is saved.
+    void Put(std::string_view part, std::string_view type, std::function<std::string()> content);
+    void Put(std::string_view part, std::string_view type, std::string content);
+    /// Adds a part with the packed bytes and the type of another, without its relationships.
+    /// Throws Error(DamagedWorkbook) when there is no such part.
+    void PutCopy(std::string_view part, std::string_view original);
+    /// Removes a part, its relationships and its type.
+    void Remove(std::string_view part);
+    /// Takes back what was put or removed: the part is again what the container has.
+    void Restore(std::string_view part);
+    void SetRelationships(std::string_view part, Relationships relationships);
+
+    /// Writes the whole package; the file at `target` is replaced at the end, or stays as it was.
+    /// A package may be saved more than once, also over the file that it was opened from: it goes
+    /// on reading the old one. Throws Error (FileNotWritable, DiskFull, ...).
+    void Save(const std::filesystem::path& target) const;
+
+private:
+    /// How a part differs from the container's. Without content and copy it is removed.
+    struct Change {
+        std::string name;                     ///< as given
+        std::string typeBefore;               ///< in the container
+        std::function<std::string()> content; ///< makes the bytes
+        std::optional<std::size_t> copyOf;    ///< the container's entry whose packed bytes it takes
+        bool IsRemoval() const { return !content && !copyOf; }
+    };
+    using Key = std::string; // PartKey
+
+    void ListEntries();
+    void FindMainPart();
+    [[noreturn]] void FailWithoutMainPart(const std::string& what) const;
+    void CheckIsWorkbook() const;
+    [[noreturn]] void FailMissing(std::string_view part) const;
+    std::string NameOf(std::size_t entry) const;
+    bool IsPart(std::size_t entry) const;
+    std::string Text(std::string_view part) const;
+    const Change* ChangeOf(const Key& key) const;
+    Change& ChangePart(std::string_view part);
+    void WriteEntries(ZipWriter& writer) const;
+    void WriteChange(ZipWriter& writer, const Change& change, const std::string& name) const;
+
+    std::filesystem::path path_;
+    std::unique_ptr<ZipReader> zip_;
+    std::map<Key, std::size_t, std::less<>> entries_;
+    std::map<Key, Change, std::less<>> changes_;
+    std::vector<Key> order_; // of the changes
+    ContentTypes types_;
+    std::string mainPart_;
+    mutable std::map<Key, PartText, std::less<>> xml_;
+    mutable std::map<Key, Relationships, std::less<>> relationships_;
+};
+
+} // namespace orrery::xlsx

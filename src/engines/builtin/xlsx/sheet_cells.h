@@ -1,0 +1,61 @@
+#pragma once
+
+#include "engines/builtin/xlsx/cell_address.h"
+#include "engines/builtin/xlsx/sheet_text.h"
+#include "engines/builtin/xlsx/styles.h"
+#include "engines/builtin/xlsx/xml_patch.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <variant>
+
+namespace orrery::xlsx {
+
+/// The formula as it reads with the names of now.
+using FormulaChange = std::function<std::string(std::string formula)>;
+
+/// The cells written into one sheet, over its text.
+class SheetCells {
+public:
+    /// The index of a shared text.
+    struct Text {
+        std::size_t index;
+    };
+    using Value = std::variant<std::int16_t, Text>;
+    using Values = std::map<CellAddress, Value>;
+
+    explicit SheetCells(std::shared_ptr<const SheetText> text) : text_(std::move(text)) {}
+
+    /// Whether the cell may be written; call it before a text is added to the shared texts.
+    /// Throws Error: CellOutsideSheet, CellLocked, PartOfArray; DamagedWorkbook where the sheet has
+    /// no place for cells.
+    void CheckWritable(std::int32_t row, std::int32_t column, const Styles& styles) const;
+    /// Whether a value given to the cell stays: in a merged area only the first cell takes one, as
+    /// in Excel.
+    bool TakesValue(std::int32_t row, std::int32_t column) const;
+    /// Replaces the value of a cell inside the sheet; the format stays, a new cell takes its row's,
+    /// else its column's format. A cell that does not take a value ignores it.
+    void Set(std::int32_t row, std::int32_t column, Value value);
+
+    bool Empty() const { return values_.empty(); }
+    /// Whether a formula was written over.
+    bool RemovesFormulas() const;
+    /// How many cells refer to shared texts more than in the text as read (may be negative).
+    long AddedTextReferences() const;
+
+    /// The replacements in the sheet's text: rows and cells (in order, with spans), the
+    /// dimension, shared formulas handed over. With `recalculate` the stored results of all
+    /// formulas are left out, so that whoever opens the file computes them. `change` is asked for
+    /// each formula that a cell receives from another; without it they stay as they are.
+    XmlPatch Patch(bool recalculate, const FormulaChange& change = {}) const;
+
+private:
+    std::shared_ptr<const SheetText> text_;
+    Values values_;
+};
+
+} // namespace orrery::xlsx

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "engines/builtin/xlsx/sheet_cells.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orrery::xlsx {
+
+/// Turns written cells into replacements in a sheet's text.
+class SheetPatch {
+public:
+    /// All outlive this object.
+    SheetPatch(const SheetText& text, const SheetCells::Values& values, const FormulaChange& change)
+        : text_(text), index_(text.Index()), xml_(text.Xml()), values_(values), change_(change)
+    {
+    }
+
+    XmlPatch Make(bool recalculate);
+
+private:
+    using Written = SheetCells::Values::const_iterator;
+
+    void WidenDimension();
+    void WriteRows();
+    void InsertRow(Written first, Written last, std::string& atEnd);
+    void WriteIntoRow(const RowPlace& row, Written first, Written last);
+    void AppendToRow(const StartTag& tag, std::span<const CellPlace> places,
+                     const std::string& cells);
+    void WidenSpans(const StartTag& row, Written first, Written last);
+    void Fill(const StartTag& tag, const std::string& content);
+    static std::string NewCell(std::string_view prefix, std::size_t format,
+                               const SheetCells::Values::value_type& cell);
+    void ReplaceCell(const CellPlace& place, const SheetCells::Value& value);
+
+    void HandOverSharedFormulas();
+    void HandOver(const SharedFormula& shared);
+    void EmptySpills();
+    /// Of the cells with one of the flags in the range that are not written.
+    void DropResults(unsigned flags, const CellRange& range);
+    void DropResult(const CellPlace& cell);
+
+    const SheetText& text_;
+    const SheetIndex& index_;
+    const std::string& xml_;
+    const SheetCells::Values& values_;
+    const FormulaChange& change_;
+    XmlPatch patch_;
+};
+
+} // namespace orrery::xlsx

@@ -1,0 +1,274 @@
+#include "engines/builtin/xlsx/workbook.h"
+
+#include "engines/builtin/xlsx/xml_scanner.h"
+#include "util/error.h"
+#include "util/paths.h"
+
+#include <algorithm>
+
+namespace orrery::xlsx {
+namespace {
+
+using util::Error;
+using util::ErrorKind;
+
+/// Another type of the same family of relationship types, transitional or strict.
+std::string SiblingType(const std::string& type, std::string_view lastWord)
+{
+    return type.substr(0, type.rfind('/') + 1) + std::string(lastWord);
+}
+
+std::string RootNamespace(std::string_view xml, std::string_view partName)
+{
+    XmlScanner scanner(xml, partName);
+    for (auto token = scanner.Next(); token != XmlScanner::Token::End; token = scanner.Next()) {
+        if (token == XmlScanner::Token::StartTag)
+            return std::string(scanner.NamespaceUri());
+    }
+    return {};
+}
+
+} // namespace
+
+Sheet::Sheet(Workbook& workbook, SheetEntry entry, std::size_t origin, std::string part, Kind kind)
+    : workbook_(workbook), name_(entry.Name), templateName_(std::move(entry.Name)), origin_(origin),
+      sheetId_(entry.SheetId), relationshipId_(std::move(entry.RelationshipId)),
+      part_(std::move(part)), kind_(kind)
+{
+}
+
+void Sheet::SetName(std::string_view name)
+{
+    workbook_.Rename(*this, name);
+}
+
+void Sheet::CopyAfter(generate::Worksheet& after)
+{
+    workbook_.Copy(*this, dynamic_cast<Sheet&>(after));
+}
+
+generate::Worksheet* Sheet::Next()
+{
+    const auto next = workbook_.PositionOf(*this) + 1;
+    return next < workbook_.sheets_.size() ? workbook_.sheets_[next].get() : nullptr;
+}
+
+void Sheet::SetCell(std::int32_t row, std::int32_t column, const generate::CellValue& value,
+                    generate::CellMember /*member*/)
+{
+    if (kind_ != Kind::Worksheet)
+        throw Error(ErrorKind::NotAWorksheet, name_);
+    auto& cells = Cells();
+    cells.CheckWritable(row, column, workbook_.CellStyles());
+    if (!cells.TakesValue(row, column))
+        return;
+    const CellAddress cell{row, column};
+    const auto header = Tables().WriteHeader(cell, value);
+    if (!header)
+        Tables().WriteTotal(cell, value);
+    const auto* text = header ? &*header : std::get_if<std::string>(&value);
+    if (text)
+        cells.Set(row, column, SheetCells::Text{workbook_.Strings().IndexOf(*text)});
+    else
+        cells.Set(row, column, std::get<std::int16_t>(value));
+}
+
+const std::shared_ptr<const SheetText>& Sheet::Text() const
+{
+    if (!text_)
+        text_ = std::make_shared<SheetText>(workbook_.package_.ReadXml(part_), part_);
+    return text_;
+}
+
+SheetCells& Sheet::Cells()
+{
+    if (!cells_)
+        cells_.emplace(Text());
+    return *cells_;
+}
+
+SheetTables& Sheet::Tables()
+{
+    if (!tables_)
+        tables_ = SheetTables::Read(workbook_.package_, part_);
+    return *tables_;
+}
+
+Workbook::Workbook(const std::filesystem::path& path) : package_(path)
+{
+    templateParts_ = package_.PartNames();
+    workbookPart_ = package_.MainPart();
+    part_ = std::make_unique<WorkbookPart>(package_.ReadXml(workbookPart_), workbookPart_);
+    ReadSheets();
+}
+
+void Workbook::ReadSheets()
+{
+    const auto& relationships = package_.RelationshipsOf(workbookPart_);
+    for (const auto& entry : part_->Sheets()) {
+        const auto* relationship = relationships.FindById(entry.RelationshipId);
+        auto target =
+            relationship ? ResolveTarget(workbookPart_, relationship->Target) : std::string();
+        if (!package_.Has(target))
+            throw Error(ErrorKind::DamagedWorkbook, util::FromPath(package_.Path()),
+                        "the sheet \"" + entry.Name + "\" is missing");
+        const auto kind =
+            relationship->Is("worksheet") ? Sheet::Kind::Worksheet : Sheet::Kind::Other;
+        templateNames_.push_back(entry.Name);
+        sheets_.push_back(
+            std::make_unique<Sheet>(*this, entry, sheets_.size(), std::move(target), kind));
+    }
+}
+
+generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
+{
+    for (const auto& sheet : sheets_) {
+        if (sheet->kind_ == Sheet::Kind::Worksheet && SameSheetName(sheet->name_, name))
+            return sheet.get();
+    }
+    return nullptr;
+}
+
+std::size_t Workbook::PositionOf(const Sheet& sheet) const
+{
+    const auto found = std::find_if(sheets_.begin(), sheets_.end(),
+                                    [&](const auto& each) { return each.get() == &sheet; });
+    return static_cast<std::size_t>(found - sheets_.begin());
+}
+
+void Workbook::CheckStructure(const std::string& name) const
+{
+    if (part_->IsStructureProtected())
+        throw Error(ErrorKind::StructureProtected, name);
+}
+
+void Workbook::Rename(Sheet& sheet, std::string_view name)
+{
+    if (name == sheet.name_)
+        return;
+    CheckStructure(sheet.name_);
+    if (!IsValidSheetName(name))
+        throw Error(ErrorKind::InvalidSheetName, std::string(name));
+    for (const auto& other : sheets_) {
+        if (other.get() != &sheet && SameSheetName(other->name_, name))
+            throw Error(ErrorKind::SheetNameTaken, std::string(name));
+    }
+    sheet.name_ = name;
+}
+
+void Workbook::Copy(Sheet& model, const Sheet& after)
+{
+    CheckStructure(model.name_);
+    if (model.kind_ != Sheet::Kind::Worksheet)
+        throw Error(ErrorKind::NotAWorksheet, model.name_);
+    if (!copier_) {
+        std::vector<std::string> definedNames;
+        for (const auto& name : part_->Names())
+            definedNames.push_back(name.Name);
+        copier_ = std::make_unique<SheetCopier>(package_, definedNames);
+    }
+
+    std::vector<std::string> taken;
+    SheetEntry entry;
+    for (const auto& sheet : sheets_) {
+        taken.push_back(sheet->name_);
+        entry.SheetId = std::max(entry.SheetId, sheet->sheetId_ + 1);
+    }
+    const auto& templatePart = sheets_[PositionOfOriginal(model.origin_)]->part_;
+    auto copy = std::make_unique<Sheet>(*this, entry, model.origin_, std::string(), model.kind_);
+    copy->name_ = CopyName(model.name_, taken);
+    copy->templateName_ = model.templateName_;
+    copy->isCopy_ = true;
+    copy->text_ = model.Text();
+    copy->cells_ = model.cells_;
+    copy->tables_ = model.Tables();
+    NamesOfOwner names{[this, sheet = copy.get()] { return NamesFor(sheet); },
+                       [this, sheet = copy.get()] { return TablesFor(sheet); }};
+    auto copied = copier_->Copy(
+        templatePart, [this, sheet = copy.get()] { return SheetXml(*sheet); }, std::move(names));
+    copy->part_ = copied.part;
+    copy->identity_ = std::move(copied.identity);
+
+    auto relationships = package_.RelationshipsOf(workbookPart_);
+    const auto* modelRelationship = relationships.FindById(model.relationshipId_);
+    copy->relationshipId_ =
+        relationships.Add(modelRelationship->Type, RelativeTarget(workbookPart_, copy->part_));
+    package_.SetRelationships(workbookPart_, std::move(relationships));
+    sheets_.insert(sheets_.begin() + static_cast<std::ptrdiff_t>(PositionOf(after)) + 1,
+                   std::move(copy));
+}
+
+std::size_t Workbook::PositionOfOriginal(std::size_t origin) const
+{
+    const auto found = std::find_if(sheets_.begin(), sheets_.end(), [&](const auto& sheet) {
+        return !sheet->isCopy_ && sheet->origin_ == origin;
+    });
+    return static_cast<std::size_t>(found - sheets_.begin());
+}
+
+SharedStrings& Workbook::Strings()
+{
+    if (strings_)
+        return *strings_;
+    const auto& relationships = package_.RelationshipsOf(workbookPart_);
+    const auto* relationship = relationships.FindByType("sharedStrings");
+    if (relationship)
+        stringsPart_ = ResolveTarget(workbookPart_, relationship->Target);
+    const bool present = relationship && package_.Has(stringsPart_);
+    if (!relationship)
+        stringsPart_ = AddStringsRelationship();
+    strings_ = std::make_unique<SharedStrings>(
+        present ? package_.ReadXml(stringsPart_) : PartText(), stringsPart_,
+        RootNamespace(*package_.ReadXml(workbookPart_), workbookPart_));
+    return *strings_;
+}
+
+std::string Workbook::AddStringsRelationship()
+{
+    auto relationships = package_.RelationshipsOf(workbookPart_);
+    const auto folder = workbookPart_.substr(0, workbookPart_.rfind('/') + 1);
+    auto part = folder + "sharedStrings.xml";
+    if (package_.Has(part))
+        part = package_.FreePartName(folder + "sharedStrings", ".xml");
+    const auto* workbook = package_.RelationshipsOf("").FindByType("officeDocument");
+    relationships.Add(SiblingType(workbook->Type, "sharedStrings"),
+                      RelativeTarget(workbookPart_, part));
+    package_.SetRelationships(workbookPart_, std::move(relationships));
+    return part;
+}
+
+const Styles& Workbook::CellStyles()
+{
+    if (!styles_) {
+        const auto* relationship = package_.RelationshipsOf(workbookPart_).FindByType("styles");
+        const auto part =
+            relationship ? ResolveTarget(workbookPart_, relationship->Target) : std::string();
+        if (package_.Has(part))
+            styles_.emplace(*package_.ReadXml(part), part);
+        else
+            styles_.emplace(std::string_view(), part);
+    }
+    return *styles_;
+}
+
+SheetNames Workbook::NamesFor(const Sheet* owner) const
+{
+    const auto nameOf = [](const Sheet* meant) -> std::optional<std::string> {
+        if (!meant || meant->name_ == meant->templateName_)
+            return std::nullopt;
+        return meant->name_;
+    };
+    const auto original = [this, nameOf](std::string_view name) {
+        const auto found = std::find_if(sheets_.begin(), sheets_.end(), [&](const auto& sheet) {
+            return !sheet->isCopy_ && SameSheetName(sheet->templateName_, name);
+        });
+        return nameOf(found == sheets_.end() ? nullptr : found->get());
+    };
+    const auto own = [owner, nameOf, original](std::string_view name) {
+        const bool itself = owner && SameSheetName(owner->templateName_, name);
+        return itself ? nameOf(owner) : original(name);
+    };
+    return {own, original};
+}
+
+} // namespace orrery::xlsx

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "engines/builtin/xlsx/defined_names.h"
+#include "engines/builtin/xlsx/document_titles.h"
+#include "engines/builtin/xlsx/formula.h"
+#include "engines/builtin/xlsx/package.h"
+#include "engines/builtin/xlsx/saved_sheet.h"
+#include "engines/builtin/xlsx/sheet_names.h"
+#include "engines/builtin/xlsx/xml_patch.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orrery::xlsx {
+
+/// A sheet as the workbook part lists it.
+struct SheetEntry {
+    std::string Name;
+    std::uint32_t SheetId = 0;
+    std::string RelationshipId;        ///< empty where it is missing
+    std::string relationshipAttribute; ///< the name it stands under, prefix included
+    std::size_t begin = 0;             ///< of the <sheet> element in the part's text
+    std::size_t end = 0;
+};
+
+/// The workbook part: its sheets, defined names, views and calculation settings. Read once;
+/// written as the original text with replacements.
+class WorkbookPart {
+public:
+    /// Throws Error(DamagedWorkbook).
+    WorkbookPart(PartText xml, std::string partName);
+
+    const std::vector<SheetEntry>& Sheets() const { return sheets_; }
+    const std::vector<NameEntry>& Names() const { return names_; }
+    /// Position of the sheet shown first when the workbook is opened, from 0.
+    std::size_t ActiveSheet() const { return activeSheet_; }
+    bool IsStructureProtected() const { return structureProtected_; }
+
+    /// The text for the sheets as they are now:
+    /// - <sheets>: names, order, the copies' own entries (state and other attributes of the model);
+    /// - defined names: formulas follow the new names; `localSheetId` follows the new order; a
+    ///   sheet's own names are repeated for each copy, referring to the copy; a workbook name that
+    ///   refers to a model gets a twin of its own on each copy (not where the copy has its own name
+    ///   of that kind); sorted as they came, the new ones behind their originals;
+    /// - views: activeTab and firstSheet follow the new order; custom views name sheets by their
+    ///   ids and stay;
+    /// - calcPr: fullCalcOnLoad="1" when `recalculate`.
+    /// `sheets` holds every sheet of the template once, in its order, with copies between them.
+    /// `namesFor(position)` and `tablesFor(position)` give the names as seen from the sheet at a
+    /// position of `sheets`, `workbookNames` and `workbookTables` those seen from the workbook.
+    std::string ToXml(const std::vector<SavedSheet>& sheets, bool recalculate,
+                      const SheetNames& workbookNames, const TableNames& workbookTables,
+                      const std::function<SheetNames(std::size_t)>& namesFor,
+                      const std::function<TableNames(std::size_t)>& tablesFor) const;
+
+private:
+    class Reader;
+
+    void PatchSheets(XmlPatch& patch, const std::vector<SavedSheet>& sheets) const;
+    std::string CopiedEntry(const SheetEntry& entry, const SavedSheet& copy) const;
+    void PatchViews(XmlPatch& patch, const std::vector<SavedSheet>& sheets) const;
+    void PatchCalculation(XmlPatch& patch) const;
+
+    PartText xml_;
+    std::string partName_;
+    std::vector<SheetEntry> sheets_;
+    std::vector<NameEntry> names_;
+    std::vector<std::size_t> views_;        // where each <workbookView> begins
+    std::vector<std::size_t> calculations_; // where each <calcPr> begins
+    std::size_t calculationPlace_ = 0;      // where a missing <calcPr> belongs
+    std::string prefix_;                    // of the main namespace, ":" included
+    std::size_t activeSheet_ = 0;
+    bool structureProtected_ = false;
+};
+
+} // namespace orrery::xlsx

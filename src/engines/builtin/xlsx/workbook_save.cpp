@@ -1,0 +1,281 @@
+#include "engines/builtin/xlsx/workbook.h"
+
+#include "engines/builtin/xlsx/document_titles.h"
+
+#include <algorithm>
+
+namespace orrery::xlsx {
+namespace {
+
+constexpr std::string_view kStringsType =
+    "application/vnd.openxmlformats-officedocument.spreadsheetml.sharedStrings+xml";
+
+/// Parts that name no sheets although they are text, some of them large.
+bool NamesNoSheets(std::string_view type)
+{
+    return !MayNameSheets(type) || type.ends_with(".sharedStrings+xml") ||
+           type.ends_with(".styles+xml") || type.ends_with(".theme+xml") ||
+           type.ends_with(".pivotCacheRecords+xml") || type.ends_with(".calcChain+xml") ||
+           type.ends_with("comments+xml") || type.ends_with("relationships+xml") ||
+           type.ends_with("-properties+xml");
+}
+
+} // namespace
+
+void Workbook::SaveAs(const std::filesystem::path& target, generate::AccessMode /*accessMode*/)
+{
+    for (const auto& part : templateParts_) {
+        if (package_.Has(part))
+            package_.Restore(part); // every save starts from the template
+    }
+    recalculate_ = SheetsToRecalculate();
+    PutSheets();
+    PutRenamedParts();
+    PutSharedStrings();
+    PutWorkbookPart();
+    PutTitles();
+    DropCalculationChain();
+    if (copier_)
+        copier_->UpdateLinks();
+    package_.Save(target);
+}
+
+bool Workbook::HasCopies() const
+{
+    return std::any_of(sheets_.begin(), sheets_.end(),
+                       [](const auto& sheet) { return sheet->isCopy_; });
+}
+
+bool Workbook::HasRenamedOriginals() const
+{
+    return std::any_of(sheets_.begin(), sheets_.end(), [](const auto& sheet) {
+        return !sheet->isCopy_ && sheet->name_ != sheet->templateName_;
+    });
+}
+
+// Whole sheets are looked at, not single cells: a sheet is computed anew when it was written or
+// when its formulas may read one that is.
+std::vector<bool> Workbook::SheetsToRecalculate() const
+{
+    std::vector<bool> changed(sheets_.size());
+    bool found = false;
+    for (std::size_t i = 0; i < sheets_.size(); ++i)
+        found |= changed[i] = sheets_[i]->IsWritten();
+    while (found) {
+        found = false;
+        for (std::size_t i = 0; i < sheets_.size(); ++i) {
+            if (!changed[i] && ReadsOneOf(*sheets_[i], changed))
+                found = changed[i] = true;
+        }
+    }
+    for (std::size_t i = 0; i < sheets_.size(); ++i)
+        changed[i] = changed[i] && sheets_[i]->kind_ == Sheet::Kind::Worksheet &&
+                     sheets_[i]->Text()->HasFormulas();
+    return changed;
+}
+
+bool Workbook::ReadsOneOf(const Sheet& sheet, const std::vector<bool>& changed) const
+{
+    if (sheet.kind_ != Sheet::Kind::Worksheet || !sheet.Text()->HasFormulas())
+        return false;
+    const auto& facts = sheet.Text()->Facts();
+    if (facts.ReadsElsewhere)
+        return true;
+    for (std::size_t i = 0; i < sheets_.size(); ++i) {
+        if (changed[i] && !sheets_[i]->isCopy_ &&
+            std::any_of(facts.Sheets.begin(), facts.Sheets.end(), [&](const auto& name) {
+                return SameSheetName(name, sheets_[i]->templateName_);
+            }))
+            return true;
+    }
+    return false;
+}
+
+std::string Workbook::SheetXml(const Sheet& sheet) const
+{
+    return SheetPatch(sheet).Apply(sheet.Text()->Xml());
+}
+
+XmlPatch Workbook::SheetPatch(const Sheet& sheet) const
+{
+    const auto& text = *sheet.Text();
+    const auto names = NamesFor(&sheet);
+    const auto tables = TablesFor(&sheet);
+    XmlPatch patch;
+    if (!text.References().empty())
+        patch.Add(RenameReferences(text.Xml(), text.References(), names, tables));
+    const auto rename = [&](const std::string& formula) {
+        return RenameInFormula(formula, names, tables).value_or(formula);
+    };
+    const bool recalculate = recalculate_[PositionOf(sheet)];
+    if (sheet.IsWritten())
+        patch.Add(sheet.cells_->Patch(recalculate, rename));
+    else if (recalculate)
+        patch.Add(SheetCells(sheet.Text()).Patch(true, rename));
+    patch.Add(SelectionPatch(sheet));
+    return patch;
+}
+
+TableNames Workbook::TablesFor(const Sheet* owner) const
+{
+    TableNames names;
+    for (const auto& sheet : sheets_) {
+        if (sheet->isCopy_ || !sheet->tables_)
+            continue;
+        for (auto& change : sheet->tables_->Changes()) {
+            const auto name = change.name;
+            names.Set(name, std::move(change));
+        }
+    }
+    if (!owner || !owner->identity_)
+        return names;
+    for (const auto& [model, own] : owner->identity_->tables) {
+        auto change = owner->tables_ ? owner->tables_->ChangeOf(model) : TableChange();
+        change.name = own;
+        names.Set(model, std::move(change));
+    }
+    return names;
+}
+
+bool Workbook::HasChangedTables() const
+{
+    return std::any_of(sheets_.begin(), sheets_.end(), [](const auto& sheet) {
+        return !sheet->isCopy_ && sheet->tables_ && sheet->tables_->HasChanges();
+    });
+}
+
+// Of several selected sheets every entry would go into all of them, so only the active one stays
+// selected beside copies. A code name belongs to one module of the macros.
+XmlPatch Workbook::SelectionPatch(const Sheet& sheet) const
+{
+    const auto& text = *sheet.Text();
+    XmlPatch patch;
+    const bool active = !sheet.isCopy_ && sheet.origin_ == part_->ActiveSheet();
+    if (HasCopies())
+        patch.Add(text.SelectTab(active));
+    if (const auto& codeName = text.CodeName(); codeName && sheet.isCopy_)
+        patch.Remove(codeName->begin, codeName->end);
+    return patch;
+}
+
+void Workbook::PutSheets()
+{
+    for (const auto& sheet : sheets_) {
+        if (sheet->isCopy_ || sheet->kind_ != Sheet::Kind::Worksheet || !NeedsLook(*sheet))
+            continue; // copies were put when they were made
+        auto patch = SheetPatch(*sheet);
+        if (patch.Empty())
+            continue;
+        auto content = [text = sheet->Text(), patch = std::move(patch)] {
+            return patch.Apply(text->Xml());
+        };
+        package_.Put(sheet->part_, package_.TypeOf(sheet->part_), std::move(content));
+    }
+}
+
+bool Workbook::NeedsLook(const Sheet& sheet) const
+{
+    return sheet.IsWritten() || recalculate_[PositionOf(sheet)] || HasCopies() ||
+           HasRenamedOriginals() || HasChangedTables();
+}
+
+void Workbook::PutRenamedParts()
+{
+    if (!HasRenamedOriginals() && !HasChangedTables() && templateLinks_.empty())
+        return;
+    const auto names = NamesFor(nullptr);
+    const auto tables = TablesFor(nullptr);
+    for (const auto& part : templateParts_) {
+        PutRenamedLinks(part, names);
+        const auto type = package_.TypeOf(part);
+        if (part == workbookPart_ || NamesNoSheets(type) || IsWorksheetPart(part))
+            continue;
+        const auto text = ReadText(package_, part);
+        const auto patch =
+            RenameInPart(*text, part, type, FindReferencesIn(package_, part), names, tables);
+        if (!patch.Empty())
+            package_.Put(part, type, patch.Apply(*text));
+    }
+}
+
+void Workbook::PutRenamedLinks(const std::string& part, const SheetNames& names)
+{
+    const auto& relationships = package_.RelationshipsOf(part);
+    if (!HasInnerLinks(relationships))
+        return;
+    const auto original = templateLinks_.emplace(part, relationships).first;
+    package_.SetRelationships(part, RenameInnerLinks(original->second, names));
+}
+
+bool Workbook::IsWorksheetPart(const std::string& part) const
+{
+    return std::any_of(sheets_.begin(), sheets_.end(), [&](const auto& sheet) {
+        return sheet->kind_ == Sheet::Kind::Worksheet && sheet->part_ == part;
+    });
+}
+
+void Workbook::PutSharedStrings()
+{
+    if (!strings_ || !strings_->Changed())
+        return;
+    long references = 0;
+    for (const auto& sheet : sheets_) {
+        if (sheet->cells_)
+            references += sheet->cells_->AddedTextReferences();
+    }
+    package_.Put(stringsPart_, kStringsType,
+                 [this, references] { return strings_->ToXml(references); });
+}
+
+std::vector<SavedSheet> Workbook::SavedSheets() const
+{
+    std::vector<SavedSheet> saved;
+    for (const auto& sheet : sheets_)
+        saved.push_back({sheet->name_, sheet->origin_, sheet->isCopy_, sheet->sheetId_,
+                         sheet->relationshipId_});
+    return saved;
+}
+
+void Workbook::PutWorkbookPart()
+{
+    const bool recalculate =
+        std::find(recalculate_.begin(), recalculate_.end(), true) != recalculate_.end();
+    if (!recalculate && !HasCopies() && !HasRenamedOriginals() && !HasChangedTables())
+        return;
+    auto xml = part_->ToXml(
+        SavedSheets(), recalculate, NamesFor(nullptr), TablesFor(nullptr),
+        [this](std::size_t position) { return NamesFor(sheets_[position].get()); },
+        [this](std::size_t position) { return TablesFor(sheets_[position].get()); });
+    package_.Put(workbookPart_, package_.TypeOf(workbookPart_), std::move(xml));
+}
+
+void Workbook::PutTitles()
+{
+    const auto* relationship = package_.RelationshipsOf("").FindByType("extended-properties");
+    const auto part = relationship ? ResolveTarget("", relationship->Target) : std::string();
+    if (!package_.Has(part) || (!HasCopies() && !HasRenamedOriginals()))
+        return;
+    const auto xml = package_.ReadXml(part);
+    auto updated = UpdateTitles(*xml, part, templateNames_, SavedSheets());
+    if (updated != *xml)
+        package_.Put(part, package_.TypeOf(part), std::move(updated));
+}
+
+// The chain lists every formula cell; programs make it anew where it is missing, but not where it
+// is wrong.
+void Workbook::DropCalculationChain()
+{
+    const bool wrong = std::any_of(sheets_.begin(), sheets_.end(), [](const auto& sheet) {
+        return (sheet->cells_ && sheet->cells_->RemovesFormulas()) ||
+               (sheet->isCopy_ && sheet->Text()->HasFormulas());
+    });
+    auto relationships = package_.RelationshipsOf(workbookPart_);
+    const auto* chain = relationships.FindByType("calcChain");
+    if (!wrong || !chain)
+        return;
+    package_.Remove(ResolveTarget(workbookPart_, chain->Target));
+    relationships.Remove(std::string(chain->Id));
+    package_.SetRelationships(workbookPart_, std::move(relationships));
+}
+
+} // namespace orrery::xlsx

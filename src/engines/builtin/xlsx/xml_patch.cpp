@@ -1,0 +1,71 @@
+#include "engines/builtin/xlsx/xml_patch.h"
+
+#include <algorithm>
+#include <cassert>
+#include <iterator>
+#include <utility>
+
+namespace orrery::xlsx {
+
+void XmlPatch::Replace(std::size_t begin, std::size_t end, std::string text)
+{
+    assert(begin <= end);
+    replacements_.push_back({begin, end, std::move(text)});
+}
+
+void XmlPatch::Add(XmlPatch other)
+{
+    if (replacements_.empty()) {
+        replacements_ = std::move(other.replacements_);
+        return;
+    }
+    replacements_.insert(replacements_.end(), std::make_move_iterator(other.replacements_.begin()),
+                         std::make_move_iterator(other.replacements_.end()));
+}
+
+std::vector<const XmlPatch::Replacement*> XmlPatch::InOrder() const
+{
+    std::vector<const Replacement*> order;
+    order.reserve(replacements_.size());
+    for (const Replacement& replacement : replacements_)
+        order.push_back(&replacement);
+    // At one offset: insertions, then the widest range; of equal ranges the last one added.
+    const auto before = [](const Replacement* left, const Replacement* right) {
+        if (left->begin != right->begin)
+            return left->begin < right->begin;
+        const bool leftInserts = left->begin == left->end;
+        const bool rightInserts = right->begin == right->end;
+        if (leftInserts || rightInserts)
+            return leftInserts && (!rightInserts || left < right);
+        if (left->end != right->end)
+            return left->end > right->end;
+        return left > right;
+    };
+    if (!std::is_sorted(order.begin(), order.end(), before))
+        std::sort(order.begin(), order.end(), before);
+    return order;
+}
+
+std::string XmlPatch::Apply(std::string_view text) const
+{
+    std::size_t size = text.size();
+    for (const Replacement& replacement : replacements_)
+        size += replacement.text.size();
+    std::string result;
+    result.reserve(size);
+    std::size_t done = 0; // what lies before is in the result or replaced
+    for (const Replacement* replacement : InOrder()) {
+        assert(replacement->end <= text.size());
+        if (replacement->begin < done) { // inside a wider range
+            assert(replacement->end <= done);
+            continue;
+        }
+        result.append(text, done, replacement->begin - done);
+        result.append(replacement->text);
+        done = replacement->end;
+    }
+    result.append(text, done);
+    return result;
+}
+
+} // namespace orrery::xlsx

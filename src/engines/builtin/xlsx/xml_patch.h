@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace orrery::xlsx {
+
+/// Replacements in a text that otherwise stays as it is, byte for byte.
+class XmlPatch {
+public:
+    /// Replaces [begin:end) by `text`; begin == end inserts. Insertions at one offset keep their
+    /// order and come before a replacement that begins there. Of two ranges of which one holds the
+    /// other, the outer wins, of equal ranges the one added last; what is inserted inside a
+    /// replaced range goes with it. Ranges that merely overlap are a broken promise (assert).
+    void Replace(std::size_t begin, std::size_t end, std::string text);
+    void Insert(std::size_t at, std::string text) { Replace(at, at, std::move(text)); }
+    void Remove(std::size_t begin, std::size_t end) { Replace(begin, end, {}); }
+    /// Takes over the replacements of another patch of the same text.
+    void Add(XmlPatch other);
+
+    bool Empty() const { return replacements_.empty(); }
+    std::string Apply(std::string_view text) const;
+
+private:
+    struct Replacement {
+        std::size_t begin;
+        std::size_t end;
+        std::string text;
+    };
+    /// By offset, the order in which they take effect.
+    std::vector<const Replacement*> InOrder() const;
+
+    std::vector<Replacement> replacements_;
+};
+
+} // namespace orrery::xlsx

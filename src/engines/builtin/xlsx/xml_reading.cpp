@@ -1,0 +1,35 @@
+#include "engines/builtin/xlsx/xml_reading.h"
+
+#include <charconv>
+#include <cstdint>
+
+namespace orrery::xlsx {
+
+void EnterRoot(XmlScanner& scanner)
+{
+    // A text without a root element is an error of the scanner's own.
+    while (scanner.Next() != XmlScanner::Token::StartTag) {
+    }
+}
+
+bool IsTrue(const std::optional<XmlAttribute>& attribute)
+{
+    return attribute && (attribute->value == "1" || attribute->value == "true");
+}
+
+std::optional<std::size_t> ReadDigits(std::string_view text)
+{
+    std::uint32_t number = 0;
+    const char* end = text.data() + text.size();
+    const auto [behind, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || behind != end)
+        return std::nullopt;
+    return number;
+}
+
+std::optional<std::size_t> ReadDigits(const std::optional<XmlAttribute>& attribute)
+{
+    return attribute ? ReadDigits(attribute->value) : std::nullopt;
+}
+
+} // namespace orrery::xlsx

@@ -1,0 +1,334 @@
+#include "engines/builtin/xlsx/xml_scanner.h"
+
+#include "util/error.h"
+
+#include <algorithm>
+#include <array>
+
+namespace orrery::xlsx {
+namespace {
+
+// What a byte may be; a table because every byte of a sheet passes here. Bytes of characters beyond
+// ASCII count as parts of names, so the scanner is a little wider than XML there.
+constexpr unsigned char kNameStart = 1;
+constexpr unsigned char kName = 2;
+constexpr unsigned char kBlank = 4;
+constexpr unsigned char kTextStop = 8;   // ends a run of plain text: "<", "&", what XML cannot hold
+constexpr unsigned char kValueStop = 16; // the same within an attribute's value: quotes too
+
+constexpr std::array<unsigned char, 256> MakeClasses()
+{
+    std::array<unsigned char, 256> classes{};
+    for (unsigned c = 0; c < 256; ++c) {
+        const bool letter =
+            (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == ':' || c >= 0x80;
+        const bool blank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
+        const bool stop = c == '<' || c == '&' || (c < 0x20 && !blank);
+        unsigned flags = 0;
+        if (letter)
+            flags |= kNameStart | kName;
+        if ((c >= '0' && c <= '9') || c == '-' || c == '.')
+            flags |= kName;
+        if (blank)
+            flags |= kBlank;
+        if (stop)
+            flags |= kTextStop;
+        if (stop || c == '"' || c == '\'')
+            flags |= kValueStop;
+        classes[c] = static_cast<unsigned char>(flags);
+    }
+    return classes;
+}
+
+constexpr std::array<unsigned char, 256> kClasses = MakeClasses();
+
+bool Is(char c, unsigned char flags)
+{
+    return (kClasses[static_cast<unsigned char>(c)] & flags) != 0;
+}
+
+constexpr std::string_view kXmlNamespace = "http://www.w3.org/XML/1998/namespace";
+constexpr std::string_view kDeclaration = "xmlns";
+
+} // namespace
+
+XmlScanner::XmlScanner(std::string_view text, std::string_view partName)
+    : text_(text), partName_(partName)
+{
+    stack_.reserve(16);
+    attributes_.reserve(16);
+}
+
+XmlScanner::Token XmlScanner::Next()
+{
+    // The declarations of an element hold up to its EndTag, that included.
+    while (!declarations_.empty() && declarations_.back().depth > stack_.size())
+        declarations_.pop_back();
+    begin_ = end_;
+    if (pendingEnd_) {
+        pendingEnd_ = false;
+        CloseElement();
+        return Token::EndTag;
+    }
+    if (begin_ == text_.size())
+        return ReadEnd();
+    return text_[begin_] == '<' ? ReadMarkup() : ReadText();
+}
+
+XmlScanner::Token XmlScanner::ReadMarkup()
+{
+    const char kind = At(begin_ + 1);
+    if (kind == '/')
+        return ReadEndTag();
+    if (kind == '?')
+        return ReadProcessingInstruction();
+    if (kind != '!')
+        return ReadStartTag();
+    const std::string_view rest = text_.substr(begin_);
+    if (rest.starts_with("<!--"))
+        return ReadUntil(begin_ + 4, "-->", Token::Other);
+    if (rest.starts_with("<![CDATA[") && !stack_.empty())
+        return ReadUntil(begin_ + 9, "]]>", Token::CData);
+    // Without a document type no entity is ever expanded or fetched.
+    if (rest.starts_with("<!DOCTYPE"))
+        Fail(begin_, "a document type declaration, which workbooks must not have");
+    Fail(begin_, "markup that XML does not know");
+}
+
+XmlScanner::Token XmlScanner::ReadStartTag()
+{
+    if (stack_.empty() && rootSeen_)
+        Fail(begin_, "a second root element");
+    std::size_t at = SkipName(begin_ + 1);
+    name_ = text_.substr(begin_ + 1, at - begin_ - 1);
+    if (stack_.size() == kMaxDepth)
+        throw util::Error(util::ErrorKind::TooDeeplyNested, {}, std::string(partName_));
+    stack_.push_back(name_);
+    rootSeen_ = true;
+    attributes_.clear();
+    while (true) {
+        const std::size_t blank = at;
+        at = SkipBlanks(at);
+        const char c = At(at);
+        if (c == '>' || c == '/')
+            break;
+        if (at == blank) {
+            Fail(at, at < text_.size() ? "a start tag that is not well-formed"
+                                       : "a start tag without an end");
+        }
+        ReadAttribute(blank);
+        at = attributes_.back().end;
+    }
+    emptyElement_ = text_[at] == '/';
+    if (emptyElement_ && At(++at) != '>')
+        Fail(at, "a start tag that is not well-formed");
+    pendingEnd_ = emptyElement_;
+    end_ = at + 1;
+    return Token::StartTag;
+}
+
+void XmlScanner::ReadAttribute(std::size_t blank)
+{
+    const std::size_t nameBegin = SkipBlanks(blank);
+    const std::size_t nameEnd = SkipName(nameBegin);
+    std::size_t at = SkipBlanks(nameEnd);
+    if (At(at) != '=')
+        Fail(at, "an attribute without a value");
+    at = SkipBlanks(at + 1);
+    const char quote = At(at);
+    if (quote != '"' && quote != '\'')
+        Fail(at, "an attribute value without quotes");
+    const std::size_t valueBegin = ++at;
+    while (true) {
+        while (at < text_.size() && !Is(text_[at], kValueStop))
+            ++at;
+        const char c = At(at);
+        if (c == quote)
+            break;
+        if (c == '&' && ReferenceLength(text_.substr(at)) == 0)
+            Fail(at, "an entity that XML does not know");
+        if (c != '&' && c != '"' && c != '\'')
+            Fail(at, "an attribute value that is not well-formed");
+        ++at;
+    }
+    const std::string_view name = text_.substr(nameBegin, nameEnd - nameBegin);
+    const std::string_view value = text_.substr(valueBegin, at - valueBegin);
+    attributes_.push_back({name, value, blank, valueBegin, at + 1});
+    if (name.starts_with(kDeclaration)) {
+        if (name.size() == kDeclaration.size()) {
+            declarations_.push_back({stack_.size(), {}, value});
+        }
+        else if (name[kDeclaration.size()] == ':') {
+            declarations_.push_back({stack_.size(), name.substr(kDeclaration.size() + 1), value});
+        }
+    }
+}
+
+XmlScanner::Token XmlScanner::ReadEndTag()
+{
+    const std::size_t nameBegin = begin_ + 2;
+    if (stack_.empty())
+        Fail(begin_, "an end tag without a start tag");
+    const std::string_view open = stack_.back();
+    const std::size_t at = SkipBlanks(nameBegin + open.size());
+    if (text_.substr(nameBegin, open.size()) != open || At(at) != '>')
+        Fail(begin_, "an end tag that does not fit the element \"" + std::string(open) + "\"");
+    end_ = at + 1;
+    CloseElement();
+    return Token::EndTag;
+}
+
+void XmlScanner::CloseElement()
+{
+    name_ = stack_.back();
+    stack_.pop_back();
+    emptyElement_ = false;
+    attributes_.clear();
+}
+
+XmlScanner::Token XmlScanner::ReadText()
+{
+    std::size_t at = begin_;
+    if (stack_.empty()) {
+        at = SkipBlanks(at);
+        if (at < text_.size() && text_[at] != '<')
+            Fail(at, "text outside the root element");
+        end_ = at;
+        return Token::Other;
+    }
+    while (true) {
+        while (at < text_.size() && !Is(text_[at], kTextStop))
+            ++at;
+        if (at == text_.size() || text_[at] == '<')
+            break;
+        if (text_[at] != '&')
+            Fail(at, "a control character");
+        if (ReferenceLength(text_.substr(at)) == 0)
+            Fail(at, "an entity that XML does not know");
+        ++at;
+    }
+    end_ = at;
+    return Token::Text;
+}
+
+XmlScanner::Token XmlScanner::ReadProcessingInstruction()
+{
+    const std::size_t nameEnd = SkipName(begin_ + 2);
+    if (begin_ != 0 && text_.substr(begin_ + 2, nameEnd - begin_ - 2) == "xml")
+        Fail(begin_, "an XML declaration that is not at the beginning");
+    return ReadUntil(nameEnd, "?>", Token::Other);
+}
+
+XmlScanner::Token XmlScanner::ReadUntil(std::size_t contentBegin, std::string_view terminator,
+                                        Token token)
+{
+    const std::size_t found = text_.find(terminator, contentBegin);
+    if (found == std::string_view::npos)
+        Fail(begin_, "a comment, section or instruction without an end");
+    end_ = found + terminator.size();
+    return token;
+}
+
+XmlScanner::Token XmlScanner::ReadEnd()
+{
+    if (!stack_.empty())
+        Fail(begin_, "no end of the element \"" + std::string(stack_.back()) + "\"");
+    if (!rootSeen_)
+        Fail(begin_, "no element");
+    return Token::End;
+}
+
+std::size_t XmlScanner::SkipName(std::size_t at) const
+{
+    if (!Is(At(at), kNameStart))
+        Fail(at, "a tag that is not well-formed");
+    while (Is(At(at), kName))
+        ++at;
+    return at;
+}
+
+std::size_t XmlScanner::SkipBlanks(std::size_t at) const
+{
+    while (Is(At(at), kBlank))
+        ++at;
+    return at;
+}
+
+void XmlScanner::Fail(std::size_t at, std::string_view what) const
+{
+    std::string cause(partName_);
+    if (!cause.empty())
+        cause += ", ";
+    cause += "offset " + std::to_string(at) + ": " + std::string(what);
+    throw util::Error(util::ErrorKind::DamagedWorkbook, {}, std::move(cause));
+}
+
+std::string_view XmlScanner::LocalName() const
+{
+    const std::size_t colon = name_.find(':');
+    return colon == std::string_view::npos ? name_ : name_.substr(colon + 1);
+}
+
+std::string_view XmlScanner::Prefix() const
+{
+    const std::size_t colon = name_.find(':');
+    return colon == std::string_view::npos ? std::string_view() : name_.substr(0, colon);
+}
+
+std::string_view XmlScanner::NamespaceUri(std::string_view prefix) const
+{
+    const auto declaration =
+        std::find_if(declarations_.rbegin(), declarations_.rend(),
+                     [prefix](const Declaration& one) { return one.prefix == prefix; });
+    if (declaration != declarations_.rend())
+        return declaration->uri;
+    return prefix == "xml" ? kXmlNamespace : std::string_view();
+}
+
+std::optional<XmlAttribute> XmlScanner::Attribute(std::string_view name) const
+{
+    for (const XmlAttribute& attribute : attributes_) {
+        if (attribute.name == name)
+            return attribute;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> XmlScanner::AttributeText(std::string_view name) const
+{
+    const auto attribute = Attribute(name);
+    return attribute ? std::optional(DecodeXmlAttribute(attribute->value)) : std::nullopt;
+}
+
+void XmlScanner::SkipElement()
+{
+    const std::size_t depth = stack_.size();
+    while (Next() != Token::EndTag || stack_.size() >= depth) {
+    }
+}
+
+std::string XmlScanner::ElementText()
+{
+    constexpr std::size_t kCDataBegin = 9; // <![CDATA[
+    constexpr std::size_t kCDataEnd = 3;   // ]]>
+    const std::size_t depth = stack_.size();
+    std::string text;
+    while (true) {
+        switch (Next()) {
+        case Token::Text:
+            text += DecodeXml(Raw());
+            break;
+        case Token::CData:
+            text += Raw().substr(kCDataBegin, Raw().size() - kCDataBegin - kCDataEnd);
+            break;
+        case Token::EndTag:
+            if (stack_.size() < depth)
+                return text;
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+} // namespace orrery::xlsx

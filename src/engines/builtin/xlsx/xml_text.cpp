@@ -1,0 +1,174 @@
+#include "engines/builtin/xlsx/xml_text.h"
+
+#include <array>
+#include <charconv>
+#include <optional>
+
+namespace orrery::xlsx {
+namespace {
+
+struct Entity {
+    std::string_view name;
+    char32_t character;
+};
+constexpr std::array<Entity, 5> kEntities = {
+    {{"amp", U'&'}, {"lt", U'<'}, {"gt", U'>'}, {"quot", U'"'}, {"apos", U'\''}}};
+constexpr std::size_t kLongestReference = 32; // "&#x" and leading zeros included
+
+bool IsXmlCharacter(char32_t c)
+{
+    if (c < 0x20)
+        return c == '\t' || c == '\n' || c == '\r';
+    return c <= 0xD7FF || (c >= 0xE000 && c <= 0xFFFD) || (c >= 0x10000 && c <= 0x10FFFF);
+}
+
+std::optional<char32_t> ReadNumericReference(std::string_view digits)
+{
+    const bool hexadecimal = digits.starts_with('x');
+    if (hexadecimal)
+        digits.remove_prefix(1);
+    std::uint32_t value = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [behind, error] = std::from_chars(digits.data(), end, value, hexadecimal ? 16 : 10);
+    if (error != std::errc() || behind != end || !IsXmlCharacter(value))
+        return std::nullopt;
+    return value;
+}
+
+struct Reference {
+    char32_t character;
+    std::size_t length; // "&" and ";" included
+};
+
+std::optional<Reference> ReadReference(std::string_view text)
+{
+    const std::size_t end = text.substr(0, kLongestReference).find(';');
+    if (end == std::string_view::npos)
+        return std::nullopt;
+    const std::string_view name = text.substr(1, end - 1);
+    if (name.starts_with('#')) {
+        const auto character = ReadNumericReference(name.substr(1));
+        return character ? std::optional(Reference{*character, end + 1}) : std::nullopt;
+    }
+    for (const Entity& entity : kEntities) {
+        if (entity.name == name)
+            return Reference{entity.character, end + 1};
+    }
+    return std::nullopt;
+}
+
+std::string Decode(std::string_view raw, std::string_view special, char lineEnd)
+{
+    std::string text;
+    text.reserve(raw.size());
+    for (std::size_t at = 0; at < raw.size();) {
+        const std::size_t next = std::min(raw.find_first_of(special, at), raw.size());
+        text.append(raw, at, next - at);
+        at = next;
+        if (at == raw.size())
+            break;
+        if (raw[at] != '&') {
+            at += raw.substr(at, 2) == "\r\n" ? 2U : 1U;
+            text += lineEnd;
+        }
+        else if (const auto reference = ReadReference(raw.substr(at))) {
+            AppendUtf8(text, reference->character);
+            at += reference->length;
+        }
+        else {
+            text += raw[at++];
+        }
+    }
+    return text;
+}
+
+/// `escapes` holds the characters that are written as references.
+std::string Encode(std::string_view text, std::string_view escapes)
+{
+    std::string encoded;
+    encoded.reserve(text.size());
+    for (const char c : text) {
+        if (escapes.find(c) == std::string_view::npos) {
+            if (IsXmlCharacter(static_cast<unsigned char>(c)))
+                encoded += c;
+            continue;
+        }
+        switch (c) {
+        case '&':
+            encoded += "&amp;";
+            break;
+        case '<':
+            encoded += "&lt;";
+            break;
+        case '>':
+            encoded += "&gt;";
+            break;
+        case '"':
+            encoded += "&quot;";
+            break;
+        default:
+            encoded += "&#" + std::to_string(static_cast<int>(c)) + ";";
+            break;
+        }
+    }
+    return encoded;
+}
+
+} // namespace
+
+std::string DecodeXml(std::string_view raw)
+{
+    return Decode(raw, "&\r", '\n');
+}
+
+std::string DecodeXmlAttribute(std::string_view raw)
+{
+    return Decode(raw, "&\r\n\t", ' ');
+}
+
+std::string EncodeXmlText(std::string_view text)
+{
+    return Encode(text, "&<>\r");
+}
+
+std::string EncodeXmlAttribute(std::string_view text)
+{
+    return Encode(text, "&<>\"\t\n\r");
+}
+
+std::size_t ReferenceLength(std::string_view text)
+{
+    const auto reference = ReadReference(text);
+    return reference ? reference->length : 0;
+}
+
+void AppendUtf8(std::string& text, char32_t character)
+{
+    const auto add = [&text](char32_t bits) { text += static_cast<char>(bits); };
+    if (character < 0x80) {
+        add(character);
+    }
+    else if (character < 0x800) {
+        add(0xC0 | character >> 6);
+        add(0x80 | (character & 0x3F));
+    }
+    else if (character < 0x10000) {
+        add(0xE0 | character >> 12);
+        add(0x80 | (character >> 6 & 0x3F));
+        add(0x80 | (character & 0x3F));
+    }
+    else {
+        add(0xF0 | character >> 18);
+        add(0x80 | (character >> 12 & 0x3F));
+        add(0x80 | (character >> 6 & 0x3F));
+        add(0x80 | (character & 0x3F));
+    }
+}
+
+bool IsMainNamespace(std::string_view uri)
+{
+    return uri == "http://schemas.openxmlformats.org/spreadsheetml/2006/main" ||
+           uri == "http://purl.oclc.org/ooxml/spreadsheetml/main";
+}
+
+} // namespace orrery::xlsx

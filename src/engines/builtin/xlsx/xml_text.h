@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace orrery::xlsx {
+
+/// Text with its character references and entities decoded (only the five of XML are known) and
+/// its line ends made "\n", as every reader of XML sees it. What is no reference stays as it is.
+std::string DecodeXml(std::string_view raw);
+/// The same for an attribute's value, where tabs and line ends count as blanks.
+std::string DecodeXmlAttribute(std::string_view raw);
+/// Escaped for element content; carriage returns become references. Control characters that XML
+/// cannot hold are left out.
+std::string EncodeXmlText(std::string_view text);
+/// Escaped for an attribute value in double quotes; tabs and line ends become references.
+/// Control characters that XML cannot hold are left out.
+std::string EncodeXmlAttribute(std::string_view text);
+
+/// Length of the reference that begins with the "&" at `text`'s start ("&amp;", "&#x20;"), its ";"
+/// included; 0 when it is none that XML knows or names a character that XML cannot hold.
+std::size_t ReferenceLength(std::string_view text);
+
+/// Adds a Unicode character to a UTF-8 text.
+void AppendUtf8(std::string& text, char32_t character);
+
+/// Whether a namespace URI is one of the family of SpreadsheetML's main namespace,
+/// transitional or strict.
+bool IsMainNamespace(std::string_view uri);
+
+} // namespace orrery::xlsx

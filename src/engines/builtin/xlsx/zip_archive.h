@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct zip;
+struct zip_source;
+
+namespace orrery::xlsx {
+
+/// Reads a zip container. Owns the handle.
+class ZipReader {
+public:
+    struct Entry {
+        std::string name;       ///< as stored
+        std::uint64_t size = 0; ///< unpacked, as declared
+        std::uint64_t compressedSize = 0;
+    };
+
+    /// Opens a container. Throws Error: NotAWorkbook where the bytes are no zip container at all,
+    /// FileNotFound, FileNotReadable, DamagedWorkbook, PasswordProtected, TooLargeUnpacked: over
+    /// 1 GiB in all, or beyond 1:1000, of the container or an entry above 10 MiB.
+    explicit ZipReader(const std::filesystem::path& path);
+    ~ZipReader();
+    ZipReader(const ZipReader&) = delete;
+    ZipReader& operator=(const ZipReader&) = delete;
+
+    const std::vector<Entry>& Entries() const { return entries_; }
+    /// The unpacked bytes of an entry; checks length and checksum. Throws Error(DamagedWorkbook).
+    std::string Read(std::size_t index) const;
+
+private:
+    friend class ZipWriter;
+    /// Gives a container back unchanged.
+    struct HandleCloser {
+        void operator()(struct zip* handle) const;
+    };
+    using Handle = std::unique_ptr<struct zip, HandleCloser>;
+
+    std::filesystem::path path_;
+    Handle handle_;
+    std::vector<Entry> entries_;
+};
+
+/// Writes a new zip container. Content is asked for when the container is closed, one entry at a
+/// time, so that only one unpacked entry is in memory at once.
+class ZipWriter {
+public:
+    using Producer = std::function<std::string()>;
+
+    /// The file at `path` is created or emptied when the container is closed. Throws
+    /// Error(FileNotWritable).
+    explicit ZipWriter(const std::filesystem::path& path);
+    ~ZipWriter(); ///< discards what was not closed
+    ZipWriter(const ZipWriter&) = delete;
+    ZipWriter& operator=(const ZipWriter&) = delete;
+
+    /// Takes over an entry as it is, packed bytes and time included. `source` must outlive Close.
+    void CopyEntry(const ZipReader& source, std::size_t index, const std::string& name);
+    /// An entry packed with deflate, of a fixed date, so that equal content gives equal bytes.
+    void AddEntry(const std::string& name, Producer content);
+    /// Writes everything. Throws Error (FileNotWritable, DiskFull, and about the container that
+    /// entries are copied from: FileNotReadable, DamagedWorkbook) and what a producer throws; the
+    /// file is then removed.
+    void Close();
+
+private:
+    struct Pending;
+    /// On sheets half the time of zlib's usual level for a tenth more bytes.
+    static constexpr unsigned kDeflateLevel = 4;
+
+    /// The new entry's index. Takes the source over.
+    std::uint64_t Add(const std::string& name, struct zip_source* source);
+
+    std::filesystem::path path_;
+    std::filesystem::path copiedFrom_;
+    std::vector<std::unique_ptr<Pending>> pending_;
+    ZipReader::Handle handle_; // given back before what its entries need
+};
+
+} // namespace orrery::xlsx

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "generate/spreadsheet.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace orrery::engines {
+
+/// Which spreadsheet application does the work.
+enum class EngineChoice {
+    Auto, ///< Excel where it is installed, else the built-in one
+    Excel,
+    BuiltIn,
+    LibreOffice,
+};
+
+/// "auto", "excel", "builtin" or "libreoffice", without regard to case.
+std::optional<EngineChoice> ParseEngineChoice(std::string_view name);
+/// The name that `ParseEngineChoice` reads.
+std::string_view EngineName(EngineChoice choice);
+
+/// What the choice comes to here: never Auto. Throws Error(EngineMissing) for one that this
+/// machine does not have.
+EngineChoice ResolveEngine(EngineChoice choice);
+
+/// Opens a saved workbook for the user.
+using Opener = std::function<void(const std::filesystem::path&)>;
+
+/// Starts the chosen application. The built-in one hands the workbook saved last to the opener when
+/// it is made visible; without an opener nothing happens then. Throws as `ResolveEngine`.
+std::unique_ptr<generate::Application> CreateApplication(EngineChoice choice, Opener opener);
+
+} // namespace orrery::engines

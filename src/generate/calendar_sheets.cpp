@@ -1,0 +1,200 @@
+#include "generate/calendar_sheets.h"
+
+#include "generate/month_block.h"
+#include "util/checked.h"
+#include "util/error.h"
+#include "util/error_text.h"
+
+#include <exception>
+#include <string>
+
+namespace orrery::generate {
+namespace {
+
+using model::CellPosition;
+using util::Add32;
+using util::Multiply32;
+
+constexpr std::int16_t kMonths = 12;
+constexpr std::int16_t kFallbackList = 0;
+
+/// The model sheet; where it is missing that is reported and nothing returned.
+Worksheet* FindModelSheet(Workbook& workbook, const std::string& name, Context& context)
+{
+    Worksheet* const sheet = workbook.FindWorksheet(name);
+    if (sheet == nullptr)
+        context.reporter.Report("The sheet " + name + " does not exist.");
+    return sheet;
+}
+
+void ReportFailure(const char* sentence, const std::exception& error, Context& context)
+{
+    context.reporter.Report(std::string(sentence) + "\r\n" + util::ErrorText(error));
+}
+
+void PrepareHolidays(std::int16_t year, const model::CalendarParameters& parameters,
+                     Context& context)
+{
+    if (parameters.OutHoliday)
+        holidays::ComputeHolidayDates(year, parameters.Holidays, context.easter,
+                                      context.holidayDates);
+}
+
+void FillAndTell(Worksheet& sheet, std::int16_t year, std::int16_t month, CalendarKind kind,
+                 const model::CalendarParameters& parameters, Context& context)
+{
+    FillMonth(sheet, year, month, parameters, context);
+    if (context.progress)
+        context.progress(kind, month);
+}
+
+/// Renames a sheet after a month of a list. False where the list or the name does not serve.
+bool NameAfterMonth(Worksheet& sheet, std::int16_t list, std::int16_t month,
+                    const model::NameTables& names)
+{
+    try {
+        sheet.SetName(names.Months.Name(list, static_cast<std::int16_t>(month - 1)));
+        return true;
+    }
+    catch (const std::exception&) {
+        return false; // silent by design: the sheet keeps its name
+    }
+}
+
+/// The copy placed directly after the sheet, or nullptr when it cannot be made.
+Worksheet* CopyAfterItself(Worksheet& sheet)
+{
+    try {
+        sheet.CopyAfter(sheet);
+        return sheet.Next();
+    }
+    catch (const std::exception&) {
+        return nullptr; // silent by design: the months then go to the sheets that are there
+    }
+}
+
+void MakeMonthSheets(Worksheet& model, std::int16_t list, const model::NameTables& names)
+{
+    NameAfterMonth(model, list, 1, names); // no second list for the model sheet
+    Worksheet* current = &model;
+    for (std::int16_t month = 2; month <= kMonths; ++month) {
+        Worksheet* const copy = CopyAfterItself(*current);
+        if (copy == nullptr)
+            continue;
+        current = copy;
+        if (!NameAfterMonth(*current, list, month, names))
+            NameAfterMonth(*current, kFallbackList, month, names);
+    }
+}
+
+Worksheet& SheetAfter(Worksheet& sheet)
+{
+    Worksheet* const next = sheet.Next();
+    if (next == nullptr)
+        throw Error(util::ErrorKind::SheetNotCopied, sheet.Name());
+    return *next;
+}
+
+void FillMonthSheets(Worksheet& first, std::int16_t year,
+                     const model::MonthlyParameters& parameters, Context& context)
+{
+    Worksheet* sheet = &first;
+    for (std::int16_t month = 1; month <= kMonths; ++month) {
+        if (month > 1)
+            sheet = &SheetAfter(*sheet);
+        FillAndTell(*sheet, year, month, CalendarKind::Monthly, parameters, context);
+    }
+}
+
+/// The cells that move from month block to month block. The year's cell is not among them: it is
+/// written twelve times to one place.
+struct BlockOrigins {
+    CellPosition day;
+    CellPosition weekday;
+    CellPosition month;
+    CellPosition holiday;
+};
+
+BlockOrigins OriginsOf(const model::YearlyParameters& parameters)
+{
+    return {parameters.FirstCellOfDay, parameters.FirstCellOfWeekday, parameters.FirstCellOfMonth,
+            parameters.FirstCellOfHoliday};
+}
+
+void PutBack(const BlockOrigins& origins, model::YearlyParameters& parameters)
+{
+    parameters.FirstCellOfDay = origins.day;
+    parameters.FirstCellOfWeekday = origins.weekday;
+    parameters.FirstCellOfMonth = origins.month;
+    parameters.FirstCellOfHoliday = origins.holiday;
+}
+
+/// Moves the positions to the block of a month, `MonthLayout` blocks to a band.
+void ShiftToBlock(const BlockOrigins& origins, std::int16_t month,
+                  model::YearlyParameters& parameters)
+{
+    if (parameters.MonthLayout < 1)
+        throw util::OutOfRangeError();
+    const std::int32_t across = (month - 1) % parameters.MonthLayout;
+    const std::int32_t down = (month - 1) / parameters.MonthLayout;
+    const std::int32_t rows = Multiply32(down, parameters.RowIntervalOfMonth);
+    const std::int32_t columns = Multiply32(across, parameters.ColIntervalOfMonth);
+    const auto shifted = [&](CellPosition origin) {
+        return CellPosition{Add32(origin.row, rows), Add32(origin.column, columns)};
+    };
+    parameters.FirstCellOfDay = shifted(origins.day);
+    parameters.FirstCellOfWeekday = shifted(origins.weekday);
+    parameters.FirstCellOfMonth = shifted(origins.month);
+    parameters.FirstCellOfHoliday = shifted(origins.holiday);
+}
+
+void FillMonthBlocks(Worksheet& sheet, std::int16_t year, model::YearlyParameters& parameters,
+                     Context& context)
+{
+    const BlockOrigins origins = OriginsOf(parameters);
+    for (std::int16_t month = 1; month <= kMonths; ++month) {
+        ShiftToBlock(origins, month, parameters);
+        FillAndTell(sheet, year, month, CalendarKind::Yearly, parameters, context);
+    }
+    PutBack(origins, parameters);
+}
+
+} // namespace
+
+void MakeMonthlyCalendar(Workbook& workbook, std::int16_t year,
+                         const model::MonthlyParameters& parameters, Context& context)
+{
+    if (!parameters.Output)
+        return;
+    try {
+        Worksheet* const sheet = FindModelSheet(workbook, parameters.SheetName, context);
+        if (sheet == nullptr)
+            return;
+        MakeMonthSheets(*sheet, parameters.MonthName, context.names);
+        PrepareHolidays(year, parameters, context);
+        FillMonthSheets(*sheet, year, parameters, context);
+    }
+    catch (const std::exception& error) {
+        ReportFailure("Error in making monthly calendar.", error, context);
+    }
+}
+
+void MakeYearlyCalendar(Workbook& workbook, std::int16_t year, model::YearlyParameters& parameters,
+                        Context& context)
+{
+    if (!parameters.Output)
+        return;
+    try {
+        Worksheet* const sheet = FindModelSheet(workbook, parameters.SheetName, context);
+        if (sheet == nullptr)
+            return;
+        sheet->SetName(std::to_string(year));
+        PrepareHolidays(year, parameters, context);
+        FillMonthBlocks(*sheet, year, parameters, context);
+    }
+    catch (const std::exception& error) {
+        ReportFailure("Error in making yearly calendar.", error, context);
+    }
+}
+
+} // namespace orrery::generate

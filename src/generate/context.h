@@ -1,0 +1,26 @@
+#pragma once
+
+#include "holidays/holiday_dates.h"
+#include "holidays/holiday_readers.h"
+#include "model/name_lists.h"
+#include "util/error_report.h"
+
+#include <cstdint>
+#include <functional>
+
+namespace orrery::generate {
+
+using holidays::CalendarKind;
+
+/// What the runs of a program share. It outlives them: a run leaves its Easter date and its
+/// holiday dates behind, and the next one overwrites them.
+struct Context {
+    const model::NameTables& names;
+    util::ErrorReporter& reporter;
+    /// Told after each month that was worked through, 1 to 12; may be empty.
+    std::function<void(CalendarKind, std::int16_t month)> progress = {};
+    holidays::Date easter = {}; ///< Easter Sunday of the run's year
+    holidays::HolidayDateList holidayDates = {};
+};
+
+} // namespace orrery::generate

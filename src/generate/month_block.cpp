@@ -1,0 +1,180 @@
+#include "generate/month_block.h"
+
+#include "util/checked.h"
+#include "util/error_text.h"
+
+#include <exception>
+
+namespace orrery::generate {
+namespace {
+
+using model::CalendarParameters;
+using model::CellPosition;
+using util::Add16;
+using util::Add32;
+using util::Multiply32;
+
+constexpr std::int16_t kDaysPerWeek = 7;
+constexpr std::int16_t kSunday = 1;
+
+/// A place in the grid of days, both counted from 0.
+struct GridPosition {
+    std::int16_t week = 0;
+    std::int16_t column = 0;
+};
+
+/// What becomes of several holidays on one day.
+enum class MultiHolidays : std::int16_t { Overwrite = 0, NextRow = 1, NextColumn = 2 };
+
+bool WeeksBeginOnMonday(const CalendarParameters& parameters)
+{
+    return parameters.FirstDayOfWeek != 0;
+}
+
+/// `firstWeekday` is the weekday of the 1st, 1 Sunday to 7 Saturday.
+GridPosition PlaceInGrid(std::int16_t day, std::int16_t firstWeekday, bool mondayFirst)
+{
+    const int offset = day + firstWeekday - 2;
+    int week = offset / kDaysPerWeek;
+    int column = offset % kDaysPerWeek;
+    if (mondayFirst) {
+        if (column != 0) {
+            --column;
+            if (firstWeekday == kSunday)
+                ++week;
+        }
+        else {
+            column = kDaysPerWeek - 1;
+            if (firstWeekday != kSunday)
+                --week;
+        }
+    }
+    return {static_cast<std::int16_t>(week), static_cast<std::int16_t>(column)};
+}
+
+CellPosition CellInGrid(CellPosition origin, GridPosition place,
+                        const CalendarParameters& parameters)
+{
+    return {Add32(origin.row, Multiply32(place.week, parameters.RowIntervalOfDay)),
+            Add32(origin.column, Multiply32(place.column, parameters.ColIntervalOfDay))};
+}
+
+/// Writes one month; the steps throw.
+class MonthWriter {
+public:
+    MonthWriter(Worksheet& sheet, std::int16_t year, std::int16_t month,
+                const CalendarParameters& parameters, Context& context)
+        : sheet_(sheet), year_(year), month_(month), parameters_(parameters), names_(context.names),
+          holidays_(context.holidayDates)
+    {
+    }
+
+    void Write()
+    {
+        if (parameters_.OutYear)
+            Put(parameters_.FirstCellOfYear, year_, CellMember::Default);
+        if (parameters_.OutMonth)
+            WriteMonthName();
+        if (parameters_.OutWeekday)
+            WriteWeekdayNames();
+        WriteDays();
+    }
+
+private:
+    void Put(CellPosition cell, const CellValue& value, CellMember member)
+    {
+        sheet_.SetCell(cell.row, cell.column, value, member);
+    }
+
+    void WriteMonthName()
+    {
+        const auto position = static_cast<std::int16_t>(month_ - 1);
+        Put(parameters_.FirstCellOfMonth, names_.Months.Name(parameters_.MonthName, position),
+            CellMember::Default);
+    }
+
+    void WriteWeekdayNames()
+    {
+        const CellPosition first = parameters_.FirstCellOfWeekday;
+        const int shift = WeeksBeginOnMonday(parameters_) ? 1 : 0;
+        for (std::int16_t k = 0; k < kDaysPerWeek; ++k) {
+            const auto weekday = static_cast<std::int16_t>((k + shift) % kDaysPerWeek);
+            const CellPosition cell = CellInGrid(first, {0, k}, parameters_);
+            Put(cell, names_.Weekdays.Name(parameters_.WeekdayName, weekday), CellMember::Default);
+        }
+    }
+
+    void WriteDays()
+    {
+        const auto firstWeekday = holidays::WeekdayOf(holidays::MakeDate(year_, month_, 1));
+        const auto days = holidays::DaysInMonth(year_, month_);
+        const bool mondayFirst = WeeksBeginOnMonday(parameters_);
+        for (std::int16_t day = 1; day <= days; ++day) {
+            const GridPosition place = PlaceInGrid(day, firstWeekday, mondayFirst);
+            Put(CellInGrid(parameters_.FirstCellOfDay, place, parameters_), day, CellMember::Value);
+            if (parameters_.OutHoliday && holidays_.Count > 0)
+                WriteHolidays(day, place);
+        }
+    }
+
+    void WriteHolidays(std::int16_t day, GridPosition place)
+    {
+        const auto date = holidays::MakeDate(year_, month_, day);
+        // Looked at before the count is: once every slot is used up, this is out of range.
+        if (date < holidays_.DateAt(holidays_.Cursor))
+            return;
+        std::int16_t ofDay = 0;
+        while (holidays_.Cursor < holidays_.Count) {
+            const auto entry = holidays_.DateAt(holidays_.Cursor);
+            if (entry > date)
+                return;
+            if (entry == date) {
+                WriteHoliday(holidays_.NameAt(holidays_.Cursor), place, ofDay);
+                ofDay = Add16(ofDay, 1);
+            }
+            holidays_.Cursor = Add16(holidays_.Cursor, 1);
+        }
+    }
+
+    /// `ofDay` counts the holidays of one day from 0.
+    void WriteHoliday(const std::string& name, GridPosition place, std::int16_t ofDay)
+    {
+        CellPosition cell = CellInGrid(parameters_.FirstCellOfHoliday, place, parameters_);
+        switch (MultiHolidays{parameters_.MultiHolidays}) {
+        case MultiHolidays::Overwrite:
+            break;
+        case MultiHolidays::NextRow:
+            cell.row = Add32(cell.row, ofDay);
+            break;
+        case MultiHolidays::NextColumn:
+            cell.column = Add32(cell.column, ofDay);
+            break;
+        default:
+            return; // an unknown policy writes no name
+        }
+        Put(cell, name, CellMember::Value);
+    }
+
+    Worksheet& sheet_;
+    std::int16_t year_;
+    std::int16_t month_;
+    const CalendarParameters& parameters_;
+    const model::NameTables& names_;
+    holidays::HolidayDateList& holidays_;
+};
+
+} // namespace
+
+void FillMonth(Worksheet& sheet, std::int16_t year, std::int16_t month,
+               const model::CalendarParameters& parameters, Context& context)
+{
+    try {
+        MonthWriter(sheet, year, month, parameters, context).Write();
+    }
+    catch (const std::exception& error) {
+        context.reporter.Report("Error in filling data(" + std::to_string(year) + "-" +
+                                std::to_string(month) + ").\r\n" + util::ErrorText(error));
+    }
+}
+
+} // namespace orrery::generate

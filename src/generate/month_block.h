@@ -1,0 +1,21 @@
+#pragma once
+
+#include "generate/context.h"
+#include "generate/spreadsheet.h"
+#include "model/parameters.h"
+
+#include <cstdint>
+
+namespace orrery::generate {
+
+/// Writes one month [1:12] into a sheet, in this order: year, month name, weekday names, then for
+/// each day its number and its holidays. Reads the holiday dates from their cursor on and advances
+/// it, so the months of a sheet are written from January to December. Cells of the grid that the
+/// month does not reach keep what they hold.
+///
+/// Never throws: an error ends this month and goes to the reporter. What was written stays, and the
+/// cursor stays where it was.
+void FillMonth(Worksheet& sheet, std::int16_t year, std::int16_t month,
+               const model::CalendarParameters& parameters, Context& context);
+
+} // namespace orrery::generate

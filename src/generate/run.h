@@ -1,0 +1,82 @@
+#pragma once
+
+#include "generate/context.h"
+#include "generate/spreadsheet.h"
+#include "model/parameters.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace orrery::generate {
+
+/// Starts an instance of the spreadsheet application. Throws Error when there is none.
+using ApplicationFactory = std::function<std::unique_ptr<Application>()>;
+
+/// What the user chose.
+struct GenerateRequest {
+    std::string yearText;
+    std::string templateFile;   ///< its name alone; empty where none is selected
+    std::string templateFolder; ///< ends in a separator, as does the next
+    std::string outputFolder;
+};
+
+/// A request that passed the checks.
+struct GenerateJob {
+    std::int16_t year = 0; ///< at least 1
+    std::string templatePath;
+    std::string outputPath; ///< the output folder, the year and the template's name
+};
+
+inline constexpr const char* kNoYearMessage = "Please inupt a year."; ///< spelled as it always was
+inline constexpr const char* kNoTemplateMessage = "Please select a template.";
+
+enum class RequestField { Year, Template };
+
+/// What is wrong with a request: the field that gets the focus and the message.
+struct RequestProblem {
+    RequestField field;
+    std::string message;
+};
+
+/// The year of a text, at least 1; nothing for other texts and numbers. Throws OverflowError
+/// beyond 32767.
+std::optional<std::int16_t> ReadYear(std::string_view text);
+
+/// Checks the year, then the template, and builds the paths. Throws OverflowError as `ReadYear`.
+std::variant<GenerateJob, RequestProblem> CheckRequest(const GenerateRequest& request);
+
+/// What the Generate command shows while it runs.
+class GenerateView {
+public:
+    virtual ~GenerateView() = default;
+    /// Shows the message and puts the focus into the field.
+    virtual void ShowProblem(const RequestProblem& problem) = 0;
+    virtual void SetHourglass(bool on) = 0;
+};
+
+/// The Generate command: the checks, Easter Sunday of the year, the run. The saved workbook's
+/// path, or nothing. An error that the run itself does not catch is reported while the hourglass
+/// is still on.
+std::optional<std::string> RunGenerate(const GenerateRequest& request, model::ParameterSets& sets,
+                                       const ApplicationFactory& startApplication, Context& context,
+                                       GenerateView& view);
+
+/// One run, from starting the application to letting go of it: visible with the new workbook, or
+/// ended when nothing was saved. True when the workbook was saved. Throws what starting the
+/// application and its switches throw; everything else is reported.
+bool GenerateCalendar(const ApplicationFactory& startApplication, const GenerateJob& job,
+                      model::ParameterSets& sets, Context& context);
+
+/// Makes sure that the output file can be written, then opens the template read-only. An existing
+/// output file is removed. A failure is reported and gives nullptr.
+Workbook* OpenCalendarWorkbook(Application& application, const GenerateJob& job, Context& context);
+
+/// Saves under the output path. A failure is reported and gives false.
+bool SaveCalendar(Workbook& workbook, const std::string& outputPath, Context& context);
+
+} // namespace orrery::generate

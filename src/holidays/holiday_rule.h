@@ -1,0 +1,54 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orrery::holidays {
+
+// Kinds of a rule, as stored in HolidayDef::Kind.
+inline constexpr std::int16_t kFixedDay = 0;     ///< DateCode is month x 100 + day
+inline constexpr std::int16_t kFirstWeekday = 1; ///< Sunday; to 7, Saturday: month x 100 + ordinal
+inline constexpr std::int16_t kLastWeekday = 7;
+inline constexpr std::int16_t kEaster = 8; ///< DateCode is days from Easter Sunday
+
+/// One holiday rule.
+struct HolidayDef {
+    std::int16_t DateCode = 0;
+    std::int16_t Kind = 0;
+    std::string Name; ///< as written in the rule, blanks included
+    friend bool operator==(const HolidayDef&, const HolidayDef&) = default;
+};
+
+/// A counted list of at most 1,025 rules, in file order.
+class HolidayList {
+public:
+    static constexpr std::int16_t kCapacity = 1025;
+
+    std::int16_t Count() const { return static_cast<std::int16_t>(rules_.size()); }
+    const HolidayDef& operator[](std::size_t index) const { return rules_[index]; }
+    auto begin() const { return rules_.begin(); }
+    auto end() const { return rules_.end(); }
+    bool IsFull() const { return Count() == kCapacity; }
+    void Clear() { rules_.clear(); }
+    /// Appends a rule; a full list passes it over.
+    void Append(HolidayDef rule);
+    friend bool operator==(const HolidayList&, const HolidayList&) = default;
+
+private:
+    std::vector<HolidayDef> rules_;
+};
+
+/// Reads one rule line: date field, kind field and name, separated by commas. A line that is no
+/// rule gives nothing. Throws OverflowError for a date field beyond the 16 bits of an Easter offset
+/// or the 32 bits in which the month is looked for, and OutOfRangeError for a DAY rule of month 0;
+/// both end the reading of a file. Blanks around the two first fields do not count.
+///     accepted: "0704, DAY, Independence Day"    ", EASTER MON, Easter Monday"
+///     rejected: "2, HOLIDAY, x"                  "/* comment */"
+std::optional<HolidayDef> ParseHolidayLine(std::string_view line);
+
+} // namespace orrery::holidays

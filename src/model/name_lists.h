@@ -1,0 +1,57 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orrery::model {
+
+/// A table of up to 257 lists of names, of which a parameter set selects one by its index [0:256].
+/// The count is kept beside the lists: lists that were skipped stay empty without being counted,
+/// so the counted lists are not always the first ones.
+template <std::size_t NamesPerList> class NameLists {
+public:
+    static constexpr std::size_t kCapacity = 257;
+    using Names = std::array<std::string, NamesPerList>;
+
+    std::int16_t Count() const { return count_; }
+    /// Throws OutOfRangeError beyond the table. A list that is not stored has empty names.
+    const Names& At(std::int16_t index) const;
+    /// One name; throws OutOfRangeError beyond the table or the list.
+    const std::string& Name(std::int16_t index, std::int16_t position) const;
+    /// Stores list `index` [0:256] and counts it. Throws OutOfRangeError beyond the table.
+    void Store(std::int16_t index, Names names);
+    /// Adds a list at the index equal to the count, over a list that may lie there behind a gap.
+    /// Throws OutOfRangeError when the table is full.
+    std::int16_t Add(Names names);
+    /// Forgets all lists.
+    void Clear();
+    /// Index of the first stored list with these names, or a negative value.
+    std::int16_t Find(const Names& names) const;
+
+private:
+    std::vector<std::optional<Names>> lists_; ///< up to the last list that is stored
+    std::int16_t count_ = 0;
+};
+
+using MonthNameList = NameLists<12>;  ///< January first
+using WeekdayNameList = NameLists<7>; ///< Sunday first
+
+/// The two tables of the program.
+struct NameTables {
+    MonthNameList Months;
+    WeekdayNameList Weekdays;
+};
+
+/// The first names of a text separated by ",", each trimmed; nothing when there are too few.
+template <std::size_t NamesPerList>
+std::optional<std::array<std::string, NamesPerList>> SplitNames(std::string_view text);
+
+extern template class NameLists<12>;
+extern template class NameLists<7>;
+
+} // namespace orrery::model

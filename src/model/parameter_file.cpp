@@ -1,0 +1,44 @@
+#include "model/parameter_file.h"
+
+#include "model/parameter_text.h"
+#include "util/error.h"
+#include "util/file_replace.h"
+#include "util/paths.h"
+#include "util/text.h"
+
+namespace orrery::model {
+
+std::string ParameterFilePath(const std::string& templateFolder, const std::string& templateFile)
+{
+    return util::WithTrailingSeparator(templateFolder) + util::BaseName(templateFile) + ".ini";
+}
+
+void ReadParameterFile(const std::filesystem::path& path, NameTables& names, ParameterSets& sets)
+{
+    sets.Monthly.Holidays.Clear();
+    sets.Yearly.Holidays.Clear();
+    const auto bytes = util::ReadFile(path);
+    if (!bytes)
+        return;
+    try {
+        ApplyParameterText(util::DecodeTextFile(*bytes), names, sets);
+    }
+    catch (const util::Error&) {
+        // A full name table or a rule that overflows ends the reading; what was applied stays.
+        return;
+    }
+}
+
+bool WriteParameterFile(const std::filesystem::path& path, const NameTables& names,
+                        const ParameterSets& sets)
+{
+    try {
+        util::ReplaceFile(path, util::EncodeTextFile(FormatParameterText(names, sets)));
+        return true;
+    }
+    catch (const util::Error&) {
+        return false;
+    }
+}
+
+} // namespace orrery::model

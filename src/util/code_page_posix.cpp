@@ -1,0 +1,87 @@
+#include "util/code_page.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace orrery::util {
+
+const bool kWritesCodePage = false;
+
+namespace {
+
+// Windows-1252 differs from Unicode's first 256 characters from 0x80 to 0x9F only. The five bytes
+// that it leaves undefined stand for the control characters of the same number.
+constexpr std::array<char16_t, 32> kUpperControls = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+constexpr std::uint32_t kFirst = 0x80;
+
+void AppendUtf8(std::string& out, std::uint32_t character)
+{
+    if (character < 0x80) {
+        out += static_cast<char>(character);
+        return;
+    }
+    if (character < 0x800) {
+        out += static_cast<char>(0xC0 | (character >> 6));
+    }
+    else {
+        out += static_cast<char>(0xE0 | (character >> 12));
+        out += static_cast<char>(0x80 | ((character >> 6) & 0x3F));
+    }
+    out += static_cast<char>(0x80 | (character & 0x3F));
+}
+
+/// The character that begins at `pos` of valid UTF-8, which moves behind it.
+std::uint32_t NextCharacter(std::string_view utf8, std::size_t& pos)
+{
+    const auto lead = static_cast<unsigned char>(utf8[pos++]);
+    if (lead < 0x80)
+        return lead;
+    const int more = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+    std::uint32_t character = lead & (0x3FU >> more);
+    for (int i = 0; i < more && pos < utf8.size(); ++i)
+        character = (character << 6) | (static_cast<unsigned char>(utf8[pos++]) & 0x3FU);
+    return character;
+}
+
+std::optional<char> EncodeCharacter(std::uint32_t character)
+{
+    const auto* found = std::find(kUpperControls.begin(), kUpperControls.end(), character);
+    const auto index = static_cast<std::uint32_t>(found - kUpperControls.begin());
+    if (index < kUpperControls.size())
+        return static_cast<char>(kFirst + index);
+    const bool same = character < kFirst || (character >= 0xA0 && character <= 0xFF);
+    return same ? std::optional(static_cast<char>(character)) : std::nullopt;
+}
+
+} // namespace
+
+std::string DecodeCodePage(std::string_view bytes)
+{
+    std::string text;
+    text.reserve(bytes.size());
+    for (const char c : bytes) {
+        const std::uint32_t byte = static_cast<unsigned char>(c);
+        const bool differs = byte >= kFirst && byte < kFirst + kUpperControls.size();
+        AppendUtf8(text, differs ? kUpperControls[byte - kFirst] : byte);
+    }
+    return text;
+}
+
+std::optional<std::string> EncodeCodePage(std::string_view utf8)
+{
+    std::string bytes;
+    bytes.reserve(utf8.size());
+    for (std::size_t pos = 0; pos < utf8.size();) {
+        const auto byte = EncodeCharacter(NextCharacter(utf8, pos));
+        if (!byte)
+            return std::nullopt;
+        bytes += *byte;
+    }
+    return bytes;
+}
+
+} // namespace orrery::util

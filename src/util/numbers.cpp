@@ -1,0 +1,117 @@
+#include "util/numbers.h"
+
+#include "util/error.h"
+#include "util/text.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace orrery::util {
+
+namespace {
+
+/// Length of the run of digits that begins at `start`.
+std::size_t DigitRun(std::string_view text, std::size_t start)
+{
+    std::size_t end = start;
+    while (end < text.size() && text[end] >= '0' && text[end] <= '9')
+        ++end;
+    return end - start;
+}
+
+/// The parts of "digits[.digits][e[sign]digits]".
+struct NumberShape {
+    std::string_view whole;
+    std::string_view fraction;
+    std::string_view exponent; ///< with its "-" but without a "+"; empty when there is none
+};
+
+std::optional<NumberShape> ReadShape(std::string_view text)
+{
+    NumberShape shape;
+    std::size_t pos = DigitRun(text, 0);
+    if (pos == 0)
+        return std::nullopt;
+    shape.whole = text.substr(0, pos);
+    if (pos < text.size() && text[pos] == '.') {
+        const std::size_t run = DigitRun(text, pos + 1);
+        if (run == 0)
+            return std::nullopt;
+        shape.fraction = text.substr(pos + 1, run);
+        pos += 1 + run;
+    }
+    if (pos < text.size() && (text[pos] == 'e' || text[pos] == 'E')) {
+        ++pos;
+        if (pos < text.size() && text[pos] == '+')
+            ++pos;
+        const std::size_t sign = pos < text.size() && text[pos] == '-' && text[pos - 1] != '+';
+        const std::size_t run = DigitRun(text, pos + sign);
+        if (run == 0)
+            return std::nullopt;
+        shape.exponent = text.substr(pos, sign + run);
+        pos += sign + run;
+    }
+    return pos == text.size() ? std::optional(shape) : std::nullopt;
+}
+
+bool IsZero(const NumberShape& shape)
+{
+    return shape.whole.find_first_not_of('0') == std::string_view::npos &&
+           shape.fraction.find_first_not_of('0') == std::string_view::npos;
+}
+
+/// Whether a number that no double holds is too large rather than too small.
+bool IsHuge(const NumberShape& shape)
+{
+    std::int64_t exponent = 0;
+    if (shape.exponent.size() >= 18) // outweighs any mantissa that fits into memory
+        return !shape.exponent.starts_with('-') && !IsZero(shape);
+    std::from_chars(shape.exponent.data(), shape.exponent.data() + shape.exponent.size(), exponent);
+    const std::size_t leading = shape.whole.find_first_not_of('0');
+    if (leading != std::string_view::npos)
+        return exponent + static_cast<std::int64_t>(shape.whole.size() - leading) > 0;
+    const std::size_t zeros = shape.fraction.find_first_not_of('0');
+    return zeros != std::string_view::npos && exponent > static_cast<std::int64_t>(zeros);
+}
+
+template <typename Whole> Whole RoundTo(double value)
+{
+    // The rounding mode is never changed from its default: to nearest, halves to even.
+    const double rounded = std::nearbyint(value);
+    // Written so that a NaN fails too.
+    if (!(rounded >= std::numeric_limits<Whole>::min() &&
+          rounded <= std::numeric_limits<Whole>::max()))
+        throw OverflowError();
+    return static_cast<Whole>(rounded);
+}
+
+} // namespace
+
+std::optional<double> ReadNumber(std::string_view text)
+{
+    text = Trim(text);
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+'))
+        text.remove_prefix(1);
+    const auto shape = ReadShape(text);
+    if (!shape)
+        return std::nullopt;
+    double value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ec == std::errc::result_out_of_range)
+        value = IsHuge(*shape) ? std::numeric_limits<double>::infinity() : 0;
+    return negative ? -value : value;
+}
+
+std::int16_t RoundTo16(double value)
+{
+    return RoundTo<std::int16_t>(value);
+}
+
+std::int32_t RoundTo32(double value)
+{
+    return RoundTo<std::int32_t>(value);
+}
+
+} // namespace orrery::util

@@ -1,0 +1,333 @@
+#include "cli/commands.h"
+
+#include "generate/fake_spreadsheet.h"
+#include "ui/scratch_folder_test.h"
+#include "util/error.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace orrery::cli {
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+/// One engine, "fake", which hands saved workbooks to the opener as the built-in one does.
+class FakeEngines : public Engines {
+public:
+    std::string Resolve(const std::string& name) const override
+    {
+        if (name != "auto" && name != "fake")
+            throw Error(util::ErrorKind::EngineMissing, name);
+        return "fake";
+    }
+    std::unique_ptr<generate::Application> Start(const std::string& /*name*/,
+                                                 Opener opener) override
+    {
+        openers.push_back(opener ? "opener" : "none");
+        return std::make_unique<fake::Application>(log);
+    }
+
+    fake::CallLog log;
+    Texts openers;
+};
+
+/// A portable installation in a scratch folder with the template Desk.xlsx.
+class CommandsTest : public ui::ScratchFolderTest {
+protected:
+    CommandsTest()
+    {
+        Write("orrery.ini", "[Yearly Calendar]\nOutput=Y\n");
+        fs::create_directories(folder_ / "template");
+        fake::WriteWorkbookFile(folder_ / "template/Desk.xlsx", {{"Sheet1", {}}, {"Sheet2", {}}});
+        system_.executable = folder_.string() + '/';
+        line_.templateName = "Desk.xlsx";
+        line_.years = {"2027"};
+    }
+
+    int Run(Command command)
+    {
+        line_.command = command;
+        out_.str("");
+        err_.str("");
+        Console console{out_, err_};
+        return RunCommand(line_, system_, engines_, console);
+    }
+
+    ui::SystemFolders system_;
+    FakeEngines engines_;
+    CommandLine line_;
+    std::ostringstream out_;
+    std::ostringstream err_;
+};
+
+TEST_F(CommandsTest, GeneratePrintsEachSavedPath)
+{
+    line_.years = {"2027", "2028"};
+    EXPECT_EQ(Run(Command::Generate), 0);
+    EXPECT_EQ(out_.str(), At("output/2027Desk.xlsx") + "\n" + At("output/2028Desk.xlsx") + "\n");
+    EXPECT_EQ(err_.str(), "");
+    const auto saved = fake::ReadWorkbookFile(At("output/2028Desk.xlsx"));
+    EXPECT_EQ(saved.front().name, "2028");
+    EXPECT_EQ(saved.size(), 13U);
+}
+
+TEST_F(CommandsTest, GenerateStartsTheEngineForEachYearWithoutAnOpener)
+{
+    line_.years = {"2027", "2028"};
+    Run(Command::Generate);
+    EXPECT_EQ(engines_.openers, (Texts{"none", "none"}));
+    line_.open = true;
+    engines_.openers.clear();
+    Run(Command::Generate);
+    EXPECT_EQ(engines_.openers, (Texts{"opener", "opener"}));
+}
+
+TEST_F(CommandsTest, GenerateGoesOnAfterAYearThatFails)
+{
+    line_.years = {"6553", "6554", "0", "2027"};
+    EXPECT_EQ(Run(Command::Generate), 1);
+    EXPECT_EQ(out_.str(), At("output/6553Desk.xlsx") + "\n" + At("output/2027Desk.xlsx") + "\n");
+    EXPECT_EQ(err_.str(), "Error!\nError Info: Overflow: \"6554\" leads to a number that is too "
+                          "large for its place.\nError!\nError Info: Please inupt a year.\n");
+}
+
+TEST_F(CommandsTest, GenerateThatSavedWithAReportIsNotAllWell)
+{
+    Write("template/Desk.ini", "[Yearly Calendar]\nSheetName=Gone\n");
+    EXPECT_EQ(Run(Command::Generate), 1);
+    EXPECT_EQ(out_.str(), At("output/2027Desk.xlsx") + "\n");
+    EXPECT_EQ(err_.str(), "Error!\nError Info: The sheet Gone does not exist.\n");
+}
+
+TEST_F(CommandsTest, GenerateAsJson)
+{
+    line_.json = true;
+    line_.years = {"2027", "0"};
+    EXPECT_EQ(Run(Command::Generate), 1);
+    EXPECT_EQ(out_.str(), R"({"engine":"fake","saved":[")" + At("output/2027Desk.xlsx") +
+                              R"("],"reports":["Please inupt a year."]})" + "\n");
+    EXPECT_NE(err_.str(), "");
+}
+
+TEST_F(CommandsTest, GenerateReadsTheParameterFileOverTheDefaults)
+{
+    Write("template/Desk.ini", "[Monthly Calendar]\nOutput=N\n[Yearly Calendar]\n"
+                               "FirstCellOfDay=D10\n");
+    line_.years = {"2023"}; // begins on a Sunday
+    EXPECT_EQ(Run(Command::Generate), 0);
+    const auto saved = fake::ReadWorkbookFile(At("output/2023Desk.xlsx"));
+    ASSERT_EQ(saved.size(), 2U);
+    EXPECT_EQ(saved[0].cells.begin()->first, (std::pair<std::int32_t, std::int32_t>{10, 4}));
+}
+
+TEST_F(CommandsTest, ATemplateThatIsAPathHasItsFolderAsTemplateFolder)
+{
+    fs::create_directories(folder_ / "mine");
+    fs::rename(folder_ / "template/Desk.xlsx", folder_ / "mine/Wall.xlsx");
+    fs::remove_all(folder_ / "template");
+    Write("mine/Wall.ini", "[Monthly Calendar]\nOutput=N\n");
+    line_.templateName = At("mine/Wall.xlsx");
+    EXPECT_EQ(Run(Command::Generate), 0);
+    EXPECT_EQ(fake::ReadWorkbookFile(At("output/2027Wall.xlsx")).size(), 2U);
+    EXPECT_FALSE(fs::exists(At("template"))) << "nobody asked for that folder";
+}
+
+TEST_F(CommandsTest, AnUnknownTemplateIsOneClearSentence)
+{
+    line_.templateName = "Gone.xlsx";
+    EXPECT_EQ(Run(Command::Generate), 1);
+    EXPECT_EQ(err_.str(), "Error!\nError Info: \"" + At("template/Gone.xlsx") +
+                              "\" was not found. Check the name and the folder.\n");
+    EXPECT_FALSE(fs::exists(At("output")));
+}
+
+TEST_F(CommandsTest, AMissingEngineIsReportedOnce)
+{
+    line_.years = {"2027", "2028"};
+    line_.engine = "excel";
+    EXPECT_EQ(Run(Command::Generate), 1);
+    EXPECT_EQ(err_.str(), "Error!\nError Info: The engine \"excel\" is not available here. Choose "
+                          "the engine \"builtin\", which needs no other program.\n");
+    EXPECT_FALSE(fs::exists(At("output")));
+}
+
+TEST_F(CommandsTest, TheSettingsNameTheEngineUnlessTheCommandLineDoes)
+{
+    Write("orrery.ini", "[Environment]\nEngine=excel\n");
+    EXPECT_EQ(Run(Command::Generate), 1);
+    line_.engine = "fake";
+    EXPECT_EQ(Run(Command::Generate), 0);
+}
+
+TEST_F(CommandsTest, FoldersOfTheCommandLineReplaceThoseOfTheSettings)
+{
+    line_.outputFolder = At("here/./too");
+    EXPECT_EQ(Run(Command::Generate), 0);
+    EXPECT_EQ(out_.str(), At("here/too/2027Desk.xlsx") + "\n");
+    line_.templateFolder = At("elsewhere");
+    EXPECT_EQ(Run(Command::Generate), 1);
+}
+
+TEST_F(CommandsTest, AnotherSettingsFileBringsItsFolders)
+{
+    Write("other/mine.ini", "[Environment]\nOutputPath=" + At("saved") + "\n");
+    fs::create_directories(folder_ / "other/template");
+    fs::copy_file(folder_ / "template/Desk.xlsx", folder_ / "other/template/Two.xlsx");
+    line_.settingsFile = At("other/mine.ini");
+    line_.templateName = "Two.xlsx";
+    EXPECT_EQ(Run(Command::Generate), 0);
+    EXPECT_EQ(out_.str(), At("saved/2027Two.xlsx") + "\n");
+}
+
+TEST_F(CommandsTest, TemplatesAreListedByNameWithoutOtherFiles)
+{
+    for (const char* name : {"b.XLS", "Desk.ini", "notes.txt", "a.xlsx", "c.xlsm"})
+        Write(std::string("template/") + name, "");
+    EXPECT_EQ(Run(Command::Templates), 0);
+    EXPECT_EQ(out_.str(), "Desk.xlsx\na.xlsx\nb.XLS\n");
+    line_.json = true;
+    EXPECT_EQ(Run(Command::Templates), 0);
+    EXPECT_EQ(out_.str(), R"({"folder":")" + At("template/") +
+                              R"(","templates":["Desk.xlsx","a.xlsx","b.XLS"]})" + "\n");
+}
+
+TEST_F(CommandsTest, ParametersArePrintedAsAParameterFile)
+{
+    Write("template/Desk.ini", "[Monthly Calendar]\nSheetName=Page\nHoliday1=1225,,Christmas\n");
+    EXPECT_EQ(Run(Command::Parameters), 0);
+    EXPECT_TRUE(out_.str().starts_with("[Monthly Calendar]\nOutput=Y\nSheetName=Page\n"));
+    EXPECT_NE(out_.str().find("\nHoliday1=1225,,Christmas\n\n[Yearly Calendar]\nOutput=Y\n"),
+              std::string::npos);
+    EXPECT_EQ(out_.str().find('\r'), std::string::npos);
+}
+
+TEST_F(CommandsTest, ParametersAsJsonHaveEveryKey)
+{
+    Write("template/Desk.ini", "[Monthly Calendar]\nHoliday1=1225,,Christmas\n");
+    line_.json = true;
+    EXPECT_EQ(Run(Command::Parameters), 0);
+    for (const char* member :
+         {R"("monthly":{"Output":true,"SheetName":"Sheet2","FirstDayOfWeek":0,)",
+          R"("FirstCellOfDay":"B5","ColIntervalOfDay":1,"RowIntervalOfDay":5,)",
+          R"("OutWeekday":false,"FirstCellOfWeekday":"B4","WeekdayName":["Sunday",)",
+          R"("OutMonth":false,"FirstCellOfMonth":"B3","MonthName":["January",)",
+          R"("OutYear":false,"FirstCellOfYear":"B1","OutHoliday":false,)",
+          R"("FirstCellOfHoliday":"B6","MultiHolidays":0,)",
+          R"("Holidays":[{"DateCode":1225,"Kind":0,"Name":"Christmas"}]})",
+          R"("Holidays":[],"MonthLayout":3,"ColIntervalOfMonth":8,"RowIntervalOfMonth":9}})"})
+        EXPECT_NE(out_.str().find(member), std::string::npos) << member;
+}
+
+TEST_F(CommandsTest, CheckFindsNothingInAGoodTemplate)
+{
+    EXPECT_EQ(Run(Command::Check), 0);
+    EXPECT_EQ(out_.str(),
+              "Desk.xlsx: every sheet is there and every cell of 2027 lies inside it.\n");
+    EXPECT_EQ(engines_.log.Calls().front(), "DisplayAlerts = false");
+    EXPECT_EQ(engines_.log.CallsWith("Open"), (Texts{"Open Desk.xlsx read-only"}));
+    EXPECT_EQ(engines_.log.CallsWith("Quit").size(), 1U);
+    EXPECT_FALSE(fs::exists(At("output")));
+}
+
+TEST_F(CommandsTest, CheckPrintsALineForEachFinding)
+{
+    Write("template/Desk.ini", "[Monthly Calendar]\nSheetName=Gone\n[Yearly Calendar]\n"
+                               "SheetName=Gone too\n");
+    EXPECT_EQ(Run(Command::Check), 1);
+    EXPECT_EQ(out_.str(), "Monthly calendar: The sheet Gone does not exist.\n"
+                          "Yearly calendar: The sheet Gone too does not exist.\n");
+    EXPECT_EQ(err_.str(), "");
+    line_.json = true;
+    EXPECT_EQ(Run(Command::Check), 1);
+    EXPECT_EQ(out_.str(), R"({"template":")" + At("template/Desk.xlsx") +
+                              R"(","year":2027,"findings":["Monthly calendar: The sheet Gone does)"
+                              R"( not exist.","Yearly calendar: The sheet Gone too does not exist)"
+                              R"(."]})"
+                              "\n");
+}
+
+TEST_F(CommandsTest, CheckTakesThisYearWhenNoneIsGiven)
+{
+    line_.years.clear();
+    EXPECT_EQ(Run(Command::Check), 0);
+}
+
+TEST_F(CommandsTest, CheckReportsATemplateThatCannotBeOpened)
+{
+    Write("template/Desk.xlsx", "no workbook");
+    line_.json = true;
+    EXPECT_EQ(Run(Command::Check), 1);
+    EXPECT_TRUE(err_.str().starts_with("Error!\nError Info: "));
+    EXPECT_TRUE(out_.str().starts_with("{\"reports\":[\""));
+    EXPECT_EQ(engines_.log.CallsWith("Quit").size(), 1U);
+}
+
+TEST_F(CommandsTest, HolidaysAreSortedAndNamedAsWritten)
+{
+    Write("holiday/Here.txt", "1225, DAY, Christmas\n1, EASTER, Easter Monday\n"
+                              "0505,MON,Last of May\nno rule\n0101,DAY,A\n0101,DAY,B\n");
+    line_.holidayFile = "Here.txt";
+    EXPECT_EQ(Run(Command::Holidays), 0);
+    EXPECT_EQ(out_.str(), "2027-01-01\tA\n2027-01-01\tB\n2027-03-29\t Easter Monday\n"
+                          "2027-05-31\tLast of May\n2027-12-25\t Christmas\n");
+}
+
+TEST_F(CommandsTest, HolidaysOfAParameterFileAndAsJson)
+{
+    Write("template/Desk.ini", "[Monthly Calendar]\nHoliday1=0101,,Monthly\n[Yearly Calendar]\n"
+                               "Holiday1=0102,,Yearly\n");
+    line_.holidayFile = "Desk.ini";
+    line_.section = "monthly";
+    EXPECT_EQ(Run(Command::Holidays), 0);
+    EXPECT_EQ(out_.str(), "2027-01-01\tMonthly\n");
+    line_.holidayFile = At("template/Desk.ini");
+    line_.section = "yearly";
+    line_.json = true;
+    EXPECT_EQ(Run(Command::Holidays), 0);
+    EXPECT_EQ(out_.str(), R"({"year":2027,"holidays":[{"date":"2027-01-02","name":"Yearly"}]})"
+                          "\n");
+}
+
+TEST_F(CommandsTest, HolidaysOfAMissingFileOrYear)
+{
+    line_.holidayFile = "Gone.txt";
+    EXPECT_EQ(Run(Command::Holidays), 1);
+    EXPECT_NE(err_.str().find(At("holiday/Gone.txt")), std::string::npos);
+    line_.holidayFile = At("template/Desk.xlsx");
+    line_.years = {"7000"};
+    line_.json = true;
+    EXPECT_EQ(Run(Command::Holidays), 1);
+    EXPECT_EQ(out_.str(), R"({"reports":["Overflow: \"7000\" leads to a number that is too large )"
+                          R"(for its place."]})"
+                          "\n");
+}
+
+TEST_F(CommandsTest, EasterNeedsNoSettingsAndTouchesNoFolder)
+{
+    fs::remove_all(folder_ / "template");
+    line_.years = {"2024", "1818", "2038"};
+    EXPECT_EQ(Run(Command::Easter), 0);
+    EXPECT_EQ(out_.str(), "2024-03-31\n1818-03-22\n2038-04-25\n");
+    EXPECT_FALSE(fs::exists(At("template")));
+    line_.years = {"2025", "40000"};
+    line_.json = true;
+    EXPECT_EQ(Run(Command::Easter), 1);
+    EXPECT_EQ(out_.str(), R"({"easter":[{"year":2025,"date":"2025-04-20"}],"reports":["Overflow: )"
+                          R"(\"40000\" leads to a number that is too large for its place."]})"
+                          "\n");
+}
+
+TEST_F(CommandsTest, OutputThatCannotBeWrittenIsNotAllWell)
+{
+    out_.setstate(std::ios::badbit);
+    line_.command = Command::Easter;
+    Console console{out_, err_};
+    EXPECT_EQ(RunCommand(line_, system_, engines_, console), 1);
+    EXPECT_NE(err_.str(), "");
+}
+
+} // namespace
+} // namespace orrery::cli

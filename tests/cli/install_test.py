@@ -1,0 +1,60 @@
+"""An installed program finds what was installed with it."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
+
+
+class Install(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.scratch = pathlib.Path(tempfile.mkdtemp(prefix="orrery-install-"))
+        cls.prefix = cls.scratch / "usr"
+        subprocess.run([os.environ["ORRERY_CMAKE"], "--install", os.environ["ORRERY_BUILD_DIR"],
+                        "--prefix", cls.prefix], check=True, capture_output=True, timeout=120)
+
+    @classmethod
+    def tearDownClass(cls):
+        shutil.rmtree(cls.scratch)
+
+    def test_layout(self):
+        installed = {path.relative_to(self.prefix).as_posix()
+                     for path in self.prefix.rglob("*") if path.is_file()}
+        expected = {"bin/orrery-cli", "share/man/man1/orrery-cli.1",
+                    "share/bash-completion/completions/orrery-cli",
+                    "share/orrery/orrery.ini", "share/orrery/tips.txt",
+                    "share/doc/orrery/LICENSE", "share/doc/orrery/README.md",
+                    "share/doc/orrery/CHANGELOG.md"}
+        for folder in ("holiday", "template"):
+            files = sorted((SOURCE / "data" / folder).iterdir())
+            self.assertNotEqual(files, [])
+            expected |= {f"share/orrery/{folder}/{path.name}" for path in files}
+        self.assertEqual(installed, expected)
+
+    def test_the_installed_program_works_for_a_new_user(self):
+        home = self.scratch / "home"
+        home.mkdir()
+        result = subprocess.run([self.prefix / "bin/orrery-cli", "generate", "Desk.xlsx", "2027"],
+                                env={"HOME": str(home)}, text=True, capture_output=True,
+                                timeout=120)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertTrue(pathlib.Path(result.stdout.rstrip("\n")).is_file())
+
+    def test_the_data_comes_from_the_installation(self):
+        template = self.prefix / "share/orrery/template/Only here.xlsx"
+        shutil.copy(self.prefix / "share/orrery/template/Desk.xlsx", template)
+        self.addCleanup(template.unlink)
+        home = self.scratch / "other home"
+        result = subprocess.run([self.prefix / "bin/orrery-cli", "templates"],
+                                env={"HOME": str(home)}, text=True, capture_output=True,
+                                timeout=120)
+        self.assertIn("Only here.xlsx\n", result.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,48 @@
+#include "cli/json.h"
+
+#include <gtest/gtest.h>
+
+namespace orrery::cli {
+namespace {
+
+struct TextCase {
+    const char* name;
+    std::string text;
+    const char* expected;
+};
+
+class JsonTextTest : public testing::TestWithParam<TextCase> {};
+
+TEST_P(JsonTextTest, EscapesWhatMustBeEscaped)
+{
+    EXPECT_EQ(JsonWriter().Text(GetParam().text).Result(), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, JsonTextTest,
+    testing::Values(
+        TextCase{"Plain", "Desk.xlsx", R"("Desk.xlsx")"}, TextCase{"Empty", "", R"("")"},
+        TextCase{"QuotesAndBackslashes", R"(C:\a "b")", R"("C:\\a \"b\"")"},
+        TextCase{"LineEnds", "a\r\nb\tc", R"("a\r\nb\tc")"},
+        TextCase{"Controls", std::string("\x00\x01\x1F\x7F", 4), "\"\\u0000\\u0001\\u001f\x7F\""},
+        TextCase{"OtherLettersStay", "M\xC3\xA4rz \xF0\x9F\x8E\x84",
+                 "\"M\xC3\xA4rz \xF0\x9F\x8E\x84\""},
+        TextCase{"BytesThatAreNoText",
+                 "a\xFF"
+                 "b\xC3",
+                 "\"a\xEF\xBF\xBD"
+                 "b\xEF\xBF\xBD\""},
+        TextCase{"SurrogateBytes", "\xED\xA0\x80", "\"\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\""}),
+    [](const auto& each) { return std::string(each.param.name); });
+
+TEST(JsonWriterTest, SeparatesMembersAndValues)
+{
+    JsonWriter json;
+    json.BeginObject().Key("a").Number(-5).Key("b").Boolean(true).Key("c").Texts({"x", "y"});
+    json.Key("d").BeginArray().BeginObject().Key("e").Boolean(false).EndObject();
+    json.BeginObject().EndObject().EndArray().Key("f").Texts({}).EndObject();
+    EXPECT_EQ(json.Result(), R"({"a":-5,"b":true,"c":["x","y"],"d":[{"e":false},{}],"f":[]})");
+}
+
+} // namespace
+} // namespace orrery::cli

@@ -1,0 +1,133 @@
+"""Files that no engine can or should open: one clear sentence, quickly and in little memory."""
+
+import multiprocessing.pool
+import os
+import resource
+import subprocess
+import time
+from collections import Counter
+
+import integrity
+from opc import Package
+
+SECONDS = 2
+MEBIBYTES = 512
+
+
+def _limit_memory():
+    limit = MEBIBYTES * 1024 * 1024
+    resource.setrlimit(resource.RLIMIT_AS, (limit, limit))
+
+
+def _is_sanitized(driver):
+    """A program under AddressSanitizer reserves more addresses than any limit leaves it."""
+    with open(driver, "rb") as file:
+        return b"__asan_init" in file.read()
+
+
+def _run(arguments, limited):
+    begin = time.monotonic()
+    try:
+        done = subprocess.run(arguments, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                              timeout=5 * SECONDS, check=False,
+                              preexec_fn=_limit_memory if limited else None)
+    except subprocess.TimeoutExpired:
+        return None, b"", time.monotonic() - begin
+    return done.returncode, done.stderr, time.monotonic() - begin
+
+
+def sentence_failures(text):
+    """A report to a person: one line, one sentence that ends, and no inner words."""
+    try:
+        line = text.decode("utf-8").rstrip("\n")
+    except UnicodeDecodeError:
+        yield "the message is not UTF-8"
+        return
+    if "\n" in line or "\r" in line:
+        yield f"the message has several lines: {line[:200]!r}"
+    if len(line) < 20 or not line.endswith("."):
+        yield f"the message is no clear sentence: {line[:200]!r}"
+    for word in ("std::", "exception", "assert", "basic_string", "vector", "bad_alloc"):
+        if word in line:
+            yield f"the message speaks of {word}: {line[:200]!r}"
+
+
+class Case:
+    """One file, opened and saved; where that works, edited as well."""
+
+    def __init__(self, options, row, result, limited):
+        self.options, self.row, self.result, self.limited = options, row, result, limited
+        self.path = os.path.join(options.corpus, row["file"])
+        self.target = os.path.join(options.work, os.path.basename(self.path))
+
+    def run(self):
+        if self._opens("same"):
+            self.result.counted["opened"] += 1
+            self._judge_opened()
+
+    def _opens(self, verb, *arguments):
+        """Whether the driver did it; else its message was judged."""
+        code, message, seconds = _run([self.options.driver, verb, self.path, self.target,
+                                       *arguments], self.limited)
+        self.result.seconds = max(self.result.seconds, seconds)
+        if code is None or seconds > SECONDS * (1 if self.limited else 4):
+            self._fail(f"{verb} took {seconds:.1f} s")
+        if code in (0, None):
+            return code == 0
+        self.result.counted[f"{verb} refused"] += 1
+        self.result.message = message.decode("utf-8", "replace").strip()
+        if code != 1:
+            self._fail(f"{verb} ended with {code}: {self.result.message[-300:]}")
+            return False
+        if os.path.exists(self.target):
+            self._fail(f"{verb} was refused, and yet a file was written")
+        self.result.failures += sentence_failures(message)
+        return False
+
+    def _fail(self, what):
+        self.result.failures.append(what)
+
+    def _judge_opened(self):
+        """An opened file has to be one that other readers open as well, and the result right."""
+        if self.options.suite == "xls":
+            self._fail("was opened, and there is no engine for it")
+        elif self.row["py_opens"] != "yes" and self.row["lo_to_xlsx"] != "yes":
+            self._fail("was opened, and no other reader opens it")
+        elif self.row["format"] not in ("xlsx", "xlsm"):
+            self._fail(f"was opened, and is {self.row['format']}")
+        else:
+            before = Package(self.path)
+            self.result.failures += list(integrity.same_failures(before, Package(self.target)))
+            os.remove(self.target)
+            self._edit(before)
+
+    def _edit(self, before):
+        """What was passed over when the file was only copied comes to light in an edit."""
+        plan = self.target + ".tsv"
+        with open(plan, "w", encoding="utf-8") as file:
+            file.write(f"sheet\t{before.sheets[0].name}\nrename\tProof\ncopy\n"
+                       "text\t1\t1\tProof\nnumber\t2\t2\t7\n")
+        if self._opens("edit", plan):
+            self.result.counted["edited"] += 1
+            after = Package(self.target)
+            for check in (integrity.zip_failures, integrity.content_type_failures,
+                          integrity.relationship_failures, integrity.xml_failures):
+                self.result.failures += list(check(before, after))
+
+
+def prove(options, rows, make_result):
+    limited = not _is_sanitized(options.driver)
+    results = [make_result(row["file"]) for row in rows]
+    with multiprocessing.pool.ThreadPool(options.jobs) as threads:
+        threads.starmap(lambda row, result: Case(options, row, result, limited).run(),
+                        list(zip(rows, results)))
+    _print_messages(options, results)
+    return results
+
+
+def _print_messages(options, results):
+    """Each message once, without the path, and for how many files it was given."""
+    messages = Counter(result.message.replace(os.path.join(options.corpus, result.file), "FILE")
+                       for result in results if result.message)
+    for message, count in messages.most_common():
+        print(f"{count:>4} x {message}")

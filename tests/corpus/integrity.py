@@ -1,0 +1,182 @@
+"""Whether an edited package is whole, and whether what had to stay is still there."""
+
+import zipfile
+import zlib
+from collections import Counter
+
+from cells import SheetCells
+from formulas import names_sheet
+from opc import CONTENT_TYPES, local, rels_name, rels_owner
+from workbook import formula_texts, is_selected
+
+# What may go: a signature does not hold any more, a calculation chain is made anew.
+_MAY_GO = ("_xmlsignatures/", "calcchain")
+_TYPE_BASES = ("http://schemas.openxmlformats.org/officeDocument/2006/relationships/",
+               "http://purl.oclc.org/ooxml/officeDocument/relationships/")
+
+
+def zip_failures(before, after):
+    allowed = Counter(name.lower() for name in before.names)
+    for name, count in Counter(name.lower() for name in after.names).items():
+        if count > max(1, allowed[name]):
+            yield f"{name} stands {count} times in the container"
+
+
+def content_type_failures(before, after):
+    for name in after.names:
+        if name.lower() == CONTENT_TYPES.lower() or name.lower().endswith(".rels"):
+            continue
+        if not after.content_type(name) and (name not in before or before.content_type(name)):
+            yield f"{name} has no content type"
+    extra = {part for part in after._types[1] if part not in after} \
+        - {part for part in before._types[1] if part not in before}
+    for part in extra:
+        yield f"a content type is given for {part}, which is not there"
+
+
+def _dangling(package):
+    return {(rel.kind, rel.target) for rel in _all_relationships(package)
+            if not rel.external and not rel.target.startswith("#") and rel.target not in package}
+
+
+def relationship_failures(before, after):
+    for kind, target in _dangling(after) - _dangling(before):
+        yield f"a relationship of kind {kind} leads to {target}, which is not there"
+    for rel in _added_types(before, after):
+        yield f"the relationship {rel.id} to {rel.target} has the unknown type {rel.type}"
+    reached = set()
+    for name in after.names:
+        if name.lower().endswith(".rels"):
+            owner = rels_owner(name)
+            if owner and owner not in after:
+                yield f"{name} belongs to no part"
+            reached |= {rel.target.lower() for rel in after.rels(owner).values()
+                        if not rel.external}
+    for name in after.names:
+        if name not in before and name.lower() not in reached \
+                and not name.lower().endswith(".rels"):
+            yield f"the new part {name} is reached by no relationship"
+
+
+def _all_relationships(package):
+    return [rel for name in package.names if name.lower().endswith(".rels")
+            for rel in package.rels(rels_owner(name)).values()]
+
+
+def _added_types(before, after):
+    """Relationships of a type that the input does not have; a first shared string adds one."""
+    known = {rel.type for rel in _all_relationships(before)}
+    known |= {base + "sharedStrings" for base in _TYPE_BASES
+              if any(name.startswith(base) for name in known)}
+    return [rel for rel in _all_relationships(after) if rel.type not in known]
+
+
+def xml_failures(before, after):
+    for name in after.names:
+        if not after.is_xml(name):
+            continue
+        try:
+            after.tree(name)
+        except SyntaxError as error:
+            if not _malformed_kind(before, after.content_type(name)):
+                yield f"{name} is not well-formed: {error}"
+
+
+def _malformed_kind(package, content_type):
+    for name in package.names:
+        if package.is_xml(name) and package.content_type(name) == content_type:
+            try:
+                package.tree(name)
+            except SyntaxError:
+                return True
+    return False
+
+
+def untouched_failures(before, after, plan):
+    """Parts that nothing had to change are the same, byte by byte."""
+    owned = set(before.closure(plan.model.part))
+    for name in before.names:
+        if name not in after:
+            if not any(word in name.lower() for word in _MAY_GO):
+                yield f"{name} is gone"
+        elif before.read(name) != after.read(name) and not _may_change(before, name, plan, owned) \
+                and not _lost_values(before, after, name):
+            yield f"{name} changed"
+
+
+def _may_change(package, name, plan, owned):
+    workbook = package.workbook
+    fixed = {CONTENT_TYPES, workbook, rels_name(workbook), plan.model.part,
+             package.first_related(workbook, "sharedStrings"),
+             package.first_related(workbook, "calcChain"),
+             package.first_related("", "extended-properties")}
+    if name in fixed or name.lower() == CONTENT_TYPES.lower():
+        return True
+    if any(word in name.lower() for word in _MAY_GO) or name == "_rels/.rels":
+        return bool([entry for entry in package.names if "_xmlsignatures" in entry])
+    if name.lower().endswith(".rels"):
+        owner = rels_owner(name)
+        return any(names_sheet(rel.target, plan.model.name)
+                   for rel in package.rels(owner).values())
+    if not package.is_xml(name):
+        return False
+    try:
+        root = package.tree(name)
+    except SyntaxError:
+        return False
+    if any(names_sheet(text, plan.model.name) for text in formula_texts(package, name)):
+        return True
+    parts = [sheet.part for sheet in package.sheets if sheet.part in package]
+    if name in parts:
+        return is_selected(root) or not any(is_selected(package.tree(part)) for part in parts)
+    return _bare_names(root, plan.model.name) or (name in owned and local(root.tag) == "table")
+
+
+def _lost_values(before, after, name):
+    """Whether formulas of a sheet lost the values that they had before others were written."""
+    if name not in [sheet.part for sheet in before.sheets]:
+        return False
+    counted = [sum(cell.formula is not None and cell.value is not None
+                   for cell in SheetCells(package.tree(name)).cells.values())
+               for package in (before, after)]
+    return counted[1] < counted[0]
+
+
+def _bare_names(root, sheet):
+    """Sources of pivot tables and consolidations name a sheet in an attribute."""
+    return any(value.casefold() == sheet.casefold() for element in root.iter()
+               for key, value in element.attrib.items() if local(key) in ("sheet", "sheetName"))
+
+
+def media_failures(before, after):
+    pictures = [sorted(name.lower() for name in package.names
+                       if package.content_type(name).startswith("image/"))
+                for package in (before, after)]
+    if pictures[0] != pictures[1]:
+        yield f"pictures were {pictures[0]}, are {pictures[1]}"
+
+
+def same_failures(before, after):
+    """A workbook that was saved unchanged: the same parts with the same bytes."""
+    if sorted(before.names) != sorted(after.names):
+        yield (f"parts: {sorted(set(after.names) - set(before.names))} came, "
+               f"{sorted(set(before.names) - set(after.names))} went")
+        return
+    for name in before.names:
+        if _content(before, name) != _content(after, name):
+            yield f"{name} changed"
+
+
+def _content(package, name):
+    """A part's bytes; of a damaged part, what is wrong with it."""
+    try:
+        return package.read(name)
+    except (zlib.error, zipfile.BadZipFile) as error:
+        return str(error)
+
+
+def package_failures(before, after, plan):
+    for check in (zip_failures, content_type_failures, relationship_failures, xml_failures,
+                  media_failures):
+        yield from check(before, after)
+    yield from untouched_failures(before, after, plan)

@@ -1,0 +1,98 @@
+#include "engines/builtin/application.h"
+
+#include "generate/spreadsheet_contract.h"
+#include "xlsx/saved_package.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+
+using namespace orrery;
+
+namespace {
+
+const std::filesystem::path kTemplate =
+    std::filesystem::path(ORRERY_TEST_DIR) / "xlsx" / "data" / "contract.xlsx";
+
+/// Row and column of a reference such as "B2".
+std::pair<std::int32_t, std::int32_t> Place(const std::string& reference)
+{
+    std::int32_t column = 0;
+    std::size_t i = 0;
+    for (; i < reference.size() && reference[i] >= 'A'; ++i)
+        column = column * 26 + (reference[i] - 'A' + 1);
+    return {std::stoi(reference.substr(i)), column};
+}
+
+/// Undoes the "_x0041_" escapes of a stored text.
+std::string Unescape(const std::string& stored)
+{
+    static const std::regex escape("_x([0-9A-Fa-f]{4})_");
+    std::string text;
+    auto rest = stored.cbegin();
+    for (std::sregex_iterator match(stored.begin(), stored.end(), escape), end; match != end;
+         ++match) {
+        text.append(rest, stored.cbegin() + match->position());
+        text += static_cast<char>(std::stoi((*match)[1].str(), nullptr, 16));
+        rest = stored.cbegin() + match->position() + match->length();
+    }
+    return text.append(rest, stored.cend());
+}
+
+std::vector<contract::SavedSheet> Read(const std::filesystem::path& path)
+{
+    const test::SavedPackage saved(path);
+    const auto texts = saved.Has("xl/sharedStrings.xml")
+                           ? saved.Values("xl/sharedStrings.xml", "//si/t")
+                           : std::vector<std::string>();
+    std::vector<contract::SavedSheet> sheets;
+    for (const auto& name : saved.Values("xl/workbook.xml", "//sheet/@name")) {
+        contract::SavedSheet sheet{name, {}};
+        const auto part = saved.SheetPart(name);
+        for (const auto& cell : saved.Cells(part)) {
+            if (cell.type == "s")
+                sheet.cells[Place(cell.reference)] = Unescape(texts.at(std::stoul(cell.value)));
+            else
+                sheet.cells[Place(cell.reference)] = std::stod(cell.value);
+        }
+        sheets.push_back(std::move(sheet));
+    }
+    return sheets;
+}
+
+contract::Engine BuiltInContract()
+{
+    contract::Engine engine;
+    engine.name = "BuiltInXlsx";
+    engine.extension = ".xlsx";
+    engine.rows = 1048576;
+    engine.columns = 16384;
+    engine.start = [] { return builtin::CreateApplication({}); };
+    engine.makeTemplate = [](const std::filesystem::path& path) {
+        std::filesystem::copy_file(kTemplate, path);
+    };
+    engine.read = Read;
+    return engine;
+}
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(BuiltIn, SpreadsheetContract, testing::Values(BuiltInContract()),
+                         contract::NameOf);
+
+TEST(BuiltInApplicationTest, BecomingVisibleOpensWhatWasSavedLast)
+{
+    const auto target = std::filesystem::path(testing::TempDir()) / "opened.xlsx";
+    std::vector<std::filesystem::path> opened;
+    const auto application = builtin::CreateApplication(
+        [&](const std::filesystem::path& path) { opened.push_back(path); });
+    application->SetVisible(true);
+    EXPECT_TRUE(opened.empty()) << "nothing was saved yet";
+    application->SetVisible(false);
+    application->OpenWorkbook(kTemplate, true).SaveAs(target, generate::AccessMode::NoChange);
+    EXPECT_TRUE(opened.empty());
+    application->SetVisible(true);
+    EXPECT_EQ(opened, std::vector{target});
+    EXPECT_TRUE(application->Visible());
+    std::filesystem::remove(target);
+}

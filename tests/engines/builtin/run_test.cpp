@@ -1,0 +1,94 @@
+#include "engines/builtin/application.h"
+#include "generate/run.h"
+#include "generate/run_support.h"
+#include "xlsx/saved_package.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace orrery::builtin {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+const std::filesystem::path kTemplate =
+    std::filesystem::path(ORRERY_TEST_DIR) / "xlsx" / "data" / "contract.xlsx";
+
+class Silent : public generate::GenerateView {
+public:
+    void ShowProblem(const generate::RequestProblem& problem) override
+    {
+        ADD_FAILURE() << problem.message;
+    }
+    void SetHourglass(bool on) override { hourglass = on; }
+    bool hourglass = false;
+};
+
+class BuiltInRunTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        std::filesystem::create_directories(folder_);
+        std::filesystem::copy_file(kTemplate, folder_ / "Desk.xlsx",
+                                   std::filesystem::copy_options::overwrite_existing);
+        sets_.Monthly = fake::DaysOnly();
+        sets_.Yearly = fake::YearOfDays();
+    }
+    void TearDown() override { std::filesystem::remove_all(folder_); }
+
+    std::optional<std::string> Run(const generate::ApplicationFactory& start)
+    {
+        const auto folder = folder_.string() + "/";
+        return generate::RunGenerate({"2027", "Desk.xlsx", folder, folder + "out/"}, sets_, start,
+                                     context_, view_);
+    }
+
+    std::filesystem::path folder_ =
+        std::filesystem::path(testing::TempDir()) /
+        ("run_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
+    model::NameTables names_ = fake::TestNames();
+    fake::ListReporter reporter_;
+    generate::Context context_{names_, reporter_};
+    model::ParameterSets sets_;
+    Silent view_;
+};
+
+TEST_F(BuiltInRunTest, SavesTwelveMonthsAndAYear)
+{
+    const auto saved = Run([] { return CreateApplication({}); });
+    ASSERT_EQ(saved, folder_.string() + "/out/2027Desk.xlsx");
+    EXPECT_THAT(reporter_.reports, IsEmpty());
+    EXPECT_FALSE(view_.hourglass);
+    const test::SavedPackage workbook(*saved);
+    EXPECT_THAT(workbook.Values("xl/workbook.xml", "//sheet/@name"),
+                ElementsAre("2027", "January", "February", "March", "April", "May", "June", "July",
+                            "August", "September", "October", "November", "December", "Third"));
+    // 1 February 2027 is a Monday: one column right of B5.
+    EXPECT_THAT(workbook.Values(workbook.SheetPart("February"), "//c[@r='C5']/v"),
+                ElementsAre("1"));
+    EXPECT_THAT(workbook.Values(workbook.SheetPart("February"), "//c[@r='B5']"), IsEmpty());
+}
+
+TEST_F(BuiltInRunTest, TemplateThatVanishesIsReportedUnderTheOutputsName)
+{
+    const auto saved = Run([this] {
+        std::filesystem::remove(folder_ / "Desk.xlsx"); // chosen, checked, and gone
+        return CreateApplication({});
+    });
+    const auto target = folder_ / "out" / "2027Desk.xlsx";
+    EXPECT_EQ(saved, std::nullopt);
+    EXPECT_THAT(reporter_.reports,
+                ElementsAre(StartsWith("Failed to open the calendar file \"" + target.string() +
+                                       "\".\r\n")));
+    EXPECT_FALSE(std::filesystem::exists(target));
+    EXPECT_FALSE(view_.hourglass);
+}
+
+} // namespace
+} // namespace orrery::builtin

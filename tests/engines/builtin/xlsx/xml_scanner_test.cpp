@@ -1,0 +1,307 @@
+#include "engines/builtin/xlsx/xml_scanner.h"
+
+#include "util/error.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace orrery::xlsx {
+namespace {
+
+using Token = XmlScanner::Token;
+using util::ErrorKind;
+
+/// The tokens in a line: "<a" and "</a" tags, "t:" text, "c:" CDATA, "o:" others.
+std::string Tokens(std::string_view xml)
+{
+    XmlScanner scanner(xml, "/part.xml");
+    std::string all;
+    for (auto token = scanner.Next(); token != Token::End; token = scanner.Next()) {
+        if (!all.empty())
+            all += '|';
+        switch (token) {
+        case Token::StartTag:
+            all += "<" + std::string(scanner.Name());
+            break;
+        case Token::EndTag:
+            all += "</" + std::string(scanner.Name());
+            break;
+        case Token::Text:
+            all += "t:" + std::string(scanner.Raw());
+            break;
+        case Token::CData:
+            all += "c:" + std::string(scanner.Raw());
+            break;
+        default:
+            all += "o:" + std::string(scanner.Raw());
+            break;
+        }
+    }
+    return all;
+}
+
+struct ScanCase {
+    const char* name;
+    std::string xml;
+    std::string tokens;
+};
+
+class ScanTest : public testing::TestWithParam<ScanCase> {};
+TEST_P(ScanTest, GivesTokens)
+{
+    EXPECT_EQ(Tokens(GetParam().xml), GetParam().tokens);
+}
+INSTANTIATE_TEST_SUITE_P(
+    WellFormed, ScanTest,
+    testing::Values(ScanCase{"EmptyElement", "<a/>", "<a|</a"},
+                    ScanCase{"Element", "<a></a>", "<a|</a"},
+                    ScanCase{"BlanksInTags", "<a \n></a\t>", "<a|</a"},
+                    ScanCase{"BlankBeforeSlash", "<a />", "<a|</a"},
+                    ScanCase{"Nested", "<a><b>x</b> <c/></a>", "<a|<b|t:x|</b|t: |<c|</c|</a"},
+                    ScanCase{"Prolog", "<?xml version=\"1.0\"?>\r\n<!--c--><a/>\n<?p?>",
+                             "o:<?xml version=\"1.0\"?>|o:\r\n|o:<!--c-->|<a|</a|o:\n|o:<?p?>"},
+                    ScanCase{"CData", "<a><![CDATA[<b>]]]]></a>", "<a|c:<![CDATA[<b>]]]]>|</a"},
+                    ScanCase{"CommentWithTags", "<a><!-- <b> --></a>", "<a|o:<!-- <b> -->|</a"},
+                    ScanCase{"GreaterInAttribute", "<a b='>'/>", "<a|</a"},
+                    ScanCase{"SlashInAttribute", "<a b=\"/\">x</a>", "<a|t:x|</a"},
+                    ScanCase{"OtherQuoteInAttribute", "<a b='\"' c=\"'\"/>", "<a|</a"},
+                    ScanCase{"ReferencesInText", "<a>&amp;&#x41;</a>", "<a|t:&amp;&#x41;|</a"},
+                    ScanCase{"Prefixes", "<x:a xmlns:x=\"u\"><x:b/></x:a>",
+                             "<x:a|<x:b|</x:b|</x:a"},
+                    ScanCase{"NamesBeyondAscii", "<\xC3\xA4/>", "<\xC3\xA4|</\xC3\xA4"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+struct RefusedCase {
+    const char* name;
+    std::string xml;
+    std::size_t offset; ///< named in the cause
+};
+
+class RefuseTest : public testing::TestWithParam<RefusedCase> {};
+TEST_P(RefuseTest, ThrowsDamagedWithPartAndOffset)
+{
+    try {
+        Tokens(GetParam().xml);
+        FAIL() << "not refused";
+    }
+    catch (const util::Error& error) {
+        EXPECT_EQ(error.Kind(), ErrorKind::DamagedWorkbook);
+        EXPECT_THAT(error.Cause(), testing::StartsWith("/part.xml, offset " +
+                                                       std::to_string(GetParam().offset) + ": "));
+    }
+}
+INSTANTIATE_TEST_SUITE_P(
+    NotWellFormed, RefuseTest,
+    testing::Values(
+        RefusedCase{"Empty", "", 0}, RefusedCase{"OnlyBlanks", " \n", 2},
+        RefusedCase{"OnlyDeclaration", "<?xml version=\"1.0\"?>", 21},
+        RefusedCase{"Text", "hello", 0}, RefusedCase{"Unclosed", "<a><b></b>", 10},
+        RefusedCase{"Mismatched", "<a></b>", 3}, RefusedCase{"LongerEndTag", "<a></ab>", 3},
+        RefusedCase{"ShorterEndTag", "<ab></a>", 4}, RefusedCase{"Crossed", "<a><b></a></b>", 6},
+        RefusedCase{"EndTagFirst", "</a>", 0}, RefusedCase{"TextAfterRoot", "<a/>x", 4},
+        RefusedCase{"SecondRoot", "<a/><b/>", 4}, RefusedCase{"EndTagAfterRoot", "<a/></a>", 4},
+        RefusedCase{"CDataOutside", "<![CDATA[]]><a/>", 0},
+        RefusedCase{"UnterminatedTag", "<a b=\"c\"", 8}, RefusedCase{"UnterminatedName", "<a", 2},
+        RefusedCase{"UnterminatedEndTag", "<a></a", 3},
+        RefusedCase{"UnterminatedValue", "<a b=\"c", 7}, RefusedCase{"LoneBracket", "<", 1},
+        RefusedCase{"UnterminatedComment", "<a><!-- -></a>", 3},
+        RefusedCase{"ShortComment", "<a><!--></a>", 3},
+        RefusedCase{"UnterminatedCData", "<a><![CDATA[x]]</a>", 3},
+        RefusedCase{"UnterminatedInstruction", "<a><?p ></a>", 3},
+        RefusedCase{"DeclarationInside", "<a><?xml version=\"1.0\"?></a>", 3},
+        RefusedCase{"NameOfTag", "<1a/>", 1}, RefusedCase{"BlankBeforeName", "< a/>", 1},
+        RefusedCase{"NoBlankBetweenAttributes", "<a b=\"1\"c=\"2\"/>", 8},
+        RefusedCase{"NoQuotes", "<a b=1/>", 5}, RefusedCase{"NoValue", "<a b/>", 4},
+        RefusedCase{"NoName", "<a =\"1\"/>", 3}, RefusedCase{"SlashInside", "<a / b=\"1\">", 4},
+        RefusedCase{"LessInAttribute", "<a b=\"<\"/>", 6},
+        RefusedCase{"UnknownEntity", "<a>&nbsp;</a>", 3},
+        RefusedCase{"BareAmpersand", "<a>a & b</a>", 5},
+        RefusedCase{"UnfinishedEntity", "<a>&amp</a>", 3},
+        RefusedCase{"BadReference", "<a>&#xFFFF;</a>", 3},
+        RefusedCase{"EntityInAttribute", "<a b=\"&x;\"/>", 6},
+        RefusedCase{"ControlCharacter", "<a>\x01</a>", 3},
+        RefusedCase{"ControlCharacterInAttribute", "<a b=\"\x01\"/>", 6},
+        RefusedCase{"Zero", std::string("<a>\0</a>", 8), 3},
+        RefusedCase{"DocumentType", "<!DOCTYPE a><a/>", 0},
+        RefusedCase{"DocumentTypeWithEntities", "<!DOCTYPE a [<!ENTITY b \"c\">]><a>&b;</a>", 0},
+        RefusedCase{"DocumentTypeInside", "<a><!DOCTYPE a></a>", 3},
+        RefusedCase{"EntityDeclaration", "<a><!ENTITY b \"c\"></a>", 3}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+std::string Nested(std::size_t levels)
+{
+    std::string xml;
+    for (std::size_t i = 0; i < levels; ++i)
+        xml += "<a>";
+    for (std::size_t i = 0; i < levels; ++i)
+        xml += "</a>";
+    return xml;
+}
+
+TEST(XmlScanner, ReadsDownToTheDeepestLevel)
+{
+    EXPECT_NO_THROW(Tokens(Nested(XmlScanner::kMaxDepth)));
+}
+
+TEST(XmlScanner, RefusesOneLevelMore)
+{
+    try {
+        Tokens(Nested(XmlScanner::kMaxDepth + 1));
+        FAIL() << "not refused";
+    }
+    catch (const util::Error& error) {
+        EXPECT_EQ(error.Kind(), ErrorKind::TooDeeplyNested);
+        EXPECT_EQ(error.Cause(), "/part.xml");
+    }
+}
+
+TEST(XmlScanner, CausesWithoutAPartNameBeginWithTheOffset)
+{
+    try {
+        XmlScanner scanner("x");
+        scanner.Next();
+        FAIL() << "not refused";
+    }
+    catch (const util::Error& error) {
+        EXPECT_THAT(error.Cause(), testing::StartsWith("offset 0: "));
+    }
+}
+
+/// A scanner that stands at the first start tag of that name.
+XmlScanner At(std::string_view xml, std::string_view name)
+{
+    XmlScanner scanner(xml, "/part.xml");
+    while (scanner.Next() != Token::StartTag || scanner.Name() != name) {
+    }
+    return scanner;
+}
+
+TEST(XmlScanner, TokensKnowTheirPlace)
+{
+    XmlScanner scanner("<a>xy<b/></a>");
+    struct Place {
+        Token token;
+        std::size_t begin;
+        std::size_t end;
+        std::size_t depth;
+    };
+    for (const Place& place : {Place{Token::StartTag, 0, 3, 1}, Place{Token::Text, 3, 5, 1},
+                               Place{Token::StartTag, 5, 9, 2}, Place{Token::EndTag, 9, 9, 1},
+                               Place{Token::EndTag, 9, 13, 0}, Place{Token::End, 13, 13, 0},
+                               Place{Token::End, 13, 13, 0}}) {
+        EXPECT_EQ(scanner.Next(), place.token);
+        EXPECT_EQ(scanner.Begin(), place.begin);
+        EXPECT_EQ(scanner.End(), place.end);
+        EXPECT_EQ(scanner.Depth(), place.depth);
+    }
+}
+
+TEST(XmlScanner, FindsAttributes)
+{
+    const std::string xml = "<c r=\"A1\"  s = '1&amp;2'\n\tx:t=\"\"/>";
+    const XmlScanner scanner = At(xml, "c");
+    ASSERT_EQ(scanner.Attributes().size(), 3U);
+    EXPECT_EQ(scanner.AttributeText("r"), "A1");
+    EXPECT_EQ(scanner.Attribute("s")->value, "1&amp;2");
+    EXPECT_EQ(scanner.AttributeText("s"), "1&2");
+    EXPECT_EQ(scanner.AttributeText("x:t"), "");
+    EXPECT_EQ(scanner.AttributeText("t"), std::nullopt);
+    EXPECT_EQ(scanner.Attribute("S"), std::nullopt);
+}
+
+TEST(XmlScanner, AttributesKnowTheirPlace)
+{
+    const std::string xml = "<c  r=\"A1\" s = '1'/>";
+    const XmlScanner scanner = At(xml, "c");
+    const auto r = scanner.Attribute("r").value();
+    EXPECT_EQ(xml.substr(r.begin, r.end - r.begin), "  r=\"A1\"");
+    EXPECT_EQ(xml.substr(r.valueBegin, r.value.size()), "A1");
+    const auto s = scanner.Attribute("s").value();
+    EXPECT_EQ(xml.substr(s.begin, s.end - s.begin), " s = '1'");
+    EXPECT_EQ(s.valueBegin, xml.find('1', r.end));
+}
+
+TEST(XmlScanner, AttributesEndWithTheirTag)
+{
+    XmlScanner scanner("<a b=\"1\"><c/></a>");
+    scanner.Next();
+    EXPECT_EQ(scanner.Attributes().size(), 1U);
+    scanner.Next();
+    EXPECT_TRUE(scanner.Attributes().empty());
+    scanner.Next();
+    scanner.Next();
+    EXPECT_EQ(scanner.Name(), "a");
+    EXPECT_TRUE(scanner.Attributes().empty());
+}
+
+TEST(XmlScanner, SplitsNames)
+{
+    const XmlScanner prefixed = At("<x:row/>", "x:row");
+    EXPECT_EQ(prefixed.Prefix(), "x");
+    EXPECT_EQ(prefixed.LocalName(), "row");
+    const XmlScanner plain = At("<row/>", "row");
+    EXPECT_EQ(plain.Prefix(), "");
+    EXPECT_EQ(plain.LocalName(), "row");
+}
+
+TEST(XmlScanner, ResolvesNamespaces)
+{
+    XmlScanner scanner("<a xmlns='outer' xmlns:p='one'><b xmlns='inner' xmlns:p='two'><p:c/></b>"
+                       "<p:d/><e xmlns=''/><q:f/></a>");
+    std::string seen;
+    for (auto token = scanner.Next(); token != Token::End; token = scanner.Next())
+        seen += std::string(scanner.Name()) + "=" + std::string(scanner.NamespaceUri()) + " ";
+    EXPECT_EQ(seen,
+              "a=outer b=inner p:c=two p:c=two b=inner p:d=one p:d=one e= e= q:f= q:f= a=outer ");
+}
+
+TEST(XmlScanner, ResolvesOtherPrefixes)
+{
+    const XmlScanner scanner = At("<a xmlns='main' xmlns:r='rel'/>", "a");
+    EXPECT_EQ(scanner.NamespaceUri("r"), "rel");
+    EXPECT_EQ(scanner.NamespaceUri("xml"), "http://www.w3.org/XML/1998/namespace");
+    EXPECT_EQ(scanner.NamespaceUri("z"), "");
+}
+
+TEST(XmlScanner, ElementsBesideDoNotInheritNamespaces)
+{
+    XmlScanner scanner("<a><b xmlns:p='one'/><p:c/></a>");
+    while (scanner.Next() != Token::StartTag || scanner.Name() != "p:c") {
+    }
+    EXPECT_EQ(scanner.NamespaceUri(), "");
+}
+
+TEST(XmlScanner, SkipsElements)
+{
+    const std::string xml = "<a><b><b/>x<c><!-- --></c></b><d/></a>";
+    XmlScanner scanner = At(xml, "b");
+    scanner.SkipElement();
+    EXPECT_EQ(scanner.End(), xml.find("<d/>"));
+    EXPECT_EQ(scanner.Next(), Token::StartTag);
+    EXPECT_EQ(scanner.Name(), "d");
+    scanner.SkipElement();
+    EXPECT_EQ(scanner.Next(), Token::EndTag);
+    EXPECT_EQ(scanner.Name(), "a");
+}
+
+TEST(XmlScanner, SkippingChecksToo)
+{
+    XmlScanner scanner = At("<a><b><c></b></a>", "b");
+    EXPECT_THROW(scanner.SkipElement(), util::Error);
+    XmlScanner cut = At("<a><b>", "b");
+    EXPECT_THROW(cut.SkipElement(), util::Error);
+}
+
+TEST(XmlScanner, ReadsElementText)
+{
+    const std::string xml = "<a><t>x &lt; <b>y</b><!-- no --><![CDATA[ & z]]>\r\n</t><t/></a>";
+    XmlScanner scanner = At(xml, "t");
+    EXPECT_EQ(scanner.ElementText(), "x < y & z\n");
+    EXPECT_EQ(scanner.Next(), Token::StartTag);
+    EXPECT_EQ(scanner.ElementText(), "");
+    EXPECT_EQ(scanner.Next(), Token::EndTag);
+}
+
+} // namespace
+} // namespace orrery::xlsx

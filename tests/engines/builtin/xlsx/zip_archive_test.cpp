@@ -1,0 +1,337 @@
+#include "engines/builtin/xlsx/zip_archive.h"
+
+#include "../../../util/scratch_folder.h"
+#include "built_zip.h"
+#include "util/error.h"
+
+#include <csignal>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <sys/resource.h>
+
+namespace orrery::xlsx {
+namespace {
+
+using test::BuildZip;
+using test::PackedBytes;
+using test::ZipPart;
+using testing_support::BytesOf;
+using testing_support::ScratchFolder;
+using util::Error;
+using util::ErrorKind;
+
+constexpr std::size_t kMiB = std::size_t{1} << 20;
+const std::string kText = "All work and no play makes Jack a dull boy. All work and no play ...";
+
+template <typename Action> ErrorKind KindThrownBy(Action action)
+{
+    try {
+        action();
+    }
+    catch (const Error& error) {
+        EXPECT_FALSE(error.Subject().empty());
+        return error.Kind();
+    }
+    ADD_FAILURE() << "nothing was thrown";
+    return ErrorKind::WrongUsage;
+}
+
+struct ReadCase {
+    const char* name;
+    ZipPart part;
+};
+
+class ReadZipTest : public testing::TestWithParam<ReadCase> {};
+TEST_P(ReadZipTest, GivesTheContent)
+{
+    const ScratchFolder folder;
+    const ZipReader zip(
+        folder.Write("a.zip", BuildZip({{"first", "1"}, GetParam().part, {"last", "2"}})));
+    ASSERT_EQ(zip.Entries().size(), 3U);
+    EXPECT_EQ(zip.Entries()[1].name, GetParam().part.name);
+    EXPECT_EQ(zip.Entries()[1].size, GetParam().part.content.size());
+    EXPECT_EQ(zip.Read(1), GetParam().part.content);
+    EXPECT_EQ(zip.Read(2), "2");
+    EXPECT_EQ(zip.Read(1), GetParam().part.content) << "as often as wanted";
+}
+INSTANTIATE_TEST_SUITE_P(
+    Entries, ReadZipTest,
+    testing::Values(ReadCase{"Packed", {"xl/a.xml", kText}},
+                    ReadCase{"Stored", {"xl/a.xml", kText, true}},
+                    ReadCase{"Descriptor", {"xl/a.xml", kText, false, true}},
+                    ReadCase{"StoredWithDescriptor", {"xl/a.xml", kText, true, true}},
+                    ReadCase{"Zip64", {"xl/a.xml", kText, false, false, true}},
+                    ReadCase{"Empty", {"xl/a.xml", ""}}, ReadCase{"Folder", {"xl/", "", true}},
+                    ReadCase{"Backslash", {"xl\\a.xml", kText}},
+                    ReadCase{"Utf8Name", {"xl/\xC3\xA4.xml", kText, false, false, false, 0x800}},
+                    ReadCase{"Long", {"xl/a.xml", std::string(3 * kMiB + 7, 'x')}}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+struct LieCase {
+    const char* name;
+    ZipPart part;
+};
+
+class LyingZipTest : public testing::TestWithParam<LieCase> {};
+TEST_P(LyingZipTest, IsDamagedWhenRead)
+{
+    const ScratchFolder folder;
+    const ZipReader zip(folder.Write("a.zip", BuildZip({GetParam().part, {"last", "2"}})));
+    EXPECT_EQ(KindThrownBy([&] { zip.Read(0); }), ErrorKind::DamagedWorkbook);
+    EXPECT_EQ(zip.Read(1), "2");
+}
+INSTANTIATE_TEST_SUITE_P(
+    Entries, LyingZipTest,
+    testing::Values(
+        LieCase{"MoreThanDeclared", {.name = "a", .content = kText, .declaredSize = 10}},
+        LieCase{"NothingDeclared", {.name = "a", .content = kText, .declaredSize = 0}},
+        LieCase{"LessThanDeclared", {.name = "a", .content = kText, .declaredSize = 1000}},
+        LieCase{"StoredLessThanDeclared",
+                {.name = "a", .content = kText, .stored = true, .declaredSize = 1000}},
+        LieCase{"OtherChecksum", {.name = "a", .content = kText, .declaredChecksum = 1}},
+        LieCase{"PackedCut", {.name = "a", .content = kText, .declaredPacked = 5}}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(ZipReader, TakesNoMemoryForWhatIsOnlyDeclared)
+{
+    const ScratchFolder folder;
+    const std::string bytes = BuildZip({{.name = "a",
+                                         .content = std::string(2 * kMiB, 'x'),
+                                         .stored = true,
+                                         .declaredSize = 1000 * kMiB}});
+    const ZipReader zip(folder.Write("a.zip", bytes));
+    rusage before = {};
+    getrusage(RUSAGE_SELF, &before);
+    EXPECT_EQ(KindThrownBy([&] { zip.Read(0); }), ErrorKind::DamagedWorkbook);
+    rusage after = {};
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 * 1024) << "in KiB";
+}
+
+struct RefusedZipCase {
+    const char* name;
+    std::string bytes;
+    ErrorKind kind;
+};
+
+class RefuseZipTest : public testing::TestWithParam<RefusedZipCase> {};
+TEST_P(RefuseZipTest, SaysWhy)
+{
+    const ScratchFolder folder;
+    const auto path = folder.Write("a.zip", GetParam().bytes);
+    EXPECT_EQ(KindThrownBy([&] { ZipReader zip(path); }), GetParam().kind);
+}
+
+std::string WithoutDirectory()
+{
+    const std::string zip = BuildZip({{"a", kText}});
+    return zip.substr(0, zip.size() - 22);
+}
+
+std::string Bomb(std::size_t entries, std::uint32_t declared)
+{
+    std::vector<ZipPart> parts;
+    for (std::size_t i = 0; i < entries; ++i)
+        parts.push_back({.name = std::to_string(i), .content = kText, .declaredSize = declared});
+    return BuildZip(parts);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, RefuseZipTest,
+    testing::Values(
+        RefusedZipCase{"Empty", "", ErrorKind::NotAWorkbook},
+        RefusedZipCase{"Text", "Just a text, although it has a few bytes", ErrorKind::NotAWorkbook},
+        RefusedZipCase{"NoDirectory", WithoutDirectory(), ErrorKind::DamagedWorkbook},
+        RefusedZipCase{"Cut", BuildZip({{"a", kText}, {"b", kText}}).substr(0, 100),
+                       ErrorKind::DamagedWorkbook},
+        RefusedZipCase{"Encrypted", BuildZip({{"a", kText, false, false, false, 1}}),
+                       ErrorKind::PasswordProtected},
+        RefusedZipCase{"EntryOverTheRatio", Bomb(1, 11 * kMiB), ErrorKind::TooLargeUnpacked},
+        RefusedZipCase{"ManyOverTheRatio", Bomb(3, 10 * kMiB), ErrorKind::TooLargeUnpacked},
+        RefusedZipCase{"MoreThanAGibibyte", Bomb(5, 0xFFFFFFF0), ErrorKind::TooLargeUnpacked}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(ZipReader, TakesSmallEntriesOfAnyRatio)
+{
+    const ScratchFolder folder;
+    const ZipReader zip(
+        folder.Write("a.zip", BuildZip({{"a", std::string(10 * kMiB, ' ')},
+                                        {"b", std::string(64 * 1024, '\x7F'), true}})));
+    EXPECT_EQ(zip.Read(0).size(), 10 * kMiB);
+}
+
+TEST(ZipReader, TellsMissingFilesFromUnreadableOnes)
+{
+    const ScratchFolder folder;
+    EXPECT_EQ(KindThrownBy([&] { ZipReader zip(folder / "none.zip"); }), ErrorKind::FileNotFound);
+    EXPECT_EQ(KindThrownBy([&] { ZipReader zip(folder.Path()); }), ErrorKind::FileNotReadable);
+}
+
+TEST(ZipWriter, CopiesPackedBytesAndTimes)
+{
+    const ScratchFolder folder;
+    const std::string source = BuildZip({{"packed", kText + kText},
+                                         {"stored", kText, true},
+                                         {"empty", ""},
+                                         {"large", std::string(kMiB, 'x')},
+                                         {"folder/", "", true}});
+    const ZipReader reader(folder.Write("a.zip", source));
+    ZipWriter writer(folder / "b.zip");
+    for (std::size_t i = 0; i < reader.Entries().size(); ++i)
+        writer.CopyEntry(reader, i, reader.Entries()[i].name);
+    writer.CopyEntry(reader, 0, "again");
+    writer.Close();
+
+    const std::string copy = BytesOf(folder / "b.zip");
+    for (const char* const name : {"packed", "stored", "empty", "large", "folder/"}) {
+        ASSERT_TRUE(PackedBytes(copy, name)) << name;
+        EXPECT_EQ(PackedBytes(copy, name), PackedBytes(source, name)) << name;
+    }
+    EXPECT_EQ(PackedBytes(copy, "again"), PackedBytes(source, "packed"));
+    EXPECT_EQ(copy.substr(10, 4), source.substr(10, 4)) << "time and date of the first entry";
+
+    const ZipReader read(folder / "b.zip");
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < read.Entries().size(); ++i)
+        names.push_back(read.Entries()[i].name);
+    EXPECT_THAT(names,
+                testing::ElementsAre("packed", "stored", "empty", "large", "folder/", "again"));
+    EXPECT_EQ(read.Read(5), kText + kText);
+}
+
+TEST(ZipWriter, CopiesEntriesOfStreamsAndZip64)
+{
+    const ScratchFolder folder;
+    const std::string packed = test::Deflate(kText, 1);
+    const ZipReader reader(folder.Write("a.zip", BuildZip({{"descriptor", kText, false, true},
+                                                           {"zip64", kText, false, false, true}})));
+    ZipWriter writer(folder / "b.zip");
+    writer.CopyEntry(reader, 0, "descriptor");
+    writer.CopyEntry(reader, 1, "zip64");
+    writer.Close();
+    const std::string copy = BytesOf(folder / "b.zip");
+    EXPECT_EQ(PackedBytes(copy, "descriptor"), packed);
+    EXPECT_EQ(PackedBytes(copy, "zip64"), packed);
+}
+
+TEST(ZipWriter, PacksNewEntries)
+{
+    const ScratchFolder folder;
+    ZipWriter writer(folder / "a.zip");
+    writer.AddEntry("a.xml", [] { return kText + kText; });
+    writer.AddEntry("empty.xml", [] { return std::string(); });
+    writer.AddEntry("large.xml", [] { return std::string(5 * kMiB, 'x'); });
+    writer.Close();
+    const ZipReader reader(folder / "a.zip");
+    EXPECT_EQ(reader.Read(0), kText + kText);
+    EXPECT_LT(reader.Entries()[0].compressedSize, kText.size());
+    EXPECT_EQ(reader.Read(1), "");
+    EXPECT_EQ(reader.Read(2), std::string(5 * kMiB, 'x'));
+}
+
+TEST(ZipWriter, WritesPlainHeadersOfAFixedDate)
+{
+    const ScratchFolder folder;
+    for (const char* const name : {"a.zip", "b.zip"}) {
+        ZipWriter writer(folder / name);
+        writer.AddEntry("a.xml", [] { return kText; });
+        writer.Close();
+    }
+    const std::string bytes = BytesOf(folder / "a.zip");
+    EXPECT_EQ(bytes, BytesOf(folder / "b.zip"));
+    EXPECT_EQ(bytes.substr(4, 2), std::string("\x14\0", 2)) << "version 2.0, not zip64";
+    EXPECT_EQ(bytes.substr(6, 2), std::string(2, '\0')) << "no descriptor";
+    EXPECT_EQ(bytes.substr(10, 4), std::string("\0\0\x21\0", 4)) << "1980-01-01";
+}
+
+TEST(ZipWriter, AsksForOneContentAtATime)
+{
+    const ScratchFolder folder;
+    std::vector<std::string> asked;
+    ZipWriter writer(folder / "a.zip");
+    for (const char* const name : {"a", "b", "c"})
+        writer.AddEntry(name, [&asked, name] {
+            asked.emplace_back(name);
+            return kText;
+        });
+    EXPECT_TRUE(asked.empty()) << "nothing is made before the end";
+    writer.Close();
+    EXPECT_THAT(asked, testing::ElementsAre("a", "b", "c"));
+}
+
+TEST(ZipWriter, PassesOnWhatAProducerThrows)
+{
+    const ScratchFolder folder;
+    {
+        ZipWriter writer(folder / "a.zip");
+        writer.AddEntry("a", [] { return kText; });
+        writer.AddEntry("b", []() -> std::string { throw std::invalid_argument("mine"); });
+        EXPECT_THROW(writer.Close(), std::invalid_argument);
+    }
+    EXPECT_EQ(folder.Entries(), 0) << "nothing is left behind";
+}
+
+TEST(ZipWriter, DiscardsWhatIsNotClosed)
+{
+    const ScratchFolder folder;
+    {
+        ZipWriter writer(folder / "a.zip");
+        writer.AddEntry("a", [] { return kText; });
+    }
+    EXPECT_EQ(folder.Entries(), 0);
+}
+
+TEST(ZipWriter, NamesTheFileThatCannotBeWritten)
+{
+    const ScratchFolder folder;
+    EXPECT_EQ(KindThrownBy([&] {
+                  ZipWriter writer(folder / "none/a.zip");
+                  writer.AddEntry("a", [] { return kText; });
+                  writer.Close();
+              }),
+              ErrorKind::FileNotWritable);
+}
+
+/// No file of this process may pass a size while the scope lasts.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit limit = {bytes, old_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        signal_ = std::signal(SIGXFSZ, SIG_IGN);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &old_);
+        std::signal(SIGXFSZ, signal_);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit old_ = {};
+    void (*signal_)(int) = nullptr;
+};
+
+TEST(ZipWriter, LeavesNothingBehindWhenWritingFails)
+{
+    const ScratchFolder folder;
+    {
+        const FileSizeLimit limit(64 * 1024);
+        ZipWriter writer(folder / "a.zip");
+        writer.AddEntry("a", [] {
+            std::string noise;
+            for (unsigned value = 1; noise.size() < kMiB; value = value * 1664525 + 1013904223)
+                noise += static_cast<char>(value >> 24);
+            return noise;
+        });
+        EXPECT_EQ(KindThrownBy([&] { writer.Close(); }), ErrorKind::FileNotWritable);
+    }
+    EXPECT_EQ(folder.Entries(), 0);
+}
+
+} // namespace
+} // namespace orrery::xlsx

@@ -1,0 +1,68 @@
+#include "engines/engine_choice.h"
+
+#include "util/error.h"
+#include "util/error_text.h"
+
+#include <gtest/gtest.h>
+
+namespace orrery::engines {
+namespace {
+
+struct NameCase {
+    const char* name;
+    std::string_view text;
+    std::optional<EngineChoice> expected;
+};
+
+class ParseEngineChoiceTest : public testing::TestWithParam<NameCase> {};
+
+TEST_P(ParseEngineChoiceTest, KnowsTheFourNames)
+{
+    EXPECT_EQ(ParseEngineChoice(GetParam().text), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, ParseEngineChoiceTest,
+    testing::Values(NameCase{"Auto", "auto", EngineChoice::Auto},
+                    NameCase{"Excel", "Excel", EngineChoice::Excel},
+                    NameCase{"BuiltIn", "BUILTIN", EngineChoice::BuiltIn},
+                    NameCase{"LibreOffice", "libreoffice", EngineChoice::LibreOffice},
+                    NameCase{"Empty", "", std::nullopt}, NameCase{"Other", "abacus", std::nullopt}),
+    [](const auto& each) { return std::string(each.param.name); });
+
+TEST(EngineChoiceTest, NamesReadBackAsTheirChoice)
+{
+    for (const EngineChoice choice : {EngineChoice::Auto, EngineChoice::Excel,
+                                      EngineChoice::BuiltIn, EngineChoice::LibreOffice})
+        EXPECT_EQ(ParseEngineChoice(EngineName(choice)), choice);
+}
+
+TEST(EngineChoiceTest, AutoComesToTheBuiltInOneWithoutExcel)
+{
+    EXPECT_EQ(ResolveEngine(EngineChoice::Auto), EngineChoice::BuiltIn);
+    EXPECT_EQ(ResolveEngine(EngineChoice::BuiltIn), EngineChoice::BuiltIn);
+}
+
+TEST(EngineChoiceTest, AnEngineThatIsNotHereOffersTheBuiltInOne)
+{
+    for (const EngineChoice choice : {EngineChoice::Excel, EngineChoice::LibreOffice}) {
+        try {
+            CreateApplication(choice, {});
+            FAIL() << "nothing was thrown";
+        }
+        catch (const Error& error) {
+            EXPECT_EQ(error.Kind(), util::ErrorKind::EngineMissing);
+            EXPECT_EQ(error.Subject(), EngineName(choice));
+            EXPECT_NE(util::ErrorText(error).find("\"builtin\""), std::string::npos);
+        }
+    }
+}
+
+TEST(EngineChoiceTest, TheBuiltInApplicationStartsInvisible)
+{
+    for (const EngineChoice choice : {EngineChoice::Auto, EngineChoice::BuiltIn})
+        EXPECT_FALSE(CreateApplication(choice, {})->Visible());
+}
+
+} // namespace
+} // namespace orrery::engines

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "generate/spreadsheet.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// A spreadsheet application in memory that keeps the rules of a real one and writes down every
+/// call. Its files are its own simple format.
+namespace orrery::fake {
+
+/// The calls of all applications of a test, in order, such as
+///     DisplayAlerts = false        Open Desk.xlsx read-only     Worksheets(Sheet2)
+///     Sheet2.Name = January        January.Copy after January   January.Next
+///     January(5,2) = 1 Value       January(1,2) = "January"     SaveAs 2027Desk.xlsx
+///     Visible?                     Quit                         Release application
+class CallLog {
+public:
+    /// From now on this call fails with the description instead of doing anything.
+    void FailAt(const std::string& call, const std::string& description);
+    /// Writes the call down; throws where it shall fail.
+    void Record(const std::string& call);
+
+    const std::vector<std::string>& Calls() const { return calls_; }
+    /// The calls that contain the text.
+    std::vector<std::string> CallsWith(std::string_view text) const;
+    void Clear() { calls_.clear(); }
+
+private:
+    std::vector<std::string> calls_;
+    std::map<std::string, std::string> failures_;
+};
+
+using Cells = std::map<std::pair<std::int32_t, std::int32_t>, generate::CellValue>;
+
+struct SheetContent {
+    std::string name;
+    Cells cells; ///< by row and column
+    friend bool operator==(const SheetContent&, const SheetContent&) = default;
+};
+
+using WorkbookContent = std::vector<SheetContent>;
+
+void WriteWorkbookFile(const std::filesystem::path& path, const WorkbookContent& content);
+WorkbookContent ReadWorkbookFile(const std::filesystem::path& path);
+
+class Workbook;
+
+class Worksheet : public generate::Worksheet {
+public:
+    static constexpr std::int32_t kRows = 1048576;
+    static constexpr std::int32_t kColumns = 16384;
+
+    Worksheet(Workbook& workbook, SheetContent content)
+        : workbook_(workbook), content_(std::move(content))
+    {
+    }
+    std::string Name() const override { return content_.name; }
+    void SetName(std::string_view name) override;
+    void CopyAfter(generate::Worksheet& after) override;
+    generate::Worksheet* Next() override;
+    void SetCell(std::int32_t row, std::int32_t column, const generate::CellValue& value,
+                 generate::CellMember member) override;
+
+    const SheetContent& Content() const { return content_; }
+
+private:
+    Workbook& workbook_;
+    SheetContent content_;
+};
+
+class Workbook : public generate::Workbook {
+public:
+    Workbook(CallLog& log, WorkbookContent content);
+    generate::Worksheet* FindWorksheet(std::string_view name) override;
+    void SaveAs(const std::filesystem::path& target, generate::AccessMode accessMode) override;
+
+    CallLog& Log() { return log_; }
+    WorkbookContent Content() const;
+    std::vector<std::string> SheetNames() const;
+    const Cells& CellsOf(std::string_view sheet) const;
+    /// The sheet behind one; nullptr after the last.
+    Worksheet* After(const generate::Worksheet& sheet);
+    void InsertAfter(const generate::Worksheet& sheet, SheetContent content);
+    /// Throws where the name breaks a rule of sheet names; `self` may bear it already.
+    void CheckName(std::string_view name, const Worksheet& self) const;
+    /// The name that a copy is born with: "Sheet1 (2)", then "Sheet1 (3)".
+    std::string NameOfCopy(const std::string& original) const;
+
+private:
+    bool IsTaken(std::string_view name, const Worksheet* self) const;
+
+    CallLog& log_;
+    std::vector<std::unique_ptr<Worksheet>> sheets_;
+};
+
+class Application : public generate::Application {
+public:
+    explicit Application(CallLog& log) : log_(log) {}
+    ~Application() override;
+    void SetDisplayAlerts(bool on) override;
+    void SetVisible(bool on) override;
+    bool Visible() const override;
+    void SetInteractive(bool on) override;
+    void SetScreenUpdating(bool on) override;
+    generate::Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) override;
+    void ReleaseWorkbook(generate::Workbook& workbook) override;
+    void Quit() override;
+
+private:
+    CallLog& log_;
+    bool visible_ = false;
+    std::vector<std::unique_ptr<Workbook>> workbooks_;
+};
+
+} // namespace orrery::fake

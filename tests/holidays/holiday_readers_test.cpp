@@ -1,0 +1,178 @@
+#include "../util/scratch_folder.h"
+#include "holidays/holiday_readers.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace orrery::holidays {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing_support::ScratchFolder;
+
+std::vector<std::string> NamesOf(const HolidayList& list)
+{
+    std::vector<std::string> names;
+    for (const HolidayDef& rule : list)
+        names.push_back(rule.Name);
+    return names;
+}
+
+/// The names of the rules that a holiday file with these bytes gives.
+std::vector<std::string> ReadRuleNames(std::string_view bytes)
+{
+    const ScratchFolder scratch;
+    HolidayList list;
+    list.Append({101, 0, "dropped"});
+    ReadHolidayFile(scratch.Write("holiday.txt", bytes), list);
+    return NamesOf(list);
+}
+
+std::vector<std::string> ReadSectionNames(CalendarKind calendar, std::string_view bytes)
+{
+    const ScratchFolder scratch;
+    HolidayList list;
+    list.Append({101, 0, "dropped"});
+    ReadTemplateHolidays(calendar, scratch.Write("Desk.ini", bytes), list);
+    return NamesOf(list);
+}
+
+std::string ManyRules(int count, std::string_view before)
+{
+    std::string text;
+    for (int i = 1; i <= count; ++i)
+        text += std::string(before) + "0101,," + std::to_string(i) + "\n";
+    return text;
+}
+
+TEST(ReadHolidayFile, TakesRulesInFileOrder)
+{
+    EXPECT_THAT(ReadRuleNames("1225,DAY,b\r\n  0101,DAY, a  \r\n\r\n/* comment */\r\n,EASTER,c"),
+                ElementsAre("b", " a", "c"));
+}
+
+TEST(ReadHolidayFile, SkipsWhatDoesNotParse)
+{
+    EXPECT_THAT(
+        ReadRuleNames("1232, DAY, x\n0229, DAY, x\n1300, MON, x\n2, HOLIDAY, x\n0101\n0101,,y"),
+        ElementsAre("y"));
+}
+
+TEST(ReadHolidayFile, LeavesNoTraceOfAFailedLine)
+{
+    const ScratchFolder scratch;
+    HolidayList list;
+    ReadHolidayFile(scratch.Write("h", "1232,DAY,bad\n0505,MON,good\n"), list);
+    ASSERT_EQ(list.Count(), 1);
+    EXPECT_EQ(list[0], (HolidayDef{505, 2, "good"}));
+}
+
+TEST(ReadHolidayFile, EndsAtARuleThatCannotBeFinished)
+{
+    EXPECT_THAT(ReadRuleNames("0101,,a\n0001,DAY,x\n0102,,b"), ElementsAre("a"));
+    EXPECT_THAT(ReadRuleNames("0101,,a\n40000,EASTER,x\n0102,,b"), ElementsAre("a"));
+    EXPECT_THAT(ReadRuleNames("0101,,a\n99999999999,DAY,x\n0102,,b"), ElementsAre("a"));
+}
+
+TEST(ReadHolidayFile, IsEmptyWithoutAFile)
+{
+    const ScratchFolder scratch;
+    HolidayList list;
+    list.Append({101, 0, "dropped"});
+    ReadHolidayFile(scratch / "missing.txt", list);
+    EXPECT_EQ(list.Count(), 0);
+    list.Append({101, 0, "dropped"});
+    ReadHolidayFile(scratch.Path(), list);
+    EXPECT_EQ(list.Count(), 0) << "a folder";
+}
+
+TEST(ReadHolidayFile, StopsWhenTheListIsFull)
+{
+    EXPECT_EQ(ReadRuleNames(ManyRules(1025, "")).size(), 1025U);
+    const auto names = ReadRuleNames(ManyRules(1030, ""));
+    ASSERT_EQ(names.size(), 1025U);
+    EXPECT_EQ(names.back(), "1025");
+    // The line too many ends the reading whatever it holds, also a rule that cannot be finished.
+    EXPECT_EQ(ReadRuleNames(ManyRules(1025, "") + "0001,DAY,x\n").size(), 1025U);
+}
+
+TEST(ReadHolidayFile, ReadsBothEncodings)
+{
+    EXPECT_THAT(ReadRuleNames("0101,,Neuj\xC3\xA4hr"), ElementsAre("Neuj\xC3\xA4hr"));
+    EXPECT_THAT(ReadRuleNames("0101,,Neuj\xE4hr"), ElementsAre("Neuj\xC3\xA4hr"));
+    EXPECT_THAT(ReadRuleNames("\xEF\xBB\xBF"
+                              "0101,,a"),
+                ElementsAre("a"));
+}
+
+constexpr std::string_view kParameterFile = "Holiday1=0101,,outside\r\n"
+                                            "[Monthly Calendar]\r\n"
+                                            "Output=Y\r\n"
+                                            "OutHoliday=Y\r\n"
+                                            "Holiday1=0101,DAY,one\r\n"
+                                            " HOLIDAY2 = 0102,DAY, two \r\n"
+                                            "holiday_3=0103,DAY,three\r\n"
+                                            "Holiday=0104,DAY,four\r\n"
+                                            "Holiday5=\r\n"
+                                            "Holiday6 0106,DAY,six\r\n"
+                                            "Holiday7==0107,DAY,seven\r\n"
+                                            "Holiday 8=0108,DAY,eight\r\n"
+                                            "Holiday9=1399,DAY,nine\r\n"
+                                            "\r\n"
+                                            "[Yearly Calendar]\r\n"
+                                            "Holiday1=,EASTER,yearly\r\n"
+                                            "[Monthly Calendar]\r\n"
+                                            "Holiday10=0110,DAY,ten\r\n";
+
+TEST(ReadTemplateHolidays, TakesItsSectionOnly)
+{
+    EXPECT_THAT(ReadSectionNames(CalendarKind::Monthly, kParameterFile),
+                ElementsAre("one", " two", "three", "four"));
+    EXPECT_THAT(ReadSectionNames(CalendarKind::Yearly, kParameterFile), ElementsAre("yearly"));
+}
+
+TEST(ReadTemplateHolidays, NeedsItsHeaderExactly)
+{
+    EXPECT_THAT(ReadSectionNames(CalendarKind::Monthly, "[MONTHLY CALENDAR]\nHoliday1=0101,,a\n"),
+                IsEmpty());
+    EXPECT_THAT(
+        ReadSectionNames(CalendarKind::Monthly, "  [Monthly Calendar]\t\nHoliday1=0101,,a\n"),
+        ElementsAre("a"));
+    EXPECT_THAT(ReadSectionNames(CalendarKind::Yearly, "[Monthly Calendar]\nHoliday1=0101,,a\n"),
+                IsEmpty());
+}
+
+TEST(ReadTemplateHolidays, EndsAtAnyOtherHeader)
+{
+    EXPECT_THAT(ReadSectionNames(CalendarKind::Monthly,
+                                 "[Monthly Calendar]\nHoliday1=0101,,a\n [x\nHoliday2=0102,,b\n"),
+                ElementsAre("a"));
+}
+
+TEST(ReadTemplateHolidays, EndsAtARuleThatCannotBeFinished)
+{
+    EXPECT_THAT(
+        ReadSectionNames(
+            CalendarKind::Monthly,
+            "[Monthly Calendar]\nHoliday1=0101,,a\nHoliday2=0001,DAY,x\nHoliday3=0102,,b\n"),
+        ElementsAre("a"));
+}
+
+TEST(ReadTemplateHolidays, StopsWhenTheListIsFull)
+{
+    const std::string text = "[Yearly Calendar]\n" + ManyRules(1027, "Holiday=");
+    EXPECT_EQ(ReadSectionNames(CalendarKind::Yearly, text).size(), 1025U);
+}
+
+TEST(ReadTemplateHolidays, IsEmptyWithoutAFile)
+{
+    const ScratchFolder scratch;
+    HolidayList list;
+    list.Append({101, 0, "dropped"});
+    ReadTemplateHolidays(CalendarKind::Monthly, scratch / "missing.ini", list);
+    EXPECT_EQ(list.Count(), 0);
+}
+
+} // namespace
+} // namespace orrery::holidays

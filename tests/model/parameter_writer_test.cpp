@@ -1,0 +1,142 @@
+#include "../util/scratch_folder.h"
+#include "model/parameter_file.h"
+#include "parameter_samples.h"
+#include "util/paths.h"
+
+#include <gtest/gtest.h>
+
+namespace orrery::model {
+namespace {
+
+using namespace samples;
+using testing_support::BytesOf;
+using testing_support::ScratchFolder;
+
+TEST(WriteParameterFile, WritesEveryLineInOrder)
+{
+    const ScratchFolder scratch;
+    ASSERT_TRUE(WriteParameterFile(scratch / "a.ini", SomeNames(), FullSets()));
+    const std::string cells = "ColIntervalOfDay=2\r\n"
+                              "RowIntervalOfDay=3\r\n"
+                              "OutWeekday=Y\r\n"
+                              "FirstCellOfWeekday=Z11\r\n"
+                              "WeekdayName=Sun,Mon,Tue,Wed,Thu,Fri,Sat\r\n"
+                              "OutMonth=Y\r\n"
+                              "FirstCellOfMonth=AA12\r\n"
+                              "MonthName=Jan,Feb,Mar,Apr,May,Jun,Jul,Aug,Sep,Oct,Nov,Dec\r\n"
+                              "OutYear=Y\r\n"
+                              "FirstCellOfYear=IV13\r\n"
+                              "OutHoliday=Y\r\n"
+                              "FirstCellOfHoliday=D65536\r\n"
+                              "MultiHolidays=2\r\n";
+    EXPECT_EQ(BytesOf(scratch / "a.ini"), "[Monthly Calendar]\r\n"
+                                          "Output=N\r\n"
+                                          "SheetName=Month \xC3\xA4\r\n"
+                                          "FirstDayOfWeek=1\r\n"
+                                          "FirstCellOfDay=A10\r\n" +
+                                              cells +
+                                              "Holiday1=0704,, Independence Day\r\n"
+                                              "Holiday2=0005,Saturday,x, y\r\n"
+                                              "Holiday3=-2,Easter,Good Friday\r\n"
+                                              "\r\n"
+                                              "[Yearly Calendar]\r\n"
+                                              "Output=N\r\n"
+                                              "SheetName=Year\r\n"
+                                              "FirstDayOfWeek=1\r\n"
+                                              "MonthLayout=4\r\n"
+                                              "ColIntervalOfMonth=9\r\n"
+                                              "RowIntervalOfMonth=10\r\n"
+                                              "FirstCellOfDay=A10\r\n" +
+                                              cells +
+                                              "Holiday1=1250,Sunday,1\r\n"
+                                              "Holiday2=1250,Monday,2\r\n"
+                                              "Holiday3=1250,Tuesday,3\r\n"
+                                              "Holiday4=1250,Wednesday,4\r\n"
+                                              "Holiday5=1250,Thursday,5\r\n"
+                                              "Holiday6=1250,Friday,6\r\n");
+}
+
+TEST(WriteParameterFile, ComesBackOverOtherDefaults)
+{
+    const ScratchFolder scratch;
+    ASSERT_TRUE(WriteParameterFile(scratch / "a.ini", SomeNames(), FullSets()));
+    ParameterSets sets = SomeDefaults();
+    NameTables names = SomeNames();
+    ReadParameterFile(scratch / "a.ini", names, sets);
+    ExpectSets(sets, FullSets());
+    EXPECT_EQ(names.Weekdays.Count(), 2);
+}
+
+TEST(WriteParameterFile, LosesOnlyASundayOverADefaultMonday)
+{
+    const ScratchFolder scratch;
+    ParameterSets sunday = FullSets();
+    sunday.Monthly.FirstDayOfWeek = 0;
+    ASSERT_TRUE(WriteParameterFile(scratch / "a.ini", SomeNames(), sunday));
+    ParameterSets sets = SomeDefaults();
+    sets.Monthly.FirstDayOfWeek = 1;
+    NameTables names = SomeNames();
+    ReadParameterFile(scratch / "a.ini", names, sets);
+    ExpectSets(sets, FullSets());
+}
+
+TEST(WriteParameterFile, NumbersAFullList)
+{
+    ParameterSets sets = FullSets();
+    sets.Yearly.Holidays.Clear();
+    for (int i = 0; i < 1025; ++i)
+        sets.Yearly.Holidays.Append({101, 0, std::to_string(i)});
+    const ScratchFolder scratch;
+    ASSERT_TRUE(WriteParameterFile(scratch / "a.ini", SomeNames(), sets));
+    EXPECT_TRUE(BytesOf(scratch / "a.ini").ends_with("\r\nHoliday1025=0101,,1024\r\n"));
+    ParameterSets back = SomeDefaults();
+    NameTables names = SomeNames();
+    ReadParameterFile(scratch / "a.ini", names, back);
+    ExpectSets(back, sets);
+}
+
+TEST(WriteParameterFile, WritesNegativeCodesWithFourDigits)
+{
+    ParameterSets sets = FullSets();
+    sets.Monthly.Holidays.Clear();
+    sets.Monthly.Holidays.Append({-5, 0, "a"});
+    sets.Monthly.Holidays.Append({-5, 8, "b"});
+    sets.Monthly.Holidays.Append({12345, 1, "c"});
+    const ScratchFolder scratch;
+    ASSERT_TRUE(WriteParameterFile(scratch / "a.ini", SomeNames(), sets));
+    EXPECT_NE(BytesOf(scratch / "a.ini")
+                  .find("Holiday1=-0005,,a\r\nHoliday2=-5,Easter,b\r\nHoliday3=12345,Sunday,c\r\n"),
+              std::string::npos);
+}
+
+TEST(WriteParameterFile, ReplacesTheWholeFile)
+{
+    const ScratchFolder scratch;
+    const auto file = scratch.Write("a.ini", "; own comment\r\n" + std::string(5000, 'x'));
+    ASSERT_TRUE(WriteParameterFile(file, SomeNames(), FullSets()));
+    EXPECT_TRUE(BytesOf(file).starts_with("[Monthly Calendar]\r\n"));
+    EXPECT_EQ(BytesOf(file).find("xxx"), std::string::npos);
+}
+
+TEST(WriteParameterFile, SaysWhenItCannotWrite)
+{
+    const ScratchFolder scratch;
+    EXPECT_FALSE(WriteParameterFile(scratch / "missing/a.ini", SomeNames(), FullSets()));
+    const auto file = scratch.Write("a.ini", "old");
+    ParameterSets sets = FullSets();
+    sets.Yearly.MonthName = 257;
+    EXPECT_FALSE(WriteParameterFile(file, SomeNames(), sets)) << "no such list";
+    EXPECT_EQ(BytesOf(file), "old");
+    EXPECT_EQ(scratch.Entries(), 1);
+}
+
+TEST(ParameterFilePath, LiesBesideTheTemplate)
+{
+    EXPECT_EQ(ParameterFilePath(R"(C:\t\)", "Year.xls"), R"(C:\t\Year.ini)");
+    EXPECT_EQ(ParameterFilePath(R"(C:\t\)", R"(D:\other\My.Cal.xlsx)"), R"(C:\t\My.Cal.ini)");
+    EXPECT_EQ(ParameterFilePath(R"(C:\t\)", "Year"), R"(C:\t\Year.ini)");
+    EXPECT_EQ(ParameterFilePath("t", "Year.xls"), std::string("t") + util::kSeparator + "Year.ini");
+}
+
+} // namespace
+} // namespace orrery::model

@@ -1,0 +1,133 @@
+#include "ui/folders.h"
+
+#include "ui/scratch_folder_test.h"
+#include "util/file_replace.h"
+
+#include <cstdlib>
+
+using namespace orrery;
+namespace fs = std::filesystem;
+
+namespace orrery::ui {
+namespace {
+
+class FoldersTest : public ScratchFolderTest {
+protected:
+    SystemFolders System() const
+    {
+        return {At("program/"), At("home/config/"), At("home/data/"), At("installed/")};
+    }
+};
+
+TEST_F(FoldersTest, TheUsersOwnFoldersHoldSettingsAndData)
+{
+    const Locations locations = LocationsFor(System());
+    EXPECT_EQ(locations.settingsFile, At("home/config/orrery/orrery.ini"));
+    EXPECT_EQ(locations.folder, At("home/data/orrery/"));
+    EXPECT_EQ(locations.tipsFile, At("home/data/orrery/tips.txt"));
+}
+
+TEST_F(FoldersTest, SettingsBesideTheExecutableMakeItPortable)
+{
+    Write("program/orrery.ini", "");
+    const Locations locations = LocationsFor(System());
+    EXPECT_EQ(locations.settingsFile, At("program/orrery.ini"));
+    EXPECT_EQ(locations.folder, At("program/"));
+    EXPECT_EQ(locations.tipsFile, At("program/tips.txt"));
+}
+
+TEST_F(FoldersTest, WithoutAHomeEverythingIsBesideTheExecutable)
+{
+    SystemFolders system = System();
+    system.config.clear();
+    EXPECT_EQ(LocationsFor(system).folder, At("program/"));
+    system = System();
+    system.data.clear();
+    EXPECT_EQ(LocationsFor(system).settingsFile, At("program/orrery.ini"));
+}
+
+TEST_F(FoldersTest, ANamedSettingsFileHasItsFoldersBesideIt)
+{
+    const Locations locations = LocationsBeside(At("else/./mine.ini"));
+    EXPECT_EQ(locations.settingsFile, At("else/mine.ini"));
+    EXPECT_EQ(locations.folder, At("else/"));
+    const Locations relative = LocationsBeside("mine.ini");
+    EXPECT_EQ(relative.folder, fs::current_path().string() + "/");
+}
+
+TEST_F(FoldersTest, TheFirstStartCopiesWhatIsInstalled)
+{
+    Write("installed/orrery.ini", "[Environment]\n");
+    Write("installed/tips.txt", "A tip\n");
+    Write("installed/holiday/Here.txt", "0101, DAY, New Year\n");
+    Write("installed/template/Desk.xlsx", "workbook");
+    Write("installed/template/Desk.ini", "parameters");
+    Write("home/data/orrery/template/Desk.ini", "my own");
+    FillAtFirstStart(LocationsFor(System()), System().installed);
+    EXPECT_EQ(util::ReadFile(At("home/config/orrery/orrery.ini")), "[Environment]\n");
+    EXPECT_EQ(util::ReadFile(At("home/data/orrery/tips.txt")), "A tip\n");
+    EXPECT_EQ(util::ReadFile(At("home/data/orrery/holiday/Here.txt")), "0101, DAY, New Year\n");
+    EXPECT_EQ(util::ReadFile(At("home/data/orrery/template/Desk.xlsx")), "workbook");
+    EXPECT_EQ(util::ReadFile(At("home/data/orrery/template/Desk.ini")), "my own");
+}
+
+TEST_F(FoldersTest, LaterStartsBringNothingBack)
+{
+    Write("installed/orrery.ini", "new");
+    Write("installed/template/Desk.xlsx", "workbook");
+    Write("home/config/orrery/orrery.ini", "old");
+    FillAtFirstStart(LocationsFor(System()), System().installed);
+    EXPECT_EQ(util::ReadFile(At("home/config/orrery/orrery.ini")), "old");
+    EXPECT_FALSE(fs::exists(At("home/data")));
+}
+
+TEST_F(FoldersTest, NothingInstalledOrNowhereToPutItIsAbsorbed)
+{
+    FillAtFirstStart(LocationsFor(System()), "");
+    EXPECT_FALSE(fs::exists(At("home")));
+    Write("installed/tips.txt", "A tip\n");
+    Write("home", "a file where the folders should be");
+    EXPECT_NO_THROW(FillAtFirstStart(LocationsFor(System()), System().installed));
+}
+
+/// Sets a variable and puts the old value back.
+class ScopedVariable {
+public:
+    ScopedVariable(const char* name, const std::string& value) : name_(name)
+    {
+        if (const char* const old = std::getenv(name))
+            old_ = old;
+        setenv(name, value.c_str(), 1);
+    }
+    ~ScopedVariable() { setenv(name_, old_.c_str(), 1); }
+    ScopedVariable(const ScopedVariable&) = delete;
+    ScopedVariable& operator=(const ScopedVariable&) = delete;
+
+private:
+    const char* name_;
+    std::string old_;
+};
+
+TEST_F(FoldersTest, TheSystemIsAskedForTheUsersFolders)
+{
+    const ScopedVariable home("HOME", At("me"));
+    const ScopedVariable config("XDG_CONFIG_HOME", At("cfg"));
+    const ScopedVariable data("XDG_DATA_HOME", "relative/counts/as/unset");
+    const SystemFolders system = FindSystemFolders();
+    EXPECT_EQ(system.config, At("cfg/"));
+    EXPECT_EQ(system.data, At("me/.local/share/"));
+    EXPECT_EQ(system.executable, fs::read_symlink("/proc/self/exe").parent_path().string() + "/");
+    EXPECT_TRUE(system.installed.ends_with("/data/")); // the build tree's
+}
+
+TEST_F(FoldersTest, AnUnsetHomeIsNoFolder)
+{
+    const ScopedVariable home("HOME", "");
+    const ScopedVariable config("XDG_CONFIG_HOME", "");
+    const ScopedVariable data("XDG_DATA_HOME", "");
+    EXPECT_EQ(FindSystemFolders().config, "");
+    EXPECT_EQ(FindSystemFolders().data, "");
+}
+
+} // namespace
+} // namespace orrery::ui

@@ -11,11 +11,13 @@ from opc import local, namespace
 from workbook import SHOWN_TEXTS
 
 # A written cell changes these; they are checked on their own.
-_DERIVED_ELEMENTS = {"dimension", "sheetData"}
+_DERIVED_ELEMENTS = {"dimension", "sheetData", "totalsRowFormula"}
 _IGNORED_ATTRIBUTES = {
     "sheetPr": {"codeName"},          # must differ in a copy: checked for being unique
     "sheetView": {"tabSelected"},     # only one sheet is selected: checked on its own
     "table": {"id", "name", "displayName"},   # must differ in a copy: checked for being unique
+    # Follow the written header and totals cells: the names are checked against the header cells.
+    "tableColumn": {"name", "totalsRowLabel", "totalsRowFunction"},
     "threadedComment": {"id", "parentId"},    # may differ in a copy: checked against the comments
     "slicer": {"name"},               # must differ in a copy: checked for being unique
     "pivotTableDefinition": {"name"},

@@ -6,7 +6,9 @@ import counts
 from cells import shared_strings
 from compare import SheetComparison, Side, cells_of, compare_cells, compare_rows
 from formulas import Names, in_sheet_range
-from workbook import cell_text, tables_of
+from opc import local
+from plan import area_bounds
+from workbook import cell_text, decoded_column, tables_of
 
 SELF = "\u00abself\u00bb"
 
@@ -14,6 +16,20 @@ SELF = "\u00abself\u00bb"
 def _own_tables(package, part):
     return {table.get("displayName"): f"{SELF}{index}" for index, table in
             enumerate(table for sheet, _, table in tables_of(package) if sheet.part == part)}
+
+
+def _columns(package, part):
+    """What the columns of a sheet's tables are called, and where in the sheet they stand."""
+    columns = {}
+    for sheet, _, table in tables_of(package):
+        if sheet.part != part or not table.get("ref"):
+            continue
+        left = area_bounds(table.get("ref"))[1]
+        names = [decoded_column(element.get("name", "")) for element in table.iter()
+                 if local(element.tag) == "tableColumn"]
+        for number, name in enumerate(names):
+            columns.setdefault(name, f"\u00abcolumn {left + number}\u00bb")
+    return columns
 
 
 class EditedWorkbook:
@@ -42,10 +58,20 @@ class EditedWorkbook:
         """The two sides' names; in a range of sheets a copy may still name the model."""
         model = self.plan.model
         renamed = self.plan.sheets[0].name
-        left = Names({model.name: SELF}, _own_tables(self.before, model.part))
-        right = Names({self.plan.sheets[index].name: SELF},
-                      _own_tables(self.after, self.sheets[index].part), {renamed: SELF})
+        left = Names({model.name: SELF}, _own_tables(self.before, model.part),
+                     columns=_columns(self.before, model.part))
+        part = self.sheets[index].part
+        right = Names({self.plan.sheets[index].name: SELF}, _own_tables(self.after, part),
+                      {renamed: SELF}, _columns(self.after, part))
         return left, right
+
+    def _outside_names(self):
+        """The same for what belongs to no edited sheet: it goes on naming the model."""
+        before, after = self.plan.model, self.sheets[0]
+        return (Names({before.name: SELF}, _own_tables(self.before, before.part),
+                      columns=_columns(self.before, before.part)),
+                Names({self.plan.sheets[0].name: SELF}, _own_tables(self.after, after.part),
+                      columns=_columns(self.after, after.part)))
 
     def _sheet_failures(self, index, sheet, planned):
         left, right = self._names(index)
@@ -91,7 +117,8 @@ class EditedWorkbook:
     def _name_failures(self, index, right):
         """A copy owns the model's names, and twins of the workbook's that refer to the model."""
         tables = _own_tables(self.before, self.plan.model.part)
-        left = Names({self.plan.model.name: SELF}, tables)
+        left = Names({self.plan.model.name: SELF}, tables,
+                     columns=_columns(self.before, self.plan.model.part))
         model = counts.sheet_names(self.names_before, self.first, self.plan.model.name, tables)
         if index == 0:  # the model's own names only: the workbook's stay where they are
             own = {name.lower() for scope, name, _ in self.names_before if scope == self.first}
@@ -106,8 +133,7 @@ class EditedWorkbook:
 
     def _other_failures(self, sheet):
         """Every other sheet is as it was, its references to the model renamed."""
-        left = Names({self.plan.model.name: SELF})
-        right = Names({self.plan.sheets[0].name: SELF})
+        left, right = self._outside_names()
         twin = next((other for other in self.after.sheets if other.name == sheet.name), None)
         if twin is None:
             yield "is gone"
@@ -140,8 +166,7 @@ class EditedWorkbook:
 
     def workbook_name_failures(self):
         """The workbook's own names stay, those that refer to the model renamed."""
-        left = Names({self.plan.model.name: SELF})
-        right = Names({self.plan.sheets[0].name: SELF})
+        left, right = self._outside_names()
         mine, other = (Counter((name.lower(), side.neutral(text)) for scope, name, text in names
                                if scope is None)
                        for names, side in ((self.names_before, left), (self.names_after, right)))

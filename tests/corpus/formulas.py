@@ -53,13 +53,25 @@ def unquoted_by_mistake(formula):
             for name in names if needs_quotes(name)]
 
 
+_STRUCTURED = re.compile(  # a table of the sheet, as it is spelled here, and the brackets behind it
+    r"(\u00abself\u00bb\d+)(\[(?:'.|[^\[\]']|\[(?:'.|[^\[\]'])*\])*\])", re.DOTALL)
+_BRACKETS = re.compile(r"\[((?:'.|[^\[\]'])+)\]", re.DOTALL)
+_DOUBLED = re.compile(r"\[\[(\u00abcolumn \d+\u00bb)\]\]")
+
+
+def _unmarked(name):
+    """The name of a column without the apostrophes before its odd signs."""
+    return re.sub(r"'(.)", r"\1", name, flags=re.DOTALL)
+
+
 class Names:
     """Replaces names of sheets and tables, to compare formulas of two sheets.
 
     `sheets` and `tables` map a name to what stands for it; `ranges` does the same for the ends
-    of a range of sheets."""
+    of a range of sheets, `columns` for the columns of tables in structured references."""
 
-    def __init__(self, sheets=None, tables=None, ranges=None):
+    def __init__(self, sheets=None, tables=None, ranges=None, columns=None):
+        self.columns = {key.casefold(): value for key, value in (columns or {}).items()}
         self.sheets = {key.casefold(): value for key, value in (sheets or {}).items()}
         self.tables = {key.casefold(): value for key, value in (tables or {}).items()}
         self.ranges = {key.casefold(): value for key, value in (ranges or {}).items()}
@@ -73,7 +85,19 @@ class Names:
             spelled = ":".join(table.get(name.casefold(), name.casefold()) for name in names)
             pieces += [formula[at:start], "\u27e6", spelled, "\u27e7"]
             at = end
-        return self._tables("".join(pieces) + formula[at:])
+        return self._columns(self._tables("".join(pieces) + formula[at:]))
+
+    def _columns(self, formula):
+        """A column alone may stand in one pair of brackets or, with odd signs, in two."""
+        if not self.columns:
+            return formula
+        return _STRUCTURED.sub(lambda match: match[1] + self._brackets(match[2]), formula)
+
+    def _brackets(self, brackets):
+        neutral = _BRACKETS.sub(
+            lambda match: f"[{self.columns.get(_unmarked(match[1]).casefold(), match[1])}]",
+            brackets)
+        return _DOUBLED.sub(r"[\1]", neutral)
 
     def _tables(self, formula):
         if not self.tables:

@@ -55,6 +55,11 @@ def _active_tab(package):
                  package.tree(package.workbook).iter() if local(element.tag) == "workbookView"), 0)
 
 
+def decoded_column(name):
+    """The name of a table's column, whose line feeds and tabs are escapes in the part."""
+    return re.sub(r"_x([0-9A-Fa-f]{4})_", lambda match: chr(int(match[1], 16)), name)
+
+
 def tables_of(package):
     """Every table of the workbook: (sheet, part, root)."""
     for sheet in package.sheets:

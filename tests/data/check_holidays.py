@@ -129,7 +129,7 @@ def load_reference() -> dict[str, list[dict]]:
     command += [str(YEARS[0]), str(YEARS[-1]), *regions]
     run = run_program(command)
     if run.returncode != 0:
-        sys.exit(f"{run.stderr}\nThe holiday reference could not be read; run npm ci in {HERE}.")
+        sys.exit(f"{run.stderr}\nThe holiday reference could not be read; run npm install in {HERE}.")
     return json.loads(run.stdout)
 
 

@@ -83,9 +83,8 @@ TEST_F(BuiltInRunTest, TemplateThatVanishesIsReportedUnderTheOutputsName)
     });
     const auto target = folder_ / "out" / "2027Desk.xlsx";
     EXPECT_EQ(saved, std::nullopt);
-    EXPECT_THAT(reporter_.reports,
-                ElementsAre(StartsWith("Failed to open the calendar file \"" + target.string() +
-                                       "\".\r\n")));
+    EXPECT_THAT(reporter_.reports, ElementsAre(StartsWith("Failed to open the calendar file \"" +
+                                                          target.string() + "\".\r\n")));
     EXPECT_FALSE(std::filesystem::exists(target));
     EXPECT_FALSE(view_.hourglass);
 }

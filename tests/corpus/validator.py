@@ -21,7 +21,8 @@ def _installed():
 def install():
     """Has the package manager fetch the validator where it is missing."""
     if not os.environ.get("OOXML_VALIDATOR_CLI") and not _installed():
-        subprocess.run(["npm", "install", "--no-save", "--no-audit", "--no-fund"], cwd=_HERE, check=True)
+        subprocess.run(["npm", "install", "--no-save", "--no-audit", "--no-fund"], cwd=_HERE,
+                       check=True)
 
 
 def program():

@@ -1,5 +1,7 @@
 #include "util/code_page.h"
 
+#include "util/unicode.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -17,35 +19,6 @@ constexpr std::array<char16_t, 32> kUpperControls = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 constexpr std::uint32_t kFirst = 0x80;
-
-void AppendUtf8(std::string& out, std::uint32_t character)
-{
-    if (character < 0x80) {
-        out += static_cast<char>(character);
-        return;
-    }
-    if (character < 0x800) {
-        out += static_cast<char>(0xC0 | (character >> 6));
-    }
-    else {
-        out += static_cast<char>(0xE0 | (character >> 12));
-        out += static_cast<char>(0x80 | ((character >> 6) & 0x3F));
-    }
-    out += static_cast<char>(0x80 | (character & 0x3F));
-}
-
-/// The character that begins at `pos` of valid UTF-8, which moves behind it.
-std::uint32_t NextCharacter(std::string_view utf8, std::size_t& pos)
-{
-    const auto lead = static_cast<unsigned char>(utf8[pos++]);
-    if (lead < 0x80)
-        return lead;
-    const int more = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-    std::uint32_t character = lead & (0x3FU >> more);
-    for (int i = 0; i < more && pos < utf8.size(); ++i)
-        character = (character << 6) | (static_cast<unsigned char>(utf8[pos++]) & 0x3FU);
-    return character;
-}
 
 std::optional<char> EncodeCharacter(std::uint32_t character)
 {

@@ -3,6 +3,7 @@
 #include "engines/builtin/xlsx/shared_strings.h"
 #include "engines/builtin/xlsx/xml_text.h"
 #include "util/text.h"
+#include "util/unicode.h"
 
 #include <charconv>
 
@@ -114,7 +115,7 @@ std::string DecodeColumnName(std::string_view value)
     std::string name;
     for (std::size_t at = 0; at < value.size();) {
         if (const auto character = EscapeAt(value.substr(at))) {
-            AppendUtf8(name, *character);
+            util::AppendUtf8(name, *character);
             at += kEscapeLength;
         }
         else {

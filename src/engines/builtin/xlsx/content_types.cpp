@@ -45,7 +45,7 @@ std::string ContentTypes::ToXml() const
     const auto element = [&list](const Override& entry) {
         return list.Element("Override", {{"PartName", entry.name}, {"ContentType", entry.type}});
     };
-    XmlPatch patch;
+    TextPatch patch;
     auto added = overrides_;
     for (const XmlList::Item& item : list.Items()) {
         if (item.element != "Override")

@@ -1,6 +1,6 @@
 #include "engines/builtin/xlsx/defined_names.h"
 
-#include "engines/builtin/xlsx/sheet_names.h"
+#include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/xlsx/xml_attribute.h"
 #include "engines/builtin/xlsx/xml_reading.h"
 
@@ -9,6 +9,9 @@
 #include <utility>
 
 namespace orrery::xlsx {
+
+using builtin::FoldCase;
+
 namespace {
 
 constexpr std::size_t kNoSheet = std::numeric_limits<std::size_t>::max();
@@ -36,7 +39,7 @@ public:
         }
     }
 
-    XmlPatch Take() { return std::move(patch_); }
+    TextPatch Take() { return std::move(patch_); }
 
 private:
     void AddOwnName(const NameEntry& entry, std::size_t origin)
@@ -89,7 +92,7 @@ private:
         if (!twins_.emplace(FoldCase(entry.Name), position).second)
             return;
         const std::string_view element = xml_.substr(entry.begin, entry.end - entry.begin);
-        XmlPatch twin;
+        TextPatch twin;
         SetAttribute(twin, element, 0, kLocalSheet, std::to_string(position));
         if (formula != entry.Formula) {
             twin.Replace(entry.formulaBegin - entry.begin, entry.formulaEnd - entry.begin,
@@ -104,7 +107,7 @@ private:
     const NameScopes& scopes_;
     std::set<Key> ownNames_; // of the template's sheets
     std::set<Key> twins_;    // of the sheets as they are now
-    XmlPatch patch_;
+    TextPatch patch_;
 };
 
 } // namespace
@@ -125,8 +128,8 @@ NameEntry ReadDefinedName(XmlScanner& scanner)
     return entry;
 }
 
-XmlPatch PatchDefinedNames(std::string_view xml, const std::vector<NameEntry>& names,
-                           const std::vector<SavedSheet>& sheets, const NameScopes& scopes)
+TextPatch PatchDefinedNames(std::string_view xml, const std::vector<NameEntry>& names,
+                            const std::vector<SavedSheet>& sheets, const NameScopes& scopes)
 {
     NamePatcher patcher(xml, names, sheets, scopes);
     for (const NameEntry& entry : names)

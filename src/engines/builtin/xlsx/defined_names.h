@@ -1,8 +1,8 @@
 #pragma once
 
+#include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/formula.h"
 #include "engines/builtin/xlsx/saved_sheet.h"
-#include "engines/builtin/xlsx/xml_patch.h"
 #include "engines/builtin/xlsx/xml_scanner.h"
 
 #include <cstddef>
@@ -13,6 +13,8 @@
 #include <vector>
 
 namespace orrery::xlsx {
+
+using builtin::TextPatch;
 
 /// A defined name as the workbook part lists it.
 struct NameEntry {
@@ -43,7 +45,7 @@ struct NameScopes {
 /// repeated for its copies. A name of the workbook gets a twin on every copy from which its formula
 /// reads differently, because it refers to the copy's model; but not where the model has a name of
 /// its own that is the same, and not for macros.
-XmlPatch PatchDefinedNames(std::string_view xml, const std::vector<NameEntry>& names,
-                           const std::vector<SavedSheet>& sheets, const NameScopes& scopes);
+TextPatch PatchDefinedNames(std::string_view xml, const std::vector<NameEntry>& names,
+                            const std::vector<SavedSheet>& sheets, const NameScopes& scopes);
 
 } // namespace orrery::xlsx

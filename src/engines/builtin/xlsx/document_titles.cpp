@@ -1,7 +1,7 @@
 #include "engines/builtin/xlsx/document_titles.h"
 
+#include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/xlsx/formula.h"
-#include "engines/builtin/xlsx/sheet_names.h"
 #include "engines/builtin/xlsx/xml_attribute.h"
 #include "engines/builtin/xlsx/xml_reading.h"
 
@@ -10,6 +10,9 @@
 #include <optional>
 
 namespace orrery::xlsx {
+
+using builtin::SameSheetName;
+
 namespace {
 
 /// An element that holds nothing but text.
@@ -210,7 +213,7 @@ private:
     std::vector<bool> listed_; // by old sheet
     bool anySheets_ = false;
     std::size_t added_ = 0;
-    XmlPatch patch_;
+    TextPatch patch_;
 };
 
 } // namespace

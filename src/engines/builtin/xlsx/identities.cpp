@@ -65,7 +65,7 @@ std::string DerivedGuid(std::string_view guid, std::uint32_t copy)
     return text.data();
 }
 
-void RenameTable(XmlPatch& patch, std::string_view xml, const XmlScanner& element,
+void RenameTable(TextPatch& patch, std::string_view xml, const XmlScanner& element,
                  const CopyIdentity& identity)
 {
     const auto name = element.AttributeText("displayName");
@@ -76,7 +76,7 @@ void RenameTable(XmlPatch& patch, std::string_view xml, const XmlScanner& elemen
     SetAttribute(patch, xml, element.Begin(), "name", identity.tables.at(*name));
 }
 
-void RenameSlicer(XmlPatch& patch, std::string_view xml, const XmlScanner& element,
+void RenameSlicer(TextPatch& patch, std::string_view xml, const XmlScanner& element,
                   const CopyIdentity& identity)
 {
     const auto name = element.AttributeText("name");
@@ -88,9 +88,9 @@ void RenameSlicer(XmlPatch& patch, std::string_view xml, const XmlScanner& eleme
 
 // A comment's author names its thread ("tc={...}"), a reply its parent: the GUIDs stand in element
 // content and in attributes of several names, so they are replaced wherever they stand.
-XmlPatch ReplaceGuids(std::string_view xml, const CopyIdentity& identity)
+TextPatch ReplaceGuids(std::string_view xml, const CopyIdentity& identity)
 {
-    XmlPatch patch;
+    TextPatch patch;
     for (auto at = xml.find('{'); at != std::string_view::npos; at = xml.find('{', at + 1)) {
         constexpr std::size_t kGuidLength = 38;
         const auto found = identity.guids.find(std::string(xml.substr(at, kGuidLength)));
@@ -169,10 +169,10 @@ bool HasIdentity(std::string_view type)
     return KindOf(type) != PartKind::Other;
 }
 
-XmlPatch ApplyIdentity(std::string_view xml, std::string_view partName, std::string_view type,
-                       const CopyIdentity& identity)
+TextPatch ApplyIdentity(std::string_view xml, std::string_view partName, std::string_view type,
+                        const CopyIdentity& identity)
 {
-    XmlPatch patch;
+    TextPatch patch;
     const auto kind = KindOf(type);
     if (kind == PartKind::ThreadedComments || kind == PartKind::Comments)
         return ReplaceGuids(xml, identity);

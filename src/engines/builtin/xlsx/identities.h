@@ -1,7 +1,7 @@
 #pragma once
 
+#include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/package.h"
-#include "engines/builtin/xlsx/xml_patch.h"
 
 #include <cstdint>
 #include <map>
@@ -12,6 +12,8 @@
 #include <vector>
 
 namespace orrery::xlsx {
+
+using builtin::TextPatch;
 
 /// The names and ids of one copied sheet that differ from its model's, model's first.
 struct CopyIdentity {
@@ -39,8 +41,8 @@ private:
 };
 
 /// The replacements that give a copied part its own identity.
-XmlPatch ApplyIdentity(std::string_view xml, std::string_view partName, std::string_view type,
-                       const CopyIdentity& identity);
+TextPatch ApplyIdentity(std::string_view xml, std::string_view partName, std::string_view type,
+                        const CopyIdentity& identity);
 /// Whether parts of this content type declare or use such names.
 bool HasIdentity(std::string_view type);
 

@@ -1,6 +1,6 @@
 #include "engines/builtin/xlsx/package.h"
 
-#include "engines/builtin/xlsx/file_kind.h"
+#include "engines/builtin/common/file_kind.h"
 #include "engines/builtin/xlsx/part_names.h"
 #include "engines/builtin/xlsx/xml_encoding.h"
 #include "engines/builtin/xlsx/xml_scanner.h"
@@ -13,6 +13,10 @@
 #include <utility>
 
 namespace orrery::xlsx {
+
+using builtin::DetectFileKind;
+using builtin::FileKind;
+
 namespace {
 
 using util::Error;

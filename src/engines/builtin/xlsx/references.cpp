@@ -208,10 +208,10 @@ std::vector<ReferenceSite> FindVmlReferences(std::string_view vml)
     return sites;
 }
 
-XmlPatch RenameReferences(std::string_view xml, const std::vector<ReferenceSite>& sites,
-                          const SheetNames& sheets, const TableNames& tables)
+TextPatch RenameReferences(std::string_view xml, const std::vector<ReferenceSite>& sites,
+                           const SheetNames& sheets, const TableNames& tables)
 {
-    XmlPatch patch;
+    TextPatch patch;
     for (const ReferenceSite& site : sites) {
         const std::string_view raw = xml.substr(site.begin, site.end - site.begin);
         const bool content = IsContent(site.kind);

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/formula.h"
-#include "engines/builtin/xlsx/xml_patch.h"
 
 #include <cstddef>
 #include <optional>
@@ -10,6 +10,8 @@
 #include <vector>
 
 namespace orrery::xlsx {
+
+using builtin::TextPatch;
 
 /// A place in a part where sheets or tables are named.
 struct ReferenceSite {
@@ -38,8 +40,8 @@ std::vector<ReferenceSite> FindReferences(std::string_view xml, std::string_view
 std::vector<ReferenceSite> FindVmlReferences(std::string_view vml);
 
 /// The replacements that the new names make at these places.
-XmlPatch RenameReferences(std::string_view xml, const std::vector<ReferenceSite>& sites,
-                          const SheetNames& sheets, const TableNames& tables);
+TextPatch RenameReferences(std::string_view xml, const std::vector<ReferenceSite>& sites,
+                           const SheetNames& sheets, const TableNames& tables);
 
 /// A place in the workbook ("Sheet1!A1", "#'My Sheet'!B2", decoded) with the sheet's new name;
 /// nothing where it does not change. Sheets whose apostrophes were forgotten ("My Sheet!A1") are

@@ -57,7 +57,7 @@ std::string Relationships::ToXml() const
 {
     const std::string_view xml = xml_.empty() ? kEmpty : std::string_view(xml_);
     const XmlList list(xml, {}, "Relationships");
-    XmlPatch patch;
+    TextPatch patch;
     std::vector<bool> written(all_.size());
     for (const XmlList::Item& item : ItemsOf(list)) {
         const Relationship before = ToRelationship(item);

@@ -1,6 +1,6 @@
 #include "engines/builtin/xlsx/shared_strings.h"
 
-#include "engines/builtin/xlsx/xml_patch.h"
+#include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/xml_reading.h"
 #include "util/error.h"
 
@@ -8,6 +8,8 @@
 #include <optional>
 
 namespace orrery::xlsx {
+
+using builtin::TextPatch;
 
 namespace {
 
@@ -90,7 +92,7 @@ std::string Beginning(std::string_view text)
     return std::string(text.substr(0, end));
 }
 
-void SetNumber(XmlPatch& patch, const std::optional<XmlAttribute>& attribute, std::size_t number)
+void SetNumber(TextPatch& patch, const std::optional<XmlAttribute>& attribute, std::size_t number)
 {
     if (attribute)
         patch.Replace(attribute->valueBegin, attribute->end - 1, std::to_string(number));
@@ -212,7 +214,7 @@ std::string SharedStrings::ToXml(long references) const
     EnterRoot(scanner);
     const std::string_view root = scanner.Name();
     const std::string_view prefix = root.substr(0, root.size() - scanner.LocalName().size());
-    XmlPatch patch;
+    TextPatch patch;
     if (const auto count = scanner.Attribute("count"); ReadDigits(count))
         SetNumber(patch, count, CountAfter(*ReadDigits(count), references));
     SetNumber(patch, scanner.Attribute("uniqueCount"), count_ + added_.size());

@@ -56,7 +56,7 @@ long SheetCells::AddedTextReferences() const
     return added;
 }
 
-XmlPatch SheetCells::Patch(bool recalculate, const FormulaChange& change) const
+TextPatch SheetCells::Patch(bool recalculate, const FormulaChange& change) const
 {
     return SheetPatch(*text_, values_, change).Make(recalculate);
 }

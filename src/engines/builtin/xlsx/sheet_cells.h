@@ -1,9 +1,9 @@
 #pragma once
 
+#include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/cell_address.h"
 #include "engines/builtin/xlsx/sheet_text.h"
 #include "engines/builtin/xlsx/styles.h"
-#include "engines/builtin/xlsx/xml_patch.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -14,6 +14,8 @@
 #include <variant>
 
 namespace orrery::xlsx {
+
+using builtin::TextPatch;
 
 /// The formula as it reads with the names of now.
 using FormulaChange = std::function<std::string(std::string formula)>;
@@ -51,7 +53,7 @@ public:
     /// dimension, shared formulas handed over. With `recalculate` the stored results of all
     /// formulas are left out, so that whoever opens the file computes them. `change` is asked for
     /// each formula that a cell receives from another; without it they stay as they are.
-    XmlPatch Patch(bool recalculate, const FormulaChange& change = {}) const;
+    TextPatch Patch(bool recalculate, const FormulaChange& change = {}) const;
 
 private:
     std::shared_ptr<const SheetText> text_;

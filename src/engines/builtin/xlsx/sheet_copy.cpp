@@ -153,9 +153,9 @@ std::vector<ReferenceSite> FindReferencesIn(const Package& package, const std::s
     return IsVml(package.TypeOf(part)) ? FindVmlReferences(*text) : FindReferences(*text, part);
 }
 
-XmlPatch RenameInPart(std::string_view text, const std::string& part, std::string_view type,
-                      const std::vector<ReferenceSite>& sites, const SheetNames& sheets,
-                      const TableNames& tables)
+TextPatch RenameInPart(std::string_view text, const std::string& part, std::string_view type,
+                       const std::vector<ReferenceSite>& sites, const SheetNames& sheets,
+                       const TableNames& tables)
 {
     if (!IsTable(type))
         return RenameReferences(text, sites, sheets, tables);

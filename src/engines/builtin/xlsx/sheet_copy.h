@@ -76,8 +76,8 @@ bool IsVml(std::string_view type);
 PartText ReadText(const Package& package, std::string_view part);
 std::vector<ReferenceSite> FindReferencesIn(const Package& package, const std::string& part);
 /// The replacements in a part that the names of now make, the columns of a table included.
-XmlPatch RenameInPart(std::string_view text, const std::string& part, std::string_view type,
-                      const std::vector<ReferenceSite>& sites, const SheetNames& sheets,
-                      const TableNames& tables);
+TextPatch RenameInPart(std::string_view text, const std::string& part, std::string_view type,
+                       const std::vector<ReferenceSite>& sites, const SheetNames& sheets,
+                       const TableNames& tables);
 
 } // namespace orrery::xlsx

@@ -56,7 +56,7 @@ std::vector<Span> ParseSpans(std::string_view list)
 
 } // namespace
 
-XmlPatch SheetPatch::Make(bool recalculate)
+TextPatch SheetPatch::Make(bool recalculate)
 {
     WidenDimension();
     WriteRows();

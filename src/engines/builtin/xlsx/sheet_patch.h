@@ -19,7 +19,7 @@ public:
     {
     }
 
-    XmlPatch Make(bool recalculate);
+    TextPatch Make(bool recalculate);
 
 private:
     using Written = SheetCells::Values::const_iterator;
@@ -48,7 +48,7 @@ private:
     const std::string& xml_;
     const SheetCells::Values& values_;
     const FormulaChange& change_;
-    XmlPatch patch_;
+    TextPatch patch_;
 };
 
 } // namespace orrery::xlsx

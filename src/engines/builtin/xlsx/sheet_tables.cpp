@@ -1,12 +1,16 @@
 #include "engines/builtin/xlsx/sheet_tables.h"
 
-#include "engines/builtin/xlsx/sheet_names.h"
+#include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/xlsx/xml_attribute.h"
 #include "engines/builtin/xlsx/xml_reading.h"
 
 #include <algorithm>
 
 namespace orrery::xlsx {
+
+using builtin::CutToUnits;
+using builtin::FoldCase;
+
 namespace {
 
 constexpr std::size_t kLongestName = 255; // UTF-16 units; Excel reads no longer ones
@@ -65,7 +69,7 @@ std::string UniqueName(const std::string& wanted, const std::multiset<std::strin
     return name;
 }
 
-void RemoveAttribute(XmlPatch& patch, const XmlScanner& element, std::string_view name)
+void RemoveAttribute(TextPatch& patch, const XmlScanner& element, std::string_view name)
 {
     if (const auto attribute = element.Attribute(name))
         patch.Remove(attribute->begin, attribute->end);
@@ -73,7 +77,8 @@ void RemoveAttribute(XmlPatch& patch, const XmlScanner& element, std::string_vie
 
 /// A value that was written is a label, or nothing, in place of a function. Reads the column to its
 /// end.
-void PatchTotal(XmlPatch& patch, std::string_view xml, XmlScanner& column, const std::string& label)
+void PatchTotal(TextPatch& patch, std::string_view xml, XmlScanner& column,
+                const std::string& label)
 {
     RemoveAttribute(patch, column, "totalsRowFunction");
     if (label.empty())
@@ -205,9 +210,9 @@ TableChange SheetTables::ChangeOf(std::string_view name) const
     return found != written_.end() ? found->change : TableChange{std::string(name), {}, {}, {}};
 }
 
-XmlPatch PatchTable(std::string_view xml, std::string_view partName, const TableChange& change)
+TextPatch PatchTable(std::string_view xml, std::string_view partName, const TableChange& change)
 {
-    XmlPatch patch;
+    TextPatch patch;
     XmlScanner scanner(xml, partName);
     EnterRoot(scanner);
     ForEachColumn(scanner, [&](std::size_t column) {

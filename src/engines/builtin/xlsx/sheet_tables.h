@@ -1,9 +1,9 @@
 #pragma once
 
+#include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/cell_address.h"
 #include "engines/builtin/xlsx/package.h"
 #include "engines/builtin/xlsx/table_names.h"
-#include "engines/builtin/xlsx/xml_patch.h"
 #include "generate/spreadsheet.h"
 
 #include <cstddef>
@@ -15,6 +15,8 @@
 #include <vector>
 
 namespace orrery::xlsx {
+
+using builtin::TextPatch;
 
 /// A table of the template.
 struct Table {
@@ -65,7 +67,7 @@ private:
 
 /// The replacements in a table part that give its columns their names and its totals row the labels
 /// of now; formulas are not looked at.
-XmlPatch PatchTable(std::string_view xml, std::string_view partName, const TableChange& change);
+TextPatch PatchTable(std::string_view xml, std::string_view partName, const TableChange& change);
 /// What formulas call the table of such a part; empty where it is none.
 std::string TableNameOf(std::string_view xml, std::string_view partName);
 /// Whether the content type is that of a table part.

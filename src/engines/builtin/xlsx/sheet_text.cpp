@@ -133,9 +133,9 @@ void SheetText::CollectArrays()
     fixedArrays_ = RangeIndex(std::move(ranges));
 }
 
-XmlPatch SheetText::SelectTab(bool selected) const
+TextPatch SheetText::SelectTab(bool selected) const
 {
-    XmlPatch patch;
+    TextPatch patch;
     for (const StartTag& view : views_) {
         const auto attribute = view.Attribute("tabSelected");
         if (attribute && !selected && IsTrue(attribute))

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "engines/builtin/common/range_index.h"
+#include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/cell_address.h"
 #include "engines/builtin/xlsx/formula.h"
 #include "engines/builtin/xlsx/package.h"
-#include "engines/builtin/xlsx/range_index.h"
 #include "engines/builtin/xlsx/references.h"
 #include "engines/builtin/xlsx/sheet_elements.h"
 #include "engines/builtin/xlsx/sheet_index.h"
-#include "engines/builtin/xlsx/xml_patch.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -17,6 +17,9 @@
 #include <vector>
 
 namespace orrery::xlsx {
+
+using builtin::RangeIndex;
+using builtin::TextPatch;
 
 /// A sheet's text with the places of its rows, cells and formulas, and what the sheet says of its
 /// cells. Read once, never changed; the model and its copies share it.
@@ -44,7 +47,7 @@ public:
     /// The sheet's codeName attribute with the blank before it, so that it can be cut out.
     const std::optional<TextRange>& CodeName() const { return codeName_; }
     /// The replacements that make the sheet one of those selected, or none of them, in every view.
-    XmlPatch SelectTab(bool selected) const;
+    TextPatch SelectTab(bool selected) const;
 
     /// Whether the sheet has a place for cells.
     bool HasCells() const { return sheetData_.has_value(); }

@@ -9,6 +9,9 @@
 namespace orrery::xlsx {
 namespace {
 
+using builtin::CopyName;
+using builtin::IsValidSheetName;
+using builtin::SameSheetName;
 using util::Error;
 using util::ErrorKind;
 

@@ -96,8 +96,8 @@ private:
     std::vector<bool> SheetsToRecalculate() const;
     bool ReadsOneOf(const Sheet& sheet, const std::vector<bool>& changed) const;
     std::string SheetXml(const Sheet& sheet) const;
-    XmlPatch SheetPatch(const Sheet& sheet) const;
-    XmlPatch SelectionPatch(const Sheet& sheet) const;
+    TextPatch SheetPatch(const Sheet& sheet) const;
+    TextPatch SelectionPatch(const Sheet& sheet) const;
 
     // what SaveAs puts into the package
     void PutSheets();

@@ -136,7 +136,7 @@ std::string WorkbookPart::ToXml(const std::vector<SavedSheet>& sheets, bool reca
                                 const std::function<SheetNames(std::size_t)>& namesFor,
                                 const std::function<TableNames(std::size_t)>& tablesFor) const
 {
-    XmlPatch patch;
+    TextPatch patch;
     PatchSheets(patch, sheets);
     patch.Add(PatchDefinedNames(*xml_, names_, sheets,
                                 {workbookNames, workbookTables, namesFor, tablesFor}));
@@ -146,7 +146,7 @@ std::string WorkbookPart::ToXml(const std::vector<SavedSheet>& sheets, bool reca
     return patch.Apply(*xml_);
 }
 
-void WorkbookPart::PatchSheets(XmlPatch& patch, const std::vector<SavedSheet>& sheets) const
+void WorkbookPart::PatchSheets(TextPatch& patch, const std::vector<SavedSheet>& sheets) const
 {
     std::size_t place = sheets_.front().begin; // for the copies that come next
     for (const SavedSheet& sheet : sheets) {
@@ -166,7 +166,7 @@ std::string WorkbookPart::CopiedEntry(const SheetEntry& entry, const SavedSheet&
 {
     const std::string_view element =
         std::string_view(*xml_).substr(entry.begin, entry.end - entry.begin);
-    XmlPatch patch;
+    TextPatch patch;
     SetAttribute(patch, element, 0, "name", copy.Name);
     SetAttribute(patch, element, 0, "sheetId", std::to_string(copy.SheetId));
     if (!entry.relationshipAttribute.empty())
@@ -174,7 +174,7 @@ std::string WorkbookPart::CopiedEntry(const SheetEntry& entry, const SavedSheet&
     return patch.Apply(element);
 }
 
-void WorkbookPart::PatchViews(XmlPatch& patch, const std::vector<SavedSheet>& sheets) const
+void WorkbookPart::PatchViews(TextPatch& patch, const std::vector<SavedSheet>& sheets) const
 {
     for (const std::size_t view : views_) {
         XmlScanner scanner(std::string_view(*xml_).substr(view));
@@ -188,7 +188,7 @@ void WorkbookPart::PatchViews(XmlPatch& patch, const std::vector<SavedSheet>& sh
     }
 }
 
-void WorkbookPart::PatchCalculation(XmlPatch& patch) const
+void WorkbookPart::PatchCalculation(TextPatch& patch) const
 {
     constexpr std::string_view kOnLoad = "fullCalcOnLoad";
     for (const std::size_t element : calculations_)

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "engines/builtin/common/sheet_names.h"
+#include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/defined_names.h"
 #include "engines/builtin/xlsx/document_titles.h"
 #include "engines/builtin/xlsx/formula.h"
 #include "engines/builtin/xlsx/package.h"
 #include "engines/builtin/xlsx/saved_sheet.h"
-#include "engines/builtin/xlsx/sheet_names.h"
-#include "engines/builtin/xlsx/xml_patch.h"
 
 #include <cstdint>
 #include <functional>
@@ -16,6 +16,8 @@
 #include <vector>
 
 namespace orrery::xlsx {
+
+using builtin::TextPatch;
 
 /// A sheet as the workbook part lists it.
 struct SheetEntry {
@@ -60,10 +62,10 @@ public:
 private:
     class Reader;
 
-    void PatchSheets(XmlPatch& patch, const std::vector<SavedSheet>& sheets) const;
+    void PatchSheets(TextPatch& patch, const std::vector<SavedSheet>& sheets) const;
     std::string CopiedEntry(const SheetEntry& entry, const SavedSheet& copy) const;
-    void PatchViews(XmlPatch& patch, const std::vector<SavedSheet>& sheets) const;
-    void PatchCalculation(XmlPatch& patch) const;
+    void PatchViews(TextPatch& patch, const std::vector<SavedSheet>& sheets) const;
+    void PatchCalculation(TextPatch& patch) const;
 
     PartText xml_;
     std::string partName_;

@@ -7,6 +7,8 @@
 namespace orrery::xlsx {
 namespace {
 
+using builtin::SameSheetName;
+
 constexpr std::string_view kStringsType =
     "application/vnd.openxmlformats-officedocument.spreadsheetml.sharedStrings+xml";
 
@@ -96,12 +98,12 @@ std::string Workbook::SheetXml(const Sheet& sheet) const
     return SheetPatch(sheet).Apply(sheet.Text()->Xml());
 }
 
-XmlPatch Workbook::SheetPatch(const Sheet& sheet) const
+TextPatch Workbook::SheetPatch(const Sheet& sheet) const
 {
     const auto& text = *sheet.Text();
     const auto names = NamesFor(&sheet);
     const auto tables = TablesFor(&sheet);
-    XmlPatch patch;
+    TextPatch patch;
     if (!text.References().empty())
         patch.Add(RenameReferences(text.Xml(), text.References(), names, tables));
     const auto rename = [&](const std::string& formula) {
@@ -146,10 +148,10 @@ bool Workbook::HasChangedTables() const
 
 // Of several selected sheets every entry would go into all of them, so only the active one stays
 // selected beside copies. A code name belongs to one module of the macros.
-XmlPatch Workbook::SelectionPatch(const Sheet& sheet) const
+TextPatch Workbook::SelectionPatch(const Sheet& sheet) const
 {
     const auto& text = *sheet.Text();
-    XmlPatch patch;
+    TextPatch patch;
     const bool active = !sheet.isCopy_ && sheet.origin_ == part_->ActiveSheet();
     if (HasCopies())
         patch.Add(text.SelectTab(active));

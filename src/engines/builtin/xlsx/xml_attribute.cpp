@@ -21,8 +21,8 @@ std::string EncodeAttributeAt(std::string_view xml, std::size_t valueBegin, std:
     return result;
 }
 
-void SetAttribute(XmlPatch& patch, std::string_view xml, std::size_t element, std::string_view name,
-                  std::string_view value)
+void SetAttribute(TextPatch& patch, std::string_view xml, std::size_t element,
+                  std::string_view name, std::string_view value)
 {
     const std::string_view text = xml.substr(element);
     XmlScanner scanner(text);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/builtin/xlsx/xml_patch.h"
+#include "engines/builtin/common/text_patch.h"
 
 #include <cstddef>
 #include <string>
@@ -8,13 +8,15 @@
 
 namespace orrery::xlsx {
 
+using builtin::TextPatch;
+
 /// A value escaped for the place of the attribute value that begins at `valueBegin`, whichever
 /// quotes stand there.
 std::string EncodeAttributeAt(std::string_view xml, std::size_t valueBegin, std::string_view value);
 
 /// Gives the element that begins at `element` an attribute, or another value for the one it has.
 /// `xml` was found well-formed before.
-void SetAttribute(XmlPatch& patch, std::string_view xml, std::size_t element, std::string_view name,
-                  std::string_view value);
+void SetAttribute(TextPatch& patch, std::string_view xml, std::size_t element,
+                  std::string_view name, std::string_view value);
 
 } // namespace orrery::xlsx

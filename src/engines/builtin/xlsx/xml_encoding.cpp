@@ -3,6 +3,7 @@
 #include "engines/builtin/xlsx/xml_text.h"
 #include "util/error.h"
 #include "util/text.h"
+#include "util/unicode.h"
 
 #include <array>
 #include <cstddef>
@@ -57,7 +58,7 @@ std::string FromUtf16(std::string_view bytes, ByteOrder order, std::string_view 
         else if (isHigh(character) || isLow(character)) {
             Fail(partName, "bytes that are not UTF-16");
         }
-        AppendUtf8(text, character);
+        util::AppendUtf8(text, character);
     }
     return text;
 }
@@ -80,7 +81,7 @@ std::string FromSingleBytes(std::string_view bytes, std::string_view partName)
             character = kWindows1252[character - 0x80];
         if (character == 0)
             Fail(partName, "a byte that is no character");
-        AppendUtf8(text, character);
+        util::AppendUtf8(text, character);
     }
     return text;
 }

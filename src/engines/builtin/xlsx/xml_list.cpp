@@ -68,7 +68,7 @@ XmlList::Element(std::string_view localName,
     return element + "/>";
 }
 
-void XmlList::Append(XmlPatch& patch, const std::string& elements) const
+void XmlList::Append(TextPatch& patch, const std::string& elements) const
 {
     if (elements.empty())
         return;

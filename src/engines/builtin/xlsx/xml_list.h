@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/builtin/xlsx/xml_patch.h"
+#include "engines/builtin/common/text_patch.h"
 
 #include <cstddef>
 #include <string>
@@ -8,6 +8,8 @@
 #include <vector>
 
 namespace orrery::xlsx {
+
+using builtin::TextPatch;
 
 /// A part that is a flat list: one root element whose children have nothing but attributes.
 class XmlList {
@@ -30,7 +32,7 @@ public:
     std::string Element(std::string_view localName,
                         const std::vector<std::pair<std::string, std::string>>& attributes) const;
     /// Adds elements behind the last one.
-    void Append(XmlPatch& patch, const std::string& elements) const;
+    void Append(TextPatch& patch, const std::string& elements) const;
 
 private:
     std::string rootName_; // with its prefix

@@ -1,5 +1,7 @@
 #include "engines/builtin/xlsx/xml_text.h"
 
+#include "util/unicode.h"
+
 #include <array>
 #include <charconv>
 #include <optional>
@@ -72,7 +74,7 @@ std::string Decode(std::string_view raw, std::string_view special, char lineEnd)
             text += lineEnd;
         }
         else if (const auto reference = ReadReference(raw.substr(at))) {
-            AppendUtf8(text, reference->character);
+            util::AppendUtf8(text, reference->character);
             at += reference->length;
         }
         else {
@@ -140,29 +142,6 @@ std::size_t ReferenceLength(std::string_view text)
 {
     const auto reference = ReadReference(text);
     return reference ? reference->length : 0;
-}
-
-void AppendUtf8(std::string& text, char32_t character)
-{
-    const auto add = [&text](char32_t bits) { text += static_cast<char>(bits); };
-    if (character < 0x80) {
-        add(character);
-    }
-    else if (character < 0x800) {
-        add(0xC0 | character >> 6);
-        add(0x80 | (character & 0x3F));
-    }
-    else if (character < 0x10000) {
-        add(0xE0 | character >> 12);
-        add(0x80 | (character >> 6 & 0x3F));
-        add(0x80 | (character & 0x3F));
-    }
-    else {
-        add(0xF0 | character >> 18);
-        add(0x80 | (character >> 12 & 0x3F));
-        add(0x80 | (character >> 6 & 0x3F));
-        add(0x80 | (character & 0x3F));
-    }
 }
 
 bool IsMainNamespace(std::string_view uri)

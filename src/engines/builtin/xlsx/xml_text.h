@@ -22,9 +22,6 @@ std::string EncodeXmlAttribute(std::string_view text);
 /// included; 0 when it is none that XML knows or names a character that XML cannot hold.
 std::size_t ReferenceLength(std::string_view text);
 
-/// Adds a Unicode character to a UTF-8 text.
-void AppendUtf8(std::string& text, char32_t character);
-
 /// Whether a namespace URI is one of the family of SpreadsheetML's main namespace,
 /// transitional or strict.
 bool IsMainNamespace(std::string_view uri);

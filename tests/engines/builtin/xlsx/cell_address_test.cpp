@@ -1,11 +1,14 @@
+#include "engines/builtin/common/range_index.h"
 #include "engines/builtin/xlsx/cell_address.h"
-#include "engines/builtin/xlsx/range_index.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 
 namespace orrery::xlsx {
+
+using builtin::RangeIndex;
+
 namespace {
 
 struct AddressCase {

@@ -1,6 +1,6 @@
 #include "engines/builtin/xlsx/formula.h"
 
-#include "engines/builtin/xlsx/sheet_names.h"
+#include "engines/builtin/common/sheet_names.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +8,9 @@
 #include <string>
 
 namespace orrery::xlsx {
+
+using builtin::FoldCase;
+
 namespace {
 
 std::function<std::optional<std::string>(std::string_view)>

@@ -6,6 +6,5 @@ orrery_test(xlsx_formula_tests
     formula_properties_test.cpp
     formula_test.cpp
     references_test.cpp
-    sheet_names_test.cpp
     workbook_part_test.cpp
     LINK orrery_xlsx)

@@ -7,7 +7,6 @@ orrery_test(xlsx_package_tests
     part_names_test.cpp
     relationships_test.cpp
     xml_encoding_test.cpp
-    xml_patch_test.cpp
     xml_scanner_test.cpp
     xml_text_test.cpp
     zip_archive_test.cpp

@@ -237,7 +237,7 @@ class SetAttributeTest : public testing::TestWithParam<SetCase> {};
 TEST_P(SetAttributeTest, ReplacesOrAdds)
 {
     const std::string xml = "<r>" + std::string(GetParam().element) + "</r>";
-    XmlPatch patch;
+    TextPatch patch;
     SetAttribute(patch, xml, 3, "name", "It's \"<&>\"");
     EXPECT_EQ(patch.Apply(xml), "<r>" + std::string(GetParam().expected) + "</r>");
 }

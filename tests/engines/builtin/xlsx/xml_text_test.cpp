@@ -1,4 +1,5 @@
 #include "engines/builtin/xlsx/xml_text.h"
+#include "util/unicode.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -58,7 +59,7 @@ TEST(EncodeXml, ComesBack)
     std::string all;
     for (char32_t c = 0x20; c < 0x11000; ++c)
         if (c < 0xD800 || c > 0xDFFF)
-            AppendUtf8(all, c);
+            util::AppendUtf8(all, c);
     all += "\t\r\n";
     EXPECT_EQ(DecodeXml(EncodeXmlText(all)), all);
     EXPECT_EQ(DecodeXmlAttribute(EncodeXmlAttribute(all)), all);

@@ -1,10 +1,10 @@
-#include "engines/builtin/xlsx/sheet_names.h"
+#include "engines/builtin/common/sheet_names.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 namespace {
 
 std::string Repeat(std::string_view text, int times)
@@ -108,4 +108,4 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return std::string(row.param.name); });
 
 } // namespace
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

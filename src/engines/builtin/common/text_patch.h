@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 
 /// Replacements in a text that otherwise stays as it is, byte for byte.
-class XmlPatch {
+class TextPatch {
 public:
     /// Replaces [begin:end) by `text`; begin == end inserts. Insertions at one offset keep their
     /// order and come before a replacement that begins there. Of two ranges of which one holds the
@@ -19,7 +19,7 @@ public:
     void Insert(std::size_t at, std::string text) { Replace(at, at, std::move(text)); }
     void Remove(std::size_t begin, std::size_t end) { Replace(begin, end, {}); }
     /// Takes over the replacements of another patch of the same text.
-    void Add(XmlPatch other);
+    void Add(TextPatch other);
 
     bool Empty() const { return replacements_.empty(); }
     std::string Apply(std::string_view text) const;
@@ -36,4 +36,4 @@ private:
     std::vector<Replacement> replacements_;
 };
 
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

@@ -1,19 +1,19 @@
-#include "engines/builtin/xlsx/xml_patch.h"
+#include "engines/builtin/common/text_patch.h"
 
 #include <algorithm>
 #include <cassert>
 #include <iterator>
 #include <utility>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 
-void XmlPatch::Replace(std::size_t begin, std::size_t end, std::string text)
+void TextPatch::Replace(std::size_t begin, std::size_t end, std::string text)
 {
     assert(begin <= end);
     replacements_.push_back({begin, end, std::move(text)});
 }
 
-void XmlPatch::Add(XmlPatch other)
+void TextPatch::Add(TextPatch other)
 {
     if (replacements_.empty()) {
         replacements_ = std::move(other.replacements_);
@@ -23,7 +23,7 @@ void XmlPatch::Add(XmlPatch other)
                          std::make_move_iterator(other.replacements_.end()));
 }
 
-std::vector<const XmlPatch::Replacement*> XmlPatch::InOrder() const
+std::vector<const TextPatch::Replacement*> TextPatch::InOrder() const
 {
     std::vector<const Replacement*> order;
     order.reserve(replacements_.size());
@@ -46,7 +46,7 @@ std::vector<const XmlPatch::Replacement*> XmlPatch::InOrder() const
     return order;
 }
 
-std::string XmlPatch::Apply(std::string_view text) const
+std::string TextPatch::Apply(std::string_view text) const
 {
     std::size_t size = text.size();
     for (const Replacement& replacement : replacements_)
@@ -68,4 +68,4 @@ std::string XmlPatch::Apply(std::string_view text) const
     return result;
 }
 
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

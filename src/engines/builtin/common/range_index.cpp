@@ -1,8 +1,8 @@
-#include "engines/builtin/xlsx/range_index.h"
+#include "engines/builtin/common/range_index.h"
 
 #include <algorithm>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 
 RangeIndex::RangeIndex(std::vector<CellRange> ranges) : ranges_(std::move(ranges))
 {
@@ -29,4 +29,4 @@ const CellRange* RangeIndex::Find(CellAddress cell) const
     return nullptr;
 }
 
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 
 /// What a file is by its first bytes, or, of a compound file, by its streams.
 enum class FileKind {
@@ -15,4 +15,4 @@ enum class FileKind {
 /// Looks at a bounded part of the file. Throws Error (FileNotFound, FileNotReadable).
 FileKind DetectFileKind(const std::filesystem::path& path);
 
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

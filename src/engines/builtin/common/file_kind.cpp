@@ -1,4 +1,4 @@
-#include "engines/builtin/xlsx/file_kind.h"
+#include "engines/builtin/common/file_kind.h"
 
 #include "util/error.h"
 #include "util/paths.h"
@@ -13,7 +13,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 namespace {
 
 // [MS-CFB] 2.2 and 2.6.1. The directory is not followed but looked for: its entries begin at
@@ -102,4 +102,4 @@ FileKind DetectFileKind(const std::filesystem::path& path)
     return KindOfCompoundFile(file);
 }
 
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

@@ -1,35 +1,19 @@
-#include "engines/builtin/xlsx/sheet_names.h"
+#include "engines/builtin/common/sheet_names.h"
 
-#include "engines/builtin/xlsx/xml_text.h"
 #include "util/text.h"
+#include "util/unicode.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 namespace {
 
-constexpr std::size_t kMaxUnits = 31;
+using util::AppendUtf8;
+using util::NextCharacter;
 
-/// The character at `at`, which moves behind it. A byte that is no UTF-8 counts as itself, so that
-/// damaged names are still told apart.
-char32_t NextCharacter(std::string_view text, std::size_t& at)
-{
-    const auto lead = static_cast<unsigned char>(text[at++]);
-    const std::size_t more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
-    if (more == 0 || text.size() - at < more)
-        return lead;
-    char32_t character = lead & (0x3FU >> more);
-    for (std::size_t i = 0; i < more; ++i) {
-        const auto next = static_cast<unsigned char>(text[at + i]);
-        if ((next & 0xC0U) != 0x80)
-            return lead;
-        character = (character << 6) | (next & 0x3FU);
-    }
-    at += more;
-    return character;
-}
+constexpr std::size_t kMaxUnits = 31;
 
 // The capitals whose small letters lie at a fixed distance; `step` 2 where capitals and small
 // letters alternate. From Unicode's simple case folding.
@@ -185,4 +169,4 @@ std::string CopyName(std::string_view name, const std::vector<std::string>& take
     }
 }
 
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

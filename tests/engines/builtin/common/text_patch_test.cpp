@@ -1,10 +1,10 @@
-#include "engines/builtin/xlsx/xml_patch.h"
+#include "engines/builtin/common/text_patch.h"
 
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 namespace {
 
 struct Edit {
@@ -21,18 +21,18 @@ struct PatchCase {
 
 constexpr std::string_view kText = "0123456789";
 
-class XmlPatchTest : public testing::TestWithParam<PatchCase> {};
+class TextPatchTest : public testing::TestWithParam<PatchCase> {};
 
-TEST_P(XmlPatchTest, Applies)
+TEST_P(TextPatchTest, Applies)
 {
-    XmlPatch patch;
+    TextPatch patch;
     for (const Edit& edit : GetParam().edits)
         patch.Replace(edit.begin, edit.end, edit.text);
     EXPECT_EQ(patch.Apply(kText), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Edits, XmlPatchTest,
+    Edits, TextPatchTest,
     testing::Values(
         PatchCase{"NothingKeepsTheText", {}, "0123456789"},
         PatchCase{"Replaces", {{2, 4, "ab"}}, "01ab456789"},
@@ -56,26 +56,26 @@ INSTANTIATE_TEST_SUITE_P(
         PatchCase{"LastOfEqualRangesWins", {{2, 4, "a"}, {2, 4, "b"}}, "01b456789"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(XmlPatch, AddTakesOverAnotherPatch)
+TEST(TextPatch, AddTakesOverAnotherPatch)
 {
-    XmlPatch patch;
+    TextPatch patch;
     patch.Insert(5, "a");
-    XmlPatch other;
+    TextPatch other;
     other.Insert(5, "b");
     other.Remove(0, 1);
     patch.Add(std::move(other));
     EXPECT_EQ(patch.Apply(kText), "1234ab56789");
 }
 
-TEST(XmlPatch, KnowsWhetherItIsEmpty)
+TEST(TextPatch, KnowsWhetherItIsEmpty)
 {
-    XmlPatch patch;
+    TextPatch patch;
     EXPECT_TRUE(patch.Empty());
-    patch.Add(XmlPatch());
+    patch.Add(TextPatch());
     EXPECT_TRUE(patch.Empty());
     patch.Insert(0, "");
     EXPECT_FALSE(patch.Empty());
 }
 
 } // namespace
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

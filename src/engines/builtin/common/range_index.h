@@ -1,11 +1,11 @@
 #pragma once
 
-#include "engines/builtin/xlsx/cell_address.h"
+#include "engines/builtin/common/cell_address.h"
 
 #include <cstdint>
 #include <vector>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 
 /// Ranges of a sheet, found by a cell that they hold.
 class RangeIndex {
@@ -21,4 +21,4 @@ private:
     std::vector<std::int32_t> lowest_; // for each range the last row of it and those before
 };
 
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

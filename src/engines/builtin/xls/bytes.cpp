@@ -1,0 +1,113 @@
+#include "engines/builtin/xls/bytes.h"
+
+#include "util/error.h"
+
+#include <bit>
+#include <cassert>
+#include <ranges>
+#include <utility>
+
+namespace orrery::xls {
+namespace {
+
+template <class Number> Number Read(std::string_view bytes, std::size_t at)
+{
+    Number value = 0;
+    for (const char byte : Slice(bytes, at, sizeof(Number)) | std::views::reverse)
+        value = static_cast<Number>(std::uint64_t{value} << 8 | static_cast<unsigned char>(byte));
+    return value;
+}
+
+template <class Number> void Append(std::string& bytes, Number value)
+{
+    for (std::size_t i = 0; i < sizeof(Number); ++i)
+        bytes += static_cast<char>(std::uint64_t{value} >> (8 * i) & 0xFF);
+}
+
+template <class Number> void Put(std::string& bytes, std::size_t at, Number value)
+{
+    assert(at <= bytes.size() && bytes.size() - at >= sizeof(Number));
+    for (std::size_t i = 0; i < sizeof(Number); ++i)
+        bytes[at + i] = static_cast<char>(std::uint64_t{value} >> (8 * i) & 0xFF);
+}
+
+} // namespace
+
+void ThrowDamaged(std::string cause)
+{
+    throw util::Error(util::ErrorKind::DamagedWorkbook, {}, std::move(cause));
+}
+
+std::string_view Slice(std::string_view bytes, std::size_t at, std::size_t size)
+{
+    if (at > bytes.size() || bytes.size() - at < size)
+        ThrowDamaged("a record is shorter than its content");
+    return bytes.substr(at, size);
+}
+
+std::uint8_t ReadU8(std::string_view bytes, std::size_t at)
+{
+    return Read<std::uint8_t>(bytes, at);
+}
+
+std::uint16_t ReadU16(std::string_view bytes, std::size_t at)
+{
+    return Read<std::uint16_t>(bytes, at);
+}
+
+std::uint32_t ReadU32(std::string_view bytes, std::size_t at)
+{
+    return Read<std::uint32_t>(bytes, at);
+}
+
+std::uint64_t ReadU64(std::string_view bytes, std::size_t at)
+{
+    return Read<std::uint64_t>(bytes, at);
+}
+
+double ReadDouble(std::string_view bytes, std::size_t at)
+{
+    return std::bit_cast<double>(ReadU64(bytes, at));
+}
+
+void AppendU8(std::string& bytes, std::uint8_t value)
+{
+    Append(bytes, value);
+}
+
+void AppendU16(std::string& bytes, std::uint16_t value)
+{
+    Append(bytes, value);
+}
+
+void AppendU32(std::string& bytes, std::uint32_t value)
+{
+    Append(bytes, value);
+}
+
+void AppendU64(std::string& bytes, std::uint64_t value)
+{
+    Append(bytes, value);
+}
+
+void AppendDouble(std::string& bytes, double value)
+{
+    Append(bytes, std::bit_cast<std::uint64_t>(value));
+}
+
+void PutU8(std::string& bytes, std::size_t at, std::uint8_t value)
+{
+    Put(bytes, at, value);
+}
+
+void PutU16(std::string& bytes, std::size_t at, std::uint16_t value)
+{
+    Put(bytes, at, value);
+}
+
+void PutU32(std::string& bytes, std::size_t at, std::uint32_t value)
+{
+    Put(bytes, at, value);
+}
+
+} // namespace orrery::xls

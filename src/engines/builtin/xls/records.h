@@ -1,0 +1,111 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orrery::xls {
+
+/// The types of the records that the engine looks into. [MS-XLS] 2.3
+enum class RecordType : std::uint16_t {
+    Formula = 0x0006,
+    Eof = 0x000A,
+    Protect = 0x0012,
+    ExternSheet = 0x0017,
+    Name = 0x0018, // "Lbl"
+    WindowProtect = 0x0019,
+    Note = 0x001C,
+    Selection = 0x001D,
+    ExternName = 0x0023,
+    FilePass = 0x002F,
+    Continue = 0x003C,
+    Window1 = 0x003D,
+    DConRef = 0x0051,
+    DefaultColumnWidth = 0x0055,
+    Obj = 0x005D,
+    Uncalced = 0x005E,
+    ColumnInfo = 0x007D,
+    BoundSheet = 0x0085, // "BoundSheet8"
+    HasObjectProject = 0x00D3,
+    MulRk = 0x00BD,
+    MulBlank = 0x00BE,
+    DbCell = 0x00D7,
+    Xf = 0x00E0,
+    MergeCells = 0x00E5,
+    MsoDrawingGroup = 0x00EB,
+    MsoDrawing = 0x00EC,
+    Sst = 0x00FC,
+    LabelSst = 0x00FD,
+    ExtSst = 0x00FF,
+    TabIds = 0x013D, // "RRTabId"
+    SupBook = 0x01AE,
+    UserBookView = 0x01A9,
+    UserSheetViewBegin = 0x01AA,
+    ConditionalFormatHeader = 0x01B0,
+    ConditionalFormat = 0x01B1,
+    TextObject = 0x01B6, // "TxO"
+    Hyperlink = 0x01B8,
+    CodeName = 0x01BA,
+    DataValidation = 0x01BE,
+    RecalcId = 0x01C1,
+    Dimensions = 0x0200,
+    Blank = 0x0201,
+    Number = 0x0203,
+    Label = 0x0204,
+    BoolErr = 0x0205,
+    String = 0x0207,
+    Row = 0x0208,
+    Index = 0x020B,
+    Array = 0x0221,
+    Table = 0x0236,
+    Window2 = 0x023E,
+    Rk = 0x027E,
+    SharedFormula = 0x04BC,
+    Bof = 0x0809,
+    HeaderFooterPicture = 0x0866,
+    ChartLink = 0x1051, // "BRAI"
+};
+
+inline constexpr std::size_t kRecordHeader = 4;     ///< bytes of type and size
+inline constexpr std::size_t kLongestRecord = 8224; ///< bytes of data, [MS-XLS] 2.1.4
+
+/// A record as it lies in a stream: type, size and data. [MS-XLS] 2.1.4
+struct Record {
+    RecordType type{};
+    std::size_t begin = 0; ///< offset of its header
+    std::string_view data;
+
+    std::size_t DataBegin() const { return begin + kRecordHeader; }
+    std::size_t End() const { return begin + kRecordHeader + data.size(); }
+};
+
+/// Goes through the records of a stream, one after the other.
+class RecordReader {
+public:
+    /// Begins at `begin`; offsets of records count from the stream's beginning.
+    explicit RecordReader(std::string_view stream, std::size_t begin = 0);
+
+    /// The next record, or nothing at the end of the stream.
+    /// Throws Error(DamagedWorkbook) where a record runs past that end.
+    std::optional<Record> Next();
+    /// The record after the one that `Next` gave last, without going to it. Throws like `Next`.
+    std::optional<Record> Peek() const;
+    std::size_t Position() const { return position_; }
+
+private:
+    std::string_view stream_;
+    std::size_t position_;
+};
+
+/// The end of a substream that begins with the BOF record at `begin`: behind its EOF record, with
+/// the substreams nested in it (charts). Throws Error(DamagedWorkbook) where there is no BOF or
+/// EOF.
+std::size_t SubstreamEnd(std::string_view stream, std::size_t begin);
+
+/// Appends a record. Data beyond `kLongestRecord` goes on in CONTINUE records.
+void AppendRecord(std::string& stream, RecordType type, std::string_view data);
+
+} // namespace orrery::xls

@@ -1,4 +1,8 @@
-"""Times whole processes side by side and prints ratios; see compare.sh."""
+"""Times whole processes side by side and prints ratios; see compare.sh.
+
+usage: compare.py ORRERY_CLI TOOLS_FOLDER ROUNDS TEMPLATE.xlsx...
+Each template is measured as .xlsx and as the .xls beside it.
+"""
 import configparser
 import json
 import pathlib
@@ -9,23 +13,31 @@ import tempfile
 import zipfile
 
 import openpyxl
+import xlwt
 
 HERE = pathlib.Path(__file__).resolve().parent
 YEAR = 2027
-MEASURE = pathlib.Path(sys.argv[2]).with_name("measure")
+CLI, TOOLS, ROUNDS = sys.argv[1], pathlib.Path(sys.argv[2]), int(sys.argv[3])
+SLOW_ROUNDS = max(3, ROUNDS // 5)  # of the libraries, which take seconds
 
 
-def run(command):
+def run(*command):
     """Seconds and peak memory in MiB of one process."""
-    done = subprocess.run([MEASURE, *map(str, command)], capture_output=True, text=True)
+    done = subprocess.run([TOOLS / "measure", *map(str, command)], capture_output=True, text=True)
     if done.returncode != 0:
         sys.exit(f"failed: {' '.join(map(str, command))}\n{done.stderr}")
     microseconds, kibibytes = map(int, done.stdout.split())
     return microseconds / 1e6, kibibytes / 1024
 
 
-def generate(cli, template, years, output):
-    return [cli, "generate", template, str(years), "--output-folder", output]
+def generate(template, years, output):
+    return [CLI, "generate", template, str(years), "--output-folder", output]
+
+
+def median(rounds, *command):
+    """The median time of a process in milliseconds, and its highest peak."""
+    runs = [run(*command) for _ in range(rounds)]
+    return statistics.median(seconds for seconds, _ in runs) * 1000, max(peak for _, peak in runs)
 
 
 def written_cells(template, output):
@@ -56,47 +68,74 @@ def written_cells(template, output):
     return sheets
 
 
-def milliseconds(values):
-    return statistics.median(values) * 1000
+class Design:
+    """One template in both formats, and the cells that a calendar from either has written."""
+
+    def __init__(self, path, folder):
+        self.xlsx, self.xls, self.folder = path, path.with_suffix(".xls"), folder
+        self.cells = folder / f"{path.stem}.json"
+        for template in (self.xlsx, self.xls):
+            run(*generate(template, YEAR, folder))
+        sheets = written_cells(path, self.output(path))
+        self.cells.write_text(json.dumps(sheets), encoding="utf-8")
+        self.count = sum(len(sheet["cells"]) for sheet in sheets)
+
+    def output(self, template):
+        return self.folder / f"{YEAR}{template.name}"
+
+    def ours(self, template):
+        return median(ROUNDS, *generate(template, YEAR, self.folder))
+
+    def library(self, script, template):
+        return median(SLOW_ROUNDS, sys.executable, HERE / script, template, self.cells,
+                      self.folder / f"library{template.suffix}")[0]
+
+    def office(self, template):
+        """The first run makes LibreOffice's profile and is not counted."""
+        command = [sys.executable, HERE / "office_calendar.py", template, self.cells,
+                   self.folder / f"office{template.suffix}", self.folder]
+        run(*command)
+        return median(3, *command)[0]
 
 
-def compare(cli, limit, template, rounds, folder):
-    output = folder / f"{YEAR}{template.name}"
-    run(generate(cli, template, YEAR, folder))
-    cells = folder / "cells.json"
-    sheets = written_cells(template, output)
-    cells.write_text(json.dumps(sheets), encoding="utf-8")
-    ours, theirs, floor, peak = [], [], [], 0
-    for number in range(rounds):
-        seconds, memory = run(generate(cli, template, YEAR, folder))
-        ours.append(seconds)
-        peak = max(peak, memory)
-        floor.append(int(subprocess.check_output([limit, template, output])) / 1e6)
-        if number % 5 == 0:
-            theirs.append(run([sys.executable, HERE / "openpyxl_calendar.py", template, cells,
-                               folder / "openpyxl.xlsx"])[0])
-    count = sum(len(sheet["cells"]) for sheet in sheets)
-    print(f"{template.name:12} {count:6} {milliseconds(ours):9.2f} {milliseconds(floor):9.2f} "
-          f"{milliseconds(theirs):9.1f} {milliseconds(ours) / milliseconds(floor):8.2f} "
-          f"{milliseconds(theirs) / milliseconds(ours):10.1f} {peak:9.1f}")
+def compare_xlsx(designs):
+    print(f"{'.xlsx':8} {'cells':>6} {'orrery':>8} {'limit':>8} {'openpyxl':>9} {'/ limit':>8} "
+          f"{'x openpyxl':>10} {'peak MiB':>9}")
+    for design in designs:
+        ours, peak = design.ours(design.xlsx)
+        limit = statistics.median(
+            int(subprocess.check_output([TOOLS / "limit", design.xlsx, design.output(design.xlsx)]))
+            for _ in range(ROUNDS)) / 1000
+        theirs = design.library("openpyxl_calendar.py", design.xlsx)
+        print(f"{design.xlsx.stem:8} {design.count:6} {ours:8.2f} {limit:8.2f} {theirs:9.1f} "
+              f"{ours / limit:8.2f} {theirs / ours:10.1f} {peak:9.1f}")
 
 
-def compare_years(cli, template, rounds, folder):
-    start = [run([cli, "--version"])[0] for _ in range(rounds)]
-    one = [run(generate(cli, template, YEAR, folder))[0] for _ in range(rounds)]
-    runs = [run(generate(cli, template, f"{YEAR}-{YEAR + 99}", folder)) for _ in range(3)]
-    hundred = statistics.median(seconds for seconds, _ in runs)
-    allowed = 100 * (statistics.median(one) - statistics.median(start))
-    single = run(generate(cli, template, YEAR, folder))[1]
-    print(f"\nA hundred years of {template.name}: {hundred * 1000:.0f} ms, "
-          f"{hundred / allowed:.2f} of a hundred times one year less the start-up; "
-          f"peak {max(memory for _, memory in runs):.1f} MiB (one year: {single:.1f} MiB)")
+def compare_xls(designs):
+    print(f"\n{'.xls':8} {'cells':>6} {'orrery':>8} {'copies':>8} {'xlwt':>8} {'office':>8} "
+          f"{'/ copies':>8} {'x xlwt':>8} {'x office':>8} {'x .xlsx':>8} {'peak MiB':>9}")
+    for design in designs:
+        ours, peak = design.ours(design.xls)
+        copies = median(ROUNDS, TOOLS / "copies", design.xls, design.folder / "copies.xls")[0]
+        theirs = design.library("xlwt_calendar.py", design.xls)
+        office = design.office(design.xls)
+        newer = design.ours(design.xlsx)[0]
+        print(f"{design.xls.stem:8} {design.count:6} {ours:8.2f} {copies:8.2f} {theirs:8.1f} "
+              f"{office:8.0f} {ours / copies:8.2f} {theirs / ours:8.1f} {office / ours:8.0f} "
+              f"{newer / ours:8.2f} {peak:9.1f}")
 
 
-def weighted(template, mebibytes, folder):
+def compare_years(template, folder):
+    start = median(ROUNDS, CLI, "--version")[0]
+    one, single = median(ROUNDS, *generate(template, YEAR, folder))
+    hundred, peak = median(3, *generate(template, f"{YEAR}-{YEAR + 99}", folder))
+    print(f"A hundred years of {template.name}: {hundred:.0f} ms, "
+          f"{hundred / (100 * (one - start)):.2f} of a hundred times one year less the start-up; "
+          f"peak {peak:.1f} MiB (one year: {single:.1f} MiB)")
+
+
+def heavy_xlsx(template, mebibytes, target):
     """The template whose model sheet has that much more text, in cells below the calendar."""
-    target = folder / f"{mebibytes}{template.name}"
-    target.with_suffix(".ini").write_bytes(template.with_suffix(".ini").read_bytes())
     with zipfile.ZipFile(template) as old, zipfile.ZipFile(target, "w", zipfile.ZIP_DEFLATED) as new:
         for item in old.infolist():
             data = old.read(item)
@@ -110,30 +149,44 @@ def weighted(template, mebibytes, folder):
                     number += 1
                 data = data.replace(b"</sheetData>", "".join(rows).encode() + b"</sheetData>")
             new.writestr(item, data)
-    return target
 
 
-def compare_sizes(cli, template, folder):
-    print(f"\n{template.name} with more text in the model sheet, which is copied eleven times:")
+def heavy_xls(_, mebibytes, target):
+    """A workbook with the template's sheets and that many bytes of cells in its model sheet."""
+    book = xlwt.Workbook()
+    model = book.add_sheet("Month")
+    book.add_sheet("Year")
+    for number in range((mebibytes << 20) // (18 * 26)):  # a number takes 18 bytes
+        for column in range(26):
+            model.write(1000 + number, column, number * 26 + column + 0.123)
+        model.flush_row_data()
+    book.save(str(target))
+
+
+def compare_sizes(template, sizes, make, folder):
+    print(f"\n{template.name} with more cells in the model sheet, which is copied eleven times:")
     print(f"{'MiB':>5} {'milliseconds':>13} {'per MiB':>9} {'peak MiB':>9}")
-    for mebibytes in (2, 10, 50):
-        heavy = weighted(template, mebibytes, folder)
-        seconds, peak = run(generate(cli, heavy, YEAR, folder))
+    for mebibytes in sizes:
+        heavy = folder / f"{mebibytes}{template.name}"
+        heavy.with_suffix(".ini").write_bytes(template.with_suffix(".ini").read_bytes())
+        make(template, mebibytes, heavy)
+        seconds, peak = run(*generate(heavy, YEAR, folder))
         print(f"{mebibytes:5} {seconds * 1000:13.0f} {seconds * 1000 / mebibytes:9.1f} {peak:9.0f}")
 
 
 def main():
-    cli, limit, rounds = sys.argv[1], sys.argv[2], int(sys.argv[3])
     templates = [pathlib.Path(name) for name in sys.argv[4:]]
     print("Medians of whole processes in milliseconds, one calendar of twelve months and a year.")
-    print(f"{'template':12} {'cells':>6} {'orrery':>9} {'limit':>9} {'openpyxl':>9} "
-          f"{'/ limit':>8} {'x openpyxl':>10} {'peak MiB':>9}")
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
-        for template in templates:
-            compare(cli, limit, template, rounds, folder)
-        compare_years(cli, templates[0], rounds, folder)
-        compare_sizes(cli, templates[0], folder)
+        designs = [Design(template, folder) for template in templates]
+        compare_xlsx(designs)
+        compare_xls(designs)
+        print()
+        for template in (designs[0].xlsx, designs[0].xls):
+            compare_years(template, folder)
+        compare_sizes(designs[0].xlsx, (2, 10, 50), heavy_xlsx, folder)
+        compare_sizes(designs[0].xls, (1, 5, 25), heavy_xls, folder)
 
 
 main()

@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
-# Times whole processes: this program, the same cells through openpyxl, and the limit (unpack the
-# template's bytes, pack the output's bytes with zlib level 6). Prints medians and ratios of one run.
+# Times whole processes and prints medians and ratios of one run. For .xlsx: this program, the same
+# cells through openpyxl, and the limit (unpack the template's bytes, pack the output's bytes with
+# zlib level 6). For .xls: this program, the same cells through xlrd with xlwt and through
+# LibreOffice, and the limit (write the template's bytes twelve times over).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
-install_packages "${packages_build[@]}" libbenchmark-dev python3 python3-openpyxl
+install_packages "${packages_build[@]}" "${packages_bench[@]}"
 cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DORRERY_TESTS=OFF >/dev/null
 cmake --build build/bench >/dev/null
-/usr/bin/python3 bench/compare.py build/bench/src/cli/orrery-cli build/bench/bench/limit \
-    "${1:-31}" data/template/*.xlsx
+/usr/bin/python3 bench/compare.py build/bench/src/cli/orrery-cli build/bench/bench "${1:-31}" \
+    data/template/*.xlsx

@@ -41,7 +41,7 @@ model::NameTables Names()
     return names;
 }
 
-void FillMonth(benchmark::State& state)
+void FillMonth(benchmark::State& state, const char* templateName)
 {
     const auto names = Names();
     Failing reporter;
@@ -49,7 +49,7 @@ void FillMonth(benchmark::State& state)
     const auto parameters = Everything();
     const auto application = builtin::CreateApplication({});
     auto& workbook = application->OpenWorkbook(
-        std::filesystem::path(ORRERY_SOURCE_DIR) / "data" / "template" / "Wall.xlsx", true);
+        std::filesystem::path(ORRERY_SOURCE_DIR) / "data" / "template" / templateName, true);
     auto* sheet = workbook.FindWorksheet("Month");
     if (sheet == nullptr) {
         state.SkipWithError("the template has no sheet \"Month\"");
@@ -62,7 +62,8 @@ void FillMonth(benchmark::State& state)
         benchmark::Counter(static_cast<double>(state.iterations()) * kCells,
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
-BENCHMARK(FillMonth);
+BENCHMARK_CAPTURE(FillMonth, xlsx, "Wall.xlsx");
+BENCHMARK_CAPTURE(FillMonth, xls, "Wall.xls");
 
 } // namespace
 

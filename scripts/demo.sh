@@ -10,6 +10,6 @@ cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DORRERY_TESTS=OFF 
 cmake --build build/demo
 
 mkdir -p output
-build/demo/src/cli/orrery-cli generate data/template/Desk.xlsx 2027 --output-folder output >/dev/null
+build/demo/src/cli/orrery-cli generate data/template/Desk.xls 2027 --output-folder output >/dev/null
 echo
-echo "Your calendar: $PWD/output/2027Desk.xlsx"
+echo "Your calendar: $PWD/output/2027Desk.xls"

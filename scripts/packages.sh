@@ -1,11 +1,16 @@
 # Debian packages that the project needs, by purpose, and `install_packages`, which installs those
 # that are missing. Sourced by the other scripts; needs root or sudo only when one is missing.
 
-packages_build=(g++ cmake ninja-build pkg-config libzip-dev libpugixml-dev libcli11-dev zlib1g-dev)
+packages_build=(g++ cmake ninja-build pkg-config libzip-dev libpugixml-dev libcli11-dev
+    libmbedtls-dev zlib1g-dev)
 packages_test=(libgtest-dev libgmock-dev libbenchmark-dev clang clang-tidy clang-format llvm
     libclang-rt-14-dev git unzip zip xz-utils man-db groff bash-completion
     python3 python3-openpyxl python3-xlsxwriter python3-pil python3-numpy python3-dateutil
-    python3-icu libreoffice-calc poppler-utils fonts-crosextra-carlito fonts-liberation)
+    python3-icu python3-uno python3-xlrd python3-xlwt libapache-poi-java default-jdk-headless
+    gnumeric libreoffice-calc poppler-utils
+    fonts-crosextra-carlito fonts-liberation)
+packages_bench=(libbenchmark-dev python3 python3-openpyxl python3-xlrd python3-xlwt python3-uno
+    libreoffice-calc)
 
 install_packages() {
     local missing=() package

@@ -20,6 +20,10 @@ HOLIDAY = "#FBEAE3"
 OUTSIDE = "#F5F6F8"  # days that belong to another month
 
 A4, LETTER = 9, 1
+BOTTOM = 0.6  # inches, the margin of which the footer takes its part
+FOOTER = BOTTOM - 6.44 / 25.4  # from the edge; LibreOffice moves any other one in an .xls
+
+NOTHING = ";;;"  # the number format that shows neither numbers nor text
 
 
 class Book:
@@ -85,6 +89,9 @@ def widths(sheet, first_column, pixels):
 
 
 def heights(sheet, first_row, points):
+    """Sets rows one after another: whole pixels of 0.75 points, as programs round them, and never
+    15 points, which is no height at all but that of any row."""
+    assert all(height % 0.75 == 0 and height != 15 for height in points), points
     for row, height in enumerate(points, first_row - 1):
         sheet.set_row(row, height)
 
@@ -124,16 +131,21 @@ def _print_setup(sheet, first, last, paper, landscape):
     else:
         sheet.set_portrait()
     sheet.set_paper(paper)
-    sheet.set_margins(left=0.5, right=0.5, top=0.45, bottom=0.6)
+    sheet.set_margins(left=0.5, right=0.5, top=0.45, bottom=BOTTOM)
     sheet.center_horizontally()
     sheet.print_area(area(first, last))
-    sheet.set_footer('&C&"Calibri,Regular"&8&K8A94A0&A  ·  made with Orrery', {"margin": 0.3})
+    _footer(sheet, "&A")
+
+
+def _footer(sheet, text):
+    """In the middle and without a colour: more than that is lost in an .xls."""
+    sheet.set_footer(f'&C&"Calibri,Regular"&8{text}  ·  made with Orrery',
+                     {"margin": FOOTER})
 
 
 def many_pages(sheet, first, last, paper, heading_rows, breaks):
     """Prints page after page at full size: the breaks are the last rows of the pages."""
     _print_setup(sheet, first, last, paper, landscape=False)
-    sheet.set_footer('&L&"Calibri,Regular"&8&K8A94A0&A&C&"Calibri,Regular"&8&K8A94A0'
-                     'made with Orrery&R&"Calibri,Regular"&8&K8A94A0&P of &N', {"margin": 0.3})
+    _footer(sheet, "&A  ·  &P of &N")
     sheet.repeat_rows(*(row - 1 for row in heading_rows))
     sheet.set_h_pagebreaks(breaks)

@@ -14,10 +14,10 @@ YEARLY = Calendar(
     holiday=Cell(6, 3), row_step=2, weekday_names=SHORT_WEEKDAYS, holidays=UNITED_STATES,
     months_across=3, month_columns=9, month_rows=14)
 
-GRID = GridLook(week_heights=(27.75, 24.75, 12, 15), day_size=17, holiday_size=9.5,
-                weekday_size=10.5, weekday_height=22)
-BLOCK = BlockLook(month_size=13, month_height=20, weekday_size=8, weekday_height=20,
-                  day_size=9.5, day_height=14.25, bar_height=2.25, gap_height=17)
+GRID = GridLook(week_heights=(27.75, 24.75, 12, 14.25), day_size=17, holiday_size=9.5,
+                weekday_size=10.5, weekday_height=21.75)
+BLOCK = BlockLook(month_size=13, month_height=19.5, weekday_size=8, weekday_height=19.5,
+                  day_size=9.5, day_height=14.25, bar_height=2.25, gap_height=16.5)
 
 
 def make():
@@ -42,7 +42,7 @@ def _month_page(book):
 def _year_page(book):
     sheet = book.sheet(YEARLY.sheet, b.GOLD)
     b.widths(sheet, 2, ([100] + [27] * 7 + [34]) * 2 + [100] + [27] * 7)
-    b.heights(sheet, 1, (12, 52, 14))
+    b.heights(sheet, 1, (12, 51.75, 13.5))
     last = Cell(2, 27)
     b.blank(sheet, Cell(2, 2), last, book.style(bottom=2, bottom_color=b.INK))
     sheet.merge_range("B2:H2", None, book.style(font_size=40, bold=True, align="left", bottom=2,

@@ -17,7 +17,7 @@ MONTHLY = Calendar(
     sheet="Planner", first_day=Cell(6, 2), weekday=Cell(5, 2), month=Cell(4, 2), year=Cell(2, 2),
     holiday=Cell(7, 2), row_step=2).switched_off()
 
-BLOCK = BlockLook(month_size=16, month_height=23, weekday_size=8, weekday_height=13,
+BLOCK = BlockLook(month_size=16, month_height=22.5, weekday_size=8, weekday_height=12.75,
                   day_size=10.5, day_height=24.75, bar_height=2.25, gap_height=12)
 DATES = 10  # the column of the holidays' names
 PEOPLE = range(11, 15)

@@ -21,13 +21,14 @@ LINES = 16
 LINE_HEIGHT = 22.5
 PANEL = 7  # the first column of the working days; columns G to I
 WEEK_TABLE = Cell(NOTES_ROW + 4, PANEL + 1)  # week and working days, hidden by the chart
+MONTH_START = WEEK_TABLE.moved(rows=-1)  # the date of the month's first day, hidden likewise
 
 
 def make():
     book = b.Book("Month with notes", "Week numbers, working days and room for notes")
     sheet = book.sheet(MONTHLY.sheet, TEAL)
     b.widths(sheet, 2, [34] + [98] * 7)
-    b.heights(sheet, 1, (12, 50, 6))
+    b.heights(sheet, 1, (12, 49.5, 6))
     sheet.merge_range("B2:G2", None, book.style(font_size=36, bold=True))
     sheet.merge_range("H2:I2", None, book.style(font_size=36, font_color=TEAL, align="right"))
     b.whole_year(sheet, MONTHLY.year)
@@ -47,25 +48,36 @@ def _week_row(week):
 def _week_numbers(book, sheet):
     """The ISO week before each week's days; empty where the month's name is not English."""
     names = ",".join(f'"{name}"' for name in MONTHS)
-    month = f"MATCH({b.fixed(MONTHLY.month)},{{{names}}},0)"
+    sheet.write_formula(
+        str(MONTH_START),
+        f"=DATE({b.fixed(MONTHLY.year)},MATCH({b.fixed(MONTHLY.month)},{{{names}}},0),1)",
+        book.style(num_format=b.NOTHING), "")
     sheet.write_string(str(MONTHLY.weekday.moved(columns=-1)), "Wk",
                        book.style(font_size=9.5, font_color=TEAL, align="center"))
     sheet.write_blank(str(MONTHLY.weekday.moved(1, -1)), None, book.style(bg_color=b.INK))
     for week in range(WEEKS):
         days = _week_row(week)
-        date = f"DATE({b.fixed(MONTHLY.year)},{month},MIN({days}))"
         cell = MONTHLY.day(week, 0).moved(columns=-1)
         b.blank(sheet, cell, cell.moved(2), book.style(right=1, right_color=b.HAIRLINE))
         b.blank(sheet, cell.moved(2), cell.moved(2),
                 book.style(right=1, right_color=b.HAIRLINE, bottom=1, bottom_color=b.HAIRLINE))
         sheet.write_formula(
-            str(cell), f'=IF(COUNT({days})=0,"",IFERROR(WEEKNUM({date},21),""))',
+            str(cell), _week_number(days),
             book.style(font_size=9.5, font_color=TEAL, align="center", valign="bottom", right=1,
                        right_color=b.HAIRLINE), "")
 
 
+def _week_number(days):
+    """The formula of a week's ISO number, in functions that every Excel has: weeks are numbered
+    by their Thursdays. Only the first week of a month can lack its first days."""
+    start = b.fixed(MONTH_START)
+    thursday = f"({start}+MIN({days})+2-(MIN({days})=1)*(7-COUNT({days})))"
+    return (f'=IF(OR(COUNT({days})=0,ISERROR({start})),"",'
+            f"INT(({thursday}-DATE(YEAR({thursday}),1,1))/7)+1)")
+
+
 def _note_lines(book, sheet):
-    b.heights(sheet, NOTES_ROW - 1, [15, 22.5] + [LINE_HEIGHT] * LINES)
+    b.heights(sheet, NOTES_ROW - 1, [14.25, 22.5] + [LINE_HEIGHT] * LINES)
     heading = {"font_size": 12, "bold": True, "font_color": TEAL, "bottom": 2,
                "bottom_color": b.INK}
     b.blank(sheet, Cell(NOTES_ROW, 2), Cell(NOTES_ROW, 9), book.style(**heading))
@@ -89,9 +101,9 @@ def _working_days(book, sheet):
                             f'=SUMPRODUCT(({b.area(monday, friday)}<>"")*({names}=""))', small, "")
     counts = b.area(first.moved(columns=1), last.moved(columns=1))
     top = NOTES_ROW + 1
-    sheet.merge_range(f"G{top}:G{top + 1}", None, book.style())
-    sheet.write_formula(f"G{top}", f'=IF(SUM({counts})=0,"",SUM({counts}))',
-                        book.style(font_size=32, bold=True, align="right"), "")
+    large = book.style(font_size=32, bold=True, align="right")
+    sheet.merge_range(f"G{top}:G{top + 1}", None, large)
+    sheet.write_formula(f"G{top}", f'=IF(SUM({counts})=0,"",SUM({counts}))', large, "")
     sheet.merge_range(f"H{top}:I{top + 1}", "Monday to Friday,\nwithout holidays",
                       book.style(font_size=10, font_color=b.MUTED, text_wrap=True, indent=1))
     _chart(book, sheet)

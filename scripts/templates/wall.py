@@ -28,7 +28,7 @@ def make():
     book = b.Book("Wall calendar", "A month to a page, below an evening sky")
     sheet = book.sheet(MONTHLY.sheet, b.INK)
     b.widths(sheet, 2, [DAY_WIDTH] * 7)
-    b.heights(sheet, 1, [12] + [PICTURE_ROW_HEIGHT] * PICTURE_ROWS + [8, 48, 6])
+    b.heights(sheet, 1, [12] + [PICTURE_ROW_HEIGHT] * PICTURE_ROWS + [7.5, 48, 6])
     _picture(sheet)
     sheet.merge_range("B13:F13", None, book.style(font_size=38, bold=True))
     sheet.merge_range("G13:H13", None, book.style(font_size=38, font_color=b.GOLD,

@@ -13,8 +13,8 @@ MONTHLY = Calendar(
     sheet="Year", first_day=Cell(6, 2), weekday=Cell(5, 2), month=Cell(4, 2), year=Cell(2, 2),
     holiday=Cell(7, 2), row_step=2).switched_off()
 
-BLOCK = BlockLook(month_size=15, month_height=24, weekday_size=8, weekday_height=14,
-                  day_size=10, day_height=15, bar_height=2.25, gap_height=21)
+BLOCK = BlockLook(month_size=15, month_height=24, weekday_size=8, weekday_height=13.5,
+                  day_size=10, day_height=14.25, bar_height=2.25, gap_height=21)
 
 
 def make():

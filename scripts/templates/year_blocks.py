@@ -9,8 +9,6 @@ from dataclasses import dataclass
 from . import book as b
 from .parameters import WEEKS
 
-NOTHING = ";;;"  # the number format that shows neither numbers nor text
-
 
 @dataclass(frozen=True)
 class BlockLook:
@@ -71,4 +69,4 @@ def _week(book, sheet, block, look, week):
         sheet.write_blank(str(day), None,
                           book.style(font_size=look.day_size, align="center", **tint))
         sheet.write_blank(str(day.moved(1)), None,
-                          book.style(font_size=6, num_format=NOTHING, **tint))
+                          book.style(font_size=6, num_format=b.NOTHING, **tint))

@@ -22,7 +22,7 @@ enum class ErrorKind {
     DamagedWorkbook, ///< cause says what and in which part
     PasswordProtected,
     BinaryWorkbook,  ///< .xlsb
-    OldBinaryFormat, ///< .xls, where no engine for it is there
+    OldBinaryFormat, ///< .xls of the versions before BIFF8
     TooLargeUnpacked,
     TooDeeplyNested,
     // sheets and cells; the subject is the name or the cell

@@ -63,8 +63,8 @@ std::string WorkbookErrorText(const Error& error)
                       "and use that file.";
     case ErrorKind::OldBinaryFormat:
         return path +
-               " is saved in the old .xls format. Save it as .xlsx in the spreadsheet program "
-               "and use that file.";
+               " was saved by an old version of the spreadsheet program. Open it there and save it "
+               "again as .xls or .xlsx.";
     case ErrorKind::TooLargeUnpacked:
         return path + " becomes too large when it is unpacked" + Because(error) +
                ". Make it smaller in the spreadsheet program.";

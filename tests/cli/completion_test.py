@@ -54,9 +54,9 @@ class Completion(unittest.TestCase):
             self.assertEqual(set(self.complete(command, "--")), named, command)
 
     def test_templates_of_the_template_folder(self):
-        names = sorted(path.name for path in SOURCE.glob("data/template/*.xlsx"))
+        names = sorted(path.name for path in SOURCE.glob("data/template/*.xls*"))
         self.assertEqual(self.complete("generate", ""), names)
-        self.assertEqual(self.complete("check", "D"), ["Desk.xlsx"])
+        self.assertEqual(self.complete("check", "D"), ["Desk.xls", "Desk.xlsx"])
         (self.here / "my templates").mkdir()
         (self.here / "my templates/Wide wall.xlsx").touch()
         self.assertEqual(self.complete("generate", "--template-folder", "my templates", "W"),

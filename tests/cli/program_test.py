@@ -65,7 +65,7 @@ class Generate(Program):
         self.assertEqual(result.stderr, "", "no bar where nobody watches")
 
     def test_every_shipped_template_is_filled_without_a_report(self):
-        for template in sorted(DATA.glob("template/*.xlsx")):
+        for template in sorted(DATA.glob("template/*.xls*")):
             result = self.generate(template.name, 2028, "--json")
             self.assertEqual(result.returncode, 0, result.stderr)
             self.assertEqual(json.loads(result.stdout),
@@ -155,7 +155,7 @@ class Generate(Program):
 
 class OtherCommands(Program):
     def test_templates(self):
-        names = sorted(path.name for path in DATA.glob("template/*.xlsx"))
+        names = sorted(path.name for path in DATA.glob("template/*.xls*"))
         result = self.run_program("templates")
         self.assertEqual((result.returncode, result.stdout.splitlines()), (0, names))
         self.assertEqual(json.loads(self.run_program("templates", "--json").stdout)["templates"],
@@ -176,7 +176,7 @@ class OtherCommands(Program):
         self.assertNotIn("MonthLayout", parameters["monthly"])
 
     def test_check_accepts_every_shipped_template(self):
-        for template in DATA.glob("template/*.xlsx"):
+        for template in DATA.glob("template/*.xls*"):
             result = self.run_program("check", template.name, 2028)
             self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
             self.assertEqual(result.stdout.count("\n"), 1)

@@ -8,6 +8,7 @@ import time
 from collections import Counter
 
 import integrity
+import xls_bad
 from opc import Package
 
 SECONDS = 2
@@ -52,6 +53,23 @@ def sentence_failures(text):
             yield f"the message speaks of {word}: {line[:200]!r}"
 
 
+# What a refusal has to say, by the kind of file in the manifest; one of these.
+_DAMAGED = ("is damaged", "is not a workbook", "becomes too large", "is nested too deeply")
+_SENTENCES = {"encrypted-xls": ("is protected by a password",),
+              "encrypted-ooxml": ("is protected by a password",),
+              "xlsb": ("is a binary workbook",), "not-a-workbook": ("is not a workbook",),
+              "corrupt": _DAMAGED, "fuzz": _DAMAGED, "damaged-here": _DAMAGED}
+_OLD = ("was saved by an old version",)
+
+
+def kind_failures(row, message):
+    """Whether a refusal says what is wrong with a file of that kind."""
+    kind = row["kind"]
+    sentences = _OLD if kind.startswith("old-") else _SENTENCES[kind]
+    if not any(sentence in message for sentence in sentences):
+        yield f"a file of kind {kind} gets the message {message!r}"
+
+
 class Case:
     """One file, opened and saved; where that works, edited as well."""
 
@@ -59,6 +77,7 @@ class Case:
         self.options, self.row, self.result, self.limited = options, row, result, limited
         self.path = os.path.join(options.corpus, row["file"])
         self.target = os.path.join(options.work, os.path.basename(self.path))
+        self.saved = self.target + ".same"
 
     def run(self):
         if self._opens("same"):
@@ -82,6 +101,8 @@ class Case:
         if os.path.exists(self.target):
             self._fail(f"{verb} was refused, and yet a file was written")
         self.result.failures += sentence_failures(message)
+        if verb == "same":
+            self.result.failures += kind_failures(self.row, self.result.message)
         return False
 
     def _fail(self, what):
@@ -89,8 +110,9 @@ class Case:
 
     def _judge_opened(self):
         """An opened file has to be one that other readers open as well, and the result right."""
-        if self.options.suite == "xls":
-            self._fail("was opened, and there is no engine for it")
+        if xls_bad.is_biff8(self.path):
+            self.result.failures += xls_bad.opened_failures(self.row, self.path, self.target)
+            self._edit(xls_bad.first_sheet(self.target))
         elif self.row["py_opens"] != "yes" and self.row["lo_to_xlsx"] != "yes":
             self._fail("was opened, and no other reader opens it")
         elif self.row["format"] not in ("xlsx", "xlsm"):
@@ -98,21 +120,29 @@ class Case:
         else:
             before = Package(self.path)
             self.result.failures += list(integrity.same_failures(before, Package(self.target)))
-            os.remove(self.target)
-            self._edit(before)
+            if self._edit(before.sheets[0].name):
+                self._judge_package(before)
 
-    def _edit(self, before):
+    def _edit(self, sheet):
         """What was passed over when the file was only copied comes to light in an edit."""
+        os.replace(self.target, self.saved)
         plan = self.target + ".tsv"
         with open(plan, "w", encoding="utf-8") as file:
-            file.write(f"sheet\t{before.sheets[0].name}\nrename\tProof\ncopy\n"
+            file.write(f"sheet\t{sheet}\nrename\tProof\ncopy\n"
                        "text\t1\t1\tProof\nnumber\t2\t2\t7\n")
-        if self._opens("edit", plan):
-            self.result.counted["edited"] += 1
-            after = Package(self.target)
-            for check in (integrity.zip_failures, integrity.content_type_failures,
-                          integrity.relationship_failures, integrity.xml_failures):
-                self.result.failures += list(check(before, after))
+        if not self._opens("edit", plan):
+            return False
+        self.result.counted["edited"] += 1
+        if xls_bad.is_biff8(self.path):
+            self.result.failures += xls_bad.edited_failures(self.saved, self.target)
+            return False
+        return True
+
+    def _judge_package(self, before):
+        after = Package(self.target)
+        for check in (integrity.zip_failures, integrity.content_type_failures,
+                      integrity.relationship_failures, integrity.xml_failures):
+            self.result.failures += list(check(before, after))
 
 
 def prove(options, rows, make_result):

@@ -13,6 +13,7 @@ import argparse
 import configparser
 import glob
 import os
+import pathlib
 import shutil
 import subprocess
 import sys
@@ -21,8 +22,10 @@ import tempfile
 import openpyxl
 
 import pages
-from opc import Package, area_bounds, cell_name, cell_position
-from readers import Office
+from opc import area_bounds, cell_name, cell_position
+
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
+import libreoffice  # noqa: E402
 
 WEEKS, DAYS, MONTHS = 6, 7, 12
 MOST_MASKED = 0.97  # of a page; a comparison of less than the rest would say nothing
@@ -117,46 +120,53 @@ def dependent_cells(sheet):
 
 
 class Template:
-    """A shipped template, the calendar made from it, and what is rendered of both."""
+    """A shipped template, the calendar made from it, and what is rendered of both. Where the cells
+    stand on a page is found out with the .xlsx, whose design the .xls shares."""
 
     def __init__(self, path, options, work):
         self.path, self.work = path, work
-        self.name = os.path.splitext(os.path.basename(path))[0]
+        self.name = os.path.basename(path)
         self.calendar = generate(options, path, work)
         reader = configparser.ConfigParser(interpolation=None, strict=False)
         reader.optionxform = str
-        reader.read(path[:-len(".xlsx")] + ".ini", encoding="utf-8")
+        stem = os.path.splitext(path)[0]
+        reader.read(f"{stem}.ini", encoding="utf-8")
         self.calendars = {calendar.sheet: calendar for calendar in
                           (Calendar(reader[section]) for section in
                            ("Monthly Calendar", "Yearly Calendar") if section in reader)
                           if calendar.is_made}
-        self.workbook = openpyxl.load_workbook(path)
+        self.design = f"{stem}.xlsx"
+        self.workbook = openpyxl.load_workbook(self.design)
         self.marked = {}
-        self.model = os.path.join(work, f"{self.name}-model.xlsx")
-        self.made = os.path.join(work, f"{self.name}-made.xlsx")
 
-    def prepare(self):
-        """Writes the model, and the marked workbook of each sheet; returns the paths to convert."""
+    def pictures(self, office):
+        """Renders the template, the calendar, and the marked workbook of each sheet; returns the
+        PDF of each by its path."""
         for sheet in self.workbook.worksheets:
             calendar = self.calendars.get(sheet.title)
             written = calendar.written() if calendar else set()
             cells = written | dependent_cells(sheet) | \
                 overrun_cells(calendar, sheet, written) if calendar else set()
             self.marked[sheet.title] = os.path.join(self.work, f"{self.name}-{sheet.title}.xlsx")
-            pages.write_marked(self.path, sheet.title, cells or {(1, 1)},
+            pages.write_marked(self.design, sheet.title, cells or {(1, 1)},
                                self.marked[sheet.title])
-        self._write_full(self.path, self.model)
-        self._write_full(self.calendar, self.made)
-        return [self.model, self.made, *self.marked.values()]
+        pdfs = {path: self._picture(office, path, is_full=True)
+                for path in (self.path, self.calendar)}
+        return pdfs | {path: self._picture(office, path) for path in self.marked.values()}
 
-    def _write_full(self, workbook, path):
-        """Fills the print areas of a workbook's sheets; a month sheet has its model's."""
-        corners = {}
-        for sheet in Package(workbook).sheets:
-            model = self.model_of(sheet.name)
-            area = model.print_area[0].replace("$", "") if model.print_area else "A1"
-            corners[sheet.part] = cell_name(area_bounds(area)[2:])
-        pages.write_full(workbook, corners, path)
+    def _picture(self, office, path, is_full=False):
+        pdf = pathlib.Path(self.work, os.path.basename(path) + ".pdf")
+        document = libreoffice.load(office, pathlib.Path(path))
+        for sheet in document.Sheets if is_full else ():
+            pages.fill_print_area(sheet, self._corner(sheet.Name))
+        libreoffice.store(document, pdf, "calc_pdf_Export")
+        document.close(True)
+        return str(pdf)
+
+    def _corner(self, name):
+        """The last cell of a sheet's print area; a month sheet has its model's."""
+        model = self.model_of(name)
+        return cell_name(area_bounds(model.print_area[0].replace("$", ""))[2:])
 
     def model_of(self, name):
         """The template's sheet of which a calendar's sheet is a copy."""
@@ -168,8 +178,8 @@ class Template:
 
     def compare(self, pdfs, keep):
         """Yields the failures of each page, and prints what was compared."""
-        model = pages.render(pdfs[self.model])
-        made = pages.render(pdfs[self.made])
+        model = pages.render(pdfs[self.path])
+        made = pages.render(pdfs[self.calendar])
         at = made_at = 0
         for sheet in self.workbook.worksheets:
             masks = [pages.mask_of(page) for page in pages.render(pdfs[self.marked[sheet.title]])]
@@ -220,20 +230,14 @@ def generate(options, template, folder):
 
 
 def check(options, work):
-    templates = [Template(path, options, work) for path in
-                 sorted(glob.glob(os.path.join(options.data, "template", "*.xlsx")))]
-    if len(templates) < 4:
-        yield f"there are {len(templates)} templates, at least four are shipped"
+    paths = sorted(glob.glob(os.path.join(options.data, "template", "*.xls*")))
+    if len(paths) < 10:
+        yield f"there are {len(paths)} templates, five are shipped in two formats each"
         return
-    sources = [path for template in templates for path in template.prepare()]
-    pdfs = Office(work).convert(sources, os.path.join(work, "pdf"),
-                                "pdf", seconds=120)
-    for path, pdf in pdfs.items():
-        if pdf is None:
-            yield f"LibreOffice makes no PDF from {os.path.basename(path)}"
-            return
-    for template in templates:
-        yield from template.compare(pdfs, options.keep)
+    with libreoffice.desktop(work) as office:
+        for path in paths:
+            template = Template(path, options, work)
+            yield from template.compare(template.pictures(office), options.keep)
 
 
 def main():

@@ -2,9 +2,7 @@
 
 import glob
 import os
-import re
 import subprocess
-import zipfile
 
 import numpy
 import openpyxl
@@ -44,19 +42,13 @@ def write_marked(template, sheet_name, cells, path):
     workbook.save(path)
 
 
-def write_full(workbook, corners, path):
-    """Writes the workbook with a blank in the last cell of each print area, where it is empty;
-    `corners` has that cell's name for each worksheet part. LibreOffice passes over empty rows
-    when it fits a sheet to a page, and would print a model page larger than a filled one."""
-    blank = '<is><t xml:space="preserve">\u00a0</t></is>'
-    with zipfile.ZipFile(workbook) as source, zipfile.ZipFile(path, "w") as target:
-        for entry in source.infolist():
-            data = source.read(entry)
-            corner = corners.get(entry.filename)
-            if corner:
-                data = re.sub(f'<c (r="{corner}"[^<>]*)/>',
-                              rf'<c \1 t="inlineStr">{blank}</c>', data.decode()).encode()
-            target.writestr(entry, data)
+def fill_print_area(sheet, corner):
+    """Puts a blank into the last cell of a LibreOffice sheet's print area, where it is empty.
+    LibreOffice passes over empty rows when it fits a sheet to a page, and would print a model page
+    larger than a filled one."""
+    cell = sheet.getCellRangeByName(corner)
+    if not cell.Formula:
+        cell.String = "\u00a0"
 
 
 def _paint(cell, color):

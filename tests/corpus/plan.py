@@ -52,44 +52,53 @@ def structure_is_locked(package):
 
 
 class Rules:
-    """Which cells of a sheet take a value."""
+    """Which cells of a sheet take a value. `cells` knows the sheet's cells, merges, protection and
+    formats, as SheetCells does; `is_locked` tells whether a cell format locks its cell."""
 
-    def __init__(self, package, model, cells):
-        self.cells = cells
-        self.locked = locked_styles(package)
-        self.arrays = [area for area in cells.array_areas("array")
-                       if area[0][:2] != area[0][2:]]
-        self.tables = cells.array_areas("dataTable")
-        self.headers = set()
-        for rel in package.rels(model.part).values():
-            if rel.kind == "table" and rel.target in package:
-                self.headers |= header_cells(package.tree(rel.target))
+    def __init__(self, cells, last_cell, is_locked):
+        self.cells, self.last_cell, self.is_locked = cells, last_cell, is_locked
+        self.arrays = []      # areas of array formulas of more than one cell
+        self.spilled = []     # those of them that programs fill in different ways
+        self.tables = []      # areas of data tables
+        self.headers = set()  # cells that name the columns of tables
 
     def refusal(self, position):
-        if position[0] > LAST_CELL[0] or position[1] > LAST_CELL[1]:
+        if position[0] > self.last_cell[0] or position[1] > self.last_cell[1]:
             return "outside"
-        if self.cells.is_protected and self._is_locked(position):
+        if self.cells.is_protected and self.is_locked(self.cells.style_at(position)):
             return "locked"
-        if any(inside(position, area) for area, _ in self.arrays):
+        if any(inside(position, area) for area in self.arrays):
             return "array"
         return None
-
-    def _is_locked(self, position):
-        style = self.cells.style_at(position)
-        return self.locked[style] if style < len(self.locked) else True
 
     def is_open(self, position):
         """Where programs differ: cells under a merge, spilled or inside a data table, and locked
         ones that a range without a password frees."""
         if any(inside(position, area) and position != area[:2] for area in self.cells.merges):
             return True
-        if any(inside(position, area) for area, _ in self.tables):
-            return True
-        if any(inside(position, area) and self.cells.cells[master].other
-               for area, master in self.arrays):
+        if any(inside(position, area) for area in (*self.tables, *self.spilled)):
             return True
         return (self.cells.is_protected
                 and any(inside(position, area) for area in self.cells.protected_ranges))
+
+    def samples(self, index):
+        """Existing cells that the sheet with that index has written in any case."""
+        return []
+
+
+def package_rules(package, model):
+    cells = SheetCells(package.tree(model.part))
+    locked = locked_styles(package)
+    rules = Rules(cells, LAST_CELL, lambda style: locked[style] if style < len(locked) else True)
+    arrays = [(area, master) for area, master in cells.array_areas("array")
+              if area[:2] != area[2:]]
+    rules.arrays = [area for area, _ in arrays]
+    rules.spilled = [area for area, master in arrays if cells.cells[master].other]
+    rules.tables = [area for area, _ in cells.array_areas("dataTable")]
+    for rel in package.rels(model.part).values():
+        if rel.kind == "table" and rel.target in package:
+            rules.headers |= header_cells(package.tree(rel.target))
+    return rules
 
 
 def header_cells(table):
@@ -100,11 +109,12 @@ def header_cells(table):
     return {(top, column) for column in range(left, right + 1)}
 
 
-def positions(cells, index, last_row):
+def positions(rules, index, last_row):
     """Existing cells and new ones, half and half, others on each sheet."""
+    cells, last_cell = rules.cells, rules.last_cell
     existing = sorted(cells.cells)
     step = max(1, len(existing) // (CELLS // 2))
-    chosen = existing[index % step::step][:CELLS // 2]
+    chosen = list(dict.fromkeys(rules.samples(index) + existing[index % step::step]))[:CELLS // 2]
     taken = set(chosen)
     top = 1 + 3 * index
     fresh = ((top + number // 20, 1 + number % 20) for number in range(10 ** 6))
@@ -113,7 +123,7 @@ def positions(cells, index, last_row):
             break
         if position not in taken and (position not in cells.cells or len(existing) > CELLS):
             chosen.append(position)
-    return chosen + [LAST_CELL if last_row else (400 + index, LAST_CELL[1]), (LAST_CELL[0] + 1, 1)]
+    return chosen + [last_cell if last_row else (400 + index, last_cell[1]), (last_cell[0] + 1, 1)]
 
 
 def value_for(number, index, position, rules):
@@ -129,12 +139,15 @@ def value_for(number, index, position, rules):
 def make_plan(package, last_row):
     """`last_row` has the last cell of each sheet written too, over which LibreOffice takes long."""
     model = first_worksheet(package)
-    cells = SheetCells(package.tree(model.part))
-    rules = Rules(package, model, cells)
-    names = SHEET_NAMES
+    rules = package_rules(package, model)
+    return plan_for(model, rules, structure_is_locked(package), lambda index: last_row)
+
+
+def plan_for(model, rules, is_structure_locked, last_row, names=SHEET_NAMES):
+    """`last_row` tells by a sheet's index whether its last cell is written too."""
     lines = [f"sheet\t{model.name}", f"rename\t{names[0]}"]
     plan = Plan(model, [], lines, {}, set())
-    if structure_is_locked(package):  # sheets stay as they are, as in Excel
+    if is_structure_locked:  # sheets stay as they are, as in Excel
         names = (model.name,)
         lines.append("copy")
         plan.refused_steps = {2, 3}
@@ -144,12 +157,12 @@ def make_plan(package, last_row):
     for index, name in enumerate(names):
         if index:
             lines.append("next")
-        plan.sheets.append(_fill(plan, SheetPlan(name), index, rules, last_row))
+        plan.sheets.append(_fill(plan, SheetPlan(name), index, rules, last_row(index)))
     return plan
 
 
 def _fill(plan, sheet, index, rules, last_row):
-    for number, position in enumerate(positions(rules.cells, index, last_row)):
+    for number, position in enumerate(positions(rules, index, last_row)):
         value = value_for(number, index, position, rules)
         refusal = rules.refusal(position)
         if rules.is_open(position):

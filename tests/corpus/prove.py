@@ -4,15 +4,14 @@
 usage: prove.py xlsx|xls|bad --corpus FOLDER --driver PROGRAM [--jobs N] [--only TEXT] [--keep DIR]
 
 xlsx: each workbook is saved unchanged; its first worksheet is renamed, copied 11 times, and 400
-cells are written into each of the twelve. xls, bad: each file gets one clear sentence, or a right
-result, in 2 seconds and 512 MiB. Where the corpus's manifest says that a reader cannot judge a
+cells are written into each of the twelve. xls: the same, and the results are judged by Apache POI,
+xlrd, LibreOffice and Gnumeric. bad: each file gets one clear sentence, or a right result, in 2
+seconds and 512 MiB. Where the corpus's manifest says that a reader cannot judge a
 file, it does not judge it. Exit code 0: no failure; 1: failures; 77: there is no corpus.
 """
 
 import argparse
 import csv
-import functools
-import importlib.util
 import multiprocessing
 import multiprocessing.pool
 import os
@@ -22,37 +21,19 @@ import sys
 import tempfile
 import time
 import traceback
-from collections import Counter
-from dataclasses import dataclass, field
 
 import bad_files
 import integrity
+import prove_xls
 import readers
 import validator
 from edited import EditedWorkbook
 from opc import Package
 from plan import judge_refusals, make_plan
+from results import Result, load_features, report
 from workbook import workbook_failures
 
 SKIPPED = 77
-SHOWN = 8  # failures of one file that are printed
-
-
-@dataclass
-class Result:
-    """What became of one file."""
-
-    file: str
-    failures: list = field(default_factory=list)
-    unjudged: list = field(default_factory=list)
-    counted: Counter = field(default_factory=Counter)
-    edited: str = ""  # path of the edited workbook; empty when there is none
-    plan: object = None
-    merges: list = field(default_factory=list)
-    sheet_names: list = field(default_factory=list)
-    has_pivots: bool = False
-    seconds: float = 0
-    message: str = ""  # what the driver said when it refused the file
 
 
 class Case:
@@ -222,42 +203,6 @@ def convert_all(options, paths):
     return {path: result for part in made for path, result in part.items()}
 
 
-def report(results):
-    """Prints failures, what was not judged and the table of counts; returns the failed files."""
-    total = Counter()
-    for result in results:
-        total.update(result.counted)
-        for failure in result.failures[:SHOWN]:
-            print(f"FAILED {result.file}: {failure}")
-        if len(result.failures) > SHOWN:
-            print(f"FAILED {result.file}: and {len(result.failures) - SHOWN} failures more")
-    for result in results:
-        if result.unjudged:
-            print(f"not judged by {' and '.join(result.unjudged)}: {result.file}")
-    print(f"\n{'files':<40}{len(results):>10}")
-    for what, count in sorted(total.items()):
-        print(f"{what:<40}{count:>10}")
-    slowest = max(results, key=lambda result: result.seconds, default=None)
-    if slowest:
-        print(f"{'slowest file':<40}{slowest.seconds:>9.1f}s {slowest.file}")
-    failed = [result for result in results if result.failures]
-    print(f"{'files with failures':<40}{len(failed):>10}")
-    return failed
-
-
-@functools.cache
-def load_features(corpus):
-    """The corpus's counter, which lies in the folder beside it; None where it does not."""
-    path = os.path.join(os.path.dirname(os.path.abspath(corpus)), "tools", "corpus_features.py")
-    if not os.path.exists(path):
-        print("corpus_features.py is not beside the corpus: its counts are not compared")
-        return None
-    spec = importlib.util.spec_from_file_location("corpus_features", path)
-    module = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(module)
-    return module
-
-
 def corpus_is_absent(folder):
     """Says loudly that there is nothing to prove with; the exit code then."""
     print("*" * 78)
@@ -275,7 +220,7 @@ def read_options():
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--only", default="", help="files whose names contain this text")
     parser.add_argument("--without-office", action="store_true",
-                        help="LibreOffice judges nothing; for builds whose results are the same")
+                        help="other programs judge nothing; for builds whose results are the same")
     parser.add_argument("--keep", help="folder for the workbooks made, kept afterwards")
     return parser.parse_args()
 
@@ -295,6 +240,8 @@ def main():
         if options.suite == "xlsx":
             validator.install()
             results = prove_workbooks(options, rows)
+        elif options.suite == "xls":
+            results = prove_xls.prove(options, rows)
         else:
             results = bad_files.prove(options, rows, Result)
     finally:

@@ -123,8 +123,8 @@ FILTER = "xlsx:Calc MS Excel 2007 XML"
 class Office:
     """LibreOffice without a window, with a profile of its own."""
 
-    def __init__(self, folder):
-        self.profile = tempfile.mkdtemp(prefix="profile-", dir=folder)
+    def __init__(self, folder, profile=None):
+        self.profile = profile or tempfile.mkdtemp(prefix="profile-", dir=folder)
 
     def convert(self, paths, outdir, filter_name=FILTER, seconds=60):
         """Converts the files in one call, and one by one those that came out of it with none.

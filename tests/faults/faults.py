@@ -1,6 +1,6 @@
 """What is left behind when a run is disturbed: never a half-written workbook, never a lost one.
 
-usage: faults.py ORRERY_CLI TEMPLATE kill|disk-full|unwritable
+usage: faults.py ORRERY_CLI TEMPLATE kill|deleted|disk-full|unwritable
 """
 import os
 import pathlib
@@ -12,6 +12,8 @@ import tempfile
 import time
 
 import openpyxl
+import xlrd
+import xlwt
 
 YEAR = "2027"
 
@@ -34,30 +36,54 @@ def is_whole(path):
     """An output is absent, empty (the run proves first that it can be written), or complete."""
     if not path.exists() or path.stat().st_size == 0:
         return True
-    return len(openpyxl.load_workbook(path).sheetnames) >= 12
+    return len(sheet_names(path)) >= 12
+
+
+def sheet_names(path):
+    """Reads the whole workbook, with a program that knows nothing of ours."""
+    if path.suffix == ".xlsx":
+        return openpyxl.load_workbook(path).sheetnames
+    with open(os.devnull, "w", encoding="utf-8") as silence:
+        return xlrd.open_workbook(path, formatting_info=True, logfile=silence).sheet_names()
 
 
 def big_template(template, folder):
-    """The template with a large picture-like part more, so that saving takes a while."""
-    workbook = openpyxl.load_workbook(template)
-    sheet = workbook.create_sheet("Weight")
+    """A template with the sheets of the given one and a large one more, so that saving takes a
+    while."""
     chance = random.Random(1)
-    for row in range(1, 4001):
-        for column in range(1, 21):
-            sheet.cell(row, column).value = chance.random()
+    rows = 4000 if template.suffix == ".xlsx" else 16000  # an .xls is saved so much faster
+    numbers = [[chance.random() for _ in range(20)] for _ in range(rows)]
     target = folder / template.name
-    workbook.save(target)
+    if template.suffix == ".xlsx":
+        workbook = openpyxl.load_workbook(template)
+        sheet = workbook.create_sheet("Weight")
+        for row in numbers:
+            sheet.append(row)
+        workbook.save(target)
+    else:
+        workbook = xlwt.Workbook()
+        for name in sheet_names(template):
+            workbook.add_sheet(name)
+        sheet = workbook.add_sheet("Weight")
+        for number, row in enumerate(numbers):
+            for column, value in enumerate(row):
+                sheet.write(number, column, value)
+        workbook.save(str(target))
     target.with_suffix(".ini").write_bytes(template.with_suffix(".ini").read_bytes())
     return target
+
+
+def time_of_run(cli, template, output):
+    start = time.perf_counter()
+    subprocess.run(generate(cli, template, output), check=True, stdout=subprocess.DEVNULL)
+    return time.perf_counter() - start
 
 
 def kill_during_save(cli, template, folder):
     heavy = big_template(template, folder)
     output = folder / "output"
     target = output / f"{YEAR}{heavy.name}"
-    start = time.perf_counter()
-    subprocess.run(generate(cli, heavy, output), check=True, stdout=subprocess.DEVNULL)
-    whole = time.perf_counter() - start
+    whole = time_of_run(cli, heavy, output)
     untouched = heavy.read_bytes()
     chance = random.Random(2)
     killed = 0
@@ -74,6 +100,34 @@ def kill_during_save(cli, template, folder):
     subprocess.run(generate(cli, heavy, output), check=True, stdout=subprocess.DEVNULL)
     check(is_whole(target) and target.stat().st_size > 0, "the next run did not succeed")
     print(f"{killed} of 50 runs killed, every output whole")
+
+
+def delete_during_run(cli, template, folder):
+    """The template disappears at any moment: the run still ends well, or says what it lacks."""
+    heavy = big_template(template, folder)
+    content = heavy.read_bytes()
+    output = folder / "output"
+    target = output / f"{YEAR}{heavy.name}"
+    whole = time_of_run(cli, heavy, output)
+    chance = random.Random(3)
+    codes = []
+    for number in range(20):
+        process = subprocess.Popen(generate(cli, heavy, output), stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.PIPE, text=True)
+        time.sleep(0 if number == 0 else chance.uniform(0, whole))
+        heavy.unlink()
+        report = process.communicate()[1]
+        codes.append(process.returncode)
+        if process.returncode == 0:
+            check(target.stat().st_size > 0 and is_whole(target), "half a workbook was saved")
+        else:
+            check(process.returncode == 1 and report.startswith("Error!\nError Info: ") and
+                  ("was not found" in report or "Failed to open the calendar file" in report),
+                  f"exit code {process.returncode}: {report!r}")
+            check(is_whole(target), "half a workbook was left behind")
+        heavy.write_bytes(content)
+    check(0 in codes, "every run failed: the loop proves too little")
+    print(f"template deleted: {codes.count(0)} runs ended well, {codes.count(1)} said why not")
 
 
 def failing_run(cli, template, output, **options):
@@ -116,7 +170,8 @@ def unwritable_folder(cli, template, folder):
 
 def main():
     cli, template, fault = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3]
-    faults = {"kill": kill_during_save, "disk-full": disk_full, "unwritable": unwritable_folder}
+    faults = {"kill": kill_during_save, "deleted": delete_during_run, "disk-full": disk_full,
+              "unwritable": unwritable_folder}
     with tempfile.TemporaryDirectory() as name:
         faults[fault](cli, template, pathlib.Path(name))
 

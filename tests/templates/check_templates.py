@@ -9,12 +9,14 @@ calendar where every value of every month from 2024 to 2030 goes, and looks at t
 
 import calendar
 import datetime
+import os
 import pathlib
 import subprocess
 import sys
 import tempfile
 
 import openpyxl
+import xlrd
 from openpyxl.utils import cell as cells
 
 YEARS = range(2024, 2031)
@@ -55,10 +57,14 @@ def sane(folder):
     problems = Problems()
     names = sorted(path.stem for path in folder.glob("*.xlsx"))
     problems.check(len(names) >= 5, "fewer than five templates:", names)
-    problems.check(names == sorted(path.stem for path in folder.glob("*.ini")),
-                   "a template without parameter file, or the reverse")
+    for suffix, missing in ((".ini", "parameter file"), (".xls", "older file format")):
+        problems.check(names == sorted(path.stem for path in folder.glob(f"*{suffix}")),
+                       f"a template without {missing}, or the reverse")
+    if problems:
+        return problems
     for name in names:
         _check_template(problems, folder / name)
+        _check_old_format(problems, folder / name)
     return problems
 
 
@@ -79,6 +85,29 @@ def _check_template(problems, base):
             sheet = book[section["SheetName"]]
             _check_print_setup(problems, name, sheet)
             _check_written_cells(problems, name, sheet, section, header.startswith("[Yearly"))
+
+
+def _check_old_format(problems, base):
+    """The .xls has the sheets and texts of the .xlsx, and its names twice nowhere. How its pages
+    look is compared with calendars."""
+    name = f"{base.name}.xls"
+    new, old = openpyxl.load_workbook(base.with_suffix(".xlsx")), _open_old(base)
+    problems.check(new.sheetnames == old.sheet_names(), name, "has other sheets")
+    for sheet in new.worksheets:
+        texts = {(cell.row, cell.column): cell.value for row in sheet.iter_rows() for cell in row
+                 if cell.data_type == "s"}
+        other = old.sheet_by_name(sheet.title)
+        for (row, column), text in texts.items():
+            problems.check(other.cell_value(row - 1, column - 1) == text, name, "lacks", text)
+    named = [(entry.name, entry.scope) for entry in old.name_obj_list]
+    problems.check(len(named) == len(set(named)), name, "defines a name twice:", named)
+    problems.check(not any(entry.startswith("_xl") for entry, _ in named), name,
+                   "has a name that Excel keeps for itself:", named)
+
+
+def _open_old(base):
+    with open(os.devnull, "w", encoding="utf-8") as silence:
+        return xlrd.open_workbook(base.with_suffix(".xls"), logfile=silence)
 
 
 def _read_parameters(problems, name, path):

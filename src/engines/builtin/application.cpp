@@ -1,6 +1,6 @@
 #include "engines/builtin/application.h"
 
-#include "engines/builtin/xlsx/workbook.h"
+#include "engines/builtin/open_workbook.h"
 
 #include <algorithm>
 #include <vector>
@@ -54,8 +54,8 @@ public:
     generate::Workbook& OpenWorkbook(const std::filesystem::path& path, bool /*readOnly*/) override
     {
         // A file is only ever replaced by SaveAs, so that every workbook is opened read-only.
-        workbooks_.push_back(std::make_unique<builtin::OpenWorkbook>(
-            std::make_unique<xlsx::Workbook>(path), lastSaved_));
+        workbooks_.push_back(
+            std::make_unique<builtin::OpenWorkbook>(builtin::OpenWorkbookFile(path), lastSaved_));
         return *workbooks_.back();
     }
 

@@ -1,6 +1,7 @@
 #include "engines/builtin/application.h"
 
 #include "generate/spreadsheet_contract.h"
+#include "xls/saved_book.h"
 #include "xlsx/saved_package.h"
 
 #include <algorithm>
@@ -11,8 +12,8 @@ using namespace orrery;
 
 namespace {
 
-const std::filesystem::path kTemplate =
-    std::filesystem::path(ORRERY_TEST_DIR) / "xlsx" / "data" / "contract.xlsx";
+const std::filesystem::path kTests = ORRERY_TEST_DIR;
+const auto kTemplate = kTests / "xlsx" / "data" / "contract.xlsx";
 
 /// Row and column of a reference such as "B2".
 std::pair<std::int32_t, std::int32_t> Place(const std::string& reference)
@@ -39,7 +40,7 @@ std::string Unescape(const std::string& stored)
     return text.append(rest, stored.cend());
 }
 
-std::vector<contract::SavedSheet> Read(const std::filesystem::path& path)
+std::vector<contract::SavedSheet> ReadXlsx(const std::filesystem::path& path)
 {
     const test::SavedPackage saved(path);
     const auto texts = saved.Has("xl/sharedStrings.xml")
@@ -60,7 +61,19 @@ std::vector<contract::SavedSheet> Read(const std::filesystem::path& path)
     return sheets;
 }
 
-contract::Engine BuiltInContract()
+std::vector<contract::SavedSheet> ReadXls(const std::filesystem::path& path)
+{
+    std::vector<contract::SavedSheet> sheets;
+    const test::SavedBook saved(path);
+    for (const auto& sheet : saved.Sheets()) {
+        sheets.push_back({sheet.name, {}});
+        for (const auto& [place, cell] : sheet.cells)
+            sheets.back().cells[place] = cell.value;
+    }
+    return sheets;
+}
+
+contract::Engine XlsxContract()
 {
     contract::Engine engine;
     engine.name = "BuiltInXlsx";
@@ -71,14 +84,29 @@ contract::Engine BuiltInContract()
     engine.makeTemplate = [](const std::filesystem::path& path) {
         std::filesystem::copy_file(kTemplate, path);
     };
-    engine.read = Read;
+    engine.read = ReadXlsx;
+    return engine;
+}
+
+contract::Engine XlsContract()
+{
+    contract::Engine engine;
+    engine.name = "BuiltInXls";
+    engine.extension = ".xls";
+    engine.rows = 65536;
+    engine.columns = 256;
+    engine.start = [] { return builtin::CreateApplication({}); };
+    engine.makeTemplate = [](const std::filesystem::path& path) {
+        std::filesystem::copy_file(kTests / "xls" / "data" / "contract.xls", path);
+    };
+    engine.read = ReadXls;
     return engine;
 }
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(BuiltIn, SpreadsheetContract, testing::Values(BuiltInContract()),
-                         contract::NameOf);
+INSTANTIATE_TEST_SUITE_P(BuiltIn, SpreadsheetContract,
+                         testing::Values(XlsxContract(), XlsContract()), contract::NameOf);
 
 TEST(BuiltInApplicationTest, BecomingVisibleOpensWhatWasSavedLast)
 {

@@ -4,15 +4,15 @@
 
 namespace orrery::builtin {
 
-/// What a file is by its first bytes, or, of a compound file, by its streams.
+/// What a file is by its first bytes.
 enum class FileKind {
-    Zip,              ///< or whatever else; the zip reader decides
-    ProtectedPackage, ///< a workbook encrypted with a password
-    OldWorkbook,      ///< .xls
-    Other             ///< empty, or a compound file of another program
+    Compound, ///< [MS-CFB]: .xls, a workbook encrypted with a password, a document of another kind
+    OldSheet, ///< a sheet of the versions before workbooks had several (BIFF2 to BIFF4)
+    Other     ///< a package (.xlsx), or whatever else; the zip reader decides
 };
 
-/// Looks at a bounded part of the file. Throws Error (FileNotFound, FileNotReadable).
+/// Looks at the first bytes of the file. Throws Error (FileNotFound, FileNotReadable; NotAWorkbook
+/// for an empty file).
 FileKind DetectFileKind(const std::filesystem::path& path);
 
 } // namespace orrery::builtin

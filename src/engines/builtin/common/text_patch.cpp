@@ -68,4 +68,23 @@ std::string TextPatch::Apply(std::string_view text) const
     return result;
 }
 
+std::size_t TextPatch::PlaceOf(std::size_t offset) const
+{
+    std::size_t added = 0;
+    std::size_t removed = 0;
+    std::size_t done = 0;
+    for (const Replacement* replacement : InOrder()) {
+        if (replacement->begin > offset ||
+            (replacement->begin == offset && replacement->end > offset))
+            break;
+        if (replacement->begin < done) // inside a wider range
+            continue;
+        assert(replacement->end <= offset);
+        added += replacement->text.size();
+        removed += replacement->end - replacement->begin;
+        done = replacement->end;
+    }
+    return offset + added - removed;
+}
+
 } // namespace orrery::builtin

@@ -4,19 +4,10 @@
 
 #include <bit>
 #include <cassert>
-#include <ranges>
 #include <utility>
 
 namespace orrery::xls {
 namespace {
-
-template <class Number> Number Read(std::string_view bytes, std::size_t at)
-{
-    Number value = 0;
-    for (const char byte : Slice(bytes, at, sizeof(Number)) | std::views::reverse)
-        value = static_cast<Number>(std::uint64_t{value} << 8 | static_cast<unsigned char>(byte));
-    return value;
-}
 
 template <class Number> void Append(std::string& bytes, Number value)
 {
@@ -38,31 +29,9 @@ void ThrowDamaged(std::string cause)
     throw util::Error(util::ErrorKind::DamagedWorkbook, {}, std::move(cause));
 }
 
-std::string_view Slice(std::string_view bytes, std::size_t at, std::size_t size)
+void ThrowTooShort()
 {
-    if (at > bytes.size() || bytes.size() - at < size)
-        ThrowDamaged("a record is shorter than its content");
-    return bytes.substr(at, size);
-}
-
-std::uint8_t ReadU8(std::string_view bytes, std::size_t at)
-{
-    return Read<std::uint8_t>(bytes, at);
-}
-
-std::uint16_t ReadU16(std::string_view bytes, std::size_t at)
-{
-    return Read<std::uint16_t>(bytes, at);
-}
-
-std::uint32_t ReadU32(std::string_view bytes, std::size_t at)
-{
-    return Read<std::uint32_t>(bytes, at);
-}
-
-std::uint64_t ReadU64(std::string_view bytes, std::size_t at)
-{
-    return Read<std::uint64_t>(bytes, at);
+    ThrowDamaged("a record is shorter than its content");
 }
 
 double ReadDouble(std::string_view bytes, std::size_t at)

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -12,13 +16,46 @@ namespace orrery::xls {
 /// Throws Error(DamagedWorkbook) without a subject; whoever knows the file adds it.
 [[noreturn]] void ThrowDamaged(std::string cause);
 
-/// The `size` bytes at `at`. Throws as `ThrowDamaged` where they are not all there.
-std::string_view Slice(std::string_view bytes, std::size_t at, std::size_t size);
+[[noreturn]] void ThrowTooShort();
 
-std::uint8_t ReadU8(std::string_view bytes, std::size_t at);
-std::uint16_t ReadU16(std::string_view bytes, std::size_t at);
-std::uint32_t ReadU32(std::string_view bytes, std::size_t at);
-std::uint64_t ReadU64(std::string_view bytes, std::size_t at);
+/// The `size` bytes at `at`. Throws as `ThrowDamaged` where they are not all there.
+inline std::string_view Slice(std::string_view bytes, std::size_t at, std::size_t size)
+{
+    if (at > bytes.size() || bytes.size() - at < size)
+        ThrowTooShort();
+    return {bytes.data() + at, size};
+}
+
+// Here, as sheets have a million of them.
+template <class Number> Number ReadNumber(std::string_view bytes, std::size_t at)
+{
+    std::array<char, sizeof(Number)> number{};
+    std::memcpy(number.data(), Slice(bytes, at, sizeof(Number)).data(), sizeof(Number));
+    if constexpr (std::endian::native == std::endian::big)
+        std::reverse(number.begin(), number.end());
+    return std::bit_cast<Number>(number);
+}
+
+inline std::uint8_t ReadU8(std::string_view bytes, std::size_t at)
+{
+    return ReadNumber<std::uint8_t>(bytes, at);
+}
+
+inline std::uint16_t ReadU16(std::string_view bytes, std::size_t at)
+{
+    return ReadNumber<std::uint16_t>(bytes, at);
+}
+
+inline std::uint32_t ReadU32(std::string_view bytes, std::size_t at)
+{
+    return ReadNumber<std::uint32_t>(bytes, at);
+}
+
+inline std::uint64_t ReadU64(std::string_view bytes, std::size_t at)
+{
+    return ReadNumber<std::uint64_t>(bytes, at);
+}
+
 double ReadDouble(std::string_view bytes, std::size_t at);
 
 void AppendU8(std::string& bytes, std::uint8_t value);

@@ -3,37 +3,9 @@
 #include "engines/builtin/xls/bytes.h"
 
 namespace orrery::xls {
-namespace {
-
-std::optional<Record> RecordAt(std::string_view stream, std::size_t position)
-{
-    if (position >= stream.size())
-        return std::nullopt;
-    const std::size_t rest = stream.size() - position;
-    if (rest < kRecordHeader || rest - kRecordHeader < ReadU16(stream, position + 2))
-        ThrowDamaged("a record runs past the end of the workbook stream");
-    return Record{static_cast<RecordType>(ReadU16(stream, position)), position,
-                  stream.substr(position + kRecordHeader, ReadU16(stream, position + 2))};
-}
-
-} // namespace
-
 RecordReader::RecordReader(std::string_view stream, std::size_t begin)
     : stream_(stream), position_(begin)
 {
-}
-
-std::optional<Record> RecordReader::Next()
-{
-    const auto record = RecordAt(stream_, position_);
-    if (record)
-        position_ = record->End();
-    return record;
-}
-
-std::optional<Record> RecordReader::Peek() const
-{
-    return RecordAt(stream_, position_);
 }
 
 std::size_t SubstreamEnd(std::string_view stream, std::size_t begin)

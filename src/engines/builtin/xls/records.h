@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engines/builtin/xls/bytes.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -28,15 +30,18 @@ enum class RecordType : std::uint16_t {
     Obj = 0x005D,
     Uncalced = 0x005E,
     ColumnInfo = 0x007D,
+    SheetProperties = 0x0081, // "WsBool"
     BoundSheet = 0x0085, // "BoundSheet8"
     HasObjectProject = 0x00D3,
     MulRk = 0x00BD,
     MulBlank = 0x00BE,
+    RichString = 0x00D6, // "RString"
     DbCell = 0x00D7,
     Xf = 0x00E0,
     MergeCells = 0x00E5,
     MsoDrawingGroup = 0x00EB,
     MsoDrawing = 0x00EC,
+    MsoDrawingSelection = 0x00ED,
     Sst = 0x00FC,
     LabelSst = 0x00FD,
     ExtSst = 0x00FF,
@@ -60,13 +65,23 @@ enum class RecordType : std::uint16_t {
     Row = 0x0208,
     Index = 0x020B,
     Array = 0x0221,
+    DefaultRowHeight = 0x0225,
     Table = 0x0236,
     Window2 = 0x023E,
     Rk = 0x027E,
     SharedFormula = 0x04BC,
     Bof = 0x0809,
+    QueryField = 0x0807, // "Qsif"
     HeaderFooterPicture = 0x0866,
-    ChartLink = 0x1051, // "BRAI"
+    TablesHeader = 0x0871, // "FeatHdr11"
+    Feature11 = 0x0872,
+    List12 = 0x0877,
+    Feature12 = 0x0878,
+    AutoFilter12 = 0x087E,
+    SortData = 0x0895,
+    Feature = 0x0868, // "Feat"
+    ConditionalFormat12 = 0x087A, // "CF12"
+    ChartLink = 0x1051,           // "BRAI"
 };
 
 inline constexpr std::size_t kRecordHeader = 4;     ///< bytes of type and size
@@ -90,9 +105,25 @@ public:
 
     /// The next record, or nothing at the end of the stream.
     /// Throws Error(DamagedWorkbook) where a record runs past that end.
-    std::optional<Record> Next();
+    std::optional<Record> Next()
+    {
+        const auto record = Peek();
+        if (record)
+            position_ = record->End();
+        return record;
+    }
     /// The record after the one that `Next` gave last, without going to it. Throws like `Next`.
-    std::optional<Record> Peek() const;
+    std::optional<Record> Peek() const
+    {
+        if (position_ >= stream_.size())
+            return std::nullopt;
+        const std::size_t rest = stream_.size() - position_;
+        if (rest < kRecordHeader || rest - kRecordHeader < ReadU16(stream_, position_ + 2))
+            ThrowDamaged("a record runs past the end of the workbook stream");
+        const auto type = static_cast<RecordType>(ReadU16(stream_, position_));
+        const std::size_t size = ReadU16(stream_, position_ + 2);
+        return Record{type, position_, {stream_.data() + position_ + kRecordHeader, size}};
+    }
     std::size_t Position() const { return position_; }
 
 private:

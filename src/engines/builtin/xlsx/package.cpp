@@ -1,6 +1,5 @@
 #include "engines/builtin/xlsx/package.h"
 
-#include "engines/builtin/common/file_kind.h"
 #include "engines/builtin/xlsx/part_names.h"
 #include "engines/builtin/xlsx/xml_encoding.h"
 #include "engines/builtin/xlsx/xml_scanner.h"
@@ -13,9 +12,6 @@
 #include <utility>
 
 namespace orrery::xlsx {
-
-using builtin::DetectFileKind;
-using builtin::FileKind;
 
 namespace {
 
@@ -70,17 +66,6 @@ bool IsWorkbookRoot(std::string_view xml, std::string_view part)
 
 Package::Package(const std::filesystem::path& path) : path_(path)
 {
-    const std::string subject = util::FromPath(path);
-    switch (DetectFileKind(path)) {
-    case FileKind::Zip:
-        break;
-    case FileKind::ProtectedPackage:
-        throw Error(ErrorKind::PasswordProtected, subject);
-    case FileKind::OldWorkbook:
-        throw Error(ErrorKind::OldBinaryFormat, subject);
-    case FileKind::Other:
-        throw Error(ErrorKind::NotAWorkbook, subject);
-    }
     zip_ = std::make_unique<ZipReader>(path);
     ListEntries();
     FindMainPart();

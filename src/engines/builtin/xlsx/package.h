@@ -24,8 +24,8 @@ using PartText = std::shared_ptr<const std::string>;
 class Package {
 public:
     /// Opens a package whose main part is a workbook in XML.
-    /// Throws Error: NotAWorkbook, DamagedWorkbook, PasswordProtected, BinaryWorkbook,
-    /// OldBinaryFormat, TooLargeUnpacked, FileNotFound, FileNotReadable.
+    /// Throws Error: NotAWorkbook, DamagedWorkbook, BinaryWorkbook, TooLargeUnpacked, FileNotFound,
+    /// FileNotReadable.
     explicit Package(const std::filesystem::path& path);
 
     const std::filesystem::path& Path() const { return path_; }

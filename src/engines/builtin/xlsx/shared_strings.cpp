@@ -1,8 +1,8 @@
 #include "engines/builtin/xlsx/shared_strings.h"
 
+#include "engines/builtin/common/cell_text.h"
 #include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/xml_reading.h"
-#include "util/error.h"
 
 #include <algorithm>
 #include <optional>
@@ -70,26 +70,6 @@ bool NeedsPreserving(std::string_view text)
 {
     return !text.empty() && (IsBlank(text.front()) || IsBlank(text.back()) ||
                              text.find('\n') != std::string_view::npos);
-}
-
-std::size_t Utf16Length(std::string_view utf8)
-{
-    std::size_t units = 0;
-    for (const char c : utf8) {
-        const auto byte = static_cast<unsigned char>(c);
-        if ((byte & 0xC0) != 0x80) // no continuation of a character
-            units += byte >= 0xF0 ? 2 : 1;
-    }
-    return units;
-}
-
-/// The first characters of a long text, for the error.
-std::string Beginning(std::string_view text)
-{
-    std::size_t end = 30;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) // within a character
-        --end;
-    return std::string(text.substr(0, end));
 }
 
 void SetNumber(TextPatch& patch, const std::optional<XmlAttribute>& attribute, std::size_t number)
@@ -172,8 +152,7 @@ void SharedStrings::ReadItem(XmlScanner& scanner)
 
 std::size_t SharedStrings::IndexOf(std::string_view text)
 {
-    if (Utf16Length(text) > kLongestText)
-        throw util::Error(util::ErrorKind::TextTooLong, Beginning(text));
+    builtin::CheckTextLength(text);
     std::string escaped = EscapeText(text);
     if (const auto found = indexes_.find(escaped); found != indexes_.end())
         return found->second;

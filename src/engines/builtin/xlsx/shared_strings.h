@@ -13,9 +13,6 @@ namespace orrery::xlsx {
 
 class XmlScanner;
 
-/// The most UTF-16 units that a cell can hold.
-inline constexpr std::size_t kLongestText = 32767;
-
 /// A text as the file holds it: characters that XML cannot hold become "_x0001_", and an underscore
 /// that would read as the beginning of such an escape becomes "_x005F_". Line feeds and tabs stay.
 /// [ISO/IEC 29500-1] 22.4.2.4
@@ -31,7 +28,7 @@ public:
 
     /// The index of a plain text, added where it is new. `text` is UTF-8; control characters and
     /// texts that look like their escapes ("_x0041_") are escaped as in Excel.
-    /// Throws Error(TextTooLong) beyond `kLongestText`.
+    /// Throws Error(TextTooLong) beyond 32,767 UTF-16 units.
     std::size_t IndexOf(std::string_view text);
     bool Changed() const { return !added_.empty(); }
     /// The part with the new texts; `references` is how many cells more than before refer to it

@@ -67,6 +67,23 @@ TEST(TextPatch, AddTakesOverAnotherPatch)
     EXPECT_EQ(patch.Apply(kText), "1234ab56789");
 }
 
+TEST(TextPatch, TellsWhereAnOffsetLiesInTheResult)
+{
+    TextPatch patch;
+    patch.Replace(1, 3, "abcd");
+    patch.Remove(2, 3); // inside
+    patch.Insert(5, "ef");
+    patch.Replace(5, 7, "g");
+    EXPECT_EQ(patch.Apply(kText), "0abcd34efg789");
+    EXPECT_EQ(patch.PlaceOf(0), 0U);
+    EXPECT_EQ(patch.PlaceOf(1), 1U);
+    EXPECT_EQ(patch.PlaceOf(3), 5U);
+    EXPECT_EQ(patch.PlaceOf(4), 6U);
+    EXPECT_EQ(patch.PlaceOf(5), 9U);
+    EXPECT_EQ(patch.PlaceOf(7), 10U);
+    EXPECT_EQ(patch.PlaceOf(10), 13U);
+}
+
 TEST(TextPatch, KnowsWhetherItIsEmpty)
 {
     TextPatch patch;

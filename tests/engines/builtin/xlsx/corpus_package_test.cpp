@@ -108,19 +108,5 @@ TEST_F(CorpusPackageTest, BadFilesEndSoonInOneError)
     EXPECT_GT(refused, 40U);
 }
 
-TEST_F(CorpusPackageTest, OldWorkbooksAreToldAsSuch)
-{
-    for (const fs::path& file : Files("xls")) {
-        SCOPED_TRACE(file.filename());
-        try {
-            const Package package(file);
-            ADD_FAILURE() << "not refused";
-        }
-        catch (const util::Error& error) {
-            EXPECT_EQ(error.Kind(), util::ErrorKind::OldBinaryFormat) << error.what();
-        }
-    }
-}
-
 } // namespace
 } // namespace orrery::xlsx

@@ -1,3 +1,4 @@
+#include "engines/builtin/common/cell_text.h"
 #include "engines/builtin/xlsx/shared_strings.h"
 #include "util/error.h"
 
@@ -7,6 +8,8 @@
 
 namespace orrery::xlsx {
 namespace {
+
+using builtin::kLongestText;
 
 constexpr const char* kNamespace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
 

@@ -1,0 +1,132 @@
+// Opens a workbook, renames, copies and fills its first sheet, saves it: an error or a workbook
+// that opens again, whatever the input. An input that begins as a compound file is the workbook;
+// any other is the workbook stream, in which the sheets are found where they begin.
+
+#include "require.h"
+
+#include "engines/builtin/xls/bytes.h"
+#include "engines/builtin/xls/compound_file.h"
+#include "engines/builtin/xls/compound_writer.h"
+#include "engines/builtin/xls/workbook.h"
+#include "util/error.h"
+#include "util/file_replace.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <unistd.h>
+
+namespace {
+
+using namespace orrery;
+
+std::filesystem::path Scratch(const char* name)
+{
+    static const std::filesystem::path folder =
+        std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
+    return folder / ("orrery-fuzz-" + std::to_string(getpid()) + name);
+}
+
+/// Writes into the list of sheets where the sheets begin, so that an input that grows or shrinks
+/// does not lose them.
+std::string WithOffsets(std::string stream)
+{
+    constexpr auto kBoundSheet = static_cast<std::uint16_t>(xls::RecordType::BoundSheet);
+    constexpr auto kBof = static_cast<std::uint16_t>(xls::RecordType::Bof);
+    constexpr auto kEof = static_cast<std::uint16_t>(xls::RecordType::Eof);
+    std::vector<std::size_t> listed;
+    std::vector<std::size_t> begins;
+    int depth = 0;
+    for (std::size_t at = 0; at + xls::kRecordHeader + 4 <= stream.size();
+         at += xls::kRecordHeader + xls::ReadU16(stream, at + 2)) {
+        const auto type = xls::ReadU16(stream, at);
+        if (type == kBoundSheet)
+            listed.push_back(at + xls::kRecordHeader);
+        if (type == kBof && depth++ == 0)
+            begins.push_back(at);
+        if (type == kEof && depth > 0)
+            --depth;
+    }
+    for (std::size_t i = 0; i < listed.size() && i + 1 < begins.size(); ++i)
+        xls::PutU32(stream, listed[i], static_cast<std::uint32_t>(begins[i + 1]));
+    return stream;
+}
+
+void WriteInput(const std::filesystem::path& path, std::string_view input)
+{
+    if (input.starts_with("\xD0\xCF")) {
+        util::ReplaceFile(path, input);
+        return;
+    }
+    static const xls::CompoundFile container(util::ReadFile(ORRERY_FUZZ_CONTAINER).value());
+    xls::CompoundWriter writer(container);
+    writer.ReplaceStream(container.Find("Workbook").value(), WithOffsets(std::string(input)));
+    writer.SaveTo(path);
+}
+
+void Fill(generate::Worksheet& sheet)
+{
+    for (std::int32_t row = 1; row <= 40; row += 13) {
+        for (std::int32_t column = 1; column <= 4; ++column) {
+            try {
+                sheet.SetCell(row, column, generate::CellValue(std::int16_t{7}),
+                              generate::CellMember::Value);
+                sheet.SetCell(row + 1, column + 1, generate::CellValue(std::string("text")),
+                              generate::CellMember::Default);
+            }
+            catch (const Error&) {
+                // a locked cell or a part of an array
+            }
+        }
+    }
+}
+
+generate::Worksheet* FirstSheet(xls::Workbook& workbook)
+{
+    for (const auto* name : {"Model", "Sheet1"}) {
+        if (auto* sheet = workbook.FindWorksheet(name))
+            return sheet;
+    }
+    return nullptr;
+}
+
+/// Whether the workbook could be edited and saved.
+bool Edit(const std::filesystem::path& source, const std::filesystem::path& target)
+{
+    try {
+        xls::Workbook workbook(source);
+        auto* sheet = FirstSheet(workbook);
+        if (sheet == nullptr)
+            return false;
+        sheet->SetName("It's");
+        sheet->CopyAfter(*sheet);
+        Fill(*sheet);
+        Fill(*sheet->Next());
+        workbook.SaveAs(target, generate::AccessMode::NoChange);
+        return true;
+    }
+    catch (const Error&) {
+        return false;
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const auto source = Scratch(".in");
+    static const auto target = Scratch(".out");
+    WriteInput(source, {reinterpret_cast<const char*>(data), size});
+    if (Edit(source, target)) {
+        xls::Workbook again(target);
+        fuzz::Require(again.FindWorksheet("It's") != nullptr);
+        again.SaveAs(target, generate::AccessMode::NoChange);
+    }
+    std::filesystem::remove(source);
+    std::filesystem::remove(target);
+    return 0;
+}

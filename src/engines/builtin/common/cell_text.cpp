@@ -1,0 +1,43 @@
+#include "engines/builtin/common/cell_text.h"
+
+#include "util/error.h"
+
+#include <string>
+
+namespace orrery::builtin {
+namespace {
+
+/// Whether the byte goes on with a character of UTF-8 that began before it.
+bool IsContinuation(char c)
+{
+    return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+std::size_t Utf16Length(std::string_view utf8)
+{
+    std::size_t units = 0;
+    for (const char c : utf8) {
+        if (!IsContinuation(c))
+            units += static_cast<unsigned char>(c) >= 0xF0 ? 2 : 1;
+    }
+    return units;
+}
+
+/// The first characters of a long text, for the error.
+std::string Beginning(std::string_view text)
+{
+    std::size_t end = 30;
+    while (end > 0 && IsContinuation(text[end])) // within a character
+        --end;
+    return std::string(text.substr(0, end));
+}
+
+} // namespace
+
+void CheckTextLength(std::string_view utf8)
+{
+    if (Utf16Length(utf8) > kLongestText)
+        throw util::Error(util::ErrorKind::TextTooLong, Beginning(utf8));
+}
+
+} // namespace orrery::builtin

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace orrery::xls {
+
+/// The header of a record of office art. [MS-ODRAW] 2.2.1
+struct ArtRecord {
+    std::uint16_t type = 0;
+    std::uint16_t instance = 0; ///< 12 bits
+    std::uint8_t version = 0;   ///< 15: it holds records
+    std::size_t begin = 0;      ///< offset of the header in the art
+    std::size_t size = 0;       ///< of the data, in bytes
+    std::size_t depth = 0;      ///< 0 for the outermost
+
+    std::size_t Data() const { return begin + 8; }
+    std::size_t End() const { return begin + 8 + size; }
+};
+
+/// Office art that lies in pieces, one in each record, read as one. Offsets count the art's bytes.
+class ArtStream {
+public:
+    struct Piece {
+        std::size_t begin; ///< in the art
+        std::size_t place; ///< where the caller has it
+        std::string_view bytes;
+    };
+
+    void Append(std::string_view piece, std::size_t place);
+
+    std::size_t Size() const { return size_; }
+    const std::vector<Piece>& Pieces() const { return pieces_; }
+    /// Whether so many bytes are there.
+    bool Holds(std::size_t at, std::size_t size) const;
+
+    // What these ask for has to be there (assert).
+    std::uint16_t U16(std::size_t at) const;
+    std::uint32_t U32(std::size_t at) const;
+    std::size_t Place(std::size_t at) const; ///< where the byte lies
+
+private:
+    const Piece& PieceAt(std::size_t at) const;
+    std::uint32_t Bytes(std::size_t at, std::size_t count) const;
+
+    std::vector<Piece> pieces_;
+    std::size_t size_ = 0;
+};
+
+/// Goes through the records of the art, each container before what it holds.
+class ArtReader {
+public:
+    explicit ArtReader(const ArtStream& art) : art_(art) {}
+
+    /// Goes to the next record. False at the end, and where a record does not fit into the one that
+    /// holds it.
+    bool Next(ArtRecord& record);
+    /// After `Next` gave false: whether it was the end.
+    bool Complete() const { return position_ == art_.Size() && ends_.empty(); }
+
+private:
+    const ArtStream& art_;
+    std::size_t position_ = 0;
+    std::vector<std::size_t> ends_; // of the containers around the position
+};
+
+} // namespace orrery::xls

@@ -1,0 +1,146 @@
+#include "engines/builtin/xls/embedded_objects.h"
+
+#include "engines/builtin/xls/bytes.h"
+#include "engines/builtin/xls/records.h"
+#include "util/text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <utility>
+
+namespace orrery::xls {
+namespace {
+
+// The parts of an OBJ record, each with its type and size. [MS-XLS] 2.4.181
+constexpr std::size_t kPartHeader = 4;
+constexpr std::uint16_t kPictureFlags = 0x08;
+constexpr std::uint16_t kPictureFormula = 0x09;
+constexpr std::uint16_t kList = 0x13; // the last one; its size is not that of its bytes
+
+constexpr unsigned kIsInControls = 0x20; // fPrstm, [MS-XLS] 2.5.151
+constexpr unsigned kEmbedded = 0x02;     // the token of an object that is in the file
+
+/// The last part of that type, without its header.
+struct Part {
+    std::size_t begin = 0; // in the record's data
+    std::string_view data;
+};
+
+std::optional<Part> FindPart(std::string_view data, std::uint16_t type)
+{
+    for (std::size_t at = 0; data.size() - at >= kPartHeader;) {
+        const std::uint16_t found = ReadU16(data, at);
+        const std::size_t size = ReadU16(data, at + 2);
+        at += kPartHeader;
+        if (found == kList || data.size() - at < size)
+            break;
+        if (found == type)
+            return Part{at, data.substr(at, size)};
+        at += size;
+    }
+    return std::nullopt;
+}
+
+/// Where a picture's part says where its data lie: behind its formula, which is the token of an
+/// embedded object alone. [MS-XLS] 2.5.187
+std::optional<std::size_t> PositionOfData(std::string_view formula)
+{
+    constexpr std::size_t kToken = 8; // behind two sizes and four unused bytes
+    if (formula.size() <= kToken || ReadU8(formula, kToken) != kEmbedded)
+        return std::nullopt;
+    return 2 + std::size_t{ReadU16(formula, 0)};
+}
+
+void FindInObject(const Record& record, EmbeddedPlaces& places)
+{
+    const auto formula = FindPart(record.data, kPictureFormula);
+    const auto flags = FindPart(record.data, kPictureFlags);
+    if (!formula || !flags || flags->data.size() < 2)
+        return;
+    const auto position = PositionOfData(formula->data);
+    const bool inControls = (ReadU16(flags->data, 0) & kIsInControls) != 0;
+    if (!position || formula->data.size() < *position + (inControls ? 8U : 4U))
+        return;
+    const std::size_t place = record.DataBegin() + formula->begin + *position;
+    const std::uint32_t number = ReadU32(formula->data, *position);
+    if (inControls)
+        places.controls.push_back({place, number, ReadU32(formula->data, *position + 4)});
+    else
+        places.objects.push_back({place, number});
+}
+
+} // namespace
+
+EmbeddedPlaces FindEmbedded(std::string_view sheet)
+{
+    EmbeddedPlaces places;
+    RecordReader reader(sheet);
+    while (const auto record = reader.Next()) {
+        if (record->type == RecordType::Obj)
+            FindInObject(*record, places);
+    }
+    return places;
+}
+
+std::string StorageName(std::uint32_t number)
+{
+    constexpr std::size_t kDigits = 8;
+    std::array<char, kDigits> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, 16).ptr;
+    const std::string text(digits.data(), end);
+    return "MBD" + std::string(kDigits - text.size(), '0') + util::ToUpperAscii(text);
+}
+
+void PutEmbedding(std::string& sheet, const EmbeddedPlaces& places, const FreshEmbedding& embedding)
+{
+    for (std::size_t i = 0; i < embedding.objects.size(); ++i)
+        PutU32(sheet, places.objects[i].place, embedding.objects[i]);
+    for (std::size_t i = 0; i < embedding.controls.size(); ++i)
+        PutU32(sheet, places.controls[i].place, embedding.controls[i]);
+}
+
+EmbeddedCopies::EmbeddedCopies(const std::vector<std::string>& rootNames, std::string controls)
+    : controls_(std::move(controls)), originalSize_(controls_.size())
+{
+    for (const auto& name : rootNames)
+        originals_.insert(util::ToUpperAscii(name));
+    taken_ = originals_;
+}
+
+FreshEmbedding EmbeddedCopies::AddCopy(const EmbeddedPlaces& places)
+{
+    FreshEmbedding embedding;
+    for (const auto& object : places.objects)
+        embedding.objects.push_back(CopyStorage(object.number));
+    for (const auto& control : places.controls)
+        embedding.controls.push_back(CopyControl(control));
+    return embedding;
+}
+
+std::uint32_t EmbeddedCopies::CopyStorage(std::uint32_t number)
+{
+    const auto name = StorageName(number);
+    if (originals_.count(name) == 0)
+        return number;
+    lastNumber_ = std::max(lastNumber_, number);
+    while (!taken_.insert(StorageName(++lastNumber_)).second)
+        ;
+    storages_.emplace_back(name, StorageName(lastNumber_));
+    return lastNumber_;
+}
+
+std::uint32_t EmbeddedCopies::CopyControl(const StoredControl& control)
+{
+    const bool isThere = control.begin <= originalSize_ &&
+                         originalSize_ - control.begin >= control.size && control.size > 0;
+    if (!isThere || controls_.size() > std::numeric_limits<std::uint32_t>::max() - control.size)
+        return control.begin;
+    const auto begin = static_cast<std::uint32_t>(controls_.size());
+    controls_.append(controls_, control.begin, control.size);
+    return begin;
+}
+
+} // namespace orrery::xls

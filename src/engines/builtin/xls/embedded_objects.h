@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace orrery::xls {
+
+/// An object of a sheet whose data lie in a storage of the file, under its root.
+struct EmbeddedObject {
+    std::size_t place = 0;    ///< offset in the sheet of the four bytes that name the storage
+    std::uint32_t number = 0; ///< what they say, see `StorageName`
+};
+
+/// A control whose data lie in the file's stream "Ctls".
+struct StoredControl {
+    std::size_t place = 0;   ///< offset in the sheet of the four bytes of `begin`
+    std::uint32_t begin = 0; ///< offset in the stream
+    std::uint32_t size = 0;  ///< bytes
+};
+
+/// The objects of a sheet that own data outside the workbook stream. [MS-XLS] 2.5.150
+struct EmbeddedPlaces {
+    std::vector<EmbeddedObject> objects;
+    std::vector<StoredControl> controls;
+
+    bool Empty() const { return objects.empty() && controls.empty(); }
+};
+
+/// Finds them in a sheet's substream. Objects whose records are damaged are left out.
+/// Throws Error(DamagedWorkbook) where a record runs past the end.
+EmbeddedPlaces FindEmbedded(std::string_view sheet);
+
+/// The name of an object's storage, such as "MBD0063FA15".
+std::string StorageName(std::uint32_t number);
+
+/// Where the data of one copy's objects lie, in the order of the model's `EmbeddedPlaces`.
+struct FreshEmbedding {
+    std::vector<std::uint32_t> objects;  ///< numbers of storages
+    std::vector<std::uint32_t> controls; ///< offsets in "Ctls"
+};
+
+/// Writes them into a copy's bytes. `places` are those of the model.
+void PutEmbedding(std::string& sheet, const EmbeddedPlaces& places,
+                  const FreshEmbedding& embedding);
+
+/// Gives the objects of copied sheets data of their own.
+class EmbeddedCopies {
+public:
+    /// `rootNames`: what lies under the file's root. `controls`: the bytes of "Ctls", empty where
+    /// there is none.
+    EmbeddedCopies(const std::vector<std::string>& rootNames, std::string controls);
+
+    /// Plans one more copy. An object whose data are not there keeps what it says.
+    FreshEmbedding AddCopy(const EmbeddedPlaces& places);
+
+    /// The storages that have to be copied: the name of one that is there, and the new name.
+    const std::vector<std::pair<std::string, std::string>>& Storages() const { return storages_; }
+    /// "Ctls" as it has to be; its beginning stays.
+    const std::string& Controls() const { return controls_; }
+    bool ControlsChanged() const { return controls_.size() != originalSize_; }
+
+private:
+    std::uint32_t CopyStorage(std::uint32_t number);
+    std::uint32_t CopyControl(const StoredControl& control);
+
+    std::set<std::string> originals_; // names in capitals
+    std::set<std::string> taken_;     // with those of copies
+    std::uint32_t lastNumber_ = 0;    // that a copy got
+    std::string controls_;
+    std::size_t originalSize_;
+    std::vector<std::pair<std::string, std::string>> storages_;
+};
+
+} // namespace orrery::xls

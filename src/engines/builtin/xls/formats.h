@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace orrery::xls {
+
+/// What the cell formats of the workbook say about protection.
+class Formats {
+public:
+    /// Takes the data of the next XF record. Throws Error(DamagedWorkbook) where it is too short.
+    void Add(std::string_view data);
+    /// Whether cells of this format are locked once their sheet is protected; true for a format
+    /// that does not exist.
+    bool IsLocked(std::uint16_t format) const;
+
+private:
+    std::vector<bool> locked_;
+};
+
+} // namespace orrery::xls

@@ -1,0 +1,271 @@
+#include "engines/builtin/xls/workbook.h"
+
+#include "engines/builtin/common/sheet_names.h"
+#include "engines/builtin/xls/bytes.h"
+#include "engines/builtin/xls/encryption.h"
+#include "util/error.h"
+#include "util/file_replace.h"
+#include "util/paths.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace orrery::xls {
+namespace {
+
+using builtin::CopyName;
+using builtin::IsValidSheetName;
+using builtin::SameSheetName;
+using util::Error;
+using util::ErrorKind;
+
+constexpr std::uint8_t kWorksheetType = 0;
+
+std::string ReadWholeFile(const std::filesystem::path& path)
+{
+    auto bytes = util::ReadFile(path);
+    if (!bytes)
+        throw Error(ErrorKind::FileNotReadable, util::FromPath(path));
+    return std::move(*bytes);
+}
+
+/// The stream of the workbook. Files for two versions have both, of which the first is the newer
+/// one; some programs give the newer one the older name.
+EntryId FindStream(const CompoundFile& file)
+{
+    if (file.Find("EncryptedPackage"))
+        throw Error(ErrorKind::PasswordProtected);
+    for (const auto* name : {"Workbook", "Book"}) {
+        const auto stream = file.Find(name);
+        if (stream && file.Entry(*stream).type == EntryType::Stream)
+            return *stream;
+    }
+    throw Error(ErrorKind::NotAWorkbook);
+}
+
+} // namespace
+
+Sheet::Sheet(Workbook& workbook, std::string name, std::size_t origin)
+    : workbook_(workbook), name_(std::move(name)), origin_(origin)
+{
+}
+
+void Sheet::SetName(std::string_view name)
+{
+    workbook_.Rename(*this, name);
+}
+
+void Sheet::CopyAfter(generate::Worksheet& after)
+{
+    workbook_.Copy(*this, dynamic_cast<Sheet&>(after));
+}
+
+generate::Worksheet* Sheet::Next()
+{
+    const auto next = workbook_.PositionOf(*this) + 1;
+    return next < workbook_.sheets_.size() ? workbook_.sheets_[next].get() : nullptr;
+}
+
+void Sheet::SetCell(std::int32_t row, std::int32_t column, const generate::CellValue& value,
+                    generate::CellMember /*member*/)
+{
+    workbook_.Naming([&] { workbook_.Write(*this, row, column, value); });
+}
+
+Workbook::Workbook(const std::filesystem::path& path) : path_(path)
+{
+    Naming([this] { Read(); });
+}
+
+void Workbook::Naming(const std::function<void()>& action) const
+{
+    try {
+        action();
+    }
+    catch (const Error& error) {
+        if (!error.Subject().empty())
+            throw;
+        throw Error(error.Kind(), util::FromPath(path_), error.Cause());
+    }
+}
+
+void Workbook::Read()
+{
+    file_ = std::make_unique<CompoundFile>(ReadWholeFile(path_));
+    streamEntry_ = FindStream(*file_);
+    auto encrypted = file_->ReadStream(streamEntry_);
+    auto stream = Decrypt(encrypted);
+    if (!stream)
+        throw Error(ErrorKind::PasswordProtected);
+    wasEncrypted_ = *stream != encrypted;
+    stream_ = std::move(*stream);
+    globals_.emplace(stream_);
+    ReadSheets();
+}
+
+void Workbook::ReadSheets()
+{
+    const auto& entries = globals_->Sheets();
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const auto& entry = entries[i];
+        if (entry.Offset < globals_->End())
+            ThrowDamaged("the sheet \"" + entry.Name + "\" is missing");
+        const Span place{entry.Offset, SubstreamEnd(stream_, entry.Offset)};
+        TemplateSheet sheet(stream_, place);
+        sheet.isWorksheet = entry.Type == kWorksheetType && !sheet.places.IsDialog();
+        template_.push_back(std::move(sheet));
+        sheets_.push_back(std::make_unique<Sheet>(*this, entry.Name, i));
+    }
+    FindTails();
+}
+
+/// What stands between two sheets, or behind the last one, stays behind the sheet before it.
+void Workbook::FindTails()
+{
+    std::vector<TemplateSheet*> order;
+    for (auto& sheet : template_)
+        order.push_back(&sheet);
+    std::sort(order.begin(), order.end(), [](const auto* left, const auto* right) {
+        return left->place.begin < right->place.begin;
+    });
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const auto end = order[i]->place.end;
+        const auto next = i + 1 < order.size() ? order[i + 1]->place.begin : stream_.size();
+        if (next < end)
+            ThrowDamaged("two of its sheets overlap");
+        order[i]->tail = {end, next};
+    }
+}
+
+generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
+{
+    for (const auto& sheet : sheets_) {
+        if (template_[sheet->origin_].isWorksheet && SameSheetName(sheet->name_, name))
+            return sheet.get();
+    }
+    return nullptr;
+}
+
+std::size_t Workbook::PositionOf(const Sheet& sheet) const
+{
+    const auto found = std::find_if(sheets_.begin(), sheets_.end(),
+                                    [&](const auto& each) { return each.get() == &sheet; });
+    return static_cast<std::size_t>(found - sheets_.begin());
+}
+
+void Workbook::CheckStructure(const std::string& name) const
+{
+    if (globals_->IsStructureProtected())
+        throw Error(ErrorKind::StructureProtected, name);
+}
+
+void Workbook::Rename(Sheet& sheet, std::string_view name)
+{
+    if (name == sheet.name_)
+        return;
+    CheckStructure(sheet.name_);
+    if (!IsValidSheetName(name))
+        throw Error(ErrorKind::InvalidSheetName, std::string(name));
+    for (const auto& other : sheets_) {
+        if (other.get() != &sheet && SameSheetName(other->name_, name))
+            throw Error(ErrorKind::SheetNameTaken, std::string(name));
+    }
+    sheet.name_ = name;
+}
+
+void Workbook::Copy(Sheet& model, const Sheet& after)
+{
+    CheckStructure(model.name_);
+    if (!template_[model.origin_].isWorksheet)
+        throw Error(ErrorKind::NotAWorksheet, model.name_);
+    if (sheets_.size() >= std::numeric_limits<std::int16_t>::max())
+        throw Error(ErrorKind::SheetNotCopied, model.name_, "the workbook has too many sheets");
+    Naming([&] { CheckCopyable(model); });
+    std::vector<std::string> taken;
+    for (const auto& sheet : sheets_)
+        taken.push_back(sheet->name_);
+    auto copy = std::make_unique<Sheet>(*this, CopyName(model.name_, taken), model.origin_);
+    copy->isCopy_ = true;
+    copy->cells_ = model.cells_;
+    sheets_.insert(sheets_.begin() + static_cast<std::ptrdiff_t>(PositionOf(after)) + 1,
+                   std::move(copy));
+}
+
+void Workbook::Write(Sheet& sheet, std::int32_t row, std::int32_t column,
+                     const generate::CellValue& value)
+{
+    if (!template_[sheet.origin_].isWorksheet)
+        throw Error(ErrorKind::NotAWorksheet, sheet.name_);
+    if (!sheet.cells_)
+        sheet.cells_.emplace(TextOf(sheet.origin_));
+    sheet.cells_->CheckWritable(row, column, CellFormats());
+    if (!sheet.cells_->TakesValue(row, column))
+        return;
+    if (const auto* text = std::get_if<std::string>(&value))
+        sheet.cells_->Set(row, column,
+                          SheetCells::Text{static_cast<std::uint32_t>(Strings().IndexOf(*text))});
+    else
+        sheet.cells_->Set(row, column, std::get<std::int16_t>(value));
+}
+
+std::string_view Workbook::BytesOf(const TemplateSheet& sheet) const
+{
+    return sheet.place.In(stream_);
+}
+
+const std::shared_ptr<const SheetText>& Workbook::TextOf(std::size_t origin)
+{
+    auto& sheet = template_[origin];
+    if (!sheet.text)
+        sheet.text = std::make_shared<SheetText>(std::string(BytesOf(sheet)), sheet.place.begin);
+    return sheet.text;
+}
+
+const FormulaFacts& Workbook::FactsOf(std::size_t origin)
+{
+    auto& sheet = template_[origin];
+    if (!sheet.facts)
+        sheet.facts = ReadFacts(BytesOf(sheet));
+    return *sheet.facts;
+}
+
+SharedStrings& Workbook::Strings()
+{
+    if (!strings_)
+        strings_.emplace(globals_->StringsOnly().In(stream_));
+    return *strings_;
+}
+
+const Formats& Workbook::CellFormats()
+{
+    if (!formats_) {
+        formats_.emplace();
+        for (const auto& place : globals_->FormatPlaces())
+            formats_->Add(place.In(stream_).substr(kRecordHeader));
+    }
+    return *formats_;
+}
+
+SheetNameLookup Workbook::NamesFor(const Sheet* owner) const
+{
+    return [this, owner](std::string_view name) -> std::optional<std::string> {
+        const auto templateName = [this](const Sheet& sheet) -> const std::string& {
+            return globals_->Sheets()[sheet.origin_].Name;
+        };
+        const auto nameOf = [&](const Sheet& sheet) -> std::optional<std::string> {
+            if (sheet.name_ == templateName(sheet))
+                return std::nullopt;
+            return sheet.name_;
+        };
+        if (owner && SameSheetName(templateName(*owner), name))
+            return nameOf(*owner);
+        for (const auto& sheet : sheets_) {
+            if (!sheet->isCopy_ && SameSheetName(templateName(*sheet), name))
+                return nameOf(*sheet);
+        }
+        return std::nullopt;
+    };
+}
+
+} // namespace orrery::xls

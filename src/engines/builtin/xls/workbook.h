@@ -1,0 +1,141 @@
+#pragma once
+
+#include "engines/builtin/xls/compound_file.h"
+#include "engines/builtin/xls/drawing_group.h"
+#include "engines/builtin/xls/embedded_objects.h"
+#include "engines/builtin/xls/formula_map.h"
+#include "engines/builtin/xls/globals.h"
+#include "engines/builtin/xls/references.h"
+#include "engines/builtin/xls/shared_strings.h"
+#include "engines/builtin/xls/sheet_cells.h"
+#include "engines/builtin/xls/sheet_places.h"
+#include "engines/builtin/xls/sheet_tables.h"
+#include "engines/builtin/xls/sheet_text.h"
+#include "generate/spreadsheet.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orrery::xls {
+
+class CompoundWriter;
+class StreamSink;
+class Workbook;
+
+/// A sheet of the template: its substream in the workbook stream and what was found in it.
+struct TemplateSheet {
+    TemplateSheet(std::string_view stream, Span bytes) : place(bytes), places(bytes.In(stream)) {}
+
+    Span place; ///< from its BOF to its EOF record
+    Span tail;  ///< what lies between it and the next sheet; belongs to nothing
+    bool isWorksheet = false;
+    SheetPlaces places;
+    // read when they are asked for
+    std::shared_ptr<const SheetText> text;
+    std::optional<FormulaFacts> facts;
+    std::optional<DrawingPlaces> drawings;
+    std::optional<EmbeddedPlaces> embedded;
+    std::optional<TablePlaces> tables;
+    bool isCopyable = false; // was found to be
+};
+
+/// A sheet of an open .xls workbook. It shares the template's bytes with its copies and keeps what
+/// was written over them; its bytes as saved are made when the workbook is saved.
+class Sheet : public generate::Worksheet {
+public:
+    Sheet(Workbook& workbook, std::string name, std::size_t origin);
+
+    std::string Name() const override { return name_; }
+    void SetName(std::string_view name) override;
+    void CopyAfter(generate::Worksheet& after) override;
+    generate::Worksheet* Next() override;
+    void SetCell(std::int32_t row, std::int32_t column, const generate::CellValue& value,
+                 generate::CellMember member) override;
+
+private:
+    friend class Workbook;
+    bool IsWritten() const { return cells_ && !cells_->Empty(); }
+
+    Workbook& workbook_;
+    std::string name_;
+    std::size_t origin_; // position in the template of this sheet or of its model
+    bool isCopy_ = false;
+    std::optional<SheetCells> cells_;
+};
+
+/// An open .xls workbook (BIFF8) that is edited in place. Nothing is rewritten when a sheet is
+/// renamed, copied or written: when the workbook is saved, the workbook stream is made from the
+/// template's and the changes, and every other stream is taken over as it is.
+class Workbook : public generate::Workbook {
+public:
+    /// Throws Error: FileNotReadable, NotAWorkbook, OldBinaryFormat, PasswordProtected,
+    /// DamagedWorkbook.
+    explicit Workbook(const std::filesystem::path& path);
+
+    generate::Worksheet* FindWorksheet(std::string_view name) override;
+    void SaveAs(const std::filesystem::path& target, generate::AccessMode accessMode) override;
+
+private:
+    friend class Sheet;
+    using SheetList = std::vector<std::unique_ptr<Sheet>>;
+    struct DrawingGroups;
+    struct Saving;
+
+    /// Does something; an error that does not name the file then does.
+    void Naming(const std::function<void()>& action) const;
+    void Read();
+    void ReadSheets();
+    void FindTails();
+    std::size_t PositionOf(const Sheet& sheet) const;
+    void CheckStructure(const std::string& name) const;
+    void Rename(Sheet& sheet, std::string_view name);
+    void Copy(Sheet& model, const Sheet& after);
+    void Write(Sheet& sheet, std::int32_t row, std::int32_t column,
+               const generate::CellValue& value);
+    void CheckCopyable(const Sheet& model);
+    const DrawingPlaces& DrawingsOf(std::size_t origin);
+    const EmbeddedPlaces& EmbeddedIn(std::size_t origin);
+    const TablePlaces& TablesIn(std::size_t origin);
+    std::string_view BytesOf(const TemplateSheet& sheet) const;
+    const std::shared_ptr<const SheetText>& TextOf(std::size_t origin);
+    const FormulaFacts& FactsOf(std::size_t origin);
+    SharedStrings& Strings();
+    const Formats& CellFormats();
+
+    // what is saved
+    bool IsChanged() const;
+    bool HasCopies() const;
+    bool HasRenamed() const;
+    std::vector<SavedSheet> SavedSheets() const;
+    std::vector<bool> SheetsToRecalculate();
+    bool ReadsOneOf(const Sheet& sheet, const std::vector<bool>& changed);
+    std::uint32_t TextReferences();
+    SheetNameLookup NamesFor(const Sheet* owner) const;
+    void GiveDrawingIds(Saving& saving);
+    void NameTables(Saving& saving);
+    void CopyEmbedded(Saving& saving, CompoundWriter& writer);
+    void MakeCopy(std::string& bytes, std::size_t position, const Saving& saving);
+    void WriteStream(StreamSink& sink, const Saving& saving);
+    std::string GlobalsBytes(const Saving& saving);
+    std::string SheetBytes(std::size_t position, std::size_t offset, const Saving& saving);
+
+    std::filesystem::path path_;
+    std::unique_ptr<CompoundFile> file_;
+    EntryId streamEntry_{};
+    std::string stream_; // decrypted
+    bool wasEncrypted_ = false;
+    std::optional<Globals> globals_;
+    std::vector<TemplateSheet> template_;
+    SheetList sheets_;
+    std::optional<SharedStrings> strings_;
+    std::optional<Formats> formats_;
+};
+
+} // namespace orrery::xls

@@ -1,0 +1,236 @@
+#!/usr/bin/env python3
+"""Compares the calendars made from the .xlsx and the .xls of the same template.
+
+usage: check_two_formats.py --cli PROGRAM --data FOLDER [--year 2027] [--keep DIR]
+
+Both are read as they stand, the .xlsx by openpyxl and the .xls by xlrd: sheets, values, formats,
+merged cells, widths and heights. Then LibreOffice opens both, calculates, and writes them as .xlsx
+and as PDF: formulas and their results, conditional formats, validations and print set-up are
+compared in the one, the pictures of the pages in the other.
+"""
+
+import argparse
+import os
+import pathlib
+import shutil
+import sys
+import tempfile
+
+import numpy
+import openpyxl
+
+import looks
+import pages
+from check_templates_pages import generate
+from opc import cell_name
+
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
+import libreoffice  # noqa: E402
+
+XLSX, PDF = "Calc MS Excel 2007 XML", "calc_pdf_Export"
+WIDTH_TOLERANCE = 0.02   # of a character, a seventh of a pixel: .xls counts in 256ths
+HEIGHT_TOLERANCE = 0.05  # of a point: .xls counts in twentieths
+MARGIN_TOLERANCE = 0.005  # of an inch: LibreOffice counts in hundredths of a millimetre
+
+# What LibreOffice makes of a workbook differs by its format where neither file says anything. The
+# text in the cells of an .xls stands two points from the edge instead of one, and a step of
+# indentation is ten points instead of seven and a half. A conditional format of an .xls brings the
+# size and the place of text along that unformatted cells have, that of an .xlsx does not.
+PADDING = 35  # hundredths of a millimetre: one point
+INDENT_RATIO = 7.5 / 10
+FOOTER = 750  # hundredths of a millimetre, as the templates have it
+
+
+def through_office(paths, folder):
+    """For each calendar, the .xlsx and the PDF that LibreOffice makes of it."""
+    made = {}
+    with libreoffice.desktop(folder) as office:
+        for number, path in enumerate(paths):
+            document = libreoffice.load(office, pathlib.Path(path))
+            document.calculateAll()
+            base = pathlib.Path(folder, f"{number}-{os.path.basename(path).replace('.', '-')}")
+            copy, pdf = base.with_suffix(".xlsx"), base.with_suffix(".pdf")
+            _bring_nothing_along(document)
+            libreoffice.store(document, copy, XLSX)
+            if path.endswith(".xls"):
+                _even_paddings(document)
+            libreoffice.store(document, pdf, PDF)
+            document.close(True)
+            made[path] = (str(copy), str(pdf))
+    return made
+
+
+def _even_paddings(document):
+    for sheet in document.Sheets:
+        for ranges in sheet.UniqueCellFormatRanges:
+            ranges.ParaIndent = round(ranges.ParaIndent * INDENT_RATIO)
+            for side in ("Left", "Right", "Top", "Bottom"):
+                setattr(ranges, f"Para{side}Margin", PADDING)
+
+
+def _bring_nothing_along(document):
+    """Every conditional format inherits from the default cell style, which then sets nothing. The
+    height of footers depends on that style too, and stays what it is."""
+    for style in document.StyleFamilies.getByName("PageStyles"):
+        style.FooterIsDynamicHeight = False
+        style.FooterHeight = FOOTER
+    styles = document.StyleFamilies.getByName("CellStyles")
+    for name in styles.ElementNames:
+        if "Cond" in name:
+            styles.getByName(name).ParentStyle = "Default"
+    styles.getByName("Default").setAllPropertiesToDefault()
+
+
+# ------------------------------------------------- the files as they stand
+
+def file_failures(ours, theirs):
+    names = [sheet.name for sheet in ours], [sheet.name for sheet in theirs]
+    if names[0] != names[1]:
+        yield f"sheets {names[0]} and {names[1]}"
+        return
+    for one, other in zip(ours, theirs):
+        for failure in _sheet_failures(one, other):
+            yield f"{one.name}: {failure}"
+
+
+def _sheet_failures(one, other):
+    calculated = other.values.keys() - one.values.keys()  # xlrd shows a formula's stored value
+    values = {place: value for place, value in other.values.items() if place not in calculated}
+    yield from _differences(one.values, values, "holds")
+    yield from _differences({place: one.look(place) for place in one.looks | other.looks},
+                            {place: other.look(place) for place in one.looks | other.looks},
+                            "looks like")
+    if one.merges != other.merges:
+        yield f"merged cells {sorted(one.merges ^ other.merges)}"
+    for column, width in one.widths.items():
+        if abs(width - other.widths.get(column, 0)) > WIDTH_TOLERANCE:
+            yield f"column {column} is {width} and {other.widths.get(column)} wide"
+    for row, height in one.heights.items():
+        if abs(height - other.heights.get(row, 0)) > HEIGHT_TOLERANCE:
+            yield f"row {row} is {height} and {other.heights.get(row)} high"
+
+
+def _differences(one, other, verb):
+    for place in sorted(one.keys() | other.keys()):
+        if one.get(place) != other.get(place):
+            yield f"{cell_name(place)} {verb} {one.get(place)!r} and {other.get(place)!r}"
+
+
+# ------------------------------------------------ the files as LibreOffice writes them
+
+def office_failures(one_path, other_path):
+    one, other = facts(one_path), facts(other_path)
+    for sheet in one.keys() | other.keys():
+        ours, theirs = one.get(sheet, {}), other.get(sheet, {})
+        for what in ours.keys() | theirs.keys():
+            if ours.get(what) != theirs.get(what):
+                yield f"{sheet}: {what}: {ours.get(what)!r} and {theirs.get(what)!r}"
+
+
+def facts(path):
+    formulas, results = openpyxl.load_workbook(path), openpyxl.load_workbook(path, data_only=True)
+    return {sheet.title: {**_cells(sheet, "formula"), **_cells(results[sheet.title], "result"),
+                          **_rules(formulas, sheet), **_print_setup(sheet)}
+            for sheet in formulas.worksheets}
+
+
+def _cells(sheet, kind):
+    return {f"{kind} {cell.coordinate}": cell.value for row in sheet.iter_rows() for cell in row
+            if cell.value is not None}
+
+
+def _rules(book, sheet):
+    rules = {f"conditional format of {ranges.sqref}":
+             [(rule.type, rule.operator, rule.formula, _differential(rule.dxf))
+              for rule in ranges.rules] for ranges in sheet.conditional_formatting}
+    for rule in sheet.data_validations.dataValidation:
+        rules[f"validation of {rule.sqref}"] = (rule.type, rule.operator, rule.formula1,
+                                                rule.formula2, rule.error, rule.errorTitle,
+                                                rule.prompt, rule.promptTitle)
+    rules["pictures and charts"] = len(sheet._images), len(sheet._charts)
+    rules["names"] = {name.name: name.attr_text for name in book.defined_names.definedName
+                      if name.localSheetId == book.index(sheet)}
+    rules["panes"], rules["tab"] = sheet.freeze_panes, sheet.sheet_properties.tabColor.rgb
+    rules["gridlines"] = sheet.sheet_view.showGridLines
+    rules["state"] = sheet.sheet_state
+    return rules
+
+
+def _differential(look):
+    font, fill = look.font, look.fill
+    return (font and (font.b, font.strike, font.color and font.color.rgb),
+            fill and fill.bgColor.rgb)
+
+
+def _print_setup(sheet):
+    setup, margins = sheet.page_setup, sheet.page_margins
+    round_margin = {side: round(getattr(margins, side) / MARGIN_TOLERANCE)
+                    for side in ("left", "right", "top", "bottom")}
+    footer = sheet.oddFooter
+    return {"paper": (setup.orientation, setup.paperSize, sheet.print_area,
+                      sheet.print_title_rows, sheet.print_title_cols),
+            "fit": (sheet.sheet_properties.pageSetUpPr.fitToPage, setup.fitToWidth,
+                    setup.fitToHeight, setup.scale),
+            "centred": (sheet.print_options.horizontalCentered,
+                        sheet.print_options.verticalCentered),
+            "margins": round_margin,
+            "footer": [part.text for part in (footer.left, footer.center, footer.right)],
+            "breaks": [mark.id for mark in sheet.row_breaks.brk]}
+
+
+# ------------------------------------------------------------------ pages
+
+def page_failures(name, one_pdf, other_pdf, keep):
+    one, other = pages.render(one_pdf), pages.render(other_pdf)
+    if len(one) != len(other):
+        yield f"{len(one)} and {len(other)} pages"
+        return
+    for number, (ours, theirs) in enumerate(zip(one, other), 1):
+        mask = numpy.zeros(ours.shape[:2], dtype=bool)
+        differing = pages.differing(ours, theirs, mask)
+        slight = 0 if ours.shape != theirs.shape else int((ours != theirs).any(axis=2).sum())
+        print(f"{name}, page {number}: {int((ours.min(axis=2) < 230).sum())} printed pixels, "
+              f"{len(differing)} differ, {slight} in the least degree")
+        if keep:
+            pages.save_picture(pages.marked_up(ours, mask, differing),
+                               os.path.join(keep, f"{name}-{number}.png"))
+        if differing:
+            yield f"page {number}: {len(differing)} pixels differ, the first at {differing[0]}"
+
+
+def check(options, work):
+    folder = pathlib.Path(options.data, "template")
+    names = sorted(path.stem for path in folder.glob("*.xls"))
+    if names != sorted(path.stem for path in folder.glob("*.xlsx")) or len(names) < 5:
+        yield f"not every template exists in both formats: {names}"
+        return
+    pairs = {name: [generate(options, str(folder / f"{name}{suffix}"), work)
+                    for suffix in (".xlsx", ".xls")] for name in names}
+    made = through_office([path for pair in pairs.values() for path in pair], work)
+    for name, (one, other) in pairs.items():
+        failures = [*file_failures(looks.read(one), looks.read(other)),
+                    *office_failures(made[one][0], made[other][0]),
+                    *page_failures(name, made[one][1], made[other][1], options.keep)]
+        yield from (f"{name}: {failure}" for failure in failures)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--cli", required=True)
+    parser.add_argument("--data", required=True)
+    parser.add_argument("--year", type=int, default=2027)
+    parser.add_argument("--keep", help="folder for the pictures of the pages, kept afterwards")
+    options = parser.parse_args()
+    work = tempfile.mkdtemp(prefix="orrery-formats-")
+    try:
+        failures = list(check(options, work))
+    finally:
+        shutil.rmtree(work, ignore_errors=True)
+    for failure in failures:
+        print(f"FAILED {failure}")
+    print(f"{len(failures)} failures")
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,299 @@
+"""Edits every .xls workbook of a corpus and has the results judged by programs that are not ours.
+
+Three stages: each workbook is saved unchanged and edited; Apache POI, LibreOffice and Gnumeric read
+all that was made, in batches; what each sees is compared. A program that does not open the input,
+or sees in it what cannot be compared, does not judge the file; one that fails on the output alone
+is a failure.
+"""
+
+import multiprocessing
+import multiprocessing.pool
+import os
+import subprocess
+import time
+import traceback
+from collections import Counter
+from dataclasses import dataclass
+
+import readers
+import xls_office
+import xls_structure
+from plan import judge_refusals
+from results import Result, load_features
+from xls_book import Book
+from xls_compound import CompoundFile, added, same_failures
+from xls_copies import EditedBook
+from xls_plan import make_plan
+from xls_readers import Poi, xlrd_view
+from xls_views import view_failures
+
+# The places that are written for pages; sheets that reach further print for minutes.
+_NEAR = (300, 40)
+_RECALCULATED = 10  # workbooks whose formulas are computed once more
+
+
+@dataclass
+class Made:
+    """What other programs made of the workbooks, by path."""
+
+    poi: Poi
+    office: dict
+    pages: dict
+    recalculated: dict
+    gnumeric: dict
+
+
+class Case:
+    """One workbook of the corpus, saved unchanged and edited."""
+
+    def __init__(self, options, row):
+        self.options, self.row = options, row
+        self.path = os.path.join(options.corpus, row["file"])
+        self.result = Result(row["file"])
+        name = os.path.basename(self.path)
+        self.same, self.edited, self.near, self.plan_path = (
+            os.path.join(options.work, folder, name)
+            for folder in ("same", "edited", "near", "plans"))
+
+    def run(self):
+        begin = time.monotonic()
+        try:
+            self._run()
+        except Exception:  # whatever breaks a check is a failure of this file
+            self._fail(f"the check itself broke: {traceback.format_exc(limit=-4)}")
+        self.result.seconds = time.monotonic() - begin
+        return self.result
+
+    def _fail(self, what):
+        self.result.failures.append(what)
+
+    def _drive(self, *arguments):
+        """What the driver printed; None, and a failure, where it ended with an error."""
+        done = subprocess.run([self.options.driver, *arguments], stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE, timeout=120, check=False, text=True)
+        if done.returncode:
+            self._fail(f"{arguments[0]} ended with {done.returncode}: {done.stderr.strip()[:300]}")
+            return None
+        return done.stdout
+
+    def _run(self):
+        if self._drive("same", self.path, self.same) is not None:
+            self.result.counted["saved unchanged"] += 1
+            before, after = CompoundFile(self.path), CompoundFile(self.same)
+            self.result.failures += same_failures(before, after)
+            self.result.failures += [f"{path} was added" for path in added(before, after)]
+        before = Book(self.path)
+        plan = make_plan(before)
+        output = self._edit(plan)
+        if output is None and before.sheets[plan.model.index].has_pivot_table \
+                and "copied" in self.result.failures[-1]:
+            self.result.failures.pop()
+            self.result.counted["not copied: sheets with a pivot table"] += 1
+            plan = make_plan(before, copies=False)
+            output = self._edit(plan)
+        if output is not None:
+            self.result.failures += judge_refusals(plan, output)
+            self._judge(before, Book(self.edited), plan)
+
+    def _edit(self, plan):
+        self._write(plan)
+        return self._drive("edit", self.path, self.edited, self.plan_path)
+
+    def _write(self, plan):
+        near = [line for number, line in enumerate(plan.lines, 1) if number not in plan.places
+                or all(at <= most for at, most in zip(plan.places[number][1], _NEAR))]
+        for path, lines in ((self.plan_path, plan.lines), (self.plan_path + ".near", near)):
+            with open(path, "w", encoding="utf-8", newline="") as file:
+                file.write("\n".join(lines) + "\n")
+
+    def _judge(self, before, after, plan):
+        book = EditedBook(before, after, plan)
+        may_differ = {before.path, ()}
+        self.result.failures += same_failures(before.file, after.file, may_differ)
+        self.result.failures += [f"{'/'.join(path)!r} was added" for path in
+                                 added(before.file, after.file) if not path[0].startswith("MBD")]
+        self.result.failures += book.failures()
+        self.result.failures += xls_structure.new_failures(before, after, book.first,
+                                                           len(plan.sheets))
+        self.result.failures += feature_failures(load_features(self.options.corpus), self.path,
+                                                 self.edited, book)
+        self._count(book, plan)
+        self.result.edited, self.result.plan = self.edited, plan
+        if not self.options.without_office:
+            self._drive("edit", self.path, self.near, self.plan_path + ".near")
+
+    def _count(self, book, plan):
+        counted = self.result.counted
+        counted["edited"] += 1
+        counted["sheets written"] += len(plan.sheets)
+        counted["cells written"] += sum(len(sheet.written) for sheet in plan.sheets)
+        counted["cells refused"] += sum(len(sheet.refused) for sheet in plan.sheets)
+        counted["formula cells"] += len(book.model.formulas)
+        for what, count in book.counted.items():
+            counted[f"kept: {what}"] += count * len(plan.sheets)
+
+
+def feature_failures(features, before_path, after_path, book):
+    """What the corpus's own counter says: totals grow by what the model owns, no feature goes."""
+    if features is None:
+        return
+    before, after = features.features(before_path), features.features(after_path)
+    for key, own in (("merged", "merges"), ("comments", "comments"), ("objects", "objects"),
+                     ("charts", "charts"), ("sheets", None)):
+        if own == "objects" and "OBJ without ftCmo" in before["problems"]:
+            continue  # it counts none that does not begin as they do
+        expected = before["counts"].get(key, 0) + book.copies * (book.counted[own] if own else 1)
+        if after["counts"].get(key, 0) != expected:
+            yield f"corpus_features counts {after['counts'].get(key, 0)} {key}, " \
+                  f"should be {expected}"
+    gone = set(before["features"]) - set(after["features"]) - _MAY_GO
+    if gone:
+        yield f"corpus_features finds no {sorted(gone)} any more"
+
+
+# Features that an edit rightly ends: of the container, of how cells and strings are stored, and of
+# cells that were written over.
+_MAY_GO = {"no_cells", "no_sst", "plain", "single_sheet", "grouped_tabs", "stream_in_mini_fat",
+           "ole_problems", "ole_4096_sectors", "formulas", "shared_formulas", "bool_error_cells",
+           "label_records", "rstring_records", "blank_cells", "no_dbcell", "array_formulas",
+           "data_table_formulas", "cross_sheet_formulas", "formulas_external", "formulas_addin",
+           "formulas_with_names", "formulas_with_ref_error", "same_sheet_3d_formulas",
+           "sheet_range_formulas", "sst_count_wrong", "boundsheet_offset_wrong",
+           "stream_trailing_data", "sst_string_split"}
+
+
+def run_case(arguments):
+    return Case(*arguments).run()
+
+
+def prove(options, rows):
+    for folder in ("same", "edited", "near", "plans", "poi"):
+        os.makedirs(os.path.join(options.work, folder), exist_ok=True)
+    with multiprocessing.Pool(options.jobs) as pool:
+        results = pool.map(run_case, [(options, row) for row in rows], chunksize=1)
+        judged = [result for result in results if result.edited]
+        if options.without_office or not judged:
+            return results
+        made = read_all(options, judged)
+        found = pool.map(judge_result, [(options, made, result) for result in judged],
+                         chunksize=1)
+    for result, (failures, unjudged, counted) in zip(judged, found):
+        result.failures += failures
+        result.unjudged += unjudged
+        result.counted.update(counted)
+    return results
+
+
+def read_all(options, judged):
+    """Has every program read the inputs and the edited workbooks."""
+    inputs = [os.path.join(options.corpus, result.file) for result in judged]
+    edited = [result.edited for result in judged]
+    near = [path for path in (os.path.join(options.work, "near", os.path.basename(path))
+                              for path in inputs) if os.path.exists(path)]
+    poi = Poi(os.path.join(options.work, "poi"))
+    poi.read(inputs + edited)
+    with_formulas = [result.edited for result in judged
+                     if result.counted["formula cells"]][:_RECALCULATED]
+    recalculating = os.path.join(options.work, "recalculated")
+    return Made(
+        poi, {**office(options, inputs, "office-input"), **office(options, edited, "office")},
+        office(options, near, "pages", xls_office.PDF),
+        readers.Office(options.work, xls_office.recalculating_profile(options.work)).convert(
+            with_formulas, recalculating),
+        xls_office.gnumeric_convert(inputs, os.path.join(options.work, "gnumeric-input"),
+                                    options.jobs)
+        | xls_office.gnumeric_convert(edited, os.path.join(options.work, "gnumeric"),
+                                      options.jobs))
+
+
+def office(options, paths, folder, filter_name=readers.FILTER):
+    """One LibreOffice for each job, each with its share of the files."""
+    shares = [paths[start::options.jobs] for start in range(options.jobs)]
+    with multiprocessing.pool.ThreadPool(options.jobs) as threads:
+        made = threads.map(lambda share: readers.Office(options.work).convert(
+            share, os.path.join(options.work, folder), filter_name),
+            [share for share in shares if share])
+    return {path: result for part in made for path, result in part.items()}
+
+
+def judge_result(arguments):
+    """In a worker: what the programs see in one workbook."""
+    options, made, result = arguments
+    judges = Judges(options, made, result)
+    for judge in (judges.poi, judges.xlrd, judges.office, judges.gnumeric, judges.pages):
+        try:
+            judge()
+        except Exception:
+            judges.failures.append(f"the check itself broke: {traceback.format_exc(limit=-4)}")
+    return judges.failures, judges.unjudged, judges.counted
+
+
+class Judges:
+    """The programs that judge one workbook."""
+
+    def __init__(self, options, made, result):
+        self.made, self.result, self.plan = made, result, result.plan
+        self.before = Book(os.path.join(options.corpus, result.file))
+        self.after = Book(result.edited)
+        self.near = os.path.join(options.work, "near", os.path.basename(result.edited))
+        self.model = self.before.sheets[self.plan.model.index]
+        self.failures, self.unjudged, self.counted = [], [], Counter()
+
+    def _compare(self, program, before, after, renders_all=True):
+        """`before` and `after` are views, or None where the program does not open the file."""
+        if before is None:
+            self.unjudged.append(program)
+        elif after is None:
+            self.failures.append(f"{program} opens the input and not the edited workbook")
+        else:
+            self.failures += view_failures(program, before, after, self.plan, self.model,
+                                           renders_all)
+            self.counted[f"judged by {program}"] = 1
+
+    def poi(self):
+        before, _ = self.made.poi.view(self.before.file.path)
+        after, why = self.made.poi.view(self.after.file.path)
+        if before and why:
+            self.failures.append(f"Apache POI says: {why}")
+        self._compare("Apache POI", before, after)
+
+    def xlrd(self):
+        try:
+            before = xlrd_view(self.before)
+        except Exception:  # of whatever kind: xlrd asserts, and overruns its buffers
+            self.unjudged.append("xlrd")
+            return
+        self._compare("xlrd", before, xlrd_view(self.after))
+
+    def _view(self, made, path, view):
+        return view(made[path]) if made.get(path) else None
+
+    def office(self):
+        before, after = (self._view(self.made.office, book.file.path, xls_office.office_view)
+                         for book in (self.before, self.after))
+        pivots = self.model.has_pivot_table
+        self._compare("LibreOffice", before, after, not pivots)
+        if pivots:
+            self.unjudged.append("LibreOffice (values; it lays out pivot tables anew)")
+        again = self.made.recalculated.get(self.after.file.path)
+        if again and after:
+            seen, computed = (xls_office.stored_values(path) for path in
+                              (self.made.office[self.after.file.path], again))
+            wrong = [key for key, value in computed.items() if seen.get(key) != value]
+            if wrong:
+                self.failures.append(f"LibreOffice shows {seen.get(wrong[0])} in {wrong[0]}, and "
+                                     f"computes {computed[wrong[0]]} ({len(wrong)} cells)")
+            self.counted["formulas computed again"] = len(computed)
+
+    def gnumeric(self):
+        before, after = (self._view(self.made.gnumeric, book.file.path, xls_office.gnumeric_view)
+                         for book in (self.before, self.after))
+        self._compare("Gnumeric", before, after)
+
+    def pages(self):
+        made = self.made.pages.get(self.near)
+        pages = xls_office.pdf_pages(made) if made else 0
+        shown = len(self.plan.sheets) if self.model.state == 0 else 0
+        if pages < min(shown, 1):
+            self.failures.append(f"LibreOffice prints {pages} pages")
+        self.counted["pages printed"] = pages

@@ -1,0 +1,62 @@
+"""What became of the workbooks of a corpus, and how it is reported."""
+
+import functools
+import importlib.util
+import os
+from collections import Counter
+from dataclasses import dataclass, field
+
+SHOWN = 8  # failures of one file that are printed
+
+
+@dataclass
+class Result:
+    """What became of one file."""
+
+    file: str
+    failures: list = field(default_factory=list)
+    unjudged: list = field(default_factory=list)
+    counted: Counter = field(default_factory=Counter)
+    edited: str = ""  # path of the edited workbook; empty when there is none
+    plan: object = None
+    merges: list = field(default_factory=list)
+    sheet_names: list = field(default_factory=list)
+    has_pivots: bool = False
+    seconds: float = 0
+    message: str = ""  # what the driver said when it refused the file
+
+
+def report(results):
+    """Prints failures, what was not judged and the table of counts; returns the failed files."""
+    total = Counter()
+    for result in results:
+        total.update(result.counted)
+        for failure in result.failures[:SHOWN]:
+            print(f"FAILED {result.file}: {failure}")
+        if len(result.failures) > SHOWN:
+            print(f"FAILED {result.file}: and {len(result.failures) - SHOWN} failures more")
+    for result in results:
+        if result.unjudged:
+            print(f"not judged by {' and '.join(result.unjudged)}: {result.file}")
+    print(f"\n{'files':<40}{len(results):>10}")
+    for what, count in sorted(total.items()):
+        print(f"{what:<40}{count:>10}")
+    slowest = max(results, key=lambda result: result.seconds, default=None)
+    if slowest:
+        print(f"{'slowest file':<40}{slowest.seconds:>9.1f}s {slowest.file}")
+    failed = [result for result in results if result.failures]
+    print(f"{'files with failures':<40}{len(failed):>10}")
+    return failed
+
+
+@functools.cache
+def load_features(corpus):
+    """The corpus's counter, which lies in the folder beside it; None where it does not."""
+    path = os.path.join(os.path.dirname(os.path.abspath(corpus)), "tools", "corpus_features.py")
+    if not os.path.exists(path):
+        print("corpus_features.py is not beside the corpus: its counts are not compared")
+        return None
+    spec = importlib.util.spec_from_file_location("corpus_features", path)
+    module = importlib.util.module_from_spec(spec)
+    spec.loader.exec_module(module)
+    return module

@@ -1,0 +1,10 @@
+orrery_test(xls_compound_tests
+    built_compound.cpp
+    compound_corpus_test.cpp
+    compound_file_test.cpp
+    compound_writer_test.cpp
+    directory_tree_test.cpp
+    encryption_test.cpp
+    tree_check.cpp
+    LINK orrery_xls)
+target_compile_definitions(xls_compound_tests PRIVATE ORRERY_CORPUS_DIR="${ORRERY_CORPUS_DIR}")

@@ -18,7 +18,6 @@ import xlwt
 HERE = pathlib.Path(__file__).resolve().parent
 YEAR = 2027
 CLI, TOOLS, ROUNDS = sys.argv[1], pathlib.Path(sys.argv[2]), int(sys.argv[3])
-SLOW_ROUNDS = max(3, ROUNDS // 5)  # of the libraries, which take seconds
 
 
 def run(*command):
@@ -83,30 +82,41 @@ class Design:
     def output(self, template):
         return self.folder / f"{YEAR}{template.name}"
 
-    def ours(self, template):
-        return median(ROUNDS, *generate(template, YEAR, self.folder))
-
     def library(self, script, template):
-        return median(SLOW_ROUNDS, sys.executable, HERE / script, template, self.cells,
-                      self.folder / f"library{template.suffix}")[0]
+        return [sys.executable, HERE / script, template, self.cells,
+                self.folder / f"library{template.suffix}"]
 
     def office(self, template):
         """The first run makes LibreOffice's profile and is not counted."""
-        command = [sys.executable, HERE / "office_calendar.py", template, self.cells,
-                   self.folder / f"office{template.suffix}", self.folder]
+        command = [*self.library("office_calendar.py", template), self.folder]
         run(*command)
         return median(3, *command)[0]
+
+
+def side_by_side(fast, slow):
+    """Medians in milliseconds, and the peak of the first command. The processes take turns, so that
+    whatever else the machine does slows all of them."""
+    times, peak = {name: [] for name in fast | slow}, 0
+    for number in range(ROUNDS):
+        for name, command in (fast | slow if number % 5 == 0 else fast).items():
+            seconds, memory = run(*command)
+            times[name].append(seconds * 1000)
+            peak = max(peak, memory) if name == "orrery" else peak
+    return {name: statistics.median(values) for name, values in times.items()}, peak
 
 
 def compare_xlsx(designs):
     print(f"{'.xlsx':8} {'cells':>6} {'orrery':>8} {'limit':>8} {'openpyxl':>9} {'/ limit':>8} "
           f"{'x openpyxl':>10} {'peak MiB':>9}")
     for design in designs:
-        ours, peak = design.ours(design.xlsx)
-        limit = statistics.median(
-            int(subprocess.check_output([TOOLS / "limit", design.xlsx, design.output(design.xlsx)]))
-            for _ in range(ROUNDS)) / 1000
-        theirs = design.library("openpyxl_calendar.py", design.xlsx)
+        output = design.output(design.xlsx)
+        times, peak = side_by_side({"orrery": generate(design.xlsx, YEAR, design.folder)},
+                                   {"openpyxl": design.library("openpyxl_calendar.py",
+                                                               design.xlsx)})
+        limit = statistics.median(int(subprocess.check_output([TOOLS / "limit", design.xlsx,
+                                                               output]))
+                                  for _ in range(ROUNDS)) / 1000
+        ours, theirs = times["orrery"], times["openpyxl"]
         print(f"{design.xlsx.stem:8} {design.count:6} {ours:8.2f} {limit:8.2f} {theirs:9.1f} "
               f"{ours / limit:8.2f} {theirs / ours:10.1f} {peak:9.1f}")
 
@@ -115,14 +125,16 @@ def compare_xls(designs):
     print(f"\n{'.xls':8} {'cells':>6} {'orrery':>8} {'copies':>8} {'xlwt':>8} {'office':>8} "
           f"{'/ copies':>8} {'x xlwt':>8} {'x office':>8} {'x .xlsx':>8} {'peak MiB':>9}")
     for design in designs:
-        ours, peak = design.ours(design.xls)
-        copies = median(ROUNDS, TOOLS / "copies", design.xls, design.folder / "copies.xls")[0]
-        theirs = design.library("xlwt_calendar.py", design.xls)
-        office = design.office(design.xls)
-        newer = design.ours(design.xlsx)[0]
-        print(f"{design.xls.stem:8} {design.count:6} {ours:8.2f} {copies:8.2f} {theirs:8.1f} "
-              f"{office:8.0f} {ours / copies:8.2f} {theirs / ours:8.1f} {office / ours:8.0f} "
-              f"{newer / ours:8.2f} {peak:9.1f}")
+        times, peak = side_by_side(
+            {"orrery": generate(design.xls, YEAR, design.folder),
+             "copies": [TOOLS / "copies", design.xls, design.folder / "copies.xls"],
+             "newer": generate(design.xlsx, YEAR, design.folder)},
+            {"xlwt": design.library("xlwt_calendar.py", design.xls)})
+        ours, office = times["orrery"], design.office(design.xls)
+        print(f"{design.xls.stem:8} {design.count:6} {ours:8.2f} {times['copies']:8.2f} "
+              f"{times['xlwt']:8.1f} {office:8.0f} {ours / times['copies']:8.2f} "
+              f"{times['xlwt'] / ours:8.1f} {office / ours:8.0f} {times['newer'] / ours:8.2f} "
+              f"{peak:9.1f}")
 
 
 def compare_years(template, folder):

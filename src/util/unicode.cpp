@@ -40,15 +40,15 @@ void AppendUtf8(std::string& text, char32_t character)
     }
 }
 
-char32_t NextCharacter(std::string_view text, std::size_t& at)
+char32_t NextCharacter(std::string_view utf8, std::size_t& at)
 {
-    const auto lead = static_cast<unsigned char>(text[at++]);
+    const auto lead = static_cast<unsigned char>(utf8[at++]);
     const std::size_t more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
-    if (more == 0 || text.size() - at < more)
+    if (more == 0 || utf8.size() - at < more)
         return lead;
     char32_t character = lead & (0x3FU >> more);
     for (std::size_t i = 0; i < more; ++i) {
-        const auto next = static_cast<unsigned char>(text[at + i]);
+        const auto next = static_cast<unsigned char>(utf8[at + i]);
         if ((next & 0xC0U) != 0x80)
             return lead;
         character = (character << 6) | (next & 0x3FU);

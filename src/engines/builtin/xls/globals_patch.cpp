@@ -159,6 +159,7 @@ std::vector<std::uint16_t> TabIds(const Globals& globals, const std::vector<Save
         ids.push_back(static_cast<std::uint16_t>(i + 1));
     auto next = *std::max_element(ids.begin(), ids.end());
     std::vector<std::uint16_t> saved;
+    saved.reserve(sheets.size());
     for (const auto& sheet : sheets)
         saved.push_back(sheet.IsCopy ? ++next : ids[sheet.Origin]);
     return saved;

@@ -3,6 +3,7 @@
 #include "engines/builtin/xls/bytes.h"
 
 namespace orrery::xls {
+
 RecordReader::RecordReader(std::string_view stream, std::size_t begin)
     : stream_(stream), position_(begin)
 {

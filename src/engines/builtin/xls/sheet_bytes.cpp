@@ -4,6 +4,7 @@
 #include "engines/builtin/xls/cell_table.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 #include <vector>
 

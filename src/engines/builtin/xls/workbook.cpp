@@ -73,7 +73,7 @@ void Sheet::SetCell(std::int32_t row, std::int32_t column, const generate::CellV
     workbook_.Naming([&] { workbook_.Write(*this, row, column, value); });
 }
 
-Workbook::Workbook(const std::filesystem::path& path) : path_(path)
+Workbook::Workbook(std::filesystem::path path) : path_(std::move(path))
 {
     Naming([this] { Read(); });
 }

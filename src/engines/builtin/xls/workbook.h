@@ -77,7 +77,7 @@ class Workbook : public generate::Workbook {
 public:
     /// Throws Error: FileNotReadable, NotAWorkbook, OldBinaryFormat, PasswordProtected,
     /// DamagedWorkbook.
-    explicit Workbook(const std::filesystem::path& path);
+    explicit Workbook(std::filesystem::path path);
 
     generate::Worksheet* FindWorksheet(std::string_view name) override;
     void SaveAs(const std::filesystem::path& target, generate::AccessMode accessMode) override;

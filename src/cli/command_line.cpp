@@ -15,11 +15,11 @@ namespace orrery::cli {
 namespace {
 
 constexpr const char* kExamples = R"(Examples:
-  orrery-cli generate Desk.xlsx 2027
-      One calendar: 2027Desk.xlsx in the output folder.
+  orrery-cli generate Desk.xls 2027
+      One calendar: 2027Desk.xls in the output folder.
   orrery-cli generate ~/calendars/Wall.xlsx 2027-2036 --output-folder ~/walls
       Ten calendars from a template of your own, with the Wall.ini beside it.
-  orrery-cli check Desk.xlsx 2027
+  orrery-cli check Desk.xls 2027
       Whether the sheets are there and every cell lies inside them.
   orrery-cli holidays Germany.txt 2027
   orrery-cli easter 2027-2030
@@ -91,8 +91,8 @@ void AddGenerate(CLI::App& app, CommandLine& line)
     AddEngine(command, line);
     command.add_flag("--open", line.open, "Open each saved workbook with the desktop's program");
     AddJson(command, line);
-    command.footer("Prints the path of each saved workbook. For a year and a template Desk.xlsx\n"
-                   "that is 2027Desk.xlsx in the output folder.");
+    command.footer("Prints the path of each saved workbook. For a year and a template Desk.xls\n"
+                   "that is 2027Desk.xls in the output folder.");
 }
 
 void AddTemplateCommands(CLI::App& app, CommandLine& line)

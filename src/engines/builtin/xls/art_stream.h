@@ -29,7 +29,7 @@ public:
         std::string_view bytes;
     };
 
-    void Append(std::string_view piece, std::size_t place);
+    void Append(std::string_view piece, std::size_t at);
 
     std::size_t Size() const { return size_; }
     const std::vector<Piece>& Pieces() const { return pieces_; }

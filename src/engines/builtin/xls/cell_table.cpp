@@ -153,11 +153,12 @@ void TableWriter::AppendNewRow(const Row& row)
     constexpr std::uint16_t kHidden = 2;
     std::uint16_t first = row.written.empty() ? kSheetColumns : row.written.front().column;
     std::uint16_t end = row.written.empty() ? 0 : row.written.back().column + 1;
-    if (row.place != nullptr)
+    if (row.place != nullptr) {
         for (const CellPlace& cell : index_.CellsOf(*row.place)) {
             first = std::min(first, cell.first);
             end = std::max<std::uint16_t>(end, cell.last + 1);
         }
+    }
     const Span& usual = text_.DefaultRowHeight();
     const std::uint16_t flags = usual.Empty() ? 0 : ReadU16(base_, usual.begin + kRecordHeader);
     const std::uint16_t height =
@@ -195,7 +196,7 @@ void TableWriter::AppendCells(const Row& row)
     const auto isFree = [&](std::uint32_t column) {
         return column >= kSheetColumns || !isWritten[column];
     };
-    for (const CellPlace& cell : cells) // what is left of it, in pieces
+    for (const CellPlace& cell : cells) { // what is left of it, in pieces
         for (std::uint32_t first = cell.first; first <= cell.last; ++first) {
             if (!isFree(first))
                 continue;
@@ -206,6 +207,7 @@ void TableWriter::AppendCells(const Row& row)
             AppendPiece(cell, first, last);
             first = last;
         }
+    }
     appendBefore(kSheetColumns);
 }
 

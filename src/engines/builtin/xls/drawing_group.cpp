@@ -10,13 +10,11 @@ namespace orrery::xls {
 namespace {
 
 // Types of records of office art, [MS-ODRAW] 2.2
-enum ArtType : std::uint16_t {
-    kGroupContainer = 0xF000,
-    kIdTable = 0xF006,
-    kPicture = 0xF007,
-    kFirstBarePicture = 0xF018,
-    kLastBarePicture = 0xF117,
-};
+constexpr std::uint16_t kGroupContainer = 0xF000;
+constexpr std::uint16_t kIdTable = 0xF006;
+constexpr std::uint16_t kPicture = 0xF007;
+constexpr std::uint16_t kFirstBarePicture = 0xF018;
+constexpr std::uint16_t kLastBarePicture = 0xF117;
 
 constexpr std::size_t kTableHead = 16;    // bytes before the clusters, [MS-ODRAW] 2.2.47
 constexpr std::size_t kClusterSize = 8;   // [MS-ODRAW] 2.2.46
@@ -48,8 +46,8 @@ void PutDrawingIds(std::string& sheet, const DrawingPlaces& places,
             continue;
         const auto& drawing = places.drawings[i];
         const auto idOf = [&](std::size_t shape) {
-            return static_cast<std::uint32_t>(
-                ids[i].clusters[shape / kIdsInCluster] * kIdsInCluster + shape % kIdsInCluster);
+            return ids[i].clusters[shape / kIdsInCluster] * kIdsInCluster +
+                   static_cast<std::uint32_t>(shape % kIdsInCluster);
         };
         drawing.header.Put(sheet, (drawing.header.value & 0xFFFF000FU) | ids[i].drawing << 4);
         if (!drawing.shapes.empty())

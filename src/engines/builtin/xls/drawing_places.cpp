@@ -9,19 +9,17 @@ namespace orrery::xls {
 namespace {
 
 // Types of records of office art, [MS-ODRAW] 2.2
-enum ArtType : std::uint16_t {
-    kDrawingContainer = 0xF002,
-    kDrawingData = 0xF008,
-    kShape = 0xF00A,
-    kProperties = 0xF00B,
-    kConnectorRule = 0xF012,
-    kArcRule = 0xF014,
-    kCalloutRule = 0xF017,
-    kSelection = 0xF119,
-    kFormerPlace = 0xF11D, // of a shape that was deleted
-    kMoreProperties = 0xF121,
-    kYetMoreProperties = 0xF122,
-};
+constexpr std::uint16_t kDrawingContainer = 0xF002;
+constexpr std::uint16_t kDrawingData = 0xF008;
+constexpr std::uint16_t kShape = 0xF00A;
+constexpr std::uint16_t kProperties = 0xF00B;
+constexpr std::uint16_t kConnectorRule = 0xF012;
+constexpr std::uint16_t kArcRule = 0xF014;
+constexpr std::uint16_t kCalloutRule = 0xF017;
+constexpr std::uint16_t kSelection = 0xF119;
+constexpr std::uint16_t kFormerPlace = 0xF11D; // of a shape that was deleted
+constexpr std::uint16_t kMoreProperties = 0xF121;
+constexpr std::uint16_t kYetMoreProperties = 0xF122;
 
 // Properties that hold the id of a shape, [MS-ODRAW] 2.3.6.12, 2.3.2.1
 constexpr unsigned kNextShape = 0x008A;

@@ -105,7 +105,9 @@ void ReadThresholds(Fields& fields, std::size_t count, std::size_t between)
 /// What belongs to the kind of a rule. [MS-XLS] 2.5.32, 2.5.25, 2.5.36
 void ReadRuleKind(Fields& fields, std::uint8_t kind)
 {
-    enum : std::uint8_t { kColorScale = 3, kDataBar = 4, kIcons = 6 };
+    constexpr std::uint8_t kColorScale = 3;
+    constexpr std::uint8_t kDataBar = 4;
+    constexpr std::uint8_t kIcons = 6;
     if (kind != kColorScale && kind != kDataBar && kind != kIcons)
         return;
     fields.Skip(3); // unused

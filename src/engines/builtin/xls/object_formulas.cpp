@@ -8,15 +8,13 @@ namespace orrery::xls {
 namespace {
 
 /// The parts of an OBJ record that matter here ("ft"). [MS-XLS] 2.4.181
-enum Part : std::uint16_t {
-    kEnd = 0x00,
-    kMacro = 0x04,
-    kPictureFlags = 0x08,
-    kPictureFormula = 0x09,
-    kLink = 0x0E, // of scroll bars, spinners and lists
-    kList = 0x13,
-    kCheckLink = 0x14, // of check boxes and option buttons
-};
+constexpr std::uint16_t kEnd = 0x00;
+constexpr std::uint16_t kMacro = 0x04;
+constexpr std::uint16_t kPictureFlags = 0x08;
+constexpr std::uint16_t kPictureFormula = 0x09;
+constexpr std::uint16_t kLink = 0x0E; // of scroll bars, spinners and lists
+constexpr std::uint16_t kList = 0x13;
+constexpr std::uint16_t kCheckLink = 0x14; // of check boxes and option buttons
 
 constexpr std::size_t kPartHeader = 4;   // type and size
 constexpr std::uint8_t kEmbedded = 0x02; // the token of an object that is in the file

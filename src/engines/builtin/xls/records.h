@@ -31,7 +31,7 @@ enum class RecordType : std::uint16_t {
     Uncalced = 0x005E,
     ColumnInfo = 0x007D,
     SheetProperties = 0x0081, // "WsBool"
-    BoundSheet = 0x0085, // "BoundSheet8"
+    BoundSheet = 0x0085,      // "BoundSheet8"
     HasObjectProject = 0x00D3,
     MulRk = 0x00BD,
     MulBlank = 0x00BE,
@@ -79,7 +79,7 @@ enum class RecordType : std::uint16_t {
     Feature12 = 0x0878,
     AutoFilter12 = 0x087E,
     SortData = 0x0895,
-    Feature = 0x0868, // "Feat"
+    Feature = 0x0868,             // "Feat"
     ConditionalFormat12 = 0x087A, // "CF12"
     ChartLink = 0x1051,           // "BRAI"
 };

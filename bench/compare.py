@@ -5,6 +5,7 @@ Each template is measured as .xlsx and as the .xls beside it.
 """
 import configparser
 import json
+import os
 import pathlib
 import statistics
 import subprocess
@@ -21,7 +22,9 @@ CLI, TOOLS, ROUNDS = sys.argv[1], pathlib.Path(sys.argv[2]), int(sys.argv[3])
 
 
 def run(*command):
-    """Seconds and peak memory in MiB of one process."""
+    """Seconds and peak memory in MiB of one process. What others left to be written is written
+    before, so that a process that flushes its own output does not wait for theirs."""
+    os.sync()
     done = subprocess.run([TOOLS / "measure", *map(str, command)], capture_output=True, text=True)
     if done.returncode != 0:
         sys.exit(f"failed: {' '.join(map(str, command))}\n{done.stderr}")

@@ -60,9 +60,12 @@ public class HssfDump {
             result.put("formats", formats(book));
             result.put("names", section(() -> names(book)));
             result.put("pictures", section(() -> book.getAllPictures().size()));
-            List<Object> sheets = new ArrayList<>();
-            for (int index = 0; index < book.getNumberOfSheets(); ++index)
-                sheets.add(sheet(book, index));
+            List<Map<String, Object>> sheets = new ArrayList<>();
+            for (HSSFSheet sheet : sheetsOf(book))
+                sheets.add(cellsOf(sheet));
+            // Last, because POI adds records as it reads these.
+            for (int index = 0; index < sheets.size(); ++index)
+                sheets.get(index).putAll(sheet(book, index));
             result.put("sheets", sheets);
         }
         return result;
@@ -107,15 +110,27 @@ public class HssfDump {
         return names;
     }
 
+    private static List<HSSFSheet> sheetsOf(HSSFWorkbook book) {
+        List<HSSFSheet> sheets = new ArrayList<>();
+        for (int index = 0; index < book.getNumberOfSheets(); ++index)
+            sheets.add(book.getSheetAt(index));
+        return sheets;
+    }
+
+    private static Map<String, Object> cellsOf(HSSFSheet sheet) {
+        Map<String, Object> result = new LinkedHashMap<>();
+        result.put("name", sheet.getSheetName());
+        result.put("cells", section(() -> cells(sheet)));
+        result.put("rows", section(() -> rows(sheet)));
+        result.put("columns", section(() -> columns(sheet)));
+        return result;
+    }
+
     private static Map<String, Object> sheet(HSSFWorkbook book, int index) {
         HSSFSheet sheet = book.getSheetAt(index);
         Map<String, Object> result = new LinkedHashMap<>();
-        result.put("name", book.getSheetName(index));
         result.put("hidden", String.valueOf(book.getSheetVisibility(index)));
-        result.put("cells", section(() -> cells(sheet)));
         result.put("merges", section(() -> texts(sheet.getMergedRegions())));
-        result.put("rows", section(() -> rows(sheet)));
-        result.put("columns", section(() -> columns(sheet)));
         result.put("shapes", section(() -> shapes(sheet)));
         result.put("charts", section(() -> HSSFChart.getSheetCharts(sheet).length));
         result.put("comments", section(() -> comments(sheet)));
@@ -239,7 +254,13 @@ public class HssfDump {
 
     private static Object validations(HSSFSheet sheet) {
         List<Object> found = new ArrayList<>();
-        for (HSSFDataValidation validation : sheet.getDataValidations())
+        List<HSSFDataValidation> validations;
+        try {
+            validations = sheet.getDataValidations();
+        } catch (IllegalStateException failure) {
+            return found; // there is no table of them, and POI finds no place to make one
+        }
+        for (HSSFDataValidation validation : validations)
             found.add(Arrays.asList(
                 texts(Arrays.asList((Object[])validation.getRegions().getCellRangeAddresses())),
                 validation.getValidationConstraint().getValidationType(),

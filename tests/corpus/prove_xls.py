@@ -195,11 +195,15 @@ def read_all(options, judged):
     with_formulas = [result.edited for result in judged
                      if result.counted["formula cells"]][:_RECALCULATED]
     recalculating = os.path.join(options.work, "recalculated")
+    recalculated = {}
+    if with_formulas:  # LibreOffice waits where it is given nothing to convert
+        recalculated = readers.Office(
+            options.work, xls_office.recalculating_profile(options.work)).convert(
+            with_formulas, recalculating)
     return Made(
         poi, {**office(options, inputs, "office-input"), **office(options, edited, "office")},
         office(options, near, "pages", xls_office.PDF),
-        readers.Office(options.work, xls_office.recalculating_profile(options.work)).convert(
-            with_formulas, recalculating),
+        recalculated,
         xls_office.gnumeric_convert(inputs, os.path.join(options.work, "gnumeric-input"),
                                     options.jobs)
         | xls_office.gnumeric_convert(edited, os.path.join(options.work, "gnumeric"),
@@ -239,7 +243,7 @@ class Judges:
         self.model = self.before.sheets[self.plan.model.index]
         self.failures, self.unjudged, self.counted = [], [], Counter()
 
-    def _compare(self, program, before, after, renders_all=True):
+    def _compare(self, program, before, after, renders_all=True, unjudged=frozenset()):
         """`before` and `after` are views, or None where the program does not open the file."""
         if before is None:
             self.unjudged.append(program)
@@ -247,7 +251,7 @@ class Judges:
             self.failures.append(f"{program} opens the input and not the edited workbook")
         else:
             self.failures += view_failures(program, before, after, self.plan, self.model,
-                                           renders_all)
+                                           renders_all, unjudged)
             self.counted[f"judged by {program}"] = 1
 
     def poi(self):
@@ -272,7 +276,8 @@ class Judges:
         before, after = (self._view(self.made.office, book.file.path, xls_office.office_view)
                          for book in (self.before, self.after))
         pivots = self.model.has_pivot_table
-        self._compare("LibreOffice", before, after, not pivots)
+        # It sets the cells that are linked to controls when it opens a workbook.
+        self._compare("LibreOffice", before, after, not pivots, self.model.linked_cells)
         if pivots:
             self.unjudged.append("LibreOffice (values; it lays out pivot tables anew)")
         again = self.made.recalculated.get(self.after.file.path)

@@ -99,8 +99,9 @@ class EditedBook:
         left, right = self.spellers(index)
         expected = {}
         for name in self.before.names:
-            shared = index and name.scope is None and refers_to(self.before, name.tokens, self.first)
-            if name.scope == self.first or (shared and name.text.lower() not in expected):
+            shared = index and name.scope is None and name.text.lower() not in expected \
+                and refers_to(self.before, name.tokens, self.first)
+            if name.scope == self.first or shared:
                 expected[name.text.lower()] = left.spell(name.tokens), name.flags & 0x20
         got = {name.text.lower(): (right.spell(name.tokens), name.flags & 0x20)
                for name in self.after.names if name.scope == self.first + index}
@@ -138,7 +139,7 @@ class EditedBook:
             mine, other = sheet.cells.get(where), twin.cells[where]
             if sheets_read(self.after, tokens) & written and is_stored(other):
                 yield f"{where}: the formula reads a written sheet and keeps a stale value"
-            elif is_stored(other) and mine and (mine.result, mine.text) != (other.result, other.text):
+            elif is_stored(other) and mine and _result(mine) != _result(other):
                 yield f"{where}: the formula has another stored result"
 
     def _global_failures(self):
@@ -201,6 +202,10 @@ class _Outside(Speller):
 
     def scope(self, index):
         return None if index is None else self._sheet(index)
+
+
+def _result(cell):
+    return cell.result, cell.text
 
 
 def _some(failures):

@@ -269,8 +269,9 @@ class ViewTest(unittest.TestCase):
         self.book = Book(PATH)
         self.plan = make_plan(self.book)
         self.plan.sheets = [SheetPlan("Proof", {(1, 1): 5}), SheetPlan("Proof 02", {(1, 1): "x"})]
-        month = SheetView("Month", {(1, 1): ("number", 7, "L"), (1, 2): ("formula", "Month!A2", "L")},
-                          {"1": [300]}, {"merges": ["A2:B2"], "shapes": "failed: no"})
+        month = SheetView("Month", {(1, 1): ("number", 7, "L"),
+                                    (1, 2): ("formula", "Month!A2", "L")}, {"1": [300]},
+                          {"merges": ["A2:B2"], "shapes": "failed: no"})
         year = SheetView("Year", {(1, 1): ("formula", "Month!A1*2", "L")}, {}, {"shapes": []})
         self.before = BookView([month, year], ["L"] * 40, [(0, "Print_Area", "Month!A1")])
         copies = []

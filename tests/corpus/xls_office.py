@@ -14,7 +14,8 @@ from opc import Package, local
 from xls_views import BookView, SheetView
 
 _CONTROL = re.compile(r"[\x00-\x08\x0b-\x1f]|_x[0-9A-Fa-f]{4}_")
-_OWNED = ("merges", "comments", "pictures", "shapes", "anchors", "charts", "chart series",
+# No merges: LibreOffice makes some of texts that are centred across empty cells.
+_OWNED = ("comments", "pictures", "shapes", "anchors", "charts", "chart series",
           "validations", "conditional formats", "conditional rules", "hyperlinks", "autofilters",
           "page breaks", "protection", "panes", "column widths", "header/footer")
 _OFFICE_KINDS = {"s": "text", "inlineStr": "text", "str": "text", "n": "number", "b": "logical",

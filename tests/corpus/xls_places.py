@@ -6,7 +6,8 @@ import xls_book as biff
 
 CF, CF12, DV, BRAI, HLINK, CODENAME = 0x1B1, 0x87A, 0x1BE, 0x1051, 0x1B8, 0x1BA
 CUSTOM_VIEW, SOURCE = 0x1AA, 0x51
-_OBJECT_FORMULAS = {0x04, 0x09, 0x0E, 0x14, 0x13}
+# Parts of an OBJ that are a formula, and those in which a formula has a size of its own.
+_OBJECT_FORMULAS, _SIZED_FORMULAS = (0x04, 0x0E, 0x14), (0x09, 0x13)
 
 
 def places_of(record):
@@ -15,7 +16,8 @@ def places_of(record):
     if finder is None:
         return []
     try:
-        return [(start, end) for start, end in finder(record.data) if end > start]
+        return [(start, end) for start, end in finder(record.data)
+                if start < end <= len(record.data)]
     except (struct.error, IndexError):
         return []
 
@@ -88,11 +90,12 @@ def _object(data):
     at = 0
     while at + 4 <= len(data):
         kind, size = struct.unpack_from("<HH", data, at)
-        if kind in _OBJECT_FORMULAS and at + 8 <= len(data) \
-                and struct.unpack_from("<H", data, at + 4)[0]:
-            tokens = struct.unpack_from("<H", data, at + 6)[0] & 0x7FFF
-            if at + 12 + tokens <= len(data):
-                yield at + 12, at + 12 + tokens
+        begin = at + (4 if kind in _OBJECT_FORMULAS else 6)
+        has_formula = size and kind in _OBJECT_FORMULAS or (
+            kind in _SIZED_FORMULAS and struct.unpack_from("<H", data, at + 4)[0])
+        if has_formula:
+            tokens = struct.unpack_from("<H", data, begin)[0] & 0x7FFF
+            yield begin + 6, begin + 6 + tokens
         if kind in (0, 0x13):
             return
         at += 4 + size

@@ -30,6 +30,10 @@ class Poi:
             subprocess.run(["java", "-Xmx2g", "-XX:+UseSerialGC", "-cp", self.class_path,
                             "HssfDump", os.path.join(self.folder, "log.txt")],
                            input="\n".join(paths).encode(), stdout=file, timeout=1200, check=True)
+        self.index()
+
+    def index(self):
+        """Finds each workbook's line."""
         with open(self.lines, "rb") as file:
             at = 0
             for line in file:
@@ -69,7 +73,7 @@ def _poi_view(seen):
     if isinstance(names, str):
         names = None
     else:
-        names = [(None if scope < 0 else scope, name, text) for scope, name, text in names]
+        names = [(None if scope < 0 else scope, name, text or "") for scope, name, text in names]
     return BookView(sheets, looks, names)
 
 

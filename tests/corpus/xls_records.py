@@ -156,4 +156,5 @@ def compare_rows(left, right, new_rows):
             if number not in new_rows and not any(where[0] == number for where in left.cells):
                 yield f"row {number} appeared"
         elif left.rows[number].rest != right.rows[number].rest:
-            yield f"row {number}: {right.rows[number].rest.hex()}, was {left.rows[number].rest.hex()}"
+            yield f"row {number}: {right.rows[number].rest.hex()}, was " \
+                  f"{left.rows[number].rest.hex()}"

@@ -5,7 +5,8 @@ import struct
 from dataclasses import dataclass
 
 import xls_book as biff
-from xls_tokens import shared_master, unshared
+from xls_places import formulas_of
+from xls_tokens import kind_of, shared_master, unshared
 
 
 @dataclass
@@ -161,6 +162,19 @@ class Sheet:
                 return data[14:14 + size], data[14 + size:], area
             return b"", data[6:], area
         return cell.tokens, cell.extra, None
+
+    @functools.cached_property
+    def linked_cells(self):
+        """Cells that show the state of a control."""
+        found = set()
+        for record in self.own:
+            if record.type == biff.OBJ:
+                for data in formulas_of(record):
+                    at = {0x24: 1, 0x3A: 3}.get(kind_of(data[0]))
+                    if at and len(data) == at + 4:
+                        row, column = struct.unpack_from("<HH", data, at)
+                        found.add((row + 1, (column & 0xFF) + 1))
+        return found
 
     @property
     def has_pivot_table(self):

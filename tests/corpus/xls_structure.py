@@ -38,7 +38,8 @@ def new_failures(before, after, first, count):
             old = first if index < first + count else index - count + 1
         edited = index is None or first <= index < first + count
         if (old, kind) not in known or (edited and kind in REBUILT):
-            yield f"{kind}: {what}" if index is None else f"{after.sheets[index].name}: {kind}: {what}"
+            where = "" if index is None else f"{after.sheets[index].name}: "
+            yield f"{where}{kind}: {what}"
 
 
 def _sheet_list(book):

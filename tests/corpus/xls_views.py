@@ -33,9 +33,10 @@ class BookView:
 FAILED = "failed:"  # what a section begins with that the program could not read
 
 
-def view_failures(program, before, after, plan, model, renders_all=True):
+def view_failures(program, before, after, plan, model, renders_all=True, unjudged=frozenset()):
     """Compares what a program sees in the input and in the edited workbook. `model` is the
-    input's sheet as our own reader has it; with `renders_all` false, values are not judged."""
+    input's sheet as our own reader has it; with `renders_all` false, values are not judged, nor
+    are ever those of the cells `unjudged`."""
     names = [sheet.name for sheet in before.sheets]
     first = names.index(plan.model.name) if plan.model.name in names else None
     if first is None:
@@ -45,7 +46,7 @@ def view_failures(program, before, after, plan, model, renders_all=True):
     if [sheet.name for sheet in after.sheets] != names:
         yield f"{program} shows {[sheet.name for sheet in after.sheets]}, should show {names}"
         return
-    judge = _Judge(before, after, plan, model, renders_all)
+    judge = _Judge(before, after, plan, model, renders_all, unjudged)
     for index, planned in enumerate(plan.sheets):
         for failure in _some(judge.edited(index, first, planned)):
             yield f"{program}: {planned.name}: {failure}"
@@ -66,15 +67,16 @@ def _some(failures):
 
 
 class _Judge:
-    def __init__(self, before, after, plan, model, renders_all):
+    def __init__(self, before, after, plan, model, renders_all, unjudged):
         self.before, self.after, self.plan, self.model = before, after, plan, model
-        self.renders_all = renders_all
+        self.renders_all, self.unjudged = renders_all, unjudged
 
     def _names_of(self, index):
         """How the two sides spell the model's name and that of a sheet made of it; in a range
         of sheets a copy goes on naming the model."""
+        renamed = self.plan.sheets[0].name
         return (Names({self.plan.model.name: SELF}),
-                Names({self.plan.sheets[index].name: SELF}, ranges={self.plan.sheets[0].name: SELF}))
+                Names({self.plan.sheets[index].name: SELF}, ranges={renamed: SELF}))
 
     def edited(self, index, first, planned):
         mine, other = self.before.sheets[first], self.after.sheets[first + index]
@@ -89,7 +91,8 @@ class _Judge:
 
     def _written(self, sheet, planned):
         for where, value in planned.written.items():
-            if where in planned.either or _is_covered(where, self.model.merges):
+            if where in planned.either or where in self.unjudged \
+                    or _is_covered(where, self.model.merges):
                 continue
             kind, seen, look = sheet.cells.get(where, ("no cell", None, None))
             expected = "text" if isinstance(value, str) else "number"

@@ -52,6 +52,8 @@ CompoundFile::CompoundFile(std::string bytes)
 {
     ReadFat();
     ReadDirectory();
+    if (Find("EncryptedPackage")) // told even where the package itself is damaged
+        throw Error(ErrorKind::PasswordProtected);
     ReadMiniStream();
     ClaimStreams();
     sectors_.EndClaims();

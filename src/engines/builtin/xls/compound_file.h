@@ -23,7 +23,7 @@ class CompoundFile {
 public:
     /// Checks that every stream can be read and no two share a sector. The bytes are kept.
     /// Throws Error, without a subject: NotAWorkbook where they are no compound file,
-    /// DamagedWorkbook.
+    /// PasswordProtected for an encrypted package, DamagedWorkbook.
     explicit CompoundFile(std::string bytes);
     CompoundFile(const CompoundFile&) = delete;
     CompoundFile& operator=(const CompoundFile&) = delete;

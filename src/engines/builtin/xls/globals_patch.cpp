@@ -135,7 +135,11 @@ private:
     {
         const auto& place = globals_.StringsPlace();
         const auto begin = place.Empty() ? globals_.StringsStart() : place.begin;
-        auto records = saved_.strings->ToRecords(saved_.textReferences, patch_.PlaceOf(begin));
+        const auto offset = patch_.PlaceOf(begin);
+        if (offset == begin && !saved_.strings->Changed() &&
+            saved_.strings->References() == saved_.textReferences)
+            return;
+        auto records = saved_.strings->ToRecords(saved_.textReferences, offset);
         patch_.Replace(begin, place.Empty() ? begin : place.end,
                        std::move(records.sst) + records.extSst);
     }

@@ -19,7 +19,7 @@ struct SavedGlobals {
     const SheetNameLookup& nameOf; ///< of now, as seen from the workbook
     bool selectsOneSheet = false;
     bool recalculate = false;
-    const SharedStrings* strings = nullptr; ///< where the table changes
+    const SharedStrings* strings = nullptr; ///< where there is a table
     std::uint32_t textReferences = 0;       ///< of all cells of all sheets
     std::string drawingGroup{};             ///< the records where they change, else empty
     std::string headerPictures{};           ///< the same

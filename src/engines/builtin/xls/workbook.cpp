@@ -34,8 +34,6 @@ std::string ReadWholeFile(const std::filesystem::path& path)
 /// one; some programs give the newer one the older name.
 EntryId FindStream(const CompoundFile& file)
 {
-    if (file.Find("EncryptedPackage"))
-        throw Error(ErrorKind::PasswordProtected);
     for (const auto* name : {"Workbook", "Book"}) {
         const auto stream = file.Find(name);
         if (stream && file.Entry(*stream).type == EntryType::Stream)
@@ -120,7 +118,7 @@ void Workbook::ReadSheets()
     FindTails();
 }
 
-/// What stands between two sheets, or behind the last one, stays behind the sheet before it.
+/// What stands between two sheets stays behind the first of them.
 void Workbook::FindTails()
 {
     std::vector<TemplateSheet*> order;
@@ -131,11 +129,12 @@ void Workbook::FindTails()
     });
     for (std::size_t i = 0; i < order.size(); ++i) {
         const auto end = order[i]->place.end;
-        const auto next = i + 1 < order.size() ? order[i + 1]->place.begin : stream_.size();
+        const auto next = i + 1 < order.size() ? order[i + 1]->place.begin : end;
         if (next < end)
             ThrowDamaged("two of its sheets overlap");
         order[i]->tail = {end, next};
     }
+    end_ = {order.back()->place.end, stream_.size()};
 }
 
 generate::Worksheet* Workbook::FindWorksheet(std::string_view name)

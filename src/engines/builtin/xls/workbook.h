@@ -34,7 +34,7 @@ struct TemplateSheet {
     TemplateSheet(std::string_view stream, Span bytes) : place(bytes), places(bytes.In(stream)) {}
 
     Span place; ///< from its BOF to its EOF record
-    Span tail;  ///< what lies between it and the next sheet; belongs to nothing
+    Span tail;  ///< what lies between it and the next sheet in the stream; belongs to nothing
     bool isWorksheet = false;
     SheetPlaces places;
     // read when they are asked for
@@ -133,6 +133,7 @@ private:
     bool wasEncrypted_ = false;
     std::optional<Globals> globals_;
     std::vector<TemplateSheet> template_;
+    Span end_; // what lies behind the last sheet in the stream
     SheetList sheets_;
     std::optional<SharedStrings> strings_;
     std::optional<Formats> formats_;

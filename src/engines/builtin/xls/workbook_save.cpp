@@ -278,6 +278,7 @@ void Workbook::WriteStream(StreamSink& sink, const Saving& saving)
         if (!sheets_[i]->isCopy_)
             sink.Append(template_[sheets_[i]->origin_].tail.In(stream_));
     }
+    sink.Append(end_.In(stream_));
 }
 
 std::string Workbook::GlobalsBytes(const Saving& saving)
@@ -288,13 +289,10 @@ std::string Workbook::GlobalsBytes(const Saving& saving)
     SavedGlobals saved{saving.sheets, saving.references, saving.tabIds, names};
     saved.selectsOneSheet = HasCopies();
     saved.recalculate = recalculate;
-    const auto references = TextReferences();
-    const bool hasTable = !globals_->StringsPlace().Empty();
-    if ((hasTable && Strings().References() != references) || (strings_ && strings_->Changed()))
+    if (!globals_->StringsPlace().Empty() || (strings_ && strings_->Changed()))
         saved.strings = &Strings();
-    saved.textReferences = references;
-    if (saving.drawings.sheets.Changed())
-        saving.drawings.sheets.AppendTo(saved.drawingGroup);
+    saved.textReferences = TextReferences();
+    saving.drawings.sheets.AppendTo(saved.drawingGroup);
     if (saving.drawings.headers.Changed())
         saving.drawings.headers.AppendTo(saved.headerPictures);
     return PatchGlobals(*globals_, saved);

@@ -1,5 +1,7 @@
 #include "engines/builtin/xls/workbook.h"
 
+#include "engines/builtin/xls/bytes.h"
+#include "engines/builtin/xls/compound_writer.h"
 #include "util/error.h"
 #include "util/file_replace.h"
 #include "xls/saved_book.h"
@@ -280,6 +282,41 @@ TEST_F(XlsWorkbookTest, WritingOneSheetLeavesTheOthers)
     const SavedBook original(kEverything);
     EXPECT_EQ(saved.At("Model").bytes.size(), original.At("Model").bytes.size());
     EXPECT_EQ(saved.At("Other").cells.size(), original.At("Other").cells.size());
+}
+
+TEST_F(XlsWorkbookTest, BytesBehindTheLastSheetStayAtTheEnd)
+{
+    const auto padded = folder_ / "padded.xls";
+    const CompoundFile original(util::ReadFile(kEverything).value());
+    const auto entry = original.Find("Workbook").value();
+    const std::string padding(100, '\0');
+    CompoundWriter writer(original);
+    writer.ReplaceStream(entry, original.ReadStream(entry) + padding);
+    writer.SaveTo(padded);
+
+    Workbook workbook(padded);
+    auto* last = workbook.FindWorksheet("Third Sheet");
+    last->CopyAfter(*last);
+    workbook.SaveAs(target_, AccessMode::NoChange);
+    const SavedBook saved(target_);
+    EXPECT_TRUE(saved.Stream().ends_with(saved.Sheets().back().bytes + padding));
+}
+
+TEST_F(XlsWorkbookTest, TheIndexOfTextsMovesWithThem)
+{
+    Named("Model").SetName("A name of another length");
+    const auto stream = Save().Stream();
+    RecordReader reader(stream);
+    std::size_t texts = 0;
+    for (auto record = reader.Next(); record; record = reader.Next()) {
+        if (record->type == RecordType::Sst)
+            texts = record->begin;
+        if (record->type == RecordType::ExtSst) {
+            EXPECT_EQ(ReadU32(record->data, 2), texts + 12) << "of the first text";
+            return;
+        }
+    }
+    FAIL() << "no index";
 }
 
 TEST_F(XlsWorkbookTest, SavesMoreThanOnce)

@@ -2,13 +2,12 @@
 // that opens again, whatever the input. An input that begins as a compound file is the workbook;
 // any other is the workbook stream, in which the sheets are found where they begin.
 
-#include "require.h"
+#include "edit_workbook.h"
 
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/compound_file.h"
 #include "engines/builtin/xls/compound_writer.h"
 #include "engines/builtin/xls/workbook.h"
-#include "util/error.h"
 #include "util/file_replace.h"
 
 #include <cstddef>
@@ -18,18 +17,9 @@
 #include <string_view>
 #include <vector>
 
-#include <unistd.h>
-
 namespace {
 
 using namespace orrery;
-
-std::filesystem::path Scratch(const char* name)
-{
-    static const std::filesystem::path folder =
-        std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
-    return folder / ("orrery-fuzz-" + std::to_string(getpid()) + name);
-}
 
 /// Writes into the list of sheets where the sheets begin, so that an input that grows or shrinks
 /// does not lose them.
@@ -68,65 +58,12 @@ void WriteInput(const std::filesystem::path& path, std::string_view input)
     writer.SaveTo(path);
 }
 
-void Fill(generate::Worksheet& sheet)
-{
-    for (std::int32_t row = 1; row <= 40; row += 13) {
-        for (std::int32_t column = 1; column <= 4; ++column) {
-            try {
-                sheet.SetCell(row, column, generate::CellValue(std::int16_t{7}),
-                              generate::CellMember::Value);
-                sheet.SetCell(row + 1, column + 1, generate::CellValue(std::string("text")),
-                              generate::CellMember::Default);
-            }
-            catch (const Error&) {
-                // a locked cell or a part of an array
-            }
-        }
-    }
-}
-
-generate::Worksheet* FirstSheet(xls::Workbook& workbook)
-{
-    for (const auto* name : {"Model", "Sheet1"}) {
-        if (auto* sheet = workbook.FindWorksheet(name))
-            return sheet;
-    }
-    return nullptr;
-}
-
-/// Whether the workbook could be edited and saved.
-bool Edit(const std::filesystem::path& source, const std::filesystem::path& target)
-{
-    try {
-        xls::Workbook workbook(source);
-        auto* sheet = FirstSheet(workbook);
-        if (sheet == nullptr)
-            return false;
-        sheet->SetName("It's");
-        sheet->CopyAfter(*sheet);
-        Fill(*sheet);
-        Fill(*sheet->Next());
-        workbook.SaveAs(target, generate::AccessMode::NoChange);
-        return true;
-    }
-    catch (const Error&) {
-        return false;
-    }
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const auto source = Scratch(".in");
-    static const auto target = Scratch(".out");
+    static const auto source = fuzz::Scratch(".in");
     WriteInput(source, {reinterpret_cast<const char*>(data), size});
-    if (Edit(source, target)) {
-        xls::Workbook again(target);
-        fuzz::Require(again.FindWorksheet("It's") != nullptr);
-        again.SaveAs(target, generate::AccessMode::NoChange);
-    }
-    std::filesystem::remove(source);
-    std::filesystem::remove(target);
+    fuzz::EditAndOpenAgain<xls::Workbook>(source, {"Model", "Sheet1"});
     return 0;
 }

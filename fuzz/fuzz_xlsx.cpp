@@ -2,10 +2,9 @@
 // that opens again, whatever the input. An input that begins as a zip container is the workbook;
 // any other replaces one part of a small workbook: the first byte says which, the rest is its text.
 
-#include "require.h"
+#include "edit_workbook.h"
 
 #include "engines/builtin/xlsx/workbook.h"
-#include "util/error.h"
 #include "util/file_replace.h"
 
 #include <array>
@@ -14,8 +13,6 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
-
-#include <unistd.h>
 
 namespace {
 
@@ -47,13 +44,6 @@ const std::array<Part, 9> kParts = {
          R"(<table xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main" id="1" name="T" displayName="T" ref="A1:A2"><tableColumns count="1"><tableColumn id="1" name="a"/></tableColumns></table>)"},
     }};
 
-std::filesystem::path Scratch(const char* name)
-{
-    static const std::filesystem::path folder =
-        std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
-    return folder / ("orrery-fuzz-" + std::to_string(getpid()) + name);
-}
-
 void WriteInput(const std::filesystem::path& path, std::string_view input)
 {
     if (input.starts_with("PK")) {
@@ -70,56 +60,12 @@ void WriteInput(const std::filesystem::path& path, std::string_view input)
     writer.Close();
 }
 
-void Fill(generate::Worksheet& sheet)
-{
-    for (std::int32_t row = 1; row <= 4; ++row) {
-        for (std::int32_t column = 1; column <= 3; ++column) {
-            try {
-                sheet.SetCell(row, column, generate::CellValue(std::int16_t{7}),
-                              generate::CellMember::Value);
-                sheet.SetCell(row + 2, column + 1, generate::CellValue(std::string("text")),
-                              generate::CellMember::Default);
-            }
-            catch (const Error&) {
-                // a locked cell or a part of an array
-            }
-        }
-    }
-}
-
-/// Whether the workbook could be edited and saved.
-bool Edit(const std::filesystem::path& source, const std::filesystem::path& target)
-{
-    try {
-        xlsx::Workbook workbook(source);
-        auto* sheet = workbook.FindWorksheet("Model");
-        if (sheet == nullptr)
-            return false;
-        sheet->SetName("It's");
-        sheet->CopyAfter(*sheet);
-        Fill(*sheet);
-        Fill(*sheet->Next());
-        workbook.SaveAs(target, generate::AccessMode::NoChange);
-        return true;
-    }
-    catch (const Error&) {
-        return false;
-    }
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const auto source = Scratch(".in");
-    static const auto target = Scratch(".out");
+    static const auto source = fuzz::Scratch(".in");
     WriteInput(source, {reinterpret_cast<const char*>(data), size});
-    if (Edit(source, target)) {
-        xlsx::Workbook again(target);
-        fuzz::Require(again.FindWorksheet("It's") != nullptr);
-        again.SaveAs(target, generate::AccessMode::NoChange);
-    }
-    std::filesystem::remove(source);
-    std::filesystem::remove(target);
+    fuzz::EditAndOpenAgain<xlsx::Workbook>(source, {"Model"});
     return 0;
 }

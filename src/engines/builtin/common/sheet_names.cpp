@@ -1,5 +1,6 @@
 #include "engines/builtin/common/sheet_names.h"
 
+#include "util/error.h"
 #include "util/text.h"
 #include "util/unicode.h"
 
@@ -155,6 +156,15 @@ std::string FoldCase(std::string_view name)
     for (std::size_t at = 0; at < name.size();)
         AppendUtf8(folded, FoldCharacter(NextCharacter(name, at)));
     return folded;
+}
+
+void CheckSheetName(std::string_view name, const std::vector<std::string>& others)
+{
+    if (!IsValidSheetName(name))
+        throw util::Error(util::ErrorKind::InvalidSheetName, std::string(name));
+    const auto isSame = [name](const auto& other) { return SameSheetName(other, name); };
+    if (std::any_of(others.begin(), others.end(), isSame))
+        throw util::Error(util::ErrorKind::SheetNameTaken, std::string(name));
 }
 
 std::string CopyName(std::string_view name, const std::vector<std::string>& taken)

@@ -17,6 +17,9 @@ bool SameSheetName(std::string_view left, std::string_view right);
 std::string FoldCase(std::string_view name);
 /// The beginning of a text that holds at most that many UTF-16 units, in whole characters.
 std::string_view CutToUnits(std::string_view text, std::size_t units);
+/// Whether a sheet may get the name beside the other sheets of the workbook.
+/// Throws Error (InvalidSheetName, SheetNameTaken).
+void CheckSheetName(std::string_view name, const std::vector<std::string>& others);
 /// The name that Excel gives a copy, the first that is free: "Desk (2)", of "Desk (2)" "Desk (3)".
 /// The name is cut where the whole would pass 31 units.
 std::string CopyName(std::string_view name, const std::vector<std::string>& taken);

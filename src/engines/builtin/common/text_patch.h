@@ -23,8 +23,8 @@ public:
 
     bool Empty() const { return replacements_.empty(); }
     std::string Apply(std::string_view text) const;
-    /// Where an offset of the text lies in the result, behind what is inserted at it and before what
-    /// is replaced from it on. It lies inside no replaced range.
+    /// Where an offset of the text lies in the result, behind what is inserted at it and before
+    /// what is replaced from it on. It lies inside no replaced range.
     std::size_t PlaceOf(std::size_t offset) const;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/xls/bytes.h"
+#include "engines/builtin/xls/copy_identities.h"
 #include "engines/builtin/xls/encryption.h"
 #include "util/error.h"
 #include "util/file_replace.h"
@@ -15,7 +16,6 @@ namespace orrery::xls {
 namespace {
 
 using builtin::CopyName;
-using builtin::IsValidSheetName;
 using builtin::SameSheetName;
 using util::Error;
 using util::ErrorKind;
@@ -110,9 +110,7 @@ void Workbook::ReadSheets()
         if (entry.Offset < globals_->End())
             ThrowDamaged("the sheet \"" + entry.Name + "\" is missing");
         const Span place{entry.Offset, SubstreamEnd(stream_, entry.Offset)};
-        TemplateSheet sheet(stream_, place);
-        sheet.isWorksheet = entry.Type == kWorksheetType && !sheet.places.IsDialog();
-        template_.push_back(std::move(sheet));
+        template_.emplace_back(stream_, place, entry.Type == kWorksheetType);
         sheets_.push_back(std::make_unique<Sheet>(*this, entry.Name, i));
     }
     FindTails();
@@ -125,22 +123,22 @@ void Workbook::FindTails()
     for (auto& sheet : template_)
         order.push_back(&sheet);
     std::sort(order.begin(), order.end(), [](const auto* left, const auto* right) {
-        return left->place.begin < right->place.begin;
+        return left->Place().begin < right->Place().begin;
     });
     for (std::size_t i = 0; i < order.size(); ++i) {
-        const auto end = order[i]->place.end;
-        const auto next = i + 1 < order.size() ? order[i + 1]->place.begin : end;
+        const auto end = order[i]->Place().end;
+        const auto next = i + 1 < order.size() ? order[i + 1]->Place().begin : end;
         if (next < end)
             ThrowDamaged("two of its sheets overlap");
-        order[i]->tail = {end, next};
+        order[i]->SetTail({end, next});
     }
-    end_ = {order.back()->place.end, stream_.size()};
+    end_ = {order.back()->Place().end, stream_.size()};
 }
 
 generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
 {
     for (const auto& sheet : sheets_) {
-        if (template_[sheet->origin_].isWorksheet && SameSheetName(sheet->name_, name))
+        if (OriginalOf(*sheet).IsWorksheet() && SameSheetName(sheet->name_, name))
             return sheet.get();
     }
     return nullptr;
@@ -164,23 +162,23 @@ void Workbook::Rename(Sheet& sheet, std::string_view name)
     if (name == sheet.name_)
         return;
     CheckStructure(sheet.name_);
-    if (!IsValidSheetName(name))
-        throw Error(ErrorKind::InvalidSheetName, std::string(name));
+    std::vector<std::string> others;
     for (const auto& other : sheets_) {
-        if (other.get() != &sheet && SameSheetName(other->name_, name))
-            throw Error(ErrorKind::SheetNameTaken, std::string(name));
+        if (other.get() != &sheet)
+            others.push_back(other->name_);
     }
+    builtin::CheckSheetName(name, others);
     sheet.name_ = name;
 }
 
 void Workbook::Copy(Sheet& model, const Sheet& after)
 {
     CheckStructure(model.name_);
-    if (!template_[model.origin_].isWorksheet)
+    if (!OriginalOf(model).IsWorksheet())
         throw Error(ErrorKind::NotAWorksheet, model.name_);
     if (sheets_.size() >= std::numeric_limits<std::int16_t>::max())
         throw Error(ErrorKind::SheetNotCopied, model.name_, "the workbook has too many sheets");
-    Naming([&] { CheckCopyable(model); });
+    CheckCopyable(model);
     std::vector<std::string> taken;
     for (const auto& sheet : sheets_)
         taken.push_back(sheet->name_);
@@ -194,10 +192,10 @@ void Workbook::Copy(Sheet& model, const Sheet& after)
 void Workbook::Write(Sheet& sheet, std::int32_t row, std::int32_t column,
                      const generate::CellValue& value)
 {
-    if (!template_[sheet.origin_].isWorksheet)
+    if (!OriginalOf(sheet).IsWorksheet())
         throw Error(ErrorKind::NotAWorksheet, sheet.name_);
     if (!sheet.cells_)
-        sheet.cells_.emplace(TextOf(sheet.origin_));
+        sheet.cells_.emplace(OriginalOf(sheet).Text());
     sheet.cells_->CheckWritable(row, column, CellFormats());
     if (!sheet.cells_->TakesValue(row, column))
         return;
@@ -208,25 +206,19 @@ void Workbook::Write(Sheet& sheet, std::int32_t row, std::int32_t column,
         sheet.cells_->Set(row, column, std::get<std::int16_t>(value));
 }
 
-std::string_view Workbook::BytesOf(const TemplateSheet& sheet) const
+/// What cannot be copied is told when it is asked for, not when the workbook is saved.
+void Workbook::CheckCopyable(const Sheet& model)
 {
-    return sheet.place.In(stream_);
-}
-
-const std::shared_ptr<const SheetText>& Workbook::TextOf(std::size_t origin)
-{
-    auto& sheet = template_[origin];
-    if (!sheet.text)
-        sheet.text = std::make_shared<SheetText>(std::string(BytesOf(sheet)), sheet.place.begin);
-    return sheet.text;
-}
-
-const FormulaFacts& Workbook::FactsOf(std::size_t origin)
-{
-    auto& sheet = template_[origin];
-    if (!sheet.facts)
-        sheet.facts = ReadFacts(BytesOf(sheet));
-    return *sheet.facts;
+    if (std::find(copyable_.begin(), copyable_.end(), model.origin_) != copyable_.end())
+        return;
+    const std::vector<SavedSheet> copy = {{model.name_, model.origin_, true}};
+    try {
+        CopyIdentities(*globals_, *file_, template_, copy);
+    }
+    catch (const Error& error) {
+        throw Error(error.Kind(), model.name_, error.Cause());
+    }
+    copyable_.push_back(model.origin_);
 }
 
 SharedStrings& Workbook::Strings()

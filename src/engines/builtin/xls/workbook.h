@@ -1,16 +1,11 @@
 #pragma once
 
 #include "engines/builtin/xls/compound_file.h"
-#include "engines/builtin/xls/drawing_group.h"
-#include "engines/builtin/xls/embedded_objects.h"
-#include "engines/builtin/xls/formula_map.h"
 #include "engines/builtin/xls/globals.h"
 #include "engines/builtin/xls/references.h"
 #include "engines/builtin/xls/shared_strings.h"
 #include "engines/builtin/xls/sheet_cells.h"
-#include "engines/builtin/xls/sheet_places.h"
-#include "engines/builtin/xls/sheet_tables.h"
-#include "engines/builtin/xls/sheet_text.h"
+#include "engines/builtin/xls/template_sheet.h"
 #include "generate/spreadsheet.h"
 
 #include <cstddef>
@@ -25,26 +20,8 @@
 
 namespace orrery::xls {
 
-class CompoundWriter;
 class StreamSink;
 class Workbook;
-
-/// A sheet of the template: its substream in the workbook stream and what was found in it.
-struct TemplateSheet {
-    TemplateSheet(std::string_view stream, Span bytes) : place(bytes), places(bytes.In(stream)) {}
-
-    Span place; ///< from its BOF to its EOF record
-    Span tail;  ///< what lies between it and the next sheet in the stream; belongs to nothing
-    bool isWorksheet = false;
-    SheetPlaces places;
-    // read when they are asked for
-    std::shared_ptr<const SheetText> text;
-    std::optional<FormulaFacts> facts;
-    std::optional<DrawingPlaces> drawings;
-    std::optional<EmbeddedPlaces> embedded;
-    std::optional<TablePlaces> tables;
-    bool isCopyable = false; // was found to be
-};
 
 /// A sheet of an open .xls workbook. It shares the template's bytes with its copies and keeps what
 /// was written over them; its bytes as saved are made when the workbook is saved.
@@ -85,7 +62,6 @@ public:
 private:
     friend class Sheet;
     using SheetList = std::vector<std::unique_ptr<Sheet>>;
-    struct DrawingGroups;
     struct Saving;
 
     /// Does something; an error that does not name the file then does.
@@ -94,18 +70,13 @@ private:
     void ReadSheets();
     void FindTails();
     std::size_t PositionOf(const Sheet& sheet) const;
+    TemplateSheet& OriginalOf(const Sheet& sheet) { return template_[sheet.origin_]; }
     void CheckStructure(const std::string& name) const;
     void Rename(Sheet& sheet, std::string_view name);
     void Copy(Sheet& model, const Sheet& after);
     void Write(Sheet& sheet, std::int32_t row, std::int32_t column,
                const generate::CellValue& value);
     void CheckCopyable(const Sheet& model);
-    const DrawingPlaces& DrawingsOf(std::size_t origin);
-    const EmbeddedPlaces& EmbeddedIn(std::size_t origin);
-    const TablePlaces& TablesIn(std::size_t origin);
-    std::string_view BytesOf(const TemplateSheet& sheet) const;
-    const std::shared_ptr<const SheetText>& TextOf(std::size_t origin);
-    const FormulaFacts& FactsOf(std::size_t origin);
     SharedStrings& Strings();
     const Formats& CellFormats();
 
@@ -118,10 +89,7 @@ private:
     bool ReadsOneOf(const Sheet& sheet, const std::vector<bool>& changed);
     std::uint32_t TextReferences();
     SheetNameLookup NamesFor(const Sheet* owner) const;
-    void GiveDrawingIds(Saving& saving);
-    void NameTables(Saving& saving);
-    void CopyEmbedded(Saving& saving, CompoundWriter& writer);
-    void MakeCopy(std::string& bytes, std::size_t position, const Saving& saving);
+    TextPatch MakeCopy(std::string& bytes, std::size_t position, const Saving& saving);
     void WriteStream(StreamSink& sink, const Saving& saving);
     std::string GlobalsBytes(const Saving& saving);
     std::string SheetBytes(std::size_t position, std::size_t offset, const Saving& saving);
@@ -135,6 +103,7 @@ private:
     std::vector<TemplateSheet> template_;
     Span end_; // what lies behind the last sheet in the stream
     SheetList sheets_;
+    std::vector<std::size_t> copyable_; // origins that were found to be
     std::optional<SharedStrings> strings_;
     std::optional<Formats> formats_;
 };

@@ -10,7 +10,6 @@ namespace orrery::xlsx {
 namespace {
 
 using builtin::CopyName;
-using builtin::IsValidSheetName;
 using builtin::SameSheetName;
 using util::Error;
 using util::ErrorKind;
@@ -150,12 +149,12 @@ void Workbook::Rename(Sheet& sheet, std::string_view name)
     if (name == sheet.name_)
         return;
     CheckStructure(sheet.name_);
-    if (!IsValidSheetName(name))
-        throw Error(ErrorKind::InvalidSheetName, std::string(name));
+    std::vector<std::string> others;
     for (const auto& other : sheets_) {
-        if (other.get() != &sheet && SameSheetName(other->name_, name))
-            throw Error(ErrorKind::SheetNameTaken, std::string(name));
+        if (other.get() != &sheet)
+            others.push_back(other->name_);
     }
+    builtin::CheckSheetName(name, others);
     sheet.name_ = name;
 }
 

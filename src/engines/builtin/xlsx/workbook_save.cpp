@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/workbook.h"
 
+#include "engines/builtin/common/recalculation.h"
 #include "engines/builtin/xlsx/document_titles.h"
 
 #include <algorithm>
@@ -59,17 +60,13 @@ bool Workbook::HasRenamedOriginals() const
 // when its formulas may read one that is.
 std::vector<bool> Workbook::SheetsToRecalculate() const
 {
-    std::vector<bool> changed(sheets_.size());
-    bool found = false;
-    for (std::size_t i = 0; i < sheets_.size(); ++i)
-        found |= changed[i] = sheets_[i]->IsWritten();
-    while (found) {
-        found = false;
-        for (std::size_t i = 0; i < sheets_.size(); ++i) {
-            if (!changed[i] && ReadsOneOf(*sheets_[i], changed))
-                found = changed[i] = true;
-        }
-    }
+    std::vector<bool> changed;
+    for (const auto& sheet : sheets_)
+        changed.push_back(sheet->IsWritten());
+    changed = builtin::SpreadChanges(std::move(changed),
+                                     [this](std::size_t i, const std::vector<bool>& others) {
+                                         return ReadsOneOf(*sheets_[i], others);
+                                     });
     for (std::size_t i = 0; i < sheets_.size(); ++i)
         changed[i] = changed[i] && sheets_[i]->kind_ == Sheet::Kind::Worksheet &&
                      sheets_[i]->Text()->HasFormulas();

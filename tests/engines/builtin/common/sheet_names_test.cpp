@@ -1,6 +1,8 @@
 #include "engines/builtin/common/sheet_names.h"
+#include "util/error.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 
 #include <string>
 
@@ -29,6 +31,24 @@ TEST(IsValidSheetNameTest, RefusesWhatExcelRefuses)
           "a\tb", "a\nb", "a\x7f", "\xff", "\xc3", "\xef\xbf\xbf"})
         EXPECT_FALSE(IsValidSheetName(name)) << name;
     EXPECT_FALSE(IsValidSheetName(std::string_view("a\0b", 3)));
+}
+
+TEST(CheckSheetNameTest, RefusesInvalidNamesAndThoseOfOthers)
+{
+    const auto problem = [](std::string_view name) -> std::optional<util::ErrorKind> {
+        try {
+            CheckSheetName(name, {"Plan", "M\xC3\xA4rz"});
+        }
+        catch (const util::Error& error) {
+            EXPECT_EQ(error.Subject(), name);
+            return error.Kind();
+        }
+        return std::nullopt;
+    };
+    EXPECT_EQ(problem("June"), std::nullopt);
+    EXPECT_EQ(problem("a/b"), util::ErrorKind::InvalidSheetName);
+    EXPECT_EQ(problem("pLAN"), util::ErrorKind::SheetNameTaken);
+    EXPECT_EQ(problem("M\xC3\x84RZ"), util::ErrorKind::SheetNameTaken);
 }
 
 TEST(IsValidSheetNameTest, CountsUtf16Units)

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "engines/builtin/xls/drawing_places.h"
+#include "engines/builtin/xls/embedded_objects.h"
+#include "engines/builtin/xls/formula_map.h"
+#include "engines/builtin/xls/globals.h"
+#include "engines/builtin/xls/sheet_places.h"
+#include "engines/builtin/xls/sheet_tables.h"
+#include "engines/builtin/xls/sheet_text.h"
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace orrery::xls {
+
+/// A sheet of the template: its substream in the workbook stream, and what is found in it when it
+/// is asked for. The stream has to live as long.
+class TemplateSheet {
+public:
+    /// `place` reaches from the sheet's BOF to its EOF record.
+    TemplateSheet(std::string_view stream, Span place, bool isWorksheet);
+
+    const Span& Place() const { return place_; }
+    std::string_view Bytes() const { return place_.In(stream_); }
+    /// Whether it has cells that a calendar can be written into.
+    bool IsWorksheet() const { return isWorksheet_ && !places_.IsDialog(); }
+    const SheetPlaces& Places() const { return places_; }
+
+    const std::shared_ptr<const SheetText>& Text();
+    const FormulaFacts& Facts();
+    const DrawingPlaces& Drawings();
+    const EmbeddedPlaces& Embedded();
+    const TablePlaces& Tables();
+
+    /// What lies between it and the next sheet in the stream; it belongs to nothing.
+    std::string_view Tail() const { return tail_.In(stream_); }
+    void SetTail(Span tail) { tail_ = tail; }
+
+private:
+    std::string_view stream_;
+    Span place_;
+    Span tail_;
+    bool isWorksheet_;
+    SheetPlaces places_;
+    std::shared_ptr<const SheetText> text_;
+    std::optional<FormulaFacts> facts_;
+    std::optional<DrawingPlaces> drawings_;
+    std::optional<EmbeddedPlaces> embedded_;
+    std::optional<TablePlaces> tables_;
+};
+
+} // namespace orrery::xls

@@ -1,5 +1,6 @@
 import java.io.BufferedReader;
 import java.io.File;
+import java.io.FileNotFoundException;
 import java.io.InputStreamReader;
 import java.io.PrintStream;
 import java.nio.charset.StandardCharsets;
@@ -211,11 +212,22 @@ public class HssfDump {
                 seen.add(section(() -> ((HSSFPicture)shape).getPictureData() == null
                         ? "no picture" : ((HSSFPicture)shape).getPictureData().getData().length));
             if (shape instanceof HSSFObjectData)
-                seen.add(section(() -> ((HSSFObjectData)shape).hasDirectoryEntry()
-                        ? ((HSSFObjectData)shape).getDirectory().getEntryCount() : -1));
+                seen.add(section(() -> storageEntries((HSSFObjectData)shape)));
             found.add(seen);
             if (shape instanceof HSSFShapeGroup)
                 addShapes((HSSFShapeGroup)shape, found);
+        }
+    }
+
+    /**
+     * How many entries an object's storage has; -1 where it has none. For controls POI looks for a
+     * storage too, by the offset of their data in a stream.
+     */
+    private static int storageEntries(HSSFObjectData object) throws Exception {
+        try {
+            return object.hasDirectoryEntry() ? object.getDirectory().getEntryCount() : -1;
+        } catch (FileNotFoundException failure) {
+            return -1;
         }
     }
 

@@ -5,10 +5,12 @@ from collections import Counter
 
 import xls_book as biff
 import xls_drawing
+import xls_embedded
+import xls_tables
 from formulas import Names
 from xls_places import SOURCE
 from xls_records import (compare_cells, compare_drawings, compare_records, compare_rows, is_stored,
-                         storage_of, written_failures)
+                         written_failures)
 from xls_tokens import SELF, Speller, refers_to, sheets_read
 
 SHOWN = 6  # failures of one kind in a sheet
@@ -91,7 +93,8 @@ class EditedBook:
         for what in sorted({*counted, *self.counted}):
             if counted[what] != self.counted[what]:
                 yield f"{counted[what]} {what}, the model has {self.counted[what]}"
-        yield from self._storages(sheet)
+        yield from xls_embedded.sheet_failures(self.model, sheet)
+        yield from xls_tables.sheet_failures(self.model, sheet, is_copy=index > 0)
         yield from self._names(index)
 
     def _names(self, index):
@@ -111,14 +114,6 @@ class EditedBook:
             if got[name] != expected[name]:
                 yield f"the name {name!r} is {got[name]}, should be {expected[name]}"
 
-    def _storages(self, sheet):
-        """An embedded object's storage is there, and holds what the model's holds."""
-        for mine, other in zip(self.model.all_of(biff.OBJ), sheet.all_of(biff.OBJ)):
-            left, right = (storage_of(file, data) for file, data in
-                           ((self.before.file, mine), (self.after.file, other)))
-            if left != right:
-                yield "an embedded object's storage is missing or another"
-
     def _other_failures(self, index, sheet, twin):
         """Every other sheet is as it was, its formulas spelled with the new indexes."""
         shift = index + (self.copies if index > self.first else 0)
@@ -133,6 +128,8 @@ class EditedBook:
             yield from compare_cells(sheet, twin, spellers)
             yield from compare_rows(sheet, twin, ())
             yield from compare_drawings(sheet, twin)
+        yield from xls_embedded.sheet_failures(sheet, twin)
+        yield from xls_tables.sheet_failures(sheet, twin, is_copy=False)
         if sheet.state != twin.state or sheet.kind != twin.kind:
             yield f"is of kind {twin.kind}, state {twin.state}"
         for where, (tokens, _, _) in twin.formulas.items():

@@ -10,14 +10,16 @@ from xml.etree import ElementTree
 
 from cells import SheetCells, shared_strings, string_text
 from counts import count_sheet
-from opc import Package, local
+from opc import Package, inside, local
+from volatile import changing_cells
+from xls_book import LAST_CELL
 from xls_views import BookView, SheetView
 
 _CONTROL = re.compile(r"[\x00-\x08\x0b-\x1f]|_x[0-9A-Fa-f]{4}_")
 # No merges: LibreOffice makes some of texts that are centred across empty cells.
 _OWNED = ("comments", "pictures", "shapes", "anchors", "charts", "chart series",
           "validations", "conditional formats", "conditional rules", "hyperlinks", "autofilters",
-          "page breaks", "protection", "panes", "column widths", "header/footer")
+          "page breaks", "protection", "panes", "header/footer")
 _OFFICE_KINDS = {"s": "text", "inlineStr": "text", "str": "text", "n": "number", "b": "logical",
                  "e": "error"}
 PDF = 'pdf:calc_pdf_Export:{"PageRange":{"type":"string","value":"1-30"}}'
@@ -37,7 +39,7 @@ def office_view(path):
         view = SheetView(sheet.name)
         if sheet.kind == "worksheet":
             cells = SheetCells(package.tree(sheet.part))
-            texts = cells.formula_texts
+            texts = _formula_texts(cells)
             for where, cell in cells.cells.items():
                 if where in texts:
                     view.cells[where] = ("formula", texts[where], None)
@@ -45,8 +47,37 @@ def office_view(path):
                     view.cells[where] = (*_value(cell, strings), None)
             counted = count_sheet(package, sheet)
             view.owned = {what: counted[what] for what in _OWNED}
+            view.owned["column widths"] = column_widths(cells.root)
         sheets.append(view)
     return BookView(sheets, same_text=_plain)
+
+
+def _formula_texts(cells):
+    """The formula of every formula cell. Of an array's cells LibreOffice gives it to the first
+    alone, and only their values to the others."""
+    texts = dict(cells.formula_texts)
+    for area, first in cells.array_areas("array"):
+        texts.update((where, texts[first]) for where in cells.cells if inside(where, area))
+    return texts
+
+
+def column_widths(root):
+    """(width, hidden, level) of the columns that differ from the others. LibreOffice leaves out
+    those within a 16th of a character of the usual width, unless most of their cells have a format
+    of their own, which values that are written around them change."""
+    format_of = next((child for child in root if local(child.tag) == "sheetFormatPr"), None)
+    usual = float(format_of.get("defaultColWidth", "0")) if format_of is not None else 0.0
+    found = {}
+    for element in root.iter():
+        if local(element.tag) != "col":
+            continue
+        width = float(element.get("width", usual))
+        hidden, level = element.get("hidden", "false"), element.get("outlineLevel", "0")
+        if abs(width - usual) >= 1 / 16 or hidden != "false" or level != "0":
+            last = min(int(element.get("max")), LAST_CELL[1])
+            found.update((column, (width, hidden, level))
+                         for column in range(int(element.get("min")), last + 1))
+    return found
 
 
 def _value(cell, strings):
@@ -57,12 +88,19 @@ def _value(cell, strings):
 
 
 def stored_values(path):
-    """The values of formula cells in what LibreOffice saved, by sheet and position."""
+    """The values of formula cells in what LibreOffice saved, by sheet and position, without those
+    that change by themselves."""
     package = Package(path)
-    return {(sheet.name, where): (cell.kind, cell.value)
-            for sheet in package.sheets if sheet.kind == "worksheet"
-            for where, cell in SheetCells(package.tree(sheet.part)).cells.items()
-            if cell.formula is not None}
+    values, texts = {}, {}
+    for sheet in package.sheets:
+        if sheet.kind == "worksheet":
+            cells = SheetCells(package.tree(sheet.part))
+            for where, text in cells.formula_texts.items():
+                texts[sheet.name, where] = text
+                values[sheet.name, where] = cells.cells[where].kind, cells.cells[where].value
+    for key in changing_cells(texts):
+        del values[key]
+    return values
 
 
 def gnumeric_convert(paths, outdir, jobs, seconds=60):

@@ -3,6 +3,7 @@
 import struct
 
 import xls_book as biff
+import xls_tables
 
 CF, CF12, DV, BRAI, HLINK, CODENAME = 0x1B1, 0x87A, 0x1BE, 0x1051, 0x1B8, 0x1BA
 CUSTOM_VIEW, SOURCE = 0x1AA, 0x51
@@ -116,6 +117,8 @@ def neutral_record(record, speller, link_text):
     if record.type == HLINK:
         text, rest = hyperlink(data)
         return record.type, link_text(text), rest
+    if record.type in xls_tables.KINDS:
+        return record.type, *xls_tables.neutral(record)
     parts, at = [], 0
     for start, end in places_of(record):
         parts += [data[at:start], speller.spell(data[start:end])]

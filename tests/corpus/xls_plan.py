@@ -1,13 +1,14 @@
 """What is done to an .xls workbook: the plan of plan.py, with the rules of its own cells."""
 
+import zlib
 from collections import defaultdict
 from dataclasses import dataclass
 
 import xls_book as biff
 from plan import SHEET_NAMES, Rules, plan_for
 
-# Sheets whose last row is written too; the others reach the last column. A sheet of all rows
-# takes other programs long.
+# The sheet whose last row is written too, the model's or a copy's by turns; the others reach the
+# last column. Other programs take seconds over each sheet of all rows.
 _WHOLE_SHEETS = (0, 7)
 
 
@@ -38,6 +39,8 @@ def make_plan(book, copies=True):
     """`copies` is False for a sheet that is not copied."""
     index = book.first_worksheet()
     sheet = book.sheets[index]
+    can_copy = copies and not book.structure_locked
+    whole = _WHOLE_SHEETS[zlib.crc32(book.stream) % 2] if can_copy else 0
     return plan_for(Model(sheet.name, index), SheetRules(book, sheet), book.structure_locked,
-                    lambda number: number in _WHOLE_SHEETS,
+                    lambda number: number == whole,
                     SHEET_NAMES if copies else SHEET_NAMES[:1])

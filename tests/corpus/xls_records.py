@@ -1,16 +1,15 @@
 """Compares the records, drawings and cells of a sheet with those of the sheet it was made from."""
 
-import struct
 from collections import Counter
 
 import xls_book as biff
 import xls_drawing
+from xls_embedded import without_place
 from xls_places import CODENAME, neutral_record
 
 _DRAWN = {biff.MSODRAWING, biff.CONTINUE, xls_drawing.HEADER_PICTURE, xls_drawing.SELECTION}
 _BESIDE = {biff.INDEX, biff.DBCELL, biff.STRING}
 _NOT_STORED = b"\x03"  # a formula's result that says: an empty text
-_STORAGE_OBJECT = 0x09
 
 
 def compare_records(left, right, spellers, links, whole=False):
@@ -37,43 +36,12 @@ def _looks(record, speller, link):
     if record.depth > 1 and record.type == biff.MSODRAWING:
         return biff.MSODRAWING, len(record.data)  # its shapes are compared with the drawing
     if record.type == biff.OBJ:
-        return neutral_record(record._replace(data=_without_storage(record.data)), speller, link)
+        return neutral_record(record._replace(data=without_place(record.data)), speller, link)
     if record.type == biff.FORMULA and record.depth == 1:  # its stored result is judged apart
         shared = bytes([record.data[14] & 8])
         data = record.data[:6] + shared + bytes(13) + record.data[20:]
         return neutral_record(record._replace(data=data), speller, link)
     return neutral_record(record, speller, link)
-
-
-def _storage_place(data):
-    """Where an object's record holds the number of its storage, or None."""
-    at = 0
-    while at + 4 <= len(data):
-        kind, size = struct.unpack_from("<HH", data, at)
-        if kind == _STORAGE_OBJECT and size >= 6:
-            formula = struct.unpack_from("<H", data, at + 4)[0]
-            place = at + 6 + formula
-            return place if formula and place + 4 <= at + 4 + size else None
-        if kind in (0, 0x13):
-            return None
-        at += 4 + size
-    return None
-
-
-def _without_storage(data):
-    place = _storage_place(data)
-    return data if place is None else data[:place] + bytes(4) + data[place + 4:]
-
-
-def storage_of(file, data):
-    """The content of an object's storage, by the paths inside it; None where it has none."""
-    place = _storage_place(data)
-    if place is None:
-        return None
-    name = f"MBD{struct.unpack_from('<I', data, place)[0]:08X}"
-    found = {path[1:]: entry.identity() for path, entry in file.entries.items()
-             if path[:1] == (name,)}
-    return found or None
 
 
 def compare_drawings(left, right):

@@ -8,6 +8,8 @@ from collections import Counter
 
 import xls_book as biff
 import xls_drawing
+import xls_embedded
+import xls_tables
 from xls_places import formulas_of
 from xls_tokens import bad_indexes, refers_to
 
@@ -16,7 +18,8 @@ REBUILT = {"INDEX", "DBCELL", "DIMENSIONS", "ROW", "order", "EXTSST", "BOUNDSHEE
 
 
 def structure_failures(book):
-    for check in (_sheet_list, _windows, _strings, _names, _code_names, _drawings):
+    for check in (_sheet_list, _windows, _strings, _names, _code_names, _drawings,
+                  _own_data):
         yield from ((None, *failure) for failure in check(book))
     for index, sheet in enumerate(book.sheets):
         if not sheet.records:
@@ -126,6 +129,13 @@ def _drawings(book):
         yield "header drawings", failure
     for failure in xls_drawing.picture_failures(book):
         yield "pictures", failure
+
+
+def _own_data(book):
+    for kind, found in (("tables", xls_tables.book_failures(book)),
+                        ("embedded data", xls_embedded.book_failures(book))):
+        for failure in found:
+            yield kind, failure
 
 
 def _objects(sheet):

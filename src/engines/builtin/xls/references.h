@@ -29,6 +29,7 @@ std::vector<std::size_t> PositionsOfOriginals(const std::vector<SavedSheet>& she
 /// of its own that is the same, and not for macros.
 class References {
 public:
+    /// Both have to live as long.
     References(const Globals& globals, const std::vector<SavedSheet>& sheets);
 
     /// Whether indexes in the formulas of the sheet at a position change; only those of copies do.

@@ -84,8 +84,9 @@ TEST(ReferencesTest, ANameInATwinIsTheTwinOfThatName)
     const std::string toFirst = '\x23' + Numbers({1, 0}); // PtgName of the first name
     const auto stream = StreamWith(NameOf("Base", 2, CellOn(1)) + NameOf("Above", 2, toFirst));
     const Globals globals(stream);
-    const References references(
-        globals, {{"A", 0, false}, {"B", 1, false}, {"B1", 1, true}, {"C", 2, false}});
+    const std::vector<SavedSheet> sheets = {
+        {"A", 0, false}, {"B", 1, false}, {"B1", 1, true}, {"C", 2, false}};
+    const References references(globals, sheets);
     EXPECT_EQ(references.AddedNames(),
               NameOf("Base", 3, CellOn(4)) + NameOf("Above", 3, '\x23' + Numbers({3, 0})));
 }
@@ -105,7 +106,8 @@ TEST(ReferencesTest, AWorkbookWithoutReferencesGetsNone)
     const auto stream = BofOf(5) + BoundSheetOf("A", 1) +
                         NameOf("Own", 1, "\x1E\x01" + std::string(1, '\0')) + EofRecord();
     const Globals globals(stream);
-    const References references(globals, {{"A", 0, false}, {"A (2)", 0, true}});
+    const std::vector<SavedSheet> sheets = {{"A", 0, false}, {"A (2)", 0, true}};
+    const References references(globals, sheets);
     EXPECT_EQ(references.ExternSheet(), "");
     EXPECT_EQ(references.AddedNames(), NameOf("Own", 2, "\x1E\x01" + std::string(1, '\0')));
 }

@@ -9,18 +9,16 @@ month page has to equal the model page outside the cells that the parameter file
 name runs over, and a footer with the sheet's name).
 """
 
-import argparse
 import configparser
 import glob
 import os
 import pathlib
-import shutil
 import subprocess
 import sys
-import tempfile
 
 import openpyxl
 
+import page_command
 import pages
 from opc import area_bounds, cell_name, cell_position
 
@@ -240,23 +238,5 @@ def check(options, work):
             yield from template.compare(template.pictures(office), options.keep)
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--cli", required=True)
-    parser.add_argument("--data", required=True)
-    parser.add_argument("--year", type=int, default=2027)
-    parser.add_argument("--keep", help="folder for the pictures of the pages, kept afterwards")
-    options = parser.parse_args()
-    work = tempfile.mkdtemp(prefix="orrery-pages-")
-    try:
-        failures = list(check(options, work))
-    finally:
-        shutil.rmtree(work, ignore_errors=True)
-    for failure in failures:
-        print(f"FAILED {failure}")
-    print(f"{len(failures)} failures")
-    return 1 if failures else 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(page_command.run(check, __doc__.splitlines()[0], "orrery-pages-"))

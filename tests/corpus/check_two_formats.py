@@ -9,17 +9,15 @@ and as PDF: formulas and their results, conditional formats, validations and pri
 compared in the one, the pictures of the pages in the other.
 """
 
-import argparse
 import os
 import pathlib
-import shutil
 import sys
-import tempfile
 
 import numpy
 import openpyxl
 
 import looks
+import page_command
 import pages
 from check_templates_pages import generate
 from opc import cell_name
@@ -214,23 +212,5 @@ def check(options, work):
         yield from (f"{name}: {failure}" for failure in failures)
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--cli", required=True)
-    parser.add_argument("--data", required=True)
-    parser.add_argument("--year", type=int, default=2027)
-    parser.add_argument("--keep", help="folder for the pictures of the pages, kept afterwards")
-    options = parser.parse_args()
-    work = tempfile.mkdtemp(prefix="orrery-formats-")
-    try:
-        failures = list(check(options, work))
-    finally:
-        shutil.rmtree(work, ignore_errors=True)
-    for failure in failures:
-        print(f"FAILED {failure}")
-    print(f"{len(failures)} failures")
-    return 1 if failures else 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(page_command.run(check, __doc__.splitlines()[0], "orrery-formats-"))

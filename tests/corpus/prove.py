@@ -16,7 +16,6 @@ import multiprocessing
 import multiprocessing.pool
 import os
 import shutil
-import subprocess
 import sys
 import tempfile
 import time
@@ -30,43 +29,14 @@ import validator
 from edited import EditedWorkbook
 from opc import Package
 from plan import judge_refusals, make_plan
-from results import Result, load_features, report
+from results import Case, Result, load_features, report
 from workbook import workbook_failures
 
 SKIPPED = 77
 
 
-class Case:
+class WorkbookCase(Case):
     """One workbook of the corpus, saved unchanged and edited."""
-
-    def __init__(self, options, row):
-        self.options, self.row = options, row
-        self.path = os.path.join(options.corpus, row["file"])
-        self.result = Result(row["file"])
-        stem, extension = os.path.splitext(os.path.basename(self.path))
-        self.same = os.path.join(options.work, "same", stem + extension)
-        self.edited = os.path.join(options.work, "edited", stem + extension)
-        self.plan_path = os.path.join(options.work, "plans", stem + extension + ".tsv")
-
-    def run(self):
-        begin = time.monotonic()
-        try:
-            self._run()
-        except Exception:  # whatever breaks a check is a failure of this file
-            self._fail(f"the check itself broke: {traceback.format_exc(limit=-4)}")
-        self.result.seconds = time.monotonic() - begin
-        return self.result
-
-    def _fail(self, what):
-        self.result.failures.append(what)
-
-    def _drive(self, *arguments):
-        done = subprocess.run([self.options.driver, *arguments], stdout=subprocess.PIPE,
-                              stderr=subprocess.PIPE, timeout=120, check=False, text=True)
-        if done.returncode:
-            self._fail(f"{arguments[0]} ended with {done.returncode}: {done.stderr.strip()[:300]}")
-            return None
-        return done.stdout
 
     def _run(self):
         before = Package(self.path)
@@ -168,7 +138,7 @@ def judge_office(arguments):
 
 
 def run_case(arguments):
-    return Case(*arguments).run()
+    return WorkbookCase(*arguments).run()
 
 
 def prove_workbooks(options, rows):

@@ -9,8 +9,6 @@ is a failure.
 import multiprocessing
 import multiprocessing.pool
 import os
-import subprocess
-import time
 import traceback
 from collections import Counter
 from dataclasses import dataclass
@@ -20,7 +18,7 @@ import xls_embedded
 import xls_office
 import xls_structure
 from plan import judge_refusals
-from results import Result, load_features
+from results import Case, load_features
 from xls_book import Book
 from xls_compound import CompoundFile, added, same_failures
 from xls_copies import EditedBook
@@ -44,38 +42,12 @@ class Made:
     gnumeric: dict
 
 
-class Case:
+class WorkbookCase(Case):
     """One workbook of the corpus, saved unchanged and edited."""
 
     def __init__(self, options, row):
-        self.options, self.row = options, row
-        self.path = os.path.join(options.corpus, row["file"])
-        self.result = Result(row["file"])
-        name = os.path.basename(self.path)
-        self.same, self.edited, self.near, self.plan_path = (
-            os.path.join(options.work, folder, name)
-            for folder in ("same", "edited", "near", "plans"))
-
-    def run(self):
-        begin = time.monotonic()
-        try:
-            self._run()
-        except Exception:  # whatever breaks a check is a failure of this file
-            self._fail(f"the check itself broke: {traceback.format_exc(limit=-4)}")
-        self.result.seconds = time.monotonic() - begin
-        return self.result
-
-    def _fail(self, what):
-        self.result.failures.append(what)
-
-    def _drive(self, *arguments):
-        """What the driver printed; None, and a failure, where it ended with an error."""
-        done = subprocess.run([self.options.driver, *arguments], stdout=subprocess.PIPE,
-                              stderr=subprocess.PIPE, timeout=120, check=False, text=True)
-        if done.returncode:
-            self._fail(f"{arguments[0]} ended with {done.returncode}: {done.stderr.strip()[:300]}")
-            return None
-        return done.stdout
+        super().__init__(options, row)
+        self.near = self._place("near")
 
     def _run(self):
         if self._drive("same", self.path, self.same) is not None:
@@ -164,7 +136,7 @@ _MAY_GO = {"no_cells", "no_sst", "plain", "single_sheet", "grouped_tabs", "strea
 
 
 def run_case(arguments):
-    return Case(*arguments).run()
+    return WorkbookCase(*arguments).run()
 
 
 def prove(options, rows):

@@ -3,6 +3,9 @@
 import functools
 import importlib.util
 import os
+import subprocess
+import time
+import traceback
 from collections import Counter
 from dataclasses import dataclass, field
 
@@ -24,6 +27,44 @@ class Result:
     has_pivots: bool = False
     seconds: float = 0
     message: str = ""  # what the driver said when it refused the file
+
+
+class Case:
+    """One workbook of the corpus, saved unchanged and edited by the driver; see `_run`."""
+
+    def __init__(self, options, row):
+        self.options, self.row = options, row
+        self.path = os.path.join(options.corpus, row["file"])
+        self.result = Result(row["file"])
+        self.same, self.edited, self.plan_path = map(self._place, ("same", "edited", "plans"))
+
+    def _place(self, folder):
+        """Where a file of this workbook lies in a folder of the work."""
+        return os.path.join(self.options.work, folder, os.path.basename(self.path))
+
+    def run(self):
+        begin = time.monotonic()
+        try:
+            self._run()
+        except Exception:  # whatever breaks a check is a failure of this file
+            self._fail(f"the check itself broke: {traceback.format_exc(limit=-4)}")
+        self.result.seconds = time.monotonic() - begin
+        return self.result
+
+    def _run(self):
+        raise NotImplementedError
+
+    def _fail(self, what):
+        self.result.failures.append(what)
+
+    def _drive(self, *arguments):
+        """What the driver printed; None, and a failure, where it ended with an error."""
+        done = subprocess.run([self.options.driver, *arguments], stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE, timeout=120, check=False, text=True)
+        if done.returncode:
+            self._fail(f"{arguments[0]} ended with {done.returncode}: {done.stderr.strip()[:300]}")
+            return None
+        return done.stdout
 
 
 def report(results):

@@ -2,7 +2,6 @@
 
 #include "util/error.h"
 
-#include <bit>
 #include <cassert>
 #include <utility>
 
@@ -34,11 +33,6 @@ void ThrowTooShort()
     ThrowDamaged("a record is shorter than its content");
 }
 
-double ReadDouble(std::string_view bytes, std::size_t at)
-{
-    return std::bit_cast<double>(ReadU64(bytes, at));
-}
-
 void AppendU8(std::string& bytes, std::uint8_t value)
 {
     Append(bytes, value);
@@ -57,11 +51,6 @@ void AppendU32(std::string& bytes, std::uint32_t value)
 void AppendU64(std::string& bytes, std::uint64_t value)
 {
     Append(bytes, value);
-}
-
-void AppendDouble(std::string& bytes, double value)
-{
-    Append(bytes, std::bit_cast<std::uint64_t>(value));
 }
 
 void PutU8(std::string& bytes, std::size_t at, std::uint8_t value)

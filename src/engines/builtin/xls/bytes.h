@@ -56,13 +56,10 @@ inline std::uint64_t ReadU64(std::string_view bytes, std::size_t at)
     return ReadNumber<std::uint64_t>(bytes, at);
 }
 
-double ReadDouble(std::string_view bytes, std::size_t at);
-
 void AppendU8(std::string& bytes, std::uint8_t value);
 void AppendU16(std::string& bytes, std::uint16_t value);
 void AppendU32(std::string& bytes, std::uint32_t value);
 void AppendU64(std::string& bytes, std::uint64_t value);
-void AppendDouble(std::string& bytes, double value);
 
 /// Writes over bytes that are there (assert).
 void PutU8(std::string& bytes, std::size_t at, std::uint8_t value);

@@ -121,67 +121,6 @@ std::size_t TokenSize(std::string_view token)
     }
 }
 
-/// A column as references hold it, with the flags of both directions.
-class Column {
-public:
-    explicit Column(std::uint16_t bits) : bits_(bits) {}
-
-    bool IsRelative() const { return (bits_ & 0x4000) != 0; }
-    bool IsRowRelative() const { return (bits_ & 0x8000) != 0; }
-    std::uint16_t Number() const { return bits_ & 0xFF; }
-    /// The same flags with the column that is that many further right, from the left edge again
-    /// behind the right one.
-    std::uint16_t Moved(std::uint16_t columns) const
-    {
-        return static_cast<std::uint16_t>((bits_ & 0xC000) | ((bits_ + columns) & 0xFF));
-    }
-
-private:
-    std::uint16_t bits_;
-};
-
-/// Makes the offsets of a relative reference the cell that they mean.
-void Resolve(std::string& rgce, std::size_t rowAt, std::size_t columnAt, std::uint16_t row,
-             std::uint16_t column)
-{
-    const Column target(ReadU16(rgce, columnAt));
-    if (target.IsRowRelative())
-        PutU16(rgce, rowAt, static_cast<std::uint16_t>(ReadU16(rgce, rowAt) + row));
-    PutU16(rgce, columnAt, target.Moved(target.IsRelative() ? column : 0));
-}
-
-void SwapU16(std::string& bytes, std::size_t a, std::size_t b)
-{
-    std::swap(bytes[a], bytes[b]);
-    std::swap(bytes[a + 1], bytes[b + 1]);
-}
-
-/// Gives the columns at `a` and `b` each other's flag of the row.
-void SwapRowFlags(std::string& rgce, std::size_t a, std::size_t b)
-{
-    constexpr unsigned kRowFlag = 0x8000;
-    const unsigned changed = (ReadU16(rgce, a) ^ ReadU16(rgce, b)) & kRowFlag;
-    PutU16(rgce, a, static_cast<std::uint16_t>(ReadU16(rgce, a) ^ changed));
-    PutU16(rgce, b, static_cast<std::uint16_t>(ReadU16(rgce, b) ^ changed));
-}
-
-/// An area begins at its upper left corner, also where one of its ends came round an edge.
-void OrderCorners(std::string& rgce, std::size_t area)
-{
-    const std::size_t row1 = area;
-    const std::size_t row2 = area + 2;
-    const std::size_t column1 = area + 4;
-    const std::size_t column2 = area + 6;
-    if (ReadU16(rgce, row1) > ReadU16(rgce, row2)) {
-        SwapU16(rgce, row1, row2);
-        SwapRowFlags(rgce, column1, column2);
-    }
-    if (Column(ReadU16(rgce, column1)).Number() > Column(ReadU16(rgce, column2)).Number()) {
-        SwapU16(rgce, column1, column2);
-        SwapRowFlags(rgce, column1, column2); // they belong to the rows, which stay
-    }
-}
-
 } // namespace
 
 std::optional<FormulaToken> FormulaTokenReader::Next()
@@ -228,30 +167,6 @@ bool IsRestless(std::string_view rgce, const FormulaToken& token)
     default:
         return false;
     }
-}
-
-std::optional<std::string> ExpandSharedFormula(std::string_view rgce, std::uint16_t row,
-                                               std::uint16_t column)
-{
-    constexpr std::uint8_t kToOrdinary = 8; // relative references come that far behind their kin
-    std::string expanded(rgce);
-    FormulaTokenReader reader(rgce);
-    while (const auto token = reader.Next()) {
-        if (token->id != kRelativeCell && token->id != kRelativeArea)
-            continue;
-        const std::size_t at = token->begin + 1;
-        PutU8(expanded, token->begin,
-              static_cast<std::uint8_t>(ReadU8(expanded, token->begin) - kToOrdinary));
-        if (token->id == kRelativeCell) {
-            Resolve(expanded, at, at + 2, row, column);
-        }
-        else {
-            Resolve(expanded, at, at + 4, row, column);
-            Resolve(expanded, at + 2, at + 6, row, column);
-            OrderCorners(expanded, at);
-        }
-    }
-    return reader.Complete() ? std::optional(std::move(expanded)) : std::nullopt;
 }
 
 } // namespace orrery::xls

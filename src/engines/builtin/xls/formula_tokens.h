@@ -52,10 +52,4 @@ std::optional<FormulaUse> UseOf(const FormulaToken& token);
 /// itself (TODAY), or the mark of a formula that has one.
 bool IsRestless(std::string_view rgce, const FormulaToken& token);
 
-/// The expression of a shared formula as it reads in the cell at `row` and `column` (both from 0):
-/// relative references become those of this cell and wrap at the edges of the sheet. Its size stays
-/// the same. Nothing where a token is unknown. [MS-XLS] 2.5.198.88, 2.5.198.31
-std::optional<std::string> ExpandSharedFormula(std::string_view rgce, std::uint16_t row,
-                                               std::uint16_t column);
-
 } // namespace orrery::xls

@@ -18,7 +18,6 @@ enum class RecordType : std::uint16_t {
     Protect = 0x0012,
     ExternSheet = 0x0017,
     Name = 0x0018, // "Lbl"
-    WindowProtect = 0x0019,
     Note = 0x001C,
     Selection = 0x001D,
     ExternName = 0x0023,
@@ -32,7 +31,6 @@ enum class RecordType : std::uint16_t {
     ColumnInfo = 0x007D,
     SheetProperties = 0x0081, // "WsBool"
     BoundSheet = 0x0085,      // "BoundSheet8"
-    HasObjectProject = 0x00D3,
     MulRk = 0x00BD,
     MulBlank = 0x00BE,
     RichString = 0x00D6, // "RString"
@@ -47,9 +45,7 @@ enum class RecordType : std::uint16_t {
     ExtSst = 0x00FF,
     TabIds = 0x013D, // "RRTabId"
     SupBook = 0x01AE,
-    UserBookView = 0x01A9,
     UserSheetViewBegin = 0x01AA,
-    ConditionalFormatHeader = 0x01B0,
     ConditionalFormat = 0x01B1,
     TextObject = 0x01B6, // "TxO"
     Hyperlink = 0x01B8,

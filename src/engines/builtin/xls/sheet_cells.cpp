@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/sheet_cells.h"
 
+#include "engines/builtin/common/cell_checks.h"
 #include "util/error.h"
 
 #include <algorithm>
@@ -43,15 +44,10 @@ void ForEachReplaced(const SheetIndex& index, const std::vector<SheetCells::Writ
 void SheetCells::CheckWritable(std::int32_t row, std::int32_t column, const Formats& formats) const
 {
     if (!IsInsideSheet(row, column))
-        throw util::Error(util::ErrorKind::CellOutsideSheet,
-                          "row " + std::to_string(row) + ", column " + std::to_string(column));
+        builtin::ThrowOutsideSheet(row, column);
     if (!text_->HasCells())
         throw util::Error(util::ErrorKind::DamagedWorkbook, {}, "a sheet has no place for cells");
-    const CellAddress cell{row, column};
-    if (text_->IsProtected(cell) && formats.IsLocked(text_->FormatOf(cell)))
-        throw util::Error(util::ErrorKind::CellLocked, FormatCellAddress(cell));
-    if (text_->IsPartOfArray(cell))
-        throw util::Error(util::ErrorKind::PartOfArray, FormatCellAddress(cell));
+    builtin::CheckChangeable(*text_, CellAddress{row, column}, formats);
 }
 
 bool SheetCells::TakesValue(std::int32_t row, std::int32_t column) const
@@ -65,16 +61,6 @@ void SheetCells::Set(std::int32_t row, std::int32_t column, Value value)
     if (TakesValue(row, column))
         written_.push_back(
             {static_cast<std::uint16_t>(row - 1), static_cast<std::uint16_t>(column - 1), value});
-}
-
-bool SheetCells::RemovesFormulas() const
-{
-    bool removes = false;
-    if (text_->HasFormulas())
-        ForEachReplaced(text_->Index(), written_, [&](const CellPlace& place) {
-            removes = removes || place.Has(CellPlace::Formula);
-        });
-    return removes;
 }
 
 std::size_t SheetCells::TextReferences() const

@@ -40,8 +40,6 @@ public:
     void Set(std::int32_t row, std::int32_t column, Value value);
 
     bool Empty() const { return written_.empty(); }
-    /// Whether a formula was written over.
-    bool RemovesFormulas() const;
     /// How many cells refer to shared texts now, those of the text as read among them.
     std::size_t TextReferences() const;
     /// Each written cell once, row by row.

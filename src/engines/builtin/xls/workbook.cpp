@@ -146,9 +146,7 @@ generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
 
 std::size_t Workbook::PositionOf(const Sheet& sheet) const
 {
-    const auto found = std::find_if(sheets_.begin(), sheets_.end(),
-                                    [&](const auto& each) { return each.get() == &sheet; });
-    return static_cast<std::size_t>(found - sheets_.begin());
+    return builtin::PositionOf(sheets_, sheet);
 }
 
 void Workbook::CheckStructure(const std::string& name) const
@@ -162,12 +160,7 @@ void Workbook::Rename(Sheet& sheet, std::string_view name)
     if (name == sheet.name_)
         return;
     CheckStructure(sheet.name_);
-    std::vector<std::string> others;
-    for (const auto& other : sheets_) {
-        if (other.get() != &sheet)
-            others.push_back(other->name_);
-    }
-    builtin::CheckSheetName(name, others);
+    builtin::CheckSheetName(name, builtin::NamesBeside(sheets_, &sheet));
     sheet.name_ = name;
 }
 
@@ -179,9 +172,7 @@ void Workbook::Copy(Sheet& model, const Sheet& after)
     if (sheets_.size() >= std::numeric_limits<std::int16_t>::max())
         throw Error(ErrorKind::SheetNotCopied, model.name_, "the workbook has too many sheets");
     CheckCopyable(model);
-    std::vector<std::string> taken;
-    for (const auto& sheet : sheets_)
-        taken.push_back(sheet->name_);
+    const auto taken = builtin::NamesBeside<Sheet>(sheets_, nullptr);
     auto copy = std::make_unique<Sheet>(*this, CopyName(model.name_, taken), model.origin_);
     copy->isCopy_ = true;
     copy->cells_ = model.cells_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/builtin/common/sheet_list.h"
 #include "engines/builtin/xls/compound_file.h"
 #include "engines/builtin/xls/globals.h"
 #include "engines/builtin/xls/references.h"
@@ -61,7 +62,6 @@ public:
 
 private:
     friend class Sheet;
-    using SheetList = std::vector<std::unique_ptr<Sheet>>;
     struct Saving;
 
     /// Does something; an error that does not name the file then does.
@@ -102,7 +102,7 @@ private:
     std::optional<Globals> globals_;
     std::vector<TemplateSheet> template_;
     Span end_; // what lies behind the last sheet in the stream
-    SheetList sheets_;
+    builtin::SheetList<Sheet> sheets_;
     std::vector<std::size_t> copyable_; // origins that were found to be
     std::optional<SharedStrings> strings_;
     std::optional<Formats> formats_;

@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/sheet_cells.h"
 
+#include "engines/builtin/common/cell_checks.h"
 #include "engines/builtin/xlsx/sheet_patch.h"
 #include "util/error.h"
 
@@ -11,16 +12,11 @@ namespace orrery::xlsx {
 void SheetCells::CheckWritable(std::int32_t row, std::int32_t column, const Styles& styles) const
 {
     if (!IsInsideSheet(row, column))
-        throw util::Error(util::ErrorKind::CellOutsideSheet,
-                          "row " + std::to_string(row) + ", column " + std::to_string(column));
+        builtin::ThrowOutsideSheet(row, column);
     if (!text_->HasCells())
         throw util::Error(util::ErrorKind::DamagedWorkbook, {},
                           text_->PartName() + ", no sheetData element");
-    const CellAddress cell{row, column};
-    if (text_->IsProtected(cell) && styles.IsLocked(text_->FormatOf(cell)))
-        throw util::Error(util::ErrorKind::CellLocked, FormatCellAddress(cell));
-    if (text_->IsPartOfArray(cell))
-        throw util::Error(util::ErrorKind::PartOfArray, FormatCellAddress(cell));
+    builtin::CheckChangeable(*text_, CellAddress{row, column}, styles);
 }
 
 bool SheetCells::TakesValue(std::int32_t row, std::int32_t column) const

@@ -133,9 +133,7 @@ generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
 
 std::size_t Workbook::PositionOf(const Sheet& sheet) const
 {
-    const auto found = std::find_if(sheets_.begin(), sheets_.end(),
-                                    [&](const auto& each) { return each.get() == &sheet; });
-    return static_cast<std::size_t>(found - sheets_.begin());
+    return builtin::PositionOf(sheets_, sheet);
 }
 
 void Workbook::CheckStructure(const std::string& name) const
@@ -149,12 +147,7 @@ void Workbook::Rename(Sheet& sheet, std::string_view name)
     if (name == sheet.name_)
         return;
     CheckStructure(sheet.name_);
-    std::vector<std::string> others;
-    for (const auto& other : sheets_) {
-        if (other.get() != &sheet)
-            others.push_back(other->name_);
-    }
-    builtin::CheckSheetName(name, others);
+    builtin::CheckSheetName(name, builtin::NamesBeside(sheets_, &sheet));
     sheet.name_ = name;
 }
 

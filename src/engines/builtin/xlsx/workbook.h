@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/builtin/common/sheet_list.h"
 #include "engines/builtin/xlsx/package.h"
 #include "engines/builtin/xlsx/shared_strings.h"
 #include "engines/builtin/xlsx/sheet_cells.h"
@@ -71,7 +72,6 @@ public:
 
 private:
     friend class Sheet;
-    using SheetList = std::vector<std::unique_ptr<Sheet>>;
 
     void ReadSheets();
     std::size_t PositionOf(const Sheet& sheet) const;
@@ -112,7 +112,7 @@ private:
     Package package_;
     std::string workbookPart_;
     std::unique_ptr<WorkbookPart> part_;
-    SheetList sheets_;
+    builtin::SheetList<Sheet> sheets_;
     std::vector<std::string> templateNames_;
     std::vector<std::string> templateParts_;
     std::map<std::string, Relationships> templateLinks_; // of parts with links into the workbook

@@ -2,6 +2,7 @@
 
 #include "stream_builder.h"
 
+#include <bit>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
@@ -35,7 +36,7 @@ inline std::string NumberOf(std::uint16_t row, std::uint16_t column, std::uint16
                             double value)
 {
     std::string data = Numbers({row, column, format});
-    AppendDouble(data, value);
+    AppendU64(data, std::bit_cast<std::uint64_t>(value));
     return RecordOf(RecordType::Number, data);
 }
 
@@ -71,7 +72,7 @@ inline std::string MulRkOf(std::uint16_t row, std::uint16_t first,
 inline std::string ResultOf(double value)
 {
     std::string result;
-    AppendDouble(result, value);
+    AppendU64(result, std::bit_cast<std::uint64_t>(value));
     return result;
 }
 

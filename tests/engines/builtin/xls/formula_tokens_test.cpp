@@ -167,48 +167,5 @@ INSTANTIATE_TEST_SUITE_P(Tokens, RestlessTest,
                                          RestlessCase{"Number", "\x1E\x3F\0"s, false}),
                          [](const auto& test) { return std::string(test.param.name); });
 
-struct ExpandCase {
-    const char* name;
-    std::string shared;
-    std::uint16_t row;
-    std::uint16_t column;
-    std::string expected;
-};
-class ExpandTest : public testing::TestWithParam<ExpandCase> {};
-TEST_P(ExpandTest, IsTheFormulaOfOneCell)
-{
-    EXPECT_EQ(ExpandSharedFormula(GetParam().shared, GetParam().row, GetParam().column),
-              GetParam().expected);
-}
-INSTANTIATE_TEST_SUITE_P(
-    Formulas, ExpandTest,
-    testing::Values(
-        ExpandCase{"NothingRelative", "\x1E\1\0\x44\5\0\2\0\3"s, 9, 9, "\x1E\1\0\x44\5\0\2\0\3"s},
-        ExpandCase{"AboveLeft", "\x4C\xFF\xFF\xFF\xC0"s, 9, 3, "\x44\x08\0\x02\xC0"s},
-        ExpandCase{"BelowRight", "\x2C\x01\0\x02\xC0"s, 9, 3, "\x24\x0A\0\x05\xC0"s},
-        ExpandCase{"OffsetOfFourteenBits", "\x6C\0\0\xFE\xFF"s, 9, 3, "\x64\x09\0\x01\xC0"s},
-        ExpandCase{"FixedRow", "\x4C\x05\0\x01\x40"s, 9, 3, "\x44\x05\0\x04\x40"s},
-        ExpandCase{"FixedColumn", "\x4C\x01\0\x05\x80"s, 9, 3, "\x44\x0A\0\x05\x80"s},
-        ExpandCase{"FixedCell", "\x4C\x01\0\x05\0"s, 9, 3, "\x44\x01\0\x05\0"s},
-        ExpandCase{"RoundTheUpperEdge", "\x4C\xFE\xFF\0\x80"s, 1, 3, "\x44\xFF\xFF\0\x80"s},
-        ExpandCase{"RoundTheLowerEdge", "\x4C\x02\0\0\x80"s, 0xFFFF, 3, "\x44\x01\0\0\x80"s},
-        ExpandCase{"RoundTheLeftEdge", "\x4C\0\0\xFE\x40"s, 1, 1, "\x44\0\0\xFF\x40"s},
-        ExpandCase{"RoundTheRightEdge", "\x4C\0\0\x02\x40"s, 1, 0xFF, "\x44\0\0\x01\x40"s},
-        ExpandCase{"Area", "\x2D\xFF\xFF\x01\0\xFF\xC0\x01\xC0"s, 9, 3,
-                   "\x25\x08\0\x0A\0\x02\xC0\x04\xC0"s},
-        ExpandCase{"AreaFromAFixedRow", "\x2D\0\0\0\0\0\x40\0\xC0"s, 9, 3,
-                   "\x25\0\0\x09\0\x03\x40\x03\xC0"s},
-        ExpandCase{"AreaWhoseRowsTurnRound", "\x4D\x09\0\0\0\0\x40\x02\xC0"s, 2, 1,
-                   "\x45\x02\0\x09\0\x01\xC0\x03\x40"s},
-        ExpandCase{"AreaWhoseColumnsTurnRound", "\x4D\x01\0\x02\0\x05\x80\0\x40"s, 2, 1,
-                   "\x45\x02\0\x03\0\x01\x40\x05\x80"s}),
-    [](const auto& test) { return std::string(test.param.name); });
-
-TEST(ExpandTest, GivesUpWhereATokenIsUnknown)
-{
-    EXPECT_FALSE(ExpandSharedFormula("\x4C\0\0\0\xC0\xFF"s, 1, 1));
-    EXPECT_FALSE(ExpandSharedFormula("\x4C\0\0\0"s, 1, 1));
-}
-
 } // namespace
 } // namespace orrery::xls

@@ -29,13 +29,11 @@ TEST(BytesTest, ReadsWhatWasAppendedLowestByteFirst)
     AppendU16(bytes, 0xF123);
     AppendU32(bytes, 0x89ABCDEF);
     AppendU64(bytes, 0xFEDCBA9876543210);
-    AppendDouble(bytes, -1.5);
     EXPECT_EQ(bytes.substr(0, 7), "\xFE\x23\xF1\xEF\xCD\xAB\x89");
     EXPECT_EQ(ReadU8(bytes, 0), 0xFE);
     EXPECT_EQ(ReadU16(bytes, 1), 0xF123);
     EXPECT_EQ(ReadU32(bytes, 3), 0x89ABCDEF);
     EXPECT_EQ(ReadU64(bytes, 7), 0xFEDCBA9876543210);
-    EXPECT_EQ(ReadDouble(bytes, 15), -1.5);
 }
 
 TEST(BytesTest, WritesOverWhatIsThere)

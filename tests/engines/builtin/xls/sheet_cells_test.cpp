@@ -112,15 +112,5 @@ TEST(XlsSheetCells, CountsReferencesToTexts)
     EXPECT_EQ(cells.TextReferences(), 2U);
 }
 
-TEST(XlsSheetCells, TellsWhetherAFormulaWasWrittenOver)
-{
-    SheetCells cells(std::make_shared<SheetText>(
-        WorksheetOf(FormulaOf(0, 0, 1, ResultOf(1), 0, "") + BlankOf(0, 1, 1))));
-    cells.Set(1, 2, std::int16_t{1});
-    EXPECT_FALSE(cells.RemovesFormulas());
-    cells.Set(1, 1, std::int16_t{1});
-    EXPECT_TRUE(cells.RemovesFormulas());
-}
-
 } // namespace
 } // namespace orrery::xls

@@ -196,7 +196,7 @@ bool Run(Session& session)
 
 } // namespace
 
-int RunCommand(const CommandLine& line, const ui::SystemFolders& system, Engines& engines,
+int RunCommand(const CommandLine& line, const ui::SystemFolders& system, generate::Engines& engines,
                Console& console)
 {
     Session session{line, system, engines, console};

@@ -3,39 +3,22 @@
 #include "cli/command_line.h"
 #include "cli/console.h"
 #include "cli/json.h"
+#include "generate/engines.h"
 #include "generate/run.h"
 #include "ui/folders.h"
 #include "ui/settings.h"
 
 #include <cstdint>
-#include <filesystem>
-#include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 
 namespace orrery::cli {
 
-/// Opens a saved workbook for the user.
-using Opener = std::function<void(const std::filesystem::path&)>;
-
-/// The spreadsheet applications that the main program offers.
-class Engines {
-public:
-    virtual ~Engines() = default;
-    /// The application that a name such as "auto" stands for. Throws Error(EngineMissing).
-    virtual std::string Resolve(const std::string& name) const = 0;
-    /// Starts one by its resolved name. One that has no window of its own hands the saved workbook
-    /// to the opener, which may be empty, when it becomes visible.
-    virtual std::unique_ptr<generate::Application> Start(const std::string& name,
-                                                         Opener opener) = 0;
-};
-
 /// What a command works with.
 struct Session {
     const CommandLine& line;
     const ui::SystemFolders& system;
-    Engines& engines;
+    generate::Engines& engines;
     Console& console;
     ConsoleReporter reporter{console};
     bool jsonPrinted = false;
@@ -44,7 +27,7 @@ struct Session {
 /// Does what the command line says and gives the exit code. Never throws: every error is reported.
 /// With --json there is always an object on standard output; where the command could not do its
 /// work it has the member "reports" alone.
-int RunCommand(const CommandLine& line, const ui::SystemFolders& system, Engines& engines,
+int RunCommand(const CommandLine& line, const ui::SystemFolders& system, generate::Engines& engines,
                Console& console);
 
 // One function for each command that is more than a few lines; they throw what they cannot do.

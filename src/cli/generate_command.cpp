@@ -47,7 +47,7 @@ std::string ProgressLabel(std::size_t done, std::size_t years, const std::string
 }
 
 /// Nobody is shown a workbook unasked.
-Opener OpenerFor(const CommandLine& line, util::ErrorReporter& reporter)
+generate::Opener OpenerFor(const CommandLine& line, util::ErrorReporter& reporter)
 {
     if (!line.open)
         return {};

@@ -17,6 +17,14 @@ constexpr std::array<std::pair<EngineChoice, std::string_view>, 4> kNames = {{
     {EngineChoice::LibreOffice, "libreoffice"},
 }};
 
+EngineChoice ChoiceOf(const std::string& name)
+{
+    const auto choice = ParseEngineChoice(name);
+    if (!choice)
+        throw Error(util::ErrorKind::EngineMissing, name);
+    return *choice;
+}
+
 } // namespace
 
 std::optional<EngineChoice> ParseEngineChoice(std::string_view name)
@@ -50,10 +58,22 @@ EngineChoice ResolveEngine(EngineChoice choice)
     throw Error(util::ErrorKind::EngineMissing, std::string(EngineName(choice)));
 }
 
-std::unique_ptr<generate::Application> CreateApplication(EngineChoice choice, Opener opener)
+std::unique_ptr<generate::Application> CreateApplication(EngineChoice choice,
+                                                         generate::Opener opener)
 {
     ResolveEngine(choice);
     return builtin::CreateApplication(std::move(opener));
+}
+
+std::string InstalledEngines::Resolve(const std::string& name) const
+{
+    return std::string(EngineName(ResolveEngine(ChoiceOf(name))));
+}
+
+std::unique_ptr<generate::Application> InstalledEngines::Start(const std::string& name,
+                                                               generate::Opener opener)
+{
+    return CreateApplication(ChoiceOf(name), std::move(opener));
 }
 
 } // namespace orrery::engines

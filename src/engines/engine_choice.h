@@ -1,11 +1,10 @@
 #pragma once
 
-#include "generate/spreadsheet.h"
+#include "generate/engines.h"
 
-#include <filesystem>
-#include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace orrery::engines {
@@ -27,11 +26,17 @@ std::string_view EngineName(EngineChoice choice);
 /// machine does not have.
 EngineChoice ResolveEngine(EngineChoice choice);
 
-/// Opens a saved workbook for the user.
-using Opener = std::function<void(const std::filesystem::path&)>;
-
 /// Starts the chosen application. The built-in one hands the workbook saved last to the opener when
 /// it is made visible; without an opener nothing happens then. Throws as `ResolveEngine`.
-std::unique_ptr<generate::Application> CreateApplication(EngineChoice choice, Opener opener);
+std::unique_ptr<generate::Application> CreateApplication(EngineChoice choice,
+                                                         generate::Opener opener);
+
+/// The applications of this build, by the names above.
+class InstalledEngines : public generate::Engines {
+public:
+    std::string Resolve(const std::string& name) const override;
+    std::unique_ptr<generate::Application> Start(const std::string& name,
+                                                 generate::Opener opener) override;
+};
 
 } // namespace orrery::engines

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
 /// One engine, "fake", which hands saved workbooks to the opener as the built-in one does.
-class FakeEngines : public Engines {
+class FakeEngines : public generate::Engines {
 public:
     std::string Resolve(const std::string& name) const override
     {
@@ -24,7 +24,7 @@ public:
         return "fake";
     }
     std::unique_ptr<generate::Application> Start(const std::string& /*name*/,
-                                                 Opener opener) override
+                                                 generate::Opener opener) override
     {
         openers.push_back(opener ? "opener" : "none");
         return std::make_unique<fake::Application>(log);

@@ -36,7 +36,7 @@ private:
 /// it left them.
 class BuiltinApplication : public generate::Application {
 public:
-    explicit BuiltinApplication(Opener opener) : opener_(std::move(opener)) {}
+    explicit BuiltinApplication(generate::Opener opener) : opener_(std::move(opener)) {}
 
     void SetDisplayAlerts(bool /*on*/) override {}
     void SetInteractive(bool /*on*/) override {}
@@ -67,7 +67,7 @@ public:
     void Quit() override { workbooks_.clear(); }
 
 private:
-    Opener opener_;
+    generate::Opener opener_;
     bool visible_ = false;
     std::filesystem::path lastSaved_;
     std::vector<std::unique_ptr<generate::Workbook>> workbooks_;
@@ -75,7 +75,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<generate::Application> CreateApplication(Opener opener)
+std::unique_ptr<generate::Application> CreateApplication(generate::Opener opener)
 {
     return std::make_unique<BuiltinApplication>(std::move(opener));
 }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "generate/spreadsheet.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace orrery::generate {
+
+/// Opens a saved workbook for the user.
+using Opener = std::function<void(const std::filesystem::path&)>;
+
+/// The spreadsheet applications that a main program offers.
+class Engines {
+public:
+    virtual ~Engines() = default;
+    /// The application that a name such as "auto" stands for. Throws Error(EngineMissing).
+    virtual std::string Resolve(const std::string& name) const = 0;
+    /// Starts one by its resolved name. One that has no window of its own hands the saved workbook
+    /// to the opener, which may be empty, when it becomes visible.
+    virtual std::unique_ptr<Application> Start(const std::string& name, Opener opener) = 0;
+};
+
+} // namespace orrery::generate

@@ -34,6 +34,15 @@ function(orrery_test name)
                          NO_PRETTY_VALUES PROPERTIES TIMEOUT 300)
 endfunction()
 
+# orrery_program(VARIABLE PROGRAM PACKAGE PURPOSE): finds a program that the build cannot do without.
+function(orrery_program variable program package purpose)
+    find_program(${variable} ${program})
+    if(NOT ${variable})
+        message(FATAL_ERROR "${program} ${purpose} and was not found: install ${package} "
+                            "or set ${variable} to its path.")
+    endif()
+endfunction()
+
 # orrery_fuzzer(NAME SOURCE LINK libraries...)
 function(orrery_fuzzer name source)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})

@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 step() { printf '\n== %s (%s)\n' "$*" "$(date +%H:%M:%S)"; }
 
 step "Packages"
-install_packages "${packages_build[@]}" "${packages_test[@]}"
+install_packages "${packages_build[@]}" "${packages_test[@]}" "${packages_window_test[@]}"
 install_node
 install_node_modules tests/data
 install_node_modules tests/corpus

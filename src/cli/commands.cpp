@@ -2,11 +2,11 @@
 
 #include "holidays/holiday_dates.h"
 #include "holidays/holiday_readers.h"
-#include "model/parameter_file.h"
+#include "ui/template_folder.h"
+#include "ui/working_sets.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/paths.h"
-#include "util/text.h"
 
 #include <array>
 #include <chrono>
@@ -41,20 +41,10 @@ std::optional<std::string> Absolute(const std::optional<std::string>& path)
     return path ? std::optional(Absolute(*path)) : std::nullopt;
 }
 
-bool IsTemplateName(const std::string& file)
-{
-    const std::string upper = util::ToUpperAscii(file);
-    return upper.ends_with(".XLS") || upper.ends_with(".XLSX");
-}
-
 void RunTemplatesCommand(Session& session)
 {
     const ui::Settings settings = LoadSettings(session, session.line.templateFolder);
-    std::vector<std::string> templates;
-    for (std::string& file : util::ListFiles(settings.TemplatePath)) {
-        if (IsTemplateName(file))
-            templates.push_back(std::move(file));
-    }
+    const auto templates = ui::ListTemplates(settings.TemplatePath);
     if (session.line.json) {
         JsonWriter json;
         json.BeginObject().Key("folder").Text(settings.TemplatePath);
@@ -245,10 +235,7 @@ ChosenTemplate ChooseTemplate(Session& session)
     const std::string& folder = chosen.settings.TemplatePath;
     if (!util::FileExists(folder + chosen.file))
         throw Error(ErrorKind::FileNotFound, folder + chosen.file);
-    chosen.sets = model::CopyDefaults(chosen.settings.defaults);
-    const std::string parameterFile = model::ParameterFilePath(folder, chosen.file);
-    if (util::FileExists(parameterFile))
-        model::ReadParameterFile(util::ToPath(parameterFile), chosen.settings.names, chosen.sets);
+    chosen.sets = ui::LoadWorkingSets(chosen.settings, chosen.file).sets;
     return chosen;
 }
 

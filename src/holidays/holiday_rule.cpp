@@ -4,6 +4,7 @@
 #include "util/numbers.h"
 #include "util/text.h"
 
+#include <cstdlib>
 #include <utility>
 
 namespace orrery::holidays {
@@ -91,6 +92,17 @@ std::optional<std::int16_t> MonthAndDayCode(const Fields& fields, std::int16_t k
 }
 
 } // namespace
+
+std::string FormatDateCode(const HolidayDef& rule)
+{
+    if (rule.Kind >= kEaster)
+        return std::to_string(rule.DateCode);
+    constexpr std::size_t leastDigits = 4;
+    std::string digits = std::to_string(std::abs(int{rule.DateCode}));
+    if (digits.size() < leastDigits)
+        digits.insert(0, leastDigits - digits.size(), '0');
+    return rule.DateCode < 0 ? '-' + digits : digits;
+}
 
 void HolidayList::Append(HolidayDef rule)
 {

@@ -24,6 +24,13 @@ struct HolidayDef {
     friend bool operator==(const HolidayDef&, const HolidayDef&) = default;
 };
 
+/// The word of each kind; fixed days have none.
+inline constexpr std::array<std::string_view, kEaster + 1> kKindWords = {
+    "", "Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Easter"};
+
+/// "0101": at least four digits behind the sign; the plain number of days for an Easter rule.
+std::string FormatDateCode(const HolidayDef& rule);
+
 /// A counted list of at most 1,025 rules, in file order.
 class HolidayList {
 public:

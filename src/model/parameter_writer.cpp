@@ -2,15 +2,12 @@
 
 #include "holidays/key_line.h"
 
+#include <algorithm>
 #include <array>
-#include <cstdlib>
 
 namespace orrery::model {
 
 namespace {
-
-constexpr std::array<std::string_view, 9> kRuleWords = {
-    "", "Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Easter"};
 
 /// Appends lines to the text of a parameter file.
 class Writer {
@@ -38,24 +35,13 @@ private:
     std::string text_;
 };
 
-/// At least four digits, with a sign in front of them.
-std::string FourDigits(std::int16_t code)
-{
-    std::string digits = std::to_string(std::abs(int{code}));
-    if (digits.size() < 4)
-        digits.insert(0, 4 - digits.size(), '0');
-    return code < 0 ? '-' + digits : digits;
-}
-
 /// "1225,,Christmas Day"; kinds above the Easter rule count as one.
 std::string RuleText(const holidays::HolidayDef& rule)
 {
-    const bool easter = rule.Kind >= holidays::kEaster;
-    const std::size_t word = easter          ? kRuleWords.size() - 1
-                             : rule.Kind > 0 ? static_cast<std::size_t>(rule.Kind)
-                                             : 0;
-    const std::string code = easter ? std::to_string(rule.DateCode) : FourDigits(rule.DateCode);
-    return code + ',' + std::string(kRuleWords[word]) + ',' + rule.Name;
+    const auto word =
+        static_cast<std::size_t>(std::clamp(rule.Kind, holidays::kFixedDay, holidays::kEaster));
+    return holidays::FormatDateCode(rule) + ',' + std::string(holidays::kKindWords[word]) + ',' +
+           rule.Name;
 }
 
 void WriteHead(Writer& out, std::string_view header, const CalendarParameters& set)

@@ -12,6 +12,7 @@ struct SystemFolders {
     std::string config;     ///< the user's settings of all programs; empty: no home
     std::string data;       ///< the user's data of all programs; empty: no home
     std::string installed;  ///< what was installed for everybody; empty: nothing
+    std::string help = {};  ///< the pages of the help; empty: not known
 };
 
 /// Asks the system. A relative XDG folder counts as unset.

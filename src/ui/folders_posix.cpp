@@ -39,10 +39,10 @@ std::string UserFolder(const char* variable, const char* inHome)
     return home.empty() ? std::string() : FolderText(home / inHome);
 }
 
-std::string InstalledFolder(const fs::path& executableFolder)
+/// The folder that is there: of the installation, else of the build tree.
+std::string FindFolder(const fs::path& installed, const fs::path& built)
 {
-    for (const fs::path& folder :
-         {(executableFolder / "../share/orrery").lexically_normal(), fs::path(ORRERY_DATA_DIR)}) {
+    for (const fs::path& folder : {installed.lexically_normal(), built}) {
         std::error_code absent;
         if (fs::is_directory(folder, absent))
             return FolderText(folder);
@@ -55,8 +55,10 @@ std::string InstalledFolder(const fs::path& executableFolder)
 SystemFolders FindSystemFolders()
 {
     const fs::path executable = ExecutableFolder();
+    const fs::path share = executable / "../share/orrery";
     return {FolderText(executable), UserFolder("XDG_CONFIG_HOME", ".config"),
-            UserFolder("XDG_DATA_HOME", ".local/share"), InstalledFolder(executable)};
+            UserFolder("XDG_DATA_HOME", ".local/share"), FindFolder(share, ORRERY_DATA_DIR),
+            FindFolder(share / "help", ORRERY_HELP_DIR)};
 }
 
 } // namespace orrery::ui

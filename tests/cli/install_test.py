@@ -8,6 +8,21 @@ import tempfile
 import unittest
 
 SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
+WINDOW = os.environ["ORRERY_WINDOW"] == "ON"  # the build has the window program
+
+
+def window_files():
+    app = os.environ["ORRERY_APP_ID"]
+    icons = "share/icons/hicolor"
+    files = {"bin/orrery", "share/man/man1/orrery.1.gz", f"share/applications/{app}.desktop",
+             f"share/metainfo/{app}.metainfo.xml", f"{icons}/scalable/apps/{app}.svg",
+             "share/orrery/help/style.css"}
+    files |= {f"{icons}/{size}x{size}/apps/{app}.png"
+              for size in (16, 24, 32, 48, 64, 128, 256, 512)}
+    files |= {f"share/orrery/help/{page.stem}.html" for page in (SOURCE / "docs/help").glob("*.md")}
+    files |= {f"share/orrery/help/images/{picture.name}"
+              for picture in (SOURCE / "docs/images/window").glob("*.png")}
+    return files
 
 
 class Install(unittest.TestCase):
@@ -25,11 +40,13 @@ class Install(unittest.TestCase):
     def test_layout(self):
         installed = {path.relative_to(self.prefix).as_posix()
                      for path in self.prefix.rglob("*") if path.is_file()}
-        expected = {"bin/orrery-cli", "share/man/man1/orrery-cli.1",
+        expected = {"bin/orrery-cli", "share/man/man1/orrery-cli.1.gz",
                     "share/bash-completion/completions/orrery-cli",
                     "share/orrery/orrery.ini", "share/orrery/tips.txt",
-                    "share/doc/orrery/LICENSE", "share/doc/orrery/README.md",
-                    "share/doc/orrery/CHANGELOG.md"}
+                    "share/doc/orrery/copyright", "share/doc/orrery/README.md",
+                    "share/doc/orrery/CHANGELOG.md", "share/doc/orrery/changelog.gz"}
+        if WINDOW:
+            expected |= window_files()
         for folder in ("holiday", "template"):
             files = sorted((SOURCE / "data" / folder).iterdir())
             self.assertNotEqual(files, [])

@@ -1,0 +1,31 @@
+# The Debian package: `cpack -G DEB` in the build folder. The caches of icons, menus and manual
+# pages are brought up to date by the triggers of the packages that own them.
+
+string(TIMESTAMP deb_date "%a, %d %b %Y 00:00:00 +0000" UTC)
+configure_file(deb/changelog.in changelog @ONLY)
+orrery_install_packed(${CMAKE_CURRENT_BINARY_DIR}/changelog ${docs})
+
+set(CPACK_PACKAGE_NAME orrery)
+set(CPACK_PACKAGE_VENDOR "The Orrery developers")
+set(CPACK_PACKAGE_CONTACT "The Orrery developers <${ORRERY_EMAIL}>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "fill your own Excel templates with calendars")
+set(CPACK_PACKAGE_HOMEPAGE_URL ${ORRERY_SITE})
+set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, hicolor-icon-theme")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+"Format an Excel workbook once, the way you like it, and Orrery writes the
+calendar of any year into a copy of it: twelve month sheets and a year sheet,
+with the names of the months and weekdays in your language and with your
+holidays. What a calendar does not write stays as the template has it.
+.
+Templates are .xls or .xlsx workbooks; no spreadsheet program is needed to
+make calendars from them. Five templates and the holidays of more than twenty
+countries come with the program, as does a command line for scripts.")
+include(CPack)

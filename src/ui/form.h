@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ui/controls.h"
+
+#include <string>
+#include <utility>
+
+namespace orrery::ui {
+
+/// The state of a window: its controls are members, its handlers change them. A handler may throw;
+/// whoever calls it shows the error and goes on.
+class Form {
+public:
+    Form(std::string formName, std::string formCaption, std::string formHelpPage)
+        : name(std::move(formName)), caption(std::move(formCaption)),
+          helpPage(std::move(formHelpPage))
+    {
+    }
+    virtual ~Form() = default;
+    Form(const Form&) = delete; // controls refer to each other
+    Form& operator=(const Form&) = delete;
+
+    void Close() { isOpen = false; }
+    /// A key that no control takes: Escape closes.
+    void Form_KeyPress(int characterCode)
+    {
+        constexpr int escape = 27;
+        if (characterCode == escape)
+            Close();
+    }
+    /// Asks for the keyboard focus; the window gives it after the handler.
+    void SetFocus(const Control& control) { focus = &control; }
+
+    const std::string name;     ///< such as "frmMain"
+    std::string caption;        ///< of the window
+    const std::string helpPage; ///< the page that F1 opens, such as "main"
+    bool isOpen = true;
+    const Control* focus = nullptr; ///< taken and cleared by the window
+};
+
+} // namespace orrery::ui

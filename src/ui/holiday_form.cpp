@@ -1,0 +1,97 @@
+#include "ui/holiday_form.h"
+
+#include "model/parameter_file.h"
+#include "util/paths.h"
+
+#include <utility>
+
+namespace orrery::ui {
+namespace {
+
+using holidays::CalendarKind;
+
+/// Stops behind columns of these widths in characters.
+std::vector<int> TabStops(const std::vector<int>& columnWidths)
+{
+    constexpr int unitsPerCharacter = 4;
+    std::vector<int> stops;
+    stops.reserve(columnWidths.size());
+    int stop = 0;
+    for (const int width : columnWidths)
+        stops.push_back(stop += width * unitsPerCharacter);
+    return stops;
+}
+
+/// Kinds without a rule have no word.
+std::string_view WeekdayColumn(std::int16_t kind)
+{
+    const auto word = static_cast<std::size_t>(kind);
+    return word < holidays::kKindWords.size() ? holidays::kKindWords[word] : std::string_view();
+}
+
+} // namespace
+
+HolidayForm::HolidayForm(CalendarKind calendarKind, TemplatePlace place, bool templateHasFile,
+                         holidays::HolidayList& edited, std::function<void()> onChanged)
+    : Form("frmHoliday", "Holiday", "holidays"), tabStops(TabStops({8, 10})),
+      calendarKind_(calendarKind), place_(std::move(place)), templateHasFile_(templateHasFile),
+      edited_(edited), onChanged_(std::move(onChanged))
+{
+    Form_Load();
+}
+
+void HolidayForm::Form_Load()
+{
+    if (templateHasFile_)
+        cboHolidayFile.entries.emplace_back(kTemplateEntry);
+    for (std::string& file : util::ListFiles(place_.holidayFolder))
+        cboHolidayFile.entries.push_back(std::move(file));
+    if (HasCalendar())
+        shown_ = edited_;
+    ShowHolidays();
+    cboHolidayFile.selected = -1;
+    cboHolidayFile.changed = false;
+}
+
+bool HolidayForm::HasCalendar() const
+{
+    return calendarKind_ == CalendarKind::Monthly || calendarKind_ == CalendarKind::Yearly;
+}
+
+void HolidayForm::ShowHolidays()
+{
+    lstHoliday.lines.clear();
+    for (const holidays::HolidayDef& rule : shown_) {
+        std::string line = holidays::FormatDateCode(rule);
+        ((line += '\t') += WeekdayColumn(rule.Kind)) += '\t';
+        lstHoliday.lines.push_back(line + rule.Name);
+    }
+}
+
+void HolidayForm::cboHolidayFile_Click()
+{
+    if (!cboHolidayFile.HasSelection() || !cboHolidayFile.changed)
+        return;
+    if (templateHasFile_ && cboHolidayFile.selected == 0) {
+        const auto file = model::ParameterFilePath(place_.templateFolder, place_.templateFile);
+        if (HasCalendar())
+            holidays::ReadTemplateHolidays(calendarKind_, util::ToPath(file), shown_);
+    }
+    else {
+        const auto entry = static_cast<std::size_t>(cboHolidayFile.selected);
+        const std::string file = place_.holidayFolder + cboHolidayFile.entries[entry];
+        holidays::ReadHolidayFile(util::ToPath(file), shown_);
+    }
+    ShowHolidays();
+}
+
+void HolidayForm::cmdOK_Click()
+{
+    Close();
+    if (!cboHolidayFile.changed || !HasCalendar())
+        return;
+    edited_ = shown_;
+    onChanged_();
+}
+
+} // namespace orrery::ui

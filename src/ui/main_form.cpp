@@ -1,0 +1,185 @@
+#include "ui/main_form.h"
+
+#include "model/parameter_file.h"
+#include "ui/about_form.h"
+#include "ui/parameter_form.h"
+#include "ui/template_folder.h"
+#include "ui/tip_form.h"
+#include "util/error.h"
+#include "util/error_text.h"
+#include "util/paths.h"
+
+#include <ctime>
+
+namespace orrery::ui {
+namespace {
+
+/// On show until the scope ends.
+class Hourglass {
+public:
+    explicit Hourglass(Desktop& desktop) : desktop_(desktop) { desktop_.SetHourglass(true); }
+    ~Hourglass() { desktop_.SetHourglass(false); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+
+private:
+    Desktop& desktop_;
+};
+
+} // namespace
+
+YearAndMonth Today()
+{
+    constexpr int firstYear = 1900;
+    const std::time_t now = std::time(nullptr);
+    const std::tm& today = *std::localtime(&now);
+    return {static_cast<std::int16_t>(today.tm_year + firstYear),
+            static_cast<std::int16_t>(today.tm_mon + 1)};
+}
+
+MainForm::MainForm(const SystemFolders& system, generate::Engines& engines, Desktop& desktop)
+    : Form("frmMain", kProductName, "main"), system_(system), engines_(engines), desktop_(desktop),
+      locations_(LocationsFor(system))
+{
+    lblEmptyFolder.visible = cmdCopyTemplates.visible = false;
+    prgRun.visible = cmdOpenFolder.visible = false;
+    UpdateButtons();
+}
+
+void MainForm::Form_Load(YearAndMonth today)
+{
+    FillAtFirstStart(locations_, system_.installed);
+    settings_ = LoadSettings(locations_);
+    currentTemplate_.clear();
+    txtYear.text = std::to_string(InitialYear(today.year, today.month));
+    FillTemplateList();
+}
+
+void MainForm::ShowTipAtStartup()
+{
+    if (!settings_.ShowTips)
+        return;
+    TipForm form(locations_.settingsFile, locations_.tipsFile);
+    desktop_.ShowModal(form);
+}
+
+void MainForm::Form_Activate()
+{
+    if (cboTemplateFile.entries.empty())
+        FillTemplateList();
+    UpdateButtons();
+}
+
+void MainForm::UpdateButtons()
+{
+    const bool selected = cboTemplateFile.HasSelection();
+    cmdGenerate.enabled = cmdOpenTemplate.enabled = cmdModify.enabled = selected;
+    cmdSave.enabled = working.Changed();
+}
+
+void MainForm::FillTemplateList()
+{
+    cboTemplateFile.entries = ListTemplates(settings_.TemplatePath);
+    SelectEntry(currentTemplate_);
+    ShowEmptyFolder();
+    UpdateButtons();
+}
+
+void MainForm::ShowEmptyFolder()
+{
+    const bool isEmpty = cboTemplateFile.entries.empty();
+    const bool canCopy = isEmpty && !ShippedTemplateFolder(system_.installed).empty();
+    lblEmptyFolder.visible = isEmpty;
+    cmdCopyTemplates.visible = canCopy;
+    lblEmptyFolder.ShowText("There is no template in the folder\r\n" + settings_.TemplatePath +
+                            "\r\nPut Excel workbooks (.xls or .xlsx) into it or drop them here" +
+                            (canCopy ? ",\r\nor copy the shipped templates." : "."));
+}
+
+void MainForm::SelectEntry(const std::string& templateFile)
+{
+    cboTemplateFile.selected =
+        util::FindListEntry(cboTemplateFile.entries, templateFile, util::CompareMode::Exact);
+}
+
+std::string MainForm::SelectedTemplate() const
+{
+    if (!cboTemplateFile.HasSelection())
+        return {};
+    return cboTemplateFile.entries[static_cast<std::size_t>(cboTemplateFile.selected)];
+}
+
+void MainForm::cboTemplateFile_Click()
+{
+    const std::string chosen = SelectedTemplate();
+    if (chosen.empty() || chosen == currentTemplate_)
+        return;
+    const bool save =
+        working.Changed() && desktop_.Ask("The parameters for " + currentTemplate_ +
+                                          " has been changed.\r\nDo you want to save the changes?");
+    if (save && !SaveParameters(currentTemplate_)) {
+        SelectEntry(currentTemplate_); // nothing that the user wants to keep is lost
+    }
+    else {
+        working = LoadWorkingSets(settings_, chosen);
+        currentTemplate_ = chosen;
+    }
+    UpdateButtons();
+}
+
+bool MainForm::SaveParameters(const std::string& templateFile)
+{
+    const auto file = model::ParameterFilePath(settings_.TemplatePath, templateFile);
+    bool written = false;
+    {
+        const Hourglass hourglass(desktop_);
+        written = model::WriteParameterFile(util::ToPath(file), settings_.names, working.sets);
+    }
+    if (!written) {
+        desktop_.Report(util::ErrorText(Error(util::ErrorKind::FileNotWritable, file)));
+        return false;
+    }
+    working.parameterFileExists = true;
+    working.ClearChanged();
+    UpdateButtons();
+    return true;
+}
+
+void MainForm::cmdOpenTemplate_Click()
+{
+    if (cboTemplateFile.HasSelection())
+        desktop_.Open(settings_.TemplatePath + SelectedTemplate());
+}
+
+void MainForm::cmdModify_Click()
+{
+    const TemplatePlace place{settings_.TemplatePath, settings_.HolidayFilePath, currentTemplate_};
+    ParameterForm form(working, settings_.names, place, desktop_);
+    desktop_.ShowModal(form);
+    UpdateButtons();
+}
+
+void MainForm::cmdSave_Click()
+{
+    if (cboTemplateFile.HasSelection())
+        SaveParameters(SelectedTemplate());
+}
+
+void MainForm::cmdHelp_Click()
+{
+    desktop_.ShowHelp(helpPage);
+}
+
+void MainForm::cmdAbout_Click()
+{
+    AboutForm form(BuildVersion(), desktop_);
+    desktop_.ShowModal(form);
+}
+
+void MainForm::cmdOpenFolder_Click()
+{
+    if (savedPath_)
+        desktop_.Open(util::ParentFolder(*savedPath_));
+}
+
+} // namespace orrery::ui

@@ -1,0 +1,103 @@
+#include "model/parameter_file.h"
+#include "ui/main_form.h"
+#include "ui/template_folder.h"
+#include "util/error_text.h"
+#include "util/paths.h"
+#include "util/text.h"
+
+#include <exception>
+#include <filesystem>
+
+namespace orrery::ui {
+namespace {
+
+bool LiesIn(const std::string& folder, const std::string& file)
+{
+    std::error_code absent;
+    return std::filesystem::equivalent(util::ToPath(util::ParentFolder(file)), util::ToPath(folder),
+                                       absent);
+}
+
+std::string Quoted(const std::string& file)
+{
+    return '"' + util::FileName(file) + '"';
+}
+
+std::string NoTemplatesText(const std::vector<std::string>& files)
+{
+    return util::Join(files, ", ") + (files.size() == 1 ? " is no template" : " are no templates") +
+           ". Drop Excel workbooks (.xls or .xlsx).";
+}
+
+} // namespace
+
+void MainForm::cmdCopyTemplates_Click()
+{
+    try {
+        CopyShippedTemplates(system_.installed, settings_.TemplatePath);
+    }
+    catch (const std::exception& error) {
+        desktop_.Report(util::ErrorText(error));
+    }
+    FillTemplateList();        // some may have been copied
+    SetFocus(cboTemplateFile); // the button is gone
+}
+
+void MainForm::DropFiles(const std::vector<std::string>& files)
+{
+    std::vector<std::string> noTemplates;
+    std::string last;
+    for (const std::string& file : files) {
+        if (!IsTemplateName(util::FileName(file)))
+            noTemplates.push_back(Quoted(file));
+        else if (TakeTemplate(file))
+            last = util::FileName(file);
+    }
+    FillTemplateList();
+    if (!last.empty()) {
+        SelectEntry(last);
+        cboTemplateFile_Click();
+    }
+    if (!noTemplates.empty())
+        desktop_.Report(NoTemplatesText(noTemplates));
+}
+
+/// True when the template lies in the folder now.
+bool MainForm::TakeTemplate(const std::string& file)
+{
+    try {
+        if (LiesIn(settings_.TemplatePath, file))
+            return util::FileExists(file);
+        if (!CopyAfterQuestion(file))
+            return false;
+        TakeParameterFile(model::ParameterFilePath(util::ParentFolder(file), util::FileName(file)));
+        return true;
+    }
+    catch (const std::exception& error) {
+        desktop_.Report(util::ErrorText(error));
+        return false;
+    }
+}
+
+void MainForm::TakeParameterFile(const std::string& file)
+{
+    if (!util::FileExists(file) || !CopyAfterQuestion(file))
+        return;
+    if (util::BaseName(file) != util::BaseName(currentTemplate_))
+        return;
+    // The chosen template keeps the sets that it has; they differ from the new file.
+    working.parameterFileExists = true;
+    working.monthlyChanged = working.yearlyChanged = true;
+}
+
+bool MainForm::CopyAfterQuestion(const std::string& file)
+{
+    const bool isThere = util::FileExists(settings_.TemplatePath + util::FileName(file));
+    if (isThere && !desktop_.Ask(Quoted(file) + " is already in the template folder.\r\n"
+                                                "Do you want to replace it?"))
+        return false;
+    CopyFileInto(settings_.TemplatePath, file);
+    return true;
+}
+
+} // namespace orrery::ui

@@ -1,0 +1,111 @@
+#include "ui/main_form.h"
+#include "util/paths.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace orrery::ui {
+namespace {
+
+using generate::CalendarKind;
+
+constexpr int kMonths = 12;
+
+/// Shows a run in the main window. However the run ends, the hourglass and the progress go away.
+class RunView : public generate::GenerateView {
+public:
+    RunView(MainForm& form, Desktop& desktop, const generate::GenerateRequest& request)
+        : form_(form), desktop_(desktop), request_(request)
+    {
+    }
+    ~RunView() override
+    {
+        if (running_)
+            End();
+    }
+    RunView(const RunView&) = delete;
+    RunView& operator=(const RunView&) = delete;
+
+    void ShowProblem(const generate::RequestProblem& problem) override
+    {
+        desktop_.ShowMessage(problem.message);
+        if (problem.field == generate::RequestField::Year)
+            form_.SetFocus(form_.txtYear);
+        else
+            form_.SetFocus(form_.cboTemplateFile);
+    }
+
+    void SetHourglass(bool on) override
+    {
+        if (on)
+            Begin();
+        else
+            End();
+    }
+
+    /// A month was worked through.
+    void ShowMonth(CalendarKind kind, std::int16_t month)
+    {
+        const bool isYearly = kind == CalendarKind::Yearly;
+        form_.prgRun.done = isYearly ? kMonths + month : month;
+        form_.lblStatus.ShowText("Writing " + file_ + (isYearly ? ": yearly" : ": monthly") +
+                                 " calendar, month " + std::to_string(month) + " of " +
+                                 std::to_string(kMonths));
+        desktop_.Repaint();
+    }
+
+private:
+    /// Called once the request has passed its checks.
+    void Begin()
+    {
+        running_ = true;
+        const auto job = generate::CheckRequest(request_);
+        file_ = util::FileName(std::get<generate::GenerateJob>(job).outputPath);
+        form_.prgRun.done = 0;
+        form_.prgRun.total = 2 * kMonths;
+        form_.prgRun.visible = true;
+        form_.cmdOpenFolder.visible = false;
+        form_.lblStatus.ShowText("Writing " + file_);
+        desktop_.SetHourglass(true);
+        desktop_.Repaint();
+    }
+
+    void End()
+    {
+        running_ = false;
+        form_.prgRun.visible = false;
+        form_.lblStatus.ShowText(file_ + " was not finished.");
+        desktop_.SetHourglass(false);
+    }
+
+    MainForm& form_;
+    Desktop& desktop_;
+    const generate::GenerateRequest& request_;
+    std::string file_; ///< the workbook's name
+    bool running_ = false;
+};
+
+} // namespace
+
+void MainForm::cmdGenerate_Click()
+{
+    const generate::GenerateRequest request{txtYear.text, SelectedTemplate(),
+                                            settings_.TemplatePath, settings_.OutputPath};
+    RunView view(*this, desktop_, request);
+    generate::Context context{settings_.names, desktop_};
+    context.progress = [&view](CalendarKind kind, std::int16_t month) {
+        view.ShowMonth(kind, month);
+    };
+    const auto open = [this](const std::filesystem::path& workbook) {
+        desktop_.Open(util::FromPath(workbook));
+    };
+    const auto start = [&] { return engines_.Start(engines_.Resolve(settings_.Engine), open); };
+    auto saved = generate::RunGenerate(request, working.sets, start, context, view);
+    if (!saved)
+        return;
+    lblStatus.ShowText("Saved as " + *saved);
+    cmdOpenFolder.visible = true;
+    savedPath_ = std::move(saved);
+}
+
+} // namespace orrery::ui

@@ -1,0 +1,236 @@
+#include "ui/parameter_checks.h"
+
+#include "util/checked.h"
+#include "util/numbers.h"
+#include "util/text.h"
+
+#include <cmath>
+#include <functional>
+#include <initializer_list>
+#include <utility>
+#include <vector>
+
+namespace orrery::ui {
+namespace {
+
+/// One check: nothing where it passes. It reads its texts when it is run, so that it may rely on
+/// the checks before it.
+using Check = std::function<std::optional<Problem>()>;
+
+std::optional<Problem> FirstProblem(std::initializer_list<Check> checks)
+{
+    for (const Check& check : checks) {
+        if (auto problem = check())
+            return problem;
+    }
+    return std::nullopt;
+}
+
+Check When(bool applies, Check check)
+{
+    return applies ? std::move(check) : [] { return std::optional<Problem>(); };
+}
+
+Check Require(std::function<bool()> passes, std::string message, const Control& focus)
+{
+    return [passes = std::move(passes), message = std::move(message),
+            &focus]() -> std::optional<Problem> {
+        if (passes())
+            return std::nullopt;
+        return Problem{message, &focus};
+    };
+}
+
+/// A name of blanks is a name.
+Check HasSheetName(const TextBox& box)
+{
+    return Require([&box] { return !box.text.empty(); }, "Please input sheet name.", box);
+}
+
+Check HasSelection(const ComboBox& list, const std::string& what)
+{
+    return Require([&list] { return list.HasSelection(); }, "Please select the " + what + ".",
+                   list);
+}
+
+/// A number of [1:most] once it is rounded, halves to even. `name` is such as "col interval of
+/// day".
+Check HasInterval(const TextBox& box, const std::string& name, int most, int mostInMessage)
+{
+    const auto passes = [&box, most] {
+        const double number = std::nearbyint(util::ReadNumber(box.text).value_or(0));
+        return number >= 1 && number <= most;
+    };
+    return Require(passes, "The " + name + " should be 1 to " + std::to_string(mostInMessage) + ".",
+                   box);
+}
+
+Check HasInterval(const TextBox& box, const std::string& name, int most)
+{
+    return HasInterval(box, name, most, most);
+}
+
+/// Something that is written from its first cell on.
+struct Element {
+    std::string name; ///< such as "day"
+    const TextBox& firstCell;
+};
+
+std::optional<model::CellPosition> FirstCellOf(const Element& element)
+{
+    return model::ReadCell(util::Trim(element.firstCell.text));
+}
+
+Check HasCell(const Element& element)
+{
+    return Require([element] { return FirstCellOf(element).has_value(); },
+                   "The first cell of " + element.name + " is not valid.", element.firstCell);
+}
+
+/// A way from an element's first cell to its last: so many times an interval.
+struct Way {
+    std::string interval; ///< such as "col interval of day"
+    std::int32_t times;
+    const TextBox* box; ///< null where the interval is not read
+};
+
+std::int32_t Length(const Way& way)
+{
+    return way.box == nullptr ? 0 : util::Multiply32(way.times, IntervalOf(*way.box));
+}
+
+// A month is 7 weekdays side by side and 6 weeks one under the other.
+
+Way AcrossWeek(const ParameterTab& tab)
+{
+    return {"col interval of day", 6, &tab.txtColInterval};
+}
+
+Way DownWeeks(const ParameterTab& tab)
+{
+    return {"row interval of day", 5, &tab.txtRowInterval};
+}
+
+Way AcrossMonths(const YearlyTab& tab)
+{
+    return {"col interval of month", tab.MonthsAcross().value_or(1) - 1,
+            &tab.txtColIntervalofMonth};
+}
+
+Way DownMonths(const YearlyTab& tab)
+{
+    constexpr int monthsOfYear = 12;
+    return {"row interval of month", monthsOfYear / tab.MonthsAcross().value_or(monthsOfYear) - 1,
+            tab.HasMonthsBelow() ? &tab.txtRowIntervalofMonth : nullptr};
+}
+
+/// "first cell of day, col interval of day or col interval of month"
+std::string Remedies(const Element& element, const std::vector<Way>& ways)
+{
+    std::string text = "first cell of " + element.name;
+    for (const Way& way : ways)
+        text += (&way == &ways.back() ? " or " : ", ") + way.interval;
+    return text;
+}
+
+/// The columns or the rows of a sheet.
+struct Axis {
+    const char* name;
+    std::int32_t limit;
+    std::int32_t model::CellPosition::*position;
+};
+
+constexpr Axis kColumns{"col", model::kMaxColumn, &model::CellPosition::column};
+constexpr Axis kRows{"row", model::kMaxRow, &model::CellPosition::row};
+
+/// The last column or row that the element fills lies inside the sheet. Stands behind the checks of
+/// the element's cell and of the intervals.
+Check Fits(const Axis& axis, const Element& element, const std::vector<Way>& ways,
+           const Control& focus)
+{
+    const auto fits = [&axis, element, ways] {
+        std::int32_t last = FirstCellOf(element).value().*axis.position;
+        for (const Way& way : ways)
+            last = util::Add32(last, Length(way));
+        return last <= axis.limit;
+    };
+    return Require(fits,
+                   std::string("The max ") + axis.name + " of " + element.name +
+                       " is greater than " + std::to_string(axis.limit) +
+                       ",\r\nplease change the " + Remedies(element, ways) + ".",
+                   focus);
+}
+
+Check Fits(const Axis& axis, const Element& element, const std::vector<Way>& ways)
+{
+    return Fits(axis, element, ways, element.firstCell);
+}
+
+} // namespace
+
+std::optional<Problem> CheckMonthly(const ParameterTab& tab)
+{
+    const Element day{"day", tab.txtFirstCellofDay};
+    const Element weekday{"weekday", tab.txtFirstCellofWeekday};
+    const Element holiday{"holiday", tab.txtFirstCellofHoliday};
+    const bool weekdays = tab.chkOutWeekday.checked;
+    const bool months = tab.chkOutMonth.checked;
+    const bool holidays = tab.chkOutHoliday.checked;
+    return FirstProblem({
+        HasSheetName(tab.txtSheetName),
+        HasCell(day),
+        HasInterval(tab.txtColInterval, "col interval of day", kMaxColInterval),
+        HasInterval(tab.txtRowInterval, "row interval of day", kMaxRowIntervalOfDay),
+        Fits(kColumns, day, {AcrossWeek(tab)}),
+        Fits(kRows, day, {DownWeeks(tab)}),
+        When(weekdays, HasCell(weekday)),
+        When(weekdays, HasSelection(tab.cboWeekdayName, "name of weekdays")),
+        When(weekdays, Fits(kColumns, weekday, {AcrossWeek(tab)})),
+        When(months, HasCell({"month", tab.txtFirstCellofMonth})),
+        When(months, HasSelection(tab.cboMonthName, "name of months")),
+        When(tab.chkOutYear.checked, HasCell({"year", tab.txtFirstCellofYear})),
+        When(holidays, HasCell(holiday)),
+        // Only here is a holiday that does not fit mended at the first day.
+        When(holidays, Fits(kColumns, holiday, {AcrossWeek(tab)}, tab.txtFirstCellofDay)),
+        When(holidays, Fits(kRows, holiday, {DownWeeks(tab)}, tab.txtFirstCellofDay)),
+    });
+}
+
+std::optional<Problem> CheckYearly(const YearlyTab& tab)
+{
+    const Element day{"day", tab.txtFirstCellofDay};
+    const Element weekday{"weekday", tab.txtFirstCellofWeekday};
+    const Element month{"month", tab.txtFirstCellofMonth};
+    const Element holiday{"holiday", tab.txtFirstCellofHoliday};
+    const bool weekdays = tab.chkOutWeekday.checked;
+    const bool months = tab.chkOutMonth.checked;
+    const bool holidays = tab.chkOutHoliday.checked;
+    return FirstProblem({
+        HasSheetName(tab.txtSheetName),
+        HasCell(day),
+        HasSelection(tab.cboLayoutofMonths, "layout of months"),
+        When(tab.HasMonthsBeside(),
+             HasInterval(tab.txtColIntervalofMonth, "col interval of month", kMaxColInterval)),
+        // The rule is narrower than its message.
+        When(tab.HasMonthsBelow(), HasInterval(tab.txtRowIntervalofMonth, "row interval of month",
+                                               kMaxRowIntervalOfMonth, kMaxRowIntervalOfDay)),
+        HasInterval(tab.txtColInterval, "col interval of day", kMaxColInterval),
+        HasInterval(tab.txtRowInterval, "row interval of day", kMaxRowIntervalOfDay),
+        Fits(kColumns, day, {AcrossWeek(tab), AcrossMonths(tab)}),
+        Fits(kRows, day, {DownWeeks(tab), DownMonths(tab)}),
+        When(weekdays, HasCell(weekday)),
+        When(weekdays, HasSelection(tab.cboWeekdayName, "name of weekdays")),
+        When(weekdays, Fits(kColumns, weekday, {AcrossWeek(tab), AcrossMonths(tab)})),
+        When(weekdays, Fits(kRows, weekday, {DownMonths(tab)})),
+        When(months, HasCell(month)),
+        When(months, HasSelection(tab.cboMonthName, "name of months")),
+        When(months, Fits(kColumns, month, {AcrossMonths(tab)})),
+        When(months, Fits(kRows, month, {DownMonths(tab)})),
+        When(tab.chkOutYear.checked, HasCell({"year", tab.txtFirstCellofYear})),
+        When(holidays, HasCell(holiday)),
+        When(holidays, Fits(kColumns, holiday, {AcrossWeek(tab), AcrossMonths(tab)})),
+        When(holidays, Fits(kRows, holiday, {DownWeeks(tab), DownMonths(tab)})),
+    });
+}
+
+} // namespace orrery::ui

@@ -1,0 +1,102 @@
+#include "ui/parameter_form.h"
+
+#include "ui/holiday_form.h"
+
+#include <utility>
+
+namespace orrery::ui {
+namespace {
+
+constexpr int kMonthlyTab = 1;
+constexpr int kYearlyTab = 2;
+
+} // namespace
+
+ParameterForm::ParameterForm(WorkingSets& working, const model::NameTables& names,
+                             TemplatePlace place, Desktop& desktop)
+    : Form("frmParameter", "Modify Parameters", "parameters"),
+      monthly('M', "MCalendar", "Output &Monthly Calendar", names), yearly(names),
+      working_(working), place_(std::move(place)), desktop_(desktop)
+{
+    Form_Load();
+}
+
+void ParameterForm::Form_Load()
+{
+    const model::ParameterSets& sets = working_.sets;
+    monthly.Show(sets.Monthly);
+    yearly.Show(sets.Yearly);
+    tabOrrery_Click(sets.Yearly.Output && !sets.Monthly.Output ? kYearlyTab : kMonthlyTab);
+}
+
+bool ParameterForm::ValidateMParameters()
+{
+    return Accept(CheckMonthly(monthly), kMonthlyTab);
+}
+
+bool ParameterForm::ValidateYParameters()
+{
+    return Accept(CheckYearly(yearly), kYearlyTab);
+}
+
+bool ParameterForm::Accept(const std::optional<Problem>& problem, int tab)
+{
+    if (!problem)
+        return true;
+    desktop_.Report(problem->message);
+    tabOrrery_Click(tab);
+    SetFocus(*problem->control);
+    return false;
+}
+
+void ParameterForm::SaveMParameters()
+{
+    monthly.Save(working_.sets.Monthly);
+}
+
+void ParameterForm::SaveYParameters()
+{
+    yearly.Save(working_.sets.Yearly);
+}
+
+void ParameterForm::cmdMChangeHoliday_Click()
+{
+    HolidayForm viewer(holidays::CalendarKind::Monthly, place_, working_.parameterFileExists,
+                       monthly.holidays, [this] {
+                           SetMHolidayChanged();
+                           ShowMHolidaySample();
+                       });
+    desktop_.ShowModal(viewer);
+}
+
+void ParameterForm::cmdYChangeHoliday_Click()
+{
+    HolidayForm viewer(holidays::CalendarKind::Yearly, place_, working_.parameterFileExists,
+                       yearly.holidays, [this] {
+                           SetYHolidayChanged();
+                           ShowYHolidaySample();
+                       });
+    desktop_.ShowModal(viewer);
+}
+
+void ParameterForm::cmdOK_Click()
+{
+    if (monthly.chkOutCalendar.checked && !ValidateMParameters())
+        return;
+    SaveMParameters();
+    working_.monthlyChanged = monthly.Changed();
+    if (yearly.chkOutCalendar.checked && !ValidateYParameters())
+        return;
+    SaveYParameters();
+    working_.yearlyChanged = yearly.Changed();
+    Close();
+}
+
+void ParameterForm::tabOrrery_Click(int index)
+{
+    tabOrrery.selected = index;
+    tabOrrery.monthlyCaption = index == kMonthlyTab ? "Monthly Calendar" : "&Monthly Calendar";
+    tabOrrery.yearlyCaption = index == kYearlyTab ? "Yearly Calendar" : "&Yearly Calendar";
+}
+
+} // namespace orrery::ui

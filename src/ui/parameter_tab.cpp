@@ -1,0 +1,325 @@
+#include "ui/parameter_tab.h"
+
+#include "util/error.h"
+#include "util/numbers.h"
+#include "util/text.h"
+
+#include <algorithm>
+#include <array>
+#include <initializer_list>
+#include <utility>
+
+namespace orrery::ui {
+namespace {
+
+/// Months side by side, in the order of the layout list.
+constexpr std::array<std::int16_t, 6> kMonthsAcross{1, 2, 3, 4, 6, 12};
+constexpr std::int16_t kUsualMonthsAcross = 3;
+
+/// A control's name: "txt", 'M', "SheetName".
+std::string Named(const char* prefix, char letter, const char* role)
+{
+    return std::string(prefix) + letter + role;
+}
+
+template <std::size_t NamesPerList>
+std::string JoinedNames(const model::NameLists<NamesPerList>& table, std::int16_t index)
+{
+    const auto& names = table.At(index);
+    return util::Join({names.begin(), names.end()}, ", ");
+}
+
+/// One entry for each counted list, by index: a list that was skipped has an entry without names.
+template <std::size_t NamesPerList>
+std::vector<std::string> EntriesOf(const model::NameLists<NamesPerList>& table)
+{
+    std::vector<std::string> entries;
+    for (std::int16_t index = 0; index < table.Count(); ++index)
+        entries.push_back(JoinedNames(table, index));
+    return entries;
+}
+
+/// Selects the first entry of that text; the first one of all when there is none.
+void SelectText(ComboBox& list, const std::string& text)
+{
+    const auto found = std::find(list.entries.begin(), list.entries.end(), text);
+    const auto index = found == list.entries.end() ? 0 : found - list.entries.begin();
+    list.selected = list.entries.empty() ? -1 : static_cast<int>(index);
+}
+
+/// The index to store: 0 where nothing is selected.
+std::int16_t IndexOf(const ComboBox& list)
+{
+    return static_cast<std::int16_t>(std::max(list.selected, 0));
+}
+
+/// A text that is no cell gives -1 in both numbers.
+model::CellPosition CellOf(const TextBox& box)
+{
+    model::CellPosition cell;
+    try {
+        model::ParseCellRef(util::Trim(box.text), cell);
+    }
+    catch (const util::OverflowError&) {
+        // No sheet has that row.
+    }
+    return cell;
+}
+
+void Enable(bool enabled, std::initializer_list<Control*> controls)
+{
+    for (Control* control : controls)
+        control->enabled = enabled;
+}
+
+} // namespace
+
+std::int32_t IntervalOf(const TextBox& box)
+{
+    const auto number = util::ReadNumber(box.text);
+    if (!number)
+        throw Error(util::ErrorKind::NotNumeric, box.text);
+    return util::RoundTo32(*number);
+}
+
+// ---- what both calendars have
+
+ParameterTab::ParameterTab(char letter, std::string tabKey, std::string outputCaption,
+                           const model::NameTables& names)
+    : key(std::move(tabKey)),
+      chkOutCalendar(Named("chk", letter, "OutCalendar"), std::move(outputCaption)),
+      lblSheetName(Named("lbl", letter, "SheetName"), "&Sheet Name:"),
+      txtSheetName(Named("txt", letter, "SheetName")),
+      lblFirstDayofWeek(Named("lbl", letter, "FirstDayofWeek"), "First Day of Week:"),
+      cboFirstDayofWeek(Named("cbo", letter, "FirstDayofWeek")),
+      lblFirstCellofDay(Named("lbl", letter, "FirstCellofDay"), "First Cell of &Day:"),
+      txtFirstCellofDay(Named("txt", letter, "FirstCellofDay")),
+      lblColInterval(Named("lbl", letter, "ColInterval"), "Col &Interval of Day:"),
+      txtColInterval(Named("txt", letter, "ColInterval")),
+      updColInterval(Named("upd", letter, "ColInterval"), txtColInterval, 1, kMaxColInterval),
+      lblRowInterval(Named("lbl", letter, "RowInterval"), "&Row Interval of Day:"),
+      txtRowInterval(Named("txt", letter, "RowInterval")),
+      updRowInterval(Named("upd", letter, "RowInterval"), txtRowInterval, 1, kMaxRowIntervalOfDay),
+      chkOutWeekday(Named("chk", letter, "OutWeekday"), "Output Name of &Weekday"),
+      lblFirstCellofWeekday(Named("lbl", letter, "FirstCellofWeekday"), "First Cell of Weekday:"),
+      txtFirstCellofWeekday(Named("txt", letter, "FirstCellofWeekday")),
+      lblWeekdayName(Named("lbl", letter, "WeekdayName"), "Weekday Name:"),
+      cboWeekdayName(Named("cbo", letter, "WeekdayName")),
+      chkOutMonth(Named("chk", letter, "OutMonth"), "Output Mo&nth"),
+      lblFirstCellofMonth(Named("lbl", letter, "FirstCellofMonth"), "First Cell of Month:"),
+      txtFirstCellofMonth(Named("txt", letter, "FirstCellofMonth")),
+      lblMonthName(Named("lbl", letter, "MonthName"), "Month Name:"),
+      cboMonthName(Named("cbo", letter, "MonthName")),
+      chkOutYear(Named("chk", letter, "OutYear"), "Output Y&ear"),
+      lblFirstCellofYear(Named("lbl", letter, "FirstCellofYear"), "First Cell of Year:"),
+      txtFirstCellofYear(Named("txt", letter, "FirstCellofYear")),
+      chkOutHoliday(Named("chk", letter, "OutHoliday"), "Output &Holiday"),
+      lblFirstCellofHoliday(Named("lbl", letter, "FirstCellofHoliday"), "First Cell of Holiday:"),
+      txtFirstCellofHoliday(Named("txt", letter, "FirstCellofHoliday")),
+      lblMultiHolidays(Named("lbl", letter, "MultiHolidays"), "Multiple Holidays on the Same Day:"),
+      cboMultiHolidays(Named("cbo", letter, "MultiHolidays")),
+      lblHolidaySLabel(Named("lbl", letter, "HolidaySLabel"), "Holiday Sample:"),
+      lblHolidaySample(Named("lbl", letter, "HolidaySample")),
+      cmdChangeHoliday(Named("cmd", letter, "ChangeHoliday"), "Chan&ge"), names_(names)
+{
+    cboWeekdayName.entries = EntriesOf(names.Weekdays);
+    cboMonthName.entries = EntriesOf(names.Months);
+    cboFirstDayofWeek.entries = {"Sunday", "Monday"};
+    cboMultiHolidays.entries = {"Overwrite", "Next Row", "Next Column"};
+    fields_ = {&chkOutCalendar,  &txtSheetName,       &cboFirstDayofWeek,   &txtFirstCellofDay,
+               &txtColInterval,  &txtRowInterval,     &chkOutWeekday,       &txtFirstCellofWeekday,
+               &cboWeekdayName,  &chkOutMonth,        &txtFirstCellofMonth, &cboMonthName,
+               &chkOutYear,      &txtFirstCellofYear, &chkOutHoliday,       &txtFirstCellofHoliday,
+               &cboMultiHolidays};
+}
+
+void ParameterTab::chkOutCalendar_Click()
+{
+    Enable(chkOutCalendar.checked,
+           {&lblSheetName, &txtSheetName, &lblFirstDayofWeek, &cboFirstDayofWeek,
+            &lblFirstCellofDay, &txtFirstCellofDay, &lblColInterval, &txtColInterval,
+            &updColInterval, &lblRowInterval, &txtRowInterval, &updRowInterval, &chkOutWeekday,
+            &chkOutMonth, &chkOutYear, &chkOutHoliday});
+    chkOutWeekday_Click();
+    chkOutMonth_Click();
+    chkOutYear_Click();
+    chkOutHoliday_Click();
+}
+
+void ParameterTab::chkOutWeekday_Click()
+{
+    Enable(IsOn(chkOutWeekday),
+           {&lblFirstCellofWeekday, &txtFirstCellofWeekday, &lblWeekdayName, &cboWeekdayName});
+}
+
+void ParameterTab::chkOutMonth_Click()
+{
+    Enable(IsOn(chkOutMonth),
+           {&lblFirstCellofMonth, &txtFirstCellofMonth, &lblMonthName, &cboMonthName});
+}
+
+void ParameterTab::chkOutYear_Click()
+{
+    Enable(IsOn(chkOutYear), {&lblFirstCellofYear, &txtFirstCellofYear});
+}
+
+void ParameterTab::chkOutHoliday_Click()
+{
+    Enable(IsOn(chkOutHoliday),
+           {&lblFirstCellofHoliday, &txtFirstCellofHoliday, &lblMultiHolidays, &cboMultiHolidays,
+            &lblHolidaySLabel, &cmdChangeHoliday, &lblHolidaySample});
+}
+
+void ParameterTab::ShowHolidaySample()
+{
+    lblHolidaySample.ShowText(holidays.Count() == 0 ? std::string() : holidays[0].Name);
+}
+
+void ParameterTab::Show(const model::CalendarParameters& parameters)
+{
+    txtSheetName.text = parameters.SheetName;
+    cboFirstDayofWeek.selected = parameters.FirstDayOfWeek;
+    txtFirstCellofDay.text = model::FormatCellRef(parameters.FirstCellOfDay);
+    txtColInterval.text = std::to_string(parameters.ColIntervalOfDay);
+    txtRowInterval.text = std::to_string(parameters.RowIntervalOfDay);
+    chkOutWeekday.checked = parameters.OutWeekday;
+    txtFirstCellofWeekday.text = model::FormatCellRef(parameters.FirstCellOfWeekday);
+    SelectText(cboWeekdayName, JoinedNames(names_.Weekdays, parameters.WeekdayName));
+    chkOutMonth.checked = parameters.OutMonth;
+    txtFirstCellofMonth.text = model::FormatCellRef(parameters.FirstCellOfMonth);
+    SelectText(cboMonthName, JoinedNames(names_.Months, parameters.MonthName));
+    chkOutYear.checked = parameters.OutYear;
+    txtFirstCellofYear.text = model::FormatCellRef(parameters.FirstCellOfYear);
+    chkOutHoliday.checked = parameters.OutHoliday;
+    txtFirstCellofHoliday.text = model::FormatCellRef(parameters.FirstCellOfHoliday);
+    cboMultiHolidays.selected = parameters.MultiHolidays;
+    holidays = parameters.Holidays;
+    ShowHolidaySample();
+    chkOutCalendar.checked = parameters.Output;
+    chkOutCalendar_Click();
+    ClearChanged();
+}
+
+void ParameterTab::Save(model::CalendarParameters& parameters) const
+{
+    parameters.Output = chkOutCalendar.checked;
+    if (!parameters.Output)
+        return;
+    parameters.SheetName = txtSheetName.text;
+    parameters.FirstDayOfWeek = IndexOf(cboFirstDayofWeek);
+    parameters.FirstCellOfDay = CellOf(txtFirstCellofDay);
+    parameters.ColIntervalOfDay = IntervalOf(txtColInterval);
+    parameters.RowIntervalOfDay = IntervalOf(txtRowInterval);
+    parameters.OutWeekday = chkOutWeekday.checked;
+    parameters.FirstCellOfWeekday = CellOf(txtFirstCellofWeekday);
+    parameters.WeekdayName = IndexOf(cboWeekdayName);
+    parameters.OutMonth = chkOutMonth.checked;
+    parameters.FirstCellOfMonth = CellOf(txtFirstCellofMonth);
+    parameters.MonthName = IndexOf(cboMonthName);
+    parameters.OutYear = chkOutYear.checked;
+    parameters.FirstCellOfYear = CellOf(txtFirstCellofYear);
+    parameters.OutHoliday = chkOutHoliday.checked;
+    parameters.FirstCellOfHoliday = CellOf(txtFirstCellofHoliday);
+    parameters.MultiHolidays = IndexOf(cboMultiHolidays);
+    parameters.Holidays = holidays;
+}
+
+bool ParameterTab::Changed() const
+{
+    return holidaysChanged || std::any_of(fields_.begin(), fields_.end(),
+                                          [](const Control* field) { return field->changed; });
+}
+
+void ParameterTab::ClearChanged()
+{
+    holidaysChanged = false;
+    for (Control* field : fields_)
+        field->changed = false;
+}
+
+bool ParameterTab::IsOn(const CheckBox& inner) const
+{
+    return chkOutCalendar.checked && inner.checked;
+}
+
+// ---- the grid of months
+
+YearlyTab::YearlyTab(const model::NameTables& names)
+    : ParameterTab('Y', "YCalendar", "Output &Yearly Calendar", names),
+      lblLayoutofMonths("lblLayoutofMonths", "&Layout of Months:"),
+      cboLayoutofMonths("cboLayoutofMonths"),
+      lblColIntervalofMonth("lblYColIntervalofMonth", "Col &Interval of Month:"),
+      txtColIntervalofMonth("txtYColIntervalofMonth"),
+      updColIntervalofMonth("updYColIntervalofMonth", txtColIntervalofMonth, 1, kMaxColInterval),
+      lblRowIntervalofMonth("lblYRowIntervalofMonth", "&Row Interval of Month:"),
+      txtRowIntervalofMonth("txtYRowIntervalofMonth"),
+      updRowIntervalofMonth("updYRowIntervalofMonth", txtRowIntervalofMonth, 1,
+                            kMaxRowIntervalOfMonth)
+{
+    cboLayoutofMonths.entries = {"1 x 12 Months", "2 x 6 Months", "3 x 4 Months",
+                                 "4 x 3 Months",  "6 x 2 Months", "12 x 1 Months"};
+    fields_.insert(fields_.end(),
+                   {&cboLayoutofMonths, &txtColIntervalofMonth, &txtRowIntervalofMonth});
+}
+
+void YearlyTab::chkOutCalendar_Click()
+{
+    ParameterTab::chkOutCalendar_Click();
+    Enable(chkOutCalendar.checked, {&lblLayoutofMonths, &cboLayoutofMonths});
+    if (chkOutCalendar.checked) {
+        cboLayoutofMonths_Click();
+        return;
+    }
+    EnableColInterval(false);
+    EnableRowInterval(false);
+}
+
+void YearlyTab::cboLayoutofMonths_Click()
+{
+    if (!cboLayoutofMonths.HasSelection())
+        return;
+    EnableColInterval(HasMonthsBeside());
+    EnableRowInterval(HasMonthsBelow());
+}
+
+void YearlyTab::EnableColInterval(bool enabled)
+{
+    Enable(enabled, {&lblColIntervalofMonth, &txtColIntervalofMonth, &updColIntervalofMonth});
+}
+
+void YearlyTab::EnableRowInterval(bool enabled)
+{
+    Enable(enabled, {&lblRowIntervalofMonth, &txtRowIntervalofMonth, &updRowIntervalofMonth});
+}
+
+void YearlyTab::Show(const model::YearlyParameters& parameters)
+{
+    const auto* const layout =
+        std::find(kMonthsAcross.begin(), kMonthsAcross.end(), parameters.MonthLayout);
+    cboLayoutofMonths.selected =
+        layout == kMonthsAcross.end() ? -1 : static_cast<int>(layout - kMonthsAcross.begin());
+    txtColIntervalofMonth.text = std::to_string(parameters.ColIntervalOfMonth);
+    txtRowIntervalofMonth.text = std::to_string(parameters.RowIntervalOfMonth);
+    ParameterTab::Show(parameters);
+}
+
+void YearlyTab::Save(model::YearlyParameters& parameters) const
+{
+    ParameterTab::Save(parameters);
+    if (!parameters.Output)
+        return;
+    parameters.MonthLayout = MonthsAcross().value_or(kUsualMonthsAcross);
+    if (HasMonthsBeside())
+        parameters.ColIntervalOfMonth = IntervalOf(txtColIntervalofMonth);
+    if (HasMonthsBelow())
+        parameters.RowIntervalOfMonth = IntervalOf(txtRowIntervalofMonth);
+}
+
+std::optional<std::int16_t> YearlyTab::MonthsAcross() const
+{
+    if (!cboLayoutofMonths.HasSelection())
+        return std::nullopt;
+    return kMonthsAcross.at(static_cast<std::size_t>(cboLayoutofMonths.selected));
+}
+
+} // namespace orrery::ui

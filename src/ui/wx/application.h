@@ -1,0 +1,38 @@
+#pragma once
+
+#include "generate/engines.h"
+#include "ui/folders.h"
+#include "ui/main_form.h"
+#include "ui/wx/wx_desktop.h"
+
+#include <wx/app.h>
+#include <wx/cmdline.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orrery::ui::wx {
+
+/// The window program. A main program makes one with its engines and hands it to the toolkit.
+class Application : public wxApp {
+public:
+    explicit Application(std::unique_ptr<generate::Engines> engines);
+
+    bool OnInit() override;
+    void OnInitCmdLine(wxCmdLineParser& parser) override;
+    bool OnCmdLineParsed(wxCmdLineParser& parser) override;
+    /// What no handler caught ends in the error report box, and the program goes on.
+    bool OnExceptionInMainLoop() override;
+
+    MainForm& Main() { return *mainForm_; }
+
+private:
+    std::unique_ptr<generate::Engines> engines_;
+    std::vector<std::string> files_;
+    SystemFolders system_;
+    std::unique_ptr<WxDesktop> desktop_;
+    std::unique_ptr<MainForm> mainForm_;
+};
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+namespace orrery::ui::wx {
+
+/// The program's logo in one size, a PNG file that is part of the program.
+struct Picture {
+    int size;                   ///< width and height in pixels
+    const unsigned char* bytes; ///< the file, which lives as long as the program
+    std::size_t length;         ///< of the file, in bytes
+};
+
+/// The logo in 16, 24, 32, 48, 64, 128 and 256 pixels, smallest first.
+std::span<const Picture> IconPngs();
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,59 @@
+#include "ui/wx/dialogs.h"
+#include "ui/wx/tabbed_list.h"
+#include "ui/wx/widgets.h"
+#include "ui/wx/window_place.h"
+
+namespace orrery::ui::wx {
+namespace {
+
+// Device-independent pixels.
+constexpr int kFileWidth = 200;
+constexpr int kListWidth = 400;
+constexpr int kListHeight = 280;
+
+wxSizer* BuildFileRow(wxDialog& dialog, HolidayForm& form, Binder& binder)
+{
+    auto* const row = new wxBoxSizer(wxHORIZONTAL);
+    row->Add(AddLabel(dialog, binder, form.lblHolidayFile), wxSizerFlags().CentreVertical());
+    row->Add(AddChoice(dialog, binder, form.cboHolidayFile, kFileWidth,
+                       [&form] { form.cboHolidayFile_Click(); }),
+             wxSizerFlags(1).Border(wxLEFT));
+    binder.Relate(form.lblHolidayFile, form.cboHolidayFile);
+    return row;
+}
+
+} // namespace
+
+void ShowHolidayDialog(const DialogPlace& place, HolidayForm& form)
+{
+    const auto dialog =
+        MakeDialog(place.parent, form, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX);
+    Binder binder(*dialog, form, place.desktop);
+    auto* const column = new wxBoxSizer(wxVERTICAL);
+    column->Add(BuildFileRow(*dialog, form, binder),
+                wxSizerFlags().Expand().DoubleBorder(wxALL & ~wxBOTTOM));
+    const auto line = wxSizerFlags().DoubleBorder(wxLEFT | wxRIGHT);
+    column->Add(AddLabel(*dialog, binder, form.lblHolidays),
+                wxSizerFlags(line).DoubleBorder(wxALL & ~wxBOTTOM));
+    column->Add(AddLabel(*dialog, binder, form.lblHolidayList), line);
+    TabbedList list(*dialog, form.tabStops, form.lblHolidayList.caption);
+    binder.Bind(form.lstHoliday, list);
+    binder.Relate(form.lblHolidays, form.lstHoliday);
+    list.Window().SetMinSize(dialog->FromDIP(wxSize(kListWidth, kListHeight)));
+    column->Add(&list.Window(), wxSizerFlags(line).Proportion(1).Expand());
+    auto* const ok = AddButton(
+        *dialog, binder, form.cmdOK, [&form] { form.cmdOK_Click(); }, wxID_OK);
+    auto* const cancel = AddButton(
+        *dialog, binder, form.cmdCancel, [&form] { form.cmdCancel_Click(); }, wxID_CANCEL);
+    column->Add(ButtonRow(*ok, *cancel), wxSizerFlags().Expand().DoubleBorder(wxTOP | wxBOTTOM));
+
+    binder.BindDialogKeys();
+    binder.Show();
+    dialog->SetSizerAndFit(column);
+    dialog->CentreOnParent();
+    RestorePlace(*dialog, place.settingsFile);
+    dialog->ShowModal();
+    KeepPlace(*dialog, place.settingsFile);
+}
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,42 @@
+#include "ui/wx/icons.h"
+
+#include "ui/wx/art/art.h"
+
+#include <wx/image.h>
+#include <wx/mstream.h>
+
+#include <stdexcept>
+
+namespace orrery::ui::wx {
+namespace {
+
+wxBitmap Decode(const Picture& picture)
+{
+    wxMemoryInputStream bytes(picture.bytes, picture.length);
+    return wxBitmap(wxImage(bytes, wxBITMAP_TYPE_PNG));
+}
+
+} // namespace
+
+wxIconBundle ApplicationIcons()
+{
+    wxIconBundle icons;
+    for (const Picture& picture : IconPngs()) {
+        wxIcon icon;
+        icon.CopyFromBitmap(Decode(picture));
+        icons.AddIcon(icon);
+    }
+    return icons;
+}
+
+wxBitmapBundle Logo(int size)
+{
+    wxVector<wxBitmap> sizes;
+    for (const Picture& picture : IconPngs()) {
+        if (picture.size == size || picture.size == 2 * size)
+            sizes.push_back(Decode(picture));
+    }
+    return wxBitmapBundle::FromBitmaps(sizes);
+}
+
+} // namespace orrery::ui::wx

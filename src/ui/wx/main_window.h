@@ -1,0 +1,42 @@
+#pragma once
+
+#include "ui/main_form.h"
+#include "ui/wx/binding.h"
+#include "ui/wx/wx_desktop.h"
+
+#include <wx/frame.h>
+#include <wx/panel.h>
+#include <wx/sizer.h>
+
+#include <string>
+#include <vector>
+
+namespace orrery::ui::wx {
+
+/// The window of `MainForm`.
+class MainWindow : public wxFrame {
+public:
+    /// Form and desktop outlive the window.
+    MainWindow(MainForm& form, WxDesktop& desktop);
+
+    /// What is left of the start-up once the window is on the screen: the tip, then files that the
+    /// program was started with.
+    void FinishStartup(const std::vector<std::string>& files);
+    /// Files that were dropped on the window.
+    void DropFiles(const std::vector<std::string>& files);
+
+private:
+    void Build(wxPanel& panel);
+    wxSizer* BuildTemplateRows(wxPanel& panel);
+    wxSizer* BuildCommandRow(wxPanel& panel);
+    wxSizer* BuildEmptyFolder(wxPanel& panel);
+    wxSizer* BuildStatusRow(wxPanel& panel);
+    wxButton* AddButton(wxPanel& panel, Button& state, void (MainForm::*onClick)());
+    wxStaticText* AddLabel(wxPanel& panel, Label& state, long style = 0);
+    void OnClose(wxCloseEvent& event);
+
+    MainForm& form_;
+    Binder binder_;
+};
+
+} // namespace orrery::ui::wx

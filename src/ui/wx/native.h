@@ -1,0 +1,31 @@
+#pragma once
+
+#include <wx/button.h>
+#include <wx/choice.h>
+#include <wx/notebook.h>
+#include <wx/stattext.h>
+#include <wx/window.h>
+
+/// What the portable toolkit leaves to the system's own.
+namespace orrery::ui::wx {
+
+/// Makes the label the field's: its mnemonic moves the focus there, screen readers say its text.
+void RelateLabel(wxStaticText& label, wxWindow& field);
+
+/// The name that screen readers say.
+void SetSpokenName(wxWindow& control, const wxString& name);
+
+/// Lets a drop-down list be narrower than its longest entry, whose end is then left out.
+void ShortenEntries(wxChoice& choice);
+
+/// Gives a tab its caption with the mnemonic underlined. The key itself is the dialog's business.
+void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption);
+
+/// Shows a message box whose style is that of a message dialog; gives the button's id, such as
+/// wxID_YES. The style's icon is shown on every system.
+int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title, long style);
+
+/// Marks the button as the one that the user came for.
+void Emphasize(wxButton& button);
+
+} // namespace orrery::ui::wx

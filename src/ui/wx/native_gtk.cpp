@@ -1,0 +1,89 @@
+#include "ui/wx/native.h"
+
+#include <gtk/gtk.h>
+
+#include <wx/msgdlg.h> // before the generic one
+
+#include <wx/generic/msgdlgg.h>
+
+namespace orrery::ui::wx {
+namespace {
+
+/// The widget inside a control that takes the focus: an entry or a combo box lies in others.
+GtkWidget* FocusWidget(GtkWidget* widget)
+{
+    const bool takesFocus = gtk_widget_get_can_focus(widget) && !GTK_IS_SCROLLED_WINDOW(widget);
+    if (takesFocus || !GTK_IS_CONTAINER(widget))
+        return widget;
+    GList* const children = gtk_container_get_children(GTK_CONTAINER(widget));
+    GtkWidget* found = widget;
+    for (const GList* child = children; child != nullptr && found == widget; child = child->next) {
+        GtkWidget* const inner = FocusWidget(GTK_WIDGET(child->data));
+        if (gtk_widget_get_can_focus(inner))
+            found = inner;
+    }
+    g_list_free(children);
+    return found;
+}
+
+GtkLabel* LabelInside(GtkWidget* widget)
+{
+    if (GTK_IS_LABEL(widget) || !GTK_IS_CONTAINER(widget))
+        return GTK_IS_LABEL(widget) ? GTK_LABEL(widget) : nullptr;
+    GList* const children = gtk_container_get_children(GTK_CONTAINER(widget));
+    GtkLabel* found = nullptr;
+    for (const GList* child = children; child != nullptr && found == nullptr; child = child->next)
+        found = LabelInside(GTK_WIDGET(child->data));
+    g_list_free(children);
+    return found;
+}
+
+} // namespace
+
+void RelateLabel(wxStaticText& label, wxWindow& field)
+{
+    gtk_label_set_mnemonic_widget(GTK_LABEL(label.GetHandle()), FocusWidget(field.GetHandle()));
+}
+
+void SetSpokenName(wxWindow& control, const wxString& name)
+{
+    for (GtkWidget* const widget : {control.GetHandle(), FocusWidget(control.GetHandle())})
+        atk_object_set_name(gtk_widget_get_accessible(widget), name.utf8_str());
+}
+
+void ShortenEntries(wxChoice& choice)
+{
+    GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(choice.GetHandle()));
+    for (const GList* cell = cells; cell != nullptr; cell = cell->next)
+        g_object_set(cell->data, "ellipsize", PANGO_ELLIPSIZE_END, nullptr);
+    g_list_free(cells);
+    // Nor does it measure every entry, which takes long for hundreds of them.
+    GtkWidget* const shown = gtk_bin_get_child(GTK_BIN(choice.GetHandle()));
+    if (GTK_IS_CELL_VIEW(shown))
+        gtk_cell_view_set_fit_model(GTK_CELL_VIEW(shown), FALSE);
+}
+
+void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption)
+{
+    GtkNotebook* const strip = GTK_NOTEBOOK(tabs.GetHandle());
+    GtkWidget* const child = gtk_notebook_get_nth_page(strip, static_cast<int>(page));
+    GtkLabel* const label = LabelInside(gtk_notebook_get_tab_label(strip, child));
+    wxString marked = caption;
+    marked.Replace("_", "__");
+    marked.Replace("&", "_");
+    gtk_label_set_text_with_mnemonic(label, marked.utf8_str());
+}
+
+int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title, long style)
+{
+    // GTK's own message dialog leaves the icon out.
+    return wxGenericMessageDialog(parent, text, title, style | wxCENTRE).ShowModal();
+}
+
+void Emphasize(wxButton& button)
+{
+    gtk_style_context_add_class(gtk_widget_get_style_context(button.GetHandle()),
+                                GTK_STYLE_CLASS_SUGGESTED_ACTION);
+}
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,121 @@
+#include "ui/wx/dialogs.h"
+#include "ui/wx/native.h"
+#include "ui/wx/parameter_page.h"
+#include "ui/wx/text.h"
+#include "ui/wx/widgets.h"
+#include "ui/wx/window_place.h"
+
+#include <wx/display.h>
+#include <wx/notebook.h>
+
+#include <cctype>
+
+namespace orrery::ui::wx {
+namespace {
+
+// Device-independent pixels.
+constexpr int kLeastWidth = 480; // smaller than this the dialog is of no use
+constexpr int kLeastHeight = 320;
+constexpr int kSpareWidth = 150; // shows more of the name lists where the screen has room
+
+/// Joins the strip of tabs with its state. Toolkits differ in what they do with a tab's mnemonic,
+/// so the dialog sees to it.
+class TabStripBinding {
+public:
+    TabStripBinding(wxDialog& dialog, wxNotebook& tabs, ParameterForm& form, Binder& binder)
+        : tabs_(tabs), form_(form), binder_(binder)
+    {
+        binder.BindShown(form.tabOrrery, tabs, [this] { Show(); });
+        tabs.Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
+            if (form_.isOpen && event.GetSelection() + 1 != form_.tabOrrery.selected)
+                Select(event.GetSelection() + 1);
+        });
+        dialog.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+            if (event.GetModifiers() != wxMOD_ALT || !SelectByMnemonic(event.GetKeyCode()))
+                event.Skip();
+        });
+    }
+
+private:
+    void Show()
+    {
+        ShowTabCaption(tabs_, 0, ToWx(form_.tabOrrery.monthlyCaption));
+        ShowTabCaption(tabs_, 1, ToWx(form_.tabOrrery.yearlyCaption));
+        const int page = form_.tabOrrery.selected - 1;
+        if (tabs_.GetSelection() != page)
+            tabs_.ChangeSelection(static_cast<size_t>(page));
+    }
+
+    void Select(int index)
+    {
+        binder_.Run([this, index] { form_.tabOrrery_Click(index); });
+    }
+
+    bool SelectByMnemonic(int letter)
+    {
+        if (HasMnemonic(form_.tabOrrery.monthlyCaption, letter))
+            Select(1);
+        else if (HasMnemonic(form_.tabOrrery.yearlyCaption, letter))
+            Select(2);
+        else
+            return false;
+        return true;
+    }
+
+    static bool HasMnemonic(const std::string& caption, int letter)
+    {
+        const auto mark = caption.find('&');
+        return mark != std::string::npos && mark + 1 < caption.size() &&
+               std::toupper(static_cast<unsigned char>(caption[mark + 1])) == letter;
+    }
+
+    wxNotebook& tabs_;
+    ParameterForm& form_;
+    Binder& binder_;
+};
+
+void FitWithSpareWidth(wxDialog& dialog, wxSizer* content)
+{
+    dialog.SetSizerAndFit(content);
+    dialog.SetMinClientSize(dialog.FromDIP(wxSize(kLeastWidth, kLeastHeight)));
+    wxSize size = dialog.GetSize() + dialog.FromDIP(wxSize(kSpareWidth, 0));
+    size.DecTo(wxDisplay(&dialog).GetClientArea().GetSize());
+    dialog.SetSize(size);
+}
+
+} // namespace
+
+void ShowParameterDialog(const DialogPlace& place, ParameterForm& form)
+{
+    const auto dialog =
+        MakeDialog(place.parent, form, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX);
+    Binder binder(*dialog, form, place.desktop);
+    auto* const tabs = new wxNotebook(dialog.get(), wxID_ANY);
+    auto* const monthly = new ParameterPage(*tabs, "fraOrrery1", binder, form.monthly, nullptr,
+                                            [&form] { form.cmdMChangeHoliday_Click(); });
+    auto* const yearly = new ParameterPage(*tabs, "fraOrrery2", binder, form.yearly, &form.yearly,
+                                           [&form] { form.cmdYChangeHoliday_Click(); });
+    yearly->AlignWith(*monthly);
+    tabs->AddPage(monthly, "");
+    tabs->AddPage(yearly, "");
+    TabStripBinding strip(*dialog, *tabs, form, binder);
+    auto* const ok = AddButton(
+        *dialog, binder, form.cmdOK, [&form] { form.cmdOK_Click(); }, wxID_OK);
+    auto* const cancel = AddButton(
+        *dialog, binder, form.cmdCancel, [&form] { form.cmdCancel_Click(); }, wxID_CANCEL);
+
+    auto* const column = new wxBoxSizer(wxVERTICAL);
+    column->Add(tabs, wxSizerFlags(1).Expand().Border());
+    column->Add(ButtonRow(*ok, *cancel), wxSizerFlags().Expand().Border(wxALL & ~wxTOP));
+    binder.BindDialogKeys();
+    binder.Show();
+    FitWithSpareWidth(*dialog, column);
+    monthly->AllowScrolling();
+    yearly->AllowScrolling();
+    dialog->CentreOnParent();
+    RestorePlace(*dialog, place.settingsFile);
+    dialog->ShowModal();
+    KeepPlace(*dialog, place.settingsFile);
+}
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,246 @@
+#include "ui/wx/parameter_page.h"
+
+#include "ui/wx/text.h"
+#include "ui/wx/widgets.h"
+
+#include <wx/gbsizer.h>
+#include <wx/statline.h>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace orrery::ui::wx {
+namespace {
+
+// Device-independent pixels.
+constexpr int kFieldWidth = 120;
+constexpr int kNamesWidth = 160;
+constexpr int kCellWidth = 72;
+constexpr int kIndent = 24; // as far as the text of a check box
+constexpr int kGroupGap = 4;
+
+wxSize Gap(const wxWindow& page)
+{
+    return page.FromDIP(wxSize(8, 5));
+}
+
+/// The left side: labels, and fields of one size beside them.
+class Fields {
+public:
+    Fields(wxWindow& page, Binder& binder)
+        : page_(page), binder_(binder), grid_(new wxFlexGridSizer(2, Gap(page)))
+    {
+        grid_->AddGrowableCol(1);
+        grid_->SetFlexibleDirection(wxHORIZONTAL); // rows are equally high
+    }
+
+    wxFlexGridSizer* Grid() const { return grid_; }
+
+    void Add(Label& label, TextBox& text)
+    {
+        AddName(label);
+        auto* const box = AddTextBox(page_, binder_, text);
+        box->SetMinSize(page_.FromDIP(wxSize(kFieldWidth, -1)));
+        grid_->Add(box, wxSizerFlags().Expand());
+        binder_.Relate(label, text);
+    }
+
+    void Add(Label& label, ComboBox& choice, Handler onClick = {})
+    {
+        AddName(label);
+        grid_->Add(AddChoice(page_, binder_, choice, kFieldWidth, std::move(onClick)),
+                   wxSizerFlags().Expand());
+        binder_.Relate(label, choice);
+    }
+
+    void Add(Label& label, TextBox& text, UpDown& upDown)
+    {
+        AddName(label);
+        grid_->Add(AddStepped(page_, binder_, label, text, upDown), wxSizerFlags().Expand());
+        binder_.Relate(label, text);
+    }
+
+private:
+    void AddName(Label& label)
+    {
+        grid_->Add(AddLabel(page_, binder_, label), wxSizerFlags().CentreVertical());
+    }
+
+    wxWindow& page_;
+    Binder& binder_;
+    wxFlexGridSizer* grid_;
+};
+
+/// The right side: groups that a check box heads, each indented below it, in common columns.
+class Groups {
+public:
+    Groups(wxWindow& page, Binder& binder)
+        : page_(page), binder_(binder), grid_(new wxGridBagSizer(Gap(page).y, Gap(page).x))
+    {
+    }
+
+    /// When all groups are in.
+    wxSizer* Finish()
+    {
+        for (wxTextCtrl* const cell : cells_) // as high as the lists beside and below them
+            cell->SetMinSize(wxSize(page_.FromDIP(kCellWidth), choiceHeight_));
+        grid_->AddGrowableCol(kNameFieldColumn);
+        return grid_;
+    }
+
+    void AddHead(CheckBox& check, Handler onClick)
+    {
+        ++row_;
+        const int gap = row_ == 0 ? 0 : page_.FromDIP(kGroupGap);
+        auto* const box = AddCheckBox(page_, binder_, check, std::move(onClick));
+        grid_->Add(box, wxGBPosition(row_, 0), wxGBSpan(1, kColumns), wxTOP, gap);
+    }
+
+    /// A line of the group: where it begins on the sheet.
+    void AddFirstCell(Label& label, TextBox& text)
+    {
+        ++row_;
+        AddName(label, 1);
+        cells_.push_back(AddTextBox(page_, binder_, text));
+        grid_->Add(cells_.back(), wxGBPosition(row_, kCellColumn));
+        binder_.Relate(label, text);
+    }
+
+    /// The names, in the same line.
+    void AddNames(Label& label, ComboBox& choice)
+    {
+        grid_->Add(AddLabel(page_, binder_, label), wxGBPosition(row_, kNameColumn), wxDefaultSpan,
+                   wxALIGN_CENTRE_VERTICAL | wxLEFT, Gap(page_).x);
+        AddNameField(label, choice);
+    }
+
+    /// A line with a long label.
+    void AddChoiceLine(Label& label, ComboBox& choice)
+    {
+        ++row_;
+        AddName(label, kNameColumn + 1);
+        AddNameField(label, choice);
+    }
+
+    /// A line that shows a text and has a button.
+    void AddShownLine(Label& label, Label& shown, Button& button, Handler onClick)
+    {
+        ++row_;
+        AddName(label, 1);
+        auto* const line = new wxBoxSizer(wxHORIZONTAL);
+        line->Add(AddDataLabel(page_, binder_, shown), wxSizerFlags(1).CentreVertical());
+        line->Add(wx::AddButton(page_, binder_, button, std::move(onClick)),
+                  wxSizerFlags().Border(wxLEFT, Gap(page_).x));
+        grid_->Add(line, wxGBPosition(row_, kCellColumn), wxGBSpan(1, kColumns - 1), wxEXPAND);
+    }
+
+private:
+    static constexpr int kCellColumn = 1;
+    static constexpr int kNameColumn = 2;
+    static constexpr int kNameFieldColumn = 3;
+    static constexpr int kColumns = 4;
+
+    void AddName(Label& label, int columns)
+    {
+        grid_->Add(AddLabel(page_, binder_, label), wxGBPosition(row_, 0), wxGBSpan(1, columns),
+                   wxALIGN_CENTRE_VERTICAL | wxLEFT, page_.FromDIP(kIndent));
+    }
+
+    void AddNameField(Label& label, ComboBox& choice)
+    {
+        auto* const list = AddChoice(page_, binder_, choice, kNamesWidth);
+        grid_->Add(list, wxGBPosition(row_, kNameFieldColumn), wxDefaultSpan, wxEXPAND);
+        choiceHeight_ = list->GetBestSize().y;
+        binder_.Relate(label, choice);
+    }
+
+    wxWindow& page_;
+    Binder& binder_;
+    wxGridBagSizer* grid_;
+    int row_ = -1;
+    std::vector<wxTextCtrl*> cells_;
+    int choiceHeight_ = 0;
+};
+
+} // namespace
+
+ParameterPage::ParameterPage(wxWindow& parent, const std::string& name, Binder& binder,
+                             ParameterTab& tab, YearlyTab* monthGrid, Handler onChangeHoliday)
+    : wxScrolledWindow(&parent), binder_(binder)
+{
+    SetName(ToWx(name));
+    auto* const sides = new wxBoxSizer(wxHORIZONTAL);
+    sides->Add(BuildCalendar(tab, monthGrid), wxSizerFlags().DoubleBorder());
+    sides->Add(new wxStaticLine(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLI_VERTICAL),
+               wxSizerFlags().Expand().DoubleBorder(wxTOP | wxBOTTOM));
+    sides->Add(BuildOutputs(tab, std::move(onChangeHoliday)), wxSizerFlags(1).DoubleBorder());
+    SetSizer(sides);
+}
+
+void ParameterPage::AlignWith(ParameterPage& other)
+{
+    int width = 0;
+    for (const ParameterPage* const page : {this, &other}) {
+        page->fields_->CalcMin();
+        width = std::max(width, page->fields_->GetColWidths().front());
+    }
+    for (const ParameterPage* const page : {this, &other})
+        page->fields_->GetItem(size_t(0))->SetMinSize(width, -1);
+}
+
+void ParameterPage::AllowScrolling()
+{
+    const int step = FromDIP(10);
+    SetScrollRate(step, step);
+}
+
+wxSizer* ParameterPage::BuildCalendar(ParameterTab& tab, YearlyTab* monthGrid)
+{
+    auto* const output =
+        AddCheckBox(*this, binder_, tab.chkOutCalendar, [&tab] { tab.chkOutCalendar_Click(); });
+    Fields fields(*this, binder_);
+    fields.Add(tab.lblSheetName, tab.txtSheetName);
+    fields.Add(tab.lblFirstDayofWeek, tab.cboFirstDayofWeek);
+    fields.Add(tab.lblFirstCellofDay, tab.txtFirstCellofDay);
+    fields.Add(tab.lblColInterval, tab.txtColInterval, tab.updColInterval);
+    fields.Add(tab.lblRowInterval, tab.txtRowInterval, tab.updRowInterval);
+    if (monthGrid != nullptr) {
+        YearlyTab& grid = *monthGrid;
+        fields.Add(grid.lblLayoutofMonths, grid.cboLayoutofMonths,
+                   [&grid] { grid.cboLayoutofMonths_Click(); });
+        fields.Add(grid.lblColIntervalofMonth, grid.txtColIntervalofMonth,
+                   grid.updColIntervalofMonth);
+        fields.Add(grid.lblRowIntervalofMonth, grid.txtRowIntervalofMonth,
+                   grid.updRowIntervalofMonth);
+    }
+    fields_ = fields.Grid();
+    auto* const group = new wxBoxSizer(wxVERTICAL);
+    group->Add(output, wxSizerFlags().Border(wxBOTTOM, Gap(*this).y));
+    group->Add(fields_, wxSizerFlags().Expand().Border(wxLEFT, FromDIP(kIndent)));
+    return group;
+}
+
+wxSizer* ParameterPage::BuildOutputs(ParameterTab& tab, Handler onChangeHoliday)
+{
+    Groups groups(*this, binder_);
+    groups.AddHead(tab.chkOutWeekday, [&tab] { tab.chkOutWeekday_Click(); });
+    groups.AddFirstCell(tab.lblFirstCellofWeekday, tab.txtFirstCellofWeekday);
+    groups.AddNames(tab.lblWeekdayName, tab.cboWeekdayName);
+
+    groups.AddHead(tab.chkOutMonth, [&tab] { tab.chkOutMonth_Click(); });
+    groups.AddFirstCell(tab.lblFirstCellofMonth, tab.txtFirstCellofMonth);
+    groups.AddNames(tab.lblMonthName, tab.cboMonthName);
+
+    groups.AddHead(tab.chkOutYear, [&tab] { tab.chkOutYear_Click(); });
+    groups.AddFirstCell(tab.lblFirstCellofYear, tab.txtFirstCellofYear);
+
+    groups.AddHead(tab.chkOutHoliday, [&tab] { tab.chkOutHoliday_Click(); });
+    groups.AddFirstCell(tab.lblFirstCellofHoliday, tab.txtFirstCellofHoliday);
+    groups.AddChoiceLine(tab.lblMultiHolidays, tab.cboMultiHolidays);
+    groups.AddShownLine(tab.lblHolidaySLabel, tab.lblHolidaySample, tab.cmdChangeHoliday,
+                        std::move(onChangeHoliday));
+    return groups.Finish();
+}
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,79 @@
+#include "ui/wx/dialogs.h"
+#include "ui/wx/icons.h"
+#include "ui/wx/widgets.h"
+
+namespace orrery::ui::wx {
+namespace {
+
+// Device-independent pixels.
+constexpr int kLogoSize = 64;
+constexpr int kTipWidth = 380;
+constexpr int kTipHeight = 120;
+constexpr float kHeadingScale = 1.25F;
+
+/// Makes room for a tip that is longer than any before; the dialog never shrinks.
+void GrowForTip(wxDialog& dialog)
+{
+    if (dialog.GetSizer() == nullptr)
+        return;
+    wxSize size = dialog.GetSizer()->ComputeFittingClientSize(&dialog);
+    size.IncTo(dialog.GetClientSize());
+    dialog.SetClientSize(size);
+}
+
+wxSizer* BuildTip(wxDialog& dialog, TipForm& form, Binder& binder)
+{
+    auto* const heading = AddLabel(dialog, binder, form.lblDidYouKnow);
+    heading->SetFont(heading->GetFont().Bold().Scaled(kHeadingScale));
+    const wxSize room = dialog.FromDIP(wxSize(kTipWidth, kTipHeight));
+    auto* const tip = AddDataLabel(dialog, binder, form.lblTipText, room.x);
+    tip->Bind(wxEVT_SIZE, [&dialog](wxSizeEvent& event) {
+        GrowForTip(dialog);
+        event.Skip();
+    });
+
+    auto* const texts = new wxBoxSizer(wxVERTICAL);
+    texts->Add(heading, wxSizerFlags().Border(wxBOTTOM));
+    texts->Add(tip);
+    texts->SetMinSize(room); // the dialog keeps its size from tip to tip
+    auto* const row = new wxBoxSizer(wxHORIZONTAL);
+    row->Add(new wxStaticBitmap(&dialog, wxID_ANY, Logo(kLogoSize)),
+             wxSizerFlags().DoubleBorder(wxRIGHT));
+    row->Add(texts, wxSizerFlags(1).Expand());
+    return row;
+}
+
+wxSizer* BuildButtons(wxDialog& dialog, TipForm& form, Binder& binder)
+{
+    auto* const row = new wxBoxSizer(wxHORIZONTAL);
+    row->Add(AddCheckBox(dialog, binder, form.chkLoadTipsAtStartup,
+                         [&form] { form.chkLoadTipsAtStartup_Click(); }),
+             wxSizerFlags().CentreVertical().DoubleBorder(wxRIGHT));
+    row->AddStretchSpacer();
+    row->Add(AddButton(dialog, binder, form.cmdNextTip, [&form] { form.cmdNextTip_Click(); }));
+    auto* const close = AddButton(
+        dialog, binder, form.cmdOK, [&form] { form.cmdOK_Click(); }, wxID_OK);
+    row->Add(close, wxSizerFlags().Border(wxLEFT));
+    close->SetDefault();
+    close->SetFocus();
+    return row;
+}
+
+} // namespace
+
+void ShowTipDialog(const DialogPlace& place, TipForm& form)
+{
+    const auto dialog = MakeDialog(place.parent, form);
+    Binder binder(*dialog, form, place.desktop);
+    auto* const column = new wxBoxSizer(wxVERTICAL);
+    column->Add(BuildTip(*dialog, form, binder), wxSizerFlags(1).Expand().DoubleBorder());
+    column->Add(BuildButtons(*dialog, form, binder),
+                wxSizerFlags().Expand().DoubleBorder(wxALL & ~wxTOP));
+    binder.BindDialogKeys();
+    binder.Show();
+    dialog->SetSizerAndFit(column);
+    dialog->CentreOnParent();
+    dialog->ShowModal();
+}
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,125 @@
+#include "ui/wx/widgets.h"
+
+#include "ui/wx/icons.h"
+#include "ui/wx/native.h"
+#include "ui/wx/text.h"
+
+#include <utility>
+
+namespace orrery::ui::wx {
+namespace {
+
+/// Shows a text as it stands, broken into lines where there is a width for them.
+class DataTextShown {
+public:
+    DataTextShown(const Label& state, wxStaticText& control, int wrapWidth)
+        : state_(state), control_(control), wrapWidth_(wrapWidth)
+    {
+    }
+
+    void operator()()
+    {
+        if (shown_ == state_.caption)
+            return;
+        shown_ = state_.caption;
+        control_.SetLabelText(LinesToWx(shown_));
+        if (wrapWidth_ > 0)
+            control_.Wrap(wrapWidth_);
+    }
+
+private:
+    const Label& state_;
+    wxStaticText& control_;
+    const int wrapWidth_;
+    std::string shown_;
+};
+
+/// The label's words, without its mnemonic and colon.
+std::string SpokenText(const Label& label)
+{
+    wxString text = wxControl::RemoveMnemonics(ToWx(label.caption));
+    if (text.EndsWith(":"))
+        text.RemoveLast();
+    return FromWx(text);
+}
+
+} // namespace
+
+std::unique_ptr<wxDialog> MakeDialog(wxWindow* parent, const Form& form, long style)
+{
+    auto dialog = std::make_unique<wxDialog>(parent, wxID_ANY, ToWx(form.caption),
+                                             wxDefaultPosition, wxDefaultSize, style);
+    dialog->SetIcons(ApplicationIcons());
+    return dialog;
+}
+
+wxStaticText* AddLabel(wxWindow& parent, Binder& binder, Label& state)
+{
+    auto* const label = new wxStaticText(&parent, wxID_ANY, ToWx(state.caption));
+    binder.Bind(state, *label);
+    return label;
+}
+
+wxStaticText* AddDataLabel(wxWindow& parent, Binder& binder, Label& state, int wrapWidth)
+{
+    const long style = wrapWidth > 0 ? 0 : wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE;
+    auto* const label =
+        new wxStaticText(&parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, style);
+    binder.BindShown(state, *label, DataTextShown(state, *label, wrapWidth));
+    return label;
+}
+
+wxTextCtrl* AddTextBox(wxWindow& parent, Binder& binder, TextBox& state)
+{
+    auto* const box = new wxTextCtrl(&parent, wxID_ANY, ToWx(state.text));
+    binder.Bind(state, *box);
+    return box;
+}
+
+wxCheckBox* AddCheckBox(wxWindow& parent, Binder& binder, CheckBox& state, Handler onClick)
+{
+    auto* const box = new wxCheckBox(&parent, wxID_ANY, ToWx(state.caption));
+    binder.Bind(state, *box, std::move(onClick));
+    return box;
+}
+
+wxChoice* AddChoice(wxWindow& parent, Binder& binder, ComboBox& state, int width, Handler onClick)
+{
+    auto* const choice = new wxChoice(&parent, wxID_ANY);
+    ShortenEntries(*choice);
+    choice->SetMinSize(parent.FromDIP(wxSize(width, -1)));
+    binder.Bind(state, *choice, std::move(onClick));
+    return choice;
+}
+
+wxButton* AddButton(wxWindow& parent, Binder& binder, Button& state, Handler onClick, wxWindowID id)
+{
+    auto* const button = new wxButton(&parent, id, ToWx(state.caption));
+    binder.Bind(state, *button, std::move(onClick));
+    return button;
+}
+
+wxSizer* AddStepped(wxWindow& parent, Binder& binder, const Label& label, TextBox& text,
+                    UpDown& upDown)
+{
+    auto* const field = new wxBoxSizer(wxHORIZONTAL);
+    field->Add(AddTextBox(parent, binder, text), wxSizerFlags(1).Expand());
+    auto* const arrows = new wxSpinButton(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                                          wxSP_VERTICAL | wxSP_ARROW_KEYS);
+    binder.Bind(upDown, *arrows);
+    binder.Describe(upDown, SpokenText(label) + ", step");
+    field->Add(arrows, wxSizerFlags().Expand());
+    return field;
+}
+
+wxSizer* ButtonRow(wxButton& ok, wxButton& cancel)
+{
+    auto* const row = new wxStdDialogButtonSizer();
+    row->AddButton(&ok);
+    row->AddButton(&cancel);
+    row->Realize();
+    ok.SetDefault();
+    return row;
+}
+
+} // namespace orrery::ui::wx

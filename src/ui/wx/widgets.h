@@ -1,0 +1,40 @@
+#pragma once
+
+#include "ui/wx/binding.h"
+
+#include <wx/bmpbndl.h>
+#include <wx/button.h>
+#include <wx/dialog.h>
+#include <wx/sizer.h>
+#include <wx/statbmp.h>
+
+#include <memory>
+#include <string>
+
+/// Controls made ready: each shows its state from the start and is bound to it. The parent owns
+/// them.
+namespace orrery::ui::wx {
+
+/// The dialog of a form, without its controls, over the middle of the parent's window.
+std::unique_ptr<wxDialog> MakeDialog(wxWindow* parent, const Form& form,
+                                     long style = wxDEFAULT_DIALOG_STYLE);
+
+wxStaticText* AddLabel(wxWindow& parent, Binder& binder, Label& state);
+/// A label that shows a user's or maker's text: "&" is a character like any other. A longer text is
+/// cut at the label's right edge with an ellipsis, or is broken into lines of `wrapWidth` pixels.
+wxStaticText* AddDataLabel(wxWindow& parent, Binder& binder, Label& state, int wrapWidth = 0);
+wxTextCtrl* AddTextBox(wxWindow& parent, Binder& binder, TextBox& state);
+wxCheckBox* AddCheckBox(wxWindow& parent, Binder& binder, CheckBox& state, Handler onClick = {});
+/// A drop-down list at least `width` device-independent pixels wide, whatever it holds.
+wxChoice* AddChoice(wxWindow& parent, Binder& binder, ComboBox& state, int width,
+                    Handler onClick = {});
+wxButton* AddButton(wxWindow& parent, Binder& binder, Button& state, Handler onClick,
+                    wxWindowID id = wxID_ANY);
+/// A text box with the arrows that step its number, as one field.
+wxSizer* AddStepped(wxWindow& parent, Binder& binder, const Label& label, TextBox& text,
+                    UpDown& upDown);
+
+/// OK and Cancel in the order and place of the platform.
+wxSizer* ButtonRow(wxButton& ok, wxButton& cancel);
+
+} // namespace orrery::ui::wx

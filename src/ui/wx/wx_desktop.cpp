@@ -1,0 +1,108 @@
+#include "ui/wx/wx_desktop.h"
+
+#include "ui/wx/dialogs.h"
+#include "ui/wx/native.h"
+#include "ui/wx/text.h"
+#include "util/error_report.h"
+#include "util/shell.h"
+
+#include <wx/app.h>
+#include <wx/evtloop.h>
+#include <wx/msgdlg.h>
+#include <wx/utils.h>
+
+namespace orrery::ui::wx {
+namespace {
+
+/// The dialog or window that the user works in; boxes and dialogs belong to it.
+wxWindow* TopWindow()
+{
+    wxWindow* top = wxTheApp->GetTopWindow();
+    for (wxWindow* const window : wxTopLevelWindows) {
+        const auto* const dialog = wxDynamicCast(window, wxDialog);
+        if (dialog != nullptr && dialog->IsModal())
+            top = window; // later ones lie over earlier ones
+    }
+    return top;
+}
+
+int ShowBox(const std::string& text, long style)
+{
+    return ShowMessageBox(TopWindow(), LinesToWx(text), kProductName, style);
+}
+
+} // namespace
+
+WxDesktop::WxDesktop(std::string helpFolder, std::string settingsFile)
+    : helpFolder_(std::move(helpFolder)), settingsFile_(std::move(settingsFile))
+{
+}
+
+void WxDesktop::Report(const std::string& text)
+{
+    ShowBox(util::ErrorReportText(text), wxOK | wxICON_EXCLAMATION);
+}
+
+void WxDesktop::ShowMessage(const std::string& text)
+{
+    ShowBox(text, wxOK | wxICON_EXCLAMATION);
+}
+
+bool WxDesktop::Ask(const std::string& question)
+{
+    return ShowBox(question, wxYES_NO | wxICON_QUESTION) == wxID_YES;
+}
+
+void WxDesktop::SetHourglass(bool on)
+{
+    if (on)
+        wxBeginBusyCursor();
+    else
+        wxEndBusyCursor();
+}
+
+void WxDesktop::Repaint()
+{
+    // A quick run has more steps than anybody can see, and every picture costs time.
+    constexpr auto kShortest = std::chrono::milliseconds(40);
+    const auto now = std::chrono::steady_clock::now();
+    if (now - painted_ < kShortest)
+        return;
+    painted_ = now;
+    if (repaint_)
+        repaint_();
+    if (auto* const loop = wxEventLoopBase::GetActive())
+        loop->YieldFor(wxEVT_CATEGORY_UI); // keys and clicks wait for the command to end
+}
+
+void WxDesktop::Open(const std::string& fileOrAddress)
+{
+    util::ShellOpen(fileOrAddress, *this);
+}
+
+void WxDesktop::ShowHelp(const std::string& page)
+{
+    Open(helpFolder_ + page + ".html");
+}
+
+void WxDesktop::ShowModal(ParameterForm& form)
+{
+    ShowParameterDialog({TopWindow(), *this, settingsFile_}, form);
+}
+
+void WxDesktop::ShowModal(HolidayForm& form)
+{
+    ShowHolidayDialog({TopWindow(), *this, settingsFile_}, form);
+}
+
+void WxDesktop::ShowModal(TipForm& form)
+{
+    ShowTipDialog({TopWindow(), *this, settingsFile_}, form);
+}
+
+void WxDesktop::ShowModal(AboutForm& form)
+{
+    ShowAboutDialog({TopWindow(), *this, settingsFile_}, form);
+}
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ui/desktop.h"
+
+#include <wx/window.h>
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+namespace orrery::ui::wx {
+
+/// The desktop of the window program: message boxes, dialogs, the shell.
+class WxDesktop : public Desktop {
+public:
+    /// `helpFolder` holds the pages of the help; `settingsFile` keeps the places of windows.
+    WxDesktop(std::string helpFolder, std::string settingsFile);
+
+    /// Called to show the state of the main window while a command goes on.
+    void OnRepaint(std::function<void()> repaint) { repaint_ = std::move(repaint); }
+
+    void Report(const std::string& text) override;
+    void ShowMessage(const std::string& text) override;
+    bool Ask(const std::string& question) override;
+    void SetHourglass(bool on) override;
+    void Repaint() override;
+    void Open(const std::string& fileOrAddress) override;
+    void ShowHelp(const std::string& page) override;
+    void ShowModal(ParameterForm& form) override;
+    void ShowModal(HolidayForm& form) override;
+    void ShowModal(TipForm& form) override;
+    void ShowModal(AboutForm& form) override;
+
+private:
+    const std::string helpFolder_;
+    const std::string settingsFile_;
+    std::function<void()> repaint_;
+    std::chrono::steady_clock::time_point painted_;
+};
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "ui/desktop.h"
+
+#include <deque>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orrery::ui {
+
+/// A desktop that writes down what forms ask of it, in order, and acts for the user as the test
+/// says.
+class FakeDesktop : public Desktop {
+public:
+    void Report(const std::string& text) override { calls.push_back("Report: " + text); }
+    void ShowMessage(const std::string& text) override { calls.push_back("ShowMessage: " + text); }
+    /// Answers with the next answer; a question that the test did not expect throws.
+    bool Ask(const std::string& question) override
+    {
+        calls.push_back("Ask: " + question);
+        if (answers.empty())
+            throw std::logic_error("unexpected question: " + question);
+        const bool yes = answers.front();
+        answers.pop_front();
+        return yes;
+    }
+    void SetHourglass(bool on) override { calls.push_back(on ? "Hourglass on" : "Hourglass off"); }
+    void Repaint() override
+    {
+        calls.emplace_back("Repaint");
+        if (onRepaint)
+            onRepaint();
+    }
+    void Open(const std::string& fileOrAddress) override
+    {
+        calls.push_back("Open: " + fileOrAddress);
+    }
+    void ShowHelp(const std::string& page) override { calls.push_back("ShowHelp: " + page); }
+
+    void ShowModal(ParameterForm& form) override { Show("frmParameter", onParameter, form); }
+    void ShowModal(HolidayForm& form) override { Show("frmHoliday", onHoliday, form); }
+    void ShowModal(TipForm& form) override { Show("frmTip", onTip, form); }
+    void ShowModal(AboutForm& form) override { Show("frmAbout", onAbout, form); }
+
+    /// What was asked since the last call.
+    std::vector<std::string> TakeCalls() { return std::exchange(calls, {}); }
+
+    std::vector<std::string> calls; ///< such as "Report: File not found" or "ShowModal: frmTip"
+    std::deque<bool> answers;       ///< to the questions that come
+    // What the user does in a dialog; nothing where it is empty.
+    std::function<void(ParameterForm&)> onParameter;
+    std::function<void(HolidayForm&)> onHoliday;
+    std::function<void(TipForm&)> onTip;
+    std::function<void(AboutForm&)> onAbout;
+    std::function<void()> onRepaint;
+
+private:
+    template <typename Dialog>
+    void Show(const char* name, const std::function<void(Dialog&)>& act, Dialog& form)
+    {
+        calls.push_back(std::string("ShowModal: ") + name);
+        if (act)
+            act(form);
+    }
+};
+
+} // namespace orrery::ui

@@ -1,0 +1,206 @@
+#include "ui/main_form_support.h"
+
+#include <stdexcept>
+
+namespace orrery::ui {
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+/// The window with Desk.xls and 2027.
+class MainFormRunTest : public MainFormTest {
+protected:
+    MainForm& OpenDesk()
+    {
+        OpenWith("Desk.xls");
+        form_->txtYear.text = "2027";
+        return *form_;
+    }
+    Texts CallsWithoutRepaint()
+    {
+        Texts calls = desktop_.TakeCalls();
+        std::erase(calls, "Repaint");
+        return calls;
+    }
+};
+
+// ---- the checks
+
+struct ProblemCase {
+    const char* name;
+    const char* year;
+    bool templateChosen;
+    const char* message;
+    bool focusesYear;
+};
+
+class RequestProblemTest : public MainFormTest, public testing::WithParamInterface<ProblemCase> {};
+
+TEST_P(RequestProblemTest, IsShownAndItsControlGetsTheFocus)
+{
+    MainForm& form = Open();
+    if (GetParam().templateChosen)
+        Choose("Desk.xls");
+    form.txtYear.text = GetParam().year;
+    form.lblStatus.caption = "as it was";
+    form.cmdGenerate_Click();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts{std::string("ShowMessage: ") + GetParam().message});
+    const Control* expected = &form.cboTemplateFile;
+    if (GetParam().focusesYear)
+        expected = &form.txtYear;
+    EXPECT_EQ(form.focus, expected);
+    EXPECT_EQ(form.lblStatus.caption, "as it was");
+    EXPECT_FALSE(form.prgRun.visible);
+    EXPECT_EQ(engines_.started, Texts());
+    EXPECT_FALSE(fs::exists(At("output")));
+}
+
+constexpr const char* kNoYear = "Please inupt a year.";
+constexpr const char* kNoTemplate = "Please select a template.";
+
+INSTANTIATE_TEST_SUITE_P(Requests, RequestProblemTest,
+                         testing::Values(ProblemCase{"NoYear", "", true, kNoYear, true},
+                                         ProblemCase{"Word", "abc", true, kNoYear, true},
+                                         ProblemCase{"Zero", "0", true, kNoYear, true},
+                                         ProblemCase{"Negative", "-5", true, kNoYear, true},
+                                         ProblemCase{"YearFirst", "abc", false, kNoYear, true},
+                                         ProblemCase{"NoTemplate", "2027", false, kNoTemplate,
+                                                     false}),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+TEST_F(MainFormRunTest, AYearBeyondItsWidthIsReported)
+{
+    MainForm& form = OpenDesk();
+    form.txtYear.text = "40000";
+    form.cmdGenerate_Click();
+    EXPECT_EQ(desktop_.TakeCalls(),
+              Texts{"Report: Overflow: \"40000\" leads to a number that is too large for its "
+                    "place."});
+    EXPECT_EQ(engines_.started, Texts());
+}
+
+// ---- a run that succeeds
+
+TEST_F(MainFormRunTest, WritesBothCalendarsOfTheWorkingSets)
+{
+    MainForm& form = OpenDesk();
+    form.working.sets.Yearly.FirstCellOfDay = {10, 3};
+    form.cmdGenerate_Click();
+    const auto sheets = fake::ReadWorkbookFile(At("output/2027Desk.xls"));
+    ASSERT_EQ(sheets.size(), 13U);
+    EXPECT_EQ(sheets[0].name, "2027");
+    EXPECT_EQ(sheets[1].name, "January");
+    EXPECT_EQ(sheets[12].name, "December");
+    // The first of January 2027 is a Friday, the sixth day of a week that begins on Sunday. Desk's
+    // parameter file has the month's first cell in C6.
+    EXPECT_EQ(sheets[1].cells.at({6, 8}), generate::CellValue(std::int16_t{1}));
+    EXPECT_EQ(sheets[0].cells.at({10, 8}), generate::CellValue(std::int16_t{1}));
+    EXPECT_EQ(ContentOf("template/Desk.ini"), "[Monthly Calendar]\nFirstCellOfDay=C6\n");
+}
+
+TEST_F(MainFormRunTest, TellsWhereTheWorkbookIsAndOpensItsFolder)
+{
+    MainForm& form = OpenDesk();
+    form.cmdGenerate_Click();
+    EXPECT_EQ(CallsWithoutRepaint(), (Texts{"Hourglass on", "Hourglass off"}));
+    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls"));
+    EXPECT_TRUE(form.lblStatus.isLiteral);
+    EXPECT_FALSE(form.prgRun.visible);
+    EXPECT_TRUE(form.cmdOpenFolder.visible);
+    form.cmdOpenFolder_Click();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts{"Open: " + At("output")});
+}
+
+TEST_F(MainFormRunTest, TheSavedWorkbookIsOpenedForTheUser)
+{
+    OpenDesk().cmdGenerate_Click();
+    EXPECT_EQ(engines_.started, Texts{"fake"});
+    desktop_.TakeCalls();
+    ASSERT_TRUE(engines_.lastOpener);
+    engines_.lastOpener("2027Desk.xls");
+    EXPECT_EQ(desktop_.TakeCalls(), Texts{"Open: 2027Desk.xls"});
+}
+
+TEST_F(MainFormRunTest, ProgressIsShownMonthByMonth)
+{
+    MainForm& form = OpenDesk();
+    Texts statuses;
+    std::vector<int> done;
+    desktop_.onRepaint = [&] {
+        EXPECT_TRUE(form.prgRun.visible);
+        EXPECT_FALSE(form.cmdOpenFolder.visible);
+        EXPECT_EQ(form.prgRun.total, 24);
+        statuses.push_back(form.lblStatus.caption);
+        done.push_back(form.prgRun.done);
+    };
+    form.cmdGenerate_Click();
+    ASSERT_EQ(statuses.size(), 25U);
+    EXPECT_EQ(statuses[0], "Writing 2027Desk.xls");
+    EXPECT_EQ(statuses[3], "Writing 2027Desk.xls: monthly calendar, month 3 of 12");
+    EXPECT_EQ(statuses[12], "Writing 2027Desk.xls: monthly calendar, month 12 of 12");
+    EXPECT_EQ(statuses[13], "Writing 2027Desk.xls: yearly calendar, month 1 of 12");
+    EXPECT_EQ(statuses[24], "Writing 2027Desk.xls: yearly calendar, month 12 of 12");
+    for (int step = 0; step <= 24; ++step)
+        EXPECT_EQ(done[static_cast<std::size_t>(step)], step);
+}
+
+TEST_F(MainFormRunTest, TheFileIsNamedByTheYearAsItWasRead)
+{
+    MainForm& form = OpenDesk();
+    form.txtYear.text = " 2027.4 ";
+    form.cmdGenerate_Click();
+    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls"));
+}
+
+// ---- a run that fails
+
+TEST_F(MainFormRunTest, AMissingEngineIsReported)
+{
+    Write("orrery.ini", "[Environment]\nEngine=excel\n");
+    MainForm& form = OpenDesk();
+    form.cmdGenerate_Click();
+    EXPECT_EQ(CallsWithoutRepaint(),
+              (Texts{"Hourglass on",
+                     "Report: The engine \"excel\" is not available here. Choose the engine "
+                     "\"builtin\", which needs no other program.",
+                     "Hourglass off"}));
+    EXPECT_EQ(form.lblStatus.caption, "2027Desk.xls was not finished.");
+    EXPECT_FALSE(form.prgRun.visible);
+    EXPECT_FALSE(form.cmdOpenFolder.visible);
+}
+
+TEST_F(MainFormRunTest, AFailedSaveHidesTheFolderOfAnEarlierRun)
+{
+    MainForm& form = OpenDesk();
+    form.cmdGenerate_Click();
+    engines_.log.FailAt("SaveAs 2028Desk.xls", "The disk is full.");
+    form.txtYear.text = "2028";
+    desktop_.TakeCalls();
+    form.cmdGenerate_Click();
+    EXPECT_EQ(
+        CallsWithoutRepaint(),
+        (Texts{"Hourglass on", "Report: Failed to save the calendar file.\r\nThe disk is full.",
+               "Hourglass off"}));
+    EXPECT_EQ(form.lblStatus.caption, "2028Desk.xls was not finished.");
+    EXPECT_FALSE(form.cmdOpenFolder.visible);
+    EXPECT_FALSE(form.prgRun.visible);
+}
+
+TEST_F(MainFormRunTest, TheHourglassGoesAwayWhateverHappens)
+{
+    MainForm& form = OpenDesk();
+    desktop_.onRepaint = [] { throw std::runtime_error("no window"); };
+    form.cmdGenerate_Click();
+    const Texts calls = CallsWithoutRepaint();
+    ASSERT_FALSE(calls.empty());
+    EXPECT_EQ(calls.back(), "Hourglass off");
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "Hourglass on"), 1);
+    EXPECT_FALSE(form.prgRun.visible);
+    desktop_.onRepaint = {};
+    form.cmdGenerate_Click();
+    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls"));
+}
+
+} // namespace
+} // namespace orrery::ui

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "ui/main_form.h"
+
+#include "generate/fake_spreadsheet.h"
+#include "ui/fake_desktop.h"
+#include "ui/scratch_folder_test.h"
+#include "util/error.h"
+#include "util/file_replace.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orrery::ui {
+
+/// One spreadsheet application, "fake".
+class FakeEngines : public generate::Engines {
+public:
+    std::string Resolve(const std::string& name) const override
+    {
+        if (name != "auto" && name != "fake")
+            throw Error(util::ErrorKind::EngineMissing, name);
+        return "fake";
+    }
+    std::unique_ptr<generate::Application> Start(const std::string& name,
+                                                 generate::Opener opener) override
+    {
+        started.push_back(name);
+        lastOpener = std::move(opener);
+        return std::make_unique<fake::Application>(log);
+    }
+
+    fake::CallLog log;
+    std::vector<std::string> started;
+    generate::Opener lastOpener;
+};
+
+/// The main window of an installation in the test's folder, which has these templates: Desk.xls
+/// with a parameter file, Plain.xlsx without one.
+class MainFormTest : public ScratchFolderTest {
+protected:
+    using Texts = std::vector<std::string>;
+
+    MainFormTest()
+    {
+        Write("orrery.ini", "[Environment]\nShowTips=Y\n"
+                            "[Monthly Calendar]\nSheetName=Sheet2\nOutMonth=Y\n"
+                            "[Yearly Calendar]\nSheetName=Sheet1\nOutput=Y\n");
+        Write("template/Desk.ini", "[Monthly Calendar]\nFirstCellOfDay=C6\n");
+        WriteTemplate("template/Desk.xls");
+        WriteTemplate("template/Plain.xlsx");
+        system_.executable = At("");
+    }
+
+    std::string WriteTemplate(const std::string& name) const
+    {
+        std::filesystem::create_directories((folder_ / name).parent_path());
+        fake::WriteWorkbookFile(folder_ / name, {{"Sheet1", {}}, {"Sheet2", {}}});
+        return At(name);
+    }
+    MainForm& Open(YearAndMonth today = {2027, 6})
+    {
+        form_ = std::make_unique<MainForm>(system_, engines_, desktop_);
+        form_->Form_Load(today);
+        form_->Form_Activate();
+        return *form_;
+    }
+    MainForm& OpenWith(const std::string& templateFile)
+    {
+        Open();
+        Choose(templateFile);
+        return *form_;
+    }
+    void Choose(const std::string& templateFile)
+    {
+        const auto& entries = form_->cboTemplateFile.entries;
+        const auto found = std::find(entries.begin(), entries.end(), templateFile);
+        ASSERT_NE(found, entries.end()) << templateFile;
+        form_->cboTemplateFile.Select(static_cast<int>(found - entries.begin()));
+        form_->cboTemplateFile_Click();
+    }
+    std::string Selected() const
+    {
+        const ComboBox& list = form_->cboTemplateFile;
+        return list.HasSelection() ? list.entries.at(static_cast<std::size_t>(list.selected))
+                                   : "none";
+    }
+    /// What the parameter dialog does when its user changed the monthly sheet.
+    void EditMonthlySheet(const std::string& name)
+    {
+        form_->working.sets.Monthly.SheetName = name;
+        form_->working.monthlyChanged = true;
+        form_->Form_Activate();
+    }
+    std::string ContentOf(const std::string& name) const
+    {
+        return util::ReadFile(folder_ / name).value_or("no file");
+    }
+
+    SystemFolders system_;
+    FakeEngines engines_;
+    FakeDesktop desktop_;
+    std::unique_ptr<MainForm> form_;
+};
+
+} // namespace orrery::ui

@@ -1,0 +1,365 @@
+#include "ui/about_form.h"
+#include "ui/main_form_support.h"
+#include "ui/parameter_form.h"
+#include "ui/tip_form.h"
+
+#include <array>
+#include <ctime>
+
+namespace orrery::ui {
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+constexpr const char* kQuestion = "Ask: The parameters for Plain.xlsx has been changed.\r\n"
+                                  "Do you want to save the changes?";
+
+TEST_F(MainFormTest, ControlsSayWhatTheyAreFor)
+{
+    const MainForm& form = Open();
+    EXPECT_EQ(form.name, "frmMain");
+    EXPECT_EQ(form.caption, "Orrery");
+    EXPECT_EQ(form.lblTemplateFile.caption, "Template &File:");
+    EXPECT_EQ(form.cmdOpenTemplate.caption, "O&pen");
+    EXPECT_EQ(form.lblYear.caption, "&Year:");
+    EXPECT_EQ(form.lblParameter.caption, "Parameters:");
+    EXPECT_EQ(form.cmdModify.caption, "&Modify");
+    EXPECT_EQ(form.cmdSave.caption, "&Save");
+    EXPECT_EQ(form.cmdGenerate.caption, "&Generate");
+    EXPECT_EQ(form.cmdHelp.caption, "&Help");
+    EXPECT_EQ(form.cmdAbout.caption, "&About");
+    EXPECT_EQ(form.cmdExit.caption, "E&xit");
+}
+
+// ---- start-up
+
+TEST_F(MainFormTest, StartsWithTheTemplatesAndNoneChosen)
+{
+    const MainForm& form = Open();
+    EXPECT_EQ(form.cboTemplateFile.entries, (Texts{"Desk.xls", "Plain.xlsx"}));
+    EXPECT_EQ(Selected(), "none");
+    EXPECT_EQ(form.CurrentTemplate(), "");
+    EXPECT_FALSE(form.lblEmptyFolder.visible);
+    EXPECT_FALSE(form.cmdCopyTemplates.visible);
+    EXPECT_FALSE(form.prgRun.visible);
+    EXPECT_FALSE(form.cmdOpenFolder.visible);
+    EXPECT_EQ(desktop_.TakeCalls(), Texts());
+}
+
+struct YearCase {
+    const char* name;
+    YearAndMonth today;
+    const char* expected;
+};
+
+class FirstYearTest : public MainFormTest, public testing::WithParamInterface<YearCase> {};
+
+TEST_P(FirstYearTest, IsTheNextOneOnceJuneIsOver)
+{
+    EXPECT_EQ(Open(GetParam().today).txtYear.text, GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Days, FirstYearTest,
+                         testing::Values(YearCase{"January", {2027, 1}, "2027"},
+                                         YearCase{"June", {2027, 6}, "2027"},
+                                         YearCase{"July", {2027, 7}, "2028"},
+                                         YearCase{"December", {2027, 12}, "2028"}),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+TEST_F(MainFormTest, TodayIsTheClocksDay)
+{
+    std::array<char, 8> text{};
+    const std::time_t now = std::time(nullptr);
+    std::strftime(text.data(), text.size(), "%Y %m", std::localtime(&now));
+    const YearAndMonth today = Today();
+    const std::string month = std::to_string(today.month);
+    EXPECT_EQ(std::to_string(today.year) + (month.size() == 1 ? " 0" : " ") + month, text.data());
+}
+
+TEST_F(MainFormTest, TheYearStepsFrom1To9999)
+{
+    MainForm& form = Open();
+    form.txtYear.text = "9999";
+    form.updYear.Step(1);
+    EXPECT_EQ(form.txtYear.text, "9999");
+    form.txtYear.text = "1";
+    form.updYear.Step(-1);
+    EXPECT_EQ(form.txtYear.text, "1");
+}
+
+TEST_F(MainFormTest, WithoutASettingsFileTheFirstStartBringsWhatIsInstalled)
+{
+    system_ = {At("bin/"), At("config/"), At("data/"), At("installed/")};
+    Write("installed/orrery.ini", "[Environment]\nShowTips=N\n");
+    Write("installed/template/Wall.xlsx", "workbook");
+    const MainForm& form = Open();
+    EXPECT_EQ(form.cboTemplateFile.entries, Texts{"Wall.xlsx"});
+    EXPECT_EQ(form.CurrentLocations().settingsFile, At("config/orrery/orrery.ini"));
+    EXPECT_EQ(form.CurrentSettings().TemplatePath, At("data/orrery/template/"));
+    EXPECT_TRUE(fs::is_directory(At("data/orrery/holiday")));
+    EXPECT_FALSE(form.CurrentSettings().ShowTips);
+}
+
+struct TipCase {
+    const char* name;
+    const char* setting;
+    bool shown;
+};
+
+class TipAtStartupTest : public MainFormTest, public testing::WithParamInterface<TipCase> {};
+
+TEST_P(TipAtStartupTest, IsShownUnlessTheSettingIsN)
+{
+    Write("orrery.ini", std::string("[Environment]\n") + GetParam().setting);
+    Write("tips.txt", "The tip\n");
+    std::string tip;
+    desktop_.onTip = [&](TipForm& form) { tip = form.lblTipText.caption; };
+    MainForm& form = Open();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts()) << "not before the window is on the screen";
+    form.ShowTipAtStartup();
+    EXPECT_EQ(desktop_.TakeCalls(), GetParam().shown ? Texts{"ShowModal: frmTip"} : Texts());
+    EXPECT_EQ(tip, GetParam().shown ? "The tip" : "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Settings, TipAtStartupTest,
+    testing::Values(TipCase{"Missing", "", true}, TipCase{"Y", "ShowTips=Y\n", true},
+                    TipCase{"N", "ShowTips=N\n", false}, TipCase{"SmallN", "ShowTips=n\n", false},
+                    TipCase{"No", "ShowTips=No\n", true}, TipCase{"Empty", "ShowTips=\n", true}),
+    [](const auto& each) { return std::string(each.param.name); });
+
+// ---- which buttons are enabled
+
+struct StateCase {
+    const char* name;
+    const char* templateFile; ///< nullptr: none is chosen
+    bool edited;
+    bool save;
+    bool others; ///< Generate, Open, Modify
+};
+
+class ButtonsTest : public MainFormTest, public testing::WithParamInterface<StateCase> {};
+
+TEST_P(ButtonsTest, FollowTheState)
+{
+    const StateCase& state = GetParam();
+    const MainForm& form = Open();
+    if (state.templateFile != nullptr)
+        Choose(state.templateFile);
+    if (state.edited)
+        EditMonthlySheet("edited");
+    EXPECT_EQ(form.cmdSave.enabled, state.save);
+    EXPECT_EQ(form.cmdGenerate.enabled, state.others);
+    EXPECT_EQ(form.cmdOpenTemplate.enabled, state.others);
+    EXPECT_EQ(form.cmdModify.enabled, state.others);
+    for (const Button* always : {&form.cmdHelp, &form.cmdAbout, &form.cmdExit})
+        EXPECT_TRUE(always->enabled) << always->name;
+}
+
+INSTANTIATE_TEST_SUITE_P(States, ButtonsTest,
+                         testing::Values(StateCase{"NoTemplate", nullptr, false, false, false},
+                                         StateCase{"FileRead", "Desk.xls", false, false, true},
+                                         StateCase{"NoFile", "Plain.xlsx", false, true, true},
+                                         StateCase{"Edited", "Desk.xls", true, true, true}),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+TEST_F(MainFormTest, EitherSetThatChangedEnablesSave)
+{
+    MainForm& form = OpenWith("Desk.xls");
+    form.working.yearlyChanged = true;
+    EXPECT_FALSE(form.cmdSave.enabled) << "not before the window is active again";
+    form.Form_Activate();
+    EXPECT_TRUE(form.cmdSave.enabled);
+}
+
+// ---- choosing a template
+
+TEST_F(MainFormTest, AParameterFileIsReadOverTheDefaults)
+{
+    const MainForm& form = OpenWith("Desk.xls");
+    EXPECT_EQ(form.CurrentTemplate(), "Desk.xls");
+    EXPECT_TRUE(form.working.parameterFileExists);
+    EXPECT_FALSE(form.working.Changed());
+    EXPECT_EQ(form.working.sets.Monthly.FirstCellOfDay, (model::CellPosition{6, 3}));
+    EXPECT_EQ(form.working.sets.Monthly.SheetName, "Sheet2");
+}
+
+TEST_F(MainFormTest, WithoutAParameterFileBothSetsCountAsChanged)
+{
+    const MainForm& form = OpenWith("Plain.xlsx");
+    EXPECT_FALSE(form.working.parameterFileExists);
+    EXPECT_TRUE(form.working.monthlyChanged);
+    EXPECT_TRUE(form.working.yearlyChanged);
+    EXPECT_EQ(form.working.sets.Monthly.FirstCellOfDay, (model::CellPosition{5, 2}));
+}
+
+TEST_F(MainFormTest, TheCurrentTemplateIsNotReadAgain)
+{
+    const MainForm& form = OpenWith("Desk.xls");
+    EditMonthlySheet("edited");
+    Choose("Desk.xls");
+    EXPECT_EQ(desktop_.TakeCalls(), Texts());
+    EXPECT_EQ(form.working.sets.Monthly.SheetName, "edited");
+    EXPECT_TRUE(form.working.monthlyChanged);
+}
+
+TEST_F(MainFormTest, AClickWithoutAnEntryDoesNothing)
+{
+    MainForm& form = OpenWith("Plain.xlsx");
+    form.cboTemplateFile.Select(-1);
+    form.cboTemplateFile_Click();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts());
+    EXPECT_EQ(form.CurrentTemplate(), "Plain.xlsx");
+}
+
+TEST_F(MainFormTest, UnchangedSetsAreLeftWithoutAQuestion)
+{
+    OpenWith("Desk.xls");
+    Choose("Plain.xlsx");
+    EXPECT_EQ(desktop_.TakeCalls(), Texts());
+}
+
+TEST_F(MainFormTest, YesSavesTheOldTemplatesParametersFirst)
+{
+    const MainForm& form = OpenWith("Plain.xlsx");
+    EditMonthlySheet("mine");
+    desktop_.answers = {true};
+    Choose("Desk.xls");
+    EXPECT_EQ(desktop_.TakeCalls(), (Texts{kQuestion, "Hourglass on", "Hourglass off"}));
+    EXPECT_NE(ContentOf("template/Plain.ini").find("SheetName=mine\r\n"), std::string::npos);
+    EXPECT_EQ(ContentOf("template/Desk.ini"), "[Monthly Calendar]\nFirstCellOfDay=C6\n");
+    EXPECT_EQ(form.CurrentTemplate(), "Desk.xls");
+    EXPECT_EQ(form.working.sets.Monthly.SheetName, "Sheet2");
+    EXPECT_FALSE(form.cmdSave.enabled);
+}
+
+TEST_F(MainFormTest, NoDropsTheChanges)
+{
+    const MainForm& form = OpenWith("Plain.xlsx");
+    desktop_.answers = {false};
+    Choose("Desk.xls");
+    EXPECT_EQ(desktop_.TakeCalls(), Texts{kQuestion});
+    EXPECT_FALSE(fs::exists(At("template/Plain.ini")));
+    EXPECT_EQ(form.CurrentTemplate(), "Desk.xls");
+    EXPECT_FALSE(form.working.Changed());
+}
+
+TEST_F(MainFormTest, WhatCannotBeSavedKeepsItsTemplate)
+{
+    const MainForm& form = OpenWith("Plain.xlsx");
+    EditMonthlySheet("mine");
+    fs::create_directories(At("template/Plain.ini")); // no file can be written there
+    desktop_.answers = {true};
+    Choose("Desk.xls");
+    EXPECT_EQ(desktop_.TakeCalls().size(), 4U) << "question, hourglass, report";
+    EXPECT_EQ(Selected(), "Plain.xlsx");
+    EXPECT_EQ(form.CurrentTemplate(), "Plain.xlsx");
+    EXPECT_EQ(form.working.sets.Monthly.SheetName, "mine");
+    EXPECT_TRUE(form.cmdSave.enabled);
+}
+
+// ---- saving
+
+TEST_F(MainFormTest, SaveWritesTheDefaultsAtOnce)
+{
+    MainForm& form = OpenWith("Plain.xlsx");
+    form.cmdSave_Click();
+    EXPECT_EQ(desktop_.TakeCalls(), (Texts{"Hourglass on", "Hourglass off"}));
+    EXPECT_TRUE(ContentOf("template/Plain.ini").starts_with("[Monthly Calendar]\r\n"));
+    EXPECT_TRUE(form.working.parameterFileExists);
+    EXPECT_FALSE(form.working.Changed());
+    EXPECT_FALSE(form.cmdSave.enabled);
+}
+
+TEST_F(MainFormTest, WhatWasSavedIsReadBack)
+{
+    MainForm& form = OpenWith("Plain.xlsx");
+    EditMonthlySheet("mine");
+    form.cmdSave_Click();
+    const model::ParameterSets saved = form.working.sets;
+    Choose("Desk.xls");
+    Choose("Plain.xlsx");
+    EXPECT_EQ(form.working.sets.Monthly, saved.Monthly);
+    EXPECT_EQ(form.working.sets.Yearly, saved.Yearly);
+    EXPECT_EQ(form.working.sets.Monthly.SheetName, "mine");
+}
+
+TEST_F(MainFormTest, AFailedSaveIsReportedAndLeavesTheFlags)
+{
+    MainForm& form = OpenWith("Plain.xlsx");
+    fs::create_directories(At("template/Plain.ini"));
+    form.cmdSave_Click();
+    EXPECT_EQ(desktop_.TakeCalls(),
+              (Texts{"Hourglass on", "Hourglass off",
+                     "Report: \"" + At("template/Plain.ini") +
+                         "\" cannot be written. Close it in other programs and check the "
+                         "permissions of the file and its folder."}));
+    EXPECT_FALSE(form.working.parameterFileExists);
+    EXPECT_TRUE(form.working.monthlyChanged);
+    EXPECT_TRUE(form.working.yearlyChanged);
+    EXPECT_TRUE(form.cmdSave.enabled);
+}
+
+TEST_F(MainFormTest, WithoutATemplateNothingIsSavedOrOpened)
+{
+    MainForm& form = Open();
+    form.working.monthlyChanged = true;
+    form.cmdSave_Click();
+    form.cmdOpenTemplate_Click();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts());
+    EXPECT_TRUE(form.working.monthlyChanged);
+}
+
+// ---- the other commands
+
+TEST_F(MainFormTest, OpenOpensTheTemplateItself)
+{
+    OpenWith("Desk.xls").cmdOpenTemplate_Click();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts{"Open: " + At("template/Desk.xls")});
+}
+
+TEST_F(MainFormTest, ModifyEditsTheWorkingSets)
+{
+    MainForm& form = OpenWith("Desk.xls");
+    desktop_.onParameter = [](ParameterForm& dialog) {
+        EXPECT_EQ(dialog.monthly.txtSheetName.text, "Sheet2");
+        dialog.monthly.txtSheetName.Type("Sheet1");
+        dialog.cmdOK_Click();
+    };
+    form.cmdModify_Click();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts{"ShowModal: frmParameter"});
+    EXPECT_EQ(form.working.sets.Monthly.SheetName, "Sheet1");
+    EXPECT_TRUE(form.working.monthlyChanged);
+    EXPECT_FALSE(form.working.yearlyChanged);
+    EXPECT_TRUE(form.cmdSave.enabled);
+}
+
+TEST_F(MainFormTest, HelpOpensTheWindowsPage)
+{
+    MainForm& form = Open();
+    form.cmdHelp_Click();
+    EXPECT_EQ(form.helpPage, "main");
+    EXPECT_EQ(desktop_.TakeCalls(), Texts{"ShowHelp: main"});
+}
+
+TEST_F(MainFormTest, AboutShowsTheBuildsVersion)
+{
+    std::string version;
+    desktop_.onAbout = [&](AboutForm& form) { version = form.lblSysVer.caption; };
+    Open().cmdAbout_Click();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts{"ShowModal: frmAbout"});
+    EXPECT_TRUE(version.starts_with("Version "));
+}
+
+TEST_F(MainFormTest, ExitClosesWithoutAQuestion)
+{
+    MainForm& form = OpenWith("Plain.xlsx");
+    form.cmdExit_Click();
+    EXPECT_FALSE(form.isOpen);
+    EXPECT_EQ(desktop_.TakeCalls(), Texts());
+    EXPECT_FALSE(fs::exists(At("template/Plain.ini")));
+}
+
+} // namespace
+} // namespace orrery::ui

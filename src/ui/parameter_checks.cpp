@@ -5,36 +5,30 @@
 #include "util/text.h"
 
 #include <cmath>
-#include <functional>
-#include <initializer_list>
-#include <utility>
 #include <vector>
 
 namespace orrery::ui {
 namespace {
 
-/// One check: nothing where it passes. It reads its texts when it is run, so that it may rely on
-/// the checks before it.
-using Check = std::function<std::optional<Problem>()>;
+// A check is a function that gives nothing where it passes. It reads its texts when it is called,
+// so that it may rely on the checks before it.
 
-std::optional<Problem> FirstProblem(std::initializer_list<Check> checks)
+template <typename... Checks> std::optional<Problem> FirstProblem(const Checks&... checks)
 {
-    for (const Check& check : checks) {
-        if (auto problem = check())
-            return problem;
-    }
-    return std::nullopt;
+    std::optional<Problem> problem;
+    static_cast<void>(((problem = checks()).has_value() || ...));
+    return problem;
 }
 
-Check When(bool applies, Check check)
+template <typename Check> auto When(bool applies, const Check& check)
 {
-    return applies ? std::move(check) : [] { return std::optional<Problem>(); };
+    return [applies, check] { return applies ? check() : std::nullopt; };
 }
 
-Check Require(std::function<bool()> passes, std::string message, const Control& focus)
+template <typename Passes>
+auto Require(const Passes& passes, const std::string& message, const Control& focus)
 {
-    return [passes = std::move(passes), message = std::move(message),
-            &focus]() -> std::optional<Problem> {
+    return [passes, message, &focus]() -> std::optional<Problem> {
         if (passes())
             return std::nullopt;
         return Problem{message, &focus};
@@ -42,20 +36,20 @@ Check Require(std::function<bool()> passes, std::string message, const Control& 
 }
 
 /// A name of blanks is a name.
-Check HasSheetName(const TextBox& box)
+auto HasSheetName(const TextBox& box)
 {
     return Require([&box] { return !box.text.empty(); }, "Please input sheet name.", box);
 }
 
-Check HasSelection(const ComboBox& list, const std::string& what)
+auto HasSelection(const ComboBox& list, const std::string& what)
 {
     return Require([&list] { return list.HasSelection(); }, "Please select the " + what + ".",
                    list);
 }
 
-/// A number of [1:most] once it is rounded, halves to even. `name` is such as "col interval of
-/// day".
-Check HasInterval(const TextBox& box, const std::string& name, int most, int mostInMessage)
+/// A number of [1:most] once it is rounded, halves to even. `name` is "col interval of day" or
+/// one like it.
+auto HasInterval(const TextBox& box, const std::string& name, int most, int mostInMessage)
 {
     const auto passes = [&box, most] {
         const double number = std::nearbyint(util::ReadNumber(box.text).value_or(0));
@@ -65,7 +59,7 @@ Check HasInterval(const TextBox& box, const std::string& name, int most, int mos
                    box);
 }
 
-Check HasInterval(const TextBox& box, const std::string& name, int most)
+auto HasInterval(const TextBox& box, const std::string& name, int most)
 {
     return HasInterval(box, name, most, most);
 }
@@ -81,7 +75,7 @@ std::optional<model::CellPosition> FirstCellOf(const Element& element)
     return model::ReadCell(util::Trim(element.firstCell.text));
 }
 
-Check HasCell(const Element& element)
+auto HasCell(const Element& element)
 {
     return Require([element] { return FirstCellOf(element).has_value(); },
                    "The first cell of " + element.name + " is not valid.", element.firstCell);
@@ -145,8 +139,8 @@ constexpr Axis kRows{"row", model::kMaxRow, &model::CellPosition::row};
 
 /// The last column or row that the element fills lies inside the sheet. Stands behind the checks of
 /// the element's cell and of the intervals.
-Check Fits(const Axis& axis, const Element& element, const std::vector<Way>& ways,
-           const Control& focus)
+auto Fits(const Axis& axis, const Element& element, const std::vector<Way>& ways,
+          const Control& focus)
 {
     const auto fits = [&axis, element, ways] {
         std::int32_t last = FirstCellOf(element).value().*axis.position;
@@ -161,7 +155,7 @@ Check Fits(const Axis& axis, const Element& element, const std::vector<Way>& way
                    focus);
 }
 
-Check Fits(const Axis& axis, const Element& element, const std::vector<Way>& ways)
+auto Fits(const Axis& axis, const Element& element, const std::vector<Way>& ways)
 {
     return Fits(axis, element, ways, element.firstCell);
 }
@@ -176,13 +170,11 @@ std::optional<Problem> CheckMonthly(const ParameterTab& tab)
     const bool weekdays = tab.chkOutWeekday.checked;
     const bool months = tab.chkOutMonth.checked;
     const bool holidays = tab.chkOutHoliday.checked;
-    return FirstProblem({
-        HasSheetName(tab.txtSheetName),
-        HasCell(day),
+    return FirstProblem(
+        HasSheetName(tab.txtSheetName), HasCell(day),
         HasInterval(tab.txtColInterval, "col interval of day", kMaxColInterval),
         HasInterval(tab.txtRowInterval, "row interval of day", kMaxRowIntervalOfDay),
-        Fits(kColumns, day, {AcrossWeek(tab)}),
-        Fits(kRows, day, {DownWeeks(tab)}),
+        Fits(kColumns, day, {AcrossWeek(tab)}), Fits(kRows, day, {DownWeeks(tab)}),
         When(weekdays, HasCell(weekday)),
         When(weekdays, HasSelection(tab.cboWeekdayName, "name of weekdays")),
         When(weekdays, Fits(kColumns, weekday, {AcrossWeek(tab)})),
@@ -192,8 +184,7 @@ std::optional<Problem> CheckMonthly(const ParameterTab& tab)
         When(holidays, HasCell(holiday)),
         // Only here is a holiday that does not fit mended at the first day.
         When(holidays, Fits(kColumns, holiday, {AcrossWeek(tab)}, tab.txtFirstCellofDay)),
-        When(holidays, Fits(kRows, holiday, {DownWeeks(tab)}, tab.txtFirstCellofDay)),
-    });
+        When(holidays, Fits(kRows, holiday, {DownWeeks(tab)}, tab.txtFirstCellofDay)));
 }
 
 std::optional<Problem> CheckYearly(const YearlyTab& tab)
@@ -205,9 +196,8 @@ std::optional<Problem> CheckYearly(const YearlyTab& tab)
     const bool weekdays = tab.chkOutWeekday.checked;
     const bool months = tab.chkOutMonth.checked;
     const bool holidays = tab.chkOutHoliday.checked;
-    return FirstProblem({
-        HasSheetName(tab.txtSheetName),
-        HasCell(day),
+    return FirstProblem(
+        HasSheetName(tab.txtSheetName), HasCell(day),
         HasSelection(tab.cboLayoutofMonths, "layout of months"),
         When(tab.HasMonthsBeside(),
              HasInterval(tab.txtColIntervalofMonth, "col interval of month", kMaxColInterval)),
@@ -217,20 +207,17 @@ std::optional<Problem> CheckYearly(const YearlyTab& tab)
         HasInterval(tab.txtColInterval, "col interval of day", kMaxColInterval),
         HasInterval(tab.txtRowInterval, "row interval of day", kMaxRowIntervalOfDay),
         Fits(kColumns, day, {AcrossWeek(tab), AcrossMonths(tab)}),
-        Fits(kRows, day, {DownWeeks(tab), DownMonths(tab)}),
-        When(weekdays, HasCell(weekday)),
+        Fits(kRows, day, {DownWeeks(tab), DownMonths(tab)}), When(weekdays, HasCell(weekday)),
         When(weekdays, HasSelection(tab.cboWeekdayName, "name of weekdays")),
         When(weekdays, Fits(kColumns, weekday, {AcrossWeek(tab), AcrossMonths(tab)})),
-        When(weekdays, Fits(kRows, weekday, {DownMonths(tab)})),
-        When(months, HasCell(month)),
+        When(weekdays, Fits(kRows, weekday, {DownMonths(tab)})), When(months, HasCell(month)),
         When(months, HasSelection(tab.cboMonthName, "name of months")),
         When(months, Fits(kColumns, month, {AcrossMonths(tab)})),
         When(months, Fits(kRows, month, {DownMonths(tab)})),
         When(tab.chkOutYear.checked, HasCell({"year", tab.txtFirstCellofYear})),
         When(holidays, HasCell(holiday)),
         When(holidays, Fits(kColumns, holiday, {AcrossWeek(tab), AcrossMonths(tab)})),
-        When(holidays, Fits(kRows, holiday, {DownWeeks(tab), DownMonths(tab)})),
-    });
+        When(holidays, Fits(kRows, holiday, {DownWeeks(tab), DownMonths(tab)})));
 }
 
 } // namespace orrery::ui

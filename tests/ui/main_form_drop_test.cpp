@@ -60,6 +60,7 @@ TEST_F(EmptyFolderTest, CopyingFillsTheList)
     EXPECT_EQ(form.cboTemplateFile.entries, Texts{"Wall.xlsx"});
     EXPECT_FALSE(form.lblEmptyFolder.visible);
     EXPECT_FALSE(form.cmdCopyTemplates.visible);
+    EXPECT_EQ(form.focus, &form.cboTemplateFile) << "the button that had the focus is gone";
     Choose("Wall.xlsx");
     EXPECT_EQ(form.working.sets.Yearly.SheetName, "Wall");
     EXPECT_EQ(desktop_.TakeCalls(), Texts());

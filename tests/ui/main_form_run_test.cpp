@@ -117,8 +117,8 @@ TEST_F(MainFormRunTest, TheSavedWorkbookIsOpenedForTheUser)
     OpenDesk().cmdGenerate_Click();
     EXPECT_EQ(engines_.started, Texts{"fake"});
     desktop_.TakeCalls();
-    ASSERT_TRUE(engines_.lastOpener);
-    engines_.lastOpener("2027Desk.xls");
+    ASSERT_TRUE(engines_.openers.at(0));
+    engines_.openers[0]("2027Desk.xls");
     EXPECT_EQ(desktop_.TakeCalls(), Texts{"Open: 2027Desk.xls"});
 }
 

@@ -2,10 +2,9 @@
 
 #include "ui/main_form.h"
 
-#include "generate/fake_spreadsheet.h"
+#include "generate/fake_engines.h"
 #include "ui/fake_desktop.h"
 #include "ui/scratch_folder_test.h"
-#include "util/error.h"
 #include "util/file_replace.h"
 
 #include <algorithm>
@@ -14,28 +13,6 @@
 #include <vector>
 
 namespace orrery::ui {
-
-/// One spreadsheet application, "fake".
-class FakeEngines : public generate::Engines {
-public:
-    std::string Resolve(const std::string& name) const override
-    {
-        if (name != "auto" && name != "fake")
-            throw Error(util::ErrorKind::EngineMissing, name);
-        return "fake";
-    }
-    std::unique_ptr<generate::Application> Start(const std::string& name,
-                                                 generate::Opener opener) override
-    {
-        started.push_back(name);
-        lastOpener = std::move(opener);
-        return std::make_unique<fake::Application>(log);
-    }
-
-    fake::CallLog log;
-    std::vector<std::string> started;
-    generate::Opener lastOpener;
-};
 
 /// The main window of an installation in the test's folder, which has these templates: Desk.xls
 /// with a parameter file, Plain.xlsx without one.
@@ -100,7 +77,7 @@ protected:
     }
 
     SystemFolders system_;
-    FakeEngines engines_;
+    fake::Engines engines_;
     FakeDesktop desktop_;
     std::unique_ptr<MainForm> form_;
 };

@@ -324,6 +324,16 @@ TEST_F(ParameterTabTest, NothingIsChangedAfterLoading)
         EXPECT_FALSE(tab->Changed());
 }
 
+TEST_F(ParameterTabTest, FillingATabClearsItsMarks)
+{
+    Open().yearly.txtSheetName.Type("x");
+    form().yearly.cboLayoutofMonths.Select(1);
+    form().SetYHolidayChanged();
+    form().yearly.Show(working.sets.Yearly);
+    EXPECT_FALSE(form().yearly.Changed());
+    EXPECT_EQ(form().yearly.txtSheetName.text, "Sheet1");
+}
+
 TEST_F(ParameterTabTest, EveryFieldOfATabCounts)
 {
     using Edit = void (*)(ParameterTab & tab);

@@ -61,6 +61,7 @@ void ShowAboutDialog(const DialogPlace& place, AboutForm& form)
     auto* const row = new wxBoxSizer(wxHORIZONTAL);
     auto* const logo = new wxStaticBitmap(dialog.get(), wxID_ANY, Logo(kLogoSize));
     binder.BindShown(form.imgLogo, *logo, {});
+    binder.Describe(form.imgLogo, "Logo");
     row->Add(logo, wxSizerFlags().DoubleBorder(wxRIGHT));
     row->Add(BuildTexts(*dialog, form, binder), wxSizerFlags(1).Expand());
 

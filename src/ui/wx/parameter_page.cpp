@@ -128,10 +128,11 @@ public:
     {
         ++row_;
         AddName(label, 1);
+        // First the button: a label made before it would be read as its name.
+        auto* const press = AddButton(page_, binder_, button, std::move(onClick));
         auto* const line = new wxBoxSizer(wxHORIZONTAL);
         line->Add(AddDataLabel(page_, binder_, shown), wxSizerFlags(1).CentreVertical());
-        line->Add(wx::AddButton(page_, binder_, button, std::move(onClick)),
-                  wxSizerFlags().Border(wxLEFT, Gap(page_).x));
+        line->Add(press, wxSizerFlags().Border(wxLEFT, Gap(page_).x));
         grid_->Add(line, wxGBPosition(row_, kCellColumn), wxGBSpan(1, kColumns - 1), wxEXPAND);
     }
 

@@ -1,6 +1,9 @@
 #include "ui/wx/dialogs.h"
 #include "ui/wx/icons.h"
+#include "ui/wx/native.h"
 #include "ui/wx/widgets.h"
+
+#include <algorithm>
 
 namespace orrery::ui::wx {
 namespace {
@@ -11,14 +14,14 @@ constexpr int kTipWidth = 380;
 constexpr int kTipHeight = 120;
 constexpr float kHeadingScale = 1.25F;
 
-/// Makes room for a tip that is longer than any before; the dialog never shrinks.
+/// Makes room below a tip that is longer than any before; the dialog never shrinks.
 void GrowForTip(wxDialog& dialog)
 {
     if (dialog.GetSizer() == nullptr)
         return;
-    wxSize size = dialog.GetSizer()->ComputeFittingClientSize(&dialog);
-    size.IncTo(dialog.GetClientSize());
-    dialog.SetClientSize(size);
+    const wxSize now = dialog.GetClientSize();
+    const int needed = dialog.GetSizer()->ComputeFittingClientSize(&dialog).y;
+    dialog.SetClientSize(now.x, std::max(now.y, needed));
 }
 
 wxSizer* BuildTip(wxDialog& dialog, TipForm& form, Binder& binder)
@@ -36,9 +39,10 @@ wxSizer* BuildTip(wxDialog& dialog, TipForm& form, Binder& binder)
     texts->Add(heading, wxSizerFlags().Border(wxBOTTOM));
     texts->Add(tip);
     texts->SetMinSize(room); // the dialog keeps its size from tip to tip
+    auto* const logo = new wxStaticBitmap(&dialog, wxID_ANY, Logo(kLogoSize));
+    SetSpokenName(*logo, "Logo");
     auto* const row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(new wxStaticBitmap(&dialog, wxID_ANY, Logo(kLogoSize)),
-             wxSizerFlags().DoubleBorder(wxRIGHT));
+    row->Add(logo, wxSizerFlags().DoubleBorder(wxRIGHT));
     row->Add(texts, wxSizerFlags(1).Expand());
     return row;
 }
@@ -65,10 +69,11 @@ void ShowTipDialog(const DialogPlace& place, TipForm& form)
 {
     const auto dialog = MakeDialog(place.parent, form);
     Binder binder(*dialog, form, place.desktop);
+    // First the buttons: a label made before a control would be read as its name.
+    auto* const buttons = BuildButtons(*dialog, form, binder);
     auto* const column = new wxBoxSizer(wxVERTICAL);
     column->Add(BuildTip(*dialog, form, binder), wxSizerFlags(1).Expand().DoubleBorder());
-    column->Add(BuildButtons(*dialog, form, binder),
-                wxSizerFlags().Expand().DoubleBorder(wxALL & ~wxTOP));
+    column->Add(buttons, wxSizerFlags().Expand().DoubleBorder(wxALL & ~wxTOP));
     binder.BindDialogKeys();
     binder.Show();
     dialog->SetSizerAndFit(column);

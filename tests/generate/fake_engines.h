@@ -1,0 +1,36 @@
+#pragma once
+
+#include "generate/engines.h"
+#include "generate/fake_spreadsheet.h"
+#include "util/error.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orrery::fake {
+
+/// One spreadsheet application, "fake", of which "auto" is another name.
+class Engines : public generate::Engines {
+public:
+    std::string Resolve(const std::string& name) const override
+    {
+        if (name != "auto" && name != "fake")
+            throw Error(util::ErrorKind::EngineMissing, name);
+        return "fake";
+    }
+    std::unique_ptr<generate::Application> Start(const std::string& name,
+                                                 generate::Opener opener) override
+    {
+        started.push_back(name);
+        openers.push_back(std::move(opener));
+        return std::make_unique<Application>(log);
+    }
+
+    CallLog log;
+    std::vector<std::string> started;
+    std::vector<generate::Opener> openers; ///< what each start was given; may be empty
+};
+
+} // namespace orrery::fake

@@ -46,7 +46,7 @@ wxSizer* BuildTexts(wxDialog& dialog, AboutForm& form, Binder& binder)
     name->SetFont(name->GetFont().Bold().Scaled(kNameScale));
     texts->Add(name);
     texts->Add(AddLabel(dialog, binder, form.lblSysVer), wxSizerFlags().Border(wxBOTTOM));
-    texts->Add(AddDataLabel(dialog, binder, form.lblCopyright, dialog.FromDIP(kNoticeWidth)),
+    texts->Add(AddWrappedLabel(dialog, binder, form.lblCopyright, dialog.FromDIP(kNoticeWidth)),
                wxSizerFlags(1).Expand().Border(wxTOP | wxBOTTOM));
     texts->Add(BuildLinks(dialog, form, binder), wxSizerFlags().Border(wxTOP));
     return texts;

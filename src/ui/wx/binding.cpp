@@ -70,7 +70,7 @@ void Binder::Bind(Label& state, wxStaticText& control)
         if (control.GetLabel() == text)
             return;
         control.SetLabel(text);
-        layoutChanged_ = true;
+        textChanged_ = true;
     };
 }
 
@@ -223,11 +223,14 @@ void Binder::Show()
         binding.control->Enable(binding.state->enabled);
         if (binding.control->IsShown() != binding.state->visible) {
             binding.control->Show(binding.state->visible);
-            layoutChanged_ = true;
+            controlsChanged_ = true;
         }
     }
-    if (std::exchange(layoutChanged_, false))
+    if (std::exchange(controlsChanged_, false))
         MakeRoom();
+    else if (textChanged_)
+        window_.Layout();
+    textChanged_ = false;
     GiveFocus();
 }
 

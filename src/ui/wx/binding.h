@@ -74,7 +74,8 @@ private:
     Form& form_;
     Desktop& desktop_;
     std::vector<Binding> bindings_;
-    bool layoutChanged_ = true; ///< something appeared, disappeared or changed its text
+    bool controlsChanged_ = true; ///< one appeared or disappeared
+    bool textChanged_ = false;    ///< a label says something else
 };
 
 } // namespace orrery::ui::wx

@@ -3,18 +3,21 @@
 #include "ui/wx/icons.h"
 #include "ui/wx/native.h"
 #include "ui/wx/text.h"
+#include "ui/wx/widgets.h"
 #include "ui/wx/window_place.h"
 
-#include <wx/button.h>
 #include <wx/dnd.h>
 #include <wx/statline.h>
 
 namespace orrery::ui::wx {
 namespace {
 
-constexpr int kYearWidth = 8;        // characters, with room to spare
-constexpr int kWindowWidth = 520;    // device-independent pixels
-constexpr int kProgressWidth = 140;  // the same
+// Device-independent pixels.
+constexpr int kWindowWidth = 520;
+constexpr int kTemplateWidth = 200;
+constexpr int kYearWidth = 150;
+constexpr int kProgressWidth = 140;
+
 constexpr int kEmptyFolderLines = 4; // what the text of an empty folder needs
 
 /// Takes files that are dropped on the window.
@@ -46,6 +49,7 @@ MainWindow::MainWindow(MainForm& form, WxDesktop& desktop)
     Build(*panel);
     binder_.BindHelpKey();
     binder_.Show();
+    Centre(); // here rather than by the window manager, so that the tip finds its place over it
     RestorePlace(*this, form.CurrentLocations().settingsFile);
     SetDropTarget(new TemplateDrop(*this));
     desktop.OnRepaint([this] { binder_.Show(); });
@@ -94,37 +98,28 @@ wxSizer* MainWindow::BuildTemplateRows(wxPanel& panel)
     grid->AddGrowableCol(1);
     const auto centre = wxSizerFlags().CentreVertical();
 
-    grid->Add(AddLabel(panel, form_.lblTemplateFile), centre);
-    auto* const choice = new wxChoice(&panel, wxID_ANY);
-    ShortenEntries(*choice);
-    binder_.Bind(form_.cboTemplateFile, *choice, [this] { form_.cboTemplateFile_Click(); });
-    grid->Add(choice, wxSizerFlags(1).Expand());
-    grid->Add(AddButton(panel, form_.cmdOpenTemplate, &MainForm::cmdOpenTemplate_Click),
+    grid->Add(AddLabel(panel, binder_, form_.lblTemplateFile), centre);
+    grid->Add(AddChoice(panel, binder_, form_.cboTemplateFile, kTemplateWidth,
+                        [this] { form_.cboTemplateFile_Click(); }),
+              wxSizerFlags(1).Expand());
+    grid->Add(AddCommand(panel, form_.cmdOpenTemplate, &MainForm::cmdOpenTemplate_Click),
               wxSizerFlags().Expand());
 
-    grid->Add(AddLabel(panel, form_.lblYear), centre);
-    auto* const year = new wxBoxSizer(wxHORIZONTAL);
-    auto* const text = new wxTextCtrl(&panel, wxID_ANY);
-    text->SetMinSize(wxSize(text->GetSizeFromTextSize(kYearWidth * text->GetCharWidth()).x, -1));
-    binder_.Bind(form_.txtYear, *text);
-    auto* const arrows = new wxSpinButton(&panel, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                                          wxSP_VERTICAL | wxSP_ARROW_KEYS);
-    binder_.Bind(form_.updYear, *arrows);
-    year->Add(text, wxSizerFlags().Expand());
-    year->Add(arrows, wxSizerFlags().Expand().Border(wxLEFT, FromDIP(2)));
+    grid->Add(AddLabel(panel, binder_, form_.lblYear), centre);
+    wxSizer* const year = AddStepped(panel, binder_, form_.lblYear, form_.txtYear, form_.updYear);
+    year->SetMinSize(FromDIP(wxSize(kYearWidth, -1)));
     grid->Add(year, centre);
     grid->AddStretchSpacer(0);
 
-    grid->Add(AddLabel(panel, form_.lblParameter), centre);
+    grid->Add(AddLabel(panel, binder_, form_.lblParameter), centre);
     auto* const parameters = new wxBoxSizer(wxHORIZONTAL);
-    parameters->Add(AddButton(panel, form_.cmdModify, &MainForm::cmdModify_Click));
-    parameters->Add(AddButton(panel, form_.cmdSave, &MainForm::cmdSave_Click),
+    parameters->Add(AddCommand(panel, form_.cmdModify, &MainForm::cmdModify_Click));
+    parameters->Add(AddCommand(panel, form_.cmdSave, &MainForm::cmdSave_Click),
                     wxSizerFlags().Border(wxLEFT));
     grid->Add(parameters, centre);
 
     binder_.Relate(form_.lblTemplateFile, form_.cboTemplateFile);
     binder_.Relate(form_.lblYear, form_.txtYear);
-    binder_.Describe(form_.updYear, "Year, step");
     return grid;
 }
 
@@ -132,10 +127,10 @@ wxSizer* MainWindow::BuildEmptyFolder(wxPanel& panel)
 {
     auto* const column = new wxBoxSizer(wxVERTICAL);
     auto* const text =
-        AddLabel(panel, form_.lblEmptyFolder, wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_MIDDLE);
+        AddLabel(panel, binder_, form_.lblEmptyFolder, wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_MIDDLE);
     text->SetMinSize(wxSize(1, kEmptyFolderLines * text->GetCharHeight()));
     column->Add(text, wxSizerFlags().Expand().DoubleBorder(wxTOP));
-    column->Add(AddButton(panel, form_.cmdCopyTemplates, &MainForm::cmdCopyTemplates_Click),
+    column->Add(AddCommand(panel, form_.cmdCopyTemplates, &MainForm::cmdCopyTemplates_Click),
                 wxSizerFlags().Border(wxTOP));
     return column;
 }
@@ -143,15 +138,15 @@ wxSizer* MainWindow::BuildEmptyFolder(wxPanel& panel)
 wxSizer* MainWindow::BuildCommandRow(wxPanel& panel)
 {
     auto* const row = new wxBoxSizer(wxHORIZONTAL);
-    auto* const generate = AddButton(panel, form_.cmdGenerate, &MainForm::cmdGenerate_Click);
+    auto* const generate = AddCommand(panel, form_.cmdGenerate, &MainForm::cmdGenerate_Click);
     generate->SetDefault();
     Emphasize(*generate);
     row->Add(generate);
     row->AddStretchSpacer();
-    row->Add(AddButton(panel, form_.cmdHelp, &MainForm::cmdHelp_Click));
-    row->Add(AddButton(panel, form_.cmdAbout, &MainForm::cmdAbout_Click),
+    row->Add(AddCommand(panel, form_.cmdHelp, &MainForm::cmdHelp_Click));
+    row->Add(AddCommand(panel, form_.cmdAbout, &MainForm::cmdAbout_Click),
              wxSizerFlags().Border(wxLEFT));
-    row->Add(AddButton(panel, form_.cmdExit, &MainForm::cmdExit_Click),
+    row->Add(AddCommand(panel, form_.cmdExit, &MainForm::cmdExit_Click),
              wxSizerFlags().Border(wxLEFT));
     return row;
 }
@@ -161,7 +156,7 @@ wxSizer* MainWindow::BuildStatusRow(wxPanel& panel)
     auto* const row = new wxBoxSizer(wxHORIZONTAL);
     const auto centre = wxSizerFlags().CentreVertical();
     auto* const status =
-        AddLabel(panel, form_.lblStatus, wxST_ELLIPSIZE_MIDDLE | wxST_NO_AUTORESIZE);
+        AddLabel(panel, binder_, form_.lblStatus, wxST_ELLIPSIZE_MIDDLE | wxST_NO_AUTORESIZE);
     status->SetMinSize(wxSize(1, status->GetCharHeight()));
     row->Add(status, wxSizerFlags(1).CentreVertical().Border(wxRIGHT));
     auto* const progress =
@@ -169,24 +164,14 @@ wxSizer* MainWindow::BuildStatusRow(wxPanel& panel)
     binder_.Bind(form_.prgRun, *progress);
     binder_.Describe(form_.prgRun, "Progress");
     row->Add(progress, centre);
-    row->Add(AddButton(panel, form_.cmdOpenFolder, &MainForm::cmdOpenFolder_Click),
+    row->Add(AddCommand(panel, form_.cmdOpenFolder, &MainForm::cmdOpenFolder_Click),
              wxSizerFlags(centre).ReserveSpaceEvenIfHidden());
     return row;
 }
 
-wxButton* MainWindow::AddButton(wxPanel& panel, Button& state, void (MainForm::*onClick)())
+wxButton* MainWindow::AddCommand(wxPanel& panel, Button& state, void (MainForm::*onClick)())
 {
-    auto* const button = new wxButton(&panel, wxID_ANY, ToWx(state.caption));
-    binder_.Bind(state, *button, [this, onClick] { (form_.*onClick)(); });
-    return button;
-}
-
-wxStaticText* MainWindow::AddLabel(wxPanel& panel, Label& state, long style)
-{
-    auto* const label = new wxStaticText(&panel, wxID_ANY, ToWx(state.caption), wxDefaultPosition,
-                                         wxDefaultSize, style);
-    binder_.Bind(state, *label);
-    return label;
+    return AddButton(panel, binder_, state, [this, onClick] { (form_.*onClick)(); });
 }
 
 void MainWindow::OnClose(wxCloseEvent& event)

@@ -4,6 +4,7 @@
 #include "ui/wx/binding.h"
 #include "ui/wx/wx_desktop.h"
 
+#include <wx/button.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
 #include <wx/sizer.h>
@@ -31,8 +32,7 @@ private:
     wxSizer* BuildCommandRow(wxPanel& panel);
     wxSizer* BuildEmptyFolder(wxPanel& panel);
     wxSizer* BuildStatusRow(wxPanel& panel);
-    wxButton* AddButton(wxPanel& panel, Button& state, void (MainForm::*onClick)());
-    wxStaticText* AddLabel(wxPanel& panel, Label& state, long style = 0);
+    wxButton* AddCommand(wxPanel& panel, Button& state, void (MainForm::*onClick)());
     void OnClose(wxCloseEvent& event);
 
     MainForm& form_;

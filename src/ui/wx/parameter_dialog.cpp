@@ -26,8 +26,8 @@ public:
         : tabs_(tabs), form_(form), binder_(binder)
     {
         binder.BindShown(form.tabOrrery, tabs, [this] { Show(); });
-        tabs.Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
-            if (form_.isOpen && event.GetSelection() + 1 != form_.tabOrrery.selected)
+        tabs.Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this, &form](wxBookCtrlEvent& event) {
+            if (form.isOpen && event.GetSelection() + 1 != form.tabOrrery.selected)
                 Select(event.GetSelection() + 1);
         });
         dialog.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
@@ -95,7 +95,6 @@ void ShowParameterDialog(const DialogPlace& place, ParameterForm& form)
                                             [&form] { form.cmdMChangeHoliday_Click(); });
     auto* const yearly = new ParameterPage(*tabs, "fraOrrery2", binder, form.yearly, &form.yearly,
                                            [&form] { form.cmdYChangeHoliday_Click(); });
-    yearly->AlignWith(*monthly);
     tabs->AddPage(monthly, "");
     tabs->AddPage(yearly, "");
     TabStripBinding strip(*dialog, *tabs, form, binder);
@@ -109,6 +108,7 @@ void ShowParameterDialog(const DialogPlace& place, ParameterForm& form)
     column->Add(ButtonRow(*ok, *cancel), wxSizerFlags().Expand().Border(wxALL & ~wxTOP));
     binder.BindDialogKeys();
     binder.Show();
+    yearly->AlignWith(*monthly);
     FitWithSpareWidth(*dialog, column);
     monthly->AllowScrolling();
     yearly->AllowScrolling();

@@ -131,7 +131,8 @@ public:
         // First the button: a label made before it would be read as its name.
         auto* const press = AddButton(page_, binder_, button, std::move(onClick));
         auto* const line = new wxBoxSizer(wxHORIZONTAL);
-        line->Add(AddDataLabel(page_, binder_, shown), wxSizerFlags(1).CentreVertical());
+        line->Add(AddLabel(page_, binder_, shown, wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE),
+                  wxSizerFlags(1).CentreVertical());
         line->Add(press, wxSizerFlags().Border(wxLEFT, Gap(page_).x));
         grid_->Add(line, wxGBPosition(row_, kCellColumn), wxGBSpan(1, kColumns - 1), wxEXPAND);
     }
@@ -152,7 +153,7 @@ private:
     {
         auto* const list = AddChoice(page_, binder_, choice, kNamesWidth);
         grid_->Add(list, wxGBPosition(row_, kNameFieldColumn), wxDefaultSpan, wxEXPAND);
-        choiceHeight_ = list->GetBestSize().y;
+        choiceHeight_ = list->GetMinSize().y;
         binder_.Relate(label, choice);
     }
 

@@ -29,7 +29,7 @@ wxSizer* BuildTip(wxDialog& dialog, TipForm& form, Binder& binder)
     auto* const heading = AddLabel(dialog, binder, form.lblDidYouKnow);
     heading->SetFont(heading->GetFont().Bold().Scaled(kHeadingScale));
     const wxSize room = dialog.FromDIP(wxSize(kTipWidth, kTipHeight));
-    auto* const tip = AddDataLabel(dialog, binder, form.lblTipText, room.x);
+    auto* const tip = AddWrappedLabel(dialog, binder, form.lblTipText, room.x);
     tip->Bind(wxEVT_SIZE, [&dialog](wxSizeEvent& event) {
         GrowForTip(dialog);
         event.Skip();

@@ -9,11 +9,11 @@
 namespace orrery::ui::wx {
 namespace {
 
-/// Shows a text as it stands, broken into lines where there is a width for them.
-class DataTextShown {
+/// Shows a text in lines of a width.
+class WrappedTextShown {
 public:
-    DataTextShown(const Label& state, wxStaticText& control, int wrapWidth)
-        : state_(state), control_(control), wrapWidth_(wrapWidth)
+    WrappedTextShown(const Label& state, wxStaticText& control, int width)
+        : state_(state), control_(control), width_(width)
     {
     }
 
@@ -23,14 +23,13 @@ public:
             return;
         shown_ = state_.caption;
         control_.SetLabelText(LinesToWx(shown_));
-        if (wrapWidth_ > 0)
-            control_.Wrap(wrapWidth_);
+        control_.Wrap(width_);
     }
 
 private:
     const Label& state_;
     wxStaticText& control_;
-    const int wrapWidth_;
+    const int width_;
     std::string shown_;
 };
 
@@ -53,19 +52,18 @@ std::unique_ptr<wxDialog> MakeDialog(wxWindow* parent, const Form& form, long st
     return dialog;
 }
 
-wxStaticText* AddLabel(wxWindow& parent, Binder& binder, Label& state)
+wxStaticText* AddLabel(wxWindow& parent, Binder& binder, Label& state, long style)
 {
-    auto* const label = new wxStaticText(&parent, wxID_ANY, ToWx(state.caption));
+    auto* const label =
+        new wxStaticText(&parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, style);
     binder.Bind(state, *label);
     return label;
 }
 
-wxStaticText* AddDataLabel(wxWindow& parent, Binder& binder, Label& state, int wrapWidth)
+wxStaticText* AddWrappedLabel(wxWindow& parent, Binder& binder, Label& state, int width)
 {
-    const long style = wrapWidth > 0 ? 0 : wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE;
-    auto* const label =
-        new wxStaticText(&parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, style);
-    binder.BindShown(state, *label, DataTextShown(state, *label, wrapWidth));
+    auto* const label = new wxStaticText(&parent, wxID_ANY, "");
+    binder.BindShown(state, *label, WrappedTextShown(state, *label, width));
     return label;
 }
 
@@ -87,7 +85,8 @@ wxChoice* AddChoice(wxWindow& parent, Binder& binder, ComboBox& state, int width
 {
     auto* const choice = new wxChoice(&parent, wxID_ANY);
     ShortenEntries(*choice);
-    choice->SetMinSize(parent.FromDIP(wxSize(width, -1)));
+    // While it is empty: later the toolkit would measure all entries to find its size.
+    choice->SetMinSize(wxSize(parent.FromDIP(width), choice->GetBestSize().y));
     binder.Bind(state, *choice, std::move(onClick));
     return choice;
 }

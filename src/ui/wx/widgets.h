@@ -19,10 +19,9 @@ namespace orrery::ui::wx {
 std::unique_ptr<wxDialog> MakeDialog(wxWindow* parent, const Form& form,
                                      long style = wxDEFAULT_DIALOG_STYLE);
 
-wxStaticText* AddLabel(wxWindow& parent, Binder& binder, Label& state);
-/// A label that shows a user's or maker's text: "&" is a character like any other. A longer text is
-/// cut at the label's right edge with an ellipsis, or is broken into lines of `wrapWidth` pixels.
-wxStaticText* AddDataLabel(wxWindow& parent, Binder& binder, Label& state, int wrapWidth = 0);
+wxStaticText* AddLabel(wxWindow& parent, Binder& binder, Label& state, long style = 0);
+/// A label for a user's or maker's text, broken into lines of `width` pixels at most.
+wxStaticText* AddWrappedLabel(wxWindow& parent, Binder& binder, Label& state, int width);
 wxTextCtrl* AddTextBox(wxWindow& parent, Binder& binder, TextBox& state);
 wxCheckBox* AddCheckBox(wxWindow& parent, Binder& binder, CheckBox& state, Handler onClick = {});
 /// A drop-down list at least `width` device-independent pixels wide, whatever it holds.

@@ -5,15 +5,15 @@
 #include <wx/image.h>
 #include <wx/mstream.h>
 
-#include <stdexcept>
-
 namespace orrery::ui::wx {
 namespace {
 
 wxBitmap Decode(const Picture& picture)
 {
     wxMemoryInputStream bytes(picture.bytes, picture.length);
-    return wxBitmap(wxImage(bytes, wxBITMAP_TYPE_PNG));
+    wxImage image;
+    image.LoadFile(bytes, wxBITMAP_TYPE_PNG);
+    return wxBitmap(image);
 }
 
 } // namespace

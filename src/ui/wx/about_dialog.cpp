@@ -10,9 +10,8 @@
 namespace orrery::ui::wx {
 namespace {
 
-// Device-independent pixels.
-constexpr int kLogoSize = 128;
-constexpr int kNoticeWidth = 340;
+constexpr int kLogoSize = 128;    // device-independent pixels
+constexpr int kNoticeWidth = 180; // dialog units, which grow with the font
 constexpr float kNameScale = 2.0F;
 
 /// A link whose click the form sees to.
@@ -46,7 +45,8 @@ wxSizer* BuildTexts(wxDialog& dialog, AboutForm& form, Binder& binder)
     name->SetFont(name->GetFont().Bold().Scaled(kNameScale));
     texts->Add(name);
     texts->Add(AddLabel(dialog, binder, form.lblSysVer), wxSizerFlags().Border(wxBOTTOM));
-    texts->Add(AddWrappedLabel(dialog, binder, form.lblCopyright, dialog.FromDIP(kNoticeWidth)),
+    texts->Add(AddWrappedLabel(dialog, binder, form.lblCopyright,
+                               dialog.ConvertDialogToPixels(wxSize(kNoticeWidth, -1)).x),
                wxSizerFlags(1).Expand().Border(wxTOP | wxBOTTOM));
     texts->Add(BuildLinks(dialog, form, binder), wxSizerFlags().Border(wxTOP));
     return texts;

@@ -6,10 +6,10 @@
 namespace orrery::ui::wx {
 namespace {
 
-// Device-independent pixels.
-constexpr int kFileWidth = 200;
-constexpr int kListWidth = 400;
-constexpr int kListHeight = 280;
+// Dialog units, which grow with the font.
+constexpr int kFileWidth = 105;
+constexpr int kListWidth = 220;
+constexpr int kListHeight = 118;
 
 wxSizer* BuildFileRow(wxDialog& dialog, HolidayForm& form, Binder& binder)
 {
@@ -39,7 +39,7 @@ void ShowHolidayDialog(const DialogPlace& place, HolidayForm& form)
     TabbedList list(*dialog, form.tabStops, form.lblHolidayList.caption);
     binder.Bind(form.lstHoliday, list);
     binder.Relate(form.lblHolidays, form.lstHoliday);
-    list.Window().SetMinSize(dialog->FromDIP(wxSize(kListWidth, kListHeight)));
+    list.Window().SetMinSize(dialog->ConvertDialogToPixels(wxSize(kListWidth, kListHeight)));
     column->Add(&list.Window(), wxSizerFlags(line).Proportion(1).Expand());
     auto* const ok = AddButton(
         *dialog, binder, form.cmdOK, [&form] { form.cmdOK_Click(); }, wxID_OK);

@@ -12,11 +12,11 @@
 namespace orrery::ui::wx {
 namespace {
 
-// Device-independent pixels.
-constexpr int kWindowWidth = 520;
-constexpr int kTemplateWidth = 200;
-constexpr int kYearWidth = 150;
-constexpr int kProgressWidth = 140;
+// Dialog units, which grow with the font.
+constexpr int kWindowWidth = 272;
+constexpr int kTemplateWidth = 105;
+constexpr int kYearWidth = 80;
+constexpr int kProgressWidth = 74;
 
 constexpr int kEmptyFolderLines = 4; // what the text of an empty folder needs
 
@@ -88,7 +88,7 @@ void MainWindow::Build(wxPanel& panel)
     auto* const frame = new wxBoxSizer(wxVERTICAL);
     frame->Add(&panel, wxSizerFlags(1).Expand());
     SetSizer(frame);
-    panel.SetMinSize(FromDIP(wxSize(kWindowWidth, -1)));
+    panel.SetMinSize(ConvertDialogToPixels(wxSize(kWindowWidth, -1)));
 }
 
 wxSizer* MainWindow::BuildTemplateRows(wxPanel& panel)
@@ -107,7 +107,7 @@ wxSizer* MainWindow::BuildTemplateRows(wxPanel& panel)
 
     grid->Add(AddLabel(panel, binder_, form_.lblYear), centre);
     wxSizer* const year = AddStepped(panel, binder_, form_.lblYear, form_.txtYear, form_.updYear);
-    year->SetMinSize(FromDIP(wxSize(kYearWidth, -1)));
+    year->SetMinSize(ConvertDialogToPixels(wxSize(kYearWidth, -1)));
     grid->Add(year, centre);
     grid->AddStretchSpacer(0);
 
@@ -159,8 +159,8 @@ wxSizer* MainWindow::BuildStatusRow(wxPanel& panel)
         AddLabel(panel, binder_, form_.lblStatus, wxST_ELLIPSIZE_MIDDLE | wxST_NO_AUTORESIZE);
     status->SetMinSize(wxSize(1, status->GetCharHeight()));
     row->Add(status, wxSizerFlags(1).CentreVertical().Border(wxRIGHT));
-    auto* const progress =
-        new wxGauge(&panel, wxID_ANY, 1, wxDefaultPosition, FromDIP(wxSize(kProgressWidth, -1)));
+    auto* const progress = new wxGauge(&panel, wxID_ANY, 1, wxDefaultPosition,
+                                       ConvertDialogToPixels(wxSize(kProgressWidth, -1)));
     binder_.Bind(form_.prgRun, *progress);
     binder_.Describe(form_.prgRun, "Progress");
     row->Add(progress, centre);

@@ -13,10 +13,11 @@
 namespace orrery::ui::wx {
 namespace {
 
+// Dialog units, which grow with the font.
+constexpr int kFieldWidth = 64;
+constexpr int kNamesWidth = 84;
+constexpr int kCellWidth = 38;
 // Device-independent pixels.
-constexpr int kFieldWidth = 120;
-constexpr int kNamesWidth = 160;
-constexpr int kCellWidth = 72;
 constexpr int kIndent = 24; // as far as the text of a check box
 constexpr int kGroupGap = 4;
 
@@ -41,7 +42,7 @@ public:
     {
         AddName(label);
         auto* const box = AddTextBox(page_, binder_, text);
-        box->SetMinSize(page_.FromDIP(wxSize(kFieldWidth, -1)));
+        box->SetMinSize(page_.ConvertDialogToPixels(wxSize(kFieldWidth, -1)));
         grid_->Add(box, wxSizerFlags().Expand());
         binder_.Relate(label, text);
     }
@@ -84,7 +85,8 @@ public:
     wxSizer* Finish()
     {
         for (wxTextCtrl* const cell : cells_) // as high as the lists beside and below them
-            cell->SetMinSize(wxSize(page_.FromDIP(kCellWidth), choiceHeight_));
+            cell->SetMinSize(
+                wxSize(page_.ConvertDialogToPixels(wxSize(kCellWidth, -1)).x, choiceHeight_));
         grid_->AddGrowableCol(kNameFieldColumn);
         return grid_;
     }

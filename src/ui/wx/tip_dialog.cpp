@@ -8,10 +8,10 @@
 namespace orrery::ui::wx {
 namespace {
 
-// Device-independent pixels.
-constexpr int kLogoSize = 64;
-constexpr int kTipWidth = 380;
-constexpr int kTipHeight = 120;
+constexpr int kLogoSize = 64; // device-independent pixels
+// Dialog units, which grow with the font.
+constexpr int kTipWidth = 200;
+constexpr int kTipHeight = 52;
 constexpr float kHeadingScale = 1.25F;
 
 /// Makes room below a tip that is longer than any before; the dialog never shrinks.
@@ -28,7 +28,7 @@ wxSizer* BuildTip(wxDialog& dialog, TipForm& form, Binder& binder)
 {
     auto* const heading = AddLabel(dialog, binder, form.lblDidYouKnow);
     heading->SetFont(heading->GetFont().Bold().Scaled(kHeadingScale));
-    const wxSize room = dialog.FromDIP(wxSize(kTipWidth, kTipHeight));
+    const wxSize room = dialog.ConvertDialogToPixels(wxSize(kTipWidth, kTipHeight));
     auto* const tip = AddWrappedLabel(dialog, binder, form.lblTipText, room.x);
     tip->Bind(wxEVT_SIZE, [&dialog](wxSizeEvent& event) {
         GrowForTip(dialog);

@@ -85,8 +85,12 @@ wxChoice* AddChoice(wxWindow& parent, Binder& binder, ComboBox& state, int width
 {
     auto* const choice = new wxChoice(&parent, wxID_ANY);
     ShortenEntries(*choice);
-    // While it is empty: later the toolkit would measure all entries to find its size.
-    choice->SetMinSize(wxSize(parent.FromDIP(width), choice->GetBestSize().y));
+    // With one entry: without any the list is less high, with all the toolkit would measure them.
+    choice->Append("Ag");
+    choice->SetSelection(0);
+    const int height = choice->GetBestSize().y;
+    choice->Clear();
+    choice->SetMinSize(wxSize(parent.ConvertDialogToPixels(wxSize(width, -1)).x, height));
     binder.Bind(state, *choice, std::move(onClick));
     return choice;
 }

@@ -24,7 +24,7 @@ wxStaticText* AddLabel(wxWindow& parent, Binder& binder, Label& state, long styl
 wxStaticText* AddWrappedLabel(wxWindow& parent, Binder& binder, Label& state, int width);
 wxTextCtrl* AddTextBox(wxWindow& parent, Binder& binder, TextBox& state);
 wxCheckBox* AddCheckBox(wxWindow& parent, Binder& binder, CheckBox& state, Handler onClick = {});
-/// A drop-down list at least `width` device-independent pixels wide, whatever it holds.
+/// A drop-down list at least `width` dialog units wide, whatever it holds.
 wxChoice* AddChoice(wxWindow& parent, Binder& binder, ComboBox& state, int width,
                     Handler onClick = {});
 wxButton* AddButton(wxWindow& parent, Binder& binder, Button& state, Handler onClick,

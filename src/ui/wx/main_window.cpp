@@ -88,7 +88,8 @@ void MainWindow::Build(wxPanel& panel)
     auto* const frame = new wxBoxSizer(wxVERTICAL);
     frame->Add(&panel, wxSizerFlags(1).Expand());
     SetSizer(frame);
-    panel.SetMinSize(ConvertDialogToPixels(wxSize(kWindowWidth, -1)));
+    // Of the sizer and not of the panel, whose own minimum would hide that its controls need more.
+    column->SetMinSize(ConvertDialogToPixels(wxSize(kWindowWidth, -1)));
 }
 
 wxSizer* MainWindow::BuildTemplateRows(wxPanel& panel)

@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Takes the pictures of windows that the README and the help show from the tests of the windows.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/packages.sh
+install_packages "${packages_build[@]}" "${packages_test[@]}" "${packages_window_test[@]}"
+cmake --preset linux >/dev/null
+cmake --build --preset linux --target window_tests
+ctest --preset linux -R '^window\.pictures-light-100$'
+for name in main main-saved parameters-monthly parameters-yearly holidays tip about; do
+    convert "build/linux/screenshots/light-100/$name.png" -strip -define png:compression-level=9 \
+        "docs/images/window/$name.png"
+done

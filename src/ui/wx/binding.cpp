@@ -165,7 +165,7 @@ void Binder::BindShown(const Control& state, wxWindow& control, Handler show)
 
 void Binder::Relate(const Label& label, const Control& field)
 {
-    auto* const text = wxDynamicCast(&WindowOf(label), wxStaticText);
+    auto* const text = dynamic_cast<wxStaticText*>(&WindowOf(label));
     assert(text != nullptr);
     RelateLabel(*text, WindowOf(field));
 }
@@ -208,7 +208,7 @@ void Binder::Run(const Handler& action)
     Show();
     if (form_.isOpen)
         return;
-    auto* const dialog = wxDynamicCast(&window_, wxDialog);
+    auto* const dialog = dynamic_cast<wxDialog*>(&window_);
     if (dialog != nullptr && dialog->IsModal())
         dialog->EndModal(wxID_OK);
     else if (dialog == nullptr)

@@ -9,6 +9,8 @@
 #include <wx/dnd.h>
 #include <wx/statline.h>
 
+#include <functional>
+
 namespace orrery::ui::wx {
 namespace {
 
@@ -172,7 +174,8 @@ wxSizer* MainWindow::BuildStatusRow(wxPanel& panel)
 
 wxButton* MainWindow::AddCommand(wxPanel& panel, Button& state, void (MainForm::*onClick)())
 {
-    return AddButton(panel, binder_, state, [this, onClick] { (form_.*onClick)(); });
+    return AddButton(panel, binder_, state,
+                     [&form = form_, onClick] { std::invoke(onClick, form); });
 }
 
 void MainWindow::OnClose(wxCloseEvent& event)

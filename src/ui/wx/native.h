@@ -15,6 +15,9 @@ void RelateLabel(wxStaticText& label, wxWindow& field);
 /// The name that screen readers say.
 void SetSpokenName(wxWindow& control, const wxString& name);
 
+/// Screen readers then read the whole dialog when it opens.
+void SpeakAsDialog(wxWindow& dialog);
+
 /// Lets a drop-down list be narrower than its longest entry, whose end is then left out.
 void ShortenEntries(wxChoice& choice);
 

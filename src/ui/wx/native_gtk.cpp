@@ -51,6 +51,11 @@ void SetSpokenName(wxWindow& control, const wxString& name)
         atk_object_set_name(gtk_widget_get_accessible(widget), name.utf8_str());
 }
 
+void SpeakAsDialog(wxWindow& dialog)
+{
+    atk_object_set_role(gtk_widget_get_accessible(dialog.GetHandle()), ATK_ROLE_DIALOG);
+}
+
 void ShortenEntries(wxChoice& choice)
 {
     GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(choice.GetHandle()));
@@ -77,7 +82,12 @@ void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption)
 int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title, long style)
 {
     // GTK's own message dialog leaves the icon out.
-    return wxGenericMessageDialog(parent, text, title, style | wxCENTRE).ShowModal();
+    wxGenericMessageDialog box(parent, text, title, style | wxCENTRE);
+    box.Bind(wxEVT_INIT_DIALOG, [&box](wxInitDialogEvent& event) {
+        atk_object_set_role(gtk_widget_get_accessible(box.GetHandle()), ATK_ROLE_ALERT);
+        event.Skip();
+    });
+    return box.ShowModal();
 }
 
 void Emphasize(wxButton& button)

@@ -26,6 +26,7 @@ public:
         : tabs_(tabs), form_(form), binder_(binder)
     {
         binder.BindShown(form.tabOrrery, tabs, [this] { Show(); });
+        binder.Describe(form.tabOrrery, "Calendars");
         tabs.Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this, &form](wxBookCtrlEvent& event) {
             if (form.isOpen && event.GetSelection() + 1 != form.tabOrrery.selected)
                 Select(event.GetSelection() + 1);

@@ -49,6 +49,7 @@ std::unique_ptr<wxDialog> MakeDialog(wxWindow* parent, const Form& form, long st
     auto dialog = std::make_unique<wxDialog>(parent, wxID_ANY, ToWx(form.caption),
                                              wxDefaultPosition, wxDefaultSize, style);
     dialog->SetIcons(ApplicationIcons());
+    SpeakAsDialog(*dialog);
     return dialog;
 }
 

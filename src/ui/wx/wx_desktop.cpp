@@ -19,7 +19,7 @@ wxWindow* TopWindow()
 {
     wxWindow* top = wxTheApp->GetTopWindow();
     for (wxWindow* const window : wxTopLevelWindows) {
-        const auto* const dialog = wxDynamicCast(window, wxDialog);
+        const auto* const dialog = dynamic_cast<wxDialog*>(window);
         if (dialog != nullptr && dialog->IsModal())
             top = window; // later ones lie over earlier ones
     }

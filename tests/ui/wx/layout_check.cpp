@@ -1,0 +1,100 @@
+#include "layout_check.h"
+
+#include "ui/wx/text.h"
+
+#include <functional>
+#include <wx/bookctrl.h>
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/stattext.h>
+
+namespace orrery::ui::wx {
+namespace {
+
+/// Rounding of scaled sizes.
+constexpr int kTolerance = 1;
+
+std::string Describe(const wxWindow& window)
+{
+    return FromWx(window.GetName()) + " \"" + FromWx(window.GetLabel()) + "\"";
+}
+
+std::string Describe(const wxSize& size)
+{
+    return std::to_string(size.x) + " x " + std::to_string(size.y);
+}
+
+/// A label that ends in an ellipsis says so by its style.
+bool MayBeCut(const wxWindow& window)
+{
+    constexpr long cut = wxST_ELLIPSIZE_START | wxST_ELLIPSIZE_MIDDLE | wxST_ELLIPSIZE_END;
+    return dynamic_cast<const wxStaticText*>(&window) != nullptr && window.HasFlag(cut);
+}
+
+bool HasCaption(const wxWindow& window)
+{
+    return dynamic_cast<const wxStaticText*>(&window) != nullptr ||
+           dynamic_cast<const wxButton*>(&window) != nullptr ||
+           dynamic_cast<const wxCheckBox*>(&window) != nullptr;
+}
+
+void ForEachOnShow(wxWindow& window, const std::function<void(wxWindow&)>& visit)
+{
+    for (wxWindow* const child : window.GetChildren()) {
+        if (!child->IsShownOnScreen() || child->IsTopLevel())
+            continue;
+        visit(*child);
+        ForEachOnShow(*child, visit);
+    }
+}
+
+bool IsClipped(const wxWindow& control)
+{
+    const wxSize needed = control.GetBestSize();
+    const wxSize given = control.GetSize() + wxSize(kTolerance, kTolerance);
+    return HasCaption(control) && !MayBeCut(control) &&
+           !(needed.x <= given.x && needed.y <= given.y);
+}
+
+bool SticksOut(const wxWindow& control)
+{
+    const wxWindow& parent = *control.GetParent();
+    if (dynamic_cast<const wxBookCtrlBase*>(&parent) != nullptr)
+        return false; // it places its pages itself
+    // A page that scrolls shows the rest when asked.
+    wxRect room(wxPoint(), parent.GetVirtualSize());
+    return !room.Inflate(kTolerance).Contains(control.GetRect());
+}
+
+std::vector<std::string> Overlaps(const wxWindow& control)
+{
+    std::vector<std::string> problems;
+    bool later = false;
+    for (const wxWindow* const other : control.GetParent()->GetChildren()) {
+        if (later && other->IsShownOnScreen() && !other->IsTopLevel() &&
+            other->GetRect().Deflate(kTolerance).Intersects(control.GetRect()))
+            problems.push_back(Describe(control) + " and " + Describe(*other) + " overlap");
+        later = later || other == &control;
+    }
+    return problems;
+}
+
+} // namespace
+
+std::vector<std::string> LayoutProblems(wxWindow& window)
+{
+    std::vector<std::string> problems;
+    ForEachOnShow(window, [&](wxWindow& control) {
+        if (IsClipped(control))
+            problems.push_back(Describe(control) + " is clipped: it needs " +
+                               Describe(control.GetBestSize()) + " and has " +
+                               Describe(control.GetSize()));
+        if (SticksOut(control))
+            problems.push_back(Describe(control) + " sticks out of its parent");
+        for (std::string& overlap : Overlaps(control))
+            problems.push_back(std::move(overlap));
+    });
+    return problems;
+}
+
+} // namespace orrery::ui::wx

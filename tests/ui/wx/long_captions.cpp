@@ -1,0 +1,79 @@
+#include "long_captions.h"
+
+#include "ui/about_form.h"
+#include "ui/holiday_form.h"
+#include "ui/parameter_form.h"
+#include "ui/tip_form.h"
+
+#include <initializer_list>
+
+namespace orrery::ui::wx {
+namespace {
+
+void Lengthen(Control& control)
+{
+    if (!control.caption.empty())
+        control.caption.append(control.caption.size() * 2 / 5 + 1, 'm');
+}
+
+void Lengthen(std::initializer_list<Control*> controls)
+{
+    for (Control* const control : controls)
+        Lengthen(*control);
+}
+
+void Lengthen(ParameterTab& tab)
+{
+    Lengthen({&tab.chkOutCalendar, &tab.lblSheetName, &tab.lblFirstDayofWeek,
+              &tab.lblFirstCellofDay, &tab.lblColInterval, &tab.lblRowInterval, &tab.chkOutWeekday,
+              &tab.lblFirstCellofWeekday, &tab.lblWeekdayName, &tab.chkOutMonth,
+              &tab.lblFirstCellofMonth, &tab.lblMonthName, &tab.chkOutYear, &tab.lblFirstCellofYear,
+              &tab.chkOutHoliday, &tab.lblFirstCellofHoliday, &tab.lblMultiHolidays,
+              &tab.lblHolidaySLabel, &tab.cmdChangeHoliday});
+}
+
+} // namespace
+
+void Lengthen(MainForm& form)
+{
+    Lengthen({&form.lblTemplateFile, &form.cmdOpenTemplate, &form.lblYear, &form.lblParameter,
+              &form.cmdModify, &form.cmdSave, &form.cmdGenerate, &form.cmdHelp, &form.cmdAbout,
+              &form.cmdExit, &form.lblEmptyFolder, &form.cmdCopyTemplates, &form.cmdOpenFolder});
+}
+
+void TestDesktop::ShowModal(ParameterForm& form)
+{
+    if (longCaptions) {
+        Lengthen(form.monthly);
+        Lengthen(form.yearly);
+        Lengthen({&form.yearly.lblLayoutofMonths, &form.yearly.lblColIntervalofMonth,
+                  &form.yearly.lblRowIntervalofMonth});
+        Lengthen({&form.cmdOK, &form.cmdCancel});
+    }
+    WxDesktop::ShowModal(form);
+}
+
+void TestDesktop::ShowModal(HolidayForm& form)
+{
+    if (longCaptions)
+        Lengthen({&form.lblHolidayFile, &form.lblHolidays, &form.lblHolidayList, &form.cmdOK,
+                  &form.cmdCancel});
+    WxDesktop::ShowModal(form);
+}
+
+void TestDesktop::ShowModal(TipForm& form)
+{
+    if (longCaptions)
+        Lengthen({&form.lblDidYouKnow, &form.chkLoadTipsAtStartup, &form.cmdNextTip, &form.cmdOK});
+    WxDesktop::ShowModal(form);
+}
+
+void TestDesktop::ShowModal(AboutForm& form)
+{
+    if (longCaptions)
+        Lengthen(
+            {&form.lblSysVer, &form.lblCopyright, &form.lblEmailTo, &form.lblWeb, &form.cmdOK});
+    WxDesktop::ShowModal(form);
+}
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "ui/main_form.h"
+#include "ui/wx/wx_desktop.h"
+
+namespace orrery::ui::wx {
+
+/// Makes captions about 40 % longer, as translations do.
+void Lengthen(MainForm& form);
+
+/// Shows dialogs, with longer captions when asked for.
+class TestDesktop : public WxDesktop {
+public:
+    using WxDesktop::WxDesktop;
+
+    void ShowModal(ParameterForm& form) override;
+    void ShowModal(HolidayForm& form) override;
+    void ShowModal(TipForm& form) override;
+    void ShowModal(AboutForm& form) override;
+
+    bool longCaptions = false;
+};
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,30 @@
+#include "main_thread.h"
+
+#include <thread>
+#include <wx/app.h>
+
+namespace orrery::ui::wx {
+
+void PostToMain(std::function<void()> function)
+{
+    wxTheApp->CallAfter(std::move(function));
+}
+
+void WaitFor(const std::string& event, const std::function<bool()>& happened)
+{
+    const auto end = std::chrono::steady_clock::now() + kPatience;
+    while (!OnMain(happened)) {
+        if (std::chrono::steady_clock::now() > end)
+            throw TookTooLong("Waited in vain for: " + event);
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+}
+
+void Settle()
+{
+    // Events of the display go before posted functions; the second round is for what they posted.
+    for (int round = 0; round < 2; ++round)
+        OnMain([] {});
+}
+
+} // namespace orrery::ui::wx

@@ -1,0 +1,410 @@
+#include "main_thread.h"
+#include "native_eyes.h"
+#include "window_test.h"
+
+#include <fstream>
+#include <gmock/gmock.h>
+#include <wx/dnd.h>
+#include <wx/utils.h>
+
+namespace orrery::ui::wx {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class MainWindowTest : public WindowTest {
+protected:
+    void StartWith(const std::string& templateFile)
+    {
+        Start();
+        user_->Choose("cboTemplateFile", templateFile);
+    }
+    void GenerateWith(const std::string& templateFile, const std::string& year)
+    {
+        StartWith(templateFile);
+        user_->Enter("txtYear", year);
+        user_->Key('G', wxMOD_ALT);
+        WaitFor("the run's end", [this] { return program_->form.cmdOpenFolder.visible; });
+    }
+    std::vector<bool> Enabled(const std::vector<std::string>& names) const
+    {
+        std::vector<bool> enabled;
+        for (const std::string& name : names)
+            enabled.push_back(user_->IsEnabled(name));
+        return enabled;
+    }
+    /// Which of "Generate, Open, Modify, Save" can be used.
+    std::vector<bool> Commands() const
+    {
+        return Enabled({"cmdGenerate", "cmdOpenTemplate", "cmdModify", "cmdSave"});
+    }
+    /// Makes the monthly set of the chosen template differ from its file.
+    void ChangeSheetName(const std::string& name)
+    {
+        user_->Click("cmdModify");
+        user_->WaitForWindow("frmParameter");
+        user_->Enter("txtMSheetName", name);
+        user_->Key(WXK_RETURN);
+        user_->WaitForWindow("frmMain");
+    }
+    /// What a drop of these files on the window does.
+    void Drop(const std::vector<fs::path>& files)
+    {
+        wxArrayString names;
+        for (const fs::path& file : files)
+            names.push_back(wxString::FromUTF8(file.string()));
+        PostToMain([this, names] {
+            auto& target = dynamic_cast<wxFileDropTarget&>(*program_->window->GetDropTarget());
+            target.OnDropFiles(1, 1, names);
+        });
+    }
+    fs::path Outside(const std::string& name) const
+    {
+        fs::create_directories(At("elsewhere"));
+        return At("elsewhere") / name;
+    }
+    void WaitForTemplate(const std::string& name) const
+    {
+        WaitFor("template " + name,
+                [this, name] { return program_->form.CurrentTemplate() == name && !wxIsBusy(); });
+    }
+};
+
+TEST_F(MainWindowTest, StartsWithTemplatesAndNextYearButNoChoice)
+{
+    Start();
+    EXPECT_THAT(user_->EntriesOf("cboTemplateFile"), ElementsAre("Desk.xlsx", "Wall.xls"));
+    EXPECT_EQ(user_->TextOf("cboTemplateFile"), "");
+    EXPECT_EQ(user_->TextOf("txtYear"), "2027"); // it is November 2026
+    EXPECT_THAT(Commands(), ElementsAre(false, false, false, false));
+    EXPECT_THAT(Enabled({"cmdHelp", "cmdAbout", "cmdExit"}), ElementsAre(true, true, true));
+    EXPECT_FALSE(user_->IsShown("cmdCopyTemplates"));
+    EXPECT_FALSE(user_->IsShown("cmdOpenFolder"));
+}
+
+TEST_F(MainWindowTest, ChoosingATemplateEnablesItsCommands)
+{
+    StartWith("Desk.xlsx");
+    EXPECT_THAT(Commands(), ElementsAre(true, true, true, false));
+}
+
+TEST_F(MainWindowTest, TemplateWithoutParameterFileOffersToSaveTheDefaults)
+{
+    fs::remove(At("template/Wall.ini"));
+    StartWith("Wall.xls");
+    EXPECT_THAT(Commands(), ElementsAre(true, true, true, true));
+    user_->Key('S', wxMOD_ALT);
+    WaitFor("the button to follow", [this] { return !program_->form.cmdSave.enabled; });
+    EXPECT_FALSE(user_->IsEnabled("cmdSave"));
+    EXPECT_TRUE(fs::exists(At("template/Wall.ini")));
+}
+
+TEST_F(MainWindowTest, AnotherTemplateAsksToSaveAndYesSaves)
+{
+    StartWith("Desk.xlsx");
+    ChangeSheetName("Leaf");
+    EXPECT_TRUE(user_->IsEnabled("cmdSave"));
+    user_->Choose("cboTemplateFile", "Wall.xls");
+    EXPECT_EQ(user_->WaitForMessage(), "The parameters for Desk.xlsx has been changed.\n"
+                                       "Do you want to save the changes?");
+    user_->Answer('Y', wxMOD_ALT);
+    WaitForTemplate("Wall.xls");
+    EXPECT_EQ(Parameter("Desk.ini", "Monthly Calendar", "SheetName"), "Leaf");
+    EXPECT_FALSE(user_->IsEnabled("cmdSave"));
+}
+
+TEST_F(MainWindowTest, AnotherTemplateAsksToSaveAndNoDropsTheChanges)
+{
+    StartWith("Desk.xlsx");
+    ChangeSheetName("Leaf");
+    user_->Choose("cboTemplateFile", "Wall.xls");
+    user_->Answer('N', wxMOD_ALT);
+    WaitForTemplate("Wall.xls");
+    EXPECT_EQ(Parameter("Desk.ini", "Monthly Calendar", "SheetName"), "Month");
+    user_->Choose("cboTemplateFile", "Desk.xlsx");
+    user_->Click("cmdModify");
+    user_->WaitForWindow("frmParameter");
+    EXPECT_EQ(user_->TextOf("txtMSheetName"), "Month");
+}
+
+TEST_F(MainWindowTest, ChoosingTheCurrentTemplateAgainAsksNothing)
+{
+    StartWith("Desk.xlsx");
+    ChangeSheetName("Leaf");
+    user_->Choose("cboTemplateFile", "Desk.xlsx");
+    EXPECT_EQ(user_->Front(), "frmMain");
+    EXPECT_TRUE(user_->IsEnabled("cmdSave"));
+}
+
+TEST_F(MainWindowTest, GeneratesAWorkbookThatOthersRead)
+{
+    GenerateWith("Desk.xlsx", "2028");
+    EXPECT_THAT(Cells("output/2028Desk.xlsx", "January", {"B2", "G2", "G6", "H6", "B10"}),
+                ElementsAre("January", "2028", "", "1", "2")); // a Saturday
+    EXPECT_THAT(Cells("output/2028Desk.xlsx", "2028", {"B2"}), ElementsAre("2028"));
+    EXPECT_EQ(WaitForOpened(), At("output/2028Desk.xlsx").string());
+    EXPECT_EQ(user_->TextOf("lblStatus"), "Saved as " + At("output/2028Desk.xlsx").string());
+    EXPECT_FALSE(user_->IsShown("prgRun"));
+    EXPECT_FALSE(OnMain([] { return wxIsBusy(); })) << "the hourglass is still there";
+}
+
+TEST_F(MainWindowTest, GeneratesTheOldFormat)
+{
+    GenerateWith("Wall.xls", "2028");
+    EXPECT_THAT(Cells("output/2028Wall.xls", "January", {"B13", "G13", "G17", "H17"}),
+                ElementsAre("January", "2028", "1", "2")); // weeks begin on Monday
+}
+
+TEST_F(MainWindowTest, OpensTheFolderOfTheSavedWorkbook)
+{
+    GenerateWith("Desk.xlsx", "2028");
+    WaitForOpened();
+    EXPECT_TRUE(user_->IsShown("cmdOpenFolder"));
+    user_->Key('L', wxMOD_ALT);
+    EXPECT_THAT(WaitForOpened(2), StartsWith(At("output").string()));
+}
+
+TEST_F(MainWindowTest, AMissingYearIsAskedFor)
+{
+    StartWith("Desk.xlsx");
+    user_->Enter("txtYear", "");
+    user_->Click("cmdGenerate");
+    EXPECT_EQ(user_->WaitForMessage(), "Please inupt a year.");
+    user_->Answer(WXK_RETURN);
+    user_->WaitForFocus("txtYear");
+    EXPECT_THAT(Opened(), IsEmpty());
+}
+
+TEST_F(MainWindowTest, AFailingRunIsReportedAndTheWindowStaysUsable)
+{
+    std::ofstream(At("template/Broken.xlsx")) << "no workbook";
+    StartWith("Broken.xlsx");
+    user_->Click("cmdGenerate");
+    EXPECT_THAT(user_->WaitForMessage(), StartsWith("Error!\nError Info: "));
+    user_->Answer(WXK_RETURN);
+    user_->WaitForWindow("frmMain");
+    EXPECT_FALSE(OnMain([] { return wxIsBusy(); })) << "the hourglass is still there";
+    EXPECT_FALSE(user_->IsShown("prgRun"));
+    EXPECT_THAT(Commands(), ElementsAre(true, true, true, true));
+}
+
+TEST_F(MainWindowTest, OpensTheTemplateInItsOwnApplication)
+{
+    StartWith("Desk.xlsx");
+    user_->Key('P', wxMOD_ALT);
+    EXPECT_EQ(WaitForOpened(), At("template/Desk.xlsx").string());
+}
+
+TEST_F(MainWindowTest, ADeletedTemplateIsReported)
+{
+    StartWith("Desk.xlsx");
+    fs::remove(At("template/Desk.xlsx"));
+    user_->Click("cmdOpenTemplate");
+    EXPECT_EQ(user_->WaitForMessage(), "Error!\nError Info: File not found");
+    user_->Answer(WXK_RETURN);
+    user_->WaitForWindow("frmMain");
+    EXPECT_THAT(Opened(), IsEmpty());
+}
+
+TEST_F(MainWindowTest, ArrowKeysStepTheYearWithinItsRange)
+{
+    Start();
+    user_->Click("txtYear");
+    user_->Key(WXK_UP);
+    EXPECT_EQ(user_->TextOf("txtYear"), "2028");
+    user_->Enter("txtYear", "9998");
+    user_->Key(WXK_UP);
+    user_->Key(WXK_UP);
+    EXPECT_EQ(user_->TextOf("txtYear"), "9999");
+    user_->Enter("txtYear", "2");
+    user_->Key(WXK_DOWN);
+    user_->Key(WXK_DOWN);
+    EXPECT_EQ(user_->TextOf("txtYear"), "1");
+}
+
+TEST_F(MainWindowTest, TheArrowsStepTheYearByMouse)
+{
+    Start();
+    const auto ends = OnMain([] {
+        const wxRect arrows = FindControl("updYear").GetScreenRect();
+        const bool wide = arrows.width > arrows.height;
+        const wxPoint less(arrows.x + arrows.width / 4, arrows.y + arrows.height * 3 / 4);
+        const wxPoint more(arrows.x + arrows.width * 3 / 4, arrows.y + arrows.height / 4);
+        const int middle = arrows.y + arrows.height / 2;
+        return wide ? std::pair(wxPoint(less.x, middle), wxPoint(more.x, middle))
+                    : std::pair(less, more);
+    });
+    user_->ClickAt(ends.second);
+    EXPECT_EQ(user_->TextOf("txtYear"), "2028");
+    user_->ClickAt(ends.first);
+    EXPECT_EQ(user_->TextOf("txtYear"), "2027");
+}
+
+TEST_F(MainWindowTest, HelpOpensByButtonAndKey)
+{
+    fs::create_directory(At("help"));
+    std::ofstream(At("help/main.html")) << "help";
+    Start();
+    user_->Key('H', wxMOD_ALT);
+    EXPECT_EQ(WaitForOpened(1), At("help/main.html").string());
+    user_->Key(WXK_F1);
+    EXPECT_EQ(WaitForOpened(2), At("help/main.html").string());
+}
+
+TEST_F(MainWindowTest, MissingHelpIsReported)
+{
+    Start();
+    user_->Key(WXK_F1);
+    EXPECT_THAT(user_->WaitForMessage(), StartsWith("Error!\nError Info: "));
+    user_->Answer(WXK_ESCAPE);
+    user_->WaitForWindow("frmMain");
+}
+
+TEST_F(MainWindowTest, MnemonicsOfLabelsLeadToTheirFields)
+{
+    Start();
+    user_->Key('Y', wxMOD_ALT);
+    user_->WaitForFocus("txtYear");
+    user_->Key('F', wxMOD_ALT);
+    user_->WaitForFocus("cboTemplateFile");
+}
+
+TEST_F(MainWindowTest, MnemonicsOfButtonsPressThem)
+{
+    StartWith("Desk.xlsx");
+    user_->Key('M', wxMOD_ALT);
+    user_->WaitForWindow("frmParameter");
+    user_->Key(WXK_ESCAPE);
+    user_->WaitForWindow("frmMain");
+    user_->Key('A', wxMOD_ALT);
+    user_->WaitForWindow("frmAbout");
+    user_->Key(WXK_ESCAPE);
+    user_->WaitForWindow("frmMain");
+    user_->Key('X', wxMOD_ALT);
+    WaitFor("the window to close", [this] { return !program_->window; });
+}
+
+TEST_F(MainWindowTest, ExitAsksNothingAboutUnsavedChanges)
+{
+    StartWith("Desk.xlsx");
+    ChangeSheetName("Leaf");
+    user_->Click("cmdExit");
+    WaitFor("the window to close", [this] { return !program_->window; });
+    EXPECT_EQ(Parameter("Desk.ini", "Monthly Calendar", "SheetName"), "Month");
+}
+
+TEST_F(MainWindowTest, TabGoesThroughTheControlsInOrder)
+{
+    StartWith("Desk.xlsx");
+    ChangeSheetName("Leaf"); // enables Save
+    user_->Key('F', wxMOD_ALT);
+    user_->WaitForFocus("cboTemplateFile");
+    std::vector<std::string> order;
+    do {
+        order.push_back(user_->Focused());
+        user_->Key(WXK_TAB);
+    } while (user_->Focused() != "cboTemplateFile" && order.size() < 20);
+    std::erase(order, "updYear"); // toolkits differ in whether arrows take the focus
+    EXPECT_THAT(order, ElementsAre("cboTemplateFile", "cmdOpenTemplate", "txtYear", "cmdModify",
+                                   "cmdSave", "cmdGenerate", "cmdHelp", "cmdAbout", "cmdExit"));
+}
+
+TEST_F(MainWindowTest, EscapeLeavesItOpen)
+{
+    Start();
+    user_->Key(WXK_ESCAPE);
+    EXPECT_EQ(user_->Front(), "frmMain");
+    EXPECT_TRUE(user_->IsShown("cmdGenerate"));
+}
+
+TEST_F(MainWindowTest, ReturnGenerates)
+{
+    StartWith("Desk.xlsx");
+    user_->Enter("txtYear", "2031");
+    user_->Key(WXK_RETURN);
+    WaitFor("the run's end", [this] { return program_->form.cmdOpenFolder.visible; });
+    EXPECT_TRUE(fs::exists(At("output/2031Desk.xlsx")));
+}
+
+TEST_F(MainWindowTest, AnEmptyFolderSaysWhatToDoAndOffersTheShippedTemplates)
+{
+    fs::remove_all(At("template"));
+    Start();
+    EXPECT_THAT(user_->TextOf("lblEmptyFolder"), HasSubstr(At("template").string()));
+    EXPECT_TRUE(user_->IsShown("lblEmptyFolder"));
+    EXPECT_THAT(Commands(), ElementsAre(false, false, false, false));
+    EXPECT_THAT(Enabled({"cmdHelp", "cmdAbout", "cmdExit"}), ElementsAre(true, true, true));
+    user_->Key('C', wxMOD_ALT);
+    WaitFor("the templates", [this] { return !program_->form.cboTemplateFile.entries.empty(); });
+    EXPECT_THAT(user_->EntriesOf("cboTemplateFile"), testing::Contains("Desk.xlsx"));
+    EXPECT_FALSE(user_->IsShown("lblEmptyFolder"));
+    EXPECT_FALSE(user_->IsShown("cmdCopyTemplates"));
+}
+
+TEST_F(MainWindowTest, ADroppedFileIsCopiedAndChosen)
+{
+    fs::copy(At("template/Desk.xlsx"), Outside("Mine.xlsx"));
+    Start();
+    Drop({Outside("Mine.xlsx")});
+    WaitForTemplate("Mine.xlsx");
+    EXPECT_EQ(user_->TextOf("cboTemplateFile"), "Mine.xlsx");
+    EXPECT_TRUE(fs::exists(At("template/Mine.xlsx")));
+    EXPECT_THAT(Commands(), ElementsAre(true, true, true, true)); // it has no parameter file
+}
+
+TEST_F(MainWindowTest, ADroppedFileThatIsNoTemplateIsReported)
+{
+    std::ofstream(Outside("notes.txt")) << "notes";
+    Start();
+    Drop({Outside("notes.txt")});
+    EXPECT_THAT(user_->WaitForMessage(), HasSubstr("notes.txt"));
+    user_->Answer(WXK_RETURN);
+    EXPECT_FALSE(fs::exists(At("template/notes.txt")));
+    EXPECT_EQ(user_->TextOf("cboTemplateFile"), "");
+}
+
+TEST_F(MainWindowTest, ADroppedFileReplacesAnotherOnlyAfterAQuestion)
+{
+    std::ofstream(Outside("Wall.xls")) << "another";
+    Start();
+    const auto size = fs::file_size(At("template/Wall.xls"));
+    Drop({Outside("Wall.xls")});
+    EXPECT_THAT(user_->WaitForMessage(), HasSubstr("Wall.xls"));
+    user_->Answer('N', wxMOD_ALT);
+    EXPECT_EQ(fs::file_size(At("template/Wall.xls")), size);
+    Drop({Outside("Wall.xls")});
+    user_->Answer('Y', wxMOD_ALT);
+    WaitForTemplate("Wall.xls");
+    EXPECT_EQ(fs::file_size(At("template/Wall.xls")), std::string("another").size());
+}
+
+TEST_F(MainWindowTest, FilesThatTheProgramIsStartedWithAreTaken)
+{
+    fs::copy(At("template/Desk.xlsx"), Outside("Mine.xlsx"));
+    Start({Outside("Mine.xlsx").string()});
+    WaitForTemplate("Mine.xlsx");
+    EXPECT_THAT(user_->EntriesOf("cboTemplateFile"),
+                ElementsAre("Desk.xlsx", "Mine.xlsx", "Wall.xls"));
+}
+
+TEST_F(MainWindowTest, RemembersItsSizeAndPlace)
+{
+    Start();
+    OnMain([this] { program_->window->SetSize(300, 200, 700, 500); });
+    const auto place = [this] { return program_->window->GetRect(); };
+    WaitFor("the new size", [&] { return place().width == 700; });
+    const wxRect kept = OnMain(place);
+    End();
+    Start();
+    EXPECT_EQ(OnMain(place).GetSize(), kept.GetSize());
+    const wxPoint off = OnMain(place).GetPosition() - kept.GetPosition();
+    EXPECT_LE(std::abs(off.x) + std::abs(off.y), 2);
+}
+
+} // namespace
+} // namespace orrery::ui::wx

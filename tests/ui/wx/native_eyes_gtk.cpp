@@ -1,0 +1,48 @@
+#include "native_eyes.h"
+
+#include "robot.h"
+#include "ui/wx/text.h"
+
+#include <gtk/gtk.h>
+#include <wx/button.h>
+#include <wx/msgdlg.h>
+
+#include <wx/generic/msgdlgg.h>
+
+namespace orrery::ui::wx {
+namespace {
+
+/// The innermost window whose widget holds the given one.
+wxWindow* WindowAround(GtkWidget* widget, wxWindow& window)
+{
+    for (wxWindow* const child : window.GetChildren()) {
+        if (wxWindow* const found = WindowAround(widget, *child))
+            return found;
+    }
+    GtkWidget* const own = window.GetHandle();
+    return widget == own || gtk_widget_is_ancestor(widget, own) ? &window : nullptr;
+}
+
+} // namespace
+
+// On this system the boxes are made by the toolkit, as dialogs.
+std::optional<MessageBox> FindMessageBox()
+{
+    auto* const box = dynamic_cast<wxGenericMessageDialog*>(FrontWindow());
+    if (box == nullptr)
+        return std::nullopt;
+    MessageBox seen{FromWx(box->GetTitle()), FromWx(box->GetMessage()), {}, box->IsActive()};
+    for (const wxWindow* const child : box->GetChildren()) {
+        if (const auto* const button = dynamic_cast<const wxButton*>(child))
+            seen.buttons.push_back(FromWx(button->GetLabelText()));
+    }
+    return seen;
+}
+
+wxWindow* FindFocus(wxWindow& topLevel)
+{
+    GtkWidget* const focus = gtk_window_get_focus(GTK_WINDOW(topLevel.GetHandle()));
+    return focus == nullptr ? nullptr : WindowAround(focus, topLevel);
+}
+
+} // namespace orrery::ui::wx

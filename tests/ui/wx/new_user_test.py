@@ -1,0 +1,181 @@
+"""The window program as an installed program is met: somebody has empty folders and a keyboard."""
+
+import calendar
+import configparser
+import datetime
+import re
+import shutil
+import unittest
+
+import openpyxl
+import xlrd
+
+from window_program import (SOURCE, Atspi, Person, Program, find, press, type_over, wait_for,
+                            xdotool)
+
+SHIPPED = SOURCE / "data"
+# What the buses of a desktop are known to say.
+CHATTER = re.compile(r"(dbind|dconf)-WARNING")
+
+
+def read_xlsx(workbook, sheet):
+    """The function that gives the value in row and column, both from 1."""
+    cells = openpyxl.load_workbook(workbook)[sheet]
+    return lambda row, column: cells.cell(row, column).value
+
+
+def read_xls(workbook, sheet):
+    cells = xlrd.open_workbook(workbook).sheet_by_name(sheet)
+
+    def value(row, column):
+        is_there = row <= cells.nrows and column <= cells.ncols
+        return cells.cell_value(row - 1, column - 1) if is_there else None
+    return value
+
+
+def names(folder):
+    return sorted(path.name for path in folder.iterdir())
+
+
+class NewUser(unittest.TestCase):
+    def setUp(self):
+        self.person = Person(self)
+
+    def assert_ended_well(self, program: Program):
+        self.assertEqual(program.exit_code(), 0)
+        said = program.errors.read_text().splitlines()
+        self.assertEqual([line for line in said if line and not CHATTER.search(line)], [])
+
+    def assert_is_calendar(self, value, year, month):
+        """A sheet of the shipped desk calendar: the names above, weeks of four rows below."""
+        self.assertEqual(value(2, 2), calendar.month_name[month])
+        self.assertEqual(value(2, 7), year)
+        self.assertEqual([value(4, 2 + day) for day in range(7)],
+                         ["Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday",
+                          "Saturday"])
+        first = datetime.date(year, month, 1).isoweekday() % 7  # Sunday is 0
+        days = calendar.monthrange(year, month)[1]
+        expected = {(6 + 4 * (place // 7), 2 + place % 7): place - first + 1
+                    for place in range(first, first + days)}
+        for row in range(6, 27, 4):
+            for column in range(2, 9):
+                self.assertEqual(value(row, column) or None, expected.get((row, column)),
+                                 (month, row, column))
+
+    def wait_for_opened(self, workbook):
+        """A workbook is opened when it is finished."""
+        wait_for(f"{workbook.name} on the desktop", self.person.opened)
+        self.assertEqual(self.person.opened(), [str(workbook)])
+
+    def test_makes_a_calendar(self):
+        program = self.person.start()
+        program.start_work()
+        for folder in ("template", "holiday"):
+            self.assertEqual(names(self.person.data / folder), names(SHIPPED / folder))
+        self.assertTrue(self.person.settings.is_file())
+
+        press("alt+f", "Down", "Down")  # Desk.xls, Desk.xlsx
+        type_over("alt+y", "2031")
+        press("alt+g")
+        workbook = self.person.data / "output/2031Desk.xlsx"
+        self.wait_for_opened(workbook)
+        for month in range(1, 13):
+            sheet = read_xlsx(workbook, calendar.month_name[month])
+            self.assert_is_calendar(sheet, 2031, month)
+        wait_for("status line", lambda: find(program.main_window(), f"Saved as {workbook}"))
+        press("alt+x")
+        self.assert_ended_well(program)
+
+    def test_the_window_manager_closes_the_program(self):
+        program = self.person.start()
+        program.start_work()
+        press("alt+F4")
+        self.assert_ended_well(program)
+
+    def test_a_template_on_the_command_line_is_copied_and_chosen(self):
+        mine = self.person.folder / "Mine.xls"
+        shutil.copy(SHIPPED / "template/Desk.xls", mine)
+        shutil.copy(SHIPPED / "template/Desk.ini", mine.with_suffix(".ini"))
+        program = self.person.without_tips().start(mine)
+        copy = self.person.data / "template/Mine.xls"
+        wait_for("copy of the template", copy.exists)
+        main = program.main_window()
+        wait_for("choice of the template", lambda: find(main, "Mine.xls"))
+        self.assertEqual(names(copy.parent), ["Mine.ini", "Mine.xls"])
+        self.assertEqual(copy.read_bytes(), mine.read_bytes())
+
+        type_over("alt+y", "2024")
+        press("alt+g")
+        workbook = self.person.data / "output/2024Mine.xls"
+        self.wait_for_opened(workbook)
+        self.assert_is_calendar(read_xls(workbook, "February"), 2024, 2)
+        program.main_window()
+        press("alt+x")
+        self.assert_ended_well(program)
+
+    def test_a_file_that_is_no_template_is_refused(self):
+        note = self.person.folder / "note.txt"
+        note.write_text("not a workbook")
+        program = self.person.without_tips().start(note)
+        program.message_box('Error!\nError Info: "note.txt" is no template. '
+                            "Drop Excel workbooks (.xls or .xlsx).")
+        press("Return")
+        program.main_window()
+        self.assertEqual(names(self.person.data / "template"), [])
+        press("alt+x")
+        self.assert_ended_well(program)
+
+    def test_the_size_is_remembered(self):
+        self.person.without_tips()
+        program = self.person.start()
+        exit_button = find(program.main_window(), "Exit")
+        right = self.right_edge(exit_button)
+        width, height = self.size()
+        larger = (width + 180, height + 90)
+        xdotool("windowsize", xdotool("getactivewindow"), *larger)
+        wait_for("larger window", lambda: self.right_edge(exit_button) == right + 180)
+        self.assertEqual(self.size(), larger)
+        press("alt+x")
+        self.assert_ended_well(program)
+
+        again = self.person.start()
+        again.main_window()
+        wait_for("window of the same size", lambda: self.size() == larger)
+        press("alt+x")
+        self.assert_ended_well(again)
+
+    @staticmethod
+    def size():
+        lines = xdotool("getactivewindow", "getwindowgeometry", "--shell").splitlines()
+        values = dict(line.split("=") for line in lines)
+        return int(values["WIDTH"]), int(values["HEIGHT"])
+
+    @staticmethod
+    def right_edge(control):
+        place = Atspi.Component.get_extents(control, Atspi.CoordType.WINDOW)
+        return place.x + place.width
+
+    def test_tips_are_switched_off_for_good(self):
+        program = self.person.start()
+        program.active_window("Tip of the Day")
+        self.assertEqual(self.show_tips(), "Y")
+        press("alt+s")
+        wait_for("note in the settings", lambda: self.show_tips() == "N")
+        press("Escape")
+        program.main_window()
+        press("alt+x")
+        self.assert_ended_well(program)
+
+        again = self.person.start()
+        again.main_window()
+        press("alt+x")  # a tip would not let the key through
+        self.assert_ended_well(again)
+
+    def show_tips(self):
+        settings = configparser.ConfigParser(interpolation=None, strict=False)
+        settings.read(self.person.settings, encoding="utf-8-sig")
+        return settings["Environment"]["ShowTips"]
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,179 @@
+#include "layout_check.h"
+#include "main_thread.h"
+#include "parameter_dialog_support.h"
+#include "screenshot.h"
+#include "ui/wx/text.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <sstream>
+#include <thread>
+#include <wx/image.h>
+#include <wx/stattext.h>
+
+namespace orrery::ui::wx {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::IsEmpty;
+
+/// Writes a picture of every window into the folder of the variant ("light-100") that the
+/// environment names, and looks at each window's layout.
+class PicturesTest : public ParameterDialogTest, public testing::WithParamInterface<bool> {
+protected:
+    PicturesTest() { longCaptions_ = GetParam(); }
+
+    fs::path Folder() const
+    {
+        const char* const variant = std::getenv("ORRERY_PICTURES_VARIANT");
+        const fs::path folder =
+            fs::path(ORRERY_PICTURES_DIR) / (variant == nullptr ? "any" : variant);
+        return longCaptions_ ? folder / "long-captions" : folder;
+    }
+    /// The window in front: its layout and its picture.
+    void Look(const std::string& name)
+    {
+        HidePaths();
+        user_->MoveAway();
+        Settle();
+        std::this_thread::sleep_for(std::chrono::milliseconds(150)); // until it is painted
+        EXPECT_THAT(OnMain([] { return LayoutProblems(*FrontWindow()); }), IsEmpty()) << name;
+        const fs::path file = Folder() / (name + ".png");
+        PictureOfFront(file);
+        ExpectSomethingIn(file);
+    }
+    void StartWith(const std::string& templateFile)
+    {
+        Start();
+        user_->Choose("cboTemplateFile", templateFile);
+    }
+    void OpenFromMain(const char* button, const char* window)
+    {
+        user_->Click(button);
+        user_->WaitForWindow(window);
+    }
+
+private:
+    /// A reader's folder stands in for the test's.
+    void HidePaths() const
+    {
+        OnMain([own = OwnFolder()] {
+            for (const char* const name : {"lblStatus", "lblEmptyFolder"}) {
+                wxWindow* const label = wxWindow::FindWindowByName(name, FrontWindow());
+                if (label == nullptr)
+                    continue;
+                wxString text = label->GetLabel();
+                text.Replace(own, "/home/anna/Calendars");
+                label->SetLabel(text);
+            }
+        });
+    }
+    wxString OwnFolder() const { return ToWx(At("").parent_path().string()); }
+
+    static void ExpectSomethingIn(const fs::path& file)
+    {
+        const std::size_t colours = OnMain([file] {
+            const wxImage image(ToWx(file.string()), wxBITMAP_TYPE_PNG);
+            return image.IsOk() ? image.CountColours(100) : 0UL;
+        });
+        EXPECT_GT(colours, 20U) << file << " is blank";
+    }
+};
+
+TEST_P(PicturesTest, Main)
+{
+    StartWith("Desk.xlsx");
+    Look("main");
+}
+
+TEST_P(PicturesTest, MainSaved)
+{
+    StartWith("Desk.xlsx");
+    user_->Click("cmdGenerate");
+    WaitFor("the run's end", [this] { return program_->form.cmdOpenFolder.visible; });
+    Look("main-saved");
+}
+
+TEST_P(PicturesTest, MainEmpty)
+{
+    fs::remove_all(At("template"));
+    Start();
+    Look("main-empty");
+}
+
+TEST_P(PicturesTest, ParametersMonthly)
+{
+    Open();
+    Look("parameters-monthly");
+}
+
+TEST_P(PicturesTest, ParametersYearly)
+{
+    Open();
+    GoToYearly();
+    Look("parameters-yearly");
+}
+
+TEST_P(PicturesTest, Holidays)
+{
+    Open();
+    OpenFromMain("cmdMChangeHoliday", "frmHoliday");
+    user_->Choose("cboHolidayFile", "UnitedStates.txt");
+    Look("holidays");
+}
+
+TEST_P(PicturesTest, Tip)
+{
+    const std::string tips = testing_support::BytesOf(At("tips.txt"));
+    std::ofstream(At("tips.txt")) << tips.substr(0, tips.find('\n') + 1);
+    WriteSetting("Environment", "ShowTips", "Y");
+    StartWithoutWaiting();
+    user_->WaitForWindow("frmTip");
+    Look("tip");
+}
+
+TEST_P(PicturesTest, LongestTip)
+{
+    const std::string tips = testing_support::BytesOf(At("tips.txt"));
+    std::istringstream lines(tips);
+    std::string longest;
+    for (std::string line; std::getline(lines, line);)
+        longest = line.size() > longest.size() ? line : longest;
+    std::ofstream(At("tips.txt")) << longest;
+    WriteSetting("Environment", "ShowTips", "Y");
+    StartWithoutWaiting();
+    user_->WaitForWindow("frmTip");
+    Look("tip-longest");
+}
+
+TEST_P(PicturesTest, About)
+{
+    Start();
+    OpenFromMain("cmdAbout", "frmAbout");
+    Look("about");
+}
+
+TEST_P(PicturesTest, Error)
+{
+    Open();
+    user_->Enter("txtMFirstCellofDay", "IQ6");
+    user_->Click("cmdOK");
+    user_->WaitForMessage();
+    Look("error");
+}
+
+TEST_P(PicturesTest, Question)
+{
+    fs::remove(At("template/Desk.ini"));
+    StartWith("Desk.xlsx");
+    user_->Choose("cboTemplateFile", "Wall.xls");
+    user_->WaitForMessage();
+    Look("question");
+}
+
+INSTANTIATE_TEST_SUITE_P(Captions, PicturesTest, testing::Bool(),
+                         [](const auto& captions) { return captions.param ? "Long" : "English"; });
+
+} // namespace
+} // namespace orrery::ui::wx

@@ -1,0 +1,30 @@
+#include "screenshot.h"
+
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+
+namespace orrery::ui::wx {
+namespace {
+
+void Run(const std::string& command, const std::filesystem::path& file)
+{
+    std::filesystem::create_directories(file.parent_path());
+    if (std::system((command + " '" + file.string() + "'").c_str()) != 0)
+        throw std::runtime_error("No picture: " + command);
+}
+
+} // namespace
+
+void PictureOfFront(const std::filesystem::path& file)
+{
+    // The frame belongs to the window manager: the active window's place with all around it.
+    Run("import -silent -frame -window \"$(xdotool getactivewindow)\"", file);
+}
+
+void PictureOfScreen(const std::filesystem::path& file)
+{
+    Run("import -silent -window root", file);
+}
+
+} // namespace orrery::ui::wx

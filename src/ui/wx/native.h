@@ -4,6 +4,7 @@
 #include <wx/choice.h>
 #include <wx/notebook.h>
 #include <wx/stattext.h>
+#include <wx/toplevel.h>
 #include <wx/window.h>
 
 /// What the portable toolkit leaves to the system's own.
@@ -11,6 +12,10 @@ namespace orrery::ui::wx {
 
 /// Makes the label the field's: its mnemonic moves the focus there, screen readers say its text.
 void RelateLabel(wxStaticText& label, wxWindow& field);
+
+/// Asks the window manager for the place once more when the window has come to the screen: some do
+/// not take a place before.
+void InsistOnPlace(wxTopLevelWindow& window, const wxPoint& place);
 
 /// The name that screen readers say.
 void SetSpokenName(wxWindow& control, const wxString& name);

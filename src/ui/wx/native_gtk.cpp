@@ -38,11 +38,31 @@ GtkLabel* LabelInside(GtkWidget* widget)
     return found;
 }
 
+/// Moves a window that has come to the screen, and does so no more.
+gboolean MoveOnce(GtkWidget* window, GdkEvent* /*event*/, gpointer place)
+{
+    const wxPoint wanted = *static_cast<wxPoint*>(place);
+    g_signal_handlers_disconnect_by_data(window, place);
+    gtk_window_move(GTK_WINDOW(window), wanted.x, wanted.y);
+    return FALSE; // others may want to know, too
+}
+
+void DeletePlace(gpointer place, GClosure* /*closure*/)
+{
+    delete static_cast<wxPoint*>(place);
+}
+
 } // namespace
 
 void RelateLabel(wxStaticText& label, wxWindow& field)
 {
     gtk_label_set_mnemonic_widget(GTK_LABEL(label.GetHandle()), FocusWidget(field.GetHandle()));
+}
+
+void InsistOnPlace(wxTopLevelWindow& window, const wxPoint& place)
+{
+    g_signal_connect_data(window.GetHandle(), "map-event", G_CALLBACK(MoveOnce), new wxPoint(place),
+                          DeletePlace, {});
 }
 
 void SetSpokenName(wxWindow& control, const wxString& name)

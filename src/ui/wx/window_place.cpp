@@ -1,5 +1,6 @@
 #include "ui/wx/window_place.h"
 
+#include "ui/wx/native.h"
 #include "ui/wx/text.h"
 #include "util/paths.h"
 #include "util/profile.h"
@@ -62,8 +63,10 @@ void RestorePlace(wxTopLevelWindow& window, const std::string& settingsFile)
     size.IncTo(window.GetEffectiveMinSize());
     size.DecTo(wxDisplay(&window).GetClientArea().GetSize());
     window.SetSize(size);
-    if (IsOnAScreen(place->frame))
+    if (IsOnAScreen(place->frame)) {
         window.Move(place->frame.GetTopLeft());
+        InsistOnPlace(window, place->frame.GetTopLeft());
+    }
     if (place->maximized)
         window.Maximize();
 }

@@ -125,7 +125,7 @@ class NewUser(unittest.TestCase):
         press("alt+x")
         self.assert_ended_well(program)
 
-    def test_the_size_is_remembered(self):
+    def test_size_and_place_are_remembered(self):
         self.person.without_tips()
         program = self.person.start()
         exit_button = find(program.main_window(), "Exit")
@@ -135,20 +135,29 @@ class NewUser(unittest.TestCase):
         xdotool("windowsize", xdotool("getactivewindow"), *larger)
         wait_for("larger window", lambda: self.right_edge(exit_button) == right + 180)
         self.assertEqual(self.size(), larger)
+        xdotool("windowmove", "--sync", xdotool("getactivewindow"), 700, 900)
+        place = self.place()
         press("alt+x")
         self.assert_ended_well(program)
 
         again = self.person.start()
         again.main_window()
         wait_for("window of the same size", lambda: self.size() == larger)
+        wait_for("window in the same place", lambda: self.place() == place)
         press("alt+x")
         self.assert_ended_well(again)
 
     @staticmethod
-    def size():
+    def geometry(*keys):
         lines = xdotool("getactivewindow", "getwindowgeometry", "--shell").splitlines()
         values = dict(line.split("=") for line in lines)
-        return int(values["WIDTH"]), int(values["HEIGHT"])
+        return tuple(int(values[key]) for key in keys)
+
+    def size(self):
+        return self.geometry("WIDTH", "HEIGHT")
+
+    def place(self):
+        return self.geometry("X", "Y")
 
     @staticmethod
     def right_edge(control):

@@ -19,7 +19,11 @@ finish() {
     trap - EXIT
     kill $(jobs -p) 2>/dev/null || true
     wait 2>/dev/null || true
-    rm -rf "$scratch"
+    # Something may still be on its way out and write there; that says nothing about the command.
+    for _ in 1 2 3 4 5; do
+        rm -rf "$scratch" 2>/dev/null && break
+        sleep 0.2
+    done
     exit "$code"
 }
 trap finish EXIT

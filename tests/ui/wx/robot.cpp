@@ -143,9 +143,15 @@ void Robot::Type(const std::string& text)
 
 void Robot::ClickAt(const wxPoint& screenPosition)
 {
-    hands_->MouseMove(screenPosition);
+    MoveTo(screenPosition);
     hands_->MouseClick();
     Settle();
+}
+
+void Robot::MoveTo(const wxPoint& screenPosition)
+{
+    // The toolkit looks at a window to learn how positions are scaled.
+    OnMain([this, screenPosition] { hands_->MouseMove(screenPosition); });
 }
 
 void Robot::Click(const std::string& name)
@@ -155,7 +161,7 @@ void Robot::Click(const std::string& name)
 
 void Robot::MoveAway()
 {
-    hands_->MouseMove(0, 0);
+    MoveTo(wxPoint());
     Settle();
 }
 

@@ -53,6 +53,8 @@ public:
     std::vector<std::string> RowsOf(const std::string& name) const;
 
 private:
+    void MoveTo(const wxPoint& screenPosition);
+
     std::unique_ptr<wxUIActionSimulator> hands_;
 };
 

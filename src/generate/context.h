@@ -19,6 +19,8 @@ struct Context {
     util::ErrorReporter& reporter;
     /// Told after each month that was worked through, 1 to 12; may be empty.
     std::function<void(CalendarKind, std::int16_t month)> progress = {};
+    /// Told before the workbook is saved, which takes long when its sheets are large; may be empty.
+    std::function<void()> saving = {};
     holidays::Date easter = {}; ///< Easter Sunday of the run's year
     holidays::HolidayDateList holidayDates = {};
 };

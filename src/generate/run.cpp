@@ -140,6 +140,8 @@ bool GenerateCalendar(const ApplicationFactory& startApplication, const Generate
     if (Workbook* const workbook = OpenCalendarWorkbook(*application, job, context)) {
         MakeMonthlyCalendar(*workbook, job.year, sets.Monthly, context);
         MakeYearlyCalendar(*workbook, job.year, sets.Yearly, context);
+        if (context.saving)
+            context.saving();
         saved = SaveCalendar(*workbook, job.outputPath, context);
         if (saved) {
             SwitchOn(*application);

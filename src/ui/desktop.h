@@ -13,6 +13,12 @@ class TipForm;
 
 inline constexpr const char* kProductName = "Orrery";
 
+/// How much it matters that the user sees a state.
+enum class Painting {
+    WhenDue, ///< one of many that follow each other
+    Now,     ///< one that lasts
+};
+
 /// What forms ask of whoever shows them. `Report` is the error report box.
 class Desktop : public util::ErrorReporter {
 public:
@@ -22,7 +28,7 @@ public:
     virtual bool Ask(const std::string& question) = 0;
     virtual void SetHourglass(bool on) = 0;
     /// Paints what has changed while a command goes on; the user cannot start another one.
-    virtual void Repaint() = 0;
+    virtual void Repaint(Painting painting) = 0;
     /// Opens a document, a folder or an address with the system's own program; a failure is
     /// reported.
     virtual void Open(const std::string& fileOrAddress) = 0;

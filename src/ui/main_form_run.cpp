@@ -51,7 +51,15 @@ public:
         form_.lblStatus.ShowText("Writing " + file_ + (isYearly ? ": yearly" : ": monthly") +
                                  " calendar, month " + std::to_string(month) + " of " +
                                  std::to_string(kMonths));
-        desktop_.Repaint();
+        desktop_.Repaint(Painting::WhenDue);
+    }
+
+    /// All months are written.
+    void ShowSaving()
+    {
+        form_.prgRun.done = form_.prgRun.total;
+        form_.lblStatus.ShowText("Saving " + file_);
+        desktop_.Repaint(Painting::Now);
     }
 
 private:
@@ -67,7 +75,7 @@ private:
         form_.cmdOpenFolder.visible = false;
         form_.lblStatus.ShowText("Writing " + file_);
         desktop_.SetHourglass(true);
-        desktop_.Repaint();
+        desktop_.Repaint(Painting::Now);
     }
 
     void End()
@@ -96,6 +104,7 @@ void MainForm::cmdGenerate_Click()
     context.progress = [&view](CalendarKind kind, std::int16_t month) {
         view.ShowMonth(kind, month);
     };
+    context.saving = [&view] { view.ShowSaving(); };
     const auto open = [this](const std::filesystem::path& workbook) {
         desktop_.Open(util::FromPath(workbook));
     };

@@ -28,7 +28,7 @@ public:
         return yes;
     }
     void SetHourglass(bool on) override { calls.push_back(on ? "Hourglass on" : "Hourglass off"); }
-    void Repaint() override
+    void Repaint(Painting /*painting*/) override
     {
         calls.emplace_back("Repaint");
         if (onRepaint)

@@ -135,12 +135,14 @@ TEST_F(MainFormRunTest, ProgressIsShownMonthByMonth)
         done.push_back(form.prgRun.done);
     };
     form.cmdGenerate_Click();
-    ASSERT_EQ(statuses.size(), 25U);
+    ASSERT_EQ(statuses.size(), 26U);
     EXPECT_EQ(statuses[0], "Writing 2027Desk.xls");
     EXPECT_EQ(statuses[3], "Writing 2027Desk.xls: monthly calendar, month 3 of 12");
     EXPECT_EQ(statuses[12], "Writing 2027Desk.xls: monthly calendar, month 12 of 12");
     EXPECT_EQ(statuses[13], "Writing 2027Desk.xls: yearly calendar, month 1 of 12");
     EXPECT_EQ(statuses[24], "Writing 2027Desk.xls: yearly calendar, month 12 of 12");
+    EXPECT_EQ(statuses[25], "Saving 2027Desk.xls");
+    EXPECT_EQ(done[25], 24);
     for (int step = 0; step <= 24; ++step)
         EXPECT_EQ(done[static_cast<std::size_t>(step)], step);
 }

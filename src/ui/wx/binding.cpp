@@ -239,7 +239,10 @@ void Binder::MakeRoom()
     if (wxSizer* const sizer = window_.GetSizer()) {
         const wxSize needed = sizer->CalcMin();
         wxSize size = window_.GetClientSize();
+        if (size.y == needed_.y) // as high as it had to be: what is gone leaves no gap
+            size.y = needed.y;
         size.IncTo(needed);
+        needed_ = needed;
         window_.SetMinClientSize(needed);
         if (size != window_.GetClientSize())
             window_.SetClientSize(size);

@@ -65,7 +65,7 @@ private:
     };
 
     void Add(const Control& state, wxWindow& control, Handler show);
-    /// Makes the window large enough for what has appeared.
+    /// Makes the window large enough for the controls on show, and no higher if it was no higher.
     void MakeRoom();
     void GiveFocus();
     wxWindow& WindowOf(const Control& state) const;
@@ -74,6 +74,7 @@ private:
     Form& form_;
     Desktop& desktop_;
     std::vector<Binding> bindings_;
+    wxSize needed_;               ///< by the controls on show, when the window was last fitted
     bool controlsChanged_ = true; ///< one appeared or disappeared
     bool textChanged_ = false;    ///< a label says something else
 };

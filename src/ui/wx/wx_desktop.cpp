@@ -61,12 +61,12 @@ void WxDesktop::SetHourglass(bool on)
         wxEndBusyCursor();
 }
 
-void WxDesktop::Repaint()
+void WxDesktop::Repaint(Painting painting)
 {
     // A quick run has more steps than anybody can see, and every picture costs time.
     constexpr auto kShortest = std::chrono::milliseconds(40);
     const auto now = std::chrono::steady_clock::now();
-    if (now - painted_ < kShortest)
+    if (painting == Painting::WhenDue && now - painted_ < kShortest)
         return;
     painted_ = now;
     if (repaint_)

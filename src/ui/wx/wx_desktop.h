@@ -23,7 +23,7 @@ public:
     void ShowMessage(const std::string& text) override;
     bool Ask(const std::string& question) override;
     void SetHourglass(bool on) override;
-    void Repaint() override;
+    void Repaint(Painting painting) override;
     void Open(const std::string& fileOrAddress) override;
     void ShowHelp(const std::string& page) override;
     void ShowModal(ParameterForm& form) override;

@@ -6,6 +6,7 @@
 #include <wx/bookctrl.h>
 #include <wx/button.h>
 #include <wx/checkbox.h>
+#include <wx/choice.h>
 #include <wx/stattext.h>
 
 namespace orrery::ui::wx {
@@ -50,6 +51,10 @@ void ForEachOnShow(wxWindow& window, const std::function<void(wxWindow&)>& visit
 
 bool IsClipped(const wxWindow& control)
 {
+    if (dynamic_cast<const wxChoice*>(&control) != nullptr) {
+        constexpr int frame = 8; // what a list draws above and below its text, at least
+        return control.GetCharHeight() + frame > control.GetSize().y;
+    }
     const wxSize needed = control.GetBestSize();
     const wxSize given = control.GetSize() + wxSize(kTolerance, kTolerance);
     return HasCaption(control) && !MayBeCut(control) &&

@@ -1,6 +1,7 @@
 #include "cli/dry_run.h"
 
 #include "generate/calendar_sheets.h"
+#include "generate/failure.h"
 #include "util/error.h"
 #include "util/text.h"
 
@@ -172,10 +173,15 @@ std::vector<std::string> DryRun(generate::Workbook& workbook, SheetLimits limits
         if (outside.count > 0)
             findings.Report(OutsideText(outside, year, month, limits));
     };
-    findings.Begin("Monthly calendar");
-    generate::MakeMonthlyCalendar(dry, year, sets.Monthly, context);
-    findings.Begin("Yearly calendar");
-    generate::MakeYearlyCalendar(dry, year, sets.Yearly, context);
+    try {
+        findings.Begin("Monthly calendar");
+        generate::MakeMonthlyCalendar(dry, year, sets.Monthly, context);
+        findings.Begin("Yearly calendar");
+        generate::MakeYearlyCalendar(dry, year, sets.Yearly, context);
+    }
+    catch (const generate::RunEnded&) {
+        // The last finding says that the application is gone.
+    }
     return findings.Take();
 }
 

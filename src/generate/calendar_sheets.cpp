@@ -1,9 +1,9 @@
 #include "generate/calendar_sheets.h"
 
+#include "generate/failure.h"
 #include "generate/month_block.h"
 #include "util/checked.h"
 #include "util/error.h"
-#include "util/error_text.h"
 
 #include <exception>
 #include <string>
@@ -25,11 +25,6 @@ Worksheet* FindModelSheet(Workbook& workbook, const std::string& name, Context& 
     if (sheet == nullptr)
         context.reporter.Report("The sheet " + name + " does not exist.");
     return sheet;
-}
-
-void ReportFailure(const char* sentence, const std::exception& error, Context& context)
-{
-    context.reporter.Report(std::string(sentence) + "\r\n" + util::ErrorText(error));
 }
 
 void PrepareHolidays(std::int16_t year, const model::CalendarParameters& parameters,
@@ -56,7 +51,9 @@ bool NameAfterMonth(Worksheet& sheet, std::int16_t list, std::int16_t month,
         sheet.SetName(names.Months.Name(list, static_cast<std::int16_t>(month - 1)));
         return true;
     }
-    catch (const std::exception&) {
+    catch (const std::exception& error) {
+        if (IsLoss(error))
+            throw;
         return false; // silent by design: the sheet keeps its name
     }
 }
@@ -68,7 +65,9 @@ Worksheet* CopyAfterItself(Worksheet& sheet)
         sheet.CopyAfter(sheet);
         return sheet.Next();
     }
-    catch (const std::exception&) {
+    catch (const std::exception& error) {
+        if (IsLoss(error))
+            throw;
         return nullptr; // silent by design: the months then go to the sheets that are there
     }
 }

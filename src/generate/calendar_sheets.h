@@ -8,8 +8,8 @@
 
 namespace orrery::generate {
 
-// Both do nothing unless `Output` is set. Neither throws: each reports its own failures, and the
-// run goes on.
+// Both do nothing unless `Output` is set. Each reports its own failures, and the run goes on; they
+// throw nothing but RunEnded.
 
 /// Turns the model sheet into twelve sheets, one for each month and named after it. All copies are
 /// made before the first one is filled. Renaming and copying fail silently: the first sheet then

@@ -1,7 +1,7 @@
 #include "generate/month_block.h"
 
+#include "generate/failure.h"
 #include "util/checked.h"
-#include "util/error_text.h"
 
 #include <exception>
 
@@ -172,8 +172,9 @@ void FillMonth(Worksheet& sheet, std::int16_t year, std::int16_t month,
         MonthWriter(sheet, year, month, parameters, context).Write();
     }
     catch (const std::exception& error) {
-        context.reporter.Report("Error in filling data(" + std::to_string(year) + "-" +
-                                std::to_string(month) + ").\r\n" + util::ErrorText(error));
+        ReportFailure("Error in filling data(" + std::to_string(year) + "-" +
+                          std::to_string(month) + ").",
+                      error, context);
     }
 }
 

@@ -13,8 +13,8 @@ namespace orrery::generate {
 /// it, so the months of a sheet are written from January to December. Cells of the grid that the
 /// month does not reach keep what they hold.
 ///
-/// Never throws: an error ends this month and goes to the reporter. What was written stays, and the
-/// cursor stays where it was.
+/// An error ends this month and goes to the reporter. What was written stays, and the cursor stays
+/// where it was. Throws nothing but RunEnded.
 void FillMonth(Worksheet& sheet, std::int16_t year, std::int16_t month,
                const model::CalendarParameters& parameters, Context& context);
 

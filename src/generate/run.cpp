@@ -1,11 +1,13 @@
 #include "generate/run.h"
 
 #include "generate/calendar_sheets.h"
+#include "generate/failure.h"
 #include "holidays/holiday_dates.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/numbers.h"
 #include "util/paths.h"
+#include "util/system_message.h"
 
 #include <cerrno>
 #include <exception>
@@ -23,7 +25,7 @@ void RemoveFile(const std::string& path)
     std::error_code failure;
     std::filesystem::remove(util::ToPath(path), failure);
     if (failure)
-        throw Error(ErrorKind::FileNotWritable, path, failure.message());
+        throw Error(ErrorKind::FileNotWritable, path, util::SystemMessage(failure));
 }
 
 void RemoveFileIfPossible(const std::string& path)
@@ -67,6 +69,25 @@ void PrepareOutput(const std::string& outputPath)
     CreateEmptyFile(outputPath);
 }
 
+/// Takes away an output file that was begun and never saved.
+class UnfinishedOutput {
+public:
+    UnfinishedOutput() = default;
+    ~UnfinishedOutput()
+    {
+        if (!path_.empty())
+            RemoveFileIfPossible(path_);
+    }
+    UnfinishedOutput(const UnfinishedOutput&) = delete;
+    UnfinishedOutput& operator=(const UnfinishedOutput&) = delete;
+
+    void Begin(const std::string& path) { path_ = path; }
+    void Keep() { path_.clear(); }
+
+private:
+    std::string path_;
+};
+
 /// An output file without content is nothing that anybody can open.
 Workbook& OpenTemplate(Application& application, const GenerateJob& job)
 {
@@ -77,6 +98,30 @@ Workbook& OpenTemplate(Application& application, const GenerateJob& job)
         RemoveFileIfPossible(job.outputPath);
         throw;
     }
+}
+
+/// The steps of a run between starting the application and letting go of it.
+bool UseApplication(Application& application, const GenerateJob& job, model::ParameterSets& sets,
+                    Context& context, UnfinishedOutput& unfinished)
+{
+    SwitchOff(application);
+    bool saved = false;
+    if (Workbook* const workbook = OpenCalendarWorkbook(application, job, context)) {
+        unfinished.Begin(job.outputPath);
+        MakeMonthlyCalendar(*workbook, job.year, sets.Monthly, context);
+        MakeYearlyCalendar(*workbook, job.year, sets.Yearly, context);
+        if (context.saving)
+            context.saving();
+        saved = SaveCalendar(*workbook, job.outputPath, context);
+        if (saved) {
+            unfinished.Keep();
+            SwitchOn(application);
+            application.ReleaseWorkbook(*workbook);
+        }
+    }
+    if (!application.Visible())
+        application.Quit();
+    return saved;
 }
 
 } // namespace
@@ -134,23 +179,14 @@ std::optional<std::string> RunGenerate(const GenerateRequest& request, model::Pa
 bool GenerateCalendar(const ApplicationFactory& startApplication, const GenerateJob& job,
                       model::ParameterSets& sets, Context& context)
 {
+    UnfinishedOutput unfinished; // goes last: the application may have the file open until it ends
     const std::unique_ptr<Application> application = startApplication();
-    SwitchOff(*application);
-    bool saved = false;
-    if (Workbook* const workbook = OpenCalendarWorkbook(*application, job, context)) {
-        MakeMonthlyCalendar(*workbook, job.year, sets.Monthly, context);
-        MakeYearlyCalendar(*workbook, job.year, sets.Yearly, context);
-        if (context.saving)
-            context.saving();
-        saved = SaveCalendar(*workbook, job.outputPath, context);
-        if (saved) {
-            SwitchOn(*application);
-            application->ReleaseWorkbook(*workbook);
-        }
+    try {
+        return UseApplication(*application, job, sets, context, unfinished);
     }
-    if (!application->Visible())
-        application->Quit();
-    return saved;
+    catch (const RunEnded&) {
+        return false; // reported where it struck
+    }
 }
 
 Workbook* OpenCalendarWorkbook(Application& application, const GenerateJob& job, Context& context)
@@ -160,8 +196,8 @@ Workbook* OpenCalendarWorkbook(Application& application, const GenerateJob& job,
         return &OpenTemplate(application, job);
     }
     catch (const std::exception& error) {
-        context.reporter.Report("Failed to open the calendar file \"" + job.outputPath + "\".\r\n" +
-                                util::ErrorText(error));
+        ReportFailure("Failed to open the calendar file \"" + job.outputPath + "\".", error,
+                      context);
         return nullptr;
     }
 }
@@ -174,7 +210,7 @@ bool SaveCalendar(Workbook& workbook, const std::string& outputPath, Context& co
         return true;
     }
     catch (const std::exception& error) {
-        context.reporter.Report("Failed to save the calendar file.\r\n" + util::ErrorText(error));
+        ReportFailure("Failed to save the calendar file.", error, context);
         return false;
     }
 }

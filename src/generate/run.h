@@ -68,15 +68,16 @@ std::optional<std::string> RunGenerate(const GenerateRequest& request, model::Pa
 
 /// One run, from starting the application to letting go of it: visible with the new workbook, or
 /// ended when nothing was saved. True when the workbook was saved. Throws what starting the
-/// application and its switches throw; everything else is reported.
+/// application and its switches throw; everything else is reported. An application that is gone
+/// ends the run with one report. No output file is left that was not saved.
 bool GenerateCalendar(const ApplicationFactory& startApplication, const GenerateJob& job,
                       model::ParameterSets& sets, Context& context);
 
 /// Makes sure that the output file can be written, then opens the template read-only. An existing
-/// output file is removed. A failure is reported and gives nullptr.
+/// output file is removed. A failure is reported and gives nullptr; throws RunEnded.
 Workbook* OpenCalendarWorkbook(Application& application, const GenerateJob& job, Context& context);
 
-/// Saves under the output path. A failure is reported and gives false.
+/// Saves under the output path. A failure is reported and gives false; throws RunEnded.
 bool SaveCalendar(Workbook& workbook, const std::string& outputPath, Context& context);
 
 } // namespace orrery::generate

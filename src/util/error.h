@@ -38,6 +38,7 @@ enum class ErrorKind {
     // applications
     EngineMissing,      ///< the subject is the engine's name
     ApplicationFailure, ///< the cause is the application's own description
+    ApplicationLost,    ///< it does not answer any more; the subject is its name
     // the shell; the cause is the message of the result table
     ShellFailure,
     WrongUsage,

@@ -2,6 +2,7 @@
 
 #include "util/error.h"
 #include "util/paths.h"
+#include "util/system_message.h"
 
 #include <filesystem>
 #include <new>
@@ -154,6 +155,9 @@ std::string KindText(const Error& error)
         return "The engine " + Quoted(error.Subject()) +
                " is not available here. Choose the engine \"builtin\", which needs no other "
                "program.";
+    case ErrorKind::ApplicationLost:
+        return Quoted(error.Subject()) + " does not answer any more" + Because(error) +
+               ". Generate the calendar again.";
     case ErrorKind::ApplicationFailure:
     case ErrorKind::ShellFailure:
         return error.Cause();
@@ -170,7 +174,8 @@ std::string ErrorText(const std::exception& error)
     if (const auto* own = dynamic_cast<const Error*>(&error))
         return KindText(*own);
     if (const auto* file = dynamic_cast<const std::filesystem::filesystem_error*>(&error))
-        return Quoted(FromPath(file->path1())) + " cannot be used: " + file->code().message() + '.';
+        return Quoted(FromPath(file->path1())) + " cannot be used: " + SystemMessage(file->code()) +
+               '.';
     if (dynamic_cast<const std::bad_alloc*>(&error))
         return "Out of memory. Close other programs and try again.";
     return error.what();

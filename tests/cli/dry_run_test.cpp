@@ -108,6 +108,15 @@ TEST_F(DryRunTest, PutsWhatARunWouldReportOnOneLine)
     EXPECT_EQ(findings[0].find_first_of("\r\n"), std::string::npos);
 }
 
+TEST_F(DryRunTest, EndsWithTheLossOfTheApplication)
+{
+    log_.LoseAt("Worksheets(Sheet2)");
+    EXPECT_EQ(Run({"Sheet1", "Sheet2"}),
+              (Texts{"Monthly calendar: Error in making monthly calendar. \"Fake\" does not answer "
+                     "any more: it has ended. Generate the calendar again."}));
+    EXPECT_EQ(log_.Calls(), (Texts{"Worksheets(Sheet2)"}));
+}
+
 TEST(LimitsOfTest, FollowTheFileType)
 {
     EXPECT_EQ(LimitsOf("Desk.xls").rows, 65536);

@@ -18,7 +18,7 @@ public:
     {
         if (name != "auto" && name != "fake")
             throw Error(util::ErrorKind::EngineMissing, name);
-        return "fake";
+        return resolved;
     }
     std::unique_ptr<generate::Application> Start(const std::string& name,
                                                  generate::Opener opener) override
@@ -29,6 +29,7 @@ public:
     }
 
     CallLog log;
+    std::string resolved = "fake"; ///< what every known name stands for
     std::vector<std::string> started;
     std::vector<generate::Opener> openers; ///< what each start was given; may be empty
 };

@@ -109,6 +109,14 @@ void CallLog::Record(const std::string& call)
         throw Error(ErrorKind::ApplicationFailure, call, failure->second);
 }
 
+void CallLog::Call(const std::string& call)
+{
+    Record(call);
+    lost_ = lost_ || call == lossAt_;
+    if (lost_)
+        throw Error(ErrorKind::ApplicationLost, "Fake", "it has ended");
+}
+
 std::vector<std::string> CallLog::CallsWith(std::string_view text) const
 {
     std::vector<std::string> found;
@@ -157,20 +165,20 @@ WorkbookContent ReadWorkbookFile(const std::filesystem::path& path)
 
 void Worksheet::SetName(std::string_view name)
 {
-    workbook_.Log().Record(content_.name + ".Name = " + std::string(name));
+    workbook_.Log().Call(content_.name + ".Name = " + std::string(name));
     workbook_.CheckName(name, *this);
     content_.name = name;
 }
 
 void Worksheet::CopyAfter(generate::Worksheet& after)
 {
-    workbook_.Log().Record(content_.name + ".Copy after " + after.Name());
+    workbook_.Log().Call(content_.name + ".Copy after " + after.Name());
     workbook_.InsertAfter(after, {workbook_.NameOfCopy(content_.name), content_.cells});
 }
 
 generate::Worksheet* Worksheet::Next()
 {
-    workbook_.Log().Record(content_.name + ".Next");
+    workbook_.Log().Call(content_.name + ".Next");
     return workbook_.After(*this);
 }
 
@@ -178,8 +186,8 @@ void Worksheet::SetCell(std::int32_t row, std::int32_t column, const generate::C
                         generate::CellMember member)
 {
     const std::string place = '(' + std::to_string(row) + ',' + std::to_string(column) + ')';
-    workbook_.Log().Record(content_.name + place + " = " + ValueText(value) +
-                           (member == generate::CellMember::Value ? " Value" : ""));
+    workbook_.Log().Call(content_.name + place + " = " + ValueText(value) +
+                         (member == generate::CellMember::Value ? " Value" : ""));
     if (row < 1 || row > kRows || column < 1 || column > kColumns)
         throw Error(ErrorKind::CellOutsideSheet, place);
     content_.cells[{row, column}] = value;
@@ -193,7 +201,7 @@ Workbook::Workbook(CallLog& log, WorkbookContent content) : log_(log)
 
 generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
 {
-    log_.Record("Worksheets(" + std::string(name) + ')');
+    log_.Call("Worksheets(" + std::string(name) + ')');
     for (const auto& sheet : sheets_) {
         if (util::EqualIgnoringCase(sheet->Name(), name))
             return sheet.get();
@@ -203,8 +211,8 @@ generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
 
 void Workbook::SaveAs(const std::filesystem::path& target, generate::AccessMode accessMode)
 {
-    log_.Record("SaveAs " + target.filename().string() +
-                (accessMode == generate::AccessMode::NoChange ? "" : " with other access"));
+    log_.Call("SaveAs " + target.filename().string() +
+              (accessMode == generate::AccessMode::NoChange ? "" : " with other access"));
     WriteWorkbookFile(target, Content());
 }
 
@@ -280,34 +288,34 @@ Application::~Application()
 
 void Application::SetDisplayAlerts(bool on)
 {
-    log_.Record(Switch("DisplayAlerts", on));
+    log_.Call(Switch("DisplayAlerts", on));
 }
 
 void Application::SetVisible(bool on)
 {
-    log_.Record(Switch("Visible", on));
+    log_.Call(Switch("Visible", on));
     visible_ = on;
 }
 
 bool Application::Visible() const
 {
-    log_.Record("Visible?");
+    log_.Call("Visible?");
     return visible_;
 }
 
 void Application::SetInteractive(bool on)
 {
-    log_.Record(Switch("Interactive", on));
+    log_.Call(Switch("Interactive", on));
 }
 
 void Application::SetScreenUpdating(bool on)
 {
-    log_.Record(Switch("ScreenUpdating", on));
+    log_.Call(Switch("ScreenUpdating", on));
 }
 
 generate::Workbook& Application::OpenWorkbook(const std::filesystem::path& path, bool readOnly)
 {
-    log_.Record("Open " + path.filename().string() + (readOnly ? " read-only" : ""));
+    log_.Call("Open " + path.filename().string() + (readOnly ? " read-only" : ""));
     workbooks_.push_back(std::make_unique<Workbook>(log_, ReadWorkbookFile(path)));
     return *workbooks_.back();
 }
@@ -320,7 +328,7 @@ void Application::ReleaseWorkbook(generate::Workbook& workbook)
 
 void Application::Quit()
 {
-    log_.Record("Quit");
+    log_.Call("Quit");
     workbooks_.clear();
 }
 

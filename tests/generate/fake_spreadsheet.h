@@ -24,8 +24,12 @@ class CallLog {
 public:
     /// From now on this call fails with the description instead of doing anything.
     void FailAt(const std::string& call, const std::string& description);
+    /// From this call on the application is gone: every call to it is in vain.
+    void LoseAt(const std::string& call) { lossAt_ = call; }
     /// Writes the call down; throws where it shall fail.
     void Record(const std::string& call);
+    /// A call to the application: as `Record`, and throws once the application is gone.
+    void Call(const std::string& call);
 
     const std::vector<std::string>& Calls() const { return calls_; }
     /// The calls that contain the text.
@@ -35,6 +39,8 @@ public:
 private:
     std::vector<std::string> calls_;
     std::map<std::string, std::string> failures_;
+    std::string lossAt_;
+    bool lost_ = false;
 };
 
 using Cells = std::map<std::pair<std::int32_t, std::int32_t>, generate::CellValue>;

@@ -125,7 +125,10 @@ protected:
         sets_.Yearly = fake::YearOfDays();
     }
 
-    std::string Folder(const char* name) const { return (folder_ / name).string() + '/'; }
+    std::string Folder(const char* name) const
+    {
+        return util::WithTrailingSeparator(util::FromPath((folder_ / name).make_preferred()));
+    }
     fs::path Output() const { return folder_ / "output" / "2024Desk.fake"; }
 
     std::optional<std::string> Run()
@@ -165,7 +168,7 @@ protected:
 
 TEST_F(RunTest, SavesTheCalendarAndLeavesTheApplicationVisible)
 {
-    EXPECT_EQ(Run(), Output().string());
+    EXPECT_EQ(Run(), util::FromPath(Output()));
     const auto saved = fake::ReadWorkbookFile(Output());
     ASSERT_EQ(saved.size(), 13U);
     EXPECT_EQ(saved[0].name, "2024");
@@ -247,7 +250,7 @@ TEST_F(RunTest, ReplacesAnExistingOutputFile)
 
 TEST_F(RunTest, MakesTheOutputFolderWithItsParents)
 {
-    request_.outputFolder = Folder("a") + "b/c/";
+    request_.outputFolder = Folder("a/b/c");
     EXPECT_EQ(Run(), request_.outputFolder + "2024Desk.fake");
 }
 
@@ -265,8 +268,8 @@ TEST_F(RunTest, ATemplateThatCannotBeOpenedIsReportedUnderTheOutputPath)
 {
     log_.FailAt("Open Desk.fake read-only", "It is damaged.");
     EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(reporter_.reports, (Texts{"Failed to open the calendar file \"" + Output().string() +
-                                        "\".\r\nIt is damaged."}));
+    EXPECT_EQ(reporter_.reports, (Texts{"Failed to open the calendar file \"" +
+                                        util::FromPath(Output()) + "\".\r\nIt is damaged."}));
     EXPECT_EQ(Outline(), (Texts{"Hourglass", "Start application", "DisplayAlerts = false",
                                 "Visible = false", "Interactive = false", "ScreenUpdating = false",
                                 "Report", "Visible?", "Quit", "Release application", "Arrow"}));
@@ -288,7 +291,7 @@ TEST_F(RunTest, ProvesTheOutputBeforeItOpensTheTemplate)
     EXPECT_EQ(Run(), std::nullopt);
     ASSERT_EQ(reporter_.reports.size(), 1U);
     EXPECT_TRUE(reporter_.reports[0].starts_with("Failed to open the calendar file \"" +
-                                                 Output().string() + "\".\r\n"));
+                                                 util::FromPath(Output()) + "\".\r\n"));
     EXPECT_TRUE(log_.CallsWith("Open").empty());
     EXPECT_EQ(log_.CallsWith("Quit").size(), 1U);
 }
@@ -343,6 +346,71 @@ INSTANTIATE_TEST_SUITE_P(Switches, SwitchTest,
                                          "Interactive = true", "ScreenUpdating = true",
                                          "Visible = true", "DisplayAlerts = true"));
 
+// ---- an application that is gone
+
+struct LossCase {
+    const char* name;
+    const char* call;     ///< the one that finds the application gone
+    const char* sentence; ///< of the one report, without its description
+};
+
+class LossTest : public RunTest, public testing::WithParamInterface<LossCase> {};
+
+TEST_P(LossTest, EndsTheRunInOneReportAndLeavesNoFile)
+{
+    log_.LoseAt(GetParam().call);
+    EXPECT_EQ(Run(), std::nullopt);
+    std::string sentence = GetParam().sentence;
+    if (const auto at = sentence.find("OUTPUT"); at != std::string::npos)
+        sentence.replace(at, 6, util::FromPath(Output()));
+    EXPECT_EQ(reporter_.reports,
+              (Texts{sentence + "\"Fake\" does not answer any more: it has ended. Generate the "
+                                "calendar again."}));
+    EXPECT_FALSE(fs::exists(Output()));
+    const Texts& calls = log_.Calls();
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "Report"), 1);
+    EXPECT_EQ(calls.back(), "Arrow");
+    const auto lost = std::find(calls.begin(), calls.end(), GetParam().call);
+    const Texts after(lost + 1, calls.end());
+    EXPECT_EQ(std::count(after.begin(), after.end(), "Release application"), 1);
+    EXPECT_EQ(after.size(), 3U) << "nothing more is asked of it";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Calls, LossTest,
+    testing::Values(
+        LossCase{"Switch", "Interactive = false", ""},
+        LossCase{"Open", "Open Desk.fake read-only",
+                 "Failed to open the calendar file \"OUTPUT\".\r\n"},
+        LossCase{"FindSheet", "Worksheets(Sheet2)", "Error in making monthly calendar.\r\n"},
+        LossCase{"NameModel", "Sheet2.Name = January", "Error in making monthly calendar.\r\n"},
+        LossCase{"Copy", "February.Copy after February", "Error in making monthly calendar.\r\n"},
+        LossCase{"NextOfCopy", "March.Next", "Error in making monthly calendar.\r\n"},
+        LossCase{"NameCopy", "March (2).Name = April", "Error in making monthly calendar.\r\n"},
+        LossCase{"Day", "March(5,7) = 1 Value", "Error in filling data(2024-3).\r\n"},
+        LossCase{"NameYear", "Sheet1.Name = 2024", "Error in making yearly calendar.\r\n"},
+        LossCase{"DayOfYear", "2024(5,3) = 1 Value", "Error in filling data(2024-1).\r\n"},
+        LossCase{"Save", "SaveAs 2024Desk.fake", "Failed to save the calendar file.\r\n"}),
+    [](const auto& each) { return std::string(each.param.name); });
+
+TEST_F(RunTest, KeepsTheSavedFileOfAnApplicationThatIsGoneAfterwards)
+{
+    log_.LoseAt("Visible = true");
+    EXPECT_EQ(Run(), std::nullopt);
+    EXPECT_EQ(reporter_.reports.size(), 1U);
+    EXPECT_EQ(fake::ReadWorkbookFile(Output()).size(), 13U);
+}
+
+TEST_F(RunTest, AnApplicationThatIsGoneBeforeTheWorkLeavesTheOldFileAlone)
+{
+    fs::create_directory(folder_ / "output");
+    std::ofstream(Output()) << "last year's";
+    log_.LoseAt("DisplayAlerts = false");
+    EXPECT_EQ(Run(), std::nullopt);
+    EXPECT_EQ(reporter_.reports.size(), 1U);
+    EXPECT_EQ(util::ReadFile(Output()), "last year's");
+}
+
 TEST_F(RunTest, RepeatsTheSameCalendar)
 {
     EXPECT_TRUE(Run());
@@ -354,7 +422,7 @@ TEST_F(RunTest, RepeatsTheSameCalendar)
 TEST_F(RunTest, OpensAWorkbookOnlyAfterTheOutputWasProved)
 {
     fake::Application application(log_);
-    const GenerateJob job{2024, request_.templateFolder + "Desk.fake", Output().string()};
+    const GenerateJob job{2024, request_.templateFolder + "Desk.fake", util::FromPath(Output())};
     generate::Workbook* const workbook = generate::OpenCalendarWorkbook(application, job, context_);
     ASSERT_NE(workbook, nullptr);
     EXPECT_EQ(fs::file_size(Output()), 0U);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "generate/contract_engine.h"
 #include "generate/spreadsheet.h"
 #include "util/error.h"
 #include "util/error_text.h"
@@ -26,42 +27,6 @@
 /// file of an engine's tests and instantiate the suite there:
 ///     INSTANTIATE_TEST_SUITE_P(BuiltIn, SpreadsheetContract, testing::Values(BuiltInContract()),
 ///                              orrery::contract::NameOf);
-namespace orrery::contract {
-
-using Value = std::variant<double, std::string>;
-
-/// A sheet as some other reader than the engine sees it: its cells that hold a value, by row and
-/// column counted from 1. A cell with the empty text may be left out.
-struct SavedSheet {
-    std::string name;
-    std::map<std::pair<std::int32_t, std::int32_t>, Value> cells;
-};
-
-/// How the suite works with an engine.
-struct Engine {
-    std::string name;      ///< letters and digits
-    std::string extension; ///< of its workbooks, ".xlsx"
-    std::int32_t rows = 0;
-    std::int32_t columns = 0;
-    std::function<std::unique_ptr<generate::Application>()> start;
-    /// Writes a workbook of three sheets to the path: "Sheet1" with the text "first" in A1 and the
-    /// number 42 in B2, "Sheet2" with the text "second" in A1, "Third" with the text "third" in C3.
-    std::function<void(const std::filesystem::path&)> makeTemplate;
-    std::function<std::vector<SavedSheet>(const std::filesystem::path&)> read;
-};
-
-inline void PrintTo(const Engine& engine, std::ostream* out)
-{
-    *out << engine.name;
-}
-
-inline std::string NameOf(const testing::TestParamInfo<Engine>& info)
-{
-    return info.param.name;
-}
-
-} // namespace orrery::contract
-
 class SpreadsheetContract : public testing::TestWithParam<orrery::contract::Engine> {
 protected:
     using Names = std::vector<std::string>;

@@ -1,0 +1,21 @@
+#include "generate/failure.h"
+
+#include "util/error.h"
+#include "util/error_text.h"
+
+namespace orrery::generate {
+
+bool IsLoss(const std::exception& error)
+{
+    const auto* const own = dynamic_cast<const Error*>(&error);
+    return own != nullptr && own->Kind() == util::ErrorKind::ApplicationLost;
+}
+
+void ReportFailure(const std::string& sentence, const std::exception& error, Context& context)
+{
+    context.reporter.Report(sentence + "\r\n" + util::ErrorText(error));
+    if (IsLoss(error))
+        throw RunEnded();
+}
+
+} // namespace orrery::generate

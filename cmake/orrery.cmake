@@ -1,10 +1,33 @@
 # What every target of the project has in common.
 
+# Sources that exist once for each system end in it: file_replace_posix.cpp, file_replace_windows.cpp.
+if(WIN32)
+    set(ORRERY_PLATFORM windows)
+else()
+    set(ORRERY_PLATFORM posix)
+endif()
+
 add_library(orrery_options INTERFACE)
 target_include_directories(orrery_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
-target_compile_options(orrery_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
-    -Woverloaded-virtual -Wold-style-cast $<$<BOOL:${ORRERY_WERROR}>:-Werror>)
+if(MSVC)
+    target_compile_options(orrery_options INTERFACE
+        /W4 /utf-8 /permissive- /Zc:__cplusplus /EHsc $<$<BOOL:${ORRERY_WERROR}>:/WX>)
+    # Without it the compiler objects to functions of the standard library.
+    target_compile_definitions(orrery_options INTERFACE _CRT_SECURE_NO_WARNINGS)
+else()
+    target_compile_options(orrery_options INTERFACE
+        -Wall -Wextra -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+        -Woverloaded-virtual -Wold-style-cast -pedantic-errors
+        $<$<BOOL:${ORRERY_WERROR}>:-Werror>)
+endif()
+if(WIN32)
+    target_compile_definitions(orrery_options INTERFACE
+        UNICODE _UNICODE STRICT NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+endif()
+if(MINGW) # nothing has to lie beside the programs
+    target_compile_options(orrery_options INTERFACE -ffunction-sections -fdata-sections)
+    target_link_options(orrery_options INTERFACE -static -Wl,--gc-sections)
+endif()
 if(ORRERY_SANITIZE)
     target_compile_options(orrery_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -30,8 +53,14 @@ function(orrery_test name)
     target_link_libraries(${name} PRIVATE orrery_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
     target_compile_definitions(${name} PRIVATE
         ORRERY_SOURCE_DIR="${PROJECT_SOURCE_DIR}" ORRERY_TEST_DIR="${CMAKE_CURRENT_SOURCE_DIR}")
-    gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
-                         NO_PRETTY_VALUES PROPERTIES TIMEOUT 300)
+    if(WIN32) # every start of a program costs time there: it is one test
+        target_compile_options(${name} PRIVATE $<$<BOOL:${MINGW}>:-O0>)
+        add_test(NAME ${name} COMMAND ${name})
+        set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+    else()
+        gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
+                             NO_PRETTY_VALUES PROPERTIES TIMEOUT 300)
+    endif()
 endfunction()
 
 # orrery_program(VARIABLE PROGRAM PACKAGE PURPOSE): finds a program that the build cannot do without.

@@ -195,6 +195,7 @@ std::variant<CommandLine, Finished> ParseCommandLine(int argc, const char* const
 {
     CommandLine line;
     CLI::App app("Fills your own Excel templates with calendars.", "orrery-cli");
+    app.allow_windows_style_options(false); // "/a/b.xlsx" is a path everywhere
     app.footer(kExamples);
     app.set_version_flag("--version", std::string("orrery-cli ") + ORRERY_VERSION);
     app.require_subcommand(0, 1);

@@ -12,7 +12,6 @@
 #include <chrono>
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <ostream>
 
 namespace orrery::cli {
@@ -30,15 +29,9 @@ std::string IsoDate(holidays::Date date)
     return text.data();
 }
 
-std::string Absolute(const std::string& path)
-{
-    const auto absolute = std::filesystem::absolute(util::ToPath(path));
-    return util::FromPath(absolute.lexically_normal());
-}
-
 std::optional<std::string> Absolute(const std::optional<std::string>& path)
 {
-    return path ? std::optional(Absolute(*path)) : std::nullopt;
+    return path ? std::optional(util::AbsolutePath(*path)) : std::nullopt;
 }
 
 void RunTemplatesCommand(Session& session)
@@ -59,7 +52,7 @@ void RunTemplatesCommand(Session& session)
 /// Whether a file of the command line is more than a name.
 bool IsPath(const std::string& file)
 {
-    return util::FileName(file) != file;
+    return file.find_first_of("\\/") != std::string::npos;
 }
 
 /// The holiday or parameter file of the command line: a path as it stands; a name in the folder
@@ -221,9 +214,10 @@ ui::Settings LoadSettings(Session& session, const std::optional<std::string>& te
 ChosenTemplate ChooseTemplate(Session& session)
 {
     const std::string& name = session.line.templateName;
-    const std::string inCurrentFolder = util::ParentFolder(Absolute(name));
+    const std::string path = util::AbsolutePath(name); // with the system's own separators
+    const std::string inCurrentFolder = util::ParentFolder(path);
     ChosenTemplate chosen;
-    chosen.file = util::FileName(name);
+    chosen.file = util::FileName(path);
     if (IsPath(name)) {
         chosen.settings = LoadSettings(session, inCurrentFolder);
     }

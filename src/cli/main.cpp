@@ -4,17 +4,25 @@
 #include "engines/engine_choice.h"
 
 #include <iostream>
+#include <string>
+#include <vector>
 
 using namespace orrery;
 
 int main(int argc, char** argv)
 {
     std::ios::sync_with_stdio(false);
-    const auto parsed = cli::ParseCommandLine(argc, argv, std::cout, std::cerr);
+    const cli::Terminal terminal;
+    const auto arguments = cli::ProgramArguments(argc, argv);
+    std::vector<const char*> pointers;
+    for (const std::string& argument : arguments)
+        pointers.push_back(argument.c_str());
+    const auto parsed = cli::ParseCommandLine(static_cast<int>(pointers.size()), pointers.data(),
+                                              std::cout, std::cerr);
     if (const auto* finished = std::get_if<cli::Finished>(&parsed))
         return finished->exitCode;
     engines::InstalledEngines installed;
-    cli::Console console{std::cout, std::cerr, cli::ErrorOutputIsTerminal()};
+    cli::Console console{std::cout, std::cerr, terminal.ShowsErrors()};
     return cli::RunCommand(std::get<cli::CommandLine>(parsed), ui::FindSystemFolders(), installed,
                            console);
 }

@@ -1,8 +1,26 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 namespace orrery::cli {
 
-/// Whether somebody watches standard error.
-bool ErrorOutputIsTerminal();
+/// The arguments as UTF-8, whatever `main` was given; the program's name comes first.
+std::vector<std::string> ProgramArguments(int argc, const char* const* argv);
+
+/// The terminal that a program writes to, where there is one; it takes UTF-8 as long as this lives.
+class Terminal {
+public:
+    Terminal();
+    ~Terminal();
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    /// Whether somebody watches standard error.
+    bool ShowsErrors() const;
+
+private:
+    unsigned codePage_ = 0; ///< that it had before; 0 where there is none to change
+};
 
 } // namespace orrery::cli

@@ -4,7 +4,15 @@
 
 namespace orrery::cli {
 
-bool ErrorOutputIsTerminal()
+std::vector<std::string> ProgramArguments(int argc, const char* const* argv)
+{
+    return {argv, argv + argc};
+}
+
+Terminal::Terminal() = default;
+Terminal::~Terminal() = default;
+
+bool Terminal::ShowsErrors() const
 {
     return isatty(STDERR_FILENO) == 1;
 }

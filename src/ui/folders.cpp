@@ -1,5 +1,6 @@
 #include "ui/folders.h"
 
+#include "util/file_replace.h"
 #include "util/paths.h"
 
 #include <filesystem>
@@ -18,18 +19,21 @@ Locations LocationsIn(const std::string& configFolder, const std::string& dataFo
     return {configFolder + kSettingsName, dataFolder, dataFolder + kTipsName};
 }
 
-void CopyIfMissing(const fs::path& from, const fs::path& to)
+void CopyIfMissing(const std::string& from, const std::string& to)
 {
     std::error_code absorbed;
-    fs::create_directories(to.parent_path(), absorbed);
-    fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::skip_existing, absorbed);
+    if (util::FileExists(from) && !util::FileExists(to)) {
+        util::EnsureFolder(util::ParentFolder(to));
+        fs::copy_file(util::ToPath(from), util::ToPath(to), absorbed);
+    }
 }
 
 } // namespace
 
 Locations LocationsFor(const SystemFolders& system)
 {
-    const bool portable = util::FileExists(system.executable + kSettingsName);
+    const bool portable = util::FileExists(system.executable + kSettingsName) ||
+                          (system.besideExecutable && util::CanWriteIn(system.executable));
     if (portable || system.config.empty() || system.data.empty())
         return LocationsIn(system.executable, system.executable);
     const std::string own = std::string("orrery") + util::kSeparator;
@@ -38,21 +42,23 @@ Locations LocationsFor(const SystemFolders& system)
 
 Locations LocationsBeside(const std::string& settingsFile)
 {
-    const fs::path file = fs::absolute(util::ToPath(settingsFile)).lexically_normal();
-    const std::string folder = util::WithTrailingSeparator(util::FromPath(file.parent_path()));
-    return {util::FromPath(file), folder, folder + kTipsName};
+    const std::string file = util::AbsolutePath(settingsFile);
+    const std::string folder = util::ParentFolder(file) + util::kSeparator;
+    return {file, folder, folder + kTipsName};
 }
 
 void FillAtFirstStart(const Locations& locations, const std::string& installed)
 {
     if (installed.empty() || util::FileExists(locations.settingsFile))
         return;
-    const fs::path from = util::ToPath(installed);
-    const fs::path folder = util::ToPath(locations.folder);
-    for (const char* name : {"holiday", "template", kTipsName})
-        CopyIfMissing(from / name, folder / name);
+    for (const std::string name : {"holiday", "template"}) {
+        const std::string folder = name + util::kSeparator;
+        for (const std::string& file : util::ListFiles(installed + folder))
+            CopyIfMissing(installed + folder + file, locations.folder + folder + file);
+    }
+    CopyIfMissing(installed + kTipsName, locations.tipsFile);
     // Last: the settings file says that the first start is done.
-    CopyIfMissing(from / kSettingsName, util::ToPath(locations.settingsFile));
+    CopyIfMissing(installed + kSettingsName, locations.settingsFile);
 }
 
 } // namespace orrery::ui

@@ -13,6 +13,8 @@ struct SystemFolders {
     std::string data;       ///< the user's data of all programs; empty: no home
     std::string installed;  ///< what was installed for everybody; empty: nothing
     std::string help = {};  ///< the pages of the help; empty: not known
+    /// Whether programs of this system keep their things beside themselves where they can.
+    bool besideExecutable = false;
 };
 
 /// Asks the system. A relative XDG folder counts as unset.
@@ -25,8 +27,8 @@ struct Locations {
     std::string tipsFile;
 };
 
-/// Beside the executable where an orrery.ini stands there or the user has no home; else in the
-/// user's own folders.
+/// Beside the executable where an orrery.ini stands there, where the system has it so and the
+/// folder can be written, or where the user has no home; else in the user's own folders.
 Locations LocationsFor(const SystemFolders& system);
 
 /// Everything beside the given settings file. A relative path counts from the current folder.

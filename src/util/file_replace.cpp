@@ -1,5 +1,8 @@
 #include "util/file_replace.h"
 
+#include "util/error.h"
+#include "util/paths.h"
+
 #include <array>
 #include <fstream>
 #include <system_error>
@@ -22,6 +25,17 @@ std::optional<std::string> ReadFile(const std::filesystem::path& path)
     if (file.bad())
         return std::nullopt;
     return bytes;
+}
+
+bool CanWriteIn(std::string_view folder)
+{
+    try {
+        const FileReplacement never(ToPath(WithTrailingSeparator(folder) + "orrery-probe"));
+        return true;
+    }
+    catch (const Error&) {
+        return false;
+    }
 }
 
 FileReplacement::~FileReplacement()

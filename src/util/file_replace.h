@@ -35,6 +35,9 @@ private:
     bool committed_ = false;
 };
 
+/// Whether files can be made in the folder.
+bool CanWriteIn(std::string_view folder);
+
 /// Replaces the whole file by the bytes. Throws Error (FileNotWritable, DiskFull); the old file
 /// then stays.
 void ReplaceFile(const std::filesystem::path& target, std::string_view bytes);

@@ -2,6 +2,7 @@
 
 #include "util/error.h"
 #include "util/paths.h"
+#include "util/system_message.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -41,7 +42,7 @@ private:
 
 [[noreturn]] void ThrowNotWritten(const fs::path& target, int code)
 {
-    if (code == ENOSPC || code == EDQUOT)
+    if (MeansDiskFull(code))
         throw Error(ErrorKind::DiskFull, FromPath(target));
     throw Error(ErrorKind::FileNotWritable, FromPath(target),
                 std::generic_category().message(code));

@@ -56,12 +56,6 @@ void ApplyComponent(std::string& folder, std::string_view component)
         folder.resize(last);
 }
 
-/// Names that the platform's folder listings leave out unless they are asked for.
-bool IsHidden(const std::string& name)
-{
-    return name.starts_with('.');
-}
-
 } // namespace
 
 std::string FileName(std::string_view path)
@@ -124,21 +118,6 @@ bool FileExists(std::string_view path)
     const fs::path file = ToPath(WithoutTrailingSeparator(path));
     std::error_code failed;
     return fs::is_regular_file(file, failed) && std::ifstream(file).is_open();
-}
-
-std::vector<std::string> ListFiles(std::string_view folder)
-{
-    std::vector<std::string> names;
-    std::error_code failed;
-    for (fs::directory_iterator entry(ToPath(folder), failed), end; !failed && entry != end;
-         entry.increment(failed)) {
-        std::error_code unknown; // an entry that is gone by now is no file
-        std::string name = FromPath(entry->path().filename());
-        if (entry->is_regular_file(unknown) && !IsHidden(name))
-            names.push_back(std::move(name));
-    }
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 std::string FirstFileOfFolder(std::string_view folder)

@@ -26,17 +26,22 @@ std::string ParentFolder(std::string_view path);
 bool IsNetworkPath(std::string_view path);
 /// `path` made absolute against `base`; an absolute path comes back unchanged.
 std::string ResolvePath(std::string_view base, std::string_view path);
+/// The path from the root on, with "." and ".." applied; a relative one counts from the current
+/// folder.
+std::string AbsolutePath(std::string_view path);
 /// With a separator at the end, added where there was none; an empty text stays empty.
 std::string WithTrailingSeparator(std::string_view folder);
 
+/// Whether two texts name the same folder, which is there.
+bool IsSameFolder(std::string_view left, std::string_view right);
 /// Makes every missing folder along the path. Always true: a later open reports its own error.
 bool EnsureFolder(std::string_view path);
 /// Whether the file can be opened for reading; false for a folder.
 bool FileExists(std::string_view path);
-/// Names of the folder's files (no folders, no hidden files), sorted by name; empty when it cannot
-/// be listed.
+/// Names of the folder's files (no folders, no hidden files) in the system's own order, or sorted
+/// by name where it has none; empty when it cannot be listed.
 std::vector<std::string> ListFiles(std::string_view folder);
-/// The folder followed by its first file by name; empty when there is none.
+/// The folder followed by the first of its files; empty when there is none.
 std::string FirstFileOfFolder(std::string_view folder);
 
 /// How `FindListEntry` compares.

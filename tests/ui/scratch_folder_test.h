@@ -1,5 +1,6 @@
 #pragma once
 
+#include "util/paths.h"
 #include "util/scratch_folder.h"
 
 #include <gtest/gtest.h>
@@ -15,11 +16,15 @@ protected:
     /// Writes a file below the folder and gives its path.
     std::string Write(const std::string& name, const std::string& text) const
     {
-        std::filesystem::create_directories((folder_ / name).parent_path());
-        return scratch_.Write(name, text).string();
+        std::filesystem::create_directories((scratch_ / name).parent_path());
+        scratch_.Write(name, text);
+        return At(name);
     }
-    /// The path of something below the folder.
-    std::string At(const std::string& name) const { return (folder_ / name).string(); }
+    /// The path of something below the folder, with the system's separators.
+    std::string At(const std::string& name) const
+    {
+        return util::FromPath((scratch_ / name).make_preferred());
+    }
 
 private:
     const testing_support::ScratchFolder scratch_;

@@ -137,6 +137,17 @@ TEST(ToPath, TakesBothSeparators)
     EXPECT_EQ(FromPath(ToPath("M\xC3\xA4rz.xlsx")), "M\xC3\xA4rz.xlsx");
 }
 
+TEST(IsSameFolder, LooksAtThePlaceAndNotAtTheText)
+{
+    const ScratchFolder scratch;
+    std::filesystem::create_directories(scratch / "a/b");
+    const std::string folder = FromPath(scratch / "a");
+    EXPECT_TRUE(IsSameFolder(folder, WithTrailingSeparator(folder)));
+    EXPECT_TRUE(IsSameFolder(folder + "\\b\\..\\", folder));
+    EXPECT_FALSE(IsSameFolder(folder, folder + "\\b"));
+    EXPECT_FALSE(IsSameFolder(folder + "\\c", folder + "\\c")) << "is not there";
+}
+
 TEST(EnsureFolder, MakesEveryFolderOfThePath)
 {
     const ScratchFolder scratch;
@@ -167,16 +178,16 @@ TEST(FileExists, IsTrueForReadableFilesOnly)
     EXPECT_FALSE(FileExists(""));
 }
 
-TEST(ListFiles, SortsByNameWithoutFolders)
+TEST(ListFiles, GivesFilesByNameWithoutFolders)
 {
     const ScratchFolder scratch;
     std::filesystem::create_directory(scratch / "0folder");
-    for (const char* name : {"us.txt", "de.txt", "JP.txt", ".hidden", "noextension"})
+    for (const char* name : {"us.txt", "de.txt", "at.txt", ".hidden", "noextension"})
         scratch.Write(name, "");
     const std::string folder = FromPath(scratch.Path());
-    EXPECT_THAT(ListFiles(folder), ElementsAre("JP.txt", "de.txt", "noextension", "us.txt"));
-    EXPECT_EQ(FirstFileOfFolder(folder), Native(folder + "/JP.txt"));
-    EXPECT_EQ(FirstFileOfFolder(Native(folder + "/")), Native(folder + "/JP.txt"));
+    EXPECT_THAT(ListFiles(folder), ElementsAre("at.txt", "de.txt", "noextension", "us.txt"));
+    EXPECT_EQ(FirstFileOfFolder(folder), Native(folder + "/at.txt"));
+    EXPECT_EQ(FirstFileOfFolder(Native(folder + "/")), Native(folder + "/at.txt"));
 }
 
 TEST(ListFiles, IsEmptyWithoutFiles)

@@ -30,12 +30,16 @@ public:
     ScratchFolder& operator=(const ScratchFolder&) = delete;
 
     const std::filesystem::path& Path() const { return path_; }
-    std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
+    /// What is below the folder by that name, which is UTF-8.
+    std::filesystem::path operator/(std::string_view name) const
+    {
+        return path_ / std::u8string(name.begin(), name.end());
+    }
 
     /// Writes a file and gives its path.
     std::filesystem::path Write(std::string_view name, std::string_view bytes) const
     {
-        const std::filesystem::path file = path_ / name;
+        const std::filesystem::path file = *this / name;
         std::ofstream(file, std::ios::binary) << bytes;
         return file;
     }

@@ -1,12 +1,9 @@
 #include "engines/builtin/application.h"
 
 #include "generate/spreadsheet_contract.h"
-#include "xls/saved_book.h"
-#include "xlsx/saved_package.h"
+#include "saved_sheets.h"
 
-#include <algorithm>
 #include <filesystem>
-#include <regex>
 
 using namespace orrery;
 
@@ -14,64 +11,6 @@ namespace {
 
 const std::filesystem::path kTests = ORRERY_TEST_DIR;
 const auto kTemplate = kTests / "xlsx" / "data" / "contract.xlsx";
-
-/// Row and column of a reference such as "B2".
-std::pair<std::int32_t, std::int32_t> Place(const std::string& reference)
-{
-    std::int32_t column = 0;
-    std::size_t i = 0;
-    for (; i < reference.size() && reference[i] >= 'A'; ++i)
-        column = column * 26 + (reference[i] - 'A' + 1);
-    return {std::stoi(reference.substr(i)), column};
-}
-
-/// Undoes the "_x0041_" escapes of a stored text.
-std::string Unescape(const std::string& stored)
-{
-    static const std::regex escape("_x([0-9A-Fa-f]{4})_");
-    std::string text;
-    auto rest = stored.cbegin();
-    for (std::sregex_iterator match(stored.begin(), stored.end(), escape), end; match != end;
-         ++match) {
-        text.append(rest, stored.cbegin() + match->position());
-        text += static_cast<char>(std::stoi((*match)[1].str(), nullptr, 16));
-        rest = stored.cbegin() + match->position() + match->length();
-    }
-    return text.append(rest, stored.cend());
-}
-
-std::vector<contract::SavedSheet> ReadXlsx(const std::filesystem::path& path)
-{
-    const test::SavedPackage saved(path);
-    const auto texts = saved.Has("xl/sharedStrings.xml")
-                           ? saved.Values("xl/sharedStrings.xml", "//si/t")
-                           : std::vector<std::string>();
-    std::vector<contract::SavedSheet> sheets;
-    for (const auto& name : saved.Values("xl/workbook.xml", "//sheet/@name")) {
-        contract::SavedSheet sheet{name, {}};
-        const auto part = saved.SheetPart(name);
-        for (const auto& cell : saved.Cells(part)) {
-            if (cell.type == "s")
-                sheet.cells[Place(cell.reference)] = Unescape(texts.at(std::stoul(cell.value)));
-            else
-                sheet.cells[Place(cell.reference)] = std::stod(cell.value);
-        }
-        sheets.push_back(std::move(sheet));
-    }
-    return sheets;
-}
-
-std::vector<contract::SavedSheet> ReadXls(const std::filesystem::path& path)
-{
-    std::vector<contract::SavedSheet> sheets;
-    const test::SavedBook saved(path);
-    for (const auto& sheet : saved.Sheets()) {
-        sheets.push_back({sheet.name, {}});
-        for (const auto& [place, cell] : sheet.cells)
-            sheets.back().cells[place] = cell.value;
-    }
-    return sheets;
-}
 
 contract::Engine XlsxContract()
 {
@@ -84,7 +23,7 @@ contract::Engine XlsxContract()
     engine.makeTemplate = [](const std::filesystem::path& path) {
         std::filesystem::copy_file(kTemplate, path);
     };
-    engine.read = ReadXlsx;
+    engine.read = test::ReadXlsx;
     return engine;
 }
 
@@ -99,7 +38,7 @@ contract::Engine XlsContract()
     engine.makeTemplate = [](const std::filesystem::path& path) {
         std::filesystem::copy_file(kTests / "xls" / "data" / "contract.xls", path);
     };
-    engine.read = ReadXls;
+    engine.read = test::ReadXls;
     return engine;
 }
 

@@ -1,6 +1,7 @@
 #include "engines/builtin/application.h"
 #include "generate/run.h"
 #include "generate/run_support.h"
+#include "util/paths.h"
 #include "xlsx/saved_package.h"
 
 #include <gmock/gmock.h>
@@ -44,9 +45,10 @@ protected:
 
     std::optional<std::string> Run(const generate::ApplicationFactory& start)
     {
-        const auto folder = folder_.string() + "/";
-        return generate::RunGenerate({"2027", "Desk.xlsx", folder, folder + "out/"}, sets_, start,
-                                     context_, view_);
+        const auto folder = util::WithTrailingSeparator(util::FromPath(folder_));
+        return generate::RunGenerate(
+            {"2027", "Desk.xlsx", folder, util::WithTrailingSeparator(folder + "out")}, sets_,
+            start, context_, view_);
     }
 
     std::filesystem::path folder_ =
@@ -62,7 +64,7 @@ protected:
 TEST_F(BuiltInRunTest, SavesTwelveMonthsAndAYear)
 {
     const auto saved = Run([] { return CreateApplication({}); });
-    ASSERT_EQ(saved, folder_.string() + "/out/2027Desk.xlsx");
+    ASSERT_EQ(saved, util::FromPath(folder_ / "out" / "2027Desk.xlsx"));
     EXPECT_THAT(reporter_.reports, IsEmpty());
     EXPECT_FALSE(view_.hourglass);
     const test::SavedPackage workbook(*saved);
@@ -84,7 +86,7 @@ TEST_F(BuiltInRunTest, TemplateThatVanishesIsReportedUnderTheOutputsName)
     const auto target = folder_ / "out" / "2027Desk.xlsx";
     EXPECT_EQ(saved, std::nullopt);
     EXPECT_THAT(reporter_.reports, ElementsAre(StartsWith("Failed to open the calendar file \"" +
-                                                          target.string() + "\".\r\n")));
+                                                          util::FromPath(target) + "\".\r\n")));
     EXPECT_FALSE(std::filesystem::exists(target));
     EXPECT_FALSE(view_.hourglass);
 }

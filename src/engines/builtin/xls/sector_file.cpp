@@ -4,6 +4,7 @@
 #include "engines/builtin/xls/sector_chains.h"
 #include "util/error.h"
 #include "util/paths.h"
+#include "util/system_message.h"
 
 #include <algorithm>
 #include <cassert>
@@ -141,7 +142,7 @@ void SectorFile::Check(bool isDone) const
     if (isDone)
         return;
     const int code = errno;
-    if (code == ENOSPC || code == EDQUOT)
+    if (util::MeansDiskFull(code))
         throw Error(ErrorKind::DiskFull, util::FromPath(target_));
     throw Error(ErrorKind::FileNotWritable, util::FromPath(target_),
                 code == 0 ? std::string() : std::generic_category().message(code));

@@ -3,6 +3,7 @@
 #include "engines/builtin/xlsx/zip_target.h"
 #include "util/error.h"
 #include "util/paths.h"
+#include "util/system_message.h"
 
 #include <algorithm>
 #include <array>
@@ -126,8 +127,10 @@ void CheckSizes(const std::filesystem::path& path, const std::vector<ZipReader::
 ZipReader::ZipReader(const std::filesystem::path& path) : path_(path)
 {
     ZipError error;
+    const auto utf8 = path.u8string(); // what the library takes on every system
+    const std::string name(utf8.begin(), utf8.end());
     Handle handle(
-        Open(zip_source_file_create(path.string().c_str(), 0, -1, error.Get()), ZIP_RDONLY, error));
+        Open(zip_source_file_create(name.c_str(), 0, -1, error.Get()), ZIP_RDONLY, error));
     if (!handle)
         ThrowNotOpened(path, error);
     const zip_int64_t count = zip_get_num_entries(handle.get(), 0);
@@ -339,7 +342,7 @@ void ZipWriter::Close()
     }
     ZipError error(zip_get_error(handle_.get()));
     const std::string target = util::FromPath(path_);
-    if (error.SystemCode() == ENOSPC || error.SystemCode() == EDQUOT)
+    if (util::MeansDiskFull(error.SystemCode()))
         throw Error(ErrorKind::DiskFull, target);
     switch (error.Code()) {
     case ZIP_ER_READ:

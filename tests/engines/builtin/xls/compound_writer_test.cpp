@@ -6,13 +6,11 @@
 #include "engines/builtin/xls/bytes.h"
 #include "tree_check.h"
 #include "util/error.h"
+#include "util/paths.h"
 
-#include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <random>
-#include <sys/mount.h>
 
 namespace orrery::xls {
 namespace {
@@ -253,30 +251,10 @@ TEST(CompoundWriterSaveTest, NamesATargetThatCannotBeWritten)
         }
         catch (const util::Error& error) {
             EXPECT_EQ(error.Kind(), util::ErrorKind::FileNotWritable);
-            EXPECT_EQ(error.Subject(), target.string());
+            EXPECT_EQ(error.Subject(), util::FromPath(target));
         }
     }
     EXPECT_EQ(folder.Entries(), 0);
-}
-
-TEST(CompoundWriterSaveTest, LeavesTheOldFileOnAFullDisk)
-{
-    const ScratchFolder folder;
-    if (::mount("tmpfs", folder.Path().c_str(), "tmpfs", 0, "size=64k") != 0)
-        GTEST_SKIP() << "no small disk can be mounted here: " << std::strerror(errno);
-    const auto target = folder.Write("book.xls", "old");
-    const CompoundFile file(BuildCompound({Stream(u"Workbook", Noise(1'000'000, 1))}));
-    try {
-        CompoundWriter(file).SaveTo(target);
-        ADD_FAILURE() << "written";
-    }
-    catch (const util::Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::DiskFull);
-        EXPECT_EQ(error.Subject(), target.string());
-    }
-    EXPECT_EQ(BytesOf(target), "old");
-    EXPECT_EQ(folder.Entries(), 1);
-    ::umount(folder.Path().c_str());
 }
 
 TEST(CompoundWriterSaveTest, SavesMoreThanOnceAlsoOverItsSource)

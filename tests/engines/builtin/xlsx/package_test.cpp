@@ -3,6 +3,7 @@
 #include "../../../util/scratch_folder.h"
 #include "built_zip.h"
 #include "util/error.h"
+#include "util/paths.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -500,6 +501,11 @@ TEST_F(PackageTest, ReadingAndSavingElsewhereLeavesTheFileAlone)
 TEST_F(PackageTest, SavesOverItsOwnFile)
 {
     package.Put("/xl/workbook.xml", kBookType, "<workbook/>");
+    if (util::kSeparator == '\\') { // Windows replaces no file that is open
+        ThrownCause([&] { package.Save(source); }, ErrorKind::FileNotWritable);
+        EXPECT_EQ(BytesOf(source), bytes);
+        return;
+    }
     package.Save(source);
     EXPECT_EQ(Entry(source, "xl/workbook.xml"), "<workbook/>");
     EXPECT_EQ(*package.Read("/xl/worksheets/sheet1.xml"), kSheet) << "the old file is still open";

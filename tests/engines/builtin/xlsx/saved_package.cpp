@@ -1,5 +1,7 @@
 #include "saved_package.h"
 
+#include "util/paths.h"
+
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
 #include <zip.h>
@@ -20,7 +22,7 @@ std::string RelationshipsName(const std::string& name)
 
 SavedPackage::SavedPackage(const std::filesystem::path& path)
 {
-    zip_t* archive = zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
+    zip_t* archive = zip_open(util::FromPath(path).c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
     if (archive == nullptr) {
         ADD_FAILURE() << path << " is no zip container";
         return;

@@ -1,0 +1,91 @@
+#!/usr/bin/env bash
+# Cross-builds the libraries of the Windows program from Debian's source packages, once: into the
+# user's cache folder, where they are found the next time. Prints the folder that holds them.
+#   scripts/windows/libraries.sh
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+
+host=x86_64-w64-mingw32
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/orrery/windows
+# What is built depends on this file and the compiler; when one changes, all is built anew.
+key=$({ cat scripts/windows/libraries.sh; $host-g++-posix --version; } | sha256sum)
+prefix=$cache/${key:0:16}
+[ -e "$prefix/complete" ] && echo "$prefix" && exit
+mkdir -p "$cache"
+exec 9>"$cache/lock" # two builds at once would spoil each other's folder
+flock 9
+[ -e "$prefix/complete" ] && echo "$prefix" && exit
+rm -rf "$prefix"
+mkdir -p "$prefix/src" "$prefix/apt/lists/partial"
+
+log=$prefix/build.log
+say() { echo "$*" >&2; }
+trap 'say "The libraries could not be built; the last lines of $log:"; tail -30 "$log" >&2' ERR
+
+# Source packages of the release that the machine is set up for, without changing its set-up.
+fetch_sources() {
+    apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(COMPONENT)' \
+        'Created-By: Packages' 'Origin: Debian' | sort -u | sed 's/^/deb-src /' \
+        >"$prefix/apt/sources.list"
+    local options=(-q -o "Dir::Etc::SourceList=$prefix/apt/sources.list"
+        -o Dir::Etc::SourceParts=/dev/null -o "Dir::State::Lists=$prefix/apt/lists"
+        -o APT::Sandbox::User=root)
+    apt-get "${options[@]}" update
+    (cd "$prefix/src" && apt-get "${options[@]}" source \
+        wxwidgets3.2 pugixml libzip mbedtls googletest)
+}
+
+# source_of PACKAGE: the folder of its unpacked sources.
+source_of() { find "$prefix/src" -mindepth 1 -maxdepth 1 -type d -name "$1-*"; }
+
+# with_cmake PACKAGE OPTION...: configures, builds, installs.
+with_cmake() {
+    local source build
+    source=$(source_of "$1")
+    build=$prefix/src/build-$1
+    shift
+    cmake -S "$source" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=MinSizeRel \
+        -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw.cmake" -DCMAKE_INSTALL_PREFIX="$prefix" \
+        -DCMAKE_PREFIX_PATH="$prefix" -DBUILD_SHARED_LIBS=OFF "$@"
+    cmake --build "$build"
+    cmake --install "$build"
+}
+
+build_wxwidgets() {
+    local source build=$prefix/src/build-wx
+    source=$(source_of 'wxwidgets3.2')
+    mkdir "$build"
+    (cd "$build" && "$source/configure" --host=$host --prefix="$prefix" \
+        CC="$compiler_cache $host-gcc-posix" CXX="$compiler_cache $host-g++-posix" \
+        CFLAGS='-Os -ffunction-sections -fdata-sections' \
+        CXXFLAGS='-Os -ffunction-sections -fdata-sections -Wno-deprecated-declarations' \
+        --disable-shared --enable-unicode --disable-debug_flag --with-zlib=sys --without-libpng \
+        --without-libjpeg --without-libtiff --without-regex --without-expat --without-opengl \
+        --disable-svg --disable-mdi --disable-docview --disable-xrc --disable-aui --disable-html \
+        --disable-propgrid --disable-ribbon --disable-richtext --disable-stc --disable-webview \
+        --disable-mediactrl --disable-sockets --disable-printarch --disable-protocols \
+        --disable-debugreport --disable-help --disable-joystick --disable-sound)
+    make -C "$build" -j"$(nproc)"
+    make -C "$build" install
+}
+
+compiler_cache=$(command -v ccache || true)
+say "Building the Windows libraries into $prefix (about ten minutes; later runs find them)"
+{
+    fetch_sources
+    with_cmake pugixml
+    with_cmake mbedtls -DENABLE_PROGRAMS=OFF -DENABLE_TESTING=OFF -DMBEDTLS_FATAL_WARNINGS=OFF
+    with_cmake libzip -DENABLE_COMMONCRYPTO=OFF -DENABLE_GNUTLS=OFF -DENABLE_MBEDTLS=OFF \
+        -DENABLE_OPENSSL=OFF -DENABLE_WINDOWS_CRYPTO=OFF -DENABLE_BZIP2=OFF -DENABLE_LZMA=OFF \
+        -DENABLE_ZSTD=OFF -DBUILD_TOOLS=OFF -DBUILD_REGRESS=OFF -DBUILD_EXAMPLES=OFF \
+        -DBUILD_DOC=OFF
+    with_cmake googletest -DBUILD_GMOCK=ON -Dgtest_disable_pthreads=OFF
+    build_wxwidgets
+} >"$log" 2>&1
+# CLI11 is headers only and comes from the build machine's own package.
+mkdir -p "$prefix/include" "$prefix/share/cmake"
+cp -r /usr/include/CLI "$prefix/include/"
+cp -r /usr/share/cmake/CLI11 "$prefix/share/cmake/"
+rm -rf "$prefix/src" "$prefix/apt"
+touch "$prefix/complete"
+echo "$prefix"

@@ -1,0 +1,47 @@
+#include "util/profile_file.h"
+
+#include "util/code_page.h"
+#include "util/error.h"
+#include "util/file_replace.h"
+#include "util/text.h"
+
+#include <utility>
+
+namespace orrery::util {
+
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+/// The changed text in the encoding that the file has, or UTF-8 where that cannot hold it.
+std::string EncodeLike(std::string_view oldBytes, const std::string& text)
+{
+    if (!IsValidUtf8(oldBytes)) {
+        if (auto bytes = EncodeCodePage(text))
+            return *std::move(bytes);
+    }
+    return oldBytes.starts_with(kByteOrderMark) ? std::string(kByteOrderMark) + text : text;
+}
+
+} // namespace
+
+ProfileFile::ProfileFile(const std::filesystem::path& file)
+    : bytes_(ReadFile(file).value_or("")), text_(DecodeTextFile(bytes_)), index_(text_)
+{
+}
+
+bool WriteProfileFile(const std::filesystem::path& file, std::string_view section,
+                      std::string_view key, std::string_view value)
+{
+    const std::string oldBytes = ReadFile(file).value_or("");
+    const std::string text = WithProfileValue(DecodeTextFile(oldBytes), section, key, value);
+    try {
+        ReplaceFile(file, EncodeLike(oldBytes, text));
+        return true;
+    }
+    catch (const Error&) {
+        return false;
+    }
+}
+
+} // namespace orrery::util

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <system_error>
+
+namespace orrery::util {
+
+/// The system's own words for an error, UTF-8, without a full stop or line break at the end.
+std::string SystemMessage(const std::error_code& code);
+
+/// Whether the error number of a C call says that no room is left on the disk or for its user.
+bool MeansDiskFull(int errorNumber);
+
+} // namespace orrery::util

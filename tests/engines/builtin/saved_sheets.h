@@ -1,0 +1,14 @@
+#pragma once
+
+#include "generate/contract_engine.h"
+
+#include <filesystem>
+#include <vector>
+
+namespace orrery::test {
+
+// The sheets of a saved workbook for the contract suite, read by other code than the engine's.
+std::vector<contract::SavedSheet> ReadXlsx(const std::filesystem::path& path);
+std::vector<contract::SavedSheet> ReadXls(const std::filesystem::path& path);
+
+} // namespace orrery::test

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "util/error.h"
+
+#include <gtest/gtest.h>
+
+namespace orrery::test {
+
+/// What the action throws; it has to throw, and to name its subject.
+template <typename Action> util::ErrorKind KindThrownBy(Action action)
+{
+    try {
+        action();
+    }
+    catch (const util::Error& error) {
+        EXPECT_FALSE(error.Subject().empty());
+        return error.Kind();
+    }
+    ADD_FAILURE() << "nothing was thrown";
+    return util::ErrorKind::WrongUsage;
+}
+
+} // namespace orrery::test

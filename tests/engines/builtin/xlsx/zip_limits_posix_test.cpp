@@ -1,0 +1,77 @@
+#include "../../../util/scratch_folder.h"
+#include "built_zip.h"
+#include "engines/builtin/xlsx/zip_archive.h"
+#include "thrown_kind.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+namespace orrery::xlsx {
+namespace {
+
+using test::BuildZip;
+using test::KindThrownBy;
+using testing_support::ScratchFolder;
+using util::ErrorKind;
+
+constexpr std::size_t kMiB = std::size_t{1} << 20;
+
+TEST(ZipReader, TakesNoMemoryForWhatIsOnlyDeclared)
+{
+    const ScratchFolder folder;
+    const std::string bytes = BuildZip({{.name = "a",
+                                         .content = std::string(2 * kMiB, 'x'),
+                                         .stored = true,
+                                         .declaredSize = 1000 * kMiB}});
+    const ZipReader zip(folder.Write("a.zip", bytes));
+    rusage before = {};
+    getrusage(RUSAGE_SELF, &before);
+    EXPECT_EQ(KindThrownBy([&] { zip.Read(0); }), ErrorKind::DamagedWorkbook);
+    rusage after = {};
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 * 1024) << "in KiB";
+}
+
+/// No file of this process may pass a size while the scope lasts.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit limit = {bytes, old_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        signal_ = std::signal(SIGXFSZ, SIG_IGN);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &old_);
+        std::signal(SIGXFSZ, signal_);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit old_ = {};
+    void (*signal_)(int) = nullptr;
+};
+
+TEST(ZipWriter, LeavesNothingBehindWhenWritingFails)
+{
+    const ScratchFolder folder;
+    {
+        const FileSizeLimit limit(64 * 1024);
+        ZipWriter writer(folder / "a.zip");
+        writer.AddEntry("a", [] {
+            std::string noise;
+            for (unsigned value = 1; noise.size() < kMiB; value = value * 1664525 + 1013904223)
+                noise += static_cast<char>(value >> 24);
+            return noise;
+        });
+        EXPECT_EQ(KindThrownBy([&] { writer.Close(); }), ErrorKind::FileNotWritable);
+    }
+    EXPECT_EQ(folder.Entries(), 0);
+}
+
+} // namespace
+} // namespace orrery::xlsx

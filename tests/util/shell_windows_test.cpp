@@ -1,0 +1,130 @@
+#include <windows.h>
+#undef ShellExecute // a macro of the system's for two calls; here it is one of ours
+
+#include "list_reporter.h"
+#include "scratch_folder.h"
+#include "util/error.h"
+#include "util/paths.h"
+#include "util/shell.h"
+#include "util/wide.h"
+
+#include <array>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace orrery::util {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing_support::BytesOf;
+using testing_support::ScratchFolder;
+
+constexpr const wchar_t* kExtension = L".orrerytest";
+constexpr const wchar_t* kType = L"orrery.test";
+
+/// The classes of documents: the user's own, and everybody's, which some systems alone look at and
+/// others let no ordinary user write.
+struct Classes {
+    HKEY root;
+    std::wstring path;
+};
+const std::array<Classes, 2> kClasses = {
+    {{HKEY_CURRENT_USER, L"Software\\Classes\\"}, {HKEY_CLASSES_ROOT, L""}}};
+
+void SetDefault(const std::wstring& key, const std::wstring& value)
+{
+    const auto size = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
+    for (const Classes& classes : kClasses)
+        RegSetKeyValueW(classes.root, (classes.path + key).c_str(), nullptr, REG_SZ, value.c_str(),
+                        size);
+}
+
+/// A kind of documents whose application copies the document that it is given.
+class ShellOpenTest : public testing::Test {
+protected:
+    ~ShellOpenTest() override
+    {
+        for (const Classes& classes : kClasses) {
+            RegDeleteTreeW(classes.root, (classes.path + kExtension).c_str());
+            RegDeleteTreeW(classes.root, (classes.path + kType).c_str());
+        }
+    }
+
+    void InstallApplication() const
+    {
+        SetDefault(kExtension, kType);
+        SetDefault(std::wstring(kType) + L"\\shell\\open\\command",
+                   L"cmd.exe /c copy \"%1\" \"" + ToWide(FromPath(scratch_ / "opened")) + L"\"");
+    }
+
+    /// What the application was given; waits until it has written it.
+    std::string Opened() const
+    {
+        constexpr DWORD kPause = 100;
+        for (int i = 0; i < 100 && !FileExists(FromPath(scratch_ / "opened")); ++i)
+            Sleep(kPause);
+        Sleep(kPause);
+        return BytesOf(scratch_ / "opened");
+    }
+
+    ScratchFolder scratch_;
+    ListReporter reporter_;
+};
+
+TEST_F(ShellOpenTest, HandsTheDocumentToItsApplication)
+{
+    InstallApplication();
+    const std::string file = FromPath(scratch_.Write("a b.orrerytest", "content"));
+    EXPECT_TRUE(ShellOpen(file, reporter_));
+    EXPECT_THAT(reporter_.texts, IsEmpty());
+    EXPECT_EQ(Opened(), "content");
+}
+
+TEST_F(ShellOpenTest, OpensDocumentsOfNamesOutsideTheCodePage)
+{
+    InstallApplication();
+    const auto file = scratch_.Write("\xE4\xB8\x80\xE6\x9C\x88 \xD0\xB6.orrerytest", "other");
+    EXPECT_TRUE(ShellOpen(FromPath(file), reporter_));
+    EXPECT_THAT(reporter_.texts, IsEmpty());
+    EXPECT_EQ(Opened(), "other");
+}
+
+TEST_F(ShellOpenTest, ReportsAMissingFile)
+{
+    InstallApplication();
+    EXPECT_FALSE(ShellOpen(FromPath(scratch_ / "gone.orrerytest"), reporter_));
+    EXPECT_THAT(reporter_.texts, ElementsAre("File not found"));
+    EXPECT_EQ(ErrorReportText(reporter_.texts.front()), "Error!\r\nError Info: File not found");
+}
+
+TEST_F(ShellOpenTest, ReportsADocumentWithoutApplication)
+{
+    const std::string file = FromPath(scratch_.Write("a.orrerytest", ""));
+    EXPECT_FALSE(ShellOpen(file, reporter_));
+    EXPECT_THAT(reporter_.texts, ElementsAre("No application is associated with this file type."));
+}
+
+TEST_F(ShellOpenTest, ThrowsWithTheMessageAsCause)
+{
+    try {
+        ShellExecute(FromPath(scratch_ / "gone.orrerytest"), "", "", "open");
+        FAIL() << "nothing thrown";
+    }
+    catch (const Error& error) {
+        EXPECT_EQ(error.Kind(), ErrorKind::ShellFailure);
+        EXPECT_EQ(error.Cause(), "File not found");
+    }
+}
+
+TEST_F(ShellOpenTest, LooksForTheFileInTheGivenFolder)
+{
+    InstallApplication();
+    scratch_.Write("a.orrerytest", "in the folder");
+    EXPECT_NO_THROW(ShellExecute("a.orrerytest", "", FromPath(scratch_.Path()), "open"));
+    EXPECT_EQ(Opened(), "in the folder");
+}
+
+} // namespace
+} // namespace orrery::util

@@ -1,6 +1,7 @@
 #include "engines/engine_choice.h"
 
 #include "engines/builtin/application.h"
+#include "engines/excel/application.h"
 #include "util/error.h"
 #include "util/text.h"
 
@@ -49,9 +50,13 @@ EngineChoice ResolveEngine(EngineChoice choice)
 {
     switch (choice) {
     case EngineChoice::Auto:
+        return excel::IsInstalled() ? EngineChoice::Excel : EngineChoice::BuiltIn;
     case EngineChoice::BuiltIn:
-        return EngineChoice::BuiltIn; // the only one that is part of the program itself
+        return choice; // part of the program itself
     case EngineChoice::Excel:
+        if (excel::IsInstalled())
+            return choice;
+        break;
     case EngineChoice::LibreOffice:
         break;
     }
@@ -61,7 +66,8 @@ EngineChoice ResolveEngine(EngineChoice choice)
 std::unique_ptr<generate::Application> CreateApplication(EngineChoice choice,
                                                          generate::Opener opener)
 {
-    ResolveEngine(choice);
+    if (ResolveEngine(choice) == EngineChoice::Excel)
+        return excel::CreateApplication();
     return builtin::CreateApplication(std::move(opener));
 }
 

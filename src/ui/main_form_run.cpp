@@ -11,6 +11,16 @@ using generate::CalendarKind;
 
 constexpr int kMonths = 12;
 
+/// What people call the application of that name.
+std::string TitleOf(const std::string& engine)
+{
+    if (engine == "excel")
+        return "Excel";
+    if (engine == "libreoffice")
+        return "LibreOffice";
+    return engine == "builtin" ? "the built-in engine" : engine;
+}
+
 /// Shows a run in the main window. However the run ends, the hourglass and the progress go away.
 class RunView : public generate::GenerateView {
 public:
@@ -108,11 +118,15 @@ void MainForm::cmdGenerate_Click()
     const auto open = [this](const std::filesystem::path& workbook) {
         desktop_.Open(util::FromPath(workbook));
     };
-    const auto start = [&] { return engines_.Start(engines_.Resolve(settings_.Engine), open); };
+    std::string engine;
+    const auto start = [&] {
+        engine = engines_.Resolve(settings_.Engine);
+        return engines_.Start(engine, open);
+    };
     auto saved = generate::RunGenerate(request, working.sets, start, context, view);
     if (!saved)
         return;
-    lblStatus.ShowText("Saved as " + *saved);
+    lblStatus.ShowText("Saved as " + *saved + " by " + TitleOf(engine));
     cmdOpenFolder.visible = true;
     savedPath_ = std::move(saved);
 }

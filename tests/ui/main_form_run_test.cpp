@@ -104,12 +104,25 @@ TEST_F(MainFormRunTest, TellsWhereTheWorkbookIsAndOpensItsFolder)
     MainForm& form = OpenDesk();
     form.cmdGenerate_Click();
     EXPECT_EQ(CallsWithoutRepaint(), (Texts{"Hourglass on", "Hourglass off"}));
-    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls"));
+    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls") + " by fake");
     EXPECT_TRUE(form.lblStatus.isLiteral);
     EXPECT_FALSE(form.prgRun.visible);
     EXPECT_TRUE(form.cmdOpenFolder.visible);
     form.cmdOpenFolder_Click();
     EXPECT_EQ(desktop_.TakeCalls(), Texts{"Open: " + At("output")});
+}
+
+TEST_F(MainFormRunTest, TellsWhichApplicationWroteTheWorkbook)
+{
+    const std::string saved = "Saved as " + At("output/2027Desk.xls");
+    MainForm& form = OpenDesk();
+    for (const auto& [engine, title] : {std::pair("excel", "Excel"),
+                                        {"builtin", "the built-in engine"},
+                                        {"libreoffice", "LibreOffice"}}) {
+        engines_.resolved = engine;
+        form.cmdGenerate_Click();
+        EXPECT_EQ(form.lblStatus.caption, saved + " by " + title);
+    }
 }
 
 TEST_F(MainFormRunTest, TheSavedWorkbookIsOpenedForTheUser)
@@ -152,7 +165,7 @@ TEST_F(MainFormRunTest, TheFileIsNamedByTheYearAsItWasRead)
     MainForm& form = OpenDesk();
     form.txtYear.text = " 2027.4 ";
     form.cmdGenerate_Click();
-    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls"));
+    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls") + " by fake");
 }
 
 // ---- a run that fails
@@ -201,7 +214,7 @@ TEST_F(MainFormRunTest, TheHourglassGoesAwayWhateverHappens)
     EXPECT_FALSE(form.prgRun.visible);
     desktop_.onRepaint = {};
     form.cmdGenerate_Click();
-    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls"));
+    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls") + " by fake");
 }
 
 } // namespace

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "engines/excel/com.h"
+#include "engines/excel/waiting.h"
+#include "util/error.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace orrery::excel {
+
+/// The name of the application in sentences.
+inline constexpr const char* kApplicationName = "Excel";
+
+/// A call that the application refused; `Error` holds its own description.
+class CallFailure : public Error {
+public:
+    CallFailure(const std::string& call, HRESULT code, std::string description)
+        : Error(util::ErrorKind::ApplicationFailure, call, std::move(description)), code_(code)
+    {
+    }
+    HRESULT Code() const noexcept { return code_; }
+
+private:
+    HRESULT code_;
+};
+
+/// What all objects of one running instance share: it waits while the application is busy, and
+/// knows when it is gone.
+class Connection {
+public:
+    /// One try of a call. What the application says about a failure goes into the info.
+    using Try = std::function<HRESULT(ExceptionInfo&)>;
+
+    explicit Connection(Clock& clock) : clock_(clock) {}
+
+    /// Makes a call, again and again while the application is busy. Throws CallFailure when it is
+    /// refused; Error(ApplicationLost) when nobody is there, or busy for longer than `kBusyLimit`,
+    /// and at once from then on. `call` is a name such as "Worksheet.Copy".
+    void Make(const std::string& call, const Try& attempt);
+
+    bool IsLost() const { return lost_.has_value(); }
+
+private:
+    HRESULT WaitThrough(const Try& attempt, ExceptionInfo& info);
+    [[noreturn]] void Lose(const std::string& cause);
+
+    Clock& clock_;
+    std::optional<Error> lost_;
+};
+
+} // namespace orrery::excel

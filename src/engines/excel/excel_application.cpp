@@ -1,0 +1,78 @@
+#include "engines/excel/excel_application.h"
+
+#include <algorithm>
+
+namespace orrery::excel {
+namespace {
+
+/// How long an application that quits may take to end.
+constexpr std::chrono::milliseconds kTimeToQuit = std::chrono::seconds(10);
+
+} // namespace
+
+ExcelApplication::ExcelApplication(const Starter& start, std::unique_ptr<Clock> clock)
+    : clock_(std::move(clock)), model_(*clock_)
+{
+    Instance instance = start();
+    if (instance.process)
+        process_.emplace(std::move(*instance.process));
+    application_.emplace(std::move(instance.application), model_.application);
+}
+
+ExcelApplication::~ExcelApplication()
+{
+    // One that does not answer would not answer the release of its objects either.
+    if (!belongsToUser_ && !hasQuit_)
+        EndProcess();
+    workbooks_.clear();
+    application_.reset();
+    if (!belongsToUser_ && hasQuit_ && process_ && !process_->WaitForEnd(kTimeToQuit))
+        EndProcess();
+}
+
+void ExcelApplication::SetVisible(bool on)
+{
+    Switch("Visible", on);
+    belongsToUser_ = on;
+}
+
+bool ExcelApplication::Visible() const
+{
+    return application_->Get("Visible").AsBool();
+}
+
+generate::Workbook& ExcelApplication::OpenWorkbook(const std::filesystem::path& path, bool readOnly)
+{
+    const Object books = ObjectFrom(application_->Get("Workbooks"), model_.workbooks);
+    // File name, update of links, read-only.
+    Variant book = books.Call(
+        "Open", {Variant(std::string_view(PathText(path))), Variant::Omitted(), Variant(readOnly)});
+    workbooks_.push_back(
+        std::make_unique<Workbook>(ObjectFrom(std::move(book), model_.workbook), model_));
+    return *workbooks_.back();
+}
+
+void ExcelApplication::ReleaseWorkbook(generate::Workbook& workbook)
+{
+    std::erase_if(workbooks_, [&](const auto& open) { return open.get() == &workbook; });
+}
+
+void ExcelApplication::Quit()
+{
+    application_->Call("Quit");
+    hasQuit_ = true;
+    workbooks_.clear();
+}
+
+void ExcelApplication::Switch(std::string_view property, bool on) const
+{
+    application_->Put(property, Variant(on));
+}
+
+void ExcelApplication::EndProcess()
+{
+    if (process_)
+        process_->End();
+}
+
+} // namespace orrery::excel

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "engines/excel/dispatch.h"
+#include "engines/excel/message_filter.h"
+#include "engines/excel/process.h"
+#include "engines/excel/waiting.h"
+#include "engines/excel/workbook.h"
+#include "generate/spreadsheet.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace orrery::excel {
+
+/// A running instance of the application.
+struct Instance {
+    Pointer<IDispatch> application;
+    std::optional<Process> process; ///< nothing where it could not be told
+};
+
+/// One instance of its own. Once it was made visible it belongs to the user and goes on running;
+/// else its process ends with this object, whatever happened to it.
+class ExcelApplication : public generate::Application {
+public:
+    /// Gives the instance; called when COM is ready. Its errors are passed on.
+    using Starter = std::function<Instance()>;
+
+    ExcelApplication(const Starter& start, std::unique_ptr<Clock> clock);
+    ~ExcelApplication() override;
+    ExcelApplication(const ExcelApplication&) = delete;
+    ExcelApplication& operator=(const ExcelApplication&) = delete;
+
+    void SetDisplayAlerts(bool on) override { Switch("DisplayAlerts", on); }
+    void SetVisible(bool on) override;
+    bool Visible() const override;
+    void SetInteractive(bool on) override { Switch("Interactive", on); }
+    void SetScreenUpdating(bool on) override { Switch("ScreenUpdating", on); }
+    generate::Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) override;
+    void ReleaseWorkbook(generate::Workbook& workbook) override;
+    void Quit() override;
+
+private:
+    void Switch(std::string_view property, bool on) const;
+    void EndProcess();
+
+    // In this order: what is let go of last comes first.
+    Apartment apartment_;
+    MessageFilter filter_;
+    std::unique_ptr<Clock> clock_;
+    ObjectModel model_;
+    std::optional<Process> process_;
+    std::optional<Object> application_;
+    std::vector<std::unique_ptr<Workbook>> workbooks_;
+    bool belongsToUser_ = false;
+    bool hasQuit_ = false;
+};
+
+} // namespace orrery::excel

@@ -1,0 +1,54 @@
+#include "engines/excel/message_filter.h"
+
+#include "engines/excel/busy.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace orrery::excel {
+namespace {
+
+constexpr DWORD kCancelCall = static_cast<DWORD>(-1);
+constexpr DWORD kShortestPause = 100; // smaller answers mean "at once"
+
+} // namespace
+
+MessageFilter::MessageFilter()
+{
+    // Refused in a multithreaded apartment, where calls that are turned away come back at once.
+    registered_ = !Failed(CoRegisterMessageFilter(this, before_.Receive()));
+}
+
+MessageFilter::~MessageFilter()
+{
+    if (registered_)
+        CoRegisterMessageFilter(before_.Get(), nullptr);
+}
+
+HRESULT MessageFilter::QueryInterface(REFIID iid, void** object)
+{
+    if (object == nullptr)
+        return E_POINTER;
+    const bool known = iid == IID_IUnknown || iid == IID_IMessageFilter;
+    *object = known ? static_cast<IMessageFilter*>(this) : nullptr;
+    return known ? S_OK : E_NOINTERFACE;
+}
+
+DWORD MessageFilter::HandleInComingCall(DWORD /*type*/, HTASK /*caller*/, DWORD /*ticks*/,
+                                        LPINTERFACEINFO /*call*/)
+{
+    return SERVERCALL_ISHANDLED;
+}
+
+DWORD MessageFilter::RetryRejectedCall(HTASK /*callee*/, DWORD ticks, DWORD /*answer*/)
+{
+    const auto pause = PauseAfter(std::chrono::milliseconds(ticks));
+    return pause ? std::max(static_cast<DWORD>(pause->count()), kShortestPause) : kCancelCall;
+}
+
+DWORD MessageFilter::MessagePending(HTASK /*callee*/, DWORD /*ticks*/, DWORD /*nesting*/)
+{
+    return PENDINGMSG_WAITDEFPROCESS; // paints, and lets no key or click through
+}
+
+} // namespace orrery::excel

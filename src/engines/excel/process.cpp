@@ -1,0 +1,96 @@
+#include "engines/excel/process.h"
+
+#include "engines/excel/waiting.h"
+
+#include <tlhelp32.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace orrery::excel {
+namespace {
+
+constexpr std::chrono::milliseconds kTimeToVanish(5000);
+
+bool IsSameFileName(const std::wstring& left, const std::wstring& right)
+{
+    return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
+struct Entry {
+    DWORD id = 0;
+    DWORD parent = 0;
+    std::wstring image;
+};
+
+/// All processes that run now.
+std::vector<Entry> ListProcesses()
+{
+    std::vector<Entry> entries;
+    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry = {};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(snapshot, &entry); more != FALSE;
+         more = Process32NextW(snapshot, &entry))
+        entries.push_back({entry.th32ProcessID, entry.th32ParentProcessID, entry.szExeFile});
+    CloseHandle(snapshot);
+    return entries;
+}
+
+/// Whether a process was started for this program: by the system's service for that, or by this
+/// process itself.
+bool IsStartedForUs(const Entry& process, const std::vector<Entry>& all)
+{
+    if (process.parent == GetCurrentProcessId())
+        return true;
+    return std::any_of(all.begin(), all.end(), [&](const Entry& other) {
+        return other.id == process.parent && IsSameFileName(other.image, L"svchost.exe");
+    });
+}
+
+} // namespace
+
+std::optional<Process> Process::Open(DWORD id)
+{
+    const HANDLE handle = OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, id);
+    if (handle == nullptr)
+        return std::nullopt;
+    return Process(handle);
+}
+
+Process::~Process()
+{
+    if (handle_ != nullptr)
+        CloseHandle(handle_);
+}
+
+bool Process::WaitForEnd(std::chrono::milliseconds time) const
+{
+    return WaitAndPaint(handle_, time);
+}
+
+void Process::End() const
+{
+    TerminateProcess(handle_, 1);
+    WaitForEnd(kTimeToVanish);
+}
+
+ProcessWatch::ProcessWatch(std::wstring image) : image_(std::move(image))
+{
+    for (const Entry& process : ListProcesses())
+        before_.insert(process.id);
+}
+
+std::optional<Process> ProcessWatch::Started() const
+{
+    const std::vector<Entry> all = ListProcesses();
+    std::vector<DWORD> found;
+    for (const Entry& process : all) {
+        if (IsSameFileName(process.image, image_) && !before_.contains(process.id) &&
+            IsStartedForUs(process, all))
+            found.push_back(process.id);
+    }
+    return found.size() == 1 ? Process::Open(found.front()) : std::nullopt;
+}
+
+} // namespace orrery::excel

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "engines/excel/com.h"
+
+#include <chrono>
+
+namespace orrery::excel {
+
+/// Waits while the thread's windows are painted; keys and clicks wait, too. Ends early, and gives
+/// true, when the object is signalled; it may be null.
+bool WaitAndPaint(HANDLE object, std::chrono::milliseconds time);
+
+/// The time, and how it passes.
+class Clock {
+public:
+    virtual ~Clock() = default;
+    virtual std::chrono::milliseconds Now() const = 0; ///< since some fixed moment
+    virtual void Pause(std::chrono::milliseconds time) = 0;
+};
+
+/// Windows are painted during a pause.
+class SystemClock : public Clock {
+public:
+    std::chrono::milliseconds Now() const override;
+    void Pause(std::chrono::milliseconds time) override { WaitAndPaint(nullptr, time); }
+};
+
+} // namespace orrery::excel

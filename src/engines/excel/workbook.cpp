@@ -1,0 +1,75 @@
+#include "engines/excel/workbook.h"
+
+#include "util/paths.h"
+#include "util/wide.h"
+
+#include <algorithm>
+
+namespace orrery::excel {
+namespace {
+
+/// Whether a collection holds nothing under the name that it was asked for.
+bool IsNotInCollection(HRESULT code)
+{
+    constexpr auto subscriptOutOfRange = static_cast<HRESULT>(0x800A0009);
+    constexpr auto refused = static_cast<HRESULT>(0x800A03EC); // the application's own error 1004
+    return code == DISP_E_BADINDEX || code == subscriptOutOfRange || code == refused;
+}
+
+} // namespace
+
+std::string PathText(const std::filesystem::path& path)
+{
+    const std::wstring wide = util::ToWide(util::FromPath(path)); // without the prefix
+    std::wstring full(GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
+    full.resize(
+        GetFullPathNameW(wide.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return util::FromWide(full);
+}
+
+generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
+{
+    const Object& worksheets = Worksheets();
+    try {
+        auto sheet = worksheets.Get(kDefaultMember, {Variant(name)}).TakeObject();
+        return sheet ? &SheetOf(std::move(sheet)) : nullptr;
+    }
+    catch (const CallFailure& failure) {
+        if (!IsNotInCollection(failure.Code()))
+            throw;
+        return nullptr;
+    }
+}
+
+void Workbook::SaveAs(const std::filesystem::path& target, generate::AccessMode accessMode)
+{
+    // File name, file format, password, password for writing, read-only recommended, backup,
+    // access.
+    workbook_.Call("SaveAs",
+                   {Variant(std::string_view(PathText(target))), Variant::Omitted(),
+                    Variant::Omitted(), Variant::Omitted(), Variant::Omitted(), Variant::Omitted(),
+                    Variant(std::int32_t{static_cast<std::int16_t>(accessMode)})});
+}
+
+Worksheet& Workbook::SheetOf(Pointer<IDispatch> sheet)
+{
+    auto identity = IdentityOf(*sheet.Get());
+    const auto known = std::find_if(sheets_.begin(), sheets_.end(), [&](const KnownSheet& one) {
+        return one.identity.Get() == identity.Get();
+    });
+    if (known != sheets_.end())
+        return *known->sheet;
+    sheets_.push_back(
+        {std::move(identity),
+         std::make_unique<Worksheet>(Object(std::move(sheet), model_.worksheet), *this)});
+    return *sheets_.back().sheet;
+}
+
+const Object& Workbook::Worksheets()
+{
+    if (!worksheets_)
+        worksheets_.emplace(ObjectFrom(workbook_.Get("Worksheets"), model_.worksheets));
+    return *worksheets_;
+}
+
+} // namespace orrery::excel

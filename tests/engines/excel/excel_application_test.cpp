@@ -1,0 +1,212 @@
+#include "engines/excel/excel_application.h"
+
+#include "fake_object.h"
+#include "util/error_text.h"
+#include "util/paths.h"
+
+#include <gtest/gtest.h>
+
+namespace orrery::excel {
+namespace {
+
+using generate::CellMember;
+using Texts = std::vector<std::string>;
+
+class ExcelApplicationTest : public testing::Test {
+protected:
+    ExcelApplicationTest()
+    {
+        world_.answers["Application.Workbooks"] = fake::GiveObject(world_, "Workbooks");
+        world_.answers["Workbooks.Open"] = fake::GiveObject(world_, "Workbook");
+        world_.answers["Workbook.Worksheets"] = fake::GiveObject(world_, "Worksheets");
+        world_.answers["Worksheets."] = fake::GiveObject(world_, "Worksheet");
+        world_.answers["Worksheet.Cells"] = fake::GiveObject(world_, "Range");
+        application_ = std::make_unique<ExcelApplication>(
+            [this] {
+                return Instance{fake::MakeObject(world_, "Application"), std::nullopt};
+            },
+            std::make_unique<fake::PausedClock>());
+    }
+    ~ExcelApplicationTest() override
+    {
+        application_.reset();
+        world_.answers.clear();
+        EXPECT_EQ(world_.objects, 0) << "no reference is kept";
+    }
+
+    generate::Workbook& Open() { return application_->OpenWorkbook(LR"(C:\t\Desk.xls)", true); }
+
+    /// The calls since the last time, without the questions for ids.
+    Texts TakeCalls()
+    {
+        Texts calls = std::move(world_.calls);
+        world_.calls.clear();
+        std::erase_if(calls, [](const std::string& call) { return call.starts_with("id "); });
+        return calls;
+    }
+
+    fake::World world_;
+    std::unique_ptr<ExcelApplication> application_;
+};
+
+TEST_F(ExcelApplicationTest, Switches)
+{
+    application_->SetDisplayAlerts(false);
+    application_->SetVisible(false);
+    application_->SetInteractive(true);
+    application_->SetScreenUpdating(true);
+    EXPECT_EQ(TakeCalls(), (Texts{"Application.DisplayAlerts put (BOOL false)",
+                                  "Application.Visible put (BOOL false)",
+                                  "Application.Interactive put (BOOL true)",
+                                  "Application.ScreenUpdating put (BOOL true)"}));
+}
+
+TEST_F(ExcelApplicationTest, ReadsWhetherItIsVisible)
+{
+    world_.answers["Application.Visible"] = fake::GiveBool(true);
+    EXPECT_TRUE(application_->Visible());
+    world_.answers["Application.Visible"] = fake::GiveBool(false);
+    EXPECT_FALSE(application_->Visible());
+    EXPECT_EQ(TakeCalls(), (Texts{"Application.Visible get ()", "Application.Visible get ()"}));
+}
+
+TEST_F(ExcelApplicationTest, OpensATemplateReadOnlyAndOmitsTheRest)
+{
+    Open();
+    EXPECT_EQ(TakeCalls(),
+              (Texts{"Application.Workbooks get ()",
+                     "Workbooks.Open call (BSTR \"C:\\t\\Desk.xls\", omitted, BOOL true)"}));
+}
+
+TEST_F(ExcelApplicationTest, FindsSheetsThroughOneCollection)
+{
+    auto& workbook = Open();
+    TakeCalls();
+    auto* const sheet = workbook.FindWorksheet("Pl\xC3\xA4ne");
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_EQ(workbook.FindWorksheet("Other"), sheet) << "the same object is the same sheet";
+    EXPECT_EQ(TakeCalls(),
+              (Texts{"Workbook.Worksheets get ()", "Worksheets. get+call (BSTR \"Pl\xC3\xA4ne\")",
+                     "Worksheets. get+call (BSTR \"Other\")"}));
+}
+
+TEST_F(ExcelApplicationTest, ASheetThatIsNotThereIsNone)
+{
+    auto& workbook = Open();
+    for (const fake::Answer& answer :
+         {fake::Refuse(DISP_E_BADINDEX),
+          fake::Explain(L"Subscript", static_cast<SCODE>(0x800A0009)),
+          fake::Explain(L"Invalid index.", DISP_E_BADINDEX), fake::GiveNoObject()}) {
+        world_.answers["Worksheets."] = answer;
+        EXPECT_EQ(workbook.FindWorksheet("None"), nullptr);
+    }
+    world_.answers["Worksheets."] = fake::Refuse(E_OUTOFMEMORY);
+    EXPECT_THROW(workbook.FindWorksheet("None"), CallFailure);
+}
+
+TEST_F(ExcelApplicationTest, RenamesAndCopiesSheets)
+{
+    auto* const sheet = Open().FindWorksheet("Plan");
+    world_.answers["Worksheet.Name"] = fake::GiveText("Plan");
+    EXPECT_EQ(sheet->Name(), "Plan");
+    world_.answers.erase("Worksheet.Name");
+    TakeCalls();
+    sheet->SetName("January");
+    sheet->CopyAfter(*sheet);
+    world_.answers["Worksheet.Next"] = fake::GiveObject(world_, "Worksheet");
+    auto* const copy = sheet->Next();
+    ASSERT_NE(copy, nullptr);
+    EXPECT_NE(copy, sheet);
+    EXPECT_EQ(sheet->Next(), copy);
+    world_.answers["Worksheet.Next"] = fake::GiveNoObject();
+    EXPECT_EQ(copy->Next(), nullptr);
+    EXPECT_EQ(TakeCalls(), (Texts{"Worksheet.Name put (BSTR \"January\")",
+                                  "Worksheet.Copy call (omitted, object)", "Worksheet.Next get ()",
+                                  "Worksheet.Next get ()", "Worksheet.Next get ()"}));
+}
+
+TEST_F(ExcelApplicationTest, WritesACellInTwoCalls)
+{
+    auto* const sheet = Open().FindWorksheet("Plan");
+    TakeCalls();
+    sheet->SetCell(6, 2, std::int16_t{2027}, CellMember::Default);
+    sheet->SetCell(65536, 256, std::string("Neujahr"), CellMember::Value);
+    EXPECT_EQ(TakeCalls(), (Texts{"Worksheet.Cells get+call (I4 6, I4 2)", "Range. put (I2 2027)",
+                                  "Worksheet.Cells get+call (I4 65536, I4 256)",
+                                  "Range.Value put (BSTR \"Neujahr\")"}));
+    sheet->SetCell(1, 1, std::int16_t{1}, CellMember::Value);
+    EXPECT_EQ(world_.calls.size(), 2U) << "all ids are known by now";
+}
+
+TEST_F(ExcelApplicationTest, SavesWithoutAChangeOfAccess)
+{
+    auto& workbook = Open();
+    TakeCalls();
+    workbook.SaveAs(LR"(C:\out\2027Desk.xls)", generate::AccessMode::NoChange);
+    EXPECT_EQ(TakeCalls(),
+              (Texts{"Workbook.SaveAs call (BSTR \"C:\\out\\2027Desk.xls\", omitted, omitted, "
+                     "omitted, omitted, omitted, I4 1)"}));
+}
+
+TEST_F(ExcelApplicationTest, LetsGoOfAWorkbookThatStaysOpen)
+{
+    auto& workbook = Open();
+    workbook.FindWorksheet("Plan");
+    TakeCalls();
+    application_->ReleaseWorkbook(workbook);
+    EXPECT_EQ(TakeCalls(), Texts{});
+}
+
+TEST_F(ExcelApplicationTest, Quits)
+{
+    Open();
+    TakeCalls();
+    application_->Quit();
+    EXPECT_EQ(TakeCalls(), Texts{"Application.Quit call ()"});
+}
+
+TEST_F(ExcelApplicationTest, IsAskedNothingOnceItIsGone)
+{
+    auto* const sheet = Open().FindWorksheet("Plan");
+    TakeCalls();
+    world_.answers["Range.Value"] = fake::Refuse(RPC_E_DISCONNECTED);
+    std::string text;
+    for (int i = 0; i < 2; ++i) {
+        try {
+            sheet->SetCell(1, 1, std::int16_t{1}, CellMember::Value);
+            FAIL() << "nothing was thrown";
+        }
+        catch (const Error& error) {
+            EXPECT_EQ(error.Kind(), util::ErrorKind::ApplicationLost);
+            text = util::ErrorText(error);
+        }
+        EXPECT_EQ(TakeCalls().size(), i == 0 ? 2U : 0U);
+    }
+    EXPECT_TRUE(text.starts_with("\"Excel\" does not answer any more: ")) << text;
+    EXPECT_THROW(application_->Quit(), Error);
+    EXPECT_EQ(TakeCalls(), Texts{});
+}
+
+TEST_F(ExcelApplicationTest, AStartThatFailsIsPassedOn)
+{
+    EXPECT_THROW(ExcelApplication([]() -> Instance { throw Error(util::ErrorKind::EngineMissing); },
+                                  std::make_unique<fake::PausedClock>()),
+                 Error);
+}
+
+TEST(PathTextTest, IsWhatTheApplicationTakes)
+{
+    EXPECT_EQ(PathText(L"C:/cal/out/2027Desk.xls"), R"(C:\cal\out\2027Desk.xls)");
+    EXPECT_EQ(PathText(LR"(\\server\share\2027 x.xls)"), R"(\\server\share\2027 x.xls)");
+    EXPECT_EQ(PathText(L"C:\\\x5143\x65E5\\\xD83C\xDF84.xls"),
+              "C:\\\xE5\x85\x83\xE6\x97\xA5\\\xF0\x9F\x8E\x84.xls");
+    const std::string folder = "C:\\" + std::string(240, 'x') + '\\';
+    EXPECT_EQ(PathText(util::ToPath(folder + std::string(60, 'y'))), folder + std::string(60, 'y'));
+    const std::string share = "\\\\server\\share\\" + std::string(240, 'x');
+    EXPECT_EQ(PathText(util::ToPath(share)), share);
+    EXPECT_TRUE(PathText(L"Desk.xls").ends_with(R"(\Desk.xls)"));
+    EXPECT_EQ(PathText(L"Desk.xls")[1], ':');
+}
+
+} // namespace
+} // namespace orrery::excel

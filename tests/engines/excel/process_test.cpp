@@ -1,0 +1,92 @@
+#include "engines/excel/process.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace orrery::excel {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A program that waits for its input until the test ends.
+class WaitingProgram {
+public:
+    WaitingProgram()
+    {
+        SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+        CreatePipe(&input_, &end_, &inherited, 0);
+        SetHandleInformation(end_, HANDLE_FLAG_INHERIT, 0);
+        STARTUPINFOW start = {};
+        start.cb = sizeof start;
+        start.dwFlags = STARTF_USESTDHANDLES;
+        start.hStdInput = input_;
+        std::wstring command = L"cmd.exe /q /k";
+        started_ = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
+                                  nullptr, nullptr, &start, &process_) != FALSE;
+    }
+    ~WaitingProgram()
+    {
+        CloseHandle(input_);
+        CloseHandle(end_);
+        if (!started_)
+            return;
+        TerminateProcess(process_.hProcess, 0);
+        CloseHandle(process_.hThread);
+        CloseHandle(process_.hProcess);
+    }
+    WaitingProgram(const WaitingProgram&) = delete;
+    WaitingProgram& operator=(const WaitingProgram&) = delete;
+
+    bool Runs() const
+    {
+        return started_ && WaitForSingleObject(process_.hProcess, 0) == WAIT_TIMEOUT;
+    }
+
+private:
+    HANDLE input_ = nullptr;
+    HANDLE end_ = nullptr;
+    PROCESS_INFORMATION process_ = {};
+    bool started_ = false;
+};
+
+TEST(ProcessWatchTest, FindsTheOneThatWasStartedSince)
+{
+    const WaitingProgram before;
+    const ProcessWatch watch(L"CMD.EXE");
+    EXPECT_FALSE(watch.Started().has_value());
+    const WaitingProgram program;
+    ASSERT_TRUE(program.Runs());
+    const auto found = watch.Started();
+    ASSERT_TRUE(found.has_value());
+    EXPECT_FALSE(found->WaitForEnd(50ms));
+    found->End();
+    EXPECT_TRUE(found->WaitForEnd(0ms));
+    EXPECT_FALSE(program.Runs());
+    EXPECT_TRUE(before.Runs());
+    EXPECT_FALSE(watch.Started().has_value());
+}
+
+TEST(ProcessWatchTest, ChoosesNoneOfSeveral)
+{
+    const ProcessWatch watch(L"cmd.exe");
+    const WaitingProgram first;
+    const WaitingProgram second;
+    EXPECT_FALSE(watch.Started().has_value());
+}
+
+TEST(ProcessWatchTest, LooksAtTheImage)
+{
+    const ProcessWatch watch(L"EXCEL.EXE");
+    const WaitingProgram program;
+    EXPECT_FALSE(watch.Started().has_value());
+}
+
+TEST(ProcessTest, OpensOnlyWhatIsThere)
+{
+    EXPECT_FALSE(Process::Open(0).has_value());
+    EXPECT_TRUE(Process::Open(GetCurrentProcessId()).has_value());
+}
+
+} // namespace
+} // namespace orrery::excel

@@ -1,0 +1,98 @@
+#include "excel_server/application.h"
+
+#include "engines/builtin/application.h"
+#include "excel_server/workbooks.h"
+
+#include <algorithm>
+
+namespace orrery::excel_server {
+
+using automation::Variant;
+
+Session::Session(Server& shared) : server(shared), engine(builtin::CreateApplication({})) {}
+
+Application::Application(Server& server, const void* thing, Session& session)
+    : DispatchObject(server, kKind, thing), session_(session)
+{
+}
+
+const Members& Application::Table() const
+{
+    static const Members members = {
+        {"_Default", DISPID_VALUE, {}, By<&Application::GetName>},
+        {"Name", 110, {}, By<&Application::GetName>},
+        {"DisplayAlerts", 343, {}, By<&Application::GetAlerts>, By<&Application::PutAlerts>},
+        {"Visible",
+         558,
+         {},
+         By<&Application::GetFlag<&Application::visible_>>,
+         By<&Application::PutVisible>},
+        {"Interactive",
+         361,
+         {},
+         By<&Application::GetFlag<&Application::interactive_>>,
+         By<&Application::PutFlag<&Application::interactive_>>},
+        {"ScreenUpdating",
+         382,
+         {},
+         By<&Application::GetFlag<&Application::screenUpdating_>>,
+         By<&Application::PutFlag<&Application::screenUpdating_>>},
+        {"Workbooks", 572, {{"Index"}}, By<&Application::GetWorkbooks>},
+        {"Quit", 302, {}, nullptr, nullptr, By<&Application::Quit>},
+    };
+    return members;
+}
+
+template <bool Application::*flag> Variant Application::GetFlag(const Arguments& /*arguments*/)
+{
+    return Variant::Boolean(this->*flag);
+}
+
+template <bool Application::*flag> Variant Application::PutFlag(const Arguments& arguments)
+{
+    this->*flag = arguments.BooleanValue();
+    return {};
+}
+
+Variant Application::GetAlerts(const Arguments& /*arguments*/)
+{
+    return Variant::Boolean(session_.alerts);
+}
+
+Variant Application::PutAlerts(const Arguments& arguments)
+{
+    session_.alerts = arguments.BooleanValue();
+    return {};
+}
+
+Variant Application::PutVisible(const Arguments& arguments)
+{
+    visible_ = arguments.BooleanValue();
+    server_.lifetime.SetVisible(visible_);
+    return {};
+}
+
+Variant Application::GetName(const Arguments& /*arguments*/)
+{
+    return Variant::Text("Microsoft Excel");
+}
+
+Variant Application::GetWorkbooks(const Arguments& arguments)
+{
+    if (arguments.Has(0))
+        return Workbooks::Item(session_, arguments);
+    return ObjectFor<Workbooks>(server_, &session_.books, session_);
+}
+
+Variant Application::Quit(const Arguments& /*arguments*/)
+{
+    const bool changed = std::any_of(session_.books.begin(), session_.books.end(),
+                                     [](const auto& book) { return book->changed; });
+    if (session_.alerts && changed)
+        server_.log.Write("Application asks whether to save");
+    else
+        server_.lifetime.Quit();
+    return {};
+}
+
+} // namespace orrery::excel_server

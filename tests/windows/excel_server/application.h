@@ -1,0 +1,43 @@
+#pragma once
+
+#include "excel_server/book.h"
+#include "excel_server/dispatch_object.h"
+
+#include <memory>
+#include <vector>
+
+namespace orrery::excel_server {
+
+/// What the application holds while its process lives.
+struct Session {
+    explicit Session(Server& shared);
+    Server& server;
+    std::unique_ptr<generate::Application> engine;
+    std::vector<std::unique_ptr<Book>> books; ///< the open ones
+    bool alerts = true;
+};
+
+/// `Application`: its switches, its workbooks, its end.
+class Application : public DispatchObject {
+public:
+    static constexpr const char* kKind = "Application";
+    Application(Server& server, const void* thing, Session& session);
+
+private:
+    const Members& Table() const override;
+    template <bool Application::*flag> automation::Variant GetFlag(const Arguments& arguments);
+    template <bool Application::*flag> automation::Variant PutFlag(const Arguments& arguments);
+    automation::Variant GetAlerts(const Arguments& arguments);
+    automation::Variant PutAlerts(const Arguments& arguments);
+    automation::Variant PutVisible(const Arguments& arguments);
+    automation::Variant GetName(const Arguments& arguments);
+    automation::Variant GetWorkbooks(const Arguments& arguments);
+    automation::Variant Quit(const Arguments& arguments);
+
+    Session& session_;
+    bool visible_ = false;
+    bool interactive_ = true;
+    bool screenUpdating_ = true;
+};
+
+} // namespace orrery::excel_server

@@ -1,0 +1,75 @@
+#include "excel_server/book.h"
+
+#include "engines/builtin/common/file_kind.h"
+#include "engines/builtin/xls/compound_file.h"
+#include "engines/builtin/xls/encryption.h"
+#include "engines/builtin/xls/globals.h"
+#include "engines/builtin/xlsx/package.h"
+#include "engines/builtin/xlsx/workbook_part.h"
+#include "util/file_replace.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace orrery::excel_server {
+namespace {
+
+bool IsBinary(const std::filesystem::path& path)
+{
+    return builtin::DetectFileKind(path) == builtin::FileKind::Compound;
+}
+
+template <class Entries> std::vector<std::string> NamesOf(const Entries& entries)
+{
+    std::vector<std::string> names;
+    for (const auto& entry : entries)
+        names.push_back(entry.Name);
+    return names;
+}
+
+} // namespace
+
+std::vector<std::string> ReadSheetNames(const std::filesystem::path& path)
+{
+    if (IsBinary(path)) {
+        const xls::CompoundFile file(util::ReadFile(path).value());
+        const auto stream = xls::Decrypt(file.ReadStream(file.Find("Workbook").value()));
+        return NamesOf(xls::Globals(stream.value()).Sheets());
+    }
+    xlsx::Package package(path);
+    const std::string part = package.MainPart();
+    return NamesOf(xlsx::WorkbookPart(package.ReadXml(part), part).Sheets());
+}
+
+Book::Book(generate::Application& engine, std::filesystem::path file)
+    : workbook(engine.OpenWorkbook(file, true)), path(std::move(file))
+{
+    const bool binary = IsBinary(path);
+    rows = binary ? 65536 : 1048576;
+    columns = binary ? 256 : 16384;
+    for (const auto& name : ReadSheetNames(path)) {
+        if (auto* const sheet = workbook.FindWorksheet(name))
+            sheets.push_back(sheet);
+    }
+}
+
+generate::Worksheet* Book::Find(const std::string& name) const
+{
+    return workbook.FindWorksheet(name);
+}
+
+std::size_t Book::PositionOf(const generate::Worksheet& sheet) const
+{
+    return static_cast<std::size_t>(std::find(sheets.begin(), sheets.end(), &sheet) -
+                                    sheets.begin());
+}
+
+void Book::Copy(generate::Worksheet& sheet, generate::Worksheet& after)
+{
+    sheet.CopyAfter(after);
+    const auto place = static_cast<std::ptrdiff_t>(PositionOf(after)) + 1;
+    sheets.insert(sheets.begin() + place, after.Next());
+    changed = true;
+}
+
+} // namespace orrery::excel_server

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "generate/spreadsheet.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orrery::excel_server {
+
+/// An open workbook as the application keeps it, whoever refers to it.
+struct Book {
+    /// Opens the file with the built-in engine. Throws Error.
+    Book(generate::Application& engine, std::filesystem::path file);
+
+    generate::Workbook& workbook;
+    std::filesystem::path path;
+    std::vector<generate::Worksheet*> sheets; ///< the worksheets in their order
+    std::int32_t rows;                        ///< of each sheet
+    std::int32_t columns;
+    bool readOnly = false;
+    bool changed = false;
+
+    /// The worksheet of that name or nullptr.
+    generate::Worksheet* Find(const std::string& name) const;
+    /// Position from 0; the sheet is one of the workbook's.
+    std::size_t PositionOf(const generate::Worksheet& sheet) const;
+    /// Copies a sheet and places the copy directly after another one. Throws Error.
+    void Copy(generate::Worksheet& sheet, generate::Worksheet& after);
+};
+
+/// The names of all sheets of a workbook, in their order. Throws Error.
+std::vector<std::string> ReadSheetNames(const std::filesystem::path& path);
+
+} // namespace orrery::excel_server

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <windows.h>
+
+#include <objidl.h>
+
+#include <string>
+#include <vector>
+
+namespace orrery::excel_server {
+
+/// What is to go wrong at a call.
+enum class FaultKind {
+    None,
+    Answer, ///< the call does nothing and gives a result code
+    Fail,   ///< the call does nothing and raises an exception with a description
+    Die,    ///< the process ends at once
+    Hang,   ///< the call never comes back
+};
+
+struct Fault {
+    FaultKind kind = FaultKind::None;
+    HRESULT result = S_OK;   ///< of Answer
+    std::string description; ///< of Fail
+};
+
+/// The faults that a test has ordered, a line for each. MEMBER is the kind of object and the
+/// member, "Worksheet.Cells"; FIRST counts its calls from 1 in the whole process.
+///     answer MEMBER FIRST COUNT RESULT    as many calls answer the code, "0x800AC472"
+///     fail MEMBER FIRST DESCRIPTION...
+///     die MEMBER FIRST
+///     hang MEMBER FIRST
+///     reject MEMBER FIRST COUNT           after that call the message filter rejects as many calls
+///     retry MEMBER FIRST COUNT            the same, asking the client to try again later
+class Faults {
+public:
+    /// Throws std::invalid_argument for a line that is none of these.
+    explicit Faults(const std::vector<std::string>& lines);
+
+    /// Counts a call of the member and gives what is to happen at it.
+    Fault AtCall(const std::string& member);
+    /// What the message filter answers to a call that comes in.
+    SERVERCALL AtFilter();
+
+private:
+    struct Order {
+        std::string verb;
+        std::string member;
+        int first = 0;
+        int count = 1;
+        Fault fault;
+        int calls = 0; ///< so far
+    };
+    static Order Parse(const std::string& line);
+
+    std::vector<Order> orders_;
+    int toReject_ = 0;
+    SERVERCALL rejection_ = SERVERCALL_REJECTED;
+};
+
+} // namespace orrery::excel_server

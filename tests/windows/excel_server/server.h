@@ -1,0 +1,48 @@
+#pragma once
+
+#include "automation/variant.h"
+#include "excel_server/faults.h"
+#include "excel_server/lifetime.h"
+#include "excel_server/log.h"
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orrery::excel_server {
+
+class DispatchObject;
+
+/// What all objects of the process share. One thread uses it.
+class Server {
+public:
+    Server(const std::filesystem::path& logFile, const std::vector<std::string>& faultLines)
+        : log(logFile), faults(faultLines), lifetime(log)
+    {
+    }
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    /// Numbers an object among those of its kind, from 1. An object for the same thing as an
+    /// earlier one has that one's number; nullptr is always something new.
+    int Add(DispatchObject& object, const std::string& kind, const void* thing);
+    void Remove(DispatchObject& object);
+    /// The living object behind a pointer or for a thing, or nullptr.
+    DispatchObject* Find(IUnknown* object) const;
+    DispatchObject* Find(const std::string& kind, const void* thing) const;
+    /// "Worksheet#1"
+    std::string NameOf(IUnknown* object) const;
+
+    Log log;
+    Faults faults;
+    Lifetime lifetime;
+
+private:
+    using Key = std::pair<std::string, const void*>;
+    std::map<std::string, int> counts_;
+    std::map<Key, int> numbers_;
+    std::map<DispatchObject*, Key> living_;
+};
+
+} // namespace orrery::excel_server

@@ -1,0 +1,89 @@
+#include "excel_server/workbook.h"
+
+#include "excel_server/sheets.h"
+#include "util/paths.h"
+
+#include <system_error>
+
+namespace orrery::excel_server {
+
+using automation::Variant;
+
+namespace {
+
+// SaveAs
+constexpr std::size_t kFileFormat = 1;
+constexpr std::size_t kAccessMode = 6;
+
+} // namespace
+
+Workbook::Workbook(Server& server, const void* thing, Session& session, Book& book)
+    : DispatchObject(server, kKind, thing), session_(session), book_(book)
+{
+}
+
+const Members& Workbook::Table() const
+{
+    static const Members members = {
+        {"Name", 110, {}, By<&Workbook::GetName>},
+        {"ReadOnly", 296, {}, By<&Workbook::GetReadOnly>},
+        {"Worksheets", 494, {{"Index"}}, By<&Workbook::GetWorksheets>},
+        {"SaveAs",
+         1925,
+         {{"Filename"},
+          {"FileFormat"},
+          {"Password"},
+          {"WriteResPassword"},
+          {"ReadOnlyRecommended"},
+          {"CreateBackup"},
+          {"AccessMode"},
+          {"ConflictResolution"},
+          {"AddToMru"},
+          {"TextCodepage"},
+          {"TextVisualLayout"},
+          {"Local"}},
+         nullptr,
+         nullptr,
+         By<&Workbook::SaveAs>},
+    };
+    return members;
+}
+
+Variant Workbook::GetName(const Arguments& /*arguments*/)
+{
+    return Variant::Text(util::FromPath(book_.path.filename()));
+}
+
+Variant Workbook::GetReadOnly(const Arguments& /*arguments*/)
+{
+    return Variant::Boolean(book_.readOnly);
+}
+
+Variant Workbook::GetWorksheets(const Arguments& arguments)
+{
+    if (arguments.Has(0))
+        return Sheets::Item(server_, book_, arguments);
+    return ObjectFor<Sheets>(server_, &book_.sheets, book_);
+}
+
+Variant Workbook::SaveAs(const Arguments& arguments)
+{
+    const auto target = util::ToPath(arguments.Text(0));
+    if (arguments.Has(kFileFormat))
+        throw ExcelFailure(kExcelError, "This server saves in the workbook's own format alone.");
+    if (arguments.Has(kAccessMode)) { // no change, shared, exclusive
+        const std::int32_t mode = arguments.Integer(kAccessMode);
+        if (mode < 1 || mode > 3)
+            throw ExcelFailure(kExcelError);
+    }
+    std::error_code ignored;
+    if (session_.alerts && std::filesystem::exists(target, ignored))
+        throw ExcelFailure(kExcelError, "Whether to replace the file was asked and not answered.");
+    book_.workbook.SaveAs(target, generate::AccessMode::NoChange);
+    book_.path = target;
+    book_.readOnly = false;
+    book_.changed = false;
+    return {};
+}
+
+} // namespace orrery::excel_server

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "excel_server/book.h"
+#include "excel_server/dispatch_object.h"
+
+namespace orrery::excel_server {
+
+/// `Worksheet`.
+class Worksheet : public DispatchObject {
+public:
+    static constexpr const char* kKind = "Worksheet";
+    Worksheet(Server& server, const void* thing, Book& book, generate::Worksheet& sheet);
+
+private:
+    const Members& Table() const override;
+    automation::Variant GetName(const Arguments& arguments);
+    automation::Variant PutName(const Arguments& arguments);
+    automation::Variant GetIndex(const Arguments& arguments);
+    automation::Variant GetNext(const Arguments& arguments);
+    automation::Variant GetCells(const Arguments& arguments);
+    automation::Variant Copy(const Arguments& arguments);
+
+    Book& book_;
+    generate::Worksheet& sheet_;
+};
+
+} // namespace orrery::excel_server

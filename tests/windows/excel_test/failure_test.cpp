@@ -1,0 +1,251 @@
+// What becomes of a run when the application fails, is busy, hangs or dies.
+#include "engines/excel/application.h"
+#include "engines/excel/excel_application.h"
+#include "excel_test/client.h"
+#include "excel_test/run_test.h"
+
+#include <chrono>
+#include <thread>
+
+using namespace orrery;
+using namespace orrery::excel_test;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace {
+
+class ExcelFailureTest : public RunTest {
+protected:
+    /// Whether the run ended without a workbook and left neither a process nor an output file.
+    void ExpectNothingLeft(const std::optional<std::string>& saved)
+    {
+        EXPECT_EQ(saved, std::nullopt);
+        EXPECT_FALSE(hourglass_);
+        EXPECT_TRUE(TestServer::WaitForProcesses(0));
+        EXPECT_FALSE(std::filesystem::exists(Target()));
+    }
+
+    std::string OpenSentence() const
+    {
+        return "Failed to open the calendar file \"" + util::FromPath(Target()) + "\".\r\n";
+    }
+};
+
+TEST_F(ExcelFailureTest, TemplateThatCannotBeOpenedQuitsTheApplication)
+{
+    TestServer::Order({"fail Workbooks.Open 1 The workbook is open elsewhere."});
+    ExpectNothingLeft(Run(excel::CreateApplication));
+    EXPECT_THAT(reporter_.reports, ElementsAre(OpenSentence() + "The workbook is open elsewhere."));
+    EXPECT_TRUE(server_.Has("Application#1.Visible get () -> VT_BOOL false"));
+    EXPECT_TRUE(server_.Has("Application#1.Quit call ()"));
+    EXPECT_TRUE(server_.Has("Application ends: it was told to"));
+}
+
+TEST_F(ExcelFailureTest, TemplateThatIsNoWorkbookIsReportedInTheApplicationsWords)
+{
+    folder_.Write("Desk.xlsx", "plain text");
+    ExpectNothingLeft(Run(excel::CreateApplication));
+    ASSERT_THAT(reporter_.reports, SizeIs(1));
+    EXPECT_THAT(reporter_.reports.front(), HasSubstr("is not a workbook"));
+}
+
+TEST_F(ExcelFailureTest, FailureWithoutWordsIsDescribedAllTheSame)
+{
+    TestServer::Order({"answer Workbooks.Open 1 1 0x80070005"});
+    ExpectNothingLeft(Run(excel::CreateApplication));
+    ASSERT_THAT(reporter_.reports, SizeIs(1));
+    EXPECT_GT(reporter_.reports.front().size(), OpenSentence().size());
+}
+
+TEST_F(ExcelFailureTest, SaveThatFailsQuitsTheApplication)
+{
+    TestServer::Order({"fail Workbook.SaveAs 1 The disk is full."});
+    ExpectNothingLeft(Run(excel::CreateApplication));
+    EXPECT_THAT(reporter_.reports,
+                ElementsAre("Failed to save the calendar file.\r\nThe disk is full."));
+    EXPECT_TRUE(server_.Has("Application#1.Quit call ()"));
+    EXPECT_TRUE(server_.Has("Application ends: it was told to"));
+}
+
+TEST_F(ExcelFailureTest, CellThatFailsEndsItsMonthAlone)
+{
+    TestServer::Order({"fail Range.Value 40 The cell is protected."});
+    EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
+    EXPECT_THAT(reporter_.reports,
+                ElementsAre("Error in filling data(2024-2).\r\nThe cell is protected."));
+    EXPECT_EQ(TestServer::Processes().size(), 1U);
+    TestServer::CloseAll();
+}
+
+TEST_F(ExcelFailureTest, MissingSheetIsReportedAndTheRunGoesOn)
+{
+    sets_.Monthly.SheetName = "Nowhere";
+    EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
+    EXPECT_THAT(reporter_.reports, ElementsAre("The sheet Nowhere does not exist."));
+    TestServer::CloseAll();
+}
+
+TEST_F(ExcelFailureTest, QuitThatFailsLeavesNoProcess)
+{
+    TestServer::Order(
+        {"fail Workbook.SaveAs 1 The disk is full.", "fail Application.Quit 1 Not now."});
+    ExpectNothingLeft(Run(excel::CreateApplication));
+}
+
+TEST_F(ExcelFailureTest, BusyApplicationIsWaitedFor)
+{
+    TestServer::Order(
+        {"answer Worksheet.Cells 5 3 0x800AC472", "answer Workbooks.Open 1 1 0x80010001",
+         "answer Workbook.SaveAs 1 2 0x8001010A", "answer Application.Visible 1 1 0x800AC472"});
+    EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
+    EXPECT_THAT(reporter_.reports, IsEmpty());
+    EXPECT_EQ(server_.Count("-> answers 0x800AC472"), 4);
+    EXPECT_EQ(server_.Count("-> answers 0x80010001"), 1);
+    EXPECT_EQ(server_.Count("-> answers 0x8001010A"), 2);
+    TestServer::CloseAll();
+}
+
+TEST_F(ExcelFailureTest, MessageFilterOfTheApplicationIsWaitedFor)
+{
+    TestServer::Order({"reject Workbooks.Open 1 3", "retry Range.Value 20 2"});
+    EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
+    EXPECT_THAT(reporter_.reports, IsEmpty());
+    EXPECT_EQ(server_.Count("Filter rejects a call"), 3);
+    EXPECT_EQ(server_.Count("Filter asks to retry later"), 2);
+    TestServer::CloseAll();
+}
+
+/// Time that passes by pauses alone.
+class PausedClock : public excel::Clock {
+public:
+    explicit PausedClock(std::chrono::milliseconds& passed) : passed_(passed) {}
+    std::chrono::milliseconds Now() const override { return passed_; }
+    void Pause(std::chrono::milliseconds time) override { passed_ += time; }
+
+private:
+    std::chrono::milliseconds& passed_;
+};
+
+/// As the engine starts an instance, but with another clock.
+std::unique_ptr<generate::Application> StartWithClock(std::chrono::milliseconds& passed)
+{
+    const auto start = [] {
+        excel::Pointer<IDispatch> object;
+        const automation::Variant application = StartServer();
+        EXPECT_NE(application.AsObject(), nullptr);
+        application.AsObject()->QueryInterface(IID_IDispatch, object.ReceiveAny());
+        return excel::Instance{std::move(object),
+                               excel::Process::Open(TestServer::Processes().at(0))};
+    };
+    return std::make_unique<excel::ExcelApplication>(start, std::make_unique<PausedClock>(passed));
+}
+
+class ExcelBusyTest : public ExcelFailureTest,
+                      public testing::WithParamInterface<std::pair<const char*, const char*>> {};
+
+TEST_P(ExcelBusyTest, OneThatStaysBusyIsGivenUpAfterAMinuteWithOneReport)
+{
+    TestServer::Order({std::string("answer Worksheet.Cells 20 1000000 ") + GetParam().second});
+    std::chrono::milliseconds passed{0};
+    ExpectNothingLeft(Run([&] { return StartWithClock(passed); }));
+    ASSERT_THAT(reporter_.reports, SizeIs(1));
+    EXPECT_THAT(reporter_.reports.front(), HasSubstr("Error in filling data(2024-1).\r\n"));
+    EXPECT_THAT(reporter_.reports.front(), HasSubstr("busy"));
+    EXPECT_GE(passed, std::chrono::seconds(59));
+    EXPECT_LE(passed, std::chrono::seconds(62));
+}
+
+INSTANTIATE_TEST_SUITE_P(Answers, ExcelBusyTest,
+                         testing::Values(std::pair{"Rejected", "0x80010001"},
+                                         std::pair{"RetryLater", "0x8001010A"},
+                                         std::pair{"CellIsEdited", "0x800AC472"}),
+                         [](const auto& instance) { return std::string(instance.param.first); });
+
+struct Death {
+    const char* name;
+    const char* order;
+    bool saved = false; ///< the workbook was saved before
+};
+
+class ExcelDeathTest : public ExcelFailureTest, public testing::WithParamInterface<Death> {};
+
+TEST_P(ExcelDeathTest, EndsTheRunWithOneReportAndNoProcess)
+{
+    TestServer::Order({std::string("die ") + GetParam().order});
+    const auto saved = Run(excel::CreateApplication);
+    EXPECT_EQ(server_.Count("-> dies"), 1);
+    EXPECT_THAT(reporter_.reports, SizeIs(1));
+    EXPECT_FALSE(hourglass_);
+    EXPECT_TRUE(TestServer::WaitForProcesses(0));
+    EXPECT_EQ(std::filesystem::exists(Target()), GetParam().saved);
+    EXPECT_TRUE(GetParam().saved || !saved);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Members, ExcelDeathTest,
+    testing::Values(
+        Death{"FirstSwitch", "Application.DisplayAlerts 1"},
+        Death{"LastSwitchOff", "Application.ScreenUpdating 1"},
+        Death{"Workbooks", "Application.Workbooks 1"}, Death{"Open", "Workbooks.Open 1"},
+        Death{"Worksheets", "Workbook.Worksheets 1"}, Death{"MonthlySheet", "Sheets._Default 1"},
+        Death{"YearlySheet", "Sheets._Default 2"}, Death{"FirstName", "Worksheet.Name 1"},
+        Death{"FifthName", "Worksheet.Name 5"}, Death{"Copy", "Worksheet.Copy 3"},
+        Death{"NextOfCopy", "Worksheet.Next 3"}, Death{"NextMonth", "Worksheet.Next 14"},
+        Death{"FirstCell", "Worksheet.Cells 1"}, Death{"CellOfMay", "Worksheet.Cells 130"},
+        Death{"CellOfYear", "Worksheet.Cells 500"}, Death{"Value", "Range.Value 100"},
+        Death{"YearlyName", "Worksheet.Name 13"}, Death{"SaveAs", "Workbook.SaveAs 1"},
+        Death{"FirstSwitchOn", "Application.Interactive 2", true},
+        Death{"BecomesVisible", "Application.Visible 2", true},
+        Death{"LastSwitchOn", "Application.DisplayAlerts 2", true},
+        Death{"IsVisible", "Application.Visible 3", true}),
+    [](const auto& instance) { return std::string(instance.param.name); });
+
+TEST_F(ExcelFailureTest, DeathAtQuitLeavesTheReportOfTheFailureBefore)
+{
+    TestServer::Order(
+        {"fail Workbooks.Open 1 The workbook is open elsewhere.", "die Application.Quit 1"});
+    ExpectNothingLeft(Run(excel::CreateApplication));
+    ASSERT_THAT(reporter_.reports, testing::Not(IsEmpty()));
+    EXPECT_EQ(reporter_.reports.front(), OpenSentence() + "The workbook is open elsewhere.");
+}
+
+/// One that hangs is ended by its user, who has no other way.
+TEST_F(ExcelFailureTest, HangingApplicationThatIsEndedEndsTheRun)
+{
+    TestServer::Order({"hang Range.Value 50"});
+    std::thread user([this] {
+        while (server_.Count("-> hangs") == 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        TestServer::KillAll();
+    });
+    ExpectNothingLeft(Run(excel::CreateApplication));
+    user.join();
+    EXPECT_THAT(reporter_.reports, ElementsAre(HasSubstr("Error in filling data(2024-2).\r\n")));
+}
+
+TEST_F(ExcelFailureTest, NextRunWorksAfterADeath)
+{
+    TestServer::Order({"die Worksheet.Cells 10"});
+    EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
+    TestServer::Order({});
+    EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
+    EXPECT_THAT(reporter_.reports, SizeIs(1));
+    TestServer::CloseAll();
+}
+
+TEST_F(ExcelFailureTest, InstanceOfTheUserIsLeftAlone)
+{
+    const Apartment apartment;
+    const auto ofUser = StartServer();
+    ASSERT_NE(ofUser.AsObject(), nullptr);
+    EXPECT_EQ(Put(ofUser, "Visible", automation::Variant::Boolean(true)).result, S_OK);
+    TestServer::Order({"die Worksheet.Cells 10"});
+    EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
+    EXPECT_TRUE(TestServer::WaitForProcesses(1));
+    EXPECT_EQ(Get(ofUser, "Name").value.AsText(), "Microsoft Excel");
+}
+
+} // namespace

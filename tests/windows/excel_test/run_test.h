@@ -1,0 +1,56 @@
+#pragma once
+
+#include "excel_test/test_server.h"
+#include "excel_test/workbooks.h"
+#include "generate/run.h"
+#include "generate/run_support.h"
+#include "util/paths.h"
+#include "util/scratch_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace orrery::excel_test {
+
+/// Runs for the year 2024 on a template "Desk.xlsx" of three sheets; both calendars are switched
+/// on and write days alone.
+class RunTest : public testing::Test, public generate::GenerateView {
+protected:
+    void SetUp() override
+    {
+        std::filesystem::copy_file(XlsxTemplate(), folder_ / "Desk.xlsx");
+        sets_.Monthly = fake::DaysOnly();
+        sets_.Yearly = fake::YearOfDays();
+    }
+
+    /// The saved path, as the Generate command gives it.
+    std::optional<std::string> Run(const generate::ApplicationFactory& start)
+    {
+        const std::string folder = util::WithTrailingSeparator(util::FromPath(folder_.Path()));
+        const std::string output = folder + "out" + util::kSeparator;
+        return generate::RunGenerate({"2024", "Desk.xlsx", folder, output}, sets_, start, context_,
+                                     *this);
+    }
+
+    void ShowProblem(const generate::RequestProblem& problem) override
+    {
+        ADD_FAILURE() << problem.message;
+    }
+    void SetHourglass(bool on) override { hourglass_ = on; }
+
+    std::filesystem::path Target() const { return folder_.Path() / "out" / "2024Desk.xlsx"; }
+
+    TestServer server_;
+    testing_support::ScratchFolder folder_;
+    model::NameTables names_ = fake::TestNames();
+    fake::ListReporter reporter_;
+    generate::Context context_{names_, reporter_};
+    model::ParameterSets sets_;
+    bool hourglass_ = false;
+};
+
+} // namespace orrery::excel_test

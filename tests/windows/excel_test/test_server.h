@@ -1,0 +1,46 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace orrery::excel_test {
+
+/// The server for one test: registered, its log empty, and no process left of an earlier test or an
+/// aborted run. In the end its processes are ended; it is registered until the program ends.
+class TestServer {
+public:
+    TestServer();
+    ~TestServer();
+    TestServer(const TestServer&) = delete;
+    TestServer& operator=(const TestServer&) = delete;
+
+    static void Register();
+    static void Unregister();
+    /// Orders what goes wrong in the servers that start from now on; see excel_server/faults.h.
+    static void Order(const std::vector<std::string>& faults);
+
+    /// All lines of the log so far.
+    std::vector<std::string> Lines() const;
+    /// The lines of calls, in their order.
+    std::vector<std::string> Calls() const;
+    /// How many lines contain the text.
+    int Count(const std::string& text) const;
+    bool Has(const std::string& line) const;
+
+    /// The running servers.
+    static std::vector<unsigned long> Processes();
+    /// Whether so many servers run, now or within that time.
+    static bool WaitForProcesses(std::size_t count,
+                                 std::chrono::milliseconds time = std::chrono::seconds(20));
+    /// Closes the servers that belong to their users, as these would.
+    static void CloseAll();
+    /// Ends all servers without asking.
+    static void KillAll();
+
+private:
+    std::filesystem::path log_;
+};
+
+} // namespace orrery::excel_test

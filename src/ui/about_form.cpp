@@ -6,12 +6,8 @@ namespace orrery::ui {
 
 VersionInfo BuildVersion()
 {
-    return {ORRERY_VERSION_MAJOR,
-            ORRERY_VERSION_MINOR,
-            ORRERY_VERSION_REVISION,
-            "Copyright (c) 2026 The Orrery developers",
-            ORRERY_EMAIL,
-            ORRERY_HOMEPAGE};
+    return {ORRERY_VERSION_MAJOR, ORRERY_VERSION_MINOR, ORRERY_VERSION_REVISION,
+            ORRERY_LEGAL_NOTICE,  ORRERY_EMAIL,         ORRERY_HOMEPAGE};
 }
 
 std::string VersionText(const VersionInfo& version)

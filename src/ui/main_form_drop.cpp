@@ -6,16 +6,13 @@
 #include "util/text.h"
 
 #include <exception>
-#include <filesystem>
 
 namespace orrery::ui {
 namespace {
 
 bool LiesIn(const std::string& folder, const std::string& file)
 {
-    std::error_code absent;
-    return std::filesystem::equivalent(util::ToPath(util::ParentFolder(file)), util::ToPath(folder),
-                                       absent);
+    return util::IsSameFolder(util::ParentFolder(file), folder);
 }
 
 std::string Quoted(const std::string& file)

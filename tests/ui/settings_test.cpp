@@ -13,7 +13,7 @@ using model::CellPosition;
 
 class SettingsTest : public ScratchFolderTest {
 protected:
-    Locations Here() const { return {At("orrery.ini"), folder_.string() + "/", At("tips.txt")}; }
+    Locations Here() const { return {At("orrery.ini"), At(""), At("tips.txt")}; }
     Settings Load(const std::string& text, const FolderOverrides& overrides = {})
     {
         Write("orrery.ini", text);
@@ -40,7 +40,7 @@ TEST_F(SettingsTest, WithoutASettingsFileEverythingHasItsDefault)
 TEST_F(SettingsTest, ConfiguredFoldersAreTrimmedAndEndInASeparator)
 {
     const Settings settings = Load("[Environment]\nTemplatePath =  " + At("Cal") +
-                                   "  \nOutputPath=" + At("Out") + "/\nHolidayFilePath=\n");
+                                   "  \nOutputPath=" + At("Out/") + "\nHolidayFilePath=\n");
     EXPECT_EQ(settings.TemplatePath, At("Cal/"));
     EXPECT_EQ(settings.OutputPath, At("Out/"));
     EXPECT_EQ(settings.HolidayFilePath, At("holiday/"));

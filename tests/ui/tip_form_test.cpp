@@ -171,12 +171,12 @@ TEST_F(TipFormTest, EveryClickIsWrittenAtOnce)
 
 TEST_F(TipFormTest, WhatOthersWroteMeanwhileStays)
 {
-    Write("orrery.ini", "[Environment]\nShowTips=Y\n");
+    Write("orrery.ini", "[Environment]\r\nShowTips=Y\r\n");
     TipForm form = MakeForm();
-    Write("orrery.ini", "[Environment]\nShowTips=Y\nEngine=builtin\n");
+    Write("orrery.ini", "[Environment]\r\nShowTips=Y\r\nEngine=builtin\r\n");
     form.chkLoadTipsAtStartup.Toggle();
     form.chkLoadTipsAtStartup_Click();
-    EXPECT_EQ(util::ReadFile(settings_), "[Environment]\nShowTips=N\nEngine=builtin\n");
+    EXPECT_EQ(util::ReadFile(settings_), "[Environment]\r\nShowTips=N\r\nEngine=builtin\r\n");
 }
 
 TEST_F(TipFormTest, ASettingThatCannotBeWrittenIsAnErrorAndTheBoxShowsIt)

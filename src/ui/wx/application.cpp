@@ -4,9 +4,6 @@
 #include "ui/wx/text.h"
 #include "util/error_text.h"
 
-#include <wx/image.h>
-#include <wx/imagpng.h>
-
 #include <exception>
 
 namespace orrery::ui::wx {
@@ -21,7 +18,6 @@ bool Application::OnInit()
 {
     if (!wxApp::OnInit())
         return false;
-    wxImage::AddHandler(new wxPNGHandler);
     system_ = FindSystemFolders();
     desktop_ = std::make_unique<WxDesktop>(system_.help, LocationsFor(system_).settingsFile);
     mainForm_ = std::make_unique<MainForm>(system_, *engines_, *desktop_);

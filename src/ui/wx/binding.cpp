@@ -138,6 +138,8 @@ void Binder::Bind(UpDown& state, wxSpinButton& control)
     const auto step = [this, &state](int by) { Run([&] { state.Step(by); }); };
     control.Bind(wxEVT_SPIN_UP, [step](wxSpinEvent&) { step(+1); });
     control.Bind(wxEVT_SPIN_DOWN, [step](wxSpinEvent&) { step(-1); });
+    // Some arrows move on from the number that they were given meanwhile.
+    control.Bind(wxEVT_SPIN, [this](wxSpinEvent&) { Show(); });
     WindowOf(state.buddy).Bind(wxEVT_KEY_DOWN, [step](wxKeyEvent& event) {
         if (event.GetKeyCode() == WXK_UP)
             step(+1);

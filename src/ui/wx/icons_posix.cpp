@@ -2,7 +2,7 @@
 
 #include "ui/wx/art/art.h"
 
-#include <wx/image.h>
+#include <wx/imagpng.h>
 #include <wx/mstream.h>
 
 namespace orrery::ui::wx {
@@ -12,7 +12,7 @@ wxBitmap Decode(const Picture& picture)
 {
     wxMemoryInputStream bytes(picture.bytes, picture.length);
     wxImage image;
-    image.LoadFile(bytes, wxBITMAP_TYPE_PNG);
+    wxPNGHandler().LoadFile(&image, bytes);
     return wxBitmap(image);
 }
 

@@ -20,9 +20,10 @@ public:
     void SetLines(const std::vector<std::string>& lines);
 
 private:
-    wxDataViewListCtrl* columns_ = nullptr; ///< where a list box knows no tab stops
-    wxListBox* box_ = nullptr;
-    std::vector<std::string> lines_; ///< on show
+    [[maybe_unused]] wxDataViewListCtrl* columns_ =
+        nullptr;                                ///< where a list box knows no tab stops
+    [[maybe_unused]] wxListBox* box_ = nullptr; ///< where it knows them
+    std::vector<std::string> lines_;            ///< on show
 };
 
 } // namespace orrery::ui::wx

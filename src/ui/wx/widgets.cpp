@@ -4,6 +4,7 @@
 #include "ui/wx/native.h"
 #include "ui/wx/text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orrery::ui::wx {
@@ -107,11 +108,15 @@ wxSizer* AddStepped(wxWindow& parent, Binder& binder, const Label& label, TextBo
                     UpDown& upDown)
 {
     auto* const field = new wxBoxSizer(wxHORIZONTAL);
-    field->Add(AddTextBox(parent, binder, text), wxSizerFlags(1).Expand());
+    auto* const box = AddTextBox(parent, binder, text);
+    field->Add(box, wxSizerFlags(1).Expand());
     auto* const arrows = new wxSpinButton(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                                           wxSP_VERTICAL | wxSP_ARROW_KEYS);
     binder.Bind(upDown, *arrows);
     binder.Describe(upDown, SpokenText(label) + ", step");
+    wxSize size = arrows->GetBestSize();
+    size.y = std::min(size.y, box->GetBestSize().y);
+    arrows->SetMinSize(size); // no higher than the text
     field->Add(arrows, wxSizerFlags().Expand());
     return field;
 }

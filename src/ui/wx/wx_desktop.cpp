@@ -1,6 +1,7 @@
 #include "ui/wx/wx_desktop.h"
 
 #include "ui/wx/dialogs.h"
+#include "ui/wx/help.h"
 #include "ui/wx/native.h"
 #include "ui/wx/text.h"
 #include "util/error_report.h"
@@ -82,7 +83,7 @@ void WxDesktop::Open(const std::string& fileOrAddress)
 
 void WxDesktop::ShowHelp(const std::string& page)
 {
-    Open(helpFolder_ + page + ".html");
+    OpenHelp(helpFolder_, page, *this);
 }
 
 void WxDesktop::ShowModal(ParameterForm& form)

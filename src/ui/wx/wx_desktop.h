@@ -13,7 +13,7 @@ namespace orrery::ui::wx {
 /// The desktop of the window program: message boxes, dialogs, the shell.
 class WxDesktop : public Desktop {
 public:
-    /// `helpFolder` holds the pages of the help; `settingsFile` keeps the places of windows.
+    /// `helpFolder` holds the help; `settingsFile` keeps the places of windows.
     WxDesktop(std::string helpFolder, std::string settingsFile);
 
     /// Called to show the state of the main window while a command goes on.

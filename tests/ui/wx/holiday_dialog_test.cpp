@@ -151,11 +151,10 @@ TEST_F(HolidayTest, MnemonicsLeadToTheListsAndButtons)
 
 TEST_F(HolidayTest, HelpOpensItsPage)
 {
-    fs::create_directory(At("help"));
-    std::ofstream(At("help/holidays.html")) << "help";
+    WriteHelp("holidays");
     OpenMonthly();
     user_->Key(WXK_F1);
-    EXPECT_EQ(WaitForOpened(), At("help/holidays.html").string());
+    EXPECT_EQ(WaitForOpened(), HelpPage("holidays"));
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <thread>
 #include <wx/app.h>
-#include <wx/imagpng.h>
 #include <wx/log.h>
 
 namespace orrery::ui::wx {
@@ -20,7 +19,6 @@ public:
         SetAppName("orrery");
         SetAppDisplayName(kProductName);
         SetExitOnFrameDelete(false);
-        wxImage::AddHandler(new wxPNGHandler);
         wxLog::SetActiveTarget(new wxLogStderr);
         CallAfter([this] { tests_ = std::thread([] { RunTests(); }); });
         return true;

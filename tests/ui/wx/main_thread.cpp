@@ -1,5 +1,7 @@
 #include "main_thread.h"
 
+#include "native_eyes.h"
+
 #include <thread>
 #include <wx/app.h>
 
@@ -8,6 +10,7 @@ namespace orrery::ui::wx {
 void PostToMain(std::function<void()> function)
 {
     wxTheApp->CallAfter(std::move(function));
+    WakeMainThread();
 }
 
 void WaitFor(const std::string& event, const std::function<bool()>& happened)
@@ -22,7 +25,8 @@ void WaitFor(const std::string& event, const std::function<bool()>& happened)
 
 void Settle()
 {
-    // Events of the display go before posted functions; the second round is for what they posted.
+    WaitFor("the end of the input", [] { return !IsInputPending(); });
+    // The second round is for what events and functions of the first one posted.
     for (int round = 0; round < 2; ++round)
         OnMain([] {});
 }

@@ -149,7 +149,8 @@ TEST_F(MainWindowTest, GeneratesAWorkbookThatOthersRead)
                 ElementsAre("January", "2028", "", "1", "2")); // a Saturday
     EXPECT_THAT(Cells("output/2028Desk.xlsx", "2028", {"B2"}), ElementsAre("2028"));
     EXPECT_EQ(WaitForOpened(), At("output/2028Desk.xlsx").string());
-    EXPECT_EQ(user_->TextOf("lblStatus"), "Saved as " + At("output/2028Desk.xlsx").string());
+    EXPECT_EQ(user_->TextOf("lblStatus"),
+              "Saved as " + At("output/2028Desk.xlsx").string() + " by the built-in engine");
     EXPECT_FALSE(user_->IsShown("prgRun"));
     EXPECT_FALSE(OnMain([] { return wxIsBusy(); })) << "the hourglass is still there";
 }
@@ -248,13 +249,12 @@ TEST_F(MainWindowTest, TheArrowsStepTheYearByMouse)
 
 TEST_F(MainWindowTest, HelpOpensByButtonAndKey)
 {
-    fs::create_directory(At("help"));
-    std::ofstream(At("help/main.html")) << "help";
+    WriteHelp("main");
     Start();
     user_->Key('H', wxMOD_ALT);
-    EXPECT_EQ(WaitForOpened(1), At("help/main.html").string());
+    EXPECT_EQ(WaitForOpened(1), HelpPage("main"));
     user_->Key(WXK_F1);
-    EXPECT_EQ(WaitForOpened(2), At("help/main.html").string());
+    EXPECT_EQ(WaitForOpened(2), HelpPage("main"));
 }
 
 TEST_F(MainWindowTest, MissingHelpIsReported)

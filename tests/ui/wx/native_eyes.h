@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+class wxChoice;
+class wxPoint;
 class wxWindow;
 
 /// What a user sees but the portable toolkit does not tell. Main thread only.
@@ -23,5 +25,19 @@ std::optional<MessageBox> FindMessageBox();
 /// The control of this top-level window that takes keys, or nullptr. The toolkit's own answer
 /// leaves out drop-down lists.
 wxWindow* FindFocus(wxWindow& topLevel);
+
+/// Whether the entries of a drop-down list are on the screen, as far as a click may leave them out.
+bool IsDropped(const wxChoice& choice);
+
+/// Whether keys or clicks wait that the program has not seen yet, as far as posted functions
+/// overtake them.
+bool IsInputPending();
+
+/// Lets the main thread see that a function was posted, in the system's own event loops, too. From
+/// any thread.
+void WakeMainThread();
+
+/// Whether the pointer has come to that place of the screen, where it may be slow to do so.
+bool IsMouseAt(const wxPoint& screenPosition);
 
 } // namespace orrery::ui::wx

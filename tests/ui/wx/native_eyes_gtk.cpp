@@ -45,4 +45,25 @@ wxWindow* FindFocus(wxWindow& topLevel)
     return focus == nullptr ? nullptr : WindowAround(focus, topLevel);
 }
 
+// A click always shows them.
+bool IsDropped(const wxChoice& /*choice*/)
+{
+    return true;
+}
+
+// Posted functions come after all events.
+bool IsInputPending()
+{
+    return false;
+}
+
+// All event loops are the toolkit's.
+void WakeMainThread() {}
+
+// Moves and clicks come in order.
+bool IsMouseAt(const wxPoint& /*screenPosition*/)
+{
+    return true;
+}
+
 } // namespace orrery::ui::wx

@@ -82,7 +82,8 @@ class NewUser(unittest.TestCase):
         for month in range(1, 13):
             sheet = read_xlsx(workbook, calendar.month_name[month])
             self.assert_is_calendar(sheet, 2031, month)
-        wait_for("status line", lambda: find(program.main_window(), f"Saved as {workbook}"))
+        status = f"Saved as {workbook} by the built-in engine"
+        wait_for("status line", lambda: find(program.main_window(), status))
         press("alt+x")
         self.assert_ended_well(program)
 

@@ -1,4 +1,5 @@
 #include "parameter_dialog_support.h"
+#include "surroundings.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
@@ -241,36 +242,25 @@ TEST_F(ParametersTest, TabGoesThroughTheMonthlyTabInItsOrder)
         user_->Key(WXK_TAB);
     } while (user_->Focused() != "txtMSheetName" && order.size() < 40);
     std::erase_if(order, [](const std::string& name) { return name.starts_with("upd"); });
-    EXPECT_THAT(order, ElementsAreArray({"txtMSheetName",
-                                         "cboMFirstDayofWeek",
-                                         "txtMFirstCellofDay",
-                                         "txtMColInterval",
-                                         "txtMRowInterval",
-                                         "chkMOutWeekday",
-                                         "txtMFirstCellofWeekday",
-                                         "cboMWeekdayName",
-                                         "chkMOutMonth",
-                                         "txtMFirstCellofMonth",
-                                         "cboMMonthName",
-                                         "chkMOutYear",
-                                         "txtMFirstCellofYear",
-                                         "chkMOutHoliday",
-                                         "txtMFirstCellofHoliday",
-                                         "cboMMultiHolidays",
-                                         "cmdMChangeHoliday",
-                                         "cmdCancel",
-                                         "cmdOK",
-                                         "tabOrrery",
-                                         "chkMOutCalendar"}));
+    std::vector<std::string> expected = {
+        "txtMSheetName",          "cboMFirstDayofWeek", "txtMFirstCellofDay",
+        "txtMColInterval",        "txtMRowInterval",    "chkMOutWeekday",
+        "txtMFirstCellofWeekday", "cboMWeekdayName",    "chkMOutMonth",
+        "txtMFirstCellofMonth",   "cboMMonthName",      "chkMOutYear",
+        "txtMFirstCellofYear",    "chkMOutHoliday",     "txtMFirstCellofHoliday",
+        "cboMMultiHolidays",      "cmdMChangeHoliday"};
+    for (const std::string& button : ClosingButtons())
+        expected.push_back(button);
+    expected.insert(expected.end(), {"tabOrrery", "chkMOutCalendar"});
+    EXPECT_THAT(order, ElementsAreArray(expected));
 }
 
 TEST_F(ParametersTest, HelpOpensItsPage)
 {
-    fs::create_directory(At("help"));
-    std::ofstream(At("help/parameters.html")) << "help";
+    WriteHelp("parameters");
     Open();
     user_->Key(WXK_F1);
-    EXPECT_EQ(WaitForOpened(), At("help/parameters.html").string());
+    EXPECT_EQ(WaitForOpened(), HelpPage("parameters"));
     EXPECT_EQ(user_->Front(), "frmParameter");
 }
 

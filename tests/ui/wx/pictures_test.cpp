@@ -2,6 +2,7 @@
 #include "main_thread.h"
 #include "parameter_dialog_support.h"
 #include "screenshot.h"
+#include "surroundings.h"
 #include "ui/wx/text.h"
 
 #include <cstdlib>
@@ -9,7 +10,6 @@
 #include <gmock/gmock.h>
 #include <sstream>
 #include <thread>
-#include <wx/image.h>
 #include <wx/stattext.h>
 
 namespace orrery::ui::wx {
@@ -64,7 +64,7 @@ private:
                 if (label == nullptr)
                     continue;
                 wxString text = label->GetLabel();
-                text.Replace(own, "/home/anna/Calendars");
+                text.Replace(own, ToWx(ReadersFolder()));
                 label->SetLabel(text);
             }
         });
@@ -73,10 +73,7 @@ private:
 
     static void ExpectSomethingIn(const fs::path& file)
     {
-        const std::size_t colours = OnMain([file] {
-            const wxImage image(ToWx(file.string()), wxBITMAP_TYPE_PNG);
-            return image.IsOk() ? image.CountColours(100) : 0UL;
-        });
+        const std::size_t colours = OnMain([file] { return ColoursIn(file, 100); });
         EXPECT_GT(colours, 20U) << file << " is blank";
     }
 };

@@ -150,8 +150,15 @@ void Robot::ClickAt(const wxPoint& screenPosition)
 
 void Robot::MoveTo(const wxPoint& screenPosition)
 {
-    // The toolkit looks at a window to learn how positions are scaled.
-    OnMain([this, screenPosition] { hands_->MouseMove(screenPosition); });
+    // On the main thread, as the toolkit looks at a window to learn how positions are scaled. What
+    // lies below the system may move the pointer back once, so it is looked at a second time.
+    for (int look = 0; look < 2; ++look) {
+        WaitFor("the pointer", [this, screenPosition] {
+            hands_->MouseMove(screenPosition);
+            return IsMouseAt(screenPosition);
+        });
+        Settle();
+    }
 }
 
 void Robot::Click(const std::string& name)
@@ -181,6 +188,8 @@ void Robot::Choose(const std::string& name, const std::string& entry)
     if (found == entries.end())
         throw std::logic_error(name + " has no entry " + entry + ".");
     Click(name);
+    if (!OnMain([name] { return IsDropped(FindControlAs<wxChoice>(name)); }))
+        Click(name);
     Key(WXK_HOME);
     for (auto above = entries.begin(); above != found; ++above)
         Key(WXK_DOWN);

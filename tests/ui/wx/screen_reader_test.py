@@ -109,7 +109,7 @@ class ScreenReader(unittest.TestCase):
         button = wait_for("button that opens the folder", lambda: find(main, "Open Folder"))
         wait_for("end of the run", lambda: has(button, Atspi.StateType.SHOWING))
         workbook = self.person.data / "output/2027Desk.xls"
-        self.assertIn(f"Saved as {workbook}", names(main, Role.LABEL))
+        self.assertIn(f"Saved as {workbook} by the built-in engine", names(main, Role.LABEL))
         self.assert_speaks(main)
 
     def test_parameters(self):

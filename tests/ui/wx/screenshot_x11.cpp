@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
+#include <wx/imagpng.h>
+#include <wx/wfstream.h>
 
 namespace orrery::ui::wx {
 namespace {
@@ -25,6 +27,13 @@ void PictureOfFront(const std::filesystem::path& file)
 void PictureOfScreen(const std::filesystem::path& file)
 {
     Run("import -silent -window root", file);
+}
+
+std::size_t ColoursIn(const std::filesystem::path& file, std::size_t most)
+{
+    wxFFileInputStream bytes(file.string());
+    wxImage image;
+    return wxPNGHandler().LoadFile(&image, bytes) ? image.CountColours(most) : 0;
 }
 
 } // namespace orrery::ui::wx

@@ -123,11 +123,10 @@ TEST_F(AboutTest, LinksOpenByClick)
 
 TEST_F(AboutTest, HelpOpensItsPage)
 {
-    fs::create_directory(At("help"));
-    std::ofstream(At("help/about.html")) << "help";
+    WriteHelp("about");
     StartWithAbout();
     user_->Key(WXK_F1);
-    EXPECT_EQ(WaitForOpened(), At("help/about.html").string());
+    EXPECT_EQ(WaitForOpened(), HelpPage("about"));
 }
 
 TEST_F(AboutTest, EscapeAndReturnCloseIt)

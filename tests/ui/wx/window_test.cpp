@@ -3,6 +3,7 @@
 #include "main_thread.h"
 #include "native_eyes.h"
 #include "screenshot.h"
+#include "surroundings.h"
 #include "util/paths.h"
 #include "util/profile.h"
 
@@ -24,15 +25,6 @@ SystemFolders SystemOf(const fs::path& folder)
     system.installed = util::WithTrailingSeparator(util::FromPath(shipped));
     system.help = util::WithTrailingSeparator(util::FromPath(folder / "help"));
     return system;
-}
-
-std::vector<std::string> LinesOf(const char* file)
-{
-    std::ifstream stream(file);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
 }
 
 std::vector<std::string> AllOpened()
@@ -124,7 +116,7 @@ void WindowTest::End()
 void WindowTest::CloseWhatIsOpen()
 {
     const auto somethingIsOpen = [this] {
-        return program_->window && FrontWindow() != program_->window;
+        return program_->window && (FrontWindow() != program_->window || FindMessageBox());
     };
     const auto isQuestion = [] {
         const auto box = FindMessageBox();
@@ -177,14 +169,20 @@ void WindowTest::WriteParameter(const std::string& file, const std::string& sect
 std::vector<std::string> WindowTest::Cells(const std::string& file, const std::string& sheet,
                                            const std::vector<std::string>& cells) const
 {
-    const std::string list = At("cells.txt").string();
-    std::string command =
-        std::string(ORRERY_PYTHON " " ORRERY_SOURCE_DIR "/tests/ui/wx/read_cells.py '") +
-        At(file).string() + "' '" + sheet + "'";
-    for (const std::string& cell : cells)
-        command += " " + cell;
-    EXPECT_EQ(std::system((command + " >'" + list + "'").c_str()), 0) << command;
-    return LinesOf(list.c_str());
+    std::vector<std::string> arguments = {sheet};
+    arguments.insert(arguments.end(), cells.begin(), cells.end());
+    return ReadCells(At(file), arguments, At(""));
+}
+
+void WindowTest::WriteHelp(const std::string& page) const
+{
+    fs::create_directory(At("help"));
+    std::ofstream(At("help") / HelpFile(page)) << "help";
+}
+
+std::string WindowTest::HelpPage(const std::string& page) const
+{
+    return HelpTopic(At("help"), page);
 }
 
 std::string WindowTest::WaitForOpened(std::size_t number) const

@@ -46,7 +46,10 @@ protected:
     void StartModifying(const std::string& templateFile = "Desk.xlsx");
 
     /// A path below the program's folder.
-    std::filesystem::path At(const std::string& name) const { return folder_ / name; }
+    std::filesystem::path At(const std::string& name) const
+    {
+        return (folder_ / name).make_preferred();
+    }
     /// A value of orrery.ini, empty when it is not there.
     std::string Setting(const std::string& section, const std::string& key) const;
     void WriteSetting(const std::string& section, const std::string& key,
@@ -59,6 +62,10 @@ protected:
     /// Values of cells of a workbook below the program's folder, as programs of others read them.
     std::vector<std::string> Cells(const std::string& file, const std::string& sheet,
                                    const std::vector<std::string>& cells) const;
+    /// Writes the file of the help that has this page.
+    void WriteHelp(const std::string& page) const;
+    /// What is opened to show the page.
+    std::string HelpPage(const std::string& page) const;
     /// What the desktop's opener was asked to open so far, one entry a call.
     std::vector<std::string> Opened() const;
     /// Waits for its call of that number, counted from 1.

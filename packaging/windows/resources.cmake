@@ -1,0 +1,22 @@
+# orrery_resources(PROGRAM DESCRIPTION): gives a Windows program its icon, version and manifest; the
+# system shows the description where it names programs. Other systems have no such things.
+set(ORRERY_RESOURCES_DIR ${CMAKE_CURRENT_LIST_DIR})
+
+function(orrery_resources program description)
+    if(NOT WIN32)
+        return()
+    endif()
+    set(ORRERY_PROGRAM ${program})
+    set(ORRERY_DESCRIPTION ${description})
+    set(ORRERY_ICON ${PROJECT_BINARY_DIR}/packaging/icons/orrery.ico)
+    set(ORRERY_MANIFEST ${ORRERY_RESOURCES_DIR}/orrery.manifest)
+    set(resources ${CMAKE_CURRENT_BINARY_DIR}/${program}.rc)
+    configure_file(${ORRERY_RESOURCES_DIR}/orrery.rc.in ${resources} @ONLY)
+    set_source_files_properties(${resources} PROPERTIES
+        OBJECT_DEPENDS "${ORRERY_ICON};${ORRERY_MANIFEST}")
+    target_sources(${program} PRIVATE ${resources})
+    add_dependencies(${program} icons)
+    if(MSVC) # the linker would add a manifest of its own
+        target_link_options(${program} PRIVATE /MANIFEST:NO)
+    endif()
+endfunction()

@@ -1,0 +1,161 @@
+#include <windows.h>
+
+#include "ui/wx/native.h"
+
+#include <memory>
+#include <oleacc.h>
+#include <vector>
+#include <wx/clntdata.h>
+
+namespace orrery::ui::wx {
+namespace {
+
+struct ReleaseObject {
+    void operator()(IUnknown* object) const { object->Release(); }
+};
+
+using AccessibleNames = std::unique_ptr<IAccPropServices, ReleaseObject>;
+
+AccessibleNames OpenAccessibleNames()
+{
+    void* services = nullptr;
+    ::CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
+                       &services);
+    return AccessibleNames(static_cast<IAccPropServices*>(services));
+}
+
+/// The key of the letter behind "&", or 0.
+int MnemonicOf(const wxControl& control)
+{
+    const wxString text = control.GetLabel();
+    const size_t mark = text.find('&');
+    if (mark == wxString::npos || mark + 1 == text.size())
+        return 0;
+    return static_cast<int>(wxToupper(text[mark + 1]).GetValue());
+}
+
+/// Sees to the mnemonics of a window's labels, and from a page of tabs to those of the buttons
+/// beside it: the system does so in plain dialogs alone.
+class Mnemonics : public wxClientData {
+public:
+    /// Those of the window, made when there are none yet.
+    static Mnemonics& Of(wxWindow& window)
+    {
+        if (window.GetClientObject() == nullptr)
+            window.SetClientObject(new Mnemonics(window));
+        return *static_cast<Mnemonics*>(window.GetClientObject());
+    }
+
+    void Add(wxStaticText& label, wxWindow& field) { fields_.push_back({&label, &field}); }
+
+private:
+    struct LabelledField {
+        wxStaticText* label;
+        wxWindow* field;
+    };
+
+    explicit Mnemonics(wxWindow& window) : window_(window)
+    {
+        window.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+            const bool done = event.GetModifiers() == wxMOD_ALT &&
+                              (LeadToField(event.GetKeyCode()) || PressButton(event.GetKeyCode()));
+            event.Skip(!done);
+        });
+    }
+
+    /// To the first field of that letter, or from one to the next.
+    bool LeadToField(int letter) const
+    {
+        wxWindow* first = nullptr;
+        bool passedFocus = false;
+        for (const LabelledField& one : fields_) {
+            if (MnemonicOf(*one.label) != letter || !one.field->IsShownOnScreen() ||
+                !one.field->IsEnabled())
+                continue;
+            if (passedFocus) {
+                one.field->SetFocus();
+                return true;
+            }
+            first = first == nullptr ? one.field : first;
+            passedFocus = one.field->HasFocus();
+        }
+        if (first != nullptr)
+            first->SetFocus();
+        return first != nullptr;
+    }
+
+    bool PressButton(int letter) const
+    {
+        const wxWindow* const focus = wxWindow::FindFocus();
+        if (focus == nullptr || focus->GetParent() == &window_)
+            return false;
+        for (wxWindow* const child : window_.GetChildren()) {
+            auto* const button = dynamic_cast<wxButton*>(child);
+            if (button == nullptr || MnemonicOf(*button) != letter || !button->IsEnabled())
+                continue;
+            wxCommandEvent click(wxEVT_BUTTON, button->GetId());
+            click.SetEventObject(button);
+            button->Command(click);
+            return true;
+        }
+        return false;
+    }
+
+    wxWindow& window_;
+    std::vector<LabelledField> fields_; ///< in the order of their making
+};
+
+} // namespace
+
+// Screen readers say the label that was made before the field.
+void RelateLabel(wxStaticText& label, wxWindow& field)
+{
+    Mnemonics::Of(*wxGetTopLevelParent(&field)).Add(label, field);
+}
+
+// Windows take the place that they are given.
+void InsistOnPlace(wxTopLevelWindow& /*window*/, const wxPoint& /*place*/) {}
+
+void SetSpokenName(wxWindow& control, const wxString& name)
+{
+    if (const AccessibleNames names = OpenAccessibleNames())
+        names->SetHwndPropStr(control.GetHWND(), static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
+                              PROPID_ACC_NAME, name.wc_str());
+}
+
+// Dialogs are the system's own and known as such.
+void SpeakAsDialog(wxWindow& /*dialog*/) {}
+
+// A drop-down list cuts its entries by itself.
+void ShortenEntries(wxChoice& /*choice*/) {}
+
+void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption)
+{
+    if (tabs.GetPageText(page) != caption)
+        tabs.SetPageText(page, caption);
+}
+
+int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title, long style)
+{
+    const bool asks = (style & wxYES_NO) == wxYES_NO;
+    UINT flags = asks ? MB_YESNO : MB_OK;
+    flags |= (style & wxICON_QUESTION) != 0 ? MB_ICONQUESTION : MB_ICONEXCLAMATION;
+    HWND const owner = parent == nullptr ? nullptr : parent->GetHWND();
+    const int answer = ::MessageBoxW(owner, text.wc_str(), title.wc_str(), flags);
+    if (!asks)
+        return wxID_OK;
+    return answer == IDYES ? wxID_YES : wxID_NO;
+}
+
+// The system shows which button is the default one, but the toolkit tells it so only in a window
+// that is active: none is while it is made.
+void Emphasize(wxButton& button)
+{
+    wxGetTopLevelParent(&button)->Bind(wxEVT_ACTIVATE, [&button](wxActivateEvent& event) {
+        if (event.GetActive())
+            button.SetDefault();
+        event.Skip();
+    });
+}
+
+} // namespace orrery::ui::wx

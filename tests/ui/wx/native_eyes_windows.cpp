@@ -1,0 +1,96 @@
+#include <windows.h>
+
+#include "native_eyes.h"
+
+#include "ui/wx/text.h"
+
+#include <array>
+#include <cstdlib>
+#include <wx/choice.h>
+#include <wx/control.h>
+#include <wx/msw/private.h>
+#include <wx/thread.h>
+
+namespace orrery::ui::wx {
+namespace {
+
+std::wstring ClassOf(HWND window)
+{
+    std::array<wchar_t, 64> name{};
+    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return name.data();
+}
+
+std::string TextOf(HWND window)
+{
+    std::array<wchar_t, 4096> text{};
+    ::GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+    return FromWx(wxString(text.data()));
+}
+
+/// Dialogs that are the system's and no window of the toolkit.
+BOOL CALLBACK FindBox(HWND window, LPARAM found)
+{
+    const bool isBox = ClassOf(window) == L"#32770" && ::IsWindowVisible(window) &&
+                       wxFindWinFromHandle(window) == nullptr;
+    if (isBox)
+        *reinterpret_cast<HWND*>(found) = window;
+    return !isBox;
+}
+
+BOOL CALLBACK ReadPart(HWND part, LPARAM box)
+{
+    auto& seen = *reinterpret_cast<MessageBox*>(box);
+    const std::string text = TextOf(part);
+    if (!::IsWindowVisible(part) || text.empty())
+        return TRUE;
+    if (ClassOf(part) == L"Button")
+        seen.buttons.push_back(FromWx(wxControl::RemoveMnemonics(ToWx(text))));
+    else
+        seen.text = text;
+    return TRUE;
+}
+
+} // namespace
+
+std::optional<MessageBox> FindMessageBox()
+{
+    HWND box = nullptr;
+    ::EnumThreadWindows(::GetCurrentThreadId(), FindBox, reinterpret_cast<LPARAM>(&box));
+    if (box == nullptr)
+        return std::nullopt;
+    MessageBox seen{TextOf(box), {}, {}, ::GetForegroundWindow() == box};
+    ::EnumChildWindows(box, ReadPart, reinterpret_cast<LPARAM>(&seen));
+    return seen;
+}
+
+wxWindow* FindFocus(wxWindow& topLevel)
+{
+    wxWindow* const focus = wxWindow::FindFocus();
+    return wxGetTopLevelParent(focus) == &topLevel ? focus : nullptr;
+}
+
+// The second click of a double one shows nothing.
+bool IsDropped(const wxChoice& choice)
+{
+    return ::SendMessageW(choice.GetHWND(), CB_GETDROPPEDSTATE, 0, 0) != FALSE;
+}
+
+bool IsInputPending()
+{
+    return HIWORD(::GetQueueStatus(QS_INPUT)) != 0;
+}
+
+void WakeMainThread()
+{
+    ::PostThreadMessageW(static_cast<DWORD>(wxThread::GetMainId()), WM_NULL, 0, 0);
+}
+
+bool IsMouseAt(const wxPoint& screenPosition)
+{
+    POINT place{};
+    ::GetCursorPos(&place);
+    return std::abs(place.x - screenPosition.x) <= 1 && std::abs(place.y - screenPosition.y) <= 1;
+}
+
+} // namespace orrery::ui::wx

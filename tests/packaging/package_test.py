@@ -1,28 +1,20 @@
 """The Debian package: what it says, what it holds, and that it installs, starts and goes away."""
 
-import contextlib
 import os
 import pathlib
 import re
-import select
 import shutil
 import subprocess
 import tempfile
-import time
 import unittest
+
+from support import display, run, wait_for_window
 
 SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
 VERSION = os.environ["ORRERY_VERSION"]
 ID = os.environ["ORRERY_APP_ID"]
 AS_ROOT = [] if os.geteuid() == 0 else ["sudo", "-n"]
 ICON_CACHE = pathlib.Path("/usr/share/icons/hicolor/icon-theme.cache")
-
-
-def run(*command, check=True, **options):
-    result = subprocess.run(command, text=True, capture_output=True, timeout=300, **options)
-    if check and result.returncode != 0:
-        raise AssertionError(f"{command} failed:\n{result.stdout}{result.stderr}")
-    return result
 
 
 def installed():
@@ -41,37 +33,6 @@ def make_package(folder):
         os.path.join(os.environ["ORRERY_BUILD_DIR"], "CPackConfig.cmake"))
     [package] = folder.glob("*.deb")
     return package
-
-
-@contextlib.contextmanager
-def display():
-    """A display of its own; gives its name."""
-    read_end, write_end = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x900x24",
-                               "-nolisten", "tcp"], pass_fds=[write_end],
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    try:
-        os.close(write_end)
-        if not select.select([read_end], [], [], 30)[0]:
-            raise AssertionError("Xvfb did not come up within 30 seconds.")
-        yield ":" + os.read(read_end, 16).decode().strip()
-    finally:
-        os.close(read_end)
-        server.terminate()
-        server.wait(30)
-
-
-def wait_for_window(name, environment, program):
-    """Returns when a window of that name is on show."""
-    for _ in range(300):
-        found = run("xdotool", "search", "--onlyvisible", "--name", name, check=False,
-                    env=environment)
-        if found.stdout.strip():
-            return
-        if program.poll() is not None:
-            raise AssertionError(f"orrery ended with {program.returncode}.")
-        time.sleep(0.1)
-    raise AssertionError(f"No window named {name} within 30 seconds.")
 
 
 class Package(unittest.TestCase):

@@ -113,6 +113,8 @@ void WriteAll(const File& file, std::string_view bytes, const fs::path& target)
         const auto wanted = static_cast<DWORD>(std::min(bytes.size(), kMostAtOnce));
         if (WriteFile(file.Handle(), bytes.data(), wanted, &written, nullptr) == FALSE)
             ThrowNotWritten(target, GetLastError());
+        if (written == 0)
+            ThrowNotWritten(target, ERROR_DISK_FULL);
         bytes.remove_prefix(written);
     }
 }

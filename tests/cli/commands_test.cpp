@@ -3,6 +3,7 @@
 #include "generate/fake_engines.h"
 #include "ui/scratch_folder_test.h"
 #include "util/error.h"
+#include "util/text.h"
 
 #include <gtest/gtest.h>
 
@@ -14,6 +15,12 @@ namespace {
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
+/// A path as it stands in a JSON text.
+std::string Escaped(const std::string& path)
+{
+    return util::Join(util::Split(path, '\\'), R"(\\)");
+}
+
 /// A portable installation in a scratch folder with the template Desk.xlsx.
 class CommandsTest : public ui::ScratchFolderTest {
 protected:
@@ -22,7 +29,7 @@ protected:
         Write("orrery.ini", "[Yearly Calendar]\nOutput=Y\n");
         fs::create_directories(folder_ / "template");
         fake::WriteWorkbookFile(folder_ / "template/Desk.xlsx", {{"Sheet1", {}}, {"Sheet2", {}}});
-        system_.executable = folder_.string() + '/';
+        system_.executable = At("");
         line_.templateName = "Desk.xlsx";
         line_.years = {"2027"};
     }
@@ -89,7 +96,7 @@ TEST_F(CommandsTest, GenerateAsJson)
     line_.json = true;
     line_.years = {"2027", "0"};
     EXPECT_EQ(Run(Command::Generate), 1);
-    EXPECT_EQ(out_.str(), R"({"engine":"fake","saved":[")" + At("output/2027Desk.xlsx") +
+    EXPECT_EQ(out_.str(), R"({"engine":"fake","saved":[")" + Escaped(At("output/2027Desk.xlsx")) +
                               R"("],"reports":["Please inupt a year."]})" + "\n");
     EXPECT_NE(err_.str(), "");
 }
@@ -166,14 +173,14 @@ TEST_F(CommandsTest, AnotherSettingsFileBringsItsFolders)
 
 TEST_F(CommandsTest, TemplatesAreListedByNameWithoutOtherFiles)
 {
-    for (const char* name : {"b.XLS", "Desk.ini", "notes.txt", "a.xlsx", "c.xlsm"})
+    for (const char* name : {"B.XLS", "Desk.ini", "notes.txt", "A.xlsx", "C.xlsm"})
         Write(std::string("template/") + name, "");
     EXPECT_EQ(Run(Command::Templates), 0);
-    EXPECT_EQ(out_.str(), "Desk.xlsx\na.xlsx\nb.XLS\n");
+    EXPECT_EQ(out_.str(), "A.xlsx\nB.XLS\nDesk.xlsx\n");
     line_.json = true;
     EXPECT_EQ(Run(Command::Templates), 0);
-    EXPECT_EQ(out_.str(), R"({"folder":")" + At("template/") +
-                              R"(","templates":["Desk.xlsx","a.xlsx","b.XLS"]})" + "\n");
+    EXPECT_EQ(out_.str(), R"({"folder":")" + Escaped(At("template/")) +
+                              R"(","templates":["A.xlsx","B.XLS","Desk.xlsx"]})" + "\n");
 }
 
 TEST_F(CommandsTest, ParametersArePrintedAsAParameterFile)
@@ -224,7 +231,7 @@ TEST_F(CommandsTest, CheckPrintsALineForEachFinding)
     EXPECT_EQ(err_.str(), "");
     line_.json = true;
     EXPECT_EQ(Run(Command::Check), 1);
-    EXPECT_EQ(out_.str(), R"({"template":")" + At("template/Desk.xlsx") +
+    EXPECT_EQ(out_.str(), R"({"template":")" + Escaped(At("template/Desk.xlsx")) +
                               R"(","year":2027,"findings":["Monthly calendar: The sheet Gone does)"
                               R"( not exist.","Yearly calendar: The sheet Gone too does not exist)"
                               R"(."]})"

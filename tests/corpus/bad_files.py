@@ -20,10 +20,12 @@ def _limit_memory():
     resource.setrlimit(resource.RLIMIT_AS, (limit, limit))
 
 
-def _is_sanitized(driver):
-    """A program under AddressSanitizer reserves more addresses than any limit leaves it."""
-    with open(driver, "rb") as file:
-        return b"__asan_init" in file.read()
+def _takes_a_limit(driver):
+    """Whether its memory can be limited: AddressSanitizer and Windows reserve more addresses than
+    any limit leaves them."""
+    with open(driver[-1], "rb") as file:
+        program = file.read()
+    return b"__asan_init" not in program and not program.startswith(b"MZ")
 
 
 def _run(arguments, limited):
@@ -40,7 +42,7 @@ def _run(arguments, limited):
 def sentence_failures(text):
     """A report to a person: one line, one sentence that ends, and no inner words."""
     try:
-        line = text.decode("utf-8").rstrip("\n")
+        line = text.decode("utf-8").rstrip("\r\n")
     except UnicodeDecodeError:
         yield "the message is not UTF-8"
         return
@@ -86,7 +88,7 @@ class Case:
 
     def _opens(self, verb, *arguments):
         """Whether the driver did it; else its message was judged."""
-        code, message, seconds = _run([self.options.driver, verb, self.path, self.target,
+        code, message, seconds = _run([*self.options.driver, verb, self.path, self.target,
                                        *arguments], self.limited)
         self.result.seconds = max(self.result.seconds, seconds)
         if code is None or seconds > SECONDS * (1 if self.limited else 4):
@@ -146,7 +148,7 @@ class Case:
 
 
 def prove(options, rows, make_result):
-    limited = not _is_sanitized(options.driver)
+    limited = _takes_a_limit(options.driver)
     results = [make_result(row["file"]) for row in rows]
     with multiprocessing.pool.ThreadPool(options.jobs) as threads:
         threads.starmap(lambda row, result: Case(options, row, result, limited).run(),

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Edits every workbook of a corpus and has the results judged by programs that are not ours.
 
-usage: prove.py xlsx|xls|bad --corpus FOLDER --driver PROGRAM [--jobs N] [--only TEXT] [--keep DIR]
+usage: prove.py xlsx|xls|bad --corpus FOLDER --driver [RUNNER] PROGRAM [--jobs N] [--only TEXT]
+                [--keep DIR]
 
 xlsx: each workbook is saved unchanged; its first worksheet is renamed, copied 11 times, and 400
 cells are written into each of the twelve. xls: the same, and the results are judged by Apache POI,
@@ -186,7 +187,8 @@ def read_options():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("suite", choices=("xlsx", "xls", "bad"))
     parser.add_argument("--corpus", required=True)
-    parser.add_argument("--driver", required=True)
+    parser.add_argument("--driver", required=True, nargs="+",
+                        help="the program, after what runs it where it is not of this system")
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--only", default="", help="files whose names contain this text")
     parser.add_argument("--without-office", action="store_true",

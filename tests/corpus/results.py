@@ -59,8 +59,9 @@ class Case:
 
     def _drive(self, *arguments):
         """What the driver printed; None, and a failure, where it ended with an error."""
-        done = subprocess.run([self.options.driver, *arguments], stdout=subprocess.PIPE,
-                              stderr=subprocess.PIPE, timeout=120, check=False, text=True)
+        done = subprocess.run([*self.options.driver, *arguments], stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE, timeout=120, check=False,
+                              encoding="utf-8")
         if done.returncode:
             self._fail(f"{arguments[0]} ended with {done.returncode}: {done.stderr.strip()[:300]}")
             return None

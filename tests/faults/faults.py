@@ -1,6 +1,6 @@
 """What is left behind when a run is disturbed: never a half-written workbook, never a lost one.
 
-usage: faults.py ORRERY_CLI TEMPLATE kill|deleted|disk-full|unwritable
+usage: faults.py [RUNNER] ORRERY_CLI TEMPLATE kill|deleted|disk-full|unwritable
 """
 import os
 import pathlib
@@ -19,7 +19,7 @@ YEAR = "2027"
 
 
 def generate(cli, template, output):
-    return [cli, "generate", str(template), YEAR, "--output-folder", str(output)]
+    return [*cli, "generate", str(template), YEAR, "--output-folder", str(output)]
 
 
 def as_root(*command):
@@ -137,7 +137,7 @@ def failing_run(cli, template, output, **options):
     check(done.stdout == "", "a path was printed although nothing was saved")
     check(done.stderr.startswith("Error!\nError Info: "), f"unexpected report: {done.stderr!r}")
     check("terminate" not in done.stderr, "the program ended by a signal")
-    return done.stderr
+    return done.stderr.replace("\\", "/").replace("Z:/", "/")  # as Windows shows paths
 
 
 def disk_full(cli, template, folder):
@@ -169,11 +169,11 @@ def unwritable_folder(cli, template, folder):
 
 
 def main():
-    cli, template, fault = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3]
+    *cli, template, fault = sys.argv[1:]
     faults = {"kill": kill_during_save, "deleted": delete_during_run, "disk-full": disk_full,
               "unwritable": unwritable_folder}
     with tempfile.TemporaryDirectory() as name:
-        faults[fault](cli, template, pathlib.Path(name))
+        faults[fault](cli, pathlib.Path(template), pathlib.Path(name))
 
 
 main()

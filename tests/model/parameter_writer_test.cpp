@@ -2,6 +2,7 @@
 #include "model/parameter_file.h"
 #include "parameter_samples.h"
 #include "util/paths.h"
+#include "util/text.h"
 
 #include <gtest/gtest.h>
 
@@ -29,31 +30,32 @@ TEST(WriteParameterFile, WritesEveryLineInOrder)
                               "OutHoliday=Y\r\n"
                               "FirstCellOfHoliday=D65536\r\n"
                               "MultiHolidays=2\r\n";
-    EXPECT_EQ(BytesOf(scratch / "a.ini"), "[Monthly Calendar]\r\n"
-                                          "Output=N\r\n"
-                                          "SheetName=Month \xC3\xA4\r\n"
-                                          "FirstDayOfWeek=1\r\n"
-                                          "FirstCellOfDay=A10\r\n" +
-                                              cells +
-                                              "Holiday1=0704,, Independence Day\r\n"
-                                              "Holiday2=0005,Saturday,x, y\r\n"
-                                              "Holiday3=-2,Easter,Good Friday\r\n"
-                                              "\r\n"
-                                              "[Yearly Calendar]\r\n"
-                                              "Output=N\r\n"
-                                              "SheetName=Year\r\n"
-                                              "FirstDayOfWeek=1\r\n"
-                                              "MonthLayout=4\r\n"
-                                              "ColIntervalOfMonth=9\r\n"
-                                              "RowIntervalOfMonth=10\r\n"
-                                              "FirstCellOfDay=A10\r\n" +
-                                              cells +
-                                              "Holiday1=1250,Sunday,1\r\n"
-                                              "Holiday2=1250,Monday,2\r\n"
-                                              "Holiday3=1250,Tuesday,3\r\n"
-                                              "Holiday4=1250,Wednesday,4\r\n"
-                                              "Holiday5=1250,Thursday,5\r\n"
-                                              "Holiday6=1250,Friday,6\r\n");
+    EXPECT_EQ(util::DecodeTextFile(BytesOf(scratch / "a.ini")),
+              "[Monthly Calendar]\r\n"
+              "Output=N\r\n"
+              "SheetName=Month \xC3\xA4\r\n"
+              "FirstDayOfWeek=1\r\n"
+              "FirstCellOfDay=A10\r\n" +
+                  cells +
+                  "Holiday1=0704,, Independence Day\r\n"
+                  "Holiday2=0005,Saturday,x, y\r\n"
+                  "Holiday3=-2,Easter,Good Friday\r\n"
+                  "\r\n"
+                  "[Yearly Calendar]\r\n"
+                  "Output=N\r\n"
+                  "SheetName=Year\r\n"
+                  "FirstDayOfWeek=1\r\n"
+                  "MonthLayout=4\r\n"
+                  "ColIntervalOfMonth=9\r\n"
+                  "RowIntervalOfMonth=10\r\n"
+                  "FirstCellOfDay=A10\r\n" +
+                  cells +
+                  "Holiday1=1250,Sunday,1\r\n"
+                  "Holiday2=1250,Monday,2\r\n"
+                  "Holiday3=1250,Tuesday,3\r\n"
+                  "Holiday4=1250,Wednesday,4\r\n"
+                  "Holiday5=1250,Thursday,5\r\n"
+                  "Holiday6=1250,Friday,6\r\n");
 }
 
 TEST(WriteParameterFile, ComesBackOverOtherDefaults)

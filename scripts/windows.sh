@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Installs what is missing, cross-builds the Windows program and its packages, and tests them under
+# Wine: the whole suite as Windows programs, the Excel engine against a server that stands in for
+# Excel, the windows, the installer. Leaves the set-up program and the zip in build/windows.
+# The libraries are built from Debian's sources the first time, which takes about ten minutes.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/packages.sh
+
+step() { printf '\n== %s (%s)\n' "$*" "$(date +%H:%M:%S)"; }
+
+step "Packages"
+install_packages "${packages_build[@]}" "${packages_test[@]}" "${packages_window_test[@]}" \
+    "${packages_windows[@]}"
+
+step "Libraries"
+libraries=$(scripts/windows/libraries.sh)
+
+step "Build"
+cmake --preset linux >/dev/null # for the programs that its outputs are compared with
+cmake --build --preset linux --target orrery-cli workbook_driver
+cmake --preset windows -DORRERY_WINDOWS_LIBRARIES="$libraries" >/dev/null
+cmake --build --preset windows
+
+step "clang"
+scripts/clang.py build/linux build/windows
+
+step "Set-up program and zip"
+(cd build/windows && cpack)
+
+step "Suite under Wine"
+# A Windows of its own, made anew.
+export ORRERY_WINEPREFIX=$PWD/build/windows/wine
+scripts/windows/wine.sh --end
+rm -rf "$ORRERY_WINEPREFIX"
+trap 'scripts/windows/wine.sh --end' EXIT
+ctest --preset windows -j2

@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# Runs a Windows program on Linux, quietly, in a Windows of the tests' own that is set up on first
+# use. Several may run at once.
+#   scripts/windows/wine.sh PROGRAM [ARGUMENT...]    the exit code is the program's
+#   scripts/windows/wine.sh --end                    ends all that runs in that Windows
+#   scripts/windows/wine.sh --folder                 prints the folder of that Windows
+# ORRERY_WINEPREFIX: that folder; else one in the user's cache folder.
+# ORRERY_WINE_LOCALE: a locale of UTF-8 whose language gives the code page; else English, 1252.
+set -euo pipefail
+
+export WINEPREFIX=${ORRERY_WINEPREFIX:-${XDG_CACHE_HOME:-$HOME/.cache}/orrery/wine}
+export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
+export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe=' # nothing to download, no menus
+unset WAYLAND_DISPLAY
+export LC_ALL=${ORRERY_WINE_LOCALE:-C.UTF-8}
+
+ready=$WINEPREFIX/orrery-ready
+
+case $* in
+--end)
+    [ ! -e "$ready" ] || wineserver --kill || true # fails where nothing runs
+    exit 0
+    ;;
+--folder)
+    echo "$WINEPREFIX"
+    exit 0
+    ;;
+esac
+
+# The services of that Windows outlive its last program by a minute, so that the next one need not
+# wait for them; then they end by themselves. Of several programs that come first, one starts them,
+# and they keep nothing of it open.
+start_services() {
+    (
+        flock 9
+        wineserver --kill=0 && exit # they run
+        wineserver --persistent=60 9>&-
+        wine cmd /c exit 9>&-
+    ) 9>"$WINEPREFIX/orrery-lock" </dev/null >/dev/null 2>&1
+}
+
+set_up() {
+    start_services && wine winecfg -v win10 </dev/null >/dev/null 2>&1 && touch "$ready"
+}
+
+if [ ! -e "$ready" ]; then
+    mkdir -p "$WINEPREFIX"
+    (
+        flock 8
+        [ -e "$ready" ] || set_up 8>&- || {
+            echo "wine.sh: no Windows could be set up in $WINEPREFIX." >&2
+            exit 125
+        }
+    ) 8>"$WINEPREFIX/orrery-setup-lock"
+fi
+start_services
+exec wine "$@"

@@ -1,0 +1,51 @@
+"""The command-line program as a user starts it, on this system or through what runs it there."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+CLI = pathlib.Path(os.environ["ORRERY_CLI"])
+DATA = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"]) / "data"
+RUNNER = os.environ.get("ORRERY_RUNNER", "").split()  # starts programs of Windows
+IS_WINDOWS = CLI.suffix == ".exe"
+
+
+def shown(path):
+    """A path of this system as the program takes and prints it."""
+    text = str(path)
+    return "Z:" + text.replace("/", "\\") if RUNNER and text.startswith("/") else text
+
+
+class Program(unittest.TestCase):
+    """A new user with a folder of their own, which is the current one. A program of Windows lies
+    in a folder that it may write, beside what was installed with it."""
+
+    def setUp(self):
+        self.home = pathlib.Path(tempfile.mkdtemp(prefix="orrery-cli-"))
+        self.addCleanup(shutil.rmtree, self.home)
+        self.output = self.home / "out"
+        self.program = CLI
+        self.environment = {"HOME": str(self.home), "PATH": os.environ["PATH"]}
+        if IS_WINDOWS:
+            self.environment = dict(os.environ)
+            self.installation = pathlib.Path(tempfile.mkdtemp(prefix="orrery-installed-"))
+            self.addCleanup(shutil.rmtree, self.installation)
+            self.program = self.installation / CLI.name
+            shutil.copy(CLI, self.program)
+            shutil.copytree(DATA, self.installation / "data")
+
+    def run_program(self, *arguments, program=None, **options):
+        return subprocess.run(
+            [*RUNNER, program or self.program, *map(shown, arguments)], env=self.environment,
+            encoding="utf-8", capture_output=True, cwd=self.home, timeout=120, **options)
+
+    def generate(self, *arguments):
+        return self.run_program("generate", *arguments, "--output-folder", self.output)
+
+    def assert_usage(self, result):
+        self.assertEqual(result.returncode, 2, result)
+        self.assertEqual(result.stdout, "")
+        self.assertEqual(result.stderr.count("\n"), 1, result.stderr)

@@ -16,7 +16,7 @@ packages_test=(libgtest-dev libgmock-dev libbenchmark-dev clang clang-tidy clang
     python3-html5lib lintian desktop-file-utils appstream xdg-utils gtk-update-icon-cache dpkg-dev)
 # The Windows program: cross compiler, its libraries' sources, set-up program, and where it runs.
 packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev xz-utils make nsis wine
-    wine64 locales)
+    wine64 fonts-wine locales)
 packages_bench=(libbenchmark-dev python3 python3-openpyxl python3-xlrd python3-xlwt python3-uno
     libreoffice-calc)
 

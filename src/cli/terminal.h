@@ -20,7 +20,7 @@ public:
     bool ShowsErrors() const;
 
 private:
-    unsigned codePage_ = 0; ///< that it had before; 0 where there is none to change
+    [[maybe_unused]] unsigned codePage_ = 0; ///< that it had before; 0 where nothing is to change
 };
 
 } // namespace orrery::cli

@@ -38,6 +38,9 @@ fetch_sources() {
 # source_of PACKAGE: the folder of its unpacked sources.
 source_of() { find "$prefix/src" -mindepth 1 -maxdepth 1 -type d -name "$1-*"; }
 
+# The libraries name their sources in messages: without the folders of the machine that built them.
+flags="-Os -ffunction-sections -fdata-sections -ffile-prefix-map=$prefix/src/="
+
 # with_cmake PACKAGE OPTION...: configures, builds, installs.
 with_cmake() {
     local source build
@@ -46,6 +49,7 @@ with_cmake() {
     shift
     cmake -S "$source" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=MinSizeRel \
         -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw.cmake" -DCMAKE_INSTALL_PREFIX="$prefix" \
+        -DCMAKE_C_FLAGS="$flags" -DCMAKE_CXX_FLAGS="$flags" \
         -DCMAKE_PREFIX_PATH="$prefix" -DBUILD_SHARED_LIBS=OFF "$@"
     cmake --build "$build"
     cmake --install "$build"
@@ -57,8 +61,7 @@ build_wxwidgets() {
     mkdir "$build"
     (cd "$build" && "$source/configure" --host=$host --prefix="$prefix" \
         CC="$compiler_cache $host-gcc-posix" CXX="$compiler_cache $host-g++-posix" \
-        CFLAGS='-Os -ffunction-sections -fdata-sections' \
-        CXXFLAGS='-Os -ffunction-sections -fdata-sections -Wno-deprecated-declarations' \
+        CFLAGS="$flags" CXXFLAGS="$flags -Wno-deprecated-declarations" \
         --disable-shared --enable-unicode --disable-debug_flag --with-zlib=sys --without-libpng \
         --without-libjpeg --without-libtiff --without-regex --without-expat --without-opengl \
         --disable-svg --disable-mdi --disable-docview --disable-xrc --disable-aui --disable-html \

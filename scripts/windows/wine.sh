@@ -18,7 +18,7 @@ ready=$WINEPREFIX/orrery-ready
 
 case $* in
 --end)
-    [ ! -e "$ready" ] || wineserver --kill || true # fails where nothing runs
+    [ ! -d "$WINEPREFIX" ] || { wineserver --kill && wineserver --wait; } || true # where nothing runs
     exit 0
     ;;
 --folder)
@@ -54,4 +54,19 @@ if [ ! -e "$ready" ]; then
     ) 8>"$WINEPREFIX/orrery-setup-lock"
 fi
 start_services
-exec wine "$@"
+[ -p /dev/stdout ] || [ -p /dev/stderr ] || exec wine "$@"
+
+# Who reads a pipe waits until nobody has it open. What a program may start behind its back, such as
+# the desktop, outlives it; so it writes to files, from which all is passed on as it comes.
+output=$(mktemp -d)
+touch "$output/out" "$output/err"
+trap 'rm -rf "$output"' EXIT
+wine "$@" <&0 >"$output/out" 2>"$output/err" &
+program=$!
+pass_on() { tail --bytes=+1 --follow --sleep-interval=0.02 --pid=$program "$1"; }
+pass_on "$output/out" &
+pass_on "$output/err" >&2 &
+code=0
+wait $program || code=$?
+wait
+exit $code

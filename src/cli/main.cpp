@@ -12,9 +12,10 @@ using namespace orrery;
 int main(int argc, char** argv)
 {
     std::ios::sync_with_stdio(false);
-    const cli::Terminal terminal;
+    const auto terminal = cli::UseUtf8Terminal();
     const auto arguments = cli::ProgramArguments(argc, argv);
     std::vector<const char*> pointers;
+    pointers.reserve(arguments.size());
     for (const std::string& argument : arguments)
         pointers.push_back(argument.c_str());
     const auto parsed = cli::ParseCommandLine(static_cast<int>(pointers.size()), pointers.data(),
@@ -22,7 +23,7 @@ int main(int argc, char** argv)
     if (const auto* finished = std::get_if<cli::Finished>(&parsed))
         return finished->exitCode;
     engines::InstalledEngines installed;
-    cli::Console console{std::cout, std::cerr, terminal.ShowsErrors()};
+    cli::Console console{std::cout, std::cerr, cli::ErrorOutputIsTerminal()};
     return cli::RunCommand(std::get<cli::CommandLine>(parsed), ui::FindSystemFolders(), installed,
                            console);
 }

@@ -9,10 +9,12 @@ std::vector<std::string> ProgramArguments(int argc, const char* const* argv)
     return {argv, argv + argc};
 }
 
-Terminal::Terminal() = default;
-Terminal::~Terminal() = default;
+std::shared_ptr<void> UseUtf8Terminal()
+{
+    return {};
+}
 
-bool Terminal::ShowsErrors() const
+bool ErrorOutputIsTerminal()
 {
     return isatty(STDERR_FILENO) == 1;
 }

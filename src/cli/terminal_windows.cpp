@@ -23,19 +23,16 @@ std::vector<std::string> ProgramArguments(int argc, const char* const* argv)
     return arguments;
 }
 
-Terminal::Terminal() : codePage_(GetConsoleOutputCP())
+std::shared_ptr<void> UseUtf8Terminal()
 {
-    if (codePage_ != 0)
-        SetConsoleOutputCP(CP_UTF8);
+    const unsigned before = GetConsoleOutputCP();
+    if (before == 0) // no console
+        return {};
+    SetConsoleOutputCP(CP_UTF8);
+    return std::shared_ptr<void>(nullptr, [before](void*) { SetConsoleOutputCP(before); });
 }
 
-Terminal::~Terminal()
-{
-    if (codePage_ != 0)
-        SetConsoleOutputCP(codePage_);
-}
-
-bool Terminal::ShowsErrors() const
+bool ErrorOutputIsTerminal()
 {
     DWORD mode = 0; // only a console has one
     return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != FALSE;

@@ -52,9 +52,10 @@ void FillAtFirstStart(const Locations& locations, const std::string& installed)
     if (installed.empty() || util::FileExists(locations.settingsFile))
         return;
     for (const std::string name : {"holiday", "template"}) {
-        const std::string folder = name + util::kSeparator;
-        for (const std::string& file : util::ListFiles(installed + folder))
-            CopyIfMissing(installed + folder + file, locations.folder + folder + file);
+        const std::string from = installed + name + util::kSeparator;
+        const std::string to = locations.folder + name + util::kSeparator;
+        for (const std::string& file : util::ListFiles(from))
+            CopyIfMissing(from + file, to + file);
     }
     CopyIfMissing(installed + kTipsName, locations.tipsFile);
     // Last: the settings file says that the first start is done.

@@ -3,6 +3,7 @@
 #include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/notebook.h>
+#include <wx/spinbutt.h>
 #include <wx/stattext.h>
 #include <wx/toplevel.h>
 #include <wx/window.h>
@@ -25,6 +26,9 @@ void SpeakAsDialog(wxWindow& dialog);
 
 /// Lets a drop-down list be narrower than its longest entry, whose end is then left out.
 void ShortenEntries(wxChoice& choice);
+
+/// Lets the arrows beside a text box be no higher than the box, where they can be.
+void FitArrows(wxSpinButton& arrows, const wxWindow& box);
 
 /// Gives a tab its caption with the mnemonic underlined. The key itself is the dialog's business.
 void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption);

@@ -88,6 +88,9 @@ void ShortenEntries(wxChoice& choice)
         gtk_cell_view_set_fit_model(GTK_CELL_VIEW(shown), FALSE);
 }
 
+// They are two buttons side by side, as high as a text box by themselves.
+void FitArrows(wxSpinButton& /*arrows*/, const wxWindow& /*box*/) {}
+
 void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption)
 {
     GtkNotebook* const strip = GTK_NOTEBOOK(tabs.GetHandle());

@@ -2,6 +2,7 @@
 
 #include "ui/wx/native.h"
 
+#include <algorithm>
 #include <memory>
 #include <oleacc.h>
 #include <vector>
@@ -128,6 +129,13 @@ void SpeakAsDialog(wxWindow& /*dialog*/) {}
 
 // A drop-down list cuts its entries by itself.
 void ShortenEntries(wxChoice& /*choice*/) {}
+
+void FitArrows(wxSpinButton& arrows, const wxWindow& box)
+{
+    wxSize size = arrows.GetBestSize();
+    size.y = std::min(size.y, box.GetBestSize().y);
+    arrows.SetMinSize(size);
+}
 
 void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption)
 {

@@ -12,13 +12,14 @@ std::optional<std::string> AnswerTo(std::string_view option)
 {
     if (option == "--version")
         return std::string(kProductName) + ' ' + VersionText(BuildVersion()) + '\n';
-    if (option == "--help")
+    if (option == "--help") {
         return "Usage: orrery [TEMPLATE...]\n"
                "Opens the window. Templates that are named are copied into the template "
                "folder and chosen.\n"
                "  --version  print the version and exit\n"
                "  --help     print this help and exit\n"
                "The command line of the program is orrery-cli.\n";
+    }
     return std::nullopt;
 }
 

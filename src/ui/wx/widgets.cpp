@@ -4,7 +4,6 @@
 #include "ui/wx/native.h"
 #include "ui/wx/text.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace orrery::ui::wx {
@@ -114,9 +113,7 @@ wxSizer* AddStepped(wxWindow& parent, Binder& binder, const Label& label, TextBo
                                           wxSP_VERTICAL | wxSP_ARROW_KEYS);
     binder.Bind(upDown, *arrows);
     binder.Describe(upDown, SpokenText(label) + ", step");
-    wxSize size = arrows->GetBestSize();
-    size.y = std::min(size.y, box->GetBestSize().y);
-    arrows->SetMinSize(size); // no higher than the text
+    FitArrows(*arrows, *box);
     field->Add(arrows, wxSizerFlags().Expand());
     return field;
 }

@@ -198,6 +198,7 @@ class WindowsPackage(unittest.TestCase):
         self.assertEqual(changes, [])
 
     def check_refusal_while_it_runs(self):
+        self.end_windows()  # its desktop belongs to the display that it began on
         with display() as name:
             environment = {**self.environment, "DISPLAY": name}
             program = subprocess.Popen(self.command(self.home / "orrery.exe"), env=environment,
@@ -215,6 +216,7 @@ class WindowsPackage(unittest.TestCase):
             finally:
                 program.terminate()
                 program.wait(30)
+                self.end_windows()
 
     def check_installation(self):
         delivered = delivered_files() | {"uninstall.exe"}

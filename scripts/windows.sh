@@ -19,7 +19,8 @@ libraries=$(scripts/windows/libraries.sh)
 step "Build"
 cmake --preset linux >/dev/null # for the programs that its outputs are compared with
 cmake --build --preset linux --target orrery-cli workbook_driver
-cmake --preset windows -DORRERY_WINDOWS_LIBRARIES="$libraries" >/dev/null
+# Afresh: what was found in an earlier folder of libraries is not to be used again.
+cmake --fresh --preset windows -DORRERY_WINDOWS_LIBRARIES="$libraries" >/dev/null
 cmake --build --preset windows
 
 step "clang"

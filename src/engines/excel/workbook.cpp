@@ -1,7 +1,6 @@
 #include "engines/excel/workbook.h"
 
 #include "util/paths.h"
-#include "util/wide.h"
 
 #include <algorithm>
 
@@ -20,11 +19,7 @@ bool IsNotInCollection(HRESULT code)
 
 std::string PathText(const std::filesystem::path& path)
 {
-    const std::wstring wide = util::ToWide(util::FromPath(path)); // without the prefix
-    std::wstring full(GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
-    full.resize(
-        GetFullPathNameW(wide.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
-    return util::FromWide(full);
+    return util::AbsolutePath(util::FromPath(path));
 }
 
 generate::Worksheet* Workbook::FindWorksheet(std::string_view name)

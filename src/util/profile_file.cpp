@@ -11,8 +11,6 @@ namespace orrery::util {
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 /// The changed text in the encoding that the file has, or UTF-8 where that cannot hold it.
 std::string EncodeLike(std::string_view oldBytes, const std::string& text)
 {

@@ -174,17 +174,17 @@ TEST(EasterDate, OverflowsFrom6554On)
         ASSERT_THROW(EasterDate(static_cast<std::int16_t>(year)), util::OverflowError) << year;
 }
 
-struct RuleCase {
+struct RuleDateCase {
     const char* name;
     int year;
     int code;
     int kind;
     Date expected;
 };
-class RuleDateTest : public testing::TestWithParam<RuleCase> {};
+class RuleDateTest : public testing::TestWithParam<RuleDateCase> {};
 TEST_P(RuleDateTest, GivesDate)
 {
-    const RuleCase& row = GetParam();
+    const RuleDateCase& row = GetParam();
     const Date date =
         DateOf(static_cast<std::int16_t>(row.year), static_cast<std::int16_t>(row.code),
                static_cast<std::int16_t>(row.kind));
@@ -192,33 +192,34 @@ TEST_P(RuleDateTest, GivesDate)
 }
 INSTANTIATE_TEST_SUITE_P(
     Rules, RuleDateTest,
-    testing::Values(RuleCase{"LastMondayOfMay", 2024, 505, 2, On(2024, 5, 27)},
-                    RuleCase{"FourthThursdayOfNovember", 2024, 1104, 5, On(2024, 11, 28)},
-                    RuleCase{"FirstMondayOfSeptember", 2024, 901, 2, On(2024, 9, 2)},
-                    RuleCase{"FirstDayIsThatWeekday", 2024, 901, 1, On(2024, 9, 1)},
-                    RuleCase{"LastDayIsThatWeekday", 2024, 605, 1, On(2024, 6, 30)},
-                    RuleCase{"LastIsTheFifth", 2024, 905, 2, On(2024, 9, 30)},
-                    RuleCase{"LastIsTheFourth", 2024, 205, 6, On(2024, 2, 23)},
-                    RuleCase{"SaturdayAsTheLastDay", 2024, 805, 7, On(2024, 8, 31)},
-                    RuleCase{"BeforeTheLast", 2024, 506, 2, On(2024, 5, 20)},
-                    RuleCase{"SixBeforeTheLast", 2024, 511, 2, On(2024, 4, 15)},
-                    RuleCase{"OrdinalZeroIsTheWeekBefore", 2024, 500, 2, On(2024, 4, 29)},
-                    RuleCase{"MonthZeroIsDecember", 2024, 1, 1, On(2023, 12, 3)},
-                    RuleCase{"OrdinalFifty", 2024, 1250, 2, On(2024, 2, 19)},
-                    RuleCase{"FixedDay", 2024, 1225, 0, On(2024, 12, 25)},
-                    RuleCase{"FixedMonthZero", 2024, 1, 0, On(2023, 12, 1)},
-                    RuleCase{"FixedDayZero", 2024, 300, 0, On(2024, 2, 29)},
-                    RuleCase{"NegativeCode", 2024, -1, 0, On(2023, 11, 29)},
-                    RuleCase{"NegativeKindIsFixed", 2024, 704, -1, On(2024, 7, 4)},
-                    RuleCase{"KindThirteenIsFixed", 2024, 704, 13, On(2024, 7, 4)},
-                    RuleCase{"GoodFriday", 2024, -2, 8, On(2024, 3, 29)},
-                    RuleCase{"EasterMonday", 2024, 1, 8, On(2024, 4, 1)},
-                    RuleCase{"ShroveTuesday", 2024, -47, 8, On(2024, 2, 13)},
-                    RuleCase{"KindNine", 2024, 0, 9, On(2024, 3, 31)},
-                    RuleCase{"KindTwelve", 2024, 49, 12, On(2024, 5, 19)},
-                    RuleCase{"OffsetIntoTheNextYearComesBack", 2024, 300, 8, On(2024, 1, 25)},
-                    RuleCase{"OffsetIntoTheYearBeforeComesBack", 2024, -91, 8, On(2024, 12, 31)},
-                    RuleCase{"LeapDayOfTheNextYear", 2023, 326, 8, On(2023, 3, 1)}),
+    testing::Values(RuleDateCase{"LastMondayOfMay", 2024, 505, 2, On(2024, 5, 27)},
+                    RuleDateCase{"FourthThursdayOfNovember", 2024, 1104, 5, On(2024, 11, 28)},
+                    RuleDateCase{"FirstMondayOfSeptember", 2024, 901, 2, On(2024, 9, 2)},
+                    RuleDateCase{"FirstDayIsThatWeekday", 2024, 901, 1, On(2024, 9, 1)},
+                    RuleDateCase{"LastDayIsThatWeekday", 2024, 605, 1, On(2024, 6, 30)},
+                    RuleDateCase{"LastIsTheFifth", 2024, 905, 2, On(2024, 9, 30)},
+                    RuleDateCase{"LastIsTheFourth", 2024, 205, 6, On(2024, 2, 23)},
+                    RuleDateCase{"SaturdayAsTheLastDay", 2024, 805, 7, On(2024, 8, 31)},
+                    RuleDateCase{"BeforeTheLast", 2024, 506, 2, On(2024, 5, 20)},
+                    RuleDateCase{"SixBeforeTheLast", 2024, 511, 2, On(2024, 4, 15)},
+                    RuleDateCase{"OrdinalZeroIsTheWeekBefore", 2024, 500, 2, On(2024, 4, 29)},
+                    RuleDateCase{"MonthZeroIsDecember", 2024, 1, 1, On(2023, 12, 3)},
+                    RuleDateCase{"OrdinalFifty", 2024, 1250, 2, On(2024, 2, 19)},
+                    RuleDateCase{"FixedDay", 2024, 1225, 0, On(2024, 12, 25)},
+                    RuleDateCase{"FixedMonthZero", 2024, 1, 0, On(2023, 12, 1)},
+                    RuleDateCase{"FixedDayZero", 2024, 300, 0, On(2024, 2, 29)},
+                    RuleDateCase{"NegativeCode", 2024, -1, 0, On(2023, 11, 29)},
+                    RuleDateCase{"NegativeKindIsFixed", 2024, 704, -1, On(2024, 7, 4)},
+                    RuleDateCase{"KindThirteenIsFixed", 2024, 704, 13, On(2024, 7, 4)},
+                    RuleDateCase{"GoodFriday", 2024, -2, 8, On(2024, 3, 29)},
+                    RuleDateCase{"EasterMonday", 2024, 1, 8, On(2024, 4, 1)},
+                    RuleDateCase{"ShroveTuesday", 2024, -47, 8, On(2024, 2, 13)},
+                    RuleDateCase{"KindNine", 2024, 0, 9, On(2024, 3, 31)},
+                    RuleDateCase{"KindTwelve", 2024, 49, 12, On(2024, 5, 19)},
+                    RuleDateCase{"OffsetIntoTheNextYearComesBack", 2024, 300, 8, On(2024, 1, 25)},
+                    RuleDateCase{"OffsetIntoTheYearBeforeComesBack", 2024, -91, 8,
+                                 On(2024, 12, 31)},
+                    RuleDateCase{"LeapDayOfTheNextYear", 2023, 326, 8, On(2023, 3, 1)}),
     [](const auto& row) { return std::string(row.param.name); });
 
 /// The n-th (or from 5 on, the last but n - 5) such weekday of a month, by walking over the days.

@@ -101,7 +101,7 @@ TEST_F(SettingsTest, TheEngineIsNamed)
     EXPECT_EQ(Load("[environment]\nengine = builtin \n").Engine, "builtin");
 }
 
-struct YearCase {
+struct FirstYearRow {
     int year;
     int month;
     int expected;
@@ -109,8 +109,8 @@ struct YearCase {
 
 TEST(InitialYearTest, IsTheNextOneOnceJuneIsOver)
 {
-    for (const YearCase& row :
-         {YearCase{2026, 1, 2026}, {2026, 6, 2026}, {2026, 7, 2027}, {2026, 12, 2027}}) {
+    for (const FirstYearRow& row :
+         {FirstYearRow{2026, 1, 2026}, {2026, 6, 2026}, {2026, 7, 2027}, {2026, 12, 2027}}) {
         EXPECT_EQ(
             InitialYear(static_cast<std::int16_t>(row.year), static_cast<std::int16_t>(row.month)),
             row.expected)

@@ -10,7 +10,7 @@
 namespace orrery::ui::wx {
 namespace {
 
-constexpr int kLogoSize = 128;    // device-independent pixels
+constexpr int kLargeLogo = 128;   // device-independent pixels
 constexpr int kNoticeWidth = 180; // dialog units, which grow with the font
 constexpr float kNameScale = 2.0F;
 
@@ -59,7 +59,7 @@ void ShowAboutDialog(const DialogPlace& place, AboutForm& form)
     const auto dialog = MakeDialog(place.parent, form);
     Binder binder(*dialog, form, place.desktop);
     auto* const row = new wxBoxSizer(wxHORIZONTAL);
-    auto* const logo = new wxStaticBitmap(dialog.get(), wxID_ANY, Logo(kLogoSize));
+    auto* const logo = new wxStaticBitmap(dialog.get(), wxID_ANY, Logo(kLargeLogo));
     binder.BindShown(form.imgLogo, *logo, {});
     binder.Describe(form.imgLogo, "Logo");
     row->Add(logo, wxSizerFlags().DoubleBorder(wxRIGHT));

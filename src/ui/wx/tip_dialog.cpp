@@ -8,7 +8,7 @@
 namespace orrery::ui::wx {
 namespace {
 
-constexpr int kLogoSize = 64; // device-independent pixels
+constexpr int kSmallLogo = 64; // device-independent pixels
 // Dialog units, which grow with the font.
 constexpr int kTipWidth = 200;
 constexpr int kTipHeight = 52;
@@ -39,7 +39,7 @@ wxSizer* BuildTip(wxDialog& dialog, TipForm& form, Binder& binder)
     texts->Add(heading, wxSizerFlags().Border(wxBOTTOM));
     texts->Add(tip);
     texts->SetMinSize(room); // the dialog keeps its size from tip to tip
-    auto* const logo = new wxStaticBitmap(&dialog, wxID_ANY, Logo(kLogoSize));
+    auto* const logo = new wxStaticBitmap(&dialog, wxID_ANY, Logo(kSmallLogo));
     SetSpokenName(*logo, "Logo");
     auto* const row = new wxBoxSizer(wxHORIZONTAL);
     row->Add(logo, wxSizerFlags().DoubleBorder(wxRIGHT));

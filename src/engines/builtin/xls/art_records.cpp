@@ -1,19 +1,16 @@
 #include "engines/builtin/xls/art_records.h"
 
 #include "engines/builtin/xls/bytes.h"
+#include "engines/builtin/xls/unicode_string.h"
 
 #include <algorithm>
 
 namespace orrery::xls {
 namespace {
 
-constexpr std::size_t kTextLength = 10;      // offset in TXO, [MS-XLS] 2.4.329
-constexpr std::size_t kRunsLength = 12;      // the same
-constexpr std::size_t kPictureFlags = 12;    // offset in HFPICTURE, [MS-XLS] 2.4.138
-constexpr std::size_t kPictureArt = 14;      // the same
-constexpr unsigned kPictureIsDrawing = 1;    // fIsDrawing
-constexpr unsigned kPictureContinues = 4;    // fContinue
-constexpr unsigned char kWideCharacters = 1; // fHighByte
+constexpr std::size_t kTextLength = 10;   // offset in TXO, [MS-XLS] 2.4.329
+constexpr std::size_t kRunsLength = 12;   // the same
+constexpr unsigned kPictureIsDrawing = 1; // fIsDrawing
 
 bool HasNumbers(const Record& record, std::size_t size)
 {
@@ -107,15 +104,15 @@ void ArtRecords::AddToText(const Record& record)
 
 void ArtRecords::AddHeaderPicture(const Record& record)
 {
-    if (!HasNumbers(record, kPictureArt))
+    if (!HasNumbers(record, kHeaderPictureArt))
         return;
-    const unsigned flags = ReadU8(record.data, kPictureFlags);
+    const unsigned flags = ReadU8(record.data, kHeaderPictureFlags);
     if ((flags & kPictureIsDrawing) == 0)
         return;
-    if ((flags & kPictureContinues) == 0 || headerPictures_.empty())
+    if ((flags & kHeaderPictureContinues) == 0 || headerPictures_.empty())
         headerPictures_.emplace_back();
-    headerPictures_.back().Append(record.data.substr(kPictureArt),
-                                  record.DataBegin() + kPictureArt);
+    headerPictures_.back().Append(record.data.substr(kHeaderPictureArt),
+                                  record.DataBegin() + kHeaderPictureArt);
 }
 
 } // namespace orrery::xls

@@ -1,6 +1,7 @@
 #include "engines/builtin/xls/embedded_objects.h"
 
 #include "engines/builtin/xls/bytes.h"
+#include "engines/builtin/xls/object_parts.h"
 #include "engines/builtin/xls/records.h"
 #include "util/text.h"
 
@@ -14,15 +15,6 @@
 namespace orrery::xls {
 namespace {
 
-// The parts of an OBJ record, each with its type and size. [MS-XLS] 2.4.181
-constexpr std::size_t kPartHeader = 4;
-constexpr std::uint16_t kPictureFlags = 0x08;
-constexpr std::uint16_t kPictureFormula = 0x09;
-constexpr std::uint16_t kList = 0x13; // the last one; its size is not that of its bytes
-
-constexpr unsigned kIsInControls = 0x20; // fPrstm, [MS-XLS] 2.5.151
-constexpr unsigned kEmbedded = 0x02;     // the token of an object that is in the file
-
 /// The last part of that type, without its header.
 struct Part {
     std::size_t begin = 0; // in the record's data
@@ -35,7 +27,7 @@ std::optional<Part> FindPart(std::string_view data, std::uint16_t type)
         const std::uint16_t found = ReadU16(data, at);
         const std::size_t size = ReadU16(data, at + 2);
         at += kPartHeader;
-        if (found == kList || data.size() - at < size)
+        if (found == kListPart || data.size() - at < size)
             break;
         if (found == type)
             return Part{at, data.substr(at, size)};
@@ -49,15 +41,15 @@ std::optional<Part> FindPart(std::string_view data, std::uint16_t type)
 std::optional<std::size_t> PositionOfData(std::string_view formula)
 {
     constexpr std::size_t kToken = 8; // behind two sizes and four unused bytes
-    if (formula.size() <= kToken || ReadU8(formula, kToken) != kEmbedded)
+    if (formula.size() <= kToken || ReadU8(formula, kToken) != kEmbeddedToken)
         return std::nullopt;
     return 2 + std::size_t{ReadU16(formula, 0)};
 }
 
 void FindInObject(const Record& record, EmbeddedPlaces& places)
 {
-    const auto formula = FindPart(record.data, kPictureFormula);
-    const auto flags = FindPart(record.data, kPictureFlags);
+    const auto formula = FindPart(record.data, kPictureFormulaPart);
+    const auto flags = FindPart(record.data, kPictureFlagsPart);
     if (!formula || !flags || flags->data.size() < 2)
         return;
     const auto position = PositionOfData(formula->data);

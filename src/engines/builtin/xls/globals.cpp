@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::uint16_t kBiff8 = 0x0600;
 constexpr std::uint16_t kGlobals = 0x0005;
-constexpr std::uint16_t kOwnBook = 0x0401; // instead of the length of a path, [MS-XLS] 2.4.271
 constexpr std::uint16_t kFunctionOrProcedure = 0x000E;
 constexpr std::uint16_t kBuiltIn = 0x0020;
 constexpr std::size_t kNameText = 14; // offset of a name's characters

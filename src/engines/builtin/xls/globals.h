@@ -11,6 +11,10 @@
 
 namespace orrery::xls {
 
+/// Stands in a SUPBOOK record that is the workbook itself, in place of the length of a path.
+/// [MS-XLS] 2.4.271
+inline constexpr std::uint16_t kOwnBook = 0x0401;
+
 /// A stretch of the workbook stream.
 struct Span {
     std::size_t begin = 0;

@@ -8,8 +8,6 @@
 namespace orrery::xls {
 namespace {
 
-constexpr std::uint16_t kOwnBook = 0x0401; // [MS-XLS] 2.4.271
-
 std::string BoundSheet(const SheetEntry& entry, const std::string& name)
 {
     std::string data;

@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/group_records.h"
 
+#include "engines/builtin/xls/art_records.h"
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/records.h"
 
@@ -9,13 +10,9 @@
 namespace orrery::xls {
 namespace {
 
-constexpr std::size_t kPictureFlags = 12; // offset in HFPICTURE, [MS-XLS] 2.4.138
-constexpr std::size_t kPictureHead = 14;  // bytes before the art
-constexpr char kContinues = 4;            // fContinue
-
 std::size_t HeadSize(DrawingKind kind)
 {
-    return kind == DrawingKind::HeaderFooter ? kPictureHead : 0;
+    return kind == DrawingKind::HeaderFooter ? kHeaderPictureArt : 0;
 }
 
 } // namespace
@@ -71,7 +68,7 @@ void GroupWriter::BeginRecord()
     recordBegin_ = stream_.size();
     AppendRecord(stream_, own ? ownType : RecordType::Continue, prefix_);
     if (kind_ == DrawingKind::HeaderFooter && recordCount_ > 0)
-        stream_[recordBegin_ + kRecordHeader + kPictureFlags] |= kContinues;
+        stream_[recordBegin_ + kRecordHeader + kHeaderPictureFlags] |= kHeaderPictureContinues;
     ++recordCount_;
 }
 

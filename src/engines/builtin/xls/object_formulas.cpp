@@ -1,23 +1,12 @@
 #include "engines/builtin/xls/object_formulas.h"
 
 #include "engines/builtin/xls/bytes.h"
+#include "engines/builtin/xls/object_parts.h"
 
 #include <cstdint>
 
 namespace orrery::xls {
 namespace {
-
-/// The parts of an OBJ record that matter here ("ft"). [MS-XLS] 2.4.181
-constexpr std::uint16_t kEnd = 0x00;
-constexpr std::uint16_t kMacro = 0x04;
-constexpr std::uint16_t kPictureFlags = 0x08;
-constexpr std::uint16_t kPictureFormula = 0x09;
-constexpr std::uint16_t kLink = 0x0E; // of scroll bars, spinners and lists
-constexpr std::uint16_t kList = 0x13;
-constexpr std::uint16_t kCheckLink = 0x14; // of check boxes and option buttons
-
-constexpr std::size_t kPartHeader = 4;   // type and size
-constexpr std::uint8_t kEmbedded = 0x02; // the token of an object that is in the file
 
 /// A formula of an object: its size, then, unless that is 0, the size of its expression, four
 /// unused bytes, the expression and perhaps more. [MS-XLS] 2.5.187
@@ -37,7 +26,7 @@ ObjectFormula ReadFormula(std::string_view data, std::size_t at, const ObjectFor
     const std::string_view rgce = Slice(formula, kHeader, size);
     if (rgce.empty())
         return result;
-    result.isEmbedded = static_cast<std::uint8_t>(rgce[0]) == kEmbedded;
+    result.isEmbedded = static_cast<std::uint8_t>(rgce[0]) == kEmbeddedToken;
     visit(at + 2 + kHeader, size);
     return result;
 }
@@ -48,7 +37,6 @@ void ReadPicture(std::string_view data, std::size_t at, std::uint16_t flags,
                  const ObjectFormulaVisitor& visit)
 {
     constexpr unsigned kIsControl = 0x10;
-    constexpr unsigned kIsInControls = 0x20;
     const auto formula = ReadFormula(data, at, visit);
     if ((flags & kIsControl) == 0)
         return;
@@ -70,21 +58,21 @@ void ForEachObjectFormula(std::string_view data, const ObjectFormulaVisitor& vis
         const auto part = ReadU16(data, at);
         const std::size_t size = ReadU16(data, at + 2);
         switch (part) {
-        case kEnd:
+        case kEndPart:
             return;
-        case kMacro: // their size is that of the formula
-        case kLink:
-        case kCheckLink:
+        case kMacroPart: // their size is that of the formula
+        case kLinkPart:
+        case kCheckLinkPart:
             ReadFormula(data, at + 2, visit);
             break;
-        case kPictureFlags:
+        case kPictureFlagsPart:
             pictureFlags = ReadU16(data, at + kPartHeader);
             break;
-        case kPictureFormula:
+        case kPictureFormulaPart:
             ReadPicture(Slice(data, 0, at + kPartHeader + size), at + kPartHeader, pictureFlags,
                         visit);
             break;
-        case kList: // the last part; its size does not say where it ends
+        case kListPart: // the last part; its size does not say where it ends
             if (size != 0)
                 ReadFormula(data, at + kPartHeader, visit);
             return;

@@ -80,7 +80,9 @@ enum class RecordType : std::uint16_t {
     ChartLink = 0x1051,           // "BRAI"
 };
 
-inline constexpr std::size_t kRecordHeader = 4;     ///< bytes of type and size
+inline constexpr std::size_t kRecordHeader = 4; ///< bytes of type and size
+/// Of an INDEX record: the bytes before the places of the blocks. [MS-XLS] 2.4.144
+inline constexpr std::size_t kIndexHead = 16;
 inline constexpr std::size_t kLongestRecord = 8224; ///< bytes of data, [MS-XLS] 2.1.4
 
 /// A record as it lies in a stream: type, size and data. [MS-XLS] 2.1.4

@@ -38,10 +38,10 @@ std::size_t WholeCharacters(std::u16string_view units, std::size_t room)
 /// Appends texts to the records of a table: a text begins in the record that has room for its
 /// header and its first character, and its characters go on in CONTINUE records, each of which
 /// begins with their flags.
-class TableWriter {
+class StringTableWriter {
 public:
     /// `lastRecord` is the offset of the last record's header in `records`.
-    TableWriter(std::string& records, std::size_t lastRecord)
+    StringTableWriter(std::string& records, std::size_t lastRecord)
         : records_(records), recordBegin_(lastRecord)
     {
     }
@@ -160,7 +160,7 @@ SharedStringRecords SharedStrings::ToRecords(std::uint32_t references, std::size
     if (Changed()) {
         if (!records_.empty()) // what lies behind the last text has no index
             records.sst = CutOff(records_, end_);
-        TableWriter writer(records.sst, LastRecord(records.sst));
+        StringTableWriter writer(records.sst, LastRecord(records.sst));
         for (const auto text : added_)
             writer.Append(text);
         PutU32(records.sst, kCountAt, static_cast<std::uint32_t>(count_ + added_.size()));
@@ -173,12 +173,12 @@ SharedStringRecords SharedStrings::ToRecords(std::uint32_t references, std::size
 std::string ExtSstRecord(std::string_view sstRecords, std::size_t offset)
 {
     // This many texts share an entry; the rule keeps the entries below 128. [MS-XLS] 2.4.107
-    constexpr std::uint32_t kMostEntries = 128;
+    constexpr std::uint32_t kMostGroups = 128;
     constexpr std::uint32_t kFewestTexts = 8;
     constexpr std::uint32_t kMostTexts = 0xFFFF;
     SharedStringReader reader(sstRecords);
     const std::uint32_t texts =
-        std::clamp(reader.Count() / kMostEntries + 1, kFewestTexts, kMostTexts);
+        std::clamp(reader.Count() / kMostGroups + 1, kFewestTexts, kMostTexts);
     std::string data;
     AppendU16(data, static_cast<std::uint16_t>(texts));
     SharedString string;

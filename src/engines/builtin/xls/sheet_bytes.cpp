@@ -14,7 +14,6 @@ namespace {
 
 using Written = std::span<const SheetCells::Written>;
 
-constexpr std::size_t kIndexHead = 16; // up to the places of the blocks, [MS-XLS] 2.4.144
 constexpr std::size_t kWidthPlace = kRecordHeader + 12; // in INDEX
 constexpr std::size_t kBlockPlaces = kRecordHeader + kIndexHead;
 constexpr std::size_t kDimensionsSize = 14; // [MS-XLS] 2.4.90

@@ -41,7 +41,7 @@ CellRange ReadRange(std::string_view data)
             {ReadU16(data, 2) + 1, ReadU8(data, 5) + 1}};
 }
 
-bool IsBefore(const CellPlace& left, const CellPlace& right)
+bool CellIsBefore(const CellPlace& left, const CellPlace& right)
 {
     return left.row != right.row ? left.row < right.row : left.first < right.first;
 }
@@ -189,7 +189,7 @@ void SheetIndexReader::TakeCell(const Record& record, unsigned flags)
                          column,
                          column,
                          static_cast<std::uint16_t>(flags)};
-    isSorted_ = isSorted_ && (index_.cells.empty() || (IsBefore(index_.cells.back(), cell) &&
+    isSorted_ = isSorted_ && (index_.cells.empty() || (CellIsBefore(index_.cells.back(), cell) &&
                                                        !Overlap(index_.cells.back(), cell)));
     index_.cells.push_back(cell);
     followed_ = cell.end;
@@ -241,7 +241,7 @@ SheetIndex SheetIndexReader::Finish()
 void SheetIndexReader::SortCells()
 {
     auto& cells = index_.cells;
-    std::stable_sort(cells.begin(), cells.end(), IsBefore);
+    std::stable_sort(cells.begin(), cells.end(), CellIsBefore);
     for (auto first = cells.begin(); first != cells.end();) {
         const auto last = std::find_if(
             first, cells.end(), [row = first->row](const auto& cell) { return cell.row != row; });

@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::uint16_t kWorksheet = 0x0010; // [MS-XLS] 2.4.21
 constexpr std::uint16_t kMacroSheet = 0x0040;
-constexpr std::size_t kIndexHead = 16;          // [MS-XLS] 2.4.144
 constexpr std::uint16_t kProtectionFeature = 2; // ISFPROTECTION
 
 /// The cells of a Ref8 structure: rows, then columns, counted from 0. [MS-XLS] 2.5.211

@@ -9,7 +9,7 @@
 namespace orrery::xlsx {
 namespace {
 
-using Kind = ReferenceSite::Kind;
+using SiteKind = ReferenceSite::Kind;
 using Token = XmlScanner::Token;
 
 // Elements whose content is a formula, by local name: cells and charts (f), chart data of charts of
@@ -27,32 +27,32 @@ constexpr std::array<std::string_view, 8> kFormulaElements = {"f",
 struct AttributePlace {
     std::string_view element; // local name
     std::string_view attribute;
-    Kind kind;
+    SiteKind kind;
 };
 constexpr std::array<AttributePlace, 23> kAttributePlaces = {{
-    {"hyperlink", "location", Kind::Location},
-    {"cfvo", "val", Kind::FormulaAttribute},
-    {"controlPr", "linkedCell", Kind::FormulaAttribute},
-    {"controlPr", "listFillRange", Kind::FormulaAttribute},
-    {"controlPr", "macro", Kind::FormulaAttribute},
-    {"objectPr", "macro", Kind::FormulaAttribute},
-    {"formControlPr", "fmlaGroup", Kind::FormulaAttribute},
-    {"formControlPr", "fmlaLink", Kind::FormulaAttribute},
-    {"formControlPr", "fmlaRange", Kind::FormulaAttribute},
-    {"formControlPr", "fmlaTxbx", Kind::FormulaAttribute},
-    {"sp", "textlink", Kind::FormulaAttribute},
-    {"sp", "macro", Kind::FormulaAttribute},
-    {"cxnSp", "macro", Kind::FormulaAttribute},
-    {"pic", "macro", Kind::FormulaAttribute},
-    {"graphicFrame", "macro", Kind::FormulaAttribute},
-    {"cameraTool", "cellRange", Kind::FormulaAttribute}, // a linked picture
-    {"parameter", "cell", Kind::FormulaAttribute},       // of a query
-    {"worksheetSource", "sheet", Kind::SheetName},
-    {"worksheetSource", "name", Kind::TableName},
-    {"rangeSet", "sheet", Kind::SheetName},
-    {"rangeSet", "name", Kind::TableName},
-    {"dataRef", "sheet", Kind::SheetName},
-    {"dataRef", "name", Kind::TableName},
+    {"hyperlink", "location", SiteKind::Location},
+    {"cfvo", "val", SiteKind::FormulaAttribute},
+    {"controlPr", "linkedCell", SiteKind::FormulaAttribute},
+    {"controlPr", "listFillRange", SiteKind::FormulaAttribute},
+    {"controlPr", "macro", SiteKind::FormulaAttribute},
+    {"objectPr", "macro", SiteKind::FormulaAttribute},
+    {"formControlPr", "fmlaGroup", SiteKind::FormulaAttribute},
+    {"formControlPr", "fmlaLink", SiteKind::FormulaAttribute},
+    {"formControlPr", "fmlaRange", SiteKind::FormulaAttribute},
+    {"formControlPr", "fmlaTxbx", SiteKind::FormulaAttribute},
+    {"sp", "textlink", SiteKind::FormulaAttribute},
+    {"sp", "macro", SiteKind::FormulaAttribute},
+    {"cxnSp", "macro", SiteKind::FormulaAttribute},
+    {"pic", "macro", SiteKind::FormulaAttribute},
+    {"graphicFrame", "macro", SiteKind::FormulaAttribute},
+    {"cameraTool", "cellRange", SiteKind::FormulaAttribute}, // a linked picture
+    {"parameter", "cell", SiteKind::FormulaAttribute},       // of a query
+    {"worksheetSource", "sheet", SiteKind::SheetName},
+    {"worksheetSource", "name", SiteKind::TableName},
+    {"rangeSet", "sheet", SiteKind::SheetName},
+    {"rangeSet", "name", SiteKind::TableName},
+    {"dataRef", "sheet", SiteKind::SheetName},
+    {"dataRef", "name", SiteKind::TableName},
 }};
 
 bool IsFormulaElement(std::string_view name)
@@ -67,9 +67,9 @@ bool MayNameSomething(std::string_view raw)
     return raw.find_first_of("![") != raw.npos || raw.find("&#") != raw.npos;
 }
 
-bool IsWorthListing(Kind kind, std::string_view raw)
+bool IsWorthListing(SiteKind kind, std::string_view raw)
 {
-    const bool bareName = kind == Kind::SheetName || kind == Kind::TableName;
+    const bool bareName = kind == SiteKind::SheetName || kind == SiteKind::TableName;
     return bareName ? !raw.empty() : MayNameSomething(raw);
 }
 
@@ -97,7 +97,7 @@ void AddAttributes(std::vector<ReferenceSite>& sites, const XmlScanner& element,
         if (place.element != localName)
             continue;
         const auto attribute = element.Attribute(place.attribute);
-        const bool elsewhere = place.kind != Kind::FormulaAttribute && HasRelationship(element);
+        const bool elsewhere = place.kind != SiteKind::FormulaAttribute && HasRelationship(element);
         if (attribute && IsWorthListing(place.kind, attribute->value) && !elsewhere) {
             sites.push_back({place.kind, attribute->valueBegin,
                              attribute->valueBegin + attribute->value.size()});
@@ -132,28 +132,28 @@ std::optional<std::string> RenameInPivotTable(std::string_view text, const Sheet
     return std::string(text.substr(0, begin)) + *renamed + std::string(text.substr(end));
 }
 
-std::optional<std::string> RenameValue(Kind kind, std::string_view value, const SheetNames& sheets,
-                                       const TableNames& tables)
+std::optional<std::string> RenameValue(SiteKind kind, std::string_view value,
+                                       const SheetNames& sheets, const TableNames& tables)
 {
     switch (kind) {
-    case Kind::FormulaText:
-    case Kind::FormulaAttribute:
+    case SiteKind::FormulaText:
+    case SiteKind::FormulaAttribute:
         return RenameInFormula(value, sheets, tables);
-    case Kind::Location:
+    case SiteKind::Location:
         return RenameInLocation(value, sheets);
-    case Kind::SheetName:
+    case SiteKind::SheetName:
         return sheets ? sheets(value) : std::nullopt;
-    case Kind::TableName:
+    case SiteKind::TableName:
         return tables.NameOf(value);
-    case Kind::PivotTable:
+    case SiteKind::PivotTable:
         return RenameInPivotTable(value, sheets);
     }
     return std::nullopt;
 }
 
-bool IsContent(Kind kind)
+bool IsContent(SiteKind kind)
 {
-    return kind == Kind::FormulaText || kind == Kind::PivotTable;
+    return kind == SiteKind::FormulaText || kind == SiteKind::PivotTable;
 }
 
 } // namespace
@@ -171,10 +171,10 @@ std::vector<ReferenceSite> FindReferences(std::string_view xml, std::string_view
             if (name.size() == 1 && name != "f")
                 continue; // cells and their values: most elements of a large sheet
             if (IsFormulaElement(name)) {
-                open = ReferenceSite{Kind::FormulaText, scanner.End(), 0};
+                open = ReferenceSite{SiteKind::FormulaText, scanner.End(), 0};
             }
             else if (inPivotSource && name == "name") {
-                open = ReferenceSite{Kind::PivotTable, scanner.End(), 0};
+                open = ReferenceSite{SiteKind::PivotTable, scanner.End(), 0};
             }
             else {
                 AddAttributes(sites, scanner, name);
@@ -203,7 +203,7 @@ std::vector<ReferenceSite> FindVmlReferences(std::string_view vml)
         const std::size_t begin = tagEnd + 1;
         const std::size_t end = std::min(vml.find('<', begin), vml.size());
         if (MayNameSomething(vml.substr(begin, end - begin)))
-            sites.push_back({Kind::FormulaText, begin, end});
+            sites.push_back({SiteKind::FormulaText, begin, end});
     }
     return sites;
 }

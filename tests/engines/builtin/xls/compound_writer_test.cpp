@@ -45,8 +45,8 @@ std::string Written(const CompoundWriter& writer)
 /// Some members of a storage, of all sizes, some of them storages.
 std::vector<Node> RandomMembers(std::mt19937& random, int depth)
 {
-    constexpr std::array<std::size_t, 10> kSizes = {0,    63,   64,   65,    1000,
-                                                    4095, 4096, 4097, 10000, 70000};
+    constexpr std::array<std::size_t, 10> kStreamSizes = {0,    63,   64,   65,    1000,
+                                                          4095, 4096, 4097, 10000, 70000};
     std::vector<Node> members;
     for (std::size_t i = 0, count = random() % 12; i < count; ++i) {
         Node member;
@@ -56,8 +56,8 @@ std::vector<Node> RandomMembers(std::mt19937& random, int depth)
             member.stateBits = static_cast<std::uint32_t>(random());
         }
         else {
-            member = Stream(
-                {}, Noise(kSizes[random() % kSizes.size()], static_cast<unsigned>(random())));
+            member = Stream({}, Noise(kStreamSizes[random() % kStreamSizes.size()],
+                                      static_cast<unsigned>(random())));
         }
         member.name = Name(std::string(random() % 4, '_') + std::to_string(i));
         member.modified = random();

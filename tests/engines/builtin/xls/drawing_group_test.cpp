@@ -10,7 +10,7 @@ namespace {
 
 using namespace test;
 
-std::string SheetOf(std::string_view art)
+std::string SheetWithArt(std::string_view art)
 {
     return BofOf(0x10) + RecordOf(RecordType::MsoDrawing, art) + EofRecord();
 }
@@ -53,7 +53,7 @@ TEST(DrawingGroupTest, StaysAsItIsWithoutCopies)
 {
     const auto records = GroupRecords(GroupOf({0x402, 2, 2, 1, 1, 2}));
     DrawingGroup group(DrawingKind::Sheet, records);
-    group.Reserve(FindDrawings(SheetOf(DrawingOf(1, 2, 0x401, ShapeOf(0x400)))));
+    group.Reserve(FindDrawings(SheetWithArt(DrawingOf(1, 2, 0x401, ShapeOf(0x400)))));
     EXPECT_FALSE(group.Changed());
     EXPECT_EQ(RecordsOf(group), records);
 }
@@ -61,7 +61,7 @@ TEST(DrawingGroupTest, StaysAsItIsWithoutCopies)
 TEST(DrawingGroupTest, ACopyGetsADrawingIdAndClustersOfItsOwn)
 {
     const auto records = GroupRecords(GroupOf({0xC01, 3, 5, 2, 1, 3, 2, 2}));
-    const auto sheet = SheetOf(DrawingOf(2, 3, 0x805, ShapeOf(0x800) + ShapeOf(0x805)));
+    const auto sheet = SheetWithArt(DrawingOf(2, 3, 0x805, ShapeOf(0x800) + ShapeOf(0x805)));
     DrawingGroup group(DrawingKind::Sheet, records);
     group.Reserve(FindDrawings(sheet));
 
@@ -77,7 +77,7 @@ TEST(DrawingGroupTest, ACopyGetsADrawingIdAndClustersOfItsOwn)
 TEST(DrawingGroupTest, EveryCopyGetsOthersAndAlwaysTheSame)
 {
     const auto records = GroupRecords(GroupOf({0x402, 2, 2, 1, 1, 2}));
-    const auto sheet = SheetOf(DrawingOf(1, 2, 0x401, ShapeOf(0x400) + ShapeOf(0x401)));
+    const auto sheet = SheetWithArt(DrawingOf(1, 2, 0x401, ShapeOf(0x400) + ShapeOf(0x401)));
     const DrawingGroup group(DrawingKind::Sheet, records);
     DrawingGroup first = group;
     DrawingGroup second = group;
@@ -95,9 +95,9 @@ TEST(DrawingGroupTest, WhatNamesShapesFollowsThem)
         ContainerOf(0xF005, ArtOf(0xF012, LongNumbers({2, 0x401, 0x802, 0x401, 5, 6})) +
                                 ArtOf(0xF017, LongNumbers({4, 0}))); // names none
     const auto sheet =
-        SheetOf(DrawingOf(1, 3, 0x802,
-                          ShapeOf(0x401, PropertiesOf({{0x008A, 0x802}, {0x0301, 0x9000}})) +
-                              ShapeOf(0x802) + rules));
+        SheetWithArt(DrawingOf(1, 3, 0x802,
+                               ShapeOf(0x401, PropertiesOf({{0x008A, 0x802}, {0x0301, 0x9000}})) +
+                                   ShapeOf(0x802) + rules));
     const auto records = GroupRecords(GroupOf({0xC01, 3, 3, 1, 1, 2, 1, 3}));
     DrawingGroup group(DrawingKind::Sheet, records);
 
@@ -115,7 +115,7 @@ TEST(DrawingGroupTest, ManyShapesFillSeveralClusters)
     std::string shapes;
     for (std::uint32_t i = 0; i < 1030; ++i)
         shapes += ShapeOf(0x77); // of a program that gives them all the same id
-    const auto sheet = SheetOf(DrawingOf(1, 1030, 0x77, shapes));
+    const auto sheet = SheetWithArt(DrawingOf(1, 1030, 0x77, shapes));
     const auto records = GroupRecords(GroupOf({0x78, 1, 1030, 1}));
     DrawingGroup group(DrawingKind::Sheet, records);
     group.Reserve(FindDrawings(sheet));
@@ -129,10 +129,10 @@ TEST(DrawingGroupTest, ManyShapesFillSeveralClusters)
 TEST(DrawingGroupTest, ClustersThatTheTableLacksAreListed)
 {
     const auto records = GroupRecords(GroupOf({0x402, 2, 1, 1, 1, 1}));
-    const auto model = SheetOf(DrawingOf(1, 1, 0x400, ShapeOf(0x400)));
+    const auto model = SheetWithArt(DrawingOf(1, 1, 0x400, ShapeOf(0x400)));
     DrawingGroup group(DrawingKind::Sheet, records);
     group.Reserve(FindDrawings(model));
-    group.Reserve(FindDrawings(SheetOf(DrawingOf(9, 1, 0x80A, ShapeOf(0x80A)))));
+    group.Reserve(FindDrawings(SheetWithArt(DrawingOf(9, 1, 0x80A, ShapeOf(0x80A)))));
 
     EXPECT_EQ(FindDrawings(Copied(group, model)).drawings.at(0).shapes.at(0).value, 0xC00U);
     EXPECT_EQ(RecordsOf(group), GroupRecords(GroupOf({0x1001, 4, 2, 2, 1, 1, 9, 11, 2, 1})));
@@ -143,9 +143,9 @@ TEST(DrawingGroupTest, PicturesAreCountedNotCopied)
     const auto pictures = PictureOf(1, 9000) + PictureOf(4, 20) + PictureOf(0, 30);
     const auto art = GroupOf({0x402, 2, 2, 1, 1, 2}, pictures);
     const auto sheet =
-        SheetOf(DrawingOf(1, 2, 0x401,
-                          ShapeOf(0x400, PropertiesOf({{0x4104, 2}, {0x4186, 1}})) +
-                              ShapeOf(0x401, PropertiesOf({{0x4104, 2}, {0x4104, 99}}))));
+        SheetWithArt(DrawingOf(1, 2, 0x401,
+                               ShapeOf(0x400, PropertiesOf({{0x4104, 2}, {0x4186, 1}})) +
+                                   ShapeOf(0x401, PropertiesOf({{0x4104, 2}, {0x4104, 99}}))));
     const auto records = GroupRecords(art);
     DrawingGroup group(DrawingKind::Sheet, records);
     Copied(group, sheet, 5);
@@ -162,7 +162,7 @@ TEST(DrawingGroupTest, ASecondRecordOfTheSameTypeStays)
         records += RecordOf(i < 2 ? RecordType::MsoDrawingGroup : RecordType::Continue,
                             art.substr(i * kLongestRecord, kLongestRecord));
     DrawingGroup group(DrawingKind::Sheet, records);
-    Copied(group, SheetOf(DrawingOf(1, 1, 0x400, ShapeOf(0x400))));
+    Copied(group, SheetWithArt(DrawingOf(1, 1, 0x400, ShapeOf(0x400))));
     const auto changed = RecordsOf(group);
     std::vector<RecordType> types;
     RecordReader reader(changed);
@@ -205,7 +205,7 @@ TEST(DrawingGroupTest, HeaderPicturesHaveAGroupOfTheirOwn)
 
 TEST(DrawingGroupTest, WhereThereIsNoGroupNoneIsMade)
 {
-    const auto sheet = SheetOf(DrawingOf(1, 1, 0x400, ShapeOf(0x400)));
+    const auto sheet = SheetWithArt(DrawingOf(1, 1, 0x400, ShapeOf(0x400)));
     DrawingGroup group(DrawingKind::Sheet, {});
     group.Reserve(FindDrawings(sheet));
     const auto copy = FindDrawings(Copied(group, sheet));
@@ -230,8 +230,8 @@ void ExpectNotCopied(DrawingGroup group, const DrawingPlaces& places, std::strin
 TEST(DrawingGroupTest, DamageIsSaid)
 {
     const auto whole = GroupRecords(GroupOf({0x402, 2, 2, 1, 1, 2}));
-    const auto places = FindDrawings(SheetOf(DrawingOf(1, 1, 0x400, ShapeOf(0x400))));
-    ExpectNotCopied(DrawingGroup(DrawingKind::Sheet, whole), FindDrawings(SheetOf("bad art")),
+    const auto places = FindDrawings(SheetWithArt(DrawingOf(1, 1, 0x400, ShapeOf(0x400))));
+    ExpectNotCopied(DrawingGroup(DrawingKind::Sheet, whole), FindDrawings(SheetWithArt("bad art")),
                     "its drawing is damaged");
     for (const auto& art : {GroupOf({0x402}), ContainerOf(0xF000, ""), ContainerOf(0xF002, ""),
                             std::string("art"), GroupOf({0x402, 2, 2, 1, 1, 2}).substr(0, 30)}) {
@@ -243,7 +243,7 @@ TEST(DrawingGroupTest, DamageIsSaid)
 
 TEST(DrawingGroupTest, IdsEndSomewhere)
 {
-    const auto sheet = SheetOf(DrawingOf(1, 1, 0x400, ShapeOf(0x400)));
+    const auto sheet = SheetWithArt(DrawingOf(1, 1, 0x400, ShapeOf(0x400)));
     const auto places = FindDrawings(sheet);
     const auto records = GroupRecords(GroupOf({0x402, 2, 2, 1, 1, 2}));
     DrawingGroup group(DrawingKind::Sheet, records);

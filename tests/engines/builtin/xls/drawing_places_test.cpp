@@ -9,11 +9,6 @@ namespace {
 
 using namespace test;
 
-std::string SheetOf(std::string_view records)
-{
-    return BofOf(0x10) + std::string(records) + EofRecord();
-}
-
 std::string DrawingRecord(std::string_view art)
 {
     return RecordOf(RecordType::MsoDrawing, art);

@@ -28,11 +28,6 @@ std::string ObjectOf(std::uint16_t flags, std::string_view picture)
                                          std::string(picture) + Numbers({0, 0}));
 }
 
-std::string SheetOf(std::string_view records)
-{
-    return BofOf(0x10) + std::string(records) + EofRecord();
-}
-
 TEST(EmbeddedObjectsTest, AnObjectNamesItsStorage)
 {
     const auto sheet = SheetOf(ObjectOf(1, PicturePart(2, LongNumbers({0x63FA15}))));

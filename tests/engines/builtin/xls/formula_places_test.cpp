@@ -26,7 +26,7 @@ std::string Zeros(std::size_t count)
 }
 
 /// An expression behind its size.
-std::string Sized(const std::string& rgce)
+std::string SizedTokens(const std::string& rgce)
 {
     return Number(static_cast<std::uint16_t>(rgce.size())) + rgce;
 }
@@ -41,12 +41,12 @@ std::string Text(std::string_view utf8)
 /// A formula of an object.
 std::string ObjectFormula(const std::string& rgce, const std::string& more = {})
 {
-    return Sized(Number(static_cast<std::uint16_t>(rgce.size())) + "uuuu" + rgce + more);
+    return SizedTokens(Number(static_cast<std::uint16_t>(rgce.size())) + "uuuu" + rgce + more);
 }
 
 std::string Part(std::uint16_t type, const std::string& data)
 {
-    return Number(type) + Sized(data);
+    return Number(type) + SizedTokens(data);
 }
 
 constexpr std::string_view kNoFormula("\0\0", 2);
@@ -99,12 +99,12 @@ const std::string kFormat(18, 'f'); // of a conditional format, of any size
 
 std::vector<PlaceCase> Cells()
 {
-    return {{"Formula", RecordType::Formula, Zeros(20) + Sized("one") + "array", {"one"}},
-            {"SharedFormula", RecordType::SharedFormula, Zeros(8) + Sized("one"), {"one"}},
-            {"Array", RecordType::Array, Zeros(12) + Sized("one") + "array", {"one"}},
-            {"Chart", RecordType::ChartLink, Zeros(6) + Sized("one"), {"one"}},
+    return {{"Formula", RecordType::Formula, Zeros(20) + SizedTokens("one") + "array", {"one"}},
+            {"SharedFormula", RecordType::SharedFormula, Zeros(8) + SizedTokens("one"), {"one"}},
+            {"Array", RecordType::Array, Zeros(12) + SizedTokens("one") + "array", {"one"}},
+            {"Chart", RecordType::ChartLink, Zeros(6) + SizedTokens("one"), {"one"}},
             {"ChartWithoutFormula", RecordType::ChartLink, Zeros(8), {}},
-            {"OtherRecord", RecordType::Number, Zeros(20) + Sized("one"), {}}};
+            {"OtherRecord", RecordType::Number, Zeros(20) + SizedTokens("one"), {}}};
 }
 
 std::vector<PlaceCase> Names()
@@ -148,8 +148,8 @@ std::vector<PlaceCase> Rules()
 /// A rule of that kind; `format` with its size.
 std::string Rule12(char kind, const std::string& format, const std::string& more)
 {
-    return Zeros(12) + kind + '\1' + Number(3) + Number(0) + format + "one" + Sized("active") +
-           Zeros(5) + '\x10' + Zeros(16) + more;
+    return Zeros(12) + kind + '\1' + Number(3) + Number(0) + format + "one" +
+           SizedTokens("active") + Zeros(5) + '\x10' + Zeros(16) + more;
 }
 
 std::vector<PlaceCase> Rules12()
@@ -158,7 +158,7 @@ std::vector<PlaceCase> Rules12()
     const std::string format = "\5\0\0\0fffff"s;
     const std::string lowest = "\2\0\0"s;
     const std::string number = "\1\0\0dddddddd"s;
-    const std::string formula = "\7"s + Sized("limit");
+    const std::string formula = "\7"s + SizedTokens("limit");
     const std::string domain = Zeros(8);
     const auto type = RecordType::ConditionalFormat12;
     return {{"Rule", type, Rule12(1, format, ""), {"one", "active"}},

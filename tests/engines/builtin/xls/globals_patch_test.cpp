@@ -20,7 +20,8 @@ std::string TabIdsOf(const std::vector<std::uint16_t>& ids)
 }
 
 /// One, a copy of Two in front of it, Two.
-const std::vector<SavedSheet> kSheets = {{"One", 0, false}, {"Copy", 1, true}, {"Two", 1, false}};
+const std::vector<SavedSheet> kOneCopied = {
+    {"One", 0, false}, {"Copy", 1, true}, {"Two", 1, false}};
 
 std::string Patched(const std::string& stream, const std::vector<SavedSheet>& sheets,
                     bool recalculate = false)
@@ -58,20 +59,20 @@ TEST(GlobalsPatchTest, SheetsAreListedInTheirOrderWithTheirNames)
 
 TEST(GlobalsPatchTest, TheWindowShowsTheSameSheetsAndOneIsSelected)
 {
-    EXPECT_TRUE(Patched(Stream({}), kSheets).starts_with(BofOf(5) + WindowOf(2, 0, 1)));
+    EXPECT_TRUE(Patched(Stream({}), kOneCopied).starts_with(BofOf(5) + WindowOf(2, 0, 1)));
 }
 
 TEST(GlobalsPatchTest, CopiesHaveIdsOfTheirOwn)
 {
-    const auto patched = Patched(Stream(TabIdsOf({7, 3})), kSheets);
+    const auto patched = Patched(Stream(TabIdsOf({7, 3})), kOneCopied);
     EXPECT_NE(patched.find(TabIdsOf({7, 8, 3})), patched.npos);
     const auto stream = Stream({});
-    EXPECT_EQ(TabIds(Globals(stream), kSheets), (std::vector<std::uint16_t>{1, 3, 2}));
+    EXPECT_EQ(TabIds(Globals(stream), kOneCopied), (std::vector<std::uint16_t>{1, 3, 2}));
 }
 
 TEST(GlobalsPatchTest, TheBookCountsItsSheets)
 {
-    const auto patched = Patched(Stream(OwnBookOf(2) + ExternSheetOf({0, 1, 1})), kSheets);
+    const auto patched = Patched(Stream(OwnBookOf(2) + ExternSheetOf({0, 1, 1})), kOneCopied);
     EXPECT_NE(patched.find(OwnBookOf(3) + ExternSheetOf({0, 2, 2, 0, 1, 1})), patched.npos);
 }
 
@@ -79,7 +80,7 @@ TEST(GlobalsPatchTest, NamesMoveWithTheirSheetsAndNewOnesComeLast)
 {
     const auto patched = Patched(Stream(OwnBookOf(2) + ExternSheetOf({0, 1, 1}) +
                                         NameOf("Own", 2, CellOn(0)) + NameOf("Of", 0, {})),
-                                 kSheets);
+                                 kOneCopied);
     EXPECT_NE(patched.find(NameOf("Own", 3, CellOn(0)) + NameOf("Of", 0, {}) +
                            NameOf("Own", 2, CellOn(1)) + EofRecord()),
               patched.npos);
@@ -101,12 +102,12 @@ TEST(GlobalsPatchTest, ANewTableOfTextsGoesBehindTheNames)
         Stream(OwnBookOf(2) + ExternSheetOf({0, 1, 1}) + NameOf("Own", 2, CellOn(0)) +
                RecordOf(static_cast<RecordType>(0x0863), "book"));
     const Globals globals(stream);
-    const References references(globals, kSheets);
-    const auto ids = TabIds(globals, kSheets);
+    const References references(globals, kOneCopied);
+    const auto ids = TabIds(globals, kOneCopied);
     const SheetNameLookup names = [](std::string_view) { return std::nullopt; };
     SharedStrings strings({});
     strings.IndexOf("new");
-    SavedGlobals saved{kSheets, references, ids, names};
+    SavedGlobals saved{kOneCopied, references, ids, names};
     saved.strings = &strings;
     saved.textReferences = 5;
     const auto patched = PatchGlobals(globals, saved);
@@ -123,7 +124,7 @@ TEST(GlobalsPatchTest, ANewTableOfTextsGoesBehindTheNames)
 
 TEST(GlobalsPatchTest, FindsTheOffsetsOfTheSavedSheets)
 {
-    const auto patched = Patched(Stream({}), kSheets);
+    const auto patched = Patched(Stream({}), kOneCopied);
     std::vector<std::uint32_t> offsets;
     for (const auto place : OffsetPlaces(patched))
         offsets.push_back(ReadU32(patched, place));

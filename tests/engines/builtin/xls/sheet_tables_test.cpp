@@ -63,11 +63,6 @@ std::string TablesHeader(std::uint32_t next)
     return RecordOf(RecordType::TablesHeader, data);
 }
 
-std::string SheetOf(std::string_view records)
-{
-    return BofOf(0x10) + std::string(records) + EofRecord();
-}
-
 std::string Copied(TableIdentities& identities, const std::string& sheet)
 {
     const auto places = FindTables(sheet);

@@ -38,6 +38,12 @@ inline std::string EofRecord()
     return RecordOf(RecordType::Eof, {});
 }
 
+/// A worksheet of these records.
+inline std::string SheetOf(std::string_view records)
+{
+    return BofOf(0x10) + std::string(records) + EofRecord();
+}
+
 inline std::string BoundSheetOf(std::string_view name, std::uint32_t offset, std::uint8_t type = 0)
 {
     std::string data;

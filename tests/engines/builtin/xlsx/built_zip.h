@@ -8,6 +8,8 @@
 
 namespace orrery::test {
 
+inline constexpr std::size_t kMiB = std::size_t{1} << 20;
+
 /// One entry of a zip container to be built, with everything that a container may say of it.
 struct ZipPart {
     std::string name;

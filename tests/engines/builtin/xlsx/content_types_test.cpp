@@ -8,13 +8,14 @@
 namespace orrery::xlsx {
 namespace {
 
-const std::string kHead = "<?xml version=\"1.0\"?>\n<Types xmlns=\"u\"><Default Extension=\"PNG\" "
-                          "ContentType=\"image/png\"/><Default Extension=\"xml\" "
-                          "ContentType=\"application/xml\"/>";
+const std::string kTypesHead =
+    "<?xml version=\"1.0\"?>\n<Types xmlns=\"u\"><Default Extension=\"PNG\" "
+    "ContentType=\"image/png\"/><Default Extension=\"xml\" "
+    "ContentType=\"application/xml\"/>";
 const std::string kBook = "<Override PartName=\"/xl/Workbook.xml\" ContentType=\"t/book\"/>";
-const std::string kSheet = "<Override ContentType='t/sheet' PartName='/xl/sheet%201.xml'/>";
-const std::string kEnd = "</Types>";
-const std::string kAll = kHead + kBook + kSheet + kEnd;
+const std::string kSheetOverride = "<Override ContentType='t/sheet' PartName='/xl/sheet%201.xml'/>";
+const std::string kTypesEnd = "</Types>";
+const std::string kAll = kTypesHead + kBook + kSheetOverride + kTypesEnd;
 
 struct TypeCase {
     const char* name;
@@ -55,9 +56,9 @@ TEST(ContentTypes, AddsOwnEntriesAtTheEnd)
     types.Set("/xl/sheet2.xml", "t/sheet");
     EXPECT_TRUE(types.Changed());
     EXPECT_EQ(types.TypeOf("/xl/sheet2.xml"), "t/sheet");
-    EXPECT_EQ(types.ToXml(), kHead + kBook + kSheet +
+    EXPECT_EQ(types.ToXml(), kTypesHead + kBook + kSheetOverride +
                                  "<Override PartName=\"/xl/sheet2.xml\" ContentType=\"t/sheet\"/>" +
-                                 kEnd);
+                                 kTypesEnd);
 }
 
 TEST(ContentTypes, ReplacesOwnEntries)
@@ -65,8 +66,8 @@ TEST(ContentTypes, ReplacesOwnEntries)
     ContentTypes types = ContentTypes::Parse(kAll);
     types.Set("/xl/Workbook.xml", "t/other");
     EXPECT_EQ(types.ToXml(),
-              kHead + "<Override PartName=\"/xl/Workbook.xml\" ContentType=\"t/other\"/>" + kSheet +
-                  kEnd);
+              kTypesHead + "<Override PartName=\"/xl/Workbook.xml\" ContentType=\"t/other\"/>" +
+                  kSheetOverride + kTypesEnd);
 }
 
 TEST(ContentTypes, RemovesOwnEntries)
@@ -75,7 +76,7 @@ TEST(ContentTypes, RemovesOwnEntries)
     types.Remove("/xl/WORKBOOK.xml");
     EXPECT_TRUE(types.Changed());
     EXPECT_EQ(types.TypeOf("/xl/workbook.xml"), "application/xml");
-    EXPECT_EQ(types.ToXml(), kHead + kSheet + kEnd);
+    EXPECT_EQ(types.ToXml(), kTypesHead + kSheetOverride + kTypesEnd);
 }
 
 TEST(ContentTypes, KeepsPrefixes)

@@ -5,11 +5,12 @@
 namespace orrery::xlsx {
 namespace {
 
-constexpr std::string_view kSheets = "<sheets><sheet name=\"Desk\" sheetId=\"1\" r:id=\"rId1\"/>"
-                                     "<sheet name=\"Year\" sheetId=\"2\" r:id=\"rId2\"/></sheets>";
+constexpr std::string_view kTwoSheets =
+    "<sheets><sheet name=\"Desk\" sheetId=\"1\" r:id=\"rId1\"/>"
+    "<sheet name=\"Year\" sheetId=\"2\" r:id=\"rId2\"/></sheets>";
 
 /// Desk, renamed; its copy; Year.
-const std::vector<SavedSheet> kCopied = {
+const std::vector<SavedSheet> kDeskCopied = {
     {"Jan", 0, false, 0, ""}, {"Feb", 0, true, 3, "rId3"}, {"Year", 1, false, 0, ""}};
 
 struct NamesCase {
@@ -20,8 +21,8 @@ struct NamesCase {
 class DefinedNamesTest : public testing::TestWithParam<NamesCase> {};
 TEST_P(DefinedNamesTest, FollowTheSheets)
 {
-    const WorkbookFixture workbook(std::string(kSheets) + std::string(GetParam().names));
-    const auto saved = workbook.Save(kCopied);
+    const WorkbookFixture workbook(std::string(kTwoSheets) + std::string(GetParam().names));
+    const auto saved = workbook.Save(kDeskCopied);
     EXPECT_EQ(saved.substr(saved.find("</sheets>") + 9), GetParam().expected);
 }
 
@@ -123,7 +124,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(DefinedNamesTest, EveryCopyHasItsOwn)
 {
-    const WorkbookFixture workbook(std::string(kSheets) +
+    const WorkbookFixture workbook(std::string(kTwoSheets) +
                                    "<definedName name=\"x\">Desk!$A$1</definedName>");
     const auto saved = workbook.Save({{"Desk", 0, false, 0, ""},
                                       {"Desk (2)", 0, true, 3, "rId3"},
@@ -139,7 +140,7 @@ TEST(DefinedNamesTest, EveryCopyHasItsOwn)
 TEST(DefinedNamesTest, AreListedDecoded)
 {
     const WorkbookFixture workbook(
-        std::string(kSheets) +
+        std::string(kTwoSheets) +
         "<definedName name=\"a&amp;b\" localSheetId=\"1\">1&lt;2</definedName>"
         "<definedName name=\"c\"/>");
     ASSERT_EQ(workbook.Part().Names().size(), 2U);

@@ -1,5 +1,7 @@
 #include "engines/builtin/xlsx/identities.h"
 
+#include "saved_package.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -12,14 +14,9 @@ namespace {
 constexpr std::string_view kTableType =
     "application/vnd.openxmlformats-officedocument.spreadsheetml.table+xml";
 
-Package Everything()
-{
-    return Package(std::filesystem::path(ORRERY_TEST_DIR) / "data" / "everything.xlsx");
-}
-
 TEST(IdentitiesTest, TableNamesAvoidDefinedNamesWithoutRegardToCase)
 {
-    const auto package = Everything();
+    const auto package = Package(test::EverythingPath());
     Identities identities(package, {"PLAN_2", "plan_4"});
     EXPECT_EQ(identities.ForCopy(package, {"/xl/tables/table1.xml"}).tables.at("Plan"), "Plan_3");
     EXPECT_EQ(identities.ForCopy(package, {"/xl/tables/table1.xml"}).tables.at("Plan"), "Plan_5");
@@ -27,7 +24,7 @@ TEST(IdentitiesTest, TableNamesAvoidDefinedNamesWithoutRegardToCase)
 
 TEST(IdentitiesTest, GuidsKeepTheirShapeAndAreTheSameInEveryRun)
 {
-    const auto package = Everything();
+    const auto package = Package(test::EverythingPath());
     const std::vector<std::string> parts = {"/xl/threadedComments/threadedComment1.xml"};
     const auto first = Identities(package, {}).ForCopy(package, parts).guids;
     const auto again = Identities(package, {}).ForCopy(package, parts).guids;

@@ -11,8 +11,8 @@ namespace {
 const std::string kHead =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n"
     "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">";
-const std::string kSheet = "<Relationship Id=\"rId1\" Type=\"http://x/worksheet\" "
-                           "Target=\"worksheets/sheet1.xml\"/>";
+const std::string kSheetRelation = "<Relationship Id=\"rId1\" Type=\"http://x/worksheet\" "
+                                   "Target=\"worksheets/sheet1.xml\"/>";
 const std::string kLink = "<Relationship Target='http://a.b/?c=d&amp;e=f'  TargetMode='External' "
                           "Type='http://x/hyperlink' Id='rId7'></Relationship>";
 const std::string kEnd = "</Relationships>";
@@ -24,7 +24,7 @@ Relationships Parse(const std::string& xml)
 
 TEST(Relationships, ReadsEntries)
 {
-    const Relationships all = Parse(kHead + kSheet + kLink + kEnd);
+    const Relationships all = Parse(kHead + kSheetRelation + kLink + kEnd);
     ASSERT_EQ(all.All().size(), 2U);
     EXPECT_EQ(all.All()[0],
               (Relationship{"rId1", "http://x/worksheet", "worksheets/sheet1.xml", false}));
@@ -43,7 +43,7 @@ TEST(Relationships, ReadsPrefixedElements)
 
 TEST(Relationships, FindsByIdAndType)
 {
-    const Relationships all = Parse(kHead + kSheet + kLink + kEnd);
+    const Relationships all = Parse(kHead + kSheetRelation + kLink + kEnd);
     EXPECT_EQ(all.FindById("rId7"), &all.All()[1]);
     EXPECT_EQ(all.FindById("RID7"), nullptr);
     EXPECT_EQ(all.FindByType("worksheet"), &all.All()[0]);
@@ -64,13 +64,13 @@ TEST(Relationships, KnowsBothFamiliesOfTypes)
 
 TEST(Relationships, UnchangedStayAsTheyWere)
 {
-    const std::string xml = kHead + "\n <!-- c -->" + kSheet + kLink + kEnd + "\n";
+    const std::string xml = kHead + "\n <!-- c -->" + kSheetRelation + kLink + kEnd + "\n";
     EXPECT_EQ(Parse(xml).ToXml(), xml);
 }
 
 TEST(Relationships, ChangesOnlyWhatChanged)
 {
-    Relationships all = Parse(kHead + kSheet + kLink + kEnd);
+    Relationships all = Parse(kHead + kSheetRelation + kLink + kEnd);
     all.All()[0].Target = "worksheets/sheet2.xml";
     EXPECT_EQ(all.ToXml(), kHead +
                                "<Relationship Id=\"rId1\" Type=\"http://x/worksheet\" "
@@ -80,10 +80,10 @@ TEST(Relationships, ChangesOnlyWhatChanged)
 
 TEST(Relationships, AddsBehindTheOthersUnderAFreeId)
 {
-    Relationships all = Parse(kHead + kSheet + kLink + kEnd);
+    Relationships all = Parse(kHead + kSheetRelation + kLink + kEnd);
     EXPECT_EQ(all.Add("t/image", "a&b.png"), "rId3");
     EXPECT_EQ(all.ToXml(),
-              kHead + kSheet + kLink +
+              kHead + kSheetRelation + kLink +
                   "<Relationship Id=\"rId3\" Type=\"t/image\" Target=\"a&amp;b.png\"/>" + kEnd);
     for (const char* const id : {"rId4", "rId5", "rId6", "rId8"})
         EXPECT_EQ(all.Add("t/image", "b.png"), id) << "rId7 is taken";
@@ -100,7 +100,7 @@ TEST(Relationships, AddsWithTheRootsPrefix)
 
 TEST(Relationships, Removes)
 {
-    Relationships all = Parse(kHead + kSheet + kLink + kEnd);
+    Relationships all = Parse(kHead + kSheetRelation + kLink + kEnd);
     all.Remove("rId1");
     EXPECT_EQ(all.ToXml(), kHead + kLink + kEnd);
     all.Remove("nobody");

@@ -7,6 +7,12 @@
 
 namespace orrery::test {
 
+/// The fixture that has every part a sheet can own.
+inline std::filesystem::path EverythingPath()
+{
+    return std::filesystem::path(ORRERY_TEST_DIR) / "data" / "everything.xlsx";
+}
+
 /// A saved workbook read back with libzip and pugixml alone, so that no code of the engine judges
 /// its own output.
 class SavedPackage {

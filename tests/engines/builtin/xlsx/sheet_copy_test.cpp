@@ -1,5 +1,7 @@
 #include "engines/builtin/xlsx/sheet_copy.h"
 
+#include "saved_package.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -10,11 +12,6 @@ namespace {
 
 using testing::IsSupersetOf;
 using testing::Not;
-
-Package Everything()
-{
-    return Package(std::filesystem::path(ORRERY_TEST_DIR) / "data" / "everything.xlsx");
-}
 
 SheetNames ModelIs(std::string current)
 {
@@ -27,7 +24,7 @@ SheetNames ModelIs(std::string current)
 
 TEST(OwnedPartsTest, AreAllThatTheSheetReachesButPictures)
 {
-    const auto package = Everything();
+    const auto package = Package(test::EverythingPath());
     const auto owned = OwnedParts(package, "/xl/worksheets/sheet1.xml");
     EXPECT_THAT(owned, IsSupersetOf({"/xl/drawings/drawing1.xml", "/xl/drawings/vmlDrawing1.vml",
                                      "/xl/drawings/vmlDrawing2.vml", "/xl/charts/chart1.xml",
@@ -69,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(SheetCopierTest, CopiesOfACopyAreCopiesOfTheTemplate)
 {
-    auto package = Everything();
+    auto package = Package(test::EverythingPath());
     SheetCopier copier(package, {});
     const NamesOfOwner names{[] { return ModelIs("May"); }, [] { return TableNames(); }};
     const auto first = copier.Copy(

@@ -72,13 +72,13 @@ INSTANTIATE_TEST_SUITE_P(
                     ScanCase{"NamesBeyondAscii", "<\xC3\xA4/>", "<\xC3\xA4|</\xC3\xA4"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-struct RefusedCase {
+struct RefusedXmlCase {
     const char* name;
     std::string xml;
     std::size_t offset; ///< named in the cause
 };
 
-class RefuseTest : public testing::TestWithParam<RefusedCase> {};
+class RefuseTest : public testing::TestWithParam<RefusedXmlCase> {};
 TEST_P(RefuseTest, ThrowsDamagedWithPartAndOffset)
 {
     try {
@@ -94,39 +94,42 @@ TEST_P(RefuseTest, ThrowsDamagedWithPartAndOffset)
 INSTANTIATE_TEST_SUITE_P(
     NotWellFormed, RefuseTest,
     testing::Values(
-        RefusedCase{"Empty", "", 0}, RefusedCase{"OnlyBlanks", " \n", 2},
-        RefusedCase{"OnlyDeclaration", "<?xml version=\"1.0\"?>", 21},
-        RefusedCase{"Text", "hello", 0}, RefusedCase{"Unclosed", "<a><b></b>", 10},
-        RefusedCase{"Mismatched", "<a></b>", 3}, RefusedCase{"LongerEndTag", "<a></ab>", 3},
-        RefusedCase{"ShorterEndTag", "<ab></a>", 4}, RefusedCase{"Crossed", "<a><b></a></b>", 6},
-        RefusedCase{"EndTagFirst", "</a>", 0}, RefusedCase{"TextAfterRoot", "<a/>x", 4},
-        RefusedCase{"SecondRoot", "<a/><b/>", 4}, RefusedCase{"EndTagAfterRoot", "<a/></a>", 4},
-        RefusedCase{"CDataOutside", "<![CDATA[]]><a/>", 0},
-        RefusedCase{"UnterminatedTag", "<a b=\"c\"", 8}, RefusedCase{"UnterminatedName", "<a", 2},
-        RefusedCase{"UnterminatedEndTag", "<a></a", 3},
-        RefusedCase{"UnterminatedValue", "<a b=\"c", 7}, RefusedCase{"LoneBracket", "<", 1},
-        RefusedCase{"UnterminatedComment", "<a><!-- -></a>", 3},
-        RefusedCase{"ShortComment", "<a><!--></a>", 3},
-        RefusedCase{"UnterminatedCData", "<a><![CDATA[x]]</a>", 3},
-        RefusedCase{"UnterminatedInstruction", "<a><?p ></a>", 3},
-        RefusedCase{"DeclarationInside", "<a><?xml version=\"1.0\"?></a>", 3},
-        RefusedCase{"NameOfTag", "<1a/>", 1}, RefusedCase{"BlankBeforeName", "< a/>", 1},
-        RefusedCase{"NoBlankBetweenAttributes", "<a b=\"1\"c=\"2\"/>", 8},
-        RefusedCase{"NoQuotes", "<a b=1/>", 5}, RefusedCase{"NoValue", "<a b/>", 4},
-        RefusedCase{"NoName", "<a =\"1\"/>", 3}, RefusedCase{"SlashInside", "<a / b=\"1\">", 4},
-        RefusedCase{"LessInAttribute", "<a b=\"<\"/>", 6},
-        RefusedCase{"UnknownEntity", "<a>&nbsp;</a>", 3},
-        RefusedCase{"BareAmpersand", "<a>a & b</a>", 5},
-        RefusedCase{"UnfinishedEntity", "<a>&amp</a>", 3},
-        RefusedCase{"BadReference", "<a>&#xFFFF;</a>", 3},
-        RefusedCase{"EntityInAttribute", "<a b=\"&x;\"/>", 6},
-        RefusedCase{"ControlCharacter", "<a>\x01</a>", 3},
-        RefusedCase{"ControlCharacterInAttribute", "<a b=\"\x01\"/>", 6},
-        RefusedCase{"Zero", std::string("<a>\0</a>", 8), 3},
-        RefusedCase{"DocumentType", "<!DOCTYPE a><a/>", 0},
-        RefusedCase{"DocumentTypeWithEntities", "<!DOCTYPE a [<!ENTITY b \"c\">]><a>&b;</a>", 0},
-        RefusedCase{"DocumentTypeInside", "<a><!DOCTYPE a></a>", 3},
-        RefusedCase{"EntityDeclaration", "<a><!ENTITY b \"c\"></a>", 3}),
+        RefusedXmlCase{"Empty", "", 0}, RefusedXmlCase{"OnlyBlanks", " \n", 2},
+        RefusedXmlCase{"OnlyDeclaration", "<?xml version=\"1.0\"?>", 21},
+        RefusedXmlCase{"Text", "hello", 0}, RefusedXmlCase{"Unclosed", "<a><b></b>", 10},
+        RefusedXmlCase{"Mismatched", "<a></b>", 3}, RefusedXmlCase{"LongerEndTag", "<a></ab>", 3},
+        RefusedXmlCase{"ShorterEndTag", "<ab></a>", 4},
+        RefusedXmlCase{"Crossed", "<a><b></a></b>", 6}, RefusedXmlCase{"EndTagFirst", "</a>", 0},
+        RefusedXmlCase{"TextAfterRoot", "<a/>x", 4}, RefusedXmlCase{"SecondRoot", "<a/><b/>", 4},
+        RefusedXmlCase{"EndTagAfterRoot", "<a/></a>", 4},
+        RefusedXmlCase{"CDataOutside", "<![CDATA[]]><a/>", 0},
+        RefusedXmlCase{"UnterminatedTag", "<a b=\"c\"", 8},
+        RefusedXmlCase{"UnterminatedName", "<a", 2},
+        RefusedXmlCase{"UnterminatedEndTag", "<a></a", 3},
+        RefusedXmlCase{"UnterminatedValue", "<a b=\"c", 7}, RefusedXmlCase{"LoneBracket", "<", 1},
+        RefusedXmlCase{"UnterminatedComment", "<a><!-- -></a>", 3},
+        RefusedXmlCase{"ShortComment", "<a><!--></a>", 3},
+        RefusedXmlCase{"UnterminatedCData", "<a><![CDATA[x]]</a>", 3},
+        RefusedXmlCase{"UnterminatedInstruction", "<a><?p ></a>", 3},
+        RefusedXmlCase{"DeclarationInside", "<a><?xml version=\"1.0\"?></a>", 3},
+        RefusedXmlCase{"NameOfTag", "<1a/>", 1}, RefusedXmlCase{"BlankBeforeName", "< a/>", 1},
+        RefusedXmlCase{"NoBlankBetweenAttributes", "<a b=\"1\"c=\"2\"/>", 8},
+        RefusedXmlCase{"NoQuotes", "<a b=1/>", 5}, RefusedXmlCase{"NoValue", "<a b/>", 4},
+        RefusedXmlCase{"NoName", "<a =\"1\"/>", 3},
+        RefusedXmlCase{"SlashInside", "<a / b=\"1\">", 4},
+        RefusedXmlCase{"LessInAttribute", "<a b=\"<\"/>", 6},
+        RefusedXmlCase{"UnknownEntity", "<a>&nbsp;</a>", 3},
+        RefusedXmlCase{"BareAmpersand", "<a>a & b</a>", 5},
+        RefusedXmlCase{"UnfinishedEntity", "<a>&amp</a>", 3},
+        RefusedXmlCase{"BadReference", "<a>&#xFFFF;</a>", 3},
+        RefusedXmlCase{"EntityInAttribute", "<a b=\"&x;\"/>", 6},
+        RefusedXmlCase{"ControlCharacter", "<a>\x01</a>", 3},
+        RefusedXmlCase{"ControlCharacterInAttribute", "<a b=\"\x01\"/>", 6},
+        RefusedXmlCase{"Zero", std::string("<a>\0</a>", 8), 3},
+        RefusedXmlCase{"DocumentType", "<!DOCTYPE a><a/>", 0},
+        RefusedXmlCase{"DocumentTypeWithEntities", "<!DOCTYPE a [<!ENTITY b \"c\">]><a>&b;</a>", 0},
+        RefusedXmlCase{"DocumentTypeInside", "<a><!DOCTYPE a></a>", 3},
+        RefusedXmlCase{"EntityDeclaration", "<a><!ENTITY b \"c\"></a>", 3}),
     [](const auto& row) { return std::string(row.param.name); });
 
 std::string Nested(std::size_t levels)

@@ -14,13 +14,13 @@ namespace {
 
 using test::BuildZip;
 using test::KindThrownBy;
+using test::kMiB;
 using test::PackedBytes;
 using test::ZipPart;
 using testing_support::BytesOf;
 using testing_support::ScratchFolder;
 using util::ErrorKind;
 
-constexpr std::size_t kMiB = std::size_t{1} << 20;
 const std::string kText = "All work and no play makes Jack a dull boy. All work and no play ...";
 
 struct ReadCase {

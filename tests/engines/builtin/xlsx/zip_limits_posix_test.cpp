@@ -12,10 +12,9 @@ namespace {
 
 using test::BuildZip;
 using test::KindThrownBy;
+using test::kMiB;
 using testing_support::ScratchFolder;
 using util::ErrorKind;
-
-constexpr std::size_t kMiB = std::size_t{1} << 20;
 
 TEST(ZipReader, TakesNoMemoryForWhatIsOnlyDeclared)
 {

@@ -39,10 +39,18 @@ if(ORRERY_FUZZ)
     target_link_options(orrery_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# orrery_apart(SOURCES...): keeps the sources that know the Windows headers, whose macros reach
+# everything behind them, out of a build that joins sources.
+function(orrery_apart)
+    list(FILTER ARGN INCLUDE REGEX "_windows(_test)?[.]cpp$")
+    set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
+
 # orrery_library(NAME SOURCES... LINK libraries...): one folder, one library.
 function(orrery_library name)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
     add_library(${name} STATIC ${ARG_UNPARSED_ARGUMENTS})
+    orrery_apart(${ARG_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PUBLIC orrery_options ${ARG_LINK})
 endfunction()
 
@@ -50,11 +58,12 @@ endfunction()
 function(orrery_test name)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
     add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
+    orrery_apart(${ARG_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PRIVATE orrery_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
     target_compile_definitions(${name} PRIVATE
         ORRERY_SOURCE_DIR="${PROJECT_SOURCE_DIR}" ORRERY_TEST_DIR="${CMAKE_CURRENT_SOURCE_DIR}")
     if(WIN32) # every start of a program costs time there: it is one test
-        target_compile_options(${name} PRIVATE $<$<BOOL:${MINGW}>:-O0>)
+        target_compile_options(${name} PRIVATE "$<$<BOOL:${MINGW}>:-O0;-Wa,-mbig-obj>")
         add_test(NAME ${name} COMMAND ${name})
         set_tests_properties(${name} PROPERTIES TIMEOUT 600)
     else()
@@ -80,20 +89,27 @@ function(orrery_fuzzer name source)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
 endfunction()
 
-# orrery_sources(VARIABLE FOLDER): the sources of all targets of a folder and those below it, from the
-# project's root. Sources for another system are in no target, so they are not among them.
+# orrery_sources(VARIABLE FOLDER): the sources of all targets below src, as the compiler gets them: where
+# a target is built as one, that one file. Sources for another system are in no target.
 function(orrery_sources variable folder)
     set(found)
     get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
     foreach(target ${targets})
         get_target_property(sources ${target} SOURCES)
         get_target_property(here ${target} SOURCE_DIR)
+        get_target_property(binary ${target} BINARY_DIR)
+        get_target_property(unity ${target} UNITY_BUILD)
+        list(FILTER sources INCLUDE REGEX "[.]cpp$")
+        if(NOT here MATCHES "^${PROJECT_SOURCE_DIR}/src/" OR NOT sources)
+            continue()
+        endif()
+        list(LENGTH sources count)
+        if(unity AND count GREATER 1)
+            set(sources ${binary}/CMakeFiles/${target}.dir/Unity/unity_0_cxx.cxx)
+        endif()
         foreach(source ${sources})
-            if(source MATCHES "[.]cpp$")
-                cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${here} NORMALIZE)
-                cmake_path(RELATIVE_PATH source BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
-                list(APPEND found ${source})
-            endif()
+            cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${here} NORMALIZE)
+            list(APPEND found ${source})
         endforeach()
     endforeach()
     get_property(folders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
@@ -101,12 +117,11 @@ function(orrery_sources variable folder)
         orrery_sources(sources ${below})
         list(APPEND found ${sources})
     endforeach()
-    list(REMOVE_DUPLICATES found)
     set(${variable} ${found} PARENT_SCOPE)
 endfunction()
 
-# orrery_tidy(): a target `tidy` that runs clang-tidy over the sources of all targets in src; a file
-# is looked at again only when it, a header or the configuration has changed.
+# orrery_tidy(): a target `tidy` that runs clang-tidy over what src holds for this system; it looks
+# again only when something there, or the configuration, has changed.
 function(orrery_tidy)
     find_program(ORRERY_CLANG_TIDY clang-tidy)
     if(NOT ORRERY_CLANG_TIDY)
@@ -114,17 +129,25 @@ function(orrery_tidy)
     endif()
     file(GLOB_RECURSE headers ${PROJECT_SOURCE_DIR}/src/*.h)
     orrery_sources(sources ${PROJECT_SOURCE_DIR})
-    list(FILTER sources INCLUDE REGEX "^src/")
     set(stamps)
     foreach(source ${sources})
-        string(REPLACE "/" "_" stamp ${source})
+        # A file that includes others is as old as the newest of them.
+        set(included)
+        set(checks)
+        if(source MATCHES "/([^/]+)[.]dir/Unity/")
+            get_target_property(here ${CMAKE_MATCH_1} SOURCE_DIR)
+            file(GLOB included ${here}/*.cpp)
+            set(checks --checks=-bugprone-suspicious-include)
+        endif()
+        cmake_path(RELATIVE_PATH source BASE_DIRECTORY ${PROJECT_SOURCE_DIR} OUTPUT_VARIABLE name)
+        string(REPLACE "/" "_" stamp ${name})
         set(stamp ${PROJECT_BINARY_DIR}/tidy/${stamp}.stamp)
         add_custom_command(OUTPUT ${stamp}
-            COMMAND ${ORRERY_CLANG_TIDY} --quiet -p ${PROJECT_BINARY_DIR} ${source}
+            COMMAND ${ORRERY_CLANG_TIDY} --quiet ${checks} -p ${PROJECT_BINARY_DIR} ${source}
             COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
-            DEPENDS ${PROJECT_SOURCE_DIR}/${source} ${headers} ${PROJECT_SOURCE_DIR}/.clang-tidy
+            DEPENDS ${source} ${included} ${headers} ${PROJECT_SOURCE_DIR}/.clang-tidy
             WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
-            COMMENT "clang-tidy ${source}")
+            COMMENT "clang-tidy ${name}")
         list(APPEND stamps ${stamp})
     endforeach()
     file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/tidy)

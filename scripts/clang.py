@@ -62,10 +62,11 @@ def command_for(entry):
 
 
 def entries_of(build):
-    """What the build compiles of the programs' sources, each source once."""
-    entries = json.loads((pathlib.Path(build) / "compile_commands.json").read_text())
+    """What the build compiles of the programs' sources, each source once, or the files that hold them."""
+    build = pathlib.Path(build).resolve()
+    entries = json.loads((build / "compile_commands.json").read_text())
     own = {entry["file"]: entry for entry in entries
-           if SOURCES in pathlib.Path(entry["file"]).parents}
+           if {SOURCES, build / "src"} & set(pathlib.Path(entry["file"]).parents)}
     if not own:
         sys.exit(f"{build}: no source of {SOURCES} is compiled there")
     return own.values()
@@ -87,9 +88,9 @@ def main(builds):
                 if result.returncode != 0:
                     failures += 1
                     print(result.stdout + result.stderr, end="")
-            print(f"{build}: {len(entries)} sources checked with clang")
+            print(f"{build}: {len(entries)} files checked with clang")
     if failures:
-        sys.exit(f"clang refuses {failures} of the sources")
+        sys.exit(f"clang refuses {failures} of the files")
 
 
 if __name__ == "__main__":

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything with warnings as errors, and runs every native test:
-# layout of the code, clang-tidy, the fuzzers for a short while, the whole suite under
+# layout of the code, the fuzzers for a short while, clang-tidy, the whole suite under
 # AddressSanitizer and UndefinedBehaviorSanitizer, and the suite as it is shipped.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -21,17 +21,19 @@ step "Build"
 cmake --preset linux >/dev/null
 cmake --build --preset linux
 
-step "clang-tidy"
-cmake --build --preset linux --target tidy
-
 step "Fuzzers"
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz
 scripts/fuzz.sh 20
 
-step "Suite under sanitizers"
+step "Build with sanitizers"
 cmake --preset linux-asan >/dev/null
 cmake --build --preset linux-asan
+
+step "clang-tidy"
+cmake --build --preset linux-asan --target tidy
+
+step "Suite under sanitizers"
 ctest --preset linux-asan -j2
 
 step "Suite"

@@ -66,7 +66,8 @@ def entries_of(build):
     build = pathlib.Path(build).resolve()
     entries = json.loads((build / "compile_commands.json").read_text())
     own = {entry["file"]: entry for entry in entries
-           if {SOURCES, build / "src"} & set(pathlib.Path(entry["file"]).parents)}
+           if {SOURCES, build / "src"} & set(pathlib.Path(entry["file"]).parents)
+           and entry["file"].endswith((".cpp", ".cxx"))}
     if not own:
         sys.exit(f"{build}: no source of {SOURCES} is compiled there")
     return own.values()

@@ -5,6 +5,8 @@
 #include <tlhelp32.h>
 
 #include <algorithm>
+#include <array>
+#include <filesystem>
 #include <vector>
 
 namespace orrery::excel {
@@ -48,14 +50,28 @@ bool IsStartedForUs(const Entry& process, const std::vector<Entry>& all)
     });
 }
 
+/// Whether an open process, whose id nobody else can get any more, is of the image.
+bool IsOfImage(HANDLE process, const std::wstring& image)
+{
+    std::array<wchar_t, 32768> path = {};
+    auto length = static_cast<DWORD>(path.size());
+    if (QueryFullProcessImageNameW(process, 0, path.data(), &length) == FALSE)
+        return false;
+    return IsSameFileName(std::filesystem::path(path.data()).filename().wstring(), image);
+}
+
 } // namespace
 
-std::optional<Process> Process::Open(DWORD id)
+std::optional<Process> Process::Open(DWORD id, const std::wstring& image)
 {
-    const HANDLE handle = OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, id);
+    constexpr DWORD kAccess = SYNCHRONIZE | PROCESS_TERMINATE | PROCESS_QUERY_LIMITED_INFORMATION;
+    const HANDLE handle = OpenProcess(kAccess, FALSE, id);
     if (handle == nullptr)
         return std::nullopt;
-    return Process(handle);
+    Process process(handle);
+    if (!IsOfImage(handle, image))
+        return std::nullopt;
+    return process;
 }
 
 Process::~Process()
@@ -90,7 +106,7 @@ std::optional<Process> ProcessWatch::Started() const
             IsStartedForUs(process, all))
             found.push_back(process.id);
     }
-    return found.size() == 1 ? Process::Open(found.front()) : std::nullopt;
+    return found.size() == 1 ? Process::Open(found.front(), image_) : std::nullopt;
 }
 
 } // namespace orrery::excel

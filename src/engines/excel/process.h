@@ -12,8 +12,9 @@ namespace orrery::excel {
 /// A process that may be waited for and ended; it does not end with its owner.
 class Process {
 public:
-    /// Nothing where there is none of that id, or it belongs to somebody else.
-    static std::optional<Process> Open(DWORD id);
+    /// Nothing where there is none of that id, it belongs to somebody else, or, as ids are used
+    /// again, it is not of that image, a file name such as "EXCEL.EXE" in any case.
+    static std::optional<Process> Open(DWORD id, const std::wstring& image);
     ~Process();
     Process(Process&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
     Process& operator=(Process&&) = delete;

@@ -84,8 +84,13 @@ TEST(ProcessWatchTest, LooksAtTheImage)
 
 TEST(ProcessTest, OpensOnlyWhatIsThere)
 {
-    EXPECT_FALSE(Process::Open(0).has_value());
-    EXPECT_TRUE(Process::Open(GetCurrentProcessId()).has_value());
+    EXPECT_FALSE(Process::Open(0, L"excel_tests.exe").has_value());
+    EXPECT_TRUE(Process::Open(GetCurrentProcessId(), L"EXCEL_tests.exe").has_value());
+}
+
+TEST(ProcessTest, OpensNoneOfAnotherImage)
+{
+    EXPECT_FALSE(Process::Open(GetCurrentProcessId(), L"EXCEL.EXE").has_value());
 }
 
 } // namespace

@@ -136,8 +136,7 @@ std::unique_ptr<generate::Application> StartWithClock(std::chrono::milliseconds&
         const automation::Variant application = StartServer();
         EXPECT_NE(application.AsObject(), nullptr);
         application.AsObject()->QueryInterface(IID_IDispatch, object.ReceiveAny());
-        return excel::Instance{std::move(object),
-                               excel::Process::Open(TestServer::Processes().at(0))};
+        return excel::Instance{std::move(object), TestServer::Process()};
     };
     return std::make_unique<excel::ExcelApplication>(start, std::make_unique<PausedClock>(passed));
 }

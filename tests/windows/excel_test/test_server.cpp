@@ -19,6 +19,11 @@ namespace {
 
 const std::filesystem::path kProgram = util::ToPath(ORRERY_EXCEL_SERVER);
 
+std::wstring Image()
+{
+    return kProgram.filename().wstring();
+}
+
 using Clock = std::chrono::steady_clock;
 constexpr auto kPoll = std::chrono::milliseconds(20);
 
@@ -136,13 +141,18 @@ bool TestServer::Has(const std::string& line) const
     return std::find(lines.begin(), lines.end(), line) != lines.end();
 }
 
+std::optional<excel::Process> TestServer::Process()
+{
+    return excel::Process::Open(Processes().at(0), Image());
+}
+
 std::vector<unsigned long> TestServer::Processes()
 {
     std::vector<unsigned long> found;
     const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
     PROCESSENTRY32W entry = {};
     entry.dwSize = sizeof entry;
-    const std::wstring image = kProgram.filename().wstring();
+    const std::wstring image = Image();
     for (BOOL more = Process32FirstW(snapshot, &entry); more != FALSE;
          more = Process32NextW(snapshot, &entry)) {
         if (CompareStringOrdinal(entry.szExeFile, -1, image.c_str(), -1, TRUE) == CSTR_EQUAL)
@@ -175,12 +185,8 @@ void TestServer::CloseAll()
 void TestServer::KillAll()
 {
     for (const unsigned long id : Processes()) {
-        const HANDLE process = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
-        if (process == nullptr)
-            continue; // gone by itself
-        TerminateProcess(process, 1);
-        WaitForSingleObject(process, 5000);
-        CloseHandle(process);
+        if (const auto process = excel::Process::Open(id, Image()))
+            process->End(); // else it is gone by itself
     }
 }
 

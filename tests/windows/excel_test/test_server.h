@@ -1,7 +1,10 @@
 #pragma once
 
+#include "engines/excel/process.h"
+
 #include <chrono>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +34,8 @@ public:
 
     /// The running servers.
     static std::vector<unsigned long> Processes();
+    /// The first of them.
+    static std::optional<excel::Process> Process();
     /// Whether so many servers run, now or within that time.
     static bool WaitForProcesses(std::size_t count,
                                  std::chrono::milliseconds time = std::chrono::seconds(20));

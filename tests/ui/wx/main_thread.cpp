@@ -13,14 +13,21 @@ void PostToMain(std::function<void()> function)
     WakeMainThread();
 }
 
-void WaitFor(const std::string& event, const std::function<bool()>& happened)
+bool HappensWithin(std::chrono::milliseconds time, const std::function<bool()>& happened)
 {
-    const auto end = std::chrono::steady_clock::now() + kPatience;
+    const auto end = std::chrono::steady_clock::now() + time;
     while (!OnMain(happened)) {
         if (std::chrono::steady_clock::now() > end)
-            throw TookTooLong("Waited in vain for: " + event);
+            return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
+    return true;
+}
+
+void WaitFor(const std::string& event, const std::function<bool()>& happened)
+{
+    if (!HappensWithin(kPatience, happened))
+        throw TookTooLong("Waited in vain for: " + event);
 }
 
 void Settle()

@@ -41,6 +41,9 @@ template <typename Function> auto OnMain(Function function) -> std::invoke_resul
     return result.get();
 }
 
+/// Whether the main thread sees it happen within that time.
+bool HappensWithin(std::chrono::milliseconds time, const std::function<bool()>& happened);
+
 /// Asks the main thread again and again until the answer is yes; TookTooLong names the event.
 void WaitFor(const std::string& event, const std::function<bool()>& happened);
 

@@ -174,7 +174,11 @@ void Robot::MoveAway()
 
 void Robot::Enter(const std::string& name, const std::string& text)
 {
+    constexpr auto kGlance = std::chrono::seconds(3);
     Click(name);
+    // On a busy machine a click may get lost on its way; who types looks where the text will go.
+    if (!HappensWithin(kGlance, [name] { return NameOfFocus() == name; }))
+        Click(name);
     WaitForFocus(name);
     Key('A', wxMOD_CONTROL);
     Key(WXK_DELETE);

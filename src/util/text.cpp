@@ -10,6 +10,7 @@ namespace orrery::util {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
+
 char UpperAscii(char c)
 {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;

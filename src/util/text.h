@@ -18,9 +18,10 @@ std::string Join(const std::vector<std::string>& pieces, std::string_view separa
 /// The lines of a text without their ends (CR LF, LF or CR); a last line without an end counts.
 std::vector<std::string_view> SplitLines(std::string_view text);
 
-bool IsValidUtf8(std::string_view text);
 /// What a UTF-8 file may begin with.
 inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool IsValidUtf8(std::string_view text);
 /// Bytes of a text file as UTF-8: as they are when valid UTF-8 (a byte-order mark is dropped),
 /// else decoded from the system's single-byte code page.
 std::string DecodeTextFile(std::string_view bytes);

@@ -81,7 +81,7 @@ _orrery_cli()
     if [[ $current == -* ]]; then
         case $command in
             generate)
-                set -- $folders --output-folder --engine --open --json --help
+                set -- $folders --output-folder --engine --pdf --open --json --help
                 ;;
             check)
                 set -- $folders --engine --json --help

@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 
 install_packages "${packages_build[@]}"
 cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DORRERY_TESTS=OFF \
-    -DORRERY_BENCH=OFF >/dev/null
+    -DORRERY_BENCH=OFF -DORRERY_LIBREOFFICE=OFF >/dev/null
 cmake --build build/demo
 
 mkdir -p output

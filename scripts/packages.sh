@@ -11,14 +11,14 @@ packages_test=(libgtest-dev libgmock-dev libbenchmark-dev clang clang-tidy clang
     libclang-rt-14-dev git unzip zip xz-utils man-db groff bash-completion
     python3 python3-openpyxl python3-xlsxwriter python3-pil python3-numpy python3-dateutil
     python3-icu python3-uno python3-xlrd python3-xlwt libapache-poi-java default-jdk-headless
-    gnumeric libreoffice-calc poppler-utils
+    gnumeric libreoffice-calc libreoffice-dev poppler-utils
     fonts-crosextra-carlito fonts-liberation
     python3-html5lib lintian desktop-file-utils appstream xdg-utils gtk-update-icon-cache dpkg-dev)
 # The Windows program: cross compiler, its libraries' sources, set-up program, and where it runs.
 packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev xz-utils make nsis wine
     wine64 fonts-wine locales)
 packages_bench=(libbenchmark-dev python3 python3-openpyxl python3-xlrd python3-xlwt python3-uno
-    libreoffice-calc)
+    libreoffice-calc libreoffice-dev)
 
 install_packages() {
     local missing=() package

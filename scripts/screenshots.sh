@@ -7,7 +7,7 @@ install_packages "${packages_build[@]}" "${packages_test[@]}" "${packages_window
 cmake --preset linux >/dev/null
 cmake --build --preset linux --target window_tests
 ctest --preset linux -R '^window\.pictures-light-100$'
-for name in main main-saved parameters-monthly parameters-yearly holidays tip about; do
+for name in main main-saved main-pdf parameters-monthly parameters-yearly holidays tip about; do
     convert "build/linux/screenshots/light-100/$name.png" -strip -define png:compression-level=9 \
         "docs/images/window/$name.png"
 done

@@ -28,4 +28,9 @@ holidays. What a calendar does not write stays as the template has it.
 Templates are .xls or .xlsx workbooks; no spreadsheet program is needed to
 make calendars from them. Five templates and the holidays of more than twenty
 countries come with the program, as does a command line for scripts.")
+if(TARGET orrery-libreoffice) # it is not linked with LibreOffice: the package does not depend on it
+    set(CPACK_DEBIAN_PACKAGE_SUGGESTS "libreoffice-calc")
+    string(APPEND CPACK_DEBIAN_PACKAGE_DESCRIPTION
+        "\n.\nWith LibreOffice it makes PDF files of the calendars, too.")
+endif()
 include(CPack)

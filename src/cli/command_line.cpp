@@ -19,6 +19,8 @@ constexpr const char* kExamples = R"(Examples:
       One calendar: 2027Desk.xls in the output folder.
   orrery-cli generate ~/calendars/Wall.xlsx 2027-2036 --output-folder ~/walls
       Ten calendars from a template of your own, with the Wall.ini beside it.
+  orrery-cli generate Desk.xls 2027 --pdf
+      The calendar, and a PDF of its pages made by LibreOffice.
   orrery-cli check Desk.xls 2027
       Whether the sheets are there and every cell lies inside them.
   orrery-cli holidays Germany.txt 2027
@@ -89,10 +91,13 @@ void AddGenerate(CLI::App& app, CommandLine& line)
                     "Save here; a workbook of the same name is replaced")
         ->type_name("DIR");
     AddEngine(command, line);
+    command.add_flag("--pdf", line.pdf,
+                     "Make a PDF of the calendar's pages, too; this needs LibreOffice");
     command.add_flag("--open", line.open, "Open each saved workbook with the desktop's program");
     AddJson(command, line);
     command.footer("Prints the path of each saved workbook. For a year and a template Desk.xls\n"
-                   "that is 2027Desk.xls in the output folder.");
+                   "that is 2027Desk.xls in the output folder. With --pdf the path of the PDF\n"
+                   "follows, 2027Desk.pdf in the same folder.");
 }
 
 void AddTemplateCommands(CLI::App& app, CommandLine& line)

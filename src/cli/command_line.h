@@ -24,6 +24,7 @@ struct CommandLine {
     std::optional<std::string> holidayFolder;
     std::string engine; ///< empty: as the settings say
     bool open = false;  ///< open the saved workbook
+    bool pdf = false;   ///< make a PDF of it, too
     bool json = false;
 };
 

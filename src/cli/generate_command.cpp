@@ -1,4 +1,5 @@
 #include "cli/commands.h"
+#include "util/error.h"
 #include "util/paths.h"
 #include "util/shell.h"
 
@@ -56,18 +57,32 @@ generate::Opener OpenerFor(const CommandLine& line, util::ErrorReporter& reporte
     };
 }
 
-void PrintGenerateJson(Session& session, const std::string& engine,
-                       const std::vector<std::string>& saved)
+/// The paths of the files that a command made.
+struct MadeFiles {
+    std::vector<std::string> workbooks;
+    std::vector<std::string> pdfs;
+};
+
+void PrintGenerateJson(Session& session, const std::string& engine, const MadeFiles& made)
 {
     JsonWriter json;
-    json.BeginObject().Key("engine").Text(engine).Key("saved").Texts(saved);
+    json.BeginObject().Key("engine").Text(engine).Key("saved").Texts(made.workbooks);
+    if (session.line.pdf)
+        json.Key("pdf").Texts(made.pdfs);
     json.Key("reports").Texts(session.reporter.Reports()).EndObject();
     PrintJson(session, json);
 }
 
-/// One run for each year; a year that fails does not stop the others. The saved paths.
-std::vector<std::string> GenerateYears(Session& session, ChosenTemplate& chosen,
-                                       const std::string& engine)
+/// A path on a line of its own, as soon as the file is there.
+void Take(const std::string& path, Session& session, std::vector<std::string>& paths)
+{
+    if (!session.line.json)
+        session.console.out << path << '\n' << std::flush;
+    paths.push_back(path);
+}
+
+/// One run for each year; a year that fails does not stop the others.
+MadeFiles GenerateYears(Session& session, ChosenTemplate& chosen, const std::string& engine)
 {
     const CommandLine& line = session.line;
     ProgressBar bar(session.console.err, session.console.errIsTerminal && line.years.size() > 1,
@@ -81,22 +96,24 @@ std::vector<std::string> GenerateYears(Session& session, ChosenTemplate& chosen,
         bar.Show(year * kStepsPerYear + before + static_cast<std::size_t>(month),
                  ProgressLabel(year + 1, line.years.size(), line.years[year]));
     };
-    std::vector<std::string> saved;
+    generate::PdfMaker pdfMaker(session.engines);
+    MadeFiles made;
     for (; year < line.years.size(); ++year) {
         const generate::GenerateRequest request{line.years[year], chosen.file,
                                                 chosen.settings.TemplatePath,
                                                 chosen.settings.OutputPath};
-        auto path = generate::RunGenerate(
+        const auto saved = generate::RunGenerate(
             request, chosen.sets,
-            [&] { return session.engines.Start(engine, OpenerFor(line, reporter)); }, context,
-            view);
+            [&] { return session.engines.Start(engine, OpenerFor(line, reporter)); }, context, view,
+            line.pdf ? &pdfMaker : nullptr);
         bar.Clear();
-        if (path && !line.json)
-            session.console.out << *path << '\n' << std::flush;
-        if (path)
-            saved.push_back(std::move(*path));
+        if (!saved)
+            continue;
+        Take(saved->workbook, session, made.workbooks);
+        if (saved->pdf)
+            Take(*saved->pdf, session, made.pdfs);
     }
-    return saved;
+    return made;
 }
 
 } // namespace
@@ -105,9 +122,11 @@ void RunGenerateCommand(Session& session)
 {
     ChosenTemplate chosen = ChooseTemplate(session);
     const std::string engine = ChooseEngine(session, chosen.settings);
-    const auto saved = GenerateYears(session, chosen, engine);
+    if (session.line.pdf && !session.engines.CanPrintPdf())
+        throw Error(util::ErrorKind::PdfNotAvailable);
+    const MadeFiles made = GenerateYears(session, chosen, engine);
     if (session.line.json)
-        PrintGenerateJson(session, engine, saved);
+        PrintGenerateJson(session, engine, made);
 }
 
 } // namespace orrery::cli

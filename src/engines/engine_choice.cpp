@@ -2,6 +2,7 @@
 
 #include "engines/builtin/application.h"
 #include "engines/excel/application.h"
+#include "engines/libreoffice/libreoffice.h"
 #include "util/error.h"
 #include "util/text.h"
 
@@ -58,6 +59,8 @@ EngineChoice ResolveEngine(EngineChoice choice)
             return choice;
         break;
     case EngineChoice::LibreOffice:
+        if (libreoffice::IsInstalled())
+            return choice;
         break;
     }
     throw Error(util::ErrorKind::EngineMissing, std::string(EngineName(choice)));
@@ -66,9 +69,14 @@ EngineChoice ResolveEngine(EngineChoice choice)
 std::unique_ptr<generate::Application> CreateApplication(EngineChoice choice,
                                                          generate::Opener opener)
 {
-    if (ResolveEngine(choice) == EngineChoice::Excel)
+    switch (ResolveEngine(choice)) {
+    case EngineChoice::Excel:
         return excel::CreateApplication();
-    return builtin::CreateApplication(std::move(opener));
+    case EngineChoice::LibreOffice:
+        return libreoffice::CreateApplication();
+    default:
+        return builtin::CreateApplication(std::move(opener));
+    }
 }
 
 std::string InstalledEngines::Resolve(const std::string& name) const
@@ -80,6 +88,18 @@ std::unique_ptr<generate::Application> InstalledEngines::Start(const std::string
                                                                generate::Opener opener)
 {
     return CreateApplication(ChoiceOf(name), std::move(opener));
+}
+
+bool InstalledEngines::CanPrintPdf() const
+{
+    return libreoffice::IsInstalled();
+}
+
+std::unique_ptr<generate::PdfPrinter> InstalledEngines::StartPdfPrinter()
+{
+    if (!CanPrintPdf())
+        throw Error(util::ErrorKind::PdfNotAvailable);
+    return libreoffice::CreatePdfPrinter();
 }
 
 } // namespace orrery::engines

@@ -37,6 +37,8 @@ public:
     std::string Resolve(const std::string& name) const override;
     std::unique_ptr<generate::Application> Start(const std::string& name,
                                                  generate::Opener opener) override;
+    bool CanPrintPdf() const override;
+    std::unique_ptr<generate::PdfPrinter> StartPdfPrinter() override;
 };
 
 } // namespace orrery::engines

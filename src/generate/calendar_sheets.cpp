@@ -43,6 +43,12 @@ void FillAndTell(Worksheet& sheet, std::int16_t year, std::int16_t month, Calend
         context.progress(kind, month);
 }
 
+void TellSheet(const Worksheet& sheet, const Context& context)
+{
+    if (context.calendarSheet)
+        context.calendarSheet(sheet.Name());
+}
+
 /// Renames a sheet after a month of a list. False where the list or the name does not serve.
 bool NameAfterMonth(Worksheet& sheet, std::int16_t list, std::int16_t month,
                     const model::NameTables& names)
@@ -102,6 +108,7 @@ void FillMonthSheets(Worksheet& first, std::int16_t year,
         if (month > 1)
             sheet = &SheetAfter(*sheet);
         FillAndTell(*sheet, year, month, CalendarKind::Monthly, parameters, context);
+        TellSheet(*sheet, context);
     }
 }
 
@@ -156,6 +163,7 @@ void FillMonthBlocks(Worksheet& sheet, std::int16_t year, model::YearlyParameter
         FillAndTell(sheet, year, month, CalendarKind::Yearly, parameters, context);
     }
     PutBack(origins, parameters);
+    TellSheet(sheet, context);
 }
 
 } // namespace

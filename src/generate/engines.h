@@ -1,5 +1,6 @@
 #pragma once
 
+#include "generate/pdf_printer.h"
 #include "generate/spreadsheet.h"
 
 #include <filesystem>
@@ -21,6 +22,11 @@ public:
     /// Starts one by its resolved name. One that has no window of its own hands the saved workbook
     /// to the opener, which may be empty, when it becomes visible.
     virtual std::unique_ptr<Application> Start(const std::string& name, Opener opener) = 0;
+
+    /// Whether something here makes PDF files of workbooks, whichever application wrote them.
+    virtual bool CanPrintPdf() const = 0;
+    /// Starts it. Throws Error (PdfNotAvailable, ApplicationFailure).
+    virtual std::unique_ptr<PdfPrinter> StartPdfPrinter() = 0;
 };
 
 } // namespace orrery::generate

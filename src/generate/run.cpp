@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <fstream>
 #include <system_error>
+#include <vector>
 
 namespace orrery::generate {
 namespace {
@@ -124,6 +125,40 @@ bool UseApplication(Application& application, const GenerateJob& job, model::Par
     return saved;
 }
 
+/// Takes down the names of the sheets that runs fill, as long as it lives.
+class SheetNames {
+public:
+    explicit SheetNames(Context& context) : context_(context)
+    {
+        context.calendarSheet = [this](const std::string& name) { names_.push_back(name); };
+    }
+    ~SheetNames() { context_.calendarSheet = {}; }
+    SheetNames(const SheetNames&) = delete;
+    SheetNames& operator=(const SheetNames&) = delete;
+
+    const std::vector<std::string>& Names() const { return names_; }
+
+private:
+    Context& context_;
+    std::vector<std::string> names_;
+};
+
+/// The workbook and, where there is a maker, its PDF.
+std::optional<SavedCalendar> MakeFiles(const ApplicationFactory& startApplication,
+                                       const GenerateJob& job, model::ParameterSets& sets,
+                                       Context& context, PdfMaker* pdfMaker)
+{
+    std::optional<SheetNames> sheets;
+    if (pdfMaker != nullptr)
+        sheets.emplace(context);
+    if (!GenerateCalendar(startApplication, job, sets, context))
+        return std::nullopt;
+    SavedCalendar files{job.outputPath, std::nullopt};
+    if (sheets)
+        files.pdf = pdfMaker->Make(job.outputPath, sheets->Names(), context);
+    return files;
+}
+
 } // namespace
 
 std::optional<std::int16_t> ReadYear(std::string_view text)
@@ -146,12 +181,12 @@ std::variant<GenerateJob, RequestProblem> CheckRequest(const GenerateRequest& re
                        request.outputFolder + std::to_string(*year) + request.templateFile};
 }
 
-std::optional<std::string> RunGenerate(const GenerateRequest& request, model::ParameterSets& sets,
-                                       const ApplicationFactory& startApplication, Context& context,
-                                       GenerateView& view)
+std::optional<SavedCalendar> RunGenerate(const GenerateRequest& request, model::ParameterSets& sets,
+                                         const ApplicationFactory& startApplication,
+                                         Context& context, GenerateView& view, PdfMaker* pdfMaker)
 {
     bool hourglass = false;
-    std::optional<std::string> saved;
+    std::optional<SavedCalendar> saved;
     try {
         const auto checked = CheckRequest(request);
         if (const auto* problem = std::get_if<RequestProblem>(&checked)) {
@@ -162,8 +197,7 @@ std::optional<std::string> RunGenerate(const GenerateRequest& request, model::Pa
         context.easter = holidays::EasterDate(job.year);
         view.SetHourglass(true);
         hourglass = true;
-        if (GenerateCalendar(startApplication, job, sets, context))
-            saved = job.outputPath;
+        saved = MakeFiles(startApplication, job, sets, context, pdfMaker);
     }
     catch (const util::OverflowError&) { // of the year's text or of its Easter Sunday
         context.reporter.Report(util::ErrorText(Error(ErrorKind::Overflow, request.yearText)));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "generate/context.h"
+#include "generate/pdf.h"
 #include "generate/spreadsheet.h"
 #include "model/parameters.h"
 
@@ -59,12 +60,19 @@ public:
     virtual void SetHourglass(bool on) = 0;
 };
 
-/// The Generate command: the checks, Easter Sunday of the year, the run. The saved workbook's
-/// path, or nothing. An error that the run itself does not catch is reported while the hourglass
-/// is still on.
-std::optional<std::string> RunGenerate(const GenerateRequest& request, model::ParameterSets& sets,
-                                       const ApplicationFactory& startApplication, Context& context,
-                                       GenerateView& view);
+/// The paths of the files that a run made.
+struct SavedCalendar {
+    std::string workbook;
+    std::optional<std::string> pdf; ///< nothing where none was asked for, or it failed
+};
+
+/// The Generate command: the checks, Easter Sunday of the year, the run, and with a `pdfMaker` the
+/// PDF of the sheets that it filled. Nothing where no workbook was saved. An error that the run
+/// itself does not catch is reported while the hourglass is still on.
+std::optional<SavedCalendar> RunGenerate(const GenerateRequest& request, model::ParameterSets& sets,
+                                         const ApplicationFactory& startApplication,
+                                         Context& context, GenerateView& view,
+                                         PdfMaker* pdfMaker = nullptr);
 
 /// One run, from starting the application to letting go of it: visible with the new workbook, or
 /// ended when nothing was saved. True when the workbook was saved. Throws what starting the

@@ -43,6 +43,7 @@ MainForm::MainForm(const SystemFolders& system, generate::Engines& engines, Desk
 {
     lblEmptyFolder.visible = cmdCopyTemplates.visible = false;
     prgRun.visible = cmdOpenFolder.visible = false;
+    chkPdf.visible = engines_.CanPrintPdf();
     UpdateButtons();
 }
 
@@ -50,6 +51,7 @@ void MainForm::Form_Load(YearAndMonth today)
 {
     FillAtFirstStart(locations_, system_.installed);
     settings_ = LoadSettings(locations_);
+    chkPdf.checked = settings_.Pdf;
     currentTemplate_.clear();
     txtYear.text = std::to_string(InitialYear(today.year, today.month));
     FillTemplateList();
@@ -163,6 +165,14 @@ void MainForm::cmdSave_Click()
 {
     if (cboTemplateFile.HasSelection())
         SaveParameters(SelectedTemplate());
+}
+
+void MainForm::chkPdf_Click()
+{
+    if (KeepPdf(locations_, chkPdf.checked))
+        return;
+    chkPdf.checked = !chkPdf.checked;
+    throw Error(util::ErrorKind::FileNotWritable, locations_.settingsFile);
 }
 
 void MainForm::cmdHelp_Click()

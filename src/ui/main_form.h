@@ -39,6 +39,8 @@ public:
     void cmdModify_Click();
     void cmdSave_Click();
     void cmdGenerate_Click();
+    /// Keeps the choice in the settings. Throws Error(FileNotWritable) when they cannot be written.
+    void chkPdf_Click();
     void cmdHelp_Click();
     void cmdAbout_Click();
     void cmdExit_Click() { Close(); }
@@ -62,6 +64,7 @@ public:
     Button cmdModify{"cmdModify", "&Modify"};
     Button cmdSave{"cmdSave", "&Save"};
     Button cmdGenerate{"cmdGenerate", "&Generate"};
+    CheckBox chkPdf{"chkPdf", "Also as P&DF"}; ///< on show where something makes PDF files
     Button cmdHelp{"cmdHelp", "&Help"};
     Button cmdAbout{"cmdAbout", "&About"};
     Button cmdExit{"cmdExit", "E&xit"};

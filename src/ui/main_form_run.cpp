@@ -21,6 +21,17 @@ std::string TitleOf(const std::string& engine)
     return engine == "builtin" ? "the built-in engine" : engine;
 }
 
+/// What the last line says after a run. Where it is cut short in the middle, the names of two files
+/// stay readable at its end.
+std::string SavedText(const generate::SavedCalendar& saved, const std::string& engine, bool asPdf)
+{
+    if (saved.pdf)
+        return "Saved by " + TitleOf(engine) + " as " + saved.workbook + " and " +
+               util::FileName(*saved.pdf);
+    const std::string text = "Saved as " + saved.workbook + " by " + TitleOf(engine);
+    return asPdf ? text + ", but not as PDF" : text;
+}
+
 /// Shows a run in the main window. However the run ends, the hourglass and the progress go away.
 class RunView : public generate::GenerateView {
 public:
@@ -72,6 +83,13 @@ public:
         desktop_.Repaint(Painting::Now);
     }
 
+    /// The workbook is saved.
+    void ShowPrinting(const std::string& pdfPath)
+    {
+        form_.lblStatus.ShowText("Making " + util::FileName(pdfPath));
+        desktop_.Repaint(Painting::Now);
+    }
+
 private:
     /// Called once the request has passed its checks.
     void Begin()
@@ -115,6 +133,7 @@ void MainForm::cmdGenerate_Click()
         view.ShowMonth(kind, month);
     };
     context.saving = [&view] { view.ShowSaving(); };
+    context.printing = [&view](const std::string& path) { view.ShowPrinting(path); };
     const auto open = [this](const std::filesystem::path& workbook) {
         desktop_.Open(util::FromPath(workbook));
     };
@@ -123,12 +142,15 @@ void MainForm::cmdGenerate_Click()
         engine = engines_.Resolve(settings_.Engine);
         return engines_.Start(engine, open);
     };
-    auto saved = generate::RunGenerate(request, working.sets, start, context, view);
+    const bool asPdf = chkPdf.visible && chkPdf.checked;
+    generate::PdfMaker pdfMaker(engines_);
+    auto saved = generate::RunGenerate(request, working.sets, start, context, view,
+                                       asPdf ? &pdfMaker : nullptr);
     if (!saved)
         return;
-    lblStatus.ShowText("Saved as " + *saved + " by " + TitleOf(engine));
+    lblStatus.ShowText(SavedText(*saved, engine, asPdf));
     cmdOpenFolder.visible = true;
-    savedPath_ = std::move(saved);
+    savedPath_ = std::move(saved->workbook);
 }
 
 } // namespace orrery::ui

@@ -12,6 +12,7 @@ namespace {
 using util::Profile;
 
 constexpr const char* kEnvironment = "Environment";
+constexpr const char* kPdf = "Pdf";
 constexpr double kMostLists = 100;
 constexpr std::int16_t kDefaultLists = 5;
 
@@ -95,8 +96,14 @@ Settings LoadSettings(const Locations& locations, const FolderOverrides& overrid
     LoadNameTables(profile, settings.names);
     settings.defaults = LoadDefaults(profile, settings.names, settings.HolidayFilePath);
     settings.ShowTips = !util::EqualIgnoringCase(ReadTrimmed(profile, "ShowTips", "Y"), "N");
+    settings.Pdf = util::EqualIgnoringCase(ReadTrimmed(profile, kPdf, "N"), "Y");
     settings.Engine = ReadTrimmed(profile, "Engine", "auto");
     return settings;
+}
+
+bool KeepPdf(const Locations& locations, bool on)
+{
+    return Profile(util::ToPath(locations.settingsFile)).Write(kEnvironment, kPdf, on ? "Y" : "N");
 }
 
 std::int16_t InitialYear(std::int16_t year, std::int16_t month)

@@ -17,6 +17,7 @@ struct Settings {
     std::string OutputPath;
     std::string HolidayFilePath;
     bool ShowTips = true;
+    bool Pdf = false;   ///< the window also makes a PDF of a calendar
     std::string Engine; ///< the name of a spreadsheet application, "auto" unless set
     model::NameTables names;
     model::DefaultParameters defaults;
@@ -33,6 +34,9 @@ struct FolderOverrides {
 /// where they are missing, then reads the name lists and the default sets. A missing settings file
 /// is ordinary: every key has a default.
 Settings LoadSettings(const Locations& locations, const FolderOverrides& overrides = {});
+
+/// Keeps whether the window also makes a PDF. False when the settings file cannot be written.
+bool KeepPdf(const Locations& locations, bool on);
 
 /// Fills both tables from the counted lists of a settings file; the English names where it has
 /// none. A list that is too short leaves its place empty and is not counted.

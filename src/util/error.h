@@ -37,6 +37,8 @@ enum class ErrorKind {
     NotAWorksheet,
     // applications
     EngineMissing,      ///< the subject is the engine's name
+    PdfNotAvailable,    ///< nothing here makes PDF files
+    NothingToPrint,     ///< a workbook without a sheet of a calendar that can be seen
     ApplicationFailure, ///< the cause is the application's own description
     ApplicationLost,    ///< it does not answer any more; the subject is its name
     // the shell; the cause is the message of the result table

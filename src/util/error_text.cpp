@@ -153,8 +153,14 @@ std::string KindText(const Error& error)
         return SheetErrorText(error);
     case ErrorKind::EngineMissing:
         return "The engine " + Quoted(error.Subject()) +
-               " is not available here. Choose the engine \"builtin\", which needs no other "
+               " is not available here; choose the engine \"builtin\", which needs no other "
                "program.";
+    case ErrorKind::PdfNotAvailable:
+        return "A PDF needs LibreOffice on Linux, which is not available here. Install it, or "
+               "generate the calendar without a PDF.";
+    case ErrorKind::NothingToPrint:
+        return "The workbook has no calendar sheet that can be seen. Switch a calendar on in the "
+               "parameters, and do not hide its sheet in the template.";
     case ErrorKind::ApplicationLost:
         return Quoted(error.Subject()) + " does not answer any more" + Because(error) +
                ". Generate the calendar again.";

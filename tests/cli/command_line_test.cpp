@@ -69,7 +69,7 @@ TEST(CommandLineTest, GenerateHasEveryOption)
     const Parsed parsed =
         Parse({"generate", "Desk.xlsx", "2027-2028", "--settings", "s.ini", "--template-folder",
                "t", "--output-folder", "o", "--holiday-folder", "h", "--engine", "builtin",
-               "--open", "--json"});
+               "--open", "--pdf", "--json"});
     const CommandLine& line = parsed.Line();
     EXPECT_EQ(line.command, Command::Generate);
     EXPECT_EQ(line.templateName, "Desk.xlsx");
@@ -80,6 +80,7 @@ TEST(CommandLineTest, GenerateHasEveryOption)
     EXPECT_EQ(line.holidayFolder, "h");
     EXPECT_EQ(line.engine, "builtin");
     EXPECT_TRUE(line.open);
+    EXPECT_TRUE(line.pdf);
     EXPECT_TRUE(line.json);
 }
 
@@ -90,6 +91,7 @@ TEST(CommandLineTest, OptionsAreOffUnlessGiven)
     EXPECT_EQ(line.templateFolder, std::nullopt);
     EXPECT_EQ(line.engine, "");
     EXPECT_FALSE(line.open);
+    EXPECT_FALSE(line.pdf);
     EXPECT_FALSE(line.json);
 }
 

@@ -101,6 +101,45 @@ TEST_F(CommandsTest, GenerateAsJson)
     EXPECT_NE(err_.str(), "");
 }
 
+TEST_F(CommandsTest, GenerateWithPdfPrintsItsPathBehindTheWorkbooks)
+{
+    engines_.canPrintPdf = true;
+    line_.pdf = true;
+    line_.years = {"2027", "2028"};
+    EXPECT_EQ(Run(Command::Generate), 0);
+    EXPECT_EQ(out_.str(), At("output/2027Desk.xlsx") + "\n" + At("output/2027Desk.pdf") + "\n" +
+                              At("output/2028Desk.xlsx") + "\n" + At("output/2028Desk.pdf") + "\n");
+    EXPECT_TRUE(fs::exists(At("output/2028Desk.pdf")));
+    EXPECT_EQ(engines_.log.CallsWith("PDF printer"),
+              (Texts{"Start PDF printer", "Release PDF printer"}));
+}
+
+TEST_F(CommandsTest, GenerateWithPdfAsJson)
+{
+    engines_.canPrintPdf = true;
+    engines_.log.FailAt("Print 2028Desk.xlsx into 2028Desk.pdf", "Out of paper.");
+    line_.pdf = line_.json = true;
+    line_.years = {"2027", "2028"};
+    EXPECT_EQ(Run(Command::Generate), 1) << "a PDF is missing";
+    EXPECT_EQ(out_.str(), R"({"engine":"fake","saved":[")" + Escaped(At("output/2027Desk.xlsx")) +
+                              R"(",")" + Escaped(At("output/2028Desk.xlsx")) + R"("],"pdf":[")" +
+                              Escaped(At("output/2027Desk.pdf")) +
+                              R"("],"reports":["Failed to make the PDF file.\nOut of paper."]})" +
+                              "\n");
+}
+
+TEST_F(CommandsTest, GenerateWithPdfWantsItsPrinterBeforeItBegins)
+{
+    line_.pdf = true;
+    line_.years = {"2027", "2028"};
+    EXPECT_EQ(Run(Command::Generate), 1);
+    EXPECT_EQ(out_.str(), "");
+    EXPECT_EQ(err_.str(), "Error!\nError Info: A PDF needs LibreOffice on Linux, which is not "
+                          "available here. Install it, or generate the calendar without a PDF.\n");
+    EXPECT_EQ(engines_.started, Texts());
+    EXPECT_FALSE(fs::exists(At("output")));
+}
+
 TEST_F(CommandsTest, GenerateReadsTheParameterFileOverTheDefaults)
 {
     Write("template/Desk.ini", "[Monthly Calendar]\nOutput=N\n[Yearly Calendar]\n"
@@ -138,7 +177,7 @@ TEST_F(CommandsTest, AMissingEngineIsReportedOnce)
     line_.years = {"2027", "2028"};
     line_.engine = "excel";
     EXPECT_EQ(Run(Command::Generate), 1);
-    EXPECT_EQ(err_.str(), "Error!\nError Info: The engine \"excel\" is not available here. Choose "
+    EXPECT_EQ(err_.str(), "Error!\nError Info: The engine \"excel\" is not available here; choose "
                           "the engine \"builtin\", which needs no other program.\n");
     EXPECT_FALSE(fs::exists(At("output")));
 }

@@ -9,6 +9,7 @@ import unittest
 
 SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
 WINDOW = os.environ["ORRERY_WINDOW"] == "ON"  # the build has the window program
+LIBREOFFICE = os.environ["ORRERY_LIBREOFFICE"]  # the library that drives it; empty without one
 
 
 def window_files():
@@ -47,6 +48,8 @@ class Install(unittest.TestCase):
                     "share/doc/orrery/CHANGELOG.md", "share/doc/orrery/changelog.gz"}
         if WINDOW:
             expected |= window_files()
+        if LIBREOFFICE:
+            expected.add(LIBREOFFICE)
         for folder in ("holiday", "template"):
             files = sorted((SOURCE / "data" / folder).iterdir())
             self.assertNotEqual(files, [])
@@ -61,6 +64,26 @@ class Install(unittest.TestCase):
                                 timeout=120)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         self.assertTrue(pathlib.Path(result.stdout.rstrip("\n")).is_file())
+
+    @unittest.skipUnless(LIBREOFFICE, "the build does without LibreOffice")
+    def test_the_installed_program_finds_its_library(self):
+        home = self.scratch / "home of an office"
+        home.mkdir()
+        command = [self.prefix / "bin/orrery-cli", "generate", "Desk.xlsx", "2027", "--engine",
+                   "libreoffice"]
+        environment = {"HOME": str(home), "PATH": os.environ["PATH"]}
+        result = subprocess.run(command, env=environment, text=True, capture_output=True,
+                                timeout=120)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertTrue(pathlib.Path(result.stdout.rstrip("\n")).is_file())
+
+        library = self.prefix / LIBREOFFICE
+        hidden = library.rename(library.with_suffix(".hidden"))
+        self.addCleanup(hidden.rename, library)
+        result = subprocess.run(command, env=environment, text=True, capture_output=True,
+                                timeout=120)
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertIn('The engine "libreoffice" is not available here;', result.stderr)
 
     def test_the_data_comes_from_the_installation(self):
         template = self.prefix / "share/orrery/template/Only here.xlsx"

@@ -88,10 +88,27 @@ class Generate(Program):
         self.assertEqual(os.listdir(self.output), [])
 
     def test_other_engines_offer_the_built_in_one(self):
+        program = self.without_libreoffice()
         for engine in ("excel", "libreoffice"):
-            result = self.generate("Desk.xlsx", 2027, "--engine", engine)
+            result = self.run_program("generate", "Desk.xlsx", 2027, "--engine", engine,
+                                      program=program)
             self.assertEqual(result.returncode, 1)
             self.assertIn('"builtin"', result.stderr)
+
+    def test_a_pdf_wants_libreoffice_before_anything_is_generated(self):
+        result = self.run_program("generate", "Desk.xlsx", "2027-2028", "--pdf", "--output-folder",
+                                  self.output, program=self.without_libreoffice())
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertEqual(result.stderr,
+                         "Error!\nError Info: A PDF needs LibreOffice on Linux, which is not "
+                         "available here. Install it, or generate the calendar without a PDF.\n")
+        self.assertFalse(self.output.exists())
+
+    def without_libreoffice(self):
+        """The program without the library that knows LibreOffice."""
+        alone = self.home / "alone"
+        shutil.copytree(DATA, alone)
+        return pathlib.Path(shutil.copy(self.program, alone))
 
 
 class OtherCommands(Program):

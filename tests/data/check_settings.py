@@ -177,7 +177,7 @@ def check_settings(folder: Path) -> None:
     sections = ["Environment", "MonthName", "WeekdayName", "Monthly Calendar", "Yearly Calendar"]
     expect(settings.sections() == sections, f"the sections are {settings.sections()}")
     environment = dict(settings["Environment"])
-    expect(environment == {"Engine": "auto", "ShowTips": "Y"}, f"[Environment] {environment}")
+    expect(environment == {"Engine": "auto", "Pdf": "N", "ShowTips": "Y"}, f"[Environment] {environment}")
     for section in settings.sections():
         for key, value in settings[section].items():
             expect(len(value.encode()) <= LONGEST_VALUE, f"[{section}] {key} is too long")

@@ -1,6 +1,7 @@
 #include "engines/engine_choice.h"
 
 #include "engines/excel/application.h"
+#include "engines/libreoffice/libreoffice.h"
 #include "util/error.h"
 #include "util/error_text.h"
 
@@ -48,7 +49,7 @@ TEST(EngineChoiceTest, AutoComesToExcelWhereItIsInstalledElseToTheBuiltInOne)
 TEST(EngineChoiceTest, AnEngineThatIsNotHereOffersTheBuiltInOne)
 {
     for (const EngineChoice choice : {EngineChoice::Excel, EngineChoice::LibreOffice}) {
-        if (choice == EngineChoice::Excel && excel::IsInstalled())
+        if (choice == EngineChoice::Excel ? excel::IsInstalled() : libreoffice::IsInstalled())
             continue; // it is here
         try {
             CreateApplication(choice, {});
@@ -59,6 +60,21 @@ TEST(EngineChoiceTest, AnEngineThatIsNotHereOffersTheBuiltInOne)
             EXPECT_EQ(error.Subject(), EngineName(choice));
             EXPECT_NE(util::ErrorText(error).find("\"builtin\""), std::string::npos);
         }
+    }
+}
+
+TEST(EngineChoiceTest, PdfFilesAreMadeWhereLibreOfficeIs)
+{
+    InstalledEngines installed;
+    EXPECT_EQ(installed.CanPrintPdf(), libreoffice::IsInstalled());
+    if (installed.CanPrintPdf())
+        return; // who calls the program with --pdf meets the printer itself
+    try {
+        installed.StartPdfPrinter();
+        FAIL() << "nothing was thrown";
+    }
+    catch (const Error& error) {
+        EXPECT_EQ(error.Kind(), util::ErrorKind::PdfNotAvailable);
     }
 }
 

@@ -437,4 +437,56 @@ TEST_F(CalendarSheetsTest, EachRoutineRebuildsTheHolidayList)
     EXPECT_EQ(log_.CallsWith("\"Yearly\"").size(), 2U);
 }
 
+// ---- who wants to know the sheets
+
+/// Listens to the names of the sheets that are filled.
+class FilledSheetsTest : public CalendarSheetsTest {
+protected:
+    FilledSheetsTest()
+    {
+        context_.calendarSheet = [this](const std::string& name) { sheets_.push_back(name); };
+    }
+    Texts sheets_;
+};
+
+TEST_F(FilledSheetsTest, AreTwelveMonthsAndTheYear)
+{
+    MakeWorkbook({"Before", "Sheet1", "Sheet2", "After"});
+    MakeMonthly();
+    EXPECT_EQ(sheets_, kEnglish);
+    MakeYearly();
+    EXPECT_EQ(sheets_, Around(kEnglish, {"2024"}, {}));
+}
+
+TEST_F(FilledSheetsTest, AreNamedAsTheyCameToBeNamed)
+{
+    MakeWorkbook({"Sheet1", "Sheet2", "January", "May"}); // both lists have that May
+    MakeMonthly();
+    ASSERT_EQ(sheets_.size(), 12U);
+    EXPECT_EQ(sheets_[0], "Sheet2");
+    EXPECT_EQ(sheets_[4], "April (2)");
+    EXPECT_EQ(sheets_[11], "December");
+}
+
+TEST_F(FilledSheetsTest, AreNoneWithoutOutputOrModelSheet)
+{
+    MakeWorkbook({"Sheet1"});
+    MakeMonthly();
+    yearly_.Output = false;
+    MakeYearly();
+    EXPECT_EQ(sheets_, Texts());
+}
+
+TEST_F(FilledSheetsTest, AreThoseBeforeTheRoutineStopped)
+{
+    MakeWorkbook({"Sheet1", "2024"});
+    MakeYearly(); // the name is taken
+    EXPECT_EQ(sheets_, Texts());
+    MakeWorkbook({"Sheet2"});
+    for (const char* const model : {"Sheet2", "January"})
+        log_.FailAt(std::string(model) + ".Copy after " + model, "No copies.");
+    MakeMonthly(); // one sheet for twelve months
+    EXPECT_EQ(sheets_, Texts{"January"});
+}
+
 } // namespace

@@ -28,7 +28,15 @@ public:
         return std::make_unique<Application>(log);
     }
 
+    bool CanPrintPdf() const override { return canPrintPdf; }
+    std::unique_ptr<generate::PdfPrinter> StartPdfPrinter() override
+    {
+        log.Record("Start PDF printer");
+        return std::make_unique<PdfPrinter>(log);
+    }
+
     CallLog log;
+    bool canPrintPdf = false;
     std::string resolved = "fake"; ///< what every known name stands for
     std::vector<std::string> started;
     std::vector<generate::Opener> openers; ///< what each start was given; may be empty

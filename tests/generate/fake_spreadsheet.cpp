@@ -332,4 +332,21 @@ void Application::Quit()
     workbooks_.clear();
 }
 
+PdfPrinter::~PdfPrinter()
+{
+    log_.Record("Release PDF printer");
+}
+
+void PdfPrinter::Print(const std::filesystem::path& workbook,
+                       const std::vector<std::string>& sheets, const std::filesystem::path& target)
+{
+    log_.Call("Print " + workbook.filename().string() + " into " + target.filename().string());
+    std::string pages;
+    for (const SheetContent& sheet : ReadWorkbookFile(workbook)) {
+        if (std::find(sheets.begin(), sheets.end(), sheet.name) != sheets.end())
+            pages += sheet.name + '\n';
+    }
+    std::ofstream(target, std::ios::binary) << pages;
+}
+
 } // namespace orrery::fake

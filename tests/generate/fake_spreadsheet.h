@@ -1,5 +1,6 @@
 #pragma once
 
+#include "generate/pdf_printer.h"
 #include "generate/spreadsheet.h"
 
 #include <cstdint>
@@ -123,6 +124,21 @@ private:
     CallLog& log_;
     bool visible_ = false;
     std::vector<std::unique_ptr<Workbook>> workbooks_;
+};
+
+/// Writes the names of those sheets that the workbook has into the file, a line each. Its calls are
+///     Print 2027Desk.xlsx into 2027Desk.pdf      Release PDF printer
+class PdfPrinter : public generate::PdfPrinter {
+public:
+    explicit PdfPrinter(CallLog& log) : log_(log) {}
+    ~PdfPrinter() override;
+    PdfPrinter(const PdfPrinter&) = delete;
+    PdfPrinter& operator=(const PdfPrinter&) = delete;
+    void Print(const std::filesystem::path& workbook, const std::vector<std::string>& sheets,
+               const std::filesystem::path& target) override;
+
+private:
+    CallLog& log_;
 };
 
 } // namespace orrery::fake

@@ -133,8 +133,9 @@ protected:
 
     std::optional<std::string> Run()
     {
-        return generate::RunGenerate(
+        const auto saved = generate::RunGenerate(
             request_, sets_, [this] { return Start(); }, context_, view_);
+        return saved ? std::optional(saved->workbook) : std::nullopt;
     }
 
     std::unique_ptr<generate::Application> Start()

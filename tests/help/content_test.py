@@ -16,7 +16,7 @@ DATA = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"]) / "data"
 # Captions as the windows have them; "&" stands before the letter that goes with Alt.
 CAPTIONS = {
     "main": ["Template &File:", "O&pen", "&Year:", "Parameters:", "&Modify", "&Save", "&Generate",
-             "&Help", "&About", "E&xit", "Open Fo&lder", "&Copy the Shipped Templates"],
+             "Also as P&DF", "&Help", "&About", "E&xit", "Open Fo&lder", "&Copy the Shipped Templates"],
     "parameters": [
         "&Monthly Calendar", "&Yearly Calendar", "Output &Monthly Calendar",
         "Output &Yearly Calendar", "&Sheet Name:", "First Day of Week:", "First Cell of &Day:",
@@ -82,7 +82,7 @@ MESSAGES = {
         "with 1 tip per line. Then place it in the same directory as the application."],
     "troubleshooting": [
         "Error!", "Error Info:", "Failed to open the calendar file ",
-        "Failed to save the calendar file.", "The sheet ", " does not exist.",
+        "Failed to save the calendar file.", "Failed to make the PDF file.", "The sheet ", " does not exist.",
         "Error in making monthly calendar.", "Error in making yearly calendar.",
         "Error in filling data(", "Out of memory", "File not found", "Path not found",
         "Path/file access error", "The executable file is invalid or corrupt",

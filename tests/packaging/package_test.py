@@ -13,6 +13,7 @@ from support import display, run, wait_for_window
 SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
 VERSION = os.environ["ORRERY_VERSION"]
 ID = os.environ["ORRERY_APP_ID"]
+LIBREOFFICE = os.environ["ORRERY_LIBREOFFICE"]  # the library that drives it; empty without one
 AS_ROOT = [] if os.geteuid() == 0 else ["sudo", "-n"]
 ICON_CACHE = pathlib.Path("/usr/share/icons/hicolor/icon-theme.cache")
 
@@ -56,7 +57,7 @@ class Package(unittest.TestCase):
         self.assertEqual(self.package.name, f"orrery_{VERSION}_{architecture}.deb")
         field = {name: run("dpkg-deb", "-f", self.package, name).stdout.strip()
                  for name in ("Package", "Version", "Section", "Maintainer", "Depends",
-                              "Description", "Homepage")}
+                              "Suggests", "Description", "Homepage")}
         self.assertEqual((field["Package"], field["Version"], field["Section"]),
                          ("orrery", VERSION, "utils"))
         self.assertRegex(field["Maintainer"], r"^[^<>]+ <[^<> ]+@[^<> ]+>$")
@@ -65,6 +66,8 @@ class Package(unittest.TestCase):
         for library in ("libc6", "libstdc++6", "libzip4", "libgtk-3-0"):
             self.assertRegex(field["Depends"], rf"\b{re.escape(library)}\b")
         self.assertNotIn("-dev", field["Depends"])
+        self.assertNotRegex(field["Depends"], "libreoffice|libuno|ure")
+        self.assertEqual(field["Suggests"], "libreoffice-calc" if LIBREOFFICE else "")
         self.assertGreater(len(field["Description"].splitlines()), 3)
 
     def test_2_the_package_runs_nothing_and_has_no_settings_of_its_own(self):
@@ -108,6 +111,8 @@ class Package(unittest.TestCase):
                     f"/usr/share/icons/hicolor/scalable/apps/{ID}.svg"}
         expected |= {f"/usr/share/icons/hicolor/{size}x{size}/apps/{ID}.png"
                      for size in (16, 24, 32, 48, 64, 128, 256, 512)}
+        if LIBREOFFICE:
+            expected.add(f"/usr/{LIBREOFFICE}")
         expected |= {f"/usr/share/orrery/template/{path.name}"
                      for path in (SOURCE / "data/template").iterdir()}
         self.assertLessEqual(expected, names)
@@ -125,6 +130,12 @@ class Package(unittest.TestCase):
         saved = pathlib.Path(result.stdout.rstrip("\n"))
         self.assertEqual(saved.name, "2027Desk.xls")
         self.assertGreater(saved.stat().st_size, 10_000)
+        if LIBREOFFICE:
+            result = run("/usr/bin/orrery-cli", "generate", "Desk.xlsx", "2027", "--pdf",
+                         "--engine", "libreoffice", env=user)
+            self.assertEqual(result.stderr, "")
+            self.assertEqual([pathlib.Path(line).name for line in result.stdout.splitlines()],
+                             ["2027Desk.xlsx", "2027Desk.pdf"])
         page = run("man", "orrery", env=user).stdout
         self.assertIn("fill your own Excel templates", page)
 

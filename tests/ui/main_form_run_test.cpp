@@ -1,5 +1,7 @@
 #include "ui/main_form_support.h"
 
+#include "util/error.h"
+
 #include <stdexcept>
 
 namespace orrery::ui {
@@ -177,7 +179,7 @@ TEST_F(MainFormRunTest, AMissingEngineIsReported)
     form.cmdGenerate_Click();
     EXPECT_EQ(CallsWithoutRepaint(),
               (Texts{"Hourglass on",
-                     "Report: The engine \"excel\" is not available here. Choose the engine "
+                     "Report: The engine \"excel\" is not available here; choose the engine "
                      "\"builtin\", which needs no other program.",
                      "Hourglass off"}));
     EXPECT_EQ(form.lblStatus.caption, "2027Desk.xls was not finished.");
@@ -215,6 +217,97 @@ TEST_F(MainFormRunTest, TheHourglassGoesAwayWhateverHappens)
     desktop_.onRepaint = {};
     form.cmdGenerate_Click();
     EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls") + " by fake");
+}
+
+// ---- the PDF
+
+class MainFormPdfTest : public MainFormRunTest {
+protected:
+    MainFormPdfTest() { engines_.canPrintPdf = true; }
+    MainForm& OpenDeskAsPdf()
+    {
+        MainForm& form = OpenDesk();
+        TickPdf();
+        return form;
+    }
+    void TickPdf()
+    {
+        form_->chkPdf.Toggle();
+        form_->chkPdf_Click();
+    }
+};
+
+TEST_F(MainFormPdfTest, IsOfferedOnlyWhereItCanBeMade)
+{
+    EXPECT_TRUE(Open().chkPdf.visible);
+    EXPECT_FALSE(form_->chkPdf.checked);
+    engines_.canPrintPdf = false;
+    EXPECT_FALSE(Open().chkPdf.visible);
+}
+
+TEST_F(MainFormPdfTest, TheChoiceIsRemembered)
+{
+    OpenDeskAsPdf();
+    EXPECT_NE(ContentOf("orrery.ini").find("Pdf=Y"), std::string::npos);
+    EXPECT_TRUE(Open().chkPdf.checked);
+    TickPdf();
+    EXPECT_FALSE(Open().chkPdf.checked);
+}
+
+TEST_F(MainFormPdfTest, AChoiceThatCannotBeKeptIsAnErrorAndTheBoxShowsIt)
+{
+    Open();
+    fs::remove(At("orrery.ini"));
+    fs::create_directories(At("orrery.ini")); // no file can be written there
+    form_->chkPdf.Toggle();
+    EXPECT_THROW(form_->chkPdf_Click(), Error);
+    EXPECT_FALSE(form_->chkPdf.checked);
+}
+
+TEST_F(MainFormPdfTest, LiesBesideTheWorkbookAndTheLastLineNamesBoth)
+{
+    MainForm& form = OpenDeskAsPdf();
+    Texts statuses;
+    desktop_.onRepaint = [&] { statuses.push_back(form.lblStatus.caption); };
+    form.cmdGenerate_Click();
+    EXPECT_EQ(CallsWithoutRepaint(), (Texts{"Hourglass on", "Hourglass off"}));
+    EXPECT_EQ(statuses.back(), "Making 2027Desk.pdf");
+    EXPECT_EQ(ContentOf("output/2027Desk.pdf").substr(0, 13), "2027\nJanuary\n");
+    EXPECT_EQ(form.lblStatus.caption,
+              "Saved by fake as " + At("output/2027Desk.xls") + " and 2027Desk.pdf");
+    EXPECT_EQ(engines_.log.CallsWith("PDF printer"),
+              (Texts{"Start PDF printer", "Release PDF printer"}));
+}
+
+TEST_F(MainFormPdfTest, IsNotMadeUnasked)
+{
+    MainForm& form = OpenDesk();
+    form.cmdGenerate_Click();
+    EXPECT_EQ(engines_.log.CallsWith("PDF"), Texts());
+    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls") + " by fake");
+}
+
+TEST_F(MainFormPdfTest, IsNotMadeWhereTheBoxIsNotOnShow)
+{
+    OpenDeskAsPdf();
+    engines_.canPrintPdf = false;
+    MainForm& form = OpenDesk(); // the settings still say Y
+    form.cmdGenerate_Click();
+    EXPECT_EQ(engines_.log.CallsWith("PDF"), Texts());
+    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls") + " by fake");
+}
+
+TEST_F(MainFormPdfTest, AFailureIsReportedAndTheWorkbookStays)
+{
+    MainForm& form = OpenDeskAsPdf();
+    engines_.log.FailAt("Print 2027Desk.xls into 2027Desk.pdf", "Out of paper.");
+    form.cmdGenerate_Click();
+    EXPECT_EQ(CallsWithoutRepaint(),
+              (Texts{"Hourglass on", "Report: Failed to make the PDF file.\r\nOut of paper.",
+                     "Hourglass off"}));
+    EXPECT_EQ(form.lblStatus.caption,
+              "Saved as " + At("output/2027Desk.xls") + " by fake, but not as PDF");
+    EXPECT_TRUE(form.cmdOpenFolder.visible);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "ui/settings.h"
 
 #include "ui/scratch_folder_test.h"
+#include "util/file_replace.h"
 #include "util/paths.h"
 
 #include <functional>
@@ -31,6 +32,7 @@ TEST_F(SettingsTest, WithoutASettingsFileEverythingHasItsDefault)
     EXPECT_EQ(settings.HolidayFilePath, At("holiday/"));
     EXPECT_TRUE(settings.ShowTips);
     EXPECT_EQ(settings.Engine, "auto");
+    EXPECT_FALSE(settings.Pdf);
     EXPECT_TRUE(fs::is_directory(At("template")));
     EXPECT_TRUE(fs::is_directory(At("holiday")));
     EXPECT_FALSE(fs::exists(At("output"))) << "made only when a workbook is generated";
@@ -99,6 +101,32 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(SettingsTest, TheEngineIsNamed)
 {
     EXPECT_EQ(Load("[environment]\nengine = builtin \n").Engine, "builtin");
+}
+
+class PdfSettingTest : public SettingsTest, public testing::WithParamInterface<TipsCase> {};
+
+TEST_P(PdfSettingTest, IsOnForYesAlone)
+{
+    EXPECT_EQ(Load(std::string("[Environment]\n") + GetParam().line).Pdf, GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, PdfSettingTest,
+    testing::Values(TipsCase{"Missing", "", false}, TipsCase{"Empty", "Pdf=", false},
+                    TipsCase{"Yes", "Pdf=Y", true}, TipsCase{"SmallYes", "pdf= y ", true},
+                    TipsCase{"Word", "Pdf=Yes", false}, TipsCase{"No", "Pdf=N", false}),
+    [](const auto& each) { return std::string(each.param.name); });
+
+TEST_F(SettingsTest, TheChoiceOfAPdfIsKeptAmongTheOthers)
+{
+    Write("orrery.ini", "; mine\n[Environment]\nEngine=builtin\n[Windows]\n");
+    EXPECT_TRUE(KeepPdf(Here(), true));
+    std::string text = util::ReadFile(At("orrery.ini")).value();
+    std::erase(text, '\r'); // that Windows writes
+    EXPECT_EQ(text, "; mine\n[Environment]\nEngine=builtin\nPdf=Y\n[Windows]\n");
+    EXPECT_TRUE(KeepPdf(Here(), false));
+    EXPECT_FALSE(LoadSettings(Here()).Pdf);
+    EXPECT_EQ(LoadSettings(Here()).Engine, "builtin");
 }
 
 struct FirstYearRow {

@@ -145,6 +145,8 @@ wxSizer* MainWindow::BuildCommandRow(wxPanel& panel)
     generate->SetDefault();
     Emphasize(*generate);
     row->Add(generate);
+    row->Add(AddCheckBox(panel, binder_, form_.chkPdf, [&form = form_] { form.chkPdf_Click(); }),
+             wxSizerFlags().CentreVertical().Border(wxLEFT | wxRIGHT));
     row->AddStretchSpacer();
     row->Add(AddCommand(panel, form_.cmdHelp, &MainForm::cmdHelp_Click));
     row->Add(AddCommand(panel, form_.cmdAbout, &MainForm::cmdAbout_Click),

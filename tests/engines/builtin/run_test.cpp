@@ -46,9 +46,10 @@ protected:
     std::optional<std::string> Run(const generate::ApplicationFactory& start)
     {
         const auto folder = util::WithTrailingSeparator(util::FromPath(folder_));
-        return generate::RunGenerate(
+        const auto saved = generate::RunGenerate(
             {"2027", "Desk.xlsx", folder, util::WithTrailingSeparator(folder + "out")}, sets_,
             start, context_, view_);
+        return saved ? std::optional(saved->workbook) : std::nullopt;
     }
 
     std::filesystem::path folder_ =

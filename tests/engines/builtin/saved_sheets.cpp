@@ -38,9 +38,7 @@ std::string Unescape(const std::string& stored)
 std::vector<contract::SavedSheet> ReadXlsx(const std::filesystem::path& path)
 {
     const SavedPackage saved(path);
-    const auto texts = saved.Has("xl/sharedStrings.xml")
-                           ? saved.Values("xl/sharedStrings.xml", "//si/t")
-                           : std::vector<std::string>();
+    const auto texts = saved.Texts();
     std::vector<contract::SavedSheet> sheets;
     for (const auto& name : saved.Values("xl/workbook.xml", "//sheet/@name")) {
         contract::SavedSheet sheet{name, {}};

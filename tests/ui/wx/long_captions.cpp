@@ -37,8 +37,9 @@ void Lengthen(ParameterTab& tab)
 void Lengthen(MainForm& form)
 {
     Lengthen({&form.lblTemplateFile, &form.cmdOpenTemplate, &form.lblYear, &form.lblParameter,
-              &form.cmdModify, &form.cmdSave, &form.cmdGenerate, &form.cmdHelp, &form.cmdAbout,
-              &form.cmdExit, &form.lblEmptyFolder, &form.cmdCopyTemplates, &form.cmdOpenFolder});
+              &form.cmdModify, &form.cmdSave, &form.cmdGenerate, &form.chkPdf, &form.cmdHelp,
+              &form.cmdAbout, &form.cmdExit, &form.lblEmptyFolder, &form.cmdCopyTemplates,
+              &form.cmdOpenFolder});
 }
 
 void TestDesktop::ShowModal(ParameterForm& form)

@@ -39,6 +39,19 @@ protected:
             enabled.push_back(user_->IsEnabled(name));
         return enabled;
     }
+    /// The controls that the Tab key reaches, from the list of templates on.
+    std::vector<std::string> TabOrder()
+    {
+        user_->Key('F', wxMOD_ALT);
+        user_->WaitForFocus("cboTemplateFile");
+        std::vector<std::string> order;
+        do {
+            order.push_back(user_->Focused());
+            user_->Key(WXK_TAB);
+        } while (user_->Focused() != "cboTemplateFile" && order.size() < 20);
+        std::erase(order, "updYear"); // toolkits differ in whether arrows take the focus
+        return order;
+    }
     /// Which of "Generate, Open, Modify, Save" can be used.
     std::vector<bool> Commands() const
     {
@@ -86,6 +99,7 @@ TEST_F(MainWindowTest, StartsWithTemplatesAndNextYearButNoChoice)
     EXPECT_THAT(Enabled({"cmdHelp", "cmdAbout", "cmdExit"}), ElementsAre(true, true, true));
     EXPECT_FALSE(user_->IsShown("cmdCopyTemplates"));
     EXPECT_FALSE(user_->IsShown("cmdOpenFolder"));
+    EXPECT_FALSE(user_->IsShown("chkPdf"));
 }
 
 TEST_F(MainWindowTest, ChoosingATemplateEnablesItsCommands)
@@ -160,6 +174,35 @@ TEST_F(MainWindowTest, GeneratesTheOldFormat)
     GenerateWith("Wall.xls", "2028");
     EXPECT_THAT(Cells("output/2028Wall.xls", "January", {"B13", "G13", "G17", "H17"}),
                 ElementsAre("January", "2028", "1", "2")); // weeks begin on Monday
+}
+
+TEST_F(MainWindowTest, MakesAPdfWhereThatCanBeDone)
+{
+    options_.printsPdf = true;
+    Start();
+    EXPECT_TRUE(user_->IsShown("chkPdf"));
+    EXPECT_FALSE(user_->IsChecked("chkPdf"));
+    user_->Key('D', wxMOD_ALT);
+    EXPECT_TRUE(user_->IsChecked("chkPdf"));
+    EXPECT_EQ(Setting("Environment", "Pdf"), "Y");
+    End();
+
+    GenerateWith("Desk.xlsx", "2028"); // the next start remembers the choice
+    EXPECT_THAT(testing_support::BytesOf(At("output/2028Desk.pdf")), StartsWith("January"));
+    EXPECT_EQ(user_->TextOf("lblStatus"), "Saved by the built-in engine as " +
+                                              At("output/2028Desk.xlsx").string() +
+                                              " and 2028Desk.pdf");
+    EXPECT_EQ(WaitForOpened(), At("output/2028Desk.xlsx").string());
+    EXPECT_FALSE(OnMain([] { return wxIsBusy(); })) << "the hourglass is still there";
+}
+
+TEST_F(MainWindowTest, TabFindsTheBoxBehindTheGenerateButton)
+{
+    options_.printsPdf = true;
+    StartWith("Desk.xlsx");
+    EXPECT_THAT(TabOrder(),
+                ElementsAre("cboTemplateFile", "cmdOpenTemplate", "txtYear", "cmdModify",
+                            "cmdGenerate", "chkPdf", "cmdHelp", "cmdAbout", "cmdExit"));
 }
 
 TEST_F(MainWindowTest, OpensTheFolderOfTheSavedWorkbook)
@@ -303,16 +346,9 @@ TEST_F(MainWindowTest, TabGoesThroughTheControlsInOrder)
 {
     StartWith("Desk.xlsx");
     ChangeSheetName("Leaf"); // enables Save
-    user_->Key('F', wxMOD_ALT);
-    user_->WaitForFocus("cboTemplateFile");
-    std::vector<std::string> order;
-    do {
-        order.push_back(user_->Focused());
-        user_->Key(WXK_TAB);
-    } while (user_->Focused() != "cboTemplateFile" && order.size() < 20);
-    std::erase(order, "updYear"); // toolkits differ in whether arrows take the focus
-    EXPECT_THAT(order, ElementsAre("cboTemplateFile", "cmdOpenTemplate", "txtYear", "cmdModify",
-                                   "cmdSave", "cmdGenerate", "cmdHelp", "cmdAbout", "cmdExit"));
+    EXPECT_THAT(TabOrder(),
+                ElementsAre("cboTemplateFile", "cmdOpenTemplate", "txtYear", "cmdModify", "cmdSave",
+                            "cmdGenerate", "cmdHelp", "cmdAbout", "cmdExit"));
 }
 
 TEST_F(MainWindowTest, EscapeLeavesItOpen)

@@ -3,14 +3,16 @@
 import calendar
 import configparser
 import datetime
+import os
 import re
 import shutil
+import subprocess
 import unittest
 
 import openpyxl
 import xlrd
 
-from window_program import (SOURCE, Atspi, Person, Program, find, press, type_over, wait_for,
+from window_program import (SOURCE, Atspi, Person, Program, find, has, press, type_over, wait_for,
                             xdotool)
 
 SHIPPED = SOURCE / "data"
@@ -84,6 +86,27 @@ class NewUser(unittest.TestCase):
             self.assert_is_calendar(sheet, 2031, month)
         status = f"Saved as {workbook} by the built-in engine"
         wait_for("status line", lambda: find(program.main_window(), status))
+        press("alt+x")
+        self.assert_ended_well(program)
+
+    @unittest.skipUnless(os.environ["ORRERY_PLUGIN"], "this build leaves LibreOffice out")
+    def test_makes_a_pdf_with_libreoffice(self):
+        program = self.person.start_with_libreoffice()
+        main = program.start_work()
+        box = find(main, "Also as PDF")
+        self.assertTrue(has(box, Atspi.StateType.SHOWING))
+        self.assertFalse(has(box, Atspi.StateType.CHECKED))
+        press("alt+f", "Down")  # Desk.xls
+        press("alt+d")
+        wait_for("tick", lambda: has(box, Atspi.StateType.CHECKED))
+        type_over("alt+y", "2031")
+        press("alt+g")
+        workbook = self.person.data / "output/2031Desk.xls"
+        status = f"Saved by the built-in engine as {workbook} and 2031Desk.pdf"
+        wait_for("status line", lambda: find(program.main_window(), status))
+        pages = subprocess.run(["pdftotext", workbook.with_suffix(".pdf"), "-"], text=True,
+                               capture_output=True, check=True).stdout.split("\f")[:-1]
+        self.assertEqual(len(pages), 13)
         press("alt+x")
         self.assert_ended_well(program)
 

@@ -22,14 +22,14 @@ using testing::IsEmpty;
 /// environment names, and looks at each window's layout.
 class PicturesTest : public ParameterDialogTest, public testing::WithParamInterface<bool> {
 protected:
-    PicturesTest() { longCaptions_ = GetParam(); }
+    PicturesTest() { options_.longCaptions = GetParam(); }
 
     fs::path Folder() const
     {
         const char* const variant = std::getenv("ORRERY_PICTURES_VARIANT");
         const fs::path folder =
             fs::path(ORRERY_PICTURES_DIR) / (variant == nullptr ? "any" : variant);
-        return longCaptions_ ? folder / "long-captions" : folder;
+        return options_.longCaptions ? folder / "long-captions" : folder;
     }
     /// The window in front: its layout and its picture.
     void Look(const std::string& name)
@@ -90,6 +90,16 @@ TEST_P(PicturesTest, MainSaved)
     user_->Click("cmdGenerate");
     WaitFor("the run's end", [this] { return program_->form.cmdOpenFolder.visible; });
     Look("main-saved");
+}
+
+TEST_P(PicturesTest, MainPdf)
+{
+    options_.printsPdf = true;
+    StartWith("Desk.xlsx");
+    user_->Click("chkPdf");
+    user_->Click("cmdGenerate");
+    WaitFor("the run's end", [this] { return program_->form.cmdOpenFolder.visible; });
+    Look("main-pdf");
 }
 
 TEST_P(PicturesTest, MainEmpty)

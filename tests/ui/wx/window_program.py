@@ -95,11 +95,18 @@ class Person:
         # The desktop's own settings are those of the display.
         shutil.copytree(os.environ["XDG_CONFIG_HOME"], self.folder / "config")
 
-    def start(self, *arguments):
+    def start(self, *arguments, program=os.environ["ORRERY_WINDOW"]):
         environment = os.environ | {"XDG_CONFIG_HOME": str(self.folder / "config"),
                                     "XDG_DATA_HOME": str(self.folder / "data"),
                                     "ORRERY_OPENED": str(self.log)}
-        return Program(self.test, arguments, environment, self.folder / "errors")
+        return Program(self.test, [program, *arguments], environment, self.folder / "errors")
+
+    def start_with_libreoffice(self):
+        """A program that has the library which knows LibreOffice beside it."""
+        place = self.folder / "program"
+        place.mkdir()
+        shutil.copy(os.environ["ORRERY_PLUGIN"], place)
+        return self.start(program=shutil.copy(os.environ["ORRERY_WINDOW"], place))
 
     def opened(self):
         """The files and addresses that the desktop was asked to open."""
@@ -113,11 +120,11 @@ class Person:
 
 
 class Program:
-    def __init__(self, test, arguments, environment, errors):
+    def __init__(self, test, command, environment, errors):
         self.errors = errors
         with errors.open("wb") as stream:
-            self.process = subprocess.Popen([os.environ["ORRERY_WINDOW"], *map(str, arguments)],
-                                            env=environment, stderr=stream)
+            self.process = subprocess.Popen([str(word) for word in command], env=environment,
+                                            stderr=stream)
         test.addCleanup(self.stop)
 
     def stop(self):

@@ -37,13 +37,14 @@ std::vector<std::string> AllOpened()
 
 } // namespace
 
-Program::Program(const fs::path& folder, const std::vector<std::string>& files, bool longCaptions)
-    : system(SystemOf(folder)), desktop(system.help, LocationsFor(system).settingsFile),
-      form(system, engines, desktop)
+Program::Program(const fs::path& folder, const std::vector<std::string>& files,
+                 const ProgramOptions& options)
+    : system(SystemOf(folder)), engines(options.printsPdf),
+      desktop(system.help, LocationsFor(system).settingsFile), form(system, engines, desktop)
 {
     form.Form_Load({2026, 11});
-    desktop.longCaptions = longCaptions;
-    if (longCaptions)
+    desktop.longCaptions = options.longCaptions;
+    if (options.longCaptions)
         Lengthen(form);
     window = new MainWindow(form, desktop);
     wxTheApp->SetTopWindow(window);
@@ -73,7 +74,7 @@ WindowTest::~WindowTest()
 
 void WindowTest::StartWithoutWaiting(const std::vector<std::string>& files)
 {
-    OnMain([this, files] { program_.emplace(folder_.Path(), files, longCaptions_); });
+    OnMain([this, files] { program_.emplace(folder_.Path(), files, options_); });
     WaitFor("the main window", [this] { return program_->window->IsShownOnScreen(); });
     user_.emplace();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engines/engine_choice.h"
 #include "long_captions.h"
 #include "robot.h"
+#include "test_engines.h"
 #include "ui/main_form.h"
 #include "ui/wx/main_window.h"
 #include "util/scratch_folder.h"
@@ -16,14 +16,20 @@
 
 namespace orrery::ui::wx {
 
+/// What a test says about a program before it starts.
+struct ProgramOptions {
+    bool longCaptions = false;
+    bool printsPdf = false; ///< something makes PDF files
+};
+
 /// The program, with all its files in one folder, beside its orrery.ini. Main thread only.
 struct Program {
     /// Opens the main window as the program's start does; `files` are the program's arguments.
     Program(const std::filesystem::path& folder, const std::vector<std::string>& files,
-            bool longCaptions);
+            const ProgramOptions& options);
 
     const SystemFolders system;
-    engines::InstalledEngines engines;
+    TestEngines engines;
     TestDesktop desktop;
     MainForm form;
     wxWeakRef<MainWindow> window; ///< null once it is closed
@@ -73,7 +79,7 @@ protected:
 
     std::optional<Program> program_; ///< main thread only
     std::optional<Robot> user_;      ///< from `Start` on
-    bool longCaptions_ = false;      ///< set before `Start`
+    ProgramOptions options_;         ///< set before `Start`
 
 private:
     void CloseWhatIsOpen();

@@ -1,11 +1,11 @@
 #include "excel_server/book.h"
 
-#include "engines/builtin/common/file_kind.h"
 #include "engines/builtin/xls/compound_file.h"
 #include "engines/builtin/xls/encryption.h"
 #include "engines/builtin/xls/globals.h"
 #include "engines/builtin/xlsx/package.h"
 #include "engines/builtin/xlsx/workbook_part.h"
+#include "engines/common/file_kind.h"
 #include "util/file_replace.h"
 
 #include <algorithm>
@@ -16,7 +16,7 @@ namespace {
 
 bool IsBinary(const std::filesystem::path& path)
 {
-    return builtin::DetectFileKind(path) == builtin::FileKind::Compound;
+    return engines::DetectFileKind(path) == engines::FileKind::Compound;
 }
 
 template <class Entries> std::vector<std::string> NamesOf(const Entries& entries)

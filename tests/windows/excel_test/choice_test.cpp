@@ -123,7 +123,7 @@ TEST_F(ProgramWithExcelTest, JsonSaysWhichEngineRan)
     EXPECT_THAT(Generate("--engine builtin --json"), HasSubstr("\"engine\":\"builtin\""));
     TestServer::Unregister();
     EXPECT_THAT(Generate("--json"), HasSubstr("\"engine\":\"builtin\"")) << "auto";
-    EXPECT_THAT(Generate("--engine excel"), HasSubstr("Choose the engine \"builtin\""));
+    EXPECT_THAT(Generate("--engine excel"), HasSubstr("choose the engine \"builtin\""));
 }
 
 } // namespace

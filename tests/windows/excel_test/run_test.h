@@ -32,8 +32,9 @@ protected:
     {
         const std::string folder = util::WithTrailingSeparator(util::FromPath(folder_.Path()));
         const std::string output = folder + "out" + util::kSeparator;
-        return generate::RunGenerate({"2024", "Desk.xlsx", folder, output}, sets_, start, context_,
-                                     *this);
+        const auto saved = generate::RunGenerate({"2024", "Desk.xlsx", folder, output}, sets_,
+                                                 start, context_, *this);
+        return saved ? std::optional(saved->workbook) : std::nullopt;
     }
 
     void ShowProblem(const generate::RequestProblem& problem) override

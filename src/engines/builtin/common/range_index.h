@@ -1,11 +1,14 @@
 #pragma once
 
-#include "engines/builtin/common/cell_address.h"
+#include "engines/common/cell_address.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace orrery::builtin {
+
+using engines::CellAddress;
+using engines::CellRange;
 
 /// Ranges of a sheet, found by a cell that they hold.
 class RangeIndex {

@@ -1,8 +1,8 @@
 #include "engines/builtin/xls/globals.h"
 
-#include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/unicode_string.h"
+#include "engines/common/sheet_names.h"
 #include "util/error.h"
 
 #include <algorithm>
@@ -165,7 +165,7 @@ private:
         entry.Sheet = ReadU16(record.data, 8);
         const auto length = ReadU8(record.data, 3);
         entry.Key =
-            builtin::FoldCase(ReadUnicodeStringNoCount(record.data, kNameText, length).text);
+            engines::FoldCase(ReadUnicodeStringNoCount(record.data, kNameText, length).text);
         if ((flags & kBuiltIn) != 0)
             entry.Key.insert(0, 1, '\x01');
         entry.place = place;

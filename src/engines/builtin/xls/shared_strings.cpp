@@ -1,10 +1,10 @@
 #include "engines/builtin/xls/shared_strings.h"
 
-#include "engines/builtin/common/cell_text.h"
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/records.h"
 #include "engines/builtin/xls/shared_string_reader.h"
 #include "engines/builtin/xls/unicode_string.h"
+#include "engines/common/cell_text.h"
 #include "util/unicode.h"
 
 #include <algorithm>
@@ -138,7 +138,7 @@ void SharedStrings::ReadTexts()
 
 std::size_t SharedStrings::IndexOf(std::string_view utf8)
 {
-    builtin::CheckTextLength(utf8);
+    engines::CheckTextLength(utf8);
     if (!read_)
         ReadTexts();
     auto text = util::ToUtf16(utf8);

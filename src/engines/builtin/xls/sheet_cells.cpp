@@ -1,6 +1,7 @@
 #include "engines/builtin/xls/sheet_cells.h"
 
 #include "engines/builtin/common/cell_checks.h"
+#include "engines/common/cell_address.h"
 #include "util/error.h"
 
 #include <algorithm>
@@ -44,7 +45,7 @@ void ForEachReplaced(const SheetIndex& index, const std::vector<SheetCells::Writ
 void SheetCells::CheckWritable(std::int32_t row, std::int32_t column, const Formats& formats) const
 {
     if (!IsInsideSheet(row, column))
-        builtin::ThrowOutsideSheet(row, column);
+        engines::ThrowOutsideSheet(row, column);
     if (!text_->HasCells())
         throw util::Error(util::ErrorKind::DamagedWorkbook, {}, "a sheet has no place for cells");
     builtin::CheckChangeable(*text_, CellAddress{row, column}, formats);

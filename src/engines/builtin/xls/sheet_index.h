@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engines/builtin/common/cell_address.h"
 #include "engines/builtin/xls/globals.h"
 #include "engines/builtin/xls/records.h"
+#include "engines/common/cell_address.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -12,8 +12,8 @@
 
 namespace orrery::xls {
 
-using builtin::CellAddress;
-using builtin::CellRange;
+using engines::CellAddress;
+using engines::CellRange;
 
 inline constexpr std::int32_t kSheetRows = 65536;
 inline constexpr std::int32_t kSheetColumns = 256;

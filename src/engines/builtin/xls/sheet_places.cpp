@@ -1,9 +1,9 @@
 #include "engines/builtin/xls/sheet_places.h"
 
-#include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/records.h"
 #include "engines/builtin/xls/unicode_string.h"
+#include "engines/common/sheet_names.h"
 #include "util/unicode.h"
 
 #include <utility>

@@ -1,9 +1,9 @@
 #include "engines/builtin/xls/sheet_tables.h"
 
-#include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/records.h"
 #include "engines/builtin/xls/unicode_string.h"
+#include "engines/common/sheet_names.h"
 
 #include <algorithm>
 #include <optional>
@@ -12,8 +12,8 @@
 namespace orrery::xls {
 namespace {
 
-using builtin::CutToUnits;
-using builtin::FoldCase;
+using engines::CutToUnits;
+using engines::FoldCase;
 
 // FEATURE11 and FEATURE12: a header, the table's ranges, the table. [MS-XLS] 2.4.114
 constexpr std::size_t kRangeCount = 19;

@@ -1,9 +1,9 @@
 #include "engines/builtin/xls/workbook.h"
 
-#include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/copy_identities.h"
 #include "engines/builtin/xls/encryption.h"
+#include "engines/common/sheet_names.h"
 #include "util/error.h"
 #include "util/file_replace.h"
 #include "util/paths.h"
@@ -15,8 +15,8 @@
 namespace orrery::xls {
 namespace {
 
-using builtin::CopyName;
-using builtin::SameSheetName;
+using engines::CopyName;
+using engines::SameSheetName;
 using util::Error;
 using util::ErrorKind;
 
@@ -160,7 +160,7 @@ void Workbook::Rename(Sheet& sheet, std::string_view name)
     if (name == sheet.name_)
         return;
     CheckStructure(sheet.name_);
-    builtin::CheckSheetName(name, builtin::NamesBeside(sheets_, &sheet));
+    engines::CheckSheetName(name, builtin::NamesBeside(sheets_, &sheet));
     sheet.name_ = name;
 }
 

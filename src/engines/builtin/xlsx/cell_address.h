@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/builtin/common/cell_address.h"
+#include "engines/common/cell_address.h"
 
 #include <cstdint>
 #include <optional>
@@ -11,10 +11,10 @@ namespace orrery::xlsx {
 inline constexpr std::int32_t kSheetRows = 1048576;
 inline constexpr std::int32_t kSheetColumns = 16384; ///< the last is "XFD"
 
-using builtin::CellAddress;
-using builtin::CellRange;
-using builtin::FormatCellAddress;
-using builtin::FormatCellRange;
+using engines::CellAddress;
+using engines::CellRange;
+using engines::FormatCellAddress;
+using engines::FormatCellRange;
 
 bool IsInsideSheet(std::int32_t row, std::int32_t column);
 

@@ -1,8 +1,8 @@
 #include "engines/builtin/xlsx/defined_names.h"
 
-#include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/xlsx/xml_attribute.h"
 #include "engines/builtin/xlsx/xml_reading.h"
+#include "engines/common/sheet_names.h"
 
 #include <limits>
 #include <set>
@@ -10,7 +10,7 @@
 
 namespace orrery::xlsx {
 
-using builtin::FoldCase;
+using engines::FoldCase;
 
 namespace {
 

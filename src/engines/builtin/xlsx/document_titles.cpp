@@ -1,9 +1,9 @@
 #include "engines/builtin/xlsx/document_titles.h"
 
-#include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/xlsx/formula.h"
 #include "engines/builtin/xlsx/xml_attribute.h"
 #include "engines/builtin/xlsx/xml_reading.h"
+#include "engines/common/sheet_names.h"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +11,7 @@
 
 namespace orrery::xlsx {
 
-using builtin::SameSheetName;
+using engines::SameSheetName;
 
 namespace {
 

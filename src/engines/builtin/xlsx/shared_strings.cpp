@@ -1,8 +1,8 @@
 #include "engines/builtin/xlsx/shared_strings.h"
 
-#include "engines/builtin/common/cell_text.h"
 #include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/xml_reading.h"
+#include "engines/common/cell_text.h"
 
 #include <algorithm>
 #include <optional>
@@ -152,7 +152,7 @@ void SharedStrings::ReadItem(XmlScanner& scanner)
 
 std::size_t SharedStrings::IndexOf(std::string_view text)
 {
-    builtin::CheckTextLength(text);
+    engines::CheckTextLength(text);
     std::string escaped = EscapeText(text);
     if (const auto found = indexes_.find(escaped); found != indexes_.end())
         return found->second;

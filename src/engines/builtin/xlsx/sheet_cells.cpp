@@ -2,6 +2,7 @@
 
 #include "engines/builtin/common/cell_checks.h"
 #include "engines/builtin/xlsx/sheet_patch.h"
+#include "engines/common/cell_address.h"
 #include "util/error.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@ namespace orrery::xlsx {
 void SheetCells::CheckWritable(std::int32_t row, std::int32_t column, const Styles& styles) const
 {
     if (!IsInsideSheet(row, column))
-        builtin::ThrowOutsideSheet(row, column);
+        engines::ThrowOutsideSheet(row, column);
     if (!text_->HasCells())
         throw util::Error(util::ErrorKind::DamagedWorkbook, {},
                           text_->PartName() + ", no sheetData element");

@@ -1,15 +1,15 @@
 #include "engines/builtin/xlsx/sheet_tables.h"
 
-#include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/xlsx/xml_attribute.h"
 #include "engines/builtin/xlsx/xml_reading.h"
+#include "engines/common/sheet_names.h"
 
 #include <algorithm>
 
 namespace orrery::xlsx {
 
-using builtin::CutToUnits;
-using builtin::FoldCase;
+using engines::CutToUnits;
+using engines::FoldCase;
 
 namespace {
 

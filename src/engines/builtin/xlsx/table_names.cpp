@@ -1,13 +1,13 @@
 #include "engines/builtin/xlsx/table_names.h"
 
-#include "engines/builtin/common/sheet_names.h"
+#include "engines/common/sheet_names.h"
 
 #include <utility>
 
 namespace orrery::xlsx {
 
-using builtin::FoldCase;
-using builtin::SameSheetName;
+using engines::FoldCase;
+using engines::SameSheetName;
 
 const std::string* TableChange::FindColumn(std::string_view column) const
 {

@@ -9,8 +9,8 @@
 namespace orrery::xlsx {
 namespace {
 
-using builtin::CopyName;
-using builtin::SameSheetName;
+using engines::CopyName;
+using engines::SameSheetName;
 using util::Error;
 using util::ErrorKind;
 
@@ -147,7 +147,7 @@ void Workbook::Rename(Sheet& sheet, std::string_view name)
     if (name == sheet.name_)
         return;
     CheckStructure(sheet.name_);
-    builtin::CheckSheetName(name, builtin::NamesBeside(sheets_, &sheet));
+    engines::CheckSheetName(name, builtin::NamesBeside(sheets_, &sheet));
     sheet.name_ = name;
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "engines/builtin/common/sheet_names.h"
 #include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/defined_names.h"
 #include "engines/builtin/xlsx/document_titles.h"
 #include "engines/builtin/xlsx/formula.h"
 #include "engines/builtin/xlsx/package.h"
 #include "engines/builtin/xlsx/saved_sheet.h"
+#include "engines/common/sheet_names.h"
 
 #include <cstdint>
 #include <functional>

@@ -8,7 +8,7 @@
 namespace orrery::xlsx {
 namespace {
 
-using builtin::SameSheetName;
+using engines::SameSheetName;
 
 constexpr std::string_view kStringsType =
     "application/vnd.openxmlformats-officedocument.spreadsheetml.sharedStrings+xml";

@@ -64,6 +64,56 @@ double RkNumber(std::uint32_t rk)
     return (rk & 1) != 0 ? number / 100 : number;
 }
 
+/// Reads the texts of a record and of those that continue it. A text that goes on in the next
+/// record does so in the middle of its characters, with a flag of its own for their width.
+class TextReader {
+public:
+    explicit TextReader(std::vector<std::string_view> records) : records_(std::move(records)) {}
+
+    std::uint64_t Next(std::size_t size)
+    {
+        SkipEnds();
+        place_ += size;
+        return Number(records_.at(record_), place_ - size, size);
+    }
+
+    std::string Text()
+    {
+        const auto count = Next(2);
+        const auto flags = Next(1);
+        auto after = (flags & 8) != 0 ? 4 * Next(2) : 0; // where its formats begin,
+        after += (flags & 4) != 0 ? Next(4) : 0;         // and what phonetic guides need
+        const std::string text = Characters(count, (flags & 1) != 0);
+        for (; after > 0; --after)
+            Next(1);
+        return text;
+    }
+
+private:
+    bool SkipEnds()
+    {
+        const auto before = record_;
+        while (place_ == records_.at(record_).size())
+            ++record_, place_ = 0;
+        return record_ != before;
+    }
+
+    std::string Characters(std::uint64_t count, bool wide)
+    {
+        std::u16string units;
+        for (; count > 0; --count) {
+            if (SkipEnds())
+                wide = (Next(1) & 1) != 0;
+            units += static_cast<char16_t>(Next(wide ? 2 : 1));
+        }
+        return util::FromUtf16(units);
+    }
+
+    std::vector<std::string_view> records_;
+    std::size_t record_ = 0;
+    std::size_t place_ = 0;
+};
+
 } // namespace
 
 SavedBook::SavedBook(const std::filesystem::path& path)
@@ -87,8 +137,6 @@ SavedBook::SavedBook(const std::filesystem::path& path)
         ReadCells(sheet);
 }
 
-/// Texts that go on in the next record do so in the middle of their characters, with flags of
-/// their own; only plain texts are understood.
 void SavedBook::ReadTexts(std::size_t at)
 {
     std::vector<std::string_view> records;
@@ -96,30 +144,10 @@ void SavedBook::ReadTexts(std::size_t at)
         records.push_back(std::string_view(stream_).substr(at + 4, Short(stream_, at + 2)));
         at += 4U + Short(stream_, at + 2);
     } while (Short(stream_, at) == 0x003C);
-    const auto count = Number(records[0], 4, 4);
-    std::size_t record = 0;
-    std::size_t place = 8;
-    for (std::uint64_t i = 0; i < count; ++i) {
-        if (place == records[record].size())
-            ++record, place = 0;
-        std::size_t left = Short(records[record], place);
-        auto flags = Number(records[record], place + 2, 1);
-        if ((flags & ~1U) != 0)
-            throw std::runtime_error("a text with formats");
-        place += 3;
-        std::u16string units;
-        while (left > 0) {
-            if (place == records[record].size()) {
-                flags = Number(records[++record], 0, 1);
-                place = 1;
-            }
-            const std::size_t width = (flags & 1) != 0 ? 2 : 1;
-            units += static_cast<char16_t>(Number(records[record], place, width));
-            place += width;
-            --left;
-        }
-        texts_.push_back(util::FromUtf16(units));
-    }
+    TextReader reader(std::move(records));
+    reader.Next(4); // how often texts are used
+    for (auto left = reader.Next(4); left > 0; --left)
+        texts_.push_back(reader.Text());
 }
 
 void SavedBook::ReadCells(Sheet& sheet) const

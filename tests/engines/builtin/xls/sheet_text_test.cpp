@@ -16,7 +16,7 @@ std::string CellList(const SheetIndex& index)
     std::string list;
     for (const CellPlace& cell : index.cells) {
         list += list.empty() ? "" : " ";
-        list += builtin::FormatCellRange(
+        list += engines::FormatCellRange(
             {{cell.row + 1, cell.first + 1}, {cell.row + 1, cell.last + 1}});
         list += cell.Has(CellPlace::Formula) ? "f" : "";
         list += cell.Has(CellPlace::SharedText) ? "s" : "";

@@ -1,6 +1,6 @@
 #include "engines/builtin/xlsx/formula.h"
 
-#include "engines/builtin/common/sheet_names.h"
+#include "engines/common/sheet_names.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 
 namespace orrery::xlsx {
 
-using builtin::FoldCase;
+using engines::FoldCase;
 
 namespace {
 

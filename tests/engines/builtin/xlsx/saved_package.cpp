@@ -82,6 +82,23 @@ std::vector<std::string> SavedPackage::Values(const std::string& name, const cha
     return values;
 }
 
+std::vector<std::string> SavedPackage::Texts() const
+{
+    std::vector<std::string> texts;
+    if (!Has("xl/sharedStrings.xml"))
+        return texts;
+    pugi::xml_document document;
+    document.load_string(Bytes("xl/sharedStrings.xml").c_str(),
+                         pugi::parse_default | pugi::parse_ws_pcdata);
+    for (const auto& item : document.child("sst").children("si")) {
+        std::string text = item.child("t").text().get();
+        for (const auto& run : item.children("r"))
+            text += run.child("t").text().get();
+        texts.push_back(std::move(text));
+    }
+    return texts;
+}
+
 std::vector<SavedPackage::Cell> SavedPackage::Cells(const std::string& name) const
 {
     pugi::xml_document document;

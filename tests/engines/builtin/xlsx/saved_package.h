@@ -42,6 +42,8 @@ public:
     /// The texts of the nodes or attributes that an XPath finds. Elements of the main namespace are
     /// asked for without a prefix; the usual prefixes of the others are those of the document.
     std::vector<std::string> Values(const std::string& name, const char* xpath) const;
+    /// The shared texts, whatever formats are inside them.
+    std::vector<std::string> Texts() const;
     /// The cells of a worksheet's part that hold a value.
     std::vector<Cell> Cells(const std::string& name) const;
     /// The entry of the worksheet of that name.

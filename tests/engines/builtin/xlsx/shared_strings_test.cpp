@@ -1,5 +1,5 @@
-#include "engines/builtin/common/cell_text.h"
 #include "engines/builtin/xlsx/shared_strings.h"
+#include "engines/common/cell_text.h"
 #include "util/error.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 namespace orrery::xlsx {
 namespace {
 
-using builtin::kLongestText;
+using engines::kLongestText;
 
 constexpr const char* kNamespace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
 

@@ -1,4 +1,4 @@
-#include "engines/builtin/common/file_kind.h"
+#include "engines/common/file_kind.h"
 
 #include "util/error.h"
 #include "util/paths.h"
@@ -9,7 +9,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace orrery::builtin {
+namespace orrery::engines {
 namespace {
 
 constexpr std::string_view kCompoundFile = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"; // [MS-CFB] 2.2
@@ -46,4 +46,4 @@ FileKind DetectFileKind(const std::filesystem::path& path)
     return IsOldSheet(bytes) ? FileKind::OldSheet : FileKind::Other;
 }
 
-} // namespace orrery::builtin
+} // namespace orrery::engines

@@ -1,10 +1,10 @@
-#include "engines/builtin/common/cell_text.h"
+#include "engines/common/cell_text.h"
 
 #include "util/error.h"
 
 #include <string>
 
-namespace orrery::builtin {
+namespace orrery::engines {
 namespace {
 
 /// Whether the byte goes on with a character of UTF-8 that began before it.
@@ -40,4 +40,4 @@ void CheckTextLength(std::string_view utf8)
         throw util::Error(util::ErrorKind::TextTooLong, Beginning(utf8));
 }
 
-} // namespace orrery::builtin
+} // namespace orrery::engines

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace orrery::builtin {
+namespace orrery::engines {
 
 /// Excel's rules for the name of a sheet, but for its being unique: 1 to 31 UTF-16 units, none of
 /// : \ / ? * [ ], no apostrophe at either end, not "History", no control characters, UTF-8.
@@ -24,4 +24,4 @@ void CheckSheetName(std::string_view name, const std::vector<std::string>& other
 /// The name is cut where the whole would pass 31 units.
 std::string CopyName(std::string_view name, const std::vector<std::string>& taken);
 
-} // namespace orrery::builtin
+} // namespace orrery::engines

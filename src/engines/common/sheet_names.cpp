@@ -1,4 +1,4 @@
-#include "engines/builtin/common/sheet_names.h"
+#include "engines/common/sheet_names.h"
 
 #include "util/error.h"
 #include "util/text.h"
@@ -8,7 +8,7 @@
 #include <array>
 #include <cstddef>
 
-namespace orrery::builtin {
+namespace orrery::engines {
 namespace {
 
 using util::AppendUtf8;
@@ -179,4 +179,4 @@ std::string CopyName(std::string_view name, const std::vector<std::string>& take
     }
 }
 
-} // namespace orrery::builtin
+} // namespace orrery::engines

@@ -1,9 +1,11 @@
-#include "engines/builtin/common/cell_address.h"
+#include "engines/common/cell_address.h"
+
+#include "util/error.h"
 
 #include <algorithm>
 #include <array>
 
-namespace orrery::builtin {
+namespace orrery::engines {
 namespace {
 
 constexpr std::int32_t kLetters = 26;
@@ -24,6 +26,12 @@ void CellRange::Widen(CellAddress cell)
     last.column = std::max(last.column, cell.column);
 }
 
+void ThrowOutsideSheet(std::int32_t row, std::int32_t column)
+{
+    throw util::Error(util::ErrorKind::CellOutsideSheet,
+                      "row " + std::to_string(row) + ", column " + std::to_string(column));
+}
+
 std::string FormatCellAddress(CellAddress cell)
 {
     std::array<char, 3> letters{}; // the last column is "XFD"
@@ -41,4 +49,4 @@ std::string FormatCellRange(const CellRange& range)
     return text;
 }
 
-} // namespace orrery::builtin
+} // namespace orrery::engines

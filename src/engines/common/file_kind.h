@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-namespace orrery::builtin {
+namespace orrery::engines {
 
 /// What a file is by its first bytes.
 enum class FileKind {
@@ -15,4 +15,4 @@ enum class FileKind {
 /// for an empty file).
 FileKind DetectFileKind(const std::filesystem::path& path);
 
-} // namespace orrery::builtin
+} // namespace orrery::engines

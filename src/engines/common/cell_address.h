@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace orrery::builtin {
+namespace orrery::engines {
 
 /// A cell of a sheet, counted from 1: "B6" is row 6, column 2. Ordered as
 /// the cells stand in the file, row by row.
@@ -26,9 +26,12 @@ struct CellRange {
     void Widen(CellAddress cell);
 };
 
+/// Throws Error(CellOutsideSheet). Row and column are as they were asked for.
+[[noreturn]] void ThrowOutsideSheet(std::int32_t row, std::int32_t column);
+
 /// "B6". Row and column are positive.
 std::string FormatCellAddress(CellAddress cell);
 /// "B6:C9", or "B6" for one cell.
 std::string FormatCellRange(const CellRange& range);
 
-} // namespace orrery::builtin
+} // namespace orrery::engines

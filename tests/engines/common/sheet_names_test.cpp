@@ -1,4 +1,4 @@
-#include "engines/builtin/common/sheet_names.h"
+#include "engines/common/sheet_names.h"
 #include "util/error.h"
 
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace orrery::builtin {
+namespace orrery::engines {
 namespace {
 
 std::string Repeat(std::string_view text, int times)
@@ -128,4 +128,4 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return std::string(row.param.name); });
 
 } // namespace
-} // namespace orrery::builtin
+} // namespace orrery::engines

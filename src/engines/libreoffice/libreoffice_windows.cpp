@@ -1,0 +1,25 @@
+#include "engines/libreoffice/libreoffice.h"
+
+#include "util/error.h"
+
+// The libraries of LibreOffice for Windows are made by a compiler whose classes those of this
+// program cannot meet.
+
+namespace orrery::libreoffice {
+
+bool IsInstalled()
+{
+    return false;
+}
+
+std::unique_ptr<generate::Application> CreateApplication()
+{
+    throw Error(util::ErrorKind::EngineMissing, "libreoffice");
+}
+
+std::unique_ptr<generate::PdfPrinter> CreatePdfPrinter()
+{
+    throw Error(util::ErrorKind::EngineMissing, "libreoffice");
+}
+
+} // namespace orrery::libreoffice

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "engines/libreoffice/plugin/office.h"
+#include "engines/libreoffice/plugin/workbook.h"
+#include "generate/spreadsheet.h"
+
+#include <memory>
+#include <vector>
+
+namespace orrery::libreoffice {
+
+/// One instance of its own. Once a saved workbook was made visible, and there is a display to see
+/// it on, it belongs to the user and goes on running; else it ends with this object.
+class OfficeApplication : public generate::Application {
+public:
+    explicit OfficeApplication(const StartOptions& options);
+    ~OfficeApplication() override;
+    OfficeApplication(const OfficeApplication&) = delete;
+    OfficeApplication& operator=(const OfficeApplication&) = delete;
+
+    /// Nobody is ever asked anything: documents are loaded without a way to ask.
+    void SetDisplayAlerts(bool /*on*/) override {}
+    void SetVisible(bool on) override;
+    bool Visible() const override { return switches_.visible; }
+    void SetInteractive(bool on) override;
+    void SetScreenUpdating(bool on) override;
+    generate::Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) override;
+    void ReleaseWorkbook(generate::Workbook& workbook) override;
+    void Quit() override;
+
+private:
+    void Switch(bool Switches::*which, bool on);
+    /// Whether there is a window that the user can close.
+    bool IsSeen() const;
+
+    Switches switches_;
+    bool hasDisplay_;
+    bool belongsToUser_ = false; // a workbook was left to the user, in its window
+    Office office_;
+    std::vector<std::unique_ptr<Workbook>> workbooks_;
+};
+
+} // namespace orrery::libreoffice

@@ -1,0 +1,50 @@
+#include "generate/pdf.h"
+
+#include "generate/failure.h"
+#include "util/error.h"
+#include "util/error_text.h"
+#include "util/paths.h"
+#include "util/text.h"
+
+#include <exception>
+
+namespace orrery::generate {
+
+std::string PdfPath(const std::string& workbookPath)
+{
+    const std::string name = util::FileName(workbookPath);
+    const std::string folder = workbookPath.substr(0, workbookPath.size() - name.size());
+    const std::string pdfName = util::BaseName(name) + ".pdf";
+    const bool isWorkbook = util::EqualIgnoringCase(pdfName, name); // it must not be replaced
+    return folder + (isWorkbook ? name + ".pdf" : pdfName);
+}
+
+std::optional<std::string> PdfMaker::Make(const std::string& workbookPath,
+                                          const std::vector<std::string>& sheets, Context& context)
+{
+    const std::string pdfPath = PdfPath(workbookPath);
+    try {
+        if (context.printing)
+            context.printing(pdfPath);
+        Print(workbookPath, sheets, pdfPath);
+        return pdfPath;
+    }
+    catch (const std::exception& error) {
+        if (IsLoss(error))
+            printer_.reset(); // the next workbook gets another one
+        context.reporter.Report("Failed to make the PDF file.\r\n" + util::ErrorText(error));
+        return std::nullopt;
+    }
+}
+
+void PdfMaker::Print(const std::string& workbookPath, const std::vector<std::string>& sheets,
+                     const std::string& pdfPath)
+{
+    if (sheets.empty())
+        throw Error(util::ErrorKind::NothingToPrint);
+    if (!printer_)
+        printer_ = engines_.StartPdfPrinter();
+    printer_->Print(util::ToPath(workbookPath), sheets, util::ToPath(pdfPath));
+}
+
+} // namespace orrery::generate

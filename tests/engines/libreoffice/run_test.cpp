@@ -1,0 +1,121 @@
+#include "engines/builtin/application.h"
+#include "engines/builtin/saved_sheets.h"
+#include "engines/libreoffice/plugin/office_application.h"
+#include "generate/run.h"
+#include "generate/run_support.h"
+#include "holidays/holiday_dates.h"
+#include "model/parameter_file.h"
+#include "office.h"
+#include "processes.h"
+#include "util/paths.h"
+#include "util/scratch_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <string>
+
+namespace orrery::libreoffice {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+const std::filesystem::path kTemplates = std::filesystem::path(ORRERY_SOURCE_DIR) / "data/template";
+
+class OfficeRunTest : public testing::Test {
+protected:
+    OfficeRunTest() { model::ReadParameterFile(kTemplates / "Desk.ini", names_, sets_); }
+
+    bool Run(const generate::ApplicationFactory& start, const std::filesystem::path& target,
+             const std::filesystem::path& source)
+    {
+        context_.easter = holidays::EasterDate(2027);
+        return generate::GenerateCalendar(
+            start, {2027, util::FromPath(source), util::FromPath(target)}, sets_, context_);
+    }
+
+    testing_support::ScratchFolder folder_;
+    model::NameTables names_ = fake::TestNames();
+    fake::ListReporter reporter_;
+    generate::Context context_{names_, reporter_};
+    model::ParameterSets sets_;
+};
+
+class OfficeWholeRunTest : public OfficeRunTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(OfficeWholeRunTest, WritesWhatTheBuiltInEngineWrites)
+{
+    const std::string format = GetParam();
+    const auto source = kTemplates / ("Desk." + format);
+    const auto own = folder_ / ("own." + format);
+    const auto other = folder_ / ("other." + format);
+    ASSERT_TRUE(Run([] { return builtin::CreateApplication({}); }, other, source));
+    ASSERT_TRUE(
+        Run([] { return std::make_unique<OfficeApplication>(test::Options()); }, own, source));
+    EXPECT_THAT(reporter_.reports, IsEmpty());
+    EXPECT_THAT(test::Descendants(), IsEmpty()) << "there is no display to show it on";
+    const auto read = format == "xlsx" ? orrery::test::ReadXlsx : orrery::test::ReadXls;
+    const auto ours = read(own);
+    const auto theirs = read(other);
+    ASSERT_EQ(ours.size(), theirs.size());
+    for (std::size_t i = 0; i < ours.size(); ++i) {
+        EXPECT_EQ(ours[i].name, theirs[i].name);
+        EXPECT_EQ(ours[i].cells, theirs[i].cells) << ours[i].name;
+        EXPECT_GT(ours[i].cells.size(), 28U) << ours[i].name;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, OfficeWholeRunTest, testing::Values("xlsx", "xls"),
+                         [](const auto& format) { return std::string(format.param); });
+
+/// When the instance is struck, and what the one report begins with.
+struct Blow {
+    const char* name;
+    const char* report;
+};
+
+class OfficeBlowTest : public OfficeRunTest, public testing::WithParamInterface<Blow> {};
+
+TEST_P(OfficeBlowTest, EndsInOneReportWithoutAProcessOrAFile)
+{
+    const std::string moment = GetParam().name;
+    const auto strike = [](int signal) { EXPECT_EQ(test::SignalOffice(signal), 1); };
+    const auto start = [&] {
+        auto application = std::make_unique<OfficeApplication>(
+            moment == "CellHangs" ? test::ImpatientOptions() : test::Options());
+        if (moment == "Open")
+            strike(SIGKILL);
+        return application;
+    };
+    context_.progress = [&](generate::CalendarKind kind, std::int16_t month) {
+        const bool isMonthly = kind == generate::CalendarKind::Monthly;
+        if (month == 3 && moment == (isMonthly ? "Next" : "Cell"))
+            strike(SIGKILL);
+        if (month == 3 && !isMonthly && moment == "CellHangs")
+            strike(SIGSTOP);
+    };
+    context_.saving = [&] {
+        if (moment == "Save")
+            strike(SIGKILL);
+    };
+    EXPECT_FALSE(Run(start, folder_ / "out/2027Desk.xlsx", kTemplates / "Desk.xlsx"));
+    EXPECT_THAT(reporter_.reports, ElementsAre(StartsWith(GetParam().report)));
+    EXPECT_THAT(reporter_.reports.at(0), testing::HasSubstr("does not answer any more"));
+    EXPECT_THAT(test::Descendants(), IsEmpty());
+    EXPECT_TRUE(std::filesystem::is_empty(folder_ / "out"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Moments, OfficeBlowTest,
+                         testing::Values(Blow{"Open", "Failed to open the calendar file"},
+                                         Blow{"Next", "Error in making monthly calendar."},
+                                         Blow{"Cell", "Error in filling data(2027-4)."},
+                                         Blow{"CellHangs", "Error in filling data(2027-4)."},
+                                         Blow{"Save", "Failed to save the calendar file."}),
+                         [](const auto& blow) { return std::string(blow.param.name); });
+
+} // namespace
+} // namespace orrery::libreoffice

@@ -1,6 +1,8 @@
-"""Formula cells whose values change by themselves: with the clock, or by chance."""
+"""Formula cells whose values change by themselves, with the clock or by chance, and what reads a
+cell."""
 
 import re
+from collections import defaultdict
 
 from opc import area_bounds, inside
 
@@ -13,15 +15,25 @@ _CELLS = re.compile(r"(?:('(?:[^']|'')+'|[\w.\u00a1-\uffff]+)!)?"
 def changing_cells(formulas):
     """Those of the formula cells that change, and those that read one, at however many removes.
     `formulas` has the text of each by (sheet, position)."""
-    fresh = {key for key, text in formulas.items() if _CHANGING.search(_TEXT.sub("", text))}
-    changing, reads = set(fresh), None
+    changing = {key for key, text in formulas.items() if _CHANGING.search(_TEXT.sub("", text))}
+    return changing | readers_of(formulas, changing)
+
+
+def readers_of(formulas, cells):
+    """The formula cells that read one of the cells, at however many removes."""
+    if not cells:
+        return set()
+    reads = {key: list(_reads(key[0], text)) for key, text in formulas.items()}
+    readers, fresh = set(), set(cells)
     while fresh:
-        if reads is None:
-            reads = {key: list(_reads(key[0], text)) for key, text in formulas.items()}
-        fresh = {key for key, areas in reads.items() if key not in changing
-                 and any(_reads_one(area, fresh) for area in areas)}
-        changing |= fresh
-    return changing
+        places = defaultdict(set)
+        for sheet, where in fresh:
+            places[sheet.casefold()].add(where)
+        fresh = {key for key, areas in reads.items() if key not in readers
+                 and any(_holds_one(bounds, places[sheet]) for sheet, bounds in areas
+                         if sheet in places)}
+        readers |= fresh
+    return readers
 
 
 def _reads(own, text):
@@ -30,5 +42,7 @@ def _reads(own, text):
         yield (name or own).casefold(), area_bounds(area.replace("$", ""))
 
 
-def _reads_one(area, cells):
-    return any(sheet.casefold() == area[0] and inside(where, area[1]) for sheet, where in cells)
+def _holds_one(bounds, places):
+    if bounds[:2] == bounds[2:]:
+        return bounds[:2] in places
+    return any(inside(where, bounds) for where in places)

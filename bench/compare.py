@@ -3,9 +3,7 @@
 usage: compare.py ORRERY_CLI TOOLS_FOLDER ROUNDS TEMPLATE.xlsx...
 Each template is measured as .xlsx and as the .xls beside it.
 """
-import configparser
 import json
-import os
 import pathlib
 import statistics
 import subprocess
@@ -13,61 +11,20 @@ import sys
 import tempfile
 import zipfile
 
-import openpyxl
 import xlwt
 
-HERE = pathlib.Path(__file__).resolve().parent
+from processes import HERE, Processes, written_cells
+
 YEAR = 2027
 CLI, TOOLS, ROUNDS = sys.argv[1], pathlib.Path(sys.argv[2]), int(sys.argv[3])
-
-
-def run(*command):
-    """Seconds and peak memory in MiB of one process. What others left to be written is written
-    before, so that a process that flushes its own output does not wait for theirs."""
-    os.sync()
-    done = subprocess.run([TOOLS / "measure", *map(str, command)], capture_output=True, text=True)
-    if done.returncode != 0:
-        sys.exit(f"failed: {' '.join(map(str, command))}\n{done.stderr}")
-    microseconds, kibibytes = map(int, done.stdout.split())
-    return microseconds / 1e6, kibibytes / 1024
-
-
-def generate(template, years, output):
-    return [CLI, "generate", template, str(years), "--output-folder", output]
+PROCESSES = Processes(CLI, TOOLS)
+run, generate = PROCESSES.run, PROCESSES.generate
 
 
 def median(rounds, *command):
     """The median time of a process in milliseconds, and its highest peak."""
     runs = [run(*command) for _ in range(rounds)]
     return statistics.median(seconds for seconds, _ in runs) * 1000, max(peak for _, peak in runs)
-
-
-def written_cells(template, output):
-    """What the calendar wrote: every value of the output that its model sheet lacks."""
-    model_names = {}
-    settings = configparser.ConfigParser(strict=False, interpolation=None)
-    settings.optionxform = str
-    settings.read(template.with_suffix(".ini"), encoding="utf-8-sig")
-    before = openpyxl.load_workbook(template)
-    after = openpyxl.load_workbook(output)
-    monthly = settings["Monthly Calendar"]
-    yearly = settings["Yearly Calendar"]
-    untouched = [name for name in before.sheetnames if name in after.sheetnames]
-    if yearly.get("Output") == "Y":
-        model_names[str(YEAR)] = yearly["SheetName"]
-    for name in after.sheetnames:
-        if name not in model_names and name not in untouched:
-            model_names[name] = monthly["SheetName"]
-    sheets = []
-    for name, model in model_names.items():
-        cells = []
-        for row in after[name].iter_rows():
-            for cell in row:
-                if cell.value is not None and \
-                        cell.value != before[model].cell(cell.row, cell.column).value:
-                    cells.append([cell.row, cell.column, cell.value])
-        sheets.append({"name": name, "model": model, "cells": cells})
-    return sheets
 
 
 class Design:
@@ -78,7 +35,7 @@ class Design:
         self.cells = folder / f"{path.stem}.json"
         for template in (self.xlsx, self.xls):
             run(*generate(template, YEAR, folder))
-        sheets = written_cells(path, self.output(path))
+        sheets = written_cells(path, self.output(path), YEAR)
         self.cells.write_text(json.dumps(sheets), encoding="utf-8")
         self.count = sum(len(sheet["cells"]) for sheet in sheets)
 

@@ -2,7 +2,8 @@
 # Times whole processes and prints medians and ratios of one run. For .xlsx: this program, the same
 # cells through openpyxl, and the limit (unpack the template's bytes, pack the output's bytes with
 # zlib level 6). For .xls: this program, the same cells through xlrd with xlwt and through
-# LibreOffice, and the limit (write the template's bytes twelve times over).
+# LibreOffice, and the limit (write the template's bytes twelve times over). At last one calendar and
+# ten years through every engine, which is written to docs/performance.md, too.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
@@ -11,3 +12,5 @@ cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DORRERY_TESTS=OFF
 cmake --build build/bench >/dev/null
 /usr/bin/python3 bench/compare.py build/bench/src/cli/orrery-cli build/bench/bench "${1:-31}" \
     data/template/*.xlsx
+/usr/bin/python3 bench/engines.py build/bench/src/cli/orrery-cli build/bench/bench \
+    data/template/Desk.xlsx docs/performance.md

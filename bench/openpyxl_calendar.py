@@ -1,8 +1,8 @@
 """The same job with openpyxl: open the template, copy the model sheet, write the cells, save.
 
-usage: openpyxl_calendar.py TEMPLATE CELLS OUTPUT
-CELLS is the JSON file that compare.py writes: for each sheet of the output its name, the template
-sheet that it is or was copied from, and the cells that were written.
+usage: openpyxl_calendar.py TEMPLATE {CELLS OUTPUT}...
+Each pair makes one calendar. CELLS is the JSON file that compare.py writes: for each sheet of the
+output its name, the template sheet that it is or was copied from, and the cells that were written.
 """
 import json
 import sys
@@ -10,8 +10,7 @@ import sys
 import openpyxl
 
 
-def main():
-    template, cells, output = sys.argv[1:]
+def make(template, cells, output):
     with open(cells, encoding="utf-8") as file:
         sheets = json.load(file)
     workbook = openpyxl.load_workbook(template)
@@ -30,6 +29,12 @@ def main():
         for row, column, value in sheet["cells"]:
             sheet["target"].cell(row, column).value = value
     workbook.save(output)
+
+
+def main():
+    template, *pairs = sys.argv[1:]
+    for cells, output in zip(pairs[::2], pairs[1::2]):
+        make(template, cells, output)
 
 
 main()

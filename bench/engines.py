@@ -1,0 +1,181 @@
+"""Times the same calendars through every engine, in turns, and writes docs/performance.md.
+
+usage: engines.py ORRERY_CLI TOOLS_FOLDER TEMPLATE.xlsx DOCUMENT [ROUNDS]
+
+One calendar and ten years of the template: the built-in engine from the .xlsx and from the .xls
+beside it, LibreOffice with a profile that was made before and with a new one, and openpyxl.
+"""
+import datetime
+import json
+import os
+import pathlib
+import platform
+import re
+import statistics
+import subprocess
+import sys
+import tempfile
+
+import openpyxl
+
+from processes import HERE, Processes, written_cells
+
+FIRST, TEN = 2027, range(2027, 2037)
+REFERENCE = "built-in, .xlsx"
+ONE_ROUNDS, TEN_ROUNDS = 7, 3
+
+
+class Contest:
+    """The same work by five processes. `years` are those of one call."""
+
+    def __init__(self, processes, template, years, folder):
+        self.processes, self.template, self.folder = processes, template, folder
+        self.years = f"{years[0]}-{years[-1]}" if len(years) > 1 else str(years[0])
+        self.expected = [f"{year}{template.name}" for year in years]
+        self.profiles = 0
+        self.pairs = []
+        for year in years:
+            output = folder / "cells" / f"{year}{template.name}"
+            processes.run(*processes.generate(template, year, output.parent))
+            cells = folder / f"{year}.json"
+            cells.write_text(json.dumps(written_cells(template, output, year)), encoding="utf-8")
+            self.pairs += [cells, folder / "openpyxl" / output.name]
+        self._office("warm", years[0])  # makes its profile
+
+    def _generate(self, name, template, years, *options):
+        return self.processes.generate(template, years, self.folder / name, *options)
+
+    def _office(self, profile, years):
+        command = self._generate("office", self.template, years, "--engine", "libreoffice")
+        return self.processes.run("env", f"XDG_CACHE_HOME={self.folder / profile}", *command)
+
+    def _cold_office(self):
+        self.profiles += 1
+        return self._office(f"cold{self.profiles}", self.years)
+
+    def contestants(self):
+        run, years = self.processes.run, self.years
+        xls = self.template.with_suffix(".xls")
+        return {REFERENCE: lambda: run(*self._generate("xlsx", self.template, years)),
+                "built-in, .xls": lambda: run(*self._generate("xls", xls, years)),
+                "LibreOffice, .xlsx, warm": lambda: self._office("warm", years),
+                "LibreOffice, .xlsx, cold": self._cold_office,
+                "openpyxl": lambda: run(sys.executable, HERE / "openpyxl_calendar.py",
+                                        self.template, *self.pairs)}
+
+    def measure(self, rounds):
+        """(seconds, peak) of each contestant in each round; they take turns, so that whatever
+        else the machine does slows all of them."""
+        for name in ("xlsx", "xls", "office", "openpyxl"):
+            (self.folder / name).mkdir(exist_ok=True)
+        found = {name: [] for name in self.contestants()}
+        for _ in range(rounds):
+            for name, contestant in self.contestants().items():
+                found[name].append(contestant())
+        for name in ("xlsx", "office", "openpyxl"):
+            made = {path.name for path in (self.folder / name).iterdir()}
+            missing = set(self.expected) - made
+            if missing:
+                sys.exit(f"{name} did not make {sorted(missing)}")
+        return found
+
+
+def summary(found):
+    """For each contestant: median milliseconds, median ratio to the reference of the same round,
+    highest peak in MiB."""
+    reference = [seconds for seconds, _ in found[REFERENCE]]
+    return {name: (statistics.median(seconds for seconds, _ in runs) * 1000,
+                   statistics.median(seconds / other
+                                     for (seconds, _), other in zip(runs, reference)),
+                   max(peak for _, peak in runs)) for name, runs in found.items()}
+
+
+def shown(number):
+    digits = 2 if number < 10 else 1 if number < 100 else 0
+    return f"{number:,.{digits}f}"
+
+
+def table(one, ten):
+    """As Markdown. LibreOffice is a process of its own, whose memory is not measured."""
+    lines = ["| | one calendar | ratio | ten years | ratio | peak memory, one and ten |",
+             "| --- | ---: | ---: | ---: | ---: | ---: |"]
+    for name in one:
+        times = " | ".join(f"{shown(milliseconds)} ms | {shown(ratio)}"
+                           for milliseconds, ratio, _ in (one[name], ten[name]))
+        memory = "" if name.startswith("LibreOffice") else \
+            f"{one[name][2]:.1f} and {ten[name][2]:.1f} MiB"
+        lines.append(f"| {name} | {times} | {memory} |")
+    return "\n".join(lines)
+
+
+# ---------------------------------------------------------------- what it ran on
+
+def first_match(pattern, text):
+    found = re.search(pattern, text, re.MULTILINE)
+    return found[1] if found else "unknown"
+
+
+def output_of(*command):
+    return subprocess.run(command, capture_output=True, text=True, check=False).stdout
+
+
+def machine():
+    kibibytes = first_match(r"MemTotal: +(\d+)", pathlib.Path("/proc/meminfo").read_text())
+    memory = int(kibibytes) / 2**20
+    model = first_match(r"model name\s*: (.*)", pathlib.Path("/proc/cpuinfo").read_text())
+    system = first_match(r'^PRETTY_NAME="(.*)"', pathlib.Path("/etc/os-release").read_text())
+    return f"{model}, {os.cpu_count()} cores, {memory:.0f} GiB of memory, {system}"
+
+
+def versions(cli):
+    office = first_match(r"(LibreOffice [\d.]+)", output_of("soffice", "--version"))
+    own = first_match(r"([\d.]+)", output_of(cli, "--version"))
+    return (f"Orrery {own} (release build), {office}, openpyxl {openpyxl.__version__} on Python "
+            f"{platform.python_version()}")
+
+
+_DOCUMENT = """\
+# Performance
+
+How long whole processes take for calendars of twelve month sheets and a year sheet from the
+template `{template}`, from the start of the process to its end, with the workbook on the disk.
+
+{table}
+
+- Measured on {date} on {machine}; {versions}; load of the machine {before} before, {after} after.
+- Times are medians of {one} runs for one calendar and {ten} for ten years. The programs took turns;
+  a ratio is the median of the ratios to the built-in engine's .xlsx in the same turn. A busy machine
+  makes the times longer; the ratios change less.
+- One call makes the ten years. Python starts once for them; LibreOffice starts for every calendar, as
+  each gets an instance of its own.
+- LibreOffice is the engine `--engine libreoffice`. Warm, it starts with the profile of an earlier
+  run, as in every run but a user's first; cold, it makes its profile first. Its memory is that of a
+  process of its own and is not measured.
+- openpyxl does not do the whole job: it is given the same cells to write, and its copies lack much of
+  the template ([fidelity.md](fidelity.md)).
+- The built-in engine computes no formulas and leaves that to the program that opens the workbook.
+  LibreOffice computes them.
+
+`bench/compare.sh` measures again and writes this file. It also prints how the built-in engine compares
+with what any program has to do at least, and for .xls with xlrd and xlwt.
+"""
+
+
+def main():
+    cli, tools, template, document, *rounds = sys.argv[1:]
+    template, processes = pathlib.Path(template).resolve(), Processes(cli, tools)
+    counts = (int(rounds[0]),) * 2 if rounds else (ONE_ROUNDS, TEN_ROUNDS)
+    before, found = os.getloadavg()[0], []
+    for years, count in zip(((FIRST,), TEN), counts):
+        with tempfile.TemporaryDirectory() as folder:
+            found.append(summary(Contest(processes, template, years, pathlib.Path(folder))
+                                 .measure(count)))
+    text = table(*found)
+    print(f"\nEvery engine, {template.name}:\n{text}")
+    pathlib.Path(document).write_text(_DOCUMENT.format(
+        template=template.name, table=text, date=datetime.date.today(), machine=machine(),
+        versions=versions(cli), before=f"{before:.1f}", after=f"{os.getloadavg()[0]:.1f}",
+        one=counts[0], ten=counts[1]), encoding="utf-8")
+
+
+main()

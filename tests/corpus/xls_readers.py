@@ -27,7 +27,9 @@ class Poi:
                         self.folder, os.path.join(_HERE, "HssfDump.java")], check=True)
         self.lines = os.path.join(self.folder, "seen.jsonl")
         with open(self.lines, "wb") as file:
-            subprocess.run(["java", "-Xmx2g", "-XX:+UseSerialGC", "-cp", self.class_path,
+            # An exception keeps its message however often it is thrown.
+            subprocess.run(["java", "-Xmx2g", "-XX:+UseSerialGC", "-XX:-OmitStackTraceInFastThrow",
+                            "-cp", self.class_path,
                             "HssfDump", os.path.join(self.folder, "log.txt")],
                            input="\n".join(paths).encode(), stdout=file, timeout=1200, check=True)
         self.index()

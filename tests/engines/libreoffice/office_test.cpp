@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -173,6 +174,13 @@ TEST(OfficeQuit, KilledInstanceLeavesNoFile)
     ASSERT_EQ(test::SignalOffice(SIGKILL), 1);
     office.Quit();
     EXPECT_FALSE(fs::exists(pipe));
+}
+
+TEST(OfficeStart, BrokenPipeDoesNotEndTheProgram)
+{
+    std::signal(SIGPIPE, SIG_DFL);
+    const Office office(test::Options());
+    EXPECT_EQ(std::signal(SIGPIPE, SIG_IGN), SIG_IGN);
 }
 
 TEST(OfficeQuit, NothingStaysBehind)

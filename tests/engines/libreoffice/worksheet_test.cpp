@@ -7,6 +7,7 @@
 #include "util/error.h"
 #include "util/scratch_folder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -228,6 +229,51 @@ TEST_F(WorksheetTest, WholeRowsAndColumnsAreFormattedOnCopiesToo)
                   std::vector<std::string>{"16384"})
             << sheet;
 }
+
+TEST_F(WorksheetTest, LinksLeadWhereTheyDid)
+{
+    workbook_ = &application_.OpenWorkbook(kData / "links.xlsx", true);
+    auto& month = Sheet("Month");
+    month.CopyAfter(month);
+    ASSERT_EQ(SaveAndRead().size(), 2U);
+    for (const char* const sheet : {"1", "2"})
+        EXPECT_THAT(ValuesOf(folder_ / "saved.xlsx",
+                             "xl/worksheets/_rels/sheet" + std::string(sheet) + ".xml.rels",
+                             "//Relationship[@TargetMode='External']/@Target"),
+                    testing::UnorderedElementsAre("file://" + (kData / "notes.txt").string(),
+                                                  "https://example.org/calendar"))
+            << sheet;
+}
+
+/// Files that other workbooks are begun from.
+class TemplateFileTest : public WorksheetTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(TemplateFileTest, IsSavedAsOne)
+{
+    const std::string extension = GetParam();
+    const auto source = folder_ / ("book" + extension);
+    const auto target = folder_ / ("saved" + extension);
+    std::filesystem::copy_file(kData / ("template" + extension), source);
+    const bool isBinary = extension == ".xlt";
+    workbook_ = &application_.OpenWorkbook(source, true);
+    auto& month = Sheet("Month");
+    month.CopyAfter(month);
+    EXPECT_EQ(Set(month, 1, 256), std::nullopt);
+    EXPECT_EQ(Set(month, 1, isBinary ? 257 : 16385), ErrorKind::CellOutsideSheet);
+    workbook_->SaveAs(target, generate::AccessMode::NoChange);
+    const auto saved = isBinary ? orrery::test::ReadXls(target) : orrery::test::ReadXlsx(target);
+    ASSERT_EQ(saved.size(), 2U);
+    EXPECT_EQ(saved.at(0).cells.at({1, 256}), Value(7.0));
+    if (!isBinary) {
+        EXPECT_THAT(ValuesOf(target, "[Content_Types].xml",
+                             "//Override[@PartName='/xl/workbook.xml']/@ContentType"),
+                    testing::ElementsAre("application/vnd.openxmlformats-officedocument."
+                                         "spreadsheetml.template.main+xml"));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, TemplateFileTest, testing::Values(".xltx", ".xlt"),
+                         [](const auto& format) { return std::string(format.param + 1); });
 
 TEST_F(WorksheetTest, CopiesAreLookedAtAsTheirModel)
 {

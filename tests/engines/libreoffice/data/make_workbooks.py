@@ -108,6 +108,25 @@ def whole_formats():
     workbook.save(HERE / "whole_formats.xlsx")
 
 
+def links():
+    workbook = openpyxl.Workbook()
+    month = workbook.active
+    month.title = "Month"
+    for row, target in enumerate(("notes.txt", "https://example.org/calendar"), start=1):
+        month.cell(row, 1, "link").hyperlink = target
+    workbook.save(HERE / "links.xlsx")
+
+
+def template():
+    workbook = openpyxl.Workbook()
+    workbook.active.title = "Month"
+    workbook.template = True
+    workbook.save(HERE / "template.xltx")
+    workbook = xlwt.Workbook()
+    workbook.add_sheet("Month")
+    workbook.save(str(HERE / "template.xlt"))
+
+
 def password():
     key = uno.Any("[]com.sun.star.beans.NamedValue", (
         NamedValue("OOXPassword", "secret"), NamedValue("CryptoType", "Standard")))
@@ -124,5 +143,7 @@ scenario()
 own_references()
 structure()
 view()
+links()
+template()
 whole_formats()
 password()

@@ -119,7 +119,7 @@ NameEntry ReadDefinedName(XmlScanner& scanner)
     entry.formulaBegin = scanner.End();
     entry.Name = scanner.AttributeText("name").value_or("");
     if (const auto local = scanner.Attribute(kLocalSheet))
-        entry.LocalSheet = ReadDigits(local->value).value_or(kNoSheet);
+        entry.LocalSheet = ReadDigits(local).value_or(kNoSheet);
     entry.IsMacro = IsTrue(scanner.Attribute("function")) ||
                     IsTrue(scanner.Attribute("vbProcedure")) || IsTrue(scanner.Attribute("xlm"));
     entry.Formula = scanner.ElementText();

@@ -98,9 +98,8 @@ void AddAttributes(std::vector<ReferenceSite>& sites, const XmlScanner& element,
             continue;
         const auto attribute = element.Attribute(place.attribute);
         const bool elsewhere = place.kind != SiteKind::FormulaAttribute && HasRelationship(element);
-        if (attribute && IsWorthListing(place.kind, attribute->value) && !elsewhere) {
-            sites.push_back({place.kind, attribute->valueBegin,
-                             attribute->valueBegin + attribute->value.size()});
+        if (attribute && IsWorthListing(place.kind, attribute->raw) && !elsewhere) {
+            sites.push_back({place.kind, attribute->valueBegin, attribute->end - 1});
         }
     }
 }

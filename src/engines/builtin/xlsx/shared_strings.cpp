@@ -139,7 +139,7 @@ void SharedStrings::ReadItem(XmlScanner& scanner)
         if (scanner.LocalName() != "t")
             return scanner.SkipElement();
         const auto space = scanner.Attribute("xml:space");
-        const bool isPreserved = space && space->value == "preserve";
+        const bool isPreserved = space && space->Is("preserve");
         plain = scanner.ElementText();
         if (NeedsPreserving(*plain) && !isPreserved)
             plain.reset();

@@ -79,9 +79,9 @@ void SheetDataReader::ReadRow()
 {
     RowPlace row{static_cast<std::uint32_t>(scanner_.Begin()), NextCell(), lastRow_ + 1, true};
     if (const auto number = scanner_.Attribute("r")) {
-        const auto digits = ReadDigits(number->value);
+        const auto digits = ReadDigits(number);
         if (!digits || *digits < 1 || *digits > kSheetRows)
-            Fail("a row with the number \"" + std::string(number->value) + "\"");
+            Fail("a row with the number \"" + std::string(number->raw) + "\"");
         row.number = static_cast<std::int32_t>(*digits);
         row.isCounted = false;
     }
@@ -104,10 +104,10 @@ void SheetDataReader::ReadCell(RowPlace& row)
     CellPlace cell{static_cast<std::uint32_t>(scanner_.Begin()), 0, 0};
     const std::int32_t column = ReadColumn(row);
     cell.column = static_cast<std::uint16_t>(column);
-    if (const auto type = scanner_.Attribute("t"); type && type->value == "s")
+    if (const auto type = scanner_.Attribute("t"); type && type->Is("s"))
         cell.flags |= CellPlace::SharedText;
     const auto metadata = scanner_.Attribute("cm");
-    const bool hasMetadata = metadata && metadata->value != "0";
+    const bool hasMetadata = metadata && !metadata->Is("0");
     ForEachChild(scanner_, [&] {
         if (scanner_.LocalName() != "f")
             return scanner_.SkipElement();
@@ -124,9 +124,10 @@ std::int32_t SheetDataReader::ReadColumn(RowPlace& row)
 {
     CellAddress cell{row.number, lastColumn_ + 1};
     if (const auto place = scanner_.Attribute("r")) {
-        const auto address = ParseCellAddress(place->value);
+        std::string decoded;
+        const auto address = ParseCellAddress(place->Value(decoded));
         if (!address)
-            Fail("a cell with the place \"" + std::string(place->value) + "\"");
+            Fail("a cell with the place \"" + std::string(place->raw) + "\"");
         cell = *address;
         CountFromCell(row, cell.row);
     }
@@ -156,11 +157,11 @@ void SheetDataReader::ReadFormula(bool hasMetadata)
         CollectFacts(formula, index_.facts);
     if (!type)
         return;
-    if (type->value == "shared" && group)
+    if (type->Is("shared") && group)
         AddShared(*group, !formula.empty(), ref.has_value());
-    else if (type->value == "array")
+    else if (type->Is("array"))
         AddArray(ref, hasMetadata ? ArrayFormula::Kind::Dynamic : ArrayFormula::Kind::Fixed);
-    else if (type->value == "dataTable")
+    else if (type->Is("dataTable"))
         AddArray(ref, ArrayFormula::Kind::Fixed);
 }
 
@@ -179,7 +180,8 @@ void SheetDataReader::AddShared(std::size_t group, bool hasText, bool hasRange)
 
 void SheetDataReader::AddArray(std::optional<XmlAttribute> ref, ArrayFormula::Kind kind)
 {
-    const auto range = ref ? ParseCellRange(ref->value) : std::nullopt;
+    std::string decoded;
+    const auto range = ref ? ParseCellRange(ref->Value(decoded)) : std::nullopt;
     if (!range || range->IsOneCell())
         return;
     index_.arrays.push_back({kind, NextCell(), *range});

@@ -74,8 +74,8 @@ void SheetPatch::WidenDimension()
     if (values_.empty() || !text_.Dimension())
         return;
     const TextRange place = *text_.Dimension();
-    const auto old =
-        ParseCellRange(std::string_view(xml_).substr(place.begin, place.end - place.begin));
+    const auto old = ParseCellRange(
+        DecodeXmlAttribute(std::string_view(xml_).substr(place.begin, place.end - place.begin)));
     if (!old)
         return;
     CellRange range = *old;
@@ -129,7 +129,8 @@ void SheetPatch::InsertRow(Written first, Written last, std::string& atEnd)
         return;
     }
     patch_.Insert(next->begin, row);
-    if (next->isCounted) // from now on it would be counted from the new row
+    // From now on it would be counted from the new row. Several new ones may come before it.
+    if (next->isCounted && numbered_.insert(next->begin).second)
         patch_.Insert(ReadStartTag(xml_, next->begin).nameEnd,
                       Attribute("r", std::to_string(next->number)));
 }
@@ -176,7 +177,8 @@ void SheetPatch::AppendToRow(const StartTag& tag, std::span<const CellPlace> pla
 void SheetPatch::WidenSpans(const StartTag& row, Written first, Written last)
 {
     const auto attribute = row.Attribute("spans");
-    const auto spans = attribute ? ParseSpans(attribute->value) : std::vector<Span>();
+    std::string decoded;
+    const auto spans = attribute ? ParseSpans(attribute->Value(decoded)) : std::vector<Span>();
     if (spans.empty())
         return;
     Span all = spans.front();

@@ -2,7 +2,9 @@
 
 #include "engines/builtin/xlsx/sheet_cells.h"
 
+#include <cstddef>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -49,6 +51,7 @@ private:
     const SheetCells::Values& values_;
     const FormulaChange& change_;
     TextPatch patch_;
+    std::set<std::size_t> numbered_; // where counted rows begin that have got their number
 };
 
 } // namespace orrery::xlsx

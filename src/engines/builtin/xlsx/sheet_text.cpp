@@ -27,8 +27,8 @@ RangeIndex ReadRanges(XmlScanner& scanner, std::string_view attribute, Accept ac
     std::vector<CellRange> ranges;
     ForEachChild(scanner, [&] {
         const auto list = scanner.Attribute(attribute);
-        if (list && accept())
-            AddRanges(list->value, ranges);
+        if (std::string decoded; list && accept())
+            AddRanges(list->Value(decoded), ranges);
         scanner.SkipElement();
     });
     return RangeIndex(std::move(ranges));
@@ -38,7 +38,7 @@ std::optional<TextRange> ValueRange(const std::optional<XmlAttribute>& attribute
 {
     if (!attribute)
         return std::nullopt;
-    return TextRange{attribute->valueBegin, attribute->valueBegin + attribute->value.size()};
+    return TextRange{attribute->valueBegin, attribute->end - 1};
 }
 
 } // namespace

@@ -90,7 +90,7 @@ private:
         entry.SheetId =
             static_cast<std::uint32_t>(ReadDigits(scanner_.Attribute("sheetId")).value_or(0));
         if (const auto id = RelationshipAttribute(scanner_)) {
-            entry.RelationshipId = DecodeXmlAttribute(id->value);
+            entry.RelationshipId = DecodeXmlAttribute(id->raw);
             entry.relationshipAttribute = id->name;
         }
         entry.begin = scanner_.Begin();

@@ -29,7 +29,7 @@ void SetAttribute(TextPatch& patch, std::string_view xml, std::size_t element,
     scanner.Next();
     if (const auto attribute = scanner.Attribute(name)) {
         const std::size_t begin = element + attribute->valueBegin;
-        patch.Replace(begin, begin + attribute->value.size(), EncodeAttributeAt(xml, begin, value));
+        patch.Replace(begin, begin + attribute->raw.size(), EncodeAttributeAt(xml, begin, value));
         return;
     }
     const std::size_t nameEnd = element + 1 + scanner.Name().size();

@@ -18,7 +18,7 @@ XmlList::Item ReadItem(XmlScanner& scanner)
     item.element = scanner.LocalName();
     item.begin = scanner.Begin();
     for (const XmlAttribute& attribute : scanner.Attributes())
-        item.attributes.emplace_back(attribute.name, DecodeXmlAttribute(attribute.value));
+        item.attributes.emplace_back(attribute.name, DecodeXmlAttribute(attribute.raw));
     scanner.SkipElement();
     item.end = scanner.End();
     return item;
@@ -39,6 +39,7 @@ XmlList::XmlList(std::string_view xml, std::string_view partName, std::string_vi
 {
     XmlScanner scanner(xml, partName);
     SkipTo(scanner, XmlScanner::Token::StartTag);
+    scanner.CheckPrefixes();
     if (scanner.LocalName() != root) {
         throw util::Error(util::ErrorKind::DamagedWorkbook, {},
                           std::string(partName) + ": no element \"" + std::string(root) + "\"");
@@ -47,8 +48,10 @@ XmlList::XmlList(std::string_view xml, std::string_view partName, std::string_vi
     startTagEnd_ = scanner.End();
     emptyRoot_ = scanner.IsEmptyElement();
     for (auto token = scanner.Next(); scanner.Depth() > 0; token = scanner.Next()) {
-        if (token == XmlScanner::Token::StartTag)
+        if (token == XmlScanner::Token::StartTag) {
+            scanner.CheckPrefixes();
             items_.push_back(ReadItem(scanner));
+        }
     }
     endTagBegin_ = scanner.Begin();
     SkipTo(scanner, XmlScanner::Token::End);

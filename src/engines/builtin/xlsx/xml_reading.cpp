@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstdint>
+#include <string>
 
 namespace orrery::xlsx {
 
@@ -14,7 +15,7 @@ void EnterRoot(XmlScanner& scanner)
 
 bool IsTrue(const std::optional<XmlAttribute>& attribute)
 {
-    return attribute && (attribute->value == "1" || attribute->value == "true");
+    return attribute && (attribute->Is("1") || attribute->Is("true"));
 }
 
 std::optional<std::size_t> ReadDigits(std::string_view text)
@@ -29,7 +30,8 @@ std::optional<std::size_t> ReadDigits(std::string_view text)
 
 std::optional<std::size_t> ReadDigits(const std::optional<XmlAttribute>& attribute)
 {
-    return attribute ? ReadDigits(attribute->value) : std::nullopt;
+    std::string decoded;
+    return attribute ? ReadDigits(attribute->Value(decoded)) : std::nullopt;
 }
 
 } // namespace orrery::xlsx

@@ -52,6 +52,17 @@ constexpr std::string_view kDeclaration = "xmlns";
 
 } // namespace
 
+std::string_view XmlAttribute::Value(std::string& decoded) const
+{
+    return hasReferences ? decoded = DecodeXmlAttribute(raw) : raw;
+}
+
+bool XmlAttribute::Is(std::string_view text) const
+{
+    std::string decoded;
+    return Value(decoded) == text;
+}
+
 XmlScanner::XmlScanner(std::string_view text, std::string_view partName)
     : text_(text), partName_(partName)
 {
@@ -61,9 +72,7 @@ XmlScanner::XmlScanner(std::string_view text, std::string_view partName)
 
 XmlScanner::Token XmlScanner::Next()
 {
-    // The declarations of an element hold up to its EndTag, that included.
-    while (!declarations_.empty() && declarations_.back().depth > stack_.size())
-        declarations_.pop_back();
+    EndDeclarations();
     begin_ = end_;
     if (pendingEnd_) {
         pendingEnd_ = false;
@@ -85,8 +94,12 @@ XmlScanner::Token XmlScanner::ReadMarkup()
     if (kind != '!')
         return ReadStartTag();
     const std::string_view rest = text_.substr(begin_);
-    if (rest.starts_with("<!--"))
-        return ReadUntil(begin_ + 4, "-->", Token::Other);
+    if (rest.starts_with("<!--")) {
+        const Token comment = ReadUntil(begin_ + 4, "--", Token::Other);
+        if (At(end_++) != '>')
+            Fail(begin_, "a comment that is not well-formed");
+        return comment;
+    }
     if (rest.starts_with("<![CDATA[") && !stack_.empty())
         return ReadUntil(begin_ + 9, "]]>", Token::CData);
     // Without a document type no entity is ever expanded or fetched.
@@ -119,6 +132,7 @@ XmlScanner::Token XmlScanner::ReadStartTag()
         ReadAttribute(blank);
         at = attributes_.back().end;
     }
+    CheckAttributeNames();
     emptyElement_ = text_[at] == '/';
     if (emptyElement_ && At(++at) != '>')
         Fail(at, "a start tag that is not well-formed");
@@ -139,6 +153,7 @@ void XmlScanner::ReadAttribute(std::size_t blank)
     if (quote != '"' && quote != '\'')
         Fail(at, "an attribute value without quotes");
     const std::size_t valueBegin = ++at;
+    bool hasReferences = false;
     while (true) {
         while (at < text_.size() && !Is(text_[at], kValueStop))
             ++at;
@@ -149,18 +164,77 @@ void XmlScanner::ReadAttribute(std::size_t blank)
             Fail(at, "an entity that XML does not know");
         if (c != '&' && c != '"' && c != '\'')
             Fail(at, "an attribute value that is not well-formed");
+        hasReferences = hasReferences || c == '&';
         ++at;
     }
     const std::string_view name = text_.substr(nameBegin, nameEnd - nameBegin);
     const std::string_view value = text_.substr(valueBegin, at - valueBegin);
-    attributes_.push_back({name, value, blank, valueBegin, at + 1});
+    attributes_.push_back({name, value, blank, valueBegin, at + 1, hasReferences});
     if (name.starts_with(kDeclaration)) {
-        if (name.size() == kDeclaration.size()) {
-            declarations_.push_back({stack_.size(), {}, value});
+        if (name.size() == kDeclaration.size())
+            Declare({}, value);
+        else if (name[kDeclaration.size()] == ':')
+            Declare(name.substr(kDeclaration.size() + 1), value);
+    }
+}
+
+void XmlScanner::CheckAttributeNames() const
+{
+    constexpr std::size_t kFew = 12; // up to here comparing all pairs is the quickest
+    const auto fail = [this](std::string_view name) {
+        Fail(begin_, "the attribute \"" + std::string(name) + "\" is there twice");
+    };
+    if (attributes_.size() <= kFew) {
+        for (std::size_t i = 1; i < attributes_.size(); ++i) {
+            for (std::size_t j = 0; j < i; ++j) {
+                if (attributes_[i].name == attributes_[j].name)
+                    fail(attributes_[i].name);
+            }
         }
-        else if (name[kDeclaration.size()] == ':') {
-            declarations_.push_back({stack_.size(), name.substr(kDeclaration.size() + 1), value});
-        }
+        return;
+    }
+    std::vector<std::string_view> names;
+    for (const XmlAttribute& attribute : attributes_)
+        names.push_back(attribute.name);
+    std::sort(names.begin(), names.end());
+    if (const auto twice = std::adjacent_find(names.begin(), names.end()); twice != names.end())
+        fail(*twice);
+}
+
+/// A prefix that nobody declares makes other readers give up. [XML Names] 5
+void XmlScanner::CheckPrefixes() const
+{
+    const auto check = [this](std::string_view name) {
+        const std::size_t colon = name.find(':');
+        if (colon == std::string_view::npos)
+            return;
+        const std::string_view prefix = name.substr(0, colon);
+        if (prefix != kDeclaration && prefix != "xml" && !inScope_.contains(prefix))
+            Fail(begin_, "the prefix \"" + std::string(prefix) + "\" is not declared");
+    };
+    check(name_);
+    for (const XmlAttribute& attribute : attributes_)
+        check(attribute.name);
+}
+
+void XmlScanner::Declare(std::string_view prefix, std::string_view uri)
+{
+    const auto [outer, isNew] = inScope_.try_emplace(prefix, declarations_.size());
+    declarations_.push_back(
+        {stack_.size(), prefix, uri, isNew ? std::nullopt : std::optional(outer->second)});
+    outer->second = declarations_.size() - 1;
+}
+
+/// The declarations of an element hold up to its EndTag, that included.
+void XmlScanner::EndDeclarations()
+{
+    while (!declarations_.empty() && declarations_.back().depth > stack_.size()) {
+        const Declaration& over = declarations_.back();
+        if (over.shadowed)
+            inScope_[over.prefix] = *over.shadowed;
+        else
+            inScope_.erase(over.prefix);
+        declarations_.pop_back();
     }
 }
 
@@ -275,14 +349,11 @@ std::string_view XmlScanner::Prefix() const
     return colon == std::string_view::npos ? std::string_view() : name_.substr(0, colon);
 }
 
-std::string_view XmlScanner::NamespaceUri(std::string_view prefix) const
+std::string XmlScanner::NamespaceUri(std::string_view prefix) const
 {
-    const auto declaration =
-        std::find_if(declarations_.rbegin(), declarations_.rend(),
-                     [prefix](const Declaration& one) { return one.prefix == prefix; });
-    if (declaration != declarations_.rend())
-        return declaration->uri;
-    return prefix == "xml" ? kXmlNamespace : std::string_view();
+    if (const auto declaration = inScope_.find(prefix); declaration != inScope_.end())
+        return DecodeXmlAttribute(declarations_[declaration->second].uri);
+    return prefix == "xml" ? std::string(kXmlNamespace) : std::string();
 }
 
 std::optional<XmlAttribute> XmlScanner::Attribute(std::string_view name) const
@@ -297,7 +368,7 @@ std::optional<XmlAttribute> XmlScanner::Attribute(std::string_view name) const
 std::optional<std::string> XmlScanner::AttributeText(std::string_view name) const
 {
     const auto attribute = Attribute(name);
-    return attribute ? std::optional(DecodeXmlAttribute(attribute->value)) : std::nullopt;
+    return attribute ? std::optional(DecodeXmlAttribute(attribute->raw)) : std::nullopt;
 }
 
 void XmlScanner::SkipElement()

@@ -6,17 +6,24 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace orrery::xlsx {
 
 /// An attribute of the current start tag, as it stands in the text.
 struct XmlAttribute {
-    std::string_view name;  ///< with its prefix
-    std::string_view value; ///< undecoded, without its quotes
-    std::size_t begin = 0;  ///< offset of the blank before the name, so that it can be cut out
+    std::string_view name; ///< with its prefix
+    std::string_view raw;  ///< the value as it is written, without its quotes
+    std::size_t begin = 0; ///< offset of the blank before the name, so that it can be cut out
     std::size_t valueBegin = 0;
-    std::size_t end = 0; ///< behind the closing quote
+    std::size_t end = 0;        ///< behind the closing quote
+    bool hasReferences = false; ///< whether the value is written with references ("&#x41;")
+
+    /// The value with its references decoded; `decoded` keeps it where there are any.
+    std::string_view Value(std::string& decoded) const;
+    /// Whether the value is that text.
+    bool Is(std::string_view text) const;
 };
 
 /// Reads well-formed XML forward without building a tree. Every token knows its place in the text,
@@ -32,8 +39,8 @@ public:
     explicit XmlScanner(std::string_view text, std::string_view partName = {});
 
     /// The next token. An empty element gives a StartTag and then an EndTag of no length.
-    /// Throws Error: DamagedWorkbook where the text is not well-formed or holds a document type
-    /// declaration, TooDeeplyNested beyond 256 levels.
+    /// Throws Error: DamagedWorkbook where the text is not well-formed (an attribute that is given
+    /// twice included) or holds a document type declaration, TooDeeplyNested beyond 256 levels.
     Token Next();
 
     std::size_t Begin() const { return begin_; } ///< offset of the token
@@ -44,16 +51,18 @@ public:
     std::string_view Name() const { return name_; } ///< with its prefix
     std::string_view LocalName() const;
     std::string_view Prefix() const; ///< without the ":"
-    /// The URI that the prefix of the current element stands for, as written; empty when it is not
-    /// declared.
-    std::string_view NamespaceUri() const { return NamespaceUri(Prefix()); }
+    /// The URI that the prefix of the current element stands for; empty when it is not declared.
+    std::string NamespaceUri() const { return NamespaceUri(Prefix()); }
     /// The URI that a prefix stands for at the current element; "" is the default namespace.
-    std::string_view NamespaceUri(std::string_view prefix) const;
+    std::string NamespaceUri(std::string_view prefix) const;
     bool IsEmptyElement() const { return emptyElement_; }
     /// Levels of open elements: the one of the current StartTag counts, that of an EndTag no more.
     std::size_t Depth() const { return stack_.size(); }
 
     // StartTag
+    /// Checks that the prefixes of the element and its attributes are declared, which is for who
+    /// reads a whole part. Throws Error(DamagedWorkbook).
+    void CheckPrefixes() const;
     /// The attribute with that name, prefix included; nothing where it is missing.
     std::optional<XmlAttribute> Attribute(std::string_view name) const;
     /// Its decoded value.
@@ -72,12 +81,16 @@ private:
     struct Declaration {
         std::size_t depth; // of the element that declares it
         std::string_view prefix;
-        std::string_view uri;
+        std::string_view uri;                // undecoded
+        std::optional<std::size_t> shadowed; // the declaration of the same prefix further out
     };
 
     Token ReadMarkup();
     Token ReadStartTag();
     void ReadAttribute(std::size_t blank);
+    void CheckAttributeNames() const;
+    void Declare(std::string_view prefix, std::string_view uri);
+    void EndDeclarations();
     Token ReadEndTag();
     Token ReadText();
     Token ReadProcessingInstruction();
@@ -98,9 +111,10 @@ private:
     bool emptyElement_ = false;
     bool pendingEnd_ = false;
     bool rootSeen_ = false;
-    std::vector<std::string_view> stack_;   // names of the open elements
-    std::vector<XmlAttribute> attributes_;  // of the current StartTag
-    std::vector<Declaration> declarations_; // of the open elements
+    std::vector<std::string_view> stack_;                       // names of the open elements
+    std::vector<XmlAttribute> attributes_;                      // of the current StartTag
+    std::vector<Declaration> declarations_;                     // of the open elements
+    std::unordered_map<std::string_view, std::size_t> inScope_; // by prefix, into declarations_
 };
 
 } // namespace orrery::xlsx

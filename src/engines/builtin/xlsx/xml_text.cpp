@@ -15,7 +15,7 @@ struct Entity {
 };
 constexpr std::array<Entity, 5> kEntities = {
     {{"amp", U'&'}, {"lt", U'<'}, {"gt", U'>'}, {"quot", U'"'}, {"apos", U'\''}}};
-constexpr std::size_t kLongestReference = 32; // "&#x" and leading zeros included
+constexpr std::size_t kLongestName = 5; // of an entity, its ";" included
 
 bool IsXmlCharacter(char32_t c)
 {
@@ -24,34 +24,33 @@ bool IsXmlCharacter(char32_t c)
     return c <= 0xD7FF || (c >= 0xE000 && c <= 0xFFFD) || (c >= 0x10000 && c <= 0x10FFFF);
 }
 
-std::optional<char32_t> ReadNumericReference(std::string_view digits)
-{
-    const bool hexadecimal = digits.starts_with('x');
-    if (hexadecimal)
-        digits.remove_prefix(1);
-    std::uint32_t value = 0;
-    const char* const end = digits.data() + digits.size();
-    const auto [behind, error] = std::from_chars(digits.data(), end, value, hexadecimal ? 16 : 10);
-    if (error != std::errc() || behind != end || !IsXmlCharacter(value))
-        return std::nullopt;
-    return value;
-}
-
 struct Reference {
     char32_t character;
     std::size_t length; // "&" and ";" included
 };
 
+/// "&#65;" or "&#x41;", with any number of zeros in front.
+std::optional<Reference> ReadNumericReference(std::string_view text)
+{
+    const bool hexadecimal = text.substr(2).starts_with('x');
+    const std::size_t digits = hexadecimal ? 3 : 2;
+    std::uint32_t value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [behind, error] =
+        std::from_chars(text.data() + digits, end, value, hexadecimal ? 16 : 10);
+    if (error != std::errc() || behind == end || *behind != ';' || !IsXmlCharacter(value))
+        return std::nullopt;
+    return Reference{value, static_cast<std::size_t>(behind - text.data()) + 1};
+}
+
 std::optional<Reference> ReadReference(std::string_view text)
 {
-    const std::size_t end = text.substr(0, kLongestReference).find(';');
+    if (text.substr(1).starts_with('#'))
+        return text.size() > 3 ? ReadNumericReference(text) : std::nullopt;
+    const std::size_t end = text.substr(0, kLongestName + 1).find(';');
     if (end == std::string_view::npos)
         return std::nullopt;
     const std::string_view name = text.substr(1, end - 1);
-    if (name.starts_with('#')) {
-        const auto character = ReadNumericReference(name.substr(1));
-        return character ? std::optional(Reference{*character, end + 1}) : std::nullopt;
-    }
     for (const Entity& entity : kEntities) {
         if (entity.name == name)
             return Reference{entity.character, end + 1};

@@ -206,11 +206,72 @@ TEST(XmlScanner, FindsAttributes)
     const XmlScanner scanner = At(xml, "c");
     ASSERT_EQ(scanner.Attributes().size(), 3U);
     EXPECT_EQ(scanner.AttributeText("r"), "A1");
-    EXPECT_EQ(scanner.Attribute("s")->value, "1&amp;2");
+    EXPECT_EQ(scanner.Attribute("s")->raw, "1&amp;2");
     EXPECT_EQ(scanner.AttributeText("s"), "1&2");
     EXPECT_EQ(scanner.AttributeText("x:t"), "");
     EXPECT_EQ(scanner.AttributeText("t"), std::nullopt);
     EXPECT_EQ(scanner.Attribute("S"), std::nullopt);
+}
+
+TEST(XmlScanner, DecodesReferencesInAttributes)
+{
+    const std::string xml = "<c r=\"A&#x31;\" s=\"&#0000000000000000000000000000000000050;\"/>";
+    const XmlScanner scanner = At(xml, "c");
+    std::string decoded;
+    EXPECT_EQ(scanner.Attribute("r")->Value(decoded), "A1");
+    EXPECT_TRUE(scanner.Attribute("s")->Is("2"));
+    EXPECT_FALSE(scanner.Attribute("s")->Is("&#x32;"));
+}
+
+TEST(XmlScanner, RefusesAnAttributeThatIsThereTwice)
+{
+    std::string many = "<a";
+    for (int i = 0; i < 40; ++i)
+        many += " a" + std::to_string(i) + "=\"\"";
+    const auto read = [](const std::string& xml) {
+        XmlScanner scanner(xml);
+        scanner.Next();
+    };
+    EXPECT_NO_THROW(read(many + "/>"));
+    EXPECT_THROW(read(many + " a7=\"\"/>"), util::Error);
+    EXPECT_THROW(read("<a b=\"1\" c=\"\" b=\"1\"/>"), util::Error);
+}
+
+TEST(XmlScanner, KnowsThePrefixesInScopeHoweverMany)
+{
+    std::string xml = "<a xmlns:p=\"outer\"";
+    for (int i = 0; i < 1000; ++i)
+        xml += " xmlns:n" + std::to_string(i) + "=\"u" + std::to_string(i) + "\"";
+    xml += "><b xmlns:p=\"in&#110;er\"><c/></b><d/></a>";
+    XmlScanner scanner(xml);
+    const auto enter = [&](std::string_view name) {
+        while (scanner.Next() != XmlScanner::Token::StartTag || scanner.Name() != name) {
+        }
+    };
+    enter("c");
+    EXPECT_EQ(scanner.NamespaceUri("p"), "inner");
+    EXPECT_EQ(scanner.NamespaceUri("n999"), "u999");
+    enter("d");
+    EXPECT_EQ(scanner.NamespaceUri("p"), "outer");
+    EXPECT_EQ(scanner.NamespaceUri("q"), "");
+}
+
+TEST(XmlScanner, ChecksPrefixesWhereItIsAsked)
+{
+    const auto check = [](const std::string& xml) {
+        XmlScanner scanner(xml);
+        scanner.Next();
+        scanner.CheckPrefixes();
+    };
+    EXPECT_NO_THROW(check("<p:a xmlns:p=\"u\" p:b=\"\" xml:space=\"preserve\"/>"));
+    EXPECT_THROW(check("<p:a/>"), util::Error);
+    EXPECT_THROW(check("<a p:b=\"\"/>"), util::Error);
+}
+
+TEST(XmlScanner, RefusesTwoHyphensInAComment)
+{
+    XmlScanner scanner("<!-- a -- b --><a/>");
+    EXPECT_THROW(scanner.Next(), util::Error);
 }
 
 TEST(XmlScanner, AttributesKnowTheirPlace)
@@ -219,7 +280,7 @@ TEST(XmlScanner, AttributesKnowTheirPlace)
     const XmlScanner scanner = At(xml, "c");
     const auto r = scanner.Attribute("r").value();
     EXPECT_EQ(xml.substr(r.begin, r.end - r.begin), "  r=\"A1\"");
-    EXPECT_EQ(xml.substr(r.valueBegin, r.value.size()), "A1");
+    EXPECT_EQ(xml.substr(r.valueBegin, r.raw.size()), "A1");
     const auto s = scanner.Attribute("s").value();
     EXPECT_EQ(xml.substr(s.begin, s.end - s.begin), " s = '1'");
     EXPECT_EQ(s.valueBegin, xml.find('1', r.end));

@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/zip_archive.h"
 
+#include "engines/builtin/xlsx/zip_checks.h"
 #include "engines/builtin/xlsx/zip_target.h"
 #include "util/error.h"
 #include "util/paths.h"
@@ -20,10 +21,7 @@ namespace {
 using util::Error;
 using util::ErrorKind;
 
-constexpr std::uint64_t kMiB = std::uint64_t{1} << 20;
-constexpr std::uint64_t kMostUnpacked = 1024 * kMiB;
-constexpr std::uint64_t kMostRatio = 1000;
-constexpr std::uint64_t kRatioCounts = 10 * kMiB; // below, a ratio says nothing: empty tables
+constexpr std::uint64_t kMiB = std::uint64_t{1} << 20U;
 
 /// libzip's error record.
 class ZipError {
@@ -95,33 +93,6 @@ bool BeginsLikeAZip(const std::filesystem::path& path)
     }
 }
 
-[[noreturn]] void ThrowTooLarge(const std::filesystem::path& path, const std::string& what)
-{
-    throw Error(ErrorKind::TooLargeUnpacked, util::FromPath(path), what);
-}
-
-bool IsSuspicious(std::uint64_t unpacked, std::uint64_t packed)
-{
-    return unpacked > kRatioCounts && unpacked / kMostRatio > packed;
-}
-
-/// By what the directory declares; `ZipReader::Read` takes no byte more than that.
-void CheckSizes(const std::filesystem::path& path, const std::vector<ZipReader::Entry>& entries)
-{
-    std::uint64_t total = 0;
-    for (const ZipReader::Entry& entry : entries) {
-        if (entry.size > kMostUnpacked - total)
-            ThrowTooLarge(path, "more than 1 GiB");
-        total += entry.size;
-        if (IsSuspicious(entry.size, entry.compressedSize))
-            ThrowTooLarge(path, entry.name + " unpacks to more than 1,000 times its size");
-    }
-    std::error_code unknown;
-    const std::uintmax_t packed = std::filesystem::file_size(path, unknown);
-    if (!unknown && IsSuspicious(total, packed))
-        ThrowTooLarge(path, "it unpacks to more than 1,000 times its size");
-}
-
 } // namespace
 
 ZipReader::ZipReader(const std::filesystem::path& path) : path_(path)
@@ -144,7 +115,9 @@ ZipReader::ZipReader(const std::filesystem::path& path) : path_(path)
             throw Error(ErrorKind::PasswordProtected, util::FromPath(path));
         entries_.push_back({stat.name, stat.size, stat.comp_size});
     }
-    CheckSizes(path, entries_);
+    unpackedSize_ = CheckSizes(path, entries_);
+    CheckIsUnambiguous(path, entries_);
+    verified_.resize(entries_.size());
     handle_ = std::move(handle);
 }
 
@@ -155,7 +128,8 @@ void ZipReader::HandleCloser::operator()(zip_t* handle) const
     zip_discard(handle);
 }
 
-std::string ZipReader::Read(std::size_t index) const
+/// Reads an entry piece by piece: `room` gives the place for so many bytes from an offset on.
+template <typename Room> void ZipReader::Unpack(std::size_t index, Room room) const
 {
     const Entry& entry = entries_.at(index);
     const auto fail = [&](const std::string& what) {
@@ -164,12 +138,10 @@ std::string ZipReader::Read(std::size_t index) const
     const OpenEntry file(zip_fopen_index(handle_.get(), index, 0));
     if (!file)
         fail(ZipError(zip_get_error(handle_.get())).Text());
-    std::string bytes;
     std::uint64_t size = 0;
     while (size < entry.size) {
-        // Memory grows with what really comes, not with what is declared.
-        bytes.resize(static_cast<std::size_t>(std::min(entry.size, std::max(kMiB, size * 2))));
-        const zip_int64_t read = zip_fread(file.get(), bytes.data() + size, bytes.size() - size);
+        const auto [place, length] = room(size, entry.size);
+        const zip_int64_t read = zip_fread(file.get(), place, length);
         if (read < 0)
             fail(ZipError(zip_file_get_error(file.get())).Text());
         if (read == 0)
@@ -182,7 +154,29 @@ std::string ZipReader::Read(std::size_t index) const
         fail(ZipError(zip_file_get_error(file.get())).Text());
     if (more > 0)
         fail("it is longer than declared");
+    verified_[index] = true;
+}
+
+std::string ZipReader::Read(std::size_t index) const
+{
+    std::string bytes;
+    Unpack(index, [&](std::uint64_t size, std::uint64_t declared) {
+        // Memory grows with what really comes, not with what is declared.
+        if (size == bytes.size())
+            bytes.resize(static_cast<std::size_t>(std::min(declared, std::max(kMiB, size * 2))));
+        return std::pair(bytes.data() + size, bytes.size() - size);
+    });
     return bytes;
+}
+
+void ZipReader::Verify(std::size_t index) const
+{
+    if (verified_[index])
+        return;
+    std::array<char, 1U << 16U> piece; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    Unpack(index, [&](std::uint64_t size, std::uint64_t declared) {
+        return std::pair(piece.data(), std::min<std::uint64_t>(piece.size(), declared - size));
+    });
 }
 
 /// One entry to be packed. libzip asks for it while it closes the container.

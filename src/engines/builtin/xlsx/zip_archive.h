@@ -23,19 +23,26 @@ public:
     };
 
     /// Opens a container. Throws Error: NotAWorkbook where the bytes are no zip container at all,
-    /// FileNotFound, FileNotReadable, DamagedWorkbook, PasswordProtected, TooLargeUnpacked: over
-    /// 1 GiB in all, or beyond 1:1000, of the container or an entry above 10 MiB.
+    /// FileNotFound, FileNotReadable, DamagedWorkbook (also where readers could see different
+    /// entries), PasswordProtected, TooLargeUnpacked: over 1 GiB in all, or beyond 1:1000, of the
+    /// container or an entry above 10 MiB.
     explicit ZipReader(const std::filesystem::path& path);
     ~ZipReader();
     ZipReader(const ZipReader&) = delete;
     ZipReader& operator=(const ZipReader&) = delete;
 
     const std::vector<Entry>& Entries() const { return entries_; }
+    /// Of all entries, in bytes; at most `kMostUnpacked`.
+    std::uint64_t UnpackedSize() const { return unpackedSize_; }
+    static constexpr std::uint64_t kMostUnpacked = std::uint64_t{1} << 30U;
     /// The unpacked bytes of an entry; checks length and checksum. Throws Error(DamagedWorkbook).
     std::string Read(std::size_t index) const;
+    /// Checks length and checksum of an entry once. Throws Error(DamagedWorkbook).
+    void Verify(std::size_t index) const;
 
 private:
     friend class ZipWriter;
+    template <typename Room> void Unpack(std::size_t index, Room room) const;
     /// Gives a container back unchanged.
     struct HandleCloser {
         void operator()(struct zip* handle) const;
@@ -45,6 +52,8 @@ private:
     std::filesystem::path path_;
     Handle handle_;
     std::vector<Entry> entries_;
+    std::uint64_t unpackedSize_ = 0;
+    mutable std::vector<bool> verified_; // by entry
 };
 
 /// Writes a new zip container. Content is asked for when the container is closed, one entry at a

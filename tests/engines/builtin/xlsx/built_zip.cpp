@@ -96,7 +96,7 @@ void PutLocal(std::string& zip, const Built& built)
 
 void PutCentral(std::string& zip, const Built& built)
 {
-    const std::string extra = built.Zip64Field();
+    const std::string extra = built.Zip64Field() + built.part.extra;
     Put(zip, 0x02014B50, 4);
     Put(zip, static_cast<std::uint64_t>(built.Version()), 2);
     built.PutCommon(zip, false);
@@ -125,6 +125,16 @@ std::string Deflate(std::string_view text, int level)
     packed.resize(stream.total_out);
     deflateEnd(&stream);
     return packed;
+}
+
+std::string UnicodePathField(std::string_view headerName, std::string_view name)
+{
+    std::string field;
+    Put(field, 0x7075, 2); // [APPNOTE] 4.6.9
+    Put(field, 5 + name.size(), 2);
+    Put(field, 1, 1);
+    Put(field, Checksum(headerName), 4);
+    return field.append(name);
 }
 
 std::string BuildZip(const std::vector<ZipPart>& parts)

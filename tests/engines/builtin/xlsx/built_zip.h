@@ -23,10 +23,14 @@ struct ZipPart {
     std::optional<std::uint32_t> declaredSize = {};     ///< a lie about the unpacked size
     std::optional<std::uint32_t> declaredChecksum = {}; ///< a lie about the checksum
     std::optional<std::uint32_t> declaredPacked = {};   ///< a lie about the packed size
+    std::string extra = {};                             ///< more fields of the directory's entry
 };
 
 /// The bytes of a container, written here and not by the library that reads it.
 std::string BuildZip(const std::vector<ZipPart>& parts);
+
+/// The extra field that gives an entry another name, as some programs do for names beyond ASCII.
+std::string UnicodePathField(std::string_view headerName, std::string_view name);
 
 /// What deflate makes of a text, without a header.
 std::string Deflate(std::string_view text, int level);

@@ -122,6 +122,71 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedZipCase{"MoreThanAGibibyte", Bomb(5, 0xFFFFFFF0), ErrorKind::TooLargeUnpacked}),
     [](const auto& row) { return std::string(row.param.name); });
 
+struct AmbiguousCase {
+    const char* name;
+    std::string zip;
+};
+class AmbiguousZipTest : public testing::TestWithParam<AmbiguousCase> {};
+TEST_P(AmbiguousZipTest, IsRefused)
+{
+    const ScratchFolder folder;
+    const auto path = folder.Write("a.zip", GetParam().zip);
+    EXPECT_EQ(KindThrownBy([&] { ZipReader zip(path); }), ErrorKind::DamagedWorkbook);
+}
+const std::string kSecondEnd = std::string("PK\x05\x06", 4) + std::string(18, '\0');
+INSTANTIATE_TEST_SUITE_P(
+    Containers, AmbiguousZipTest,
+    testing::Values(AmbiguousCase{"SecondDirectoryWithoutEntries",
+                                  BuildZip({{"xl/a.xml", "1"}}) + kSecondEnd},
+                    AmbiguousCase{"NameThatGoesOnBehindAZero",
+                                  BuildZip({{std::string("xl/a.xml\0x", 10), "1"}})},
+                    AmbiguousCase{"NameWithAControlCharacter", BuildZip({{"xl/\x7F"
+                                                                          "a.xml",
+                                                                          "1"}})},
+                    AmbiguousCase{"OtherNameInAnExtraField",
+                                  BuildZip({{"xl/a.xml",
+                                             "1",
+                                             false,
+                                             false,
+                                             false,
+                                             0,
+                                             0x6C20,
+                                             0x5A4B,
+                                             {},
+                                             {},
+                                             {},
+                                             test::UnicodePathField("xl/a.xml", "xl/b.xml")}})}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(ZipReader, TakesTwoNamesOfAnEntryBeyondAscii)
+{
+    const ScratchFolder folder;
+    const ZipPart part = {"xl/\x84.xml",
+                          "1",
+                          false,
+                          false,
+                          false,
+                          0,
+                          0x6C20,
+                          0x5A4B,
+                          {},
+                          {},
+                          {},
+                          test::UnicodePathField("xl/\x84.xml", "xl/\xC3\xA4.xml")};
+    const ZipReader zip(folder.Write("a.zip", BuildZip({part})));
+    EXPECT_EQ(zip.Entries().front().name, "xl/\xC3\xA4.xml");
+}
+
+TEST(ZipReader, VerifiesWithoutKeeping)
+{
+    const ScratchFolder folder;
+    ZipPart wrong = {"wrong", kText};
+    wrong.declaredChecksum = 1;
+    const ZipReader zip(folder.Write("a.zip", BuildZip({{"right", kText}, wrong})));
+    zip.Verify(0);
+    EXPECT_EQ(KindThrownBy([&] { zip.Verify(1); }), ErrorKind::DamagedWorkbook);
+}
+
 TEST(ZipReader, TakesSmallEntriesOfAnyRatio)
 {
     const ScratchFolder folder;

@@ -24,6 +24,7 @@ enum class ErrorKind {
     BinaryWorkbook,  ///< .xlsb
     OldBinaryFormat, ///< .xls of the versions before BIFF8
     TooLargeUnpacked,
+    TooLargeOutput, ///< the cause says what would grow beyond which limit
     TooDeeplyNested,
     // sheets and cells; the subject is the name or the cell
     InvalidSheetName,

@@ -69,6 +69,9 @@ std::string WorkbookErrorText(const Error& error)
     case ErrorKind::TooLargeUnpacked:
         return path + " becomes too large when it is unpacked" + Because(error) +
                ". Make it smaller in the spreadsheet program.";
+    case ErrorKind::TooLargeOutput:
+        return path + " would become too large" + Because(error) +
+               ". Use a smaller sheet, or fewer objects on it, in the template.";
     case ErrorKind::TooDeeplyNested:
         return path + " is nested too deeply to be read" + Because(error) +
                ". Save it again in the spreadsheet program.";
@@ -139,6 +142,7 @@ std::string KindText(const Error& error)
     case ErrorKind::BinaryWorkbook:
     case ErrorKind::OldBinaryFormat:
     case ErrorKind::TooLargeUnpacked:
+    case ErrorKind::TooLargeOutput:
     case ErrorKind::TooDeeplyNested:
         return WorkbookErrorText(error);
     case ErrorKind::InvalidSheetName:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/builtin/common/recalculation.h"
 #include "engines/builtin/common/sheet_list.h"
 #include "engines/builtin/xls/compound_file.h"
 #include "engines/builtin/xls/globals.h"
@@ -13,6 +14,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -86,7 +88,8 @@ private:
     bool HasRenamed() const;
     std::vector<SavedSheet> SavedSheets() const;
     std::vector<bool> SheetsToRecalculate();
-    bool ReadsOneOf(const Sheet& sheet, const std::vector<bool>& changed);
+    builtin::SheetReads ReadsOf(const Sheet& sheet,
+                                const std::map<std::size_t, std::size_t>& positions);
     std::uint32_t TextReferences();
     SheetNameLookup NamesFor(const Sheet* owner) const;
     TextPatch MakeCopy(std::string& bytes, std::size_t position, const Saving& saving);

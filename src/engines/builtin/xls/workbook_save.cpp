@@ -1,4 +1,3 @@
-#include "engines/builtin/common/recalculation.h"
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/compound_writer.h"
 #include "engines/builtin/xls/copy_identities.h"
@@ -92,40 +91,44 @@ std::vector<bool> Workbook::SheetsToRecalculate()
     std::vector<bool> changed;
     for (const auto& sheet : sheets_)
         changed.push_back(sheet->IsWritten());
-    changed = builtin::SpreadChanges(std::move(changed),
-                                     [this](std::size_t i, const std::vector<bool>& others) {
-                                         return ReadsOneOf(*sheets_[i], others);
-                                     });
+    std::map<std::size_t, std::size_t> positions; // of the template's sheets, by origin
+    for (std::size_t i = 0; i < sheets_.size(); ++i) {
+        if (!sheets_[i]->isCopy_)
+            positions.emplace(sheets_[i]->origin_, i);
+    }
+    changed = builtin::SpreadChanges(
+        std::move(changed), [&](std::size_t i) { return ReadsOf(*sheets_[i], positions); });
     for (std::size_t i = 0; i < sheets_.size(); ++i)
         changed[i] = changed[i] && OriginalOf(*sheets_[i]).IsWorksheet() &&
                      OriginalOf(*sheets_[i]).Facts().hasFormulas;
     return changed;
 }
 
-bool Workbook::ReadsOneOf(const Sheet& sheet, const std::vector<bool>& changed)
+builtin::SheetReads Workbook::ReadsOf(const Sheet& sheet,
+                                      const std::map<std::size_t, std::size_t>& positions)
 {
     if (!OriginalOf(sheet).IsWorksheet())
-        return false;
+        return {};
     const auto& facts = OriginalOf(sheet).Facts();
     if (!facts.hasFormulas)
-        return false;
+        return {};
     const auto ownName = [this](std::uint16_t link) {
         return link < globals_->Links().size() &&
                globals_->Links()[link].book == globals_->OwnBook();
     };
-    if (facts.readsElsewhere || !facts.names.empty() ||
-        std::any_of(facts.externNames.begin(), facts.externNames.end(), ownName))
-        return true;
-    for (std::size_t i = 0; i < sheets_.size(); ++i) {
-        const auto reads = [&](std::uint16_t link) {
-            const auto span = globals_->OwnSheets(link);
-            return span && (span->first != span->last || span->IsOnly(sheets_[i]->origin_));
-        };
-        if (changed[i] && !sheets_[i]->isCopy_ &&
-            std::any_of(facts.sheets.begin(), facts.sheets.end(), reads))
-            return true;
+    builtin::SheetReads reads;
+    reads.everything = facts.readsElsewhere || !facts.names.empty() ||
+                       std::any_of(facts.externNames.begin(), facts.externNames.end(), ownName);
+    for (const std::uint16_t link : facts.sheets) {
+        const auto span = globals_->OwnSheets(link);
+        reads.everything = reads.everything || (span && span->first != span->last);
+        if (!span)
+            continue;
+        const auto position = positions.find(static_cast<std::size_t>(span->first));
+        if (position != positions.end())
+            reads.sheets.push_back(position->second);
     }
-    return false;
+    return reads;
 }
 
 std::uint32_t Workbook::TextReferences()

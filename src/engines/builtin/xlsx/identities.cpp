@@ -1,16 +1,21 @@
 #include "engines/builtin/xlsx/identities.h"
 
+#include "engines/builtin/xlsx/part_errors.h"
 #include "engines/builtin/xlsx/xml_attribute.h"
-#include "engines/builtin/xlsx/xml_scanner.h"
+#include "engines/builtin/xlsx/xml_reading.h"
 #include "util/text.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <iterator>
+#include <limits>
 #include <optional>
 
 namespace orrery::xlsx {
 namespace {
+
+constexpr std::uint32_t kHighestId = std::numeric_limits<std::int32_t>::max();
 
 enum class PartKind { Other, Table, Slicers, ThreadedComments, Comments, Drawing };
 
@@ -100,6 +105,50 @@ TextPatch ReplaceGuids(std::string_view xml, const CopyIdentity& identity)
     return patch;
 }
 
+/// A name, or the GUID of a threaded comment, that a part declares.
+struct Declaration {
+    PartKind kind = PartKind::Other;
+    std::string name;
+    std::uint32_t tableId = 0;
+};
+
+std::vector<Declaration> DeclarationsIn(const Package& package, const std::string& part,
+                                        PartKind kind)
+{
+    std::vector<Declaration> declared;
+    if (kind != PartKind::Table && kind != PartKind::Slicers && kind != PartKind::ThreadedComments)
+        return declared;
+    const auto text = [](const XmlScanner& element, std::string_view name) {
+        return element.AttributeText(name).value_or("");
+    };
+    ForEachElement(*package.ReadXml(part), part, [&](const XmlScanner& element) {
+        if (kind == PartKind::Table && element.Depth() == 1) {
+            const auto id = ReadDigits(text(element, "id")).value_or(0);
+            declared.push_back(
+                {kind, text(element, "displayName"), static_cast<std::uint32_t>(id)});
+        }
+        else if (kind == PartKind::Slicers && IsSlicer(element.LocalName())) {
+            declared.push_back({kind, text(element, "name"), 0});
+        }
+        else if (kind == PartKind::ThreadedComments && element.LocalName() == "threadedComment") {
+            declared.push_back({kind, text(element, "id"), 0});
+        }
+    });
+    return declared;
+}
+
+/// Formulas name tables by their names alone.
+void CheckTableNames(const std::vector<Declaration>& declared)
+{
+    std::unordered_set<std::string> names;
+    for (const Declaration& one : declared) {
+        if (one.kind == PartKind::Table && !names.insert(util::ToUpperAscii(one.name)).second) {
+            throw util::Error(util::ErrorKind::DamagedWorkbook, {},
+                              "two tables have the name \"" + one.name + "\"");
+        }
+    }
+}
+
 } // namespace
 
 Identities::Identities(const Package& package, const std::vector<std::string>& definedNames)
@@ -110,17 +159,11 @@ Identities::Identities(const Package& package, const std::vector<std::string>& d
         const auto kind = KindOf(package.TypeOf(part));
         if (kind != PartKind::Table && kind != PartKind::Slicers)
             continue;
-        ForEachElement(*package.ReadXml(part), part, [&](const XmlScanner& element) {
-            if (kind == PartKind::Table && element.Depth() == 1) {
-                const auto id = element.AttributeText("id").value_or("0");
-                lastTableId_ =
-                    std::max(lastTableId_,
-                             static_cast<std::uint32_t>(std::strtoul(id.c_str(), nullptr, 10)));
-                taken_.insert(
-                    util::ToUpperAscii(element.AttributeText("displayName").value_or("")));
-            }
-            else if (kind == PartKind::Slicers && IsSlicer(element.LocalName())) {
-                taken_.insert(util::ToUpperAscii(element.AttributeText("name").value_or("")));
+        UnlessDamaged([&] {
+            for (const Declaration& declared : DeclarationsIn(package, part, kind)) {
+                taken_.insert(util::ToUpperAscii(declared.name));
+                if (declared.tableId <= kHighestId) // what follows has to fit, too
+                    lastTableId_ = std::max(lastTableId_, declared.tableId);
             }
         });
     }
@@ -128,8 +171,9 @@ Identities::Identities(const Package& package, const std::vector<std::string>& d
 
 std::string Identities::FreeName(const std::string& name)
 {
-    for (unsigned number = 2;; ++number) {
-        auto candidate = name + "_" + std::to_string(number);
+    auto& number = numbers_.try_emplace(util::ToUpperAscii(name), 2).first->second;
+    while (true) {
+        auto candidate = name + "_" + std::to_string(number++);
         if (taken_.insert(util::ToUpperAscii(candidate)).second)
             return candidate;
     }
@@ -137,29 +181,26 @@ std::string Identities::FreeName(const std::string& name)
 
 CopyIdentity Identities::ForCopy(const Package& package, const std::vector<std::string>& ownedParts)
 {
+    std::vector<Declaration> declared;
+    for (const auto& part : ownedParts) {
+        auto found = DeclarationsIn(package, part, KindOf(package.TypeOf(part)));
+        std::move(found.begin(), found.end(), std::back_inserter(declared));
+    }
+    CheckTableNames(declared);
     CopyIdentity identity;
     ++copies_;
-    for (const auto& part : ownedParts) {
-        const auto kind = KindOf(package.TypeOf(part));
-        if (kind != PartKind::Table && kind != PartKind::Slicers &&
-            kind != PartKind::ThreadedComments)
-            continue;
-        ForEachElement(*package.ReadXml(part), part, [&](const XmlScanner& element) {
-            if (kind == PartKind::Table && element.Depth() == 1) {
-                const auto name = element.AttributeText("displayName").value_or("Table");
-                identity.tables.emplace(name, FreeName(name));
-                identity.tableIds.emplace(name, ++lastTableId_);
-            }
-            else if (kind == PartKind::Slicers && IsSlicer(element.LocalName())) {
-                const auto name = element.AttributeText("name").value_or("");
-                identity.slicers.emplace(name, FreeName(name));
-            }
-            else if (kind == PartKind::ThreadedComments &&
-                     element.LocalName() == "threadedComment") {
-                const auto guid = element.AttributeText("id").value_or("");
-                identity.guids.emplace(guid, DerivedGuid(guid, copies_));
-            }
-        });
+    for (const auto& [kind, name, tableId] : declared) {
+        if (kind == PartKind::Table) {
+            const auto model = name.empty() ? std::string("Table") : name;
+            identity.tables.emplace(model, FreeName(model));
+            identity.tableIds.emplace(model, ++lastTableId_);
+        }
+        else if (kind == PartKind::Slicers) {
+            identity.slicers.emplace(name, FreeName(name));
+        }
+        else {
+            identity.guids.emplace(name, DerivedGuid(name, copies_));
+        }
     }
     return identity;
 }

@@ -6,9 +6,10 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace orrery::xlsx {
@@ -26,16 +27,19 @@ struct CopyIdentity {
 /// The names and ids that are unique in a workbook, so that copied parts get fresh ones.
 class Identities {
 public:
-    /// Collects those of the package's parts and the given defined names.
+    /// Collects those of the package's parts and the given defined names. Parts that cannot be read
+    /// have none.
     Identities(const Package& package, const std::vector<std::string>& definedNames);
 
-    /// Fresh ones for everything that these parts of a sheet declare.
+    /// Fresh ones for everything that these parts of a sheet declare. Throws Error as `Package`
+    /// does where one cannot be read; no name is taken then.
     CopyIdentity ForCopy(const Package& package, const std::vector<std::string>& ownedParts);
 
 private:
     std::string FreeName(const std::string& name);
 
-    std::set<std::string> taken_; // upper-case names of tables, slicers and defined names
+    std::unordered_set<std::string> taken_; // upper-case names of tables, slicers, defined names
+    std::unordered_map<std::string, unsigned> numbers_; // the next one to try behind such a name
     std::uint32_t lastTableId_ = 0;
     std::uint32_t copies_ = 0;
 };

@@ -1,11 +1,11 @@
 #include "engines/builtin/xlsx/package.h"
 
+#include "engines/builtin/xlsx/part_errors.h"
 #include "engines/builtin/xlsx/part_names.h"
 #include "engines/builtin/xlsx/xml_encoding.h"
 #include "engines/builtin/xlsx/xml_scanner.h"
 #include "util/error.h"
 #include "util/file_replace.h"
-#include "util/paths.h"
 
 #include <algorithm>
 #include <array>
@@ -23,19 +23,6 @@ const std::string kContentTypesKey = PartKey(kContentTypes);
 constexpr std::string_view kRelationshipsType =
     "application/vnd.openxmlformats-package.relationships+xml";
 
-/// Does something with parts; an error that does not name the file then does.
-template <typename Action> auto Naming(const std::filesystem::path& path, Action action)
-{
-    try {
-        return action();
-    }
-    catch (const Error& error) {
-        if (!error.Subject().empty())
-            throw;
-        throw Error(error.Kind(), util::FromPath(path), error.Cause());
-    }
-}
-
 bool IsFolder(std::string_view entryName)
 {
     return entryName.ends_with('/') || entryName.ends_with('\\');
@@ -50,7 +37,9 @@ bool IsRelationshipsPart(std::string_view key)
 void CheckWellFormed(std::string_view xml, std::string_view part)
 {
     XmlScanner scanner(xml, part);
-    while (scanner.Next() != XmlScanner::Token::End) {
+    for (auto token = scanner.Next(); token != XmlScanner::Token::End; token = scanner.Next()) {
+        if (token == XmlScanner::Token::StartTag)
+            scanner.CheckPrefixes();
     }
 }
 
@@ -83,6 +72,19 @@ void Package::ListEntries()
         if (!isNew && NameOf(entry->second) == name) {
             throw Error(ErrorKind::DamagedWorkbook, util::FromPath(path_),
                         "the part " + name + " is there twice");
+        }
+    }
+    CheckSpelling();
+}
+
+/// An entry with a step like "." in its name is no part, but some readers take it for one.
+void Package::CheckSpelling() const
+{
+    for (const auto& [key, entry] : entries_) {
+        const std::string plain = PartKey(ResolveTarget("", key));
+        if (plain != key && entries_.contains(plain)) {
+            throw Error(ErrorKind::DamagedWorkbook, util::FromPath(path_),
+                        "the part " + plain + " is there twice");
         }
     }
 }
@@ -155,6 +157,12 @@ bool Package::Has(std::string_view part) const
     return change != nullptr ? !change->IsRemoval() : entries_.contains(key);
 }
 
+bool Package::CanBeOwned(std::string_view part) const
+{
+    const Key key = PartKey(part);
+    return key != PartKey(mainPart_) && key != kContentTypesKey && !IsRelationshipsPart(key);
+}
+
 std::string Package::TypeOf(std::string_view part) const
 {
     return types_.TypeOf(part);
@@ -218,19 +226,48 @@ PartText Package::ReadXml(std::string_view part) const
 
 const Relationships& Package::RelationshipsOf(std::string_view part) const
 {
+    return *ShareRelationshipsOf(part);
+}
+
+std::shared_ptr<const Relationships> Package::ShareRelationshipsOf(std::string_view part) const
+{
     const Key key = part.empty() ? Key() : PartKey(part);
     if (const auto known = relationships_.find(key); known != relationships_.end())
         return known->second;
     const std::string name = RelationshipsPartName(part);
-    Relationships relationships;
+    auto relationships = std::make_shared<Relationships>();
     if (Has(name))
-        relationships = Naming(path_, [&] { return Relationships::Parse(Text(name), name); });
+        *relationships = Naming(path_, [&] { return Relationships::Parse(Text(name), name); });
     return relationships_.emplace(key, std::move(relationships)).first->second;
 }
 
-std::string Package::FreePartName(std::string_view prefix, std::string_view suffix) const
+std::uint64_t Package::SizeOf(std::string_view part) const
 {
-    for (std::size_t number = 1;; ++number) {
+    const auto entry = entries_.find(PartKey(part));
+    return entry == entries_.end() ? 0 : zip_->Entries()[entry->second].size;
+}
+
+std::vector<std::string> Package::RelationshipsOwners() const
+{
+    std::vector<std::string> owners;
+    for (const auto& [key, entry] : entries_) {
+        if (!IsRelationshipsPart(key))
+            continue;
+        const std::string name = NameOf(entry);
+        const std::size_t slash = name.rfind('/');
+        const std::string folder = name.substr(0, slash + 1 - std::string_view("_rels/").size());
+        const std::string file = name.substr(slash + 1);
+        owners.push_back(file.size() == std::string_view(".rels").size()
+                             ? std::string()
+                             : folder + file.substr(0, file.rfind('.')));
+    }
+    return owners;
+}
+
+std::string Package::FreePartName(std::string_view prefix, std::string_view suffix,
+                                  std::size_t& number) const
+{
+    for (;; ++number) {
         std::string name = std::string(prefix) + std::to_string(number) + std::string(suffix);
         if (!Has(name))
             return name;
@@ -243,7 +280,10 @@ Package::Change& Package::ChangePart(std::string_view part)
     const auto [change, isNew] = changes_.try_emplace(key);
     if (isNew) {
         order_.push_back(key);
-        change->second.typeBefore = TypeOf(part);
+        if (entries_.contains(key))
+            change->second.typeBefore = TypeOf(part);
+        else
+            ++added_;
     }
     change->second.name = part;
     change->second.content = {};
@@ -305,6 +345,8 @@ void Package::Restore(std::string_view part)
     else {
         types_.Remove(part);
     }
+    if (!entries_.contains(key))
+        --added_;
     changes_.erase(change);
     std::erase(order_, key);
     if (wasRemoved) {
@@ -316,13 +358,20 @@ void Package::Restore(std::string_view part)
 void Package::SetRelationships(std::string_view part, Relationships relationships)
 {
     const std::string name = RelationshipsPartName(part);
-    if (Has(name) || !relationships.All().empty())
-        Put(name, kRelationshipsType, relationships.ToXml());
-    relationships_.insert_or_assign(part.empty() ? Key() : PartKey(part), std::move(relationships));
+    const auto shared = std::make_shared<const Relationships>(std::move(relationships));
+    if (Has(name) || !shared->All().empty())
+        PutRelationships(part, [shared] { return shared->ToXml(); });
+    relationships_.insert_or_assign(part.empty() ? Key() : PartKey(part), shared);
+}
+
+void Package::PutRelationships(std::string_view part, std::function<std::string()> content)
+{
+    Put(RelationshipsPartName(part), kRelationshipsType, std::move(content));
 }
 
 void Package::Save(const std::filesystem::path& target) const
 {
+    Verify();
     util::FileReplacement replacement(target);
     try {
         ZipWriter writer(replacement.TemporaryPath());
@@ -335,6 +384,19 @@ void Package::Save(const std::filesystem::path& target) const
         throw Error(error.Kind(), util::FromPath(target), error.Cause());
     }
     replacement.Commit();
+}
+
+/// What is taken over packed is not looked at by libzip.
+void Package::Verify() const
+{
+    for (std::size_t index = 0; index < zip_->Entries().size(); ++index) {
+        if (!IsPart(index) || ChangeOf(PartKey(NameOf(index))) == nullptr)
+            zip_->Verify(index);
+    }
+    for (const auto& [key, change] : changes_) {
+        if (change.copyOf)
+            zip_->Verify(*change.copyOf);
+    }
 }
 
 void Package::WriteEntries(ZipWriter& writer) const

@@ -4,6 +4,8 @@
 #include "engines/builtin/xlsx/relationships.h"
 #include "engines/builtin/xlsx/zip_archive.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -33,6 +35,8 @@ public:
     const std::string& MainPart() const { return mainPart_; }
     bool Has(std::string_view part) const;
     std::string TypeOf(std::string_view part) const;
+    /// Whether a part may belong to a sheet: not the workbook, the types or relationships.
+    bool CanBeOwned(std::string_view part) const;
     /// In the order of the container; neither relationships nor folders.
     std::vector<std::string> PartNames() const;
 
@@ -48,9 +52,22 @@ public:
     /// no .rels part.
     const Relationships& RelationshipsOf(std::string_view part) const;
 
+    /// The same, as a value that stays as it is whatever is set later.
+    std::shared_ptr<const Relationships> ShareRelationshipsOf(std::string_view part) const;
+    /// The unpacked size of a part of the container in bytes; 0 for one that is not there.
+    std::uint64_t SizeOf(std::string_view part) const;
+    /// How many parts there are, relationships included, and the unpacked size of those of the
+    /// container in bytes.
+    std::size_t CountParts() const { return zip_->Entries().size() + added_; }
+    std::uint64_t UnpackedSize() const { return zip_->UnpackedSize(); }
+    /// All parts for which the container has relationships, whether they are there or not; "" is
+    /// the package.
+    std::vector<std::string> RelationshipsOwners() const;
+
     /// A part name that is free: the first of prefix + number + suffix ("/xl/worksheets/sheet",
-    /// ".xml").
-    std::string FreePartName(std::string_view prefix, std::string_view suffix) const;
+    /// ".xml") from that number on, which becomes the one taken.
+    std::string FreePartName(std::string_view prefix, std::string_view suffix,
+                             std::size_t& number) const;
     /// Adds or replaces a part whose content is made each time the package is saved.
     void Put(std::string_view part, std::string_view type, std::function<std::string()> content);
     void Put(std::string_view part, std::string_view type, std::string content);
@@ -62,6 +79,8 @@ public:
     /// Takes back what was put or removed: the part is again what the container has.
     void Restore(std::string_view part);
     void SetRelationships(std::string_view part, Relationships relationships);
+    /// The same with a text that is made each time the package is saved.
+    void PutRelationships(std::string_view part, std::function<std::string()> content);
 
     /// Writes the whole package; the file at `target` is replaced at the end, or stays as it was.
     /// A package may be saved more than once, also over the file that it was opened from: it goes
@@ -80,6 +99,8 @@ private:
     using Key = std::string; // PartKey
 
     void ListEntries();
+    void CheckSpelling() const;
+    void Verify() const;
     void FindMainPart();
     [[noreturn]] void FailWithoutMainPart(const std::string& what) const;
     void CheckIsWorkbook() const;
@@ -97,10 +118,11 @@ private:
     std::map<Key, std::size_t, std::less<>> entries_;
     std::map<Key, Change, std::less<>> changes_;
     std::vector<Key> order_; // of the changes
+    std::size_t added_ = 0;  // those of them that the container does not have
     ContentTypes types_;
     std::string mainPart_;
     mutable std::map<Key, PartText, std::less<>> xml_;
-    mutable std::map<Key, Relationships, std::less<>> relationships_;
+    mutable std::map<Key, std::shared_ptr<const Relationships>, std::less<>> relationships_;
 };
 
 } // namespace orrery::xlsx

@@ -3,6 +3,8 @@
 #include "engines/builtin/xlsx/xml_list.h"
 
 #include <algorithm>
+#include <map>
+#include <unordered_set>
 
 namespace orrery::xlsx {
 namespace {
@@ -48,29 +50,45 @@ Relationships Relationships::Parse(std::string_view xml, std::string_view partNa
     const XmlList list(xml, partName, "Relationships");
     Relationships relationships;
     relationships.xml_ = xml;
-    for (const XmlList::Item& item : ItemsOf(list))
+    relationships.isChanged_ = false;
+    std::unordered_set<std::string> ids;
+    for (const XmlList::Item& item : ItemsOf(list)) {
         relationships.all_.push_back(ToRelationship(item));
+        if (!ids.insert(relationships.all_.back().Id).second)
+            relationships.duplicateId_ = relationships.all_.back().Id;
+    }
     return relationships;
+}
+
+std::vector<Relationship>& Relationships::Change()
+{
+    isChanged_ = true;
+    return all_;
 }
 
 std::string Relationships::ToXml() const
 {
+    if (!isChanged_)
+        return xml_;
     const std::string_view xml = xml_.empty() ? kEmpty : std::string_view(xml_);
     const XmlList list(xml, {}, "Relationships");
     TextPatch patch;
+    std::multimap<std::string_view, std::size_t> left; // by id, in order; an id may be there twice
+    for (std::size_t at = 0; at < all_.size(); ++at)
+        left.emplace(all_[at].Id, at);
     std::vector<bool> written(all_.size());
     for (const XmlList::Item& item : ItemsOf(list)) {
         const Relationship before = ToRelationship(item);
-        std::size_t at = 0;
-        while (at < all_.size() && (written[at] || all_[at].Id != before.Id))
-            ++at;
-        if (at == all_.size()) {
+        const auto found = left.lower_bound(before.Id);
+        if (found == left.end() || found->first != before.Id) {
             patch.Remove(item.begin, item.end);
             continue;
         }
-        written[at] = true;
-        if (all_[at] != before)
-            patch.Replace(item.begin, item.end, ToElement(list, all_[at]));
+        const Relationship& now = all_[found->second];
+        written[found->second] = true;
+        left.erase(found);
+        if (now != before)
+            patch.Replace(item.begin, item.end, ToElement(list, now));
     }
     std::string added;
     for (std::size_t at = 0; at < all_.size(); ++at) {
@@ -97,17 +115,20 @@ const Relationship* Relationships::FindByType(std::string_view typeName) const
 
 std::string Relationships::Add(std::string type, std::string target)
 {
+    std::unordered_set<std::string_view> taken;
+    for (const Relationship& one : all_)
+        taken.insert(one.Id);
     std::size_t number = all_.size() + 1;
-    while (FindById("rId" + std::to_string(number)) != nullptr)
+    while (taken.contains("rId" + std::to_string(number)))
         ++number;
     std::string id = "rId" + std::to_string(number);
-    all_.push_back({id, std::move(type), std::move(target), false});
+    Change().push_back({id, std::move(type), std::move(target), false});
     return id;
 }
 
 void Relationships::Remove(std::string_view id)
 {
-    std::erase_if(all_, [id](const Relationship& one) { return one.Id == id; });
+    std::erase_if(Change(), [id](const Relationship& one) { return one.Id == id; });
 }
 
 } // namespace orrery::xlsx

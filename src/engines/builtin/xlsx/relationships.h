@@ -2,6 +2,7 @@
 
 #include "engines/builtin/xlsx/part_names.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,7 +30,10 @@ public:
     std::string ToXml() const;
 
     const std::vector<Relationship>& All() const { return all_; }
-    std::vector<Relationship>& All() { return all_; }
+    /// The same to be changed.
+    std::vector<Relationship>& Change();
+    /// An id that was parsed twice, or nullptr.
+    const std::string* DuplicateId() const { return duplicateId_ ? &*duplicateId_ : nullptr; }
     const Relationship* FindById(std::string_view id) const;
     /// The first of that type, or nullptr.
     const Relationship* FindByType(std::string_view typeName) const;
@@ -39,6 +43,8 @@ public:
 
 private:
     std::string xml_; // what was parsed; empty for a new part
+    bool isChanged_ = true;
+    std::optional<std::string> duplicateId_;
     std::vector<Relationship> all_;
 };
 

@@ -1,69 +1,19 @@
 #include "engines/builtin/xlsx/sheet_copy.h"
 
+#include "engines/builtin/xlsx/part_names.h"
 #include "engines/builtin/xlsx/sheet_tables.h"
+#include "util/error.h"
+#include "util/paths.h"
 
 #include <algorithm>
-#include <array>
-#include <set>
+#include <cctype>
 
 namespace orrery::xlsx {
 namespace {
 
-// Targets that stay one for the whole workbook, however many sheets point at them.
-constexpr std::array<std::string_view, 17> kShared = {"image",
-                                                      "hdphoto",
-                                                      "media",
-                                                      "audio",
-                                                      "video",
-                                                      "theme",
-                                                      "styles",
-                                                      "sharedStrings",
-                                                      "worksheet",
-                                                      "chartsheet",
-                                                      "person",
-                                                      "customXml",
-                                                      "externalLink",
-                                                      "externalLinkPath",
-                                                      "slicerCache",
-                                                      "timelineCache",
-                                                      "pivotCacheDefinition"};
-
-bool IsShared(const Relationship& relationship)
+bool IsHexDigit(char c)
 {
-    return std::any_of(kShared.begin(), kShared.end(),
-                       [&](std::string_view type) { return relationship.Is(type); });
-}
-
-bool IsInnerLink(const Relationship& relationship)
-{
-    return relationship.Is("hyperlink") && relationship.Target.starts_with('#');
-}
-
-/// The parts that `part` owns directly.
-std::vector<std::string> DirectlyOwned(const Package& package, const std::string& part)
-{
-    std::vector<std::string> owned;
-    for (const auto& relationship : package.RelationshipsOf(part).All()) {
-        if (relationship.External || IsShared(relationship) || IsInnerLink(relationship))
-            continue;
-        auto target = ResolveTarget(part, relationship.Target);
-        if (package.Has(target))
-            owned.push_back(std::move(target));
-    }
-    return owned;
-}
-
-/// "/xl/charts/chart12.xml" is numbered between "/xl/charts/chart" and ".xml".
-std::pair<std::string, std::string> SplitAtNumber(const std::string& part)
-{
-    const auto slash = part.rfind('/');
-    auto dot = part.find('.', slash + 1);
-    if (dot == std::string::npos)
-        dot = part.size();
-    auto digits = dot;
-    while (digits > slash + 1 && part[digits - 1] >= '0' && part[digits - 1] <= '9')
-        --digits;
-    return {part.substr(0, digits), part.substr(dot)};
+    return std::isxdigit(static_cast<unsigned char>(c)) != 0;
 }
 
 std::string DecodePercent(std::string_view text)
@@ -71,7 +21,7 @@ std::string DecodePercent(std::string_view text)
     std::string decoded;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto hex = text.substr(i + 1, 2);
-        if (text[i] == '%' && hex.size() == 2 && std::isxdigit(hex[0]) && std::isxdigit(hex[1])) {
+        if (text[i] == '%' && hex.size() == 2 && IsHexDigit(hex[0]) && IsHexDigit(hex[1])) {
             decoded += static_cast<char>(std::stoi(std::string(hex), nullptr, 16));
             i += 2;
         }
@@ -96,24 +46,23 @@ std::string EncodePercent(std::string_view text)
     return encoded;
 }
 
-} // namespace
-
-std::vector<std::string> OwnedParts(const Package& package, const std::string& sheet)
+/// The relationships of a copied part: the original's with targets of their own.
+std::string RelationshipsXml(const Relationships& original,
+                             const std::vector<std::pair<std::size_t, std::string>>& targets,
+                             const NamesOfOwner& names)
 {
-    std::vector<std::string> found;
-    std::set<std::string> seen = {sheet};
-    auto open = DirectlyOwned(package, sheet);
-    while (!open.empty()) {
-        auto part = std::move(open.front());
-        open.erase(open.begin());
-        if (!seen.insert(part).second)
-            continue;
-        const auto further = DirectlyOwned(package, part);
-        open.insert(open.end(), further.begin(), further.end());
-        found.push_back(std::move(part));
-    }
-    return found;
+    const bool hasInnerLinks = HasInnerLinks(original);
+    if (targets.empty() && !hasInnerLinks)
+        return original.ToXml();
+    Relationships relationships = original;
+    for (const auto& [index, target] : targets)
+        relationships.Change()[index].Target = target;
+    if (hasInnerLinks)
+        relationships = RenameInnerLinks(std::move(relationships), names.sheets());
+    return relationships.ToXml();
 }
+
+} // namespace
 
 bool HasInnerLinks(const Relationships& relationships)
 {
@@ -123,7 +72,7 @@ bool HasInnerLinks(const Relationships& relationships)
 
 Relationships RenameInnerLinks(Relationships relationships, const SheetNames& names)
 {
-    for (auto& relationship : relationships.All()) {
+    for (auto& relationship : relationships.Change()) {
         if (!IsInnerLink(relationship))
             continue;
         if (const auto renamed = RenameInLocation(DecodePercent(relationship.Target), names))
@@ -166,10 +115,9 @@ TextPatch RenameInPart(std::string_view text, const std::string& part, std::stri
     return patch;
 }
 
-struct SheetCopier::Context {
+struct SheetCopier::Owner {
     NamesOfOwner names;
-    std::shared_ptr<const CopyIdentity> identity;
-    std::map<std::string, std::string> copies; // by the template's part
+    CopyIdentity identity;
 };
 
 SheetCopier::SheetCopier(Package& package, const std::vector<std::string>& definedNames)
@@ -177,91 +125,110 @@ SheetCopier::SheetCopier(Package& package, const std::vector<std::string>& defin
 {
 }
 
-CopiedSheet SheetCopier::Copy(const std::string& model, std::function<std::string()> content,
-                              NamesOfOwner names)
+CopiedSheet SheetCopier::Copy(const std::string& model, Content content, NamesOfOwner names)
 {
-    Context context;
-    context.names = std::move(names);
-    context.identity =
-        std::make_shared<CopyIdentity>(identities_.ForCopy(package_, OwnedParts(package_, model)));
-    const auto [prefix, suffix] = SplitAtNumber(model);
-    const auto copy = package_.FreePartName(prefix, suffix);
-    context.copies.emplace(model, copy);
-    package_.Put(copy, package_.TypeOf(model), std::move(content));
-    package_.SetRelationships(copy, CopyRelationships(model, copy, context));
-    return {copy, context.identity};
-}
-
-Relationships SheetCopier::CopyRelationships(const std::string& part, const std::string& copy,
-                                             Context& context)
-{
-    auto relationships = package_.RelationshipsOf(part);
-    if (HasInnerLinks(relationships))
-        linked_.push_back({copy, relationships, context.names});
-    for (auto& relationship : relationships.All()) {
-        if (relationship.External || IsShared(relationship) || IsInnerLink(relationship))
-            continue;
-        const auto target = ResolveTarget(part, relationship.Target);
-        if (!package_.Has(target))
-            continue;
-        const bool absolute = relationship.Target.starts_with('/');
-        const auto targetCopy = CopyPart(target, context);
-        relationship.Target = absolute ? targetCopy : RelativeTarget(copy, targetCopy);
+    if (const auto known = refusals_.find(model); known != refusals_.end())
+        throw util::Error(known->second);
+    try {
+        return CopyOnce(model, std::move(content), std::move(names));
     }
-    return relationships;
+    catch (const util::Error& error) {
+        refusals_.emplace(model, error);
+        throw;
+    }
 }
 
-std::string SheetCopier::CopyPart(const std::string& part, Context& context)
+CopiedSheet SheetCopier::CopyOnce(const std::string& model, Content content, NamesOfOwner names)
 {
-    if (const auto found = context.copies.find(part); found != context.copies.end())
-        return found->second;
-    const auto [prefix, suffix] = SplitAtNumber(part);
-    auto copy = package_.FreePartName(prefix, suffix);
-    context.copies.emplace(part, copy);
-    PutContent(part, copy, context);
-    auto relationships = CopyRelationships(part, copy, context);
-    if (!relationships.All().empty())
-        package_.SetRelationships(copy, std::move(relationships));
+    // Whatever may fail is done before the first part is put.
+    PartNumbers numbers = numbers_;
+    const CopyPlan plan = PlanCopy(package_, model, numbers);
+    CheckLimits(plan);
+    const auto owner = std::make_shared<const Owner>(
+        Owner{std::move(names), identities_.ForCopy(package_, OwnedParts(package_, model))});
+    std::vector<Content> contents = {std::move(content)};
+    for (std::size_t i = 1; i < plan.parts.size(); ++i)
+        contents.push_back(ContentOf(plan.parts[i].original, owner));
+    CopiedSheet copy{plan.parts.front().copy, {owner, &owner->identity}, {}};
+    for (const PlannedPart& part : plan.parts)
+        copy.parts.push_back(part.copy);
+    try {
+        Put(plan, std::move(contents), owner);
+    }
+    catch (...) {
+        TakeBack(copy);
+        throw;
+    }
+    numbers_ = std::move(numbers);
+    copied_ += plan.size;
     return copy;
 }
 
-void SheetCopier::PutContent(const std::string& part, const std::string& copy,
-                             const Context& context)
+void SheetCopier::TakeBack(const CopiedSheet& copy)
+{
+    for (const std::string& part : copy.parts) {
+        package_.Restore(RelationshipsPartName(part));
+        package_.Restore(part);
+    }
+}
+
+void SheetCopier::CheckLimits(const CopyPlan& plan) const
+{
+    const auto fail = [this](const std::string& limit) {
+        throw util::Error(util::ErrorKind::TooLargeOutput, util::FromPath(package_.Path()),
+                          "with the copies of its sheet it has more than " + limit);
+    };
+    if (package_.CountParts() + 2 * plan.parts.size() > kMostParts)
+        fail("65,535 parts");
+    if (package_.UnpackedSize() + copied_ + plan.size > kMostBytes)
+        fail("1 GiB unpacked");
+}
+
+void SheetCopier::Put(const CopyPlan& plan, std::vector<Content> contents,
+                      const std::shared_ptr<const Owner>& owner)
+{
+    for (const auto& [index, isRelationships] : plan.steps) {
+        const PlannedPart& part = plan.parts[index];
+        if (isRelationships) {
+            const bool isNeeded = !part.relationships->All().empty() ||
+                                  package_.Has(RelationshipsPartName(part.copy));
+            if (isNeeded)
+                package_.PutRelationships(
+                    part.copy, [relationships = part.relationships, targets = part.targets, owner] {
+                        return RelationshipsXml(*relationships, targets, owner->names);
+                    });
+        }
+        else if (contents[index]) {
+            package_.Put(part.copy, package_.TypeOf(part.original), std::move(contents[index]));
+        }
+        else {
+            package_.PutCopy(part.copy, part.original);
+        }
+    }
+}
+
+SheetCopier::Content SheetCopier::ContentOf(const std::string& part,
+                                            const std::shared_ptr<const Owner>& owner)
 {
     const auto type = package_.TypeOf(part);
-    if (!MayNameSheets(type) || (ReferencesOf(part).empty() && !HasIdentity(type))) {
-        package_.PutCopy(copy, part);
-        return;
-    }
-    package_.Put(
-        copy, type, [this, part, type, names = context.names, identity = context.identity] {
-            const auto text = ReadText(package_, part);
-            auto patch =
-                RenameInPart(*text, part, type, ReferencesOf(part), names.sheets(), names.tables());
-            patch.Add(ApplyIdentity(*text, part, type, *identity));
-            return patch.Apply(*text);
-        });
+    if (!MayNameSheets(type) || (ReferencesOf(part).empty() && !HasIdentity(type)))
+        return {};
+    return [this, part, type, owner] {
+        const auto text = ReadText(package_, part);
+        auto patch = RenameInPart(*text, part, type, ReferencesOf(part), owner->names.sheets(),
+                                  owner->names.tables());
+        patch.Add(ApplyIdentity(*text, part, type, owner->identity));
+        return patch.Apply(*text);
+    };
 }
 
 const std::vector<ReferenceSite>& SheetCopier::ReferencesOf(const std::string& part)
 {
-    auto found = references_.find(part);
+    const auto key = PartKey(part);
+    auto found = references_.find(key);
     if (found == references_.end())
-        found = references_.emplace(part, FindReferencesIn(package_, part)).first;
+        found = references_.emplace(key, FindReferencesIn(package_, part)).first;
     return found->second;
-}
-
-void SheetCopier::UpdateLinks()
-{
-    for (const auto& linked : linked_) {
-        auto current = package_.RelationshipsOf(linked.part);
-        const auto renamed = RenameInnerLinks(linked.relationships, linked.names.sheets());
-        for (std::size_t i = 0; i < current.All().size(); ++i) {
-            if (IsInnerLink(current.All()[i]))
-                current.All()[i].Target = renamed.All()[i].Target;
-        }
-        package_.SetRelationships(linked.part, std::move(current));
-    }
 }
 
 } // namespace orrery::xlsx

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "engines/builtin/xlsx/copy_plan.h"
 #include "engines/builtin/xlsx/identities.h"
 #include "engines/builtin/xlsx/package.h"
 #include "engines/builtin/xlsx/references.h"
+#include "util/error.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -23,6 +27,7 @@ struct NamesOfOwner {
 struct CopiedSheet {
     std::string part;
     std::shared_ptr<const CopyIdentity> identity;
+    std::vector<std::string> parts; ///< all of them
 };
 
 /// Copies sheets within a package: the sheet's part and every part that it owns (drawings, charts,
@@ -30,38 +35,40 @@ struct CopiedSheet {
 /// (pivot caches, persons, slicer caches) are shared.
 class SheetCopier {
 public:
+    using Content = std::function<std::string()>;
+    /// The most that a workbook may become by copies: as many parts as a zip container can list
+    /// without its 64-bit extension, and as many unpacked bytes as are read.
+    static constexpr std::size_t kMostParts = 65535;
+    static constexpr std::uint64_t kMostBytes = ZipReader::kMostUnpacked;
+
     /// The package outlives the copier.
     SheetCopier(Package& package, const std::vector<std::string>& definedNames);
 
-    /// Copies the template's sheet `model`. `content` gives the copy's own text when the package is
-    /// saved; `names` what the copy calls the sheets then.
-    CopiedSheet Copy(const std::string& model, std::function<std::string()> content,
-                     NamesOfOwner names);
-    /// Brings the links of copied parts that lead into the workbook up to the names of now;
-    /// to be called before the package is saved.
-    void UpdateLinks();
+    /// Copies the template's sheet `model`, or changes nothing. `content` gives the copy's own text
+    /// when the package is saved; `names` what the copy calls the sheets then. Throws Error
+    /// (DamagedWorkbook, TooDeeplyNested, TooLargeOutput). What could not be copied once cannot be
+    /// copied later.
+    CopiedSheet Copy(const std::string& model, Content content, NamesOfOwner names);
+    /// Takes the last copy out of the package again.
+    void TakeBack(const CopiedSheet& copy);
 
 private:
-    struct Context; // one copy in the making
-    std::string CopyPart(const std::string& part, Context& context);
-    Relationships CopyRelationships(const std::string& part, const std::string& copy,
-                                    Context& context);
-    void PutContent(const std::string& part, const std::string& copy, const Context& context);
+    CopiedSheet CopyOnce(const std::string& model, Content content, NamesOfOwner names);
+    struct Owner; // what the parts of one copy share
+    void CheckLimits(const CopyPlan& plan) const;
+    /// What a part of the copy consists of; nothing where it is its model's bytes.
+    Content ContentOf(const std::string& part, const std::shared_ptr<const Owner>& owner);
+    void Put(const CopyPlan& plan, std::vector<Content> contents,
+             const std::shared_ptr<const Owner>& owner);
     const std::vector<ReferenceSite>& ReferencesOf(const std::string& part);
 
-    struct Linked { // a copied part whose relationships lead into the workbook
-        std::string part;
-        Relationships relationships; // with the template's names
-        NamesOfOwner names;
-    };
     Package& package_;
     Identities identities_;
-    std::map<std::string, std::vector<ReferenceSite>> references_; // by the template's part
-    std::vector<Linked> linked_;
+    PartNumbers numbers_;
+    std::uint64_t copied_ = 0;                                     // unpacked bytes
+    std::map<std::string, util::Error> refusals_;                  // by model
+    std::map<std::string, std::vector<ReferenceSite>> references_; // by the PartKey of the original
 };
-
-/// The parts that a sheet owns, itself left out, in the order of its relationships.
-std::vector<std::string> OwnedParts(const Package& package, const std::string& sheet);
 
 /// Whether the relationships hold links into the workbook ("#Sheet1!A1").
 bool HasInnerLinks(const Relationships& relationships);

@@ -19,7 +19,11 @@ const std::string* TableChange::FindColumn(std::string_view column) const
 
 void TableNames::Set(std::string_view templateName, TableChange change)
 {
-    tables_.insert_or_assign(FoldCase(templateName), std::move(change));
+    if (!tables_)
+        tables_ = std::make_shared<Tables>();
+    else if (tables_.use_count() > 1)
+        tables_ = std::make_shared<Tables>(*tables_);
+    tables_->insert_or_assign(FoldCase(templateName), std::move(change));
 }
 
 TableNames TableNames::Inside(std::string_view templateName) const
@@ -39,10 +43,10 @@ std::optional<std::string> TableNames::NameOf(std::string_view name) const
 
 const TableChange* TableNames::Find(std::string_view name) const
 {
-    if (tables_.empty())
+    if (!tables_)
         return nullptr;
-    const auto found = tables_.find(FoldCase(name));
-    return found == tables_.end() ? nullptr : &found->second;
+    const auto found = tables_->find(FoldCase(name));
+    return found == tables_->end() ? nullptr : &found->second;
 }
 
 } // namespace orrery::xlsx

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -26,7 +27,7 @@ struct TableChange {
 };
 
 /// What the tables that formulas name, and their columns, are called now. Names are found without
-/// regard to case.
+/// regard to case. Copies are cheap.
 class TableNames {
 public:
     /// `templateName` is what the template's formulas call the table.
@@ -44,7 +45,8 @@ public:
     const TableChange* Own() const { return own_.empty() ? nullptr : Find(own_); }
 
 private:
-    std::map<std::string, TableChange> tables_; // by folded names
+    using Tables = std::map<std::string, TableChange>; // by folded names
+    std::shared_ptr<Tables> tables_; // shared by copies of these names; none where it is empty
     std::string own_;
 };
 

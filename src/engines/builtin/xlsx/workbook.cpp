@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/workbook.h"
 
+#include "engines/builtin/xlsx/part_errors.h"
 #include "engines/builtin/xlsx/xml_scanner.h"
 #include "util/error.h"
 #include "util/paths.h"
@@ -25,7 +26,7 @@ std::string RootNamespace(std::string_view xml, std::string_view partName)
     XmlScanner scanner(xml, partName);
     for (auto token = scanner.Next(); token != XmlScanner::Token::End; token = scanner.Next()) {
         if (token == XmlScanner::Token::StartTag)
-            return std::string(scanner.NamespaceUri());
+            return scanner.NamespaceUri();
     }
     return {};
 }
@@ -46,7 +47,8 @@ void Sheet::SetName(std::string_view name)
 
 void Sheet::CopyAfter(generate::Worksheet& after)
 {
-    workbook_.Copy(*this, dynamic_cast<Sheet&>(after));
+    Naming(workbook_.package_.Path(),
+           [&] { workbook_.Copy(*this, dynamic_cast<const Sheet&>(after)); });
 }
 
 generate::Worksheet* Sheet::Next()
@@ -60,6 +62,11 @@ void Sheet::SetCell(std::int32_t row, std::int32_t column, const generate::CellV
 {
     if (kind_ != Kind::Worksheet)
         throw Error(ErrorKind::NotAWorksheet, name_);
+    Naming(workbook_.package_.Path(), [&] { Write(row, column, value); });
+}
+
+void Sheet::Write(std::int32_t row, std::int32_t column, const generate::CellValue& value)
+{
     auto& cells = Cells();
     cells.CheckWritable(row, column, workbook_.CellStyles());
     if (!cells.TakesValue(row, column))
@@ -82,6 +89,18 @@ const std::shared_ptr<const SheetText>& Sheet::Text() const
     return text_;
 }
 
+const SheetText* Sheet::ReadableText() const
+{
+    if (kind_ != Kind::Worksheet || isDamaged_)
+        return nullptr;
+    isDamaged_ = true; // unless the next step succeeds
+    UnlessDamaged([this] {
+        Text();
+        isDamaged_ = false;
+    });
+    return isDamaged_ ? nullptr : text_.get();
+}
+
 SheetCells& Sheet::Cells()
 {
     if (!cells_)
@@ -100,25 +119,37 @@ Workbook::Workbook(const std::filesystem::path& path) : package_(path)
 {
     templateParts_ = package_.PartNames();
     workbookPart_ = package_.MainPart();
-    part_ = std::make_unique<WorkbookPart>(package_.ReadXml(workbookPart_), workbookPart_);
-    ReadSheets();
+    Naming(path, [this] {
+        part_ = std::make_unique<WorkbookPart>(package_.ReadXml(workbookPart_), workbookPart_);
+        ReadSheets();
+    });
 }
 
 void Workbook::ReadSheets()
 {
-    const auto& relationships = package_.RelationshipsOf(workbookPart_);
+    std::unordered_map<std::string_view, const Relationship*> byId;
+    for (const auto& relationship : package_.RelationshipsOf(workbookPart_).All())
+        byId.emplace(relationship.Id, &relationship);
+    std::unordered_map<std::string, std::string> byPart;
     for (const auto& entry : part_->Sheets()) {
-        const auto* relationship = relationships.FindById(entry.RelationshipId);
+        const auto found = byId.find(entry.RelationshipId);
+        const auto* relationship = found == byId.end() ? nullptr : found->second;
         auto target =
             relationship ? ResolveTarget(workbookPart_, relationship->Target) : std::string();
         if (!package_.Has(target))
             throw Error(ErrorKind::DamagedWorkbook, util::FromPath(package_.Path()),
                         "the sheet \"" + entry.Name + "\" is missing");
+        const auto [other, isNew] = byPart.emplace(PartKey(target), entry.Name);
+        if (!isNew)
+            throw Error(ErrorKind::DamagedWorkbook, util::FromPath(package_.Path()),
+                        "the sheets \"" + other->second + "\" and \"" + entry.Name +
+                            "\" are one part");
         const auto kind =
             relationship->Is("worksheet") ? Sheet::Kind::Worksheet : Sheet::Kind::Other;
         templateNames_.push_back(entry.Name);
         sheets_.push_back(
             std::make_unique<Sheet>(*this, entry, sheets_.size(), std::move(target), kind));
+        originals_.emplace(engines::FoldCase(entry.Name), sheets_.back().get());
     }
 }
 
@@ -165,10 +196,9 @@ void Workbook::Copy(Sheet& model, const Sheet& after)
 
     std::vector<std::string> taken;
     SheetEntry entry;
-    for (const auto& sheet : sheets_) {
+    for (const auto& sheet : sheets_)
         taken.push_back(sheet->name_);
-        entry.SheetId = std::max(entry.SheetId, sheet->sheetId_ + 1);
-    }
+    entry.SheetId = FreeSheetId();
     const auto& templatePart = sheets_[PositionOfOriginal(model.origin_)]->part_;
     auto copy = std::make_unique<Sheet>(*this, entry, model.origin_, std::string(), model.kind_);
     copy->name_ = CopyName(model.name_, taken);
@@ -179,18 +209,39 @@ void Workbook::Copy(Sheet& model, const Sheet& after)
     copy->tables_ = model.Tables();
     NamesOfOwner names{[this, sheet = copy.get()] { return NamesFor(sheet); },
                        [this, sheet = copy.get()] { return TablesFor(sheet); }};
-    auto copied = copier_->Copy(
+    sheets_.reserve(sheets_.size() + 1);
+    const auto copied = copier_->Copy(
         templatePart, [this, sheet = copy.get()] { return SheetXml(*sheet); }, std::move(names));
-    copy->part_ = copied.part;
-    copy->identity_ = std::move(copied.identity);
-
-    auto relationships = package_.RelationshipsOf(workbookPart_);
-    const auto* modelRelationship = relationships.FindById(model.relationshipId_);
-    copy->relationshipId_ =
-        relationships.Add(modelRelationship->Type, RelativeTarget(workbookPart_, copy->part_));
-    package_.SetRelationships(workbookPart_, std::move(relationships));
+    try {
+        copy->part_ = copied.part;
+        copy->identity_ = copied.identity;
+        auto relationships = package_.RelationshipsOf(workbookPart_);
+        const auto* modelRelationship = relationships.FindById(model.relationshipId_);
+        copy->relationshipId_ =
+            relationships.Add(modelRelationship->Type, RelativeTarget(workbookPart_, copy->part_));
+        package_.SetRelationships(workbookPart_, std::move(relationships));
+    }
+    catch (...) {
+        copier_->TakeBack(copied); // its content reads the copy, which goes
+        throw;
+    }
     sheets_.insert(sheets_.begin() + static_cast<std::ptrdiff_t>(PositionOf(after)) + 1,
                    std::move(copy));
+}
+
+/// One behind the highest; where that is beyond what Excel takes, the lowest that is free.
+std::uint32_t Workbook::FreeSheetId() const
+{
+    constexpr std::uint32_t kHighest = 65534; // [MS-OI29500] 2.1.607
+    std::set<std::uint32_t> taken;
+    for (const auto& sheet : sheets_)
+        taken.insert(sheet->sheetId_);
+    if (*taken.rbegin() < kHighest)
+        return *taken.rbegin() + 1;
+    std::uint32_t id = 1;
+    for (auto next = taken.lower_bound(id); next != taken.end() && *next == id; ++next)
+        ++id;
+    return id;
 }
 
 std::size_t Workbook::PositionOfOriginal(std::size_t origin) const
@@ -209,12 +260,12 @@ SharedStrings& Workbook::Strings()
     const auto* relationship = relationships.FindByType("sharedStrings");
     if (relationship)
         stringsPart_ = ResolveTarget(workbookPart_, relationship->Target);
-    const bool present = relationship && package_.Has(stringsPart_);
-    if (!relationship)
-        stringsPart_ = AddStringsRelationship();
-    strings_ = std::make_unique<SharedStrings>(
-        present ? package_.ReadXml(stringsPart_) : PartText(), stringsPart_,
-        RootNamespace(*package_.ReadXml(workbookPart_), workbookPart_));
+    // A part that is missing held texts which nobody can give back.
+    const auto xml = relationship ? package_.ReadXml(stringsPart_) : PartText();
+    auto mainNamespace = RootNamespace(*package_.ReadXml(workbookPart_), workbookPart_);
+    auto part = relationship ? stringsPart_ : AddStringsRelationship();
+    strings_ = std::make_unique<SharedStrings>(xml, part, std::move(mainNamespace));
+    stringsPart_ = std::move(part);
     return *strings_;
 }
 
@@ -223,8 +274,9 @@ std::string Workbook::AddStringsRelationship()
     auto relationships = package_.RelationshipsOf(workbookPart_);
     const auto folder = workbookPart_.substr(0, workbookPart_.rfind('/') + 1);
     auto part = folder + "sharedStrings.xml";
+    std::size_t number = 1;
     if (package_.Has(part))
-        part = package_.FreePartName(folder + "sharedStrings", ".xml");
+        part = package_.FreePartName(folder + "sharedStrings", ".xml", number);
     const auto* workbook = package_.RelationshipsOf("").FindByType("officeDocument");
     relationships.Add(SiblingType(workbook->Type, "sharedStrings"),
                       RelativeTarget(workbookPart_, part));
@@ -246,6 +298,12 @@ const Styles& Workbook::CellStyles()
     return *styles_;
 }
 
+const Sheet* Workbook::FindOriginal(std::string_view templateName) const
+{
+    const auto found = originals_.find(engines::FoldCase(templateName));
+    return found == originals_.end() ? nullptr : found->second;
+}
+
 SheetNames Workbook::NamesFor(const Sheet* owner) const
 {
     const auto nameOf = [](const Sheet* meant) -> std::optional<std::string> {
@@ -254,10 +312,7 @@ SheetNames Workbook::NamesFor(const Sheet* owner) const
         return meant->name_;
     };
     const auto original = [this, nameOf](std::string_view name) {
-        const auto found = std::find_if(sheets_.begin(), sheets_.end(), [&](const auto& sheet) {
-            return !sheet->isCopy_ && SameSheetName(sheet->templateName_, name);
-        });
-        return nameOf(found == sheets_.end() ? nullptr : found->get());
+        return nameOf(FindOriginal(name));
     };
     const auto own = [owner, nameOf, original](std::string_view name) {
         const bool itself = owner && SameSheetName(owner->templateName_, name);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/builtin/common/recalculation.h"
 #include "engines/builtin/common/sheet_list.h"
 #include "engines/builtin/xlsx/package.h"
 #include "engines/builtin/xlsx/shared_strings.h"
@@ -14,8 +15,10 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace orrery::xlsx {
@@ -39,7 +42,10 @@ public:
 
 private:
     friend class Workbook;
+    void Write(std::int32_t row, std::int32_t column, const generate::CellValue& value);
     const std::shared_ptr<const SheetText>& Text() const;
+    /// The same of a worksheet; nullptr where its part is damaged, and for other sheets.
+    const SheetText* ReadableText() const;
     SheetCells& Cells();
     SheetTables& Tables();
     bool IsWritten() const { return cells_ && !cells_->Empty(); }
@@ -54,6 +60,7 @@ private:
     Kind kind_;
     bool isCopy_ = false;
     mutable std::shared_ptr<const SheetText> text_;
+    mutable bool isDamaged_ = false;
     std::optional<SheetCells> cells_;
     std::optional<SheetTables> tables_;
     std::shared_ptr<const CopyIdentity> identity_; // of a copy
@@ -76,6 +83,8 @@ private:
     void ReadSheets();
     std::size_t PositionOf(const Sheet& sheet) const;
     void CheckStructure(const std::string& name) const;
+    const Sheet* FindOriginal(std::string_view templateName) const;
+    std::uint32_t FreeSheetId() const;
     void Rename(Sheet& sheet, std::string_view name);
     void Copy(Sheet& model, const Sheet& after);
     std::size_t PositionOfOriginal(std::size_t origin) const;
@@ -86,15 +95,15 @@ private:
     /// The names of now as seen from a sheet, or from the workbook for nullptr: a copy's own
     /// text calls the copy what the template called its model.
     SheetNames NamesFor(const Sheet* owner) const;
-    /// The same for tables and their columns.
-    TableNames TablesFor(const Sheet* owner) const;
+    /// The same for tables and their columns; found once while the workbook is saved.
+    const TableNames& TablesFor(const Sheet* owner) const;
+    TableNames CollectTables(const Sheet* owner) const;
     bool HasChangedTables() const;
-    bool HasCopies() const;
+    bool HasCopies() const { return sheets_.size() > templateNames_.size(); }
     bool HasRenamedOriginals() const;
-    bool NeedsLook(const Sheet& sheet) const;
-    bool IsWorksheetPart(const std::string& part) const;
-    std::vector<bool> SheetsToRecalculate() const;
-    bool ReadsOneOf(const Sheet& sheet, const std::vector<bool>& changed) const;
+    std::set<const Sheet*> SheetsToRecalculate() const;
+    builtin::SheetReads ReadsOf(const Sheet& sheet,
+                                const std::map<const Sheet*, std::size_t>& positions) const;
     std::string SheetXml(const Sheet& sheet) const;
     TextPatch SheetPatch(const Sheet& sheet) const;
     TextPatch SelectionPatch(const Sheet& sheet) const;
@@ -102,12 +111,14 @@ private:
     // what SaveAs puts into the package
     void PutSheets();
     void PutRenamedParts();
+    void PutRenamedPart(const std::string& part, const SheetNames& names, const TableNames& tables);
     void PutRenamedLinks(const std::string& part, const SheetNames& names);
     void PutSharedStrings();
     std::vector<SavedSheet> SavedSheets() const;
     void PutWorkbookPart();
     void PutTitles();
     void DropCalculationChain();
+    bool IsOnlyUsedAsChain(const std::string& part) const;
 
     Package package_;
     std::string workbookPart_;
@@ -120,7 +131,11 @@ private:
     std::unique_ptr<SharedStrings> strings_;
     std::string stringsPart_;
     std::optional<Styles> styles_;
-    std::vector<bool> recalculate_; // by position, while the workbook is saved
+    std::unordered_map<std::string, const Sheet*> originals_; // by the folded template's name
+
+    // while the workbook is saved
+    std::set<const Sheet*> recalculate_;
+    mutable std::map<const Sheet*, TableNames> tables_; // as seen from a sheet, or the workbook
 };
 
 } // namespace orrery::xlsx

@@ -2,6 +2,7 @@
 
 #include "engines/builtin/common/recalculation.h"
 #include "engines/builtin/xlsx/document_titles.h"
+#include "engines/builtin/xlsx/part_errors.h"
 
 #include <algorithm>
 
@@ -27,26 +28,21 @@ bool NamesNoSheets(std::string_view type)
 
 void Workbook::SaveAs(const std::filesystem::path& target, generate::AccessMode /*accessMode*/)
 {
-    for (const auto& part : templateParts_) {
-        if (package_.Has(part))
-            package_.Restore(part); // every save starts from the template
-    }
-    recalculate_ = SheetsToRecalculate();
-    PutSheets();
-    PutRenamedParts();
-    PutSharedStrings();
-    PutWorkbookPart();
-    PutTitles();
-    DropCalculationChain();
-    if (copier_)
-        copier_->UpdateLinks();
-    package_.Save(target);
-}
-
-bool Workbook::HasCopies() const
-{
-    return std::any_of(sheets_.begin(), sheets_.end(),
-                       [](const auto& sheet) { return sheet->isCopy_; });
+    Naming(package_.Path(), [&] {
+        for (const auto& part : templateParts_) {
+            if (package_.Has(part))
+                package_.Restore(part); // every save starts from the template
+        }
+        tables_.clear();
+        recalculate_ = SheetsToRecalculate();
+        PutSheets();
+        PutRenamedParts();
+        PutSharedStrings();
+        PutWorkbookPart();
+        PutTitles();
+        DropCalculationChain();
+        package_.Save(target);
+    });
 }
 
 bool Workbook::HasRenamedOriginals() const
@@ -58,36 +54,38 @@ bool Workbook::HasRenamedOriginals() const
 
 // Whole sheets are looked at, not single cells: a sheet is computed anew when it was written or
 // when its formulas may read one that is.
-std::vector<bool> Workbook::SheetsToRecalculate() const
+std::set<const Sheet*> Workbook::SheetsToRecalculate() const
 {
     std::vector<bool> changed;
-    for (const auto& sheet : sheets_)
+    std::map<const Sheet*, std::size_t> positions;
+    for (const auto& sheet : sheets_) {
+        positions.emplace(sheet.get(), changed.size());
         changed.push_back(sheet->IsWritten());
-    changed = builtin::SpreadChanges(std::move(changed),
-                                     [this](std::size_t i, const std::vector<bool>& others) {
-                                         return ReadsOneOf(*sheets_[i], others);
-                                     });
-    for (std::size_t i = 0; i < sheets_.size(); ++i)
-        changed[i] = changed[i] && sheets_[i]->kind_ == Sheet::Kind::Worksheet &&
-                     sheets_[i]->Text()->HasFormulas();
-    return changed;
+    }
+    changed = builtin::SpreadChanges(
+        std::move(changed), [&](std::size_t i) { return ReadsOf(*sheets_[i], positions); });
+    std::set<const Sheet*> recalculate;
+    for (std::size_t i = 0; i < sheets_.size(); ++i) {
+        const auto* text = changed[i] ? sheets_[i]->ReadableText() : nullptr;
+        if (text != nullptr && text->HasFormulas())
+            recalculate.insert(sheets_[i].get());
+    }
+    return recalculate;
 }
 
-bool Workbook::ReadsOneOf(const Sheet& sheet, const std::vector<bool>& changed) const
+builtin::SheetReads Workbook::ReadsOf(const Sheet& sheet,
+                                      const std::map<const Sheet*, std::size_t>& positions) const
 {
-    if (sheet.kind_ != Sheet::Kind::Worksheet || !sheet.Text()->HasFormulas())
-        return false;
-    const auto& facts = sheet.Text()->Facts();
-    if (facts.ReadsElsewhere)
-        return true;
-    for (std::size_t i = 0; i < sheets_.size(); ++i) {
-        if (changed[i] && !sheets_[i]->isCopy_ &&
-            std::any_of(facts.Sheets.begin(), facts.Sheets.end(), [&](const auto& name) {
-                return SameSheetName(name, sheets_[i]->templateName_);
-            }))
-            return true;
+    builtin::SheetReads reads;
+    const auto* text = sheet.ReadableText();
+    if (text == nullptr || !text->HasFormulas())
+        return reads;
+    reads.everything = text->Facts().ReadsElsewhere;
+    for (const auto& name : text->Facts().Sheets) {
+        if (const Sheet* read = FindOriginal(name))
+            reads.sheets.push_back(positions.at(read));
     }
-    return false;
+    return reads;
 }
 
 std::string Workbook::SheetXml(const Sheet& sheet) const
@@ -99,14 +97,14 @@ TextPatch Workbook::SheetPatch(const Sheet& sheet) const
 {
     const auto& text = *sheet.Text();
     const auto names = NamesFor(&sheet);
-    const auto tables = TablesFor(&sheet);
+    const auto& tables = TablesFor(&sheet);
     TextPatch patch;
     if (!text.References().empty())
         patch.Add(RenameReferences(text.Xml(), text.References(), names, tables));
     const auto rename = [&](const std::string& formula) {
         return RenameInFormula(formula, names, tables).value_or(formula);
     };
-    const bool recalculate = recalculate_[PositionOf(sheet)];
+    const bool recalculate = recalculate_.contains(&sheet);
     if (sheet.IsWritten())
         patch.Add(sheet.cells_->Patch(recalculate, rename));
     else if (recalculate)
@@ -115,7 +113,14 @@ TextPatch Workbook::SheetPatch(const Sheet& sheet) const
     return patch;
 }
 
-TableNames Workbook::TablesFor(const Sheet* owner) const
+const TableNames& Workbook::TablesFor(const Sheet* owner) const
+{
+    const auto known = tables_.find(owner);
+    return known != tables_.end() ? known->second
+                                  : tables_.emplace(owner, CollectTables(owner)).first->second;
+}
+
+TableNames Workbook::CollectTables(const Sheet* owner) const
 {
     TableNames names;
     for (const auto& sheet : sheets_) {
@@ -159,9 +164,11 @@ TextPatch Workbook::SelectionPatch(const Sheet& sheet) const
 
 void Workbook::PutSheets()
 {
+    const bool all = HasCopies() || HasRenamedOriginals() || HasChangedTables();
     for (const auto& sheet : sheets_) {
-        if (sheet->isCopy_ || sheet->kind_ != Sheet::Kind::Worksheet || !NeedsLook(*sheet))
-            continue; // copies were put when they were made
+        const bool needsLook = all || sheet->IsWritten() || recalculate_.contains(sheet.get());
+        if (sheet->isCopy_ || !needsLook || sheet->ReadableText() == nullptr)
+            continue; // copies were put when they were made; what is damaged stays as it is
         auto patch = SheetPatch(*sheet);
         if (patch.Empty())
             continue;
@@ -172,29 +179,33 @@ void Workbook::PutSheets()
     }
 }
 
-bool Workbook::NeedsLook(const Sheet& sheet) const
-{
-    return sheet.IsWritten() || recalculate_[PositionOf(sheet)] || HasCopies() ||
-           HasRenamedOriginals() || HasChangedTables();
-}
-
 void Workbook::PutRenamedParts()
 {
     if (!HasRenamedOriginals() && !HasChangedTables() && templateLinks_.empty())
         return;
     const auto names = NamesFor(nullptr);
-    const auto tables = TablesFor(nullptr);
-    for (const auto& part : templateParts_) {
-        PutRenamedLinks(part, names);
-        const auto type = package_.TypeOf(part);
-        if (part == workbookPart_ || NamesNoSheets(type) || IsWorksheetPart(part))
-            continue;
-        const auto text = ReadText(package_, part);
-        const auto patch =
-            RenameInPart(*text, part, type, FindReferencesIn(package_, part), names, tables);
-        if (!patch.Empty())
-            package_.Put(part, type, patch.Apply(*text));
+    const auto& tables = TablesFor(nullptr);
+    std::set<std::string> done = {PartKey(workbookPart_)}; // worksheets are put by themselves
+    for (const auto& sheet : sheets_) {
+        if (sheet->kind_ == Sheet::Kind::Worksheet)
+            done.insert(PartKey(sheet->part_));
     }
+    for (const auto& part : templateParts_) {
+        UnlessDamaged([&] { PutRenamedLinks(part, names); });
+        if (!done.contains(PartKey(part)) && !NamesNoSheets(package_.TypeOf(part)))
+            UnlessDamaged([&] { PutRenamedPart(part, names, tables); });
+    }
+}
+
+void Workbook::PutRenamedPart(const std::string& part, const SheetNames& names,
+                              const TableNames& tables)
+{
+    const auto type = package_.TypeOf(part);
+    const auto text = ReadText(package_, part);
+    const auto patch =
+        RenameInPart(*text, part, type, FindReferencesIn(package_, part), names, tables);
+    if (!patch.Empty())
+        package_.Put(part, type, patch.Apply(*text));
 }
 
 void Workbook::PutRenamedLinks(const std::string& part, const SheetNames& names)
@@ -204,13 +215,6 @@ void Workbook::PutRenamedLinks(const std::string& part, const SheetNames& names)
         return;
     const auto original = templateLinks_.emplace(part, relationships).first;
     package_.SetRelationships(part, RenameInnerLinks(original->second, names));
-}
-
-bool Workbook::IsWorksheetPart(const std::string& part) const
-{
-    return std::any_of(sheets_.begin(), sheets_.end(), [&](const auto& sheet) {
-        return sheet->kind_ == Sheet::Kind::Worksheet && sheet->part_ == part;
-    });
 }
 
 void Workbook::PutSharedStrings()
@@ -237,8 +241,7 @@ std::vector<SavedSheet> Workbook::SavedSheets() const
 
 void Workbook::PutWorkbookPart()
 {
-    const bool recalculate =
-        std::find(recalculate_.begin(), recalculate_.end(), true) != recalculate_.end();
+    const bool recalculate = !recalculate_.empty();
     if (!recalculate && !HasCopies() && !HasRenamedOriginals() && !HasChangedTables())
         return;
     auto xml = part_->ToXml(
@@ -254,10 +257,12 @@ void Workbook::PutTitles()
     const auto part = relationship ? ResolveTarget("", relationship->Target) : std::string();
     if (!package_.Has(part) || (!HasCopies() && !HasRenamedOriginals()))
         return;
-    const auto xml = package_.ReadXml(part);
-    auto updated = UpdateTitles(*xml, part, templateNames_, SavedSheets());
-    if (updated != *xml)
-        package_.Put(part, package_.TypeOf(part), std::move(updated));
+    UnlessDamaged([&] {
+        const auto xml = package_.ReadXml(part);
+        auto updated = UpdateTitles(*xml, part, templateNames_, SavedSheets());
+        if (updated != *xml)
+            package_.Put(part, package_.TypeOf(part), std::move(updated));
+    });
 }
 
 // The chain lists every formula cell; programs make it anew where it is missing, but not where it
@@ -272,9 +277,29 @@ void Workbook::DropCalculationChain()
     const auto* chain = relationships.FindByType("calcChain");
     if (!wrong || !chain)
         return;
-    package_.Remove(ResolveTarget(workbookPart_, chain->Target));
+    const auto part = ResolveTarget(workbookPart_, chain->Target);
+    if (!chain->External && IsOnlyUsedAsChain(part))
+        package_.Remove(part);
     relationships.Remove(std::string(chain->Id));
     package_.SetRelationships(workbookPart_, std::move(relationships));
+}
+
+/// Whether the part is what it is said to be, and nothing else refers to it.
+bool Workbook::IsOnlyUsedAsChain(const std::string& part) const
+{
+    if (!package_.TypeOf(part).ends_with(".calcChain+xml"))
+        return false;
+    std::size_t users = 0;
+    const auto count = [&](const std::string& owner) {
+        for (const auto& relationship : package_.RelationshipsOf(owner).All()) {
+            if (!relationship.External &&
+                PartKey(ResolveTarget(owner, relationship.Target)) == PartKey(part))
+                ++users;
+        }
+    };
+    for (const auto& owner : package_.RelationshipsOwners())
+        UnlessDamaged([&] { count(owner); });
+    return users == 1;
 }
 
 } // namespace orrery::xlsx

@@ -8,31 +8,62 @@ namespace {
 using Changed = std::vector<bool>;
 
 /// Each sheet reads the one before it, the first reads none.
-bool ReadsTheOneBefore(std::size_t sheet, const Changed& changed)
+SheetReads TheOneBefore(std::size_t sheet)
 {
-    return sheet > 0 && changed[sheet - 1];
+    return sheet > 0 ? SheetReads{false, {sheet - 1}} : SheetReads{};
 }
 
 TEST(SpreadChangesTest, ReachesSheetsThatReadThroughOthers)
 {
-    EXPECT_EQ(SpreadChanges({false, true, false, false}, ReadsTheOneBefore),
+    EXPECT_EQ(SpreadChanges({false, true, false, false}, TheOneBefore),
               (Changed{false, true, true, true}));
 }
 
 TEST(SpreadChangesTest, ReachesSheetsInFrontOfWhatTheyRead)
 {
-    const auto readsTheOneBehind = [](std::size_t sheet, const Changed& changed) {
-        return sheet + 1 < changed.size() && changed[sheet + 1];
+    const auto theOneBehind = [](std::size_t sheet) {
+        return sheet < 3 ? SheetReads{false, {sheet + 1}} : SheetReads{};
     };
-    EXPECT_EQ(SpreadChanges({false, false, false, true}, readsTheOneBehind),
+    EXPECT_EQ(SpreadChanges({false, false, false, true}, theOneBehind),
               (Changed{true, true, true, true}));
+}
+
+TEST(SpreadChangesTest, EndsWhereSheetsReadEachOther)
+{
+    const auto inACircle = [](std::size_t sheet) { return SheetReads{false, {(sheet + 1) % 3}}; };
+    EXPECT_EQ(SpreadChanges({false, true, false}, inACircle), (Changed{true, true, true}));
+}
+
+TEST(SpreadChangesTest, ReachesSheetsThatReadEverythingAndTheirReaders)
+{
+    const auto lastReadsEverything = [](std::size_t sheet) {
+        return sheet == 3   ? SheetReads{true, {}}
+               : sheet == 2 ? SheetReads{false, {3}}
+                            : SheetReads{};
+    };
+    EXPECT_EQ(SpreadChanges({true, false, false, false}, lastReadsEverything),
+              (Changed{true, false, true, true}));
+}
+
+TEST(SpreadChangesTest, AsksEverySheetOnceHoweverLongTheChain)
+{
+    constexpr std::size_t kSheets = 1200;
+    Changed written(kSheets);
+    written.back() = true;
+    std::size_t asked = 0;
+    const auto changed = SpreadChanges(written, [&](std::size_t sheet) {
+        ++asked;
+        return SheetReads{false, {sheet + 1}};
+    });
+    EXPECT_EQ(changed, Changed(kSheets, true));
+    EXPECT_EQ(asked, kSheets - 1);
 }
 
 TEST(SpreadChangesTest, AsksNobodyWhereNothingWasWritten)
 {
-    const auto never = [](std::size_t, const Changed&) {
+    const auto never = [](std::size_t) {
         ADD_FAILURE();
-        return true;
+        return SheetReads{true, {}};
     };
     EXPECT_EQ(SpreadChanges({false, false}, never), (Changed{false, false}));
 }

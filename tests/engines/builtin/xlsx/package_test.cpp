@@ -371,10 +371,14 @@ TEST_F(PackageTest, HasNoRelationshipsWithoutTheirPart)
 
 TEST_F(PackageTest, FindsFreePartNames)
 {
-    EXPECT_EQ(package.FreePartName("/xl/worksheets/sheet", ".xml"), "/xl/worksheets/sheet2.xml");
+    const auto free = [this](std::string_view prefix, std::size_t number = 1) {
+        return package.FreePartName(prefix, ".xml", number);
+    };
+    EXPECT_EQ(free("/xl/worksheets/sheet"), "/xl/worksheets/sheet2.xml");
     package.Put("/XL/Worksheets/Sheet2.xml", kSheetType, kSheet);
-    EXPECT_EQ(package.FreePartName("/xl/worksheets/sheet", ".xml"), "/xl/worksheets/sheet3.xml");
-    EXPECT_EQ(package.FreePartName("/xl/drawings/drawing", ".xml"), "/xl/drawings/drawing1.xml");
+    EXPECT_EQ(free("/xl/worksheets/sheet"), "/xl/worksheets/sheet3.xml");
+    EXPECT_EQ(free("/xl/worksheets/sheet", 7), "/xl/worksheets/sheet7.xml");
+    EXPECT_EQ(free("/xl/drawings/drawing"), "/xl/drawings/drawing1.xml");
 }
 
 TEST_F(PackageTest, SavesUnchangedPartsBitForBit)

@@ -68,10 +68,31 @@ TEST(Relationships, UnchangedStayAsTheyWere)
     EXPECT_EQ(Parse(xml).ToXml(), xml);
 }
 
+TEST(Relationships, NewIdsAreFreeHoweverOthersAreNumbered)
+{
+    Relationships all = Parse(kHead +
+                              "<Relationship Id=\"rId2\" Type=\"a\" Target=\"b\"/>"
+                              "<Relationship Id=\"rId3\" Type=\"a\" Target=\"b\"/>" +
+                              kEnd);
+    EXPECT_EQ(all.Add("a", "c"), "rId4");
+    EXPECT_EQ(all.DuplicateId(), nullptr);
+}
+
+TEST(Relationships, TellsAnIdThatIsThereTwice)
+{
+    const std::string twice = "<Relationship Id=\"x\" Type=\"a\" Target=\"b\"/>"
+                              "<Relationship Id=\"x\" Type=\"a\" Target=\"c\"/>";
+    Relationships all = Parse(kHead + twice + kEnd);
+    ASSERT_NE(all.DuplicateId(), nullptr);
+    EXPECT_EQ(*all.DuplicateId(), "x");
+    all.Change();
+    EXPECT_EQ(all.ToXml(), kHead + twice + kEnd) << "both stay";
+}
+
 TEST(Relationships, ChangesOnlyWhatChanged)
 {
     Relationships all = Parse(kHead + kSheetRelation + kLink + kEnd);
-    all.All()[0].Target = "worksheets/sheet2.xml";
+    all.Change()[0].Target = "worksheets/sheet2.xml";
     EXPECT_EQ(all.ToXml(), kHead +
                                "<Relationship Id=\"rId1\" Type=\"http://x/worksheet\" "
                                "Target=\"worksheets/sheet2.xml\"/>" +
@@ -111,7 +132,7 @@ TEST(Relationships, NewOnesAreAWholePart)
 {
     Relationships all;
     all.Add("t/x", "x.xml");
-    all.All()[0].External = true;
+    all.Change()[0].External = true;
     EXPECT_EQ(all.ToXml(), kHead +
                                "<Relationship Id=\"rId1\" Type=\"t/x\" Target=\"x.xml\" "
                                "TargetMode=\"External\"/>" +

@@ -1,0 +1,180 @@
+#include "engines/builtin/xlsx/copy_plan.h"
+
+#include "engines/builtin/xlsx/part_names.h"
+#include "util/error.h"
+#include "util/paths.h"
+
+#include <algorithm>
+#include <array>
+#include <deque>
+#include <optional>
+#include <set>
+
+namespace orrery::xlsx {
+namespace {
+
+// Targets that stay one for the whole workbook, however many sheets point at them.
+constexpr std::array<std::string_view, 17> kShared = {"image",
+                                                      "hdphoto",
+                                                      "media",
+                                                      "audio",
+                                                      "video",
+                                                      "theme",
+                                                      "styles",
+                                                      "sharedStrings",
+                                                      "worksheet",
+                                                      "chartsheet",
+                                                      "person",
+                                                      "customXml",
+                                                      "externalLink",
+                                                      "externalLinkPath",
+                                                      "slicerCache",
+                                                      "timelineCache",
+                                                      "pivotCacheDefinition"};
+
+bool IsShared(const Relationship& relationship)
+{
+    return std::any_of(kShared.begin(), kShared.end(),
+                       [&](std::string_view type) { return relationship.Is(type); });
+}
+
+/// The part that a relationship of `part` owns; nothing where it owns none.
+std::optional<std::string> OwnedBy(const Package& package, const std::string& part,
+                                   const Relationship& relationship)
+{
+    if (relationship.External || IsShared(relationship) || IsInnerLink(relationship))
+        return std::nullopt;
+    auto target = ResolveTarget(part, relationship.Target);
+    return package.Has(target) && package.CanBeOwned(target) ? std::optional(std::move(target))
+                                                             : std::nullopt;
+}
+
+void CheckIds(const Package& package, const std::string& part, const Relationships& relationships)
+{
+    if (const std::string* id = relationships.DuplicateId()) {
+        throw util::Error(util::ErrorKind::DamagedWorkbook, util::FromPath(package.Path()),
+                          RelationshipsPartName(part) + ": the relationship \"" + *id +
+                              "\" is there twice");
+    }
+}
+
+/// "/xl/charts/chart12.xml" is numbered between "/xl/charts/chart" and ".xml".
+std::pair<std::string, std::string> SplitAtNumber(const std::string& part)
+{
+    const auto slash = part.rfind('/');
+    auto dot = part.find('.', slash + 1);
+    if (dot == std::string::npos)
+        dot = part.size();
+    auto digits = dot;
+    while (digits > slash + 1 && part[digits - 1] >= '0' && part[digits - 1] <= '9')
+        --digits;
+    return {part.substr(0, digits), part.substr(dot)};
+}
+
+/// Walks from a sheet along the relationships, each part once; a chain of any length does.
+class Planner {
+public:
+    Planner(const Package& package, PartNumbers& numbers) : package_(package), numbers_(numbers) {}
+
+    CopyPlan Plan(const std::string& sheet)
+    {
+        Enter(sheet);
+        while (!open_.empty()) {
+            const Place place = open_.back();
+            if (place.next == plan_.parts[place.part].relationships->All().size()) {
+                plan_.steps.push_back({place.part, true});
+                open_.pop_back();
+                continue;
+            }
+            ++open_.back().next;
+            Follow(place);
+        }
+        return std::move(plan_);
+    }
+
+private:
+    struct Place { // in the relationships of a part
+        std::size_t part = 0;
+        std::size_t next = 0;
+    };
+
+    std::size_t Enter(const std::string& part)
+    {
+        CheckIds(package_, part, package_.RelationshipsOf(part));
+        const std::size_t index = plan_.parts.size();
+        found_.emplace(PartKey(part), index);
+        plan_.parts.push_back({part, NameLike(part), package_.ShareRelationshipsOf(part), {}});
+        plan_.size += package_.SizeOf(part) + package_.SizeOf(RelationshipsPartName(part));
+        plan_.steps.push_back({index, false});
+        open_.push_back({index, 0});
+        return index;
+    }
+
+    void Follow(const Place& place)
+    {
+        const Relationship& relationship = plan_.parts[place.part].relationships->All()[place.next];
+        const auto target = OwnedBy(package_, plan_.parts[place.part].original, relationship);
+        if (!target)
+            return;
+        const auto known = found_.find(PartKey(*target));
+        const std::size_t owned = known != found_.end() ? known->second : Enter(*target);
+        PlannedPart& part = plan_.parts[place.part];
+        const std::string& copy = plan_.parts[owned].copy;
+        part.targets.emplace_back(place.next, relationship.Target.starts_with('/')
+                                                  ? copy
+                                                  : RelativeTarget(part.copy, copy));
+    }
+
+    std::string NameLike(const std::string& part)
+    {
+        const auto [prefix, suffix] = SplitAtNumber(part);
+        std::size_t& number =
+            numbers_.try_emplace(PartKey(prefix) + '\n' + suffix, 1).first->second;
+        while (true) {
+            auto name = package_.FreePartName(prefix, suffix, number);
+            ++number;
+            if (taken_.insert(PartKey(name)).second)
+                return name;
+        }
+    }
+
+    const Package& package_;
+    PartNumbers& numbers_;
+    CopyPlan plan_;
+    std::set<std::string> taken_;              // by PartKey
+    std::map<std::string, std::size_t> found_; // by PartKey
+    std::vector<Place> open_;
+};
+
+} // namespace
+
+CopyPlan PlanCopy(const Package& package, const std::string& sheet, PartNumbers& numbers)
+{
+    return Planner(package, numbers).Plan(sheet);
+}
+
+std::vector<std::string> OwnedParts(const Package& package, const std::string& sheet)
+{
+    std::vector<std::string> found;
+    std::set<std::string> seen = {PartKey(sheet)};
+    std::deque<std::string> open = {sheet};
+    while (!open.empty()) {
+        const std::string part = std::move(open.front());
+        open.pop_front();
+        for (const auto& relationship : package.RelationshipsOf(part).All()) {
+            auto owned = OwnedBy(package, part, relationship);
+            if (!owned || !seen.insert(PartKey(*owned)).second)
+                continue;
+            open.push_back(*owned);
+            found.push_back(std::move(*owned));
+        }
+    }
+    return found;
+}
+
+bool IsInnerLink(const Relationship& relationship)
+{
+    return relationship.Is("hyperlink") && relationship.Target.starts_with('#');
+}
+
+} // namespace orrery::xlsx

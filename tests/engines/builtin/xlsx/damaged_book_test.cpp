@@ -1,0 +1,340 @@
+// Workbooks that are damaged, or odd, in one place: what a calendar touches is refused and leaves
+// the workbook as it was, what it does not touch stays as it is.
+
+#include "built_book.h"
+#include "engines/builtin/xlsx/workbook.h"
+#include "saved_package.h"
+#include "util/error.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace orrery::xlsx {
+namespace {
+
+using generate::AccessMode;
+using generate::CellMember;
+using generate::CellValue;
+using test::BuiltBook;
+using test::SavedPackage;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+using util::ErrorKind;
+
+constexpr const char* kSheet = "xl/worksheets/sheet1.xml";
+constexpr const char* kSheetLinks = "xl/worksheets/_rels/sheet1.xml.rels";
+
+class DamagedBookTest : public testing::Test {
+protected:
+    /// Opens the workbook as it is now.
+    Workbook& Open()
+    {
+        workbook_.reset();
+        workbook_ = std::make_unique<Workbook>(book.WriteTo(folder_));
+        return *workbook_;
+    }
+    generate::Worksheet& Model() { return *workbook_->FindWorksheet("Model"); }
+    void Write(generate::Worksheet& sheet, std::int32_t row = 2)
+    {
+        sheet.SetCell(row, 2, CellValue(std::string("text")), CellMember::Default);
+        sheet.SetCell(row, 3, CellValue(std::int16_t{7}), CellMember::Value);
+    }
+    void CopyModel() { Model().CopyAfter(Model()); }
+    SavedPackage Save()
+    {
+        workbook_->SaveAs(folder_ / "saved.xlsx", AccessMode::NoChange);
+        return SavedPackage(folder_ / "saved.xlsx");
+    }
+    /// The error of an action, which has to name the template.
+    util::Error ErrorOf(const std::function<void()>& action)
+    {
+        try {
+            action();
+        }
+        catch (const util::Error& error) {
+            EXPECT_THAT(error.Subject(), HasSubstr("template.xlsx"));
+            return error;
+        }
+        ADD_FAILURE() << "no error";
+        return util::Error(ErrorKind::WrongUsage);
+    }
+    void GiveTheModel(const std::string& type, const std::string& target)
+    {
+        book.Put(kSheetLinks, BuiltBook::Links({{type, target}}));
+    }
+
+    BuiltBook book;
+
+private:
+    testing_support::ScratchFolder folder_;
+    std::unique_ptr<Workbook> workbook_;
+};
+
+TEST_F(DamagedBookTest, ACopyThatFailsLeavesNothingBehind)
+{
+    book.Put("xl/drawings/drawing1.xml", "<a><b></a>", "drawing");
+    book.Put("xl/printer1.bin", "settings");
+    book.Put(kSheetLinks, BuiltBook::Links({{"printerSettings", "../printer1.bin"},
+                                            {"drawing", "../drawings/drawing1.xml"}}));
+    Open();
+    for (int i = 0; i < 2; ++i) {
+        const auto error = ErrorOf([this] { CopyModel(); });
+        EXPECT_EQ(error.Kind(), ErrorKind::DamagedWorkbook);
+        EXPECT_THAT(error.Cause(), HasSubstr("/xl/drawings/drawing1.xml"));
+    }
+    EXPECT_EQ(Model().Next(), nullptr);
+    Model().SetName("January");
+    Write(*Open().FindWorksheet("Model"));
+    const auto saved = Save();
+    EXPECT_THAT(saved.NamesWith("xl/worksheets/"), ElementsAre(kSheet));
+    EXPECT_THAT(saved.NamesWith("xl/printer"), SizeIs(1));
+    EXPECT_EQ(saved.Bytes("xl/drawings/drawing1.xml"), "<a><b></a>");
+    EXPECT_THAT(saved.Cells(kSheet), SizeIs(2));
+}
+
+TEST_F(DamagedBookTest, TheRunGoesOnAfterACopyThatFailed)
+{
+    book.Put("xl/drawings/drawing1.xml", "<a><b></a>", "drawing");
+    GiveTheModel("drawing", "../drawings/drawing1.xml");
+    Open();
+    ErrorOf([this] { CopyModel(); });
+    Write(Model());
+    EXPECT_THAT(Save().Cells(kSheet), SizeIs(2));
+}
+
+TEST_F(DamagedBookTest, APartIsCopiedOnceHoweverItIsSpelled)
+{
+    book.Put("xl/printer1.bin", "settings");
+    std::vector<std::pair<std::string, std::string>> links;
+    for (const char* spelled : {"../printer1.bin", "../PRINTER1.bin", "../%70rinter1.bin",
+                                ".././printer1.bin", "/xl//printer1.bin", "..\\printer1.bin"})
+        links.emplace_back("printerSettings", spelled);
+    book.Put(kSheetLinks, BuiltBook::Links(links));
+    Open();
+    CopyModel();
+    EXPECT_THAT(Save().NamesWith("xl/printer"), SizeIs(2));
+}
+
+TEST_F(DamagedBookTest, PartsMayOwnEachOtherInARing)
+{
+    const auto ring = BuiltBook::Links({{"oleObject", "part2.bin"}, {"x", "part1.bin"}});
+    book.Put("xl/part1.bin", "1").Put("xl/part2.bin", "2");
+    book.Put("xl/_rels/part1.bin.rels", ring).Put("xl/_rels/part2.bin.rels", ring);
+    GiveTheModel("oleObject", "../part1.bin");
+    Open();
+    CopyModel();
+    const auto saved = Save();
+    EXPECT_THAT(saved.NamesWith("xl/part"), SizeIs(4));
+    std::vector<std::string> targets;
+    for (const auto& target : saved.Targets("xl/part3.bin"))
+        targets.push_back(target.target);
+    EXPECT_THAT(targets, ElementsAre("xl/part4.bin", "xl/part3.bin"));
+}
+
+TEST_F(DamagedBookTest, AChainOfPartsIsFollowedToAnyLength)
+{
+    constexpr int kParts = 12000;
+    for (int i = 1; i <= kParts; ++i) {
+        const auto number = std::to_string(i);
+        book.Part("xl/chain" + number + ".bin").content = "x";
+        if (i < kParts)
+            book.Part("xl/_rels/chain" + number + ".bin.rels").content =
+                BuiltBook::Links({{"x", "chain" + std::to_string(i + 1) + ".bin"}});
+    }
+    GiveTheModel("x", "../chain1.bin");
+    Open();
+    CopyModel();
+    EXPECT_THAT(Save().NamesWith("xl/chain"), SizeIs(2 * kParts));
+    // A second copy would need more parts than a container can list.
+    const auto error = ErrorOf([this] { CopyModel(); });
+    EXPECT_EQ(error.Kind(), ErrorKind::TooLargeOutput);
+    EXPECT_THAT(error.Cause(), HasSubstr("65,535 parts"));
+}
+
+TEST_F(DamagedBookTest, NeitherTheWorkbookNorRelationshipsBelongToASheet)
+{
+    book.Put(kSheetLinks, BuiltBook::Links({{"x", "../workbook.xml"},
+                                            {"x", "../_rels/workbook.xml.rels"},
+                                            {"x", "/[Content_Types].xml"}}));
+    Open();
+    CopyModel();
+    EXPECT_THAT(Save().NamesWith("xl/workbook"), ElementsAre("xl/workbook.xml"));
+}
+
+TEST_F(DamagedBookTest, ASheetIsNotCopiedWithARelationshipThatIsThereTwice)
+{
+    auto links =
+        BuiltBook::Links({{"printerSettings", "../a.bin"}, {"printerSettings", "../b.bin"}});
+    links.replace(links.find("rId2"), 4, "rId1");
+    book.Put("xl/a.bin", "a").Put("xl/b.bin", "b").Put(kSheetLinks, links);
+    Open();
+    EXPECT_THAT(ErrorOf([this] { CopyModel(); }).Cause(), HasSubstr("\"rId1\" is there twice"));
+}
+
+TEST_F(DamagedBookTest, ASheetIsNotCopiedWithTwoTablesOfOneName)
+{
+    const std::string table =
+        "<table xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" id=\"1\" "
+        "name=\"T\" displayName=\"T\" ref=\"A1:A2\"/>";
+    book.Put("xl/table1.xml", table, "table").Put("xl/table2.xml", table, "table");
+    book.Put(kSheetLinks,
+             BuiltBook::Links({{"table", "../table1.xml"}, {"table", "../table2.xml"}}));
+    Open();
+    EXPECT_THAT(ErrorOf([this] { CopyModel(); }).Cause(), HasSubstr("\"T\""));
+}
+
+TEST_F(DamagedBookTest, WhatNoCalendarTouchesStaysAsItIs)
+{
+    const std::string sheet = BuiltBook::Worksheet("<sheetData><row r=\"1\"></sheetData>");
+    book.Put("xl/worksheets/sheet2.xml", sheet, "worksheet");
+    book.Put("xl/charts/chart1.xml", "<c:chart/>", "drawing");
+    book.Put("docProps/app.xml", "<Properties><", "extended-properties");
+    book.Put("_rels/.rels", BuiltBook::Links({{"officeDocument", "xl/workbook.xml"},
+                                              {"extended-properties", "docProps/app.xml"}}));
+    book.Put("xl/workbook.xml",
+             BuiltBook::Workbook("<sheets>" + BuiltBook::Sheet("Model", "1", "rId1") +
+                                 BuiltBook::Sheet("Other", "2", "rId2") + "</sheets>"));
+    book.Put("xl/_rels/workbook.xml.rels",
+             BuiltBook::Links(
+                 {{"worksheet", "worksheets/sheet1.xml"}, {"worksheet", "worksheets/sheet2.xml"}}));
+    Open();
+    Write(Model());
+    CopyModel();
+    Model().SetName("January");
+    const auto saved = Save();
+    EXPECT_EQ(saved.Bytes("xl/worksheets/sheet2.xml"), sheet);
+    EXPECT_EQ(saved.Bytes("xl/charts/chart1.xml"), "<c:chart/>");
+    EXPECT_EQ(saved.Bytes("docProps/app.xml"), "<Properties><");
+}
+
+TEST_F(DamagedBookTest, AWrongChecksumIsFoundBeforeTheOutputIsTouched)
+{
+    book.Put("xl/media/image1.png", "picture");
+    book.Part("xl/media/image1.png").declaredChecksum = 1;
+    Open();
+    Write(Model());
+    const auto error = ErrorOf([this] { Save(); });
+    EXPECT_EQ(error.Kind(), ErrorKind::DamagedWorkbook);
+    EXPECT_THAT(error.Cause(), HasSubstr("xl/media/image1.png"));
+}
+
+TEST_F(DamagedBookTest, TextsThatAreGoneAreNotReplacedByNewOnes)
+{
+    book.Put("xl/_rels/workbook.xml.rels", BuiltBook::Links({{"worksheet", "worksheets/sheet1.xml"},
+                                                             {"sharedStrings", "strings.xml"}}));
+    Open();
+    for (int i = 0; i < 2; ++i)
+        EXPECT_THAT(ErrorOf([this] { Write(Model()); }).Cause(), HasSubstr("/xl/strings.xml"));
+    EXPECT_THAT(Save().NamesWith("xl/strings"), IsEmpty());
+}
+
+TEST_F(DamagedBookTest, TwoSheetsCannotBeOnePart)
+{
+    book.Put("xl/workbook.xml",
+             BuiltBook::Workbook("<sheets>" + BuiltBook::Sheet("Model", "1", "rId1") +
+                                 BuiltBook::Sheet("Twin", "2", "rId1") + "</sheets>"));
+    EXPECT_THAT(ErrorOf([this] { Open(); }).Cause(), HasSubstr("\"Model\" and \"Twin\""));
+}
+
+TEST_F(DamagedBookTest, APartIsNotThereTwiceUnderAnotherSpelling)
+{
+    book.Put("./xl/workbook.xml", "<other/>");
+    EXPECT_THAT(ErrorOf([this] { Open(); }).Cause(), HasSubstr("/xl/workbook.xml is there twice"));
+}
+
+struct ChainCase {
+    const char* name;
+    const char* owner;
+    bool stays;
+};
+class CalculationChainTest : public DamagedBookTest,
+                             public testing::WithParamInterface<ChainCase> {};
+TEST_P(CalculationChainTest, GoesUnlessSomethingElseRefersToIt)
+{
+    book.Put(kSheet, BuiltBook::Worksheet("<sheetData><row r=\"2\"><c r=\"B2\"><f>1</f></c></row>"
+                                          "</sheetData>"));
+    book.Put("xl/calcChain.xml", "<calcChain/>", "calcChain");
+    book.Put("xl/_rels/workbook.xml.rels", BuiltBook::Links({{"worksheet", "worksheets/sheet1.xml"},
+                                                             {"calcChain", "calcChain.xml"}}));
+    if (*GetParam().owner != '\0')
+        book.Put(GetParam().owner, BuiltBook::Links({{"theme", "/xl/calcChain.xml"}}));
+    Open();
+    Write(Model());
+    const auto saved = Save();
+    EXPECT_EQ(saved.Has("xl/calcChain.xml"), GetParam().stays);
+    EXPECT_THAT(saved.Bytes("xl/_rels/workbook.xml.rels"), Not(HasSubstr("calcChain")));
+}
+INSTANTIATE_TEST_SUITE_P(
+    Owners, CalculationChainTest,
+    testing::Values(ChainCase{"NothingElse", "", false}, ChainCase{"TheSheet", kSheetLinks, true},
+                    ChainCase{"RelationshipsOfNoPart", "docProps/_rels/core.xml.rels", true}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(DamagedBookTest, APartThatIsNoChainStaysWhateverCallsItOne)
+{
+    book.Put(kSheet, BuiltBook::Worksheet("<sheetData><row r=\"2\"><c r=\"B2\"><f>1</f></c></row>"
+                                          "</sheetData>"));
+    book.Put("xl/_rels/workbook.xml.rels",
+             BuiltBook::Links({{"worksheet", "worksheets/sheet1.xml"},
+                               {"calcChain", "worksheets\\sheet1.xml"}}));
+    Open();
+    Write(Model());
+    EXPECT_TRUE(Save().Has(kSheet));
+}
+
+struct SheetIdCase {
+    const char* name;
+    const char* id;
+    const char* copy;
+};
+class SheetIdTest : public DamagedBookTest, public testing::WithParamInterface<SheetIdCase> {};
+TEST_P(SheetIdTest, OfACopyIsFreeAndInRange)
+{
+    book.Put("xl/workbook.xml",
+             BuiltBook::Workbook("<sheets>" + BuiltBook::Sheet("Model", GetParam().id, "rId1") +
+                                 "</sheets>"));
+    Open();
+    CopyModel();
+    EXPECT_THAT(Save().Values("xl/workbook.xml", "//sheet[@name='Model (2)']/@sheetId"),
+                ElementsAre(GetParam().copy));
+}
+INSTANTIATE_TEST_SUITE_P(Ids, SheetIdTest,
+                         testing::Values(SheetIdCase{"Next", "7", "8"},
+                                         SheetIdCase{"Reference", "&#49;", "2"},
+                                         SheetIdCase{"LastThatIsTaken", "65533", "65534"},
+                                         SheetIdCase{"BeyondTheLast", "65534", "1"},
+                                         SheetIdCase{"LargestNumber", "4294967295", "1"}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(DamagedBookTest, PlacesMayBeWrittenWithReferences)
+{
+    book.Put(kSheet,
+             BuiltBook::Worksheet(
+                 "<sheetData><row r=\"&#x32;\"><c r=\"&#66;&#x32;\" t=\"&#115;\"><v>0</v></c>"
+                 "</row></sheetData><mergeCells><mergeCell ref=\"C2&#58;D2\"/></mergeCells>"));
+    Open();
+    Write(Model());
+    Model().SetCell(2, 4, CellValue(std::int16_t{9}), CellMember::Value);
+    const auto cells = Save().Cells(kSheet);
+    ASSERT_THAT(cells, SizeIs(2)) << "D2 lies in the merged area";
+    EXPECT_EQ(cells[1].reference, "C2");
+    EXPECT_EQ(cells[1].value, "7");
+}
+
+TEST_F(DamagedBookTest, ARowThatIsCountedGetsItsNumberOnce)
+{
+    book.Put(kSheet, BuiltBook::Worksheet("<sheetData><row><c r=\"A40\"/></row></sheetData>"));
+    Open();
+    Write(Model(), 38);
+    Write(Model(), 39);
+    EXPECT_THAT(Save().Values(kSheet, "//row/@r"), ElementsAre("38", "39", "40"));
+}
+
+} // namespace
+} // namespace orrery::xlsx

@@ -4,6 +4,7 @@
 #include "generate/month_block.h"
 #include "util/checked.h"
 #include "util/error.h"
+#include "util/error_text.h"
 
 #include <exception>
 #include <string>
@@ -64,8 +65,16 @@ bool NameAfterMonth(Worksheet& sheet, std::int16_t list, std::int16_t month,
     }
 }
 
-/// The copy placed directly after the sheet, or nullptr when it cannot be made.
-Worksheet* CopyAfterItself(Worksheet& sheet)
+/// What lies beneath an error that ends up as the cause of another.
+std::string CauseOf(const std::exception& error)
+{
+    const auto* const own = dynamic_cast<const Error*>(&error);
+    return own != nullptr && !own->Cause().empty() ? own->Cause() : util::ErrorText(error);
+}
+
+/// The copy placed directly after the sheet, or nullptr when it cannot be made; `obstacle` then
+/// says why.
+Worksheet* CopyAfterItself(Worksheet& sheet, std::string& obstacle)
 {
     try {
         sheet.CopyAfter(sheet);
@@ -74,39 +83,46 @@ Worksheet* CopyAfterItself(Worksheet& sheet)
     catch (const std::exception& error) {
         if (IsLoss(error))
             throw;
-        return nullptr; // silent by design: the months then go to the sheets that are there
+        // Silent by design: the months then go to the sheets that are there.
+        obstacle = CauseOf(error);
+        return nullptr;
     }
 }
 
-void MakeMonthSheets(Worksheet& model, std::int16_t list, const model::NameTables& names)
+/// Why not all sheets could be made; empty where they were.
+std::string MakeMonthSheets(Worksheet& model, std::int16_t list, const model::NameTables& names)
 {
+    std::string obstacle;
     NameAfterMonth(model, list, 1, names); // no second list for the model sheet
     Worksheet* current = &model;
     for (std::int16_t month = 2; month <= kMonths; ++month) {
-        Worksheet* const copy = CopyAfterItself(*current);
+        Worksheet* const copy = CopyAfterItself(*current, obstacle);
         if (copy == nullptr)
             continue;
         current = copy;
         if (!NameAfterMonth(*current, list, month, names))
             NameAfterMonth(*current, kFallbackList, month, names);
     }
+    return obstacle;
 }
 
-Worksheet& SheetAfter(Worksheet& sheet)
+/// The next sheet. Where there is none the sheets could not be made, for the reason given.
+Worksheet& SheetAfter(Worksheet& sheet, const std::string& obstacle)
 {
     Worksheet* const next = sheet.Next();
     if (next == nullptr)
-        throw Error(util::ErrorKind::SheetNotCopied, sheet.Name());
+        throw Error(util::ErrorKind::SheetNotCopied, sheet.Name(), obstacle);
     return *next;
 }
 
 void FillMonthSheets(Worksheet& first, std::int16_t year,
-                     const model::MonthlyParameters& parameters, Context& context)
+                     const model::MonthlyParameters& parameters, const std::string& obstacle,
+                     Context& context)
 {
     Worksheet* sheet = &first;
     for (std::int16_t month = 1; month <= kMonths; ++month) {
         if (month > 1)
-            sheet = &SheetAfter(*sheet);
+            sheet = &SheetAfter(*sheet, obstacle);
         FillAndTell(*sheet, year, month, CalendarKind::Monthly, parameters, context);
         TellSheet(*sheet, context);
     }
@@ -177,9 +193,9 @@ void MakeMonthlyCalendar(Workbook& workbook, std::int16_t year,
         Worksheet* const sheet = FindModelSheet(workbook, parameters.SheetName, context);
         if (sheet == nullptr)
             return;
-        MakeMonthSheets(*sheet, parameters.MonthName, context.names);
+        const auto obstacle = MakeMonthSheets(*sheet, parameters.MonthName, context.names);
         PrepareHolidays(year, parameters, context);
-        FillMonthSheets(*sheet, year, parameters, context);
+        FillMonthSheets(*sheet, year, parameters, obstacle, context);
     }
     catch (const std::exception& error) {
         ReportFailure("Error in making monthly calendar.", error, context);

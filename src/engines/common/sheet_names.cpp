@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <unordered_set>
 
 namespace orrery::engines {
 namespace {
@@ -170,11 +171,13 @@ void CheckSheetName(std::string_view name, const std::vector<std::string>& other
 std::string CopyName(std::string_view name, const std::vector<std::string>& taken)
 {
     const std::string_view base = WithoutCopyNumber(name);
+    std::unordered_set<std::string> folded;
+    for (const std::string& other : taken)
+        folded.insert(FoldCase(other));
     for (std::size_t number = 2;; ++number) {
         const std::string suffix = " (" + std::to_string(number) + ")";
         std::string candidate = std::string(CutToUnits(base, kMaxUnits - suffix.size())) + suffix;
-        if (std::none_of(taken.begin(), taken.end(),
-                         [&](const std::string& other) { return SameSheetName(other, candidate); }))
+        if (!folded.contains(FoldCase(candidate)))
             return candidate;
     }
 }

@@ -6,23 +6,21 @@
 #include "util/paths.h"
 
 #include <algorithm>
-#include <cctype>
+#include <charconv>
 
 namespace orrery::xlsx {
 namespace {
-
-bool IsHexDigit(char c)
-{
-    return std::isxdigit(static_cast<unsigned char>(c)) != 0;
-}
 
 std::string DecodePercent(std::string_view text)
 {
     std::string decoded;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto hex = text.substr(i + 1, 2);
-        if (text[i] == '%' && hex.size() == 2 && IsHexDigit(hex[0]) && IsHexDigit(hex[1])) {
-            decoded += static_cast<char>(std::stoi(std::string(hex), nullptr, 16));
+        unsigned code = 0;
+        const char* const end = hex.data() + hex.size();
+        const auto [behind, error] = std::from_chars(hex.data(), end, code, 16);
+        if (text[i] == '%' && hex.size() == 2 && error == std::errc() && behind == end) {
+            decoded += static_cast<char>(code);
             i += 2;
         }
         else {

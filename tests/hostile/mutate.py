@@ -1,0 +1,84 @@
+#!/usr/bin/env python3
+"""Runs the program over mutated workbooks and judges what it does.
+
+usage: mutate.py --cli PROGRAM --corpus FOLDER [--sanitized] [--cases N] [--seed S] [--only KIND]
+                 [--keep DIR] [--jobs N]
+
+The seeds S, S + 1, ... give the cases; failing inputs are left in the folder DIR. Exit code 0: no
+failure; 1: failures; 77: there is no corpus, and the project's own workbooks passed.
+"""
+
+import argparse
+import functools
+import os
+import shutil
+import sys
+import tempfile
+import time
+
+import cases
+import runner
+from judge import Program
+
+_ROOT = os.path.normpath(os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", ".."))
+_OWN = ("data/template", "tests/engines/builtin/xlsx/data", "tests/engines/builtin/xls/data",
+        "tests/fidelity/data")
+SKIPPED = 77
+
+
+def own_workbooks():
+    """The project's own templates and fixtures."""
+    return [os.path.join(_ROOT, folder, name) for folder in _OWN
+            for name in os.listdir(os.path.join(_ROOT, folder))
+            if name.endswith((".xlsx", ".xls")) and "password" not in name
+            and "encrypted" not in name]
+
+
+def corpus_is_absent(folder, what):
+    """Says loudly that the project's own workbooks are used; whether that is a failure."""
+    print("*" * 78)
+    print(f"*** NO {what} at {folder}: the project's own workbooks are used.")
+    print("*" * 78)
+    return bool(os.environ.get("CI") or os.environ.get("ORRERY_REQUIRE_CORPUS"))
+
+
+def read_options(description):
+    parser = argparse.ArgumentParser(description=description)
+    parser.add_argument("--cli", required=True)
+    parser.add_argument("--sanitized", action="store_true", help="the program has sanitizers")
+    parser.add_argument("--keep", default="", help="folder for the workbooks that fail")
+    parser.add_argument("--jobs", type=int, default=2)
+    return parser
+
+
+def main():
+    parser = read_options(__doc__.splitlines()[0])
+    parser.add_argument("--corpus", required=True)
+    parser.add_argument("--cases", type=int, default=200)
+    parser.add_argument("--seed", type=int, default=1)
+    options = parser.parse_args()
+    absent = not os.path.isdir(options.corpus)
+    if absent and corpus_is_absent(options.corpus, "CORPUS"):
+        return 1
+    begin = time.monotonic()
+    found = cases.templates(options.corpus, own_workbooks())
+    work = tempfile.mkdtemp(prefix="orrery-hostile-")
+    try:
+        outcomes = runner.judge_all(
+            Program([os.path.abspath(options.cli)], options.sanitized),
+            functools.partial(cases.make, found=found),
+            range(options.seed, options.seed + options.cases), work,
+            options.keep or os.path.join(work, "kept"), options.jobs)
+    finally:
+        shutil.rmtree(work, ignore_errors=True)
+    runner.print_table(outcomes)
+    runner.print_failures(outcomes)
+    print(f"{len(runner.failing(outcomes))} of {len(outcomes)} workbooks fail, "
+          f"{time.monotonic() - begin:.0f} s")
+    if runner.failing(outcomes):
+        return 1
+    return SKIPPED if absent else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

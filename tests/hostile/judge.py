@@ -19,12 +19,16 @@ _SANITIZER_CODE = 99
 
 @dataclass
 class Program:
-    """What is run: a command, and whether sanitizers look at it."""
+    """What is run: a command, whether sanitizers look at it, and its limits where they are not the
+    usual ones."""
 
     command: list
     is_sanitized: bool = False
+    own_limits: object = None
 
     def limits(self):
+        if self.own_limits:
+            return self.own_limits
         if self.is_sanitized:
             return Limits(seconds=20, wall_seconds=200, addresses=0)
         return Limits()

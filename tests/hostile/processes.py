@@ -76,5 +76,6 @@ class Processes:
 
 
 def limit_own_memory(limit=3 << 30):
-    """For processes that read hostile files: what asks for more gets a MemoryError."""
-    resource.setrlimit(resource.RLIMIT_AS, (limit, limit))
+    """For processes that read hostile files: what asks for more gets a MemoryError. Programs that
+    they start may lift the limit."""
+    resource.setrlimit(resource.RLIMIT_AS, (limit, resource.getrlimit(resource.RLIMIT_AS)[1]))

@@ -1,11 +1,12 @@
 """Judges many workbooks side by side and sums up what became of them."""
 
 import multiprocessing
+import multiprocessing.util
 import os
 import shlex
 import shutil
-import signal
 import tempfile
+import time
 import traceback
 from collections import Counter, defaultdict
 from dataclasses import dataclass, field
@@ -14,6 +15,7 @@ import reopen
 from judge import Failure, Judge
 from processes import Processes, limit_own_memory
 from scratch import Scratch
+from slow_readers import SlowReaders
 
 
 @dataclass
@@ -29,7 +31,6 @@ class Outcome:
     message: str = ""
     readers: list = field(default_factory=list)   # those that judged the output
     failures: list = field(default_factory=list)
-    kept: tuple = ()     # (input, output) for readers that judge later
 
 
 class Worker:
@@ -37,19 +38,22 @@ class Worker:
 
     current = None
 
-    def __init__(self, program, folder, kept):
-        signal.signal(signal.SIGINT, signal.SIG_IGN)
+    def __init__(self, program, folder, kept, slow_end):
         place = Scratch(tempfile.mkdtemp(prefix="scratch-", dir=folder))
         self.processes = Processes(place.place("printed"))
         self.judge = Judge(program, place, self.processes)
         self.folder, self.kept = tempfile.mkdtemp(prefix="inputs-", dir=folder), kept
+        self.slow_readers = None
+        if slow_end:
+            self.slow_readers = SlowReaders(self.folder, self.processes, slow_end)
+            multiprocessing.util.Finalize(self, self.slow_readers.close, exitpriority=10)
         limit_own_memory()
 
     @classmethod
     def start(cls, *arguments):
         cls.current = cls(*arguments)
 
-    def outcome(self, case, keeps_output):
+    def outcome(self, case, number):
         """Judges a case: something with file_name, data, parameters, mutations and told()."""
         path = os.path.join(self.folder, case.file_name)
         with open(path, "wb") as file:
@@ -61,19 +65,14 @@ class Worker:
         if verdict.output:
             failures, outcome.readers = reopen.reader_failures(path, verdict.output)
             outcome.failures += failures
-            if keeps_output:
-                outcome.kept = self._keep(path, verdict.output)
+            if self.slow_readers:
+                failures, readers = self.slow_readers.failures(number, path, verdict.output)
+                outcome.failures += failures
+                outcome.readers += readers
         if outcome.failures:
             self._keep_finding(path, case.parameters, outcome)
         os.remove(path)
         return outcome
-
-    def _keep(self, path, output):
-        places = tuple(os.path.join(self.folder, word + os.path.basename(path))
-                       for word in ("in-", "out-"))
-        shutil.copyfile(path, places[0])
-        shutil.move(output, places[1])
-        return places
 
     def _keep_finding(self, path, parameters, outcome):
         keep_finding(self.kept, path, parameters, outcome, self.judge.program)
@@ -99,20 +98,26 @@ def keep_finding(folder, path, parameters, outcome, program):
 
 def judge_case(arguments):
     """In a worker: makes the case (`make(argument)`) and judges it."""
-    make, argument, keeps_output = arguments
+    make, argument, number = arguments
     name = str(argument)
     try:
-        return Worker.current.outcome(make(argument), keeps_output)
+        return Worker.current.outcome(make(argument), number)
     except Exception:  # what breaks the harness is a failure too
         return Outcome(name, "", ["harness"], failures=[
             Failure("the harness itself broke", traceback.format_exc(limit=-4))])
 
 
-def judge_all(program, make, arguments, folder, kept, jobs=2, keeps_output=False):
-    """The outcomes of all cases, in the order of their arguments."""
-    with multiprocessing.Pool(jobs, Worker.start, (program, folder, kept)) as pool:
-        return pool.map(judge_case, [(make, argument, keeps_output) for argument in arguments],
-                        chunksize=4)
+def judge_all(program, make, arguments, folder, kept, jobs=2, slow_seconds=0):
+    """The outcomes of all cases, in the order of their arguments. The readers that take long judge
+    as well for that many seconds."""
+    slow_end = time.monotonic() + slow_seconds if slow_seconds else 0
+    with multiprocessing.Pool(jobs, Worker.start, (program, folder, kept, slow_end)) as pool:
+        outcomes = pool.map(judge_case, [(make, argument, number)
+                                         for number, argument in enumerate(arguments)],
+                            chunksize=4)
+        pool.close()
+        pool.join()
+    return outcomes
 
 
 def failing(outcomes):
@@ -123,10 +128,10 @@ def print_failures(outcomes, shown=3):
     """Every kind of failure with its count and a few cases."""
     by_kind = defaultdict(list)
     for outcome in outcomes:
-        for failure in outcome.failures:
-            by_kind[failure.kind].append((outcome, failure))
+        for kind, failure in {failure.kind: failure for failure in outcome.failures}.items():
+            by_kind[kind].append((outcome, failure))
     for kind, found in sorted(by_kind.items(), key=lambda item: -len(item[1])):
-        print(f"FAILED {kind}: {len({outcome.name for outcome, _ in found})} workbooks")
+        print(f"FAILED {kind}: {len(found)} workbooks")
         for outcome, failure in found[:shown]:
             print(f"    {outcome.name}\n        {outcome.told[:200]}\n"
                   f"        {failure.text[:300]}")

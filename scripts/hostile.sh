@@ -54,7 +54,7 @@ run() {
 corpus() { sed -n 's/^ORRERY_CORPUS_DIR:PATH=//p' "build/$1/CMakeCache.txt"; }
 
 rm -rf build/hostile
-run linux "$release" "$seed" --slow-readers 780
-run linux-asan "$sanitizers" $((seed + release)) --sanitized
+run linux "$release" "$seed" --slow-readers 600 --heavy 1
+run linux-asan "$sanitizers" $((seed + release)) --sanitized --heavy 0.1
 [ "$failed" = 0 ] || echo "FAILED; see build/hostile"
 exit "$failed"

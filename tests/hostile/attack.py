@@ -21,7 +21,6 @@ import runner
 from corpus_modules import biff
 from judge import Program
 from mutate import SKIPPED, corpus_is_absent, own_workbooks, read_options
-from reopen import suffix_of
 from xls_writer import XlsBook
 
 _SHEET = re.compile(rb"<(?:\w+:)?sheet\s[^>]*?name\s*=\s*[\"']([^\"'<>]*)[\"']")
@@ -55,7 +54,7 @@ def _by_reader(path):
 
 
 def _by_entry(path):
-    if suffix_of(path) == ".xls":
+    if parameters.suffix_of(path) == ".xls":
         data = XlsBook(path).of_kind(biff.BOUNDSHEET)[0].data
         return biff.unicode_text(data, 8, data[6], data[7] & 1)[0]
     with zipfile.ZipFile(path) as container:

@@ -6,7 +6,7 @@ import shutil
 from dataclasses import dataclass, field
 
 import scratch
-from processes import Limits
+from limited_processes import Limits
 
 YEAR = 2027
 MEBIBYTES = 600

@@ -9,7 +9,7 @@ import parameters
 import reopen
 from judge import Judge, Program
 from mutate import own_workbooks
-from processes import Limits, Processes
+from limited_processes import Limits, Processes
 from scratch import Scratch
 
 _FAKE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "fake_program.py")

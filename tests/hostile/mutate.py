@@ -2,10 +2,10 @@
 """Runs the program over mutated workbooks and judges what it does.
 
 usage: mutate.py --cli PROGRAM --corpus FOLDER [--sanitized] [--cases N] [--seed S]
-                 [--keep DIR] [--jobs N] [--slow-readers SECONDS]
+                 [--keep DIR] [--jobs N] [--slow-readers SECONDS] [--heavy SHARE]
 
-The seeds S, S + 1, ... give the cases; failing inputs are left in the folder DIR. Exit code 0: no
-failure; 1: failures; 77: there is no corpus, and the project's own workbooks passed.
+The seeds S, S + 1, ... give the cases; failing inputs are left in the folder DIR. The large workbooks
+of heavy.py are judged too, with that share of their size. Exit code 0: no failure; 1: failures; 77: there is no corpus, and the project's own workbooks passed.
 """
 
 import argparse
@@ -17,6 +17,7 @@ import tempfile
 import time
 
 import cases
+import heavy
 import runner
 from judge import Program
 
@@ -52,6 +53,16 @@ def read_options(description):
     return parser
 
 
+def arguments(options):
+    """What `make` makes cases of: the large workbooks first, which take longest, then seeds."""
+    large = [(one.name, options.heavy) for one in heavy.ALL] if options.heavy else []
+    return [*large, *range(options.seed, options.seed + options.cases)]
+
+
+def make(argument, found):
+    return cases.make(argument, found) if isinstance(argument, int) else heavy.make(argument)
+
+
 def proves_nothing(outcomes):
     """Where nearly every workbook is refused, little of the program has run."""
     made = sum(outcome.code == 0 for outcome in outcomes)
@@ -68,6 +79,8 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--slow-readers", type=int, default=0, metavar="SECONDS",
                         help="how long LibreOffice and Gnumeric judge as well")
+    parser.add_argument("--heavy", type=float, default=0, metavar="SHARE",
+                        help="how large the large workbooks are; they are left out without it")
     options = parser.parse_args()
     absent = not os.path.isdir(options.corpus)
     if absent and corpus_is_absent(options.corpus, "CORPUS"):
@@ -78,8 +91,8 @@ def main():
     try:
         outcomes = runner.judge_all(
             Program([os.path.abspath(options.cli)], options.sanitized),
-            functools.partial(cases.make, found=found),
-            range(options.seed, options.seed + options.cases), work,
+            functools.partial(make, found=found),
+            arguments(options), work,
             options.keep or os.path.join(work, "kept"), options.jobs, options.slow_readers)
     finally:
         shutil.rmtree(work, ignore_errors=True)

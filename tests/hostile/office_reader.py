@@ -9,12 +9,15 @@ import sys
 sys.path.append(os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts"))
 import libreoffice  # noqa: E402
 import uno  # noqa: E402,F401  which makes the next import possible
+from com.sun.star.lang import DisposedException  # noqa: E402
 from com.sun.star.uno import Exception as OfficeError  # noqa: E402
 
 
 def sheets(office, path):
     try:
         document = libreoffice.load(office, pathlib.Path(path))
+    except DisposedException:  # it crashed
+        sys.exit(1)
     except OfficeError:
         return "no"
     if document is None:

@@ -3,7 +3,6 @@
 from dataclasses import dataclass
 
 from corpus_modules import biff, opc
-from reopen import suffix_of
 
 _WEEKDAYS = "Mon,Tue,Wed,Thu,Fri,Sat,Sun"
 _MONTHS = "January,February,March,April,May,June,July,August,September,October,November,December"
@@ -27,6 +26,12 @@ PLAIN = Block()
 _BLOCKS = (PLAIN, PLAIN, PLAIN, Block("B3", "B2", "A1", "B1"), Block("A1", "A1", "A1", "A1"),
            Block("C40", "C39", "C38", "D38", "C41", 2, 3), Block(rows=7, columns=30),
            Block("IO65500", "A2", "A1", "B1"), Block("XFA1048570", "C39", "C38", "D38"))
+
+
+def suffix_of(path):
+    """".xls" or ".xlsx", by the file's content."""
+    with open(path, "rb") as file:
+        return ".xls" if file.read(8) == b"\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1" else ".xlsx"
 
 
 def sheet_names(path):

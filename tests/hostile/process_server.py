@@ -2,7 +2,7 @@
 
 A process of its own because a command that is started from a large process inherits that one's
 peak memory; this one stays small. Reads a JSON object from each line of standard input and answers
-with one; see processes.py, which starts it.
+with one; see limited_processes.py, which starts it.
 """
 
 import json

@@ -16,6 +16,7 @@ import corpus_modules  # noqa: F401  whose readers set openpyxl up
 import package_findings
 import stream_findings
 from judge import Failure
+from parameters import suffix_of
 
 _SECONDS = 10
 
@@ -102,12 +103,6 @@ _READERS = {
     ".xls": {"records": _well_made("compound file", stream_findings.findings),
              "xlrd": _opens("xlrd", _xlrd)},
 }
-
-
-def suffix_of(path):
-    """".xls" or ".xlsx", by the file's content."""
-    with open(path, "rb") as file:
-        return ".xls" if file.read(8) == b"\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1" else ".xlsx"
 
 
 def reader_failures(before, after):

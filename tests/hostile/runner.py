@@ -13,7 +13,7 @@ from dataclasses import dataclass, field
 
 import reopen
 from judge import Failure, Judge
-from processes import Processes, limit_own_memory
+from limited_processes import Processes, limit_own_memory
 from scratch import Scratch
 from slow_readers import SlowReaders
 

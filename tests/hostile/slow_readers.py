@@ -14,7 +14,7 @@ import tempfile
 import time
 
 from judge import Failure
-from processes import Limits
+from limited_processes import Limits
 
 _READER = os.path.join(os.path.dirname(os.path.abspath(__file__)), "office_reader.py")
 _SECONDS, _LONGEST_START = 20, 90
@@ -28,7 +28,7 @@ class Office:
     name = "LibreOffice"
 
     def __init__(self, folder):
-        self.folder, self.process = folder, None
+        self.folder, self.process, self.ended = folder, None, 0
 
     def close(self):
         """Ends LibreOffice and what it started."""
@@ -67,6 +67,7 @@ class Office:
             answer = None
         if answer is None:
             self.close()
+            self.ended += 1
             return None
         return 0 if answer == "no" else int(answer)
 

@@ -1,0 +1,211 @@
+"""Large .xlsx workbooks that are legal, or nearly: each has very many of one thing.
+
+Each function takes how many and gives the parts of a workbook, whose sheet "Model" is the calendar's
+model: name -> bytes.
+"""
+
+import io
+import zipfile
+
+MAIN = "http://schemas.openxmlformats.org/spreadsheetml/2006/main"
+PACKAGE = "http://schemas.openxmlformats.org/package/2006"
+OFFICE = "http://schemas.openxmlformats.org/officeDocument/2006/relationships"
+_SPREADSHEET = "application/vnd.openxmlformats-officedocument.spreadsheetml."
+_DRAWING = "application/vnd.openxmlformats-officedocument.drawing+xml"
+_DECLARATION = '<?xml version="1.0" encoding="UTF-8" standalone="yes"?>\n'
+_SHEET = "xl/worksheets/sheet1.xml"
+
+
+def to_bytes(parts):
+    file = io.BytesIO()
+    with zipfile.ZipFile(file, "w", zipfile.ZIP_DEFLATED, compresslevel=1) as container:
+        for name, data in parts.items():
+            container.writestr(zipfile.ZipInfo(name), data, zipfile.ZIP_DEFLATED)
+    return file.getvalue()
+
+
+def _link(number, kind, target, mode=""):
+    return f'<Relationship Id="{number}" Type="{OFFICE}/{kind}" Target="{target}"{mode}/>'
+
+
+def _links(links):
+    return f'{_DECLARATION}<Relationships xmlns="{PACKAGE}/relationships">{"".join(links)}' \
+           "</Relationships>"
+
+
+def _rels(part):
+    folder, _, base = part.rpartition("/")
+    return f"{folder}/_rels/{base}.rels"
+
+
+def _workbook(sheets, names="", attributes="", more=""):
+    listed = "".join(f'<sheet name="{name}" sheetId="{number}" r:id="rId{number}"/>'
+                     for number, name in enumerate(sheets, 1))
+    return f'{_DECLARATION}<workbook xmlns="{MAIN}" xmlns:r="{OFFICE}"{attributes}>' \
+           f"<sheets>{listed}</sheets>{names}{more}</workbook>"
+
+
+def _sheet(rows="", behind=""):
+    return f'{_DECLARATION}<worksheet xmlns="{MAIN}" xmlns:r="{OFFICE}">' \
+           f"<sheetData>{rows}</sheetData>{behind}</worksheet>"
+
+
+def _package(sheets, workbook=None, parts=None, types=()):
+    """A workbook of these sheets (name -> text), other parts, and the types of those: (part, type)
+    or (extension, type)."""
+    overrides = [("xl/workbook.xml", _SPREADSHEET + "sheet.main+xml")]
+    overrides += [(f"xl/worksheets/sheet{number}.xml", _SPREADSHEET + "worksheet+xml")
+                  for number in range(1, len(sheets) + 1)]
+    overrides += [(name, kind) for name, kind in types if "." in name]
+    defaults = [("rels", "application/vnd.openxmlformats-package.relationships+xml"),
+                ("xml", "application/xml"), *((name, kind) for name, kind in types
+                                              if "." not in name)]
+    made = {"[Content_Types].xml": f'{_DECLARATION}<Types xmlns="{PACKAGE}/content-types">' + "".join(
+        f'<Default Extension="{name}" ContentType="{kind}"/>' for name, kind in defaults) + "".join(
+        f'<Override PartName="/{name}" ContentType="{kind}"/>' for name, kind in overrides)
+        + "</Types>",
+        "_rels/.rels": _links([_link("rId1", "officeDocument", "xl/workbook.xml")]),
+        "xl/workbook.xml": workbook or _workbook(sheets),
+        "xl/_rels/workbook.xml.rels": _links(
+            _link(f"rId{number}", "worksheet", f"worksheets/sheet{number}.xml")
+            for number in range(1, len(sheets) + 1))}
+    for number, text in enumerate(sheets.values(), 1):
+        made[f"xl/worksheets/sheet{number}.xml"] = text
+    return {name: data.encode() if isinstance(data, str) else data
+            for name, data in {**made, **(parts or {})}.items()}
+
+
+def hyperlinks(count):
+    """Hyperlinks of one sheet, each with a relationship."""
+    links = "".join(f'<hyperlink ref="A{100 + number}" r:id="rId{number}"/>'
+                    for number in range(count))
+    rels = _links(_link(f"rId{number}", "hyperlink", f"https://example.org/{number}",
+                        ' TargetMode="External"') for number in range(count))
+    return _package({"Model": _sheet(behind=f"<hyperlinks>{links}</hyperlinks>")},
+                    parts={_rels(_SHEET): rels})
+
+
+def parts_of_one_sheet(count):
+    """Custom properties, each a part of its own."""
+    listed = "".join(f'<customPr name="p{number}" r:id="rId{number}"/>' for number in range(count))
+    rels = _links(_link(f"rId{number}", "customProperty", f"../customProperty{number}.bin")
+                  for number in range(count))
+    own = {f"xl/customProperty{number}.bin": b"x" for number in range(count)}
+    return _package(
+        {"Model": _sheet(behind=f"<customProperties>{listed}</customProperties>")},
+        parts={_rels(_SHEET): rels, **own},
+        types=[("bin", _SPREADSHEET + "customProperty")])
+
+
+def _tables(count, name_of, names=""):
+    """Tables of one column below each other, far from the calendar."""
+    rows, parts, types = [], {}, []
+    for number in range(count):
+        row = 1000 + 3 * number
+        rows.append(f'<row r="{row}"><c r="A{row}" t="inlineStr"><is><t>Column</t></is></c></row>')
+        part, name = f"xl/tables/table{number + 1}.xml", name_of(number)
+        parts[part] = f'{_DECLARATION}<table xmlns="{MAIN}" id="{number + 1}" name="{name}" ' \
+            f'displayName="{name}" ref="A{row}:A{row + 1}" totalsRowShown="0">' \
+            '<tableColumns count="1"><tableColumn id="1" name="Column"/></tableColumns></table>'
+        types.append((part, _SPREADSHEET + "table+xml"))
+    listed = "".join(f'<tablePart r:id="rId{number}"/>' for number in range(count))
+    parts[_rels(_SHEET)] = _links(_link(f"rId{number}", "table", f"../tables/table{number + 1}.xml")
+                                  for number in range(count))
+    behind = f'<tableParts count="{count}">{listed}</tableParts>'
+    return _package({"Model": _sheet("".join(rows), behind)}, _workbook(["Model"], names), parts,
+                    types)
+
+
+def tables_of_one_name(count):
+    """Tables of one name, which is not legal; their copies need names that are free."""
+    return _tables(count, lambda number: "Table")
+
+
+def tables_of_one_stem(count):
+    """Table, Table_2, Table_3: legal, and just the names that copies of the first would get."""
+    return _tables(count, lambda number: f"Table_{number + 1}" if number else "Table")
+
+
+def names_and_tables(count):
+    """Defined names, half of them the sheet's own, and a table for every forty."""
+    names = "".join(f'<definedName name="name_{number}"{"" if number % 2 else own}>'
+                    f"Model!$A${number + 1}</definedName>"
+                    for own in (' localSheetId="0"',) for number in range(count))
+    return _tables(count // 40, lambda number: f"Table{number + 1}",
+                   f"<definedNames>{names}</definedNames>")
+
+
+def relationships(count):
+    """Relationships of a sheet that nothing uses."""
+    rels = _links(_link(f"rId{number}", "hyperlink", f"https://example.org/{number}",
+                        ' TargetMode="External"') for number in range(count))
+    return _package({"Model": _sheet()}, parts={_rels(_SHEET): rels})
+
+
+def sheets_that_read_the_next(count):
+    """Each sheet reads the one behind it, the last but one reads the model."""
+    names = [*(f"Sheet{number}" for number in range(1, count)), "Model"]
+    sheets = {name: _sheet(f'<row r="1"><c r="A1"><f>{following}!A1+1</f><v>1</v></c></row>')
+              for name, following in zip(names, names[1:])}
+    return _package({**sheets, "Model": _sheet('<row r="1"><c r="A1"><v>1</v></c></row>')})
+
+
+def namespaces(count):
+    """Prefixes declared at the root of the workbook part, each used by one element."""
+    declared = "".join(f' xmlns:n{number}="urn:n{number}"' for number in range(count))
+    used = "".join(f"<n{number}:e/>" for number in range(count))
+    workbook = _workbook(["Model"], attributes=declared,
+                         more=f'<extLst><ext uri="urn:x">{used}</ext></extLst>')
+    return _package({"Model": _sheet()}, workbook)
+
+
+def blanks(count):
+    """Blanks between two rows of a sheet."""
+    rows = f'<row r="1"><c r="A1"><v>1</v></c></row>{" " * count}<row r="2"/>'
+    return _package({"Model": _sheet(rows)})
+
+
+def blanks_in_a_tag(count):
+    """Blanks within the tag of a cell."""
+    return _package({"Model": _sheet(f'<row r="1"><c r="A1"{" " * count}><v>1</v></c></row>')})
+
+
+def chain(count):
+    """Parts of which each owns the next; the sheet owns the first."""
+    parts = {_rels(_SHEET): _links([_link("rId1", "drawing", "../drawings/drawing0.xml")])}
+    for number in range(count):
+        name = f"xl/drawings/drawing{number}.xml"
+        parts[name] = '<xdr:wsDr xmlns:xdr="http://schemas.openxmlformats.org/drawingml/2006/' \
+                      'spreadsheetDrawing"/>'
+        if number + 1 < count:
+            parts[_rels(name)] = _links([_link("rId1", "drawing", f"drawing{number + 1}.xml")])
+    return _package({"Model": _sheet(behind='<drawing r:id="rId1"/>')}, parts=parts,
+                    types=[(f"xl/drawings/drawing{number}.xml", _DRAWING)
+                           for number in range(count)])
+
+
+def _spelled(name, number):
+    """One of the spellings of a name, in large and small letters."""
+    return "".join(letter.upper() if number >> index & 1 else letter
+                   for index, letter in enumerate(name))
+
+
+def spellings(count):
+    """One part that the sheet owns, under as many spellings."""
+    name = "abcdefghijklmnopq.xml"
+    rels = _links(_link(f"rId{number}", "drawing", f"../drawings/{_spelled(name, number)}")
+                  for number in range(count))
+    return _package({"Model": _sheet()},
+                    parts={_rels(_SHEET): rels, f"xl/drawings/{name}": "<a/>"},
+                    types=[(f"xl/drawings/{name}", _DRAWING)])
+
+
+def ring_of_spellings(count):
+    """One part that owns itself under as many spellings."""
+    name = "abcdefghijklmnopq.xml"
+    own = _links(_link(f"rId{number}", "drawing", _spelled(name, number))
+                 for number in range(count))
+    return _package({"Model": _sheet(behind='<drawing r:id="rId1"/>')},
+                    parts={_rels(_SHEET): _links([_link("rId1", "drawing", f"../drawings/{name}")]),
+                           f"xl/drawings/{name}": "<a/>", _rels(f"xl/drawings/{name}"): own},
+                    types=[(f"xl/drawings/{name}", _DRAWING)])

@@ -30,6 +30,8 @@ step() { printf '\n== %s (%s)\n' "$*" "$(date +%H:%M:%S)"; }
 
 step "Packages"
 install_packages "${packages_build[@]}" "${packages_test[@]}"
+install_node
+install_node_modules tests/corpus
 
 step "Build"
 for preset in linux linux-asan; do

@@ -1,4 +1,5 @@
-"""LibreOffice and Gnumeric: whether they open what the program made of what they opened.
+"""LibreOffice, Gnumeric and the Open XML validator: whether they open what the program made of what
+they opened.
 
 They are given hostile files: one that hangs, crashes or takes too much memory on a file does not
 judge it.
@@ -13,12 +14,14 @@ import sys
 import tempfile
 import time
 
+from corpus_modules import xlsx_validator
 from judge import Failure
 from limited_processes import Limits
 
 _READER = os.path.join(os.path.dirname(os.path.abspath(__file__)), "office_reader.py")
 _SECONDS, _LONGEST_START = 20, 90
 _GIBIBYTE = 1 << 30
+_NOT_OPENED = ("Package ", "Exception ")  # kinds of what ends its reading
 
 
 class Office:
@@ -103,11 +106,32 @@ class Gnumeric:
         return int(opened)
 
 
+class Validator:
+    """The Open XML validator, which has to be installed (scripts/packages.sh). What it finds in a
+    package that it opens is damage of the mutation; that it opens it counts."""
+
+    name = "Open XML validator"
+
+    def close(self):
+        pass
+
+    def sheets(self, path):
+        """1 where it opens the file, 0 where it does not, None where it gave up."""
+        if not path.endswith(".xlsx"):
+            return None
+        try:
+            found = xlsx_validator.errors(path, _SECONDS)
+        except (RuntimeError, ValueError, subprocess.TimeoutExpired):
+            return None
+        return int(not any(kind.startswith(_NOT_OPENED) for _, kind in found))
+
+
 class SlowReaders:
-    """Asks LibreOffice about every output and Gnumeric about every third, until a time is over."""
+    """Asks LibreOffice about every output, the others about some, until a time is over."""
 
     def __init__(self, folder, processes, end):
-        self.readers, self.end = [(Office(folder), 1), (Gnumeric(folder, processes), 3)], end
+        self.end = end
+        self.readers = [(Office(folder), 1), (Gnumeric(folder, processes), 3), (Validator(), 7)]
 
     def close(self):
         for reader, _ in self.readers:

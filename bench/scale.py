@@ -3,11 +3,11 @@
 
 usage: scale.py ORRERY_CLI MEASURE [NAME...]
 
-Makes workbooks that have very many of one thing (tests/hostile/heavy.py): hyperlinks, parts, tables,
-names, relationships, sheets, objects, namespaces, blanks. The larger of the two sizes has to be done
-in 2 s and 200 MiB; twice the size should take about twice the time. Prints seconds, peak memory in
-MiB, the ratio of the times, and how the run ended (1 is a refusal with a sentence). MEASURE is the
-program of that name from this folder; the machine has to be idle.
+Makes workbooks that have very many of one thing (tests/hostile/heavy.py): hyperlinks, parts,
+tables, names, relationships, sheets, objects, namespaces, blanks. The larger of the two sizes has
+to be done in 2 s and 200 MiB; twice the size should take about twice the time. Prints
+seconds, peak memory in MiB, the ratio of the times, and how the run ended (1 is a refusal with a
+sentence). MEASURE is the program of that name from this folder; the machine has to be idle.
 """
 import os
 import pathlib

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Runs the command over mutated real workbooks and judges what it does: as it is shipped, with
-# LibreOffice and Gnumeric reading the calendars too, and under sanitizers. Prints a table of the
-# mutations and how the runs ended. What fails is left in build/hostile, each with a .txt file that
-# says what was done and how to see it again. Where there is no corpus, the project's own workbooks
-# are mutated.
+# LibreOffice, Gnumeric and the Open XML validator reading the calendars too, and under sanitizers.
+# Prints a table of the mutations and how the runs ended. What fails is left in build/hostile, each
+# with a .txt file that says what was done and how to see it again. Where there is no corpus, the
+# project's own workbooks are mutated.
 #
 # usage: hostile.sh [--release N] [--sanitizers N] [--seed S]
 set -euo pipefail

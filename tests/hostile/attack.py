@@ -3,8 +3,8 @@
 
 usage: attack.py --cli PROGRAM --attack FOLDER [--sanitized] [--keep DIR] [--jobs N]
 
-Each workbook's first worksheet is the monthly model. Exit code 0: no failure; 1: failures; 77: there
-is no such folder, and the project's own damaged workbooks passed.
+Each workbook's first worksheet is the monthly model. Exit code 0: no failure; 1: failures; 77:
+there is no such folder, and the project's own damaged workbooks passed.
 """
 
 import os

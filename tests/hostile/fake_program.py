@@ -100,6 +100,9 @@ _WRONG = {
     "loses-sheet": lambda: _save_changed(_without_sheet),
     "loses-part": lambda: _save_changed(
         lambda name, data: None if name.endswith("styles.xml") else data),
+    "prefix": lambda: _save_changed(
+        lambda name, data: data.replace(b"<a:themeElements", b"<zz:themeElements").replace(
+            b"</a:themeElements", b"</zz:themeElements")),
     "ill-formed": lambda: _save_changed(
         lambda name, data: data[:-5] if name.endswith("theme1.xml") else data),
 }

@@ -1,7 +1,7 @@
 """Large .xlsx workbooks that are legal, or nearly: each has very many of one thing.
 
-Each function takes how many and gives the parts of a workbook, whose sheet "Model" is the calendar's
-model: name -> bytes.
+Each function takes how many and gives the parts of a workbook, name -> bytes. The sheet "Model" is
+the calendar's model.
 """
 
 import io
@@ -63,10 +63,11 @@ def _package(sheets, workbook=None, parts=None, types=()):
     defaults = [("rels", "application/vnd.openxmlformats-package.relationships+xml"),
                 ("xml", "application/xml"), *((name, kind) for name, kind in types
                                               if "." not in name)]
-    made = {"[Content_Types].xml": f'{_DECLARATION}<Types xmlns="{PACKAGE}/content-types">' + "".join(
-        f'<Default Extension="{name}" ContentType="{kind}"/>' for name, kind in defaults) + "".join(
-        f'<Override PartName="/{name}" ContentType="{kind}"/>' for name, kind in overrides)
-        + "</Types>",
+    listed = [f'<Default Extension="{name}" ContentType="{kind}"/>' for name, kind in defaults]
+    listed += [f'<Override PartName="/{name}" ContentType="{kind}"/>' for name, kind in overrides]
+    made = {
+        "[Content_Types].xml": f'{_DECLARATION}<Types xmlns="{PACKAGE}/content-types">'
+                               f'{"".join(listed)}</Types>',
         "_rels/.rels": _links([_link("rId1", "officeDocument", "xl/workbook.xml")]),
         "xl/workbook.xml": workbook or _workbook(sheets),
         "xl/_rels/workbook.xml.rels": _links(
@@ -131,9 +132,9 @@ def tables_of_one_stem(count):
 
 def names_and_tables(count):
     """Defined names, half of them the sheet's own, and a table for every forty."""
+    own = ' localSheetId="0"'
     names = "".join(f'<definedName name="name_{number}"{"" if number % 2 else own}>'
-                    f"Model!$A${number + 1}</definedName>"
-                    for own in (' localSheetId="0"',) for number in range(count))
+                    f"Model!$A${number + 1}</definedName>" for number in range(count))
     return _tables(count // 40, lambda number: f"Table{number + 1}",
                    f"<definedNames>{names}</definedNames>")
 

@@ -13,7 +13,8 @@ from limited_processes import Limits, Processes
 from scratch import Scratch
 
 _FAKE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "fake_program.py")
-_LIMITS = Limits(seconds=1, wall_seconds=2)
+_LIMITS = Limits(seconds=1)
+_SHORT = Limits(wall_seconds=2)  # for what sleeps
 
 # What a program does, and the kinds of failure that the judge has to find.
 _EXPECTED = (
@@ -50,6 +51,7 @@ _READ = (
     ("loses-sheet", ["openpyxl does not show every sheet"]),
     ("loses-part", ["link to nothing", "openpyxl does not open the output", "type of nothing"]),
     ("ill-formed", ["not well-formed"]),
+    ("prefix", ["prefix without a namespace"]),
 )
 
 
@@ -67,7 +69,8 @@ class JudgeTest(unittest.TestCase):
         self.template = _own("Desk.xlsx")
 
     def _judge(self, behaviour):
-        program = Program([sys.executable, "-IS", _FAKE, behaviour], own_limits=_LIMITS)
+        program = Program([sys.executable, "-IS", _FAKE, behaviour], 
+                          own_limits=_SHORT if behaviour == "sleeps" else _LIMITS)
         judge = Judge(program, self.place, self.processes)
         return judge.judge(self.template, parameters.plain(self.template))
 

@@ -4,8 +4,11 @@
 usage: mutate.py --cli PROGRAM --corpus FOLDER [--sanitized] [--cases N] [--seed S]
                  [--keep DIR] [--jobs N] [--slow-readers SECONDS] [--heavy SHARE]
 
-The seeds S, S + 1, ... give the cases; failing inputs are left in the folder DIR. The large workbooks
-of heavy.py are judged too, with that share of their size. Exit code 0: no failure; 1: failures; 77: there is no corpus, and the project's own workbooks passed.
+The seeds S, S + 1, ... give the cases; failing inputs are left in the folder DIR. With --heavy the
+large workbooks of heavy.py are judged too, with that share of their size; with --slow-readers
+LibreOffice, Gnumeric and the Open XML validator read the calendars for that long. Exit code 0: no
+failure; 1: failures, or nearly every workbook was refused; 77: there is no corpus, and the
+project's own workbooks passed.
 """
 
 import argparse
@@ -78,7 +81,7 @@ def main():
     parser.add_argument("--cases", type=int, default=200)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--slow-readers", type=int, default=0, metavar="SECONDS",
-                        help="how long LibreOffice and Gnumeric judge as well")
+                        help="how long LibreOffice and others judge as well")
     parser.add_argument("--heavy", type=float, default=0, metavar="SHARE",
                         help="how large the large workbooks are; they are left out without it")
     options = parser.parse_args()

@@ -11,6 +11,7 @@ import zlib
 from collections import Counter
 from urllib.parse import unquote
 from xml.etree import ElementTree
+from xml.parsers import expat
 
 # Of the content of such a part nothing is known; what is wrong with it shows when it is mended.
 UNREADABLE = "part cannot be unpacked"
@@ -22,7 +23,18 @@ _LONGEST_ALL = 256 << 20
 def findings(path):
     """A set of findings; raises where the container itself is not to be read."""
     with zipfile.ZipFile(path) as container:
+        if not container.namelist():  # of two directories, the last may be an empty one
+            raise ValueError("no parts")
         return set(_Package(container).findings())
+
+
+def _is_well_formed(data):
+    """Whether a part is XML to a reader that does not know about namespaces."""
+    try:
+        expat.ParserCreate().Parse(data, True)
+    except (expat.ExpatError, ValueError, LookupError):
+        return False
+    return True
 
 
 def _local(name):
@@ -79,11 +91,14 @@ class _Package:
         for name, data in self.parts.items():
             if data is None or not self._is_xml(name):
                 continue
+            extension = posixpath.splitext(name)[1]
             try:
                 self.trees[name] = ElementTree.fromstring(data)
             except (SyntaxError, ValueError, LookupError):
-                yield "not well-formed", posixpath.splitext(name)[1], \
-                    hashlib.sha256(data).hexdigest()[:12]
+                if _is_well_formed(data):
+                    yield "prefix without a namespace", extension
+                else:
+                    yield "not well-formed", extension, hashlib.sha256(data).hexdigest()[:12]
 
     def _types(self):
         root = self.trees.get(CONTENT_TYPES)

@@ -1,4 +1,5 @@
-"""Mutations of what the records of an .xls workbook say: texts, formulas, links, cells, drawings."""
+"""Mutations of what the records of an .xls workbook say: texts, formulas, links, cells
+and drawings."""
 
 import struct
 
@@ -125,7 +126,8 @@ def externsheet(book, random):
     if record is None or len(record.data) < 2:
         return None
     at = random.choice((0, *range(2, min(len(record.data), 26), 2)))
-    return f"{at}" if _put(record, at, "<H", random.choice((0, 1, 0x7FFF, 0xFFFE, 0xFFFF))) else None
+    value = random.choice((0, 1, 0x7FFF, 0xFFFE, 0xFFFF))
+    return f"{at}" if _put(record, at, "<H", value) else None
 
 
 @KINDS

@@ -99,7 +99,8 @@ def empty_part(book, random):
     entry = book.any_xml(random)
     if entry is None:
         return None
-    entry.data = random.choice((b"", b" ", b"\0", b"<a/>", b"<?xml version='1.0'?>", b"\xef\xbb\xbf"))
+    entry.data = random.choice((b"", b" ", b"\0", b"<a/>", b"<?xml version='1.0'?>",
+                                b"\xef\xbb\xbf"))
     return entry.text_name
 
 

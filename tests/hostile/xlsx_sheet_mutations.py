@@ -10,6 +10,7 @@ from xlsx_part_mutations import add_link
 KINDS = Kinds()
 _SHEET_TYPE = "application/vnd.openxmlformats-officedocument.spreadsheetml.worksheet+xml"
 _TABLE_TYPE = "application/vnd.openxmlformats-officedocument.spreadsheetml.table+xml"
+RELATIONSHIPS = "http://schemas.openxmlformats.org/officeDocument/2006/relationships"
 MAIN = "http://schemas.openxmlformats.org/spreadsheetml/2006/main"
 _CELLS = ("A1", "C40", "D38", "XFD1048576", "XFE1", "A1048577", "A0", "AAAA1", "1A", "", "$A$1",
           "a1", "R1C1", "A1:B2", "A99999999999", "\u0410 1")
@@ -311,8 +312,7 @@ def protection(book, random):
 def hyperlinks(book, random):
     count = random.choice((1, 50, 3000))
     links = "".join(f'<hyperlink ref="A{number + 1}" r:id="rIdGone{number}" location="x!A1" '
-                    'xmlns:r="http://schemas.openxmlformats.org/officeDocument/2006/relationships"'
-                    "/>" for number in range(count))
+                    f'xmlns:r="{RELATIONSHIPS}"/>' for number in range(count))
     return _add_to_sheet(book, random, f"<hyperlinks>{links}</hyperlinks>")
 
 
@@ -320,8 +320,7 @@ def hyperlinks(book, random):
 def lead_nowhere(book, random):
     """An element of a sheet that names a relationship that is not there."""
     name = random.choice(("drawing", "legacyDrawing", "picture", "tableParts", "oleObjects"))
-    inner = f'<{name} r:id="rIdNowhere" xmlns:r="http://schemas.openxmlformats.org/officeDocument/' \
-            '2006/relationships"/>'
+    inner = f'<{name} r:id="rIdNowhere" xmlns:r="{RELATIONSHIPS}"/>'
     if name == "tableParts":
         inner = f'<tableParts>{inner.replace("tableParts", "tablePart")}</tableParts>'
     return _add_to_sheet(book, random, inner)
@@ -371,9 +370,8 @@ def add_table(book, random):
         add_link(book, sheet, f"rIdAdded{number}", "table", f"/{name}")
     _add_types(book, [f"xl/tables/added{number}.xml" for number in range(count)], _TABLE_TYPE)
     parts = "".join(f'<tablePart r:id="rIdAdded{number}"/>' for number in range(count))
-    namespace = "http://schemas.openxmlformats.org/officeDocument/2006/relationships"
     set_text(sheet, text_of(sheet).replace(
-        "</worksheet>", f'<tableParts xmlns:r="{namespace}">{parts}</tableParts></worksheet>'))
+        "</worksheet>", f'<tableParts xmlns:r="{RELATIONSHIPS}">{parts}</tableParts></worksheet>'))
     return f"{sheet.text_name} {area} {count}"
 
 
@@ -381,4 +379,5 @@ def table_text(number, name, area):
     """A table of three columns."""
     columns = "".join(f'<tableColumn id="{column}" name="Column{column}"/>' for column in (1, 2, 3))
     return f'<table xmlns="{MAIN}" id="{number}" name="{name}" displayName="{name}" ' \
-           f'ref="{area}" totalsRowShown="0"><tableColumns count="3">{columns}</tableColumns></table>'
+           f'ref="{area}" totalsRowShown="0"><tableColumns count="3">{columns}</tableColumns>' \
+           "</table>"

@@ -127,8 +127,8 @@ def bytes_in_attribute(book, random):
     if chosen is None:
         return None
     entry, text, attribute = chosen
-    raw = random.choice((b"\xff", b"\xc3", b"\xed\xa0\x80", b"\xf4\x90\x80\x80", b"\x80", b"\xc0\x80",
-                         b"\0", b"\1", b"\xef\xbf\xbf"))
+    raw = random.choice((b"\xff", b"\xc3", b"\xed\xa0\x80", b"\xf4\x90\x80\x80", b"\x80",
+                         b"\xc0\x80", b"\0", b"\1", b"\xef\xbf\xbf"))
     value = xml_text.value(text, attribute) + raw.decode("utf-8", "surrogateescape")
     set_text(entry, xml_text.with_value(text, attribute, value))
     return _told(entry, text, attribute)

@@ -5,6 +5,7 @@ import sys
 import tempfile
 import unittest
 
+import package_findings
 import parameters
 import reopen
 from judge import Judge, Program
@@ -69,7 +70,7 @@ class JudgeTest(unittest.TestCase):
         self.template = _own("Desk.xlsx")
 
     def _judge(self, behaviour):
-        program = Program([sys.executable, "-IS", _FAKE, behaviour], 
+        program = Program([sys.executable, "-IS", _FAKE, behaviour],
                           own_limits=_SHORT if behaviour == "sleeps" else _LIMITS)
         judge = Judge(program, self.place, self.processes)
         return judge.judge(self.template, parameters.plain(self.template))
@@ -128,6 +129,15 @@ class ReopenTest(unittest.TestCase):
         with open(_own("Desk.xls"), "rb") as file:
             damaged = self._file(file.read()[:3000])
         self.assertEqual(reopen.reader_failures(damaged, damaged), ([], []))
+
+    def test_an_empty_directory_behind_the_real_one_is_passed_over(self):
+        with open(_own("Desk.xlsx"), "rb") as file:
+            data = file.read()
+        path = self._file(data + b"PK\5\6" + bytes(18))
+        self.assertEqual(package_findings.findings(path), set())
+        broken = self._file(b"PK\5\6" + bytes(18))
+        with self.assertRaises(ValueError):
+            package_findings.findings(broken)
 
     def test_a_reader_that_takes_too_long_does_not_judge(self):
         def read(_):

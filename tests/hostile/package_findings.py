@@ -5,6 +5,7 @@ so that damage that was there before is the same finding afterwards.
 """
 
 import hashlib
+import io
 import posixpath
 import zipfile
 import zlib
@@ -16,16 +17,27 @@ from xml.parsers import expat
 # Of the content of such a part nothing is known; what is wrong with it shows when it is mended.
 UNREADABLE = "part cannot be unpacked"
 CONTENT_TYPES = "[content_types].xml"
+_END, _END_SIZE = b"PK\5\6", 22  # of a directory
 _LONGEST = 64 << 20   # bytes of a part that are read
 _LONGEST_ALL = 256 << 20
 
 
 def findings(path):
     """A set of findings; raises where the container itself is not to be read."""
-    with zipfile.ZipFile(path) as container:
-        if not container.namelist():  # of two directories, the last may be an empty one
-            raise ValueError("no parts")
+    with _opened(path) as container:
         return set(_Package(container).findings())
+
+
+def _opened(path):
+    """The container; where its directory is empty, by the directory that stands before."""
+    with open(path, "rb") as file:
+        data = file.read()
+    while True:
+        container = zipfile.ZipFile(io.BytesIO(data))
+        if container.namelist():
+            return container
+        data = data[:data.rindex(_END) + len(_END) - 1]
+        data = data[:data.rindex(_END) + _END_SIZE]  # raises where there is none
 
 
 def _is_well_formed(data):

@@ -57,6 +57,6 @@ corpus() { sed -n 's/^ORRERY_CORPUS_DIR:PATH=//p' "build/$1/CMakeCache.txt"; }
 
 rm -rf build/hostile
 run linux "$release" "$seed" --slow-readers 600 --heavy 1
-run linux-asan "$sanitizers" $((seed + release)) --sanitized --heavy 0.1
+run linux-asan "$sanitizers" $((seed + release)) --sanitized --heavy 0.02
 [ "$failed" = 0 ] || echo "FAILED; see build/hostile"
 exit "$failed"

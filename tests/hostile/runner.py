@@ -114,7 +114,7 @@ def judge_all(program, make, arguments, folder, kept, jobs=2, slow_seconds=0):
     with multiprocessing.Pool(jobs, Worker.start, (program, folder, kept, slow_end)) as pool:
         outcomes = pool.map(judge_case, [(make, argument, number)
                                          for number, argument in enumerate(arguments)],
-                            chunksize=4)
+                            chunksize=1)  # some take far longer than others
         pool.close()
         pool.join()
     return outcomes

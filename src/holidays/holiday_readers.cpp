@@ -2,7 +2,7 @@
 
 #include "holidays/key_line.h"
 #include "util/error.h"
-#include "util/file_replace.h"
+#include "util/file_read.h"
 #include "util/text.h"
 
 namespace orrery::holidays {
@@ -50,7 +50,7 @@ template <typename Reader>
 void ReadFileInto(const std::filesystem::path& path, HolidayList& list, Reader read)
 {
     list.Clear();
-    const auto bytes = util::ReadFile(path);
+    const auto bytes = util::ReadTextFile(path);
     if (!bytes)
         return;
     try {

@@ -69,12 +69,15 @@ std::int16_t NameLists<NamesPerList>::Find(const Names& names) const
 template <std::size_t NamesPerList>
 std::optional<std::array<std::string, NamesPerList>> SplitNames(std::string_view text)
 {
-    const auto pieces = util::Split(text, ',');
-    if (pieces.size() < NamesPerList)
-        return std::nullopt;
     std::array<std::string, NamesPerList> names;
-    for (std::size_t i = 0; i < NamesPerList; ++i)
-        names[i] = util::Trim(pieces[i]);
+    std::size_t pos = 0; // npos behind the last piece; a text may have millions of them
+    for (std::string& name : names) {
+        if (pos == std::string_view::npos)
+            return std::nullopt;
+        const std::size_t comma = text.find(',', pos);
+        name = util::Trim(text.substr(pos, comma - pos));
+        pos = comma == std::string_view::npos ? comma : comma + 1;
+    }
     return names;
 }
 

@@ -17,7 +17,7 @@ void ReadParameterFile(const std::filesystem::path& path, NameTables& names, Par
 {
     sets.Monthly.Holidays.Clear();
     sets.Yearly.Holidays.Clear();
-    const auto bytes = util::ReadFile(path);
+    const auto bytes = util::ReadTextFile(path);
     if (!bytes)
         return;
     try {

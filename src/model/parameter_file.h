@@ -13,7 +13,8 @@ std::string ParameterFilePath(const std::string& templateFolder, const std::stri
 
 /// Reads a parameter file over the sets, which must hold the defaults: a key that is missing or
 /// invalid leaves its field as it was. Unknown name lists are added to the tables. The holidays
-/// of both sets are dropped first, even when the file cannot be opened.
+/// of both sets are dropped first, even when the file cannot be
+/// read.
 void ReadParameterFile(const std::filesystem::path& path, NameTables& names, ParameterSets& sets);
 
 /// Writes both sets, replacing the whole file. False when it cannot be written; an old file then

@@ -15,8 +15,12 @@ enum class ErrorKind {
     FileNotFound,
     FileNotReadable,
     FileNotWritable,
+    NotARegularFile,  ///< a folder, a device, a pipe; the cause says which
+    TextFileTooLarge, ///< beyond what is read of a text file
     FolderNotCreated,
     DiskFull,
+    FileSizeLimit,    ///< the system's limit on the size of the user's files
+    OutputIsTemplate, ///< a calendar would replace the template that it is made from
     // workbooks; the subject is the path
     NotAWorkbook,
     DamagedWorkbook, ///< cause says what and in which part

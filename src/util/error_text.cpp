@@ -16,6 +16,12 @@ std::string Quoted(const std::string& subject)
     return '"' + subject + '"';
 }
 
+/// The subject in quotes, or what stands for one that is not known.
+std::string QuotedOr(const std::string& subject, const char* unknown)
+{
+    return subject.empty() ? unknown : Quoted(subject);
+}
+
 /// ": cause" or nothing, for the end of a sentence that goes on with its own full stop.
 std::string Because(const Error& error)
 {
@@ -27,7 +33,7 @@ std::string Because(const Error& error)
 
 std::string FileErrorText(const Error& error)
 {
-    const std::string path = Quoted(error.Subject());
+    const std::string path = QuotedOr(error.Subject(), "A file");
     switch (error.Kind()) {
     case ErrorKind::FileNotFound:
         return path + " was not found. Check the name and the folder.";
@@ -37,11 +43,26 @@ std::string FileErrorText(const Error& error)
     case ErrorKind::FileNotWritable:
         return path + " cannot be written" + Because(error) +
                ". Close it in other programs and check the permissions of the file and its folder.";
+    case ErrorKind::NotARegularFile:
+        return path + " is not a regular file" + Because(error) +
+               ". Only regular files are read and replaced: use another name, or put a file "
+               "in its place.";
+    case ErrorKind::TextFileTooLarge:
+        return path +
+               " is larger than 16 MiB, which no text file of this program is. Check that it "
+               "is the right file.";
     case ErrorKind::FolderNotCreated:
-        return "The folder " + path + " cannot be created" + Because(error) +
+        return "The folder " + Quoted(error.Subject()) + " cannot be created" + Because(error) +
                ". Check the permissions of the folder above it.";
     case ErrorKind::DiskFull:
         return path + " was not written because the disk is full. Make room and try again.";
+    case ErrorKind::FileSizeLimit:
+        return path + " was not written because it would pass the limit on the size of files that "
+                      "is set for you. Raise the limit (ulimit -f) and try again.";
+    case ErrorKind::OutputIsTemplate:
+        return path +
+               " is the file that the template's name leads to and would be replaced. Choose "
+               "another output folder.";
     default:
         return {};
     }
@@ -49,7 +70,7 @@ std::string FileErrorText(const Error& error)
 
 std::string WorkbookErrorText(const Error& error)
 {
-    const std::string path = Quoted(error.Subject());
+    const std::string path = QuotedOr(error.Subject(), "The workbook");
     switch (error.Kind()) {
     case ErrorKind::NotAWorkbook:
         return path + " is not a workbook" + Because(error) + ". Choose an .xlsx or .xls file.";
@@ -133,8 +154,12 @@ std::string KindText(const Error& error)
     case ErrorKind::FileNotFound:
     case ErrorKind::FileNotReadable:
     case ErrorKind::FileNotWritable:
+    case ErrorKind::NotARegularFile:
+    case ErrorKind::TextFileTooLarge:
     case ErrorKind::FolderNotCreated:
     case ErrorKind::DiskFull:
+    case ErrorKind::FileSizeLimit:
+    case ErrorKind::OutputIsTemplate:
         return FileErrorText(error);
     case ErrorKind::NotAWorkbook:
     case ErrorKind::DamagedWorkbook:
@@ -184,8 +209,8 @@ std::string ErrorText(const std::exception& error)
     if (const auto* own = dynamic_cast<const Error*>(&error))
         return KindText(*own);
     if (const auto* file = dynamic_cast<const std::filesystem::filesystem_error*>(&error))
-        return Quoted(FromPath(file->path1())) + " cannot be used: " + SystemMessage(file->code()) +
-               '.';
+        return QuotedOr(FromPath(file->path1()), "The current folder") +
+               " cannot be used: " + SystemMessage(file->code()) + '.';
     if (dynamic_cast<const std::bad_alloc*>(&error))
         return "Out of memory. Close other programs and try again.";
     return error.what();

@@ -1,8 +1,7 @@
 #include "util/file_replace.h"
 
-#include "util/error.h"
-#include "util/paths.h"
-#include "util/system_message.h"
+#include "util/descriptor.h"
+#include "util/file_error.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -18,34 +17,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// An open file descriptor.
-class Descriptor {
-public:
-    Descriptor(const fs::path& path, int flags, mode_t mode = 0)
-        : number_(::open(path.c_str(), flags | O_CLOEXEC, mode))
-    {
-    }
-    ~Descriptor()
-    {
-        if (number_ >= 0)
-            ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    bool IsOpen() const { return number_ >= 0; }
-    int Number() const { return number_; }
-
-private:
-    int number_;
-};
-
 [[noreturn]] void ThrowNotWritten(const fs::path& target, int code)
 {
-    if (MeansDiskFull(code))
-        throw Error(ErrorKind::DiskFull, FromPath(target));
-    throw Error(ErrorKind::FileNotWritable, FromPath(target),
-                std::generic_category().message(code));
+    throw NotWritten(target, {code, std::generic_category()});
 }
 
 /// The file that a chain of symbolic links leads to, which need not exist.
@@ -62,12 +36,8 @@ fs::path FollowLinks(fs::path path)
     return path;
 }
 
-fs::path FolderOf(const fs::path& path)
-{
-    return path.has_parent_path() ? path.parent_path() : fs::path(".");
-}
-
-/// A file that could not be written in place is not replaced either.
+/// A file that could not be written in place is not replaced either. The mark counts for those
+/// who may write everything, too.
 void CheckTarget(const fs::path& target)
 {
     struct stat status = {};
@@ -76,26 +46,22 @@ void CheckTarget(const fs::path& target)
             return; // a new file; making the temporary one tells whether the folder takes it
         ThrowNotWritten(target, errno);
     }
-    if (S_ISDIR(status.st_mode))
-        ThrowNotWritten(target, EISDIR);
+    if (!S_ISREG(status.st_mode)) {
+        std::error_code ignored;
+        throw NotRegular(target, fs::status(target, ignored).type());
+    }
+    if ((status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0)
+        ThrowNotWritten(target, EACCES);
     if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0)
         ThrowNotWritten(target, errno);
 }
 
-/// Makes an empty file of a new name beside the target.
-fs::path MakeTemporary(const fs::path& target)
+fs::path CheckedTarget(const fs::path& path)
 {
-    static unsigned counter = 0;
-    for (;;) {
-        const std::string name =
-            ".orrery-" + std::to_string(::getpid()) + '-' + std::to_string(counter++) + ".tmp";
-        fs::path path = FolderOf(target) / name;
-        const Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL, 0666);
-        if (file.IsOpen())
-            return path;
-        if (errno != EEXIST)
-            ThrowNotWritten(target, errno);
-    }
+    fs::path target = FollowLinks(path);
+    CheckTarget(target);
+    RemoveAbandonedFiles(target.parent_path());
+    return target;
 }
 
 void WriteAll(const Descriptor& file, std::string_view bytes, const fs::path& target)
@@ -112,7 +78,7 @@ void WriteAll(const Descriptor& file, std::string_view bytes, const fs::path& ta
 /// Flushes the finished file and gives it the permissions of the file that it replaces.
 void Finish(const fs::path& temporary, const fs::path& target)
 {
-    const Descriptor file(temporary, O_RDONLY);
+    const Descriptor file(::open(temporary.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.IsOpen())
         ThrowNotWritten(target, errno);
     struct stat old = {};
@@ -124,27 +90,39 @@ void Finish(const fs::path& temporary, const fs::path& target)
 
 } // namespace
 
-FileReplacement::FileReplacement(fs::path target) : target_(FollowLinks(std::move(target)))
+void CheckReplaceable(const fs::path& path)
 {
-    CheckTarget(target_);
-    temporary_ = MakeTemporary(target_);
+    CheckTarget(FollowLinks(path));
+}
+
+void MakeEmptyFile(const fs::path& path)
+{
+    const Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    if (!file.IsOpen())
+        ThrowNotWritten(path, errno);
+}
+
+FileReplacement::FileReplacement(const fs::path& target)
+    : target_(CheckedTarget(target)), temporary_(target_)
+{
 }
 
 void FileReplacement::Commit()
 {
-    Finish(temporary_, target_);
-    if (::rename(temporary_.c_str(), target_.c_str()) != 0)
+    Finish(temporary_.Path(), target_);
+    if (::rename(temporary_.Path().c_str(), target_.c_str()) != 0)
         ThrowNotWritten(target_, errno);
     // The folder is not flushed: after a crash the name means the old file or the new one, and
     // both are whole.
-    committed_ = true;
+    temporary_.Keep();
 }
 
 void ReplaceFile(const fs::path& target, std::string_view bytes)
 {
     FileReplacement replacement(target);
     {
-        const Descriptor file(replacement.TemporaryPath(), O_WRONLY | O_TRUNC);
+        const Descriptor file(
+            ::open(replacement.TemporaryPath().c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
         if (!file.IsOpen())
             ThrowNotWritten(target, errno);
         WriteAll(file, bytes, target);

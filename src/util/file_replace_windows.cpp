@@ -1,10 +1,8 @@
-#include <windows.h>
+#include "util/file_windows.h"
 #undef ReplaceFile // a macro of the system's for two calls; here it is one of ours
 
-#include "util/error.h"
+#include "util/file_error.h"
 #include "util/file_replace.h"
-#include "util/paths.h"
-#include "util/system_message.h"
 
 #include <algorithm>
 #include <array>
@@ -18,40 +16,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// An open file.
-class File {
-public:
-    File(const fs::path& path, DWORD access, DWORD creation)
-        : handle_(CreateFileW(path.c_str(), access,
-                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                              creation, FILE_ATTRIBUTE_NORMAL, nullptr))
-    {
-    }
-    ~File()
-    {
-        if (IsOpen())
-            CloseHandle(handle_);
-    }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-
-    bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
-    HANDLE Handle() const { return handle_; }
-
-private:
-    HANDLE handle_;
-};
-
-[[noreturn]] void ThrowNotWritten(const fs::path& target, const std::error_code& failure)
-{
-    throw Error(ErrorKind::FileNotWritable, FromPath(target), SystemMessage(failure));
-}
-
 [[noreturn]] void ThrowNotWritten(const fs::path& target, DWORD code)
 {
-    if (code == ERROR_DISK_FULL || code == ERROR_HANDLE_DISK_FULL)
-        throw Error(ErrorKind::DiskFull, FromPath(target));
-    ThrowNotWritten(target, {static_cast<int>(code), std::system_category()});
+    throw NotWritten(target, {static_cast<int>(code), std::system_category()});
 }
 
 bool HasAttribute(const fs::path& path, DWORD attribute)
@@ -74,35 +41,29 @@ fs::path FollowLinks(fs::path path)
     return length > 0 && length < buffer.size() ? fs::path(buffer.data()) : path;
 }
 
-/// A file that could not be written in place is not replaced either: a folder, a file that is
-/// marked read-only, one that another program keeps to itself.
+/// A file that could not be written in place is not replaced either: a folder, a device, a file
+/// that is marked read-only, one that another program keeps to itself.
 void CheckTarget(const fs::path& target)
 {
     if (HasAttribute(target, FILE_ATTRIBUTE_DIRECTORY))
-        ThrowNotWritten(target, std::make_error_code(std::errc::is_a_directory));
+        throw NotRegular(target, fs::file_type::directory);
     if (HasAttribute(target, FILE_ATTRIBUTE_READONLY)) // for those who may write everything, too
         ThrowNotWritten(target, ERROR_ACCESS_DENIED);
     const File file(target, GENERIC_WRITE, OPEN_EXISTING);
     const DWORD code = file.IsOpen() ? ERROR_SUCCESS : GetLastError();
     // For a new file, making the temporary one tells whether the folder takes it.
-    if (code != ERROR_SUCCESS && code != ERROR_FILE_NOT_FOUND)
+    if (code != ERROR_SUCCESS && code != ERROR_FILE_NOT_FOUND && code != ERROR_PATH_NOT_FOUND)
         ThrowNotWritten(target, code);
+    if (file.IsOpen() && file.Type() != fs::file_type::regular)
+        throw NotRegular(target, file.Type());
 }
 
-/// Makes an empty file of a new name beside the target.
-fs::path MakeTemporary(const fs::path& target)
+fs::path CheckedTarget(const fs::path& path)
 {
-    static unsigned counter = 0;
-    for (;;) {
-        const std::wstring name = L".orrery-" + std::to_wstring(GetCurrentProcessId()) + L'-' +
-                                  std::to_wstring(counter++) + L".tmp";
-        fs::path path = target.parent_path() / name;
-        const File file(path, GENERIC_WRITE, CREATE_NEW);
-        if (file.IsOpen())
-            return path;
-        if (const DWORD code = GetLastError(); code != ERROR_FILE_EXISTS)
-            ThrowNotWritten(target, code);
-    }
+    fs::path target = FollowLinks(path);
+    CheckTarget(target);
+    RemoveAbandonedFiles(target.parent_path());
+    return target;
 }
 
 void WriteAll(const File& file, std::string_view bytes, const fs::path& target)
@@ -141,17 +102,28 @@ void Exchange(const fs::path& temporary, const fs::path& target)
 
 } // namespace
 
-FileReplacement::FileReplacement(fs::path target) : target_(FollowLinks(std::move(target)))
+void CheckReplaceable(const fs::path& path)
 {
-    CheckTarget(target_);
-    temporary_ = MakeTemporary(target_);
+    CheckTarget(FollowLinks(path));
+}
+
+void MakeEmptyFile(const fs::path& path)
+{
+    const File file(path, GENERIC_WRITE, CREATE_NEW);
+    if (!file.IsOpen())
+        ThrowNotWritten(path, GetLastError());
+}
+
+FileReplacement::FileReplacement(const fs::path& target)
+    : target_(CheckedTarget(target)), temporary_(target_)
+{
 }
 
 void FileReplacement::Commit()
 {
-    Flush(temporary_, target_);
-    Exchange(temporary_, target_);
-    committed_ = true;
+    Flush(temporary_.Path(), target_);
+    Exchange(temporary_.Path(), target_);
+    temporary_.Keep();
 }
 
 void ReplaceFile(const fs::path& target, std::string_view bytes)

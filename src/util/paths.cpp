@@ -1,9 +1,9 @@
 #include "util/paths.h"
 
+#include "util/file_read.h"
 #include "util/text.h"
 
 #include <algorithm>
-#include <fstream>
 #include <system_error>
 
 namespace orrery::util {
@@ -115,9 +115,7 @@ bool EnsureFolder(std::string_view path)
 
 bool FileExists(std::string_view path)
 {
-    const fs::path file = ToPath(WithoutTrailingSeparator(path));
-    std::error_code failed;
-    return fs::is_regular_file(file, failed) && std::ifstream(file).is_open();
+    return !ReadingObstacle(ToPath(WithoutTrailingSeparator(path)));
 }
 
 std::string FirstFileOfFolder(std::string_view folder)

@@ -27,7 +27,7 @@ bool IsNetworkPath(std::string_view path);
 /// `path` made absolute against `base`; an absolute path comes back unchanged.
 std::string ResolvePath(std::string_view base, std::string_view path);
 /// The path from the root on, with "." and ".." applied; a relative one counts from the current
-/// folder.
+/// folder. Throws Error(FileNotFound) where that is gone.
 std::string AbsolutePath(std::string_view path);
 /// With a separator at the end, added where there was none; an empty text stays empty.
 std::string WithTrailingSeparator(std::string_view folder);

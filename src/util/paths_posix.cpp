@@ -1,5 +1,7 @@
 #include "util/paths.h"
 
+#include "util/error.h"
+
 #include <algorithm>
 #include <system_error>
 
@@ -21,7 +23,11 @@ std::string FromPath(const std::filesystem::path& path)
 
 std::string AbsolutePath(std::string_view path)
 {
-    return FromPath(std::filesystem::absolute(ToPath(path)).lexically_normal());
+    std::error_code failure;
+    const auto absolute = std::filesystem::absolute(ToPath(path), failure);
+    if (failure)
+        throw Error(ErrorKind::FileNotFound, "the current folder");
+    return FromPath(absolute.lexically_normal());
 }
 
 bool IsSameFolder(std::string_view left, std::string_view right)

@@ -20,7 +20,7 @@ public:
     std::string Read(std::string_view section, std::string_view key,
                      std::string_view fallback) const;
     /// Sets the key and keeps every other line, comment and order. False when the value has a line
-    /// break or the file cannot be written; it then stays as it was.
+    /// break or the file cannot be read or written; it then stays as it was.
     bool Write(std::string_view section, std::string_view key, std::string_view value) const;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "util/code_page.h"
 #include "util/error.h"
+#include "util/file_read.h"
 #include "util/file_replace.h"
 #include "util/text.h"
 
@@ -24,14 +25,23 @@ std::string EncodeLike(std::string_view oldBytes, const std::string& text)
 } // namespace
 
 ProfileFile::ProfileFile(const std::filesystem::path& file)
-    : bytes_(ReadFile(file).value_or("")), text_(DecodeTextFile(bytes_)), index_(text_)
+    : ProfileFile(ReadTextFile(file), !IsMissing(file))
+{
+}
+
+ProfileFile::ProfileFile(std::optional<std::string> bytes, bool isThere)
+    : isUnreadable_(isThere && !bytes), bytes_(std::move(bytes).value_or("")),
+      text_(DecodeTextFile(bytes_)), index_(text_)
 {
 }
 
 bool WriteProfileFile(const std::filesystem::path& file, std::string_view section,
                       std::string_view key, std::string_view value)
 {
-    const std::string oldBytes = ReadFile(file).value_or("");
+    const auto read = ReadTextFile(file);
+    if (!read && !IsMissing(file))
+        return false; // the other settings in it would be lost
+    const std::string oldBytes = read.value_or("");
     const std::string text = WithProfileValue(DecodeTextFile(oldBytes), section, key, value);
     try {
         ReplaceFile(file, EncodeLike(oldBytes, text));

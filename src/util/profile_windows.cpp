@@ -37,7 +37,8 @@ std::optional<std::string> CodePagePath(const std::filesystem::path& file)
 /// The file as it was read, and how the system's functions are asked for it.
 struct Profile::Content : ProfileFile {
     explicit Content(const std::filesystem::path& file)
-        : ProfileFile(file), systemPath(SpeaksCodePage(Bytes()) ? CodePagePath(file) : std::nullopt)
+        : ProfileFile(file),
+          systemPath(!IsUnreadable() && SpeaksCodePage(Bytes()) ? CodePagePath(file) : std::nullopt)
     {
     }
 

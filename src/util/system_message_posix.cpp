@@ -9,9 +9,9 @@ std::string SystemMessage(const std::error_code& code)
     return code.message();
 }
 
-bool MeansDiskFull(int errorNumber)
+bool MeansDiskFull(const std::error_code& code)
 {
-    return errorNumber == ENOSPC || errorNumber == EDQUOT;
+    return code.value() == ENOSPC || code.value() == EDQUOT; // both categories have these numbers
 }
 
 } // namespace orrery::util

@@ -20,9 +20,14 @@ std::string SystemMessage(const std::error_code& code)
     return text.empty() ? "error " + std::to_string(code.value()) : text;
 }
 
-bool MeansDiskFull(int errorNumber)
+bool MeansDiskFull(const std::error_code& code)
 {
-    return errorNumber == ENOSPC;
+    if (code.category() != std::system_category())
+        return code.value() == ENOSPC;
+    constexpr DWORD kDiskQuotaExceeded = 1295; // not every header names it
+    const auto number = static_cast<DWORD>(code.value());
+    return number == ERROR_DISK_FULL || number == ERROR_HANDLE_DISK_FULL ||
+           number == kDiskQuotaExceeded;
 }
 
 } // namespace orrery::util

@@ -86,7 +86,8 @@ def kill_during_save(cli, template, folder):
     whole = time_of_run(cli, heavy, output)
     untouched = heavy.read_bytes()
     chance = random.Random(2)
-    killed = runs = 0
+    is_killed = len(cli) == 1  # what runs the program elsewhere takes the signal and not the program
+    killed = runs = left = 0
     while runs < 50 or (killed < 20 and runs < 300):
         runs += 1
         process = subprocess.Popen(generate(cli, heavy, output), stdout=subprocess.DEVNULL)
@@ -100,10 +101,16 @@ def kill_during_save(cli, template, folder):
         process.wait()
         check(is_whole(target), "a half-written workbook stands under the output's name")
         check(heavy.read_bytes() == untouched, "the template was changed")
+        temporary = [path for path in output.iterdir() if path != target]
+        check(len(temporary) <= 1 or not is_killed, f"earlier runs left {temporary}")
+        left += len(temporary)
     check(killed >= 20, f"only {killed} of {runs} runs were killed: the loop proves too little")
     subprocess.run(generate(cli, heavy, output), check=True, stdout=subprocess.DEVNULL)
     check(is_whole(target) and target.stat().st_size > 0, "the next run did not succeed")
-    print(f"{killed} of {runs} runs killed, every output whole")
+    if is_killed:
+        check(left > 0, "no killed run left a temporary file: the loop proves too little")
+        check(list(output.iterdir()) == [target], f"left behind: {list(output.iterdir())}")
+    print(f"{killed} of {runs} runs killed, every output whole, {left} temporary files removed")
 
 
 def delete_during_run(cli, template, folder):

@@ -49,6 +49,21 @@ TEST(ErrorText, NamesTheSubject)
     }
 }
 
+TEST(ErrorText, ShowsNoEmptyNameOfAFile)
+{
+    for (int i = static_cast<int>(ErrorKind::FileNotFound);
+         i <= static_cast<int>(ErrorKind::TooDeeplyNested); ++i) {
+        const auto kind = static_cast<ErrorKind>(i);
+        const std::string text = ErrorText(Error(kind, "", "cause"));
+        if (kind != ErrorKind::FolderNotCreated) { // whoever makes a folder knows its name
+            EXPECT_EQ(text.find("\"\""), std::string::npos) << text;
+        }
+    }
+    EXPECT_EQ(ErrorText(Error(ErrorKind::DamagedWorkbook, "", "no parts")),
+              "The workbook is damaged: no parts. Repair it in the spreadsheet program or use "
+              "another copy.");
+}
+
 TEST(ErrorText, TellsAboutThePassword)
 {
     EXPECT_EQ(

@@ -1,12 +1,15 @@
+#include "ordinary_user.h"
 #include "replace_failure.h"
 #include "scratch_folder.h"
 #include "util/error.h"
 #include "util/file_replace.h"
+#include "util/process.h"
 
 #include <cerrno>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,30 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing_support::BytesOf;
+using testing_support::OrdinaryUser;
 using testing_support::ScratchFolder;
-
-/// Acts as an ordinary user until the scope ends, so that permissions count for root too.
-class OrdinaryUser {
-public:
-    OrdinaryUser()
-    {
-        if (root_) {
-            EXPECT_EQ(::seteuid(kNobody), 0);
-        }
-    }
-    ~OrdinaryUser()
-    {
-        if (root_) {
-            EXPECT_EQ(::seteuid(0), 0);
-        }
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
-private:
-    static constexpr uid_t kNobody = 65534;
-    bool root_ = ::geteuid() == 0;
-};
 
 mode_t ModeOf(const fs::path& path)
 {
@@ -107,6 +88,73 @@ TEST(ReplaceFile, LeavesAReadOnlyFile)
     }
     EXPECT_EQ(BytesOf(file), "old");
     EXPECT_EQ(scratch.Entries(), 1);
+}
+
+TEST(ReplaceFile, LeavesAFileThatNobodyMayWrite)
+{
+    const ScratchFolder scratch;
+    const fs::path file = scratch.Write("a", "old");
+    fs::permissions(file, fs::perms(0444)); // which does not stop root
+    EXPECT_EQ(KindThrownBy(file), ErrorKind::FileNotWritable);
+    EXPECT_EQ(BytesOf(file), "old");
+    EXPECT_EQ(scratch.Entries(), 1);
+}
+
+TEST(ReplaceFile, LeavesWhatIsNoRegularFile)
+{
+    const ScratchFolder scratch;
+    ASSERT_EQ(::mkfifo((scratch / "pipe").c_str(), 0666), 0);
+    fs::create_symlink("/dev/zero", scratch / "device");
+    EXPECT_EQ(KindThrownBy(scratch / "pipe"), ErrorKind::NotARegularFile);
+    EXPECT_THROW(CheckReplaceable(scratch / "device"), Error);
+    EXPECT_TRUE(fs::is_fifo(scratch / "pipe"));
+    EXPECT_TRUE(fs::is_symlink(scratch / "device"));
+    EXPECT_EQ(scratch.Entries(), 2) << "nothing left behind";
+}
+
+TEST(MakeEmptyFile, DoesNotFollowALinkThatLeadsNowhere)
+{
+    const ScratchFolder scratch;
+    fs::create_symlink("nowhere", scratch / "link");
+    EXPECT_THROW(MakeEmptyFile(scratch / "link"), Error);
+    EXPECT_EQ(scratch.Entries(), 1);
+}
+
+/// Lets files grow to that size until the scope ends.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        ::getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit limit{bytes, old_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &old_); }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit old_ = {};
+};
+
+TEST(ReplaceFile, TellsOfTheLimitOnTheSizeOfFiles)
+{
+    PrepareProcess();
+    const ScratchFolder scratch;
+    const fs::path file = scratch.Write("a", "old");
+    std::optional<ErrorKind> kind;
+    {
+        const FileSizeLimit limit(2048);
+        try {
+            ReplaceFile(file, std::string(5000, 'x'));
+        }
+        catch (const Error& error) {
+            kind = error.Kind();
+        }
+    }
+    EXPECT_EQ(kind, ErrorKind::FileSizeLimit);
+    EXPECT_EQ(BytesOf(file), "old");
+    EXPECT_EQ(scratch.Entries(), 1) << "nothing left behind";
 }
 
 TEST(ReplaceFile, LeavesAFileOfAReadOnlyFolder)

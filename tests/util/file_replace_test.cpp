@@ -13,22 +13,6 @@ namespace fs = std::filesystem;
 using testing_support::BytesOf;
 using testing_support::ScratchFolder;
 
-TEST(ReadFile, GivesTheBytes)
-{
-    const ScratchFolder scratch;
-    std::string bytes(200000, 'x');
-    bytes[70000] = '\0';
-    EXPECT_TRUE(ReadFile(scratch.Write("a", bytes)) == bytes);
-    EXPECT_EQ(ReadFile(scratch.Write("b", "")), "");
-}
-
-TEST(ReadFile, GivesNothingForWhatIsNoFile)
-{
-    const ScratchFolder scratch;
-    EXPECT_EQ(ReadFile(scratch / "missing"), std::nullopt);
-    EXPECT_EQ(ReadFile(scratch.Path()), std::nullopt);
-}
-
 TEST(ReplaceFile, MakesAndReplaces)
 {
     const ScratchFolder scratch;
@@ -53,10 +37,20 @@ TEST(ReplaceFile, RefusesWhatIsNoFile)
     const ScratchFolder scratch;
     scratch.Write("file", "old");
     fs::create_directory(scratch / "folder");
-    EXPECT_EQ(KindThrownBy(scratch / "folder"), ErrorKind::FileNotWritable);
+    EXPECT_EQ(KindThrownBy(scratch / "folder"), ErrorKind::NotARegularFile);
     EXPECT_EQ(KindThrownBy(scratch / "missing/a"), ErrorKind::FileNotWritable);
     EXPECT_EQ(KindThrownBy(scratch / "file/a"), ErrorKind::FileNotWritable);
     EXPECT_EQ(scratch.Entries(), 2) << "nothing left behind";
+}
+
+TEST(MakeEmptyFile, TakesNoNameThatIsInUse)
+{
+    const ScratchFolder scratch;
+    MakeEmptyFile(scratch / "new");
+    EXPECT_EQ(BytesOf(scratch / "new"), "");
+    const fs::path old = scratch.Write("old", "content");
+    EXPECT_THROW(MakeEmptyFile(old), Error);
+    EXPECT_EQ(BytesOf(old), "content");
 }
 
 TEST(FileReplacement, ReservesANameOfItsOwn)
@@ -80,12 +74,12 @@ TEST(FileReplacement, PassesOverNamesThatAreTaken)
     // The counter goes up by one each time; the next name exists already.
     std::string next = taken.filename().string();
     const std::size_t dash = next.rfind('-') + 1;
-    const int number = std::stoi(next.substr(dash));
+    const auto number = std::stoull(next.substr(dash));
     next = next.substr(0, dash) + std::to_string(number + 1) + ".tmp";
-    scratch.Write(next, "somebody else's");
+    fs::create_directory(scratch / next);
     const FileReplacement replacement(scratch / "a");
     EXPECT_NE(replacement.TemporaryPath().filename(), next);
-    EXPECT_EQ(BytesOf(scratch / next), "somebody else's");
+    EXPECT_TRUE(fs::is_directory(scratch / next));
 }
 
 TEST(FileReplacement, DoesNothingWithoutACommit)

@@ -1,4 +1,5 @@
 #include "scratch_folder.h"
+#include "util/file_read.h"
 #include "util/profile.h"
 #include "util/profile_text.h"
 #include "util/text.h"
@@ -112,6 +113,17 @@ TEST(Profile, WritesAndReadsBack)
     EXPECT_EQ(profile.Read("Environment", "ShowTips", "Y"), "N");
     EXPECT_EQ(Profile(scratch / "orrery.ini").Read("ENVIRONMENT", "SHOWTIPS", "Y"), "N");
     EXPECT_EQ(scratch.Entries(), 1) << "no temporary file stays";
+}
+
+TEST(Profile, LeavesAFileThatItDoesNotRead)
+{
+    const ScratchFolder scratch;
+    const auto file = scratch.Write("a.ini", "[Part]\nKey=a\n");
+    std::filesystem::resize_file(file, kMostText + 1);
+    const Profile profile(file);
+    EXPECT_EQ(profile.Read("Part", "Key", "b"), "b");
+    EXPECT_FALSE(profile.Write("Part", "Key", "c"));
+    EXPECT_EQ(std::filesystem::file_size(file), kMostText + 1);
 }
 
 TEST(Profile, KeepsTheEncoding)

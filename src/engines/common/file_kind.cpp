@@ -1,13 +1,11 @@
 #include "engines/common/file_kind.h"
 
 #include "util/error.h"
+#include "util/file_read.h"
 #include "util/paths.h"
 
 #include <array>
-#include <cstddef>
-#include <fstream>
 #include <string_view>
-#include <system_error>
 
 namespace orrery::engines {
 namespace {
@@ -30,15 +28,9 @@ bool IsOldSheet(std::string_view bytes)
 
 FileKind DetectFileKind(const std::filesystem::path& path)
 {
-    std::error_code unknown;
-    if (!std::filesystem::exists(path, unknown))
-        throw util::Error(util::ErrorKind::FileNotFound, util::FromPath(path));
-    std::ifstream file(path, std::ios::binary);
-    if (!file || std::filesystem::is_directory(path, unknown))
-        throw util::Error(util::ErrorKind::FileNotReadable, util::FromPath(path));
+    util::InputFile file(path);
     std::array<char, kCompoundFile.size()> begin{};
-    file.read(begin.data(), begin.size());
-    const std::string_view bytes(begin.data(), static_cast<std::size_t>(file.gcount()));
+    const std::string_view bytes(begin.data(), file.Read(begin.data(), begin.size()));
     if (bytes.empty())
         throw util::Error(util::ErrorKind::NotAWorkbook, util::FromPath(path), "it is empty");
     if (bytes == kCompoundFile)

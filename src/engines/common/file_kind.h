@@ -11,8 +11,8 @@ enum class FileKind {
     Other     ///< a package (.xlsx), or whatever else; the zip reader decides
 };
 
-/// Looks at the first bytes of the file. Throws Error (FileNotFound, FileNotReadable; NotAWorkbook
-/// for an empty file).
+/// Looks at the first bytes of the file. Throws Error (FileNotFound, FileNotReadable,
+/// NotARegularFile; NotAWorkbook for an empty file).
 FileKind DetectFileKind(const std::filesystem::path& path);
 
 } // namespace orrery::engines

@@ -3,8 +3,8 @@
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/sector_chains.h"
 #include "util/error.h"
+#include "util/file_error.h"
 #include "util/paths.h"
-#include "util/system_message.h"
 
 #include <algorithm>
 #include <cassert>
@@ -141,11 +141,7 @@ void SectorFile::Check(bool isDone) const
 {
     if (isDone)
         return;
-    const int code = errno;
-    if (util::MeansDiskFull(code))
-        throw Error(ErrorKind::DiskFull, util::FromPath(target_));
-    throw Error(ErrorKind::FileNotWritable, util::FromPath(target_),
-                code == 0 ? std::string() : std::generic_category().message(code));
+    throw util::NotWritten(target_, {errno, std::generic_category()});
 }
 
 } // namespace orrery::xls

@@ -3,8 +3,8 @@
 #include "engines/builtin/xlsx/zip_checks.h"
 #include "engines/builtin/xlsx/zip_target.h"
 #include "util/error.h"
+#include "util/file_error.h"
 #include "util/paths.h"
-#include "util/system_message.h"
 
 #include <algorithm>
 #include <array>
@@ -336,8 +336,9 @@ void ZipWriter::Close()
     }
     ZipError error(zip_get_error(handle_.get()));
     const std::string target = util::FromPath(path_);
-    if (util::MeansDiskFull(error.SystemCode()))
-        throw Error(ErrorKind::DiskFull, target);
+    const Error limit = util::NotWritten(path_, {error.SystemCode(), std::generic_category()});
+    if (limit.Kind() != ErrorKind::FileNotWritable)
+        throw limit;
     switch (error.Code()) {
     case ZIP_ER_READ:
     case ZIP_ER_SEEK:

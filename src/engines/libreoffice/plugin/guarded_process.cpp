@@ -126,17 +126,17 @@ void EndAll(pid_t program)
 }
 
 /// Opens the channel between this program and the guard.
-std::pair<Descriptor, Descriptor> MakeChannel()
+std::pair<util::Descriptor, util::Descriptor> MakeChannel()
 {
     std::array<int, 2> ends = {-1, -1};
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
         throw Error(util::ErrorKind::ApplicationFailure, "LibreOffice",
                     "LibreOffice could not be started: " +
                         util::SystemMessage({errno, std::generic_category()}) + '.');
-    return {Descriptor(ends[0]), Descriptor(ends[1])};
+    return {util::Descriptor(ends[0]), util::Descriptor(ends[1])};
 }
 
-bool ReadWhole(const Descriptor& from, void* target, std::size_t size)
+bool ReadWhole(const util::Descriptor& from, void* target, std::size_t size)
 {
     ssize_t count = 0;
     do

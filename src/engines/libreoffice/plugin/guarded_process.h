@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/libreoffice/plugin/descriptor.h"
+#include "util/descriptor.h"
 
 #include <chrono>
 #include <filesystem>
@@ -40,8 +40,8 @@ private:
     void WaitForGuard();
 
     pid_t guard_ = 0;
-    pid_t group_ = 0;    // the program, its session and its group
-    Descriptor channel_; // to the guard, which closes it when the program has ended
+    pid_t group_ = 0;          // the program, its session and its group
+    util::Descriptor channel_; // to the guard, which closes it when the program has ended
 };
 
 } // namespace orrery::libreoffice

@@ -29,15 +29,15 @@ constexpr const char* kSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
 )";
 
 /// Not open where another instance holds the lock.
-Descriptor TakeLock(const fs::path& path)
+util::Descriptor TakeLock(const fs::path& path)
 {
-    Descriptor lock(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    util::Descriptor lock(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
     if (lock.IsOpen() && ::flock(lock.Number(), LOCK_EX | LOCK_NB) == 0)
         return lock;
     if (!lock.IsOpen() || errno != EWOULDBLOCK)
         throw Error(util::ErrorKind::FileNotWritable, util::FromPath(path),
                     util::SystemMessage({errno, std::generic_category()}));
-    return Descriptor();
+    return util::Descriptor();
 }
 
 void MakeFolder(const fs::path& folder)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/libreoffice/plugin/descriptor.h"
+#include "util/descriptor.h"
 
 #include <filesystem>
 
@@ -25,7 +25,7 @@ public:
 
 private:
     std::filesystem::path path_;
-    Descriptor lock_;
+    util::Descriptor lock_;
 };
 
 } // namespace orrery::libreoffice

@@ -3,9 +3,9 @@
 #include <unistd.h>
 #include <utility>
 
-namespace orrery::libreoffice {
+namespace orrery::util {
 
-/// An open file, closed by whoever holds it last; -1 is none.
+/// An open file of a POSIX system, closed by whoever holds it last; -1 is none.
 class Descriptor {
 public:
     explicit Descriptor(int number = -1) : number_(number) {}
@@ -21,6 +21,8 @@ public:
 
     int Number() const { return number_; }
     bool IsOpen() const { return number_ >= 0; }
+    /// Gives it up without closing it.
+    int Release() { return std::exchange(number_, -1); }
     void Close()
     {
         if (IsOpen())
@@ -31,4 +33,4 @@ private:
     int number_;
 };
 
-} // namespace orrery::libreoffice
+} // namespace orrery::util

@@ -1,0 +1,65 @@
+#include "util/descriptor.h"
+#include "util/file_error.h"
+#include "util/file_read.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <utility>
+
+namespace orrery::util {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+[[noreturn]] void ThrowNotRead(const fs::path& path)
+{
+    throw NotRead(path, {errno, std::generic_category()});
+}
+
+void CheckRegular(const fs::path& path, const struct stat& status)
+{
+    if (S_ISREG(status.st_mode))
+        return;
+    switch (status.st_mode & S_IFMT) {
+    case S_IFDIR:
+        throw NotRegular(path, fs::file_type::directory);
+    case S_IFIFO:
+        throw NotRegular(path, fs::file_type::fifo);
+    case S_IFSOCK:
+        throw NotRegular(path, fs::file_type::socket);
+    default:
+        throw NotRegular(path, fs::file_type::character);
+    }
+}
+
+/// Looks before it opens, because opening alone does something to some devices, and again
+/// afterwards, because another file may have taken the name; a pipe is not waited for.
+Descriptor OpenRegular(const fs::path& path, struct stat& status)
+{
+    if (::stat(path.c_str(), &status) != 0)
+        ThrowNotRead(path);
+    CheckRegular(path, status);
+    Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0)
+        ThrowNotRead(path);
+    CheckRegular(path, status);
+    return file;
+}
+
+} // namespace
+
+InputFile::InputFile(const fs::path& path) : path_(path)
+{
+    struct stat status = {};
+    Descriptor file = OpenRegular(path, status);
+    size_ = static_cast<std::uint64_t>(status.st_size);
+    file_.reset(::fdopen(file.Number(), "rb"));
+    if (!file_)
+        ThrowNotRead(path);
+    static_cast<void>(file.Release()); // the stream closes it
+}
+
+} // namespace orrery::util

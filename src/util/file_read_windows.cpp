@@ -1,0 +1,42 @@
+#include "util/file_windows.h"
+
+#include "util/file_error.h"
+#include "util/file_read.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <fcntl.h>
+#include <io.h>
+#include <system_error>
+
+#undef ReadFile // a macro of the system's for two calls; here it is one of ours
+
+namespace orrery::util {
+
+namespace fs = std::filesystem;
+
+InputFile::InputFile(const fs::path& path) : path_(path)
+{
+    // The flag also opens folders, which are then named as what they are.
+    File file(path, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+    if (!file.IsOpen())
+        throw NotRead(path, {static_cast<int>(GetLastError()), std::system_category()});
+    if (const fs::file_type type = file.Type(); type != fs::file_type::regular)
+        throw NotRegular(path, type);
+    LARGE_INTEGER size = {};
+    if (GetFileSizeEx(file.Handle(), &size) == FALSE)
+        throw NotRead(path, {static_cast<int>(GetLastError()), std::system_category()});
+    size_ = static_cast<std::uint64_t>(size.QuadPart);
+    const int number =
+        _open_osfhandle(reinterpret_cast<std::intptr_t>(file.Handle()), _O_RDONLY | _O_BINARY);
+    if (number == -1)
+        throw NotRead(path, {errno, std::generic_category()});
+    file.Release(); // the number closes it, and the stream the number
+    file_.reset(_fdopen(number, "rb"));
+    if (!file_) {
+        _close(number);
+        throw NotRead(path, {errno, std::generic_category()});
+    }
+}
+
+} // namespace orrery::util

@@ -5,14 +5,13 @@
 #include "holidays/holiday_dates.h"
 #include "util/error.h"
 #include "util/error_text.h"
+#include "util/file_replace.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/system_message.h"
 
-#include <cerrno>
 #include <exception>
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 #include <vector>
 
@@ -35,14 +34,6 @@ void RemoveFileIfPossible(const std::string& path)
     std::filesystem::remove(util::ToPath(path), ignored);
 }
 
-void CreateEmptyFile(const std::string& path)
-{
-    errno = 0;
-    const std::ofstream file(util::ToPath(path), std::ios::binary | std::ios::trunc);
-    if (!file)
-        throw Error(ErrorKind::FileNotWritable, path, std::generic_category().message(errno));
-}
-
 void SwitchOff(Application& application)
 {
     application.SetDisplayAlerts(false);
@@ -59,15 +50,32 @@ void SwitchOn(Application& application)
     application.SetDisplayAlerts(true);
 }
 
-/// Proves that the output can be written before any work is done.
-void PrepareOutput(const std::string& outputPath)
+/// Where the template's name is a link to the output, removing the old output would lose both.
+void CheckOutputIsNotTemplate(const GenerateJob& job)
 {
-    if (util::FileExists(outputPath))
-        RemoveFile(outputPath);
+    namespace fs = std::filesystem;
+    const fs::path output = util::ToPath(job.outputPath);
+    std::error_code absent;
+    const fs::path place = fs::canonical(output.parent_path(), absent) / output.filename();
+    if (absent || fs::is_symlink(output, absent))
+        return;
+    if (fs::canonical(util::ToPath(job.templatePath), absent) == place)
+        throw Error(ErrorKind::OutputIsTemplate, job.outputPath);
+}
+
+/// Proves that the output can be written before any work is done. A link under the output's name
+/// is removed like a file, so that nothing outside the output folder is touched.
+void PrepareOutput(const GenerateJob& job)
+{
+    const std::string& outputPath = job.outputPath;
+    const std::filesystem::path path = util::ToPath(outputPath);
+    util::CheckReplaceable(path);
+    CheckOutputIsNotTemplate(job);
+    RemoveFile(outputPath);
     const std::string folder = util::ParentFolder(outputPath);
     if (!folder.empty())
         util::EnsureFolder(folder);
-    CreateEmptyFile(outputPath);
+    util::MakeEmptyFile(path);
 }
 
 /// Takes away an output file that was begun and never saved.
@@ -226,7 +234,7 @@ bool GenerateCalendar(const ApplicationFactory& startApplication, const Generate
 Workbook* OpenCalendarWorkbook(Application& application, const GenerateJob& job, Context& context)
 {
     try {
-        PrepareOutput(job.outputPath);
+        PrepareOutput(job);
         return &OpenTemplate(application, job);
     }
     catch (const std::exception& error) {

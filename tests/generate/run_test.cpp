@@ -249,6 +249,65 @@ TEST_F(RunTest, ReplacesAnExistingOutputFile)
     EXPECT_EQ(fake::ReadWorkbookFile(Output()).size(), 13U);
 }
 
+TEST_F(RunTest, AnOutputFileMarkedReadOnlyStays)
+{
+    fs::create_directory(folder_ / "output");
+    util::ReplaceFile(Output(), "the user's own");
+    fs::permissions(Output(), fs::perms::owner_read | fs::perms::group_read);
+    EXPECT_EQ(Run(), std::nullopt);
+    fs::permissions(Output(), fs::perms::owner_all);
+    EXPECT_EQ(util::ReadFile(Output()), "the user's own");
+    ASSERT_EQ(reporter_.reports.size(), 1U);
+    EXPECT_NE(reporter_.reports[0].find("cannot be written"), std::string::npos);
+}
+
+TEST_F(RunTest, AFolderInTheOutputsPlaceStays)
+{
+    fs::create_directories(Output());
+    EXPECT_EQ(Run(), std::nullopt);
+    EXPECT_TRUE(fs::is_directory(Output()));
+    ASSERT_EQ(reporter_.reports.size(), 1U);
+    EXPECT_NE(reporter_.reports[0].find("is not a regular file: it is a folder"),
+              std::string::npos);
+}
+
+/// Makes a link, or says that none can be made here.
+bool CanLink(const fs::path& to, const fs::path& link)
+{
+    std::error_code failure;
+    fs::create_directories(link.parent_path());
+    fs::create_symlink(to, link, failure);
+    return !failure;
+}
+
+TEST_F(RunTest, ALinkInTheOutputsPlaceIsReplacedAndWhereItLeadsIsNot)
+{
+    util::ReplaceFile(folder_ / "own", "the user's own");
+    for (const char* goal : {"own", "nowhere"}) {
+        if (!CanLink(folder_ / goal, Output()))
+            GTEST_SKIP() << "no links here";
+        EXPECT_EQ(Run(), util::FromPath(Output())) << goal;
+        EXPECT_FALSE(fs::is_symlink(Output())) << goal;
+        EXPECT_EQ(fake::ReadWorkbookFile(Output()).size(), 13U) << goal;
+        fs::remove(Output());
+    }
+    EXPECT_EQ(util::ReadFile(folder_ / "own"), "the user's own");
+    EXPECT_FALSE(fs::exists(folder_ / "nowhere"));
+}
+
+TEST_F(RunTest, ATemplateThatIsALinkToTheOutputStays)
+{
+    const fs::path file = folder_ / "template" / "Desk.fake";
+    fs::create_directory(folder_ / "output");
+    fs::rename(file, Output());
+    if (!CanLink(Output(), file))
+        GTEST_SKIP() << "no links here";
+    EXPECT_EQ(Run(), std::nullopt);
+    EXPECT_EQ(fake::ReadWorkbookFile(file).size(), 2U);
+    ASSERT_EQ(reporter_.reports.size(), 1U);
+    EXPECT_NE(reporter_.reports[0].find("Choose another output folder."), std::string::npos);
+}
+
 TEST_F(RunTest, MakesTheOutputFolderWithItsParents)
 {
     request_.outputFolder = Folder("a/b/c");

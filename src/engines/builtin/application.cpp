@@ -11,8 +11,8 @@ namespace {
 /// A workbook that remembers where it was saved for the application that becomes visible.
 class OpenWorkbook : public generate::Workbook {
 public:
-    OpenWorkbook(std::unique_ptr<generate::Workbook> workbook, std::filesystem::path& lastSaved)
-        : workbook_(std::move(workbook)), lastSaved_(lastSaved)
+    OpenWorkbook(const std::filesystem::path& path, std::filesystem::path& lastSaved)
+        : path_(path), workbook_(builtin::OpenWorkbookFile(path)), lastSaved_(lastSaved)
     {
     }
 
@@ -23,11 +23,13 @@ public:
 
     void SaveAs(const std::filesystem::path& target, generate::AccessMode accessMode) override
     {
-        workbook_->SaveAs(target, accessMode);
+        // What is read late may turn out to be damaged now.
+        NamingWorkbook(path_, [&] { workbook_->SaveAs(target, accessMode); });
         lastSaved_ = target;
     }
 
 private:
+    std::filesystem::path path_;
     std::unique_ptr<generate::Workbook> workbook_;
     std::filesystem::path& lastSaved_;
 };
@@ -54,8 +56,7 @@ public:
     generate::Workbook& OpenWorkbook(const std::filesystem::path& path, bool /*readOnly*/) override
     {
         // A file is only ever replaced by SaveAs, so that every workbook is opened read-only.
-        workbooks_.push_back(
-            std::make_unique<builtin::OpenWorkbook>(builtin::OpenWorkbookFile(path), lastSaved_));
+        workbooks_.push_back(std::make_unique<builtin::OpenWorkbook>(path, lastSaved_));
         return *workbooks_.back();
     }
 

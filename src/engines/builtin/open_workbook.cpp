@@ -4,14 +4,29 @@
 #include "engines/builtin/xlsx/workbook.h"
 #include "engines/common/file_kind.h"
 #include "util/error.h"
+#include "util/file_read.h"
 #include "util/paths.h"
+
+#include <cstdint>
 
 namespace orrery::builtin {
 
-std::unique_ptr<generate::Workbook> OpenWorkbookFile(const std::filesystem::path& path)
+namespace {
+
+/// As large as an .xlsx workbook may become when it is unpacked. It is held in memory as a whole.
+void CheckSize(const std::filesystem::path& path)
+{
+    constexpr std::uint64_t kMost = std::uint64_t{1} << 30U;
+    if (util::InputFile(path).Size() > kMost)
+        throw util::Error(util::ErrorKind::TooLargeUnpacked, util::FromPath(path),
+                          "more than 1 GiB");
+}
+
+std::unique_ptr<generate::Workbook> OpenByContent(const std::filesystem::path& path)
 {
     switch (engines::DetectFileKind(path)) {
     case engines::FileKind::Compound:
+        CheckSize(path);
         return std::make_unique<xls::Workbook>(path);
     case engines::FileKind::OldSheet:
         throw util::Error(util::ErrorKind::OldBinaryFormat, util::FromPath(path));
@@ -19,6 +34,27 @@ std::unique_ptr<generate::Workbook> OpenWorkbookFile(const std::filesystem::path
         break;
     }
     return std::make_unique<xlsx::Workbook>(path);
+}
+
+} // namespace
+
+std::unique_ptr<generate::Workbook> OpenWorkbookFile(const std::filesystem::path& path)
+{
+    std::unique_ptr<generate::Workbook> workbook;
+    NamingWorkbook(path, [&] { workbook = OpenByContent(path); });
+    return workbook;
+}
+
+void NamingWorkbook(const std::filesystem::path& path, const std::function<void()>& action)
+{
+    try {
+        action();
+    }
+    catch (const util::Error& error) {
+        if (!error.Subject().empty())
+            throw;
+        throw util::Error(error.Kind(), util::FromPath(path), error.Cause());
+    }
 }
 
 } // namespace orrery::builtin

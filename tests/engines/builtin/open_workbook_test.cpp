@@ -91,5 +91,34 @@ TEST_F(OpenWorkbookTest, AMissingFileAndAFolderCannotBeRead)
     EXPECT_THROW(OpenWorkbookFile(kTests), util::Error);
 }
 
+TEST_F(OpenWorkbookTest, AnEnormousFileIsNotReadIntoMemory)
+{
+    const std::filesystem::path file = folder_.Write("a.xls", BuildCompound({}));
+    std::filesystem::resize_file(file, std::uintmax_t{1} << 36U);
+    try {
+        OpenWorkbookFile(file);
+        ADD_FAILURE() << "it was opened";
+    }
+    catch (const util::Error& error) {
+        EXPECT_EQ(error.Kind(), ErrorKind::TooLargeUnpacked);
+    }
+}
+
+TEST(NamingWorkbookTest, GivesTheNameToErrorsThatHaveNone)
+{
+    const auto subjectOf = [](const std::string& thrown) -> std::string {
+        try {
+            NamingWorkbook("Desk.xlsx",
+                           [&] { throw util::Error(ErrorKind::DamagedWorkbook, thrown); });
+        }
+        catch (const util::Error& error) {
+            return error.Subject();
+        }
+        return "nothing thrown";
+    };
+    EXPECT_EQ(subjectOf(""), "Desk.xlsx");
+    EXPECT_EQ(subjectOf("Other.xlsx"), "Other.xlsx");
+}
+
 } // namespace
 } // namespace orrery::builtin

@@ -1,15 +1,12 @@
 #include "ui/folders.h"
 
+#include "util/error.h"
+#include "util/file_read.h"
 #include "util/file_replace.h"
 #include "util/paths.h"
 
-#include <filesystem>
-#include <system_error>
-
 namespace orrery::ui {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr const char* kSettingsName = "orrery.ini";
 constexpr const char* kTipsName = "tips.txt";
@@ -19,12 +16,20 @@ Locations LocationsIn(const std::string& configFolder, const std::string& dataFo
     return {configFolder + kSettingsName, dataFolder, dataFolder + kTipsName};
 }
 
+/// Whole or not at all, so that the next start finds no half file where this one was ended.
 void CopyIfMissing(const std::string& from, const std::string& to)
 {
-    std::error_code absorbed;
-    if (util::FileExists(from) && !util::FileExists(to)) {
-        util::EnsureFolder(util::ParentFolder(to));
-        fs::copy_file(util::ToPath(from), util::ToPath(to), absorbed);
+    if (!util::IsMissing(util::ToPath(to)))
+        return;
+    const auto bytes = util::ReadFile(util::ToPath(from));
+    if (!bytes)
+        return;
+    util::EnsureFolder(util::ParentFolder(to));
+    try {
+        util::ReplaceFile(util::ToPath(to), *bytes);
+    }
+    catch (const util::Error&) {
+        return; // the program goes on without the file
     }
 }
 
@@ -49,7 +54,7 @@ Locations LocationsBeside(const std::string& settingsFile)
 
 void FillAtFirstStart(const Locations& locations, const std::string& installed)
 {
-    if (installed.empty() || util::FileExists(locations.settingsFile))
+    if (installed.empty() || !util::IsMissing(util::ToPath(locations.settingsFile)))
         return;
     for (const std::string name : {"holiday", "template"}) {
         const std::string from = installed + name + util::kSeparator;

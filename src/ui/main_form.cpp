@@ -7,6 +7,7 @@
 #include "ui/tip_form.h"
 #include "util/error.h"
 #include "util/error_text.h"
+#include "util/file_read.h"
 #include "util/paths.h"
 
 #include <ctime>
@@ -57,6 +58,13 @@ void MainForm::Form_Load(YearAndMonth today)
     FillTemplateList();
 }
 
+void MainForm::ReportUnreadableSettings()
+{
+    const auto file = util::ToPath(locations_.settingsFile);
+    if (const auto obstacle = util::ObstacleOfExistingText(file))
+        desktop_.Report(util::ErrorText(*obstacle));
+}
+
 void MainForm::ShowTipAtStartup()
 {
     if (!settings_.ShowTips)
@@ -93,6 +101,10 @@ void MainForm::ShowEmptyFolder()
     const bool canCopy = isEmpty && !ShippedTemplateFolder(system_.installed).empty();
     lblEmptyFolder.visible = isEmpty;
     cmdCopyTemplates.visible = canCopy;
+    if (const auto obstacle = util::ListingObstacle(util::ToPath(settings_.TemplatePath))) {
+        lblEmptyFolder.ShowText(util::ErrorText(*obstacle));
+        return;
+    }
     lblEmptyFolder.ShowText("There is no template in the folder\r\n" + settings_.TemplatePath +
                             "\r\nPut Excel workbooks (.xls or .xlsx) into it or drop them here" +
                             (canCopy ? ",\r\nor copy the shipped templates." : "."));
@@ -125,6 +137,8 @@ void MainForm::cboTemplateFile_Click()
     else {
         working = LoadWorkingSets(settings_, chosen);
         currentTemplate_ = chosen;
+        if (working.obstacle)
+            desktop_.Report(util::ErrorText(*working.obstacle));
     }
     UpdateButtons();
 }

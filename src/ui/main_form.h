@@ -30,7 +30,8 @@ public:
 
     /// The start-up, without the tip: settings, folders, year, templates, buttons.
     void Form_Load(YearAndMonth today);
-    /// The last step of the start-up, once the window is on the screen.
+    // The last steps of the start-up, once the window is on the screen.
+    void ReportUnreadableSettings(); ///< where a file is there and the defaults count
     void ShowTipAtStartup();
     void Form_Activate();
 

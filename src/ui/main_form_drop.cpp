@@ -1,7 +1,9 @@
 #include "model/parameter_file.h"
 #include "ui/main_form.h"
 #include "ui/template_folder.h"
+#include "util/error.h"
 #include "util/error_text.h"
+#include "util/file_read.h"
 #include "util/paths.h"
 #include "util/text.h"
 
@@ -63,8 +65,12 @@ void MainForm::DropFiles(const std::vector<std::string>& files)
 bool MainForm::TakeTemplate(const std::string& file)
 {
     try {
-        if (LiesIn(settings_.TemplatePath, file))
-            return util::FileExists(file);
+        if (LiesIn(settings_.TemplatePath, file)) {
+            const auto obstacle = util::ReadingObstacle(util::ToPath(file));
+            if (obstacle && obstacle->Kind() != util::ErrorKind::FileNotFound)
+                throw *obstacle;
+            return !obstacle;
+        }
         if (!CopyAfterQuestion(file))
             return false;
         TakeParameterFile(model::ParameterFilePath(util::ParentFolder(file), util::FileName(file)));
@@ -78,7 +84,7 @@ bool MainForm::TakeTemplate(const std::string& file)
 
 void MainForm::TakeParameterFile(const std::string& file)
 {
-    if (!util::FileExists(file) || !CopyAfterQuestion(file))
+    if (util::IsMissing(util::ToPath(file)) || !CopyAfterQuestion(file))
         return;
     if (util::BaseName(file) != util::BaseName(currentTemplate_))
         return;
@@ -89,9 +95,10 @@ void MainForm::TakeParameterFile(const std::string& file)
 
 bool MainForm::CopyAfterQuestion(const std::string& file)
 {
-    const bool isThere = util::FileExists(settings_.TemplatePath + util::FileName(file));
-    if (isThere && !desktop_.Ask(Quoted(file) + " is already in the template folder.\r\n"
-                                                "Do you want to replace it?"))
+    const std::string target = settings_.TemplatePath + util::FileName(file);
+    if (!util::IsMissing(util::ToPath(target)) &&
+        !desktop_.Ask(Quoted(file) + " is already in the template folder.\r\n"
+                                     "Do you want to replace it?"))
         return false;
     CopyFileInto(settings_.TemplatePath, file);
     return true;

@@ -95,6 +95,7 @@ Settings LoadSettings(const Locations& locations, const FolderOverrides& overrid
         overrides.holidayFolder, ReadFolder(profile, "HolidayFilePath", locations, "holiday"));
     LoadNameTables(profile, settings.names);
     settings.defaults = LoadDefaults(profile, settings.names, settings.HolidayFilePath);
+    settings.holidayObstacles = HolidayObstacles(profile, settings.HolidayFilePath);
     settings.ShowTips = !util::EqualIgnoringCase(ReadTrimmed(profile, "ShowTips", "Y"), "N");
     settings.Pdf = util::EqualIgnoringCase(ReadTrimmed(profile, kPdf, "N"), "Y");
     settings.Engine = ReadTrimmed(profile, "Engine", "auto");

@@ -3,11 +3,13 @@
 #include "model/name_lists.h"
 #include "model/parameters.h"
 #include "ui/folders.h"
+#include "util/error.h"
 #include "util/profile.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace orrery::ui {
 
@@ -21,6 +23,8 @@ struct Settings {
     std::string Engine; ///< the name of a spreadsheet application, "auto" unless set
     model::NameTables names;
     model::DefaultParameters defaults;
+    /// Why holiday files of the default sets could not be read, although they are there.
+    std::vector<util::Error> holidayObstacles;
 };
 
 /// Folders that stand in for those of the settings file.
@@ -46,6 +50,10 @@ void LoadNameTables(const util::Profile& profile, model::NameTables& names);
 /// is not in the tables counts as list 0.
 model::DefaultParameters LoadDefaults(const util::Profile& profile, const model::NameTables& names,
                                       const std::string& holidayFolder);
+
+/// Why the holiday files of the default sets cannot be read; those that are missing are left out.
+std::vector<util::Error> HolidayObstacles(const util::Profile& profile,
+                                          const std::string& holidayFolder);
 
 /// The year that the year box begins with: next year once June is over. `month` is [1:12].
 std::int16_t InitialYear(std::int16_t year, std::int16_t month);

@@ -1,16 +1,20 @@
 #include "holidays/holiday_readers.h"
 #include "ui/settings.h"
+#include "util/file_read.h"
 #include "util/numbers.h"
 #include "util/paths.h"
 #include "util/text.h"
 
 #include <algorithm>
+#include <set>
 
 namespace orrery::ui {
 namespace {
 
 using model::CellPosition;
 
+constexpr const char* kMonthlySection = "Monthly Calendar";
+constexpr const char* kYearlySection = "Yearly Calendar";
 constexpr CellPosition kDefaultFirstDay{5, 2}; // B5
 
 /// One section's values, trimmed.
@@ -97,10 +101,16 @@ void ReadCommon(const Section& section, const model::NameTables& names,
     set.MultiHolidays = static_cast<std::int16_t>(section.Number("MultiHolidays", 0, 2, 0));
 }
 
+/// The holiday file that the settings name for a set; the folder itself where they name none.
+std::string NamedHolidayFile(const Section& section, const std::string& holidayFolder)
+{
+    return util::ResolvePath(holidayFolder, section.Text("HolidayFile", ""));
+}
+
 /// The set's holiday file; where that does not exist, the holiday folder's first file.
 std::string ReadHolidayFileName(const Section& section, const std::string& holidayFolder)
 {
-    std::string file = util::ResolvePath(holidayFolder, section.Text("HolidayFile", ""));
+    std::string file = NamedHolidayFile(section, holidayFolder);
     return util::FileExists(file) ? file : util::FirstFileOfFolder(holidayFolder);
 }
 
@@ -142,8 +152,8 @@ holidays::HolidayList HolidaysOf(const std::string& file)
 model::DefaultParameters LoadDefaults(const util::Profile& profile, const model::NameTables& names,
                                       const std::string& holidayFolder)
 {
-    const Section monthly(profile, "Monthly Calendar");
-    const Section yearly(profile, "Yearly Calendar");
+    const Section monthly(profile, kMonthlySection);
+    const Section yearly(profile, kYearlySection);
     model::DefaultParameters defaults;
     defaults.Monthly = ReadMonthly(monthly, names);
     defaults.MonthlyHolidayFile = ReadHolidayFileName(monthly, holidayFolder);
@@ -154,6 +164,24 @@ model::DefaultParameters LoadDefaults(const util::Profile& profile, const model:
                                    ? defaults.Monthly.Holidays
                                    : HolidaysOf(defaults.YearlyHolidayFile);
     return defaults;
+}
+
+std::vector<util::Error> HolidayObstacles(const util::Profile& profile,
+                                          const std::string& holidayFolder)
+{
+    std::set<std::string> files;
+    for (const char* name : {kMonthlySection, kYearlySection}) {
+        const Section section(profile, name);
+        if (!section.Text("HolidayFile", "").empty())
+            files.insert(NamedHolidayFile(section, holidayFolder));
+        files.insert(ReadHolidayFileName(section, holidayFolder));
+    }
+    std::vector<util::Error> obstacles;
+    for (const std::string& file : files) {
+        if (auto obstacle = util::ObstacleOfExistingText(util::ToPath(file)))
+            obstacles.push_back(*std::move(obstacle));
+    }
+    return obstacles;
 }
 
 } // namespace orrery::ui

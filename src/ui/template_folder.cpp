@@ -1,6 +1,7 @@
 #include "ui/template_folder.h"
 
 #include "util/error.h"
+#include "util/file_read.h"
 #include "util/file_replace.h"
 #include "util/paths.h"
 #include "util/text.h"
@@ -29,11 +30,11 @@ std::vector<std::string> ListTemplates(const std::string& folder)
 
 void CopyFileInto(const std::string& folder, const std::string& file)
 {
+    if (const auto obstacle = util::ReadingObstacle(util::ToPath(file)))
+        throw *obstacle;
     const auto bytes = util::ReadFile(util::ToPath(file));
-    if (!bytes) {
-        const bool exists = std::filesystem::exists(util::ToPath(file));
-        throw Error(exists ? ErrorKind::FileNotReadable : ErrorKind::FileNotFound, file);
-    }
+    if (!bytes)
+        throw Error(ErrorKind::FileNotReadable, file);
     util::EnsureFolder(folder);
     const std::string target = util::WithTrailingSeparator(folder) + util::FileName(file);
     util::ReplaceFile(util::ToPath(target), *bytes);
@@ -52,7 +53,7 @@ void CopyShippedTemplates(const std::string& installed, const std::string& folde
     if (shipped.empty())
         throw Error(ErrorKind::FileNotFound, installed + "template");
     for (const std::string& file : util::ListFiles(shipped)) {
-        if (!util::FileExists(folder + file))
+        if (util::IsMissing(util::ToPath(folder + file)))
             CopyFileInto(folder, shipped + file);
     }
 }

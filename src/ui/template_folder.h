@@ -13,7 +13,7 @@ bool IsTemplateName(const std::string& file);
 std::vector<std::string> ListTemplates(const std::string& folder);
 
 /// Copies a file into the folder, over one of the same name. Throws Error (FileNotFound,
-/// FileNotReadable, FileNotWritable, DiskFull); an old file then stays.
+/// FileNotReadable, NotARegularFile, FileNotWritable, DiskFull); an old file then stays.
 void CopyFileInto(const std::string& folder, const std::string& file);
 
 /// Where the templates lie that are installed for everybody; empty: nothing is installed.

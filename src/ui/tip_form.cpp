@@ -1,7 +1,7 @@
 #include "ui/tip_form.h"
 
 #include "util/error.h"
-#include "util/file_replace.h"
+#include "util/file_read.h"
 #include "util/paths.h"
 #include "util/profile.h"
 #include "util/text.h"
@@ -50,7 +50,7 @@ TipForm::TipForm(std::string settingsFile, const std::string& tipsFile)
 
 bool TipForm::LoadTips(const std::string& path)
 {
-    const auto bytes = path.empty() ? std::nullopt : util::ReadFile(util::ToPath(path));
+    const auto bytes = path.empty() ? std::nullopt : util::ReadTextFile(util::ToPath(path));
     if (!bytes)
         return false;
     const std::string text = util::DecodeTextFile(*bytes);

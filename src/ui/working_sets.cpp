@@ -1,6 +1,7 @@
 #include "ui/working_sets.h"
 
 #include "model/parameter_file.h"
+#include "util/file_read.h"
 #include "util/paths.h"
 
 namespace orrery::ui {
@@ -9,6 +10,7 @@ WorkingSets LoadWorkingSets(Settings& settings, const std::string& templateFile)
 {
     const auto file = model::ParameterFilePath(settings.TemplatePath, templateFile);
     WorkingSets working{model::CopyDefaults(settings.defaults)};
+    working.obstacle = util::ObstacleOfExistingText(util::ToPath(file));
     working.parameterFileExists = util::FileExists(file);
     if (working.parameterFileExists)
         model::ReadParameterFile(util::ToPath(file), settings.names, working.sets);

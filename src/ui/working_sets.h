@@ -2,7 +2,9 @@
 
 #include "model/parameters.h"
 #include "ui/settings.h"
+#include "util/error.h"
 
+#include <optional>
 #include <string>
 
 namespace orrery::ui {
@@ -13,6 +15,8 @@ struct WorkingSets {
     bool parameterFileExists = false; ///< the template has a parameter file of its own
     bool monthlyChanged = false;      ///< the set differs from the file
     bool yearlyChanged = false;
+    /// Why the parameter file could not be read, although it is there.
+    std::optional<util::Error> obstacle = {};
 
     bool Changed() const { return monthlyChanged || yearlyChanged; }
     void ClearChanged() { monthlyChanged = yearlyChanged = false; }

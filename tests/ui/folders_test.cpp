@@ -80,6 +80,15 @@ TEST_F(FoldersTest, LaterStartsBringNothingBack)
     EXPECT_FALSE(fs::exists(At("home/data")));
 }
 
+TEST_F(FoldersTest, SettingsThatCannotBeReadAreNoFirstStart)
+{
+    Write("installed/orrery.ini", "new");
+    Write("installed/template/Desk.xlsx", "workbook");
+    fs::create_directories(At("home/config/orrery/orrery.ini"));
+    FillAtFirstStart(LocationsFor(System()), System().installed);
+    EXPECT_FALSE(fs::exists(At("home/data")));
+}
+
 TEST_F(FoldersTest, NothingInstalledOrNowhereToPutItIsAbsorbed)
 {
     FillAtFirstStart(LocationsFor(System()), "");

@@ -87,6 +87,17 @@ TEST_F(EmptyFolderTest, IsLookedAtAgainWhenTheWindowBecomesActive)
     EXPECT_FALSE(form.lblEmptyFolder.visible);
 }
 
+TEST_F(MainFormTest, AFolderThatCannotBeListedIsNotCalledEmpty)
+{
+    fs::remove_all(At("template"));
+    Write("template", "a file in the folder's place");
+    const MainForm& form = Open();
+    EXPECT_TRUE(form.lblEmptyFolder.visible);
+    EXPECT_NE(form.lblEmptyFolder.caption.find("\"" + At("template/") + "\" cannot be read"),
+              std::string::npos)
+        << form.lblEmptyFolder.caption;
+}
+
 TEST_F(MainFormTest, AFolderWithTemplatesIsNotLookedAtAgain)
 {
     MainForm& form = Open();
@@ -220,6 +231,18 @@ TEST_F(DropTest, ChoosingAsksForChangedSetsFirst)
     EXPECT_EQ(desktop_.TakeCalls(), Texts{"Ask: The parameters for Plain.xlsx has been changed.\r\n"
                                           "Do you want to save the changes?"});
     EXPECT_EQ(form_->CurrentTemplate(), "New.xls");
+}
+
+TEST_F(DropTest, AParameterFileThatCannotBeReadIsReported)
+{
+    Open();
+    const std::string file = WriteTemplate("from/New.xlsx");
+    fs::create_directory(At("from/New.ini"));
+    Drop({file});
+    EXPECT_EQ(desktop_.TakeCalls(),
+              Texts{"Report: \"" + At("from/New.ini") +
+                    "\" is not a regular file: it is a folder. Only regular files are read and "
+                    "replaced: use another name, or put a file in its place."});
 }
 
 TEST_F(DropTest, AFileThatCannotBeCopiedIsReportedAndTheOthersGoOn)

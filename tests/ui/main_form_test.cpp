@@ -101,6 +101,36 @@ TEST_F(MainFormTest, WithoutASettingsFileTheFirstStartBringsWhatIsInstalled)
     EXPECT_FALSE(form.CurrentSettings().ShowTips);
 }
 
+TEST_F(MainFormTest, SettingsThatCannotBeReadAreReportedOnceTheWindowIsOnTheScreen)
+{
+    system_ = {At("bin/"), At(""), At("data/"), ""};
+    fs::create_directories(At("orrery/orrery.ini"));
+    MainForm& form = Open();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts());
+    form.ReportUnreadableSettings();
+    EXPECT_EQ(desktop_.TakeCalls(),
+              Texts{"Report: \"" + At("orrery/orrery.ini") +
+                    "\" is not a regular file: it is a folder. Only regular files are read and "
+                    "replaced: use another name, or put a file in its place."});
+    fs::remove(At("orrery/orrery.ini"));
+    form.ReportUnreadableSettings();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts()) << "settings may be missing";
+}
+
+TEST_F(MainFormTest, AParameterFileThatCannotBeReadIsReported)
+{
+    fs::remove(At("template/Desk.ini"));
+    fs::create_directory(At("template/Desk.ini"));
+    const MainForm& form = OpenWith("Desk.xls");
+    EXPECT_EQ(desktop_.TakeCalls(),
+              Texts{"Report: \"" + At("template/Desk.ini") +
+                    "\" is not a regular file: it is a folder. Only regular files are read and "
+                    "replaced: use another name, or put a file in its place."});
+    EXPECT_FALSE(form.working.parameterFileExists);
+    EXPECT_TRUE(form.working.Changed()) << "the sets are the defaults";
+    EXPECT_EQ(form.CurrentTemplate(), "Desk.xls");
+}
+
 struct TipCase {
     const char* name;
     const char* setting;

@@ -419,6 +419,17 @@ TEST_F(SettingsTest, TheFirstHolidayFileStandsInForOneThatIsNotThere)
     EXPECT_EQ(defaults.Yearly.Holidays, defaults.Monthly.Holidays);
 }
 
+TEST_F(SettingsTest, HolidayFilesThatAreThereAndCannotBeReadAreNamed)
+{
+    Write("holiday/Here.txt", "0101, DAY, New Year");
+    std::filesystem::create_directory(folder_ / "holiday/Own.txt");
+    const Settings settings = Load("[Monthly Calendar]\nHolidayFile=Own.txt\n"
+                                   "[Yearly Calendar]\nHolidayFile=missing.txt\n");
+    ASSERT_EQ(settings.holidayObstacles.size(), 1U);
+    EXPECT_EQ(settings.holidayObstacles[0].Subject(), At("holiday/Own.txt"));
+    EXPECT_EQ(settings.defaults.MonthlyHolidayFile, At("holiday/Here.txt"));
+}
+
 TEST_F(SettingsTest, AnEmptyHolidayFolderLeavesTheDefaultsWithoutHolidays)
 {
     const auto defaults = LoadSettings(Here()).defaults;

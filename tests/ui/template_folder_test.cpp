@@ -81,7 +81,7 @@ TEST_F(TemplateFolderTest, AFileThatCannotBeCopiedIsAnErrorAndLeavesTheOldOne)
     fs::create_directories(At("from/Desk.xls"));
     Write("template/Desk.xls", "old");
     EXPECT_EQ(KindOf([&] { CopyFileInto(templates_, At("from/Desk.xls")); }),
-              ErrorKind::FileNotReadable);
+              ErrorKind::NotARegularFile);
     EXPECT_EQ(util::ReadFile(At("template/Desk.xls")), "old");
     Write("taken", "a file where the folder should be");
     const std::string good = Write("good.xls", "good");

@@ -65,6 +65,7 @@ MainWindow::MainWindow(MainForm& form, WxDesktop& desktop)
 
 void MainWindow::FinishStartup(const std::vector<std::string>& files)
 {
+    binder_.Run([this] { form_.ReportUnreadableSettings(); });
     binder_.Run([this] { form_.ShowTipAtStartup(); });
     if (!files.empty())
         DropFiles(files);

@@ -1,5 +1,6 @@
 #include "cli/commands.h"
 #include "cli/dry_run.h"
+#include "util/error_text.h"
 #include "util/paths.h"
 
 #include <chrono>
@@ -50,6 +51,15 @@ std::vector<std::string> FindProblems(Session& session, const ChosenTemplate& ch
                   holidays::EasterDate(year));
 }
 
+/// The holiday files count where the template has no holidays of its own.
+void AddHolidayProblems(const ChosenTemplate& chosen, std::vector<std::string>& findings)
+{
+    if (chosen.hasParameterFile)
+        return;
+    for (const Error& obstacle : chosen.settings.holidayObstacles)
+        findings.push_back("Holidays: " + util::ErrorText(obstacle));
+}
+
 } // namespace
 
 bool RunCheckCommand(Session& session)
@@ -59,7 +69,8 @@ bool RunCheckCommand(Session& session)
     if (!year)
         return false;
     const ChosenTemplate chosen = ChooseTemplate(session);
-    const auto findings = FindProblems(session, chosen, *year);
+    auto findings = FindProblems(session, chosen, *year);
+    AddHolidayProblems(chosen, findings);
     if (session.line.json) {
         JsonWriter json;
         json.BeginObject().Key("template").Text(chosen.settings.TemplatePath + chosen.file);

@@ -6,6 +6,7 @@
 #include "ui/working_sets.h"
 #include "util/error.h"
 #include "util/error_text.h"
+#include "util/file_read.h"
 #include "util/paths.h"
 
 #include <array>
@@ -13,6 +14,7 @@
 #include <cstdio>
 #include <exception>
 #include <ostream>
+#include <utility>
 
 namespace orrery::cli {
 namespace {
@@ -37,6 +39,8 @@ std::optional<std::string> Absolute(const std::optional<std::string>& path)
 void RunTemplatesCommand(Session& session)
 {
     const ui::Settings settings = LoadSettings(session, session.line.templateFolder);
+    if (const auto obstacle = util::ListingObstacle(util::ToPath(settings.TemplatePath)))
+        throw *obstacle;
     const auto templates = ui::ListTemplates(settings.TemplatePath);
     if (session.line.json) {
         JsonWriter json;
@@ -64,11 +68,11 @@ std::string FindHolidayFile(Session& session)
         const ui::Settings settings = LoadSettings(session, session.line.templateFolder);
         const std::string& folder =
             session.line.section.empty() ? settings.HolidayFilePath : settings.TemplatePath;
-        if (util::FileExists(folder + file) || !util::FileExists(file))
+        if (!util::IsMissing(util::ToPath(folder + file)) || !util::FileExists(file))
             file = folder + file;
     }
-    if (!util::FileExists(file))
-        throw Error(ErrorKind::FileNotFound, file);
+    if (const auto obstacle = util::TextObstacle(util::ToPath(file)))
+        throw *obstacle;
     return file;
 }
 
@@ -192,9 +196,7 @@ int RunCommand(const CommandLine& line, const ui::SystemFolders& system, generat
     }
     if (line.json && !session.jsonPrinted)
         PrintReportsAlone(session);
-    if (!console.out.flush())
-        session.reporter.Report("Standard output cannot be written.");
-    return allWell ? session.reporter.ExitCode() : kExitReported;
+    return FinishOutput(console, allWell ? session.reporter.ExitCode() : kExitReported);
 }
 
 ui::Settings LoadSettings(Session& session, const std::optional<std::string>& templateFolder)
@@ -204,10 +206,14 @@ ui::Settings LoadSettings(Session& session, const std::optional<std::string>& te
     overrides.templateFolder = Absolute(templateFolder);
     overrides.outputFolder = Absolute(line.outputFolder);
     overrides.holidayFolder = Absolute(line.holidayFolder);
-    if (!line.settingsFile.empty())
-        return ui::LoadSettings(ui::LocationsBeside(line.settingsFile), overrides);
-    const ui::Locations locations = ui::LocationsFor(session.system);
-    ui::FillAtFirstStart(locations, session.system.installed);
+    const bool isNamed = !line.settingsFile.empty();
+    const ui::Locations locations =
+        isNamed ? ui::LocationsBeside(line.settingsFile) : ui::LocationsFor(session.system);
+    if (!isNamed)
+        ui::FillAtFirstStart(locations, session.system.installed);
+    // Without the settings that are there a command would work in other folders than it should.
+    if (const auto obstacle = util::ObstacleOfExistingText(util::ToPath(locations.settingsFile)))
+        throw *obstacle;
     return ui::LoadSettings(locations, overrides);
 }
 
@@ -223,13 +229,18 @@ ChosenTemplate ChooseTemplate(Session& session)
     }
     else {
         chosen.settings = LoadSettings(session, session.line.templateFolder);
-        if (!util::FileExists(chosen.settings.TemplatePath + name) && util::FileExists(name))
+        if (util::IsMissing(util::ToPath(chosen.settings.TemplatePath + name)) &&
+            util::FileExists(name))
             chosen.settings.TemplatePath = util::WithTrailingSeparator(inCurrentFolder);
     }
     const std::string& folder = chosen.settings.TemplatePath;
-    if (!util::FileExists(folder + chosen.file))
-        throw Error(ErrorKind::FileNotFound, folder + chosen.file);
-    chosen.sets = ui::LoadWorkingSets(chosen.settings, chosen.file).sets;
+    if (const auto obstacle = util::ReadingObstacle(util::ToPath(folder + chosen.file)))
+        throw *obstacle;
+    auto working = ui::LoadWorkingSets(chosen.settings, chosen.file);
+    if (working.obstacle) // the defaults are not what the user wrote
+        throw *working.obstacle;
+    chosen.sets = std::move(working.sets);
+    chosen.hasParameterFile = working.parameterFileExists;
     return chosen;
 }
 

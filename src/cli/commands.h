@@ -41,10 +41,13 @@ struct ChosenTemplate {
     std::string file; ///< its name in the settings' template folder
     ui::Settings settings;
     model::ParameterSets sets; ///< the defaults and what its parameter file changes
+    bool hasParameterFile = false;
 };
 
 ui::Settings LoadSettings(Session& session, const std::optional<std::string>& templateFolder);
-/// Finds the command line's template. Throws Error(FileNotFound).
+/// Finds the command line's template. Throws Error (FileNotFound, FileNotReadable, NotARegularFile)
+/// for the template and for a settings or parameter file that is there and cannot be read, one
+/// that is TextFileTooLarge, too.
 ChosenTemplate ChooseTemplate(Session& session);
 /// The engine of the command line or the settings, resolved.
 std::string ChooseEngine(Session& session, const ui::Settings& settings);

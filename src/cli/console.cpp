@@ -28,6 +28,15 @@ int ConsoleReporter::ExitCode() const
     return reports_.empty() ? kExitSuccess : kExitReported;
 }
 
+int FinishOutput(Console& console, int exitCode)
+{
+    if (console.out.flush())
+        return exitCode;
+    ConsoleReporter reporter(console);
+    reporter.Report("Standard output cannot be written.");
+    return kExitReported;
+}
+
 ProgressBar::ProgressBar(std::ostream& err, bool shown, std::size_t total)
     : err_(err), shown_(shown), total_(std::max<std::size_t>(total, 1))
 {

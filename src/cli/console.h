@@ -32,6 +32,9 @@ private:
     std::vector<std::string> reports_;
 };
 
+/// Flushes the output. The exit code, or that of a report where the output cannot be written.
+int FinishOutput(Console& console, int exitCode);
+
 /// A bar on the terminal's last line, such as "[######      ] 3/10  2029".
 class ProgressBar {
 public:

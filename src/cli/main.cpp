@@ -2,6 +2,7 @@
 #include "cli/commands.h"
 #include "cli/terminal.h"
 #include "engines/engine_choice.h"
+#include "util/process.h"
 
 #include <iostream>
 #include <string>
@@ -11,6 +12,7 @@ using namespace orrery;
 
 int main(int argc, char** argv)
 {
+    util::PrepareProcess();
     std::ios::sync_with_stdio(false);
     const auto terminal = cli::UseUtf8Terminal();
     const auto arguments = cli::ProgramArguments(argc, argv);
@@ -20,10 +22,10 @@ int main(int argc, char** argv)
         pointers.push_back(argument.c_str());
     const auto parsed = cli::ParseCommandLine(static_cast<int>(pointers.size()), pointers.data(),
                                               std::cout, std::cerr);
-    if (const auto* finished = std::get_if<cli::Finished>(&parsed))
-        return finished->exitCode;
-    engines::InstalledEngines installed;
     cli::Console console{std::cout, std::cerr, cli::ErrorOutputIsTerminal()};
+    if (const auto* finished = std::get_if<cli::Finished>(&parsed))
+        return cli::FinishOutput(console, finished->exitCode);
+    engines::InstalledEngines installed;
     return cli::RunCommand(std::get<cli::CommandLine>(parsed), ui::FindSystemFolders(), installed,
                            console);
 }

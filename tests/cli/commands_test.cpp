@@ -172,6 +172,63 @@ TEST_F(CommandsTest, AnUnknownTemplateIsOneClearSentence)
     EXPECT_FALSE(fs::exists(At("output")));
 }
 
+TEST_F(CommandsTest, AFileThatIsThereAndCannotBeReadIsNotTakenForAMissingOne)
+{
+    for (const char* file : {"template/Desk.xlsx", "template/Desk.ini", "orrery.ini"}) {
+        fs::rename(folder_ / "template", folder_ / "sound");
+        fs::copy(folder_ / "sound", folder_ / "template");
+        fs::remove(folder_ / file);
+        fs::create_directory(folder_ / file);
+        if (std::string(file) == "orrery.ini")
+            line_.settingsFile = At(file);
+        for (const Command command : {Command::Generate, Command::Parameters, Command::Check}) {
+            EXPECT_EQ(Run(command), 1) << file;
+            EXPECT_EQ(out_.str(), "") << file;
+            EXPECT_EQ(err_.str(), "Error!\nError Info: \"" + At(file) +
+                                      "\" is not a regular file: it is a folder. Only regular "
+                                      "files are read and replaced: use another name, or put a "
+                                      "file in its place.\n");
+        }
+        fs::remove_all(folder_ / "template");
+        fs::rename(folder_ / "sound", folder_ / "template");
+    }
+    EXPECT_FALSE(fs::exists(folder_ / "output"));
+}
+
+TEST_F(CommandsTest, AParameterFileBeyondTheLimitIsNotPassedOver)
+{
+    Write("template/Desk.ini", "");
+    fs::resize_file(folder_ / "template/Desk.ini", (16U << 20U) + 1);
+    EXPECT_EQ(Run(Command::Generate), 1);
+    EXPECT_EQ(err_.str(), "Error!\nError Info: \"" + At("template/Desk.ini") +
+                              "\" is larger than 16 MiB, which no text file of this program is. "
+                              "Check that it is the right file.\n");
+}
+
+TEST_F(CommandsTest, ATemplateFolderThatCannotBeListedIsReported)
+{
+    line_.templateFolder = At("none");
+    EXPECT_EQ(Run(Command::Templates), 1);
+    EXPECT_EQ(err_.str(), "Error!\nError Info: \"" + At("none/") +
+                              "\" was not found. Check the name and the folder.\n");
+    line_.templateFolder = At("orrery.ini");
+    EXPECT_EQ(Run(Command::Templates), 1);
+    EXPECT_NE(err_.str().find("cannot be read"), std::string::npos) << err_.str();
+}
+
+TEST_F(CommandsTest, CheckTellsOfAHolidayFileThatCannotBeRead)
+{
+    Write("orrery.ini", "[Monthly Calendar]\nHolidayFile=Own.txt\n");
+    Write("holiday/Own.txt", "");
+    fs::resize_file(folder_ / "holiday/Own.txt", (16U << 20U) + 1);
+    EXPECT_EQ(Run(Command::Check), 1);
+    EXPECT_EQ(out_.str(), "Holidays: \"" + At("holiday/Own.txt") +
+                              "\" is larger than 16 MiB, which no text file of this program is. "
+                              "Check that it is the right file.\n");
+    Write("template/Desk.ini", "[Monthly Calendar]\n");
+    EXPECT_EQ(Run(Command::Check), 0) << "the template has holidays of its own: none";
+}
+
 TEST_F(CommandsTest, AMissingEngineIsReportedOnce)
 {
     line_.years = {"2027", "2028"};

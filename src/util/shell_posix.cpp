@@ -5,6 +5,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <optional>
@@ -58,7 +59,12 @@ public:
         for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
             ::posix_spawn_file_actions_addopen(&actions_, stream, "/dev/null", O_RDWR, 0);
         ::posix_spawnattr_init(&attributes_);
-        ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSID);
+        // It would inherit what `PrepareProcess` set.
+        sigset_t ignored;
+        ::sigemptyset(&ignored);
+        ::sigaddset(&ignored, SIGXFSZ);
+        ::posix_spawnattr_setsigdefault(&attributes_, &ignored);
+        ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGDEF);
     }
     ~SpawnPlan()
     {

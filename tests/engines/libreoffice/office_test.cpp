@@ -61,6 +61,22 @@ TEST_F(OfficeStartTest, EndsAtOnce)
     EXPECT_EQ(ErrorOf(Program("exit 1")), "LibreOffice could not be started: it ended at once.");
 }
 
+TEST_F(OfficeStartTest, RemovesThePipeOfAnInstanceThatWasKilledWithItsProgram)
+{
+    const std::string prefix = "/tmp/OSL_PIPE_" + std::to_string(::getuid()) + '_';
+    const std::string name = "orrery-0123456789abcdef";
+    const auto options = Program("exit 1");
+    for (const bool isOurs : {true, false}) {
+        const std::string pipe = isOurs ? name : "own-" + name;
+        std::ofstream(prefix + pipe).close();
+        fs::create_directories(options.profiles / "1");
+        folder_.Write("profiles/1/pipe", pipe);
+        ErrorOf(options);
+        EXPECT_EQ(fs::exists(prefix + pipe), !isOurs) << pipe;
+        fs::remove(prefix + pipe);
+    }
+}
+
 TEST_F(OfficeStartTest, CannotBeRun)
 {
     auto options = Program("");

@@ -2,6 +2,7 @@
 
 #include "engines/common/file_kind.h"
 #include "engines/libreoffice/plugin/questions.h"
+#include "util/file_error.h"
 #include "util/file_replace.h"
 #include "util/paths.h"
 
@@ -10,6 +11,7 @@
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <rtl/ref.hxx>
 
+#include <cerrno>
 #include <cstdint>
 #include <fstream>
 #include <map>
@@ -93,8 +95,9 @@ void StoreDocument(Office& office, const Reference<css::frame::XModel2>& documen
     });
     std::ifstream from(stored.Path(), std::ios::binary);
     std::ofstream to(replacement.TemporaryPath(), std::ios::binary | std::ios::trunc);
+    errno = 0;
     if (!(to << from.rdbuf()) || !to.flush())
-        ThrowNotStored(target, replacement.TemporaryPath());
+        throw util::NotWritten(target, {errno, std::generic_category()});
     to.close();
     replacement.Commit();
 }

@@ -1,5 +1,6 @@
 #include "engines/libreoffice/plugin/office.h"
 
+#include "util/file_read.h"
 #include "util/paths.h"
 
 #include <com/sun/star/bridge/BridgeFactory.hpp>
@@ -16,6 +17,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <fstream>
 #include <random>
 #include <system_error>
 #include <thread>
@@ -30,14 +32,37 @@ using css::uno::UNO_QUERY_THROW;
 constexpr const char* kEnded = "it ended at once.";
 constexpr const char* kNoAnswer = "it did not answer in time.";
 
+constexpr std::string_view kPipePrefix = "orrery-";
+constexpr std::string_view kPipeDigits = "0123456789abcdef";
+
 /// A name that nobody else chooses.
 std::string NewPipeName()
 {
     std::random_device random;
-    constexpr std::string_view kDigits = "0123456789abcdef";
-    std::string name = "orrery-";
+    std::string name(kPipePrefix);
     for (int i = 0; i < 16; ++i)
-        name += kDigits[random() % kDigits.size()];
+        name += kPipeDigits[random() % kPipeDigits.size()];
+    return name;
+}
+
+/// The file of the pipe, which stays where LibreOffice made it when that was killed.
+void RemovePipe(const std::string& name)
+{
+    std::error_code ignored;
+    std::filesystem::remove("/tmp/OSL_PIPE_" + std::to_string(::getuid()) + '_' + name, ignored);
+}
+
+/// A name for the pipe of the profile's next instance. The pipe of its last one is removed: when
+/// that was killed together with its program, nobody else could.
+std::string TakePipe(const ProfileFolder& profile)
+{
+    const auto record = profile.Path() / "pipe";
+    const std::string last = util::ReadTextFile(record).value_or("");
+    if (last.starts_with(kPipePrefix) &&
+        last.find_first_not_of(kPipeDigits, kPipePrefix.size()) == std::string::npos)
+        RemovePipe(last);
+    std::string name = NewPipeName();
+    std::ofstream(record) << name; // without it, one file would stay
     return name;
 }
 
@@ -114,7 +139,7 @@ Arguments(std::initializer_list<std::pair<const char*, Any>> arguments)
 }
 
 Office::Office(const StartOptions& options)
-    : options_(options), profile_(options.profiles), pipe_(NewPipeName()),
+    : options_(options), profile_(options.profiles), pipe_(TakePipe(profile_)),
       process_(Command(options, profile_, pipe_), profile_.Lock()),
       watchdog_(
           options.patience, [this] { return process_.ComputedTime(); }, [this] { process_.Kill(); })
@@ -151,18 +176,11 @@ void Office::LetGo()
     bridge_.clear();
 }
 
-/// The file of the pipe, which stays where LibreOffice made it when that was killed.
-void Office::RemovePipe() const
-{
-    std::error_code ignored;
-    std::filesystem::remove("/tmp/OSL_PIPE_" + std::to_string(::getuid()) + '_' + pipe_, ignored);
-}
-
 /// By force. The profile may have been left in the middle of something.
 void Office::End()
 {
     process_.End();
-    RemovePipe();
+    RemovePipe(pipe_);
     profile_.Clear();
     hasLeft_ = true;
 }
@@ -254,9 +272,9 @@ void Office::Quit()
     catch (const css::uno::Exception&) { // the answer may be lost with the one who gives it
     }
     LetGo();
-    RemovePipe();
+    RemovePipe(pipe_);
     hasLeft_ = !isLost_ && process_.WaitForEnd(options_.patience.quit) && !watchdog_.HasBitten();
-    RemovePipe();
+    RemovePipe(pipe_);
     if (!hasLeft_)
         End();
 }

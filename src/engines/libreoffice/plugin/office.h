@@ -94,7 +94,6 @@ private:
     [[noreturn]] void ThrowLost();
     void Connect();
     void LetGo();
-    void RemovePipe() const;
     void End();
 
     StartOptions options_;

@@ -24,7 +24,7 @@ Worksheet* FindModelSheet(Workbook& workbook, const std::string& name, Context& 
 {
     Worksheet* const sheet = workbook.FindWorksheet(name);
     if (sheet == nullptr)
-        context.reporter.Report("The sheet " + name + " does not exist.");
+        context.reporter.Report("The sheet " + util::Printable(name) + " does not exist.");
     return sheet;
 }
 

@@ -3,6 +3,7 @@
 #include "util/error.h"
 #include "util/paths.h"
 #include "util/system_message.h"
+#include "util/unicode.h"
 
 #include <filesystem>
 #include <new>
@@ -29,6 +30,14 @@ std::string Because(const Error& error)
     while (cause.ends_with('.'))
         cause.pop_back();
     return cause.empty() ? cause : ": " + cause;
+}
+
+/// Other programs say in lines what failed.
+std::string PrintableCause(const Error& error)
+{
+    const bool isTheirs =
+        error.Kind() == ErrorKind::ApplicationFailure || error.Kind() == ErrorKind::ShellFailure;
+    return isTheirs ? error.Cause() : Printable(error.Cause());
 }
 
 std::string FileErrorText(const Error& error)
@@ -204,10 +213,24 @@ std::string KindText(const Error& error)
 
 } // namespace
 
+std::string Printable(std::string_view text)
+{
+    std::string printable;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t begin = at;
+        const char32_t character = NextCharacter(text, at);
+        if (character < 0x20 || (character >= 0x7F && character < 0xA0))
+            AppendUtf8(printable, 0xFFFD);
+        else
+            printable += text.substr(begin, at - begin);
+    }
+    return printable;
+}
+
 std::string ErrorText(const std::exception& error)
 {
     if (const auto* own = dynamic_cast<const Error*>(&error))
-        return KindText(*own);
+        return KindText(Error(own->Kind(), Printable(own->Subject()), PrintableCause(*own)));
     if (const auto* file = dynamic_cast<const std::filesystem::filesystem_error*>(&error))
         return QuotedOr(FromPath(file->path1()), "The current folder") +
                " cannot be used: " + SystemMessage(file->code()) + '.';

@@ -55,18 +55,26 @@ std::size_t InputFile::Read(char* buffer, std::size_t count)
     return read;
 }
 
+void InputFile::CheckUnchanged() const
+{
+    if (StampOf(file_.get()) != stamp_)
+        throw Error(ErrorKind::FileNotReadable, FromPath(path_),
+                    "another program changes it at this moment");
+}
+
 std::string InputFile::ReadAll(std::uint64_t most)
 {
     constexpr std::size_t kChunk = 65536;
-    CheckTextSize(path_, size_, most);
+    CheckTextSize(path_, Size(), most);
     std::string bytes;
     std::size_t size = 0;
     do {
         // One byte more than expected, so that the end is found without another turn.
-        bytes.resize(std::max(static_cast<std::size_t>(size_) + 1, size + kChunk));
+        bytes.resize(std::max(static_cast<std::size_t>(Size()) + 1, size + kChunk));
         size += Read(bytes.data() + size, bytes.size() - size);
         CheckTextSize(path_, size, most);
     } while (size == bytes.size());
+    CheckUnchanged();
     bytes.resize(size);
     return bytes;
 }

@@ -23,11 +23,15 @@ public:
     explicit InputFile(const std::filesystem::path& path);
 
     /// In bytes, when it was opened.
-    std::uint64_t Size() const { return size_; }
+    std::uint64_t Size() const { return stamp_.size; }
+    /// Throws Error(FileNotReadable) where the file has another size or time of change than when it
+    /// was opened: another program is writing it.
+    void CheckUnchanged() const;
     /// The next bytes, fewer than `count` only at the end. Throws Error(FileNotReadable).
     std::size_t Read(char* buffer, std::size_t count);
     /// All bytes that follow. Throws Error (FileNotReadable; TextFileTooLarge where there are more,
-    /// even if it has grown to that size meanwhile).
+    /// even if it has grown to that size meanwhile), also where another program changes the file
+    /// while it is read.
     std::string ReadAll(std::uint64_t most);
 
 private:
@@ -35,7 +39,13 @@ private:
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
     std::filesystem::path path_;
-    std::uint64_t size_ = 0;
+    struct Stamp {
+        std::uint64_t size = 0;
+        std::int64_t changed = 0; // in the system's units, from its own beginning
+        friend bool operator==(const Stamp&, const Stamp&) = default;
+    };
+    static std::optional<Stamp> StampOf(std::FILE* file);
+    Stamp stamp_;
     std::unique_ptr<std::FILE, Closer> file_;
 };
 

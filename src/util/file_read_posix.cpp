@@ -55,11 +55,21 @@ InputFile::InputFile(const fs::path& path) : path_(path)
 {
     struct stat status = {};
     Descriptor file = OpenRegular(path, status);
-    size_ = static_cast<std::uint64_t>(status.st_size);
     file_.reset(::fdopen(file.Number(), "rb"));
     if (!file_)
         ThrowNotRead(path);
     static_cast<void>(file.Release()); // the stream closes it
+    stamp_ = StampOf(file_.get()).value_or(Stamp());
+}
+
+std::optional<InputFile::Stamp> InputFile::StampOf(std::FILE* file)
+{
+    struct stat status = {};
+    if (::fstat(::fileno(file), &status) != 0)
+        return std::nullopt;
+    constexpr std::int64_t kNanoseconds = 1'000'000'000;
+    return Stamp{static_cast<std::uint64_t>(status.st_size),
+                 status.st_mtim.tv_sec * kNanoseconds + status.st_mtim.tv_nsec};
 }
 
 } // namespace orrery::util

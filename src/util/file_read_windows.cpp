@@ -23,10 +23,6 @@ InputFile::InputFile(const fs::path& path) : path_(path)
         throw NotRead(path, {static_cast<int>(GetLastError()), std::system_category()});
     if (const fs::file_type type = file.Type(); type != fs::file_type::regular)
         throw NotRegular(path, type);
-    LARGE_INTEGER size = {};
-    if (GetFileSizeEx(file.Handle(), &size) == FALSE)
-        throw NotRead(path, {static_cast<int>(GetLastError()), std::system_category()});
-    size_ = static_cast<std::uint64_t>(size.QuadPart);
     const int number =
         _open_osfhandle(reinterpret_cast<std::intptr_t>(file.Handle()), _O_RDONLY | _O_BINARY);
     if (number == -1)
@@ -37,6 +33,21 @@ InputFile::InputFile(const fs::path& path) : path_(path)
         _close(number);
         throw NotRead(path, {errno, std::generic_category()});
     }
+    stamp_ = StampOf(file_.get()).value_or(Stamp());
+}
+
+std::optional<InputFile::Stamp> InputFile::StampOf(std::FILE* file)
+{
+    const auto join = [](DWORD high, DWORD low) {
+        return static_cast<std::uint64_t>(high) << 32U | low;
+    };
+    BY_HANDLE_FILE_INFORMATION status = {};
+    if (GetFileInformationByHandle(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file))),
+                                   &status) == FALSE)
+        return std::nullopt;
+    return Stamp{join(status.nFileSizeHigh, status.nFileSizeLow),
+                 static_cast<std::int64_t>(join(status.ftLastWriteTime.dwHighDateTime,
+                                                status.ftLastWriteTime.dwLowDateTime))};
 }
 
 } // namespace orrery::util

@@ -64,6 +64,17 @@ TEST(ErrorText, ShowsNoEmptyNameOfAFile)
               "another copy.");
 }
 
+TEST(ErrorText, ShowsControlCharactersOfNamesAsOneSign)
+{
+    EXPECT_EQ(Printable("a\tb\n\x7F\xC2\x9B c\xC3\xA4"), "a\xEF\xBF\xBD"
+                                                         "b\xEF\xBF\xBD\xEF\xBF\xBD"
+                                                         "\xEF\xBF\xBD c\xC3\xA4");
+    const Error error(ErrorKind::NotAWorksheet, "a\x1B[31m", "b\x07");
+    const std::string text = ErrorText(error);
+    EXPECT_TRUE(text.starts_with("\"a\xEF\xBF\xBD[31m\" is not a worksheet: b\xEF\xBF\xBD."))
+        << text;
+}
+
 TEST(ErrorText, TellsAboutThePassword)
 {
     EXPECT_EQ(

@@ -1,8 +1,10 @@
 #include "util/file_read.h"
 
 #include "scratch_folder.h"
+#include "util/file_replace.h"
 #include "util/paths.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 
 namespace orrery::util {
@@ -58,6 +60,26 @@ TEST(InputFile, DoesNotReadBeyondTheLimitWhatGrowsMeanwhile)
     InputFile file(path);
     fs::resize_file(path, 100001);
     EXPECT_THROW(file.ReadAll(100000), Error);
+}
+
+TEST(InputFile, TellsWhetherItChanged)
+{
+    const ScratchFolder folder;
+    const auto path = folder.Write("a.txt", "first");
+    const InputFile file(path);
+    EXPECT_NO_THROW(file.CheckUnchanged());
+    std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) +
+                                               std::chrono::seconds(2));
+    EXPECT_THROW(file.CheckUnchanged(), Error);
+}
+
+TEST(InputFile, DoesNotMindAFileThatTakesItsName)
+{
+    const ScratchFolder folder;
+    const auto path = folder.Write("a.txt", "first");
+    const InputFile file(path);
+    ReplaceFile(path, "second");
+    EXPECT_NO_THROW(file.CheckUnchanged());
 }
 
 TEST(ReadingObstacle, TellsWhatIsMissingFromWhatIsNoFile)

@@ -377,6 +377,7 @@ void Package::Save(const std::filesystem::path& target) const
         ZipWriter writer(replacement.TemporaryPath());
         WriteEntries(writer);
         writer.Close();
+        zip_->CheckUnchanged(); // half of it may be of one version and half of another
     }
     catch (const Error& error) { // the user knows the target, not the temporary file
         if (error.Subject() != util::FromPath(replacement.TemporaryPath()))

@@ -95,7 +95,7 @@ bool BeginsLikeAZip(const std::filesystem::path& path)
 
 } // namespace
 
-ZipReader::ZipReader(const std::filesystem::path& path) : path_(path)
+ZipReader::ZipReader(const std::filesystem::path& path) : path_(path), file_(path)
 {
     ZipError error;
     const auto utf8 = path.u8string(); // what the library takes on every system

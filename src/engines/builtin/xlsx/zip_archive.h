@@ -1,5 +1,7 @@
 #pragma once
 
+#include "util/file_read.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -39,6 +41,8 @@ public:
     std::string Read(std::size_t index) const;
     /// Checks length and checksum of an entry once. Throws Error(DamagedWorkbook).
     void Verify(std::size_t index) const;
+    /// Throws Error(FileNotReadable) where another program changed the file since it was opened.
+    void CheckUnchanged() const { file_.CheckUnchanged(); }
 
 private:
     friend class ZipWriter;
@@ -50,6 +54,7 @@ private:
     using Handle = std::unique_ptr<struct zip, HandleCloser>;
 
     std::filesystem::path path_;
+    util::InputFile file_;
     Handle handle_;
     std::vector<Entry> entries_;
     std::uint64_t unpackedSize_ = 0;

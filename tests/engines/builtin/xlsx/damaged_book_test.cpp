@@ -9,7 +9,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
 #include <functional>
+#include <memory>
 
 namespace orrery::xlsx {
 namespace {
@@ -68,6 +71,8 @@ protected:
     {
         book.Put(kSheetLinks, BuiltBook::Links({{type, target}}));
     }
+
+    const testing_support::ScratchFolder& Folder() const { return folder_; }
 
     BuiltBook book;
 
@@ -222,6 +227,18 @@ TEST_F(DamagedBookTest, AWrongChecksumIsFoundBeforeTheOutputIsTouched)
     const auto error = ErrorOf([this] { Save(); });
     EXPECT_EQ(error.Kind(), ErrorKind::DamagedWorkbook);
     EXPECT_THAT(error.Cause(), HasSubstr("xl/media/image1.png"));
+}
+
+TEST_F(DamagedBookTest, ATemplateThatIsWrittenOverMeanwhileGivesNoOutput)
+{
+    Open();
+    Write(Model());
+    const auto path = book.WriteTo(Folder()); // the same bytes, but who knows
+    std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) +
+                                               std::chrono::seconds(2));
+    const auto error = ErrorOf([this] { Save(); });
+    EXPECT_EQ(error.Kind(), ErrorKind::FileNotReadable);
+    EXPECT_FALSE(std::filesystem::exists(Folder() / "saved.xlsx"));
 }
 
 TEST_F(DamagedBookTest, TextsThatAreGoneAreNotReplacedByNewOnes)

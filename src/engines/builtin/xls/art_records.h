@@ -9,9 +9,9 @@
 namespace orrery::xls {
 
 // HFPICTURE, a picture of a header or footer. [MS-XLS] 2.4.138
-inline constexpr std::size_t kHeaderPictureFlags = 12; ///< offset
-inline constexpr std::size_t kHeaderPictureArt = 14;   ///< offset
-inline constexpr char kHeaderPictureContinues = 4;     ///< fContinue, a flag
+inline constexpr std::size_t kHeaderPictureFlags = 12;     ///< offset
+inline constexpr std::size_t kHeaderPictureArt = 14;       ///< offset
+inline constexpr std::uint8_t kHeaderPictureContinues = 4; ///< fContinue, a flag
 
 /// Tells which records of a sheet hold office art. A sheet's art is cut wherever an object follows
 /// and goes on behind the object's own records, in MSODRAWING or in CONTINUE records.

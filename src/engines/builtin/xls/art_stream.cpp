@@ -3,7 +3,6 @@
 #include "engines/builtin/xls/bytes.h"
 
 #include <algorithm>
-#include <cassert>
 
 namespace orrery::xls {
 namespace {
@@ -44,7 +43,8 @@ std::size_t ArtStream::Place(std::size_t at) const
 
 const ArtStream::Piece& ArtStream::PieceAt(std::size_t at) const
 {
-    assert(at < size_);
+    if (at >= size_)
+        ThrowTooShort();
     const auto behind = std::upper_bound(
         pieces_.begin(), pieces_.end(), at,
         [](std::size_t offset, const Piece& piece) { return offset < piece.begin; });
@@ -53,7 +53,6 @@ const ArtStream::Piece& ArtStream::PieceAt(std::size_t at) const
 
 std::uint32_t ArtStream::Bytes(std::size_t at, std::size_t count) const
 {
-    assert(Holds(at, count));
     std::uint32_t value = 0;
     for (std::size_t i = count; i-- > 0;) {
         const Piece& piece = PieceAt(at + i);

@@ -36,7 +36,7 @@ public:
     /// Whether so many bytes are there.
     bool Holds(std::size_t at, std::size_t size) const;
 
-    // What these ask for has to be there (assert).
+    // These throw Error(DamagedWorkbook) where what they ask for is not there.
     std::uint16_t U16(std::size_t at) const;
     std::uint32_t U32(std::size_t at) const;
     std::size_t Place(std::size_t at) const; ///< where the byte lies

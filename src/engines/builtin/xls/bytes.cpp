@@ -2,7 +2,6 @@
 
 #include "util/error.h"
 
-#include <cassert>
 #include <utility>
 
 namespace orrery::xls {
@@ -16,7 +15,7 @@ template <class Number> void Append(std::string& bytes, Number value)
 
 template <class Number> void Put(std::string& bytes, std::size_t at, Number value)
 {
-    assert(at <= bytes.size() && bytes.size() - at >= sizeof(Number));
+    Slice(bytes, at, sizeof(Number));
     for (std::size_t i = 0; i < sizeof(Number); ++i)
         bytes[at + i] = static_cast<char>(std::uint64_t{value} >> (8 * i) & 0xFF);
 }

@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
-/// Numbers in the byte order of the format, little-endian. Reading beyond the end of the bytes is
-/// damage.
+/// Numbers in the byte order of the format, little-endian. Reading or writing beyond the end of the
+/// bytes is damage, in every build.
 namespace orrery::xls {
 
 /// Throws Error(DamagedWorkbook) without a subject; whoever knows the file adds it.
@@ -61,7 +61,8 @@ void AppendU16(std::string& bytes, std::uint16_t value);
 void AppendU32(std::string& bytes, std::uint32_t value);
 void AppendU64(std::string& bytes, std::uint64_t value);
 
-/// Writes over bytes that are there (assert).
+/// Writes over bytes that are there. Throws as `ThrowDamaged` where they are not, and writes
+/// nothing.
 void PutU8(std::string& bytes, std::size_t at, std::uint8_t value);
 void PutU16(std::string& bytes, std::size_t at, std::uint16_t value);
 void PutU32(std::string& bytes, std::size_t at, std::uint32_t value);

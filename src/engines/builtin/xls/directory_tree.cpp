@@ -156,7 +156,6 @@ EntryId Balance(Directory& directory, const std::vector<EntryId>& members, std::
 
 DirectoryEntry ParseEntry(std::string_view bytes)
 {
-    assert(bytes.size() == kEntrySize);
     DirectoryEntry entry;
     entry.type = ParseType(ReadU8(bytes, 66));
     if (entry.type == EntryType::Unallocated)
@@ -166,7 +165,8 @@ DirectoryEntry ParseEntry(std::string_view bytes)
     entry.left = ReadU32(bytes, 68);
     entry.right = ReadU32(bytes, 72);
     entry.child = entry.IsStorage() ? ReadU32(bytes, 76) : kNoEntry;
-    std::copy_n(bytes.begin() + 80, entry.classId.size(), entry.classId.begin());
+    const auto classId = Slice(bytes, 80, entry.classId.size());
+    std::copy(classId.begin(), classId.end(), entry.classId.begin());
     entry.stateBits = ReadU32(bytes, 96);
     entry.created = ReadU64(bytes, 100);
     entry.modified = ReadU64(bytes, 108);

@@ -1,6 +1,7 @@
 #include "engines/builtin/xls/drawing_places.h"
 
 #include "engines/builtin/xls/art_records.h"
+#include "engines/builtin/xls/bytes.h"
 
 #include <unordered_map>
 #include <vector>
@@ -188,7 +189,7 @@ void ReadSelection(const ArtStream& art, Drawing& drawing)
 void ArtNumber::Put(std::string& sheet, std::uint32_t newValue) const
 {
     for (const std::uint32_t place : at) {
-        sheet[place] = static_cast<char>(newValue & 0xFF);
+        PutU8(sheet, place, static_cast<std::uint8_t>(newValue & 0xFF));
         newValue >>= 8;
     }
 }

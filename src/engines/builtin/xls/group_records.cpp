@@ -67,8 +67,10 @@ void GroupWriter::BeginRecord()
                                                             : RecordType::MsoDrawingGroup;
     recordBegin_ = stream_.size();
     AppendRecord(stream_, own ? ownType : RecordType::Continue, prefix_);
-    if (kind_ == DrawingKind::HeaderFooter && recordCount_ > 0)
-        stream_[recordBegin_ + kRecordHeader + kHeaderPictureFlags] |= kHeaderPictureContinues;
+    if (kind_ == DrawingKind::HeaderFooter && recordCount_ > 0) {
+        const std::size_t flags = recordBegin_ + kRecordHeader + kHeaderPictureFlags;
+        PutU8(stream_, flags, ReadU8(stream_, flags) | kHeaderPictureContinues);
+    }
     ++recordCount_;
 }
 

@@ -65,7 +65,8 @@ void SectorFile::Append(std::string_view bytes)
 
 void SectorFile::Patch(std::uint64_t offset, std::string_view bytes)
 {
-    assert(offset <= size_ && bytes.size() <= size_ - offset);
+    if (offset > size_ || bytes.size() > size_ - offset)
+        ThrowTooShort();
     const auto seek = [this](std::uint64_t to) {
         return file_.pubseekpos(static_cast<std::streamoff>(to)) != std::filebuf::pos_type(-1);
     };

@@ -25,7 +25,7 @@ public:
     std::uint32_t NextSector() const;
 
     void Append(std::string_view bytes);
-    /// Writes over bytes that are there (assert).
+    /// Writes over bytes that are there. Throws Error(DamagedWorkbook) where they are not.
     void Patch(std::uint64_t offset, std::string_view bytes);
     /// Fills the last sector and chains what was written since the chain before.
     void EndChain();

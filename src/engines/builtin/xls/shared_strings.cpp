@@ -120,34 +120,34 @@ std::uint32_t SharedStrings::References() const
     return records_.empty() ? 0 : SharedStringReader(records_).References();
 }
 
-void SharedStrings::ReadTexts()
+SharedStrings::Texts SharedStrings::ReadTexts(std::string_view records)
 {
-    read_ = true;
-    if (records_.empty())
-        return;
-    SharedStringReader reader(records_);
+    Texts texts;
+    if (records.empty())
+        return texts;
+    SharedStringReader reader(records);
     SharedString string;
-    for (; reader.Next(string); ++count_) {
+    for (; reader.Next(string); ++texts.count) {
         if (!string.plain)
             continue;
-        texts_.push_back(string.text);
-        indexes_.emplace(texts_.back(), count_);
+        texts.plain.push_back(string.text);
+        texts.indexes.emplace(texts.plain.back(), texts.count);
     }
-    end_ = reader.Position();
+    texts.end = reader.Position();
+    return texts;
 }
 
 std::size_t SharedStrings::IndexOf(std::string_view utf8)
 {
     engines::CheckTextLength(utf8);
-    if (!read_)
-        ReadTexts();
+    if (!texts_)
+        texts_ = ReadTexts(records_);
     auto text = util::ToUtf16(utf8);
-    if (const auto found = indexes_.find(text); found != indexes_.end())
+    if (const auto found = texts_->indexes.find(text); found != texts_->indexes.end())
         return found->second;
-    const std::size_t index = count_ + added_.size();
-    texts_.push_back(std::move(text));
-    indexes_.emplace(texts_.back(), index);
-    added_.push_back(texts_.back());
+    const std::size_t index = texts_->count + texts_->added.size();
+    texts_->added.push_back(std::move(text));
+    texts_->indexes.emplace(texts_->added.back(), index);
     return index;
 }
 
@@ -159,11 +159,12 @@ SharedStringRecords SharedStrings::ToRecords(std::uint32_t references, std::size
     records.sst = records_.empty() ? EmptyTable() : std::string(records_);
     if (Changed()) {
         if (!records_.empty()) // what lies behind the last text has no index
-            records.sst = CutOff(records_, end_);
+            records.sst = CutOff(records_, texts_->end);
         StringTableWriter writer(records.sst, LastRecord(records.sst));
-        for (const auto text : added_)
+        for (const auto& text : texts_->added)
             writer.Append(text);
-        PutU32(records.sst, kCountAt, static_cast<std::uint32_t>(count_ + added_.size()));
+        PutU32(records.sst, kCountAt,
+               static_cast<std::uint32_t>(texts_->count + texts_->added.size()));
     }
     PutU32(records.sst, kReferencesAt, references);
     records.extSst = ExtSstRecord(records.sst, offset);

@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 namespace orrery::xls {
 
@@ -26,9 +26,10 @@ public:
 
     /// The index of a plain text (no runs of formats, no reading aids), added where it is new.
     /// `utf8` is UTF-8. Throws Error(TextTooLong) beyond 32,767 UTF-16 units, and
-    /// Error(DamagedWorkbook) where the old texts cannot be told apart.
+    /// Error(DamagedWorkbook) where the old texts cannot be told apart; then nothing is added, now
+    /// or by a later call.
     std::size_t IndexOf(std::string_view utf8);
-    bool Changed() const { return !added_.empty(); }
+    bool Changed() const { return texts_ && !texts_->added.empty(); }
     /// How many cells refer to the table, as the file says; 0 without a table.
     std::uint32_t References() const;
 
@@ -38,15 +39,18 @@ public:
     SharedStringRecords ToRecords(std::uint32_t references, std::size_t offset) const;
 
 private:
-    void ReadTexts();
+    /// The texts of the workbook and those that were added.
+    struct Texts {
+        std::size_t count = 0; // in the records
+        std::size_t end = 0;   // offset behind the last of them in the records
+        std::unordered_map<std::u16string_view, std::size_t> indexes; // plain texts only
+        std::deque<std::u16string> plain; // those of `indexes`; they stay where they are
+        std::deque<std::u16string> added;
+    };
+    static Texts ReadTexts(std::string_view records);
 
     std::string_view records_;
-    bool read_ = false;
-    std::size_t count_ = 0; // texts in the records
-    std::size_t end_ = 0;   // offset behind the last of them in the records
-    std::unordered_map<std::u16string_view, std::size_t> indexes_; // plain texts only
-    std::deque<std::u16string> texts_; // those of `indexes_`; they stay where they are
-    std::vector<std::u16string_view> added_;
+    std::optional<Texts> texts_; // once they were read, to their end
 };
 
 /// The EXTSST record for a table that begins at `offset` of the stream.

@@ -5,7 +5,6 @@
 #include "util/unicode.h"
 
 #include <algorithm>
-#include <cassert>
 #include <utility>
 
 namespace orrery::xls {
@@ -145,8 +144,25 @@ std::optional<EntryId> CompoundFile::Find(std::string_view name, EntryId storage
 
 std::vector<EntryId> CompoundFile::MembersOf(EntryId storage) const
 {
-    assert(Entry(storage).IsStorage());
     return xls::MembersOf(directory_, storage);
+}
+
+std::uint64_t CompoundFile::SizeOf(EntryId storage) const
+{
+    std::uint64_t size = 0;
+    std::vector<EntryId> waiting = {storage};
+    while (!waiting.empty()) {
+        const EntryId id = waiting.back();
+        waiting.pop_back();
+        size += kEntrySize;
+        if (Entry(id).IsStream())
+            size += Entry(id).size;
+        if (!Entry(id).IsStorage())
+            continue;
+        const auto members = MembersOf(id);
+        waiting.insert(waiting.end(), members.begin(), members.end());
+    }
+    return size;
 }
 
 std::string CompoundFile::ReadStream(EntryId stream) const
@@ -161,7 +177,8 @@ void CompoundFile::VisitStream(EntryId stream,
                                const std::function<void(std::string_view)>& visit) const
 {
     const DirectoryEntry& entry = Entry(stream);
-    assert(entry.IsStream());
+    if (!entry.IsStream()) // no chain was checked for it
+        ThrowDamaged("its directory names a stream that is none");
     (IsMini(entry) ? miniSectors_ : sectors_).Visit(entry.start, entry.size, visit);
 }
 

@@ -35,10 +35,15 @@ public:
     std::optional<EntryId> Find(std::string_view name, EntryId storage = kRootEntry) const;
     /// The ids of a storage's members, in the order of its tree.
     std::vector<EntryId> MembersOf(EntryId storage) const;
+    /// The bytes of all streams in a storage and in those that it holds, the directory's among
+    /// them.
+    std::uint64_t SizeOf(EntryId storage) const;
+    /// Throws Error(DamagedWorkbook) for an entry that is no stream.
     std::string ReadStream(EntryId stream) const;
     /// Gives a stream's bytes piece by piece, as they lie in the file.
     void VisitStream(EntryId stream, const std::function<void(std::string_view)>& visit) const;
 
+    std::size_t Size() const { return bytes_.size(); }     ///< bytes of the whole file
     std::size_t SectorSize() const { return sectorSize_; } ///< 512 or 4096
     /// The file's first `kCompoundHeader` bytes.
     std::string_view Header() const;

@@ -38,7 +38,8 @@ public:
 
     void Patch(std::uint64_t offset, std::string_view bytes) override
     {
-        assert(offset <= size_ && bytes.size() <= size_ - offset);
+        if (offset > size_ || bytes.size() > size_ - offset)
+            ThrowTooShort();
         if (IsInFile())
             file_.Patch(begin_ + offset, bytes);
         else
@@ -69,7 +70,7 @@ private:
 /// header, which says where they are.
 class CompoundWriter::Saver {
 public:
-    Saver(const CompoundWriter& writer, const std::filesystem::path& path,
+    Saver(CompoundWriter& writer, const std::filesystem::path& path,
           const std::filesystem::path& target)
         : writer_(writer), directory_(writer.directory_),
           file_(path, target, writer.source_.SectorSize())
@@ -166,6 +167,7 @@ private:
     std::string DirectoryBytes() const
     {
         std::string bytes;
+        bytes.reserve(directory_.size() * kEntrySize + file_.SectorSize());
         for (const DirectoryEntry& entry : directory_)
             AppendEntry(bytes, entry);
         while (bytes.size() % file_.SectorSize() != 0)
@@ -204,7 +206,7 @@ private:
     }
 
     const CompoundWriter& writer_;
-    Directory directory_;
+    Directory& directory_; // the writer's, which learns where the streams lie
     SectorFile file_;
     std::string miniStream_;
     std::vector<std::uint32_t> miniFat_;
@@ -244,7 +246,8 @@ void CompoundWriter::ReplaceStream(EntryId stream, std::string bytes)
 
 std::optional<EntryId> CompoundWriter::CopyStorage(EntryId storage, std::string_view name)
 {
-    assert(source_.Entry(storage).type == EntryType::Storage);
+    if (source_.Entry(storage).type != EntryType::Storage)
+        return std::nullopt;
     std::u16string newName = util::ToUtf16(name);
     if (newName.empty() || newName.size() > kMostNameUnits || rootMembers_.contains(newName))
         return std::nullopt;
@@ -284,7 +287,7 @@ std::map<EntryId, EntryId> CompoundWriter::NumberCopies(EntryId storage) const
     return copies;
 }
 
-void CompoundWriter::SaveTo(const std::filesystem::path& target) const
+void CompoundWriter::SaveTo(const std::filesystem::path& target)
 {
     util::FileReplacement replacement(target);
     Saver(*this, replacement.TemporaryPath(), target).Save();

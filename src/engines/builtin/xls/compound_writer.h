@@ -20,7 +20,7 @@ public:
     virtual void Append(std::string_view bytes) = 0;
     /// Bytes so far; where the next ones will lie.
     virtual std::uint64_t Size() const = 0;
-    /// Writes over bytes that were appended (assert).
+    /// Writes over bytes that were appended. Throws Error(DamagedWorkbook) where they were not.
     virtual void Patch(std::uint64_t offset, std::string_view bytes) = 0;
 };
 
@@ -38,13 +38,13 @@ public:
     void ProduceStream(EntryId stream, Producer producer);
     void ReplaceStream(EntryId stream, std::string bytes);
     /// Copies a storage of the source with all that it holds, as the source has it, under the root
-    /// by a new name. Nothing, and no copy, where the root has a member of that name, or where it
-    /// is empty or longer than 31 units.
+    /// by a new name. Nothing, and no copy, where it is no storage, where the root has a member of
+    /// that name, and where the name is empty or longer than 31 units.
     std::optional<EntryId> CopyStorage(EntryId storage, std::string_view name);
 
     /// Writes the whole file; the file at `target` is replaced at the end, or stays as it was.
     /// Throws Error (FileNotWritable, DiskFull) and whatever the producer throws.
-    void SaveTo(const std::filesystem::path& target) const;
+    void SaveTo(const std::filesystem::path& target);
 
 private:
     class Saver;

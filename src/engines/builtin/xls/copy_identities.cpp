@@ -1,6 +1,7 @@
 #include "engines/builtin/xls/copy_identities.h"
 
 #include "engines/builtin/xls/compound_writer.h"
+#include "util/text.h"
 #include "util/unicode.h"
 
 #include <algorithm>
@@ -49,15 +50,47 @@ void CopyIdentities::CopyObjects()
         const auto& places = originals_[sheets_[position].Origin].Embedded();
         if (places.Empty())
             continue;
-        if (!objects_) {
-            std::vector<std::string> names;
-            for (const auto member : file_.MembersOf(kRootEntry))
-                names.push_back(util::FromUtf16(file_.Entry(member).name));
-            const auto controls = file_.Find(kControls);
-            objects_.emplace(names, controls ? file_.ReadStream(*controls) : std::string());
-        }
+        if (!objects_)
+            FindStoredObjects();
         identity.embedding = objects_->AddCopy(places);
     }
+}
+
+void CopyIdentities::FindStoredObjects()
+{
+    std::vector<std::string> storages;
+    std::vector<std::string> streams;
+    for (const auto member : file_.MembersOf(kRootEntry)) {
+        const auto& entry = file_.Entry(member);
+        const auto name = util::FromUtf16(entry.name);
+        (entry.IsStorage() ? storages : streams).push_back(name);
+        if (entry.IsStorage())
+            storages_.emplace(util::ToUpperAscii(name), member);
+    }
+    const auto controls = file_.Find(kControls);
+    if (controls && file_.Entry(*controls).IsStream())
+        controls_ = controls;
+    objects_.emplace(storages, streams, controls_ ? file_.ReadStream(*controls_) : std::string());
+}
+
+std::uint64_t CopyIdentities::ControlBytes() const
+{
+    return objects_ ? objects_->ControlsSize() : 0;
+}
+
+std::uint64_t CopyIdentities::AddedBytes() const
+{
+    std::uint64_t bytes = ControlBytes();
+    std::map<std::string, std::uint64_t> sizes; // of storages; each is copied several times
+    if (objects_) {
+        for (const auto& [from, to] : objects_->Storages()) {
+            const auto [size, isNew] = sizes.emplace(from, 0);
+            if (isNew)
+                size->second = file_.SizeOf(storages_.at(from));
+            bytes += size->second;
+        }
+    }
+    return bytes;
 }
 
 void CopyIdentities::NameTables()
@@ -101,9 +134,9 @@ void CopyIdentities::CopyData(CompoundWriter& writer) const
     if (!objects_)
         return;
     for (const auto& [from, to] : objects_->Storages())
-        writer.CopyStorage(file_.Find(from).value(), to);
+        writer.CopyStorage(storages_.at(from), to);
     if (objects_->ControlsChanged())
-        writer.ReplaceStream(file_.Find(kControls).value(), objects_->Controls());
+        writer.ReplaceStream(controls_.value(), objects_->Controls());
 }
 
 void CopyIdentities::Apply(std::string& bytes, TextPatch& patch, std::size_t position) const

@@ -6,6 +6,7 @@
 #include "engines/builtin/xls/template_sheet.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -29,6 +30,10 @@ public:
     /// The workbook's records of drawings and of header pictures, where they change; else empty.
     std::string DrawingGroup() const;
     std::string HeaderPictures() const;
+    /// How large the data of all controls become, in bytes.
+    std::uint64_t ControlBytes() const;
+    /// At least so many bytes does what copies own add to the file, the workbook stream apart.
+    std::uint64_t AddedBytes() const;
     /// Copies the data of embedded objects and controls.
     void CopyData(CompoundWriter& writer) const;
     /// Gives the copy at a position what it owns: in place, and through the patch where a size
@@ -45,6 +50,7 @@ private:
 
     void GiveDrawingIds();
     void CopyObjects();
+    void FindStoredObjects();
     void NameTables();
 
     const Globals& globals_;
@@ -54,6 +60,8 @@ private:
     xls::DrawingGroup drawings_;
     xls::DrawingGroup headerDrawings_;
     std::optional<EmbeddedCopies> objects_;
+    std::map<std::string, EntryId> storages_; // under the root, by their names in capitals
+    std::optional<EntryId> controls_;
     std::map<std::size_t, Identity> identities_; // of copies, by position
 };
 

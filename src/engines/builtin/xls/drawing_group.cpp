@@ -147,13 +147,12 @@ FreshDrawingIds DrawingGroup::AddDrawing(const Drawing& drawing)
 
 std::uint32_t DrawingGroup::AddDrawingId()
 {
-    std::uint32_t id = 1;
-    while (drawingIds_.count(id) != 0)
-        ++id;
-    if (id > kLastDrawingId)
+    while (drawingIds_.count(nextDrawingId_) != 0)
+        ++nextDrawingId_;
+    if (nextDrawingId_ > kLastDrawingId)
         ThrowNotCopied("the workbook holds as many drawings as its format allows");
-    drawingIds_.insert(id);
-    return id;
+    drawingIds_.insert(nextDrawingId_);
+    return nextDrawingId_;
 }
 
 // Programs number shapes by the table, but not every one writes it: clusters that are used and not

@@ -77,6 +77,7 @@ private:
     std::vector<Cluster> clusters_; // the first has the number 1
     Clusters reserved_;
     std::set<std::uint32_t> drawingIds_;
+    std::uint32_t nextDrawingId_ = 1; // none below it is free
 
     std::vector<std::size_t> pictures_; // offsets of their counts in the art, 0: none
     std::map<std::uint32_t, std::uint32_t> addedUses_; // by picture, from 1

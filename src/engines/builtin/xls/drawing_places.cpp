@@ -173,15 +173,13 @@ private:
 };
 
 // Programs need not read it, so damage in it says nothing of the drawing. [MS-ODRAW] 2.2.33
-void ReadSelection(const ArtStream& art, Drawing& drawing)
+void ReadSelection(const ArtStream& art, std::vector<ArtNumber>& selected)
 {
     constexpr std::size_t kFocus = 16; // behind header, size and mode
     if (!art.Holds(0, kFocus) || art.U16(2) != kSelection)
         return;
-    std::vector<ArtNumber> selected;
     for (std::size_t at = kFocus; art.Holds(at, kIdSize); at += kIdSize)
         selected.push_back(NumberAt(art, at));
-    AddReferences(drawing, selected);
 }
 
 } // namespace
@@ -211,8 +209,10 @@ DrawingPlaces FindDrawings(std::string_view sheet)
     for (const auto& substream : records.Substreams()) {
         if (!read(substream.drawing, DrawingKind::Sheet))
             continue;
+        std::vector<ArtNumber> selected;
         for (const auto& selection : substream.selections)
-            ReadSelection(selection, places.drawings.back());
+            ReadSelection(selection, selected);
+        AddReferences(places.drawings.back(), selected);
     }
     for (const auto& art : records.HeaderPictures())
         read(art, DrawingKind::HeaderFooter);

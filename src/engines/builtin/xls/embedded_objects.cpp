@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <limits>
+#include <map>
 #include <optional>
 #include <utility>
 
@@ -94,21 +94,35 @@ void PutEmbedding(std::string& sheet, const EmbeddedPlaces& places, const FreshE
         PutU32(sheet, places.controls[i].place, embedding.controls[i]);
 }
 
-EmbeddedCopies::EmbeddedCopies(const std::vector<std::string>& rootNames, std::string controls)
-    : controls_(std::move(controls)), originalSize_(controls_.size())
+EmbeddedCopies::EmbeddedCopies(const std::vector<std::string>& storages,
+                               const std::vector<std::string>& streams, std::string controls)
+    : controls_(std::move(controls)), controlsSize_(controls_.size())
 {
-    for (const auto& name : rootNames)
+    for (const auto& name : storages)
         originals_.insert(util::ToUpperAscii(name));
     taken_ = originals_;
+    for (const auto& name : streams)
+        taken_.insert(util::ToUpperAscii(name));
 }
 
 FreshEmbedding EmbeddedCopies::AddCopy(const EmbeddedPlaces& places)
 {
     FreshEmbedding embedding;
-    for (const auto& object : places.objects)
-        embedding.objects.push_back(CopyStorage(object.number));
-    for (const auto& control : places.controls)
-        embedding.controls.push_back(CopyControl(control));
+    std::map<std::uint32_t, std::uint32_t> storages;
+    for (const auto& object : places.objects) {
+        const auto [copy, isNew] = storages.emplace(object.number, object.number);
+        if (isNew)
+            copy->second = CopyStorage(object.number);
+        embedding.objects.push_back(copy->second);
+    }
+    std::map<Stretch, std::uint32_t> controls;
+    for (const auto& control : places.controls) {
+        const Stretch stretch{control.begin, control.size};
+        const auto [copy, isNew] = controls.emplace(stretch, control.begin);
+        if (isNew)
+            copy->second = CopyControl(stretch);
+        embedding.controls.push_back(copy->second);
+    }
     return embedding;
 }
 
@@ -124,15 +138,26 @@ std::uint32_t EmbeddedCopies::CopyStorage(std::uint32_t number)
     return lastNumber_;
 }
 
-std::uint32_t EmbeddedCopies::CopyControl(const StoredControl& control)
+std::uint32_t EmbeddedCopies::CopyControl(const Stretch& control)
 {
-    const bool isThere = control.begin <= originalSize_ &&
-                         originalSize_ - control.begin >= control.size && control.size > 0;
-    if (!isThere || controls_.size() > std::numeric_limits<std::uint32_t>::max() - control.size)
-        return control.begin;
-    const auto begin = static_cast<std::uint32_t>(controls_.size());
-    controls_.append(controls_, control.begin, control.size);
-    return begin;
+    const auto [begin, size] = control;
+    const bool isThere = begin <= controls_.size() && controls_.size() - begin >= size && size > 0;
+    if (!isThere)
+        return begin;
+    const std::uint64_t copy = controlsSize_;
+    addedControls_.push_back(control);
+    controlsSize_ += size;
+    return static_cast<std::uint32_t>(copy); // a file may not grow that far
+}
+
+std::string EmbeddedCopies::Controls() const
+{
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(controlsSize_));
+    bytes = controls_;
+    for (const auto& [begin, size] : addedControls_)
+        bytes.append(controls_, begin, size);
+    return bytes;
 }
 
 } // namespace orrery::xls

@@ -48,31 +48,38 @@ struct FreshEmbedding {
 void PutEmbedding(std::string& sheet, const EmbeddedPlaces& places,
                   const FreshEmbedding& embedding);
 
-/// Gives the objects of copied sheets data of their own.
+/// Gives the objects of copied sheets data of their own. Objects of one sheet that share data share
+/// them in its copies, too.
 class EmbeddedCopies {
 public:
-    /// `rootNames`: what lies under the file's root. `controls`: the bytes of "Ctls", empty where
-    /// there is none.
-    EmbeddedCopies(const std::vector<std::string>& rootNames, std::string controls);
+    /// The names of the storages and of the streams that lie under the file's root. `controls`: the
+    /// bytes of "Ctls", empty where there is none.
+    EmbeddedCopies(const std::vector<std::string>& storages,
+                   const std::vector<std::string>& streams, std::string controls);
 
     /// Plans one more copy. An object whose data are not there keeps what it says.
     FreshEmbedding AddCopy(const EmbeddedPlaces& places);
 
-    /// The storages that have to be copied: the name of one that is there, and the new name.
+    /// The storages that have to be copied: the name of one that is there, and the new name, both
+    /// in capitals.
     const std::vector<std::pair<std::string, std::string>>& Storages() const { return storages_; }
-    /// "Ctls" as it has to be; its beginning stays.
-    const std::string& Controls() const { return controls_; }
-    bool ControlsChanged() const { return controls_.size() != originalSize_; }
+    /// "Ctls" as it has to be; its beginning stays. It is made here.
+    std::string Controls() const;
+    std::uint64_t ControlsSize() const { return controlsSize_; } ///< bytes that `Controls` gives
+    bool ControlsChanged() const { return controlsSize_ != controls_.size(); }
 
 private:
-    std::uint32_t CopyStorage(std::uint32_t number);
-    std::uint32_t CopyControl(const StoredControl& control);
+    using Stretch = std::pair<std::uint32_t, std::uint32_t>; ///< begin and size in "Ctls"
 
-    std::set<std::string> originals_; // names in capitals
-    std::set<std::string> taken_;     // with those of copies
+    std::uint32_t CopyStorage(std::uint32_t number);
+    std::uint32_t CopyControl(const Stretch& control);
+
+    std::set<std::string> originals_; // names of storages in capitals
+    std::set<std::string> taken_;     // with those of streams and of copies
     std::uint32_t lastNumber_ = 0;    // that a copy got
     std::string controls_;
-    std::size_t originalSize_;
+    std::uint64_t controlsSize_;
+    std::vector<Stretch> addedControls_;
     std::vector<std::pair<std::string, std::string>> storages_;
 };
 

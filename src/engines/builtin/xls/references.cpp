@@ -4,6 +4,9 @@
 #include "util/error.h"
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace orrery::xls {
 namespace {
@@ -63,36 +66,51 @@ void References::AddLinks()
 
 void References::AddNames()
 {
-    const auto& names = globals_.Names();
+    std::map<std::size_t, std::vector<std::size_t>> namesOf; // by the model's origin
     for (std::size_t position = 0; position < sheets_.size(); ++position) {
         if (!sheets_[position].IsCopy)
             continue;
         const auto origin = sheets_[position].Origin;
-        for (std::size_t i = 0; i < names.size(); ++i) {
-            const bool own = names[i].Sheet == origin + 1;
-            if (own || (names[i].Sheet == 0 && !names[i].IsMacro && RefersTo(names[i], origin) &&
-                        !HasOwnName(origin, names[i].Key)))
-                AddTwin(i, position);
-        }
+        if (!namesOf.contains(origin))
+            namesOf[origin] = NamesToRepeat(origin);
+        AddTwins(namesOf[origin], position);
     }
 }
 
-void References::AddTwin(std::size_t name, std::size_t position)
+/// A model's own names and the workbook's that refer to it, by their indexes.
+std::vector<std::size_t> References::NamesToRepeat(std::size_t origin) const
 {
-    const auto& key = globals_.Names()[name].Key;
-    const auto same = std::find_if(twins_.begin(), twins_.end(), [&](const Twin& twin) {
-        return twin.position == position && globals_.Names()[twin.name].Key == key;
-    });
-    if (same != twins_.end()) { // a second name of the same sheet would be damage
-        twinIndex_[{position, name}] = twinIndex_[{position, same->name}];
-        return;
+    const auto& names = globals_.Names();
+    std::unordered_set<std::string_view> own;
+    for (const auto& name : names) {
+        if (name.Sheet == origin + 1)
+            own.insert(name.Key);
     }
-    const auto index = globals_.Names().size() + twins_.size() + 1;
-    if (index > kMostEntries)
-        throw util::Error(util::ErrorKind::SheetNotCopied, sheets_[position].Name,
-                          "the workbook has too many names");
-    twins_.push_back({name, position});
-    twinIndex_[{position, name}] = static_cast<std::uint32_t>(index);
+    std::vector<std::size_t> repeated;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const auto& name = names[i];
+        if (name.Sheet == origin + 1 ||
+            (name.Sheet == 0 && !name.IsMacro && !own.contains(name.Key) && RefersTo(name, origin)))
+            repeated.push_back(i);
+    }
+    return repeated;
+}
+
+void References::AddTwins(const std::vector<std::size_t>& names, std::size_t position)
+{
+    std::unordered_map<std::string_view, std::uint32_t> indexes;
+    for (const std::size_t name : names) {
+        const auto next = globals_.Names().size() + twins_.size() + 1;
+        const auto [known, isNew] =
+            indexes.emplace(globals_.Names()[name].Key, static_cast<std::uint32_t>(next));
+        twinIndex_[{position, name}] = known->second;
+        if (!isNew) // a second name of the same sheet would be damage
+            continue;
+        if (next > kMostEntries)
+            throw util::Error(util::ErrorKind::SheetNotCopied, sheets_[position].Name,
+                              "the workbook has too many names");
+        twins_.push_back({name, position});
+    }
 }
 
 bool References::RefersTo(const NameEntry& name, std::size_t origin) const
@@ -105,19 +123,11 @@ bool References::RefersTo(const NameEntry& name, std::size_t origin) const
     return false;
 }
 
-bool References::HasOwnName(std::size_t origin, const std::string& key) const
-{
-    const auto& names = globals_.Names();
-    return std::any_of(names.begin(), names.end(), [&](const NameEntry& name) {
-        return name.Sheet == origin + 1 && name.Key == key;
-    });
-}
-
 bool References::ChangeAt(std::size_t position) const
 {
+    const auto twin = twinIndex_.lower_bound({position, 0});
     return linkOfCopy_.contains(position) ||
-           std::any_of(twins_.begin(), twins_.end(),
-                       [position](const Twin& twin) { return twin.position == position; });
+           (twin != twinIndex_.end() && twin->first.first == position);
 }
 
 FormulaMap References::MapFor(std::size_t position) const

@@ -46,9 +46,9 @@ public:
 private:
     void AddLinks();
     void AddNames();
-    void AddTwin(std::size_t name, std::size_t position);
+    std::vector<std::size_t> NamesToRepeat(std::size_t origin) const;
+    void AddTwins(const std::vector<std::size_t>& names, std::size_t position);
     bool RefersTo(const NameEntry& name, std::size_t origin) const;
-    bool HasOwnName(std::size_t origin, const std::string& key) const;
     std::uint16_t LinkAt(std::size_t position, std::uint16_t link) const;
     std::uint32_t NameAt(std::size_t position, std::uint32_t name) const;
     std::int16_t Moved(std::int16_t sheet) const;

@@ -4,6 +4,7 @@
 #include "engines/builtin/xls/records.h"
 #include "engines/builtin/xls/unicode_string.h"
 #include "engines/common/sheet_names.h"
+#include "util/error.h"
 
 #include <algorithm>
 #include <optional>
@@ -205,10 +206,13 @@ FreshTables TableIdentities::AddCopy(const TablePlaces& places)
 
 std::string TableIdentities::FreeName(const std::string& name, std::size_t longest)
 {
-    for (unsigned number = 2;; ++number) {
-        const auto suffix = "_" + std::to_string(number);
-        const std::size_t room = longest - std::min(longest, suffix.size());
-        auto candidate = std::string(CutToUnits(name, room)) + suffix;
+    auto& number = lastNumbers_.emplace(std::pair(FoldCase(name), longest), 1U).first->second;
+    while (true) {
+        const auto suffix = "_" + std::to_string(++number);
+        if (suffix.size() > longest) // the record that holds the name is full
+            throw util::Error(util::ErrorKind::SheetNotCopied, {},
+                              "the name of one of its tables cannot be longer");
+        auto candidate = std::string(CutToUnits(name, longest - suffix.size())) + suffix;
         if (taken_.insert(FoldCase(candidate)).second)
             return candidate;
     }

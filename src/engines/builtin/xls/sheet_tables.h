@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orrery::xls {
@@ -58,13 +59,16 @@ public:
 
     /// Takes note of a sheet of the template.
     void Reserve(const TablePlaces& places);
-    /// "Table1" becomes "Table1_2", then "Table1_3".
+    /// "Table1" becomes "Table1_2", then "Table1_3". Throws Error(SheetNotCopied) without a subject
+    /// where no such name fits.
     FreshTables AddCopy(const TablePlaces& places);
 
 private:
     std::string FreeName(const std::string& name, std::size_t longest);
 
     std::set<std::string> taken_; // folded
+    /// For a folded name and its longest form the number that was tried last.
+    std::map<std::pair<std::string, std::size_t>, unsigned> lastNumbers_;
     std::uint32_t lastId_ = 0;
 };
 

@@ -32,7 +32,7 @@ std::u16string Name(const std::string& ascii)
 }
 
 /// The file that a writer makes; its trees are valid.
-std::string Written(const CompoundWriter& writer)
+std::string Written(CompoundWriter writer)
 {
     const ScratchFolder folder;
     writer.SaveTo(folder / "out.xls");

@@ -224,7 +224,7 @@ void CopyDamaged(const std::string& group, const std::string& sheet)
         TableIdentities identities({});
         identities.Reserve(tables);
         PutTables(copy, patch, tables, identities.AddCopy(tables));
-        EmbeddedCopies copies({"MBD00000001"}, std::string(4000, 'c'));
+        EmbeddedCopies copies({"MBD00000001"}, {}, std::string(4000, 'c'));
         PutEmbedding(copy, embedded, copies.AddCopy(embedded));
         DrawingGroup changed(DrawingKind::Sheet, group);
         changed.Reserve(drawings);

@@ -66,7 +66,7 @@ TEST(EmbeddedObjectsTest, EveryCopyGetsAStorageOfItsOwn)
     const auto model = SheetOf(ObjectOf(1, PicturePart(2, LongNumbers({0x0A}))) +
                                ObjectOf(1, PicturePart(2, LongNumbers({0x70}))));
     const auto places = FindEmbedded(model);
-    EmbeddedCopies copies({"Workbook", "mbd0000000a", "MBD0000000B"}, {});
+    EmbeddedCopies copies({"mbd0000000a"}, {"Workbook", "MBD0000000B"}, {});
     const auto first = copies.AddCopy(places);
     EXPECT_EQ(first.objects, (std::vector<std::uint32_t>{0x0C, 0x70})) << "the second has no data";
     EXPECT_EQ(copies.AddCopy(places).objects, (std::vector<std::uint32_t>{0x0D, 0x70}));
@@ -84,7 +84,7 @@ TEST(EmbeddedObjectsTest, EveryCopyGetsControlsOfItsOwn)
     const auto model = SheetOf(ObjectOf(0x31, PicturePart(2, LongNumbers({2, 3, 0}))) +
                                ObjectOf(0x31, PicturePart(2, LongNumbers({6, 3, 0}))));
     const auto places = FindEmbedded(model);
-    EmbeddedCopies copies({}, "abcdefg");
+    EmbeddedCopies copies({}, {}, "abcdefg");
     EXPECT_FALSE(copies.ControlsChanged());
     const auto first = copies.AddCopy(places);
     EXPECT_EQ(first.controls, (std::vector<std::uint32_t>{7, 6})) << "the second runs past the end";

@@ -9,19 +9,31 @@ RecordReader::RecordReader(std::string_view stream, std::size_t begin)
 {
 }
 
-std::size_t SubstreamEnd(std::string_view stream, std::size_t begin)
+Substream ReadSubstream(std::string_view stream, std::size_t begin, std::size_t limit)
 {
-    RecordReader reader(stream, begin);
+    RecordReader reader(stream.substr(0, limit), begin);
     std::size_t depth = 0;
-    while (const auto record = reader.Next()) {
+    while (reader.IsWhole()) {
+        const auto record = reader.Peek();
         if (record->type == RecordType::Bof)
             ++depth;
         else if (depth == 0)
             break; // it has to begin with one
-        else if (record->type == RecordType::Eof && --depth == 0)
-            return record->End();
+        else if (record->type == RecordType::Eof)
+            --depth;
+        reader.Next();
+        if (depth == 0)
+            return {reader.Position(), true};
     }
-    ThrowDamaged("a sheet has no beginning or no end");
+    return {reader.Position(), false};
+}
+
+std::size_t SubstreamEnd(std::string_view stream, std::size_t begin)
+{
+    const auto substream = ReadSubstream(stream, begin, stream.size());
+    if (!substream.isWhole)
+        ThrowDamaged("a sheet has no beginning or no end");
+    return substream.end;
 }
 
 void AppendRecord(std::string& stream, RecordType type, std::string_view data)

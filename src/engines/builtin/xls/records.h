@@ -2,6 +2,7 @@
 
 #include "engines/builtin/xls/bytes.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -115,12 +116,17 @@ public:
     {
         if (position_ >= stream_.size())
             return std::nullopt;
-        const std::size_t rest = stream_.size() - position_;
-        if (rest < kRecordHeader || rest - kRecordHeader < ReadU16(stream_, position_ + 2))
+        if (!IsWhole())
             ThrowDamaged("a record runs past the end of the workbook stream");
         const auto type = static_cast<RecordType>(ReadU16(stream_, position_));
         const std::size_t size = ReadU16(stream_, position_ + 2);
         return Record{type, position_, {stream_.data() + position_ + kRecordHeader, size}};
+    }
+    /// Whether all of the next record is there.
+    bool IsWhole() const
+    {
+        const std::size_t rest = stream_.size() - std::min(position_, stream_.size());
+        return rest >= kRecordHeader && rest - kRecordHeader >= ReadU16(stream_, position_ + 2);
     }
     std::size_t Position() const { return position_; }
 
@@ -129,9 +135,17 @@ private:
     std::size_t position_;
 };
 
-/// The end of a substream that begins with the BOF record at `begin`: behind its EOF record, with
-/// the substreams nested in it (charts). Throws Error(DamagedWorkbook) where there is no BOF or
-/// EOF.
+/// A substream as far as its records can be read.
+struct Substream {
+    std::size_t end = 0;  ///< behind its EOF record, else behind the last record that can be read
+    bool isWhole = false; ///< it has a BOF and an EOF record
+};
+/// Reads the records of the substream at `begin`, with the substreams nested in it (charts), as far
+/// as `limit` at most. Never throws.
+Substream ReadSubstream(std::string_view stream, std::size_t begin, std::size_t limit);
+
+/// The end of a substream that begins with the BOF record at `begin`: behind its EOF record.
+/// Throws Error(DamagedWorkbook) where there is no BOF or EOF.
 std::size_t SubstreamEnd(std::string_view stream, std::size_t begin);
 
 /// Appends a record. Data beyond `kLongestRecord` goes on in CONTINUE records.

@@ -18,17 +18,15 @@ constexpr std::size_t kWidthPlace = kRecordHeader + 12; // in INDEX
 constexpr std::size_t kBlockPlaces = kRecordHeader + kIndexHead;
 constexpr std::size_t kDimensionsSize = 14; // [MS-XLS] 2.4.90
 
-/// Where INDEX stands and what it tells the places of.
+/// Where INDEX stands in a sheet that was made, and what it tells the places of.
 struct Landmarks {
     std::size_t index = 0;
     std::size_t defaultColumnWidth = 0;
-    std::size_t table = 0;           ///< of the first ROW record
     std::vector<std::size_t> blocks; ///< of the DBCELL records
 };
 
-enum class Search { UpToTable, Everything };
-
-Landmarks FindLandmarks(std::string_view sheet, Search search)
+/// Where they stand in a sheet whose cell table is that of the text.
+Landmarks FindLandmarks(std::string_view sheet)
 {
     Landmarks found;
     RecordReader reader(sheet);
@@ -40,16 +38,12 @@ Landmarks FindLandmarks(std::string_view sheet, Search search)
             --depth;
         if (depth != 1)
             continue;
-        if (record->type == RecordType::Index)
+        if (record->type == RecordType::Index) // the last one counts, as in SheetText
             found.index = record->begin;
         else if (record->type == RecordType::DefaultColumnWidth)
             found.defaultColumnWidth = record->begin;
         else if (record->type == RecordType::DbCell)
             found.blocks.push_back(record->begin);
-        else if (record->type == RecordType::Row && search == Search::UpToTable) {
-            found.table = record->begin;
-            break;
-        }
     }
     return found;
 }
@@ -57,10 +51,21 @@ Landmarks FindLandmarks(std::string_view sheet, Search search)
 Landmarks LandmarksOf(const SheetText& text)
 {
     const auto& blocks = text.Index().blocks;
-    return {text.IndexRecord().begin,
-            text.DefaultColumnWidth().begin,
-            0,
-            {blocks.begin(), blocks.end()}};
+    return {
+        text.IndexRecord().begin, text.DefaultColumnWidth().begin, {blocks.begin(), blocks.end()}};
+}
+
+/// Where they stand once the patch is applied, whose last insertion is the table. Records of a
+/// damaged sheet may stand in any order, so nothing is looked for.
+Landmarks LandmarksAfter(const TextPatch& patch, const SheetText& text, const CellTable& table)
+{
+    Landmarks marks{patch.PlaceOf(text.IndexRecord().begin),
+                    patch.PlaceOf(text.DefaultColumnWidth().begin),
+                    {}};
+    const std::size_t begin = patch.PlaceOf(text.TablePlace()) - table.bytes.size();
+    for (const std::size_t block : table.blocks)
+        marks.blocks.push_back(begin + block);
+    return marks;
 }
 
 /// Makes a place in INDEX that was right in the text right in the sheet that stands at `offset`.
@@ -98,8 +103,7 @@ std::string MoveSheet(const SheetText& text, std::string_view base, const TextPa
     std::string sheet = others.Empty() ? std::string(base) : others.Apply(base);
     if (text.IndexRecord().Empty() || (others.Empty() && offset == text.Offset()))
         return sheet;
-    const Landmarks marks =
-        others.Empty() ? LandmarksOf(text) : FindLandmarks(sheet, Search::Everything);
+    const Landmarks marks = others.Empty() ? LandmarksOf(text) : FindLandmarks(sheet);
     MoveWidthPlace(sheet, marks, text, offset);
     MoveBlockPlaces(sheet, marks, text, offset);
     return sheet;
@@ -195,11 +199,11 @@ std::string RewriteSheet(const SheetText& text, std::string_view base, Written w
     std::string sheet = others.Apply(base);
     if (text.IndexRecord().Empty())
         return sheet;
-    const Landmarks marks = FindLandmarks(sheet, Search::UpToTable);
+    const Landmarks marks = LandmarksAfter(others, text, table);
     MoveWidthPlace(sheet, marks, text, offset);
     std::size_t at = marks.index + kBlockPlaces;
-    for (const std::size_t block : table.blocks) {
-        PutU32(sheet, at, static_cast<std::uint32_t>(offset + marks.table + block));
+    for (const std::size_t block : marks.blocks) {
+        PutU32(sheet, at, static_cast<std::uint32_t>(offset + block));
         at += 4;
     }
     return sheet;

@@ -4,6 +4,7 @@
 #include "engines/builtin/xls/records.h"
 #include "engines/builtin/xls/unicode_string.h"
 #include "engines/common/sheet_names.h"
+#include "util/error.h"
 #include "util/unicode.h"
 
 #include <utility>
@@ -129,12 +130,24 @@ std::optional<std::string> RenamedSource(std::string_view data, const SheetNameL
     return record + std::string(data.substr(kLength + 2 + source.size));
 }
 
+/// A record whose content cannot be read names no sheet: it stays as it is.
+template <class Renamed>
+std::optional<std::string> RenamedIfRead(std::string_view data, const Renamed& renamed)
+{
+    try {
+        return renamed(data);
+    }
+    catch (const util::Error&) {
+        return std::nullopt;
+    }
+}
+
 template <class Renamed>
 void RenameIn(TextPatch& patch, std::string_view bytes, const std::vector<Span>& places,
               RecordType type, Renamed renamed)
 {
     for (const auto& place : places) {
-        const auto data = renamed(place.In(bytes).substr(kRecordHeader));
+        const auto data = RenamedIfRead(place.In(bytes).substr(kRecordHeader), renamed);
         if (!data)
             continue;
         std::string record;
@@ -169,7 +182,8 @@ SheetPlaces::SheetPlaces(std::string_view bytes)
             sources_.push_back(place);
             break;
         case RecordType::SheetProperties:
-            isDialog_ = isDialog_ || (ReadU16(record->data, 0) & kDialog) != 0;
+            isDialog_ = isDialog_ ||
+                        (record->data.size() >= 2 && (ReadU16(record->data, 0) & kDialog) != 0);
             break;
         default:
             break;

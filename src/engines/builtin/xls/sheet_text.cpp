@@ -98,6 +98,8 @@ void SheetText::ReadRecords()
     Ranges ranges;
     std::size_t depth = 1; // charts are nested
     while (const auto record = reader.Next()) {
+        if (record->data.size() > kLongestRecord)
+            ThrowDamaged("a record of a sheet is longer than its format allows");
         if (depth == 1 && behindSettings_ == 0 && StandsBehindCells(record->type))
             behindSettings_ = record->begin;
         if (record->type == RecordType::Bof)

@@ -51,12 +51,12 @@ Sheet::Sheet(Workbook& workbook, std::string name, std::size_t origin)
 
 void Sheet::SetName(std::string_view name)
 {
-    workbook_.Rename(*this, name);
+    workbook_.Naming([&] { workbook_.Rename(*this, name); });
 }
 
 void Sheet::CopyAfter(generate::Worksheet& after)
 {
-    workbook_.Copy(*this, dynamic_cast<Sheet&>(after));
+    workbook_.Naming([&] { workbook_.Copy(*this, dynamic_cast<Sheet&>(after)); });
 }
 
 generate::Worksheet* Sheet::Next()
@@ -105,15 +105,27 @@ void Workbook::Read()
 void Workbook::ReadSheets()
 {
     const auto& entries = globals_->Sheets();
+    std::vector<std::size_t> begins; // of the sheets, in the order of the stream
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        const auto& entry = entries[i];
-        if (entry.Offset < globals_->End())
-            ThrowDamaged("the sheet \"" + entry.Name + "\" is missing");
-        const Span place{entry.Offset, SubstreamEnd(stream_, entry.Offset)};
-        template_.emplace_back(stream_, place, entry.Type == kWorksheetType);
-        sheets_.push_back(std::make_unique<Sheet>(*this, entry.Name, i));
+        if (!BeginsSheet(entries[i].Offset))
+            ThrowDamaged("sheet " + std::to_string(i + 1) + " of its list is missing");
+        begins.push_back(entries[i].Offset);
+    }
+    std::sort(begins.begin(), begins.end());
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const auto next = std::upper_bound(begins.begin(), begins.end(), entries[i].Offset);
+        template_.emplace_back(stream_, entries[i].Offset,
+                               next == begins.end() ? stream_.size() : *next,
+                               entries[i].Type == kWorksheetType);
+        sheets_.push_back(std::make_unique<Sheet>(*this, entries[i].Name, i));
     }
     FindTails();
+}
+
+bool Workbook::BeginsSheet(std::size_t offset) const
+{
+    const RecordReader reader(stream_, offset);
+    return offset >= globals_->End() && reader.IsWhole() && reader.Peek()->type == RecordType::Bof;
 }
 
 /// What stands between two sheets stays behind the first of them.
@@ -122,15 +134,12 @@ void Workbook::FindTails()
     std::vector<TemplateSheet*> order;
     for (auto& sheet : template_)
         order.push_back(&sheet);
-    std::sort(order.begin(), order.end(), [](const auto* left, const auto* right) {
+    std::stable_sort(order.begin(), order.end(), [](const auto* left, const auto* right) {
         return left->Place().begin < right->Place().begin;
     });
-    for (std::size_t i = 0; i < order.size(); ++i) {
+    for (std::size_t i = 0; i + 1 < order.size(); ++i) {
         const auto end = order[i]->Place().end;
-        const auto next = i + 1 < order.size() ? order[i + 1]->Place().begin : end;
-        if (next < end)
-            ThrowDamaged("two of its sheets overlap");
-        order[i]->SetTail({end, next});
+        order[i]->SetTail({end, std::max(end, order[i + 1]->Place().begin)});
     }
     end_ = {order.back()->Place().end, stream_.size()};
 }
@@ -161,6 +170,8 @@ void Workbook::Rename(Sheet& sheet, std::string_view name)
         return;
     CheckStructure(sheet.name_);
     engines::CheckSheetName(name, builtin::NamesBeside(sheets_, &sheet));
+    if (OriginalOf(sheet).IsWorksheet())
+        OriginalOf(sheet).Text(); // what is damaged stays as it is
     sheet.name_ = name;
 }
 
@@ -171,6 +182,7 @@ void Workbook::Copy(Sheet& model, const Sheet& after)
         throw Error(ErrorKind::NotAWorksheet, model.name_);
     if (sheets_.size() >= std::numeric_limits<std::int16_t>::max())
         throw Error(ErrorKind::SheetNotCopied, model.name_, "the workbook has too many sheets");
+    OriginalOf(model).Text();
     CheckCopyable(model);
     const auto taken = builtin::NamesBeside<Sheet>(sheets_, nullptr);
     auto copy = std::make_unique<Sheet>(*this, CopyName(model.name_, taken), model.origin_);
@@ -207,6 +219,8 @@ void Workbook::CheckCopyable(const Sheet& model)
         CopyIdentities(*globals_, *file_, template_, copy);
     }
     catch (const Error& error) {
+        if (error.Kind() != ErrorKind::SheetNotCopied)
+            throw;
         throw Error(error.Kind(), model.name_, error.Cause());
     }
     copyable_.push_back(model.origin_);
@@ -222,32 +236,12 @@ SharedStrings& Workbook::Strings()
 const Formats& Workbook::CellFormats()
 {
     if (!formats_) {
-        formats_.emplace();
+        Formats formats;
         for (const auto& place : globals_->FormatPlaces())
-            formats_->Add(place.In(stream_).substr(kRecordHeader));
+            formats.Add(place.In(stream_).substr(kRecordHeader));
+        formats_ = std::move(formats);
     }
     return *formats_;
-}
-
-SheetNameLookup Workbook::NamesFor(const Sheet* owner) const
-{
-    return [this, owner](std::string_view name) -> std::optional<std::string> {
-        const auto templateName = [this](const Sheet& sheet) -> const std::string& {
-            return globals_->Sheets()[sheet.origin_].Name;
-        };
-        const auto nameOf = [&](const Sheet& sheet) -> std::optional<std::string> {
-            if (sheet.name_ == templateName(sheet))
-                return std::nullopt;
-            return sheet.name_;
-        };
-        if (owner && SameSheetName(templateName(*owner), name))
-            return nameOf(*owner);
-        for (const auto& sheet : sheets_) {
-            if (!sheet->isCopy_ && SameSheetName(templateName(*sheet), name))
-                return nameOf(*sheet);
-        }
-        return std::nullopt;
-    };
 }
 
 } // namespace orrery::xls

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "engines/builtin/common/recalculation.h"
 #include "engines/builtin/common/sheet_list.h"
 #include "engines/builtin/xls/compound_file.h"
 #include "engines/builtin/xls/globals.h"
@@ -14,7 +13,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -70,9 +68,14 @@ private:
     void Naming(const std::function<void()>& action) const;
     void Read();
     void ReadSheets();
+    bool BeginsSheet(std::size_t offset) const;
     void FindTails();
     std::size_t PositionOf(const Sheet& sheet) const;
     TemplateSheet& OriginalOf(const Sheet& sheet) { return template_[sheet.origin_]; }
+    const std::string& TemplateName(const Sheet& sheet) const
+    {
+        return globals_->Sheets()[sheet.origin_].Name;
+    }
     void CheckStructure(const std::string& name) const;
     void Rename(Sheet& sheet, std::string_view name);
     void Copy(Sheet& model, const Sheet& after);
@@ -87,11 +90,10 @@ private:
     bool HasCopies() const;
     bool HasRenamed() const;
     std::vector<SavedSheet> SavedSheets() const;
-    std::vector<bool> SheetsToRecalculate();
-    builtin::SheetReads ReadsOf(const Sheet& sheet,
-                                const std::map<std::size_t, std::size_t>& positions);
+    std::vector<bool> StaleSheets(const std::vector<SavedSheet>& saved);
+    void CheckSize(const Saving& saving) const;
+    SheetNameLookup NamesFor(const Sheet* owner, const Saving& saving) const;
     std::uint32_t TextReferences();
-    SheetNameLookup NamesFor(const Sheet* owner) const;
     TextPatch MakeCopy(std::string& bytes, std::size_t position, const Saving& saving);
     void WriteStream(StreamSink& sink, const Saving& saving);
     std::string GlobalsBytes(const Saving& saving);

@@ -3,15 +3,33 @@
 #include "engines/builtin/xls/copy_identities.h"
 #include "engines/builtin/xls/globals_patch.h"
 #include "engines/builtin/xls/sheet_bytes.h"
+#include "engines/builtin/xls/stale_sheets.h"
 #include "engines/builtin/xls/workbook.h"
+#include "engines/common/sheet_names.h"
 #include "util/error.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
+#include <unordered_map>
 #include <utility>
 
 namespace orrery::xls {
 namespace {
+
+/// What a saved file may grow to: twelve times 40 MiB, far beyond the templates that people make,
+/// and less than what the format's own limit of 2 GiB would fill a disk with.
+constexpr std::uint64_t kMostFileBytes = std::uint64_t{512} << 20;
+/// The same for the data of all controls, which are made in memory.
+constexpr std::uint64_t kMostControlBytes = std::uint64_t{128} << 20;
+
+void CheckGrowth(const char* what, std::uint64_t bytes, std::uint64_t most)
+{
+    if (bytes > most)
+        throw util::Error(util::ErrorKind::TooLargeOutput, {},
+                          std::string(what) + " would take " + std::to_string(bytes >> 20) +
+                              " MiB, and " + std::to_string(most >> 20) + " MiB is the limit");
+}
 
 std::string Number(std::uint32_t value)
 {
@@ -29,13 +47,19 @@ struct Workbook::Saving {
     References references;
     CopyIdentities identities;
     std::vector<bool> recalculate; // by position
+    /// The template's sheets by their names there, folded.
+    std::unordered_map<std::string, const Sheet*> originals;
 
     explicit Saving(Workbook& workbook)
         : sheets(workbook.SavedSheets()), tabIds(TabIds(*workbook.globals_, sheets)),
           references(*workbook.globals_, sheets),
           identities(*workbook.globals_, *workbook.file_, workbook.template_, sheets),
-          recalculate(workbook.SheetsToRecalculate())
+          recalculate(workbook.StaleSheets(sheets))
     {
+        for (const auto& sheet : workbook.sheets_) {
+            if (!sheet->isCopy_)
+                originals.emplace(engines::FoldCase(workbook.TemplateName(*sheet)), sheet.get());
+        }
     }
 };
 
@@ -46,6 +70,7 @@ void Workbook::SaveAs(const std::filesystem::path& target, generate::AccessMode 
         std::optional<Saving> saving;
         if (IsChanged()) {
             saving.emplace(*this);
+            CheckSize(*saving);
             saving->identities.CopyData(writer);
             writer.ProduceStream(streamEntry_,
                                  [&](StreamSink& sink) { WriteStream(sink, *saving); });
@@ -71,9 +96,20 @@ bool Workbook::HasCopies() const
 
 bool Workbook::HasRenamed() const
 {
-    return std::any_of(sheets_.begin(), sheets_.end(), [this](const auto& sheet) {
-        return sheet->name_ != globals_->Sheets()[sheet->origin_].Name;
-    });
+    return std::any_of(sheets_.begin(), sheets_.end(),
+                       [this](const auto& sheet) { return sheet->name_ != TemplateName(*sheet); });
+}
+
+/// Before anything is written. What is written into cells is little beside it.
+void Workbook::CheckSize(const Saving& saving) const
+{
+    CheckGrowth("the data of its controls", saving.identities.ControlBytes(), kMostControlBytes);
+    std::uint64_t bytes = file_->Size() + saving.identities.AddedBytes();
+    for (const auto& sheet : sheets_) {
+        if (sheet->isCopy_)
+            bytes += template_[sheet->origin_].Bytes().size();
+    }
+    CheckGrowth("the file with all copies", bytes, kMostFileBytes);
 }
 
 std::vector<SavedSheet> Workbook::SavedSheets() const
@@ -84,59 +120,20 @@ std::vector<SavedSheet> Workbook::SavedSheets() const
     return saved;
 }
 
-// Whole sheets are looked at, not single cells: a sheet is computed anew when it was written or
-// when its formulas may read one that is.
-std::vector<bool> Workbook::SheetsToRecalculate()
+std::vector<bool> Workbook::StaleSheets(const std::vector<SavedSheet>& saved)
 {
-    std::vector<bool> changed;
+    std::vector<bool> written;
     for (const auto& sheet : sheets_)
-        changed.push_back(sheet->IsWritten());
-    std::map<std::size_t, std::size_t> positions; // of the template's sheets, by origin
-    for (std::size_t i = 0; i < sheets_.size(); ++i) {
-        if (!sheets_[i]->isCopy_)
-            positions.emplace(sheets_[i]->origin_, i);
-    }
-    changed = builtin::SpreadChanges(
-        std::move(changed), [&](std::size_t i) { return ReadsOf(*sheets_[i], positions); });
-    for (std::size_t i = 0; i < sheets_.size(); ++i)
-        changed[i] = changed[i] && OriginalOf(*sheets_[i]).IsWorksheet() &&
-                     OriginalOf(*sheets_[i]).Facts().hasFormulas;
-    return changed;
-}
-
-builtin::SheetReads Workbook::ReadsOf(const Sheet& sheet,
-                                      const std::map<std::size_t, std::size_t>& positions)
-{
-    if (!OriginalOf(sheet).IsWorksheet())
-        return {};
-    const auto& facts = OriginalOf(sheet).Facts();
-    if (!facts.hasFormulas)
-        return {};
-    const auto ownName = [this](std::uint16_t link) {
-        return link < globals_->Links().size() &&
-               globals_->Links()[link].book == globals_->OwnBook();
-    };
-    builtin::SheetReads reads;
-    reads.everything = facts.readsElsewhere || !facts.names.empty() ||
-                       std::any_of(facts.externNames.begin(), facts.externNames.end(), ownName);
-    for (const std::uint16_t link : facts.sheets) {
-        const auto span = globals_->OwnSheets(link);
-        reads.everything = reads.everything || (span && span->first != span->last);
-        if (!span)
-            continue;
-        const auto position = positions.find(static_cast<std::size_t>(span->first));
-        if (position != positions.end())
-            reads.sheets.push_back(position->second);
-    }
-    return reads;
+        written.push_back(sheet->IsWritten());
+    return FindStaleSheets(*globals_, template_, saved, std::move(written));
 }
 
 std::uint32_t Workbook::TextReferences()
 {
     std::size_t references = 0;
     for (const auto& sheet : sheets_)
-        references += sheet->cells_ ? sheet->cells_->TextReferences()
-                                    : OriginalOf(*sheet).Text()->Index().sharedTexts;
+        references +=
+            sheet->cells_ ? sheet->cells_->TextReferences() : OriginalOf(*sheet).SharedTexts();
     return static_cast<std::uint32_t>(references);
 }
 
@@ -145,6 +142,8 @@ void Workbook::WriteStream(StreamSink& sink, const Saving& saving)
     const auto globals = GlobalsBytes(saving);
     sink.Append(globals);
     const auto places = OffsetPlaces(globals);
+    if (places.size() != sheets_.size())
+        ThrowDamaged("its list of sheets cannot be read");
     for (std::size_t i = 0; i < sheets_.size(); ++i) {
         if (sink.Size() > std::numeric_limits<std::uint32_t>::max())
             throw util::Error(util::ErrorKind::SheetNotCopied, sheets_[i]->name_,
@@ -158,9 +157,23 @@ void Workbook::WriteStream(StreamSink& sink, const Saving& saving)
     sink.Append(end_.In(stream_));
 }
 
+SheetNameLookup Workbook::NamesFor(const Sheet* owner, const Saving& saving) const
+{
+    return [this, owner, &saving](std::string_view name) -> std::optional<std::string> {
+        const auto folded = engines::FoldCase(name);
+        const auto found = saving.originals.find(folded);
+        const Sheet* named = found == saving.originals.end() ? nullptr : found->second;
+        if (owner && engines::FoldCase(TemplateName(*owner)) == folded)
+            named = owner;
+        if (named == nullptr || named->name_ == TemplateName(*named))
+            return std::nullopt;
+        return named->name_;
+    };
+}
+
 std::string Workbook::GlobalsBytes(const Saving& saving)
 {
-    const auto names = NamesFor(nullptr);
+    const auto names = NamesFor(nullptr, saving);
     const bool recalculate = std::find(saving.recalculate.begin(), saving.recalculate.end(),
                                        true) != saving.recalculate.end();
     SavedGlobals saved{saving.sheets, saving.references, saving.tabIds, names};
@@ -199,8 +212,8 @@ std::string Workbook::SheetBytes(std::size_t position, std::size_t offset, const
     // stays selected beside copies.
     if (HasCopies())
         original.Places().Select(bytes, !sheet.isCopy_ && sheet.origin_ == globals_->ActiveSheet());
-    original.Places().Rename(patch, bytes, NamesFor(&sheet));
-    if (!original.IsWorksheet())
+    original.Places().Rename(patch, bytes, NamesFor(&sheet, saving));
+    if (!original.IsWorksheet() || !original.IsSound())
         return patch.Apply(bytes);
     return MakeSheet(*original.Text(), bytes, sheet.cells_ ? &*sheet.cells_ : nullptr,
                      saving.recalculate[position], std::move(patch), offset);

@@ -1,0 +1,71 @@
+#include "engines/builtin/xls/stale_sheets.h"
+
+#include "engines/builtin/common/recalculation.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <utility>
+
+namespace orrery::xls {
+namespace {
+
+using builtin::SheetReads;
+
+/// Where the template's sheets stand now, by their position in the template.
+using Positions = std::map<std::size_t, std::size_t>;
+
+Positions PositionsOfOriginals(const std::vector<SavedSheet>& sheets)
+{
+    Positions positions;
+    for (std::size_t i = 0; i < sheets.size(); ++i) {
+        if (!sheets[i].IsCopy)
+            positions.emplace(sheets[i].Origin, i);
+    }
+    return positions;
+}
+
+/// Formulas of the template refer to its own sheets, never to a copy.
+SheetReads ReadsOf(const FormulaFacts& facts, const Globals& globals, const Positions& positions)
+{
+    const auto isOwn = [&globals](std::uint16_t link) {
+        return link < globals.Links().size() && globals.Links()[link].book == globals.OwnBook();
+    };
+    SheetReads reads;
+    reads.everything = facts.readsElsewhere || !facts.names.empty() ||
+                       std::any_of(facts.externNames.begin(), facts.externNames.end(), isOwn);
+    for (const auto link : facts.sheets) {
+        const auto span = globals.OwnSheets(link);
+        if (!span)
+            continue;
+        reads.everything = reads.everything || span->first != span->last;
+        const auto position = positions.find(static_cast<std::size_t>(span->first));
+        if (position != positions.end())
+            reads.sheets.push_back(position->second);
+    }
+    return reads;
+}
+
+} // namespace
+
+std::vector<bool> FindStaleSheets(const Globals& globals, std::vector<TemplateSheet>& originals,
+                                  const std::vector<SavedSheet>& sheets, std::vector<bool> written)
+{
+    const Positions positions = PositionsOfOriginals(sheets);
+    const auto readsOf = [&](std::size_t i) {
+        auto& original = originals[sheets[i].Origin];
+        return original.IsWorksheet() && original.Facts().hasFormulas
+                   ? ReadsOf(original.Facts(), globals, positions)
+                   : SheetReads();
+    };
+    auto stale = builtin::SpreadChanges(std::move(written), readsOf);
+    for (std::size_t i = 0; i < sheets.size(); ++i) {
+        auto& original = originals[sheets[i].Origin];
+        stale[i] = stale[i] && original.IsWorksheet() && original.Facts().hasFormulas &&
+                   original.IsSound();
+    }
+    return stale;
+}
+
+} // namespace orrery::xls

@@ -1,0 +1,196 @@
+#include "built_workbook.h"
+#include "engines/builtin/xls/template_sheet.h"
+#include "engines/builtin/xls/workbook.h"
+#include "util/error.h"
+#include "util/paths.h"
+#include "xls/saved_book.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace orrery::xls {
+namespace {
+
+using namespace test;
+using generate::AccessMode;
+using generate::CellMember;
+using generate::CellValue;
+using orrery::test::SavedBook;
+using util::ErrorKind;
+
+const std::string kLongRecord = [] {
+    std::string record = Numbers({0x0FFF, 9000});
+    return record + std::string(9000, 'x');
+}();
+/// A place in the workbook, cut off.
+const std::string kCutLink = RecordOf(RecordType::Hyperlink, std::string(20, 'x'));
+/// MULBLANK whose last column is not that of its formats.
+const std::string kCutCells = RecordOf(RecordType::MulBlank, Numbers({0, 0, 15, 15, 7}));
+const std::string kWithoutEnd = BofOf(0x10) + BlankOf(0, 0, 15);
+const std::string kPastTheEnd = BofOf(0x10) + BlankOf(0, 0, 15) + Numbers({0x0201, 4000}) + "abc";
+
+class XlsDamagedStreamTest : public testing::Test {
+protected:
+    /// The kind of error that a call gives for the file, or `WrongUsage`.
+    ErrorKind KindOf(const std::function<void()>& call) const
+    {
+        try {
+            call();
+        }
+        catch (const util::Error& error) {
+            const bool isDamage = error.Kind() == ErrorKind::DamagedWorkbook;
+            EXPECT_TRUE(!isDamage || error.Subject() == util::FromPath(source_)) << error.what();
+            return error.Kind();
+        }
+        return ErrorKind::WrongUsage;
+    }
+
+    testing_support::ScratchFolder folder_;
+    std::filesystem::path source_ = folder_ / "source.xls";
+    std::filesystem::path target_ = folder_ / "target.xls";
+};
+
+struct DamagedSheetCase {
+    const char* name;
+    std::string bytes;
+};
+std::string DamagedSheetName(const testing::TestParamInfo<DamagedSheetCase>& info)
+{
+    return info.param.name;
+}
+class XlsDamagedSheetTest : public XlsDamagedStreamTest,
+                            public testing::WithParamInterface<DamagedSheetCase> {};
+TEST_P(XlsDamagedSheetTest, StaysAsItIsWhereNobodyWrites)
+{
+    const auto& damaged = GetParam().bytes;
+    WorkbookFile(source_, WorkbookStream({{"Model", WorksheetOf("")}, {"Other", damaged}}));
+    Workbook book(source_);
+    auto& model = *book.FindWorksheet("Model");
+    model.SetName("January");
+    model.CopyAfter(model);
+    model.Next()->SetCell(3, 3, CellValue(std::int16_t{5}), CellMember::Value);
+    book.SaveAs(target_, AccessMode::NoChange);
+
+    const auto stream = SavedStream(target_);
+    const Globals globals(stream);
+    ASSERT_EQ(globals.Sheets().size(), 3U);
+    EXPECT_EQ(stream.substr(globals.Sheets()[2].Offset), damaged);
+    for (const std::size_t sheet : {0U, 1U})
+        EXPECT_LE(SubstreamEnd(stream, globals.Sheets()[sheet].Offset),
+                  globals.Sheets()[sheet + 1].Offset);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sheets, XlsDamagedSheetTest,
+                         testing::Values(DamagedSheetCase{"WithoutEnd", kWithoutEnd},
+                                         DamagedSheetCase{"PastTheEnd", kPastTheEnd},
+                                         DamagedSheetCase{"LongRecord", WorksheetOf(kLongRecord)},
+                                         DamagedSheetCase{"CutLink", WorksheetOf(kCutLink)},
+                                         DamagedSheetCase{"CutCells", WorksheetOf(kCutCells)}),
+                         DamagedSheetName);
+
+class XlsDamagedModelTest : public XlsDamagedSheetTest {};
+TEST_P(XlsDamagedModelTest, IsNeitherRenamedNorCopiedNorWritten)
+{
+    const auto before = WorkbookStream({{"Good", WorksheetOf("")}, {"Model", GetParam().bytes}});
+    WorkbookFile(source_, before);
+    Workbook book(source_);
+    auto& model = *book.FindWorksheet("Model");
+    EXPECT_EQ(KindOf([&] { model.SetName("January"); }), ErrorKind::DamagedWorkbook);
+    EXPECT_EQ(KindOf([&] { model.CopyAfter(model); }), ErrorKind::DamagedWorkbook);
+    const auto write = [&] { model.SetCell(1, 1, CellValue(std::int16_t{5}), CellMember::Value); };
+    EXPECT_EQ(KindOf(write), ErrorKind::DamagedWorkbook);
+    EXPECT_EQ(model.Name(), "Model");
+    EXPECT_EQ(model.Next(), nullptr);
+    book.SaveAs(target_, AccessMode::NoChange);
+    EXPECT_EQ(SavedStream(target_), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sheets, XlsDamagedModelTest,
+                         testing::Values(DamagedSheetCase{"WithoutEnd", kWithoutEnd},
+                                         DamagedSheetCase{"PastTheEnd", kPastTheEnd},
+                                         DamagedSheetCase{"LongRecord", WorksheetOf(kLongRecord)},
+                                         DamagedSheetCase{"CutCells", WorksheetOf(kCutCells)}),
+                         DamagedSheetName);
+
+TEST_F(XlsDamagedStreamTest, ASheetWithoutEndEndsWhereTheNextBegins)
+{
+    WorkbookFile(source_, WorkbookStream({{"Cut", kWithoutEnd}, {"Model", WorksheetOf("")}}));
+    Workbook book(source_);
+    auto& model = *book.FindWorksheet("Model");
+    model.CopyAfter(model);
+    model.Next()->SetCell(1, 1, CellValue(std::string("text")), CellMember::Value);
+    book.SaveAs(target_, AccessMode::NoChange);
+    const auto stream = SavedStream(target_);
+    const Globals globals(stream);
+    const auto begin = globals.Sheets().at(0).Offset;
+    EXPECT_EQ(stream.substr(begin, globals.Sheets().at(1).Offset - begin), kWithoutEnd);
+    EXPECT_EQ(stream.substr(globals.Sheets().at(1).Offset, WorksheetOf("").size()),
+              WorksheetOf(""));
+}
+
+TEST_F(XlsDamagedStreamTest, TwoEntriesMayNameOneSheet)
+{
+    auto stream = WorkbookStream({{"A", WorksheetOf("")}, {"B", WorksheetOf("")}});
+    const Globals globals(stream);
+    PutU32(stream, globals.Sheets()[1].place.begin + kRecordHeader, globals.Sheets()[0].Offset);
+    WorkbookFile(source_, stream);
+    Workbook book(source_);
+    auto& model = *book.FindWorksheet("A");
+    model.SetCell(1, 1, CellValue(std::int16_t{5}), CellMember::Value);
+    book.SaveAs(target_, AccessMode::NoChange);
+    const SavedBook saved(target_);
+    EXPECT_EQ(saved.At("A").cells.size(), 1U);
+    EXPECT_EQ(saved.At("B").bytes, WorksheetOf(""));
+}
+
+TEST_F(XlsDamagedStreamTest, AnOffsetThatLeadsNowhereIsRefused)
+{
+    for (const std::uint32_t offset : {0U, 21U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+        auto stream = WorkbookStream({{"A", WorksheetOf("")}, {"B", WorksheetOf("")}});
+        PutU32(stream, Globals(stream).Sheets()[1].place.begin + kRecordHeader, offset);
+        WorkbookFile(source_, stream);
+        EXPECT_EQ(KindOf([&] { Workbook book(source_); }), ErrorKind::DamagedWorkbook) << offset;
+    }
+}
+
+// INDEX stands behind the first row: what it tells has to be written into it, nowhere else.
+TEST_F(XlsDamagedStreamTest, TheIndexIsFoundWhereverItStands)
+{
+    const auto table = RowOf(0, 0, 1) + BlankOf(0, 0, 15);
+    WorkbookFile(source_, WorkbookStream({{"Model", WorksheetOf(table + IndexOf(0, 1, {0}))}}));
+    Workbook book(source_);
+    book.FindWorksheet("Model")->SetCell(1, 1, CellValue(std::int16_t{5}), CellMember::Value);
+    book.SaveAs(target_, AccessMode::NoChange);
+
+    const SavedBook saved(target_);
+    const auto& sheet = saved.At("Model");
+    const auto offset = static_cast<std::uint32_t>(saved.Stream().find(sheet.bytes));
+    EXPECT_EQ(sheet.bytes.substr(0, BofOf(0x10).size()), BofOf(0x10));
+    const auto indexes = SavedBook::Records(sheet, 0x020B);
+    ASSERT_EQ(indexes.size(), 1U);
+    const auto block = ReadU32(indexes[0], kIndexHead);
+    EXPECT_EQ(ReadU16(saved.Stream(), block), static_cast<std::uint16_t>(RecordType::DbCell));
+    EXPECT_GT(block, offset);
+}
+
+TEST_F(XlsDamagedStreamTest, AShortSettingMakesNoSheetUnreadable)
+{
+    const auto sheet = WorksheetOf(RecordOf(RecordType::SheetProperties, "a"));
+    WorkbookFile(source_, WorkbookStream({{"Model", sheet}}));
+    EXPECT_NE(Workbook(source_).FindWorksheet("Model"), nullptr);
+}
+
+TEST(XlsTemplateSheetTest, ReadsAsFarAsItCan)
+{
+    const auto stream = kWithoutEnd + LabelSstOf(1, 1, 15, 0) + WorksheetOf("");
+    const std::size_t second = stream.size() - WorksheetOf("").size();
+    TemplateSheet sheet(stream, 0, second, true);
+    EXPECT_EQ(sheet.Bytes(), stream.substr(0, second));
+    EXPECT_EQ(sheet.SharedTexts(), 1U);
+    EXPECT_FALSE(sheet.IsSound());
+    EXPECT_FALSE(sheet.Facts().hasFormulas);
+    EXPECT_TRUE(TemplateSheet(stream, second, stream.size(), true).IsSound());
+}
+
+} // namespace
+} // namespace orrery::xls

@@ -112,6 +112,8 @@ void Workbook::ReadSheets()
         begins.push_back(entries[i].Offset);
     }
     std::sort(begins.begin(), begins.end());
+    if (std::adjacent_find(begins.begin(), begins.end()) != begins.end())
+        ThrowDamaged("two of its sheets are one");
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const auto next = std::upper_bound(begins.begin(), begins.end(), entries[i].Offset);
         template_.emplace_back(stream_, entries[i].Offset,
@@ -134,13 +136,11 @@ void Workbook::FindTails()
     std::vector<TemplateSheet*> order;
     for (auto& sheet : template_)
         order.push_back(&sheet);
-    std::stable_sort(order.begin(), order.end(), [](const auto* left, const auto* right) {
+    std::sort(order.begin(), order.end(), [](const auto* left, const auto* right) {
         return left->Place().begin < right->Place().begin;
     });
-    for (std::size_t i = 0; i + 1 < order.size(); ++i) {
-        const auto end = order[i]->Place().end;
-        order[i]->SetTail({end, std::max(end, order[i + 1]->Place().begin)});
-    }
+    for (std::size_t i = 0; i + 1 < order.size(); ++i)
+        order[i]->SetTail({order[i]->Place().end, order[i + 1]->Place().begin});
     end_ = {order.back()->Place().end, stream_.size()};
 }
 

@@ -6,6 +6,7 @@
 #include "require.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,8 @@
 
 /// What the fuzzers of both formats do to a workbook.
 namespace orrery::fuzz {
+
+inline constexpr const char* kNewName = "It's"; ///< of the sheet that is edited
 
 /// A file of this process in a folder that is quick to write to.
 inline std::filesystem::path Scratch(const char* name)
@@ -22,28 +25,58 @@ inline std::filesystem::path Scratch(const char* name)
     return folder / ("orrery-fuzz-" + std::to_string(getpid()) + name);
 }
 
+/// Does what may be refused. The run goes on with the same workbook, as that of a calendar does.
+template <class Action> void Attempt(Action action)
+{
+    try {
+        action();
+    }
+    catch (const Error&) {
+        // told to the user
+    }
+}
+
 inline void Fill(generate::Worksheet& sheet)
 {
     for (const std::int32_t row : {1, 2, 3, 14, 27, 40}) {
         for (std::int32_t column = 1; column <= 4; ++column) {
-            try {
+            Attempt([&] {
                 sheet.SetCell(row, column, generate::CellValue(std::int16_t{7}),
                               generate::CellMember::Value);
+            });
+            Attempt([&] {
                 sheet.SetCell(row + 1, column + 1, generate::CellValue(std::string("text")),
                               generate::CellMember::Default);
-            }
-            catch (const Error&) {
-                // a locked cell or a part of an array
-            }
+            });
         }
     }
 }
 
-/// Renames, copies and fills the first sheet of the names that is there. Whether the workbook could
-/// be edited and saved.
+/// Renames the sheet, copies it and its copies, and fills them all.
+inline void EditSheet(generate::Worksheet& model)
+{
+    constexpr int kCopies = 3;
+    Attempt([&] { model.SetName(kNewName); });
+    Fill(model);
+    generate::Worksheet* last = &model;
+    for (int i = 0; i < kCopies; ++i) {
+        Attempt([&] {
+            last->CopyAfter(*last);
+            last = last->Next();
+            last->SetName("Copy " + std::to_string(i));
+        });
+        Fill(*last);
+    }
+    if (last->Next() != nullptr) // a sheet of the template, if there is another
+        Fill(*last->Next());
+}
+
+/// Edits the first sheet of the names that is there. The name that it has in the saved workbook,
+/// or nothing where the workbook could not be opened or saved.
 template <class Book>
-bool Edit(const std::filesystem::path& source, const std::filesystem::path& target,
-          const std::vector<std::string>& names)
+std::optional<std::string> Edit(const std::filesystem::path& source,
+                                const std::filesystem::path& target,
+                                const std::vector<std::string>& names)
 {
     try {
         Book workbook(source);
@@ -53,16 +86,27 @@ bool Edit(const std::filesystem::path& source, const std::filesystem::path& targ
                 sheet = workbook.FindWorksheet(name);
         }
         if (sheet == nullptr)
-            return false;
-        sheet->SetName("It's");
-        sheet->CopyAfter(*sheet);
-        Fill(*sheet);
-        Fill(*sheet->Next());
+            return std::nullopt;
+        EditSheet(*sheet);
+        Attempt([&] { workbook.SaveAs(target, generate::AccessMode::NoChange); });
         workbook.SaveAs(target, generate::AccessMode::NoChange);
-        return true;
+        return sheet->Name();
     }
     catch (const Error&) {
-        return false;
+        return std::nullopt;
+    }
+}
+
+/// A sheet that could be changed can be changed again.
+inline void ChangeAgain(generate::Worksheet& sheet)
+{
+    if (sheet.Name() != kNewName)
+        return;
+    try {
+        sheet.SetName("Again");
+    }
+    catch (const Error& error) {
+        Require(error.Kind() != util::ErrorKind::DamagedWorkbook);
     }
 }
 
@@ -71,9 +115,11 @@ template <class Book>
 void EditAndOpenAgain(const std::filesystem::path& source, const std::vector<std::string>& names)
 {
     static const auto target = Scratch(".out");
-    if (Edit<Book>(source, target, names)) {
+    if (const auto name = Edit<Book>(source, target, names)) {
         Book again(target);
-        Require(again.FindWorksheet("It's") != nullptr);
+        auto* const sheet = again.FindWorksheet(*name);
+        Require(sheet != nullptr);
+        ChangeAgain(*sheet);
         again.SaveAs(target, generate::AccessMode::NoChange);
     }
     std::filesystem::remove(source);

@@ -24,7 +24,7 @@ using xls::CompoundFile;
 using xls::DirectoryEntry;
 using xls::EntryId;
 
-std::string Written(const xls::CompoundWriter& writer)
+std::string Written(xls::CompoundWriter writer)
 {
     static const std::filesystem::path folder =
         std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();

@@ -1,6 +1,7 @@
-// Opens a workbook, renames, copies and fills its first sheet, saves it: an error or a workbook
-// that opens again, whatever the input. An input that begins as a compound file is the workbook;
-// any other is the workbook stream, in which the sheets are found where they begin.
+// Opens a workbook, renames, copies and fills its first sheet, going on where a step is refused,
+// and saves it: an error or a workbook that opens again, whatever the input. An input that begins
+// as a compound file is the workbook; any other is the workbook stream, in which the sheets are
+// found where they begin.
 
 #include "edit_workbook.h"
 
@@ -41,8 +42,10 @@ std::string WithOffsets(std::string stream)
         if (type == kEof && depth > 0)
             --depth;
     }
-    for (std::size_t i = 0; i < listed.size() && i + 1 < begins.size(); ++i)
-        xls::PutU32(stream, listed[i], static_cast<std::uint32_t>(begins[i + 1]));
+    for (std::size_t i = 0; i < listed.size() && i + 1 < begins.size(); ++i) {
+        if (listed[i] + sizeof(std::uint32_t) <= stream.size())
+            xls::PutU32(stream, listed[i], static_cast<std::uint32_t>(begins[i + 1]));
+    }
     return stream;
 }
 

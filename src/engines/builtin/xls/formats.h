@@ -11,6 +11,7 @@ class Formats {
 public:
     /// Takes the data of the next XF record. Throws Error(DamagedWorkbook) where it is too short.
     void Add(std::string_view data);
+    bool Has(std::uint16_t format) const { return format < locked_.size(); }
     /// Whether cells of this format are locked once their sheet is protected; true for a format
     /// that does not exist.
     bool IsLocked(std::uint16_t format) const;

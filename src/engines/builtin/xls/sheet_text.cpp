@@ -62,6 +62,12 @@ bool StandsBehindCells(RecordType type)
     }
 }
 
+void CheckLength(const Record& record)
+{
+    if (record.data.size() > kLongestRecord)
+        ThrowDamaged("a record of a sheet is longer than its format allows");
+}
+
 Span PlaceOf(const Record& record)
 {
     return {record.begin, record.End()};
@@ -92,14 +98,14 @@ void SheetText::ReadRecords()
     const auto begin = reader.Next();
     if (!begin || begin->type != RecordType::Bof)
         ThrowDamaged("a sheet has no beginning or no end");
+    CheckLength(*begin);
     const std::uint16_t kind = ReadU16(begin->data, 2);
     hasCells_ = kind == kWorksheet || kind == kMacroSheet;
     SheetIndexReader index;
     Ranges ranges;
     std::size_t depth = 1; // charts are nested
     while (const auto record = reader.Next()) {
-        if (record->data.size() > kLongestRecord)
-            ThrowDamaged("a record of a sheet is longer than its format allows");
+        CheckLength(*record);
         if (depth == 1 && behindSettings_ == 0 && StandsBehindCells(record->type))
             behindSettings_ = record->begin;
         if (record->type == RecordType::Bof)

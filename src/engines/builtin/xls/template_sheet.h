@@ -27,6 +27,9 @@ public:
     /// From the sheet's BOF to its EOF record; up to the next sheet where the end is missing.
     const Span& Place() const { return place_; }
     std::string_view Bytes() const { return place_.In(stream_); }
+    bool IsWhole() const { return isWhole_; }
+    /// Whether its records can be read up to there.
+    bool IsReadable() const { return readable_.end == place_.end; }
     /// Whether it has cells that a calendar can be written into.
     bool IsWorksheet() const { return isWorksheet_ && !places_.IsDialog(); }
     const SheetPlaces& Places() const { return places_; }

@@ -119,6 +119,10 @@ void Workbook::ReadSheets()
         template_.emplace_back(stream_, entries[i].Offset,
                                next == begins.end() ? stream_.size() : *next,
                                entries[i].Type == kWorksheetType);
+        // Readers go on behind a sheet without end, where another has to begin then as now.
+        const bool isLast = next == begins.end() || i + 1 == entries.size();
+        if (!template_.back().IsWhole() && (isLast || !template_.back().IsReadable()))
+            ThrowDamaged("a sheet has no end");
         sheets_.push_back(std::make_unique<Sheet>(*this, entries[i].Name, i));
     }
     FindTails();
@@ -202,6 +206,8 @@ void Workbook::Write(Sheet& sheet, std::int32_t row, std::int32_t column,
     sheet.cells_->CheckWritable(row, column, CellFormats());
     if (!sheet.cells_->TakesValue(row, column))
         return;
+    if (!CellFormats().Has(OriginalOf(sheet).Text()->FormatOf({row, column})))
+        ThrowDamaged("the format of a cell is not in its list of formats");
     if (const auto* text = std::get_if<std::string>(&value))
         sheet.cells_->Set(row, column,
                           SheetCells::Text{static_cast<std::uint32_t>(Strings().IndexOf(*text))});

@@ -22,6 +22,8 @@ const std::string kLongRecord = [] {
     std::string record = Numbers({0x0FFF, 9000});
     return record + std::string(9000, 'x');
 }();
+const std::string kLongBegin =
+    Numbers({0x0809, 9000, 0x0600, 0x10}) + std::string(8996, '\0') + EofRecord();
 /// A place in the workbook, cut off.
 const std::string kCutLink = RecordOf(RecordType::Hyperlink, std::string(20, 'x'));
 /// MULBLANK whose last column is not that of its formats.
@@ -63,7 +65,9 @@ class XlsDamagedSheetTest : public XlsDamagedStreamTest,
 TEST_P(XlsDamagedSheetTest, StaysAsItIsWhereNobodyWrites)
 {
     const auto& damaged = GetParam().bytes;
-    WorkbookFile(source_, WorkbookStream({{"Model", WorksheetOf("")}, {"Other", damaged}}));
+    WorkbookFile(source_, WorkbookStream({{"Model", WorksheetOf("")},
+                                          {"Other", damaged},
+                                          {"Last", WorksheetOf(BlankOf(1, 1, 15))}}));
     Workbook book(source_);
     auto& model = *book.FindWorksheet("Model");
     model.SetName("January");
@@ -73,16 +77,18 @@ TEST_P(XlsDamagedSheetTest, StaysAsItIsWhereNobodyWrites)
 
     const auto stream = SavedStream(target_);
     const Globals globals(stream);
-    ASSERT_EQ(globals.Sheets().size(), 3U);
-    EXPECT_EQ(stream.substr(globals.Sheets()[2].Offset), damaged);
+    ASSERT_EQ(globals.Sheets().size(), 4U);
+    const auto begin = globals.Sheets()[2].Offset;
+    EXPECT_EQ(stream.substr(begin, globals.Sheets()[3].Offset - begin), damaged);
     for (const std::size_t sheet : {0U, 1U})
         EXPECT_LE(SubstreamEnd(stream, globals.Sheets()[sheet].Offset),
                   globals.Sheets()[sheet + 1].Offset);
+    EXPECT_EQ(stream.substr(globals.Sheets()[3].Offset), WorksheetOf(BlankOf(1, 1, 15)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Sheets, XlsDamagedSheetTest,
                          testing::Values(DamagedSheetCase{"WithoutEnd", kWithoutEnd},
-                                         DamagedSheetCase{"PastTheEnd", kPastTheEnd},
+                                         DamagedSheetCase{"LongBegin", kLongBegin},
                                          DamagedSheetCase{"LongRecord", WorksheetOf(kLongRecord)},
                                          DamagedSheetCase{"CutLink", WorksheetOf(kCutLink)},
                                          DamagedSheetCase{"CutCells", WorksheetOf(kCutCells)}),
@@ -91,7 +97,7 @@ INSTANTIATE_TEST_SUITE_P(Sheets, XlsDamagedSheetTest,
 class XlsDamagedModelTest : public XlsDamagedSheetTest {};
 TEST_P(XlsDamagedModelTest, IsNeitherRenamedNorCopiedNorWritten)
 {
-    const auto before = WorkbookStream({{"Good", WorksheetOf("")}, {"Model", GetParam().bytes}});
+    const auto before = WorkbookStream({{"Model", GetParam().bytes}, {"Good", WorksheetOf("")}});
     WorkbookFile(source_, before);
     Workbook book(source_);
     auto& model = *book.FindWorksheet("Model");
@@ -100,14 +106,14 @@ TEST_P(XlsDamagedModelTest, IsNeitherRenamedNorCopiedNorWritten)
     const auto write = [&] { model.SetCell(1, 1, CellValue(std::int16_t{5}), CellMember::Value); };
     EXPECT_EQ(KindOf(write), ErrorKind::DamagedWorkbook);
     EXPECT_EQ(model.Name(), "Model");
-    EXPECT_EQ(model.Next(), nullptr);
+    EXPECT_EQ(model.Next()->Name(), "Good");
     book.SaveAs(target_, AccessMode::NoChange);
     EXPECT_EQ(SavedStream(target_), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(Sheets, XlsDamagedModelTest,
                          testing::Values(DamagedSheetCase{"WithoutEnd", kWithoutEnd},
-                                         DamagedSheetCase{"PastTheEnd", kPastTheEnd},
+                                         DamagedSheetCase{"LongBegin", kLongBegin},
                                          DamagedSheetCase{"LongRecord", WorksheetOf(kLongRecord)},
                                          DamagedSheetCase{"CutCells", WorksheetOf(kCutCells)}),
                          DamagedSheetName);
@@ -126,6 +132,30 @@ TEST_F(XlsDamagedStreamTest, ASheetWithoutEndEndsWhereTheNextBegins)
     EXPECT_EQ(stream.substr(begin, globals.Sheets().at(1).Offset - begin), kWithoutEnd);
     EXPECT_EQ(stream.substr(globals.Sheets().at(1).Offset, WorksheetOf("").size()),
               WorksheetOf(""));
+}
+
+// Readers go on behind such a sheet, and what comes there is another calendar's.
+TEST_F(XlsDamagedStreamTest, ASheetWithoutEndBehindWhichNoneBeginsIsRefused)
+{
+    for (const auto& damaged : {kWithoutEnd, kPastTheEnd}) {
+        WorkbookFile(source_, WorkbookStream({{"Model", WorksheetOf("")}, {"Cut", damaged}}));
+        EXPECT_EQ(KindOf([&] { Workbook book(source_); }), ErrorKind::DamagedWorkbook);
+    }
+    WorkbookFile(source_, WorkbookStream({{"Cut", kPastTheEnd}, {"Model", WorksheetOf("")}}));
+    EXPECT_EQ(KindOf([&] { Workbook book(source_); }), ErrorKind::DamagedWorkbook);
+}
+
+TEST_F(XlsDamagedStreamTest, ACellWhoseFormatIsMissingIsNotWritten)
+{
+    const auto sheet = WorksheetOf(RowOf(0, 0, 1) + BlankOf(0, 0, 16));
+    WorkbookFile(source_, WorkbookStream({{"Model", sheet}}));
+    Workbook book(source_);
+    auto& model = *book.FindWorksheet("Model");
+    const auto write = [&](std::int32_t column) {
+        model.SetCell(1, column, CellValue(std::int16_t{5}), CellMember::Value);
+    };
+    EXPECT_EQ(KindOf([&] { write(1); }), ErrorKind::DamagedWorkbook);
+    EXPECT_EQ(KindOf([&] { write(2); }), ErrorKind::WrongUsage) << "the sixteenth is there";
 }
 
 // Thousands of entries of one sheet would make a file of many gigabytes.

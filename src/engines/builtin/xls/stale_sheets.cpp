@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <utility>
 
 namespace orrery::xls {
@@ -13,21 +12,9 @@ namespace {
 
 using builtin::SheetReads;
 
-/// Where the template's sheets stand now, by their position in the template.
-using Positions = std::map<std::size_t, std::size_t>;
-
-Positions PositionsOfOriginals(const std::vector<SavedSheet>& sheets)
-{
-    Positions positions;
-    for (std::size_t i = 0; i < sheets.size(); ++i) {
-        if (!sheets[i].IsCopy)
-            positions.emplace(sheets[i].Origin, i);
-    }
-    return positions;
-}
-
 /// Formulas of the template refer to its own sheets, never to a copy.
-SheetReads ReadsOf(const FormulaFacts& facts, const Globals& globals, const Positions& positions)
+SheetReads ReadsOf(const FormulaFacts& facts, const Globals& globals,
+                   const std::vector<std::size_t>& positions)
 {
     const auto isOwn = [&globals](std::uint16_t link) {
         return link < globals.Links().size() && globals.Links()[link].book == globals.OwnBook();
@@ -40,9 +27,7 @@ SheetReads ReadsOf(const FormulaFacts& facts, const Globals& globals, const Posi
         if (!span)
             continue;
         reads.everything = reads.everything || span->first != span->last;
-        const auto position = positions.find(static_cast<std::size_t>(span->first));
-        if (position != positions.end())
-            reads.sheets.push_back(position->second);
+        reads.sheets.push_back(positions.at(static_cast<std::size_t>(span->first)));
     }
     return reads;
 }
@@ -52,7 +37,7 @@ SheetReads ReadsOf(const FormulaFacts& facts, const Globals& globals, const Posi
 std::vector<bool> FindStaleSheets(const Globals& globals, std::vector<TemplateSheet>& originals,
                                   const std::vector<SavedSheet>& sheets, std::vector<bool> written)
 {
-    const Positions positions = PositionsOfOriginals(sheets);
+    const auto positions = PositionsOfOriginals(sheets);
     const auto readsOf = [&](std::size_t i) {
         auto& original = originals[sheets[i].Origin];
         return original.IsWorksheet() && original.Facts().hasFormulas

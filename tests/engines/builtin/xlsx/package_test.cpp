@@ -298,7 +298,7 @@ TEST(Package, TellsMissingFilesFromFolders)
         return ErrorKind::WrongUsage;
     };
     EXPECT_EQ(kindOf(folder / "none.xlsx"), ErrorKind::FileNotFound);
-    EXPECT_EQ(kindOf(folder.Path()), ErrorKind::FileNotReadable);
+    EXPECT_EQ(kindOf(folder.Path()), ErrorKind::NotARegularFile);
 }
 
 class PackageTest : public testing::Test {

@@ -196,11 +196,11 @@ TEST(ZipReader, TakesSmallEntriesOfAnyRatio)
     EXPECT_EQ(zip.Read(0).size(), 10 * kMiB);
 }
 
-TEST(ZipReader, TellsMissingFilesFromUnreadableOnes)
+TEST(ZipReader, TellsMissingFilesFromFolders)
 {
     const ScratchFolder folder;
     EXPECT_EQ(KindThrownBy([&] { ZipReader zip(folder / "none.zip"); }), ErrorKind::FileNotFound);
-    EXPECT_EQ(KindThrownBy([&] { ZipReader zip(folder.Path()); }), ErrorKind::FileNotReadable);
+    EXPECT_EQ(KindThrownBy([&] { ZipReader zip(folder.Path()); }), ErrorKind::NotARegularFile);
 }
 
 TEST(ZipWriter, CopiesPackedBytesAndTimes)

@@ -67,7 +67,7 @@ TEST(ZipWriter, LeavesNothingBehindWhenWritingFails)
                 noise += static_cast<char>(value >> 24);
             return noise;
         });
-        EXPECT_EQ(KindThrownBy([&] { writer.Close(); }), ErrorKind::FileNotWritable);
+        EXPECT_EQ(KindThrownBy([&] { writer.Close(); }), ErrorKind::FileSizeLimit);
     }
     EXPECT_EQ(folder.Entries(), 0);
 }

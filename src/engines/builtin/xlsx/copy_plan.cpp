@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/copy_plan.h"
 
+#include "engines/builtin/xlsx/identities.h"
 #include "engines/builtin/xlsx/part_names.h"
 #include "util/error.h"
 #include "util/paths.h"
@@ -42,11 +43,15 @@ bool IsShared(const Relationship& relationship)
 std::optional<std::string> OwnedBy(const Package& package, const std::string& part,
                                    const Relationship& relationship)
 {
-    if (relationship.External || IsShared(relationship) || IsInnerLink(relationship))
+    if (relationship.External || IsInnerLink(relationship))
         return std::nullopt;
     auto target = ResolveTarget(part, relationship.Target);
-    return package.Has(target) && package.CanBeOwned(target) ? std::optional(std::move(target))
-                                                             : std::nullopt;
+    if (!package.Has(target) || !package.CanBeOwned(target))
+        return std::nullopt;
+    // What has names of its own cannot be shared, whatever kind of link leads to it.
+    if (IsShared(relationship) && !HasIdentity(package.TypeOf(target)))
+        return std::nullopt;
+    return target;
 }
 
 void CheckIds(const Package& package, const std::string& part, const Relationships& relationships)

@@ -37,6 +37,12 @@ private:
     std::map<std::int32_t, CellRange> filled_; // by first column; no column is in two of them
 };
 
+/// "the number "12"", or "an empty number".
+std::string Named(const std::string& what, std::string_view value)
+{
+    return value.empty() ? "an empty " + what : "the " + what + " \"" + std::string(value) + "\"";
+}
+
 class SheetDataReader {
 public:
     SheetDataReader(XmlScanner& scanner, std::string_view partName)
@@ -81,7 +87,7 @@ void SheetDataReader::ReadRow()
     if (const auto number = scanner_.Attribute("r")) {
         const auto digits = ReadDigits(number);
         if (!digits || *digits < 1 || *digits > kSheetRows)
-            Fail("a row with the number \"" + std::string(number->raw) + "\"");
+            Fail("a row with " + Named("number", number->raw));
         row.number = static_cast<std::int32_t>(*digits);
         row.isCounted = false;
     }
@@ -127,7 +133,7 @@ std::int32_t SheetDataReader::ReadColumn(RowPlace& row)
         std::string decoded;
         const auto address = ParseCellAddress(place->Value(decoded));
         if (!address)
-            Fail("a cell with the place \"" + std::string(place->raw) + "\"");
+            Fail("a cell with " + Named("place", place->raw));
         cell = *address;
         CountFromCell(row, cell.row);
     }

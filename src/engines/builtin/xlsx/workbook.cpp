@@ -136,7 +136,7 @@ void Workbook::ReadSheets()
         const auto* relationship = found == byId.end() ? nullptr : found->second;
         auto target =
             relationship ? ResolveTarget(workbookPart_, relationship->Target) : std::string();
-        if (!package_.Has(target))
+        if (!package_.Has(target) || !package_.CanBeOwned(target))
             throw Error(ErrorKind::DamagedWorkbook, util::FromPath(package_.Path()),
                         "the sheet \"" + entry.Name + "\" is missing");
         const auto [other, isNew] = byPart.emplace(PartKey(target), entry.Name);

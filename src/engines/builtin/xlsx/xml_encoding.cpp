@@ -116,6 +116,17 @@ bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> name
     return false;
 }
 
+/// U+FFFE and U+FFFF are code points that XML cannot hold; the scanner sees to control characters.
+void CheckCharacters(std::string_view text, std::string_view partName)
+{
+    for (std::size_t at = text.find("\xEF\xBF"); at != text.npos;
+         at = text.find("\xEF\xBF", at + 2)) {
+        const char last = at + 2 < text.size() ? text[at + 2] : ' ';
+        if (last == '\xBE' || last == '\xBF')
+            Fail(partName, "a character that XML cannot hold");
+    }
+}
+
 void DeclareUtf8(std::string& text)
 {
     if (const auto range = DeclaredEncoding(text))
@@ -128,6 +139,7 @@ std::string DecodeXmlPart(std::string bytes, std::string_view partName)
 {
     if (const auto order = Utf16OrderOf(bytes)) {
         std::string text = FromUtf16(bytes, *order, partName);
+        CheckCharacters(text, partName);
         DeclareUtf8(text);
         return text;
     }
@@ -152,6 +164,7 @@ std::string DecodeXmlPart(std::string bytes, std::string_view partName)
     }
     if (!util::IsValidUtf8(bytes))
         Fail(partName, "bytes that are not UTF-8");
+    CheckCharacters(bytes, partName);
     return bytes;
 }
 

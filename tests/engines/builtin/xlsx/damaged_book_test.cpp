@@ -194,6 +194,28 @@ TEST_F(DamagedBookTest, ASheetIsNotCopiedWithTwoTablesOfOneName)
     EXPECT_THAT(ErrorOf([this] { CopyModel(); }).Cause(), HasSubstr("\"T\""));
 }
 
+TEST_F(DamagedBookTest, ATableIsCopiedWhateverKindOfLinkLeadsToIt)
+{
+    book.Put("xl/table1.xml",
+             "<table xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" id=\"1\" "
+             "name=\"T\" displayName=\"T\" ref=\"A1:A2\"/>",
+             "table");
+    GiveTheModel("image", "../table1.xml");
+    Open();
+    CopyModel();
+    const auto saved = Save();
+    ASSERT_TRUE(saved.Has("xl/table2.xml"));
+    EXPECT_THAT(saved.Values("xl/table2.xml", "/table/@displayName"), ElementsAre("T_2"));
+}
+
+TEST_F(DamagedBookTest, AnEmptyPlaceIsNamedInWords)
+{
+    book.Put(kSheet, BuiltBook::Worksheet("<sheetData><row r=\"\"/></sheetData>"));
+    Open();
+    EXPECT_THAT(ErrorOf([this] { Write(Model()); }).Cause(),
+                HasSubstr("a row with an empty number"));
+}
+
 TEST_F(DamagedBookTest, WhatNoCalendarTouchesStaysAsItIs)
 {
     const std::string sheet = BuiltBook::Worksheet("<sheetData><row r=\"1\"></sheetData>");
@@ -257,6 +279,13 @@ TEST_F(DamagedBookTest, TwoSheetsCannotBeOnePart)
              BuiltBook::Workbook("<sheets>" + BuiltBook::Sheet("Model", "1", "rId1") +
                                  BuiltBook::Sheet("Twin", "2", "rId1") + "</sheets>"));
     EXPECT_THAT(ErrorOf([this] { Open(); }).Cause(), HasSubstr("\"Model\" and \"Twin\""));
+}
+
+TEST_F(DamagedBookTest, ASheetCannotBeThePartOfRelationships)
+{
+    book.Put("xl/_rels/workbook.xml.rels",
+             BuiltBook::Links({{"worksheet", "_rels/workbook.xml.rels"}}));
+    EXPECT_THAT(ErrorOf([this] { Open(); }).Cause(), HasSubstr("\"Model\" is missing"));
 }
 
 TEST_F(DamagedBookTest, APartIsNotThereTwiceUnderAnotherSpelling)

@@ -98,5 +98,12 @@ INSTANTIATE_TEST_SUITE_P(
         BadEncodingCase{"NoSuchByte", "<?xml version='1.0' encoding='windows-1252'?><a>\x81</a>"}),
     [](const auto& row) { return std::string(row.param.name); });
 
+TEST(DecodeXmlPart, RefusesWhatXmlCannotHold)
+{
+    EXPECT_THROW(DecodeXmlPart("<a b='\xEF\xBF\xBF'/>", "/a.xml"), util::Error);
+    EXPECT_THROW(DecodeXmlPart(Utf16(u"<a>\uFFFE</a>", true, true), "/a.xml"), util::Error);
+    EXPECT_NO_THROW(DecodeXmlPart("<a>\xEF\xBF\xBD\xEF\xBC\xBF</a>", "/a.xml"));
+}
+
 } // namespace
 } // namespace orrery::xlsx

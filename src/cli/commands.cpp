@@ -40,7 +40,7 @@ void RunTemplatesCommand(Session& session)
 {
     const ui::Settings settings = LoadSettings(session, session.line.templateFolder);
     if (const auto obstacle = util::ListingObstacle(util::ToPath(settings.TemplatePath)))
-        throw *obstacle;
+        throw Error(*obstacle);
     const auto templates = ui::ListTemplates(settings.TemplatePath);
     if (session.line.json) {
         JsonWriter json;
@@ -72,7 +72,7 @@ std::string FindHolidayFile(Session& session)
             file = folder + file;
     }
     if (const auto obstacle = util::TextObstacle(util::ToPath(file)))
-        throw *obstacle;
+        throw Error(*obstacle);
     return file;
 }
 
@@ -213,7 +213,7 @@ ui::Settings LoadSettings(Session& session, const std::optional<std::string>& te
         ui::FillAtFirstStart(locations, session.system.installed);
     // Without the settings that are there a command would work in other folders than it should.
     if (const auto obstacle = util::ObstacleOfExistingText(util::ToPath(locations.settingsFile)))
-        throw *obstacle;
+        throw Error(*obstacle);
     return ui::LoadSettings(locations, overrides);
 }
 
@@ -235,10 +235,10 @@ ChosenTemplate ChooseTemplate(Session& session)
     }
     const std::string& folder = chosen.settings.TemplatePath;
     if (const auto obstacle = util::ReadingObstacle(util::ToPath(folder + chosen.file)))
-        throw *obstacle;
+        throw Error(*obstacle);
     auto working = ui::LoadWorkingSets(chosen.settings, chosen.file);
     if (working.obstacle) // the defaults are not what the user wrote
-        throw *working.obstacle;
+        throw Error(*working.obstacle);
     chosen.sets = std::move(working.sets);
     chosen.hasParameterFile = working.parameterFileExists;
     return chosen;

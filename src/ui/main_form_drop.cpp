@@ -68,7 +68,7 @@ bool MainForm::TakeTemplate(const std::string& file)
         if (LiesIn(settings_.TemplatePath, file)) {
             const auto obstacle = util::ReadingObstacle(util::ToPath(file));
             if (obstacle && obstacle->Kind() != util::ErrorKind::FileNotFound)
-                throw *obstacle;
+                throw Error(*obstacle);
             return !obstacle;
         }
         if (!CopyAfterQuestion(file))

@@ -31,7 +31,7 @@ std::vector<std::string> ListTemplates(const std::string& folder)
 void CopyFileInto(const std::string& folder, const std::string& file)
 {
     if (const auto obstacle = util::ReadingObstacle(util::ToPath(file)))
-        throw *obstacle;
+        throw Error(*obstacle);
     const auto bytes = util::ReadFile(util::ToPath(file));
     if (!bytes)
         throw Error(ErrorKind::FileNotReadable, file);

@@ -35,7 +35,7 @@ Lock TryLock(const Descriptor& file)
 
 bool IsOld(const struct stat& status)
 {
-    constexpr std::time_t kDay = 24 * 60 * 60;
+    constexpr std::time_t kDay = 86400; // seconds
     return status.st_mtime < std::time(nullptr) - kDay;
 }
 

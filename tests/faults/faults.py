@@ -88,10 +88,11 @@ def kill_during_save(cli, template, folder):
     chance = random.Random(2)
     is_killed = len(cli) == 1  # what runs the program elsewhere takes the signal and not the program
     killed = runs = left = 0
-    while runs < 50 or (killed < 20 and runs < 300):
+    while runs < 50 or (runs < 300 and (killed < 20 or (is_killed and left == 0))):
         runs += 1
+        earliest = 0 if runs <= 50 else whole / 2  # the calendar is written at the end of a run
         process = subprocess.Popen(generate(cli, heavy, output), stdout=subprocess.DEVNULL)
-        time.sleep(chance.uniform(0, whole))
+        time.sleep(chance.uniform(earliest, whole))
         if process.poll() is None:
             killed += 1
             process.send_signal(signal.SIGKILL)

@@ -100,6 +100,8 @@ def main():
     work = tempfile.mkdtemp(prefix="orrery-hostile-")
     try:
         paths = damaged_copies(work) if absent else workbooks(options.attack)
+        if options.sanitized:  # time is judged as shipped
+            paths = [path for path in paths if not os.path.basename(path).startswith("time-")]
         outcomes = runner.judge_all(
             Program([os.path.abspath(options.cli)], options.sanitized), make, paths, work,
             options.keep or os.path.join(work, "kept"), options.jobs)

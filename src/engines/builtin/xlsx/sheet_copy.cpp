@@ -190,11 +190,12 @@ void SheetCopier::Put(const CopyPlan& plan, std::vector<Content> contents,
         if (isRelationships) {
             const bool isNeeded = !part.relationships->All().empty() ||
                                   package_.Has(RelationshipsPartName(part.copy));
-            if (isNeeded)
+            if (isNeeded) {
                 package_.PutRelationships(
                     part.copy, [relationships = part.relationships, targets = part.targets, owner] {
                         return RelationshipsXml(*relationships, targets, owner->names);
                     });
+            }
         }
         else if (contents[index]) {
             package_.Put(part.copy, package_.TypeOf(part.original), std::move(contents[index]));

@@ -338,7 +338,7 @@ void ZipWriter::Close()
     const std::string target = util::FromPath(path_);
     const Error limit = util::NotWritten(path_, {error.SystemCode(), std::generic_category()});
     if (limit.Kind() != ErrorKind::FileNotWritable)
-        throw limit;
+        throw Error(limit);
     switch (error.Code()) {
     case ZIP_ER_READ:
     case ZIP_ER_SEEK:

@@ -116,7 +116,10 @@ std::optional<Error> ListingObstacle(const fs::path& folder)
     if (!failure)
         return std::nullopt;
     const fs::path name = folder.has_filename() ? folder : folder.parent_path();
-    if (failure == std::errc::not_a_directory && !IsMissing(name))
+    // Some systems say then that the folder is not found.
+    std::error_code unknown;
+    const fs::file_type type = fs::status(name, unknown).type();
+    if (type == fs::file_type::regular || fs::is_other(fs::file_status(type)))
         return Error(ErrorKind::FileNotReadable, FromPath(folder), "it is not a folder");
     return NotRead(folder, failure);
 }

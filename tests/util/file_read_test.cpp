@@ -110,7 +110,9 @@ TEST(ListingObstacle, TellsAFolderFromOtherThings)
     EXPECT_EQ(ListingObstacle(scratch.Path()), std::nullopt);
     const fs::path missing = scratch / "missing";
     EXPECT_EQ(KindOf(ListingObstacle(missing), missing), ErrorKind::FileNotFound);
-    EXPECT_TRUE(ListingObstacle(scratch.Write("file", "")));
+    const fs::path file = scratch.Write("file", "");
+    EXPECT_EQ(KindOf(ListingObstacle(file), file), ErrorKind::FileNotReadable);
+    EXPECT_EQ(KindOf(ListingObstacle(file / ""), file / ""), ErrorKind::FileNotReadable);
 }
 
 } // namespace

@@ -9,8 +9,6 @@
 namespace orrery::xlsx {
 namespace {
 
-using engines::SameSheetName;
-
 constexpr std::string_view kStringsType =
     "application/vnd.openxmlformats-officedocument.spreadsheetml.sharedStrings+xml";
 

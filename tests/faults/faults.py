@@ -79,20 +79,49 @@ def time_of_run(cli, template, output):
     return time.perf_counter() - start
 
 
+class Outputs:
+    """The folder that the runs write to, and whether what stands there is whole."""
+
+    def __init__(self, folder, target):
+        self.folder = folder
+        self.target = target
+        self.seen = None
+
+    def temporary_files(self):
+        return [path for path in self.folder.iterdir() if path != self.target]
+
+    def check_target(self):
+        """Reads the output only if it is another than the last time: that takes long."""
+        state = self.target.stat() if self.target.exists() else None
+        stamp = state and (state.st_ino, state.st_size, state.st_mtime_ns)
+        if stamp != self.seen:
+            check(is_whole(self.target), "a half-written workbook stands under the output's name")
+            self.seen = stamp
+
+
+def wait_for_save(process, outputs, earlier):
+    """Until the run writes what will be the output, or ends."""
+    while process.poll() is None and not set(outputs.temporary_files()) - set(earlier):
+        time.sleep(0.0005)
+
+
 def kill_during_save(cli, template, folder):
     heavy = big_template(template, folder)
-    output = folder / "output"
-    target = output / f"{YEAR}{heavy.name}"
-    whole = time_of_run(cli, heavy, output)
+    outputs = Outputs(folder / "output", folder / "output" / f"{YEAR}{heavy.name}")
+    whole = time_of_run(cli, heavy, outputs.folder)
     untouched = heavy.read_bytes()
     chance = random.Random(2)
     is_killed = len(cli) == 1  # what runs the program elsewhere takes the signal and not the program
     killed = runs = left = 0
-    while runs < 50 or (runs < 300 and (killed < 20 or (is_killed and left == 0))):
+    temporary = []
+    while runs < 50 or (killed < 20 and runs < 300):
         runs += 1
-        earliest = 0 if runs <= 50 else whole / 2  # the calendar is written at the end of a run
-        process = subprocess.Popen(generate(cli, heavy, output), stdout=subprocess.DEVNULL)
-        time.sleep(chance.uniform(earliest, whole))
+        process = subprocess.Popen(generate(cli, heavy, outputs.folder), stdout=subprocess.DEVNULL)
+        if is_killed and runs % 2:
+            wait_for_save(process, outputs, temporary)
+            time.sleep(chance.uniform(0, whole / 20))
+        else:
+            time.sleep(chance.uniform(0, whole))
         if process.poll() is None:
             killed += 1
             process.send_signal(signal.SIGKILL)
@@ -100,17 +129,18 @@ def kill_during_save(cli, template, folder):
         else: # the machine is faster than when it was measured
             whole *= 0.95
         process.wait()
-        check(is_whole(target), "a half-written workbook stands under the output's name")
+        outputs.check_target()
         check(heavy.read_bytes() == untouched, "the template was changed")
-        temporary = [path for path in output.iterdir() if path != target]
+        temporary = outputs.temporary_files()
         check(len(temporary) <= 1 or not is_killed, f"earlier runs left {temporary}")
         left += len(temporary)
     check(killed >= 20, f"only {killed} of {runs} runs were killed: the loop proves too little")
-    subprocess.run(generate(cli, heavy, output), check=True, stdout=subprocess.DEVNULL)
-    check(is_whole(target) and target.stat().st_size > 0, "the next run did not succeed")
+    subprocess.run(generate(cli, heavy, outputs.folder), check=True, stdout=subprocess.DEVNULL)
+    outputs.check_target()
+    check(outputs.target.stat().st_size > 0, "the next run did not succeed")
     if is_killed:
         check(left > 0, "no killed run left a temporary file: the loop proves too little")
-        check(list(output.iterdir()) == [target], f"left behind: {list(output.iterdir())}")
+        check(outputs.temporary_files() == [], f"left behind: {outputs.temporary_files()}")
     print(f"{killed} of {runs} runs killed, every output whole, {left} temporary files removed")
 
 

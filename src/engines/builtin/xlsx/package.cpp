@@ -188,15 +188,30 @@ std::vector<std::string> Package::PartNames() const
 
 PartText Package::Read(std::string_view part) const
 {
+    return std::make_shared<const std::string>(Bytes(part));
+}
+
+std::string Package::Bytes(std::string_view part) const
+{
     const Key key = PartKey(part);
     if (const auto entry = entries_.find(key); entry != entries_.end())
-        return std::make_shared<const std::string>(zip_->Read(entry->second));
+        return BytesOf(entry->second);
     const Change* const change = ChangeOf(key);
     if (change != nullptr && change->content)
-        return std::make_shared<const std::string>(change->content());
+        return change->content();
     if (change != nullptr && change->copyOf)
-        return std::make_shared<const std::string>(zip_->Read(*change->copyOf));
+        return BytesOf(*change->copyOf);
     FailMissing(part);
+}
+
+std::string Package::BytesOf(std::size_t entry) const
+{
+    if (zip_->Entries()[entry].size > kMostRead - std::min(kept_, kMostRead)) {
+        throw Error(ErrorKind::TooLargeUnpacked, util::FromPath(path_),
+                    "with the part " + NameOf(entry) +
+                        " it has more than 256 MiB of sheets and other text");
+    }
+    return zip_->Read(entry);
 }
 
 void Package::FailMissing(std::string_view part) const
@@ -207,7 +222,7 @@ void Package::FailMissing(std::string_view part) const
 
 std::string Package::Text(std::string_view part) const
 {
-    return DecodeXmlPart(*Read(part), part);
+    return DecodeXmlPart(Bytes(part), part);
 }
 
 PartText Package::ReadXml(std::string_view part) const
@@ -218,8 +233,10 @@ PartText Package::ReadXml(std::string_view part) const
     return Naming(path_, [&] {
         auto text = std::make_shared<const std::string>(Text(part));
         CheckWellFormed(*text, part);
-        if (entries_.contains(key))
+        if (entries_.contains(key)) {
             xml_.emplace(key, text);
+            kept_ += text->size();
+        }
         return text;
     });
 }

@@ -25,6 +25,9 @@ using PartText = std::shared_ptr<const std::string>;
 /// the bytes it was opened with.
 class Package {
 public:
+    /// What may be read of the container at a time; the rest is copied packed.
+    static constexpr std::uint64_t kMostRead = std::uint64_t{256} << 20U;
+
     /// Opens a package whose main part is a workbook in XML.
     /// Throws Error: NotAWorkbook, DamagedWorkbook, BinaryWorkbook, TooLargeUnpacked, FileNotFound,
     /// FileNotReadable.
@@ -42,11 +45,12 @@ public:
 
     // Parts of the container are read as they were opened, whatever was put over them; new parts as
     // they will be saved.
-    /// The bytes of a part. Throws Error(DamagedWorkbook) when it is missing or cannot be unpacked.
+    /// The bytes of a part. Throws Error(DamagedWorkbook) when it is missing or cannot be unpacked,
+    /// Error(TooLargeUnpacked) when it and the kept texts have more than kMostRead bytes.
     PartText Read(std::string_view part) const;
     /// The text of an XML part in UTF-8 (other encodings are converted, a byte-order mark dropped),
     /// checked to be well-formed and nested at most 256 deep, without a document type declaration.
-    /// Kept after the first call. Throws Error (DamagedWorkbook, TooDeeplyNested).
+    /// Kept after the first call. Throws Error (DamagedWorkbook, TooDeeplyNested, TooLargeUnpacked).
     PartText ReadXml(std::string_view part) const;
     /// The relationships of a part as they are now, "" for those of the package; none where it has
     /// no .rels part.
@@ -107,6 +111,8 @@ private:
     [[noreturn]] void FailMissing(std::string_view part) const;
     std::string NameOf(std::size_t entry) const;
     bool IsPart(std::size_t entry) const;
+    std::string Bytes(std::string_view part) const;
+    std::string BytesOf(std::size_t entry) const;
     std::string Text(std::string_view part) const;
     const Change* ChangeOf(const Key& key) const;
     Change& ChangePart(std::string_view part);
@@ -122,6 +128,7 @@ private:
     ContentTypes types_;
     std::string mainPart_;
     mutable std::map<Key, PartText, std::less<>> xml_;
+    mutable std::uint64_t kept_ = 0; // bytes of xml_
     mutable std::map<Key, std::shared_ptr<const Relationships>, std::less<>> relationships_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "../../../util/scratch_folder.h"
 #include "built_zip.h"
+#include "thrown_kind.h"
 #include "util/error.h"
 #include "util/paths.h"
 
@@ -592,6 +593,32 @@ TEST(PackageXml, IsCheckedWhenItIsRead)
     EXPECT_EQ(*package.ReadXml("/xl/latin.xml"),
               "<?xml version='1.0' encoding='UTF-8'?><a>\xC3\xA4</a>");
     EXPECT_EQ(*package.Read("/xl/cut.xml"), "<a><b></a>") << "the bytes may be had";
+}
+
+TEST(PackageXml, IsReadUpToALimitInAll)
+{
+    std::string noise; // packs badly: the ratio of sizes is not what is refused
+    for (unsigned number = 1; noise.size() < 400'000; number = number * 1664525U + 1013904223U)
+        noise += static_cast<char>('a' + (number >> 24U) % 26U);
+    const ScratchFolder folder;
+    const auto claims = [&](const std::string& name, std::uint32_t size) {
+        return ZipPart{.name = name, .content = noise, .stored = true, .declaredSize = size};
+    };
+    constexpr std::uint32_t kLimit = Package::kMostRead;
+    const Package package(
+        folder.Write("a.xlsx", BuildZip(With({{"xl/small.xml", "<small/>"},
+                                              claims("xl/over.xml", kLimit + 1),
+                                              claims("xl/just.xml", kLimit),
+                                              claims("xl/rest.xml", kLimit - 8)}))));
+    const auto kindOf = [&](std::string_view part) {
+        return test::KindThrownBy([&] { package.ReadXml(part); });
+    };
+    EXPECT_EQ(kindOf("/xl/over.xml"), ErrorKind::TooLargeUnpacked);
+    EXPECT_EQ(kindOf("/xl/just.xml"), ErrorKind::DamagedWorkbook) << "it was tried";
+    EXPECT_EQ(*package.ReadXml("/xl/small.xml"), "<small/>");
+    EXPECT_EQ(kindOf("/xl/just.xml"), ErrorKind::TooLargeUnpacked) << "8 bytes are kept";
+    EXPECT_EQ(kindOf("/xl/rest.xml"), ErrorKind::DamagedWorkbook) << "it was tried";
+    EXPECT_EQ(*package.ReadXml("/xl/small.xml"), "<small/>") << "what is kept needs no more room";
 }
 
 } // namespace

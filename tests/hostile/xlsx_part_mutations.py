@@ -4,6 +4,7 @@ import posixpath
 
 import xml_text
 from mutation import Kinds
+from one_change import one_change
 from xlsx_book import set_text, text_of
 from xlsx_zip_mutations import spellings
 
@@ -29,6 +30,9 @@ def _link(book, random):
     text = text_of(entry)
     found = xml_text.elements(text, "Relationship")
     return (entry, text, random.choice(found)) if found else None
+
+
+_in_link = one_change(KINDS, _link)
 
 
 def owner_of(rels):
@@ -135,29 +139,19 @@ def rename_part(book, random):
 
 # ---------------------------------------------------------- relationships
 
-@KINDS
-def drop_link(book, random):
-    chosen = _link(book, random)
-    if chosen is None:
-        return None
-    entry, text, link = chosen
-    set_text(entry, text[:link.start] + text[link.end:])
-    return entry.text_name
+@_in_link
+def drop_link(text, link, _random):
+    return text[:link.start] + text[link.end:]
 
 
-@KINDS
-def link_twice(book, random):
-    chosen = _link(book, random)
-    if chosen is None:
-        return None
-    entry, text, link = chosen
+@_in_link
+def link_twice(text, link, random):
     twin = text[link.start:link.end]
     if random.random() < 0.5:
         number = xml_text.attribute(text, link, "Id")
         if number:
             twin = twin.replace(xml_text.value(text, number), "rIdTwin", 1)
-    set_text(entry, text[:link.end] + twin + text[link.end:])
-    return entry.text_name
+    return text[:link.end] + twin + text[link.end:]
 
 
 @KINDS
@@ -293,27 +287,20 @@ def _type(book, random):
     return (types, text, random.choice(found)) if found else None
 
 
-@KINDS
-def drop_type(book, random):
-    chosen = _type(book, random)
-    if chosen is None:
-        return None
-    types, text, element = chosen
-    set_text(types, text[:element.start] + text[element.end:])
-    return text[element.start:element.end][:120]
+_in_type = one_change(KINDS, _type)
 
 
-@KINDS
-def type_twice(book, random):
-    chosen = _type(book, random)
-    if chosen is None:
-        return None
-    types, text, element = chosen
+@_in_type
+def drop_type(text, element, _random):
+    return text[:element.start] + text[element.end:]
+
+
+@_in_type
+def type_twice(text, element, random):
     twin = text[element.start:element.end]
     if random.random() < 0.5:
         twin = twin.replace("+xml", "+other+xml")
-    set_text(types, text[:element.end] + twin + text[element.end:])
-    return twin[:120]
+    return text[:element.end] + twin + text[element.end:]
 
 
 @KINDS
@@ -324,25 +311,17 @@ def type_of_nothing(book, random):
     return "xl/nothing.xml"
 
 
-@KINDS
-def other_type(book, random):
-    chosen, other = _type(book, random), _type(book, random)
-    if chosen is None:
-        return None
-    types, text, element = chosen
-    given = xml_text.attribute(text, other[2], "ContentType")
+@_in_type
+def other_type(text, element, random):
+    other = random.choice(xml_text.elements(text, "Override", "Default"))
+    given = xml_text.attribute(text, other, "ContentType")
     new = xml_text.value(text, given) if given and random.random() < 0.7 else \
         random.choice(("", "text/plain", "application/vnd.ms-excel.sheet.binary.macroEnabled.main"))
-    set_text(types, xml_text.set_attribute(text, element, "ContentType", new))
-    return text[element.start:element.end][:120]
+    return xml_text.set_attribute(text, element, "ContentType", new)
 
 
-@KINDS
-def other_part_of_type(book, random):
-    chosen = _type(book, random)
-    if chosen is None:
-        return None
-    types, text, element = chosen
+@_in_type
+def other_part_of_type(text, element, random):
     found = xml_text.attribute(text, element, "PartName")
     if found is None:
         return None
@@ -350,5 +329,4 @@ def other_part_of_type(book, random):
     new = random.choice((old.upper(), old.lstrip("/"), "/" + old, old + "x", "", "/",
                          *(name.decode("utf-8", "replace")
                            for name in spellings(old.encode("utf-8", "replace"), random))))
-    set_text(types, xml_text.with_value(text, found, new))
-    return f"{old} {new}"
+    return xml_text.with_value(text, found, new)

@@ -4,6 +4,7 @@ import re
 
 import xml_text
 from mutation import Kinds, numbers
+from one_change import one_change
 from xlsx_book import set_text, text_of
 
 KINDS = Kinds()
@@ -11,196 +12,152 @@ _NUMBER = re.compile(r"-?\d+(\.\d+)?$")
 
 
 def _part(book, random):
-    """(entry, text) of a part with markup, or (None, "")."""
+    """(entry, text, None) of a part with markup; None where there is none."""
     entry = book.any_xml(random)
-    return (entry, text_of(entry)) if entry else (None, "")
+    return (entry, text_of(entry), None) if entry and entry.data else None
 
 
-def _attribute(book, random, *, numeric=False):
-    """(entry, text, an attribute) or None. What is chosen differs between elements more than
-    between cells: first an element's name, then one of that name."""
-    entry, text = _part(book, random)
+def _elements_by_name(text):
     by_name = {}
     for element in xml_text.elements(text):
         by_name.setdefault(element.name, []).append(element)
+    return by_name
+
+
+def _one_of(by_name, random):
+    """What is chosen differs between elements more than between cells: first an element's name,
+    then one of that name."""
+    return random.choice(by_name[random.choice(sorted(by_name))])
+
+
+def _element(book, random):
+    """(entry, text, an element) or None."""
+    chosen = _part(book, random)
+    by_name = _elements_by_name(chosen[1]) if chosen else {}
+    return (*chosen[:2], _one_of(by_name, random)) if by_name else None
+
+
+def _attribute(book, random, *, serves=lambda value: True):
+    """(entry, text, an attribute whose value serves) or None."""
+    chosen = _part(book, random)
+    by_name = _elements_by_name(chosen[1]) if chosen else {}
     for _ in range(8 if by_name else 0):
-        element = random.choice(by_name[random.choice(sorted(by_name))])
-        found = [attribute for attribute in xml_text.attributes(text, element)
-                 if not numeric or _NUMBER.match(xml_text.value(text, attribute))]
+        entry, text, _ = chosen
+        found = [attribute for attribute in xml_text.attributes(text, _one_of(by_name, random))
+                 if serves(xml_text.value(text, attribute))]
         if found:
             return entry, text, random.choice(found)
     return None
 
 
-def _element(book, random):
-    entry, text = _part(book, random)
-    by_name = {}
-    for element in xml_text.elements(text):
-        by_name.setdefault(element.name, []).append(element)
-    if not by_name:
-        return None
-    return entry, text, random.choice(by_name[random.choice(sorted(by_name))])
+def _number(book, random):
+    return _attribute(book, random, serves=_NUMBER.match)
 
 
-def _told(entry, text, attribute):
-    return f"{entry.text_name} {text[attribute.start:attribute.end][:60].strip()}"
+_in_part = one_change(KINDS, _part)
+_in_element = one_change(KINDS, _element)
+_in_attribute = one_change(KINDS, _attribute)
+_in_number = one_change(KINDS, _number)
 
 
 # ------------------------------------------------------------- attributes
 
-@KINDS
-def drop_attribute(book, random):
-    chosen = _attribute(book, random)
-    if chosen is None:
-        return None
-    entry, text, attribute = chosen
-    set_text(entry, text[:attribute.start] + text[attribute.end:])
-    return _told(entry, text, attribute)
+@_in_attribute
+def drop_attribute(text, attribute, _random):
+    return text[:attribute.start] + text[attribute.end:]
 
 
-@KINDS
-def attribute_twice(book, random):
-    chosen = _attribute(book, random)
-    if chosen is None:
-        return None
-    entry, text, attribute = chosen
+@_in_attribute
+def attribute_twice(text, attribute, _random):
     twin = text[attribute.start:attribute.end]
-    set_text(entry, text[:attribute.end] + twin + text[attribute.end:])
-    return _told(entry, text, attribute)
+    return text[:attribute.end] + twin + text[attribute.end:]
 
 
-@KINDS
-def attribute_number(book, random):
+@_in_number
+def attribute_number(text, attribute, random):
     """Enormous, negative, broken and odd numbers."""
-    chosen = _attribute(book, random, numeric=True)
-    if chosen is None:
-        return None
-    entry, text, attribute = chosen
-    set_text(entry, xml_text.with_value(text, attribute, numbers(random)))
-    return _told(entry, text, attribute)
+    return xml_text.with_value(text, attribute, numbers(random))
 
 
-@KINDS
-def attribute_value(book, random):
-    chosen = _attribute(book, random)
-    if chosen is None:
-        return None
-    entry, text, attribute = chosen
-    set_text(entry, xml_text.with_value(text, attribute, random.choice((
+@_in_attribute
+def attribute_value(text, attribute, random):
+    return xml_text.with_value(text, attribute, random.choice((
         "", " ", "A1", "ZZZZ9", "$A$1:$XFD$1048576", "#REF!", "true", "x" * 70000, "&lt;&amp;&gt;",
-        "A1:B2 C3", "A1 A1 A1", "\U0001f600", "..", "\u00a0", "'", "]", "[1]Sheet1!A1"))))
-    return _told(entry, text, attribute)
+        "A1:B2 C3", "A1 A1 A1", "\U0001f600", "..", "\u00a0", "'", "]", "[1]Sheet1!A1")))
 
 
-@KINDS
-def attribute_as_references(book, random):
+@_in_attribute
+def attribute_as_references(text, attribute, random):
     """The same value in character references: legal everywhere."""
-    chosen = _attribute(book, random)
-    if chosen is None:
-        return None
-    entry, text, attribute = chosen
     value = xml_text.value(text, attribute)
     form = random.choice(("&#{};", "&#x{:x};", "&#x0000{:X};"))
     if "&" in value or any("\udc80" <= char <= "\udcff" for char in value):
         return None
     spelled = "".join(form.format(ord(char)) if random.random() < 0.6 else char for char in value)
-    set_text(entry, xml_text.with_value(text, attribute, spelled))
-    return _told(entry, text, attribute)
+    return xml_text.with_value(text, attribute, spelled)
 
 
-@KINDS
-def bad_reference(book, random):
-    chosen = _attribute(book, random)
-    if chosen is None:
-        return None
-    entry, text, attribute = chosen
-    set_text(entry, xml_text.with_value(text, attribute, random.choice((
+@_in_attribute
+def bad_reference(text, attribute, random):
+    return xml_text.with_value(text, attribute, random.choice((
         "&#0;", "&#x110000;", "&#xD800;", "&unknown;", "&", "&#;", "&#x;", "&#99999999999;",
-        "&amp", "&#1;"))))
-    return _told(entry, text, attribute)
+        "&amp", "&#1;")))
 
 
-@KINDS
-def bytes_in_attribute(book, random):
+@_in_attribute
+def bytes_in_attribute(text, attribute, random):
     """Bytes that are no UTF-8."""
-    chosen = _attribute(book, random)
-    if chosen is None:
-        return None
-    entry, text, attribute = chosen
     raw = random.choice((b"\xff", b"\xc3", b"\xed\xa0\x80", b"\xf4\x90\x80\x80", b"\x80",
                          b"\xc0\x80", b"\0", b"\1", b"\xef\xbf\xbf"))
     value = xml_text.value(text, attribute) + raw.decode("utf-8", "surrogateescape")
-    set_text(entry, xml_text.with_value(text, attribute, value))
-    return _told(entry, text, attribute)
+    return xml_text.with_value(text, attribute, value)
 
 
-@KINDS
-def entity(book, random):
+@_in_attribute
+def entity(text, attribute, random):
     """A declared entity in an attribute: of a letter, of a file, or of many entities."""
-    chosen = _attribute(book, random)
-    if chosen is None:
-        return None
-    entry, text, attribute = chosen
     text = xml_text.with_value(text, attribute, "&e;")
     declared = random.choice((
         '<!ENTITY e "1">', '<!ENTITY e SYSTEM "file:///etc/passwd">',
         "".join(f'<!ENTITY e{i} "{f"&e{i + 1};" * 10}">' for i in range(9))
         + '<!ENTITY e9 "lol"><!ENTITY e "&e0;">', '<!ENTITY e "&e;">'))
     at = text.find("?>") + 2 if text.startswith("<?xml") else 0
-    set_text(entry, f"{text[:at]}<!DOCTYPE a [{declared}]>{text[at:]}")
-    return entry.text_name
+    return f"{text[:at]}<!DOCTYPE a [{declared}]>{text[at:]}"
 
 
 # --------------------------------------------------------------- elements
 
-@KINDS
-def drop_element(book, random):
-    chosen = _element(book, random)
-    if chosen is None:
-        return None
-    entry, text, element = chosen
-    set_text(entry, text[:element.start] + text[element.end:])
-    return f"{entry.text_name} {element.name}"
+@_in_element
+def drop_element(text, element, _random):
+    return text[:element.start] + text[element.end:]
 
 
-@KINDS
-def drop_tag(book, random):
+@_in_element
+def drop_tag(text, element, random):
     """A start tag without an end tag, or the other way round."""
-    chosen = _element(book, random)
-    if chosen is None:
-        return None
-    entry, text, element = chosen
     end_tag = text.rfind("</", element.open_end, element.end)
     cut = (element.start, element.open_end) if end_tag < 0 or random.random() < 0.5 \
         else (end_tag, element.end)
-    set_text(entry, text[:cut[0]] + text[cut[1]:])
-    return f"{entry.text_name} {element.name}"
+    return text[:cut[0]] + text[cut[1]:]
 
 
-@KINDS
-def element_twice(book, random):
-    chosen = _element(book, random)
-    if chosen is None:
-        return None
-    entry, text, element = chosen
+@_in_element
+def element_twice(text, element, random):
     count = random.choice((1, 1, 2, 50)) if element.end - element.start < 5000 else 1
     twins = text[element.start:element.end] * count
-    set_text(entry, text[:element.end] + twins + text[element.end:])
-    return f"{entry.text_name} {element.name} {count}"
+    return text[:element.end] + twins + text[element.end:]
 
 
-@KINDS
-def swap_elements(book, random):
-    entry, text = _part(book, random)
+@_in_part
+def swap_elements(text, random):
     found = xml_text.elements(text)
     if len(found) < 2:
         return None
     one, other = sorted(random.sample(found, 2), key=lambda element: element.start)
     if one.end > other.start:
         return None
-    set_text(entry, text[:one.start] + text[other.start:other.end] + text[one.end:other.start]
-             + text[one.start:one.end] + text[other.end:])
-    return f"{entry.text_name} {one.name} and {other.name}"
+    return (text[:one.start] + text[other.start:other.end] + text[one.end:other.start]
+            + text[one.start:one.end] + text[other.end:])
 
 
 @KINDS
@@ -218,55 +175,37 @@ def move_element(book, random):
     return f"{entry.text_name} {element.name} to {other.text_name} {place.name}"
 
 
-@KINDS
-def rename_element(book, random):
-    chosen = _element(book, random)
-    if chosen is None:
-        return None
-    entry, text, element = chosen
+@_in_element
+def rename_element(text, element, random):
     at = text.find(element.name, element.start)
     new = random.choice(("x", element.name.upper(), element.name[:-1] or "y", "a:b", "row", "c"))
-    set_text(entry, text[:at] + new + text[at + len(element.name):])
-    return f"{entry.text_name} {element.name} as {new}"
+    return text[:at] + new + text[at + len(element.name):]
 
 
-@KINDS
-def nest_deep(book, random):
-    chosen = _element(book, random)
-    if chosen is None:
-        return None
-    entry, text, element = chosen
+@_in_element
+def nest_deep(text, element, random):
     depth = random.choice((10, 300, 5000, 100_000))
     closed = random.random() < 0.8
     nest = "<a>" * depth + ("</a>" * depth if closed else "")
-    set_text(entry, text[:element.open_end] + nest + text[element.open_end:])
-    return f"{entry.text_name} {element.name} {depth}"
+    return text[:element.open_end] + nest + text[element.open_end:]
 
 
-@KINDS
-def cut_text(book, random):
-    entry, text = _part(book, random)
-    if not text:
-        return None
-    set_text(entry, text[:random.randrange(len(text))])
-    return entry.text_name
+@_in_part
+def cut_text(text, random):
+    return text[:random.randrange(len(text))]
 
 
-@KINDS
-def drop_bytes(book, random):
-    entry, text = _part(book, random)
-    if not text:
-        return None
+@_in_part
+def drop_bytes(text, random):
     at, count = random.randrange(len(text)), random.choice((1, 1, 2, 50))
-    set_text(entry, text[:at] + text[at + count:])
-    return f"{entry.text_name} {count}"
+    return text[:at] + text[at + count:]
 
 
 # -------------------------------------------------- what means the same
 
 @KINDS
 def other_encoding(book, random):
-    entry, text = _part(book, random)
+    entry, text, _ = _part(book, random) or (None, "", None)
     if not text or "\udc80" <= max(text) <= "\udcff":
         return None
     bare = re.sub(r"^<\?xml[^>]*\?>", "", text.lstrip("\ufeff"))
@@ -280,91 +219,64 @@ def other_encoding(book, random):
     return f"{entry.text_name} {name} in {codec}"
 
 
-@KINDS
-def blanks(book, random):
+@_in_part
+def blanks(text, random):
     """Blanks between elements, and in tags."""
-    entry, text = _part(book, random)
-    if not text:
-        return None
     blank = random.choice((" ", "\n\t ", "\r\n", "\r", " " * 200))
     if len(text) * len(blank) > 4_000_000:
         blank = "\n"
     text = text.replace("/>", blank + "/>") if random.random() < 0.5 else text.replace(
         "><", f">{blank}<")
-    set_text(entry, re.sub(r'="', ' = "', text) if random.random() < 0.3 else text)
-    return f"{entry.text_name} {blank[:5]!r}"
+    return re.sub(r'="', ' = "', text) if random.random() < 0.3 else text
 
 
-@KINDS
-def remarks(book, random):
+@_in_part
+def remarks(text, random):
     """Comments, instructions and CDATA between elements, with markup in them."""
-    entry, text = _part(book, random)
     remark = random.choice(("<!-- <c r='A1'> -->", "<?a b='<row>'?>", "<!---->",
                             "<!-- > ' \" &bad; -->", "<![CDATA[<sheetData>]]>", "<!-- -- -->"))
-    if not text:
-        return None
     places = [match.end() for match in re.finditer(r">(?=<)", text[:200_000])]
     if not places:
         return None
     for at in sorted(random.sample(places, min(len(places), random.choice((1, 3, 100)))),
                      reverse=True):
         text = text[:at] + remark + text[at:]
-    set_text(entry, text)
-    return f"{entry.text_name} {remark}"
+    return text
 
 
-@KINDS
-def text_as_cdata(book, random):
-    entry, text = _part(book, random)
-    if not text:
-        return None
+@_in_part
+def text_as_cdata(text, _random):
     changed = re.sub(r">([^<>&]+)</", r"><![CDATA[\1]]></", text[:xml_text.LONGEST])
-    set_text(entry, changed + text[xml_text.LONGEST:])
-    return entry.text_name
+    return changed + text[xml_text.LONGEST:]
 
 
-@KINDS
-def single_quotes(book, random):
-    entry, text = _part(book, random)
-    if not text:
-        return None
-    set_text(entry, re.sub(r'="([^"\'<>]*)"', r"='\1'", text))
-    return entry.text_name
+@_in_part
+def single_quotes(text, _random):
+    return re.sub(r'="([^"\'<>]*)"', r"='\1'", text)
 
 
-@KINDS
-def other_prefix(book, random):
+@_in_part
+def other_prefix(text, random):
     """The part's own namespace under a prefix, or under many."""
-    entry, text = _part(book, random)
-    if not text:
-        return None
     prefix = random.choice(("x", "main", "_", "a.b-c", "\u00fc", "xml", "xmlns"))
     text = re.sub(r"<(/?)([A-Za-z_][\w.-]*)(?=[\s/>])", rf"<\1{prefix}:\2", text)
-    set_text(entry, text.replace(" xmlns=", f" xmlns:{prefix}=", 1))
-    return f"{entry.text_name} {prefix}"
+    return text.replace(" xmlns=", f" xmlns:{prefix}=", 1)
 
 
-@KINDS
-def many_namespaces(book, random):
-    chosen = _element(book, random)
-    if chosen is None:
-        return None
-    entry, text, element = chosen
+@_in_element
+def many_namespaces(text, element, random):
     count = random.choice((10, 1000, 10_000))
     at = re.compile(r"<[\w.:-]+").match(text, element.start).end()
     declared = "".join(f' xmlns:n{number}="urn:{number}"' for number in range(count))
-    set_text(entry, text[:at] + declared + text[at:])
-    return f"{entry.text_name} {count}"
+    return text[:at] + declared + text[at:]
 
 
-@KINDS
-def other_namespace(book, random):
-    entry, text = _part(book, random)
+@_in_part
+def other_namespace(text, random):
     found = list(re.finditer(r'xmlns(:\w+)?="([^"]*)"', text))
     if not found:
         return None
     match = random.choice(found)
     new = random.choice(("", "urn:other", match[2] + "/", "http://purl.oclc.org/ooxml/"
                                                           "spreadsheetml/main"))
-    set_text(entry, text[:match.start(2)] + new + text[match.end(2):])
-    return f"{entry.text_name} {match[2][-40:]}"
+    return text[:match.start(2)] + new + text[match.end(2):]

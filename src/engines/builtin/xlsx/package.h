@@ -50,7 +50,8 @@ public:
     PartText Read(std::string_view part) const;
     /// The text of an XML part in UTF-8 (other encodings are converted, a byte-order mark dropped),
     /// checked to be well-formed and nested at most 256 deep, without a document type declaration.
-    /// Kept after the first call. Throws Error (DamagedWorkbook, TooDeeplyNested, TooLargeUnpacked).
+    /// Kept after the first call. Throws Error (DamagedWorkbook, TooDeeplyNested,
+    /// TooLargeUnpacked).
     PartText ReadXml(std::string_view part) const;
     /// The relationships of a part as they are now, "" for those of the package; none where it has
     /// no .rels part.

@@ -119,6 +119,10 @@ void SharedStrings::ReadItems()
 {
     XmlScanner scanner(*xml_, partName_);
     EnterRoot(scanner);
+    if (scanner.LocalName() != "sst") {
+        throw util::Error(util::ErrorKind::DamagedWorkbook, {},
+                          "the part " + partName_ + " holds no shared texts");
+    }
     itemsEnd_ = scanner.End();
     ForEachChild(scanner, [&] {
         if (scanner.LocalName() != "si")

@@ -260,6 +260,8 @@ SharedStrings& Workbook::Strings()
     const auto* relationship = relationships.FindByType("sharedStrings");
     if (relationship)
         stringsPart_ = ResolveTarget(workbookPart_, relationship->Target);
+    else
+        CheckNoStringsAreUnlinked();
     // A part that is missing held texts which nobody can give back.
     const auto xml = relationship ? package_.ReadXml(stringsPart_) : PartText();
     auto mainNamespace = RootNamespace(*package_.ReadXml(workbookPart_), workbookPart_);
@@ -267,6 +269,17 @@ SharedStrings& Workbook::Strings()
     strings_ = std::make_unique<SharedStrings>(xml, part, std::move(mainNamespace));
     stringsPart_ = std::move(part);
     return *strings_;
+}
+
+/// Programs find such texts by their type, and would take them for those of a new part.
+void Workbook::CheckNoStringsAreUnlinked() const
+{
+    for (const auto& part : templateParts_) {
+        if (package_.TypeOf(part).ends_with(".sharedStrings+xml")) {
+            throw Error(ErrorKind::DamagedWorkbook, util::FromPath(package_.Path()),
+                        "the workbook does not refer to its shared texts in the part " + part);
+        }
+    }
 }
 
 std::string Workbook::AddStringsRelationship()

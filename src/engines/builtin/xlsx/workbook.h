@@ -89,6 +89,7 @@ private:
     void Copy(Sheet& model, const Sheet& after);
     std::size_t PositionOfOriginal(std::size_t origin) const;
     SharedStrings& Strings();
+    void CheckNoStringsAreUnlinked() const;
     std::string AddStringsRelationship();
     const Styles& CellStyles();
 

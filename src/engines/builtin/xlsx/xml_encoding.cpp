@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/xml_encoding.h"
 
+#include "engines/builtin/xlsx/xml_declaration.h"
 #include "engines/builtin/xlsx/xml_text.h"
 #include "util/error.h"
 #include "util/text.h"
@@ -86,25 +87,11 @@ std::string FromSingleBytes(std::string_view bytes, std::string_view partName)
     return text;
 }
 
-struct Range {
-    std::size_t begin;
-    std::size_t end;
-};
-
 /// Where the XML declaration names the encoding.
-std::optional<Range> DeclaredEncoding(std::string_view text)
+std::optional<TextRange> DeclaredEncoding(std::string_view text)
 {
-    if (!text.starts_with("<?xml"))
-        return std::nullopt;
-    const std::string_view declaration = text.substr(0, text.find("?>"));
-    const std::size_t name = declaration.find("encoding");
-    const std::size_t begin = declaration.find_first_of("\"'", name);
-    if (name == std::string_view::npos || begin == std::string_view::npos)
-        return std::nullopt;
-    const std::size_t end = declaration.find(declaration[begin], begin + 1);
-    if (end == std::string_view::npos)
-        return std::nullopt;
-    return Range{begin + 1, end};
+    const auto declaration = ReadXmlDeclaration(text);
+    return declaration ? declaration->encoding : std::nullopt;
 }
 
 bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> names)

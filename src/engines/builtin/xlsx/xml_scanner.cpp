@@ -1,6 +1,8 @@
 #include "engines/builtin/xlsx/xml_scanner.h"
 
+#include "engines/builtin/xlsx/xml_declaration.h"
 #include "util/error.h"
+#include "util/text.h"
 
 #include <algorithm>
 #include <array>
@@ -288,9 +290,22 @@ XmlScanner::Token XmlScanner::ReadText()
 XmlScanner::Token XmlScanner::ReadProcessingInstruction()
 {
     const std::size_t nameEnd = SkipName(begin_ + 2);
-    if (begin_ != 0 && text_.substr(begin_ + 2, nameEnd - begin_ - 2) == "xml")
-        Fail(begin_, "an XML declaration that is not at the beginning");
+    if (util::EqualIgnoringCase(text_.substr(begin_ + 2, nameEnd - begin_ - 2), "xml"))
+        return ReadDeclaration();
+    if (SkipBlanks(nameEnd) == nameEnd && !text_.substr(nameEnd).starts_with("?>"))
+        Fail(begin_, "an instruction that is not well-formed");
     return ReadUntil(nameEnd, "?>", Token::Other);
+}
+
+XmlScanner::Token XmlScanner::ReadDeclaration()
+{
+    if (begin_ != 0)
+        Fail(begin_, "an XML declaration that is not at the beginning");
+    const auto declaration = ReadXmlDeclaration(text_);
+    if (!declaration)
+        Fail(begin_, "an XML declaration that is not well-formed");
+    end_ = declaration->end;
+    return Token::Other;
 }
 
 XmlScanner::Token XmlScanner::ReadUntil(std::size_t contentBegin, std::string_view terminator,

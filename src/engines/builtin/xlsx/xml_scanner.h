@@ -94,6 +94,7 @@ private:
     Token ReadEndTag();
     Token ReadText();
     Token ReadProcessingInstruction();
+    Token ReadDeclaration();
     /// A comment or CDATA section from `begin_` to behind `terminator`.
     Token ReadUntil(std::size_t contentBegin, std::string_view terminator, Token token);
     Token ReadEnd();

@@ -273,6 +273,31 @@ TEST_F(DamagedBookTest, TextsThatAreGoneAreNotReplacedByNewOnes)
     EXPECT_THAT(Save().NamesWith("xl/strings"), IsEmpty());
 }
 
+TEST_F(DamagedBookTest, TextsAreOnlyAddedToAPartThatHoldsTexts)
+{
+    for (const std::string target :
+         {"workbook.xml", "/[Content_Types].xml", "_rels/workbook.xml.rels"}) {
+        book.Put(
+            "xl/_rels/workbook.xml.rels",
+            BuiltBook::Links({{"worksheet", "worksheets/sheet1.xml"}, {"sharedStrings", target}}));
+        Open();
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_THAT(ErrorOf([this] { Write(Model()); }).Cause(),
+                        HasSubstr("holds no shared texts"));
+        }
+        EXPECT_THAT(Save().NamesWith("xl/"), ElementsAre("xl/workbook.xml", kSheet));
+    }
+}
+
+TEST_F(DamagedBookTest, TextsWithoutARelationshipAreNotReplacedByNewOnes)
+{
+    book.Put("xl/texts.xml", "<sst/>", "sharedStrings");
+    Open();
+    for (int i = 0; i < 2; ++i)
+        EXPECT_THAT(ErrorOf([this] { Write(Model()); }).Cause(), HasSubstr("/xl/texts.xml"));
+    EXPECT_EQ(Save().Bytes("xl/texts.xml"), "<sst/>");
+}
+
 TEST_F(DamagedBookTest, TwoSheetsCannotBeOnePart)
 {
     book.Put("xl/workbook.xml",

@@ -156,7 +156,8 @@ Identities::Identities(const Package& package, const std::vector<std::string>& d
     for (const auto& name : definedNames)
         taken_.insert(util::ToUpperAscii(name));
     for (const auto& part : package.PartNames()) {
-        const auto kind = KindOf(package.TypeOf(part));
+        // Some readers take "/xl/./tables/table1.xml" for the part without the step.
+        const auto kind = KindOf(package.TypeOf(ResolveTarget("", part)));
         if (kind != PartKind::Table && kind != PartKind::Slicers)
             continue;
         UnlessDamaged([&] {

@@ -65,6 +65,7 @@ void Package::ListEntries()
 {
     for (std::size_t index = 0; index < zip_->Entries().size(); ++index) {
         const std::string name = NameOf(index);
+        TakeFolders(name);
         if (IsFolder(name))
             continue;
         const auto [entry, isNew] = entries_.emplace(PartKey(name), index);
@@ -77,15 +78,28 @@ void Package::ListEntries()
     CheckSpelling();
 }
 
+/// What is a folder to one program is no name for a part.
+void Package::TakeFolders(const std::string& name)
+{
+    for (std::size_t slash = name.rfind('/'); slash != std::string::npos && slash != 0;
+         slash = name.rfind('/', slash - 1)) {
+        if (!taken_.insert(PartKey(std::string_view(name).substr(0, slash))).second)
+            return; // and those above it are known
+    }
+}
+
 /// An entry with a step like "." in its name is no part, but some readers take it for one.
-void Package::CheckSpelling() const
+void Package::CheckSpelling()
 {
     for (const auto& [key, entry] : entries_) {
         const std::string plain = PartKey(ResolveTarget("", key));
-        if (plain != key && entries_.contains(plain)) {
+        if (plain == key)
+            continue;
+        if (entries_.contains(plain)) {
             throw Error(ErrorKind::DamagedWorkbook, util::FromPath(path_),
                         "the part " + plain + " is there twice");
         }
+        taken_.insert(plain);
     }
 }
 
@@ -281,12 +295,17 @@ std::vector<std::string> Package::RelationshipsOwners() const
     return owners;
 }
 
+bool Package::IsFree(std::string_view part) const
+{
+    return !Has(part) && !Has(RelationshipsPartName(part)) && !taken_.contains(PartKey(part));
+}
+
 std::string Package::FreePartName(std::string_view prefix, std::string_view suffix,
                                   std::size_t& number) const
 {
     for (;; ++number) {
         std::string name = std::string(prefix) + std::to_string(number) + std::string(suffix);
-        if (!Has(name))
+        if (IsFree(name))
             return name;
     }
 }

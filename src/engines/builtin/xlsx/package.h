@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,6 +70,9 @@ public:
     /// the package.
     std::vector<std::string> RelationshipsOwners() const;
 
+    /// Whether a new part may have that name: there is no such part, no relationships that wait for
+    /// one, no folder of that name.
+    bool IsFree(std::string_view part) const;
     /// A part name that is free: the first of prefix + number + suffix ("/xl/worksheets/sheet",
     /// ".xml") from that number on, which becomes the one taken.
     std::string FreePartName(std::string_view prefix, std::string_view suffix,
@@ -104,7 +108,8 @@ private:
     using Key = std::string; // PartKey
 
     void ListEntries();
-    void CheckSpelling() const;
+    void TakeFolders(const std::string& name);
+    void CheckSpelling();
     void Verify() const;
     void FindMainPart();
     [[noreturn]] void FailWithoutMainPart(const std::string& what) const;
@@ -123,6 +128,7 @@ private:
     std::filesystem::path path_;
     std::unique_ptr<ZipReader> zip_;
     std::map<Key, std::size_t, std::less<>> entries_;
+    std::set<Key, std::less<>> taken_; // that are no parts, and no names for new ones
     std::map<Key, Change, std::less<>> changes_;
     std::vector<Key> order_; // of the changes
     std::size_t added_ = 0;  // those of them that the container does not have

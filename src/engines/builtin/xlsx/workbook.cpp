@@ -288,7 +288,7 @@ std::string Workbook::AddStringsRelationship()
     const auto folder = workbookPart_.substr(0, workbookPart_.rfind('/') + 1);
     auto part = folder + "sharedStrings.xml";
     std::size_t number = 1;
-    if (package_.Has(part))
+    if (!package_.IsFree(part))
         part = package_.FreePartName(folder + "sharedStrings", ".xml", number);
     const auto* workbook = package_.RelationshipsOf("").FindByType("officeDocument");
     relationships.Add(SiblingType(workbook->Type, "sharedStrings"),

@@ -298,6 +298,34 @@ TEST_F(DamagedBookTest, TextsWithoutARelationshipAreNotReplacedByNewOnes)
     EXPECT_EQ(Save().Bytes("xl/texts.xml"), "<sst/>");
 }
 
+TEST_F(DamagedBookTest, NewPartsTakeNoNameThatHasAnotherMeaning)
+{
+    book.Put("xl/worksheets/sheet2.xml/", "").Put("xl/worksheets/SHEET3.xml/file.txt", "text");
+    book.Put("xl/./worksheets/sheet4.xml", "<other/>");
+    book.Put("xl/worksheets/_rels/sheet5.xml.rels", BuiltBook::Links({{"x", "nothing.bin"}}));
+    Open();
+    CopyModel();
+    EXPECT_THAT(Save().NamesWith("xl/worksheets/sheet"),
+                ElementsAre(kSheet, "xl/worksheets/sheet2.xml/", "xl/worksheets/sheet6.xml"));
+}
+
+TEST_F(DamagedBookTest, IdsOfTablesThatOnlySomeReadersFindAreNotGivenAgain)
+{
+    const auto table = [](const std::string& name, const std::string& id) {
+        return "<table xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" id=\"" +
+               id + "\" name=\"" + name + "\" displayName=\"" + name + "\" ref=\"A1:A2\"/>";
+    };
+    book.Put("xl/tables/table1.xml", table("First", "1"), "table");
+    book.Put("./xl/tables/table2.xml", table("Second", "2"));
+    book.Type("/xl/tables/table2.xml", "table");
+    GiveTheModel("table", "../tables/table1.xml");
+    Open();
+    CopyModel();
+    const auto saved = Save();
+    ASSERT_THAT(saved.NamesWith("xl/tables/"), SizeIs(2));
+    EXPECT_THAT(saved.Values(saved.NamesWith("xl/tables/").back(), "/table/@id"), ElementsAre("3"));
+}
+
 TEST_F(DamagedBookTest, TwoSheetsCannotBeOnePart)
 {
     book.Put("xl/workbook.xml",

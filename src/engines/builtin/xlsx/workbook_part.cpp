@@ -45,8 +45,8 @@ public:
             if (token == Token::StartTag && IsMainNamespace(scanner_.NamespaceUri())) {
                 ReadElement();
             }
-            else if (token == Token::EndTag && scanner_.Depth() == 1) {
-                EndTopLevel();
+            else if (token == Token::EndTag) {
+                EndElement();
             }
         }
         if (part_.sheets_.empty())
@@ -59,7 +59,7 @@ private:
     void ReadElement()
     {
         const std::string_view name = scanner_.LocalName();
-        if (name == "sheet") {
+        if (name == "sheet" && listDepth_ != 0) {
             ReadSheet();
         }
         else if (name == "definedName") {
@@ -77,6 +77,8 @@ private:
         else if (std::find(kBeforeCalculation.begin(), kBeforeCalculation.end(), name) !=
                  kBeforeCalculation.end()) {
             beforeCalculation_ = true;
+            if (name == "sheets" && listDepth_ == 0)
+                listDepth_ = scanner_.Depth();
         }
     }
 
@@ -106,9 +108,13 @@ private:
         part_.views_.push_back(scanner_.Begin());
     }
 
-    /// At the end of an element of the workbook's own, which may wrap alternatives.
-    void EndTopLevel()
+    /// Behind an element of the workbook's own, which may wrap alternatives, is a place for others.
+    void EndElement()
     {
+        if (scanner_.Depth() < listDepth_)
+            listDepth_ = 0;
+        if (scanner_.Depth() != 1)
+            return;
         if (beforeCalculation_)
             part_.calculationPlace_ = scanner_.End();
         beforeCalculation_ = false;
@@ -123,6 +129,7 @@ private:
     WorkbookPart& part_;
     XmlScanner scanner_;
     bool beforeCalculation_ = false; // since the last end of a top-level element
+    std::size_t listDepth_ = 0;      // of the list of sheets; 0 outside it
 };
 
 WorkbookPart::WorkbookPart(PartText xml, std::string partName)

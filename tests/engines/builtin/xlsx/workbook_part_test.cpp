@@ -75,7 +75,8 @@ TEST(WorkbookPartTest, RefusesDamage)
 {
     for (const std::string_view content :
          {"", "<sheets/>", "<sheets><sheet sheetId=\"1\"/></sheets>",
-          "<sheets><sheet name=\"a\"></sheets>"}) {
+          "<sheets><sheet name=\"a\"></sheets>", "<sheets/><sheet name=\"a\"/>",
+          "<o:sheets xmlns:o=\"urn:other\"><sheet name=\"a\"/></o:sheets>"}) {
         try {
             const WorkbookFixture workbook(content);
             ADD_FAILURE() << content;

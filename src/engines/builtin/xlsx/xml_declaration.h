@@ -8,8 +8,8 @@
 
 namespace orrery::xlsx {
 
-/// What a text begins with: <?xml version="1.0" encoding="UTF-8" standalone="yes"?>, the last two
-/// at will.
+/// What a text begins with: <?xml version="1.0" encoding="UTF-8" standalone="yes"?>. The last two
+/// are optional.
 struct XmlDeclaration {
     std::optional<TextRange> encoding; ///< the name between its quotes
     std::size_t end = 0;               ///< offset behind the declaration

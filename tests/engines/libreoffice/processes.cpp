@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <thread>
 #include <unistd.h>
@@ -22,7 +21,8 @@ struct Process {
 Process Read(const std::string& number)
 {
     std::ifstream file("/proc/" + number + "/stat");
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    std::string text;
+    std::getline(file, text, '\0'); // a process that ends meanwhile is a failed read, no exception
     const auto begin = text.find('(');
     const auto end = text.rfind(')');
     if (begin == std::string::npos || end == std::string::npos)

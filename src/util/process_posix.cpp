@@ -10,8 +10,8 @@
 namespace orrery::util {
 namespace {
 
-/// Every part of a workbook takes memory and gives it back. Where the system gets it each time, it
-/// clears every page again, which costs more than the work on a small calendar.
+/// Each part of a workbook needs memory for a short time. The system clears every page that it
+/// hands out again, so memory that goes back and forth costs processor time.
 void KeepFreedMemory()
 {
 #ifdef __GLIBC__

@@ -55,14 +55,17 @@ function(orrery_library name)
     target_link_libraries(${name} PUBLIC orrery_options ${ARG_LINK})
 endfunction()
 
-# orrery_test(NAME SOURCES... LINK libraries...): one folder's tests in one program.
+# orrery_test(NAME SOURCES... LINK libraries...): one folder's tests in one program. Where the unit tests
+# run in another build it is only built on request.
 function(orrery_test name)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
     add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
     orrery_apart(${ARG_UNPARSED_ARGUMENTS})
-    target_link_libraries(${name} PRIVATE orrery_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
-    target_compile_definitions(${name} PRIVATE
-        ORRERY_SOURCE_DIR="${PROJECT_SOURCE_DIR}" ORRERY_TEST_DIR="${CMAKE_CURRENT_SOURCE_DIR}")
+    target_link_libraries(${name} PRIVATE orrery_options ${ARG_LINK} orrery_places GTest::gmock GTest::gtest_main)
+    if(NOT ORRERY_UNIT_TESTS AND NOT ORRERY_FULL)
+        set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
+        return()
+    endif()
     if(WIN32) # every start of a program costs time there: it is one test
         target_compile_options(${name} PRIVATE "$<$<BOOL:${MINGW}>:-O0;-Wa,-mbig-obj>")
         add_test(NAME ${name} COMMAND ${name})

@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Checks the sources of the programs with clang: strict C++20, the build's warnings, all of them errors.
 
-    scripts/clang.py BUILD_FOLDER...
+    scripts/clang.py BUILD_FOLDER [TEXT...]
 
-Takes the sources and their options from each build folder's compile_commands.json. What was configured
-for Windows is checked for Windows, with the headers of its cross compiler. Writes no objects.
+Takes the sources and their options from the build folder's compile_commands.json; with texts only those
+whose paths hold one of them. What was configured for Windows is checked for Windows, with the headers of
+its cross compiler. Writes no objects.
 """
 
 import concurrent.futures
@@ -61,15 +62,16 @@ def command_for(entry):
             "-pedantic-errors", "-Werror", "-fsyntax-only", entry["file"]]
 
 
-def entries_of(build):
+def entries_of(build, texts):
     """What the build compiles of the programs' sources, each source once, or the files that hold them."""
     build = pathlib.Path(build).resolve()
     entries = json.loads((build / "compile_commands.json").read_text())
     own = {entry["file"]: entry for entry in entries
            if {SOURCES, build / "src"} & set(pathlib.Path(entry["file"]).parents)
-           and entry["file"].endswith((".cpp", ".cxx"))}
+           and entry["file"].endswith((".cpp", ".cxx"))
+           and (not texts or any(text in entry["file"] for text in texts))}
     if not own:
-        sys.exit(f"{build}: no source of {SOURCES} is compiled there")
+        sys.exit(f"{build}: no such source of {SOURCES} is compiled there")
     return own.values()
 
 
@@ -78,21 +80,18 @@ def check(entry):
                           text=True, check=False)
 
 
-def main(builds):
-    if not builds:
+def main(build=None, *texts):
+    if build is None:
         sys.exit(__doc__.strip())
-    failures = 0
+    entries = entries_of(build, texts)
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for build in builds:
-            entries = entries_of(build)
-            for result in pool.map(check, entries):
-                if result.returncode != 0:
-                    failures += 1
-                    print(result.stdout + result.stderr, end="")
-            print(f"{build}: {len(entries)} files checked with clang")
-    if failures:
-        sys.exit(f"clang refuses {failures} of the files")
+        refused = [result for result in pool.map(check, entries) if result.returncode != 0]
+    for result in refused:
+        print(result.stdout + result.stderr, end="")
+    print(f"{build}: {len(entries)} files checked with clang")
+    if refused:
+        sys.exit(f"clang refuses {len(refused)} of the files")
 
 
 if __name__ == "__main__":
-    main(sys.argv[1:])
+    main(*sys.argv[1:])

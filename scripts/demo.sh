@@ -6,9 +6,8 @@ cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
 install_packages "${packages_build[@]}"
-cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DORRERY_TESTS=OFF \
-    -DORRERY_BENCH=OFF -DORRERY_LIBREOFFICE=OFF >/dev/null
-cmake --build build/demo
+cmake --preset demo >/dev/null
+cmake --build --preset demo
 
 mkdir -p output
 build/demo/src/cli/orrery-cli generate data/template/Desk.xls 2027 --output-folder output >/dev/null

@@ -1,22 +1,27 @@
 #!/usr/bin/env bash
-# Runs every fuzzer for the given number of seconds (20), starting from its seeds. What a fuzzer
-# finds is left in build/fuzz/findings; turn it into a test before mending it.
+# Runs every fuzzer for the given number of seconds (20), as many at a time as there are processors,
+# starting from its seeds. What a fuzzer finds is left in build/fuzz/findings; turn it into a test before
+# mending it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-seconds=${1:-20}
+export seconds=${1:-20}
 mkdir -p build/fuzz/findings
-for fuzzer in build/fuzz/fuzz/fuzz_*; do
-    [ -x "$fuzzer" ] && [ -f "$fuzzer" ] || continue
+
+fuzz() {
+    local fuzzer=$1 name log
     name=$(basename "$fuzzer")
-    mkdir -p "build/fuzz/corpus/$name"
-    printf '%s: ' "$name"
     log=build/fuzz/findings/$name.log
+    mkdir -p "build/fuzz/corpus/$name"
     if ! "$fuzzer" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024 -print_final_stats=1 \
         -artifact_prefix="build/fuzz/findings/$name-" \
         "build/fuzz/corpus/$name" "fuzz/corpus/${name#fuzz_}" >"$log" 2>&1; then
-        echo "FAILED"
+        echo "$name: FAILED"
         tail -n 40 "$log"
-        exit 1
+        return 1
     fi
-    grep -o 'number_of_executed_units: *[0-9]*' "$log"
-done
+    echo "$name: $(grep -o 'number_of_executed_units: *[0-9]*' "$log")"
+}
+export -f fuzz
+
+find build/fuzz/fuzz -maxdepth 1 -name 'fuzz_*' -type f -executable | sort |
+    xargs -P "$(nproc)" -I{} bash -c 'fuzz {}'

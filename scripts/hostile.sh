@@ -9,6 +9,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
+. scripts/steps.sh
 
 release=2000
 sanitizers=500
@@ -25,8 +26,6 @@ while [ $# -gt 0 ]; do
     esac
     shift 2
 done
-
-step() { printf '\n== %s (%s)\n' "$*" "$(date +%H:%M:%S)"; }
 
 step "Packages"
 install_packages "${packages_build[@]}" "${packages_test[@]}"

@@ -1,7 +1,7 @@
 # Debian packages that the project needs, by purpose, and `install_packages`, which installs those
 # that are missing. Sourced by the other scripts; needs root or sudo only when one is missing.
 
-packages_build=(g++ cmake ninja-build pkg-config libzip-dev libpugixml-dev libcli11-dev
+packages_build=(g++ ccache cmake ninja-build pkg-config libzip-dev libpugixml-dev libcli11-dev
     libmbedtls-dev zlib1g-dev libwxgtk3.2-dev libgtk-3-dev librsvg2-bin icoutils fp-utils-3.2.2
     python3 python3-markdown)
 # What a window needs to be tested: a display, a window manager, the buses, fonts and icons.

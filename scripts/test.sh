@@ -1,12 +1,22 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds everything with warnings as errors, and runs every native test:
-# layout of the code, the fuzzers for a short while, clang-tidy, the whole suite under
-# AddressSanitizer and UndefinedBehaviorSanitizer, and the suite as it is shipped.
+# Installs what is missing, builds everything with warnings as errors, and proves what the README says,
+# each claim once: layout of the code, the fuzzers for a short while, clang-tidy, the unit tests under
+# AddressSanitizer and UndefinedBehaviorSanitizer, and the programs as they are shipped, from outside.
+#
+#   scripts/test.sh          what every push runs
+#   scripts/test.sh --full   all of it: every test in both builds, every workbook, long loops
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
+. scripts/steps.sh
 
-step() { printf '\n== %s (%s)\n' "$*" "$(date +%H:%M:%S)"; }
+full=OFF
+seconds=10
+case ${1:-} in
+'') ;;
+--full) full=ON seconds=20 ;;
+*) sed -n 's/^#   //p' "$0" >&2 && exit 2 ;;
+esac
 
 step "Packages"
 install_packages "${packages_build[@]}" "${packages_test[@]}" "${packages_window_test[@]}"
@@ -17,24 +27,31 @@ install_node_modules tests/corpus
 step "Layout of the code"
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run --Werror
 
-step "Build"
-cmake --preset linux >/dev/null
+step "Build of the programs"
+cmake --preset linux -DORRERY_FULL=$full >/dev/null
 cmake --build --preset linux
 
-step "Fuzzers"
+step "Build of the fuzzers"
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz
-scripts/fuzz.sh 20
+
+step "Fuzzers"
+scripts/fuzz.sh $seconds
 
 step "Build with sanitizers"
-cmake --preset linux-asan >/dev/null
+cmake --preset linux-asan -DORRERY_FULL=$full >/dev/null
 cmake --build --preset linux-asan
 
 step "clang-tidy"
 cmake --build --preset linux-asan --target tidy
 
-step "Suite under sanitizers"
+step "Unit tests under sanitizers"
 ctest --preset linux-asan -j2
 
-step "Suite"
+step "The programs from outside"
 ctest --preset linux -j2
+
+if [ $full = ON ]; then
+    step "Mutated workbooks"
+    scripts/hostile.sh
+fi

@@ -3,28 +3,38 @@
 # Wine: the whole suite as Windows programs, the Excel engine against a server that stands in for
 # Excel, the windows, the installer. Leaves the set-up program and the zip in build/windows.
 # The libraries are built from Debian's sources the first time, which takes about ten minutes.
+#
+#   scripts/windows.sh          what every push runs
+#   scripts/windows.sh --full   every workbook and long loops here, too
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
+. scripts/steps.sh
 
-step() { printf '\n== %s (%s)\n' "$*" "$(date +%H:%M:%S)"; }
+full=OFF
+case ${1:-} in
+'') ;;
+--full) full=ON ;;
+*) sed -n 's/^#   //p' "$0" >&2 && exit 2 ;;
+esac
 
-step "Packages"
+step "Packages for Windows"
 install_packages "${packages_build[@]}" "${packages_test[@]}" "${packages_window_test[@]}" \
     "${packages_windows[@]}"
 
-step "Libraries"
+step "Libraries for Windows"
 libraries=$(scripts/windows/libraries.sh)
 
-step "Build"
+step "Build for Windows"
 cmake --preset linux >/dev/null # for the programs that its outputs are compared with
 cmake --build --preset linux --target orrery-cli workbook_driver
 # Afresh: what was found in an earlier folder of libraries is not to be used again.
-cmake --fresh --preset windows -DORRERY_WINDOWS_LIBRARIES="$libraries" >/dev/null
+cmake --fresh --preset windows -DORRERY_WINDOWS_LIBRARIES="$libraries" \
+    -DORRERY_FULL=$full >/dev/null
 cmake --build --preset windows
 
-step "clang"
-scripts/clang.py build/linux build/windows
+step "clang for Windows"
+scripts/clang.py build/windows _windows /excel/ /ui/wx/ # clang-tidy has seen the others
 
 step "Set-up program and zip"
 (cd build/windows && cpack)
@@ -35,7 +45,7 @@ step "Suite under Wine"
 export ORRERY_WINEPREFIX=$PWD/build/windows/wine
 scripts/windows/wine.sh --end
 rm -rf "$ORRERY_WINEPREFIX"
-trap 'scripts/windows/wine.sh --end' EXIT
+trap 'scripts/windows/wine.sh --end; show_steps' EXIT
 scripts/windows/wine.sh reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
 scripts/windows/wine.sh --end # read anew by whatever starts
 ctest --preset windows -j2

@@ -1,14 +1,14 @@
 #!/usr/bin/env python3
 """Edits every workbook of a corpus and has the results judged by programs that are not ours.
 
-usage: prove.py xlsx|xls|bad --corpus FOLDER --driver [RUNNER] PROGRAM [--jobs N] [--only TEXT]
-                [--keep DIR]
+usage: prove.py xlsx|xls|bad --corpus FOLDER --driver [RUNNER] PROGRAM [--sample N] [--jobs N]
+                [--only TEXT] [--keep DIR]
 
 xlsx: each workbook is saved unchanged; its first worksheet is renamed, copied 11 times, and 400
 cells are written into each of the twelve. xls: the same, and the results are judged by Apache POI,
 xlrd, LibreOffice and Gnumeric. bad: each file gets one clear sentence, or a right result, in 2
-seconds and 512 MiB. Where the corpus's manifest says that a reader cannot judge a
-file, it does not judge it. Exit code 0: no failure; 1: failures; 77: there is no corpus.
+seconds and 512 MiB. A sample has at least N workbooks and every feature of all. Where the corpus's
+manifest says that a reader cannot judge a file, it does not judge it. Exit code 0: no failure; 1: failures; 77: there is no corpus.
 """
 
 import argparse
@@ -31,6 +31,7 @@ from edited import EditedWorkbook
 from opc import Package
 from plan import judge_refusals, make_plan
 from results import Case, Result, load_features, report
+from sample import sample
 from workbook import workbook_failures
 
 SKIPPED = 77
@@ -189,6 +190,7 @@ def read_options():
     parser.add_argument("--corpus", required=True)
     parser.add_argument("--driver", required=True, nargs="+",
                         help="the program, after what runs it where it is not of this system")
+    parser.add_argument("--sample", type=int, help="at least so many files instead of all")
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--only", default="", help="files whose names contain this text")
     parser.add_argument("--without-office", action="store_true",
@@ -205,6 +207,8 @@ def main():
     with open(manifest, encoding="utf-8") as file:
         rows = [row for row in csv.DictReader(file, delimiter="\t")
                 if row["file"].startswith(options.suite + "/") and options.only in row["file"]]
+    if options.sample:
+        rows = sample(rows, options.sample)
     begin = time.monotonic()
     options.work = options.keep or tempfile.mkdtemp(prefix="orrery-corpus-")
     os.makedirs(options.work, exist_ok=True)

@@ -1,5 +1,6 @@
 #include "ui/about_form.h"
 
+#include "places/places.h"
 #include "ui/fake_desktop.h"
 #include "util/file_replace.h"
 
@@ -61,7 +62,7 @@ TEST(BuildVersionTest, IsThatOfTheProjectWithTheNoticeOfItsLicence)
 {
     const VersionInfo version = BuildVersion();
     const auto text = [](const std::string& name) {
-        return util::ReadFile(std::string(ORRERY_SOURCE_DIR) + '/' + name).value_or("");
+        return util::ReadFile(places::SourceFolder() / name).value_or("");
     };
     const std::string number = std::to_string(version.major) + '.' + std::to_string(version.minor) +
                                '.' + std::to_string(version.revision);

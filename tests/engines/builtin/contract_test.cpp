@@ -1,6 +1,7 @@
 #include "engines/builtin/application.h"
 
 #include "generate/spreadsheet_contract.h"
+#include "places/places.h"
 #include "saved_sheets.h"
 
 #include <filesystem>
@@ -9,7 +10,7 @@ using namespace orrery;
 
 namespace {
 
-const std::filesystem::path kTests = ORRERY_TEST_DIR;
+const std::filesystem::path kTests = places::SourceFolder() / "tests/engines/builtin";
 const auto kTemplate = kTests / "xlsx" / "data" / "contract.xlsx";
 
 contract::Engine XlsxContract()

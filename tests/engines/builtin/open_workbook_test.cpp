@@ -1,5 +1,6 @@
 #include "engines/builtin/open_workbook.h"
 
+#include "places/places.h"
 #include "util/error.h"
 #include "util/file_replace.h"
 #include "util/scratch_folder.h"
@@ -19,7 +20,7 @@ using util::ErrorKind;
 using xls::test::BuildCompound;
 using xls::test::Stream;
 
-const std::filesystem::path kTests = ORRERY_TEST_DIR;
+const std::filesystem::path kTests = places::SourceFolder() / "tests/engines/builtin";
 
 class OpenWorkbookTest : public testing::Test {
 protected:

@@ -1,6 +1,7 @@
 #include "engines/builtin/application.h"
 #include "generate/run.h"
 #include "generate/run_support.h"
+#include "places/places.h"
 #include "util/paths.h"
 #include "xlsx/saved_package.h"
 
@@ -19,7 +20,7 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 const std::filesystem::path kTemplate =
-    std::filesystem::path(ORRERY_TEST_DIR) / "xlsx" / "data" / "contract.xlsx";
+    places::SourceFolder() / "tests/engines/builtin/xlsx" / "data" / "contract.xlsx";
 
 class Silent : public generate::GenerateView {
 public:

@@ -3,6 +3,7 @@
 #include "engines/builtin/saved_sheets.h"
 #include "generate/spreadsheet_contract.h"
 #include "office.h"
+#include "places/places.h"
 
 #include <filesystem>
 
@@ -10,8 +11,7 @@ using namespace orrery;
 
 namespace {
 
-const std::filesystem::path kTemplates =
-    std::filesystem::path(ORRERY_SOURCE_DIR) / "tests/engines/builtin";
+const std::filesystem::path kTemplates = places::SourceFolder() / "tests/engines/builtin";
 
 contract::Engine LibreOfficeContract(const std::string& format)
 {

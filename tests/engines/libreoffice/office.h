@@ -2,6 +2,7 @@
 
 #include "engines/libreoffice/installation.h"
 #include "engines/libreoffice/plugin.h"
+#include "places/places.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +17,7 @@ inline StartOptions Options()
 {
     StartOptions options;
     options.programFolder = FindInstallation().value();
-    options.profiles = std::filesystem::path(ORRERY_PROFILES);
+    options.profiles = places::BuildFolder() / "tests/engines/libreoffice/profiles";
     return options;
 }
 

@@ -2,6 +2,7 @@
 
 #include "engines/libreoffice/plugin/office_application.h"
 #include "office.h"
+#include "places/places.h"
 #include "processes.h"
 #include "util/error_text.h"
 #include "util/scratch_folder.h"
@@ -93,7 +94,10 @@ TEST_F(OfficeStartTest, NeverListens)
 
 TEST_F(OfficeStartTest, ListensAndNeverAnswers)
 {
-    auto options = Program("exec " ORRERY_PYTHON " " ORRERY_TEST_DIR "/never_answers.py \"$1\"");
+    auto options =
+        Program("exec " ORRERY_PYTHON " " +
+                (places::SourceFolder() / "tests/engines/libreoffice/never_answers.py").string() +
+                " \"$1\"");
     options.patience.idle = 300ms;
     EXPECT_EQ(ErrorOf(options), "LibreOffice could not be started: it did not answer in time.");
 }
@@ -119,8 +123,7 @@ TEST_P(OfficeLossTest, EveryCallSaysSoAndNothingStays)
 {
     testing_support::ScratchFolder folder;
     const auto file = folder / "book.xlsx";
-    fs::copy_file(fs::path(ORRERY_SOURCE_DIR) / "tests/engines/builtin/xlsx/data/contract.xlsx",
-                  file);
+    fs::copy_file(places::SourceFolder() / "tests/engines/builtin/xlsx/data/contract.xlsx", file);
     const bool isStopped = GetParam() == SIGSTOP;
     auto options = isStopped ? test::ImpatientOptions() : test::Options();
     options.patience.quit = 5min;

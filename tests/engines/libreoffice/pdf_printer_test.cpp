@@ -1,6 +1,7 @@
 #include "engines/libreoffice/plugin/pdf_printer.h"
 
 #include "office.h"
+#include "places/places.h"
 #include "processes.h"
 #include "util/error.h"
 #include "util/scratch_folder.h"
@@ -29,8 +30,8 @@ protected:
     std::optional<ErrorKind> Print(const char* workbook, const std::vector<std::string>& sheets)
     {
         try {
-            printer_.Print(std::filesystem::path(ORRERY_TEST_DIR) / "data" / workbook, sheets,
-                           folder_ / "target.pdf");
+            printer_.Print(places::SourceFolder() / "tests/engines/libreoffice/data" / workbook,
+                           sheets, folder_ / "target.pdf");
             return std::nullopt;
         }
         catch (const Error& error) {

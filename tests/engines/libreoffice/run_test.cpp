@@ -6,6 +6,7 @@
 #include "holidays/holiday_dates.h"
 #include "model/parameter_file.h"
 #include "office.h"
+#include "places/places.h"
 #include "processes.h"
 #include "util/paths.h"
 #include "util/scratch_folder.h"
@@ -24,7 +25,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-const std::filesystem::path kTemplates = std::filesystem::path(ORRERY_SOURCE_DIR) / "data/template";
+const std::filesystem::path kTemplates = places::SourceFolder() / "data/template";
 
 class OfficeRunTest : public testing::Test {
 protected:

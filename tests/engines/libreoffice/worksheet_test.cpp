@@ -4,6 +4,7 @@
 #include "engines/builtin/xlsx/saved_package.h"
 #include "engines/libreoffice/plugin/own_references.h"
 #include "office.h"
+#include "places/places.h"
 #include "util/error.h"
 #include "util/scratch_folder.h"
 
@@ -20,7 +21,7 @@ using generate::CellMember;
 using util::ErrorKind;
 using Value = contract::Value;
 
-const std::filesystem::path kData = std::filesystem::path(ORRERY_TEST_DIR) / "data";
+const std::filesystem::path kData = places::SourceFolder() / "tests/engines/libreoffice/data";
 
 /// What the contract does not say of cells and sheets; every case is Excel's.
 class WorksheetTest : public testing::Test {

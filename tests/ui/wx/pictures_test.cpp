@@ -1,6 +1,7 @@
 #include "layout_check.h"
 #include "main_thread.h"
 #include "parameter_dialog_support.h"
+#include "places/places.h"
 #include "screenshot.h"
 #include "surroundings.h"
 #include "ui/wx/text.h"
@@ -27,8 +28,7 @@ protected:
     fs::path Folder() const
     {
         const char* const variant = std::getenv("ORRERY_PICTURES_VARIANT");
-        const fs::path folder =
-            fs::path(ORRERY_PICTURES_DIR) / (variant == nullptr ? "any" : variant);
+        const fs::path folder = places::PicturesFolder() / (variant == nullptr ? "any" : variant);
         return options_.longCaptions ? folder / "long-captions" : folder;
     }
     /// The window in front: its layout and its picture.

@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include "places/places.h"
 #include "ui/about_form.h"
 #include "util/wide.h"
 
@@ -112,7 +113,7 @@ TEST_P(ResourcesTest, TheManifestAsksForTodaysWindows)
 }
 
 INSTANTIATE_TEST_SUITE_P(Programs, ResourcesTest,
-                         testing::Values(ORRERY_WINDOW_PROGRAM, ORRERY_CONSOLE_PROGRAM),
+                         testing::Values(places::WindowProgram(), places::ConsoleProgram()),
                          [](const auto& program) {
                              return program.param.stem() == "orrery" ? "Window" : "CommandLine";
                          });

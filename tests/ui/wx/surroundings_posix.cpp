@@ -1,3 +1,4 @@
+#include "places/places.h"
 #include "surroundings.h"
 
 #include <cstdlib>
@@ -32,8 +33,9 @@ std::vector<std::string> ReadCells(const fs::path& workbook,
                                    const fs::path& scratch)
 {
     const fs::path answer = scratch / "cells.txt";
-    std::string command = ORRERY_PYTHON " " ORRERY_SOURCE_DIR "/tests/ui/wx/read_cells.py '" +
-                          workbook.string() + "'";
+    std::string command = ORRERY_PYTHON " " +
+                          (places::SourceFolder() / "tests/ui/wx/read_cells.py").generic_string() +
+                          " '" + workbook.string() + "'";
     for (const std::string& argument : arguments)
         command += " '" + argument + "'";
     if (std::system((command + " >'" + answer.string() + "'").c_str()) != 0)

@@ -3,6 +3,7 @@
 #include "surroundings.h"
 
 #include "main_thread.h"
+#include "places/places.h"
 #include "util/wide.h"
 
 #include <fstream>
@@ -70,8 +71,9 @@ std::vector<std::string> ReadCells(const fs::path& workbook,
     const fs::path script = scratch / "read_cells.sh";
     const fs::path answer = scratch / "cells.txt";
     fs::remove(answer);
-    std::string command = ORRERY_PYTHON " " ORRERY_SOURCE_DIR "/tests/ui/wx/read_cells.py '" +
-                          PathOutside(workbook) + "'";
+    std::string command = ORRERY_PYTHON " " +
+                          (places::SourceFolder() / "tests/ui/wx/read_cells.py").generic_string() +
+                          " '" + PathOutside(workbook) + "'";
     for (const std::string& argument : arguments)
         command += " '" + argument + "'";
     const std::string part = PathOutside(scratch) + "/cells.part";

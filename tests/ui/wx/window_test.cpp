@@ -2,6 +2,7 @@
 
 #include "main_thread.h"
 #include "native_eyes.h"
+#include "places/places.h"
 #include "screenshot.h"
 #include "surroundings.h"
 #include "util/paths.h"
@@ -19,7 +20,7 @@ namespace fs = std::filesystem;
 
 SystemFolders SystemOf(const fs::path& folder)
 {
-    const fs::path shipped = fs::path(ORRERY_SOURCE_DIR) / "data";
+    const fs::path shipped = places::SourceFolder() / "data";
     SystemFolders system;
     system.executable = util::WithTrailingSeparator(util::FromPath(folder));
     system.installed = util::WithTrailingSeparator(util::FromPath(shipped));
@@ -54,7 +55,7 @@ Program::Program(const fs::path& folder, const std::vector<std::string>& files,
 
 WindowTest::WindowTest() : openedBefore_(AllOpened().size())
 {
-    const fs::path shipped = fs::path(ORRERY_SOURCE_DIR) / "data";
+    const fs::path shipped = places::SourceFolder() / "data";
     fs::copy(shipped / "holiday", At("holiday"));
     fs::copy(shipped / "tips.txt", At("tips.txt"));
     fs::create_directory(At("template"));
@@ -139,7 +140,7 @@ void WindowTest::KeepPictureOfFailure() const
     std::string name = std::string(test->test_suite_name()) + "." + test->name() + ".png";
     for (char& character : name)
         character = character == '/' ? '-' : character;
-    const fs::path file = fs::path(ORRERY_PICTURES_DIR) / "failures" / name;
+    const fs::path file = places::PicturesFolder() / "failures" / name;
     PictureOfScreen(file);
     std::cerr << "The screen at the failure: " << file << '\n';
 }

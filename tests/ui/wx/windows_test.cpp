@@ -2,6 +2,7 @@
 
 #include "main_thread.h"
 #include "parameter_dialog_support.h"
+#include "places/places.h"
 
 #include <array>
 #include <cstdlib>
@@ -164,7 +165,7 @@ private:
 
 TEST_F(WindowsTest, TheProgramTakesATemplateWhoseNameNoCodePageHas)
 {
-    fs::copy(ORRERY_WINDOW_PROGRAM, At("orrery.exe")); // beside its orrery.ini
+    fs::copy(places::WindowProgram(), At("orrery.exe")); // beside its orrery.ini
     const fs::path name = u8"\u4e88\u5b9a \u0394 \u017c\u00f3\u0142w.xlsx";
     fs::copy(At("template/Desk.xlsx"), At("") / name);
     const Process program(L'"' + At("orrery.exe").wstring() + L"\" \"" + (At("") / name).wstring() +

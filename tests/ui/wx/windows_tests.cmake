@@ -2,9 +2,6 @@
 # Wine on a display of their own; on Windows they would press keys on the developer's own desktop.
 orrery_resources(window_tests "Tests of Orrery's windows")
 target_sources(window_tests PRIVATE windows_test.cpp)
-set(programs
-    ORRERY_WINDOW_PROGRAM="$<TARGET_FILE:orrery>" ORRERY_CONSOLE_PROGRAM="$<TARGET_FILE:orrery-cli>")
-target_compile_definitions(window_tests PRIVATE ${programs})
 add_dependencies(window_tests orrery)
 
 # What opens documents, addresses and the help in place of other programs: they lie beside the tests.
@@ -16,7 +13,6 @@ set_target_properties(help_viewer PROPERTIES PREFIX "")
 add_dependencies(window_tests opener help_viewer)
 
 orrery_test(resources_tests resources_test.cpp LINK orrery_ui version)
-target_compile_definitions(resources_tests PRIVATE ${programs})
 add_dependencies(resources_tests orrery orrery-cli)
 
 # window_test(NAME FILTER [ENVIRONMENT...]): the tests of a filter as one test of the suite.

@@ -4,6 +4,7 @@
 #include "engines/engine_choice.h"
 #include "engines/excel/application.h"
 #include "excel_test/run_test.h"
+#include "places/places.h"
 #include "util/error_text.h"
 
 #include <windows.h>
@@ -86,7 +87,7 @@ std::string RunProgram(const std::string& arguments, const std::filesystem::path
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdOutput = file;
     startup.hStdError = file;
-    std::wstring command = L'"' + std::filesystem::absolute(util::ToPath(ORRERY_CLI)).wstring() +
+    std::wstring command = L'"' + std::filesystem::absolute(places::ConsoleProgram()).wstring() +
                            L"\" " + automation::Wide(arguments);
     PROCESS_INFORMATION process = {};
     EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,

@@ -3,6 +3,7 @@
 #include "automation/registry.h"
 #include "automation/wide_text.h"
 #include "excel_server/lifetime.h"
+#include "places/places.h"
 #include "util/paths.h"
 
 #include <tlhelp32.h>
@@ -17,7 +18,7 @@
 namespace orrery::excel_test {
 namespace {
 
-const std::filesystem::path kProgram = util::ToPath(ORRERY_EXCEL_SERVER);
+const std::filesystem::path kProgram = places::ExcelServer();
 
 std::wstring Image()
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "places/places.h"
 #include "util/paths.h"
 
 #include <filesystem>
@@ -10,12 +11,12 @@ namespace orrery::excel_test {
 // with "second" in A1, "Third" with "third" in C3.
 inline std::filesystem::path XlsxTemplate()
 {
-    return util::ToPath(ORRERY_SOURCE_DIR "/tests/engines/builtin/xlsx/data/contract.xlsx");
+    return places::SourceFolder() / "tests/engines/builtin/xlsx/data/contract.xlsx";
 }
 
 inline std::filesystem::path XlsTemplate()
 {
-    return util::ToPath(ORRERY_SOURCE_DIR "/tests/engines/builtin/xls/data/contract.xls");
+    return places::SourceFolder() / "tests/engines/builtin/xls/data/contract.xls";
 }
 
 } // namespace orrery::excel_test

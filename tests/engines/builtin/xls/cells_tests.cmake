@@ -6,4 +6,3 @@ orrery_test(xls_cells_tests
     sheet_random_test.cpp
     sheet_text_test.cpp
     LINK orrery_xls)
-target_compile_definitions(xls_cells_tests PRIVATE ORRERY_CORPUS_DIR="${ORRERY_CORPUS_DIR}")

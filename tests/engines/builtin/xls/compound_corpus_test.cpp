@@ -3,6 +3,7 @@
 #include "../../../util/scratch_folder.h"
 #include "compound_snapshot.h"
 #include "engines/builtin/xls/compound_writer.h"
+#include "places/places.h"
 #include "tree_check.h"
 #include "util/error.h"
 
@@ -20,17 +21,17 @@ class CompoundCorpusTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        if (fs::is_directory(ORRERY_CORPUS_DIR))
+        if (fs::is_directory(places::CorpusFolder()))
             return;
         if (std::getenv("CI") != nullptr)
-            FAIL() << "no workbooks in " << ORRERY_CORPUS_DIR;
-        GTEST_SKIP() << "no workbooks in " << ORRERY_CORPUS_DIR;
+            FAIL() << "no workbooks in " << places::CorpusFolder();
+        GTEST_SKIP() << "no workbooks in " << places::CorpusFolder();
     }
 
     static std::vector<fs::path> Files(const char* folder)
     {
         std::vector<fs::path> files;
-        for (const auto& entry : fs::directory_iterator(fs::path(ORRERY_CORPUS_DIR) / folder)) {
+        for (const auto& entry : fs::directory_iterator(places::CorpusFolder() / folder)) {
             if (entry.path().extension() == ".xls")
                 files.push_back(entry.path());
         }

@@ -7,7 +7,6 @@ orrery_test(xls_compound_tests
     encryption_test.cpp
     tree_check.cpp
     LINK orrery_xls)
-target_compile_definitions(xls_compound_tests PRIVATE ORRERY_CORPUS_DIR="${ORRERY_CORPUS_DIR}")
 if(NOT WIN32) # a small disk is mounted
     target_sources(xls_compound_tests PRIVATE compound_disk_posix_test.cpp)
 endif()

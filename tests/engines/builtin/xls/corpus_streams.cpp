@@ -3,6 +3,7 @@
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/compound_file.h"
 #include "engines/builtin/xls/records.h"
+#include "places/places.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -34,7 +35,7 @@ std::size_t EndOfSheets(std::string_view stream)
 
 std::vector<CorpusStream> CorpusStreams()
 {
-    const std::filesystem::path folder = std::filesystem::path(ORRERY_CORPUS_DIR) / "xls";
+    const std::filesystem::path folder = places::CorpusFolder() / "xls";
     std::vector<CorpusStream> streams;
     if (!std::filesystem::is_directory(folder))
         return streams;

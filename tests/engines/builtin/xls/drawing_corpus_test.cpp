@@ -5,6 +5,7 @@
 #include "engines/builtin/xls/embedded_objects.h"
 #include "engines/builtin/xls/records.h"
 #include "engines/builtin/xls/sheet_tables.h"
+#include "places/places.h"
 #include "util/error.h"
 
 #include <algorithm>
@@ -83,9 +84,9 @@ protected:
         for (const auto& stream : CorpusStreams())
             books_.push_back(ReadBook(stream));
         ASSERT_TRUE(!books_.empty() || std::getenv("CI") == nullptr)
-            << "no workbooks in " << ORRERY_CORPUS_DIR;
+            << "no workbooks in " << places::CorpusFolder();
         if (books_.empty())
-            GTEST_SKIP() << "no workbooks in " << ORRERY_CORPUS_DIR;
+            GTEST_SKIP() << "no workbooks in " << places::CorpusFolder();
     }
 
     std::vector<Book> books_;

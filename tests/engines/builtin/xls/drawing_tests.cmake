@@ -6,4 +6,3 @@ orrery_test(xls_drawing_tests
     embedded_objects_test.cpp
     sheet_tables_test.cpp
     LINK orrery_xls)
-target_compile_definitions(xls_drawing_tests PRIVATE ORRERY_CORPUS_DIR="${ORRERY_CORPUS_DIR}")

@@ -4,6 +4,7 @@
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/compound_file.h"
 #include "engines/builtin/xls/records.h"
+#include "places/places.h"
 #include "stream_builder.h"
 #include "util/error.h"
 
@@ -21,7 +22,8 @@ using testing_support::BytesOf;
 
 std::string Fixture(const std::string& name)
 {
-    return BytesOf(fs::path(ORRERY_TEST_DIR) / "data" / ("encrypted_" + name));
+    return BytesOf(places::SourceFolder() / "tests/engines/builtin/xls/data" /
+                   ("encrypted_" + name));
 }
 
 std::string StreamOf(const fs::path& path)
@@ -79,8 +81,8 @@ TEST(DecryptStreamTest, NeedsAnotherPasswordWhereOneIs)
 
 TEST(DecryptStreamTest, ReadsWhatLibreOfficeEncrypts)
 {
-    const auto stream =
-        Decrypt(StreamOf(fs::path(ORRERY_TEST_DIR) / "data" / "encrypted_libreoffice.xls"));
+    const auto stream = Decrypt(StreamOf(places::SourceFolder() / "tests/engines/builtin/xls/data" /
+                                         "encrypted_libreoffice.xls"));
     ASSERT_TRUE(stream);
     EXPECT_TRUE(*stream == Fixture("plain.stream"));
 }
@@ -109,10 +111,10 @@ TEST(DecryptStreamTest, RefusesAMethodWithoutItsData)
 
 TEST(DecryptStreamTest, OpensWorkbooksOfTheSpreadsheetProgram)
 {
-    if (!fs::is_directory(ORRERY_CORPUS_DIR)) {
+    if (!fs::is_directory(places::CorpusFolder())) {
         if (std::getenv("CI") != nullptr)
-            FAIL() << "no workbooks in " << ORRERY_CORPUS_DIR;
-        GTEST_SKIP() << "no workbooks in " << ORRERY_CORPUS_DIR;
+            FAIL() << "no workbooks in " << places::CorpusFolder();
+        GTEST_SKIP() << "no workbooks in " << places::CorpusFolder();
     }
     struct Case {
         const char* file;
@@ -124,7 +126,7 @@ TEST(DecryptStreamTest, OpensWorkbooksOfTheSpreadsheetProgram)
           Case{"poi-xor-encryption-abc.xls", "abc"}}) {
         SCOPED_TRACE(book.file);
         const auto stream =
-            Decrypt(StreamOf(fs::path(ORRERY_CORPUS_DIR) / "bad" / book.file), book.password);
+            Decrypt(StreamOf(places::CorpusFolder() / "bad" / book.file), book.password);
         ASSERT_TRUE(stream);
         RecordReader reader(*stream);
         std::size_t sheets = 0;
@@ -138,7 +140,7 @@ TEST(DecryptStreamTest, OpensWorkbooksOfTheSpreadsheetProgram)
         }
         EXPECT_GT(sheets, 0U);
     }
-    EXPECT_FALSE(Decrypt(StreamOf(fs::path(ORRERY_CORPUS_DIR) / "bad" / "npoi-97_password.xls")));
+    EXPECT_FALSE(Decrypt(StreamOf(places::CorpusFolder() / "bad" / "npoi-97_password.xls")));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "engines/builtin/xls/formula_tokens.h"
 #include "engines/builtin/xls/records.h"
 #include "engines/builtin/xls/shared_strings.h"
+#include "places/places.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -21,9 +22,9 @@ protected:
     {
         streams_ = CorpusStreams();
         ASSERT_TRUE(!streams_.empty() || std::getenv("CI") == nullptr)
-            << "no workbooks in " << ORRERY_CORPUS_DIR;
+            << "no workbooks in " << places::CorpusFolder();
         if (streams_.empty())
-            GTEST_SKIP() << "no workbooks in " << ORRERY_CORPUS_DIR;
+            GTEST_SKIP() << "no workbooks in " << places::CorpusFolder();
     }
 
     std::vector<CorpusStream> streams_;

@@ -7,4 +7,3 @@ orrery_test(xls_formula_tests
     shared_strings_test.cpp
     unicode_string_test.cpp
     LINK orrery_xls)
-target_compile_definitions(xls_formula_tests PRIVATE ORRERY_CORPUS_DIR="${ORRERY_CORPUS_DIR}")

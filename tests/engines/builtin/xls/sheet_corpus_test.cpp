@@ -1,6 +1,7 @@
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/compound_file.h"
 #include "engines/builtin/xls/sheet_bytes.h"
+#include "places/places.h"
 #include "seen_sheet.h"
 
 #include <algorithm>
@@ -18,7 +19,7 @@ using namespace test;
 /// The workbooks that are whole.
 std::vector<std::filesystem::path> CorpusWorkbooks()
 {
-    const std::filesystem::path folder = std::filesystem::path(ORRERY_CORPUS_DIR) / "xls";
+    const std::filesystem::path folder = places::CorpusFolder() / "xls";
     std::vector<std::filesystem::path> files;
     if (std::filesystem::is_directory(folder))
         for (const auto& entry : std::filesystem::directory_iterator(folder))
@@ -111,8 +112,8 @@ TEST(XlsSheetCorpus, EveryWorksheetIsIndexedAndWritten)
 {
     const auto files = CorpusWorkbooks();
     if (files.empty()) {
-        ASSERT_EQ(std::getenv("CI"), nullptr) << "no workbooks in " << ORRERY_CORPUS_DIR;
-        GTEST_SKIP() << "no workbooks in " << ORRERY_CORPUS_DIR;
+        ASSERT_EQ(std::getenv("CI"), nullptr) << "no workbooks in " << places::CorpusFolder();
+        GTEST_SKIP() << "no workbooks in " << places::CorpusFolder();
     }
     Tally tally;
     for (const auto& file : files) {

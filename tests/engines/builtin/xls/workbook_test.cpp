@@ -2,6 +2,7 @@
 
 #include "engines/builtin/xls/bytes.h"
 #include "engines/builtin/xls/compound_writer.h"
+#include "places/places.h"
 #include "util/error.h"
 #include "util/file_replace.h"
 #include "xls/saved_book.h"
@@ -25,7 +26,8 @@ using orrery::test::SavedBook;
 using testing::ElementsAre;
 using util::ErrorKind;
 
-const auto kEverything = std::filesystem::path(ORRERY_TEST_DIR) / "data" / "everything.xls";
+const auto kEverything =
+    places::SourceFolder() / "tests/engines/builtin/xls/data" / "everything.xls";
 
 class XlsWorkbookTest : public testing::Test {
 protected:

@@ -8,4 +8,3 @@ orrery_test(xlsx_cells_tests
     sheet_text_test.cpp
     styles_test.cpp
     LINK orrery_xlsx)
-target_compile_definitions(xlsx_cells_tests PRIVATE ORRERY_CORPUS_DIR="${ORRERY_CORPUS_DIR}")

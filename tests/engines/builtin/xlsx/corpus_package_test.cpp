@@ -3,6 +3,7 @@
 #include "../../../util/scratch_folder.h"
 #include "built_zip.h"
 #include "engines/builtin/xlsx/package.h"
+#include "places/places.h"
 #include "util/error.h"
 
 #include <algorithm>
@@ -19,17 +20,17 @@ class CorpusPackageTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        if (fs::is_directory(ORRERY_CORPUS_DIR))
+        if (fs::is_directory(places::CorpusFolder()))
             return;
         if (std::getenv("CI") != nullptr)
-            FAIL() << "no workbooks in " << ORRERY_CORPUS_DIR;
-        GTEST_SKIP() << "no workbooks in " << ORRERY_CORPUS_DIR;
+            FAIL() << "no workbooks in " << places::CorpusFolder();
+        GTEST_SKIP() << "no workbooks in " << places::CorpusFolder();
     }
 
     static std::vector<fs::path> Files(const char* folder)
     {
         std::vector<fs::path> files;
-        for (const auto& entry : fs::directory_iterator(fs::path(ORRERY_CORPUS_DIR) / folder))
+        for (const auto& entry : fs::directory_iterator(places::CorpusFolder() / folder))
             files.push_back(entry.path());
         std::sort(files.begin(), files.end());
         return files;

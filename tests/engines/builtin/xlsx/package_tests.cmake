@@ -11,7 +11,6 @@ orrery_test(xlsx_package_tests
     xml_text_test.cpp
     zip_archive_test.cpp
     LINK orrery_xlsx ZLIB::ZLIB)
-target_compile_definitions(xlsx_package_tests PRIVATE ORRERY_CORPUS_DIR="${ORRERY_CORPUS_DIR}")
 if(NOT WIN32) # what the system limits for a process, and what it counts
     target_sources(xlsx_package_tests PRIVATE zip_limits_posix_test.cpp)
 endif()

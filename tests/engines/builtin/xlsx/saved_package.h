@@ -1,5 +1,7 @@
 #pragma once
 
+#include "places/places.h"
+
 #include <filesystem>
 #include <map>
 #include <string>
@@ -10,7 +12,7 @@ namespace orrery::test {
 /// The fixture that has every part a sheet can own.
 inline std::filesystem::path EverythingPath()
 {
-    return std::filesystem::path(ORRERY_TEST_DIR) / "data" / "everything.xlsx";
+    return places::SourceFolder() / "tests/engines/builtin/xlsx/data" / "everything.xlsx";
 }
 
 /// A saved workbook read back with libzip and pugixml alone, so that no code of the engine judges

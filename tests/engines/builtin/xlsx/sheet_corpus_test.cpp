@@ -1,4 +1,5 @@
 #include "engines/builtin/xlsx/package.h"
+#include "places/places.h"
 #include "sheet_fixture.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@ namespace {
 /// The workbooks that are whole.
 std::vector<std::filesystem::path> CorpusWorkbooks()
 {
-    const std::filesystem::path folder = std::filesystem::path(ORRERY_CORPUS_DIR) / "xlsx";
+    const std::filesystem::path folder = places::CorpusFolder() / "xlsx";
     std::vector<std::filesystem::path> files;
     if (std::filesystem::is_directory(folder))
         for (const auto& entry : std::filesystem::directory_iterator(folder))
@@ -71,8 +72,8 @@ TEST(SheetCorpus, EveryWorksheetIsIndexedAndStaysAsItIs)
 {
     const auto files = CorpusWorkbooks();
     if (files.empty()) {
-        ASSERT_EQ(std::getenv("CI"), nullptr) << "no workbooks in " << ORRERY_CORPUS_DIR;
-        GTEST_SKIP() << "no workbooks in " << ORRERY_CORPUS_DIR;
+        ASSERT_EQ(std::getenv("CI"), nullptr) << "no workbooks in " << places::CorpusFolder();
+        GTEST_SKIP() << "no workbooks in " << places::CorpusFolder();
     }
     std::size_t sheets = 0;
     std::size_t cells = 0;

@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/workbook.h"
 
+#include "places/places.h"
 #include "saved_package.h"
 #include "util/error.h"
 
@@ -25,7 +26,7 @@ using testing::Not;
 using util::ErrorKind;
 
 const std::filesystem::path kEverything =
-    std::filesystem::path(ORRERY_TEST_DIR) / "data" / "everything.xlsx";
+    places::SourceFolder() / "tests/engines/builtin/xlsx/data" / "everything.xlsx";
 
 class WorkbookTest : public testing::Test {
 protected:

@@ -1,4 +1,4 @@
-#include "engines/builtin/xlsx/sheet_cells.h"
+#include "engines/builtin/xlsx/sheet/sheet_cells.h"
 
 #include <benchmark/benchmark.h>
 #include <memory>

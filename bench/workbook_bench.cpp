@@ -27,14 +27,13 @@ void Open(benchmark::State& state, const char* name)
 BENCHMARK_CAPTURE(Open, xlsx, "Desk.xlsx")->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(Open, xls, "Desk.xls")->Unit(benchmark::kMicrosecond);
 
-void Fill(generate::Worksheet& sheet)
+void Fill(book::Worksheet& sheet)
 {
     constexpr std::int32_t kWrittenRows = 20;
     constexpr std::int32_t kWrittenColumns = 20;
     for (std::int32_t row = 1; row <= kWrittenRows; ++row)
         for (std::int32_t column = 1; column <= kWrittenColumns; ++column)
-            sheet.SetCell(row, column, static_cast<std::int16_t>(row),
-                          generate::CellMember::Default);
+            sheet.SetCell(row, column, static_cast<std::int16_t>(row), book::CellMember::Default);
 }
 
 void MakeYear(benchmark::State& state, const char* name)
@@ -51,7 +50,7 @@ void MakeYear(benchmark::State& state, const char* name)
             sheet->SetName("Month " + std::to_string(month));
             Fill(*sheet);
         }
-        workbook.SaveAs(target, generate::AccessMode::NoChange);
+        workbook.SaveAs(target, book::AccessMode::NoChange);
     }
     fs::remove(target);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "generate/spreadsheet.h"
+#include "book/spreadsheet.h"
 #include "util/error.h"
 
 #include "require.h"
@@ -36,29 +36,29 @@ template <class Action> void Attempt(Action action)
     }
 }
 
-inline void Fill(generate::Worksheet& sheet)
+inline void Fill(book::Worksheet& sheet)
 {
     for (const std::int32_t row : {1, 2, 3, 14, 27, 40}) {
         for (std::int32_t column = 1; column <= 4; ++column) {
             Attempt([&] {
-                sheet.SetCell(row, column, generate::CellValue(std::int16_t{7}),
-                              generate::CellMember::Value);
+                sheet.SetCell(row, column, book::CellValue(std::int16_t{7}),
+                              book::CellMember::Value);
             });
             Attempt([&] {
-                sheet.SetCell(row + 1, column + 1, generate::CellValue(std::string("text")),
-                              generate::CellMember::Default);
+                sheet.SetCell(row + 1, column + 1, book::CellValue(std::string("text")),
+                              book::CellMember::Default);
             });
         }
     }
 }
 
 /// Renames the sheet, copies it and its copies, and fills them all.
-inline void EditSheet(generate::Worksheet& model)
+inline void EditSheet(book::Worksheet& model)
 {
     constexpr int kCopies = 3;
     Attempt([&] { model.SetName(kNewName); });
     Fill(model);
-    generate::Worksheet* last = &model;
+    book::Worksheet* last = &model;
     for (int i = 0; i < kCopies; ++i) {
         Attempt([&] {
             last->CopyAfter(*last);
@@ -80,7 +80,7 @@ std::optional<std::string> Edit(const std::filesystem::path& source,
 {
     try {
         Book workbook(source);
-        generate::Worksheet* sheet = nullptr;
+        book::Worksheet* sheet = nullptr;
         for (const auto& name : names) {
             if (sheet == nullptr)
                 sheet = workbook.FindWorksheet(name);
@@ -88,8 +88,8 @@ std::optional<std::string> Edit(const std::filesystem::path& source,
         if (sheet == nullptr)
             return std::nullopt;
         EditSheet(*sheet);
-        Attempt([&] { workbook.SaveAs(target, generate::AccessMode::NoChange); });
-        workbook.SaveAs(target, generate::AccessMode::NoChange);
+        Attempt([&] { workbook.SaveAs(target, book::AccessMode::NoChange); });
+        workbook.SaveAs(target, book::AccessMode::NoChange);
         return sheet->Name();
     }
     catch (const Error&) {
@@ -98,7 +98,7 @@ std::optional<std::string> Edit(const std::filesystem::path& source,
 }
 
 /// A sheet that could be changed can be changed again.
-inline void ChangeAgain(generate::Worksheet& sheet)
+inline void ChangeAgain(book::Worksheet& sheet)
 {
     if (sheet.Name() != kNewName)
         return;
@@ -120,7 +120,7 @@ void EditAndOpenAgain(const std::filesystem::path& source, const std::vector<std
         auto* const sheet = again.FindWorksheet(*name);
         Require(sheet != nullptr);
         ChangeAgain(*sheet);
-        again.SaveAs(target, generate::AccessMode::NoChange);
+        again.SaveAs(target, book::AccessMode::NoChange);
     }
     std::filesystem::remove(source);
     std::filesystem::remove(target);

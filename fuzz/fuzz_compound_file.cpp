@@ -3,8 +3,8 @@
 
 #include "require.h"
 
-#include "engines/builtin/xls/compound_writer.h"
-#include "engines/builtin/xls/encryption.h"
+#include "engines/builtin/xls/compound/compound_writer.h"
+#include "engines/builtin/xls/records/encryption.h"
 #include "util/error.h"
 #include "util/file_replace.h"
 

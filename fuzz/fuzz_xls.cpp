@@ -5,9 +5,9 @@
 
 #include "edit_workbook.h"
 
-#include "engines/builtin/xls/bytes.h"
-#include "engines/builtin/xls/compound_file.h"
-#include "engines/builtin/xls/compound_writer.h"
+#include "engines/builtin/xls/compound/bytes.h"
+#include "engines/builtin/xls/compound/compound_file.h"
+#include "engines/builtin/xls/compound/compound_writer.h"
 #include "engines/builtin/xls/workbook.h"
 #include "util/file_replace.h"
 

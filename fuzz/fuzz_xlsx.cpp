@@ -52,7 +52,7 @@ void WriteInput(const std::filesystem::path& path, std::string_view input)
     }
     const std::size_t chosen =
         input.empty() ? 0 : static_cast<unsigned char>(input.front()) % kParts.size();
-    xlsx::ZipWriter writer(path);
+    zip::Writer writer(path);
     for (std::size_t i = 0; i < kParts.size(); ++i) {
         const std::string text(i == chosen && !input.empty() ? input.substr(1) : kParts[i].text);
         writer.AddEntry(kParts[i].name, [text] { return text; });

@@ -1,13 +1,13 @@
 # Debian packages that the project needs, by purpose, and `install_packages`, which installs those
 # that are missing. Sourced by the other scripts; needs root or sudo only when one is missing.
 
-packages_build=(g++ ccache cmake ninja-build pkg-config libzip-dev libpugixml-dev libcli11-dev
+packages_build=(g++ ccache cmake ninja-build pkg-config libzip-dev libcli11-dev
     libmbedtls-dev zlib1g-dev libwxgtk3.2-dev libgtk-3-dev librsvg2-bin icoutils fp-utils-3.2.2
     python3 python3-markdown)
 # What a window needs to be tested: a display, a window manager, the buses, fonts and icons.
 packages_window_test=(xvfb openbox xdotool imagemagick dbus x11-utils at-spi2-core python3-gi
     gir1.2-atspi-2.0 fonts-cantarell adwaita-icon-theme)
-packages_test=(libgtest-dev libgmock-dev libbenchmark-dev clang clang-tidy clang-format llvm
+packages_test=(libpugixml-dev libgtest-dev libgmock-dev libbenchmark-dev clang clang-tidy clang-format llvm
     libclang-rt-14-dev git unzip zip xz-utils man-db groff bash-completion
     python3 python3-openpyxl python3-xlsxwriter python3-pil python3-numpy python3-dateutil
     python3-icu python3-uno python3-xlrd python3-xlwt libapache-poi-java default-jdk-headless

@@ -1,5 +1,5 @@
 #include "cli/commands.h"
-#include "cli/dry_run.h"
+#include "generate/trial_run.h"
 #include "util/error_text.h"
 #include "util/paths.h"
 
@@ -18,7 +18,7 @@ std::string ThisYear()
 /// An application that ends with the scope.
 class ShortApplication {
 public:
-    explicit ShortApplication(std::unique_ptr<generate::Application> application)
+    explicit ShortApplication(std::unique_ptr<book::Application> application)
         : application_(std::move(application))
     {
     }
@@ -34,10 +34,10 @@ public:
     ShortApplication(const ShortApplication&) = delete;
     ShortApplication& operator=(const ShortApplication&) = delete;
 
-    generate::Application* operator->() { return application_.get(); }
+    book::Application* operator->() { return application_.get(); }
 
 private:
-    std::unique_ptr<generate::Application> application_;
+    std::unique_ptr<book::Application> application_;
 };
 
 std::vector<std::string> FindProblems(Session& session, const ChosenTemplate& chosen,
@@ -46,9 +46,8 @@ std::vector<std::string> FindProblems(Session& session, const ChosenTemplate& ch
     const std::string path = chosen.settings.TemplatePath + chosen.file;
     ShortApplication application(session.engines.Start(ChooseEngine(session, chosen.settings), {}));
     application->SetDisplayAlerts(false);
-    generate::Workbook& workbook = application->OpenWorkbook(util::ToPath(path), true);
-    return DryRun(workbook, LimitsOf(chosen.file), year, chosen.sets, chosen.settings.names,
-                  holidays::EasterDate(year));
+    book::Workbook& workbook = application->OpenWorkbook(util::ToPath(path), true);
+    return generate::TryCalendars(workbook, year, chosen.sets, chosen.settings.names);
 }
 
 /// The holiday files count where the template has no holidays of its own.

@@ -1,9 +1,9 @@
 #include "cli/commands.h"
 
+#include "app/template_folder.h"
+#include "app/working_sets.h"
 #include "holidays/holiday_dates.h"
 #include "holidays/holiday_readers.h"
-#include "ui/template_folder.h"
-#include "ui/working_sets.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/file_read.h"
@@ -38,10 +38,10 @@ std::optional<std::string> Absolute(const std::optional<std::string>& path)
 
 void RunTemplatesCommand(Session& session)
 {
-    const ui::Settings settings = LoadSettings(session, session.line.templateFolder);
+    const app::Settings settings = LoadSettings(session, session.line.templateFolder);
     if (const auto obstacle = util::ListingObstacle(util::ToPath(settings.TemplatePath)))
         throw Error(*obstacle);
-    const auto templates = ui::ListTemplates(settings.TemplatePath);
+    const auto templates = app::ListTemplates(settings.TemplatePath);
     if (session.line.json) {
         JsonWriter json;
         json.BeginObject().Key("folder").Text(settings.TemplatePath);
@@ -65,7 +65,7 @@ std::string FindHolidayFile(Session& session)
 {
     std::string file = session.line.holidayFile;
     if (!IsPath(file)) {
-        const ui::Settings settings = LoadSettings(session, session.line.templateFolder);
+        const app::Settings settings = LoadSettings(session, session.line.templateFolder);
         const std::string& folder =
             session.line.section.empty() ? settings.HolidayFilePath : settings.TemplatePath;
         if (!util::IsMissing(util::ToPath(folder + file)) || !util::FileExists(file))
@@ -183,7 +183,7 @@ bool Run(Session& session)
 
 } // namespace
 
-int RunCommand(const CommandLine& line, const ui::SystemFolders& system, generate::Engines& engines,
+int RunCommand(const CommandLine& line, const app::SystemFolders& system, book::Engines& engines,
                Console& console)
 {
     Session session{line, system, engines, console};
@@ -199,22 +199,22 @@ int RunCommand(const CommandLine& line, const ui::SystemFolders& system, generat
     return FinishOutput(console, allWell ? session.reporter.ExitCode() : kExitReported);
 }
 
-ui::Settings LoadSettings(Session& session, const std::optional<std::string>& templateFolder)
+app::Settings LoadSettings(Session& session, const std::optional<std::string>& templateFolder)
 {
     const CommandLine& line = session.line;
-    ui::FolderOverrides overrides;
+    app::FolderOverrides overrides;
     overrides.templateFolder = Absolute(templateFolder);
     overrides.outputFolder = Absolute(line.outputFolder);
     overrides.holidayFolder = Absolute(line.holidayFolder);
     const bool isNamed = !line.settingsFile.empty();
-    const ui::Locations locations =
-        isNamed ? ui::LocationsBeside(line.settingsFile) : ui::LocationsFor(session.system);
+    const app::Locations locations =
+        isNamed ? app::LocationsBeside(line.settingsFile) : app::LocationsFor(session.system);
     if (!isNamed)
-        ui::FillAtFirstStart(locations, session.system.installed);
+        app::FillAtFirstStart(locations, session.system.installed);
     // Without the settings that are there a command would work in other folders than it should.
     if (const auto obstacle = util::ObstacleOfExistingText(util::ToPath(locations.settingsFile)))
         throw Error(*obstacle);
-    return ui::LoadSettings(locations, overrides);
+    return app::LoadSettings(locations, overrides);
 }
 
 ChosenTemplate ChooseTemplate(Session& session)
@@ -236,7 +236,7 @@ ChosenTemplate ChooseTemplate(Session& session)
     const std::string& folder = chosen.settings.TemplatePath;
     if (const auto obstacle = util::ReadingObstacle(util::ToPath(folder + chosen.file)))
         throw Error(*obstacle);
-    auto working = ui::LoadWorkingSets(chosen.settings, chosen.file);
+    auto working = app::LoadWorkingSets(chosen.settings, chosen.file);
     if (working.obstacle) // the defaults are not what the user wrote
         throw Error(*working.obstacle);
     chosen.sets = std::move(working.sets);
@@ -244,7 +244,7 @@ ChosenTemplate ChooseTemplate(Session& session)
     return chosen;
 }
 
-std::string ChooseEngine(Session& session, const ui::Settings& settings)
+std::string ChooseEngine(Session& session, const app::Settings& settings)
 {
     return session.engines.Resolve(session.line.engine.empty() ? settings.Engine
                                                                : session.line.engine);

@@ -8,38 +8,6 @@
 namespace orrery::cli {
 namespace {
 
-/// The console has neither fields nor a pointer; a wrong year or template is a report like others.
-class ConsoleView : public generate::GenerateView {
-public:
-    explicit ConsoleView(util::ErrorReporter& reporter) : reporter_(reporter) {}
-    void ShowProblem(const generate::RequestProblem& problem) override
-    {
-        reporter_.Report(problem.message);
-    }
-    void SetHourglass(bool /*on*/) override {}
-
-private:
-    util::ErrorReporter& reporter_;
-};
-
-/// Clears the progress bar before a report is written.
-class ReporterBesideBar : public util::ErrorReporter {
-public:
-    ReporterBesideBar(util::ErrorReporter& reporter, ProgressBar& bar)
-        : reporter_(reporter), bar_(bar)
-    {
-    }
-    void Report(const std::string& text) override
-    {
-        bar_.Clear();
-        reporter_.Report(text);
-    }
-
-private:
-    util::ErrorReporter& reporter_;
-    ProgressBar& bar_;
-};
-
 constexpr std::size_t kStepsPerYear = 24; // twelve months of either calendar
 
 std::string ProgressLabel(std::size_t done, std::size_t years, const std::string& year)
@@ -47,8 +15,41 @@ std::string ProgressLabel(std::size_t done, std::size_t years, const std::string
     return std::to_string(done) + '/' + std::to_string(years) + "  " + year;
 }
 
-/// Nobody is shown a workbook unasked.
-generate::Opener OpenerFor(const CommandLine& line, util::ErrorReporter& reporter)
+/// Shows runs on the console, the progress of several as a bar, which is cleared before a report is
+/// written. There are neither fields nor a pointer; a wrong year or template is a report like
+/// others.
+class ConsoleObserver : public generate::RunObserver {
+public:
+    ConsoleObserver(Session& session)
+        : reporter_(session.reporter), years_(session.line.years),
+          bar_(session.console.err, session.console.errIsTerminal && years_.size() > 1,
+               years_.size() * kStepsPerYear)
+    {
+    }
+    void BeginYear(std::size_t year) { year_ = year; }
+    void EndYear() { bar_.Clear(); }
+
+    void Report(const std::string& text) override
+    {
+        bar_.Clear();
+        reporter_.Report(text);
+    }
+    void MonthDone(generate::CalendarKind kind, std::int16_t month) override
+    {
+        const std::size_t before = kind == generate::CalendarKind::Monthly ? 0 : kStepsPerYear / 2;
+        bar_.Show(year_ * kStepsPerYear + before + static_cast<std::size_t>(month),
+                  ProgressLabel(year_ + 1, years_.size(), years_[year_]));
+    }
+
+private:
+    util::ErrorReporter& reporter_;
+    const std::vector<std::string>& years_;
+    ProgressBar bar_;
+    std::size_t year_ = 0; ///< of the list, from 0
+};
+
+/// A workbook is shown only on request.
+book::Opener OpenerFor(const CommandLine& line, util::ErrorReporter& reporter)
 {
     if (!line.open)
         return {};
@@ -85,28 +86,20 @@ void Take(const std::string& path, Session& session, std::vector<std::string>& p
 MadeFiles GenerateYears(Session& session, ChosenTemplate& chosen, const std::string& engine)
 {
     const CommandLine& line = session.line;
-    ProgressBar bar(session.console.err, session.console.errIsTerminal && line.years.size() > 1,
-                    line.years.size() * kStepsPerYear);
-    ReporterBesideBar reporter(session.reporter, bar);
-    ConsoleView view(reporter);
-    std::size_t year = 0;
-    generate::Context context{chosen.settings.names, reporter};
-    context.progress = [&](generate::CalendarKind kind, std::int16_t month) {
-        const std::size_t before = kind == generate::CalendarKind::Monthly ? 0 : kStepsPerYear / 2;
-        bar.Show(year * kStepsPerYear + before + static_cast<std::size_t>(month),
-                 ProgressLabel(year + 1, line.years.size(), line.years[year]));
-    };
+    ConsoleObserver observer(session);
+    generate::Context context{chosen.settings.names, observer};
     generate::PdfMaker pdfMaker(session.engines);
     MadeFiles made;
-    for (; year < line.years.size(); ++year) {
+    for (std::size_t year = 0; year < line.years.size(); ++year) {
+        observer.BeginYear(year);
         const generate::GenerateRequest request{line.years[year], chosen.file,
                                                 chosen.settings.TemplatePath,
                                                 chosen.settings.OutputPath};
         const auto saved = generate::RunGenerate(
             request, chosen.sets,
-            [&] { return session.engines.Start(engine, OpenerFor(line, reporter)); }, context, view,
+            [&] { return session.engines.Start(engine, OpenerFor(line, observer)); }, context,
             line.pdf ? &pdfMaker : nullptr);
-        bar.Clear();
+        observer.EndYear();
         if (!saved)
             continue;
         Take(saved->workbook, session, made.workbooks);

@@ -26,6 +26,6 @@ int main(int argc, char** argv)
     if (const auto* finished = std::get_if<cli::Finished>(&parsed))
         return cli::FinishOutput(console, finished->exitCode);
     engines::InstalledEngines installed;
-    return cli::RunCommand(std::get<cli::CommandLine>(parsed), ui::FindSystemFolders(), installed,
+    return cli::RunCommand(std::get<cli::CommandLine>(parsed), app::FindSystemFolders(), installed,
                            console);
 }

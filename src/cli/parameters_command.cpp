@@ -1,18 +1,12 @@
 #include "cli/commands.h"
 #include "model/cell_ref.h"
+#include "model/parameter_table.h"
 #include "model/parameter_text.h"
 
 #include <ostream>
 
 namespace orrery::cli {
 namespace {
-
-template <std::size_t NamesPerList>
-void WriteNames(JsonWriter& json, const char* key,
-                const std::array<std::string, NamesPerList>& names)
-{
-    json.Key(key).Texts({names.begin(), names.end()});
-}
 
 void WriteHolidays(JsonWriter& json, const holidays::HolidayList& list)
 {
@@ -24,46 +18,64 @@ void WriteHolidays(JsonWriter& json, const holidays::HolidayList& list)
     json.EndArray();
 }
 
-void WriteCell(JsonWriter& json, const char* key, model::CellPosition cell)
-{
-    json.Key(key).Text(model::FormatCellRef(cell));
-}
+/// Writes parameters as members, named as in the parameter file.
+class MemberWriter {
+public:
+    MemberWriter(JsonWriter& json, const model::NameTables& names) : json_(json), names_(names) {}
 
-/// The members that both calendars have, named as in the parameter file.
-void WriteSet(JsonWriter& json, const model::CalendarParameters& set,
-              const model::NameTables& names)
-{
-    json.Key("Output").Boolean(set.Output).Key("SheetName").Text(set.SheetName);
-    json.Key("FirstDayOfWeek").Number(set.FirstDayOfWeek);
-    WriteCell(json, "FirstCellOfDay", set.FirstCellOfDay);
-    json.Key("ColIntervalOfDay").Number(set.ColIntervalOfDay);
-    json.Key("RowIntervalOfDay").Number(set.RowIntervalOfDay);
-    json.Key("OutWeekday").Boolean(set.OutWeekday);
-    WriteCell(json, "FirstCellOfWeekday", set.FirstCellOfWeekday);
-    WriteNames(json, "WeekdayName", names.Weekdays.At(set.WeekdayName));
-    json.Key("OutMonth").Boolean(set.OutMonth);
-    WriteCell(json, "FirstCellOfMonth", set.FirstCellOfMonth);
-    WriteNames(json, "MonthName", names.Months.At(set.MonthName));
-    json.Key("OutYear").Boolean(set.OutYear);
-    WriteCell(json, "FirstCellOfYear", set.FirstCellOfYear);
-    json.Key("OutHoliday").Boolean(set.OutHoliday);
-    WriteCell(json, "FirstCellOfHoliday", set.FirstCellOfHoliday);
-    json.Key("MultiHolidays").Number(set.MultiHolidays);
-    WriteHolidays(json, set.Holidays);
-}
+    void operator()(const model::FlagParameter& flag, bool value)
+    {
+        json_.Key(flag.key).Boolean(value);
+    }
+    void operator()(const model::SheetNameParameter& name, const std::string& value)
+    {
+        json_.Key(name.key).Text(value);
+    }
+    void operator()(const model::FirstDayParameter& day, std::int16_t value)
+    {
+        json_.Key(day.key).Number(value);
+    }
+    void operator()(const model::NumberParameter& number, std::int32_t value)
+    {
+        json_.Key(number.key).Number(value);
+    }
+    void operator()(const model::CellParameter& cell, model::CellPosition value)
+    {
+        json_.Key(cell.key).Text(model::FormatCellRef(value));
+    }
+    void operator()(const model::WeekdayNamesParameter& list, std::int16_t value)
+    {
+        WriteNames(list.key, names_.Weekdays.At(value));
+    }
+    void operator()(const model::MonthNamesParameter& list, std::int16_t value)
+    {
+        WriteNames(list.key, names_.Months.At(value));
+    }
+
+private:
+    template <typename Names> void WriteNames(std::string_view key, const Names& names)
+    {
+        json_.Key(key).Texts({names.begin(), names.end()});
+    }
+
+    JsonWriter& json_;
+    const model::NameTables& names_;
+};
 
 JsonWriter ParametersJson(const ChosenTemplate& chosen)
 {
     const auto& [monthly, yearly] = chosen.sets;
     JsonWriter json;
+    MemberWriter writer(json, chosen.settings.names);
     json.BeginObject().Key("template").Text(chosen.settings.TemplatePath + chosen.file);
     json.Key("monthly").BeginObject();
-    WriteSet(json, monthly, chosen.settings.names);
+    model::VisitParameters(monthly, writer);
+    WriteHolidays(json, monthly.Holidays);
     json.EndObject().Key("yearly").BeginObject();
-    WriteSet(json, yearly, chosen.settings.names);
-    json.Key("MonthLayout").Number(yearly.MonthLayout);
-    json.Key("ColIntervalOfMonth").Number(yearly.ColIntervalOfMonth);
-    json.Key("RowIntervalOfMonth").Number(yearly.RowIntervalOfMonth);
+    // The members of both calendars first: scripts may rely on the order.
+    model::VisitParameters(static_cast<const model::CalendarParameters&>(yearly), writer);
+    WriteHolidays(json, yearly.Holidays);
+    model::VisitYearlyParameters(yearly, writer);
     json.EndObject().EndObject();
     return json;
 }

@@ -1,6 +1,7 @@
 #include "engines/engine_choice.h"
 
 #include "engines/builtin/application.h"
+#include "engines/builtin/structure_protection.h"
 #include "engines/excel/application.h"
 #include "engines/libreoffice/libreoffice.h"
 #include "util/error.h"
@@ -66,14 +67,13 @@ EngineChoice ResolveEngine(EngineChoice choice)
     throw Error(util::ErrorKind::EngineMissing, std::string(EngineName(choice)));
 }
 
-std::unique_ptr<generate::Application> CreateApplication(EngineChoice choice,
-                                                         generate::Opener opener)
+std::unique_ptr<book::Application> CreateApplication(EngineChoice choice, book::Opener opener)
 {
     switch (ResolveEngine(choice)) {
     case EngineChoice::Excel:
         return excel::CreateApplication();
     case EngineChoice::LibreOffice:
-        return libreoffice::CreateApplication();
+        return libreoffice::CreateApplication(builtin::HasProtectedStructure);
     default:
         return builtin::CreateApplication(std::move(opener));
     }
@@ -84,8 +84,8 @@ std::string InstalledEngines::Resolve(const std::string& name) const
     return std::string(EngineName(ResolveEngine(ChoiceOf(name))));
 }
 
-std::unique_ptr<generate::Application> InstalledEngines::Start(const std::string& name,
-                                                               generate::Opener opener)
+std::unique_ptr<book::Application> InstalledEngines::Start(const std::string& name,
+                                                           book::Opener opener)
 {
     return CreateApplication(ChoiceOf(name), std::move(opener));
 }
@@ -95,7 +95,7 @@ bool InstalledEngines::CanPrintPdf() const
     return libreoffice::IsInstalled();
 }
 
-std::unique_ptr<generate::PdfPrinter> InstalledEngines::StartPdfPrinter()
+std::unique_ptr<book::PdfPrinter> InstalledEngines::StartPdfPrinter()
 {
     if (!CanPrintPdf())
         throw Error(util::ErrorKind::PdfNotAvailable);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "generate/engines.h"
+#include "book/engines.h"
 
 #include <memory>
 #include <optional>
@@ -28,17 +28,15 @@ EngineChoice ResolveEngine(EngineChoice choice);
 
 /// Starts the chosen application. The built-in one hands the workbook saved last to the opener when
 /// it is made visible; without an opener nothing happens then. Throws as `ResolveEngine`.
-std::unique_ptr<generate::Application> CreateApplication(EngineChoice choice,
-                                                         generate::Opener opener);
+std::unique_ptr<book::Application> CreateApplication(EngineChoice choice, book::Opener opener);
 
 /// The applications of this build, by the names above.
-class InstalledEngines : public generate::Engines {
+class InstalledEngines : public book::Engines {
 public:
     std::string Resolve(const std::string& name) const override;
-    std::unique_ptr<generate::Application> Start(const std::string& name,
-                                                 generate::Opener opener) override;
+    std::unique_ptr<book::Application> Start(const std::string& name, book::Opener opener) override;
     bool CanPrintPdf() const override;
-    std::unique_ptr<generate::PdfPrinter> StartPdfPrinter() override;
+    std::unique_ptr<book::PdfPrinter> StartPdfPrinter() override;
 };
 
 } // namespace orrery::engines

@@ -20,11 +20,11 @@ constexpr std::int16_t kMonths = 12;
 constexpr std::int16_t kFallbackList = 0;
 
 /// The model sheet; where it is missing that is reported and nothing returned.
-Worksheet* FindModelSheet(Workbook& workbook, const std::string& name, Context& context)
+book::Worksheet* FindModelSheet(book::Workbook& workbook, const std::string& name, Context& context)
 {
-    Worksheet* const sheet = workbook.FindWorksheet(name);
+    book::Worksheet* const sheet = workbook.FindWorksheet(name);
     if (sheet == nullptr)
-        context.reporter.Report("The sheet " + util::Printable(name) + " does not exist.");
+        context.observer.Report("The sheet " + util::Printable(name) + " does not exist.");
     return sheet;
 }
 
@@ -36,31 +36,31 @@ void PrepareHolidays(std::int16_t year, const model::CalendarParameters& paramet
                                       context.holidayDates);
 }
 
-void FillAndTell(Worksheet& sheet, std::int16_t year, std::int16_t month, CalendarKind kind,
+void FillAndTell(book::Worksheet& sheet, std::int16_t year, std::int16_t month, CalendarKind kind,
                  const model::CalendarParameters& parameters, Context& context)
 {
     FillMonth(sheet, year, month, parameters, context);
-    if (context.progress)
-        context.progress(kind, month);
+    context.observer.MonthDone(kind, month);
 }
 
-void TellSheet(const Worksheet& sheet, const Context& context)
+void NoteSheet(const book::Worksheet& sheet, const Context& context)
 {
-    if (context.calendarSheet)
-        context.calendarSheet(sheet.Name());
+    if (context.filledSheets != nullptr)
+        context.filledSheets->push_back(sheet.Name());
 }
 
 /// Renames a sheet after a month of a list. False where the list or the name does not serve.
-bool NameAfterMonth(Worksheet& sheet, std::int16_t list, std::int16_t month,
-                    const model::NameTables& names)
+bool NameAfterMonth(book::Worksheet& sheet, std::int16_t list, std::int16_t month, Context& context)
 {
     try {
-        sheet.SetName(names.Months.Name(list, static_cast<std::int16_t>(month - 1)));
+        sheet.SetName(context.names.Months.Name(list, static_cast<std::int16_t>(month - 1)));
         return true;
     }
     catch (const std::exception& error) {
         if (IsLoss(error))
             throw;
+        context.observer.PassedOver(
+            "The sheet of month " + std::to_string(month) + " is not named after it.", error);
         return false; // silent by design: the sheet keeps its name
     }
 }
@@ -74,7 +74,7 @@ std::string CauseOf(const std::exception& error)
 
 /// The copy placed directly after the sheet, or nullptr when it cannot be made; `obstacle` then
 /// says why.
-Worksheet* CopyAfterItself(Worksheet& sheet, std::string& obstacle)
+book::Worksheet* CopyAfterItself(book::Worksheet& sheet, std::string& obstacle, Context& context)
 {
     try {
         sheet.CopyAfter(sheet);
@@ -84,47 +84,48 @@ Worksheet* CopyAfterItself(Worksheet& sheet, std::string& obstacle)
         if (IsLoss(error))
             throw;
         // Silent by design: the months then go to the sheets that are there.
+        context.observer.PassedOver("The sheet of a month is not made.", error);
         obstacle = CauseOf(error);
         return nullptr;
     }
 }
 
 /// Why not all sheets could be made; empty where they were.
-std::string MakeMonthSheets(Worksheet& model, std::int16_t list, const model::NameTables& names)
+std::string MakeMonthSheets(book::Worksheet& model, std::int16_t list, Context& context)
 {
     std::string obstacle;
-    NameAfterMonth(model, list, 1, names); // no second list for the model sheet
-    Worksheet* current = &model;
+    NameAfterMonth(model, list, 1, context); // no second list for the model sheet
+    book::Worksheet* current = &model;
     for (std::int16_t month = 2; month <= kMonths; ++month) {
-        Worksheet* const copy = CopyAfterItself(*current, obstacle);
+        book::Worksheet* const copy = CopyAfterItself(*current, obstacle, context);
         if (copy == nullptr)
             continue;
         current = copy;
-        if (!NameAfterMonth(*current, list, month, names))
-            NameAfterMonth(*current, kFallbackList, month, names);
+        if (!NameAfterMonth(*current, list, month, context))
+            NameAfterMonth(*current, kFallbackList, month, context);
     }
     return obstacle;
 }
 
 /// The next sheet. Where there is none the sheets could not be made, for the reason given.
-Worksheet& SheetAfter(Worksheet& sheet, const std::string& obstacle)
+book::Worksheet& SheetAfter(book::Worksheet& sheet, const std::string& obstacle)
 {
-    Worksheet* const next = sheet.Next();
+    book::Worksheet* const next = sheet.Next();
     if (next == nullptr)
         throw Error(util::ErrorKind::SheetNotCopied, sheet.Name(), obstacle);
     return *next;
 }
 
-void FillMonthSheets(Worksheet& first, std::int16_t year,
+void FillMonthSheets(book::Worksheet& first, std::int16_t year,
                      const model::MonthlyParameters& parameters, const std::string& obstacle,
                      Context& context)
 {
-    Worksheet* sheet = &first;
+    book::Worksheet* sheet = &first;
     for (std::int16_t month = 1; month <= kMonths; ++month) {
         if (month > 1)
             sheet = &SheetAfter(*sheet, obstacle);
         FillAndTell(*sheet, year, month, CalendarKind::Monthly, parameters, context);
-        TellSheet(*sheet, context);
+        NoteSheet(*sheet, context);
     }
 }
 
@@ -170,7 +171,7 @@ void ShiftToBlock(const BlockOrigins& origins, std::int16_t month,
     parameters.FirstCellOfHoliday = shifted(origins.holiday);
 }
 
-void FillMonthBlocks(Worksheet& sheet, std::int16_t year, model::YearlyParameters& parameters,
+void FillMonthBlocks(book::Worksheet& sheet, std::int16_t year, model::YearlyParameters& parameters,
                      Context& context)
 {
     const BlockOrigins origins = OriginsOf(parameters);
@@ -179,21 +180,21 @@ void FillMonthBlocks(Worksheet& sheet, std::int16_t year, model::YearlyParameter
         FillAndTell(sheet, year, month, CalendarKind::Yearly, parameters, context);
     }
     PutBack(origins, parameters);
-    TellSheet(sheet, context);
+    NoteSheet(sheet, context);
 }
 
 } // namespace
 
-void MakeMonthlyCalendar(Workbook& workbook, std::int16_t year,
+void MakeMonthlyCalendar(book::Workbook& workbook, std::int16_t year,
                          const model::MonthlyParameters& parameters, Context& context)
 {
     if (!parameters.Output)
         return;
     try {
-        Worksheet* const sheet = FindModelSheet(workbook, parameters.SheetName, context);
+        book::Worksheet* const sheet = FindModelSheet(workbook, parameters.SheetName, context);
         if (sheet == nullptr)
             return;
-        const auto obstacle = MakeMonthSheets(*sheet, parameters.MonthName, context.names);
+        const auto obstacle = MakeMonthSheets(*sheet, parameters.MonthName, context);
         PrepareHolidays(year, parameters, context);
         FillMonthSheets(*sheet, year, parameters, obstacle, context);
     }
@@ -202,13 +203,13 @@ void MakeMonthlyCalendar(Workbook& workbook, std::int16_t year,
     }
 }
 
-void MakeYearlyCalendar(Workbook& workbook, std::int16_t year, model::YearlyParameters& parameters,
-                        Context& context)
+void MakeYearlyCalendar(book::Workbook& workbook, std::int16_t year,
+                        model::YearlyParameters& parameters, Context& context)
 {
     if (!parameters.Output)
         return;
     try {
-        Worksheet* const sheet = FindModelSheet(workbook, parameters.SheetName, context);
+        book::Worksheet* const sheet = FindModelSheet(workbook, parameters.SheetName, context);
         if (sheet == nullptr)
             return;
         sheet->SetName(std::to_string(year));

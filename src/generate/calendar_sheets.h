@@ -1,7 +1,7 @@
 #pragma once
 
+#include "book/spreadsheet.h"
 #include "generate/context.h"
-#include "generate/spreadsheet.h"
 #include "model/parameters.h"
 
 #include <cstdint>
@@ -14,13 +14,13 @@ namespace orrery::generate {
 /// Turns the model sheet into twelve sheets, one for each month and named after it. All copies are
 /// made before the first one is filled. Renaming and copying fail silently: the first sheet then
 /// keeps its name, a copy takes the name of the first list, or else the name it was born with.
-void MakeMonthlyCalendar(Workbook& workbook, std::int16_t year,
+void MakeMonthlyCalendar(book::Workbook& workbook, std::int16_t year,
                          const model::MonthlyParameters& parameters, Context& context);
 
 /// Names the model sheet after the year and fills twelve month blocks on it, `MonthLayout` of them
 /// side by side. The cell positions of the parameters are shifted from block to block; they are
 /// put back at the normal end and may stay shifted after a failure.
-void MakeYearlyCalendar(Workbook& workbook, std::int16_t year, model::YearlyParameters& parameters,
-                        Context& context);
+void MakeYearlyCalendar(book::Workbook& workbook, std::int16_t year,
+                        model::YearlyParameters& parameters, Context& context);
 
 } // namespace orrery::generate

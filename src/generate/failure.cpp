@@ -13,7 +13,7 @@ bool IsLoss(const std::exception& error)
 
 void ReportFailure(const std::string& sentence, const std::exception& error, Context& context)
 {
-    context.reporter.Report(sentence + "\r\n" + util::ErrorText(error));
+    context.observer.Report(sentence + "\r\n" + util::ErrorText(error));
     if (IsLoss(error))
         throw RunEnded();
 }

@@ -62,7 +62,7 @@ CellPosition CellInGrid(CellPosition origin, GridPosition place,
 /// Writes one month; the steps throw.
 class MonthWriter {
 public:
-    MonthWriter(Worksheet& sheet, std::int16_t year, std::int16_t month,
+    MonthWriter(book::Worksheet& sheet, std::int16_t year, std::int16_t month,
                 const CalendarParameters& parameters, Context& context)
         : sheet_(sheet), year_(year), month_(month), parameters_(parameters), names_(context.names),
           holidays_(context.holidayDates)
@@ -72,7 +72,7 @@ public:
     void Write()
     {
         if (parameters_.OutYear)
-            Put(parameters_.FirstCellOfYear, year_, CellMember::Default);
+            Put(parameters_.FirstCellOfYear, year_, book::CellMember::Default);
         if (parameters_.OutMonth)
             WriteMonthName();
         if (parameters_.OutWeekday)
@@ -81,7 +81,7 @@ public:
     }
 
 private:
-    void Put(CellPosition cell, const CellValue& value, CellMember member)
+    void Put(CellPosition cell, const book::CellValue& value, book::CellMember member)
     {
         sheet_.SetCell(cell.row, cell.column, value, member);
     }
@@ -90,7 +90,7 @@ private:
     {
         const auto position = static_cast<std::int16_t>(month_ - 1);
         Put(parameters_.FirstCellOfMonth, names_.Months.Name(parameters_.MonthName, position),
-            CellMember::Default);
+            book::CellMember::Default);
     }
 
     void WriteWeekdayNames()
@@ -100,7 +100,8 @@ private:
         for (std::int16_t k = 0; k < kDaysPerWeek; ++k) {
             const auto weekday = static_cast<std::int16_t>((k + shift) % kDaysPerWeek);
             const CellPosition cell = CellInGrid(first, {0, k}, parameters_);
-            Put(cell, names_.Weekdays.Name(parameters_.WeekdayName, weekday), CellMember::Default);
+            Put(cell, names_.Weekdays.Name(parameters_.WeekdayName, weekday),
+                book::CellMember::Default);
         }
     }
 
@@ -111,7 +112,8 @@ private:
         const bool mondayFirst = WeeksBeginOnMonday(parameters_);
         for (std::int16_t day = 1; day <= days; ++day) {
             const GridPosition place = PlaceInGrid(day, firstWeekday, mondayFirst);
-            Put(CellInGrid(parameters_.FirstCellOfDay, place, parameters_), day, CellMember::Value);
+            Put(CellInGrid(parameters_.FirstCellOfDay, place, parameters_), day,
+                book::CellMember::Value);
             if (parameters_.OutHoliday && holidays_.Count > 0)
                 WriteHolidays(day, place);
         }
@@ -152,10 +154,10 @@ private:
         default:
             return; // an unknown policy writes no name
         }
-        Put(cell, name, CellMember::Value);
+        Put(cell, name, book::CellMember::Value);
     }
 
-    Worksheet& sheet_;
+    book::Worksheet& sheet_;
     std::int16_t year_;
     std::int16_t month_;
     const CalendarParameters& parameters_;
@@ -165,7 +167,7 @@ private:
 
 } // namespace
 
-void FillMonth(Worksheet& sheet, std::int16_t year, std::int16_t month,
+void FillMonth(book::Worksheet& sheet, std::int16_t year, std::int16_t month,
                const model::CalendarParameters& parameters, Context& context)
 {
     try {

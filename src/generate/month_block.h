@@ -1,7 +1,7 @@
 #pragma once
 
+#include "book/spreadsheet.h"
 #include "generate/context.h"
-#include "generate/spreadsheet.h"
 #include "model/parameters.h"
 
 #include <cstdint>
@@ -15,7 +15,7 @@ namespace orrery::generate {
 ///
 /// An error ends this month and goes to the reporter. What was written stays, and the cursor stays
 /// where it was. Throws nothing but RunEnded.
-void FillMonth(Worksheet& sheet, std::int16_t year, std::int16_t month,
+void FillMonth(book::Worksheet& sheet, std::int16_t year, std::int16_t month,
                const model::CalendarParameters& parameters, Context& context);
 
 } // namespace orrery::generate

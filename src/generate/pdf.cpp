@@ -24,15 +24,14 @@ std::optional<std::string> PdfMaker::Make(const std::string& workbookPath,
 {
     const std::string pdfPath = PdfPath(workbookPath);
     try {
-        if (context.printing)
-            context.printing(pdfPath);
+        context.observer.Printing(pdfPath);
         Print(workbookPath, sheets, pdfPath);
         return pdfPath;
     }
     catch (const std::exception& error) {
         if (IsLoss(error))
             printer_.reset(); // the next workbook gets another one
-        context.reporter.Report("Failed to make the PDF file.\r\n" + util::ErrorText(error));
+        context.observer.Report("Failed to make the PDF file.\r\n" + util::ErrorText(error));
         return std::nullopt;
     }
 }

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "book/engines.h"
 #include "generate/context.h"
-#include "generate/engines.h"
 
 #include <memory>
 #include <optional>
@@ -19,7 +19,7 @@ std::string PdfPath(const std::string& workbookPath);
 class PdfMaker {
 public:
     /// The engines outlive the maker.
-    explicit PdfMaker(Engines& engines) : engines_(engines) {}
+    explicit PdfMaker(book::Engines& engines) : engines_(engines) {}
 
     /// Makes the PDF of these sheets of a saved workbook; one of that name is replaced. Its path.
     /// A failure is reported and gives nothing.
@@ -30,8 +30,8 @@ private:
     void Print(const std::string& workbookPath, const std::vector<std::string>& sheets,
                const std::string& pdfPath);
 
-    Engines& engines_;
-    std::unique_ptr<PdfPrinter> printer_; ///< null until it is needed, and once it is gone
+    book::Engines& engines_;
+    std::unique_ptr<book::PdfPrinter> printer_; ///< null until it is needed, and once it is gone
 };
 
 } // namespace orrery::generate

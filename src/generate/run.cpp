@@ -34,7 +34,7 @@ void RemoveFileIfPossible(const std::string& path)
     std::filesystem::remove(util::ToPath(path), ignored);
 }
 
-void SwitchOff(Application& application)
+void SwitchOff(book::Application& application)
 {
     application.SetDisplayAlerts(false);
     application.SetVisible(false);
@@ -42,7 +42,7 @@ void SwitchOff(Application& application)
     application.SetScreenUpdating(false);
 }
 
-void SwitchOn(Application& application)
+void SwitchOn(book::Application& application)
 {
     application.SetInteractive(true);
     application.SetScreenUpdating(true);
@@ -98,7 +98,7 @@ private:
 };
 
 /// An output file without content is nothing that anybody can open.
-Workbook& OpenTemplate(Application& application, const GenerateJob& job)
+book::Workbook& OpenTemplate(book::Application& application, const GenerateJob& job)
 {
     try {
         return application.OpenWorkbook(util::ToPath(job.templatePath), true);
@@ -110,17 +110,16 @@ Workbook& OpenTemplate(Application& application, const GenerateJob& job)
 }
 
 /// The steps of a run between starting the application and letting go of it.
-bool UseApplication(Application& application, const GenerateJob& job, model::ParameterSets& sets,
-                    Context& context, UnfinishedOutput& unfinished)
+bool UseApplication(book::Application& application, const GenerateJob& job,
+                    model::ParameterSets& sets, Context& context, UnfinishedOutput& unfinished)
 {
     SwitchOff(application);
     bool saved = false;
-    if (Workbook* const workbook = OpenCalendarWorkbook(application, job, context)) {
+    if (book::Workbook* const workbook = OpenCalendarWorkbook(application, job, context)) {
         unfinished.Begin(job.outputPath);
         MakeMonthlyCalendar(*workbook, job.year, sets.Monthly, context);
         MakeYearlyCalendar(*workbook, job.year, sets.Yearly, context);
-        if (context.saving)
-            context.saving();
+        context.observer.Saving();
         saved = SaveCalendar(*workbook, job.outputPath, context);
         if (saved) {
             unfinished.Keep();
@@ -133,14 +132,11 @@ bool UseApplication(Application& application, const GenerateJob& job, model::Par
     return saved;
 }
 
-/// Takes down the names of the sheets that runs fill, as long as it lives.
+/// Collects the names of the sheets that runs fill, as long as it lives.
 class SheetNames {
 public:
-    explicit SheetNames(Context& context) : context_(context)
-    {
-        context.calendarSheet = [this](const std::string& name) { names_.push_back(name); };
-    }
-    ~SheetNames() { context_.calendarSheet = {}; }
+    explicit SheetNames(Context& context) : context_(context) { context.filledSheets = &names_; }
+    ~SheetNames() { context_.filledSheets = nullptr; }
     SheetNames(const SheetNames&) = delete;
     SheetNames& operator=(const SheetNames&) = delete;
 
@@ -191,30 +187,30 @@ std::variant<GenerateJob, RequestProblem> CheckRequest(const GenerateRequest& re
 
 std::optional<SavedCalendar> RunGenerate(const GenerateRequest& request, model::ParameterSets& sets,
                                          const ApplicationFactory& startApplication,
-                                         Context& context, GenerateView& view, PdfMaker* pdfMaker)
+                                         Context& context, PdfMaker* pdfMaker)
 {
     bool hourglass = false;
     std::optional<SavedCalendar> saved;
     try {
         const auto checked = CheckRequest(request);
         if (const auto* problem = std::get_if<RequestProblem>(&checked)) {
-            view.ShowProblem(*problem);
+            context.observer.ShowProblem(*problem);
             return std::nullopt;
         }
         const auto& job = std::get<GenerateJob>(checked);
         context.easter = holidays::EasterDate(job.year);
-        view.SetHourglass(true);
+        context.observer.SetHourglass(true);
         hourglass = true;
         saved = MakeFiles(startApplication, job, sets, context, pdfMaker);
     }
     catch (const util::OverflowError&) { // of the year's text or of its Easter Sunday
-        context.reporter.Report(util::ErrorText(Error(ErrorKind::Overflow, request.yearText)));
+        context.observer.Report(util::ErrorText(Error(ErrorKind::Overflow, request.yearText)));
     }
     catch (const std::exception& error) {
-        context.reporter.Report(util::ErrorText(error));
+        context.observer.Report(util::ErrorText(error));
     }
     if (hourglass)
-        view.SetHourglass(false);
+        context.observer.SetHourglass(false);
     return saved;
 }
 
@@ -222,7 +218,7 @@ bool GenerateCalendar(const ApplicationFactory& startApplication, const Generate
                       model::ParameterSets& sets, Context& context)
 {
     UnfinishedOutput unfinished; // goes last: the application may have the file open until it ends
-    const std::unique_ptr<Application> application = startApplication();
+    const std::unique_ptr<book::Application> application = startApplication();
     try {
         return UseApplication(*application, job, sets, context, unfinished);
     }
@@ -231,7 +227,8 @@ bool GenerateCalendar(const ApplicationFactory& startApplication, const Generate
     }
 }
 
-Workbook* OpenCalendarWorkbook(Application& application, const GenerateJob& job, Context& context)
+book::Workbook* OpenCalendarWorkbook(book::Application& application, const GenerateJob& job,
+                                     Context& context)
 {
     try {
         PrepareOutput(job);
@@ -244,11 +241,11 @@ Workbook* OpenCalendarWorkbook(Application& application, const GenerateJob& job,
     }
 }
 
-bool SaveCalendar(Workbook& workbook, const std::string& outputPath, Context& context)
+bool SaveCalendar(book::Workbook& workbook, const std::string& outputPath, Context& context)
 {
     RemoveFileIfPossible(outputPath); // normally the empty one
     try {
-        workbook.SaveAs(util::ToPath(outputPath), AccessMode::NoChange);
+        workbook.SaveAs(util::ToPath(outputPath), book::AccessMode::NoChange);
         return true;
     }
     catch (const std::exception& error) {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "book/spreadsheet.h"
 #include "generate/context.h"
 #include "generate/pdf.h"
-#include "generate/spreadsheet.h"
 #include "model/parameters.h"
 
 #include <cstdint>
@@ -16,7 +16,7 @@
 namespace orrery::generate {
 
 /// Starts an instance of the spreadsheet application. Throws Error when there is none.
-using ApplicationFactory = std::function<std::unique_ptr<Application>()>;
+using ApplicationFactory = std::function<std::unique_ptr<book::Application>()>;
 
 /// What the user chose.
 struct GenerateRequest {
@@ -36,29 +36,12 @@ struct GenerateJob {
 inline constexpr const char* kNoYearMessage = "Please inupt a year."; ///< spelled as it always was
 inline constexpr const char* kNoTemplateMessage = "Please select a template.";
 
-enum class RequestField { Year, Template };
-
-/// What is wrong with a request: the field that gets the focus and the message.
-struct RequestProblem {
-    RequestField field;
-    std::string message;
-};
-
 /// The year of a text, at least 1; nothing for other texts and numbers. Throws OverflowError
 /// beyond 32767.
 std::optional<std::int16_t> ReadYear(std::string_view text);
 
 /// Checks the year, then the template, and builds the paths. Throws OverflowError as `ReadYear`.
 std::variant<GenerateJob, RequestProblem> CheckRequest(const GenerateRequest& request);
-
-/// What the Generate command shows while it runs.
-class GenerateView {
-public:
-    virtual ~GenerateView() = default;
-    /// Shows the message and puts the focus into the field.
-    virtual void ShowProblem(const RequestProblem& problem) = 0;
-    virtual void SetHourglass(bool on) = 0;
-};
 
 /// The paths of the files that a run made.
 struct SavedCalendar {
@@ -71,8 +54,7 @@ struct SavedCalendar {
 /// itself does not catch is reported while the hourglass is still on.
 std::optional<SavedCalendar> RunGenerate(const GenerateRequest& request, model::ParameterSets& sets,
                                          const ApplicationFactory& startApplication,
-                                         Context& context, GenerateView& view,
-                                         PdfMaker* pdfMaker = nullptr);
+                                         Context& context, PdfMaker* pdfMaker = nullptr);
 
 /// One run, from starting the application to letting go of it: visible with the new workbook, or
 /// ended when nothing was saved. True when the workbook was saved. Throws what starting the
@@ -83,9 +65,10 @@ bool GenerateCalendar(const ApplicationFactory& startApplication, const Generate
 
 /// Makes sure that the output file can be written, then opens the template read-only. An existing
 /// output file is removed. A failure is reported and gives nullptr; throws RunEnded.
-Workbook* OpenCalendarWorkbook(Application& application, const GenerateJob& job, Context& context);
+book::Workbook* OpenCalendarWorkbook(book::Application& application, const GenerateJob& job,
+                                     Context& context);
 
 /// Saves under the output path. A failure is reported and gives false; throws RunEnded.
-bool SaveCalendar(Workbook& workbook, const std::string& outputPath, Context& context);
+bool SaveCalendar(book::Workbook& workbook, const std::string& outputPath, Context& context);
 
 } // namespace orrery::generate

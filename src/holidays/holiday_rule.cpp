@@ -1,6 +1,6 @@
 #include "holidays/holiday_rule.h"
 
-#include "holidays/holiday_dates.h"
+#include "holidays/date.h"
 #include "util/numbers.h"
 #include "util/text.h"
 

@@ -33,7 +33,9 @@ bool WriteParameterFile(const std::filesystem::path& path, const NameTables& nam
                         const ParameterSets& sets)
 {
     try {
-        util::ReplaceFile(path, util::EncodeTextFile(FormatParameterText(names, sets)));
+        const auto old = util::ReadTextFile(path);
+        const auto extras = old ? FindExtras(util::DecodeTextFile(*old)) : ParameterExtras();
+        util::ReplaceFile(path, util::EncodeTextFile(FormatParameterText(names, sets, extras)));
         return true;
     }
     catch (const util::Error&) {

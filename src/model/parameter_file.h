@@ -17,8 +17,8 @@ std::string ParameterFilePath(const std::string& templateFolder, const std::stri
 /// read.
 void ReadParameterFile(const std::filesystem::path& path, NameTables& names, ParameterSets& sets);
 
-/// Writes both sets, replacing the whole file. False when it cannot be written; an old file then
-/// stays.
+/// Writes both sets, replacing the file. What the old one held in other sections, and holiday rules
+/// that were not understood, are kept. False when it cannot be written; an old file then stays.
 bool WriteParameterFile(const std::filesystem::path& path, const NameTables& names,
                         const ParameterSets& sets);
 

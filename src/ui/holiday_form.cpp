@@ -31,7 +31,7 @@ std::string_view WeekdayColumn(std::int16_t kind)
 
 } // namespace
 
-HolidayForm::HolidayForm(CalendarKind calendarKind, TemplatePlace place, bool templateHasFile,
+HolidayForm::HolidayForm(CalendarKind calendarKind, app::TemplatePlace place, bool templateHasFile,
                          holidays::HolidayList& edited, std::function<void()> onChanged)
     : Form("frmHoliday", "Holiday", "holidays"), tabStops(TabStops({8, 10})),
       calendarKind_(calendarKind), place_(std::move(place)), templateHasFile_(templateHasFile),

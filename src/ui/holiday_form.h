@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/working_sets.h"
 #include "holidays/holiday_readers.h"
 #include "ui/desktop.h"
 #include "ui/form.h"
-#include "ui/working_sets.h"
 
 #include <functional>
 #include <vector>
@@ -18,7 +18,7 @@ public:
     /// Does what `Form_Load` does: shows a copy of the edited list. With `templateHasFile` the
     /// template's own holidays can be chosen, too. OK puts the list on show into `edited` and calls
     /// `onChanged`, but only when the user chose an entry.
-    HolidayForm(holidays::CalendarKind calendarKind, TemplatePlace place, bool templateHasFile,
+    HolidayForm(holidays::CalendarKind calendarKind, app::TemplatePlace place, bool templateHasFile,
                 holidays::HolidayList& edited, std::function<void()> onChanged);
 
     /// The user chose a file: it is read and shown.
@@ -43,7 +43,7 @@ private:
     bool HasCalendar() const;
 
     const holidays::CalendarKind calendarKind_;
-    const TemplatePlace place_;
+    const app::TemplatePlace place_;
     const bool templateHasFile_;
     holidays::HolidayList& edited_;
     std::function<void()> onChanged_;

@@ -1,9 +1,9 @@
 #include "ui/main_form.h"
 
+#include "app/template_folder.h"
 #include "model/parameter_file.h"
 #include "ui/about_form.h"
 #include "ui/parameter_form.h"
-#include "ui/template_folder.h"
 #include "ui/tip_form.h"
 #include "util/error.h"
 #include "util/error_text.h"
@@ -38,9 +38,9 @@ YearAndMonth Today()
             static_cast<std::int16_t>(today.tm_mon + 1)};
 }
 
-MainForm::MainForm(const SystemFolders& system, generate::Engines& engines, Desktop& desktop)
+MainForm::MainForm(const app::SystemFolders& system, book::Engines& engines, Desktop& desktop)
     : Form("frmMain", kProductName, "main"), system_(system), engines_(engines), desktop_(desktop),
-      locations_(LocationsFor(system))
+      locations_(app::LocationsFor(system))
 {
     lblEmptyFolder.visible = cmdCopyTemplates.visible = false;
     prgRun.visible = cmdOpenFolder.visible = false;
@@ -50,11 +50,11 @@ MainForm::MainForm(const SystemFolders& system, generate::Engines& engines, Desk
 
 void MainForm::Form_Load(YearAndMonth today)
 {
-    FillAtFirstStart(locations_, system_.installed);
-    settings_ = LoadSettings(locations_);
+    app::FillAtFirstStart(locations_, system_.installed);
+    settings_ = app::LoadSettings(locations_);
     chkPdf.checked = settings_.Pdf;
     currentTemplate_.clear();
-    txtYear.text = std::to_string(InitialYear(today.year, today.month));
+    txtYear.text = std::to_string(app::InitialYear(today.year, today.month));
     FillTemplateList();
 }
 
@@ -89,7 +89,7 @@ void MainForm::UpdateButtons()
 
 void MainForm::FillTemplateList()
 {
-    cboTemplateFile.entries = ListTemplates(settings_.TemplatePath);
+    cboTemplateFile.entries = app::ListTemplates(settings_.TemplatePath);
     SelectEntry(currentTemplate_);
     ShowEmptyFolder();
     UpdateButtons();
@@ -98,7 +98,7 @@ void MainForm::FillTemplateList()
 void MainForm::ShowEmptyFolder()
 {
     const bool isEmpty = cboTemplateFile.entries.empty();
-    const bool canCopy = isEmpty && !ShippedTemplateFolder(system_.installed).empty();
+    const bool canCopy = isEmpty && !app::ShippedTemplateFolder(system_.installed).empty();
     lblEmptyFolder.visible = isEmpty;
     cmdCopyTemplates.visible = canCopy;
     if (const auto obstacle = util::ListingObstacle(util::ToPath(settings_.TemplatePath))) {
@@ -135,7 +135,7 @@ void MainForm::cboTemplateFile_Click()
         SelectEntry(currentTemplate_); // nothing that the user wants to keep is lost
     }
     else {
-        working = LoadWorkingSets(settings_, chosen);
+        working = app::LoadWorkingSets(settings_, chosen);
         currentTemplate_ = chosen;
         if (working.obstacle)
             desktop_.Report(util::ErrorText(*working.obstacle));
@@ -169,7 +169,8 @@ void MainForm::cmdOpenTemplate_Click()
 
 void MainForm::cmdModify_Click()
 {
-    const TemplatePlace place{settings_.TemplatePath, settings_.HolidayFilePath, currentTemplate_};
+    const app::TemplatePlace place{settings_.TemplatePath, settings_.HolidayFilePath,
+                                   currentTemplate_};
     ParameterForm form(working, settings_.names, place, desktop_);
     desktop_.ShowModal(form);
     UpdateButtons();
@@ -183,7 +184,7 @@ void MainForm::cmdSave_Click()
 
 void MainForm::chkPdf_Click()
 {
-    if (KeepPdf(locations_, chkPdf.checked))
+    if (app::KeepPdf(locations_, chkPdf.checked))
         return;
     chkPdf.checked = !chkPdf.checked;
     throw Error(util::ErrorKind::FileNotWritable, locations_.settingsFile);

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "generate/engines.h"
+#include "app/folders.h"
+#include "app/settings.h"
+#include "app/working_sets.h"
+#include "book/engines.h"
 #include "generate/run.h"
 #include "ui/desktop.h"
-#include "ui/folders.h"
 #include "ui/form.h"
-#include "ui/settings.h"
-#include "ui/working_sets.h"
 
 #include <cstdint>
 #include <optional>
@@ -26,7 +26,7 @@ YearAndMonth Today();
 class MainForm : public Form {
 public:
     /// Everything referred to outlives the form.
-    MainForm(const SystemFolders& system, generate::Engines& engines, Desktop& desktop);
+    MainForm(const app::SystemFolders& system, book::Engines& engines, Desktop& desktop);
 
     /// The start-up, without the tip: settings, folders, year, templates, buttons.
     void Form_Load(YearAndMonth today);
@@ -75,11 +75,11 @@ public:
     ProgressBar prgRun{"prgRun"};                          ///< on show during a run
     Button cmdOpenFolder{"cmdOpenFolder", "Open Fo&lder"}; ///< on show after one
 
-    WorkingSets working;
+    app::WorkingSets working;
     /// The chosen template's file name as listed; empty at start-up.
     const std::string& CurrentTemplate() const { return currentTemplate_; }
-    const Settings& CurrentSettings() const { return settings_; }
-    const Locations& CurrentLocations() const { return locations_; }
+    const app::Settings& CurrentSettings() const { return settings_; }
+    const app::Locations& CurrentLocations() const { return locations_; }
 
 private:
     void UpdateButtons();
@@ -92,11 +92,11 @@ private:
     void TakeParameterFile(const std::string& file);
     bool CopyAfterQuestion(const std::string& file);
 
-    const SystemFolders& system_;
-    generate::Engines& engines_;
+    const app::SystemFolders& system_;
+    book::Engines& engines_;
     Desktop& desktop_;
-    Locations locations_;
-    Settings settings_;
+    app::Locations locations_;
+    app::Settings settings_;
     std::string currentTemplate_;
     std::optional<std::string> savedPath_;
 };

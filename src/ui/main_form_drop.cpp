@@ -1,6 +1,6 @@
+#include "app/template_folder.h"
 #include "model/parameter_file.h"
 #include "ui/main_form.h"
-#include "ui/template_folder.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/file_read.h"
@@ -33,7 +33,7 @@ std::string NoTemplatesText(const std::vector<std::string>& files)
 void MainForm::cmdCopyTemplates_Click()
 {
     try {
-        CopyShippedTemplates(system_.installed, settings_.TemplatePath);
+        app::CopyShippedTemplates(system_.installed, settings_.TemplatePath);
     }
     catch (const std::exception& error) {
         desktop_.Report(util::ErrorText(error));
@@ -47,7 +47,7 @@ void MainForm::DropFiles(const std::vector<std::string>& files)
     std::vector<std::string> noTemplates;
     std::string last;
     for (const std::string& file : files) {
-        if (!IsTemplateName(util::FileName(file)))
+        if (!app::IsTemplateName(util::FileName(file)))
             noTemplates.push_back(Quoted(file));
         else if (TakeTemplate(file))
             last = util::FileName(file);
@@ -100,7 +100,7 @@ bool MainForm::CopyAfterQuestion(const std::string& file)
         !desktop_.Ask(Quoted(file) + " is already in the template folder.\r\n"
                                      "Do you want to replace it?"))
         return false;
-    CopyFileInto(settings_.TemplatePath, file);
+    app::CopyFileInto(settings_.TemplatePath, file);
     return true;
 }
 

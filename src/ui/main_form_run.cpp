@@ -32,8 +32,8 @@ std::string SavedText(const generate::SavedCalendar& saved, const std::string& e
     return asPdf ? text + ", but not as PDF" : text;
 }
 
-/// Shows a run in the main window. However the run ends, the hourglass and the progress go away.
-class RunView : public generate::GenerateView {
+/// Shows runs in the main window. However the run ends, the hourglass and the progress go away.
+class RunView : public generate::RunObserver {
 public:
     RunView(MainForm& form, Desktop& desktop, const generate::GenerateRequest& request)
         : form_(form), desktop_(desktop), request_(request)
@@ -46,6 +46,8 @@ public:
     }
     RunView(const RunView&) = delete;
     RunView& operator=(const RunView&) = delete;
+
+    void Report(const std::string& text) override { desktop_.Report(text); }
 
     void ShowProblem(const generate::RequestProblem& problem) override
     {
@@ -64,8 +66,7 @@ public:
             End();
     }
 
-    /// A month was worked through.
-    void ShowMonth(CalendarKind kind, std::int16_t month)
+    void MonthDone(CalendarKind kind, std::int16_t month) override
     {
         const bool isYearly = kind == CalendarKind::Yearly;
         form_.prgRun.done = isYearly ? kMonths + month : month;
@@ -75,16 +76,14 @@ public:
         desktop_.Repaint(Painting::WhenDue);
     }
 
-    /// All months are written.
-    void ShowSaving()
+    void Saving() override
     {
         form_.prgRun.done = form_.prgRun.total;
         form_.lblStatus.ShowText("Saving " + file_);
         desktop_.Repaint(Painting::Now);
     }
 
-    /// The workbook is saved.
-    void ShowPrinting(const std::string& pdfPath)
+    void Printing(const std::string& pdfPath) override
     {
         form_.lblStatus.ShowText("Making " + util::FileName(pdfPath));
         desktop_.Repaint(Painting::Now);
@@ -128,12 +127,7 @@ void MainForm::cmdGenerate_Click()
     const generate::GenerateRequest request{txtYear.text, SelectedTemplate(),
                                             settings_.TemplatePath, settings_.OutputPath};
     RunView view(*this, desktop_, request);
-    generate::Context context{settings_.names, desktop_};
-    context.progress = [&view](CalendarKind kind, std::int16_t month) {
-        view.ShowMonth(kind, month);
-    };
-    context.saving = [&view] { view.ShowSaving(); };
-    context.printing = [&view](const std::string& path) { view.ShowPrinting(path); };
+    generate::Context context{settings_.names, view};
     const auto open = [this](const std::filesystem::path& workbook) {
         desktop_.Open(util::FromPath(workbook));
     };
@@ -144,8 +138,8 @@ void MainForm::cmdGenerate_Click()
     };
     const bool asPdf = chkPdf.visible && chkPdf.checked;
     generate::PdfMaker pdfMaker(engines_);
-    auto saved = generate::RunGenerate(request, working.sets, start, context, view,
-                                       asPdf ? &pdfMaker : nullptr);
+    auto saved =
+        generate::RunGenerate(request, working.sets, start, context, asPdf ? &pdfMaker : nullptr);
     if (!saved)
         return;
     lblStatus.ShowText(SavedText(*saved, engine, asPdf));

@@ -12,8 +12,8 @@ constexpr int kYearlyTab = 2;
 
 } // namespace
 
-ParameterForm::ParameterForm(WorkingSets& working, const model::NameTables& names,
-                             TemplatePlace place, Desktop& desktop)
+ParameterForm::ParameterForm(app::WorkingSets& working, const model::NameTables& names,
+                             app::TemplatePlace place, Desktop& desktop)
     : Form("frmParameter", "Modify Parameters", "parameters"),
       monthly('M', "MCalendar", "Output &Monthly Calendar", names), yearly(names),
       working_(working), place_(std::move(place)), desktop_(desktop)

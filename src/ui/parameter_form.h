@@ -1,11 +1,11 @@
 #pragma once
 
+#include "app/working_sets.h"
 #include "model/name_lists.h"
 #include "ui/desktop.h"
 #include "ui/form.h"
 #include "ui/parameter_checks.h"
 #include "ui/parameter_tab.h"
-#include "ui/working_sets.h"
 
 #include <optional>
 #include <string>
@@ -16,8 +16,8 @@ namespace orrery::ui {
 class ParameterForm : public Form {
 public:
     /// Does what `Form_Load` does. Everything referred to outlives the form.
-    ParameterForm(WorkingSets& working, const model::NameTables& names, TemplatePlace place,
-                  Desktop& desktop);
+    ParameterForm(app::WorkingSets& working, const model::NameTables& names,
+                  app::TemplatePlace place, Desktop& desktop);
 
     /// The checks of a tab, in their order; the first that fails is reported, and the tab and the
     /// focus go to its control. Throw as `CheckMonthly` and `CheckYearly` do.
@@ -59,8 +59,8 @@ private:
     void Form_Load();
     bool Accept(const std::optional<Problem>& problem, int tab);
 
-    WorkingSets& working_;
-    const TemplatePlace place_;
+    app::WorkingSets& working_;
+    const app::TemplatePlace place_;
     Desktop& desktop_;
 };
 

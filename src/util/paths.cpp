@@ -1,6 +1,5 @@
 #include "util/paths.h"
 
-#include "util/file_read.h"
 #include "util/text.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "cli/commands.h"
 
-#include "generate/fake_engines.h"
-#include "ui/scratch_folder_test.h"
+#include "book/fake_engines.h"
 #include "util/error.h"
+#include "util/scratch_folder_test.h"
 #include "util/text.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ std::string Escaped(const std::string& path)
 }
 
 /// A portable installation in a scratch folder with the template Desk.xlsx.
-class CommandsTest : public ui::ScratchFolderTest {
+class CommandsTest : public testing_support::ScratchFolderTest {
 protected:
     CommandsTest()
     {
@@ -43,7 +43,7 @@ protected:
         return RunCommand(line_, system_, engines_, console);
     }
 
-    ui::SystemFolders system_;
+    app::SystemFolders system_;
     fake::Engines engines_;
     CommandLine line_;
     std::ostringstream out_;

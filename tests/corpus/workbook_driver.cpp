@@ -35,11 +35,11 @@
 #include <string_view>
 #include <vector>
 
-using orrery::generate::AccessMode;
-using orrery::generate::CellMember;
-using orrery::generate::CellValue;
-using orrery::generate::Workbook;
-using orrery::generate::Worksheet;
+using orrery::book::AccessMode;
+using orrery::book::CellMember;
+using orrery::book::CellValue;
+using orrery::book::Workbook;
+using orrery::book::Worksheet;
 using orrery::util::ErrorKind;
 
 namespace {

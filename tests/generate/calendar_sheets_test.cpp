@@ -1,6 +1,6 @@
 #include "generate/calendar_sheets.h"
 
-#include "generate/fake_spreadsheet.h"
+#include "book/fake_spreadsheet.h"
 #include "generate/run_support.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 #include <limits>
 
 using namespace orrery;
-using generate::CellValue;
+using book::CellValue;
 using std::int16_t;
 using Texts = std::vector<std::string>;
 
@@ -20,11 +20,11 @@ constexpr model::CellPosition kMonthCell{3, 2};
 class CalendarSheetsTest : public testing::Test {
 protected:
     CalendarSheetsTest()
-        : names_(fake::TestNames()), context_{names_, reporter_}, monthly_(fake::DaysOnly()),
+        : names_(fake::TestNames()), context_{names_, observer_}, monthly_(fake::DaysOnly()),
           yearly_(fake::YearOfDays())
     {
         monthly_.OutMonth = true;
-        context_.progress = [this](generate::CalendarKind kind, int16_t month) {
+        observer_.monthDone = [this](generate::CalendarKind kind, int16_t month) {
             progress_.push_back((kind == generate::CalendarKind::Monthly ? "monthly " : "yearly ") +
                                 std::to_string(month));
         };
@@ -60,7 +60,7 @@ protected:
     }
 
     fake::CallLog log_;
-    fake::ListReporter reporter_;
+    fake::ListObserver observer_;
     model::NameTables names_;
     generate::Context context_;
     model::MonthlyParameters monthly_;
@@ -88,7 +88,7 @@ TEST_F(CalendarSheetsTest, MonthlyMakesTwelveSheetsInOrder)
     MakeMonthly();
     EXPECT_EQ(workbook_->SheetNames(), Around({"Notes"}, kEnglish, {"Last"}));
     EXPECT_EQ(WrittenMonths(), Around({""}, kEnglish, {""}));
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
     Texts expected;
     for (int month = 1; month <= 12; ++month)
         expected.push_back("monthly " + std::to_string(month));
@@ -133,7 +133,7 @@ TEST_F(CalendarSheetsTest, AMissingModelSheetIsReported)
     MakeWorkbook({"Other"});
     MakeMonthly();
     MakeYearly();
-    EXPECT_EQ(reporter_.reports,
+    EXPECT_EQ(observer_.reports,
               (Texts{"The sheet Sheet2 does not exist.", "The sheet Sheet1 does not exist."}));
     EXPECT_EQ(log_.Calls(), (Texts{"Worksheets(Sheet2)", "Worksheets(Sheet1)"}));
 }
@@ -145,7 +145,7 @@ TEST_F(CalendarSheetsTest, ALookUpThatFailsIsReportedWithItsDescription)
     log_.FailAt("Worksheets(Sheet1)", "busy too");
     MakeMonthly();
     MakeYearly();
-    EXPECT_EQ(reporter_.reports, (Texts{"Error in making monthly calendar.\r\nbusy",
+    EXPECT_EQ(observer_.reports, (Texts{"Error in making monthly calendar.\r\nbusy",
                                         "Error in making yearly calendar.\r\nbusy too"}));
 }
 
@@ -157,7 +157,7 @@ TEST_F(CalendarSheetsTest, TheFirstSheetKeepsItsNameSilentlyAndHasNoSecondList)
     EXPECT_EQ(log_.CallsWith("Sheet2.Name"), (Texts{"Sheet2.Name = M1"}));
     EXPECT_EQ(workbook_->SheetNames(), (Texts{"Sheet2", "M2", "M3", "M4", "M5", "M6", "M7", "M8",
                                               "M9", "M10", "M11", "M12", "M1"}));
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
     EXPECT_EQ(WrittenMonths()[0], "M1");
 }
 
@@ -168,7 +168,7 @@ TEST_F(CalendarSheetsTest, AModelSheetNamedAsTheFirstMonthIsRenamedToItself)
     MakeMonthly();
     EXPECT_EQ(log_.Calls()[1], "January.Name = January");
     EXPECT_EQ(workbook_->SheetNames(), kEnglish);
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
 }
 
 TEST_F(CalendarSheetsTest, ACopyFallsBackToTheFirstList)
@@ -179,7 +179,7 @@ TEST_F(CalendarSheetsTest, ACopyFallsBackToTheFirstList)
     EXPECT_EQ(workbook_->SheetNames(), (Texts{"M1", "M2", "M3", "M4", "May", "M6", "M7", "M8", "M9",
                                               "M10", "M11", "M12", "M5"}));
     EXPECT_EQ(WrittenMonths()[4], "M5"); // the cell has the name of the selected list
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
 }
 
 TEST_F(CalendarSheetsTest, ACopyThatNeitherListNamesKeepsTheNameItWasBornWith)
@@ -189,7 +189,7 @@ TEST_F(CalendarSheetsTest, ACopyThatNeitherListNamesKeepsTheNameItWasBornWith)
     MakeMonthly();
     EXPECT_EQ(workbook_->SheetNames()[4], "M4 (2)");
     EXPECT_EQ(workbook_->SheetNames()[5], "M6");
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
 }
 
 TEST_F(CalendarSheetsTest, NamesThatNoSheetMayBearFallBackSilently)
@@ -203,7 +203,7 @@ TEST_F(CalendarSheetsTest, NamesThatNoSheetMayBearFallBackSilently)
     expected[0] = "Sheet2";
     EXPECT_EQ(workbook_->SheetNames(), expected);
     EXPECT_EQ(WrittenMonths()[11], "12/1");
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
 }
 
 TEST_F(CalendarSheetsTest, AListBeyondTheTableNamesCopiesFromTheFirstList)
@@ -215,7 +215,7 @@ TEST_F(CalendarSheetsTest, AListBeyondTheTableNamesCopiesFromTheFirstList)
     Texts expected = kEnglish;
     expected[0] = "Sheet2";
     EXPECT_EQ(workbook_->SheetNames(), expected);
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
 }
 
 TEST_F(CalendarSheetsTest, CopiesThatFailAreSilentAndTheMonthsGoToTheSheetsThatAreThere)
@@ -225,10 +225,10 @@ TEST_F(CalendarSheetsTest, CopiesThatFailAreSilentAndTheMonthsGoToTheSheetsThatA
     MakeMonthly();
     EXPECT_EQ(workbook_->SheetNames(), (Texts{"January", "A", "B"}));
     EXPECT_EQ(WrittenMonths(), (Texts{"January", "February", "March"}));
-    ASSERT_EQ(reporter_.reports.size(), 1U);
-    EXPECT_TRUE(reporter_.reports[0].starts_with("Error in making monthly calendar.\r\n"));
-    EXPECT_NE(reporter_.reports[0].find("\"B\" cannot be copied: no room."), std::string::npos)
-        << reporter_.reports[0];
+    ASSERT_EQ(observer_.reports.size(), 1U);
+    EXPECT_TRUE(observer_.reports[0].starts_with("Error in making monthly calendar.\r\n"));
+    EXPECT_NE(observer_.reports[0].find("\"B\" cannot be copied: no room."), std::string::npos)
+        << observer_.reports[0];
     EXPECT_EQ(log_.CallsWith("Copy after").size(), 11U);
 }
 
@@ -241,7 +241,7 @@ TEST_F(CalendarSheetsTest, OneCopyThatFailsLeavesTheOthers)
     expected.push_back("A");
     EXPECT_EQ(workbook_->SheetNames(), expected);
     EXPECT_EQ(WrittenMonths()[11], "December");
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
 }
 
 TEST_F(CalendarSheetsTest, MonthlyErrorsOfOneMonthDoNotStopTheOthers)
@@ -249,7 +249,7 @@ TEST_F(CalendarSheetsTest, MonthlyErrorsOfOneMonthDoNotStopTheOthers)
     MakeWorkbook({"Sheet2"});
     log_.FailAt("March(3,2) = \"March\"", "locked");
     MakeMonthly();
-    EXPECT_EQ(reporter_.reports, (Texts{"Error in filling data(2024-3).\r\nlocked"}));
+    EXPECT_EQ(observer_.reports, (Texts{"Error in filling data(2024-3).\r\nlocked"}));
     Texts expected = kEnglish;
     expected[2] = "";
     EXPECT_EQ(WrittenMonths(), expected);
@@ -303,7 +303,7 @@ TEST_F(CalendarSheetsTest, YearlyRenamesTheSheetAndFillsTwelveBlocks)
     EXPECT_EQ(workbook_->CellsOf("2024").size(), 366U);
     EXPECT_EQ(progress_.front(), "yearly 1");
     EXPECT_EQ(progress_.size(), 12U);
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
 }
 
 struct LayoutCase {
@@ -373,7 +373,7 @@ TEST_F(CalendarSheetsTest, YearlyPutsThePositionsBackAfterErrorsInMonths)
     const auto before = yearly_;
     yearly_.FirstCellOfDay = {5, 16370}; // the third block lies outside
     MakeYearly();
-    EXPECT_EQ(reporter_.reports.size(), 8U);
+    EXPECT_EQ(observer_.reports.size(), 8U);
     EXPECT_EQ(yearly_.FirstCellOfDay, (model::CellPosition{5, 16370}));
     EXPECT_EQ(yearly_.FirstCellOfMonth, before.FirstCellOfMonth);
 }
@@ -386,9 +386,9 @@ TEST_F(CalendarSheetsTest, YearlyThatStopsEarlyLeavesThePositionsShifted)
     yearly_.OutMonth = true;
     const auto before = yearly_;
     MakeYearly();
-    ASSERT_EQ(reporter_.reports.size(), 2U); // February lies outside, March overflows
-    EXPECT_TRUE(reporter_.reports[0].starts_with("Error in filling data(2024-2)."));
-    EXPECT_TRUE(reporter_.reports[1].starts_with("Error in making yearly calendar.\r\n"));
+    ASSERT_EQ(observer_.reports.size(), 2U); // February lies outside, March overflows
+    EXPECT_TRUE(observer_.reports[0].starts_with("Error in filling data(2024-2)."));
+    EXPECT_TRUE(observer_.reports[1].starts_with("Error in making yearly calendar.\r\n"));
     EXPECT_NE(yearly_.FirstCellOfDay, before.FirstCellOfDay);
     EXPECT_EQ(yearly_.FirstCellOfYear, before.FirstCellOfYear);
     EXPECT_EQ(progress_.size(), 2U);
@@ -399,9 +399,9 @@ TEST_F(CalendarSheetsTest, ASheetThatBearsTheYearEndsTheYearlyRoutine)
     MakeWorkbook({"Sheet1", "2024"});
     const auto before = yearly_;
     MakeYearly();
-    ASSERT_EQ(reporter_.reports.size(), 1U);
-    EXPECT_TRUE(reporter_.reports[0].starts_with("Error in making yearly calendar.\r\n"));
-    EXPECT_NE(reporter_.reports[0].find("2024"), std::string::npos);
+    ASSERT_EQ(observer_.reports.size(), 1U);
+    EXPECT_TRUE(observer_.reports[0].starts_with("Error in making yearly calendar.\r\n"));
+    EXPECT_NE(observer_.reports[0].find("2024"), std::string::npos);
     EXPECT_TRUE(workbook_->CellsOf("Sheet1").empty());
     EXPECT_EQ(yearly_, before);
 }
@@ -411,8 +411,8 @@ TEST_F(CalendarSheetsTest, ALayoutWithoutMonthsIsAnErrorAndNoCrash)
     MakeWorkbook({"Sheet1"});
     yearly_.MonthLayout = 0;
     MakeYearly();
-    ASSERT_EQ(reporter_.reports.size(), 1U);
-    EXPECT_TRUE(reporter_.reports[0].starts_with("Error in making yearly calendar.\r\n"));
+    ASSERT_EQ(observer_.reports.size(), 1U);
+    EXPECT_TRUE(observer_.reports[0].starts_with("Error in making yearly calendar.\r\n"));
 }
 
 TEST_F(CalendarSheetsTest, ModelSheetSharedByBothIsGoneForTheYearly)
@@ -421,7 +421,7 @@ TEST_F(CalendarSheetsTest, ModelSheetSharedByBothIsGoneForTheYearly)
     yearly_.SheetName = "Sheet2";
     MakeMonthly();
     MakeYearly();
-    EXPECT_EQ(reporter_.reports, (Texts{"The sheet Sheet2 does not exist."}));
+    EXPECT_EQ(observer_.reports, (Texts{"The sheet Sheet2 does not exist."}));
 }
 
 TEST_F(CalendarSheetsTest, EachRoutineRebuildsTheHolidayList)
@@ -440,13 +440,10 @@ TEST_F(CalendarSheetsTest, EachRoutineRebuildsTheHolidayList)
 
 // ---- who wants to know the sheets
 
-/// Listens to the names of the sheets that are filled.
+/// Takes the names of the sheets that are filled.
 class FilledSheetsTest : public CalendarSheetsTest {
 protected:
-    FilledSheetsTest()
-    {
-        context_.calendarSheet = [this](const std::string& name) { sheets_.push_back(name); };
-    }
+    FilledSheetsTest() { context_.filledSheets = &sheets_; }
     Texts sheets_;
 };
 

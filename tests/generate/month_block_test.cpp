@@ -1,6 +1,6 @@
 #include "generate/month_block.h"
 
-#include "generate/fake_spreadsheet.h"
+#include "book/fake_spreadsheet.h"
 #include "generate/run_support.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 #include <limits>
 
 using namespace orrery;
-using generate::CellValue;
+using book::CellValue;
 using holidays::MakeDate;
 using std::int16_t;
 
@@ -19,7 +19,7 @@ using Place = std::pair<std::int32_t, std::int32_t>;
 class FillMonthTest : public testing::Test {
 protected:
     FillMonthTest()
-        : names_(fake::TestNames()), context_{names_, reporter_}, workbook_(log_, {{"Sheet", {}}}),
+        : names_(fake::TestNames()), context_{names_, observer_}, workbook_(log_, {{"Sheet", {}}}),
           set_(fake::DaysOnly())
     {
         sheet_ = workbook_.FindWorksheet("Sheet");
@@ -55,11 +55,11 @@ protected:
     }
 
     fake::CallLog log_;
-    fake::ListReporter reporter_;
+    fake::ListObserver observer_;
     model::NameTables names_;
     generate::Context context_;
     fake::Workbook workbook_;
-    generate::Worksheet* sheet_ = nullptr;
+    book::Worksheet* sheet_ = nullptr;
     model::MonthlyParameters set_;
 };
 
@@ -78,7 +78,7 @@ TEST_F(FillMonthTest, WritesInTheFixedOrder)
                                         "Sheet(6,7) = \"One\" Value", "Sheet(5,8) = 2 Value",
                                         "Sheet(6,8) = \"Two\" Value", "Sheet(7,2) = 3 Value"}));
     EXPECT_EQ(log_.Calls().size(), 9U + 31U + 2U);
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
 }
 
 TEST_F(FillMonthTest, WritesOnlyTheDaysWhenTheRestIsSwitchedOff)
@@ -307,7 +307,7 @@ TEST_F(FillMonthTest, ReportsAnErrorAndAbandonsTheMonth)
 {
     log_.FailAt("Sheet(5,8) = 2 Value", "The cell is locked.");
     Fill(2024, 3);
-    EXPECT_EQ(reporter_.reports,
+    EXPECT_EQ(observer_.reports,
               (std::vector<std::string>{"Error in filling data(2024-3).\r\nThe cell is locked."}));
     EXPECT_EQ(Cells().size(), 1U); // day 1 stays
 }
@@ -319,7 +319,7 @@ TEST_F(FillMonthTest, KeepsTheCursorWhereTheErrorStruck)
     log_.FailAt("Sheet(6,8) = \"B\" Value", "no");
     Fill(2024, 3);
     EXPECT_EQ(context_.holidayDates.Cursor, 1);
-    EXPECT_EQ(reporter_.reports.size(), 1U);
+    EXPECT_EQ(observer_.reports.size(), 1U);
     Fill(2024, 4); // carries on from there: B is skipped, C written
     EXPECT_EQ(context_.holidayDates.Cursor, 3);
     EXPECT_EQ(log_.CallsWith("\"C\"").size(), 1U);
@@ -332,13 +332,13 @@ TEST_F(FillMonthTest, RunsOutOfRangeOnceAllSlotsAreUsedUp)
     entries.emplace_back(MakeDate(2024, 3, 4), "last");
     SetHolidays(entries);
     Fill(2024, 3);
-    ASSERT_EQ(reporter_.reports.size(), 1U);
-    EXPECT_TRUE(reporter_.reports[0].starts_with("Error in filling data(2024-3).\r\n"));
+    ASSERT_EQ(observer_.reports.size(), 1U);
+    EXPECT_TRUE(observer_.reports[0].starts_with("Error in filling data(2024-3).\r\n"));
     EXPECT_EQ(context_.holidayDates.Cursor, 1025);
     EXPECT_EQ(At(7, 4), CellValue(int16_t{5})); // the number of the day behind the last holiday
     EXPECT_EQ(At(7, 5), CellValue(""));
     Fill(2024, 4);
-    EXPECT_EQ(reporter_.reports.size(), 2U);
+    EXPECT_EQ(observer_.reports.size(), 2U);
 }
 
 TEST_F(FillMonthTest, WritesAllSlotsWhenTheLastHolidayIsOnTheLastDay)
@@ -347,7 +347,7 @@ TEST_F(FillMonthTest, WritesAllSlotsWhenTheLastHolidayIsOnTheLastDay)
                                                                 {MakeDate(2024, 12, 31), "last"});
     SetHolidays(entries);
     Fill(2024, 12);
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
     EXPECT_EQ(log_.CallsWith("\"last\"").size(), 1025U);
 }
 
@@ -367,11 +367,11 @@ TEST_P(FillMonthFailureTest, EndsTheMonthWithAReport)
 {
     GetParam().change(set_);
     Fill(2024, GetParam().month);
-    ASSERT_EQ(reporter_.reports.size(), 1U);
+    ASSERT_EQ(observer_.reports.size(), 1U);
     const std::string head =
         "Error in filling data(2024-" + std::to_string(GetParam().month) + ").\r\n";
-    EXPECT_TRUE(reporter_.reports[0].starts_with(head)) << reporter_.reports[0];
-    EXPECT_GT(reporter_.reports[0].size(), head.size());
+    EXPECT_TRUE(observer_.reports[0].starts_with(head)) << observer_.reports[0];
+    EXPECT_GT(observer_.reports[0].size(), head.size());
     EXPECT_EQ(log_.Calls().size(), GetParam().callsBefore);
 }
 
@@ -409,9 +409,9 @@ TEST_F(FillMonthTest, ComputesAHolidayCellOnlyForAHoliday)
     set_.FirstCellOfHoliday = {kLargest, kLargest};
     SetHolidays({{MakeDate(2024, 4, 1), "April"}});
     Fill(2024, 3);
-    EXPECT_TRUE(reporter_.reports.empty());
+    EXPECT_TRUE(observer_.reports.empty());
     Fill(2024, 4);
-    EXPECT_EQ(reporter_.reports.size(), 1U);
+    EXPECT_EQ(observer_.reports.size(), 1U);
 }
 
 } // namespace

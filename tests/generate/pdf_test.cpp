@@ -1,6 +1,6 @@
 #include "generate/pdf.h"
 
-#include "generate/fake_engines.h"
+#include "book/fake_engines.h"
 #include "generate/run.h"
 #include "generate/run_support.h"
 #include "util/file_replace.h"
@@ -43,15 +43,15 @@ INSTANTIATE_TEST_SUITE_P(
                     PathCase{"NeverTheWorkbookItself", "o/2027Desk.PDF", "o/2027Desk.PDF.pdf"}),
     [](const auto& each) { return std::string(each.param.name); });
 
-/// Shows nothing.
-class NoView : public generate::GenerateView {
+/// Sees whether the pointer is an hourglass while a PDF is made.
+class PrintingObserver : public fake::ListObserver {
 public:
-    void ShowProblem(const generate::RequestProblem& problem) override
+    void Printing(const std::string& path) override
     {
-        ADD_FAILURE() << problem.message;
+        EXPECT_TRUE(!isInRun || hourglass);
+        ListObserver::Printing(path);
     }
-    void SetHourglass(bool on) override { hourglass = on; }
-    bool hourglass = false;
+    bool isInRun = true;
 };
 
 /// Runs with a template of two model sheets and one that is not a calendar's.
@@ -63,10 +63,6 @@ protected:
                                 {{"Cover", {}}, {"Sheet1", {}}, {"Sheet2", {}}});
         sets_.Monthly = fake::DaysOnly();
         sets_.Yearly = fake::YearOfDays();
-        context_.printing = [this](const std::string& path) {
-            EXPECT_TRUE(view_.hourglass);
-            printing_.push_back(path);
-        };
     }
 
     std::optional<generate::SavedCalendar> Run(const std::string& year)
@@ -74,7 +70,7 @@ protected:
         const std::string folder = util::WithTrailingSeparator(util::FromPath(folder_));
         return generate::RunGenerate(
             {year, "Desk.fake", folder, folder}, sets_,
-            [this] { return engines_.Start("fake", {}); }, context_, view_, &maker_);
+            [this] { return engines_.Start("fake", {}); }, context_, &maker_);
     }
     std::string At(const std::string& name) const { return util::FromPath(folder_ / name); }
     std::string Content(const std::string& name) const
@@ -85,13 +81,11 @@ protected:
     testing_support::ScratchFolder scratch_;
     const fs::path folder_ = scratch_.Path();
     fake::Engines engines_;
-    fake::ListReporter reporter_;
+    PrintingObserver observer_;
     model::NameTables names_ = fake::TestNames();
-    generate::Context context_{names_, reporter_};
+    generate::Context context_{names_, observer_};
     model::ParameterSets sets_;
-    NoView view_;
     generate::PdfMaker maker_{engines_};
-    Texts printing_;
 };
 
 constexpr const char* kMonths = "January\nFebruary\nMarch\nApril\nMay\nJune\nJuly\nAugust\n"
@@ -104,9 +98,9 @@ TEST_F(PdfTest, HasTheSheetsThatWereFilledAndNoOther)
     EXPECT_EQ(saved->workbook, At("2027Desk.fake"));
     EXPECT_EQ(saved->pdf, At("2027Desk.pdf"));
     EXPECT_EQ(Content("2027Desk.pdf"), std::string("2027\n") + kMonths);
-    EXPECT_EQ(printing_, Texts{At("2027Desk.pdf")});
-    EXPECT_EQ(reporter_.reports, Texts());
-    EXPECT_FALSE(view_.hourglass);
+    EXPECT_EQ(observer_.printed, Texts{At("2027Desk.pdf")});
+    EXPECT_EQ(observer_.reports, Texts());
+    EXPECT_FALSE(observer_.hourglass);
 }
 
 TEST_F(PdfTest, IsMadeAfterTheApplicationWasLetGoOf)
@@ -135,7 +129,7 @@ TEST_F(PdfTest, AWorkbookWithoutACalendarHasNone)
     ASSERT_TRUE(saved);
     EXPECT_EQ(saved->pdf, std::nullopt);
     EXPECT_EQ(
-        reporter_.reports,
+        observer_.reports,
         Texts{"Failed to make the PDF file.\r\nThe workbook has no calendar sheet that can be "
               "seen. Switch a calendar on in the parameters, and do not hide its sheet in the "
               "template."});
@@ -147,7 +141,7 @@ TEST_F(PdfTest, ARunThatSavedNothingHasNone)
 {
     engines_.log.FailAt("SaveAs 2027Desk.fake", "The disk is full.");
     EXPECT_FALSE(Run("2027"));
-    EXPECT_EQ(reporter_.reports.size(), 1U);
+    EXPECT_EQ(observer_.reports.size(), 1U);
     EXPECT_EQ(engines_.log.CallsWith("PDF"), Texts());
 }
 
@@ -158,7 +152,7 @@ TEST_F(PdfTest, AFailureIsReportedAndTheWorkbookStays)
     const auto saved = Run("2027");
     ASSERT_TRUE(saved);
     EXPECT_EQ(saved->pdf, std::nullopt);
-    EXPECT_EQ(reporter_.reports, Texts{"Failed to make the PDF file.\r\nOut of paper."});
+    EXPECT_EQ(observer_.reports, Texts{"Failed to make the PDF file.\r\nOut of paper."});
     EXPECT_EQ(fake::ReadWorkbookFile(folder_ / "2027Desk.fake").size(), 14U);
     EXPECT_EQ(Content("2027Desk.pdf"), "an earlier one");
     EXPECT_EQ(Run("2028")->pdf, At("2028Desk.pdf")) << "the same printer goes on";
@@ -169,18 +163,18 @@ TEST_F(PdfTest, APrinterThatDoesNotStartIsReported)
 {
     engines_.log.FailAt("Start PDF printer", "It is not there.");
     EXPECT_EQ(Run("2027")->pdf, std::nullopt);
-    EXPECT_EQ(reporter_.reports, Texts{"Failed to make the PDF file.\r\nIt is not there."});
-    EXPECT_FALSE(view_.hourglass);
+    EXPECT_EQ(observer_.reports, Texts{"Failed to make the PDF file.\r\nIt is not there."});
+    EXPECT_FALSE(observer_.hourglass);
 }
 
 TEST_F(PdfTest, APrinterThatIsGoneIsReplacedByAnother)
 {
     Run("2027");
-    context_.printing = {};
+    observer_.isInRun = false;
     engines_.log.LoseAt("Print 2027Desk.fake into 2027Desk.pdf");
     for (int i = 0; i < 2; ++i)
         EXPECT_EQ(maker_.Make(At("2027Desk.fake"), {"2027"}, context_), std::nullopt);
-    EXPECT_EQ(reporter_.reports.size(), 2U);
+    EXPECT_EQ(observer_.reports.size(), 2U);
     EXPECT_EQ(engines_.log.CallsWith("PDF printer"),
               (Texts{"Start PDF printer", "Release PDF printer", "Start PDF printer",
                      "Release PDF printer"}));
@@ -189,10 +183,10 @@ TEST_F(PdfTest, APrinterThatIsGoneIsReplacedByAnother)
 TEST_F(PdfTest, NobodyIsAskedForSheetsWithoutIt)
 {
     Run("2027");
-    EXPECT_FALSE(context_.calendarSheet);
+    EXPECT_EQ(context_.filledSheets, nullptr);
     engines_.log.FailAt("Open Desk.fake read-only", "No.");
     Run("2027");
-    EXPECT_FALSE(context_.calendarSheet);
+    EXPECT_EQ(context_.filledSheets, nullptr);
 }
 
 } // namespace

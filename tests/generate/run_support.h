@@ -1,23 +1,45 @@
 #pragma once
 
+#include "book/fake_spreadsheet.h"
 #include "generate/context.h"
-#include "generate/fake_spreadsheet.h"
 #include "holidays/holiday_rule.h"
 #include "model/name_lists.h"
 #include "model/parameters.h"
-#include "util/error_report.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace orrery::fake {
 
-/// Collects what was reported.
-class ListReporter : public util::ErrorReporter {
+/// Collects what happened, and does what a test wants done then.
+class ListObserver : public generate::RunObserver {
 public:
     void Report(const std::string& text) override { reports.push_back(text); }
+    void ShowProblem(const generate::RequestProblem& problem) override
+    {
+        problems.push_back(problem.message);
+    }
+    void SetHourglass(bool on) override { hourglass = on; }
+    void MonthDone(generate::CalendarKind kind, std::int16_t month) override
+    {
+        if (monthDone)
+            monthDone(kind, month);
+    }
+    void Saving() override
+    {
+        if (saving)
+            saving();
+    }
+    void Printing(const std::string& path) override { printed.push_back(path); }
+
     std::vector<std::string> reports;
+    std::vector<std::string> problems;
+    std::vector<std::string> printed;
+    bool hourglass = false;
+    std::function<void(generate::CalendarKind, std::int16_t month)> monthDone;
+    std::function<void()> saving;
 };
 
 /// List 0 is English, list 1 "M1" to "M12" and "W0" (Sunday) to "W6".

@@ -1,6 +1,6 @@
 #include "generate/run.h"
 
-#include "generate/fake_spreadsheet.h"
+#include "book/fake_spreadsheet.h"
 #include "generate/run_support.h"
 #include "util/error.h"
 #include "util/file_replace.h"
@@ -85,29 +85,16 @@ TEST(CheckRequestTest, BuildsThePaths)
 
 // ---- the run
 
-class RecordingView : public generate::GenerateView {
+/// Writes what it is told into the call log too, so that its place in the order shows.
+class LoggingObserver : public fake::ListObserver {
 public:
-    explicit RecordingView(fake::CallLog& log) : log_(log) {}
-    void ShowProblem(const generate::RequestProblem& problem) override
-    {
-        problems.push_back(problem.message);
-    }
-    void SetHourglass(bool on) override { log_.Record(on ? "Hourglass" : "Arrow"); }
-    Texts problems;
-
-private:
-    fake::CallLog& log_;
-};
-
-/// Writes reports into the call log too, so that their place in the order shows.
-class LoggingReporter : public fake::ListReporter {
-public:
-    explicit LoggingReporter(fake::CallLog& log) : log_(log) {}
+    explicit LoggingObserver(fake::CallLog& log) : log_(log) {}
     void Report(const std::string& text) override
     {
         log_.Record("Report");
-        ListReporter::Report(text);
+        ListObserver::Report(text);
     }
+    void SetHourglass(bool on) override { log_.Record(on ? "Hourglass" : "Arrow"); }
 
 private:
     fake::CallLog& log_;
@@ -115,7 +102,7 @@ private:
 
 class RunTest : public testing::Test {
 protected:
-    RunTest() : reporter_(log_), names_(fake::TestNames()), context_{names_, reporter_}, view_(log_)
+    RunTest() : observer_(log_), names_(fake::TestNames()), context_{names_, observer_}
     {
         request_ = {"2024", "Desk.fake", Folder("template"), Folder("output")};
         fs::create_directory(folder_ / "template");
@@ -134,11 +121,11 @@ protected:
     std::optional<std::string> Run()
     {
         const auto saved = generate::RunGenerate(
-            request_, sets_, [this] { return Start(); }, context_, view_);
+            request_, sets_, [this] { return Start(); }, context_);
         return saved ? std::optional(saved->workbook) : std::nullopt;
     }
 
-    std::unique_ptr<generate::Application> Start()
+    std::unique_ptr<book::Application> Start()
     {
         log_.Record("Start application");
         return std::make_unique<fake::Application>(log_);
@@ -159,10 +146,9 @@ protected:
     testing_support::ScratchFolder scratch_;
     const fs::path& folder_ = scratch_.Path();
     fake::CallLog log_;
-    LoggingReporter reporter_;
+    LoggingObserver observer_;
     model::NameTables names_;
     generate::Context context_;
-    RecordingView view_;
     GenerateRequest request_;
     model::ParameterSets sets_;
 };
@@ -177,8 +163,8 @@ TEST_F(RunTest, SavesTheCalendarAndLeavesTheApplicationVisible)
     EXPECT_EQ(saved[1].name, "January");
     EXPECT_EQ(saved[12].name, "December");
     EXPECT_EQ(saved[12].cells.size(), 31U);
-    EXPECT_TRUE(reporter_.reports.empty());
-    EXPECT_TRUE(view_.problems.empty());
+    EXPECT_TRUE(observer_.reports.empty());
+    EXPECT_TRUE(observer_.problems.empty());
 }
 
 TEST_F(RunTest, GoesThroughTheStepsInOrder)
@@ -204,7 +190,7 @@ TEST_F(RunTest, StopsAtTheChecks)
     request_.yearText = "2024";
     request_.templateFile = "";
     EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(view_.problems, (Texts{"Please inupt a year.", "Please select a template."}));
+    EXPECT_EQ(observer_.problems, (Texts{"Please inupt a year.", "Please select a template."}));
     EXPECT_TRUE(log_.Calls().empty());
     EXPECT_FALSE(fs::exists(folder_ / "output"));
 }
@@ -213,7 +199,7 @@ TEST_F(RunTest, ReportsAYearThatDoesNotFit)
 {
     request_.yearText = "40000";
     EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(reporter_.reports.size(), 1U);
+    EXPECT_EQ(observer_.reports.size(), 1U);
     EXPECT_EQ(log_.Calls(), (Texts{"Report"}));
 }
 
@@ -257,8 +243,8 @@ TEST_F(RunTest, AnOutputFileMarkedReadOnlyStays)
     EXPECT_EQ(Run(), std::nullopt);
     fs::permissions(Output(), fs::perms::owner_all);
     EXPECT_EQ(util::ReadFile(Output()), "the user's own");
-    ASSERT_EQ(reporter_.reports.size(), 1U);
-    EXPECT_NE(reporter_.reports[0].find("cannot be written"), std::string::npos);
+    ASSERT_EQ(observer_.reports.size(), 1U);
+    EXPECT_NE(observer_.reports[0].find("cannot be written"), std::string::npos);
 }
 
 TEST_F(RunTest, AFolderInTheOutputsPlaceStays)
@@ -266,8 +252,8 @@ TEST_F(RunTest, AFolderInTheOutputsPlaceStays)
     fs::create_directories(Output());
     EXPECT_EQ(Run(), std::nullopt);
     EXPECT_TRUE(fs::is_directory(Output()));
-    ASSERT_EQ(reporter_.reports.size(), 1U);
-    EXPECT_NE(reporter_.reports[0].find("is not a regular file: it is a folder"),
+    ASSERT_EQ(observer_.reports.size(), 1U);
+    EXPECT_NE(observer_.reports[0].find("is not a regular file: it is a folder"),
               std::string::npos);
 }
 
@@ -304,8 +290,8 @@ TEST_F(RunTest, ATemplateThatIsALinkToTheOutputStays)
         GTEST_SKIP() << "no links here";
     EXPECT_EQ(Run(), std::nullopt);
     EXPECT_EQ(fake::ReadWorkbookFile(file).size(), 2U);
-    ASSERT_EQ(reporter_.reports.size(), 1U);
-    EXPECT_NE(reporter_.reports[0].find("Choose another output folder."), std::string::npos);
+    ASSERT_EQ(observer_.reports.size(), 1U);
+    EXPECT_NE(observer_.reports[0].find("Choose another output folder."), std::string::npos);
 }
 
 TEST_F(RunTest, MakesTheOutputFolderWithItsParents)
@@ -318,7 +304,7 @@ TEST_F(RunTest, GoesOnToTheYearlyCalendarAndTheSaveWhenTheMonthlyFails)
 {
     sets_.Monthly.SheetName = "Missing";
     EXPECT_TRUE(Run());
-    EXPECT_EQ(reporter_.reports, (Texts{"The sheet Missing does not exist."}));
+    EXPECT_EQ(observer_.reports, (Texts{"The sheet Missing does not exist."}));
     const auto saved = fake::ReadWorkbookFile(Output());
     EXPECT_EQ(saved[0].name, "2024");
     EXPECT_EQ(saved[1].name, "Sheet2");
@@ -328,7 +314,7 @@ TEST_F(RunTest, ATemplateThatCannotBeOpenedIsReportedUnderTheOutputPath)
 {
     log_.FailAt("Open Desk.fake read-only", "It is damaged.");
     EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(reporter_.reports, (Texts{"Failed to open the calendar file \"" +
+    EXPECT_EQ(observer_.reports, (Texts{"Failed to open the calendar file \"" +
                                         util::FromPath(Output()) + "\".\r\nIt is damaged."}));
     EXPECT_EQ(Outline(), (Texts{"Hourglass", "Start application", "DisplayAlerts = false",
                                 "Visible = false", "Interactive = false", "ScreenUpdating = false",
@@ -340,8 +326,8 @@ TEST_F(RunTest, ATemplateDeletedAfterItWasChosenLeavesNoWorkbook)
 {
     fs::remove(folder_ / "template" / "Desk.fake");
     EXPECT_EQ(Run(), std::nullopt);
-    ASSERT_EQ(reporter_.reports.size(), 1U);
-    EXPECT_TRUE(reporter_.reports[0].starts_with("Failed to open the calendar file \""));
+    ASSERT_EQ(observer_.reports.size(), 1U);
+    EXPECT_TRUE(observer_.reports[0].starts_with("Failed to open the calendar file \""));
     EXPECT_FALSE(fs::exists(Output()));
 }
 
@@ -349,8 +335,8 @@ TEST_F(RunTest, ProvesTheOutputBeforeItOpensTheTemplate)
 {
     fs::create_directories(Output()); // a folder of that name cannot be made a file
     EXPECT_EQ(Run(), std::nullopt);
-    ASSERT_EQ(reporter_.reports.size(), 1U);
-    EXPECT_TRUE(reporter_.reports[0].starts_with("Failed to open the calendar file \"" +
+    ASSERT_EQ(observer_.reports.size(), 1U);
+    EXPECT_TRUE(observer_.reports[0].starts_with("Failed to open the calendar file \"" +
                                                  util::FromPath(Output()) + "\".\r\n"));
     EXPECT_TRUE(log_.CallsWith("Open").empty());
     EXPECT_EQ(log_.CallsWith("Quit").size(), 1U);
@@ -360,8 +346,8 @@ TEST_F(RunTest, AnOutputFolderThatCannotBeMadeIsReported)
 {
     std::ofstream(folder_ / "output") << "a file where the folder should be";
     EXPECT_EQ(Run(), std::nullopt);
-    ASSERT_EQ(reporter_.reports.size(), 1U);
-    EXPECT_TRUE(reporter_.reports[0].starts_with("Failed to open the calendar file \""));
+    ASSERT_EQ(observer_.reports.size(), 1U);
+    EXPECT_TRUE(observer_.reports[0].starts_with("Failed to open the calendar file \""));
     EXPECT_TRUE(log_.CallsWith("Open").empty());
     EXPECT_EQ(util::ReadFile(folder_ / "output"), "a file where the folder should be");
 }
@@ -370,7 +356,7 @@ TEST_F(RunTest, AFailedSaveQuitsAndLeavesNoFile)
 {
     log_.FailAt("SaveAs 2024Desk.fake", "The disk is full.");
     EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(reporter_.reports, (Texts{"Failed to save the calendar file.\r\nThe disk is full."}));
+    EXPECT_EQ(observer_.reports, (Texts{"Failed to save the calendar file.\r\nThe disk is full."}));
     EXPECT_FALSE(fs::exists(Output()));
     const Texts& calls = log_.Calls();
     EXPECT_EQ((Texts{calls.end() - 6, calls.end()}),
@@ -383,7 +369,7 @@ TEST_F(RunTest, AnApplicationThatCannotBeStartedIsReportedUnderTheHourglass)
 {
     log_.FailAt("Start application", "There is none.");
     EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(reporter_.reports, (Texts{"There is none."}));
+    EXPECT_EQ(observer_.reports, (Texts{"There is none."}));
     EXPECT_EQ(log_.Calls(), (Texts{"Hourglass", "Start application", "Report", "Arrow"}));
 }
 
@@ -393,7 +379,7 @@ TEST_P(SwitchTest, ASwitchThatFailsEndsTheRunWithoutQuitting)
 {
     log_.FailAt(GetParam(), "The switch is stuck.");
     EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(reporter_.reports, (Texts{"The switch is stuck."}));
+    EXPECT_EQ(observer_.reports, (Texts{"The switch is stuck."}));
     const Texts& calls = log_.Calls();
     EXPECT_EQ((Texts{calls.end() - 4, calls.end()}),
               (Texts{GetParam(), "Release application", "Report", "Arrow"}));
@@ -423,7 +409,7 @@ TEST_P(LossTest, EndsTheRunInOneReportAndLeavesNoFile)
     std::string sentence = GetParam().sentence;
     if (const auto at = sentence.find("OUTPUT"); at != std::string::npos)
         sentence.replace(at, 6, util::FromPath(Output()));
-    EXPECT_EQ(reporter_.reports,
+    EXPECT_EQ(observer_.reports,
               (Texts{sentence + "\"Fake\" does not answer any more: it has ended. Generate the "
                                 "calendar again."}));
     EXPECT_FALSE(fs::exists(Output()));
@@ -457,7 +443,7 @@ TEST_F(RunTest, KeepsTheSavedFileOfAnApplicationThatIsGoneAfterwards)
 {
     log_.LoseAt("Visible = true");
     EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(reporter_.reports.size(), 1U);
+    EXPECT_EQ(observer_.reports.size(), 1U);
     EXPECT_EQ(fake::ReadWorkbookFile(Output()).size(), 13U);
 }
 
@@ -467,7 +453,7 @@ TEST_F(RunTest, AnApplicationThatIsGoneBeforeTheWorkLeavesTheOldFileAlone)
     std::ofstream(Output()) << "last year's";
     log_.LoseAt("DisplayAlerts = false");
     EXPECT_EQ(Run(), std::nullopt);
-    EXPECT_EQ(reporter_.reports.size(), 1U);
+    EXPECT_EQ(observer_.reports.size(), 1U);
     EXPECT_EQ(util::ReadFile(Output()), "last year's");
 }
 
@@ -483,7 +469,7 @@ TEST_F(RunTest, OpensAWorkbookOnlyAfterTheOutputWasProved)
 {
     fake::Application application(log_);
     const GenerateJob job{2024, request_.templateFolder + "Desk.fake", util::FromPath(Output())};
-    generate::Workbook* const workbook = generate::OpenCalendarWorkbook(application, job, context_);
+    book::Workbook* const workbook = generate::OpenCalendarWorkbook(application, job, context_);
     ASSERT_NE(workbook, nullptr);
     EXPECT_EQ(fs::file_size(Output()), 0U);
     EXPECT_TRUE(generate::SaveCalendar(*workbook, job.outputPath, context_));

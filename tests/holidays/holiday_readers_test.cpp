@@ -1,5 +1,5 @@
-#include "../util/scratch_folder.h"
 #include "holidays/holiday_readers.h"
+#include "util/scratch_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "../util/scratch_folder.h"
 #include "model/parameter_file.h"
 #include "parameter_samples.h"
+#include "util/scratch_folder.h"
 
 #include <functional>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "../util/scratch_folder.h"
 #include "model/parameter_file.h"
 #include "parameter_samples.h"
 #include "util/paths.h"
+#include "util/scratch_folder.h"
 #include "util/text.h"
 
 #include <gtest/gtest.h>
@@ -118,6 +118,46 @@ TEST(WriteParameterFile, ReplacesTheWholeFile)
     ASSERT_TRUE(WriteParameterFile(file, SomeNames(), FullSets()));
     EXPECT_TRUE(BytesOf(file).starts_with("[Monthly Calendar]\r\n"));
     EXPECT_EQ(BytesOf(file).find("xxx"), std::string::npos);
+}
+
+TEST(WriteParameterFile, KeepsOtherSectionsAsTheyAreBehindBoth)
+{
+    const ScratchFolder scratch;
+    const auto plain = scratch / "plain.ini";
+    ASSERT_TRUE(WriteParameterFile(plain, SomeNames(), FullSets()));
+    const std::string first = "[Weekly Calendar]\nOutput=Y\n; mine\n\n";
+    const std::string last = "[monthly calendar]\r\nHoliday1=never\r\n[]\r\nend";
+    const auto file = scratch.Write("a.ini", "[Monthly Calendar]\r\nOutput=N\r\n" + first +
+                                                 "[Yearly Calendar]\r\nOutput=N\r\n" + last);
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(WriteParameterFile(file, SomeNames(), FullSets()));
+        EXPECT_EQ(BytesOf(file), BytesOf(plain) + "\r\n" + first + last);
+    }
+}
+
+TEST(WriteParameterFile, KeepsRulesThatItDoesNotUnderstandBehindItsOwn)
+{
+    const ScratchFolder scratch;
+    ParameterSets sets = FullSets();
+    sets.Monthly.Holidays.Clear();
+    sets.Monthly.Holidays.Append({101, 0, "a"});
+    sets.Yearly.Holidays = sets.Monthly.Holidays;
+    const auto file = scratch.Write("a.ini", "[Monthly Calendar]\r\n"
+                                             "Holiday1=0704,,known\r\n"
+                                             "  Holiday2 = 0704, LUNAR, newer\r\n"
+                                             "[Yearly Calendar]\r\n"
+                                             "Holiday1=99999999999,,ends the reading\r\n"
+                                             "holidays=?\r\n");
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(WriteParameterFile(file, SomeNames(), sets));
+        const std::string text = BytesOf(file);
+        EXPECT_NE(text.find("Holiday1=0101,,a\r\n  Holiday2 = 0704, LUNAR, newer\r\n\r\n[Yearly"),
+                  std::string::npos)
+            << text;
+        EXPECT_TRUE(text.ends_with("Holiday1=0101,,a\r\nholidays=?\r\n")) << text;
+        EXPECT_EQ(text.find("known"), std::string::npos);
+        EXPECT_EQ(text.find("ends the reading"), std::string::npos);
+    }
 }
 
 TEST(WriteParameterFile, SaysWhenItCannotWrite)

@@ -2,8 +2,9 @@
 
 #include <filesystem>
 
-/// Where tests find what lies outside their sources. One small source holds the paths, so that every
-/// other object is the same whichever folder the project lies in, and compiler caches find it.
+/// Where tests find what lies outside their sources. One small source holds the paths, so that
+/// every other object is the same whichever folder the project lies in, and compiler caches find
+/// it.
 namespace orrery::places {
 
 /// The project's folder.

@@ -1,6 +1,6 @@
 #include "ui/holiday_form.h"
 
-#include "ui/scratch_folder_test.h"
+#include "util/scratch_folder_test.h"
 
 #include <algorithm>
 #include <memory>
@@ -21,7 +21,7 @@ HolidayList ListOf(const std::vector<holidays::HolidayDef>& rules)
     return list;
 }
 
-class HolidayFormTest : public ScratchFolderTest {
+class HolidayFormTest : public testing_support::ScratchFolderTest {
 protected:
     HolidayFormTest()
     {
@@ -34,8 +34,8 @@ protected:
     HolidayForm& Open(CalendarKind kind = CalendarKind::Monthly, bool templateHasFile = true)
     {
         form_ = std::make_unique<HolidayForm>(
-            kind, TemplatePlace{At("template/"), At("holiday/"), "My.Desk.xls"}, templateHasFile,
-            edited_, [this] { ++changes_; });
+            kind, app::TemplatePlace{At("template/"), At("holiday/"), "My.Desk.xls"},
+            templateHasFile, edited_, [this] { ++changes_; });
         return *form_;
     }
     void Choose(const std::string& entry)

@@ -96,8 +96,8 @@ TEST_F(MainFormRunTest, WritesBothCalendarsOfTheWorkingSets)
     EXPECT_EQ(sheets[12].name, "December");
     // The first of January 2027 is a Friday, the sixth day of a week that begins on Sunday. Desk's
     // parameter file has the month's first cell in C6.
-    EXPECT_EQ(sheets[1].cells.at({6, 8}), generate::CellValue(std::int16_t{1}));
-    EXPECT_EQ(sheets[0].cells.at({10, 8}), generate::CellValue(std::int16_t{1}));
+    EXPECT_EQ(sheets[1].cells.at({6, 8}), book::CellValue(std::int16_t{1}));
+    EXPECT_EQ(sheets[0].cells.at({10, 8}), book::CellValue(std::int16_t{1}));
     EXPECT_EQ(ContentOf("template/Desk.ini"), "[Monthly Calendar]\nFirstCellOfDay=C6\n");
 }
 

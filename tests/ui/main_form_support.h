@@ -2,10 +2,10 @@
 
 #include "ui/main_form.h"
 
-#include "generate/fake_engines.h"
+#include "book/fake_engines.h"
 #include "ui/fake_desktop.h"
-#include "ui/scratch_folder_test.h"
 #include "util/file_replace.h"
+#include "util/scratch_folder_test.h"
 
 #include <algorithm>
 #include <memory>
@@ -16,7 +16,7 @@ namespace orrery::ui {
 
 /// The main window of an installation in the test's folder, which has these templates: Desk.xls
 /// with a parameter file, Plain.xlsx without one.
-class MainFormTest : public ScratchFolderTest {
+class MainFormTest : public testing_support::ScratchFolderTest {
 protected:
     using Texts = std::vector<std::string>;
 
@@ -76,7 +76,7 @@ protected:
         return util::ReadFile(folder_ / name).value_or("no file");
     }
 
-    SystemFolders system_;
+    app::SystemFolders system_;
     fake::Engines engines_;
     FakeDesktop desktop_;
     std::unique_ptr<MainForm> form_;

@@ -2,8 +2,8 @@
 
 #include "ui/holiday_form.h"
 #include "ui/parameter_test.h"
-#include "ui/scratch_folder_test.h"
 #include "util/error.h"
+#include "util/scratch_folder_test.h"
 
 namespace orrery::ui {
 namespace {
@@ -209,7 +209,7 @@ public:
 TEST_F(ParameterFormTest, AFailureIsReportedBeforeTheTabAndTheFocusMove)
 {
     WitnessDesktop witness;
-    ParameterForm dialog(working, names, TemplatePlace{}, witness);
+    ParameterForm dialog(working, names, app::TemplatePlace{}, witness);
     witness.form = &dialog;
     dialog.yearly.txtSheetName.Type("");
     EXPECT_FALSE(dialog.ValidateYParameters());
@@ -250,15 +250,15 @@ TEST_F(ParameterFormTest, OtherKeysDoNotClose)
 
 // ---- the holiday viewer
 
-class ChangeHolidayTest : public ScratchFolderTest {
+class ChangeHolidayTest : public testing_support::ScratchFolderTest {
 protected:
     void SetUp() override
     {
         Write("holiday/new.hol", "0704, DAY, Independence Day\n");
         Write("template/Desk.ini", "[Monthly Calendar]\nHoliday=0101, DAY, Monthly rule\n"
                                    "[Yearly Calendar]\nHoliday=0102, DAY, Yearly rule\n");
-        form_.emplace(working_, names_, TemplatePlace{At("template/"), At("holiday/"), "Desk.xls"},
-                      desktop_);
+        form_.emplace(working_, names_,
+                      app::TemplatePlace{At("template/"), At("holiday/"), "Desk.xls"}, desktop_);
     }
     /// The user chooses an entry of the viewer.
     static void Choose(HolidayForm& viewer, int index)
@@ -268,7 +268,7 @@ protected:
     }
 
     const model::NameTables names_ = TwoNameLists();
-    WorkingSets working_{ValidSets(), true, false, false};
+    app::WorkingSets working_{ValidSets(), true, false, false};
     FakeDesktop desktop_;
     std::optional<ParameterForm> form_;
 };

@@ -70,13 +70,13 @@ protected:
     /// Opens the dialog; before that the test may change `working` and `names`.
     ParameterForm& Open()
     {
-        form_.emplace(working, names, TemplatePlace{"/t/", "/h/", "Desk.xls"}, desktop);
+        form_.emplace(working, names, app::TemplatePlace{"/t/", "/h/", "Desk.xls"}, desktop);
         return *form_;
     }
     ParameterForm& form() { return *form_; }
 
     model::NameTables names = TwoNameLists();
-    WorkingSets working{ValidSets(), true, false, false};
+    app::WorkingSets working{ValidSets(), true, false, false};
     FakeDesktop desktop;
 
 private:

@@ -1,8 +1,8 @@
 #include "ui/tip_form.h"
 
-#include "ui/scratch_folder_test.h"
 #include "util/error.h"
 #include "util/file_replace.h"
+#include "util/scratch_folder_test.h"
 
 #include <map>
 
@@ -16,7 +16,7 @@ constexpr const char* kMissing =
     "That the tips.txt file was not found? \r\n\r\nCreate a text file named tips.txt using NotePad "
     "with 1 tip per line. Then place it in the same directory as the application. ";
 
-class TipFormTest : public ScratchFolderTest {
+class TipFormTest : public testing_support::ScratchFolderTest {
 protected:
     TipForm MakeForm() const { return TipForm(settings_, At("tips.txt")); }
     Texts TipsOf(const std::string& text) const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "generate/engines.h"
+#include "book/engines.h"
 
 #include <memory>
 
@@ -8,6 +8,6 @@ namespace orrery::builtin {
 
 /// The built-in application: opens, edits and saves workbooks itself. Becoming visible hands the
 /// workbook that was saved last to the opener; without an opener nothing happens.
-std::unique_ptr<generate::Application> CreateApplication(generate::Opener opener);
+std::unique_ptr<book::Application> CreateApplication(book::Opener opener);
 
 } // namespace orrery::builtin

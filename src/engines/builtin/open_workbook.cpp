@@ -1,5 +1,6 @@
 #include "engines/builtin/open_workbook.h"
 
+#include "engines/builtin/common/naming.h"
 #include "engines/builtin/xls/workbook.h"
 #include "engines/builtin/xlsx/workbook.h"
 #include "engines/common/file_kind.h"
@@ -22,7 +23,7 @@ void CheckSize(const std::filesystem::path& path)
                           "more than 1 GiB");
 }
 
-std::unique_ptr<generate::Workbook> OpenByContent(const std::filesystem::path& path)
+std::unique_ptr<book::Workbook> OpenByContent(const std::filesystem::path& path)
 {
     switch (engines::DetectFileKind(path)) {
     case engines::FileKind::Compound:
@@ -38,23 +39,9 @@ std::unique_ptr<generate::Workbook> OpenByContent(const std::filesystem::path& p
 
 } // namespace
 
-std::unique_ptr<generate::Workbook> OpenWorkbookFile(const std::filesystem::path& path)
+std::unique_ptr<book::Workbook> OpenWorkbookFile(const std::filesystem::path& path)
 {
-    std::unique_ptr<generate::Workbook> workbook;
-    NamingWorkbook(path, [&] { workbook = OpenByContent(path); });
-    return workbook;
-}
-
-void NamingWorkbook(const std::filesystem::path& path, const std::function<void()>& action)
-{
-    try {
-        action();
-    }
-    catch (const util::Error& error) {
-        if (!error.Subject().empty())
-            throw;
-        throw util::Error(error.Kind(), util::FromPath(path), error.Cause());
-    }
+    return Naming(path, [&] { return OpenByContent(path); });
 }
 
 } // namespace orrery::builtin

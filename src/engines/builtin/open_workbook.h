@@ -1,9 +1,8 @@
 #pragma once
 
-#include "generate/spreadsheet.h"
+#include "book/spreadsheet.h"
 
 #include <filesystem>
-#include <functional>
 #include <memory>
 
 namespace orrery::builtin {
@@ -12,10 +11,6 @@ namespace orrery::builtin {
 /// the file. Throws Error: FileNotFound, FileNotReadable, NotARegularFile, NotAWorkbook,
 /// PasswordProtected, OldBinaryFormat, BinaryWorkbook, DamagedWorkbook, TooLargeUnpacked, also for
 /// an .xls file over 1 GiB. Every error names the file.
-std::unique_ptr<generate::Workbook> OpenWorkbookFile(const std::filesystem::path& path);
-
-/// Does the action. An Error that it throws without a subject is thrown on with the workbook's
-/// path.
-void NamingWorkbook(const std::filesystem::path& path, const std::function<void()>& action);
+std::unique_ptr<book::Workbook> OpenWorkbookFile(const std::filesystem::path& path);
 
 } // namespace orrery::builtin

@@ -52,7 +52,7 @@ bool IsInstalled()
     return FindClass().has_value();
 }
 
-std::unique_ptr<generate::Application> CreateApplication()
+std::unique_ptr<book::Application> CreateApplication()
 {
     const auto classId = FindClass();
     if (!classId)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "generate/spreadsheet.h"
+#include "book/spreadsheet.h"
 
 #include <memory>
 
@@ -12,6 +12,6 @@ bool IsInstalled();
 /// Starts an instance of its own, out of sight; one that the user has open is never taken. It goes
 /// on running once it was made visible; else it ends with the object. Throws Error(EngineMissing)
 /// where there is no Excel, Error(ApplicationFailure) where it does not start.
-std::unique_ptr<generate::Application> CreateApplication();
+std::unique_ptr<book::Application> CreateApplication();
 
 } // namespace orrery::excel

@@ -41,7 +41,7 @@ bool ExcelApplication::Visible() const
     return application_->Get("Visible").AsBool();
 }
 
-generate::Workbook& ExcelApplication::OpenWorkbook(const std::filesystem::path& path, bool readOnly)
+book::Workbook& ExcelApplication::OpenWorkbook(const std::filesystem::path& path, bool readOnly)
 {
     const Object books = ObjectFrom(application_->Get("Workbooks"), model_.workbooks);
     // File name, update of links, read-only.
@@ -52,7 +52,7 @@ generate::Workbook& ExcelApplication::OpenWorkbook(const std::filesystem::path& 
     return *workbooks_.back();
 }
 
-void ExcelApplication::ReleaseWorkbook(generate::Workbook& workbook)
+void ExcelApplication::ReleaseWorkbook(book::Workbook& workbook)
 {
     std::erase_if(workbooks_, [&](const auto& open) { return open.get() == &workbook; });
 }

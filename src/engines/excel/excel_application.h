@@ -1,11 +1,11 @@
 #pragma once
 
+#include "book/spreadsheet.h"
 #include "engines/excel/dispatch.h"
 #include "engines/excel/message_filter.h"
 #include "engines/excel/process.h"
 #include "engines/excel/waiting.h"
 #include "engines/excel/workbook.h"
-#include "generate/spreadsheet.h"
 
 #include <functional>
 #include <memory>
@@ -22,7 +22,7 @@ struct Instance {
 
 /// One instance of its own. Once it was made visible it belongs to the user and goes on running;
 /// else its process ends with this object, whatever happened to it.
-class ExcelApplication : public generate::Application {
+class ExcelApplication : public book::Application {
 public:
     /// Gives the instance; called when COM is ready. Its errors are passed on.
     using Starter = std::function<Instance()>;
@@ -37,8 +37,8 @@ public:
     bool Visible() const override;
     void SetInteractive(bool on) override { Switch("Interactive", on); }
     void SetScreenUpdating(bool on) override { Switch("ScreenUpdating", on); }
-    generate::Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) override;
-    void ReleaseWorkbook(generate::Workbook& workbook) override;
+    book::Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) override;
+    void ReleaseWorkbook(book::Workbook& workbook) override;
     void Quit() override;
 
 private:

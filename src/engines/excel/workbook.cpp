@@ -15,6 +15,13 @@ bool IsNotInCollection(HRESULT code)
     return code == DISP_E_BADINDEX || code == subscriptOutOfRange || code == refused;
 }
 
+Variant VariantOf(const book::CellValue& value)
+{
+    if (const auto* const number = std::get_if<std::int16_t>(&value))
+        return Variant(*number);
+    return Variant(std::string_view(std::get<std::string>(value)));
+}
+
 } // namespace
 
 std::string PathText(const std::filesystem::path& path)
@@ -22,7 +29,27 @@ std::string PathText(const std::filesystem::path& path)
     return util::AbsolutePath(util::FromPath(path));
 }
 
-generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
+void Worksheet::CopyAfter(book::Worksheet& after)
+{
+    const Object& place = static_cast<Worksheet&>(after).sheet_;
+    sheet_.Call("Copy", {Variant::Omitted(), Variant(place.Interface())});
+}
+
+book::Worksheet* Worksheet::Next()
+{
+    auto next = sheet_.Get("Next").TakeObject();
+    return next ? &workbook_.SheetOf(std::move(next)) : nullptr;
+}
+
+void Worksheet::SetCell(std::int32_t row, std::int32_t column, const book::CellValue& value,
+                        book::CellMember member)
+{
+    const Object cell =
+        ObjectFrom(sheet_.Get("Cells", {Variant(row), Variant(column)}), workbook_.Model().range);
+    cell.Put(member == book::CellMember::Value ? "Value" : kDefaultMember, VariantOf(value));
+}
+
+book::Worksheet* Workbook::FindWorksheet(std::string_view name)
 {
     const Object& worksheets = Worksheets();
     try {
@@ -36,7 +63,7 @@ generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
     }
 }
 
-void Workbook::SaveAs(const std::filesystem::path& target, generate::AccessMode accessMode)
+void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode accessMode)
 {
     // File name, file format, password, password for writing, read-only recommended, backup,
     // access.

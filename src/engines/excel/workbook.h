@@ -1,8 +1,7 @@
 #pragma once
 
+#include "book/spreadsheet.h"
 #include "engines/excel/dispatch.h"
-#include "engines/excel/worksheet.h"
-#include "generate/spreadsheet.h"
 
 #include <filesystem>
 #include <memory>
@@ -15,13 +14,33 @@ namespace orrery::excel {
 /// A path as the application takes it: absolute, with "\", without the prefix of long paths.
 std::string PathText(const std::filesystem::path& path);
 
-class Workbook : public generate::Workbook {
+class Workbook;
+
+class Worksheet : public book::Worksheet {
+public:
+    /// The workbook is its owner.
+    Worksheet(Object sheet, Workbook& workbook) : sheet_(std::move(sheet)), workbook_(workbook) {}
+
+    std::string Name() const override { return sheet_.Get("Name").AsText(); }
+    void SetName(std::string_view name) override { sheet_.Put("Name", Variant(name)); }
+    /// The sheet must be one of this application.
+    void CopyAfter(book::Worksheet& after) override;
+    book::Worksheet* Next() override;
+    void SetCell(std::int32_t row, std::int32_t column, const book::CellValue& value,
+                 book::CellMember member) override;
+
+private:
+    Object sheet_;
+    Workbook& workbook_;
+};
+
+class Workbook : public book::Workbook {
 public:
     /// The model outlives it.
     Workbook(Object workbook, ObjectModel& model) : workbook_(std::move(workbook)), model_(model) {}
 
-    generate::Worksheet* FindWorksheet(std::string_view name) override;
-    void SaveAs(const std::filesystem::path& target, generate::AccessMode accessMode) override;
+    book::Worksheet* FindWorksheet(std::string_view name) override;
+    void SaveAs(const std::filesystem::path& target, book::AccessMode accessMode) override;
 
     /// The one sheet that stands for an object of the application.
     Worksheet& SheetOf(Pointer<IDispatch> sheet);

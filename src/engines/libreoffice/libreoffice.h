@@ -1,7 +1,7 @@
 #pragma once
 
+#include "book/spreadsheet.h"
 #include "engines/libreoffice/plugin.h"
-#include "generate/spreadsheet.h"
 
 #include <memory>
 
@@ -16,9 +16,9 @@ bool IsInstalled();
 /// It goes on running once it was made visible; else, and where there is no display, it ends with
 /// the object. Throws Error(EngineMissing) where there is no LibreOffice, Error(ApplicationFailure)
 /// where it does not start.
-std::unique_ptr<generate::Application> CreateApplication();
+std::unique_ptr<book::Application> CreateApplication(StructureReader hasProtectedStructure);
 
 /// Starts an instance that makes PDF files. Throws as `CreateApplication`.
-std::unique_ptr<generate::PdfPrinter> CreatePdfPrinter();
+std::unique_ptr<book::PdfPrinter> CreatePdfPrinter();
 
 } // namespace orrery::libreoffice

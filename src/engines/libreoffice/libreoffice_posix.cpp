@@ -8,6 +8,7 @@
 #include <dlfcn.h>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 namespace orrery::libreoffice {
 namespace {
@@ -100,13 +101,14 @@ bool IsInstalled()
     return FindLibrary() && FindInstallation();
 }
 
-std::unique_ptr<generate::Application> CreateApplication()
+std::unique_ptr<book::Application> CreateApplication(StructureReader hasProtectedStructure)
 {
-    const Office office = FindOffice();
+    Office office = FindOffice();
+    office.options.hasProtectedStructure = std::move(hasProtectedStructure);
     return office.plugin.StartApplication(office.options);
 }
 
-std::unique_ptr<generate::PdfPrinter> CreatePdfPrinter()
+std::unique_ptr<book::PdfPrinter> CreatePdfPrinter()
 {
     const Office office = FindOffice();
     return office.plugin.StartPdfPrinter(office.options);

@@ -12,12 +12,12 @@ bool IsInstalled()
     return false;
 }
 
-std::unique_ptr<generate::Application> CreateApplication()
+std::unique_ptr<book::Application> CreateApplication(StructureReader /*hasProtectedStructure*/)
 {
     throw Error(util::ErrorKind::EngineMissing, "libreoffice");
 }
 
-std::unique_ptr<generate::PdfPrinter> CreatePdfPrinter()
+std::unique_ptr<book::PdfPrinter> CreatePdfPrinter()
 {
     throw Error(util::ErrorKind::EngineMissing, "libreoffice");
 }

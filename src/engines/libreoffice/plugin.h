@@ -1,7 +1,7 @@
 #pragma once
 
-#include "generate/pdf_printer.h"
-#include "generate/spreadsheet.h"
+#include "book/pdf_printer.h"
+#include "book/spreadsheet.h"
 
 #include <chrono>
 #include <filesystem>
@@ -22,11 +22,16 @@ struct Patience {
     std::chrono::milliseconds quit = std::chrono::seconds(10);
 };
 
+/// Whether a template protects the names and the order of its sheets, which LibreOffice does not
+/// read of an .xlsx file.
+using StructureReader = std::function<bool(const std::filesystem::path&)>;
+
 /// What an instance is started with.
 struct StartOptions {
     std::filesystem::path programFolder; ///< the folder of LibreOffice that holds soffice
     std::filesystem::path profiles;      ///< a folder of Orrery's own, made when it is missing
     bool hasDisplay = false;             ///< without one nothing can be shown: it ends with the run
+    StructureReader hasProtectedStructure; ///< may be empty: no template does
     Patience patience;
 };
 
@@ -34,9 +39,8 @@ struct StartOptions {
 class Plugin {
 public:
     virtual ~Plugin() = default;
-    virtual std::unique_ptr<generate::Application>
-    StartApplication(const StartOptions& options) = 0;
-    virtual std::unique_ptr<generate::PdfPrinter> StartPdfPrinter(const StartOptions& options) = 0;
+    virtual std::unique_ptr<book::Application> StartApplication(const StartOptions& options) = 0;
+    virtual std::unique_ptr<book::PdfPrinter> StartPdfPrinter(const StartOptions& options) = 0;
 };
 
 /// The name under which the library gives its plug-in, and the function's type. The plug-in lives

@@ -8,7 +8,7 @@
 
 namespace orrery::ui::wx {
 
-Application::Application(std::unique_ptr<generate::Engines> engines) : engines_(std::move(engines))
+Application::Application(std::unique_ptr<book::Engines> engines) : engines_(std::move(engines))
 {
     SetAppName("orrery"); // also what desktops match with the menu entry
     SetAppDisplayName(kProductName);
@@ -18,8 +18,8 @@ bool Application::OnInit()
 {
     if (!wxApp::OnInit())
         return false;
-    system_ = FindSystemFolders();
-    desktop_ = std::make_unique<WxDesktop>(system_.help, LocationsFor(system_).settingsFile);
+    system_ = app::FindSystemFolders();
+    desktop_ = std::make_unique<WxDesktop>(system_.help, app::LocationsFor(system_).settingsFile);
     mainForm_ = std::make_unique<MainForm>(system_, *engines_, *desktop_);
     mainForm_->Form_Load(Today());
     auto* const window = new MainWindow(*mainForm_, *desktop_);

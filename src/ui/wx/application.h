@@ -1,7 +1,7 @@
 #pragma once
 
-#include "generate/engines.h"
-#include "ui/folders.h"
+#include "app/folders.h"
+#include "book/engines.h"
 #include "ui/main_form.h"
 #include "ui/wx/wx_desktop.h"
 
@@ -17,7 +17,7 @@ namespace orrery::ui::wx {
 /// The window program. A main program makes one with its engines and hands it to the toolkit.
 class Application : public wxApp {
 public:
-    explicit Application(std::unique_ptr<generate::Engines> engines);
+    explicit Application(std::unique_ptr<book::Engines> engines);
 
     bool OnInit() override;
     void OnInitCmdLine(wxCmdLineParser& parser) override;
@@ -28,9 +28,9 @@ public:
     MainForm& Main() { return *mainForm_; }
 
 private:
-    std::unique_ptr<generate::Engines> engines_;
+    std::unique_ptr<book::Engines> engines_;
     std::vector<std::string> files_;
-    SystemFolders system_;
+    app::SystemFolders system_;
     std::unique_ptr<WxDesktop> desktop_;
     std::unique_ptr<MainForm> mainForm_;
 };

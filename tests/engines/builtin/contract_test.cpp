@@ -1,6 +1,6 @@
 #include "engines/builtin/application.h"
 
-#include "generate/spreadsheet_contract.h"
+#include "book/spreadsheet_contract.h"
 #include "places/places.h"
 #include "saved_sheets.h"
 
@@ -57,7 +57,7 @@ TEST(BuiltInApplicationTest, BecomingVisibleOpensWhatWasSavedLast)
     application->SetVisible(true);
     EXPECT_TRUE(opened.empty()) << "nothing was saved yet";
     application->SetVisible(false);
-    application->OpenWorkbook(kTemplate, true).SaveAs(target, generate::AccessMode::NoChange);
+    application->OpenWorkbook(kTemplate, true).SaveAs(target, book::AccessMode::NoChange);
     EXPECT_TRUE(opened.empty());
     application->SetVisible(true);
     EXPECT_EQ(opened, std::vector{target});

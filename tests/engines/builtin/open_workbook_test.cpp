@@ -105,21 +105,5 @@ TEST_F(OpenWorkbookTest, AnEnormousFileIsNotReadIntoMemory)
     }
 }
 
-TEST(NamingWorkbookTest, GivesTheNameToErrorsThatHaveNone)
-{
-    const auto subjectOf = [](const std::string& thrown) -> std::string {
-        try {
-            NamingWorkbook("Desk.xlsx",
-                           [&] { throw util::Error(ErrorKind::DamagedWorkbook, thrown); });
-        }
-        catch (const util::Error& error) {
-            return error.Subject();
-        }
-        return "nothing thrown";
-    };
-    EXPECT_EQ(subjectOf(""), "Desk.xlsx");
-    EXPECT_EQ(subjectOf("Other.xlsx"), "Other.xlsx");
-}
-
 } // namespace
 } // namespace orrery::builtin

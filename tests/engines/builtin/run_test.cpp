@@ -22,16 +22,6 @@ using testing::StartsWith;
 const std::filesystem::path kTemplate =
     places::SourceFolder() / "tests/engines/builtin/xlsx" / "data" / "contract.xlsx";
 
-class Silent : public generate::GenerateView {
-public:
-    void ShowProblem(const generate::RequestProblem& problem) override
-    {
-        ADD_FAILURE() << problem.message;
-    }
-    void SetHourglass(bool on) override { hourglass = on; }
-    bool hourglass = false;
-};
-
 class BuiltInRunTest : public testing::Test {
 protected:
     void SetUp() override
@@ -49,7 +39,7 @@ protected:
         const auto folder = util::WithTrailingSeparator(util::FromPath(folder_));
         const auto saved = generate::RunGenerate(
             {"2027", "Desk.xlsx", folder, util::WithTrailingSeparator(folder + "out")}, sets_,
-            start, context_, view_);
+            start, context_);
         return saved ? std::optional(saved->workbook) : std::nullopt;
     }
 
@@ -57,18 +47,17 @@ protected:
         std::filesystem::path(testing::TempDir()) /
         ("run_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
     model::NameTables names_ = fake::TestNames();
-    fake::ListReporter reporter_;
-    generate::Context context_{names_, reporter_};
+    fake::ListObserver observer_;
+    generate::Context context_{names_, observer_};
     model::ParameterSets sets_;
-    Silent view_;
 };
 
 TEST_F(BuiltInRunTest, SavesTwelveMonthsAndAYear)
 {
     const auto saved = Run([] { return CreateApplication({}); });
     ASSERT_EQ(saved, util::FromPath(folder_ / "out" / "2027Desk.xlsx"));
-    EXPECT_THAT(reporter_.reports, IsEmpty());
-    EXPECT_FALSE(view_.hourglass);
+    EXPECT_THAT(observer_.reports, IsEmpty());
+    EXPECT_FALSE(observer_.hourglass);
     const test::SavedPackage workbook(*saved);
     EXPECT_THAT(workbook.Values("xl/workbook.xml", "//sheet/@name"),
                 ElementsAre("2027", "January", "February", "March", "April", "May", "June", "July",
@@ -87,10 +76,10 @@ TEST_F(BuiltInRunTest, TemplateThatVanishesIsReportedUnderTheOutputsName)
     });
     const auto target = folder_ / "out" / "2027Desk.xlsx";
     EXPECT_EQ(saved, std::nullopt);
-    EXPECT_THAT(reporter_.reports, ElementsAre(StartsWith("Failed to open the calendar file \"" +
+    EXPECT_THAT(observer_.reports, ElementsAre(StartsWith("Failed to open the calendar file \"" +
                                                           util::FromPath(target) + "\".\r\n")));
     EXPECT_FALSE(std::filesystem::exists(target));
-    EXPECT_FALSE(view_.hourglass);
+    EXPECT_FALSE(observer_.hourglass);
 }
 
 } // namespace

@@ -9,7 +9,7 @@
 namespace orrery::excel {
 namespace {
 
-using generate::CellMember;
+using book::CellMember;
 using Texts = std::vector<std::string>;
 
 class ExcelApplicationTest : public testing::Test {
@@ -34,7 +34,7 @@ protected:
         EXPECT_EQ(world_.objects, 0) << "no reference is kept";
     }
 
-    generate::Workbook& Open() { return application_->OpenWorkbook(LR"(C:\t\Desk.xls)", true); }
+    book::Workbook& Open() { return application_->OpenWorkbook(LR"(C:\t\Desk.xls)", true); }
 
     /// The calls since the last time, without the questions for ids.
     Texts TakeCalls()
@@ -142,7 +142,7 @@ TEST_F(ExcelApplicationTest, SavesWithoutAChangeOfAccess)
 {
     auto& workbook = Open();
     TakeCalls();
-    workbook.SaveAs(LR"(C:\out\2027Desk.xls)", generate::AccessMode::NoChange);
+    workbook.SaveAs(LR"(C:\out\2027Desk.xls)", book::AccessMode::NoChange);
     EXPECT_EQ(TakeCalls(),
               (Texts{"Workbook.SaveAs call (BSTR \"C:\\out\\2027Desk.xls\", omitted, omitted, "
                      "omitted, omitted, omitted, I4 1)"}));

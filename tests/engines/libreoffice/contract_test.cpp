@@ -1,7 +1,7 @@
 #include "engines/libreoffice/plugin/office_application.h"
 
+#include "book/spreadsheet_contract.h"
 #include "engines/builtin/saved_sheets.h"
-#include "generate/spreadsheet_contract.h"
 #include "office.h"
 #include "places/places.h"
 

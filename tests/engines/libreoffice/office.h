@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/builtin/structure_protection.h"
 #include "engines/libreoffice/installation.h"
 #include "engines/libreoffice/plugin.h"
 #include "places/places.h"
@@ -18,6 +19,7 @@ inline StartOptions Options()
     StartOptions options;
     options.programFolder = FindInstallation().value();
     options.profiles = places::BuildFolder() / "tests/engines/libreoffice/profiles";
+    options.hasProtectedStructure = builtin::HasProtectedStructure;
     return options;
 }
 

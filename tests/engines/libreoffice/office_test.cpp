@@ -133,16 +133,15 @@ TEST_P(OfficeLossTest, EveryCallSaysSoAndNothingStays)
         auto* const sheet = workbook.FindWorksheet("Sheet1");
         ASSERT_EQ(test::SignalOffice(GetParam()), 1);
         const std::string end = " Generate the calendar again.";
-        EXPECT_EQ(
-            LossIn([&] { sheet->SetCell(1, 1, std::int16_t{1}, generate::CellMember::Value); }),
-            "\"LibreOffice\" does not answer any more: " +
-                std::string(isStopped ? "it was waited for too long."
-                                      : "it has ended unexpectedly.") +
-                end);
+        EXPECT_EQ(LossIn([&] { sheet->SetCell(1, 1, std::int16_t{1}, book::CellMember::Value); }),
+                  "\"LibreOffice\" does not answer any more: " +
+                      std::string(isStopped ? "it was waited for too long."
+                                            : "it has ended unexpectedly.") +
+                      end);
         for (const std::function<void()>& call : std::vector<std::function<void()>>{
                  [&] { workbook.FindWorksheet("Sheet2"); }, [&] { sheet->SetName("x"); },
                  [&] { sheet->CopyAfter(*sheet); }, [&] { sheet->Next(); },
-                 [&] { workbook.SaveAs(folder / "saved.xlsx", generate::AccessMode::NoChange); },
+                 [&] { workbook.SaveAs(folder / "saved.xlsx", book::AccessMode::NoChange); },
                  [&] { application.OpenWorkbook(file, true); },
                  [&] { application.SetScreenUpdating(false); }})
             EXPECT_THAT(LossIn(call), testing::HasSubstr("does not answer any more"));

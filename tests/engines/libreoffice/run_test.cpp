@@ -41,8 +41,8 @@ protected:
 
     testing_support::ScratchFolder folder_;
     model::NameTables names_ = fake::TestNames();
-    fake::ListReporter reporter_;
-    generate::Context context_{names_, reporter_};
+    fake::ListObserver observer_;
+    generate::Context context_{names_, observer_};
     model::ParameterSets sets_;
 };
 
@@ -57,7 +57,7 @@ TEST_P(OfficeWholeRunTest, WritesWhatTheBuiltInEngineWrites)
     ASSERT_TRUE(Run([] { return builtin::CreateApplication({}); }, other, source));
     ASSERT_TRUE(
         Run([] { return std::make_unique<OfficeApplication>(test::Options()); }, own, source));
-    EXPECT_THAT(reporter_.reports, IsEmpty());
+    EXPECT_THAT(observer_.reports, IsEmpty());
     EXPECT_THAT(test::Descendants(), IsEmpty()) << "there is no display to show it on";
     const auto read = format == "xlsx" ? orrery::test::ReadXlsx : orrery::test::ReadXls;
     const auto ours = read(own);
@@ -92,20 +92,20 @@ TEST_P(OfficeBlowTest, EndsInOneReportWithoutAProcessOrAFile)
             strike(SIGKILL);
         return application;
     };
-    context_.progress = [&](generate::CalendarKind kind, std::int16_t month) {
+    observer_.monthDone = [&](generate::CalendarKind kind, std::int16_t month) {
         const bool isMonthly = kind == generate::CalendarKind::Monthly;
         if (month == 3 && moment == (isMonthly ? "Next" : "Cell"))
             strike(SIGKILL);
         if (month == 3 && !isMonthly && moment == "CellHangs")
             strike(SIGSTOP);
     };
-    context_.saving = [&] {
+    observer_.saving = [&] {
         if (moment == "Save")
             strike(SIGKILL);
     };
     EXPECT_FALSE(Run(start, folder_ / "out/2027Desk.xlsx", kTemplates / "Desk.xlsx"));
-    EXPECT_THAT(reporter_.reports, ElementsAre(StartsWith(GetParam().report)));
-    EXPECT_THAT(reporter_.reports.at(0), testing::HasSubstr("does not answer any more"));
+    EXPECT_THAT(observer_.reports, ElementsAre(StartsWith(GetParam().report)));
+    EXPECT_THAT(observer_.reports.at(0), testing::HasSubstr("does not answer any more"));
     EXPECT_THAT(test::Descendants(), IsEmpty());
     EXPECT_TRUE(std::filesystem::is_empty(folder_ / "out"));
 }

@@ -17,7 +17,7 @@
 namespace orrery::libreoffice {
 namespace {
 
-using generate::CellMember;
+using book::CellMember;
 using util::ErrorKind;
 using Value = contract::Value;
 
@@ -26,7 +26,7 @@ const std::filesystem::path kData = places::SourceFolder() / "tests/engines/libr
 /// What the contract does not say of cells and sheets; every case is Excel's.
 class WorksheetTest : public testing::Test {
 protected:
-    generate::Worksheet& Sheet(const char* name)
+    book::Worksheet& Sheet(const char* name)
     {
         if (workbook_ == nullptr)
             workbook_ = &application_.OpenWorkbook(kData / "guards.xlsx", true);
@@ -45,7 +45,7 @@ protected:
         return std::nullopt;
     }
 
-    static std::optional<ErrorKind> Set(generate::Worksheet& sheet, std::int32_t row,
+    static std::optional<ErrorKind> Set(book::Worksheet& sheet, std::int32_t row,
                                         std::int32_t column)
     {
         return KindOf([&] { sheet.SetCell(row, column, std::int16_t{7}, CellMember::Value); });
@@ -53,14 +53,14 @@ protected:
 
     std::vector<contract::SavedSheet> SaveAndRead()
     {
-        workbook_->SaveAs(folder_ / "saved.xlsx", generate::AccessMode::NoChange);
+        workbook_->SaveAs(folder_ / "saved.xlsx", book::AccessMode::NoChange);
         return orrery::test::ReadXlsx(folder_ / "saved.xlsx");
     }
 
     static inline std::string subject_;
     testing_support::ScratchFolder folder_;
     OfficeApplication application_{test::Options()};
-    generate::Workbook* workbook_ = nullptr;
+    book::Workbook* workbook_ = nullptr;
 };
 
 TEST_F(WorksheetTest, OnlyTheFirstCellOfAMergedAreaTakesAValue)
@@ -138,7 +138,7 @@ TEST_P(ProtectedStructureTest, SheetsAreNeitherRenamedNorCopied)
     EXPECT_EQ(KindOf([&] { sheet.CopyAfter(sheet); }), ErrorKind::StructureProtected);
     EXPECT_EQ(KindOf([&] { sheet.SetName("Month"); }), std::nullopt) << "its own name";
     EXPECT_EQ(Set(sheet, 1, 1), std::nullopt);
-    workbook_->SaveAs(folder_ / ("saved" + extension), generate::AccessMode::NoChange);
+    workbook_->SaveAs(folder_ / ("saved" + extension), book::AccessMode::NoChange);
     // An .xls of this kind is encrypted, as by Excel, so that it is read by LibreOffice.
     auto& saved = application_.OpenWorkbook(folder_ / ("saved" + extension), true);
     ASSERT_NE(saved.FindWorksheet("Month"), nullptr);
@@ -178,7 +178,7 @@ TEST_F(WorksheetTest, FormulasAndChartsThatNameTheirSheetNameTheCopy)
     may.Next()->SetName("Last June");
     may.Next()->CopyAfter(*may.Next());
     may.Next()->Next()->SetName("July");
-    workbook_->SaveAs(folder_ / "saved.xlsx", generate::AccessMode::NoChange);
+    workbook_->SaveAs(folder_ / "saved.xlsx", book::AccessMode::NoChange);
     const auto formulas = [&](const char* sheet) {
         return ValuesOf(folder_ / "saved.xlsx", std::string("xl/worksheets/sheet") + sheet + ".xml",
                         "//f");
@@ -261,7 +261,7 @@ TEST_P(TemplateFileTest, IsSavedAsOne)
     month.CopyAfter(month);
     EXPECT_EQ(Set(month, 1, 256), std::nullopt);
     EXPECT_EQ(Set(month, 1, isBinary ? 257 : 16385), ErrorKind::CellOutsideSheet);
-    workbook_->SaveAs(target, generate::AccessMode::NoChange);
+    workbook_->SaveAs(target, book::AccessMode::NoChange);
     const auto saved = isBinary ? orrery::test::ReadXls(target) : orrery::test::ReadXlsx(target);
     ASSERT_EQ(saved.size(), 2U);
     EXPECT_EQ(saved.at(0).cells.at({1, 256}), Value(7.0));

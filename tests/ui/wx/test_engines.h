@@ -8,7 +8,7 @@
 namespace orrery::ui::wx {
 
 /// Writes the names of the sheets, a line each, in place of a PDF.
-class TestPrinter : public generate::PdfPrinter {
+class TestPrinter : public book::PdfPrinter {
 public:
     void Print(const std::filesystem::path& /*workbook*/, const std::vector<std::string>& sheets,
                const std::filesystem::path& target) override
@@ -24,7 +24,7 @@ class TestEngines : public engines::InstalledEngines {
 public:
     explicit TestEngines(bool printsPdf) : printsPdf_(printsPdf) {}
     bool CanPrintPdf() const override { return printsPdf_; }
-    std::unique_ptr<generate::PdfPrinter> StartPdfPrinter() override
+    std::unique_ptr<book::PdfPrinter> StartPdfPrinter() override
     {
         return std::make_unique<TestPrinter>();
     }

@@ -18,10 +18,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-SystemFolders SystemOf(const fs::path& folder)
+app::SystemFolders SystemOf(const fs::path& folder)
 {
     const fs::path shipped = places::SourceFolder() / "data";
-    SystemFolders system;
+    app::SystemFolders system;
     system.executable = util::WithTrailingSeparator(util::FromPath(folder));
     system.installed = util::WithTrailingSeparator(util::FromPath(shipped));
     system.help = util::WithTrailingSeparator(util::FromPath(folder / "help"));
@@ -41,7 +41,7 @@ std::vector<std::string> AllOpened()
 Program::Program(const fs::path& folder, const std::vector<std::string>& files,
                  const ProgramOptions& options)
     : system(SystemOf(folder)), engines(options.printsPdf),
-      desktop(system.help, LocationsFor(system).settingsFile), form(system, engines, desktop)
+      desktop(system.help, app::LocationsFor(system).settingsFile), form(system, engines, desktop)
 {
     form.Form_Load({2026, 11});
     desktop.longCaptions = options.longCaptions;

@@ -28,7 +28,7 @@ struct Program {
     Program(const std::filesystem::path& folder, const std::vector<std::string>& files,
             const ProgramOptions& options);
 
-    const SystemFolders system;
+    const app::SystemFolders system;
     TestEngines engines;
     TestDesktop desktop;
     MainForm form;

@@ -12,7 +12,7 @@ namespace orrery::excel_server {
 struct Session {
     explicit Session(Server& shared);
     Server& server;
-    std::unique_ptr<generate::Application> engine;
+    std::unique_ptr<book::Application> engine;
     std::vector<std::unique_ptr<Book>> books; ///< the open ones
     bool alerts = true;
 };

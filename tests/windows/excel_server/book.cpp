@@ -1,9 +1,9 @@
 #include "excel_server/book.h"
 
-#include "engines/builtin/xls/compound_file.h"
-#include "engines/builtin/xls/encryption.h"
-#include "engines/builtin/xls/globals.h"
-#include "engines/builtin/xlsx/package.h"
+#include "engines/builtin/xls/compound/compound_file.h"
+#include "engines/builtin/xls/records/encryption.h"
+#include "engines/builtin/xls/records/globals.h"
+#include "engines/builtin/xlsx/package/package.h"
 #include "engines/builtin/xlsx/workbook_part.h"
 #include "engines/common/file_kind.h"
 #include "util/file_replace.h"
@@ -41,7 +41,7 @@ std::vector<std::string> ReadSheetNames(const std::filesystem::path& path)
     return NamesOf(xlsx::WorkbookPart(package.ReadXml(part), part).Sheets());
 }
 
-Book::Book(generate::Application& engine, std::filesystem::path file)
+Book::Book(book::Application& engine, std::filesystem::path file)
     : workbook(engine.OpenWorkbook(file, true)), path(std::move(file))
 {
     const bool binary = IsBinary(path);
@@ -53,18 +53,18 @@ Book::Book(generate::Application& engine, std::filesystem::path file)
     }
 }
 
-generate::Worksheet* Book::Find(const std::string& name) const
+book::Worksheet* Book::Find(const std::string& name) const
 {
     return workbook.FindWorksheet(name);
 }
 
-std::size_t Book::PositionOf(const generate::Worksheet& sheet) const
+std::size_t Book::PositionOf(const book::Worksheet& sheet) const
 {
     return static_cast<std::size_t>(std::find(sheets.begin(), sheets.end(), &sheet) -
                                     sheets.begin());
 }
 
-void Book::Copy(generate::Worksheet& sheet, generate::Worksheet& after)
+void Book::Copy(book::Worksheet& sheet, book::Worksheet& after)
 {
     sheet.CopyAfter(after);
     const auto place = static_cast<std::ptrdiff_t>(PositionOf(after)) + 1;

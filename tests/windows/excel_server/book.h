@@ -1,6 +1,6 @@
 #pragma once
 
-#include "generate/spreadsheet.h"
+#include "book/spreadsheet.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -13,22 +13,22 @@ namespace orrery::excel_server {
 /// An open workbook as the application keeps it, whoever refers to it.
 struct Book {
     /// Opens the file with the built-in engine. Throws Error.
-    Book(generate::Application& engine, std::filesystem::path file);
+    Book(book::Application& engine, std::filesystem::path file);
 
-    generate::Workbook& workbook;
+    book::Workbook& workbook;
     std::filesystem::path path;
-    std::vector<generate::Worksheet*> sheets; ///< the worksheets in their order
-    std::int32_t rows;                        ///< of each sheet
+    std::vector<book::Worksheet*> sheets; ///< the worksheets in their order
+    std::int32_t rows;                    ///< of each sheet
     std::int32_t columns;
     bool readOnly = false;
     bool changed = false;
 
     /// The worksheet of that name or nullptr.
-    generate::Worksheet* Find(const std::string& name) const;
+    book::Worksheet* Find(const std::string& name) const;
     /// Position from 0; the sheet is one of the workbook's.
-    std::size_t PositionOf(const generate::Worksheet& sheet) const;
+    std::size_t PositionOf(const book::Worksheet& sheet) const;
     /// Copies a sheet and places the copy directly after another one. Throws Error.
-    void Copy(generate::Worksheet& sheet, generate::Worksheet& after);
+    void Copy(book::Worksheet& sheet, book::Worksheet& after);
 };
 
 /// The names of all sheets of a workbook, in their order. Throws Error.

@@ -8,7 +8,7 @@ using automation::Variant;
 
 namespace {
 
-generate::CellValue ValueOf(const Variant& value)
+book::CellValue ValueOf(const Variant& value)
 {
     if (value.Type() == VT_BSTR)
         return value.AsText();
@@ -59,7 +59,7 @@ void Range::Write(const CellRange& cell, const Variant& value)
 {
     if (cell.row == 0)
         throw ExcelFailure(kExcelError, "This server fills no whole sheet.");
-    cell.sheet.SetCell(cell.row, cell.column, ValueOf(value), generate::CellMember::Value);
+    cell.sheet.SetCell(cell.row, cell.column, ValueOf(value), book::CellMember::Value);
     cell.book.changed = true;
 }
 

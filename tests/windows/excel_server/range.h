@@ -10,7 +10,7 @@ namespace orrery::excel_server {
 /// One cell, row and column from 1, or with zeros all cells of the sheet.
 struct CellRange {
     Book& book;
-    generate::Worksheet& sheet;
+    book::Worksheet& sheet;
     std::int32_t row;
     std::int32_t column;
 };

@@ -23,7 +23,7 @@ const Members& Sheets::Table() const
 
 Variant Sheets::Item(Server& server, Book& book, const Arguments& arguments)
 {
-    generate::Worksheet* sheet = nullptr;
+    book::Worksheet* sheet = nullptr;
     if (arguments.IsText(0)) {
         sheet = book.Find(arguments.Text(0));
     }

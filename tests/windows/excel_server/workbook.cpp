@@ -79,7 +79,7 @@ Variant Workbook::SaveAs(const Arguments& arguments)
     std::error_code ignored;
     if (session_.alerts && std::filesystem::exists(target, ignored))
         throw ExcelFailure(kExcelError, "Whether to replace the file was asked and not answered.");
-    book_.workbook.SaveAs(target, generate::AccessMode::NoChange);
+    book_.workbook.SaveAs(target, book::AccessMode::NoChange);
     book_.path = target;
     book_.readOnly = false;
     book_.changed = false;

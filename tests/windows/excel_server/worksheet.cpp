@@ -6,7 +6,7 @@ namespace orrery::excel_server {
 
 using automation::Variant;
 
-Worksheet::Worksheet(Server& server, const void* thing, Book& book, generate::Worksheet& sheet)
+Worksheet::Worksheet(Server& server, const void* thing, Book& book, book::Worksheet& sheet)
     : DispatchObject(server, kKind, thing), book_(book), sheet_(sheet)
 {
 }

@@ -9,7 +9,7 @@ namespace orrery::excel_server {
 class Worksheet : public DispatchObject {
 public:
     static constexpr const char* kKind = "Worksheet";
-    Worksheet(Server& server, const void* thing, Book& book, generate::Worksheet& sheet);
+    Worksheet(Server& server, const void* thing, Book& book, book::Worksheet& sheet);
 
 private:
     const Members& Table() const override;
@@ -21,7 +21,7 @@ private:
     automation::Variant Copy(const Arguments& arguments);
 
     Book& book_;
-    generate::Worksheet& sheet_;
+    book::Worksheet& sheet_;
 };
 
 } // namespace orrery::excel_server

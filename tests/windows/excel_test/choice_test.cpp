@@ -59,8 +59,8 @@ TEST_F(EngineChoiceWithExcelTest, MissingExcelIsOneSentenceThatOffersTheBuiltInE
 {
     TestServer::Unregister();
     EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
-    EXPECT_THAT(reporter_.reports, ElementsAre(HasSubstr("\"builtin\"")));
-    EXPECT_FALSE(hourglass_);
+    EXPECT_THAT(observer_.reports, ElementsAre(HasSubstr("\"builtin\"")));
+    EXPECT_FALSE(observer_.hourglass);
 }
 
 TEST_F(EngineChoiceWithExcelTest, RegistrationThatLeadsNowhereCountsAsMissing)
@@ -72,7 +72,7 @@ TEST_F(EngineChoiceWithExcelTest, RegistrationThatLeadsNowhereCountsAsMissing)
         "\\LocalServer32";
     automation::WriteText(HKEY_LOCAL_MACHINE, key, "", "\"C:\\gone\\EXCEL.EXE\" /automation");
     EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
-    EXPECT_THAT(reporter_.reports, ElementsAre(HasSubstr("\"builtin\"")));
+    EXPECT_THAT(observer_.reports, ElementsAre(HasSubstr("\"builtin\"")));
     TestServer::Unregister();
 }
 

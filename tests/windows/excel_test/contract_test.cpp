@@ -1,7 +1,7 @@
+#include "book/spreadsheet_contract.h"
 #include "engines/excel/application.h"
 #include "excel_test/test_server.h"
 #include "excel_test/workbooks.h"
-#include "generate/spreadsheet_contract.h"
 #include "saved_sheets.h"
 
 using namespace orrery;

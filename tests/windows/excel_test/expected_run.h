@@ -1,6 +1,6 @@
 #pragma once
 
-#include "generate/contract_engine.h"
+#include "book/contract_engine.h"
 
 #include <array>
 #include <cstdint>

@@ -22,7 +22,7 @@ protected:
     void ExpectNothingLeft(const std::optional<std::string>& saved)
     {
         EXPECT_EQ(saved, std::nullopt);
-        EXPECT_FALSE(hourglass_);
+        EXPECT_FALSE(observer_.hourglass);
         EXPECT_TRUE(TestServer::WaitForProcesses(0));
         EXPECT_FALSE(std::filesystem::exists(Target()));
     }
@@ -37,7 +37,7 @@ TEST_F(ExcelFailureTest, TemplateThatCannotBeOpenedQuitsTheApplication)
 {
     TestServer::Order({"fail Workbooks.Open 1 The workbook is open elsewhere."});
     ExpectNothingLeft(Run(excel::CreateApplication));
-    EXPECT_THAT(reporter_.reports, ElementsAre(OpenSentence() + "The workbook is open elsewhere."));
+    EXPECT_THAT(observer_.reports, ElementsAre(OpenSentence() + "The workbook is open elsewhere."));
     EXPECT_TRUE(server_.Has("Application#1.Visible get () -> VT_BOOL false"));
     EXPECT_TRUE(server_.Has("Application#1.Quit call ()"));
     EXPECT_TRUE(server_.Has("Application ends: it was told to"));
@@ -47,23 +47,23 @@ TEST_F(ExcelFailureTest, TemplateThatIsNoWorkbookIsReportedInTheApplicationsWord
 {
     folder_.Write("Desk.xlsx", "plain text");
     ExpectNothingLeft(Run(excel::CreateApplication));
-    ASSERT_THAT(reporter_.reports, SizeIs(1));
-    EXPECT_THAT(reporter_.reports.front(), HasSubstr("is not a workbook"));
+    ASSERT_THAT(observer_.reports, SizeIs(1));
+    EXPECT_THAT(observer_.reports.front(), HasSubstr("is not a workbook"));
 }
 
 TEST_F(ExcelFailureTest, FailureWithoutWordsIsDescribedAllTheSame)
 {
     TestServer::Order({"answer Workbooks.Open 1 1 0x80070005"});
     ExpectNothingLeft(Run(excel::CreateApplication));
-    ASSERT_THAT(reporter_.reports, SizeIs(1));
-    EXPECT_GT(reporter_.reports.front().size(), OpenSentence().size());
+    ASSERT_THAT(observer_.reports, SizeIs(1));
+    EXPECT_GT(observer_.reports.front().size(), OpenSentence().size());
 }
 
 TEST_F(ExcelFailureTest, SaveThatFailsQuitsTheApplication)
 {
     TestServer::Order({"fail Workbook.SaveAs 1 The disk is full."});
     ExpectNothingLeft(Run(excel::CreateApplication));
-    EXPECT_THAT(reporter_.reports,
+    EXPECT_THAT(observer_.reports,
                 ElementsAre("Failed to save the calendar file.\r\nThe disk is full."));
     EXPECT_TRUE(server_.Has("Application#1.Quit call ()"));
     EXPECT_TRUE(server_.Has("Application ends: it was told to"));
@@ -73,7 +73,7 @@ TEST_F(ExcelFailureTest, CellThatFailsEndsItsMonthAlone)
 {
     TestServer::Order({"fail Range.Value 40 The cell is protected."});
     EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
-    EXPECT_THAT(reporter_.reports,
+    EXPECT_THAT(observer_.reports,
                 ElementsAre("Error in filling data(2024-2).\r\nThe cell is protected."));
     EXPECT_EQ(TestServer::Processes().size(), 1U);
     TestServer::CloseAll();
@@ -83,7 +83,7 @@ TEST_F(ExcelFailureTest, MissingSheetIsReportedAndTheRunGoesOn)
 {
     sets_.Monthly.SheetName = "Nowhere";
     EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
-    EXPECT_THAT(reporter_.reports, ElementsAre("The sheet Nowhere does not exist."));
+    EXPECT_THAT(observer_.reports, ElementsAre("The sheet Nowhere does not exist."));
     TestServer::CloseAll();
 }
 
@@ -100,7 +100,7 @@ TEST_F(ExcelFailureTest, BusyApplicationIsWaitedFor)
         {"answer Worksheet.Cells 5 3 0x800AC472", "answer Workbooks.Open 1 1 0x80010001",
          "answer Workbook.SaveAs 1 2 0x8001010A", "answer Application.Visible 1 1 0x800AC472"});
     EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
-    EXPECT_THAT(reporter_.reports, IsEmpty());
+    EXPECT_THAT(observer_.reports, IsEmpty());
     EXPECT_EQ(server_.Count("-> answers 0x800AC472"), 4);
     EXPECT_EQ(server_.Count("-> answers 0x80010001"), 1);
     EXPECT_EQ(server_.Count("-> answers 0x8001010A"), 2);
@@ -111,7 +111,7 @@ TEST_F(ExcelFailureTest, MessageFilterOfTheApplicationIsWaitedFor)
 {
     TestServer::Order({"reject Workbooks.Open 1 3", "retry Range.Value 20 2"});
     EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
-    EXPECT_THAT(reporter_.reports, IsEmpty());
+    EXPECT_THAT(observer_.reports, IsEmpty());
     EXPECT_EQ(server_.Count("Filter rejects a call"), 3);
     EXPECT_EQ(server_.Count("Filter asks to retry later"), 2);
     TestServer::CloseAll();
@@ -129,7 +129,7 @@ private:
 };
 
 /// As the engine starts an instance, but with another clock.
-std::unique_ptr<generate::Application> StartWithClock(std::chrono::milliseconds& passed)
+std::unique_ptr<book::Application> StartWithClock(std::chrono::milliseconds& passed)
 {
     const auto start = [] {
         excel::Pointer<IDispatch> object;
@@ -149,9 +149,9 @@ TEST_P(ExcelBusyTest, OneThatStaysBusyIsGivenUpAfterAMinuteWithOneReport)
     TestServer::Order({std::string("answer Worksheet.Cells 20 1000000 ") + GetParam().second});
     std::chrono::milliseconds passed{0};
     ExpectNothingLeft(Run([&] { return StartWithClock(passed); }));
-    ASSERT_THAT(reporter_.reports, SizeIs(1));
-    EXPECT_THAT(reporter_.reports.front(), HasSubstr("Error in filling data(2024-1).\r\n"));
-    EXPECT_THAT(reporter_.reports.front(), HasSubstr("busy"));
+    ASSERT_THAT(observer_.reports, SizeIs(1));
+    EXPECT_THAT(observer_.reports.front(), HasSubstr("Error in filling data(2024-1).\r\n"));
+    EXPECT_THAT(observer_.reports.front(), HasSubstr("busy"));
     EXPECT_GE(passed, std::chrono::seconds(59));
     EXPECT_LE(passed, std::chrono::seconds(62));
 }
@@ -175,8 +175,8 @@ TEST_P(ExcelDeathTest, EndsTheRunWithOneReportAndNoProcess)
     TestServer::Order({std::string("die ") + GetParam().order});
     const auto saved = Run(excel::CreateApplication);
     EXPECT_EQ(server_.Count("-> dies"), 1);
-    EXPECT_THAT(reporter_.reports, SizeIs(1));
-    EXPECT_FALSE(hourglass_);
+    EXPECT_THAT(observer_.reports, SizeIs(1));
+    EXPECT_FALSE(observer_.hourglass);
     EXPECT_TRUE(TestServer::WaitForProcesses(0));
     EXPECT_EQ(std::filesystem::exists(Target()), GetParam().saved);
     EXPECT_TRUE(GetParam().saved || !saved);
@@ -206,8 +206,8 @@ TEST_F(ExcelFailureTest, DeathAtQuitLeavesTheReportOfTheFailureBefore)
     TestServer::Order(
         {"fail Workbooks.Open 1 The workbook is open elsewhere.", "die Application.Quit 1"});
     ExpectNothingLeft(Run(excel::CreateApplication));
-    ASSERT_THAT(reporter_.reports, testing::Not(IsEmpty()));
-    EXPECT_EQ(reporter_.reports.front(), OpenSentence() + "The workbook is open elsewhere.");
+    ASSERT_THAT(observer_.reports, testing::Not(IsEmpty()));
+    EXPECT_EQ(observer_.reports.front(), OpenSentence() + "The workbook is open elsewhere.");
 }
 
 /// One that hangs is ended by its user, who has no other way.
@@ -222,7 +222,7 @@ TEST_F(ExcelFailureTest, HangingApplicationThatIsEndedEndsTheRun)
     });
     ExpectNothingLeft(Run(excel::CreateApplication));
     user.join();
-    EXPECT_THAT(reporter_.reports, ElementsAre(HasSubstr("Error in filling data(2024-2).\r\n")));
+    EXPECT_THAT(observer_.reports, ElementsAre(HasSubstr("Error in filling data(2024-2).\r\n")));
 }
 
 TEST_F(ExcelFailureTest, NextRunWorksAfterADeath)
@@ -231,7 +231,7 @@ TEST_F(ExcelFailureTest, NextRunWorksAfterADeath)
     EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
     TestServer::Order({});
     EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
-    EXPECT_THAT(reporter_.reports, SizeIs(1));
+    EXPECT_THAT(observer_.reports, SizeIs(1));
     TestServer::CloseAll();
 }
 

@@ -111,7 +111,7 @@ public:
         sets_.Yearly.ColIntervalOfMonth = kBlockColumns;
         sets_.Yearly.RowIntervalOfMonth = kBlockRows;
         saved = Run(excel::CreateApplication).value_or("");
-        reports = reporter_.reports;
+        reports = observer_.reports;
     }
     void TestBody() override {}
 

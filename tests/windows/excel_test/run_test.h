@@ -18,7 +18,7 @@ namespace orrery::excel_test {
 
 /// Runs for the year 2024 on a template "Desk.xlsx" of three sheets; both calendars are switched
 /// on and write days alone.
-class RunTest : public testing::Test, public generate::GenerateView {
+class RunTest : public testing::Test {
 protected:
     void SetUp() override
     {
@@ -32,26 +32,19 @@ protected:
     {
         const std::string folder = util::WithTrailingSeparator(util::FromPath(folder_.Path()));
         const std::string output = folder + "out" + util::kSeparator;
-        const auto saved = generate::RunGenerate({"2024", "Desk.xlsx", folder, output}, sets_,
-                                                 start, context_, *this);
+        const auto saved =
+            generate::RunGenerate({"2024", "Desk.xlsx", folder, output}, sets_, start, context_);
         return saved ? std::optional(saved->workbook) : std::nullopt;
     }
-
-    void ShowProblem(const generate::RequestProblem& problem) override
-    {
-        ADD_FAILURE() << problem.message;
-    }
-    void SetHourglass(bool on) override { hourglass_ = on; }
 
     std::filesystem::path Target() const { return folder_.Path() / "out" / "2024Desk.xlsx"; }
 
     TestServer server_;
     testing_support::ScratchFolder folder_;
     model::NameTables names_ = fake::TestNames();
-    fake::ListReporter reporter_;
-    generate::Context context_{names_, reporter_};
+    fake::ListObserver observer_;
+    generate::Context context_{names_, observer_};
     model::ParameterSets sets_;
-    bool hourglass_ = false;
 };
 
 } // namespace orrery::excel_test

@@ -1,9 +1,9 @@
 // Files of the users' own code page and of UTF-8, read and written back.
 
+#include "app/settings.h"
 #include "generate/run_support.h"
 #include "holidays/holiday_readers.h"
 #include "model/parameter_file.h"
-#include "ui/settings.h"
 #include "ui/tip_form.h"
 #include "util/file_replace.h"
 #include "util/paths.h"

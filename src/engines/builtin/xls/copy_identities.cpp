@@ -1,6 +1,6 @@
 #include "engines/builtin/xls/copy_identities.h"
 
-#include "engines/builtin/xls/compound_writer.h"
+#include "engines/builtin/xls/compound/compound_writer.h"
 #include "util/text.h"
 #include "util/unicode.h"
 

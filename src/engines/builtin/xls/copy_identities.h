@@ -1,9 +1,9 @@
 #pragma once
 
-#include "engines/builtin/xls/compound_file.h"
-#include "engines/builtin/xls/drawing_group.h"
-#include "engines/builtin/xls/references.h"
-#include "engines/builtin/xls/template_sheet.h"
+#include "engines/builtin/xls/compound/compound_file.h"
+#include "engines/builtin/xls/drawing/drawing_group.h"
+#include "engines/builtin/xls/formula/references.h"
+#include "engines/builtin/xls/sheet/template_sheet.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "engines/builtin/xls/globals_patch.h"
 
-#include "engines/builtin/xls/bytes.h"
-#include "engines/builtin/xls/unicode_string.h"
+#include "engines/builtin/xls/compound/bytes.h"
+#include "engines/builtin/xls/records/unicode_string.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "engines/builtin/xls/globals.h"
-#include "engines/builtin/xls/references.h"
-#include "engines/builtin/xls/shared_strings.h"
-#include "engines/builtin/xls/sheet_places.h"
+#include "engines/builtin/xls/formula/references.h"
+#include "engines/builtin/xls/records/globals.h"
+#include "engines/builtin/xls/records/shared_strings.h"
+#include "engines/builtin/xls/sheet/sheet_places.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #include "engines/builtin/xls/stale_sheets.h"
 
-#include "engines/builtin/common/recalculation.h"
+#include "engines/builtin/edit/recalculation.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -10,7 +10,7 @@
 namespace orrery::xls {
 namespace {
 
-using builtin::SheetReads;
+using edit::SheetReads;
 
 /// Formulas of the template refer to its own sheets, never to a copy.
 SheetReads ReadsOf(const FormulaFacts& facts, const Globals& globals,
@@ -44,7 +44,7 @@ std::vector<bool> FindStaleSheets(const Globals& globals, std::vector<TemplateSh
                    ? ReadsOf(original.Facts(), globals, positions)
                    : SheetReads();
     };
-    auto stale = builtin::SpreadChanges(std::move(written), readsOf);
+    auto stale = edit::SpreadChanges(std::move(written), readsOf);
     for (std::size_t i = 0; i < sheets.size(); ++i) {
         auto& original = originals[sheets[i].Origin];
         stale[i] = stale[i] && original.IsWorksheet() && original.Facts().hasFormulas &&

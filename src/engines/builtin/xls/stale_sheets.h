@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engines/builtin/xls/globals.h"
-#include "engines/builtin/xls/references.h"
-#include "engines/builtin/xls/template_sheet.h"
+#include "engines/builtin/xls/formula/references.h"
+#include "engines/builtin/xls/records/globals.h"
+#include "engines/builtin/xls/sheet/template_sheet.h"
 
 #include <vector>
 

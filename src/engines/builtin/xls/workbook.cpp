@@ -1,9 +1,9 @@
 #include "engines/builtin/xls/workbook.h"
 
-#include "engines/builtin/xls/bytes.h"
+#include "engines/builtin/common/naming.h"
+#include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/copy_identities.h"
-#include "engines/builtin/xls/encryption.h"
-#include "engines/common/sheet_names.h"
+#include "engines/builtin/xls/records/encryption.h"
 #include "util/error.h"
 #include "util/file_replace.h"
 #include "util/paths.h"
@@ -15,8 +15,7 @@
 namespace orrery::xls {
 namespace {
 
-using engines::CopyName;
-using engines::SameSheetName;
+using builtin::Naming;
 using util::Error;
 using util::ErrorKind;
 
@@ -44,53 +43,62 @@ EntryId FindStream(const CompoundFile& file)
 
 } // namespace
 
+TemplateSheet& Sheet::Original() const
+{
+    return workbook_.template_[Origin()];
+}
+
 Sheet::Sheet(Workbook& workbook, std::string name, std::size_t origin)
-    : workbook_(workbook), name_(std::move(name)), origin_(origin)
+    : edit::Sheet(workbook, std::move(name), origin), workbook_(workbook)
 {
 }
 
-void Sheet::SetName(std::string_view name)
+void Sheet::CheckRenamable()
 {
-    workbook_.Naming([&] { workbook_.Rename(*this, name); });
+    if (IsWorksheet())
+        Original().Text();
 }
 
-void Sheet::CopyAfter(generate::Worksheet& after)
+std::unique_ptr<edit::Sheet> Sheet::MakeCopy()
 {
-    workbook_.Naming([&] { workbook_.Copy(*this, dynamic_cast<Sheet&>(after)); });
+    Original().Text();
+    workbook_.CheckCopyable(*this);
+    auto copy = std::make_unique<Sheet>(workbook_, TemplateName(), Origin());
+    copy->cells_ = cells_;
+    return copy;
 }
 
-generate::Worksheet* Sheet::Next()
+void Sheet::Write(std::int32_t row, std::int32_t column, const book::CellValue& value)
 {
-    const auto next = workbook_.PositionOf(*this) + 1;
-    return next < workbook_.sheets_.size() ? workbook_.sheets_[next].get() : nullptr;
-}
-
-void Sheet::SetCell(std::int32_t row, std::int32_t column, const generate::CellValue& value,
-                    generate::CellMember /*member*/)
-{
-    workbook_.Naming([&] { workbook_.Write(*this, row, column, value); });
-}
-
-Workbook::Workbook(std::filesystem::path path) : path_(std::move(path))
-{
-    Naming([this] { Read(); });
-}
-
-void Workbook::Naming(const std::function<void()>& action) const
-{
-    try {
-        action();
+    if (!cells_)
+        cells_.emplace(Original().Text());
+    cells_->CheckWritable(row, column, workbook_.CellFormats());
+    if (!cells_->TakesValue(row, column))
+        return;
+    if (!workbook_.CellFormats().Has(Original().Text()->FormatOf({row, column})))
+        ThrowDamaged("the format of a cell is not in its list of formats");
+    if (const auto* text = std::get_if<std::string>(&value)) {
+        const auto index = workbook_.Strings().IndexOf(*text);
+        cells_->Set(row, column, SheetCells::Text{static_cast<std::uint32_t>(index)});
     }
-    catch (const Error& error) {
-        if (!error.Subject().empty())
-            throw;
-        throw Error(error.Kind(), util::FromPath(path_), error.Cause());
+    else {
+        cells_->Set(row, column, std::get<std::int16_t>(value));
     }
+}
+
+Workbook::Workbook(std::filesystem::path path) : edit::Workbook(std::move(path))
+{
+    Naming(Path(), [this] { Read(); });
+}
+
+std::size_t Workbook::MostSheets() const
+{
+    return std::numeric_limits<std::int16_t>::max();
 }
 
 void Workbook::Read()
 {
-    file_ = std::make_unique<CompoundFile>(ReadWholeFile(path_));
+    file_ = std::make_unique<CompoundFile>(ReadWholeFile(Path()));
     streamEntry_ = FindStream(*file_);
     auto encrypted = file_->ReadStream(streamEntry_);
     auto stream = Decrypt(encrypted);
@@ -123,7 +131,7 @@ void Workbook::ReadSheets()
         const bool isLast = next == begins.end() || i + 1 == entries.size();
         if (!template_.back().IsWhole() && (isLast || !template_.back().IsReadable()))
             ThrowDamaged("a sheet has no end");
-        sheets_.push_back(std::make_unique<Sheet>(*this, entries[i].Name, i));
+        Add(std::make_unique<Sheet>(*this, entries[i].Name, i));
     }
     FindTails();
 }
@@ -148,88 +156,21 @@ void Workbook::FindTails()
     end_ = {order.back()->Place().end, stream_.size()};
 }
 
-generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
-{
-    for (const auto& sheet : sheets_) {
-        if (OriginalOf(*sheet).IsWorksheet() && SameSheetName(sheet->name_, name))
-            return sheet.get();
-    }
-    return nullptr;
-}
-
-std::size_t Workbook::PositionOf(const Sheet& sheet) const
-{
-    return builtin::PositionOf(sheets_, sheet);
-}
-
-void Workbook::CheckStructure(const std::string& name) const
-{
-    if (globals_->IsStructureProtected())
-        throw Error(ErrorKind::StructureProtected, name);
-}
-
-void Workbook::Rename(Sheet& sheet, std::string_view name)
-{
-    if (name == sheet.name_)
-        return;
-    CheckStructure(sheet.name_);
-    engines::CheckSheetName(name, builtin::NamesBeside(sheets_, &sheet));
-    if (OriginalOf(sheet).IsWorksheet())
-        OriginalOf(sheet).Text(); // what is damaged stays as it is
-    sheet.name_ = name;
-}
-
-void Workbook::Copy(Sheet& model, const Sheet& after)
-{
-    CheckStructure(model.name_);
-    if (!OriginalOf(model).IsWorksheet())
-        throw Error(ErrorKind::NotAWorksheet, model.name_);
-    if (sheets_.size() >= std::numeric_limits<std::int16_t>::max())
-        throw Error(ErrorKind::SheetNotCopied, model.name_, "the workbook has too many sheets");
-    OriginalOf(model).Text();
-    CheckCopyable(model);
-    const auto taken = builtin::NamesBeside<Sheet>(sheets_, nullptr);
-    auto copy = std::make_unique<Sheet>(*this, CopyName(model.name_, taken), model.origin_);
-    copy->isCopy_ = true;
-    copy->cells_ = model.cells_;
-    sheets_.insert(sheets_.begin() + static_cast<std::ptrdiff_t>(PositionOf(after)) + 1,
-                   std::move(copy));
-}
-
-void Workbook::Write(Sheet& sheet, std::int32_t row, std::int32_t column,
-                     const generate::CellValue& value)
-{
-    if (!OriginalOf(sheet).IsWorksheet())
-        throw Error(ErrorKind::NotAWorksheet, sheet.name_);
-    if (!sheet.cells_)
-        sheet.cells_.emplace(OriginalOf(sheet).Text());
-    sheet.cells_->CheckWritable(row, column, CellFormats());
-    if (!sheet.cells_->TakesValue(row, column))
-        return;
-    if (!CellFormats().Has(OriginalOf(sheet).Text()->FormatOf({row, column})))
-        ThrowDamaged("the format of a cell is not in its list of formats");
-    if (const auto* text = std::get_if<std::string>(&value))
-        sheet.cells_->Set(row, column,
-                          SheetCells::Text{static_cast<std::uint32_t>(Strings().IndexOf(*text))});
-    else
-        sheet.cells_->Set(row, column, std::get<std::int16_t>(value));
-}
-
 /// What cannot be copied is told when it is asked for, not when the workbook is saved.
 void Workbook::CheckCopyable(const Sheet& model)
 {
-    if (std::find(copyable_.begin(), copyable_.end(), model.origin_) != copyable_.end())
+    if (std::find(copyable_.begin(), copyable_.end(), model.Origin()) != copyable_.end())
         return;
-    const std::vector<SavedSheet> copy = {{model.name_, model.origin_, true}};
+    const std::vector<SavedSheet> copy = {{model.CurrentName(), model.Origin(), true}};
     try {
         CopyIdentities(*globals_, *file_, template_, copy);
     }
     catch (const Error& error) {
         if (error.Kind() != ErrorKind::SheetNotCopied)
             throw;
-        throw Error(error.Kind(), model.name_, error.Cause());
+        throw Error(error.Kind(), model.CurrentName(), error.Cause());
     }
-    copyable_.push_back(model.origin_);
+    copyable_.push_back(model.Origin());
 }
 
 SharedStrings& Workbook::Strings()

@@ -1,17 +1,16 @@
-#include "engines/builtin/xls/bytes.h"
-#include "engines/builtin/xls/compound_writer.h"
+#include "engines/builtin/common/naming.h"
+#include "engines/builtin/xls/compound/bytes.h"
+#include "engines/builtin/xls/compound/compound_writer.h"
 #include "engines/builtin/xls/copy_identities.h"
 #include "engines/builtin/xls/globals_patch.h"
-#include "engines/builtin/xls/sheet_bytes.h"
+#include "engines/builtin/xls/sheet/sheet_bytes.h"
 #include "engines/builtin/xls/stale_sheets.h"
 #include "engines/builtin/xls/workbook.h"
-#include "engines/common/sheet_names.h"
 #include "util/error.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <unordered_map>
 #include <utility>
 
 namespace orrery::xls {
@@ -47,8 +46,6 @@ struct Workbook::Saving {
     References references;
     CopyIdentities identities;
     std::vector<bool> recalculate; // by position
-    /// The template's sheets by their names there, folded.
-    std::unordered_map<std::string, const Sheet*> originals;
 
     explicit Saving(Workbook& workbook)
         : sheets(workbook.SavedSheets()), tabIds(TabIds(*workbook.globals_, sheets)),
@@ -56,16 +53,12 @@ struct Workbook::Saving {
           identities(*workbook.globals_, *workbook.file_, workbook.template_, sheets),
           recalculate(workbook.StaleSheets(sheets))
     {
-        for (const auto& sheet : workbook.sheets_) {
-            if (!sheet->isCopy_)
-                originals.emplace(engines::FoldCase(workbook.TemplateName(*sheet)), sheet.get());
-        }
     }
 };
 
-void Workbook::SaveAs(const std::filesystem::path& target, generate::AccessMode /*accessMode*/)
+void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode /*accessMode*/)
 {
-    Naming([&] {
+    builtin::Naming(Path(), [&] {
         CompoundWriter writer(*file_);
         std::optional<Saving> saving;
         if (IsChanged()) {
@@ -82,32 +75,14 @@ void Workbook::SaveAs(const std::filesystem::path& target, generate::AccessMode 
     });
 }
 
-bool Workbook::IsChanged() const
-{
-    return HasCopies() || HasRenamed() ||
-           std::any_of(sheets_.begin(), sheets_.end(),
-                       [](const auto& sheet) { return sheet->IsWritten(); });
-}
-
-bool Workbook::HasCopies() const
-{
-    return sheets_.size() > template_.size();
-}
-
-bool Workbook::HasRenamed() const
-{
-    return std::any_of(sheets_.begin(), sheets_.end(),
-                       [this](const auto& sheet) { return sheet->name_ != TemplateName(*sheet); });
-}
-
 /// Before anything is written. What is written into cells is little beside it.
 void Workbook::CheckSize(const Saving& saving) const
 {
     CheckGrowth("the data of its controls", saving.identities.ControlBytes(), kMostControlBytes);
     std::uint64_t bytes = file_->Size() + saving.identities.AddedBytes();
-    for (const auto& sheet : sheets_) {
-        if (sheet->isCopy_)
-            bytes += template_[sheet->origin_].Bytes().size();
+    for (const auto& sheet : saving.sheets) {
+        if (sheet.IsCopy)
+            bytes += template_[sheet.Origin].Bytes().size();
     }
     CheckGrowth("the file with all copies", bytes, kMostFileBytes);
 }
@@ -115,25 +90,22 @@ void Workbook::CheckSize(const Saving& saving) const
 std::vector<SavedSheet> Workbook::SavedSheets() const
 {
     std::vector<SavedSheet> saved;
-    for (const auto& sheet : sheets_)
-        saved.push_back({sheet->name_, sheet->origin_, sheet->isCopy_});
+    for (const Sheet* sheet : Sheets<Sheet>())
+        saved.push_back({sheet->CurrentName(), sheet->Origin(), sheet->IsCopy()});
     return saved;
 }
 
 std::vector<bool> Workbook::StaleSheets(const std::vector<SavedSheet>& saved)
 {
-    std::vector<bool> written;
-    for (const auto& sheet : sheets_)
-        written.push_back(sheet->IsWritten());
-    return FindStaleSheets(*globals_, template_, saved, std::move(written));
+    return FindStaleSheets(*globals_, template_, saved, WrittenSheets());
 }
 
 std::uint32_t Workbook::TextReferences()
 {
     std::size_t references = 0;
-    for (const auto& sheet : sheets_)
+    for (const Sheet* sheet : Sheets<Sheet>())
         references +=
-            sheet->cells_ ? sheet->cells_->TextReferences() : OriginalOf(*sheet).SharedTexts();
+            sheet->cells_ ? sheet->cells_->TextReferences() : sheet->Original().SharedTexts();
     return static_cast<std::uint32_t>(references);
 }
 
@@ -142,38 +114,25 @@ void Workbook::WriteStream(StreamSink& sink, const Saving& saving)
     const auto globals = GlobalsBytes(saving);
     sink.Append(globals);
     const auto places = OffsetPlaces(globals);
-    if (places.size() != sheets_.size())
+    const auto sheets = Sheets<Sheet>();
+    if (places.size() != sheets.size())
         ThrowDamaged("its list of sheets cannot be read");
-    for (std::size_t i = 0; i < sheets_.size(); ++i) {
+    for (std::size_t i = 0; i < sheets.size(); ++i) {
         if (sink.Size() > std::numeric_limits<std::uint32_t>::max())
-            throw util::Error(util::ErrorKind::SheetNotCopied, sheets_[i]->name_,
+            throw util::Error(util::ErrorKind::SheetNotCopied, sheets[i]->CurrentName(),
                               "the workbook would be larger than its format allows");
         const auto offset = static_cast<std::uint32_t>(sink.Size());
         sink.Patch(places[i], Number(offset));
         sink.Append(SheetBytes(i, offset, saving));
-        if (!sheets_[i]->isCopy_)
-            sink.Append(OriginalOf(*sheets_[i]).Tail());
+        if (!sheets[i]->IsCopy())
+            sink.Append(sheets[i]->Original().Tail());
     }
     sink.Append(end_.In(stream_));
 }
 
-SheetNameLookup Workbook::NamesFor(const Sheet* owner, const Saving& saving) const
-{
-    return [this, owner, &saving](std::string_view name) -> std::optional<std::string> {
-        const auto folded = engines::FoldCase(name);
-        const auto found = saving.originals.find(folded);
-        const Sheet* named = found == saving.originals.end() ? nullptr : found->second;
-        if (owner && engines::FoldCase(TemplateName(*owner)) == folded)
-            named = owner;
-        if (named == nullptr || named->name_ == TemplateName(*named))
-            return std::nullopt;
-        return named->name_;
-    };
-}
-
 std::string Workbook::GlobalsBytes(const Saving& saving)
 {
-    const auto names = NamesFor(nullptr, saving);
+    const auto names = NamesSeenBy(nullptr);
     const bool recalculate = std::find(saving.recalculate.begin(), saving.recalculate.end(),
                                        true) != saving.recalculate.end();
     SavedGlobals saved{saving.sheets, saving.references, saving.tabIds, names};
@@ -188,9 +147,9 @@ std::string Workbook::GlobalsBytes(const Saving& saving)
 }
 
 /// Gives a copy's bytes what tells it from its model.
-TextPatch Workbook::MakeCopy(std::string& bytes, std::size_t position, const Saving& saving)
+TextPatch Workbook::MakeCopyBytes(std::string& bytes, std::size_t position, const Saving& saving)
 {
-    const auto& places = OriginalOf(*sheets_[position]).Places();
+    const auto& places = template_[saving.sheets[position].Origin].Places();
     TextPatch patch;
     if (saving.references.ChangeAt(position))
         RemapFormulas(bytes, saving.references.MapFor(position));
@@ -202,17 +161,18 @@ TextPatch Workbook::MakeCopy(std::string& bytes, std::size_t position, const Sav
 
 std::string Workbook::SheetBytes(std::size_t position, std::size_t offset, const Saving& saving)
 {
-    const auto& sheet = *sheets_[position];
-    auto& original = OriginalOf(sheet);
+    const auto& sheet = SheetAt<Sheet>(position);
+    auto& original = sheet.Original();
     std::string bytes(original.Bytes());
     TextPatch patch;
-    if (sheet.isCopy_)
-        patch = MakeCopy(bytes, position, saving);
+    if (sheet.IsCopy())
+        patch = MakeCopyBytes(bytes, position, saving);
     // Of several selected sheets every entry would go into all of them, so only the active one
     // stays selected beside copies.
     if (HasCopies())
-        original.Places().Select(bytes, !sheet.isCopy_ && sheet.origin_ == globals_->ActiveSheet());
-    original.Places().Rename(patch, bytes, NamesFor(&sheet, saving));
+        original.Places().Select(bytes,
+                                 !sheet.IsCopy() && sheet.Origin() == globals_->ActiveSheet());
+    original.Places().Rename(patch, bytes, NamesSeenBy(&sheet));
     if (!original.IsWorksheet() || !original.IsSound())
         return patch.Apply(bytes);
     return MakeSheet(*original.Text(), bytes, sheet.cells_ ? &*sheet.cells_ : nullptr,

@@ -1,7 +1,7 @@
 #include "engines/builtin/xlsx/copy_plan.h"
 
 #include "engines/builtin/xlsx/identities.h"
-#include "engines/builtin/xlsx/part_names.h"
+#include "engines/builtin/xlsx/package/part_names.h"
 #include "util/error.h"
 #include "util/paths.h"
 

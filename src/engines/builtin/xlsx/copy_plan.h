@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/builtin/xlsx/package.h"
+#include "engines/builtin/xlsx/package/package.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "engines/builtin/xlsx/defined_names.h"
 
-#include "engines/builtin/xlsx/xml_attribute.h"
-#include "engines/builtin/xlsx/xml_reading.h"
+#include "engines/builtin/xml/attribute_patch.h"
+#include "engines/builtin/xml/reading.h"
 #include "engines/common/sheet_names.h"
 
 #include <limits>
@@ -49,7 +49,7 @@ private:
             return; // of no sheet: left as it was found
         ReplaceFormula(entry, FormulaAt(entry, position));
         if (position != origin)
-            SetAttribute(patch_, xml_, entry.begin, kLocalSheet, std::to_string(position));
+            xml::SetAttribute(patch_, xml_, entry.begin, kLocalSheet, std::to_string(position));
         for (const std::size_t copy : PositionsOfCopies(sheets_, origin))
             AddTwin(entry, copy, FormulaAt(entry, copy));
     }
@@ -82,7 +82,7 @@ private:
     void ReplaceFormula(const NameEntry& entry, const std::string& formula)
     {
         if (formula != entry.Formula)
-            patch_.Replace(entry.formulaBegin, entry.formulaEnd, EncodeXmlText(formula));
+            patch_.Replace(entry.formulaBegin, entry.formulaEnd, xml::EncodeText(formula));
     }
 
     /// The same element with all its attributes, for the sheet at `position`. A second name of the
@@ -93,10 +93,10 @@ private:
             return;
         const std::string_view element = xml_.substr(entry.begin, entry.end - entry.begin);
         TextPatch twin;
-        SetAttribute(twin, element, 0, kLocalSheet, std::to_string(position));
+        xml::SetAttribute(twin, element, 0, kLocalSheet, std::to_string(position));
         if (formula != entry.Formula) {
             twin.Replace(entry.formulaBegin - entry.begin, entry.formulaEnd - entry.begin,
-                         EncodeXmlText(formula));
+                         xml::EncodeText(formula));
         }
         patch_.Insert(entry.end, twin.Apply(element));
     }
@@ -112,16 +112,17 @@ private:
 
 } // namespace
 
-NameEntry ReadDefinedName(XmlScanner& scanner)
+NameEntry ReadDefinedName(xml::Scanner& scanner)
 {
     NameEntry entry;
     entry.begin = scanner.Begin();
     entry.formulaBegin = scanner.End();
     entry.Name = scanner.AttributeText("name").value_or("");
     if (const auto local = scanner.Attribute(kLocalSheet))
-        entry.LocalSheet = ReadDigits(local).value_or(kNoSheet);
-    entry.IsMacro = IsTrue(scanner.Attribute("function")) ||
-                    IsTrue(scanner.Attribute("vbProcedure")) || IsTrue(scanner.Attribute("xlm"));
+        entry.LocalSheet = xml::ReadDigits(local).value_or(kNoSheet);
+    entry.IsMacro = xml::IsTrue(scanner.Attribute("function")) ||
+                    xml::IsTrue(scanner.Attribute("vbProcedure")) ||
+                    xml::IsTrue(scanner.Attribute("xlm"));
     entry.Formula = scanner.ElementText();
     entry.formulaEnd = scanner.Begin();
     entry.end = scanner.End();

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "engines/builtin/common/text_patch.h"
-#include "engines/builtin/xlsx/formula.h"
+#include "engines/builtin/xlsx/formula/formula.h"
 #include "engines/builtin/xlsx/saved_sheet.h"
-#include "engines/builtin/xlsx/xml_scanner.h"
+#include "engines/builtin/xml/scanner.h"
 
 #include <cstddef>
 #include <functional>
@@ -30,7 +30,7 @@ struct NameEntry {
 };
 
 /// Reads a <definedName> from its StartTag to behind its EndTag.
-NameEntry ReadDefinedName(XmlScanner& scanner);
+NameEntry ReadDefinedName(xml::Scanner& scanner);
 
 /// What the sheets and tables are called now.
 struct NameScopes {

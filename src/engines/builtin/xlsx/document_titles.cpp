@@ -1,8 +1,8 @@
 #include "engines/builtin/xlsx/document_titles.h"
 
-#include "engines/builtin/xlsx/formula.h"
-#include "engines/builtin/xlsx/xml_attribute.h"
-#include "engines/builtin/xlsx/xml_reading.h"
+#include "engines/builtin/xlsx/formula/formula.h"
+#include "engines/builtin/xml/attribute_patch.h"
+#include "engines/builtin/xml/reading.h"
 #include "engines/common/sheet_names.h"
 
 #include <algorithm>
@@ -18,11 +18,11 @@ namespace {
 /// An element that holds nothing but text.
 struct Leaf {
     std::string text; ///< decoded
-    TextRange element;
-    TextRange content;
+    xml::TextRange element;
+    xml::TextRange content;
 };
 
-Leaf ReadLeaf(XmlScanner& scanner)
+Leaf ReadLeaf(xml::Scanner& scanner)
 {
     Leaf leaf;
     leaf.element.begin = scanner.Begin();
@@ -52,9 +52,9 @@ Listing ReadListing(std::string_view xml, std::string_view partName)
 {
     Listing listing;
     bool inTitles = false;
-    XmlScanner scanner(xml, partName);
-    for (auto token = scanner.Next(); token != XmlScanner::Token::End; token = scanner.Next()) {
-        if (token != XmlScanner::Token::StartTag)
+    xml::Scanner scanner(xml, partName);
+    for (auto token = scanner.Next(); token != xml::Scanner::Token::End; token = scanner.Next()) {
+        if (token != xml::Scanner::Token::StartTag)
             continue;
         const std::string_view name = scanner.LocalName();
         if (name == "HeadingPairs" || name == "TitlesOfParts") {
@@ -62,7 +62,7 @@ Listing ReadListing(std::string_view xml, std::string_view partName)
         }
         else if (inTitles && name == "vector") {
             listing.vector = scanner.Begin();
-            listing.size = ReadDigits(scanner.Attribute("size"));
+            listing.size = xml::ReadDigits(scanner.Attribute("size"));
         }
         else if (inTitles && name == "lpstr" && listing.size) {
             listing.titles.push_back(ReadLeaf(scanner));
@@ -83,7 +83,7 @@ std::vector<std::size_t> GroupSizes(const Listing& listing)
     std::vector<std::size_t> sizes;
     std::size_t sum = 0;
     for (const Leaf& count : listing.counts) {
-        sizes.push_back(ReadDigits(count.text).value_or(listing.titles.size() + 1));
+        sizes.push_back(xml::ReadDigits(count.text).value_or(listing.titles.size() + 1));
         sum += sizes.back();
     }
     if (sum != listing.titles.size() || listing.size != sum)
@@ -123,8 +123,8 @@ public:
             title = end;
         }
         if (added_ > 0) {
-            SetAttribute(patch_, xml_, listing.vector, "size",
-                         std::to_string(listing.titles.size() + added_));
+            xml::SetAttribute(patch_, xml_, listing.vector, "size",
+                              std::to_string(listing.titles.size() + added_));
         }
         return patch_.Apply(xml_);
     }
@@ -188,7 +188,7 @@ private:
     void ReplaceTitle(const Leaf& title, const std::string& text)
     {
         if (text != title.text)
-            patch_.Replace(title.content.begin, title.content.end, EncodeXmlText(text));
+            patch_.Replace(title.content.begin, title.content.end, xml::EncodeText(text));
     }
 
     void AddTitle(const Leaf& model, const std::string& text)
@@ -196,12 +196,12 @@ private:
         ++added_;
         std::string element(
             xml_.substr(model.element.begin, model.content.begin - model.element.begin));
-        element += EncodeXmlText(text);
+        element += xml::EncodeText(text);
         element += xml_.substr(model.content.end, model.element.end - model.content.end);
         patch_.Insert(model.element.end, std::move(element));
     }
 
-    void ReplaceNumber(const TextRange& place, std::size_t number, std::size_t added)
+    void ReplaceNumber(const xml::TextRange& place, std::size_t number, std::size_t added)
     {
         if (added > 0)
             patch_.Replace(place.begin, place.end, std::to_string(number + added));

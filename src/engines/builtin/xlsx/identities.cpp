@@ -1,8 +1,8 @@
 #include "engines/builtin/xlsx/identities.h"
 
-#include "engines/builtin/xlsx/part_errors.h"
-#include "engines/builtin/xlsx/xml_attribute.h"
-#include "engines/builtin/xlsx/xml_reading.h"
+#include "engines/builtin/xlsx/package/part_errors.h"
+#include "engines/builtin/xml/attribute_patch.h"
+#include "engines/builtin/xml/reading.h"
 #include "util/text.h"
 
 #include <algorithm>
@@ -44,9 +44,9 @@ bool IsSlicer(std::string_view localName)
 template <typename Visit>
 void ForEachElement(std::string_view xml, std::string_view partName, Visit visit)
 {
-    XmlScanner scanner(xml, partName);
-    for (auto token = scanner.Next(); token != XmlScanner::Token::End; token = scanner.Next()) {
-        if (token == XmlScanner::Token::StartTag)
+    xml::Scanner scanner(xml, partName);
+    for (auto token = scanner.Next(); token != xml::Scanner::Token::End; token = scanner.Next()) {
+        if (token == xml::Scanner::Token::StartTag)
             visit(scanner);
     }
 }
@@ -70,25 +70,26 @@ std::string DerivedGuid(std::string_view guid, std::uint32_t copy)
     return text.data();
 }
 
-void RenameTable(TextPatch& patch, std::string_view xml, const XmlScanner& element,
+void RenameTable(TextPatch& patch, std::string_view xml, const xml::Scanner& element,
                  const CopyIdentity& identity)
 {
     const auto name = element.AttributeText("displayName");
     if (element.Depth() != 1 || !name || !identity.tables.contains(*name))
         return;
-    SetAttribute(patch, xml, element.Begin(), "id", std::to_string(identity.tableIds.at(*name)));
-    SetAttribute(patch, xml, element.Begin(), "displayName", identity.tables.at(*name));
-    SetAttribute(patch, xml, element.Begin(), "name", identity.tables.at(*name));
+    xml::SetAttribute(patch, xml, element.Begin(), "id",
+                      std::to_string(identity.tableIds.at(*name)));
+    xml::SetAttribute(patch, xml, element.Begin(), "displayName", identity.tables.at(*name));
+    xml::SetAttribute(patch, xml, element.Begin(), "name", identity.tables.at(*name));
 }
 
-void RenameSlicer(TextPatch& patch, std::string_view xml, const XmlScanner& element,
+void RenameSlicer(TextPatch& patch, std::string_view xml, const xml::Scanner& element,
                   const CopyIdentity& identity)
 {
     const auto name = element.AttributeText("name");
     if (!IsSlicer(element.LocalName()) || !name)
         return;
     if (const auto found = identity.slicers.find(*name); found != identity.slicers.end())
-        SetAttribute(patch, xml, element.Begin(), "name", found->second);
+        xml::SetAttribute(patch, xml, element.Begin(), "name", found->second);
 }
 
 // A comment's author names its thread ("tc={...}"), a reply its parent: the GUIDs stand in element
@@ -118,12 +119,12 @@ std::vector<Declaration> DeclarationsIn(const Package& package, const std::strin
     std::vector<Declaration> declared;
     if (kind != PartKind::Table && kind != PartKind::Slicers && kind != PartKind::ThreadedComments)
         return declared;
-    const auto text = [](const XmlScanner& element, std::string_view name) {
+    const auto text = [](const xml::Scanner& element, std::string_view name) {
         return element.AttributeText(name).value_or("");
     };
-    ForEachElement(*package.ReadXml(part), part, [&](const XmlScanner& element) {
+    ForEachElement(*package.ReadXml(part), part, [&](const xml::Scanner& element) {
         if (kind == PartKind::Table && element.Depth() == 1) {
-            const auto id = ReadDigits(text(element, "id")).value_or(0);
+            const auto id = xml::ReadDigits(text(element, "id")).value_or(0);
             declared.push_back(
                 {kind, text(element, "displayName"), static_cast<std::uint32_t>(id)});
         }
@@ -220,7 +221,7 @@ TextPatch ApplyIdentity(std::string_view xml, std::string_view partName, std::st
         return ReplaceGuids(xml, identity);
     if (kind == PartKind::Other)
         return patch;
-    ForEachElement(xml, partName, [&](const XmlScanner& element) {
+    ForEachElement(xml, partName, [&](const xml::Scanner& element) {
         if (kind == PartKind::Table)
             RenameTable(patch, xml, element, identity);
         else

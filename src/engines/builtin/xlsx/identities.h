@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engines/builtin/common/text_patch.h"
-#include "engines/builtin/xlsx/package.h"
+#include "engines/builtin/xlsx/package/package.h"
 
 #include <cstdint>
 #include <map>

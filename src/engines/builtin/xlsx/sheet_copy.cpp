@@ -1,7 +1,7 @@
 #include "engines/builtin/xlsx/sheet_copy.h"
 
-#include "engines/builtin/xlsx/part_names.h"
-#include "engines/builtin/xlsx/sheet_tables.h"
+#include "engines/builtin/xlsx/package/part_names.h"
+#include "engines/builtin/xlsx/sheet/sheet_tables.h"
 #include "util/error.h"
 #include "util/paths.h"
 

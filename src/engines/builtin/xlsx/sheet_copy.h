@@ -1,9 +1,9 @@
 #pragma once
 
 #include "engines/builtin/xlsx/copy_plan.h"
+#include "engines/builtin/xlsx/formula/references.h"
 #include "engines/builtin/xlsx/identities.h"
-#include "engines/builtin/xlsx/package.h"
-#include "engines/builtin/xlsx/references.h"
+#include "engines/builtin/xlsx/package/package.h"
 #include "util/error.h"
 
 #include <cstddef>
@@ -39,7 +39,7 @@ public:
     /// The most that a workbook may become by copies: as many parts as a zip container can list
     /// without its 64-bit extension, and as many unpacked bytes as are read.
     static constexpr std::size_t kMostParts = 65535;
-    static constexpr std::uint64_t kMostBytes = ZipReader::kMostUnpacked;
+    static constexpr std::uint64_t kMostBytes = zip::kMostUnpacked;
 
     /// The package outlives the copier.
     SheetCopier(Package& package, const std::vector<std::string>& definedNames);

@@ -1,7 +1,8 @@
 #include "engines/builtin/xlsx/workbook.h"
 
-#include "engines/builtin/xlsx/part_errors.h"
-#include "engines/builtin/xlsx/xml_scanner.h"
+#include "engines/builtin/common/naming.h"
+#include "engines/builtin/xlsx/package/part_errors.h"
+#include "engines/builtin/xml/scanner.h"
 #include "util/error.h"
 #include "util/paths.h"
 
@@ -10,8 +11,7 @@
 namespace orrery::xlsx {
 namespace {
 
-using engines::CopyName;
-using engines::SameSheetName;
+using builtin::Naming;
 using util::Error;
 using util::ErrorKind;
 
@@ -23,9 +23,9 @@ std::string SiblingType(const std::string& type, std::string_view lastWord)
 
 std::string RootNamespace(std::string_view xml, std::string_view partName)
 {
-    XmlScanner scanner(xml, partName);
-    for (auto token = scanner.Next(); token != XmlScanner::Token::End; token = scanner.Next()) {
-        if (token == XmlScanner::Token::StartTag)
+    xml::Scanner scanner(xml, partName);
+    for (auto token = scanner.Next(); token != xml::Scanner::Token::End; token = scanner.Next()) {
+        if (token == xml::Scanner::Token::StartTag)
             return scanner.NamespaceUri();
     }
     return {};
@@ -34,38 +34,18 @@ std::string RootNamespace(std::string_view xml, std::string_view partName)
 } // namespace
 
 Sheet::Sheet(Workbook& workbook, SheetEntry entry, std::size_t origin, std::string part, Kind kind)
-    : workbook_(workbook), name_(entry.Name), templateName_(std::move(entry.Name)), origin_(origin),
+    : edit::Sheet(workbook, std::move(entry.Name), origin), workbook_(workbook),
       sheetId_(entry.SheetId), relationshipId_(std::move(entry.RelationshipId)),
       part_(std::move(part)), kind_(kind)
 {
 }
 
-void Sheet::SetName(std::string_view name)
+std::unique_ptr<edit::Sheet> Sheet::MakeCopy()
 {
-    workbook_.Rename(*this, name);
+    return workbook_.Copy(*this);
 }
 
-void Sheet::CopyAfter(generate::Worksheet& after)
-{
-    Naming(workbook_.package_.Path(),
-           [&] { workbook_.Copy(*this, dynamic_cast<const Sheet&>(after)); });
-}
-
-generate::Worksheet* Sheet::Next()
-{
-    const auto next = workbook_.PositionOf(*this) + 1;
-    return next < workbook_.sheets_.size() ? workbook_.sheets_[next].get() : nullptr;
-}
-
-void Sheet::SetCell(std::int32_t row, std::int32_t column, const generate::CellValue& value,
-                    generate::CellMember /*member*/)
-{
-    if (kind_ != Kind::Worksheet)
-        throw Error(ErrorKind::NotAWorksheet, name_);
-    Naming(workbook_.package_.Path(), [&] { Write(row, column, value); });
-}
-
-void Sheet::Write(std::int32_t row, std::int32_t column, const generate::CellValue& value)
+void Sheet::Write(std::int32_t row, std::int32_t column, const book::CellValue& value)
 {
     auto& cells = Cells();
     cells.CheckWritable(row, column, workbook_.CellStyles());
@@ -77,7 +57,7 @@ void Sheet::Write(std::int32_t row, std::int32_t column, const generate::CellVal
         Tables().WriteTotal(cell, value);
     const auto* text = header ? &*header : std::get_if<std::string>(&value);
     if (text)
-        cells.Set(row, column, SheetCells::Text{workbook_.Strings().IndexOf(*text)});
+        cells.Set(row, column, SharedText{workbook_.Strings().IndexOf(*text)});
     else
         cells.Set(row, column, std::get<std::int16_t>(value));
 }
@@ -115,7 +95,7 @@ SheetTables& Sheet::Tables()
     return *tables_;
 }
 
-Workbook::Workbook(const std::filesystem::path& path) : package_(path)
+Workbook::Workbook(const std::filesystem::path& path) : edit::Workbook(path), package_(path)
 {
     templateParts_ = package_.PartNames();
     workbookPart_ = package_.MainPart();
@@ -147,71 +127,31 @@ void Workbook::ReadSheets()
         const auto kind =
             relationship->Is("worksheet") ? Sheet::Kind::Worksheet : Sheet::Kind::Other;
         templateNames_.push_back(entry.Name);
-        sheets_.push_back(
-            std::make_unique<Sheet>(*this, entry, sheets_.size(), std::move(target), kind));
-        originals_.emplace(engines::FoldCase(entry.Name), sheets_.back().get());
+        Add(std::make_unique<Sheet>(*this, entry, templateNames_.size() - 1, std::move(target),
+                                    kind));
     }
 }
 
-generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
+std::unique_ptr<Sheet> Workbook::Copy(Sheet& model)
 {
-    for (const auto& sheet : sheets_) {
-        if (sheet->kind_ == Sheet::Kind::Worksheet && SameSheetName(sheet->name_, name))
-            return sheet.get();
-    }
-    return nullptr;
-}
-
-std::size_t Workbook::PositionOf(const Sheet& sheet) const
-{
-    return builtin::PositionOf(sheets_, sheet);
-}
-
-void Workbook::CheckStructure(const std::string& name) const
-{
-    if (part_->IsStructureProtected())
-        throw Error(ErrorKind::StructureProtected, name);
-}
-
-void Workbook::Rename(Sheet& sheet, std::string_view name)
-{
-    if (name == sheet.name_)
-        return;
-    CheckStructure(sheet.name_);
-    engines::CheckSheetName(name, builtin::NamesBeside(sheets_, &sheet));
-    sheet.name_ = name;
-}
-
-void Workbook::Copy(Sheet& model, const Sheet& after)
-{
-    CheckStructure(model.name_);
-    if (model.kind_ != Sheet::Kind::Worksheet)
-        throw Error(ErrorKind::NotAWorksheet, model.name_);
     if (!copier_) {
         std::vector<std::string> definedNames;
         for (const auto& name : part_->Names())
             definedNames.push_back(name.Name);
         copier_ = std::make_unique<SheetCopier>(package_, definedNames);
     }
-
-    std::vector<std::string> taken;
     SheetEntry entry;
-    for (const auto& sheet : sheets_)
-        taken.push_back(sheet->name_);
+    entry.Name = model.TemplateName();
     entry.SheetId = FreeSheetId();
-    const auto& templatePart = sheets_[PositionOfOriginal(model.origin_)]->part_;
-    auto copy = std::make_unique<Sheet>(*this, entry, model.origin_, std::string(), model.kind_);
-    copy->name_ = CopyName(model.name_, taken);
-    copy->templateName_ = model.templateName_;
-    copy->isCopy_ = true;
+    auto copy = std::make_unique<Sheet>(*this, entry, model.Origin(), std::string(), model.kind_);
     copy->text_ = model.Text();
     copy->cells_ = model.cells_;
     copy->tables_ = model.Tables();
     NamesOfOwner names{[this, sheet = copy.get()] { return NamesFor(sheet); },
                        [this, sheet = copy.get()] { return TablesFor(sheet); }};
-    sheets_.reserve(sheets_.size() + 1);
     const auto copied = copier_->Copy(
-        templatePart, [this, sheet = copy.get()] { return SheetXml(*sheet); }, std::move(names));
+        OriginalOf(model).part_, [this, sheet = copy.get()] { return SheetXml(*sheet); },
+        std::move(names));
     try {
         copy->part_ = copied.part;
         copy->identity_ = copied.identity;
@@ -225,31 +165,21 @@ void Workbook::Copy(Sheet& model, const Sheet& after)
         copier_->TakeBack(copied); // its content reads the copy, which goes
         throw;
     }
-    sheets_.insert(sheets_.begin() + static_cast<std::ptrdiff_t>(PositionOf(after)) + 1,
-                   std::move(copy));
+    return copy;
 }
 
 /// One behind the highest; where that is beyond what Excel takes, the lowest that is free.
 std::uint32_t Workbook::FreeSheetId() const
 {
-    constexpr std::uint32_t kHighest = 65534; // [MS-OI29500] 2.1.607
     std::set<std::uint32_t> taken;
-    for (const auto& sheet : sheets_)
+    for (const Sheet* sheet : Sheets<Sheet>())
         taken.insert(sheet->sheetId_);
-    if (*taken.rbegin() < kHighest)
+    if (*taken.rbegin() < kHighestSheetId)
         return *taken.rbegin() + 1;
     std::uint32_t id = 1;
     for (auto next = taken.lower_bound(id); next != taken.end() && *next == id; ++next)
         ++id;
     return id;
-}
-
-std::size_t Workbook::PositionOfOriginal(std::size_t origin) const
-{
-    const auto found = std::find_if(sheets_.begin(), sheets_.end(), [&](const auto& sheet) {
-        return !sheet->isCopy_ && sheet->origin_ == origin;
-    });
-    return static_cast<std::size_t>(found - sheets_.begin());
 }
 
 SharedStrings& Workbook::Strings()
@@ -309,29 +239,6 @@ const Styles& Workbook::CellStyles()
             styles_.emplace(std::string_view(), part);
     }
     return *styles_;
-}
-
-const Sheet* Workbook::FindOriginal(std::string_view templateName) const
-{
-    const auto found = originals_.find(engines::FoldCase(templateName));
-    return found == originals_.end() ? nullptr : found->second;
-}
-
-SheetNames Workbook::NamesFor(const Sheet* owner) const
-{
-    const auto nameOf = [](const Sheet* meant) -> std::optional<std::string> {
-        if (!meant || meant->name_ == meant->templateName_)
-            return std::nullopt;
-        return meant->name_;
-    };
-    const auto original = [this, nameOf](std::string_view name) {
-        return nameOf(FindOriginal(name));
-    };
-    const auto own = [owner, nameOf, original](std::string_view name) {
-        const bool itself = owner && SameSheetName(owner->templateName_, name);
-        return itself ? nameOf(owner) : original(name);
-    };
-    return {own, original};
 }
 
 } // namespace orrery::xlsx

@@ -1,7 +1,9 @@
 #include "engines/builtin/xlsx/workbook_part.h"
 
-#include "engines/builtin/xlsx/xml_attribute.h"
-#include "engines/builtin/xlsx/xml_reading.h"
+#include "engines/builtin/xlsx/package/part_names.h"
+
+#include "engines/builtin/xml/attribute_patch.h"
+#include "engines/builtin/xml/reading.h"
 #include "util/error.h"
 
 #include <algorithm>
@@ -11,7 +13,7 @@
 namespace orrery::xlsx {
 namespace {
 
-using Token = XmlScanner::Token;
+using Token = xml::Scanner::Token;
 
 // The elements of the workbook that stand before <calcPr>, as far as a missing one goes behind
 // them.
@@ -19,9 +21,9 @@ constexpr std::array<std::string_view, 4> kBeforeCalculation = {
     "sheets", "functionGroups", "externalReferences", "definedNames"};
 
 /// The attribute r:id, whatever the prefix for relationships is.
-std::optional<XmlAttribute> RelationshipAttribute(const XmlScanner& element)
+std::optional<xml::ScannedAttribute> RelationshipAttribute(const xml::Scanner& element)
 {
-    for (const XmlAttribute& attribute : element.Attributes()) {
+    for (const xml::ScannedAttribute& attribute : element.Attributes()) {
         const std::size_t colon = attribute.name.find(':');
         if (colon != attribute.name.npos && attribute.name.substr(colon + 1) == "id" &&
             element.NamespaceUri(attribute.name.substr(0, colon)).ends_with("/relationships"))
@@ -38,7 +40,7 @@ public:
 
     void Read()
     {
-        EnterRoot(scanner_);
+        xml::EnterRoot(scanner_);
         if (!scanner_.Prefix().empty())
             part_.prefix_ = std::string(scanner_.Prefix()) + ':';
         for (auto token = scanner_.Next(); token != Token::End; token = scanner_.Next()) {
@@ -72,7 +74,7 @@ private:
             part_.calculations_.push_back(scanner_.Begin());
         }
         else if (name == "workbookProtection") {
-            part_.structureProtected_ = IsTrue(scanner_.Attribute("lockStructure"));
+            part_.structureProtected_ = xml::IsTrue(scanner_.Attribute("lockStructure"));
         }
         else if (std::find(kBeforeCalculation.begin(), kBeforeCalculation.end(), name) !=
                  kBeforeCalculation.end()) {
@@ -90,9 +92,9 @@ private:
             Fail("a sheet without a name");
         entry.Name = *name;
         entry.SheetId =
-            static_cast<std::uint32_t>(ReadDigits(scanner_.Attribute("sheetId")).value_or(0));
+            static_cast<std::uint32_t>(xml::ReadDigits(scanner_.Attribute("sheetId")).value_or(0));
         if (const auto id = RelationshipAttribute(scanner_)) {
-            entry.RelationshipId = DecodeXmlAttribute(id->raw);
+            entry.RelationshipId = xml::DecodeAttribute(id->raw);
             entry.relationshipAttribute = id->name;
         }
         entry.begin = scanner_.Begin();
@@ -104,7 +106,7 @@ private:
     void ReadView()
     {
         if (part_.views_.empty())
-            part_.activeSheet_ = ReadDigits(scanner_.Attribute("activeTab")).value_or(0);
+            part_.activeSheet_ = xml::ReadDigits(scanner_.Attribute("activeTab")).value_or(0);
         part_.views_.push_back(scanner_.Begin());
     }
 
@@ -127,7 +129,7 @@ private:
     }
 
     WorkbookPart& part_;
-    XmlScanner scanner_;
+    xml::Scanner scanner_;
     bool beforeCalculation_ = false; // since the last end of a top-level element
     std::size_t listDepth_ = 0;      // of the list of sheets; 0 outside it
 };
@@ -164,7 +166,7 @@ void WorkbookPart::PatchSheets(TextPatch& patch, const std::vector<SavedSheet>& 
             continue;
         }
         if (sheet.Name != entry.Name)
-            SetAttribute(patch, *xml_, entry.begin, "name", sheet.Name);
+            xml::SetAttribute(patch, *xml_, entry.begin, "name", sheet.Name);
         place = entry.end;
     }
 }
@@ -174,23 +176,23 @@ std::string WorkbookPart::CopiedEntry(const SheetEntry& entry, const SavedSheet&
     const std::string_view element =
         std::string_view(*xml_).substr(entry.begin, entry.end - entry.begin);
     TextPatch patch;
-    SetAttribute(patch, element, 0, "name", copy.Name);
-    SetAttribute(patch, element, 0, "sheetId", std::to_string(copy.SheetId));
+    xml::SetAttribute(patch, element, 0, "name", copy.Name);
+    xml::SetAttribute(patch, element, 0, "sheetId", std::to_string(copy.SheetId));
     if (!entry.relationshipAttribute.empty())
-        SetAttribute(patch, element, 0, entry.relationshipAttribute, copy.RelationshipId);
+        xml::SetAttribute(patch, element, 0, entry.relationshipAttribute, copy.RelationshipId);
     return patch.Apply(element);
 }
 
 void WorkbookPart::PatchViews(TextPatch& patch, const std::vector<SavedSheet>& sheets) const
 {
     for (const std::size_t view : views_) {
-        XmlScanner scanner(std::string_view(*xml_).substr(view));
+        xml::Scanner scanner(std::string_view(*xml_).substr(view));
         scanner.Next();
         for (const std::string_view attribute : {"activeTab", "firstSheet"}) {
-            const std::size_t origin = ReadDigits(scanner.Attribute(attribute)).value_or(0);
+            const std::size_t origin = xml::ReadDigits(scanner.Attribute(attribute)).value_or(0);
             const std::size_t position = PositionOfOriginal(sheets, origin);
             if (position != origin && position < sheets.size())
-                SetAttribute(patch, *xml_, view, attribute, std::to_string(position));
+                xml::SetAttribute(patch, *xml_, view, attribute, std::to_string(position));
         }
     }
 }
@@ -199,7 +201,7 @@ void WorkbookPart::PatchCalculation(TextPatch& patch) const
 {
     constexpr std::string_view kOnLoad = "fullCalcOnLoad";
     for (const std::size_t element : calculations_)
-        SetAttribute(patch, *xml_, element, kOnLoad, "1");
+        xml::SetAttribute(patch, *xml_, element, kOnLoad, "1");
     if (calculations_.empty()) {
         patch.Insert(calculationPlace_,
                      "<" + prefix_ + "calcPr " + std::string(kOnLoad) + "=\"1\"/>");

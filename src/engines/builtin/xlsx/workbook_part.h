@@ -3,8 +3,8 @@
 #include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/defined_names.h"
 #include "engines/builtin/xlsx/document_titles.h"
-#include "engines/builtin/xlsx/formula.h"
-#include "engines/builtin/xlsx/package.h"
+#include "engines/builtin/xlsx/formula/formula.h"
+#include "engines/builtin/xlsx/package/package.h"
 #include "engines/builtin/xlsx/saved_sheet.h"
 #include "engines/common/sheet_names.h"
 

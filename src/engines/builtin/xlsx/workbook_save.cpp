@@ -1,8 +1,8 @@
 #include "engines/builtin/xlsx/workbook.h"
 
-#include "engines/builtin/common/recalculation.h"
+#include "engines/builtin/common/naming.h"
 #include "engines/builtin/xlsx/document_titles.h"
-#include "engines/builtin/xlsx/part_errors.h"
+#include "engines/builtin/xlsx/package/part_errors.h"
 
 #include <algorithm>
 
@@ -24,9 +24,9 @@ bool NamesNoSheets(std::string_view type)
 
 } // namespace
 
-void Workbook::SaveAs(const std::filesystem::path& target, generate::AccessMode /*accessMode*/)
+void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode /*accessMode*/)
 {
-    Naming(package_.Path(), [&] {
+    builtin::Naming(package_.Path(), [&] {
         for (const auto& part : templateParts_) {
             if (package_.Has(part))
                 package_.Restore(part); // every save starts from the template
@@ -43,44 +43,35 @@ void Workbook::SaveAs(const std::filesystem::path& target, generate::AccessMode 
     });
 }
 
-bool Workbook::HasRenamedOriginals() const
-{
-    return std::any_of(sheets_.begin(), sheets_.end(), [](const auto& sheet) {
-        return !sheet->isCopy_ && sheet->name_ != sheet->templateName_;
-    });
-}
-
 // Whole sheets are looked at, not single cells: a sheet is computed anew when it was written or
 // when its formulas may read one that is.
 std::set<const Sheet*> Workbook::SheetsToRecalculate() const
 {
-    std::vector<bool> changed;
-    std::map<const Sheet*, std::size_t> positions;
-    for (const auto& sheet : sheets_) {
-        positions.emplace(sheet.get(), changed.size());
-        changed.push_back(sheet->IsWritten());
-    }
-    changed = builtin::SpreadChanges(
-        std::move(changed), [&](std::size_t i) { return ReadsOf(*sheets_[i], positions); });
+    const auto sheets = Sheets<Sheet>();
+    std::map<const edit::Sheet*, std::size_t> positions;
+    for (const Sheet* sheet : sheets)
+        positions.emplace(sheet, positions.size());
+    const auto changed = edit::SpreadChanges(
+        WrittenSheets(), [&](std::size_t i) { return ReadsOf(*sheets[i], positions); });
     std::set<const Sheet*> recalculate;
-    for (std::size_t i = 0; i < sheets_.size(); ++i) {
-        const auto* text = changed[i] ? sheets_[i]->ReadableText() : nullptr;
+    for (std::size_t i = 0; i < sheets.size(); ++i) {
+        const auto* text = changed[i] ? sheets[i]->ReadableText() : nullptr;
         if (text != nullptr && text->HasFormulas())
-            recalculate.insert(sheets_[i].get());
+            recalculate.insert(sheets[i]);
     }
     return recalculate;
 }
 
-builtin::SheetReads Workbook::ReadsOf(const Sheet& sheet,
-                                      const std::map<const Sheet*, std::size_t>& positions) const
+edit::SheetReads Workbook::ReadsOf(const Sheet& sheet,
+                                   const std::map<const edit::Sheet*, std::size_t>& positions) const
 {
-    builtin::SheetReads reads;
+    edit::SheetReads reads;
     const auto* text = sheet.ReadableText();
     if (text == nullptr || !text->HasFormulas())
         return reads;
     reads.everything = text->Facts().ReadsElsewhere;
     for (const auto& name : text->Facts().Sheets) {
-        if (const Sheet* read = FindOriginal(name))
+        if (const auto* const read = FindOriginal(name))
             reads.sheets.push_back(positions.at(read));
     }
     return reads;
@@ -121,8 +112,8 @@ const TableNames& Workbook::TablesFor(const Sheet* owner) const
 TableNames Workbook::CollectTables(const Sheet* owner) const
 {
     TableNames names;
-    for (const auto& sheet : sheets_) {
-        if (sheet->isCopy_ || !sheet->tables_)
+    for (const Sheet* sheet : Sheets<Sheet>()) {
+        if (sheet->IsCopy() || !sheet->tables_)
             continue;
         for (auto& change : sheet->tables_->Changes()) {
             const auto name = change.name;
@@ -141,8 +132,8 @@ TableNames Workbook::CollectTables(const Sheet* owner) const
 
 bool Workbook::HasChangedTables() const
 {
-    return std::any_of(sheets_.begin(), sheets_.end(), [](const auto& sheet) {
-        return !sheet->isCopy_ && sheet->tables_ && sheet->tables_->HasChanges();
+    return std::ranges::any_of(Sheets<Sheet>(), [](const Sheet* sheet) {
+        return !sheet->IsCopy() && sheet->tables_ && sheet->tables_->HasChanges();
     });
 }
 
@@ -152,10 +143,10 @@ TextPatch Workbook::SelectionPatch(const Sheet& sheet) const
 {
     const auto& text = *sheet.Text();
     TextPatch patch;
-    const bool active = !sheet.isCopy_ && sheet.origin_ == part_->ActiveSheet();
+    const bool active = !sheet.IsCopy() && sheet.Origin() == part_->ActiveSheet();
     if (HasCopies())
         patch.Add(text.SelectTab(active));
-    if (const auto& codeName = text.CodeName(); codeName && sheet.isCopy_)
+    if (const auto& codeName = text.CodeName(); codeName && sheet.IsCopy())
         patch.Remove(codeName->begin, codeName->end);
     return patch;
 }
@@ -163,9 +154,9 @@ TextPatch Workbook::SelectionPatch(const Sheet& sheet) const
 void Workbook::PutSheets()
 {
     const bool all = HasCopies() || HasRenamedOriginals() || HasChangedTables();
-    for (const auto& sheet : sheets_) {
-        const bool needsLook = all || sheet->IsWritten() || recalculate_.contains(sheet.get());
-        if (sheet->isCopy_ || !needsLook || sheet->ReadableText() == nullptr)
+    for (const Sheet* sheet : Sheets<Sheet>()) {
+        const bool needsLook = all || sheet->IsWritten() || recalculate_.contains(sheet);
+        if (sheet->IsCopy() || !needsLook || sheet->ReadableText() == nullptr)
             continue; // copies were put when they were made; what is damaged stays as it is
         auto patch = SheetPatch(*sheet);
         if (patch.Empty())
@@ -184,7 +175,7 @@ void Workbook::PutRenamedParts()
     const auto names = NamesFor(nullptr);
     const auto& tables = TablesFor(nullptr);
     std::set<std::string> done = {PartKey(workbookPart_)}; // worksheets are put by themselves
-    for (const auto& sheet : sheets_) {
+    for (const Sheet* sheet : Sheets<Sheet>()) {
         if (sheet->kind_ == Sheet::Kind::Worksheet)
             done.insert(PartKey(sheet->part_));
     }
@@ -220,7 +211,7 @@ void Workbook::PutSharedStrings()
     if (!strings_ || !strings_->Changed())
         return;
     long references = 0;
-    for (const auto& sheet : sheets_) {
+    for (const Sheet* sheet : Sheets<Sheet>()) {
         if (sheet->cells_)
             references += sheet->cells_->AddedTextReferences();
     }
@@ -231,8 +222,8 @@ void Workbook::PutSharedStrings()
 std::vector<SavedSheet> Workbook::SavedSheets() const
 {
     std::vector<SavedSheet> saved;
-    for (const auto& sheet : sheets_)
-        saved.push_back({sheet->name_, sheet->origin_, sheet->isCopy_, sheet->sheetId_,
+    for (const Sheet* sheet : Sheets<Sheet>())
+        saved.push_back({sheet->CurrentName(), sheet->Origin(), sheet->IsCopy(), sheet->sheetId_,
                          sheet->relationshipId_});
     return saved;
 }
@@ -244,8 +235,8 @@ void Workbook::PutWorkbookPart()
         return;
     auto xml = part_->ToXml(
         SavedSheets(), recalculate, NamesFor(nullptr), TablesFor(nullptr),
-        [this](std::size_t position) { return NamesFor(sheets_[position].get()); },
-        [this](std::size_t position) { return TablesFor(sheets_[position].get()); });
+        [this](std::size_t position) { return NamesFor(&SheetAt<Sheet>(position)); },
+        [this](std::size_t position) { return TablesFor(&SheetAt<Sheet>(position)); });
     package_.Put(workbookPart_, package_.TypeOf(workbookPart_), std::move(xml));
 }
 
@@ -267,9 +258,9 @@ void Workbook::PutTitles()
 // is wrong.
 void Workbook::DropCalculationChain()
 {
-    const bool wrong = std::any_of(sheets_.begin(), sheets_.end(), [](const auto& sheet) {
+    const bool wrong = std::ranges::any_of(Sheets<Sheet>(), [](const Sheet* sheet) {
         return (sheet->cells_ && sheet->cells_->RemovesFormulas()) ||
-               (sheet->isCopy_ && sheet->Text()->HasFormulas());
+               (sheet->IsCopy() && sheet->Text()->HasFormulas());
     });
     auto relationships = package_.RelationshipsOf(workbookPart_);
     const auto* chain = relationships.FindByType("calcChain");

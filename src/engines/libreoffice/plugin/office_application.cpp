@@ -5,7 +5,8 @@
 namespace orrery::libreoffice {
 
 OfficeApplication::OfficeApplication(const StartOptions& options)
-    : hasDisplay_(options.hasDisplay), office_(options)
+    : hasDisplay_(options.hasDisplay), hasProtectedStructure_(options.hasProtectedStructure),
+      office_(options)
 {
 }
 
@@ -40,14 +41,15 @@ void OfficeApplication::SetScreenUpdating(bool on)
 }
 
 // Every workbook is a document of its own, apart from its file, so that each is read-only.
-generate::Workbook& OfficeApplication::OpenWorkbook(const std::filesystem::path& path,
-                                                    bool /*readOnly*/)
+book::Workbook& OfficeApplication::OpenWorkbook(const std::filesystem::path& path,
+                                                bool /*readOnly*/)
 {
-    workbooks_.push_back(std::make_unique<Workbook>(office_, path, switches_));
+    workbooks_.push_back(
+        std::make_unique<Workbook>(office_, path, switches_, hasProtectedStructure_));
     return *workbooks_.back();
 }
 
-void OfficeApplication::ReleaseWorkbook(generate::Workbook& workbook)
+void OfficeApplication::ReleaseWorkbook(book::Workbook& workbook)
 {
     auto& open = static_cast<Workbook&>(workbook);
     if (open.IsSeen())

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "book/spreadsheet.h"
 #include "engines/libreoffice/plugin/office.h"
 #include "engines/libreoffice/plugin/workbook.h"
-#include "generate/spreadsheet.h"
 
 #include <memory>
 #include <vector>
@@ -11,7 +11,7 @@ namespace orrery::libreoffice {
 
 /// One instance of its own. Once a saved workbook was made visible, and there is a display to see
 /// it on, it belongs to the user and goes on running; else it ends with this object.
-class OfficeApplication : public generate::Application {
+class OfficeApplication : public book::Application {
 public:
     explicit OfficeApplication(const StartOptions& options);
     ~OfficeApplication() override;
@@ -24,8 +24,8 @@ public:
     bool Visible() const override { return switches_.visible; }
     void SetInteractive(bool on) override;
     void SetScreenUpdating(bool on) override;
-    generate::Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) override;
-    void ReleaseWorkbook(generate::Workbook& workbook) override;
+    book::Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) override;
+    void ReleaseWorkbook(book::Workbook& workbook) override;
     void Quit() override;
 
 private:
@@ -35,6 +35,7 @@ private:
 
     Switches switches_;
     bool hasDisplay_;
+    StructureReader hasProtectedStructure_;
     bool belongsToUser_ = false; // a workbook was left to the user, in its window
     Office office_;
     std::vector<std::unique_ptr<Workbook>> workbooks_;

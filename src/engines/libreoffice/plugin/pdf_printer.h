@@ -6,7 +6,7 @@
 namespace orrery::libreoffice {
 
 /// Prints with an instance of its own that is never shown.
-class OfficePdfPrinter : public generate::PdfPrinter {
+class OfficePdfPrinter : public book::PdfPrinter {
 public:
     explicit OfficePdfPrinter(const StartOptions& options) : office_(options) {}
     ~OfficePdfPrinter() override { office_.Quit(); }

@@ -8,11 +8,11 @@ namespace {
 
 class OfficePlugin : public Plugin {
 public:
-    std::unique_ptr<generate::Application> StartApplication(const StartOptions& options) override
+    std::unique_ptr<book::Application> StartApplication(const StartOptions& options) override
     {
         return std::make_unique<OfficeApplication>(options);
     }
-    std::unique_ptr<generate::PdfPrinter> StartPdfPrinter(const StartOptions& options) override
+    std::unique_ptr<book::PdfPrinter> StartPdfPrinter(const StartOptions& options) override
     {
         return std::make_unique<OfficePdfPrinter>(options);
     }

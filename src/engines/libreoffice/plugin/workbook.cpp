@@ -1,7 +1,5 @@
 #include "engines/libreoffice/plugin/workbook.h"
 
-#include "engines/builtin/xlsx/package.h"
-#include "engines/builtin/xlsx/workbook_part.h"
 #include "engines/common/sheet_names.h"
 #include "engines/libreoffice/plugin/document.h"
 
@@ -9,7 +7,6 @@
 #include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/document/XUndoManagerSupplier.hpp>
 #include <com/sun/star/sheet/XScenario.hpp>
-#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 
 #include <algorithm>
@@ -20,19 +17,6 @@ namespace {
 
 using css::uno::UNO_QUERY_THROW;
 using util::ErrorKind;
-
-/// Whether a package protects its sheets' names and order, which LibreOffice does not read.
-bool HasProtectedStructure(const std::filesystem::path& path)
-{
-    try {
-        const xlsx::Package package(path);
-        const std::string& part = package.MainPart();
-        return xlsx::WorkbookPart(package.ReadXml(part), part).IsStructureProtected();
-    }
-    catch (const Error&) { // LibreOffice mends some files that are damaged
-        return false;
-    }
-}
 
 /// Scenarios are sheets to LibreOffice, which it counts but does not write: names of sheets behind
 /// them would be those of others, or of none.
@@ -47,17 +31,17 @@ void RemoveScenarios(const Reference<css::sheet::XSpreadsheets>& sheets)
 
 } // namespace
 
-Workbook::Workbook(Office& office, const std::filesystem::path& path, const Switches& switches)
-    : office_(office), model_(OpenDocument(office, path, LoadMode::AsTemplate))
+Workbook::Workbook(Office& office, const std::filesystem::path& path, const Switches& switches,
+                   const StructureReader& hasProtectedStructure)
+    : office_(office), sheets_(office), model_(OpenDocument(office, path, LoadMode::AsTemplate))
 {
     office_.Call([&] {
         filter_ = FilterOf(model_);
-        isBinary_ = filter_ == kBinaryFilter || filter_ == kBinaryTemplateFilter;
         Adopt();
-        if (!isBinary_) {
-            if (HasProtectedStructure(path))
+        if (!sheets_.IsBinary()) {
+            if (hasProtectedStructure && hasProtectedStructure(path))
                 Reference<css::util::XProtectable>(model_, UNO_QUERY_THROW)->protect("");
-            RemoveScenarios(sheets_);
+            RemoveScenarios(sheets_.Collection());
         }
         // Nothing that is written here will be taken back.
         const Reference<css::document::XUndoManagerSupplier> undo(model_, UNO_QUERY_THROW);
@@ -66,16 +50,16 @@ Workbook::Workbook(Office& office, const std::filesystem::path& path, const Swit
     Show(switches);
 }
 
-generate::Worksheet* Workbook::FindWorksheet(std::string_view name)
+book::Worksheet* Workbook::FindWorksheet(std::string_view name)
 {
-    for (const std::string& each : SheetNames()) {
+    for (const std::string& each : sheets_.Names()) {
         if (engines::SameSheetName(each, name))
-            return &SheetOf(each);
+            return &sheets_.Of(each);
     }
     return nullptr;
 }
 
-void Workbook::SaveAs(const std::filesystem::path& target, generate::AccessMode /*accessMode*/)
+void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode /*accessMode*/)
 {
     StoreDocument(office_, model_, filter_, target);
     saved_ = target;
@@ -115,49 +99,12 @@ void Workbook::OpenSaved()
     });
     isForUser_ = true;
     isLocked_ = false;
-    known_.clear();
 }
 
 void Workbook::Adopt()
 {
-    const Reference<css::sheet::XSpreadsheetDocument> document(model_, UNO_QUERY_THROW);
-    sheets_ = document->getSheets();
+    sheets_.Adopt(model_, filter_ == kBinaryFilter || filter_ == kBinaryTemplateFilter);
     window_ = model_->getCurrentController()->getFrame()->getContainerWindow();
-}
-
-std::vector<std::string> Workbook::SheetNames() const
-{
-    return office_.Call([&] {
-        const auto names = sheets_->getElementNames();
-        std::vector<std::string> texts(static_cast<std::size_t>(names.getLength()));
-        std::transform(names.begin(), names.end(), texts.begin(), FromUno);
-        return texts;
-    });
-}
-
-Worksheet& Workbook::SheetOf(const std::string& name)
-{
-    // A sheet is renamed through its own object alone, so its name tells which it is.
-    const auto known = std::find_if(known_.begin(), known_.end(),
-                                    [&](const auto& sheet) { return sheet->Name() == name; });
-    if (known != known_.end())
-        return **known;
-    Reference<css::sheet::XSpreadsheet> sheet = office_.Call([&] {
-        return Reference<css::sheet::XSpreadsheet>(sheets_->getByName(ToUno(name)),
-                                                   UNO_QUERY_THROW);
-    });
-    known_.push_back(std::make_unique<Worksheet>(*this, name, sheet));
-    return *known_.back();
-}
-
-void Workbook::CheckStructure(const std::string& sheet) const
-{
-    const bool isProtected = office_.Call([&] {
-        const Reference<css::util::XProtectable> structure(model_, UNO_QUERY_THROW);
-        return static_cast<bool>(structure->isProtected());
-    });
-    if (isProtected)
-        throw Error(ErrorKind::StructureProtected, sheet);
 }
 
 } // namespace orrery::libreoffice

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engines/builtin/xls/bytes.h"
-#include "engines/builtin/xls/records.h"
+#include "engines/builtin/xls/compound/bytes.h"
+#include "engines/builtin/xls/records/records.h"
 
 #include <cstdint>
 #include <string>

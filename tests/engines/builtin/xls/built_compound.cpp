@@ -1,6 +1,6 @@
-#include "built_compound.h"
+#include "xls/built_compound.h"
 
-#include "engines/builtin/xls/bytes.h"
+#include "engines/builtin/xls/compound/bytes.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "../../../util/scratch_folder.h"
-#include "built_compound.h"
-#include "cell_builder.h"
-#include "engines/builtin/xls/compound_file.h"
-#include "engines/builtin/xls/records.h"
-#include "stream_builder.h"
+#include "engines/builtin/xls/compound/compound_file.h"
+#include "engines/builtin/xls/records/records.h"
 #include "util/file_replace.h"
+#include "util/scratch_folder.h"
+#include "xls/built_compound.h"
+#include "xls/cell_builder.h"
+#include "xls/stream_builder.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "stream_builder.h"
+#include "xls/stream_builder.h"
 
 #include <bit>
 #include <cstdint>

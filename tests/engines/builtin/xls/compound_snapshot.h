@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/builtin/xls/compound_file.h"
+#include "engines/builtin/xls/compound/compound_file.h"
 
 #include <gtest/gtest.h>
 #include <map>

@@ -1,8 +1,8 @@
-#include "corpus_streams.h"
+#include "xls/corpus_streams.h"
 
-#include "engines/builtin/xls/bytes.h"
-#include "engines/builtin/xls/compound_file.h"
-#include "engines/builtin/xls/records.h"
+#include "engines/builtin/xls/compound/bytes.h"
+#include "engines/builtin/xls/compound/compound_file.h"
+#include "engines/builtin/xls/records/records.h"
 #include "places/places.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
-#include "built_workbook.h"
-#include "engines/builtin/xls/template_sheet.h"
+#include "engines/builtin/xls/sheet/template_sheet.h"
 #include "engines/builtin/xls/workbook.h"
 #include "util/error.h"
 #include "util/paths.h"
+#include "xls/built_workbook.h"
 #include "xls/saved_book.h"
 
 #include <functional>
@@ -12,9 +12,9 @@ namespace orrery::xls {
 namespace {
 
 using namespace test;
-using generate::AccessMode;
-using generate::CellMember;
-using generate::CellValue;
+using book::AccessMode;
+using book::CellMember;
+using book::CellValue;
 using orrery::test::SavedBook;
 using util::ErrorKind;
 

@@ -1,10 +1,10 @@
-#include "art_builder.h"
-#include "built_workbook.h"
-#include "engines/builtin/xls/shared_strings.h"
+#include "engines/builtin/xls/records/shared_strings.h"
 #include "engines/builtin/xls/workbook.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/paths.h"
+#include "xls/art_builder.h"
+#include "xls/built_workbook.h"
 #include "xls/saved_book.h"
 
 #include <functional>
@@ -16,9 +16,9 @@ namespace orrery::xls {
 namespace {
 
 using namespace test;
-using generate::AccessMode;
-using generate::CellMember;
-using generate::CellValue;
+using book::AccessMode;
+using book::CellMember;
+using book::CellValue;
 using orrery::test::SavedBook;
 using testing::HasSubstr;
 using util::ErrorKind;
@@ -50,8 +50,8 @@ protected:
         WorkbookFile(source_, WorkbookStream({{"Model", WorksheetOf(records)}}, globals));
         return workbook_.emplace(source_);
     }
-    generate::Worksheet& Model() { return *workbook_->FindWorksheet("Model"); }
-    void SetNumber(generate::Worksheet& sheet, std::int16_t number)
+    book::Worksheet& Model() { return *workbook_->FindWorksheet("Model"); }
+    void SetNumber(book::Worksheet& sheet, std::int16_t number)
     {
         sheet.SetCell(1, 1, CellValue(number), CellMember::Value);
     }

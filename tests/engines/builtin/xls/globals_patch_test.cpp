@@ -1,6 +1,6 @@
 #include "engines/builtin/xls/globals_patch.h"
 
-#include "stream_builder.h"
+#include "xls/stream_builder.h"
 
 #include <gtest/gtest.h>
 

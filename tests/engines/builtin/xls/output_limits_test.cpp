@@ -1,10 +1,10 @@
-#include "art_builder.h"
-#include "built_workbook.h"
-#include "engines/builtin/xls/embedded_objects.h"
+#include "engines/builtin/xls/drawing/embedded_objects.h"
 #include "engines/builtin/xls/workbook.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/paths.h"
+#include "xls/art_builder.h"
+#include "xls/built_workbook.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -69,7 +69,7 @@ TEST(XlsOutputLimitTest, CopiesThatGrowBeyondItAreRefusedBeforeTheyAreWritten)
     auto& model = *book.FindWorksheet("Model");
     model.CopyAfter(model);
     try {
-        book.SaveAs(folder / "target.xls", generate::AccessMode::NoChange);
+        book.SaveAs(folder / "target.xls", book::AccessMode::NoChange);
         FAIL() << "300 MiB were written";
     }
     catch (const util::Error& error) {
@@ -93,7 +93,7 @@ TEST(XlsOutputLimitTest, ControlsThatShareTheirDataStaySmall)
     Workbook book(source);
     auto& model = *book.FindWorksheet("Model");
     model.CopyAfter(model);
-    book.SaveAs(folder / "target.xls", generate::AccessMode::NoChange);
+    book.SaveAs(folder / "target.xls", book::AccessMode::NoChange);
     const CompoundFile saved(util::ReadFile(folder / "target.xls").value());
     EXPECT_EQ(saved.Entry(saved.Find("Ctls").value()).size, 2U * kSize);
 }

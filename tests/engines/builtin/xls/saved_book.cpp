@@ -1,6 +1,6 @@
 #include "xls/saved_book.h"
 
-#include "engines/builtin/xls/compound_file.h"
+#include "engines/builtin/xls/compound/compound_file.h"
 #include "util/file_replace.h"
 #include "util/unicode.h"
 

@@ -1,10 +1,10 @@
-#include "art_builder.h"
-#include "built_workbook.h"
-#include "engines/builtin/xls/drawing_places.h"
-#include "engines/builtin/xls/references.h"
-#include "engines/builtin/xls/sheet_tables.h"
+#include "engines/builtin/xls/drawing/drawing_places.h"
+#include "engines/builtin/xls/formula/references.h"
+#include "engines/builtin/xls/sheet/sheet_tables.h"
 #include "engines/builtin/xls/stale_sheets.h"
 #include "engines/builtin/xls/workbook.h"
+#include "xls/art_builder.h"
+#include "xls/built_workbook.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -123,7 +123,7 @@ TEST(XlsScaleTest, ManyLinksAndManySheets)
     const testing_support::ScratchFolder folder;
     Workbook book(WorkbookFile(folder / "source.xls", WorkbookStream(sheets)));
     book.FindWorksheet("Last")->SetName("End");
-    book.SaveAs(folder / "target.xls", generate::AccessMode::NoChange);
+    book.SaveAs(folder / "target.xls", book::AccessMode::NoChange);
     const auto stream = SavedStream(folder / "target.xls");
     const Globals globals(stream);
     const auto begin = globals.Sheets()[0].Offset;
@@ -154,7 +154,7 @@ TEST(XlsScaleTest, ManyObjectsWithDataOfTheirOwn)
         sheet->CopyAfter(*sheet);
         sheet = sheet->Next();
     }
-    book.SaveAs(folder / "target.xls", generate::AccessMode::NoChange);
+    book.SaveAs(folder / "target.xls", book::AccessMode::NoChange);
     const CompoundFile saved(util::ReadFile(folder / "target.xls").value());
     EXPECT_EQ(saved.MembersOf(kRootEntry).size(), 12U * kObjects + 1);
 }

@@ -1,4 +1,4 @@
-#include "seen_sheet.h"
+#include "xls/seen_sheet.h"
 
 #include <algorithm>
 #include <iomanip>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engines/builtin/xls/bytes.h"
-#include "engines/builtin/xls/records.h"
-#include "engines/builtin/xls/unicode_string.h"
+#include "engines/builtin/xls/compound/bytes.h"
+#include "engines/builtin/xls/records/records.h"
+#include "engines/builtin/xls/records/unicode_string.h"
 
 #include <cstdint>
 #include <string>

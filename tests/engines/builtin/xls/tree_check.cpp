@@ -1,4 +1,4 @@
-#include "tree_check.h"
+#include "xls/tree_check.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/builtin/xls/directory_tree.h"
+#include "engines/builtin/xls/compound/directory_tree.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "engines/builtin/xls/workbook.h"
 
-#include "engines/builtin/xls/bytes.h"
-#include "engines/builtin/xls/compound_writer.h"
+#include "engines/builtin/xls/compound/bytes.h"
+#include "engines/builtin/xls/compound/compound_writer.h"
 #include "places/places.h"
 #include "util/error.h"
 #include "util/file_replace.h"
@@ -19,9 +19,9 @@
 namespace orrery::xls {
 namespace {
 
-using generate::AccessMode;
-using generate::CellMember;
-using generate::CellValue;
+using book::AccessMode;
+using book::CellMember;
+using book::CellValue;
 using orrery::test::SavedBook;
 using testing::ElementsAre;
 using util::ErrorKind;
@@ -40,7 +40,7 @@ protected:
         return SavedBook(target_);
     }
 
-    generate::Worksheet& Named(std::string_view name)
+    book::Worksheet& Named(std::string_view name)
     {
         auto* sheet = workbook_.FindWorksheet(name);
         EXPECT_NE(sheet, nullptr) << name;

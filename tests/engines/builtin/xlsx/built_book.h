@@ -1,7 +1,7 @@
 #pragma once
 
-#include "../../../util/scratch_folder.h"
-#include "built_zip.h"
+#include "util/scratch_folder.h"
+#include "zip/built_zip.h"
 
 #include <filesystem>
 #include <map>

@@ -1,10 +1,10 @@
 // Workbooks that are damaged, or odd, in one place: what a calendar touches is refused and leaves
 // the workbook as it was, what it does not touch stays as it is.
 
-#include "built_book.h"
 #include "engines/builtin/xlsx/workbook.h"
-#include "saved_package.h"
 #include "util/error.h"
+#include "xlsx/built_book.h"
+#include "xlsx/saved_package.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,9 +17,9 @@
 namespace orrery::xlsx {
 namespace {
 
-using generate::AccessMode;
-using generate::CellMember;
-using generate::CellValue;
+using book::AccessMode;
+using book::CellMember;
+using book::CellValue;
 using test::BuiltBook;
 using test::SavedPackage;
 using testing::Contains;
@@ -42,8 +42,8 @@ protected:
         workbook_ = std::make_unique<Workbook>(book.WriteTo(folder_));
         return *workbook_;
     }
-    generate::Worksheet& Model() { return *workbook_->FindWorksheet("Model"); }
-    void Write(generate::Worksheet& sheet, std::int32_t row = 2)
+    book::Worksheet& Model() { return *workbook_->FindWorksheet("Model"); }
+    void Write(book::Worksheet& sheet, std::int32_t row = 2)
     {
         sheet.SetCell(row, 2, CellValue(std::string("text")), CellMember::Default);
         sheet.SetCell(row, 3, CellValue(std::int16_t{7}), CellMember::Value);

@@ -1,6 +1,6 @@
 #include "engines/builtin/xlsx/identities.h"
 
-#include "saved_package.h"
+#include "xlsx/saved_package.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

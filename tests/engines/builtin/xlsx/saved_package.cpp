@@ -1,4 +1,4 @@
-#include "saved_package.h"
+#include "xlsx/saved_package.h"
 
 #include "util/paths.h"
 

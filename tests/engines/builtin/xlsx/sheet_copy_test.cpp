@@ -1,6 +1,6 @@
 #include "engines/builtin/xlsx/sheet_copy.h"
 
-#include "saved_package.h"
+#include "xlsx/saved_package.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

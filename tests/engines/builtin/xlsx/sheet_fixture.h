@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/builtin/xlsx/sheet_cells.h"
+#include "engines/builtin/xlsx/sheet/sheet_cells.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -26,7 +26,7 @@ inline std::shared_ptr<const SheetText> ReadSheet(std::string xml)
 /// A value written into a cell.
 struct Write {
     std::string_view cell;
-    SheetCells::Value value;
+    WrittenValue value;
 };
 
 inline Write Number(std::string_view cell, std::int16_t number)
@@ -34,9 +34,9 @@ inline Write Number(std::string_view cell, std::int16_t number)
     return {cell, number};
 }
 
-inline Write SharedText(std::string_view cell, std::size_t index)
+inline Write Text(std::string_view cell, std::size_t index)
 {
-    return {cell, SheetCells::Text{index}};
+    return {cell, SharedText{index}};
 }
 
 inline void SetAll(SheetCells& cells, const std::vector<Write>& writes)

@@ -1,4 +1,4 @@
-#include "workbook_fixture.h"
+#include "xlsx/workbook_fixture.h"
 
 #include "util/error.h"
 

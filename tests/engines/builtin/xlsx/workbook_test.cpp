@@ -1,8 +1,8 @@
 #include "engines/builtin/xlsx/workbook.h"
 
 #include "places/places.h"
-#include "saved_package.h"
 #include "util/error.h"
+#include "xlsx/saved_package.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,9 +14,9 @@
 namespace orrery::xlsx {
 namespace {
 
-using generate::AccessMode;
-using generate::CellMember;
-using generate::CellValue;
+using book::AccessMode;
+using book::CellMember;
+using book::CellValue;
 using test::SavedPackage;
 using testing::Contains;
 using testing::ElementsAre;
@@ -40,7 +40,7 @@ protected:
         return SavedPackage(target);
     }
 
-    generate::Worksheet& Named(std::string_view name)
+    book::Worksheet& Named(std::string_view name)
     {
         auto* sheet = workbook_.FindWorksheet(name);
         EXPECT_NE(sheet, nullptr) << name;

@@ -1,0 +1,22 @@
+#include "app/working_sets.h"
+
+#include "model/parameter_file.h"
+#include "util/file_read.h"
+#include "util/paths.h"
+
+namespace orrery::app {
+
+WorkingSets LoadWorkingSets(Settings& settings, const std::string& templateFile)
+{
+    const auto file = model::ParameterFilePath(settings.TemplatePath, templateFile);
+    WorkingSets working{model::CopyDefaults(settings.defaults)};
+    working.obstacle = util::ObstacleOfExistingText(util::ToPath(file));
+    working.parameterFileExists = util::FileExists(file);
+    if (working.parameterFileExists)
+        model::ReadParameterFile(util::ToPath(file), settings.names, working.sets);
+    else
+        working.monthlyChanged = working.yearlyChanged = true;
+    return working;
+}
+
+} // namespace orrery::app

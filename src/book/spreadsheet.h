@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <variant>
+
+/// What the generation needs of a spreadsheet application, named after its object model. Text is
+/// UTF-8. Every operation throws Error when it fails.
+namespace orrery::book {
+
+/// A cell receives a whole number or a text, never a date or a formula.
+using CellValue = std::variant<std::int16_t, std::string>;
+
+/// How a cell is written: to the indexed cell's default member or to its `Value` property. The
+/// effect is the same; an application driven from outside sees the difference.
+enum class CellMember { Default, Value };
+
+/// A sheet of an open workbook. The workbook owns it; it lives as long as the workbook is open.
+class Worksheet {
+public:
+    virtual ~Worksheet() = default;
+    virtual std::string Name() const = 0;
+    /// Renames the sheet; a name that breaks the rules of sheet names leaves the old one.
+    virtual void SetName(std::string_view name) = 0;
+    /// Copies this sheet and places the copy directly after the given one.
+    virtual void CopyAfter(Worksheet& after) = 0;
+    /// The sheet that follows in the workbook's order, or nullptr after the last.
+    virtual Worksheet* Next() = 0;
+    /// Replaces the value of the cell at row and column, both counted from 1, and keeps its format.
+    virtual void SetCell(std::int32_t row, std::int32_t column, const CellValue& value,
+                         CellMember member) = 0;
+};
+
+/// How `SaveAs` treats shared access.
+enum class AccessMode : std::int16_t { NoChange = 1 };
+
+/// An open workbook. The application owns it.
+class Workbook {
+public:
+    virtual ~Workbook() = default;
+    /// The worksheet of that name without regard to case, or nullptr.
+    virtual Worksheet* FindWorksheet(std::string_view name) = 0;
+    /// Writes the whole file in the workbook's own format; an existing target stays untouched
+    /// until the new one is complete.
+    virtual void SaveAs(const std::filesystem::path& target, AccessMode accessMode) = 0;
+};
+
+/// One instance of the application.
+class Application {
+public:
+    virtual ~Application() = default;
+    virtual void SetDisplayAlerts(bool on) = 0;
+    virtual void SetVisible(bool on) = 0;
+    virtual bool Visible() const = 0;
+    virtual void SetInteractive(bool on) = 0;
+    virtual void SetScreenUpdating(bool on) = 0;
+    /// Opens a workbook; with `readOnly` the file itself is never changed. The reference lives
+    /// until it is closed by `ReleaseWorkbook` or the application ends.
+    virtual Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) = 0;
+    /// Lets go of the reference to the workbook, which stays open in the application.
+    virtual void ReleaseWorkbook(Workbook& workbook) = 0;
+    /// Ends the application; unsaved workbooks are discarded without asking while alerts are off.
+    virtual void Quit() = 0;
+};
+
+} // namespace orrery::book

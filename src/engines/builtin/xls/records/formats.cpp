@@ -1,0 +1,18 @@
+#include "engines/builtin/xls/records/formats.h"
+
+#include "engines/builtin/xls/compound/bytes.h"
+
+namespace orrery::xls {
+
+void Formats::Add(std::string_view data)
+{
+    // Font and number format come first. [MS-XLS] 2.4.353
+    locked_.push_back((ReadU16(data, 4) & 1) != 0);
+}
+
+bool Formats::IsLocked(std::uint16_t format) const
+{
+    return format >= locked_.size() || locked_[format];
+}
+
+} // namespace orrery::xls

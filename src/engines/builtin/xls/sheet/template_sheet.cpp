@@ -1,0 +1,103 @@
+#include "engines/builtin/xls/sheet/template_sheet.h"
+
+#include "engines/builtin/xls/compound/bytes.h"
+#include "util/error.h"
+
+#include <string>
+
+namespace orrery::xls {
+
+namespace {
+
+std::size_t CountSharedTexts(std::string_view sheet)
+{
+    RecordReader reader(sheet);
+    std::size_t count = 0;
+    std::size_t depth = 0; // charts are nested
+    while (const auto record = reader.Next()) {
+        if (record->type == RecordType::Bof)
+            ++depth;
+        else if (record->type == RecordType::Eof)
+            --depth;
+        else if (record->type == RecordType::LabelSst && depth == 1)
+            ++count;
+    }
+    return count;
+}
+
+} // namespace
+
+TemplateSheet::TemplateSheet(std::string_view stream, std::size_t begin, std::size_t limit,
+                             bool isWorksheet)
+    : TemplateSheet(stream, begin, limit, isWorksheet, ReadSubstream(stream, begin, limit))
+{
+}
+
+TemplateSheet::TemplateSheet(std::string_view stream, std::size_t begin, std::size_t limit,
+                             bool isWorksheet, const Substream& substream)
+    : stream_(stream), place_{begin, substream.isWhole ? substream.end : limit},
+      readable_{begin, substream.end}, isWhole_(substream.isWhole), isWorksheet_(isWorksheet),
+      places_(Readable())
+{
+}
+
+const std::shared_ptr<const SheetText>& TemplateSheet::Text()
+{
+    if (!isWhole_)
+        ThrowDamaged("a sheet has no end");
+    if (!text_)
+        text_ = std::make_shared<SheetText>(std::string(Bytes()), place_.begin);
+    return text_;
+}
+
+bool TemplateSheet::IsSound()
+{
+    if (!isSound_) {
+        try {
+            isSound_ = Text() != nullptr;
+        }
+        catch (const util::Error& error) {
+            if (error.Kind() != util::ErrorKind::DamagedWorkbook)
+                throw;
+            isSound_ = false;
+        }
+    }
+    return *isSound_;
+}
+
+std::size_t TemplateSheet::SharedTexts()
+{
+    if (!sharedTexts_)
+        sharedTexts_ = CountSharedTexts(Readable());
+    return *sharedTexts_;
+}
+
+const FormulaFacts& TemplateSheet::Facts()
+{
+    if (!facts_)
+        facts_ = ReadFacts(Readable());
+    return *facts_;
+}
+
+const DrawingPlaces& TemplateSheet::Drawings()
+{
+    if (!drawings_)
+        drawings_ = FindDrawings(Readable());
+    return *drawings_;
+}
+
+const EmbeddedPlaces& TemplateSheet::Embedded()
+{
+    if (!embedded_)
+        embedded_ = FindEmbedded(Readable());
+    return *embedded_;
+}
+
+const TablePlaces& TemplateSheet::Tables()
+{
+    if (!tables_)
+        tables_ = FindTables(Readable());
+    return *tables_;
+}
+
+} // namespace orrery::xls

@@ -1,0 +1,208 @@
+#include "engines/builtin/xlsx/formula/formula.h"
+
+#include "engines/builtin/xlsx/formula/formula_lexer.h"
+#include "util/text.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace orrery::xlsx {
+namespace {
+
+using Kind = FormulaToken::Kind;
+
+// Functions whose result may change although no cell that they name does.
+constexpr std::array<std::string_view, 12> kRestlessFunctions = {
+    "CELL", "GETPIVOTDATA", "INDIRECT",    "INFO",  "NOW",    "OFFSET",
+    "RAND", "RANDARRAY",    "RANDBETWEEN", "SHEET", "SHEETS", "TODAY"};
+
+bool IsRestless(std::string_view function)
+{
+    constexpr std::string_view kFuture = "_XLFN.";
+    std::string name = util::ToUpperAscii(function);
+    if (name.starts_with(kFuture))
+        name.erase(0, kFuture.size());
+    return std::find(kRestlessFunctions.begin(), kRestlessFunctions.end(), name) !=
+           kRestlessFunctions.end();
+}
+
+bool IsPlain(char c)
+{
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '.';
+}
+
+bool IsTruthValue(std::string_view upper)
+{
+    return upper == "TRUE" || upper == "FALSE";
+}
+
+/// Whether a name without apostrophes could be read as a cell ("JAN27", "R1C1", "RC"), a number or
+/// a truth value, or would not be read as one name. It says yes a little more often than Excel:
+/// apostrophes are always allowed.
+bool NeedsQuotes(std::string_view name)
+{
+    if (name.empty() || !std::all_of(name.begin(), name.end(), IsPlain))
+        return true;
+    const std::string upper = util::ToUpperAscii(name);
+    if (!(upper[0] >= 'A' && upper[0] <= 'Z') && upper[0] != '_')
+        return true;
+    std::size_t letters = 0;
+    const bool cellLike = ReadColumn(upper, letters) != 0 && letters < upper.size() &&
+                          upper[letters] >= '0' && upper[letters] <= '9';
+    return cellLike || IsTruthValue(upper) || upper == "R" || upper == "C" || upper == "RC";
+}
+
+std::string InApostrophes(std::string_view text)
+{
+    std::string quoted = "'";
+    for (const char c : text)
+        quoted.append(c == '\'' ? 2 : 1, c);
+    return quoted + '\'';
+}
+
+/// A prefix as a formula writes it; one pair of apostrophes holds everything.
+std::string FormatPrefix(const SheetPrefix& prefix)
+{
+    std::string text = prefix.Book + prefix.First;
+    bool quotes = NeedsQuotes(prefix.First);
+    if (!prefix.Last.empty()) {
+        text += ':' + prefix.Last;
+        quotes |= NeedsQuotes(prefix.Last);
+    }
+    return (quotes ? InApostrophes(text) : text) + '!';
+}
+
+/// Gives `name` its new name; false where it keeps the old one.
+bool Rename(std::string& name, const SheetNames::Lookup& names)
+{
+    if (!names || name.empty())
+        return false;
+    auto renamed = names(name);
+    if (!renamed || *renamed == name)
+        return false;
+    name = std::move(*renamed);
+    return true;
+}
+
+std::optional<std::string> RenamePrefix(std::optional<SheetPrefix> prefix, const SheetNames& names)
+{
+    if (!prefix || !names)
+        return std::nullopt;
+    const SheetNames::Lookup& lookup = prefix->Last.empty() ? names.Single() : names.RangeEnds();
+    const bool first = Rename(prefix->First, lookup);
+    const bool last = Rename(prefix->Last, lookup);
+    return first || last ? std::optional(FormatPrefix(*prefix)) : std::nullopt;
+}
+
+/// Renames in the tokens of a formula, given in their order.
+class TokenRenamer {
+public:
+    TokenRenamer(const SheetNames& sheets, const TableNames& tables)
+        : sheets_(sheets), tables_(tables), own_(tables.Own()), table_(own_)
+    {
+    }
+
+    /// What stands for the token; nothing where it stays.
+    std::optional<std::string> Rename(Kind kind, std::string_view text)
+    {
+        const bool ofOtherBook = std::exchange(otherBook_, false);
+        const TableChange* table = std::exchange(table_, own_);
+        switch (kind) {
+        case Kind::Prefix: {
+            const auto prefix = ParseSheetPrefix(text);
+            otherBook_ = !prefix;
+            return RenamePrefix(prefix, sheets_);
+        }
+        case Kind::Name:
+            table_ = ofOtherBook ? nullptr : tables_.Find(text);
+            return table_ != nullptr ? tables_.NameOf(text) : std::nullopt;
+        case Kind::Brackets:
+            return RenameColumns(text, table);
+        default:
+            return std::nullopt;
+        }
+    }
+
+private:
+    static std::optional<std::string> RenameColumns(std::string_view brackets,
+                                                    const TableChange* table)
+    {
+        if (table == nullptr || table->columns.empty())
+            return std::nullopt;
+        return RenameInBrackets(brackets,
+                                [&](std::string_view name) { return table->FindColumn(name); });
+    }
+
+    const SheetNames& sheets_;
+    const TableNames& tables_;
+    const TableChange* own_;
+    const TableChange* table_; // whose columns stand in brackets that come next
+    bool otherBook_ = false;   // the prefix before the token names another workbook
+};
+
+} // namespace
+
+std::string QuoteSheetName(std::string_view name)
+{
+    return NeedsQuotes(name) ? InApostrophes(name) : std::string(name);
+}
+
+std::optional<std::string> RenameInFormula(std::string_view formula, const SheetNames& sheets,
+                                           const TableNames& tables)
+{
+    std::string result;
+    std::size_t done = 0; // what lies before is in the result
+    FormulaLexer lexer(formula);
+    TokenRenamer renamer(sheets, tables);
+    while (const auto token = lexer.Next()) {
+        if (const auto renamed = renamer.Rename(token->kind, lexer.TextOf(*token))) {
+            result.append(formula, done, token->begin - done).append(*renamed);
+            done = token->end;
+        }
+    }
+    if (done == 0)
+        return std::nullopt;
+    return result.append(formula, done);
+}
+
+void CollectFacts(std::string_view formula, FormulaFacts& facts)
+{
+    constexpr std::string_view kLocalVariable = "_xlpm."; // of LET and LAMBDA
+    bool otherBook = false;
+    FormulaLexer lexer(formula);
+    while (const auto token = lexer.Next()) {
+        const std::string_view text = lexer.TextOf(*token);
+        const bool ofOtherBook = otherBook;
+        otherBook = false;
+        switch (token->kind) {
+        case Kind::Prefix:
+            if (auto prefix = ParseSheetPrefix(text)) {
+                facts.ReadsElsewhere |= !prefix->Last.empty();
+                for (auto* sheet : {&prefix->First, &prefix->Last}) {
+                    if (!sheet->empty())
+                        facts.Sheets.insert(std::move(*sheet));
+                }
+            }
+            else {
+                otherBook = true;
+            }
+            break;
+        case Kind::Name:
+            facts.ReadsElsewhere |= !ofOtherBook && !text.starts_with(kLocalVariable) &&
+                                    !IsTruthValue(util::ToUpperAscii(text));
+            break;
+        case Kind::Brackets: // also those of a table that names itself
+            facts.ReadsElsewhere = true;
+            break;
+        case Kind::Function:
+            facts.ReadsElsewhere |= IsRestless(text);
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+} // namespace orrery::xlsx

@@ -1,0 +1,472 @@
+#include "engines/builtin/xlsx/package/package.h"
+
+#include "engines/builtin/common/naming.h"
+#include "engines/builtin/xlsx/package/part_names.h"
+#include "engines/builtin/xml/encoding.h"
+#include "engines/builtin/xml/scanner.h"
+#include "util/error.h"
+#include "util/file_replace.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace orrery::xlsx {
+
+namespace {
+
+using builtin::Naming;
+using util::Error;
+using util::ErrorKind;
+
+constexpr std::string_view kContentTypes = "/[Content_Types].xml";
+const std::string kContentTypesKey = PartKey(kContentTypes);
+constexpr std::string_view kRelationshipsType =
+    "application/vnd.openxmlformats-package.relationships+xml";
+
+bool IsFolder(std::string_view entryName)
+{
+    return entryName.ends_with('/') || entryName.ends_with('\\');
+}
+
+bool IsRelationshipsPart(std::string_view key)
+{
+    const std::size_t slash = key.rfind('/');
+    return key.ends_with(".rels") && key.substr(0, slash).ends_with("/_rels");
+}
+
+void CheckWellFormed(std::string_view xml, std::string_view part)
+{
+    xml::Scanner scanner(xml, part);
+    for (auto token = scanner.Next(); token != xml::Scanner::Token::End; token = scanner.Next()) {
+        if (token == xml::Scanner::Token::StartTag)
+            scanner.CheckPrefixes();
+    }
+}
+
+bool IsWorkbookRoot(std::string_view xml, std::string_view part)
+{
+    xml::Scanner scanner(xml, part);
+    while (scanner.Next() != xml::Scanner::Token::StartTag) {
+    }
+    return scanner.LocalName() == "workbook" && IsMainNamespace(scanner.NamespaceUri());
+}
+
+} // namespace
+
+Package::Package(const std::filesystem::path& path) : path_(path)
+{
+    zip_ = std::make_unique<zip::Reader>(path);
+    ListEntries();
+    FindMainPart();
+    CheckIsWorkbook();
+}
+
+void Package::ListEntries()
+{
+    for (std::size_t index = 0; index < zip_->Entries().size(); ++index) {
+        const std::string name = NameOf(index);
+        TakeFolders(name);
+        if (IsFolder(name))
+            continue;
+        const auto [entry, isNew] = entries_.emplace(PartKey(name), index);
+        // Of names that differ in case the first counts; the other entries are only carried along.
+        if (!isNew && NameOf(entry->second) == name) {
+            throw Error(ErrorKind::DamagedWorkbook, util::FromPath(path_),
+                        "the part " + name + " is there twice");
+        }
+    }
+    CheckSpelling();
+}
+
+/// What is a folder to one program is no name for a part.
+void Package::TakeFolders(const std::string& name)
+{
+    for (std::size_t slash = name.rfind('/'); slash != std::string::npos && slash != 0;
+         slash = name.rfind('/', slash - 1)) {
+        if (!taken_.insert(PartKey(std::string_view(name).substr(0, slash))).second)
+            return; // and those above it are known
+    }
+}
+
+/// An entry with a step like "." in its name is no part, but some readers take it for one.
+void Package::CheckSpelling()
+{
+    for (const auto& [key, entry] : entries_) {
+        const std::string plain = PartKey(ResolveTarget("", key));
+        if (plain == key)
+            continue;
+        if (entries_.contains(plain)) {
+            throw Error(ErrorKind::DamagedWorkbook, util::FromPath(path_),
+                        "the part " + plain + " is there twice");
+        }
+        taken_.insert(plain);
+    }
+}
+
+bool Package::IsPart(std::size_t entry) const
+{
+    const auto part = entries_.find(PartKey(NameOf(entry)));
+    return part != entries_.end() && part->second == entry;
+}
+
+void Package::FindMainPart()
+{
+    if (!Has(kContentTypes))
+        FailWithoutMainPart("the part " + std::string(kContentTypes) + " is missing");
+    types_ = Naming(path_, [&] { return ContentTypes::Parse(Text(kContentTypes)); });
+    const Relationship* const main = RelationshipsOf("").FindByType("officeDocument");
+    if (main == nullptr)
+        FailWithoutMainPart("nothing says which part is the workbook");
+    mainPart_ = ResolveTarget("", main->Target);
+    if (!Has(mainPart_))
+        FailWithoutMainPart("the part " + mainPart_ + " is missing");
+}
+
+void Package::FailWithoutMainPart(const std::string& what) const
+{
+    const bool hasSheets = std::any_of(entries_.begin(), entries_.end(), [](const auto& entry) {
+        return entry.first.starts_with("/xl/");
+    });
+    throw Error(hasSheets ? ErrorKind::DamagedWorkbook : ErrorKind::NotAWorkbook,
+                util::FromPath(path_), what);
+}
+
+void Package::CheckIsWorkbook() const
+{
+    constexpr std::array<std::string_view, 5> kWorkbookTypes = {
+        "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml",
+        "application/vnd.openxmlformats-officedocument.spreadsheetml.template.main+xml",
+        "application/vnd.ms-excel.sheet.macroEnabled.main+xml",
+        "application/vnd.ms-excel.template.macroEnabled.main+xml",
+        "application/vnd.ms-excel.addin.macroEnabled.main+xml"};
+    const std::string type = TypeOf(mainPart_);
+    if (std::find(kWorkbookTypes.begin(), kWorkbookTypes.end(), type) != kWorkbookTypes.end())
+        return;
+    if (type.find("sheet.binary") != std::string::npos || PartKey(mainPart_).ends_with(".bin"))
+        throw Error(ErrorKind::BinaryWorkbook, util::FromPath(path_));
+    // Some programs give the type of any XML; then the part itself tells.
+    if (!Naming(path_, [&] { return IsWorkbookRoot(Text(mainPart_), mainPart_); })) {
+        throw Error(ErrorKind::NotAWorkbook, util::FromPath(path_),
+                    "the part " + mainPart_ + " is no workbook");
+    }
+}
+
+std::string Package::NameOf(std::size_t entry) const
+{
+    std::string name = zip_->Entries()[entry].name;
+    std::replace(name.begin(), name.end(), '\\', '/');
+    return name.starts_with('/') ? name : "/" + name;
+}
+
+const Package::Change* Package::ChangeOf(const Key& key) const
+{
+    const auto change = changes_.find(key);
+    return change == changes_.end() ? nullptr : &change->second;
+}
+
+bool Package::Has(std::string_view part) const
+{
+    const Key key = PartKey(part);
+    const Change* const change = ChangeOf(key);
+    return change != nullptr ? !change->IsRemoval() : entries_.contains(key);
+}
+
+bool Package::CanBeOwned(std::string_view part) const
+{
+    const Key key = PartKey(part);
+    return key != PartKey(mainPart_) && key != kContentTypesKey && !IsRelationshipsPart(key);
+}
+
+std::string Package::TypeOf(std::string_view part) const
+{
+    return types_.TypeOf(part);
+}
+
+std::vector<std::string> Package::PartNames() const
+{
+    std::vector<std::string> names;
+    const auto add = [&](const Key& key, const std::string& name) {
+        if (Has(key) && key != kContentTypesKey && !IsRelationshipsPart(key))
+            names.push_back(name);
+    };
+    for (std::size_t index = 0; index < zip_->Entries().size(); ++index) {
+        if (IsPart(index))
+            add(PartKey(NameOf(index)), NameOf(index));
+    }
+    for (const Key& key : order_) {
+        if (!entries_.contains(key))
+            add(key, changes_.at(key).name);
+    }
+    return names;
+}
+
+PartText Package::Read(std::string_view part) const
+{
+    return std::make_shared<const std::string>(Bytes(part));
+}
+
+std::string Package::Bytes(std::string_view part) const
+{
+    const Key key = PartKey(part);
+    if (const auto entry = entries_.find(key); entry != entries_.end())
+        return BytesOf(entry->second);
+    const Change* const change = ChangeOf(key);
+    if (change != nullptr && change->content)
+        return change->content();
+    if (change != nullptr && change->copyOf)
+        return BytesOf(*change->copyOf);
+    FailMissing(part);
+}
+
+std::string Package::BytesOf(std::size_t entry) const
+{
+    if (zip_->Entries()[entry].size > kMostRead - std::min(kept_, kMostRead)) {
+        throw Error(ErrorKind::TooLargeUnpacked, util::FromPath(path_),
+                    "with the part " + NameOf(entry) +
+                        " it has more than 256 MiB of sheets and other text");
+    }
+    return zip_->Read(entry);
+}
+
+void Package::FailMissing(std::string_view part) const
+{
+    throw Error(ErrorKind::DamagedWorkbook, util::FromPath(path_),
+                "the part " + std::string(part) + " is missing");
+}
+
+std::string Package::Text(std::string_view part) const
+{
+    return xml::DecodePart(Bytes(part), part);
+}
+
+PartText Package::ReadXml(std::string_view part) const
+{
+    const Key key = PartKey(part);
+    if (const auto kept = xml_.find(key); kept != xml_.end())
+        return kept->second;
+    return Naming(path_, [&] {
+        auto text = std::make_shared<const std::string>(Text(part));
+        CheckWellFormed(*text, part);
+        if (entries_.contains(key)) {
+            xml_.emplace(key, text);
+            kept_ += text->size();
+        }
+        return text;
+    });
+}
+
+const Relationships& Package::RelationshipsOf(std::string_view part) const
+{
+    return *ShareRelationshipsOf(part);
+}
+
+std::shared_ptr<const Relationships> Package::ShareRelationshipsOf(std::string_view part) const
+{
+    const Key key = part.empty() ? Key() : PartKey(part);
+    if (const auto known = relationships_.find(key); known != relationships_.end())
+        return known->second;
+    const std::string name = RelationshipsPartName(part);
+    auto relationships = std::make_shared<Relationships>();
+    if (Has(name))
+        *relationships = Naming(path_, [&] { return Relationships::Parse(Text(name), name); });
+    return relationships_.emplace(key, std::move(relationships)).first->second;
+}
+
+std::uint64_t Package::SizeOf(std::string_view part) const
+{
+    const auto entry = entries_.find(PartKey(part));
+    return entry == entries_.end() ? 0 : zip_->Entries()[entry->second].size;
+}
+
+std::vector<std::string> Package::RelationshipsOwners() const
+{
+    std::vector<std::string> owners;
+    for (const auto& [key, entry] : entries_) {
+        if (!IsRelationshipsPart(key))
+            continue;
+        const std::string name = NameOf(entry);
+        const std::size_t slash = name.rfind('/');
+        const std::string folder = name.substr(0, slash + 1 - std::string_view("_rels/").size());
+        const std::string file = name.substr(slash + 1);
+        owners.push_back(file.size() == std::string_view(".rels").size()
+                             ? std::string()
+                             : folder + file.substr(0, file.rfind('.')));
+    }
+    return owners;
+}
+
+bool Package::IsFree(std::string_view part) const
+{
+    return !Has(part) && !Has(RelationshipsPartName(part)) && !taken_.contains(PartKey(part));
+}
+
+std::string Package::FreePartName(std::string_view prefix, std::string_view suffix,
+                                  std::size_t& number) const
+{
+    for (;; ++number) {
+        std::string name = std::string(prefix) + std::to_string(number) + std::string(suffix);
+        if (IsFree(name))
+            return name;
+    }
+}
+
+Package::Change& Package::ChangePart(std::string_view part)
+{
+    const Key key = PartKey(part);
+    const auto [change, isNew] = changes_.try_emplace(key);
+    if (isNew) {
+        order_.push_back(key);
+        if (entries_.contains(key))
+            change->second.typeBefore = TypeOf(part);
+        else
+            ++added_;
+    }
+    change->second.name = part;
+    change->second.content = {};
+    change->second.copyOf.reset();
+    return change->second;
+}
+
+void Package::Put(std::string_view part, std::string_view type,
+                  std::function<std::string()> content)
+{
+    ChangePart(part).content = std::move(content);
+    types_.Set(part, type);
+}
+
+void Package::Put(std::string_view part, std::string_view type, std::string content)
+{
+    Put(part, type, std::function<std::string()>([text = std::move(content)] { return text; }));
+}
+
+void Package::PutCopy(std::string_view part, std::string_view original)
+{
+    const Key key = PartKey(original);
+    const std::string type = TypeOf(original);
+    if (const auto entry = entries_.find(key); entry != entries_.end()) {
+        ChangePart(part).copyOf = entry->second;
+    }
+    else {
+        const Change* const change = ChangeOf(key);
+        if (change == nullptr || change->IsRemoval())
+            FailMissing(original);
+        const Change source = *change;
+        Change& copy = ChangePart(part);
+        copy.content = source.content;
+        copy.copyOf = source.copyOf;
+    }
+    types_.Set(part, type);
+}
+
+void Package::Remove(std::string_view part)
+{
+    ChangePart(part);
+    types_.Remove(part);
+    const std::string relationships = RelationshipsPartName(part);
+    relationships_.erase(PartKey(part));
+    if (Has(relationships))
+        ChangePart(relationships);
+}
+
+void Package::Restore(std::string_view part)
+{
+    const Key key = PartKey(part);
+    const auto change = changes_.find(key);
+    if (change == changes_.end())
+        return;
+    const bool wasRemoved = change->second.IsRemoval();
+    if (entries_.contains(key) && !change->second.typeBefore.empty()) {
+        types_.Set(part, change->second.typeBefore);
+    }
+    else {
+        types_.Remove(part);
+    }
+    if (!entries_.contains(key))
+        --added_;
+    changes_.erase(change);
+    std::erase(order_, key);
+    if (wasRemoved) {
+        relationships_.erase(key);
+        Restore(RelationshipsPartName(part));
+    }
+}
+
+void Package::SetRelationships(std::string_view part, Relationships relationships)
+{
+    const std::string name = RelationshipsPartName(part);
+    const auto shared = std::make_shared<const Relationships>(std::move(relationships));
+    if (Has(name) || !shared->All().empty())
+        PutRelationships(part, [shared] { return shared->ToXml(); });
+    relationships_.insert_or_assign(part.empty() ? Key() : PartKey(part), shared);
+}
+
+void Package::PutRelationships(std::string_view part, std::function<std::string()> content)
+{
+    Put(RelationshipsPartName(part), kRelationshipsType, std::move(content));
+}
+
+void Package::Save(const std::filesystem::path& target) const
+{
+    Verify();
+    util::FileReplacement replacement(target);
+    try {
+        zip::Writer writer(replacement.TemporaryPath());
+        WriteEntries(writer);
+        writer.Close();
+        zip_->CheckUnchanged(); // half of it may be of one version and half of another
+    }
+    catch (const Error& error) { // the user knows the target, not the temporary file
+        if (error.Subject() != util::FromPath(replacement.TemporaryPath()))
+            throw;
+        throw Error(error.Kind(), util::FromPath(target), error.Cause());
+    }
+    replacement.Commit();
+}
+
+/// What is taken over packed is not looked at by libzip.
+void Package::Verify() const
+{
+    for (std::size_t index = 0; index < zip_->Entries().size(); ++index) {
+        if (!IsPart(index) || ChangeOf(PartKey(NameOf(index))) == nullptr)
+            zip_->Verify(index);
+    }
+    for (const auto& [key, change] : changes_) {
+        if (change.copyOf)
+            zip_->Verify(*change.copyOf);
+    }
+}
+
+void Package::WriteEntries(zip::Writer& writer) const
+{
+    for (std::size_t index = 0; index < zip_->Entries().size(); ++index) {
+        const std::string& name = zip_->Entries()[index].name;
+        const Key key = PartKey(name);
+        const Change* const change = IsPart(index) ? ChangeOf(key) : nullptr;
+        if (change != nullptr) {
+            WriteChange(writer, *change, name);
+        }
+        else if (key == kContentTypesKey && types_.Changed()) {
+            writer.AddEntry(name, [this] { return types_.ToXml(); });
+        }
+        else {
+            writer.CopyEntry(*zip_, index, name);
+        }
+    }
+    for (const Key& key : order_) {
+        if (!entries_.contains(key))
+            WriteChange(writer, changes_.at(key), changes_.at(key).name.substr(1));
+    }
+}
+
+void Package::WriteChange(zip::Writer& writer, const Change& change, const std::string& name) const
+{
+    if (change.content) {
+        writer.AddEntry(name, change.content);
+    }
+    else if (change.copyOf) {
+        writer.CopyEntry(*zip_, *change.copyOf, name);
+    }
+}
+
+} // namespace orrery::xlsx

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "engines/builtin/xlsx/package/package.h"
+#include "engines/builtin/xml/scanner.h"
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace orrery::xlsx {
+
+/// The workbook's table of texts. New texts are added behind the old ones; a text that is there
+/// already as plain text is used again.
+class SharedStrings {
+public:
+    /// `xml` is the text of the part; null where the workbook has none yet.
+    /// `mainNamespace` is the URI of a new part's namespace. Throws Error(DamagedWorkbook).
+    SharedStrings(PartText xml, std::string partName, std::string mainNamespace);
+
+    /// The index of a plain text, added where it is new. `text` is UTF-8; control characters and
+    /// texts that look like their escapes ("_x0041_") are escaped as in Excel.
+    /// Throws Error(TextTooLong) beyond 32,767 UTF-16 units.
+    std::size_t IndexOf(std::string_view text);
+    bool Changed() const { return !added_.empty(); }
+    /// The part with the new texts; `references` is how many cells more than before refer to it
+    /// (may be negative).
+    std::string ToXml(long references) const;
+
+private:
+    void ReadItems();
+    void ReadItem(xml::Scanner& scanner);
+    std::string NewItems(std::string_view prefix) const;
+
+    PartText xml_;
+    std::string partName_;
+    std::string mainNamespace_;
+    std::size_t count_ = 0;                                     // texts in the part as read
+    std::size_t itemsEnd_ = 0;                                  // offset behind the last of them
+    std::unordered_map<std::string_view, std::size_t> indexes_; // plain texts only, escaped
+    std::deque<std::string> texts_; // those of `indexes_`; they stay where they are
+    std::vector<std::string_view> added_;
+};
+
+} // namespace orrery::xlsx

@@ -1,0 +1,16 @@
+#include "engines/excel/application.h"
+#include "util/error.h"
+
+namespace orrery::excel {
+
+bool IsInstalled()
+{
+    return false; // Excel is reached through Windows alone
+}
+
+std::unique_ptr<book::Application> CreateApplication()
+{
+    throw Error(util::ErrorKind::EngineMissing, "excel");
+}
+
+} // namespace orrery::excel

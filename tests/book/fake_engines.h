@@ -1,0 +1,44 @@
+#pragma once
+
+#include "book/engines.h"
+#include "book/fake_spreadsheet.h"
+#include "util/error.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orrery::fake {
+
+/// One spreadsheet application, "fake", of which "auto" is another name.
+class Engines : public book::Engines {
+public:
+    std::string Resolve(const std::string& name) const override
+    {
+        if (name != "auto" && name != "fake")
+            throw Error(util::ErrorKind::EngineMissing, name);
+        return resolved;
+    }
+    std::unique_ptr<book::Application> Start(const std::string& name, book::Opener opener) override
+    {
+        started.push_back(name);
+        openers.push_back(std::move(opener));
+        return std::make_unique<Application>(log);
+    }
+
+    bool CanPrintPdf() const override { return canPrintPdf; }
+    std::unique_ptr<book::PdfPrinter> StartPdfPrinter() override
+    {
+        log.Record("Start PDF printer");
+        return std::make_unique<PdfPrinter>(log);
+    }
+
+    CallLog log;
+    bool canPrintPdf = false;
+    std::string resolved = "fake"; ///< what every known name stands for
+    std::vector<std::string> started;
+    std::vector<book::Opener> openers; ///< what each start was given; may be empty
+};
+
+} // namespace orrery::fake

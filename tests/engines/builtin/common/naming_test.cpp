@@ -1,0 +1,30 @@
+#include "engines/builtin/common/naming.h"
+
+#include "util/error.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace orrery::builtin {
+namespace {
+
+using util::ErrorKind;
+
+TEST(NamingTest, GivesTheNameToErrorsThatHaveNone)
+{
+    const auto subjectOf = [](const std::string& thrown) -> std::string {
+        try {
+            Naming("Desk.xlsx", [&] { throw util::Error(ErrorKind::DamagedWorkbook, thrown); });
+        }
+        catch (const util::Error& error) {
+            return error.Subject();
+        }
+        return "nothing thrown";
+    };
+    EXPECT_EQ(subjectOf(""), "Desk.xlsx");
+    EXPECT_EQ(subjectOf("Other.xlsx"), "Other.xlsx");
+}
+
+} // namespace
+} // namespace orrery::builtin

@@ -1,0 +1,76 @@
+#include "engines/builtin/zip/archive.h"
+#include "util/scratch_folder.h"
+#include "zip/built_zip.h"
+#include "zip/thrown_kind.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+namespace orrery::zip {
+namespace {
+
+using test::BuildZip;
+using test::KindThrownBy;
+using test::kMiB;
+using testing_support::ScratchFolder;
+using util::ErrorKind;
+
+TEST(Reader, TakesNoMemoryForWhatIsOnlyDeclared)
+{
+    const ScratchFolder folder;
+    const std::string bytes = BuildZip({{.name = "a",
+                                         .content = std::string(2 * kMiB, 'x'),
+                                         .stored = true,
+                                         .declaredSize = 1000 * kMiB}});
+    const Reader zip(folder.Write("a.zip", bytes));
+    rusage before = {};
+    getrusage(RUSAGE_SELF, &before);
+    EXPECT_EQ(KindThrownBy([&] { zip.Read(0); }), ErrorKind::DamagedWorkbook);
+    rusage after = {};
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 * 1024) << "in KiB";
+}
+
+/// No file of this process may pass a size while the scope lasts.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit limit = {bytes, old_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        signal_ = std::signal(SIGXFSZ, SIG_IGN);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &old_);
+        std::signal(SIGXFSZ, signal_);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit old_ = {};
+    void (*signal_)(int) = nullptr;
+};
+
+TEST(Writer, LeavesNothingBehindWhenWritingFails)
+{
+    const ScratchFolder folder;
+    {
+        const FileSizeLimit limit(64 * 1024);
+        Writer writer(folder / "a.zip");
+        writer.AddEntry("a", [] {
+            std::string noise;
+            for (unsigned value = 1; noise.size() < kMiB; value = value * 1664525 + 1013904223)
+                noise += static_cast<char>(value >> 24);
+            return noise;
+        });
+        EXPECT_EQ(KindThrownBy([&] { writer.Close(); }), ErrorKind::FileSizeLimit);
+    }
+    EXPECT_EQ(folder.Entries(), 0);
+}
+
+} // namespace
+} // namespace orrery::zip

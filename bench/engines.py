@@ -137,7 +137,7 @@ def versions(cli):
 _DOCUMENT = """\
 # Performance
 
-How long whole processes take for calendars of twelve month sheets and a year sheet from the
+How long a whole process takes for calendars of twelve month sheets and a year sheet from the
 template `{template}`, from the start of the process to its end, with the workbook on the disk.
 
 {table}
@@ -145,19 +145,18 @@ template `{template}`, from the start of the process to its end, with the workbo
 - Measured on {date} on {machine}; {versions}; load of the machine {before} before, {after} after.
 - Times are medians of {one} runs for one calendar and {ten} for ten years. The programs took turns;
   a ratio is the median of the ratios to the built-in engine's .xlsx in the same turn. A busy machine
-  makes the times longer; the ratios change less.
-- One call makes the ten years. Python starts once for them; LibreOffice starts for every calendar, as
-  each gets an instance of its own.
+  changes the times more than the ratios.
+- One call makes the ten years. Python starts once for them; LibreOffice starts for every calendar,
+  because each gets an instance of its own.
 - LibreOffice is the engine `--engine libreoffice`. Warm, it starts with the profile of an earlier
-  run, as in every run but a user's first; cold, it makes its profile first. Its memory is that of a
-  process of its own and is not measured.
-- openpyxl does not do the whole job: it is given the same cells to write, and its copies lack much of
+  run, as in every run but a user's first; cold, it makes its profile first. Its memory is not
+  measured: it is a process of its own.
+- openpyxl does only part of the work: it gets the same cells to write, and its copies lack much of
   the template ([fidelity.md](fidelity.md)).
-- The built-in engine computes no formulas and leaves that to the program that opens the workbook.
-  LibreOffice computes them.
+- The built-in engine leaves formulas to the program that opens the workbook. LibreOffice computes them.
 
-`bench/compare.sh` measures again and writes this file. It also prints how the built-in engine compares
-with what any program has to do at least, and for .xls with xlrd and xlwt.
+`bench/compare.sh` measures again and writes this file. It also compares the built-in engine with the
+least that any program must do, and for .xls with xlrd and xlwt.
 """
 
 

@@ -1,18 +1,18 @@
-# Where ccache is installed, what was compiled once is kept in the user's cache folder and found again,
-# also by a checkout in another folder.
+# Where ccache is installed, it keeps compiled objects in the user's cache folder, for checkouts in any
+# folder.
 
 option(ORRERY_CCACHE "Keep compiled objects in the cache folder, where ccache is installed" ON)
 
-# Messages and debug information name the sources relative to the project. So no object tells where it
-# was compiled.
+# Messages and debug information name the sources relative to the project, so that objects are the same
+# wherever they are compiled.
 if(NOT MSVC)
     add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
 endif()
 
 find_program(ORRERY_CCACHE_PROGRAM ccache)
 if(ORRERY_CCACHE AND ORRERY_CCACHE_PROGRAM AND CMAKE_HOST_UNIX)
-    # A script of the same name gives ccache its settings: programs that read compile_commands.json
-    # know what that name means.
+    # A script with the name of ccache passes it the settings: programs that read compile_commands.json
+    # know that name.
     file(CONFIGURE OUTPUT launcher/ccache @ONLY CONTENT [=[
 #!/bin/sh
 cache=${XDG_CACHE_HOME:-$HOME/.cache}

@@ -1,5 +1,5 @@
-# orrery_write_floors(): what each library and program below src links, for the test of the includes:
-# lines of a target, its folder, its number of sources, and what it links, separated by blanks.
+# orrery_write_floors(): writes what each library and program below src links, for the test of the includes.
+# A line has a target, its folder, its number of sources, and the targets that it links, separated by spaces.
 function(orrery_write_floors)
     orrery_targets(targets ${PROJECT_SOURCE_DIR})
     set(lines)
@@ -28,7 +28,7 @@ function(orrery_write_floors)
     file(WRITE ${PROJECT_BINARY_DIR}/floors.txt "${lines}\n")
 endfunction()
 
-# orrery_targets(VARIABLE FOLDER): all targets of a folder and those below it.
+# orrery_targets(VARIABLE FOLDER): all targets of a folder and of the folders below it.
 function(orrery_targets variable folder)
     get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
     get_property(folders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)

@@ -11,7 +11,7 @@ set(CMAKE_RC_COMPILER ${host}-windres)
 # Runs what was built, in tests too.
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/windows/wine.sh)
 
-# Libraries and headers come from the cross compiler and from that folder, never from this system.
+# Libraries and headers come from the cross compiler and that folder, never from this system.
 set(CMAKE_FIND_ROOT_PATH /usr/${host} ${ORRERY_WINDOWS_LIBRARIES})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)

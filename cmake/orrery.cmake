@@ -1,6 +1,6 @@
 # What every target of the project has in common.
 
-# Sources that exist once for each system end in it: file_replace_posix.cpp, file_replace_windows.cpp.
+# A source for one system ends in its name: file_replace_posix.cpp, file_replace_windows.cpp.
 if(WIN32)
     set(ORRERY_PLATFORM windows)
 else()
@@ -24,7 +24,7 @@ if(WIN32)
     target_compile_definitions(orrery_options INTERFACE
         UNICODE _UNICODE STRICT NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
 endif()
-if(MINGW) # nothing has to lie beside the programs
+if(MINGW) # the programs need no DLLs beside them
     target_compile_options(orrery_options INTERFACE -ffunction-sections -fdata-sections)
     target_link_options(orrery_options INTERFACE -static -Wl,--gc-sections)
 endif()
@@ -34,14 +34,14 @@ if(ORRERY_SANITIZE)
     target_link_options(orrery_options INTERFACE -fsanitize=address,undefined)
 endif()
 if(ORRERY_FUZZ)
-    # Assertions are findings, too: optimised builds would leave them out.
+    # A failed assertion is a finding, too: optimised builds would leave assertions out.
     target_compile_options(orrery_options INTERFACE -UNDEBUG
         -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
     target_link_options(orrery_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# orrery_apart(SOURCES...): keeps the sources that know the Windows headers, whose macros reach
-# everything behind them, out of a build that joins sources.
+# orrery_apart(SOURCES...): keeps sources that include Windows headers apart in a build that joins sources,
+# because the macros of these headers reach everything after them.
 function(orrery_apart)
     list(FILTER ARGN INCLUDE REGEX "_windows(_test)?[.]cpp$")
     set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
@@ -55,8 +55,8 @@ function(orrery_library name)
     target_link_libraries(${name} PUBLIC orrery_options ${ARG_LINK})
 endfunction()
 
-# orrery_test(NAME SOURCES... LINK libraries...): one folder's tests in one program. Where the unit tests
-# run in another build it is only built on request.
+# orrery_test(NAME SOURCES... LINK libraries...): one folder's tests in one program. If the unit tests run
+# in another build, the program is built only on request.
 function(orrery_test name)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
     add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
@@ -66,7 +66,7 @@ function(orrery_test name)
         set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
         return()
     endif()
-    if(WIN32) # every start of a program costs time there: it is one test
+    if(WIN32) # a program is one test, because every start costs time there
         target_compile_options(${name} PRIVATE "$<$<BOOL:${MINGW}>:-O0;-Wa,-mbig-obj>")
         add_test(NAME ${name} COMMAND ${name})
         set_tests_properties(${name} PROPERTIES TIMEOUT 600)
@@ -76,7 +76,7 @@ function(orrery_test name)
     endif()
 endfunction()
 
-# orrery_program(VARIABLE PROGRAM PACKAGE PURPOSE): finds a program that the build cannot do without.
+# orrery_program(VARIABLE PROGRAM PACKAGE PURPOSE): finds a program that the build needs.
 function(orrery_program variable program package purpose)
     find_program(${variable} ${program})
     if(NOT ${variable})
@@ -93,9 +93,9 @@ function(orrery_fuzzer name source)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
 endfunction()
 
-# orrery_sources(VARIABLE FOLDER): the sources of all targets below src, as the compiler gets them: where
-# a target is built as one, that one file, and beside it those that have options of their own, which
-# stay apart. Sources for another system are in no target.
+# orrery_sources(VARIABLE FOLDER): the sources of all targets below src, as the compiler gets them: for a
+# target that is built as one, that one file and the sources that stay apart because they have options of
+# their own. Sources for another system are in no target.
 function(orrery_sources variable folder)
     set(found)
     get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
@@ -135,7 +135,7 @@ function(orrery_sources variable folder)
     set(${variable} ${found} PARENT_SCOPE)
 endfunction()
 
-# orrery_tidy(): a target `tidy` that runs clang-tidy over what src holds for this system; it looks
+# orrery_tidy(): a target `tidy` that runs clang-tidy over the sources below src for this system. It runs
 # again only when something there, or the configuration, has changed.
 function(orrery_tidy)
     find_program(ORRERY_CLANG_TIDY clang-tidy)
@@ -146,7 +146,7 @@ function(orrery_tidy)
     orrery_sources(sources ${PROJECT_SOURCE_DIR})
     set(stamps)
     foreach(source ${sources})
-        # A file that includes others is as old as the newest of them.
+        # A file that joins others is as old as the newest of them.
         set(included)
         set(checks)
         if(source MATCHES "/([^/]+)[.]dir/Unity/")

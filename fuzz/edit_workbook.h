@@ -1,5 +1,6 @@
 #pragma once
 
+#include "book/error.h"
 #include "book/spreadsheet.h"
 #include "util/error.h"
 
@@ -106,7 +107,7 @@ inline void ChangeAgain(book::Worksheet& sheet)
         sheet.SetName("Again");
     }
     catch (const Error& error) {
-        Require(error.Kind() != util::ErrorKind::DamagedWorkbook);
+        Require(error.Kind() != book::ErrorKind::DamagedWorkbook);
     }
 }
 

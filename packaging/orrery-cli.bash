@@ -7,7 +7,7 @@ _orrery_cli_years()
     printf '%s\n' "$year" "$((year + 1))" "$((year + 1))-$((year + 10))"
 }
 
-# The positionals given so far behind the command, options and their values left out.
+# The number of positional arguments after the command, without options and their values.
 _orrery_cli_positionals()
 {
     local count=0 i
@@ -23,7 +23,7 @@ _orrery_cli_positionals()
     printf '%s\n' "$count"
 }
 
-# The folder options of the line, for the list of templates.
+# The folder options of the command line, for the list of templates.
 _orrery_cli_folders()
 {
     local i
@@ -36,7 +36,7 @@ _orrery_cli_folders()
     done
 }
 
-# Adds candidates, one a line on standard input, that begin with the current word.
+# Adds the candidates on standard input, one per line, that begin with the current word.
 _orrery_cli_offer()
 {
     local candidate

@@ -3,9 +3,9 @@
 
     scripts/clang.py BUILD_FOLDER [TEXT...]
 
-Takes the sources and their options from the build folder's compile_commands.json; with texts only those
-whose paths hold one of them. What was configured for Windows is checked for Windows, with the headers of
-its cross compiler. Writes no objects.
+Takes the sources and their options from the build folder's compile_commands.json; with texts, only those
+whose paths contain one of them. Checks a build for Windows as such, with the headers of its cross compiler.
+Writes no objects.
 """
 
 import concurrent.futures
@@ -29,7 +29,7 @@ def output_of(*command):
 
 @functools.cache
 def system_options(compiler):
-    """The target of a compiler and its own header folders, with clang's in place of what is GCC's alone."""
+    """The target of a compiler and its header folders, with clang's own in place of GCC's own."""
     log = output_of(compiler, "-E", "-v", "-x", "c++", os.devnull)
     folders = log.split("#include <...> search starts here:\n")[1].split("End of search list.")[0]
     folders = [os.path.normpath(folder.strip()) for folder in folders.splitlines()]
@@ -44,7 +44,7 @@ def system_options(compiler):
 
 
 def kept_options(arguments):
-    """Of the build's options those that say what is compiled and what is warned of."""
+    """The build's options that say what to compile and what to warn about."""
     kept = []
     arguments = iter(arguments)
     for argument in arguments:
@@ -63,7 +63,7 @@ def command_for(entry):
 
 
 def entries_of(build, texts):
-    """What the build compiles of the programs' sources, each source once, or the files that hold them."""
+    """The programs' sources that the build compiles, each once, or the files that join them."""
     build = pathlib.Path(build).resolve()
     entries = json.loads((build / "compile_commands.json").read_text())
     own = {entry["file"]: entry for entry in entries

@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# Runs every fuzzer for the given number of seconds (20), as many at a time as there are processors,
-# starting from its seeds. What a fuzzer finds is left in build/fuzz/findings; turn it into a test before
-# mending it.
+# Runs every fuzzer from its seeds for the given number of seconds (default 20), as many at a time as there
+# are processors. Findings are in build/fuzz/findings; make a test of a finding before you fix it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export seconds=${1:-20}

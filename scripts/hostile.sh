@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
-# Runs the command over mutated real workbooks and judges what it does: as it is shipped, with
-# LibreOffice, Gnumeric and the Open XML validator reading the calendars too, and under sanitizers.
-# Prints a table of the mutations and how the runs ended. What fails is left in build/hostile, each
-# with a .txt file that says what was done and how to see it again. Where there is no corpus, the
-# project's own workbooks are mutated.
+# Runs the command over mutated real workbooks and judges what it does: as shipped, where LibreOffice,
+# Gnumeric and the Open XML validator read the calendars, too, and under sanitizers. Prints a table of the
+# mutations and how the runs ended. Keeps each workbook that fails in build/hostile, with a .txt file that
+# says what was done and how to repeat it. Without a corpus it mutates the project's own workbooks.
 #
 # usage: hostile.sh [--release N] [--sanitizers N] [--seed S]
 set -euo pipefail
@@ -39,8 +38,8 @@ for preset in linux linux-asan; do
 done
 
 failed=0
-# run PRESET COUNT SEED [OPTION...]: a mutation test of that build; a corpus that is absent is said
-# and is no failure here.
+# run PRESET COUNT SEED [OPTION...]: a mutation test of that build. A missing corpus is reported and is no
+# failure.
 run() {
     local preset=$1 count=$2 first=$3 code=0
     shift 3

@@ -1,4 +1,4 @@
-"""LibreOffice driven through its programming interface: out of sight, in a profile of its own."""
+"""Drives a hidden LibreOffice, with a profile of its own, through its programming interface."""
 
 import contextlib
 import os
@@ -14,7 +14,7 @@ LONGEST_START = 60  # seconds
 
 @contextlib.contextmanager
 def desktop(folder):
-    """A new LibreOffice's desktop. The folder takes the profile; place and time are neutral."""
+    """The desktop of a new LibreOffice, whose profile is in the folder. Locale and time are neutral."""
     pipe = f"orrery{os.getpid()}"
     office = subprocess.Popen(
         ["soffice", f"-env:UserInstallation=file://{folder}/profile", "--headless", "--norestore",

@@ -3,9 +3,9 @@
 
     make_templates.py [FOLDER]      (default: data/template)
 
-Each workbook is written as .xlsx and as .xls: one design, two files. Every run writes the same
-bytes. Needs python3-xlsxwriter, python3-pil, python3-uno, libreoffice-calc and, for the widths of
-columns, fonts-crosextra-carlito.
+Writes each workbook as .xlsx and as .xls: one design, two files. Every run writes the same bytes.
+Needs python3-xlsxwriter, python3-pil, python3-uno, libreoffice-calc and, for the column widths,
+fonts-crosextra-carlito.
 """
 
 import pathlib

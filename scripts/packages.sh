@@ -1,10 +1,10 @@
-# Debian packages that the project needs, by purpose, and `install_packages`, which installs those
-# that are missing. Sourced by the other scripts; needs root or sudo only when one is missing.
+# The Debian packages that the project needs, by purpose, and `install_packages`, which installs what is
+# missing, as root or with sudo. Sourced by the other scripts.
 
 packages_build=(g++ ccache cmake ninja-build pkg-config libzip-dev libcli11-dev
     libmbedtls-dev zlib1g-dev libwxgtk3.2-dev libgtk-3-dev librsvg2-bin icoutils fp-utils-3.2.2
     python3 python3-markdown)
-# What a window needs to be tested: a display, a window manager, the buses, fonts and icons.
+# What the window tests need: a display, a window manager, the buses, fonts and icons.
 packages_window_test=(xvfb openbox xdotool imagemagick dbus x11-utils at-spi2-core python3-gi
     gir1.2-atspi-2.0 fonts-cantarell adwaita-icon-theme)
 packages_test=(libpugixml-dev libgtest-dev libgmock-dev libbenchmark-dev clang clang-tidy clang-format llvm
@@ -14,7 +14,7 @@ packages_test=(libpugixml-dev libgtest-dev libgmock-dev libbenchmark-dev clang c
     gnumeric libreoffice-calc libreoffice-dev poppler-utils
     fonts-crosextra-carlito fonts-liberation
     python3-html5lib lintian desktop-file-utils appstream xdg-utils gtk-update-icon-cache dpkg-dev)
-# The Windows program: cross compiler, its libraries' sources, set-up program, and where it runs.
+# The Windows program: cross compiler, tools for its libraries and its set-up program, and Wine.
 packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev xz-utils make nsis wine
     wine64 fonts-wine locales)
 packages_bench=(libbenchmark-dev python3 python3-openpyxl python3-xlrd python3-xlwt python3-uno
@@ -44,7 +44,7 @@ install_node() {
 install_node_modules() {
     local installed=$1/node_modules/.package-lock.json
     [ -e "$installed" ] && [ ! "$1/package-lock.json" -nt "$installed" ] && return 0
-    # Not "npm ci": it wants a lock entry of every system that an optional package names.
+    # Not "npm ci": it needs a lock entry for every system that an optional package names.
     (cd "$1" && npm install --no-save --no-audit --no-fund --silent)
     touch "$installed"
 }

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the README's picture: the demo's calendar as LibreOffice prints it.
+# Makes the README's picture: the calendar of scripts/demo.sh as LibreOffice prints it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Takes the pictures of windows that the README and the help show from the tests of the windows.
+# Copies the pictures of windows in the README and the help from those that the window tests take.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh

@@ -1,5 +1,5 @@
-# Steps of a script, and a table of their times at its end, also when one failed. Sourced by the other
-# scripts; one that calls others shows the steps of all in one table.
+# Steps of a script, and a table of their times at its end, also when a step fails. Sourced by the other
+# scripts; a script that calls others shows the steps of all in one table.
 
 steps_file=${ORRERY_STEPS:-}
 if [ -z "$steps_file" ]; then
@@ -10,7 +10,7 @@ fi
 steps_last=
 steps_begin=$SECONDS
 
-# step NAME: ends the step before and begins one.
+# step NAME: ends the current step and begins a new one.
 step() {
     end_step
     steps_last=$*

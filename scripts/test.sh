@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything with warnings as errors, and proves what the README says,
-# each claim once: layout of the code, the fuzzers for a short while, clang-tidy, the unit tests under
-# AddressSanitizer and UndefinedBehaviorSanitizer, and the programs as they are shipped, from outside.
+# each claim once: the layout of the code, short runs of the fuzzers, clang-tidy, the unit tests under
+# AddressSanitizer and UndefinedBehaviorSanitizer, and the programs as shipped, from outside.
 #
 #   scripts/test.sh          what every push runs
-#   scripts/test.sh --full   all of it: every test in both builds, every workbook, long loops
+#   scripts/test.sh --full   everything: every test in both builds, every workbook, long loops
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh

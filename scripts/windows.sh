@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, cross-builds the Windows program and its packages, and tests them under
-# Wine: the whole suite as Windows programs, the Excel engine against a server that stands in for
-# Excel, the windows, the installer. Leaves the set-up program and the zip in build/windows.
-# The libraries are built from Debian's sources the first time, which takes about ten minutes.
+# Wine: the suite as Windows programs, the Excel engine against a server that stands in for Excel, the
+# windows, the set-up program. The set-up program and the zip are then in build/windows. The first run
+# builds the libraries from Debian's sources, in about ten minutes.
 #
 #   scripts/windows.sh          what every push runs
 #   scripts/windows.sh --full   every workbook and long loops here, too
@@ -28,7 +28,7 @@ libraries=$(scripts/windows/libraries.sh)
 step "Build for Windows"
 cmake --preset linux >/dev/null # for the programs that its outputs are compared with
 cmake --build --preset linux --target orrery-cli workbook_driver
-# Afresh: what was found in an earlier folder of libraries is not to be used again.
+# --fresh: nothing that CMake found in an earlier folder of libraries counts.
 cmake --fresh --preset windows -DORRERY_WINDOWS_LIBRARIES="$libraries" \
     -DORRERY_FULL=$full >/dev/null
 cmake --build --preset windows
@@ -40,12 +40,11 @@ step "Set-up program and zip"
 (cd build/windows && cpack)
 
 step "Suite under Wine"
-# A Windows of its own, made anew, that paints windows without a display. Tests that look at windows
-# make others.
+# A new Wine folder, which paints windows without a display. Tests that look at windows make others.
 export ORRERY_WINEPREFIX=$PWD/build/windows/wine
 scripts/windows/wine.sh --end
 rm -rf "$ORRERY_WINEPREFIX"
 trap 'scripts/windows/wine.sh --end; show_steps' EXIT
 scripts/windows/wine.sh reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
-scripts/windows/wine.sh --end # read anew by whatever starts
+scripts/windows/wine.sh --end # programs read it when they start
 ctest --preset windows -j2

@@ -1,5 +1,5 @@
-# The Debian package: `cpack -G DEB` in the build folder. The caches of icons, menus and manual
-# pages are brought up to date by the triggers of the packages that own them.
+# The Debian package: `cpack -G DEB` in the build folder. The packages that own the caches of icons, menus
+# and manual pages update them by triggers.
 
 string(TIMESTAMP deb_date "%a, %d %b %Y 00:00:00 +0000" UTC)
 configure_file(deb/changelog.in changelog @ONLY)
@@ -23,12 +23,12 @@ set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Format an Excel workbook once, the way you like it, and Orrery writes the
 calendar of any year into a copy of it: twelve month sheets and a year sheet,
 with the names of the months and weekdays in your language and with your
-holidays. What a calendar does not write stays as the template has it.
+holidays. Everything else stays as it is in the template.
 .
-Templates are .xls or .xlsx workbooks; no spreadsheet program is needed to
-make calendars from them. Five templates and the holidays of more than twenty
-countries come with the program, as does a command line for scripts.")
-if(TARGET orrery-libreoffice) # it is not linked with LibreOffice: the package does not depend on it
+Templates are .xls or .xlsx workbooks, and you need no spreadsheet program to
+make calendars from them. Five templates, the holidays of more than twenty
+countries and a command line for scripts come with the program.")
+if(TARGET orrery-libreoffice) # not linked with LibreOffice, so the package does not depend on it
     set(CPACK_DEBIAN_PACKAGE_SUGGESTS "libreoffice-calc")
     string(APPEND CPACK_DEBIAN_PACKAGE_DESCRIPTION
         "\n.\nWith LibreOffice it makes PDF files of the calendars, too.")

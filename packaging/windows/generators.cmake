@@ -1,4 +1,4 @@
-# What differs between the packages; read by CPack for each of them.
+# The differences between the packages; CPack reads this file for each of them.
 if(CPACK_GENERATOR STREQUAL "NSIS")
     string(APPEND CPACK_PACKAGE_FILE_NAME -setup)
 elseif(CPACK_GENERATOR STREQUAL "ZIP")

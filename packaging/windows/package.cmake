@@ -1,6 +1,6 @@
-# The packages for Windows: `cpack` in the build folder makes a set-up program and a zip to unpack
-# and run. Both hold the same files; the program copies what is in data beside itself when it starts
-# for the first time.
+# The packages for Windows: `cpack` in the build folder makes a set-up program and a zip to unpack and
+# run. Both have the same files. When the program starts for the first time, it copies the folder data
+# beside itself.
 
 file(READ ${PROJECT_SOURCE_DIR}/LICENSE license)
 file(READ ${CMAKE_CURRENT_SOURCE_DIR}/windows/notices.txt notices)
@@ -13,7 +13,7 @@ install(FILES ${PROJECT_SOURCE_DIR}/data/orrery.ini ${PROJECT_SOURCE_DIR}/data/t
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/data/holiday ${PROJECT_SOURCE_DIR}/data/template
         DESTINATION data)
 
-# The picture beside the last page of the set-up.
+# The picture on the last page of the set-up program.
 set(picture ${CMAKE_CURRENT_BINARY_DIR}/setup)
 add_custom_command(OUTPUT ${picture}.bmp
     COMMAND ${ORRERY_RSVG_CONVERT} --width 164 --height 314 --output ${picture}.png

@@ -1,5 +1,5 @@
-# orrery_resources(PROGRAM DESCRIPTION): gives a Windows program its icon, version and manifest; the
-# system shows the description where it names programs. Other systems have no such things.
+# orrery_resources(PROGRAM DESCRIPTION): gives a Windows program its icon, version and manifest. Windows
+# shows the description as the program's name. Does nothing on other systems.
 set(ORRERY_RESOURCES_DIR ${CMAKE_CURRENT_LIST_DIR})
 
 function(orrery_resources program description)
@@ -10,7 +10,7 @@ function(orrery_resources program description)
     set(ORRERY_DESCRIPTION ${description})
     set(icon)
     set(ORRERY_ICON_STATEMENT)
-    if(ORRERY_WINDOW) # a build without it needs no tools for pictures
+    if(ORRERY_WINDOW) # a build without the window needs no tools for pictures
         set(icon ${PROJECT_BINARY_DIR}/packaging/icons/orrery.ico)
         set(ORRERY_ICON_STATEMENT "ORRERY ICON \"${icon}\"")
         add_dependencies(${program} icons)

@@ -1,4 +1,4 @@
-"""The help as a project of compiled HTML help (.hhp, .hhc, .hhk) and its compilation."""
+"""Writes the help as a project of compiled HTML help (.hhp, .hhc, .hhk) and compiles it."""
 
 import html
 import subprocess
@@ -62,7 +62,7 @@ def contents_items(groups):
 
 
 def index_items(pages):
-    """An entry for each heading; those that several pages have name their page."""
+    """An entry for each heading; a heading that several pages have names its page."""
     places = {}
     for page in pages:
         for heading in page.headings:
@@ -77,7 +77,7 @@ def index_items(pages):
 
 
 def write(groups, pages, pictures, style, folder):
-    """Writes the project into the folder, which holds the folder images already."""
+    """Writes the project into the folder, which already has the folder images."""
     (folder / "style.css").write_text(style.read_text(encoding="utf-8"), encoding="utf-8")
     for page in pages:
         (folder / f"{page.name}.html").write_text(
@@ -92,7 +92,7 @@ def write(groups, pages, pictures, style, folder):
 
 
 def compile_project(chmcmd, folder):
-    """Makes Orrery.chm in the folder; the compiler's words only when it fails."""
+    """Makes Orrery.chm in the folder. Shows what the compiler says only when it fails."""
     result = subprocess.run([chmcmd, "Orrery.hhp"], cwd=folder, text=True, capture_output=True)
     if result.returncode != 0 or not (folder / "Orrery.chm").is_file():
         raise SystemExit(f"{chmcmd} did not make Orrery.chm:\n{result.stdout}{result.stderr}")

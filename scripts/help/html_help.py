@@ -1,4 +1,4 @@
-"""The help as web pages, with the contents beside each page."""
+"""Writes the help as web pages, with the contents beside each page."""
 
 import html
 

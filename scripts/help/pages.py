@@ -1,4 +1,4 @@
-"""The help's sources: the pages, their order and the text of each as HTML."""
+"""Reads the sources of the help: the pages, their order, and the text of each as HTML."""
 
 import dataclasses
 import html
@@ -30,7 +30,7 @@ def read_page(path):
     converter = markdown.Markdown(extensions=["tables", "toc", "sane_lists"],
                                   output_format="html")
     body = converter.convert(path.read_text(encoding="utf-8"))
-    # Sources name each other and the pictures where they lie; pages lie in one folder.
+    # Sources link each other and the pictures where they are; the pages are in one folder.
     body = re.sub(r'(href="[^":#]+)\.md(["#])', r"\1.html\2", body)
     body = body.replace('src="../images/window/', 'src="images/')
 

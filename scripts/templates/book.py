@@ -20,8 +20,8 @@ HOLIDAY = "#FBEAE3"
 OUTSIDE = "#F5F6F8"  # days that belong to another month
 
 A4, LETTER = 9, 1
-BOTTOM = 0.6  # inches, the margin of which the footer takes its part
-FOOTER = BOTTOM - 6.44 / 25.4  # from the edge; LibreOffice moves any other one in an .xls
+BOTTOM = 0.6  # inches, the margin with the footer in it
+FOOTER = BOTTOM - 6.44 / 25.4  # from the edge; LibreOffice moves any other footer in an .xls
 
 NOTHING = ";;;"  # the number format that shows neither numbers nor text
 
@@ -56,7 +56,7 @@ class Book:
         sheet = self._workbook.add_worksheet(name)
         sheet.hide_gridlines(2)
         sheet.set_tab_color(tab_color)
-        sheet.set_column_pixels("A:A", 18)  # air at the left of the screen, never printed
+        sheet.set_column_pixels("A:A", 18)  # a gap at the left of the screen, never printed
         return sheet
 
     def chart(self, kind):
@@ -89,8 +89,8 @@ def widths(sheet, first_column, pixels):
 
 
 def heights(sheet, first_row, points):
-    """Sets rows one after another: whole pixels of 0.75 points, as programs round them, and never
-    15 points, which is no height at all but that of any row."""
+    """Sets the heights of consecutive rows: whole pixels of 0.75 points, because programs round to
+    these, and never 15 points, which counts as no height of the row's own."""
     assert all(height % 0.75 == 0 and height != 15 for height in points), points
     for row, height in enumerate(points, first_row - 1):
         sheet.set_row(row, height)
@@ -138,7 +138,7 @@ def _print_setup(sheet, first, last, paper, landscape):
 
 
 def _footer(sheet, text):
-    """In the middle and without a colour: more than that is lost in an .xls."""
+    """Centred and without a colour: an .xls loses anything else."""
     sheet.set_footer(f'&C&"Calibri,Regular"&8{text}  ·  made with Orrery',
                      {"margin": FOOTER})
 

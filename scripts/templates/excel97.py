@@ -1,4 +1,4 @@
-"""The .xls of a template, converted from its .xlsx by LibreOffice and mended where it has to be."""
+"""Converts a template's .xlsx into its .xls by LibreOffice, and repairs what that gets wrong."""
 
 import pathlib
 import tempfile
@@ -6,11 +6,11 @@ import tempfile
 import libreoffice
 
 FILTER = "MS Excel 97"
-NARROWED = 2  # hundredths of a millimetre that every column loses on its way through an .xls
+NARROWED = 2  # hundredths of a millimetre that every column loses in an .xls
 
 
 def convert(workbooks):
-    """The bytes of the .xls for those of each .xlsx; names in, names out."""
+    """The bytes of an .xls for those of each .xlsx, by name."""
     with tempfile.TemporaryDirectory(prefix="orrery-xls-") as name, \
             libreoffice.desktop(name) as office:
         return {stem: _convert(office, pathlib.Path(name, stem), data)
@@ -24,14 +24,14 @@ def _convert(office, base, data):
     for sheet in document.Sheets:
         _mend_names(sheet)
         _mend_widths(sheet)
-    document.setModified(False)  # else the file would carry the time of this run
+    document.setModified(False)  # otherwise the file would hold the time of this run
     libreoffice.store(document, target, FILTER)
     document.close(True)
     return target.read_bytes()
 
 
 def _mend_names(sheet):
-    """Print areas and titles are read twice, once as a common name that Excel would stumble on."""
+    """LibreOffice reads print areas and titles twice, once as an ordinary name: trouble for Excel."""
     for name in sheet.NamedRanges.ElementNames:
         if name.startswith("_xlnm."):
             sheet.NamedRanges.removeByName(name)

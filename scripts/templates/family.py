@@ -77,7 +77,7 @@ def _lines(book, sheet, block):
 
 
 def _fade_unused(book, sheet, block, lines):
-    """Greys the lines of the weeks that the month does not reach, once it has days at all."""
+    """Greys the lines of weeks outside the month, if the month has days at all."""
     days = b.area(block.first_day, block.day(WEEKS - 1, 6), absolute=True)
     for week, line in enumerate(lines):
         week_days = b.area(block.day(week, 0), block.day(week, 6), absolute=True)

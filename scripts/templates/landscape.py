@@ -1,6 +1,6 @@
 """The picture of the wall calendar: an orrery in the evening sky above a mountain lake.
 
-It is drawn from nothing but the numbers below, so that every run gives the same bytes.
+It is drawn only from the numbers below, so that every run gives the same bytes.
 """
 
 import io
@@ -207,7 +207,7 @@ def _mountains(image):
 
 
 def _lake(image):
-    """The evening mirrored in the water, darker below and broken by ripples."""
+    """The reflection of the evening in the water, darker below and broken by ripples."""
     width, height = image.size
     water = round(HORIZON * height)
     depth = height - water

@@ -21,7 +21,7 @@ LINES = 16
 LINE_HEIGHT = 22.5
 PANEL = 7  # the first column of the working days; columns G to I
 WEEK_TABLE = Cell(NOTES_ROW + 4, PANEL + 1)  # week and working days, hidden by the chart
-MONTH_START = WEEK_TABLE.moved(rows=-1)  # the date of the month's first day, hidden likewise
+MONTH_START = WEEK_TABLE.moved(rows=-1)  # the date of the month's first day, hidden, too
 
 
 def make():

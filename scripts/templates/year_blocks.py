@@ -1,7 +1,7 @@
 """Twelve small months on one sheet. Under each day lies a bar that a holiday colours.
 
 The bar is the cell of the holiday's name: a row of a few points, whose number format shows
-nothing, so that the name is there to be read in the formula bar and the page stays calm.
+nothing, so that only the formula bar shows the name and the page stays calm.
 """
 
 from dataclasses import dataclass
@@ -51,7 +51,7 @@ def _row_heights(sheet, block, look):
 
 
 def _heading(book, sheet, block, look):
-    beside = block.weekday.row == block.month.row  # then the name has its own column, no more
+    beside = block.weekday.row == block.month.row  # then the name has only its own column
     sheet.write_blank(str(block.month), None,
                       book.style(font_size=look.month_size, font_color=look.month_color,
                                  bold=True, shrink=beside))

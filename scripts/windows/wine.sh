@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Runs a Windows program on Linux, quietly, in a Windows of the tests' own that is set up on first
-# use. Several may run at once.
+# Runs a Windows program under Wine, quietly, in a Wine folder of the tests' own, which the first use
+# sets up. Several programs may run at once.
 #   scripts/windows/wine.sh PROGRAM [ARGUMENT...]    the exit code is the program's
-#   scripts/windows/wine.sh --end                    ends all that runs in that Windows
-#   scripts/windows/wine.sh --folder                 prints the folder of that Windows
-# ORRERY_WINEPREFIX: that folder; else one in the user's cache folder.
-# ORRERY_WINE_LOCALE: a locale of UTF-8 whose language gives the code page; else English, 1252.
+#   scripts/windows/wine.sh --end                    ends all that runs in that folder
+#   scripts/windows/wine.sh --folder                 prints the folder
+# ORRERY_WINEPREFIX: the folder; by default one in the user's cache folder.
+# ORRERY_WINE_LOCALE: a UTF-8 locale whose language gives the code page; by default English, 1252.
 set -euo pipefail
 
 export WINEPREFIX=${ORRERY_WINEPREFIX:-${XDG_CACHE_HOME:-$HOME/.cache}/orrery/wine}
@@ -27,9 +27,8 @@ case $* in
     ;;
 esac
 
-# The services of that Windows outlive its last program by a minute, so that the next one need not
-# wait for them; then they end by themselves. Of several programs that come first, one starts them,
-# and they keep nothing of it open.
+# Wine's services outlive the last program by a minute, so that the next one need not wait for them. If
+# several programs start at once, one of them starts the services, which keep none of its files open.
 start_services() {
     (
         flock 9
@@ -56,8 +55,8 @@ fi
 start_services
 [ -p /dev/stdout ] || [ -p /dev/stderr ] || exec wine "$@"
 
-# Who reads a pipe waits until nobody has it open. What a program may start behind its back, such as
-# the desktop, outlives it; so it writes to files, from which all is passed on as it comes.
+# The reader of a pipe waits until nobody has it open, and Wine may start processes that outlive the
+# program, such as the desktop. So the program writes to files, and tail passes on what comes.
 output=$(mktemp -d)
 touch "$output/out" "$output/err"
 trap 'rm -rf "$output"' EXIT

@@ -1,5 +1,6 @@
 #include "cli/command_line.h"
 
+#include "cli/error.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/numbers.h"
@@ -158,7 +159,7 @@ std::optional<std::int16_t> ReadRangeEnd(const std::string& digits)
 
 int ReportWrongUsage(const std::string& cause, std::ostream& err)
 {
-    err << util::ErrorText(Error(util::ErrorKind::WrongUsage, {}, cause)) << '\n';
+    err << util::ErrorText(Error(ErrorKind::WrongUsage, {}, cause)) << '\n';
     return kExitUsage;
 }
 

@@ -19,8 +19,6 @@
 namespace orrery::cli {
 namespace {
 
-using util::ErrorKind;
-
 /// "2027-03-28".
 std::string IsoDate(holidays::Date date)
 {
@@ -93,7 +91,7 @@ holidays::HolidayList ReadHolidays(Session& session)
 
 void ReportYearOverflow(Session& session, const std::string& year)
 {
-    session.reporter.Report(util::ErrorText(Error(ErrorKind::Overflow, year)));
+    session.reporter.Report(util::ErrorText(Error(util::ErrorKind::Overflow, year)));
 }
 
 /// Easter Sunday of a year; a year that has none is reported.

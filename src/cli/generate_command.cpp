@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "cli/commands.h"
 #include "util/error.h"
 #include "util/paths.h"
@@ -116,7 +117,7 @@ void RunGenerateCommand(Session& session)
     ChosenTemplate chosen = ChooseTemplate(session);
     const std::string engine = ChooseEngine(session, chosen.settings);
     if (session.line.pdf && !session.engines.CanPrintPdf())
-        throw Error(util::ErrorKind::PdfNotAvailable);
+        throw Error(book::ErrorKind::PdfNotAvailable);
     const MadeFiles made = GenerateYears(session, chosen, engine);
     if (session.line.json)
         PrintGenerateJson(session, engine, made);

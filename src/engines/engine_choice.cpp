@@ -1,5 +1,6 @@
 #include "engines/engine_choice.h"
 
+#include "book/error.h"
 #include "engines/builtin/application.h"
 #include "engines/builtin/structure_protection.h"
 #include "engines/excel/application.h"
@@ -24,7 +25,7 @@ EngineChoice ChoiceOf(const std::string& name)
 {
     const auto choice = ParseEngineChoice(name);
     if (!choice)
-        throw Error(util::ErrorKind::EngineMissing, name);
+        throw Error(book::ErrorKind::EngineMissing, name);
     return *choice;
 }
 
@@ -64,7 +65,7 @@ EngineChoice ResolveEngine(EngineChoice choice)
             return choice;
         break;
     }
-    throw Error(util::ErrorKind::EngineMissing, std::string(EngineName(choice)));
+    throw Error(book::ErrorKind::EngineMissing, std::string(EngineName(choice)));
 }
 
 std::unique_ptr<book::Application> CreateApplication(EngineChoice choice, book::Opener opener)
@@ -98,7 +99,7 @@ bool InstalledEngines::CanPrintPdf() const
 std::unique_ptr<book::PdfPrinter> InstalledEngines::StartPdfPrinter()
 {
     if (!CanPrintPdf())
-        throw Error(util::ErrorKind::PdfNotAvailable);
+        throw Error(book::ErrorKind::PdfNotAvailable);
     return libreoffice::CreatePdfPrinter();
 }
 

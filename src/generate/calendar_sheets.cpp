@@ -1,10 +1,12 @@
 #include "generate/calendar_sheets.h"
 
+#include "book/error.h"
 #include "generate/failure.h"
 #include "generate/month_block.h"
 #include "util/checked.h"
 #include "util/error.h"
 #include "util/error_text.h"
+#include "util/sentence.h"
 
 #include <exception>
 #include <string>
@@ -112,7 +114,7 @@ book::Worksheet& SheetAfter(book::Worksheet& sheet, const std::string& obstacle)
 {
     book::Worksheet* const next = sheet.Next();
     if (next == nullptr)
-        throw Error(util::ErrorKind::SheetNotCopied, sheet.Name(), obstacle);
+        throw Error(book::ErrorKind::SheetNotCopied, sheet.Name(), obstacle);
     return *next;
 }
 

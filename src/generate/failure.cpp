@@ -1,5 +1,6 @@
 #include "generate/failure.h"
 
+#include "book/error.h"
 #include "util/error.h"
 #include "util/error_text.h"
 
@@ -8,7 +9,7 @@ namespace orrery::generate {
 bool IsLoss(const std::exception& error)
 {
     const auto* const own = dynamic_cast<const Error*>(&error);
-    return own != nullptr && own->Kind() == util::ErrorKind::ApplicationLost;
+    return own != nullptr && own->Kind() == book::ErrorKind::ApplicationLost;
 }
 
 void ReportFailure(const std::string& sentence, const std::exception& error, Context& context)

@@ -1,5 +1,6 @@
 #include "generate/pdf.h"
 
+#include "book/error.h"
 #include "generate/failure.h"
 #include "util/error.h"
 #include "util/error_text.h"
@@ -40,7 +41,7 @@ void PdfMaker::Print(const std::string& workbookPath, const std::vector<std::str
                      const std::string& pdfPath)
 {
     if (sheets.empty())
-        throw Error(util::ErrorKind::NothingToPrint);
+        throw Error(book::ErrorKind::NothingToPrint);
     if (!printer_)
         printer_ = engines_.StartPdfPrinter();
     printer_->Print(util::ToPath(workbookPath), sheets, util::ToPath(pdfPath));

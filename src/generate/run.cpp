@@ -1,6 +1,7 @@
 #include "generate/run.h"
 
 #include "generate/calendar_sheets.h"
+#include "generate/error.h"
 #include "generate/failure.h"
 #include "holidays/holiday_dates.h"
 #include "util/error.h"
@@ -18,14 +19,12 @@
 namespace orrery::generate {
 namespace {
 
-using util::ErrorKind;
-
 void RemoveFile(const std::string& path)
 {
     std::error_code failure;
     std::filesystem::remove(util::ToPath(path), failure);
     if (failure)
-        throw Error(ErrorKind::FileNotWritable, path, util::SystemMessage(failure));
+        throw Error(util::ErrorKind::FileNotWritable, path, util::SystemMessage(failure));
 }
 
 void RemoveFileIfPossible(const std::string& path)
@@ -204,7 +203,8 @@ std::optional<SavedCalendar> RunGenerate(const GenerateRequest& request, model::
         saved = MakeFiles(startApplication, job, sets, context, pdfMaker);
     }
     catch (const util::OverflowError&) { // of the year's text or of its Easter Sunday
-        context.observer.Report(util::ErrorText(Error(ErrorKind::Overflow, request.yearText)));
+        context.observer.Report(
+            util::ErrorText(Error(util::ErrorKind::Overflow, request.yearText)));
     }
     catch (const std::exception& error) {
         context.observer.Report(util::ErrorText(error));

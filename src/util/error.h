@@ -1,11 +1,60 @@
 #pragma once
 
+#include <concepts>
 #include <exception>
 #include <string>
+#include <type_traits>
+#include <typeinfo>
 
 namespace orrery::util {
 
-/// What went wrong. `ErrorText` has one sentence for every kind.
+/// What a sentence about an error is made of. Both may be empty.
+struct ErrorDetails {
+    std::string subject; ///< path, sheet, cell: what it is about
+    std::string cause;   ///< what lies beneath, in somebody's words
+};
+
+/// An enumeration of errors. Its namespace has one sentence for each value:
+/// what is wrong, where, and what to do.
+template <typename Kind>
+concept ErrorKinds = std::is_enum_v<Kind> && requires(Kind kind, const ErrorDetails& details)
+{
+    {
+        Sentence(kind, details)
+        } -> std::same_as<std::string>;
+};
+
+/// A kind of error of any floor: a value of that floor's enumeration.
+class AnyErrorKind {
+public:
+    template <ErrorKinds Kind>
+    AnyErrorKind(Kind kind)
+        : floor_(&typeid(Kind)), value_(static_cast<int>(kind)),
+          sentence_([](int value, const ErrorDetails& details) {
+              return Sentence(static_cast<Kind>(value), details);
+          })
+    {
+    }
+
+    /// The sentence for the user.
+    std::string SentenceFor(const ErrorDetails& details) const
+    {
+        return sentence_(value_, details);
+    }
+    int Value() const { return value_; }
+
+    friend bool operator==(const AnyErrorKind& a, const AnyErrorKind& b)
+    {
+        return *a.floor_ == *b.floor_ && a.value_ == b.value_;
+    }
+
+private:
+    const std::type_info* floor_;
+    int value_;
+    std::string (*sentence_)(int value, const ErrorDetails& details);
+};
+
+/// What can go wrong with numbers, files and the system's shell.
 enum class ErrorKind {
     // numbers and tables
     Overflow,   ///< a result does not fit its width
@@ -19,62 +68,29 @@ enum class ErrorKind {
     TextFileTooLarge, ///< beyond what is read of a text file
     FolderNotCreated,
     DiskFull,
-    FileSizeLimit,    ///< the system's limit on the size of the user's files
-    OutputIsTemplate, ///< a calendar would replace the template that it is made from
-    // workbooks; the subject is the path
-    NotAWorkbook,
-    DamagedWorkbook, ///< cause says what and in which part
-    PasswordProtected,
-    BinaryWorkbook,  ///< .xlsb
-    OldBinaryFormat, ///< .xls of the versions before BIFF8
-    TooLargeUnpacked,
-    TooLargeOutput, ///< the cause says what would grow beyond which limit
-    TooDeeplyNested,
-    // sheets and cells; the subject is the name or the cell
-    InvalidSheetName,
-    SheetNameTaken,
-    SheetNotCopied,
-    StructureProtected, ///< sheets of a protected workbook cannot be renamed or copied
-    CellOutsideSheet,
-    CellLocked,
-    PartOfArray,
-    TextTooLong, ///< for a cell; the subject is its beginning
-    NotAWorksheet,
-    // applications
-    EngineMissing,      ///< the subject is the engine's name
-    PdfNotAvailable,    ///< nothing here makes PDF files
-    NothingToPrint,     ///< a workbook without a sheet of a calendar that can be seen
-    ApplicationFailure, ///< the cause is the application's own description
-    ApplicationLost,    ///< it does not answer any more; the subject is its name
-    // the shell; the cause is the message of the result table
-    ShellFailure,
-    WrongUsage,
+    FileSizeLimit, ///< the system's limit on the size of the user's files
+    ShellFailure,  ///< the cause is the message of the result table
 };
+
+std::string Sentence(ErrorKind kind, const ErrorDetails& details);
 
 /// The base of everything that the program throws: data, not prose. Sentences are made by
 /// `ErrorText` alone.
 class Error : public std::exception {
 public:
-    explicit Error(ErrorKind kind, std::string subject = {}, std::string cause = {});
+    explicit Error(AnyErrorKind kind, std::string subject = {}, std::string cause = {});
 
-    ErrorKind Kind() const noexcept { return kind_; }
-    const std::string& Subject() const noexcept
-    {
-        return subject_;
-    } ///< path, sheet, cell; may be empty
-    const std::string& Cause() const noexcept
-    {
-        return cause_;
-    } ///< what lies beneath; may be empty
+    AnyErrorKind Kind() const noexcept { return kind_; }
+    const std::string& Subject() const noexcept { return details_.subject; }
+    const std::string& Cause() const noexcept { return details_.cause; }
     const char* what() const noexcept override
     {
         return what_.c_str();
     } ///< for logs, not for users
 
 private:
-    ErrorKind kind_;
-    std::string subject_;
-    std::string cause_;
+    AnyErrorKind kind_;
+    ErrorDetails details_;
     std::string what_;
 };
 

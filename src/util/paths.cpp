@@ -1,5 +1,6 @@
 #include "util/paths.h"
 
+#include "util/file_read.h"
 #include "util/text.h"
 
 #include <algorithm>

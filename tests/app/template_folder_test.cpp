@@ -42,7 +42,7 @@ protected:
     const std::string templates_ = At("template/");
     const std::string installed_ = At("installed/");
 
-    template <typename Action> static ErrorKind KindOf(Action action)
+    template <typename Action> static std::optional<util::AnyErrorKind> KindOf(Action action)
     {
         try {
             action();
@@ -51,7 +51,7 @@ protected:
             return error.Kind();
         }
         ADD_FAILURE() << "nothing was thrown";
-        return ErrorKind::WrongUsage;
+        return std::nullopt;
     }
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "book/engines.h"
+#include "book/error.h"
 #include "book/fake_spreadsheet.h"
 #include "util/error.h"
 
@@ -17,7 +18,7 @@ public:
     std::string Resolve(const std::string& name) const override
     {
         if (name != "auto" && name != "fake")
-            throw Error(util::ErrorKind::EngineMissing, name);
+            throw Error(book::ErrorKind::EngineMissing, name);
         return resolved;
     }
     std::unique_ptr<book::Application> Start(const std::string& name, book::Opener opener) override

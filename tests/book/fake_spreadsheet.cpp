@@ -1,5 +1,6 @@
 #include "book/fake_spreadsheet.h"
 
+#include "book/error.h"
 #include "util/error.h"
 #include "util/file_replace.h"
 #include "util/text.h"
@@ -11,7 +12,7 @@
 namespace orrery::fake {
 namespace {
 
-using util::ErrorKind;
+using book::ErrorKind;
 
 constexpr std::size_t kLongestName = 31; // in UTF-16 units
 
@@ -142,7 +143,7 @@ WorkbookContent ReadWorkbookFile(const std::filesystem::path& path)
     std::ifstream in(path, std::ios::binary);
     std::string line;
     if (!in)
-        throw Error(ErrorKind::FileNotFound, path.string());
+        throw Error(util::ErrorKind::FileNotFound, path.string());
     if (!std::getline(in, line) || line != "fake workbook")
         throw Error(ErrorKind::NotAWorkbook, path.string());
     WorkbookContent content;
@@ -237,7 +238,7 @@ const Cells& Workbook::CellsOf(std::string_view sheet) const
     const auto found = std::find_if(sheets_.begin(), sheets_.end(),
                                     [&](const auto& one) { return one->Name() == sheet; });
     if (found == sheets_.end())
-        throw Error(ErrorKind::OutOfRange, std::string(sheet));
+        throw Error(util::ErrorKind::OutOfRange, std::string(sheet));
     return (*found)->Content().cells;
 }
 

@@ -14,7 +14,6 @@ manifest says that a reader cannot judge a file, it does not judge it. Exit code
 import argparse
 import csv
 import multiprocessing
-import multiprocessing.pool
 import os
 import shutil
 import sys
@@ -30,7 +29,7 @@ import validator
 from edited import EditedWorkbook
 from opc import Package
 from plan import judge_refusals, make_plan
-from results import Case, Result, load_features, report
+from results import Case, Result, feature_failures, report
 from sample import sample
 from workbook import workbook_failures
 
@@ -62,8 +61,10 @@ class WorkbookCase(Case):
         workbook = EditedWorkbook(before, after, plan)
         self.result.failures += workbook.failures()
         self.result.failures += workbook.workbook_name_failures()
-        self.result.failures += feature_failures(load_features(self.options.corpus), self.path,
-                                                 self.edited, workbook)
+        grown = {key: (len(plan.sheets) - 1) * workbook.counted[own]
+                 for key, own in COUNTED.items()}
+        self.result.failures += feature_failures(self.options.corpus, (self.path, self.edited),
+                                                 grown, MAY_GO)
         self._count(workbook, plan)
         self.result.failures += validator.new_errors(self.path, self.edited, before, after, plan)
         self.result.counted["judged by the validator"] += 1
@@ -94,26 +95,9 @@ class WorkbookCase(Case):
         self.result.counted["judged by openpyxl"] += 1
 
 
-def feature_failures(features, before_path, after_path, workbook):
-    """What the corpus's own counter says: totals grow by what the model owns, no feature goes."""
-    if features is None:
-        return
-    before, after = features.features(before_path), features.features(after_path)
-    grown = {"merged": "merges", "comments": "comments", "tables": "tables", "charts": "charts",
-             "pictures": "pictures", "sheet_views": "views"}
-    copies = len(workbook.plan.sheets) - 1
-    for key, own in grown.items():
-        if own == "charts" and "charts_ex" in before["features"]:
-            continue  # it counts those of the older kind alone
-        expected = before["counts"].get(key, 0) + copies * workbook.counted[own]
-        if after["counts"].get(key, 0) != expected:
-            yield f"corpus_features counts {after['counts'].get(key, 0)} {key}, " \
-                  f"should be {expected}"
-    gone = set(before["features"]) - set(after["features"]) - MAY_GO
-    if gone:
-        yield f"corpus_features finds no {sorted(gone)} any more"
-
-
+# What the corpus's own counter calls what a sheet owns.
+COUNTED = {"merged": "merges", "comments": "comments", "tables": "tables", "charts": "charts",
+           "pictures": "pictures", "sheet_views": "views"}
 # Features that an edit rightly ends: what describes the container and the encoding, the chain that
 # is made anew (with what names a chain that is not there), the state of a workbook before it was
 # written to, and cells that were written over.
@@ -155,7 +139,7 @@ def prove_workbooks(options, rows):
         for result in results:
             if lo[result.file] != "yes":
                 result.unjudged.append("LibreOffice")
-        resaved = convert_all(options, [result.edited for result in judged])
+        resaved = readers.convert_all(options, [result.edited for result in judged], "office")
         found = pool.map(judge_office, [(result, resaved[result.edited]) for result in judged],
                          chunksize=1)
     for result, failures in zip(judged, found):
@@ -164,15 +148,6 @@ def prove_workbooks(options, rows):
         if result.has_pivots:
             result.unjudged.append("LibreOffice (values; it lays out pivot tables anew)")
     return results
-
-
-def convert_all(options, paths):
-    """One LibreOffice for each job, each with its share of the files."""
-    shares = [paths[start::options.jobs] for start in range(options.jobs)]
-    with multiprocessing.pool.ThreadPool(options.jobs) as threads:
-        made = threads.map(lambda share: readers.Office(options.work).convert(
-            share, os.path.join(options.work, "office")), [share for share in shares if share])
-    return {path: result for part in made for path, result in part.items()}
 
 
 def corpus_is_absent(folder):

@@ -1,7 +1,7 @@
 """Edits every .xls workbook of a corpus and has the results judged by programs that are not ours.
 
-Three stages: each workbook is saved unchanged and edited; Apache POI, LibreOffice and Gnumeric read
-all that was made, in batches; what each sees is compared. A program that does not open the input,
+Three stages: each workbook is saved unchanged and edited, and xlrd reads it; Apache POI, LibreOffice
+and Gnumeric read all that was made, in batches; what each sees is compared. A program that does not open the input,
 or sees in it what cannot be compared, does not judge the file; one that fails on the output alone
 is a failure.
 """
@@ -13,15 +13,15 @@ import traceback
 from collections import Counter
 from dataclasses import dataclass
 
-import readers
 import xls_embedded
 import xls_office
 import xls_structure
 from plan import judge_refusals
-from results import Case, load_features
+from readers import Office, convert_all
+from results import Case, feature_failures
 from xls_book import Book
 from xls_compound import CompoundFile, added, same_failures
-from xls_copies import EditedBook
+from xls_copies import EditedBook, count_sheet
 from xls_plan import make_plan
 from xls_readers import Poi, xlrd_view
 from xls_views import view_failures
@@ -88,12 +88,24 @@ class WorkbookCase(Case):
         self.result.failures += book.failures()
         self.result.failures += xls_structure.new_failures(before, after, book.first,
                                                            len(plan.sheets))
-        self.result.failures += feature_failures(load_features(self.options.corpus), self.path,
-                                                 self.edited, book)
+        grown = {what: book.copies * count for what, count in count_sheet(book.model).items()}
+        self.result.failures += feature_failures(self.options.corpus, (self.path, self.edited),
+                                                 grown, _MAY_GO)
+        self._judge_by_xlrd(before, after, plan)
         self._count(book, plan)
         self.result.edited, self.result.plan = self.edited, plan
         if not self.options.without_office:
             self._drive("edit", self.path, self.near, self.plan_path + ".near")
+
+    def _judge_by_xlrd(self, before, after, plan):
+        try:
+            seen = xlrd_view(before)
+        except Exception:  # of whatever kind: xlrd asserts, and overruns its buffers
+            self.result.unjudged.append("xlrd")
+            return
+        self.result.failures += view_failures("xlrd", seen, xlrd_view(after), plan,
+                                              before.sheets[plan.model.index])
+        self.result.counted["judged by xlrd"] += 1
 
     def _count(self, book, plan):
         counted = self.result.counted
@@ -102,26 +114,6 @@ class WorkbookCase(Case):
         counted["cells written"] += sum(len(sheet.written) for sheet in plan.sheets)
         counted["cells refused"] += sum(len(sheet.refused) for sheet in plan.sheets)
         counted["formula cells"] += len(book.model.formulas)
-        for what, count in book.counted.items():
-            counted[f"kept: {what}"] += count * len(plan.sheets)
-
-
-def feature_failures(features, before_path, after_path, book):
-    """What the corpus's own counter says: totals grow by what the model owns, no feature goes."""
-    if features is None:
-        return
-    before, after = features.features(before_path), features.features(after_path)
-    for key, own in (("merged", "merges"), ("comments", "comments"), ("objects", "objects"),
-                     ("charts", "charts"), ("sheets", None)):
-        if own == "objects" and "OBJ without ftCmo" in before["problems"]:
-            continue  # it counts none that does not begin as they do
-        expected = before["counts"].get(key, 0) + book.copies * (book.counted[own] if own else 1)
-        if after["counts"].get(key, 0) != expected:
-            yield f"corpus_features counts {after['counts'].get(key, 0)} {key}, " \
-                  f"should be {expected}"
-    gone = set(before["features"]) - set(after["features"]) - _MAY_GO
-    if gone:
-        yield f"corpus_features finds no {sorted(gone)} any more"
 
 
 # Features that an edit rightly ends: of the container, of how cells and strings are stored, and of
@@ -169,8 +161,8 @@ def read_all(options, judged):
         recalculated = threads.apply_async(recalculate, (options, judged))
         poi, recalculated = poi.get(), recalculated.get()
     return Made(
-        poi, {**office(options, inputs, "office-input"), **office(options, edited, "office")},
-        office(options, near, "pages", xls_office.PDF),
+        poi, convert_all(options, inputs, "office-input") | convert_all(options, edited, "office"),
+        convert_all(options, near, "pages", xls_office.PDF),
         recalculated,
         xls_office.gnumeric_convert(inputs, os.path.join(options.work, "gnumeric-input"),
                                     options.jobs)
@@ -191,25 +183,15 @@ def recalculate(options, judged):
     if not paths:  # LibreOffice waits where it is given nothing to convert
         return {}
     profile = xls_office.recalculating_profile(options.work)
-    return readers.Office(options.work, profile).convert(
+    return Office(options.work, profile).convert(
         paths, os.path.join(options.work, "recalculated"))
-
-
-def office(options, paths, folder, filter_name=readers.FILTER):
-    """One LibreOffice for each job, each with its share of the files."""
-    shares = [paths[start::options.jobs] for start in range(options.jobs)]
-    with multiprocessing.pool.ThreadPool(options.jobs) as threads:
-        made = threads.map(lambda share: readers.Office(options.work).convert(
-            share, os.path.join(options.work, folder), filter_name),
-            [share for share in shares if share])
-    return {path: result for part in made for path, result in part.items()}
 
 
 def judge_result(arguments):
     """In a worker: what the programs see in one workbook."""
     options, made, result = arguments
     judges = Judges(options, made, result)
-    for judge in (judges.poi, judges.xlrd, judges.office, judges.gnumeric, judges.pages):
+    for judge in (judges.poi, judges.office, judges.gnumeric, judges.pages):
         try:
             judge()
         except Exception:
@@ -245,14 +227,6 @@ class Judges:
         if before and why:
             self.failures.append(f"Apache POI says: {why}")
         self._compare("Apache POI", before, after)
-
-    def xlrd(self):
-        try:
-            before = xlrd_view(self.before)
-        except Exception:  # of whatever kind: xlrd asserts, and overruns its buffers
-            self.unjudged.append("xlrd")
-            return
-        self._compare("xlrd", before, xlrd_view(self.after))
 
     def _view(self, made, path, view):
         return view(made[path]) if made.get(path) else None

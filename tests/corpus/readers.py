@@ -6,6 +6,7 @@ import shutil
 import subprocess
 import tempfile
 import warnings
+from multiprocessing.pool import ThreadPool
 
 import openpyxl
 import openpyxl.reader.drawings
@@ -151,6 +152,16 @@ class Office:
     def _made(path, outdir, filter_name):
         stem = os.path.splitext(os.path.basename(path))[0]
         return os.path.join(outdir, f"{stem}.{filter_name.partition(':')[0]}")
+
+
+def convert_all(options, paths, folder, filter_name=FILTER):
+    """One LibreOffice for each job, each with its share of the files."""
+    shares = [paths[start::options.jobs] for start in range(options.jobs)]
+    with ThreadPool(options.jobs) as threads:
+        made = threads.map(lambda share: Office(options.work).convert(
+            share, os.path.join(options.work, folder), filter_name),
+            [share for share in shares if share])
+    return {path: result for part in made for path, result in part.items()}
 
 
 def office_failures(resaved_path, plan, sheet_names, merges, has_pivots):

@@ -1,5 +1,5 @@
-# The Windows programs make the same bytes as those of the system that builds them, which are made
-# first where they are not there.
+# The Windows programs make the same bytes as the programs for the system that builds them. Builds those
+# first if they are missing.
 if(CMAKE_CROSSCOMPILING)
     set(ORRERY_NATIVE_BUILD "${PROJECT_SOURCE_DIR}/build/linux" CACHE PATH
         "Build folder of the programs of the system that builds")

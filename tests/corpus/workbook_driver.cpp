@@ -17,6 +17,7 @@
 // copied, is printed on standard output, "LINE<tab>KIND<tab>sentence", and the plan goes on; any
 // other failure ends it with one sentence on standard error and exit code 1.
 
+#include "book/error.h"
 #include "engines/builtin/application.h"
 #include "util/error.h"
 #include "util/error_text.h"
@@ -33,6 +34,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 using orrery::book::AccessMode;
@@ -40,7 +42,7 @@ using orrery::book::CellMember;
 using orrery::book::CellValue;
 using orrery::book::Workbook;
 using orrery::book::Worksheet;
-using orrery::util::ErrorKind;
+namespace book = orrery::book;
 
 namespace {
 
@@ -69,20 +71,19 @@ std::string Unescape(std::string_view text)
 }
 
 /// The refusals that belong to a step, and not to the workbook as a file.
-const char* RefusalName(ErrorKind kind)
+const char* RefusalName(const orrery::util::AnyErrorKind& kind)
 {
-    switch (kind) {
-    case ErrorKind::CellLocked:
-        return "locked";
-    case ErrorKind::PartOfArray:
-        return "array";
-    case ErrorKind::CellOutsideSheet:
-        return "outside";
-    case ErrorKind::StructureProtected:
-        return "structure";
-    default:
-        return nullptr;
+    using enum book::ErrorKind;
+    static constexpr std::pair<book::ErrorKind, const char*> kNames[] = {
+        {CellLocked, "locked"},
+        {PartOfArray, "array"},
+        {CellOutsideSheet, "outside"},
+        {StructureProtected, "structure"}};
+    for (const auto& [refusal, name] : kNames) {
+        if (kind == refusal)
+            return name;
     }
+    return nullptr;
 }
 
 class Plan {

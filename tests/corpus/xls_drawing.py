@@ -2,14 +2,13 @@
 
 import struct
 from collections import Counter
-from dataclasses import dataclass, field
+from dataclasses import dataclass
 
 import xls_book as biff
 
-GROUP, FDGG, BSE, FDG, FSP, OPTIONS, CONNECTOR = (
-    0xF000, 0xF006, 0xF007, 0xF008, 0xF00A, 0xF00B, 0xF012)
+FDGG, BSE, FDG, FSP, OPTIONS, CONNECTOR = 0xF006, 0xF007, 0xF008, 0xF00A, 0xF00B, 0xF012
 _TERTIARY = 0xF122
-_SHAPE_LINKS = {0x8A}            # properties that hold the id of a shape: the next of a text chain
+_NEXT_SHAPE = 0x8A                 # a property that holds the id of a shape
 _PICTURES = {0x104, 0x186, 0x1C5}  # properties that hold the number of a picture
 HEADER_PICTURE, SELECTION = 0x866, 0xED
 
@@ -19,7 +18,6 @@ class Atom:
     instance: int
     type: int
     data: bytes
-    is_container: bool
 
 
 def atoms(data):
@@ -29,7 +27,7 @@ def atoms(data):
         version, kind, size = struct.unpack_from("<HHI", data, at)
         is_container = version & 15 == 15
         body = b"" if is_container else data[at + 8:at + 8 + size]
-        yield Atom(version >> 4, kind, body, is_container)
+        yield Atom(version >> 4, kind, body)
         at += 8 if is_container else 8 + size
 
 
@@ -47,7 +45,6 @@ class Drawing:
     """One drawing: of a sheet, of a chart, or of the pictures in a sheet's headers."""
 
     data: bytes = b""
-    lengths: list = field(default_factory=list)  # of the records it was cut into
 
     def ids(self):
         return [atom.instance for atom in atoms(self.data) if atom.type == FDG]
@@ -64,28 +61,24 @@ class Drawing:
                              if number in _PICTURES and raw & 0x4000 and value)
         return found
 
-    def neutral(self):
-        """The drawing as it looks without its own ids: shapes are numbered as they come."""
-        order = {shape: number for number, shape in enumerate(self.shapes())}
-        return [_neutral_atom(atom, order) for atom in atoms(self.data)], self.lengths
+    def without_ids(self):
+        """What is the same in a copy."""
+        return [(atom.type, 0 if atom.type == FDG else atom.instance, _without_ids(atom))
+                for atom in atoms(self.data)]
 
 
-def _neutral_atom(atom, order):
-    data, instance = atom.data, atom.instance
+def _without_ids(atom):
     if atom.type == FDG:
-        instance, data = 0, data[:4]
-    elif atom.type == FSP:
-        data = (order[struct.unpack_from("<I", data)[0]], data[4:])
-    elif atom.type == CONNECTOR and len(data) == 24:
-        rule, *shapes, first, last = struct.unpack("<6I", data)
-        data = (rule, [order.get(shape, shape) for shape in shapes], first, last)
-    elif atom.type in (OPTIONS, _TERTIARY):
-        links = [order.get(value, value) for number, value, _ in properties(atom)
-                 if number in _SHAPE_LINKS]
-        data = (links, b"".join(
-            struct.pack("<HI", raw, 0 if number in _SHAPE_LINKS else value)
-            for number, value, raw in properties(atom)), data[6 * instance:])
-    return atom.type, instance, data
+        return atom.data[:4]
+    if atom.type == FSP:
+        return atom.data[4:]
+    if atom.type == CONNECTOR:
+        return atom.data[:4] + atom.data[16:]
+    if atom.type in (OPTIONS, _TERTIARY):
+        simple = [(raw, 0 if number == _NEXT_SHAPE else value)
+                  for number, value, raw in properties(atom)]
+        return simple, atom.data[6 * len(simple):]
+    return atom.data
 
 
 def _rejoined(records, wanted):
@@ -94,20 +87,15 @@ def _rejoined(records, wanted):
     for record in records:
         if record.type == wanted or (record.type == biff.CONTINUE and last == wanted):
             drawing.data += record.data
-            drawing.lengths.append(len(record.data))
             last = wanted
         else:
             last = record.type
     return drawing
 
 
-def sheet_drawing(sheet):
-    return _rejoined(sheet.own, biff.MSODRAWING)
-
-
 def drawings(sheet):
     """The sheet's drawing and those of its charts, but not those in headers."""
-    found, charts, current = [sheet_drawing(sheet)], [], None
+    found, charts, current = [_rejoined(sheet.own, biff.MSODRAWING)], [], None
     for record in sheet.records:
         if record.depth < 2:
             current = None
@@ -121,25 +109,10 @@ def drawings(sheet):
     return [drawing for drawing in found if drawing.data]
 
 
-def selection(sheet):
-    """The selected shapes, numbered as they come in the sheet's drawing."""
-    order = {shape: number for number, shape in enumerate(sheet_drawing(sheet).shapes())}
-    found = []
-    for data in sheet.all_of(SELECTION):
-        words = struct.unpack_from(f"<{(len(data) - 8) // 4}I", data, 8)
-        found.append((data[:8], words[:2], [order.get(shape, shape) for shape in words[2:]]))
-    return found
-
-
 def header_parts(records):
-    """(flags, data) of a sheet's or the globals' header pictures."""
-    drawing, flags = Drawing(), 0
-    for record in records:
-        if record.type == HEADER_PICTURE and len(record.data) >= 14:
-            flags = record.data[12]
-            drawing.data += record.data[14:]
-            drawing.lengths.append(len(record.data) - 14)
-    return flags, drawing
+    """The drawing of a sheet's or the globals' header pictures."""
+    return Drawing(b"".join(record.data[14:] for record in records
+                            if record.type == HEADER_PICTURE))
 
 
 class DrawingGroup:

@@ -11,7 +11,7 @@ import xls_drawing
 import xls_embedded
 import xls_tables
 from xls_places import formulas_of
-from xls_tokens import bad_indexes, refers_to
+from xls_tokens import bad_indexes
 
 # What is made anew on a written sheet: right there even if it was wrong before.
 REBUILT = {"INDEX", "DBCELL", "DIMENSIONS", "ROW", "order", "EXTSST", "BOUNDSHEET", "TABID"}
@@ -122,8 +122,8 @@ def _drawings(book):
     found = [drawing for sheet in book.sheets for drawing in xls_drawing.drawings(sheet)]
     for failure in xls_drawing.id_failures(found, xls_drawing.group_of(book), "drawings"):
         yield "drawings", failure
-    headers = [xls_drawing.header_parts(sheet.own)[1] for sheet in book.sheets]
-    group = xls_drawing.DrawingGroup(xls_drawing.header_parts(book.globals)[1].data)
+    headers = [xls_drawing.header_parts(sheet.own) for sheet in book.sheets]
+    group = xls_drawing.DrawingGroup(xls_drawing.header_parts(book.globals).data)
     for failure in xls_drawing.id_failures([part for part in headers if part.data], group,
                                            "header drawings"):
         yield "header drawings", failure

@@ -1,5 +1,6 @@
 #include "engines/engine_choice.h"
 
+#include "book/error.h"
 #include "engines/excel/application.h"
 #include "engines/libreoffice/libreoffice.h"
 #include "util/error.h"
@@ -56,7 +57,7 @@ TEST(EngineChoiceTest, AnEngineThatIsNotHereOffersTheBuiltInOne)
             FAIL() << "nothing was thrown";
         }
         catch (const Error& error) {
-            EXPECT_EQ(error.Kind(), util::ErrorKind::EngineMissing);
+            EXPECT_EQ(error.Kind(), book::ErrorKind::EngineMissing);
             EXPECT_EQ(error.Subject(), EngineName(choice));
             EXPECT_NE(util::ErrorText(error).find("\"builtin\""), std::string::npos);
         }
@@ -74,7 +75,7 @@ TEST(EngineChoiceTest, PdfFilesAreMadeWhereLibreOfficeIs)
         FAIL() << "nothing was thrown";
     }
     catch (const Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::PdfNotAvailable);
+        EXPECT_EQ(error.Kind(), book::ErrorKind::PdfNotAvailable);
     }
 }
 

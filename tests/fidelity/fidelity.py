@@ -89,15 +89,15 @@ def columns(made, suffix):
 _INTRODUCTION = """\
 # What a copied sheet keeps
 
-A template's month sheet is copied eleven times. Here stands what the copies keep of everything that
-a sheet can own, through the built-in engine, through LibreOffice and through a Python library that is
-much used for the format. `tests/fidelity` makes templates that own it all, has each program make the
-same calendar from them, and compares each of the twelve sheets with the model by code that reads the
-files itself. The tables are written by
+A template's month sheet is copied eleven times. The tables show what the copies keep of everything that
+a sheet can own, through the built-in engine, through LibreOffice and through a widely used Python library.
+`tests/fidelity` makes templates that own it all, has each program make the same calendar from them, and
+compares each of the twelve sheets with the model, with its own code that reads the files. This command
+writes the tables:
 
     tests/fidelity/fidelity.py --cli build/linux/src/cli/orrery-cli --docs docs/fidelity.md --write
 
-and compared with a new measurement by the test `fidelity.tables`.
+The test `fidelity.tables` compares them with a new measurement.
 
 - **kept**: all twelve sheets have it as the model has it, and references that name the model name the
   copy instead.
@@ -105,8 +105,8 @@ and compared with a new measurement by the test `fidelity.tables`.
 - **lost**: the copies have nothing of it.
 
 LibreOffice reads a workbook and writes a new one, so what its columns lack is mostly what it does not
-know, or keeps in another way. References that go on naming the first month are those that it does not
-move along with a copy. Protection is measured on a second template, whose sheet is protected.
+know, or keeps in another way. Some of its references still name the first month because it does not move
+them along with a copy. Protection is measured on a second template, whose sheet is protected.
 """
 
 

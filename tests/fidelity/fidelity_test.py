@@ -13,10 +13,13 @@ import xlsx_features
 from facts import Near, judge, same
 from xls_parts import stream_of
 
-TEMPLATES = {name: fidelity.DATA / name for name in
-             ("fidelity.xlsx", "protected.xlsx", "fidelity.xls", "protected.xls")}
 SHEET, WORKBOOK = "xl/worksheets/sheet2.xml", "xl/workbook.xml"
 RELS, DRAWING = "xl/worksheets/_rels/sheet2.xml.rels", "xl/drawings/drawing1.xml"
+
+
+def template_of(name, suffix):
+    """The template that has a feature."""
+    return fidelity.DATA / f"{'protected' if name == fidelity.ON_PROTECTED else 'fidelity'}{suffix}"
 
 
 def drop(pattern):
@@ -82,8 +85,17 @@ XLSX_EDITS = {
     "Ignored errors": (SHEET, drop("<ignoredErrors>.*</ignoredErrors>")),
     "References from inside follow the copy": ("xl/charts/chart1.xml", replace("Model!", "Cover!")),
 }
-# What belongs to the workbook: spoiled by an edit of another sheet, or by a part that is added.
-XLSX_OTHERS = {
+
+
+def edited(part, edit):
+    def change(parts):
+        parts[part] = edit(parts[part].decode("utf-8")).encode("utf-8")
+    return change
+
+
+# What belongs to the workbook is spoiled by an edit of another sheet, or by a part that is added.
+XLSX_CHANGES = {
+    **{name: edited(*edit) for name, edit in XLSX_EDITS.items()},
     "Pictures are shared, not doubled": lambda parts: parts.update(
         {"xl/media/again.png": parts["xl/media/image1.png"]}),
     "Only one sheet is selected": lambda parts: parts.update({
@@ -96,23 +108,21 @@ XLSX_OTHERS = {
 }
 
 
-def spoiled_xlsx(template, change):
-    """The template as a book, its parts changed."""
+def write_spoiled(template, change, path):
+    """Writes the template with its parts changed."""
     with zipfile.ZipFile(template) as package:
         parts = {name: package.read(name) for name in package.namelist()}
     change(parts)
+    with zipfile.ZipFile(path, "w") as package:
+        for name, data in parts.items():
+            package.writestr(name, data)
+
+
+def spoiled_xlsx(template, change):
     with tempfile.TemporaryDirectory() as folder:
         path = pathlib.Path(folder, "spoiled.xlsx")
-        with zipfile.ZipFile(path, "w") as package:
-            for name, data in parts.items():
-                package.writestr(name, data)
+        write_spoiled(template, change, path)
         return xlsx_book.Book(path)
-
-
-def edited(part, edit):
-    def change(parts):
-        parts[part] = edit(parts[part].decode("utf-8")).encode("utf-8")
-    return change
 
 
 # For each feature of an .xls sheet, the records of the model that are left out, or changed.
@@ -155,18 +165,17 @@ def verdict(features, name, model, spoiled):
 
 class XlsxTest(unittest.TestCase):
     def test_every_feature_is_spoiled_by_some_edit(self):
-        self.assertEqual({*XLSX_EDITS, *XLSX_OTHERS}, {name for name, _ in xlsx_features.FEATURES})
+        self.assertEqual({*XLSX_CHANGES}, {name for name, _ in xlsx_features.FEATURES})
 
     def test_finds_what_an_edit_takes_away(self):
-        changes = {name: edited(*edit) for name, edit in XLSX_EDITS.items()}
-        for name, change in {**changes, **XLSX_OTHERS}.items():
-            template = TEMPLATES["protected.xlsx" if name == "Protection" else "fidelity.xlsx"]
+        for name, change in XLSX_CHANGES.items():
+            template = template_of(name, ".xlsx")
             spoiled = spoiled_xlsx(template, change)
             self.assertNotEqual(verdict(xlsx_features.FEATURES, name, xlsx_book.Book(template),
                                         spoiled), "kept", name)
 
     def test_a_copy_that_lost_the_feature_is_told_so(self):
-        template = TEMPLATES["fidelity.xlsx"]
+        template = template_of("", ".xlsx")
         model = xlsx_book.Book(template)
         for name, pattern in (("Merged cells", "<mergeCells.*</mergeCells>"),
                               ("Page breaks", "<rowBreaks.*</colBreaks>"),
@@ -177,10 +186,10 @@ class XlsxTest(unittest.TestCase):
             self.assertEqual(verdict(xlsx_features.FEATURES, name, model, spoiled), "lost", name)
 
     def test_an_own_reference_may_name_the_sheet_or_not(self):
-        spoiled = spoiled_xlsx(TEMPLATES["fidelity.xlsx"],
+        spoiled = spoiled_xlsx(template_of("", ".xlsx"),
                                edited(SHEET, replace("<f>Model!B1", "<f>B1")))
         self.assertEqual(verdict(xlsx_features.FEATURES, "Formulas",
-                                 xlsx_book.Book(TEMPLATES["fidelity.xlsx"]), spoiled), "kept")
+                                 xlsx_book.Book(template_of("", ".xlsx")), spoiled), "kept")
 
 
 class XlsTest(unittest.TestCase):
@@ -190,7 +199,7 @@ class XlsTest(unittest.TestCase):
                          {name for name, _ in xls_features.FEATURES})
 
     def judged(self, name, change):
-        template = TEMPLATES["protected.xls" if name == "Protection" else "fidelity.xls"]
+        template = template_of(name, ".xls")
         return verdict(xls_features.FEATURES, name, xls_sheets.Book(template),
                        spoiled_xls(template, change))
 

@@ -31,8 +31,7 @@ def _sections(text):
 
 
 def header_pictures(sheet):
-    _, drawing = header_parts(sheet.raw.own)
-    _, group = header_parts(sheet.book.globals)
+    drawing, group = header_parts(sheet.raw.own), header_parts(sheet.book.globals)
     names = [atom.data.decode("utf-16-le", "replace").rstrip("\0")[-2:] for atom in
              atoms(drawing.data) if atom.type == 0xF00B]
     pictures_ = DrawingGroup(group.data).references

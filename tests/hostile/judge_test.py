@@ -5,9 +5,9 @@ import sys
 import tempfile
 import unittest
 
-import package_findings
 import parameters
 import reopen
+from corpus_modules import package_findings
 from judge import Judge, Program
 from mutate import own_workbooks
 from limited_processes import Limits, Processes

@@ -13,9 +13,8 @@ import zipfile
 import openpyxl
 import xlrd
 
-import corpus_modules  # noqa: F401  whose readers set openpyxl up
-import package_findings
 import stream_findings
+from corpus_modules import package_findings  # whose readers set openpyxl up
 from judge import Failure
 from parameters import suffix_of
 

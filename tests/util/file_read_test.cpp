@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 using testing_support::ScratchFolder;
 
 /// The kind of an obstacle, which has to name the path.
-std::optional<ErrorKind> KindOf(const std::optional<Error>& obstacle, const fs::path& path)
+std::optional<AnyErrorKind> KindOf(const std::optional<Error>& obstacle, const fs::path& path)
 {
     if (!obstacle)
         return std::nullopt;

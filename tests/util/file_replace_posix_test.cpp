@@ -142,7 +142,7 @@ TEST(ReplaceFile, TellsOfTheLimitOnTheSizeOfFiles)
     PrepareProcess();
     const ScratchFolder scratch;
     const fs::path file = scratch.Write("a", "old");
-    std::optional<ErrorKind> kind;
+    std::optional<AnyErrorKind> kind;
     {
         const FileSizeLimit limit(2048);
         try {

@@ -1,5 +1,6 @@
 #include "engines/builtin/open_workbook.h"
 
+#include "book/error.h"
 #include "engines/builtin/common/naming.h"
 #include "engines/builtin/xls/workbook.h"
 #include "engines/builtin/xlsx/workbook.h"
@@ -19,7 +20,7 @@ void CheckSize(const std::filesystem::path& path)
 {
     constexpr std::uint64_t kMost = std::uint64_t{1} << 30U;
     if (util::InputFile(path).Size() > kMost)
-        throw util::Error(util::ErrorKind::TooLargeUnpacked, util::FromPath(path),
+        throw util::Error(book::ErrorKind::TooLargeUnpacked, util::FromPath(path),
                           "more than 1 GiB");
 }
 
@@ -30,7 +31,7 @@ std::unique_ptr<book::Workbook> OpenByContent(const std::filesystem::path& path)
         CheckSize(path);
         return std::make_unique<xls::Workbook>(path);
     case engines::FileKind::OldSheet:
-        throw util::Error(util::ErrorKind::OldBinaryFormat, util::FromPath(path));
+        throw util::Error(book::ErrorKind::OldBinaryFormat, util::FromPath(path));
     case engines::FileKind::Other:
         break;
     }

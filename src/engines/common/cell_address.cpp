@@ -1,5 +1,6 @@
 #include "engines/common/cell_address.h"
 
+#include "book/error.h"
 #include "util/error.h"
 
 #include <algorithm>
@@ -28,7 +29,7 @@ void CellRange::Widen(CellAddress cell)
 
 void ThrowOutsideSheet(std::int32_t row, std::int32_t column)
 {
-    throw util::Error(util::ErrorKind::CellOutsideSheet,
+    throw util::Error(book::ErrorKind::CellOutsideSheet,
                       "row " + std::to_string(row) + ", column " + std::to_string(column));
 }
 

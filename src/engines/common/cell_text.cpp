@@ -1,5 +1,6 @@
 #include "engines/common/cell_text.h"
 
+#include "book/error.h"
 #include "util/error.h"
 
 #include <string>
@@ -37,7 +38,7 @@ std::string Beginning(std::string_view text)
 void CheckTextLength(std::string_view utf8)
 {
     if (Utf16Length(utf8) > kLongestText)
-        throw util::Error(util::ErrorKind::TextTooLong, Beginning(utf8));
+        throw util::Error(book::ErrorKind::TextTooLong, Beginning(utf8));
 }
 
 } // namespace orrery::engines

@@ -1,5 +1,6 @@
 #include "engines/common/file_kind.h"
 
+#include "book/error.h"
 #include "util/error.h"
 #include "util/file_read.h"
 #include "util/paths.h"
@@ -32,7 +33,7 @@ FileKind DetectFileKind(const std::filesystem::path& path)
     std::array<char, kCompoundFile.size()> begin{};
     const std::string_view bytes(begin.data(), file.Read(begin.data(), begin.size()));
     if (bytes.empty())
-        throw util::Error(util::ErrorKind::NotAWorkbook, util::FromPath(path), "it is empty");
+        throw util::Error(book::ErrorKind::NotAWorkbook, util::FromPath(path), "it is empty");
     if (bytes == kCompoundFile)
         return FileKind::Compound;
     return IsOldSheet(bytes) ? FileKind::OldSheet : FileKind::Other;

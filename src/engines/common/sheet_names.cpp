@@ -1,5 +1,6 @@
 #include "engines/common/sheet_names.h"
 
+#include "book/error.h"
 #include "util/error.h"
 #include "util/text.h"
 #include "util/unicode.h"
@@ -162,10 +163,10 @@ std::string FoldCase(std::string_view name)
 void CheckSheetName(std::string_view name, const std::vector<std::string>& others)
 {
     if (!IsValidSheetName(name))
-        throw util::Error(util::ErrorKind::InvalidSheetName, std::string(name));
+        throw util::Error(book::ErrorKind::InvalidSheetName, std::string(name));
     const auto isSame = [name](const auto& other) { return SameSheetName(other, name); };
     if (std::any_of(others.begin(), others.end(), isSame))
-        throw util::Error(util::ErrorKind::SheetNameTaken, std::string(name));
+        throw util::Error(book::ErrorKind::SheetNameTaken, std::string(name));
 }
 
 std::string CopyName(std::string_view name, const std::vector<std::string>& taken)

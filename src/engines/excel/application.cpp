@@ -1,5 +1,6 @@
 #include "engines/excel/application.h"
 
+#include "book/error.h"
 #include "engines/excel/excel_application.h"
 #include "engines/excel/registration.h"
 #include "util/error.h"
@@ -11,7 +12,7 @@
 namespace orrery::excel {
 namespace {
 
-using util::ErrorKind;
+using book::ErrorKind;
 
 /// Whether the registration leads to no program, as one that was removed leaves it behind.
 bool IsProgramMissing(HRESULT code)

@@ -1,5 +1,6 @@
 #include "engines/excel/connection.h"
 
+#include "book/error.h"
 #include "engines/excel/busy.h"
 #include "util/system_message.h"
 
@@ -102,7 +103,7 @@ HRESULT Connection::WaitThrough(const Try& attempt, ExceptionInfo& info)
 
 void Connection::Lose(const std::string& cause)
 {
-    lost_.emplace(util::ErrorKind::ApplicationLost, kApplicationName, cause);
+    lost_.emplace(book::ErrorKind::ApplicationLost, kApplicationName, cause);
     throw Error(*lost_);
 }
 

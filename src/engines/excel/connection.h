@@ -1,5 +1,6 @@
 #pragma once
 
+#include "book/error.h"
 #include "engines/excel/com.h"
 #include "engines/excel/waiting.h"
 #include "util/error.h"
@@ -17,7 +18,7 @@ inline constexpr const char* kApplicationName = "Excel";
 class CallFailure : public Error {
 public:
     CallFailure(const std::string& call, HRESULT code, std::string description)
-        : Error(util::ErrorKind::ApplicationFailure, call, std::move(description)), code_(code)
+        : Error(book::ErrorKind::ApplicationFailure, call, std::move(description)), code_(code)
     {
     }
     HRESULT Code() const noexcept { return code_; }

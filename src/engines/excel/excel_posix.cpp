@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/excel/application.h"
 #include "util/error.h"
 
@@ -10,7 +11,7 @@ bool IsInstalled()
 
 std::unique_ptr<book::Application> CreateApplication()
 {
-    throw Error(util::ErrorKind::EngineMissing, "excel");
+    throw Error(book::ErrorKind::EngineMissing, "excel");
 }
 
 } // namespace orrery::excel

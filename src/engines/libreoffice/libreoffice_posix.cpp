@@ -1,5 +1,6 @@
 #include "engines/libreoffice/libreoffice.h"
 
+#include "book/error.h"
 #include "engines/libreoffice/installation.h"
 #include "util/error.h"
 #include "util/paths.h"
@@ -14,7 +15,7 @@ namespace orrery::libreoffice {
 namespace {
 
 namespace fs = std::filesystem;
-using util::ErrorKind;
+using book::ErrorKind;
 
 constexpr const char* kLibrary = "orrery-libreoffice.so";
 

@@ -1,5 +1,6 @@
 #include "engines/libreoffice/libreoffice.h"
 
+#include "book/error.h"
 #include "util/error.h"
 
 // The libraries of LibreOffice for Windows are made by a compiler whose classes those of this
@@ -14,12 +15,12 @@ bool IsInstalled()
 
 std::unique_ptr<book::Application> CreateApplication(StructureReader /*hasProtectedStructure*/)
 {
-    throw Error(util::ErrorKind::EngineMissing, "libreoffice");
+    throw Error(book::ErrorKind::EngineMissing, "libreoffice");
 }
 
 std::unique_ptr<book::PdfPrinter> CreatePdfPrinter()
 {
-    throw Error(util::ErrorKind::EngineMissing, "libreoffice");
+    throw Error(book::ErrorKind::EngineMissing, "libreoffice");
 }
 
 } // namespace orrery::libreoffice

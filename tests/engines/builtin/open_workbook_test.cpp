@@ -1,5 +1,6 @@
 #include "engines/builtin/open_workbook.h"
 
+#include "book/error.h"
 #include "places/places.h"
 #include "util/error.h"
 #include "util/file_replace.h"
@@ -16,7 +17,7 @@
 namespace orrery::builtin {
 namespace {
 
-using util::ErrorKind;
+using book::ErrorKind;
 using xls::test::BuildCompound;
 using xls::test::Stream;
 
@@ -25,7 +26,7 @@ const std::filesystem::path kTests = places::SourceFolder() / "tests/engines/bui
 class OpenWorkbookTest : public testing::Test {
 protected:
     /// What is wrong with a file of these bytes; nothing where it opens.
-    std::optional<ErrorKind> Problem(const std::string& bytes)
+    std::optional<util::AnyErrorKind> Problem(const std::string& bytes)
     {
         util::ReplaceFile(file_, bytes);
         try {

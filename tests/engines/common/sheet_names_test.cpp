@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/common/sheet_names.h"
 #include "util/error.h"
 
@@ -35,7 +36,7 @@ TEST(IsValidSheetNameTest, RefusesWhatExcelRefuses)
 
 TEST(CheckSheetNameTest, RefusesInvalidNamesAndThoseOfOthers)
 {
-    const auto problem = [](std::string_view name) -> std::optional<util::ErrorKind> {
+    const auto problem = [](std::string_view name) -> std::optional<util::AnyErrorKind> {
         try {
             CheckSheetName(name, {"Plan", "M\xC3\xA4rz"});
         }
@@ -46,9 +47,9 @@ TEST(CheckSheetNameTest, RefusesInvalidNamesAndThoseOfOthers)
         return std::nullopt;
     };
     EXPECT_EQ(problem("June"), std::nullopt);
-    EXPECT_EQ(problem("a/b"), util::ErrorKind::InvalidSheetName);
-    EXPECT_EQ(problem("pLAN"), util::ErrorKind::SheetNameTaken);
-    EXPECT_EQ(problem("M\xC3\x84RZ"), util::ErrorKind::SheetNameTaken);
+    EXPECT_EQ(problem("a/b"), book::ErrorKind::InvalidSheetName);
+    EXPECT_EQ(problem("pLAN"), book::ErrorKind::SheetNameTaken);
+    EXPECT_EQ(problem("M\xC3\x84RZ"), book::ErrorKind::SheetNameTaken);
 }
 
 TEST(IsValidSheetNameTest, CountsUtf16Units)

@@ -1,5 +1,6 @@
 #include "engines/excel/connection.h"
 
+#include "book/error.h"
 #include "engines/excel/busy.h"
 #include "fake_object.h"
 #include "util/error_text.h"
@@ -12,7 +13,7 @@ namespace orrery::excel {
 namespace {
 
 using namespace std::chrono_literals;
-using util::ErrorKind;
+using book::ErrorKind;
 
 constexpr auto kCellIsEdited = static_cast<HRESULT>(0x800AC472);
 constexpr auto kServerUnavailable = static_cast<HRESULT>(0x800706BA);
@@ -39,7 +40,7 @@ protected:
             return error;
         }
         ADD_FAILURE() << "nothing was thrown";
-        return Error(ErrorKind::OutOfRange);
+        return Error(util::ErrorKind::OutOfRange);
     }
 
     HRESULT CodeOf(fake::Answer answer)

@@ -1,5 +1,6 @@
 #include "engines/excel/excel_application.h"
 
+#include "book/error.h"
 #include "fake_object.h"
 #include "util/error_text.h"
 #include "util/paths.h"
@@ -177,7 +178,7 @@ TEST_F(ExcelApplicationTest, IsAskedNothingOnceItIsGone)
             FAIL() << "nothing was thrown";
         }
         catch (const Error& error) {
-            EXPECT_EQ(error.Kind(), util::ErrorKind::ApplicationLost);
+            EXPECT_EQ(error.Kind(), book::ErrorKind::ApplicationLost);
             text = util::ErrorText(error);
         }
         EXPECT_EQ(TakeCalls().size(), i == 0 ? 2U : 0U);
@@ -189,7 +190,7 @@ TEST_F(ExcelApplicationTest, IsAskedNothingOnceItIsGone)
 
 TEST_F(ExcelApplicationTest, AStartThatFailsIsPassedOn)
 {
-    EXPECT_THROW(ExcelApplication([]() -> Instance { throw Error(util::ErrorKind::EngineMissing); },
+    EXPECT_THROW(ExcelApplication([]() -> Instance { throw Error(book::ErrorKind::EngineMissing); },
                                   std::make_unique<fake::PausedClock>()),
                  Error);
 }

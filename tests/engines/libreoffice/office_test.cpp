@@ -1,5 +1,6 @@
 #include "engines/libreoffice/plugin/office.h"
 
+#include "book/error.h"
 #include "engines/libreoffice/plugin/office_application.h"
 #include "office.h"
 #include "places/places.h"
@@ -112,7 +113,7 @@ protected:
             call();
         }
         catch (const Error& error) {
-            EXPECT_EQ(error.Kind(), util::ErrorKind::ApplicationLost);
+            EXPECT_EQ(error.Kind(), book::ErrorKind::ApplicationLost);
             return util::ErrorText(error);
         }
         return "nothing was thrown";

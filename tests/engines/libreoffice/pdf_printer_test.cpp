@@ -1,5 +1,6 @@
 #include "engines/libreoffice/plugin/pdf_printer.h"
 
+#include "book/error.h"
 #include "office.h"
 #include "places/places.h"
 #include "processes.h"
@@ -18,16 +19,17 @@
 namespace orrery::libreoffice {
 namespace {
 
+using book::ErrorKind;
 using testing::IsEmpty;
 using testing::StartsWith;
-using util::ErrorKind;
 
 /// What is on the pages is seen by the tests of the command line.
 class PdfPrinterTest : public testing::Test {
 protected:
     PdfPrinterTest() { folder_.Write("target.pdf", "an earlier one"); }
 
-    std::optional<ErrorKind> Print(const char* workbook, const std::vector<std::string>& sheets)
+    std::optional<util::AnyErrorKind> Print(const char* workbook,
+                                            const std::vector<std::string>& sheets)
     {
         try {
             printer_.Print(places::SourceFolder() / "tests/engines/libreoffice/data" / workbook,

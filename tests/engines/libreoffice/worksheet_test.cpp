@@ -1,5 +1,6 @@
 #include "engines/libreoffice/plugin/office_application.h"
 
+#include "book/error.h"
 #include "engines/builtin/saved_sheets.h"
 #include "engines/builtin/xlsx/saved_package.h"
 #include "engines/libreoffice/plugin/own_references.h"
@@ -18,7 +19,7 @@ namespace orrery::libreoffice {
 namespace {
 
 using book::CellMember;
-using util::ErrorKind;
+using book::ErrorKind;
 using Value = contract::Value;
 
 const std::filesystem::path kData = places::SourceFolder() / "tests/engines/libreoffice/data";
@@ -33,7 +34,7 @@ protected:
         return *workbook_->FindWorksheet(name);
     }
 
-    static std::optional<ErrorKind> KindOf(const std::function<void()>& call)
+    static std::optional<util::AnyErrorKind> KindOf(const std::function<void()>& call)
     {
         try {
             call();
@@ -45,8 +46,8 @@ protected:
         return std::nullopt;
     }
 
-    static std::optional<ErrorKind> Set(book::Worksheet& sheet, std::int32_t row,
-                                        std::int32_t column)
+    static std::optional<util::AnyErrorKind> Set(book::Worksheet& sheet, std::int32_t row,
+                                                 std::int32_t column)
     {
         return KindOf([&] { sheet.SetCell(row, column, std::int16_t{7}, CellMember::Value); });
     }
@@ -304,7 +305,7 @@ TEST_F(WorksheetTest, WhatIsNoTemplateIsSaidSo)
         folder_.Write("old.xls", std::string("\x09\x04\x06\x00\x00\x00\x10\x00\x00\x00", 10));
     EXPECT_EQ(KindOf([&] { application_.OpenWorkbook(old, true); }), ErrorKind::OldBinaryFormat);
     EXPECT_EQ(KindOf([&] { application_.OpenWorkbook(folder_ / "none.xlsx", true); }),
-              ErrorKind::FileNotFound);
+              util::ErrorKind::FileNotFound);
     EXPECT_EQ(KindOf([&] { application_.OpenWorkbook(kData / "password.xlsx", true); }),
               ErrorKind::PasswordProtected);
 }

@@ -1,10 +1,10 @@
-# The same tests as Windows programs, and those of what Windows alone has. Cross-built, they run under
+# The same tests as Windows programs, and tests of what only Windows has. Cross-built, they run under
 # Wine on a display of their own; on Windows they would press keys on the developer's own desktop.
 orrery_resources(window_tests "Tests of Orrery's windows")
 target_sources(window_tests PRIVATE windows_test.cpp)
 add_dependencies(window_tests orrery)
 
-# What opens documents, addresses and the help in place of other programs: they lie beside the tests.
+# These open documents, addresses and the help instead of other programs; they are beside the tests.
 add_executable(opener WIN32 opener_windows.cpp)
 target_link_libraries(opener PRIVATE orrery_util)
 add_library(help_viewer MODULE help_viewer_windows.cpp)

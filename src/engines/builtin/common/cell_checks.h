@@ -1,5 +1,6 @@
 #pragma once
 
+#include "book/error.h"
 #include "engines/common/cell_address.h"
 #include "util/error.h"
 
@@ -11,9 +12,9 @@ template <class SheetText, class Formats>
 void CheckChangeable(const SheetText& text, engines::CellAddress cell, const Formats& formats)
 {
     if (text.IsProtected(cell) && formats.IsLocked(text.FormatOf(cell)))
-        throw util::Error(util::ErrorKind::CellLocked, engines::FormatCellAddress(cell));
+        throw util::Error(book::ErrorKind::CellLocked, engines::FormatCellAddress(cell));
     if (text.IsPartOfArray(cell))
-        throw util::Error(util::ErrorKind::PartOfArray, engines::FormatCellAddress(cell));
+        throw util::Error(book::ErrorKind::PartOfArray, engines::FormatCellAddress(cell));
 }
 
 } // namespace orrery::builtin

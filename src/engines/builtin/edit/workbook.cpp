@@ -1,5 +1,6 @@
 #include "engines/builtin/edit/workbook.h"
 
+#include "book/error.h"
 #include "engines/builtin/common/naming.h"
 #include "engines/common/sheet_names.h"
 #include "util/error.h"
@@ -9,9 +10,9 @@
 
 namespace orrery::edit {
 
+using book::ErrorKind;
 using builtin::Naming;
 using util::Error;
-using util::ErrorKind;
 
 Sheet::Sheet(Workbook& workbook, std::string name, std::size_t origin)
     : workbook_(workbook), name_(name), templateName_(std::move(name)), origin_(origin)

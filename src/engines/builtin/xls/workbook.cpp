@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/workbook.h"
 
+#include "book/error.h"
 #include "engines/builtin/common/naming.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/copy_identities.h"
@@ -15,9 +16,9 @@
 namespace orrery::xls {
 namespace {
 
+using book::ErrorKind;
 using builtin::Naming;
 using util::Error;
-using util::ErrorKind;
 
 constexpr std::uint8_t kWorksheetType = 0;
 
@@ -25,7 +26,7 @@ std::string ReadWholeFile(const std::filesystem::path& path)
 {
     auto bytes = util::ReadFile(path);
     if (!bytes)
-        throw Error(ErrorKind::FileNotReadable, util::FromPath(path));
+        throw Error(util::ErrorKind::FileNotReadable, util::FromPath(path));
     return std::move(*bytes);
 }
 

@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/common/naming.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/compound/compound_writer.h"
@@ -25,7 +26,7 @@ constexpr std::uint64_t kMostControlBytes = std::uint64_t{128} << 20;
 void CheckGrowth(const char* what, std::uint64_t bytes, std::uint64_t most)
 {
     if (bytes > most)
-        throw util::Error(util::ErrorKind::TooLargeOutput, {},
+        throw util::Error(book::ErrorKind::TooLargeOutput, {},
                           std::string(what) + " would take " + std::to_string(bytes >> 20) +
                               " MiB, and " + std::to_string(most >> 20) + " MiB is the limit");
 }
@@ -119,7 +120,7 @@ void Workbook::WriteStream(StreamSink& sink, const Saving& saving)
         ThrowDamaged("its list of sheets cannot be read");
     for (std::size_t i = 0; i < sheets.size(); ++i) {
         if (sink.Size() > std::numeric_limits<std::uint32_t>::max())
-            throw util::Error(util::ErrorKind::SheetNotCopied, sheets[i]->CurrentName(),
+            throw util::Error(book::ErrorKind::SheetNotCopied, sheets[i]->CurrentName(),
                               "the workbook would be larger than its format allows");
         const auto offset = static_cast<std::uint32_t>(sink.Size());
         sink.Patch(places[i], Number(offset));

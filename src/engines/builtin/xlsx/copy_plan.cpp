@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/copy_plan.h"
 
+#include "book/error.h"
 #include "engines/builtin/xlsx/identities.h"
 #include "engines/builtin/xlsx/package/part_names.h"
 #include "util/error.h"
@@ -57,7 +58,7 @@ std::optional<std::string> OwnedBy(const Package& package, const std::string& pa
 void CheckIds(const Package& package, const std::string& part, const Relationships& relationships)
 {
     if (const std::string* id = relationships.DuplicateId()) {
-        throw util::Error(util::ErrorKind::DamagedWorkbook, util::FromPath(package.Path()),
+        throw util::Error(book::ErrorKind::DamagedWorkbook, util::FromPath(package.Path()),
                           RelationshipsPartName(part) + ": the relationship \"" + *id +
                               "\" is there twice");
     }
@@ -79,7 +80,11 @@ std::pair<std::string, std::string> SplitAtNumber(const std::string& part)
 /// Walks from a sheet along the relationships, each part once; a chain of any length does.
 class Planner {
 public:
-    Planner(const Package& package, PartNumbers& numbers) : package_(package), numbers_(numbers) {}
+    Planner(const Package& package, const NewPartNames& earlier)
+        : package_(package), earlier_(earlier)
+    {
+        plan_.names.numbers = earlier.numbers;
+    }
 
     CopyPlan Plan(const std::string& sheet)
     {
@@ -108,7 +113,7 @@ private:
         CheckIds(package_, part, package_.RelationshipsOf(part));
         const std::size_t index = plan_.parts.size();
         found_.emplace(PartKey(part), index);
-        plan_.parts.push_back({part, NameLike(part), package_.ShareRelationshipsOf(part), {}});
+        plan_.parts.push_back({part, NameLike(part), &package_.RelationshipsOf(part), {}});
         plan_.size += package_.SizeOf(part) + package_.SizeOf(RelationshipsPartName(part));
         plan_.steps.push_back({index, false});
         open_.push_back({index, 0});
@@ -134,28 +139,28 @@ private:
     {
         const auto [prefix, suffix] = SplitAtNumber(part);
         std::size_t& number =
-            numbers_.try_emplace(PartKey(prefix) + '\n' + suffix, 1).first->second;
+            plan_.names.numbers.try_emplace(PartKey(prefix) + '\n' + suffix, 1).first->second;
         while (true) {
             auto name = package_.FreePartName(prefix, suffix, number);
             ++number;
-            if (taken_.insert(PartKey(name)).second)
+            const auto key = PartKey(name);
+            if (!earlier_.keys.contains(key) && plan_.names.keys.insert(key).second)
                 return name;
         }
     }
 
     const Package& package_;
-    PartNumbers& numbers_;
+    const NewPartNames& earlier_;
     CopyPlan plan_;
-    std::set<std::string> taken_;              // by PartKey
     std::map<std::string, std::size_t> found_; // by PartKey
     std::vector<Place> open_;
 };
 
 } // namespace
 
-CopyPlan PlanCopy(const Package& package, const std::string& sheet, PartNumbers& numbers)
+CopyPlan PlanCopy(const Package& package, const std::string& sheet, const NewPartNames& earlier)
 {
-    return Planner(package, numbers).Plan(sheet);
+    return Planner(package, earlier).Plan(sheet);
 }
 
 std::vector<std::string> OwnedParts(const Package& package, const std::string& sheet)

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -16,13 +16,21 @@ namespace orrery::xlsx {
 /// A part of a copied sheet, and what becomes of its relationships.
 struct PlannedPart {
     std::string original;
-    std::string copy;                                   ///< a name that is free
-    std::shared_ptr<const Relationships> relationships; ///< of the original
+    std::string copy;                     ///< a name that is free
+    const Relationships* relationships{}; ///< of the original, in the package
     /// The targets that differ in the copy, by the position of their relationship.
     std::vector<std::pair<std::size_t, std::string>> targets;
 };
 
-/// The parts of one copied sheet, found out before anything in the package changes.
+/// The names that copies have got.
+struct NewPartNames {
+    std::set<std::string> keys; ///< PartKey of each
+    /// The numbers from which free ones are looked for, by what stands around them in a name. As
+    /// nothing that is copied is ever removed, none below becomes free again.
+    std::map<std::string, std::size_t> numbers;
+};
+
+/// The parts of one copied sheet.
 struct CopyPlan {
     /// A part, or its relationships, in the order in which they go into the container.
     struct Step {
@@ -32,17 +40,14 @@ struct CopyPlan {
     std::vector<PlannedPart> parts; ///< the sheet first
     std::vector<Step> steps;
     std::uint64_t size = 0; ///< of the originals, unpacked, in bytes
+    NewPartNames names;     ///< its own keys, and the numbers behind it
 };
-
-/// The numbers from which free ones are looked for, by what stands around them in a name. As
-/// nothing that is copied is ever removed, none below becomes free again.
-using PartNumbers = std::map<std::string, std::size_t>;
 
 /// What a copy of a sheet consists of: its own part and every part that it owns, however often and
 /// however it is spelled. The copies have names like those of their models
-/// ("/xl/charts/chart12.xml") with the first number that is free from `numbers` on. Throws Error as
-/// `Package` does where relationships are damaged.
-CopyPlan PlanCopy(const Package& package, const std::string& sheet, PartNumbers& numbers);
+/// ("/xl/charts/chart12.xml") with the first number that is free in the package and among the names
+/// of earlier copies. Throws Error as `Package` does where relationships are damaged.
+CopyPlan PlanCopy(const Package& package, const std::string& sheet, const NewPartNames& earlier);
 
 /// The parts that a sheet owns, itself left out, in the order of its relationships.
 std::vector<std::string> OwnedParts(const Package& package, const std::string& sheet);

@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/identities.h"
 
+#include "book/error.h"
 #include "engines/builtin/xlsx/package/part_errors.h"
 #include "engines/builtin/xml/attribute_patch.h"
 #include "engines/builtin/xml/reading.h"
@@ -144,7 +145,7 @@ void CheckTableNames(const std::vector<Declaration>& declared)
     std::unordered_set<std::string> names;
     for (const Declaration& one : declared) {
         if (one.kind == PartKind::Table && !names.insert(util::ToUpperAscii(one.name)).second) {
-            throw util::Error(util::ErrorKind::DamagedWorkbook, {},
+            throw util::Error(book::ErrorKind::DamagedWorkbook, {},
                               "two tables have the name \"" + one.name + "\"");
         }
     }

@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/workbook.h"
 
+#include "book/error.h"
 #include "engines/builtin/common/naming.h"
 #include "engines/builtin/xlsx/package/part_errors.h"
 #include "engines/builtin/xml/scanner.h"
@@ -11,9 +12,9 @@
 namespace orrery::xlsx {
 namespace {
 
+using book::ErrorKind;
 using builtin::Naming;
 using util::Error;
-using util::ErrorKind;
 
 /// Another type of the same family of relationship types, transitional or strict.
 std::string SiblingType(const std::string& type, std::string_view lastWord)
@@ -99,6 +100,7 @@ Workbook::Workbook(const std::filesystem::path& path) : edit::Workbook(path), pa
 {
     templateParts_ = package_.PartNames();
     workbookPart_ = package_.MainPart();
+    links_ = package_.RelationshipsOf(workbookPart_);
     Naming(path, [this] {
         part_ = std::make_unique<WorkbookPart>(package_.ReadXml(workbookPart_), workbookPart_);
         ReadSheets();
@@ -108,7 +110,7 @@ Workbook::Workbook(const std::filesystem::path& path) : edit::Workbook(path), pa
 void Workbook::ReadSheets()
 {
     std::unordered_map<std::string_view, const Relationship*> byId;
-    for (const auto& relationship : package_.RelationshipsOf(workbookPart_).All())
+    for (const auto& relationship : links_.All())
         byId.emplace(relationship.Id, &relationship);
     std::unordered_map<std::string, std::string> byPart;
     for (const auto& entry : part_->Sheets()) {
@@ -143,28 +145,14 @@ std::unique_ptr<Sheet> Workbook::Copy(Sheet& model)
     SheetEntry entry;
     entry.Name = model.TemplateName();
     entry.SheetId = FreeSheetId();
-    auto copy = std::make_unique<Sheet>(*this, entry, model.Origin(), std::string(), model.kind_);
+    auto copy = std::make_unique<Sheet>(*this, entry, model.Origin(), model.part_, model.kind_);
     copy->text_ = model.Text();
     copy->cells_ = model.cells_;
     copy->tables_ = model.Tables();
-    NamesOfOwner names{[this, sheet = copy.get()] { return NamesFor(sheet); },
-                       [this, sheet = copy.get()] { return TablesFor(sheet); }};
-    const auto copied = copier_->Copy(
-        OriginalOf(model).part_, [this, sheet = copy.get()] { return SheetXml(*sheet); },
-        std::move(names));
-    try {
-        copy->part_ = copied.part;
-        copy->identity_ = copied.identity;
-        auto relationships = package_.RelationshipsOf(workbookPart_);
-        const auto* modelRelationship = relationships.FindById(model.relationshipId_);
-        copy->relationshipId_ =
-            relationships.Add(modelRelationship->Type, RelativeTarget(workbookPart_, copy->part_));
-        package_.SetRelationships(workbookPart_, std::move(relationships));
-    }
-    catch (...) {
-        copier_->TakeBack(copied); // its content reads the copy, which goes
-        throw;
-    }
+    copy->copy_ = copier_->Copy(model.part_);
+    const auto* modelRelationship = links_.FindById(model.relationshipId_);
+    copy->relationshipId_ =
+        links_.Add(modelRelationship->Type, RelativeTarget(workbookPart_, copy->copy_->Part()));
     return copy;
 }
 
@@ -186,8 +174,7 @@ SharedStrings& Workbook::Strings()
 {
     if (strings_)
         return *strings_;
-    const auto& relationships = package_.RelationshipsOf(workbookPart_);
-    const auto* relationship = relationships.FindByType("sharedStrings");
+    const auto* relationship = links_.FindByType("sharedStrings");
     if (relationship)
         stringsPart_ = ResolveTarget(workbookPart_, relationship->Target);
     else
@@ -214,23 +201,22 @@ void Workbook::CheckNoStringsAreUnlinked() const
 
 std::string Workbook::AddStringsRelationship()
 {
-    auto relationships = package_.RelationshipsOf(workbookPart_);
     const auto folder = workbookPart_.substr(0, workbookPart_.rfind('/') + 1);
     auto part = folder + "sharedStrings.xml";
-    std::size_t number = 1;
-    if (!package_.IsFree(part))
-        part = package_.FreePartName(folder + "sharedStrings", ".xml", number);
+    const auto isTaken = [this](const std::string& name) {
+        return !package_.IsFree(name) || (copier_ && copier_->HasPart(name));
+    };
+    for (int number = 1; isTaken(part); ++number)
+        part = folder + "sharedStrings" + std::to_string(number) + ".xml";
     const auto* workbook = package_.RelationshipsOf("").FindByType("officeDocument");
-    relationships.Add(SiblingType(workbook->Type, "sharedStrings"),
-                      RelativeTarget(workbookPart_, part));
-    package_.SetRelationships(workbookPart_, std::move(relationships));
+    links_.Add(SiblingType(workbook->Type, "sharedStrings"), RelativeTarget(workbookPart_, part));
     return part;
 }
 
 const Styles& Workbook::CellStyles()
 {
     if (!styles_) {
-        const auto* relationship = package_.RelationshipsOf(workbookPart_).FindByType("styles");
+        const auto* relationship = links_.FindByType("styles");
         const auto part =
             relationship ? ResolveTarget(workbookPart_, relationship->Target) : std::string();
         if (package_.Has(part))

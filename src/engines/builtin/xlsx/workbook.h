@@ -1,6 +1,5 @@
 #pragma once
 
-#include "engines/builtin/edit/recalculation.h"
 #include "engines/builtin/edit/workbook.h"
 #include "engines/builtin/xlsx/package/package.h"
 #include "engines/builtin/xlsx/sheet/shared_strings.h"
@@ -11,10 +10,8 @@
 #include "engines/builtin/xlsx/workbook_part.h"
 
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,13 +44,13 @@ private:
     Workbook& workbook_;
     std::uint32_t sheetId_;
     std::string relationshipId_;
-    std::string part_; // of the package; of a copy its own
+    std::string part_; // of the template; of a copy that of its model
     Kind kind_;
     mutable std::shared_ptr<const SheetText> text_;
     mutable bool isDamaged_ = false;
     std::optional<SheetCells> cells_;
     std::optional<SheetTables> tables_;
-    std::shared_ptr<const CopyIdentity> identity_; // of a copy
+    std::shared_ptr<const SheetCopy> copy_; // of a copy
 };
 
 /// An open .xlsx workbook that is edited in place. Nothing is rewritten when a sheet is renamed,
@@ -68,6 +65,7 @@ public:
 
 private:
     friend class Sheet;
+    class Saving;
     static constexpr std::uint32_t kHighestSheetId = 65534; // [MS-OI29500] 2.1.607
 
     bool IsStructureProtected() const override { return part_->IsStructureProtected(); }
@@ -81,48 +79,16 @@ private:
     std::string AddStringsRelationship();
     const Styles& CellStyles();
 
-    SheetNames NamesFor(const Sheet* owner) const
-    {
-        return {NamesSeenBy(owner), NamesSeenBy(nullptr)};
-    }
-    /// The current names of tables and their columns as seen from a sheet, or from the workbook for
-    /// nullptr; found once while the workbook is saved.
-    const TableNames& TablesFor(const Sheet* owner) const;
-    TableNames CollectTables(const Sheet* owner) const;
-    bool HasChangedTables() const;
-    std::set<const Sheet*> SheetsToRecalculate() const;
-    edit::SheetReads ReadsOf(const Sheet& sheet,
-                             const std::map<const edit::Sheet*, std::size_t>& positions) const;
-    std::string SheetXml(const Sheet& sheet) const;
-    TextPatch SheetPatch(const Sheet& sheet) const;
-    TextPatch SelectionPatch(const Sheet& sheet) const;
-
-    // what SaveAs puts into the package
-    void PutSheets();
-    void PutRenamedParts();
-    void PutRenamedPart(const std::string& part, const SheetNames& names, const TableNames& tables);
-    void PutRenamedLinks(const std::string& part, const SheetNames& names);
-    void PutSharedStrings();
-    std::vector<SavedSheet> SavedSheets() const;
-    void PutWorkbookPart();
-    void PutTitles();
-    void DropCalculationChain();
-    bool IsOnlyUsedAsChain(const std::string& part) const;
-
     Package package_;
     std::string workbookPart_;
     std::unique_ptr<WorkbookPart> part_;
     std::vector<std::string> templateNames_;
     std::vector<std::string> templateParts_;
-    std::map<std::string, Relationships> templateLinks_; // of parts with links into the workbook
+    Relationships links_; // of the workbook part, with those of copies and new texts
     std::unique_ptr<SheetCopier> copier_;
     std::unique_ptr<SharedStrings> strings_;
     std::string stringsPart_;
     std::optional<Styles> styles_;
-
-    // while the workbook is saved
-    std::set<const Sheet*> recalculate_;
-    mutable std::map<const Sheet*, TableNames> tables_; // as seen from a sheet, or the workbook
 };
 
 } // namespace orrery::xlsx

@@ -2,6 +2,7 @@
 
 #include "engines/builtin/xlsx/package/part_names.h"
 
+#include "book/error.h"
 #include "engines/builtin/xml/attribute_patch.h"
 #include "engines/builtin/xml/reading.h"
 #include "util/error.h"
@@ -124,7 +125,7 @@ private:
 
     [[noreturn]] void Fail(std::string_view what) const
     {
-        throw util::Error(util::ErrorKind::DamagedWorkbook, {},
+        throw util::Error(book::ErrorKind::DamagedWorkbook, {},
                           part_.partName_ + ": " + std::string(what));
     }
 

@@ -1,10 +1,14 @@
+#include "engines/builtin/common/naming.h"
+#include "engines/builtin/edit/recalculation.h"
+#include "engines/builtin/xlsx/document_titles.h"
+#include "engines/builtin/xlsx/package/package_edit.h"
+#include "engines/builtin/xlsx/package/part_errors.h"
+#include "engines/builtin/xlsx/part_references.h"
 #include "engines/builtin/xlsx/workbook.h"
 
-#include "engines/builtin/common/naming.h"
-#include "engines/builtin/xlsx/document_titles.h"
-#include "engines/builtin/xlsx/package/part_errors.h"
-
 #include <algorithm>
+#include <map>
+#include <set>
 
 namespace orrery::xlsx {
 namespace {
@@ -24,46 +28,104 @@ bool NamesNoSheets(std::string_view type)
 
 } // namespace
 
+/// What one save works out before it writes: which parts change, and how.
+class Workbook::Saving {
+public:
+    /// Throws Error where the workbook cannot be saved as it is. The workbook outlives it.
+    explicit Saving(const Workbook& workbook);
+
+    void SaveTo(const std::filesystem::path& target) const { edit_.Save(target); }
+
+private:
+    using Names = std::shared_ptr<const NamesOfOwner>;
+
+    // what is found out of the sheets as they are now
+    std::vector<SavedSheet> SavedSheets() const;
+    std::vector<bool> SheetsToRecalculate() const;
+    edit::SheetReads ReadsOf(const Sheet& sheet,
+                             const std::map<const edit::Sheet*, std::size_t>& positions) const;
+    std::vector<TableChange> ChangedTables() const;
+    /// The current names as seen from a sheet, or from the workbook for nullptr.
+    Names NamesSeenBy(const Sheet* owner) const;
+    std::vector<Names> NamesOfSheets() const;
+    TextPatch PatchOf(std::size_t position) const;
+    TextPatch SelectionPatch(const Sheet& sheet) const;
+    bool RenamesSheetsOrTables() const;
+
+    void PutCopies();
+    void PutSheets();
+    void PutRenamedParts();
+    void PutRenamedPart(const std::string& part);
+    void PutRenamedLinks(const std::string& part);
+    void PutSharedStrings();
+    void PutWorkbookPart();
+    void PutTitles();
+    void DropCalculationChain();
+    bool IsOnlyUsedAsChain(const std::string& part) const;
+    void PutLinks();
+
+    const Workbook& workbook_;
+    const Package& package_;
+    const std::vector<Sheet*> sheets_;      // as they are now
+    const std::vector<SavedSheet> saved_;   // the same
+    const std::vector<bool> recalculate_;   // whether their stored results are left out
+    const std::vector<TableChange> tables_; // of the template
+    const Names workbookNames_;
+    const std::vector<Names> names_; // as seen from each sheet
+    Relationships links_;            // of the workbook part
+    bool linksChanged_ = false;
+    PackageEdit edit_;
+};
+
 void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode /*accessMode*/)
 {
-    builtin::Naming(package_.Path(), [&] {
-        for (const auto& part : templateParts_) {
-            if (package_.Has(part))
-                package_.Restore(part); // every save starts from the template
-        }
-        tables_.clear();
-        recalculate_ = SheetsToRecalculate();
-        PutSheets();
-        PutRenamedParts();
-        PutSharedStrings();
-        PutWorkbookPart();
-        PutTitles();
-        DropCalculationChain();
-        package_.Save(target);
-    });
+    builtin::Naming(package_.Path(), [&] { Saving(*this).SaveTo(target); });
+}
+
+Workbook::Saving::Saving(const Workbook& workbook)
+    : workbook_(workbook), package_(workbook.package_), sheets_(workbook.Sheets<Sheet>()),
+      saved_(SavedSheets()), recalculate_(SheetsToRecalculate()), tables_(ChangedTables()),
+      workbookNames_(NamesSeenBy(nullptr)), names_(NamesOfSheets()), links_(workbook.links_),
+      edit_(workbook.package_)
+{
+    PutCopies();
+    PutSheets();
+    PutRenamedParts();
+    PutSharedStrings();
+    PutWorkbookPart();
+    PutTitles();
+    DropCalculationChain();
+    PutLinks();
+}
+
+std::vector<SavedSheet> Workbook::Saving::SavedSheets() const
+{
+    std::vector<SavedSheet> saved;
+    for (const Sheet* sheet : sheets_)
+        saved.push_back({sheet->CurrentName(), sheet->Origin(), sheet->IsCopy(), sheet->sheetId_,
+                         sheet->relationshipId_});
+    return saved;
 }
 
 // Whole sheets are looked at, not single cells: a sheet is computed anew when it was written or
 // when its formulas may read one that is.
-std::set<const Sheet*> Workbook::SheetsToRecalculate() const
+std::vector<bool> Workbook::Saving::SheetsToRecalculate() const
 {
-    const auto sheets = Sheets<Sheet>();
     std::map<const edit::Sheet*, std::size_t> positions;
-    for (const Sheet* sheet : sheets)
+    for (const Sheet* sheet : sheets_)
         positions.emplace(sheet, positions.size());
-    const auto changed = edit::SpreadChanges(
-        WrittenSheets(), [&](std::size_t i) { return ReadsOf(*sheets[i], positions); });
-    std::set<const Sheet*> recalculate;
-    for (std::size_t i = 0; i < sheets.size(); ++i) {
-        const auto* text = changed[i] ? sheets[i]->ReadableText() : nullptr;
-        if (text != nullptr && text->HasFormulas())
-            recalculate.insert(sheets[i]);
+    auto recalculate = edit::SpreadChanges(
+        workbook_.WrittenSheets(), [&](std::size_t i) { return ReadsOf(*sheets_[i], positions); });
+    for (std::size_t i = 0; i < sheets_.size(); ++i) {
+        const auto* text = recalculate[i] ? sheets_[i]->ReadableText() : nullptr;
+        recalculate[i] = text != nullptr && text->HasFormulas();
     }
     return recalculate;
 }
 
-edit::SheetReads Workbook::ReadsOf(const Sheet& sheet,
-                                   const std::map<const edit::Sheet*, std::size_t>& positions) const
+edit::SheetReads
+Workbook::Saving::ReadsOf(const Sheet& sheet,
+                          const std::map<const edit::Sheet*, std::size_t>& positions) const
 {
     edit::SheetReads reads;
     const auto* text = sheet.ReadableText();
@@ -71,210 +133,222 @@ edit::SheetReads Workbook::ReadsOf(const Sheet& sheet,
         return reads;
     reads.everything = text->Facts().ReadsElsewhere;
     for (const auto& name : text->Facts().Sheets) {
-        if (const auto* const read = FindOriginal(name))
+        if (const auto* const read = workbook_.FindOriginal(name))
             reads.sheets.push_back(positions.at(read));
     }
     return reads;
 }
 
-std::string Workbook::SheetXml(const Sheet& sheet) const
+std::vector<TableChange> Workbook::Saving::ChangedTables() const
 {
-    return SheetPatch(sheet).Apply(sheet.Text()->Xml());
+    std::vector<TableChange> changes;
+    for (const Sheet* sheet : sheets_) {
+        if (!sheet->IsCopy() && sheet->tables_)
+            std::ranges::move(sheet->tables_->Changes(), std::back_inserter(changes));
+    }
+    return changes;
 }
 
-TextPatch Workbook::SheetPatch(const Sheet& sheet) const
+Workbook::Saving::Names Workbook::Saving::NamesSeenBy(const Sheet* owner) const
 {
+    TableNames tables;
+    for (const TableChange& change : tables_)
+        tables.Set(change.name, change);
+    if (owner && owner->copy_) {
+        for (const auto& [model, own] : owner->copy_->identity.tables) {
+            auto change = owner->tables_ ? owner->tables_->ChangeOf(model) : TableChange();
+            change.name = own;
+            tables.Set(model, std::move(change));
+        }
+    }
+    return std::make_shared<const NamesOfOwner>(
+        NamesOfOwner{{workbook_.NamesSeenBy(owner), workbook_.NamesSeenBy(nullptr)}, tables});
+}
+
+/// Sheets of the template see the tables as the workbook does.
+std::vector<Workbook::Saving::Names> Workbook::Saving::NamesOfSheets() const
+{
+    std::vector<Names> names;
+    for (const Sheet* sheet : sheets_) {
+        if (sheet->IsCopy())
+            names.push_back(NamesSeenBy(sheet));
+        else
+            names.push_back(std::make_shared<const NamesOfOwner>(
+                NamesOfOwner{{workbook_.NamesSeenBy(sheet), workbook_.NamesSeenBy(nullptr)},
+                             workbookNames_->tables}));
+    }
+    return names;
+}
+
+bool Workbook::Saving::RenamesSheetsOrTables() const
+{
+    return workbook_.HasRenamedOriginals() || !tables_.empty();
+}
+
+TextPatch Workbook::Saving::PatchOf(std::size_t position) const
+{
+    const Sheet& sheet = *sheets_[position];
+    const auto& [names, tables] = *names_[position];
     const auto& text = *sheet.Text();
-    const auto names = NamesFor(&sheet);
-    const auto& tables = TablesFor(&sheet);
     TextPatch patch;
     if (!text.References().empty())
         patch.Add(RenameReferences(text.Xml(), text.References(), names, tables));
-    const auto rename = [&](const std::string& formula) {
+    const auto rename = [&names = names, &tables = tables](const std::string& formula) {
         return RenameInFormula(formula, names, tables).value_or(formula);
     };
-    const bool recalculate = recalculate_.contains(&sheet);
     if (sheet.IsWritten())
-        patch.Add(sheet.cells_->Patch(recalculate, rename));
-    else if (recalculate)
+        patch.Add(sheet.cells_->Patch(recalculate_[position], rename));
+    else if (recalculate_[position])
         patch.Add(SheetCells(sheet.Text()).Patch(true, rename));
     patch.Add(SelectionPatch(sheet));
     return patch;
 }
 
-const TableNames& Workbook::TablesFor(const Sheet* owner) const
-{
-    const auto known = tables_.find(owner);
-    return known != tables_.end() ? known->second
-                                  : tables_.emplace(owner, CollectTables(owner)).first->second;
-}
-
-TableNames Workbook::CollectTables(const Sheet* owner) const
-{
-    TableNames names;
-    for (const Sheet* sheet : Sheets<Sheet>()) {
-        if (sheet->IsCopy() || !sheet->tables_)
-            continue;
-        for (auto& change : sheet->tables_->Changes()) {
-            const auto name = change.name;
-            names.Set(name, std::move(change));
-        }
-    }
-    if (!owner || !owner->identity_)
-        return names;
-    for (const auto& [model, own] : owner->identity_->tables) {
-        auto change = owner->tables_ ? owner->tables_->ChangeOf(model) : TableChange();
-        change.name = own;
-        names.Set(model, std::move(change));
-    }
-    return names;
-}
-
-bool Workbook::HasChangedTables() const
-{
-    return std::ranges::any_of(Sheets<Sheet>(), [](const Sheet* sheet) {
-        return !sheet->IsCopy() && sheet->tables_ && sheet->tables_->HasChanges();
-    });
-}
-
 // Of several selected sheets every entry would go into all of them, so only the active one stays
 // selected beside copies. A code name belongs to one module of the macros.
-TextPatch Workbook::SelectionPatch(const Sheet& sheet) const
+TextPatch Workbook::Saving::SelectionPatch(const Sheet& sheet) const
 {
     const auto& text = *sheet.Text();
     TextPatch patch;
-    const bool active = !sheet.IsCopy() && sheet.Origin() == part_->ActiveSheet();
-    if (HasCopies())
+    const bool active = !sheet.IsCopy() && sheet.Origin() == workbook_.part_->ActiveSheet();
+    if (workbook_.HasCopies())
         patch.Add(text.SelectTab(active));
     if (const auto& codeName = text.CodeName(); codeName && sheet.IsCopy())
         patch.Remove(codeName->begin, codeName->end);
     return patch;
 }
 
-void Workbook::PutSheets()
+/// In the order in which they were made, which is that of their parts in the container.
+void Workbook::Saving::PutCopies()
 {
-    const bool all = HasCopies() || HasRenamedOriginals() || HasChangedTables();
-    for (const Sheet* sheet : Sheets<Sheet>()) {
-        const bool needsLook = all || sheet->IsWritten() || recalculate_.contains(sheet);
-        if (sheet->IsCopy() || !needsLook || sheet->ReadableText() == nullptr)
-            continue; // copies were put when they were made; what is damaged stays as it is
-        auto patch = SheetPatch(*sheet);
+    std::vector<std::size_t> copies; // by position
+    for (std::size_t i = 0; i < sheets_.size(); ++i) {
+        if (sheets_[i]->IsCopy())
+            copies.push_back(i);
+    }
+    std::ranges::sort(copies, {}, [this](std::size_t i) { return sheets_[i]->copy_->number; });
+    for (const std::size_t i : copies) {
+        const auto content = [this, i] { return PatchOf(i).Apply(sheets_[i]->Text()->Xml()); };
+        workbook_.copier_->Put(edit_, *sheets_[i]->copy_, content, names_[i]);
+    }
+}
+
+void Workbook::Saving::PutSheets()
+{
+    const bool all = workbook_.HasCopies() || RenamesSheetsOrTables();
+    for (std::size_t i = 0; i < sheets_.size(); ++i) {
+        const Sheet& sheet = *sheets_[i];
+        const bool needsLook = all || sheet.IsWritten() || recalculate_[i];
+        if (sheet.IsCopy() || !needsLook || sheet.ReadableText() == nullptr)
+            continue; // what is damaged stays as it is
+        auto patch = PatchOf(i);
         if (patch.Empty())
             continue;
-        auto content = [text = sheet->Text(), patch = std::move(patch)] {
-            return patch.Apply(text->Xml());
-        };
-        package_.Put(sheet->part_, package_.TypeOf(sheet->part_), std::move(content));
+        edit_.Put(
+            sheet.part_, package_.TypeOf(sheet.part_),
+            [text = sheet.Text(), patch = std::move(patch)] { return patch.Apply(text->Xml()); });
     }
 }
 
-void Workbook::PutRenamedParts()
+void Workbook::Saving::PutRenamedParts()
 {
-    if (!HasRenamedOriginals() && !HasChangedTables() && templateLinks_.empty())
+    if (!RenamesSheetsOrTables())
         return;
-    const auto names = NamesFor(nullptr);
-    const auto& tables = TablesFor(nullptr);
-    std::set<std::string> done = {PartKey(workbookPart_)}; // worksheets are put by themselves
-    for (const Sheet* sheet : Sheets<Sheet>()) {
-        if (sheet->kind_ == Sheet::Kind::Worksheet)
+    std::set<std::string> done = {PartKey(workbook_.workbookPart_)};
+    for (const Sheet* sheet : sheets_) {
+        if (sheet->IsWorksheet())
             done.insert(PartKey(sheet->part_));
     }
-    for (const auto& part : templateParts_) {
-        UnlessDamaged([&] { PutRenamedLinks(part, names); });
+    for (const auto& part : workbook_.templateParts_) {
+        UnlessDamaged([&] { PutRenamedLinks(part); });
         if (!done.contains(PartKey(part)) && !NamesNoSheets(package_.TypeOf(part)))
-            UnlessDamaged([&] { PutRenamedPart(part, names, tables); });
+            UnlessDamaged([&] { PutRenamedPart(part); });
     }
 }
 
-void Workbook::PutRenamedPart(const std::string& part, const SheetNames& names,
-                              const TableNames& tables)
+void Workbook::Saving::PutRenamedPart(const std::string& part)
 {
     const auto type = package_.TypeOf(part);
     const auto text = ReadText(package_, part);
-    const auto patch =
-        RenameInPart(*text, part, type, FindReferencesIn(package_, part), names, tables);
+    const auto patch = RenameInPart(*text, part, type, FindReferencesIn(package_, part),
+                                    workbookNames_->sheets, workbookNames_->tables);
     if (!patch.Empty())
-        package_.Put(part, type, patch.Apply(*text));
+        edit_.Put(part, type, patch.Apply(*text));
 }
 
-void Workbook::PutRenamedLinks(const std::string& part, const SheetNames& names)
+void Workbook::Saving::PutRenamedLinks(const std::string& part)
 {
     const auto& relationships = package_.RelationshipsOf(part);
     if (!HasInnerLinks(relationships))
         return;
-    const auto original = templateLinks_.emplace(part, relationships).first;
-    package_.SetRelationships(part, RenameInnerLinks(original->second, names));
+    if (PartKey(part) == PartKey(workbook_.workbookPart_)) {
+        links_ = RenameInnerLinks(links_, workbookNames_->sheets);
+        linksChanged_ = true;
+    }
+    else {
+        edit_.SetRelationships(part, RenameInnerLinks(relationships, workbookNames_->sheets));
+    }
 }
 
-void Workbook::PutSharedStrings()
+void Workbook::Saving::PutSharedStrings()
 {
-    if (!strings_ || !strings_->Changed())
+    if (!workbook_.strings_ || !workbook_.strings_->Changed())
         return;
     long references = 0;
-    for (const Sheet* sheet : Sheets<Sheet>()) {
+    for (const Sheet* sheet : sheets_) {
         if (sheet->cells_)
             references += sheet->cells_->AddedTextReferences();
     }
-    package_.Put(stringsPart_, kStringsType,
-                 [this, references] { return strings_->ToXml(references); });
+    edit_.Put(workbook_.stringsPart_, kStringsType,
+              [this, references] { return workbook_.strings_->ToXml(references); });
 }
 
-std::vector<SavedSheet> Workbook::SavedSheets() const
+void Workbook::Saving::PutWorkbookPart()
 {
-    std::vector<SavedSheet> saved;
-    for (const Sheet* sheet : Sheets<Sheet>())
-        saved.push_back({sheet->CurrentName(), sheet->Origin(), sheet->IsCopy(), sheet->sheetId_,
-                         sheet->relationshipId_});
-    return saved;
-}
-
-void Workbook::PutWorkbookPart()
-{
-    const bool recalculate = !recalculate_.empty();
-    if (!recalculate && !HasCopies() && !HasRenamedOriginals() && !HasChangedTables())
+    const bool recalculate = std::ranges::find(recalculate_, true) != recalculate_.end();
+    if (!recalculate && !workbook_.HasCopies() && !RenamesSheetsOrTables())
         return;
-    auto xml = part_->ToXml(
-        SavedSheets(), recalculate, NamesFor(nullptr), TablesFor(nullptr),
-        [this](std::size_t position) { return NamesFor(&SheetAt<Sheet>(position)); },
-        [this](std::size_t position) { return TablesFor(&SheetAt<Sheet>(position)); });
-    package_.Put(workbookPart_, package_.TypeOf(workbookPart_), std::move(xml));
+    auto xml = workbook_.part_->ToXml(
+        saved_, recalculate, workbookNames_->sheets, workbookNames_->tables,
+        [this](std::size_t position) { return names_[position]->sheets; },
+        [this](std::size_t position) { return names_[position]->tables; });
+    edit_.Put(workbook_.workbookPart_, package_.TypeOf(workbook_.workbookPart_), std::move(xml));
 }
 
-void Workbook::PutTitles()
+void Workbook::Saving::PutTitles()
 {
     const auto* relationship = package_.RelationshipsOf("").FindByType("extended-properties");
     const auto part = relationship ? ResolveTarget("", relationship->Target) : std::string();
-    if (!package_.Has(part) || (!HasCopies() && !HasRenamedOriginals()))
+    if (!package_.Has(part) || (!workbook_.HasCopies() && !workbook_.HasRenamedOriginals()))
         return;
     UnlessDamaged([&] {
         const auto xml = package_.ReadXml(part);
-        auto updated = UpdateTitles(*xml, part, templateNames_, SavedSheets());
+        auto updated = UpdateTitles(*xml, part, workbook_.templateNames_, saved_);
         if (updated != *xml)
-            package_.Put(part, package_.TypeOf(part), std::move(updated));
+            edit_.Put(part, package_.TypeOf(part), std::move(updated));
     });
 }
 
-// The chain lists every formula cell; programs make it anew where it is missing, but not where it
-// is wrong.
-void Workbook::DropCalculationChain()
+// The chain lists every formula cell; programs rebuild it where it is missing, but not where it is
+// wrong.
+void Workbook::Saving::DropCalculationChain()
 {
-    const bool wrong = std::ranges::any_of(Sheets<Sheet>(), [](const Sheet* sheet) {
+    const bool wrong = std::ranges::any_of(sheets_, [](const Sheet* sheet) {
         return (sheet->cells_ && sheet->cells_->RemovesFormulas()) ||
                (sheet->IsCopy() && sheet->Text()->HasFormulas());
     });
-    auto relationships = package_.RelationshipsOf(workbookPart_);
-    const auto* chain = relationships.FindByType("calcChain");
+    const auto* chain = links_.FindByType("calcChain");
     if (!wrong || !chain)
         return;
-    const auto part = ResolveTarget(workbookPart_, chain->Target);
+    const auto part = ResolveTarget(workbook_.workbookPart_, chain->Target);
     if (!chain->External && IsOnlyUsedAsChain(part))
-        package_.Remove(part);
-    relationships.Remove(std::string(chain->Id));
-    package_.SetRelationships(workbookPart_, std::move(relationships));
+        edit_.Remove(part);
+    links_.Remove(std::string(chain->Id));
+    linksChanged_ = true;
 }
 
 /// Whether the part is what it is said to be, and nothing else refers to it.
-bool Workbook::IsOnlyUsedAsChain(const std::string& part) const
+bool Workbook::Saving::IsOnlyUsedAsChain(const std::string& part) const
 {
     if (!package_.TypeOf(part).ends_with(".calcChain+xml"))
         return false;
@@ -289,6 +363,14 @@ bool Workbook::IsOnlyUsedAsChain(const std::string& part) const
     for (const auto& owner : package_.RelationshipsOwners())
         UnlessDamaged([&] { count(owner); });
     return users == 1;
+}
+
+void Workbook::Saving::PutLinks()
+{
+    const auto added = workbook_.links_.All().size() -
+                       package_.RelationshipsOf(workbook_.workbookPart_).All().size();
+    if (linksChanged_ || added != 0)
+        edit_.SetRelationships(workbook_.workbookPart_, links_);
 }
 
 } // namespace orrery::xlsx

@@ -1,5 +1,6 @@
 #include "engines/builtin/xml/encoding.h"
 
+#include "book/error.h"
 #include "engines/builtin/xml/declaration.h"
 #include "engines/builtin/xml/text.h"
 #include "util/error.h"
@@ -17,7 +18,7 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 [[noreturn]] void Fail(std::string_view partName, const std::string& what)
 {
-    throw util::Error(util::ErrorKind::DamagedWorkbook, {}, std::string(partName) + ": " + what);
+    throw util::Error(book::ErrorKind::DamagedWorkbook, {}, std::string(partName) + ": " + what);
 }
 
 enum class ByteOrder { Little, Big };

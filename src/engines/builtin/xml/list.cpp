@@ -1,5 +1,6 @@
 #include "engines/builtin/xml/list.h"
 
+#include "book/error.h"
 #include "engines/builtin/xml/scanner.h"
 #include "util/error.h"
 
@@ -41,7 +42,7 @@ List::List(std::string_view xml, std::string_view partName, std::string_view roo
     SkipTo(scanner, Scanner::Token::StartTag);
     scanner.CheckPrefixes();
     if (scanner.LocalName() != root) {
-        throw util::Error(util::ErrorKind::DamagedWorkbook, {},
+        throw util::Error(book::ErrorKind::DamagedWorkbook, {},
                           std::string(partName) + ": no element \"" + std::string(root) + "\"");
     }
     rootName_ = scanner.Name();

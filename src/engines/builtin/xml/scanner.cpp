@@ -1,5 +1,6 @@
 #include "engines/builtin/xml/scanner.h"
 
+#include "book/error.h"
 #include "engines/builtin/xml/declaration.h"
 #include "util/error.h"
 #include "util/text.h"
@@ -117,7 +118,7 @@ Scanner::Token Scanner::ReadStartTag()
     std::size_t at = SkipName(begin_ + 1);
     name_ = text_.substr(begin_ + 1, at - begin_ - 1);
     if (stack_.size() == kMaxDepth)
-        throw util::Error(util::ErrorKind::TooDeeplyNested, {}, std::string(partName_));
+        throw util::Error(book::ErrorKind::TooDeeplyNested, {}, std::string(partName_));
     stack_.push_back(name_);
     rootSeen_ = true;
     attributes_.clear();
@@ -349,7 +350,7 @@ void Scanner::Fail(std::size_t at, std::string_view what) const
     if (!cause.empty())
         cause += ", ";
     cause += "offset " + std::to_string(at) + ": " + std::string(what);
-    throw util::Error(util::ErrorKind::DamagedWorkbook, {}, std::move(cause));
+    throw util::Error(book::ErrorKind::DamagedWorkbook, {}, std::move(cause));
 }
 
 std::string_view Scanner::LocalName() const

@@ -1,5 +1,6 @@
 #include "engines/builtin/zip/archive.h"
 
+#include "book/error.h"
 #include "engines/builtin/zip/checks.h"
 #include "engines/builtin/zip/target.h"
 #include "util/error.h"
@@ -18,8 +19,8 @@
 namespace orrery::zip {
 namespace {
 
+using book::ErrorKind;
 using util::Error;
-using util::ErrorKind;
 
 constexpr std::uint64_t kMiB = std::uint64_t{1} << 20U;
 
@@ -78,12 +79,12 @@ bool BeginsLikeAZip(const std::filesystem::path& path)
     const std::string subject = util::FromPath(path);
     switch (error.Code()) {
     case ZIP_ER_NOENT:
-        throw Error(ErrorKind::FileNotFound, subject);
+        throw Error(util::ErrorKind::FileNotFound, subject);
     case ZIP_ER_OPEN:
     case ZIP_ER_READ:
     case ZIP_ER_SEEK:
     case ZIP_ER_OPNOTSUPP: // a folder
-        throw Error(ErrorKind::FileNotReadable, subject, error.Text());
+        throw Error(util::ErrorKind::FileNotReadable, subject, error.Text());
     case ZIP_ER_NOZIP:
         if (!BeginsLikeAZip(path))
             throw Error(ErrorKind::NotAWorkbook, subject);
@@ -280,7 +281,7 @@ Writer::Writer(const std::filesystem::path& path) : path_(path)
     ZipError error;
     handle_.reset(Open(CreateTarget(path, *error.Get()), ZIP_CREATE | ZIP_TRUNCATE, error));
     if (!handle_)
-        throw Error(ErrorKind::FileNotWritable, util::FromPath(path), error.Text());
+        throw Error(util::ErrorKind::FileNotWritable, util::FromPath(path), error.Text());
 }
 
 Writer::~Writer() = default;
@@ -318,7 +319,8 @@ std::uint64_t Writer::Add(const std::string& name, zip_source_t* source)
                           : zip_file_add(handle_.get(), name.c_str(), source, ZIP_FL_ENC_UTF_8);
     if (added < 0) {
         zip_source_free(source);
-        throw Error(ErrorKind::FileNotWritable, util::FromPath(path_), zip_strerror(handle_.get()));
+        throw Error(util::ErrorKind::FileNotWritable, util::FromPath(path_),
+                    zip_strerror(handle_.get()));
     }
     return static_cast<std::uint64_t>(added);
 }
@@ -337,13 +339,14 @@ void Writer::Close()
     ZipError error(zip_get_error(handle_.get()));
     const std::string target = util::FromPath(path_);
     const Error limit = util::NotWritten(path_, {error.SystemCode(), std::generic_category()});
-    if (limit.Kind() != ErrorKind::FileNotWritable)
+    if (limit.Kind() != util::ErrorKind::FileNotWritable)
         throw Error(limit);
     switch (error.Code()) {
     case ZIP_ER_READ:
     case ZIP_ER_SEEK:
         if (!copiedFrom_.empty())
-            throw Error(ErrorKind::FileNotReadable, util::FromPath(copiedFrom_), error.Text());
+            throw Error(util::ErrorKind::FileNotReadable, util::FromPath(copiedFrom_),
+                        error.Text());
         break;
     case ZIP_ER_EOF:
     case ZIP_ER_NOZIP:
@@ -352,7 +355,7 @@ void Writer::Close()
     default:
         break;
     }
-    throw Error(ErrorKind::FileNotWritable, target, error.Text());
+    throw Error(util::ErrorKind::FileNotWritable, target, error.Text());
 }
 
 } // namespace orrery::zip

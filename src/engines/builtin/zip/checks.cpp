@@ -1,5 +1,6 @@
 #include "engines/builtin/zip/checks.h"
 
+#include "book/error.h"
 #include "engines/builtin/zip/directory.h"
 #include "util/error.h"
 #include "util/paths.h"
@@ -12,8 +13,8 @@
 namespace orrery::zip {
 namespace {
 
+using book::ErrorKind;
 using util::Error;
-using util::ErrorKind;
 
 constexpr std::uint64_t kMostRatio = 1000;
 constexpr std::uint64_t kRatioCounts = std::uint64_t{10} << 20U; // below, a ratio says nothing

@@ -1,5 +1,6 @@
 #include "engines/libreoffice/plugin/document.h"
 
+#include "book/error.h"
 #include "engines/common/file_kind.h"
 #include "engines/libreoffice/plugin/questions.h"
 #include "util/file_error.h"
@@ -23,8 +24,8 @@ namespace orrery::libreoffice {
 namespace {
 
 namespace fs = std::filesystem;
+using book::ErrorKind;
 using css::uno::UNO_QUERY_THROW;
-using util::ErrorKind;
 
 /// LibreOffice makes something of almost every file. Nothing where it is what a template may be.
 std::optional<ErrorKind> ObjectionTo(const Reference<css::lang::XComponent>& document)
@@ -53,8 +54,8 @@ std::optional<ErrorKind> ObjectionTo(const Reference<css::lang::XComponent>& doc
     std::error_code failure;
     const auto space = fs::space(written.parent_path(), failure);
     const bool isFull = !failure && space.available < kLittle;
-    throw Error(isFull ? ErrorKind::DiskFull : ErrorKind::FileNotWritable, util::FromPath(target),
-                isFull ? "" : "LibreOffice could not store it");
+    throw Error(isFull ? util::ErrorKind::DiskFull : util::ErrorKind::FileNotWritable,
+                util::FromPath(target), isFull ? "" : "LibreOffice could not store it");
 }
 
 /// What LibreOffice writes before it gets its place.

@@ -1,5 +1,6 @@
 #include "engines/libreoffice/plugin/guarded_process.h"
 
+#include "book/error.h"
 #include "util/error.h"
 #include "util/system_message.h"
 
@@ -130,7 +131,7 @@ std::pair<util::Descriptor, util::Descriptor> MakeChannel()
 {
     std::array<int, 2> ends = {-1, -1};
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
-        throw Error(util::ErrorKind::ApplicationFailure, "LibreOffice",
+        throw Error(book::ErrorKind::ApplicationFailure, "LibreOffice",
                     "LibreOffice could not be started: " +
                         util::SystemMessage({errno, std::generic_category()}) + '.');
     return {util::Descriptor(ends[0]), util::Descriptor(ends[1])};
@@ -193,7 +194,7 @@ GuardedProcess::GuardedProcess(const std::vector<std::string>& command, int inhe
         return;
     }
     WaitForGuard();
-    throw Error(util::ErrorKind::ApplicationFailure, "LibreOffice",
+    throw Error(book::ErrorKind::ApplicationFailure, "LibreOffice",
                 "LibreOffice could not be started: the system has no process for it.");
 }
 

@@ -1,5 +1,6 @@
 #include "engines/libreoffice/plugin/office.h"
 
+#include "book/error.h"
 #include "util/file_read.h"
 #include "util/paths.h"
 
@@ -99,7 +100,7 @@ const Reference<css::uno::XComponentContext>& LocalContext(const std::filesystem
 
 [[noreturn]] void ThrowNotStarted(const std::string& why)
 {
-    throw Error(util::ErrorKind::ApplicationFailure, "LibreOffice",
+    throw Error(book::ErrorKind::ApplicationFailure, "LibreOffice",
                 "LibreOffice could not be started: " + why);
 }
 
@@ -295,7 +296,7 @@ void Office::Release()
 void Office::ThrowLost()
 {
     isLost_ = true;
-    throw Error(util::ErrorKind::ApplicationLost, "LibreOffice",
+    throw Error(book::ErrorKind::ApplicationLost, "LibreOffice",
                 watchdog_.HasBitten() ? "it was waited for too long" : "it has ended unexpectedly");
 }
 
@@ -304,7 +305,7 @@ void ThrowFailure(const css::uno::Exception& failure)
     std::string words = FromUno(failure.Message);
     if (words.empty())
         words = FromUno(css::uno::Any(failure).getValueTypeName());
-    throw Error(util::ErrorKind::ApplicationFailure, "LibreOffice",
+    throw Error(book::ErrorKind::ApplicationFailure, "LibreOffice",
                 "LibreOffice reports: " + words);
 }
 

@@ -1,5 +1,6 @@
 #include "engines/libreoffice/plugin/pdf_printer.h"
 
+#include "book/error.h"
 #include "engines/libreoffice/plugin/document.h"
 
 #include <com/sun/star/beans/XPropertySet.hpp>
@@ -33,7 +34,7 @@ void PrintNoOthers(const Reference<css::frame::XModel2>& model,
         }
     }
     if (!isAnySeen)
-        throw Error(util::ErrorKind::NothingToPrint);
+        throw Error(book::ErrorKind::NothingToPrint);
 }
 
 /// Closes a document that nobody needs any more.

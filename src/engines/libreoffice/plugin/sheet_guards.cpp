@@ -1,5 +1,6 @@
 #include "engines/libreoffice/plugin/sheet_guards.h"
 
+#include "book/error.h"
 #include "engines/libreoffice/plugin/office.h"
 #include "util/error.h"
 
@@ -19,10 +20,10 @@
 namespace orrery::libreoffice {
 namespace {
 
+using book::ErrorKind;
 using css::uno::UNO_QUERY_THROW;
 using engines::CellAddress;
 using engines::CellRange;
-using util::ErrorKind;
 
 CellRange RangeOf(const css::table::CellRangeAddress& address)
 {

@@ -1,5 +1,6 @@
 #include "engines/libreoffice/plugin/sheets.h"
 
+#include "book/error.h"
 #include "engines/common/cell_address.h"
 #include "engines/common/cell_text.h"
 #include "engines/common/sheet_names.h"
@@ -16,8 +17,8 @@
 
 namespace orrery::libreoffice {
 
+using book::ErrorKind;
 using css::uno::UNO_QUERY_THROW;
-using util::ErrorKind;
 
 Worksheet::Worksheet(Sheets& sheets, std::string name,
                      const Reference<css::sheet::XSpreadsheet>& sheet)

@@ -16,7 +16,6 @@ namespace orrery::libreoffice {
 namespace {
 
 using css::uno::UNO_QUERY_THROW;
-using util::ErrorKind;
 
 /// Scenarios are sheets to LibreOffice, which it counts but does not write: names of sheets behind
 /// them would be those of others, or of none.

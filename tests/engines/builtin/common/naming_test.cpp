@@ -1,5 +1,6 @@
 #include "engines/builtin/common/naming.h"
 
+#include "book/error.h"
 #include "util/error.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +10,7 @@
 namespace orrery::builtin {
 namespace {
 
-using util::ErrorKind;
+using book::ErrorKind;
 
 TEST(NamingTest, GivesTheNameToErrorsThatHaveNone)
 {

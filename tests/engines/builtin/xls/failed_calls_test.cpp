@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/xls/records/shared_strings.h"
 #include "engines/builtin/xls/workbook.h"
 #include "util/error.h"
@@ -19,9 +20,9 @@ using namespace test;
 using book::AccessMode;
 using book::CellMember;
 using book::CellValue;
+using book::ErrorKind;
 using orrery::test::SavedBook;
 using testing::HasSubstr;
-using util::ErrorKind;
 
 std::optional<util::Error> Failure(const std::function<void()>& call)
 {

@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/xls/drawing/embedded_objects.h"
 #include "engines/builtin/xls/workbook.h"
 #include "util/error.h"
@@ -73,7 +74,7 @@ TEST(XlsOutputLimitTest, CopiesThatGrowBeyondItAreRefusedBeforeTheyAreWritten)
         FAIL() << "300 MiB were written";
     }
     catch (const util::Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::TooLargeOutput);
+        EXPECT_EQ(error.Kind(), book::ErrorKind::TooLargeOutput);
         EXPECT_EQ(error.Subject(), util::FromPath(source));
         EXPECT_THAT(util::ErrorText(error), HasSubstr("its controls would take 301 MiB"));
     }

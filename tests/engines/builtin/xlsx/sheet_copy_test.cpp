@@ -1,17 +1,20 @@
 #include "engines/builtin/xlsx/sheet_copy.h"
 
+#include "engines/builtin/xlsx/part_references.h"
+#include "util/scratch_folder.h"
 #include "xlsx/saved_package.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
+#include <memory>
+#include <set>
+#include <string>
 
 namespace orrery::xlsx {
 namespace {
 
 using testing::IsSupersetOf;
-using testing::Not;
 
 SheetNames ModelIs(std::string current)
 {
@@ -64,21 +67,44 @@ INSTANTIATE_TEST_SUITE_P(
                              "https://example.org/Model!A1"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(SheetCopierTest, CopiesOfACopyAreCopiesOfTheTemplate)
+TEST(SheetCopierTest, CopiesOfOneSheetHaveNothingInCommon)
 {
-    auto package = Package(test::EverythingPath());
+    const auto package = Package(test::EverythingPath());
     SheetCopier copier(package, {});
-    const NamesOfOwner names{[] { return ModelIs("May"); }, [] { return TableNames(); }};
-    const auto first = copier.Copy(
-        "/xl/worksheets/sheet1.xml", [] { return "<a/>"; }, names);
-    const auto second = copier.Copy(
-        "/xl/worksheets/sheet1.xml", [] { return "<a/>"; }, names);
-    EXPECT_NE(first.part, second.part);
-    EXPECT_EQ(first.identity->tables.at("Plan"), "Plan_2");
-    EXPECT_EQ(second.identity->tables.at("Plan"), "Plan_3");
-    EXPECT_NE(first.identity->guids, second.identity->guids);
-    for (const auto& part : OwnedParts(package, second.part))
-        EXPECT_THAT(OwnedParts(package, first.part), Not(testing::Contains(part)));
+    const auto first = copier.Copy("/xl/worksheets/sheet1.xml");
+    const auto second = copier.Copy("/xl/worksheets/sheet1.xml");
+    EXPECT_EQ(first->identity.tables.at("Plan"), "Plan_2");
+    EXPECT_EQ(second->identity.tables.at("Plan"), "Plan_3");
+    EXPECT_NE(first->identity.guids, second->identity.guids);
+    EXPECT_EQ(first->plan.parts.size(), 10U);
+    std::set<std::string> parts;
+    for (const auto* copy : {first.get(), second.get()}) {
+        for (const auto& part : copy->plan.parts) {
+            EXPECT_TRUE(package.IsFree(part.copy)) << part.copy;
+            EXPECT_TRUE(copier.HasPart(part.copy)) << part.copy;
+            parts.insert(part.copy);
+        }
+    }
+    EXPECT_EQ(parts.size(), 20U);
+}
+
+TEST(SheetCopierTest, ACopyKeepsThePartsOfItsModelButTheirNames)
+{
+    const auto package = Package(test::EverythingPath());
+    SheetCopier copier(package, {});
+    const auto copy = copier.Copy("/xl/worksheets/sheet1.xml");
+    const auto names = std::make_shared<const NamesOfOwner>(NamesOfOwner{ModelIs("May"), {}});
+    const testing_support::ScratchFolder folder;
+    PackageEdit edit(package);
+    copier.Put(
+        edit, *copy, [] { return std::string("<a/>"); }, names);
+    edit.Save(folder / "saved.xlsx");
+    const Package saved(folder / "saved.xlsx");
+    EXPECT_EQ(*saved.Read(copy->Part()), "<a/>");
+    std::vector<std::string> copies;
+    for (std::size_t i = 1; i < copy->plan.parts.size(); ++i)
+        copies.push_back(copy->plan.parts[i].copy);
+    EXPECT_THAT(OwnedParts(saved, copy->Part()), testing::UnorderedElementsAreArray(copies));
 }
 
 } // namespace

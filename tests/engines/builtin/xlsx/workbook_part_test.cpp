@@ -1,5 +1,6 @@
 #include "xlsx/workbook_fixture.h"
 
+#include "book/error.h"
 #include "util/error.h"
 
 #include <gtest/gtest.h>
@@ -82,7 +83,7 @@ TEST(WorkbookPartTest, RefusesDamage)
             ADD_FAILURE() << content;
         }
         catch (const util::Error& error) {
-            EXPECT_EQ(error.Kind(), util::ErrorKind::DamagedWorkbook);
+            EXPECT_EQ(error.Kind(), book::ErrorKind::DamagedWorkbook);
             EXPECT_NE(error.Cause().find("/xl/workbook.xml"), std::string::npos);
         }
     }

@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/workbook.h"
 
+#include "book/error.h"
 #include "places/places.h"
 #include "util/error.h"
 #include "xlsx/saved_package.h"
@@ -17,13 +18,13 @@ namespace {
 using book::AccessMode;
 using book::CellMember;
 using book::CellValue;
+using book::ErrorKind;
 using test::SavedPackage;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-using util::ErrorKind;
 
 const std::filesystem::path kEverything =
     places::SourceFolder() / "tests/engines/builtin/xlsx/data" / "everything.xlsx";
@@ -103,7 +104,7 @@ TEST_F(WorkbookTest, RenameChecksTheRules)
 {
     struct Case {
         std::string name;
-        ErrorKind kind;
+        util::AnyErrorKind kind;
     };
     for (const auto& [name, kind] :
          {Case{"", ErrorKind::InvalidSheetName}, Case{"a/b", ErrorKind::InvalidSheetName},

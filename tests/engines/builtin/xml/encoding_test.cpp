@@ -1,5 +1,6 @@
 #include "engines/builtin/xml/encoding.h"
 
+#include "book/error.h"
 #include "util/error.h"
 
 #include <gtest/gtest.h>
@@ -83,7 +84,7 @@ TEST_P(RefuseEncodingTest, IsDamaged)
         FAIL() << "not refused";
     }
     catch (const util::Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::DamagedWorkbook);
+        EXPECT_EQ(error.Kind(), book::ErrorKind::DamagedWorkbook);
         EXPECT_EQ(error.Cause().substr(0, 7), "/a.xml:");
     }
 }

@@ -1,5 +1,6 @@
 #include "engines/builtin/xml/scanner.h"
 
+#include "book/error.h"
 #include "util/error.h"
 
 #include <gmock/gmock.h>
@@ -10,7 +11,7 @@ namespace orrery::xml {
 namespace {
 
 using Token = Scanner::Token;
-using util::ErrorKind;
+using book::ErrorKind;
 
 /// The tokens in a line: "<a" and "</a" tags, "t:" text, "c:" CDATA, "o:" others.
 std::string Tokens(std::string_view xml)

@@ -1,5 +1,6 @@
 #include "engines/builtin/zip/archive.h"
 
+#include "book/error.h"
 #include "util/error.h"
 #include "util/scratch_folder.h"
 #include "zip/built_zip.h"
@@ -12,6 +13,7 @@
 namespace orrery::zip {
 namespace {
 
+using book::ErrorKind;
 using test::BuildZip;
 using test::KindThrownBy;
 using test::kMiB;
@@ -19,7 +21,6 @@ using test::PackedBytes;
 using test::ZipPart;
 using testing_support::BytesOf;
 using testing_support::ScratchFolder;
-using util::ErrorKind;
 
 const std::string kText = "All work and no play makes Jack a dull boy. All work and no play ...";
 
@@ -82,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(
 struct RefusedZipCase {
     const char* name;
     std::string bytes;
-    ErrorKind kind;
+    util::AnyErrorKind kind;
 };
 
 class RefuseZipTest : public testing::TestWithParam<RefusedZipCase> {};
@@ -199,8 +200,9 @@ TEST(Reader, TakesSmallEntriesOfAnyRatio)
 TEST(Reader, TellsMissingFilesFromFolders)
 {
     const ScratchFolder folder;
-    EXPECT_EQ(KindThrownBy([&] { Reader zip(folder / "none.zip"); }), ErrorKind::FileNotFound);
-    EXPECT_EQ(KindThrownBy([&] { Reader zip(folder.Path()); }), ErrorKind::NotARegularFile);
+    EXPECT_EQ(KindThrownBy([&] { Reader zip(folder / "none.zip"); }),
+              util::ErrorKind::FileNotFound);
+    EXPECT_EQ(KindThrownBy([&] { Reader zip(folder.Path()); }), util::ErrorKind::NotARegularFile);
 }
 
 TEST(Writer, CopiesPackedBytesAndTimes)
@@ -325,7 +327,7 @@ TEST(Writer, NamesTheFileThatCannotBeWritten)
                   writer.AddEntry("a", [] { return kText; });
                   writer.Close();
               }),
-              ErrorKind::FileNotWritable);
+              util::ErrorKind::FileNotWritable);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/zip/archive.h"
 #include "util/scratch_folder.h"
 #include "zip/built_zip.h"
@@ -10,11 +11,11 @@
 namespace orrery::zip {
 namespace {
 
+using book::ErrorKind;
 using test::BuildZip;
 using test::KindThrownBy;
 using test::kMiB;
 using testing_support::ScratchFolder;
-using util::ErrorKind;
 
 TEST(Reader, TakesNoMemoryForWhatIsOnlyDeclared)
 {
@@ -67,7 +68,7 @@ TEST(Writer, LeavesNothingBehindWhenWritingFails)
                 noise += static_cast<char>(value >> 24);
             return noise;
         });
-        EXPECT_EQ(KindThrownBy([&] { writer.Close(); }), ErrorKind::FileSizeLimit);
+        EXPECT_EQ(KindThrownBy([&] { writer.Close(); }), util::ErrorKind::FileSizeLimit);
     }
     EXPECT_EQ(folder.Entries(), 0);
 }

@@ -3,11 +3,12 @@
 #include "util/error.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace orrery::test {
 
 /// What the action throws; it has to throw, and to name its subject.
-template <typename Action> util::ErrorKind KindThrownBy(Action action)
+template <typename Action> std::optional<util::AnyErrorKind> KindThrownBy(Action action)
 {
     try {
         action();
@@ -17,7 +18,7 @@ template <typename Action> util::ErrorKind KindThrownBy(Action action)
         return error.Kind();
     }
     ADD_FAILURE() << "nothing was thrown";
-    return util::ErrorKind::WrongUsage;
+    return std::nullopt;
 }
 
 } // namespace orrery::test

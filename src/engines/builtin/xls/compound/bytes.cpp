@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/compound/bytes.h"
 
+#include "book/error.h"
 #include "util/error.h"
 
 #include <utility>
@@ -24,7 +25,7 @@ template <class Number> void Put(std::string& bytes, std::size_t at, Number valu
 
 void ThrowDamaged(std::string cause)
 {
-    throw util::Error(util::ErrorKind::DamagedWorkbook, {}, std::move(cause));
+    throw util::Error(book::ErrorKind::DamagedWorkbook, {}, std::move(cause));
 }
 
 void ThrowTooShort()

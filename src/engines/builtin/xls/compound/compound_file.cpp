@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/compound/compound_file.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "util/error.h"
 #include "util/unicode.h"
@@ -10,8 +11,8 @@
 namespace orrery::xls {
 namespace {
 
+using book::ErrorKind;
 using util::Error;
-using util::ErrorKind;
 
 constexpr std::string_view kSignature = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
 constexpr unsigned kMiniSectorShift = 6;

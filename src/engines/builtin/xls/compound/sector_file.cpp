@@ -17,7 +17,6 @@ namespace orrery::xls {
 namespace {
 
 using util::Error;
-using util::ErrorKind;
 
 // Beyond it a file would need a sector that locks byte ranges, and readers that count in 31 bits
 // lose their way. [MS-CFB] 2.7
@@ -54,7 +53,7 @@ std::uint32_t SectorFile::NextSector() const
 void SectorFile::Append(std::string_view bytes)
 {
     if (bytes.size() > kMostBytes - size_) {
-        throw Error(ErrorKind::FileNotWritable, util::FromPath(target_),
+        throw Error(util::ErrorKind::FileNotWritable, util::FromPath(target_),
                     "an .xls file cannot be larger than 2 GiB");
     }
     errno = 0;

@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/drawing/drawing_group.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/drawing/group_records.h"
 #include "util/error.h"
@@ -27,7 +28,7 @@ constexpr std::uint32_t kShapeIdEnd = 0x3FFD7FF; // [MS-ODRAW] 2.2.47
 
 [[noreturn]] void ThrowNotCopied(const char* cause)
 {
-    throw util::Error(util::ErrorKind::SheetNotCopied, {}, cause);
+    throw util::Error(book::ErrorKind::SheetNotCopied, {}, cause);
 }
 
 /// Pictures are counted by what lies in the store, with a count of uses or without.

@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/formula/references.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "util/error.h"
 
@@ -57,7 +58,7 @@ void References::AddLinks()
             continue;
         const auto index = links.size() + addedLinks_.size();
         if (index >= kMostEntries)
-            throw util::Error(util::ErrorKind::SheetNotCopied, sheets_[i].Name,
+            throw util::Error(book::ErrorKind::SheetNotCopied, sheets_[i].Name,
                               "the workbook has too many references to sheets");
         linkOfCopy_[i] = static_cast<std::uint16_t>(index);
         addedLinks_.push_back(i);
@@ -107,7 +108,7 @@ void References::AddTwins(const std::vector<std::size_t>& names, std::size_t pos
         if (!isNew) // a second name of the same sheet would be damage
             continue;
         if (next > kMostEntries)
-            throw util::Error(util::ErrorKind::SheetNotCopied, sheets_[position].Name,
+            throw util::Error(book::ErrorKind::SheetNotCopied, sheets_[position].Name,
                               "the workbook has too many names");
         twins_.push_back({name, position});
     }

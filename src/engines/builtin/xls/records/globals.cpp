@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/records/globals.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/records/unicode_string.h"
 #include "engines/common/sheet_names.h"
@@ -63,7 +64,7 @@ private:
         if (!record || (static_cast<std::uint16_t>(record->type) & 0xF0FF) != 0x0009)
             ThrowDamaged("the workbook stream has no beginning");
         if (record->type != RecordType::Bof || ReadU16(record->data, 0) != kBiff8)
-            throw util::Error(util::ErrorKind::OldBinaryFormat);
+            throw util::Error(book::ErrorKind::OldBinaryFormat);
         if (ReadU16(record->data, 2) != kGlobals)
             ThrowDamaged("the workbook stream does not begin with the workbook");
         globals_.namesEnd_ = globals_.stringsStart_ = record->End();

@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/sheet/sheet_cells.h"
 
+#include "book/error.h"
 #include "engines/builtin/common/cell_checks.h"
 #include "engines/common/cell_address.h"
 #include "util/error.h"
@@ -47,7 +48,7 @@ void SheetCells::CheckWritable(std::int32_t row, std::int32_t column, const Form
     if (!IsInsideSheet(row, column))
         engines::ThrowOutsideSheet(row, column);
     if (!text_->HasCells())
-        throw util::Error(util::ErrorKind::DamagedWorkbook, {}, "a sheet has no place for cells");
+        throw util::Error(book::ErrorKind::DamagedWorkbook, {}, "a sheet has no place for cells");
     builtin::CheckChangeable(*text_, CellAddress{row, column}, formats);
 }
 

@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/sheet/sheet_tables.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/records/records.h"
 #include "engines/builtin/xls/records/unicode_string.h"
@@ -210,7 +211,7 @@ std::string TableIdentities::FreeName(const std::string& name, std::size_t longe
     while (true) {
         const auto suffix = "_" + std::to_string(++number);
         if (suffix.size() > longest) // the record that holds the name is full
-            throw util::Error(util::ErrorKind::SheetNotCopied, {},
+            throw util::Error(book::ErrorKind::SheetNotCopied, {},
                               "the name of one of its tables cannot be longer");
         auto candidate = std::string(CutToUnits(name, longest - suffix.size())) + suffix;
         if (taken_.insert(FoldCase(candidate)).second)

@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/sheet/sheet_text.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "util/error.h"
 
@@ -84,7 +85,7 @@ SheetText::SheetText(std::string bytes, std::size_t offset)
 {
     // The index holds offsets of 32 bits.
     if (bytes_.size() >= std::numeric_limits<std::uint32_t>::max())
-        throw util::Error(util::ErrorKind::TooLargeUnpacked);
+        throw util::Error(book::ErrorKind::TooLargeUnpacked);
     ReadRecords();
     std::stable_sort(columns_.begin(), columns_.end(),
                      [](const ColumnFormat& left, const ColumnFormat& right) {

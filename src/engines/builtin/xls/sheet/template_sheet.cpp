@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/sheet/template_sheet.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "util/error.h"
 
@@ -57,7 +58,7 @@ bool TemplateSheet::IsSound()
             isSound_ = Text() != nullptr;
         }
         catch (const util::Error& error) {
-            if (error.Kind() != util::ErrorKind::DamagedWorkbook)
+            if (error.Kind() != book::ErrorKind::DamagedWorkbook)
                 throw;
             isSound_ = false;
         }

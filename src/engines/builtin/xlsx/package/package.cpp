@@ -1,11 +1,12 @@
 #include "engines/builtin/xlsx/package/package.h"
 
+#include "book/error.h"
 #include "engines/builtin/common/naming.h"
 #include "engines/builtin/xlsx/package/part_names.h"
 #include "engines/builtin/xml/encoding.h"
 #include "engines/builtin/xml/scanner.h"
 #include "util/error.h"
-#include "util/file_replace.h"
+#include "util/paths.h"
 
 #include <algorithm>
 #include <array>
@@ -15,14 +16,12 @@ namespace orrery::xlsx {
 
 namespace {
 
+using book::ErrorKind;
 using builtin::Naming;
 using util::Error;
-using util::ErrorKind;
 
 constexpr std::string_view kContentTypes = "/[Content_Types].xml";
 const std::string kContentTypesKey = PartKey(kContentTypes);
-constexpr std::string_view kRelationshipsType =
-    "application/vnd.openxmlformats-package.relationships+xml";
 
 bool IsFolder(std::string_view entryName)
 {
@@ -110,6 +109,11 @@ bool Package::IsPart(std::size_t entry) const
     return part != entries_.end() && part->second == entry;
 }
 
+bool Package::IsContentTypes(std::size_t entry) const
+{
+    return PartKey(NameOf(entry)) == kContentTypesKey;
+}
+
 void Package::FindMainPart()
 {
     if (!Has(kContentTypes))
@@ -159,17 +163,9 @@ std::string Package::NameOf(std::size_t entry) const
     return name.starts_with('/') ? name : "/" + name;
 }
 
-const Package::Change* Package::ChangeOf(const Key& key) const
-{
-    const auto change = changes_.find(key);
-    return change == changes_.end() ? nullptr : &change->second;
-}
-
 bool Package::Has(std::string_view part) const
 {
-    const Key key = PartKey(part);
-    const Change* const change = ChangeOf(key);
-    return change != nullptr ? !change->IsRemoval() : entries_.contains(key);
+    return entries_.contains(PartKey(part));
 }
 
 bool Package::CanBeOwned(std::string_view part) const
@@ -186,17 +182,11 @@ std::string Package::TypeOf(std::string_view part) const
 std::vector<std::string> Package::PartNames() const
 {
     std::vector<std::string> names;
-    const auto add = [&](const Key& key, const std::string& name) {
-        if (Has(key) && key != kContentTypesKey && !IsRelationshipsPart(key))
-            names.push_back(name);
-    };
     for (std::size_t index = 0; index < zip_->Entries().size(); ++index) {
-        if (IsPart(index))
-            add(PartKey(NameOf(index)), NameOf(index));
-    }
-    for (const Key& key : order_) {
-        if (!entries_.contains(key))
-            add(key, changes_.at(key).name);
+        std::string name = NameOf(index);
+        const Key key = PartKey(name);
+        if (IsPart(index) && key != kContentTypesKey && !IsRelationshipsPart(key))
+            names.push_back(std::move(name));
     }
     return names;
 }
@@ -208,15 +198,10 @@ PartText Package::Read(std::string_view part) const
 
 std::string Package::Bytes(std::string_view part) const
 {
-    const Key key = PartKey(part);
-    if (const auto entry = entries_.find(key); entry != entries_.end())
-        return BytesOf(entry->second);
-    const Change* const change = ChangeOf(key);
-    if (change != nullptr && change->content)
-        return change->content();
-    if (change != nullptr && change->copyOf)
-        return BytesOf(*change->copyOf);
-    FailMissing(part);
+    const auto entry = entries_.find(PartKey(part));
+    if (entry == entries_.end())
+        FailMissing(part);
+    return BytesOf(entry->second);
 }
 
 std::string Package::BytesOf(std::size_t entry) const
@@ -248,28 +233,21 @@ PartText Package::ReadXml(std::string_view part) const
     return Naming(path_, [&] {
         auto text = std::make_shared<const std::string>(Text(part));
         CheckWellFormed(*text, part);
-        if (entries_.contains(key)) {
-            xml_.emplace(key, text);
-            kept_ += text->size();
-        }
+        xml_.emplace(key, text);
+        kept_ += text->size();
         return text;
     });
 }
 
 const Relationships& Package::RelationshipsOf(std::string_view part) const
 {
-    return *ShareRelationshipsOf(part);
-}
-
-std::shared_ptr<const Relationships> Package::ShareRelationshipsOf(std::string_view part) const
-{
     const Key key = part.empty() ? Key() : PartKey(part);
     if (const auto known = relationships_.find(key); known != relationships_.end())
         return known->second;
     const std::string name = RelationshipsPartName(part);
-    auto relationships = std::make_shared<Relationships>();
+    Relationships relationships;
     if (Has(name))
-        *relationships = Naming(path_, [&] { return Relationships::Parse(Text(name), name); });
+        relationships = Naming(path_, [&] { return Relationships::Parse(Text(name), name); });
     return relationships_.emplace(key, std::move(relationships)).first->second;
 }
 
@@ -308,164 +286,6 @@ std::string Package::FreePartName(std::string_view prefix, std::string_view suff
         std::string name = std::string(prefix) + std::to_string(number) + std::string(suffix);
         if (IsFree(name))
             return name;
-    }
-}
-
-Package::Change& Package::ChangePart(std::string_view part)
-{
-    const Key key = PartKey(part);
-    const auto [change, isNew] = changes_.try_emplace(key);
-    if (isNew) {
-        order_.push_back(key);
-        if (entries_.contains(key))
-            change->second.typeBefore = TypeOf(part);
-        else
-            ++added_;
-    }
-    change->second.name = part;
-    change->second.content = {};
-    change->second.copyOf.reset();
-    return change->second;
-}
-
-void Package::Put(std::string_view part, std::string_view type,
-                  std::function<std::string()> content)
-{
-    ChangePart(part).content = std::move(content);
-    types_.Set(part, type);
-}
-
-void Package::Put(std::string_view part, std::string_view type, std::string content)
-{
-    Put(part, type, std::function<std::string()>([text = std::move(content)] { return text; }));
-}
-
-void Package::PutCopy(std::string_view part, std::string_view original)
-{
-    const Key key = PartKey(original);
-    const std::string type = TypeOf(original);
-    if (const auto entry = entries_.find(key); entry != entries_.end()) {
-        ChangePart(part).copyOf = entry->second;
-    }
-    else {
-        const Change* const change = ChangeOf(key);
-        if (change == nullptr || change->IsRemoval())
-            FailMissing(original);
-        const Change source = *change;
-        Change& copy = ChangePart(part);
-        copy.content = source.content;
-        copy.copyOf = source.copyOf;
-    }
-    types_.Set(part, type);
-}
-
-void Package::Remove(std::string_view part)
-{
-    ChangePart(part);
-    types_.Remove(part);
-    const std::string relationships = RelationshipsPartName(part);
-    relationships_.erase(PartKey(part));
-    if (Has(relationships))
-        ChangePart(relationships);
-}
-
-void Package::Restore(std::string_view part)
-{
-    const Key key = PartKey(part);
-    const auto change = changes_.find(key);
-    if (change == changes_.end())
-        return;
-    const bool wasRemoved = change->second.IsRemoval();
-    if (entries_.contains(key) && !change->second.typeBefore.empty()) {
-        types_.Set(part, change->second.typeBefore);
-    }
-    else {
-        types_.Remove(part);
-    }
-    if (!entries_.contains(key))
-        --added_;
-    changes_.erase(change);
-    std::erase(order_, key);
-    if (wasRemoved) {
-        relationships_.erase(key);
-        Restore(RelationshipsPartName(part));
-    }
-}
-
-void Package::SetRelationships(std::string_view part, Relationships relationships)
-{
-    const std::string name = RelationshipsPartName(part);
-    const auto shared = std::make_shared<const Relationships>(std::move(relationships));
-    if (Has(name) || !shared->All().empty())
-        PutRelationships(part, [shared] { return shared->ToXml(); });
-    relationships_.insert_or_assign(part.empty() ? Key() : PartKey(part), shared);
-}
-
-void Package::PutRelationships(std::string_view part, std::function<std::string()> content)
-{
-    Put(RelationshipsPartName(part), kRelationshipsType, std::move(content));
-}
-
-void Package::Save(const std::filesystem::path& target) const
-{
-    Verify();
-    util::FileReplacement replacement(target);
-    try {
-        zip::Writer writer(replacement.TemporaryPath());
-        WriteEntries(writer);
-        writer.Close();
-        zip_->CheckUnchanged(); // half of it may be of one version and half of another
-    }
-    catch (const Error& error) { // the user knows the target, not the temporary file
-        if (error.Subject() != util::FromPath(replacement.TemporaryPath()))
-            throw;
-        throw Error(error.Kind(), util::FromPath(target), error.Cause());
-    }
-    replacement.Commit();
-}
-
-/// What is taken over packed is not looked at by libzip.
-void Package::Verify() const
-{
-    for (std::size_t index = 0; index < zip_->Entries().size(); ++index) {
-        if (!IsPart(index) || ChangeOf(PartKey(NameOf(index))) == nullptr)
-            zip_->Verify(index);
-    }
-    for (const auto& [key, change] : changes_) {
-        if (change.copyOf)
-            zip_->Verify(*change.copyOf);
-    }
-}
-
-void Package::WriteEntries(zip::Writer& writer) const
-{
-    for (std::size_t index = 0; index < zip_->Entries().size(); ++index) {
-        const std::string& name = zip_->Entries()[index].name;
-        const Key key = PartKey(name);
-        const Change* const change = IsPart(index) ? ChangeOf(key) : nullptr;
-        if (change != nullptr) {
-            WriteChange(writer, *change, name);
-        }
-        else if (key == kContentTypesKey && types_.Changed()) {
-            writer.AddEntry(name, [this] { return types_.ToXml(); });
-        }
-        else {
-            writer.CopyEntry(*zip_, index, name);
-        }
-    }
-    for (const Key& key : order_) {
-        if (!entries_.contains(key))
-            WriteChange(writer, changes_.at(key), changes_.at(key).name.substr(1));
-    }
-}
-
-void Package::WriteChange(zip::Writer& writer, const Change& change, const std::string& name) const
-{
-    if (change.content) {
-        writer.AddEntry(name, change.content);
-    }
-    else if (change.copyOf) {
-        writer.CopyEntry(*zip_, *change.copyOf, name);
     }
 }
 

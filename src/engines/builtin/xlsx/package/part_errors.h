@@ -1,5 +1,6 @@
 #pragma once
 
+#include "book/error.h"
 #include "util/error.h"
 
 namespace orrery::xlsx {
@@ -11,8 +12,8 @@ template <typename Action> void UnlessDamaged(Action action)
         action();
     }
     catch (const util::Error& error) {
-        if (error.Kind() != util::ErrorKind::DamagedWorkbook &&
-            error.Kind() != util::ErrorKind::TooDeeplyNested)
+        if (error.Kind() != book::ErrorKind::DamagedWorkbook &&
+            error.Kind() != book::ErrorKind::TooDeeplyNested)
             throw;
     }
 }

@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/sheet/shared_strings.h"
 
+#include "book/error.h"
 #include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/formula/escaped_text.h"
 #include "engines/builtin/xml/reading.h"
@@ -55,7 +56,7 @@ void SharedStrings::ReadItems()
     xml::Scanner scanner(*xml_, partName_);
     xml::EnterRoot(scanner);
     if (scanner.LocalName() != "sst") {
-        throw util::Error(util::ErrorKind::DamagedWorkbook, {},
+        throw util::Error(book::ErrorKind::DamagedWorkbook, {},
                           "the part " + partName_ + " holds no shared texts");
     }
     itemsEnd_ = scanner.End();

@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/sheet/sheet_cells.h"
 
+#include "book/error.h"
 #include "engines/builtin/common/cell_checks.h"
 #include "engines/builtin/xlsx/sheet/sheet_patch.h"
 #include "engines/common/cell_address.h"
@@ -15,7 +16,7 @@ void SheetCells::CheckWritable(std::int32_t row, std::int32_t column, const Styl
     if (!IsInsideSheet(row, column))
         engines::ThrowOutsideSheet(row, column);
     if (!text_->HasCells())
-        throw util::Error(util::ErrorKind::DamagedWorkbook, {},
+        throw util::Error(book::ErrorKind::DamagedWorkbook, {},
                           text_->PartName() + ", no sheetData element");
     builtin::CheckChangeable(*text_, CellAddress{row, column}, styles);
 }

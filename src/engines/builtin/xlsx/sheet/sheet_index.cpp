@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/sheet/sheet_index.h"
 
+#include "book/error.h"
 #include "engines/builtin/xml/reading.h"
 #include "util/error.h"
 
@@ -196,7 +197,7 @@ void SheetDataReader::AddArray(std::optional<xml::ScannedAttribute> ref, ArrayFo
 
 void SheetDataReader::Fail(const std::string& what) const
 {
-    throw util::Error(util::ErrorKind::DamagedWorkbook, {}, std::string(partName_) + ", " + what);
+    throw util::Error(book::ErrorKind::DamagedWorkbook, {}, std::string(partName_) + ", " + what);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/sheet/sheet_text.h"
 
+#include "book/error.h"
 #include "util/error.h"
 
 #include <algorithm>
@@ -48,7 +49,7 @@ SheetText::SheetText(PartText xml, std::string partName)
 {
     // The index holds offsets of 32 bits.
     if (xml_->size() > std::numeric_limits<std::uint32_t>::max())
-        throw util::Error(util::ErrorKind::TooLargeUnpacked, {}, partName_);
+        throw util::Error(book::ErrorKind::TooLargeUnpacked, {}, partName_);
     xml::Scanner scanner(*xml_, partName_);
     xml::EnterRoot(scanner);
     xml::ForEachChild(scanner, [&] { ReadPart(scanner); });

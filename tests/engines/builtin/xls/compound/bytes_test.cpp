@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/compound/bytes.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/drawing/art_stream.h"
 #include "engines/builtin/xls/drawing/drawing_places.h"
 #include "engines/builtin/xls/drawing/group_records.h"
@@ -20,7 +21,7 @@ bool IsDamage(const std::function<void()>& call)
         call();
     }
     catch (const util::Error& error) {
-        return error.Kind() == util::ErrorKind::DamagedWorkbook;
+        return error.Kind() == book::ErrorKind::DamagedWorkbook;
     }
     return false;
 }

@@ -1,5 +1,6 @@
 // Real workbooks, where the folder with them is there.
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/compound_writer.h"
 #include "places/places.h"
 #include "util/error.h"
@@ -82,7 +83,7 @@ TEST_F(CompoundCorpusTest, BadFilesAreReadOrRefusedSoon)
         }
         catch (const util::Error& error) {
             EXPECT_LT(Clock::now() - begin, std::chrono::milliseconds(200));
-            EXPECT_TRUE(error.Kind() == util::ErrorKind::NotAWorkbook || !error.Cause().empty());
+            EXPECT_TRUE(error.Kind() == book::ErrorKind::NotAWorkbook || !error.Cause().empty());
             ++refused;
         }
     }

@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/compound/compound_file.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "util/error.h"
 #include "xls/built_compound.h"
@@ -150,7 +151,7 @@ TEST_P(CompoundFileDamageTest, IsRefusedSoon)
         ADD_FAILURE() << "not refused";
     }
     catch (const util::Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::DamagedWorkbook);
+        EXPECT_EQ(error.Kind(), book::ErrorKind::DamagedWorkbook);
         EXPECT_EQ(error.Cause(), GetParam().cause);
         EXPECT_EQ(error.Subject(), "");
     }
@@ -221,7 +222,7 @@ TEST(CompoundFileDamageTest, OtherFilesAreNoWorkbooks)
             ADD_FAILURE() << "not refused";
         }
         catch (const util::Error& error) {
-            EXPECT_EQ(error.Kind(), util::ErrorKind::NotAWorkbook);
+            EXPECT_EQ(error.Kind(), book::ErrorKind::NotAWorkbook);
         }
     }
 }

@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/compound/compound_writer.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "util/error.h"
 #include "util/paths.h"
@@ -233,7 +234,7 @@ TEST(CompoundWriterSaveTest, LeavesTheOldFileWhereTheStreamCannotBeMade)
     CompoundWriter writer(file);
     writer.ProduceStream(1, [](StreamSink& sink) {
         sink.Append(std::string(100000, 'x'));
-        throw util::Error(util::ErrorKind::DamagedWorkbook, "subject");
+        throw util::Error(book::ErrorKind::DamagedWorkbook, "subject");
     });
     EXPECT_THROW(writer.SaveTo(target), util::Error);
     EXPECT_EQ(BytesOf(target), "old");

@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/xls/compound/directory_tree.h"
 #include "util/error.h"
 
@@ -183,7 +184,7 @@ void ExpectDamage(Directory directory, const std::string& cause)
         ADD_FAILURE() << "not refused";
     }
     catch (const util::Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::DamagedWorkbook);
+        EXPECT_EQ(error.Kind(), book::ErrorKind::DamagedWorkbook);
         EXPECT_EQ(error.Cause(), cause);
     }
 }

@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/drawing/drawing_group.h"
 #include "engines/builtin/xls/drawing/drawing_places.h"
@@ -237,8 +238,8 @@ void CopyDamaged(const std::string& group, const std::string& sheet)
         patch.Apply(copy);
     }
     catch (const util::Error& error) {
-        EXPECT_TRUE(error.Kind() == util::ErrorKind::DamagedWorkbook ||
-                    error.Kind() == util::ErrorKind::SheetNotCopied);
+        EXPECT_TRUE(error.Kind() == book::ErrorKind::DamagedWorkbook ||
+                    error.Kind() == book::ErrorKind::SheetNotCopied);
     }
 }
 

@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/xls/drawing/drawing_group.h"
 #include "util/error.h"
 #include "xls/art_builder.h"
@@ -222,7 +223,7 @@ void ExpectNotCopied(DrawingGroup group, const DrawingPlaces& places, std::strin
         FAIL() << cause;
     }
     catch (const util::Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::SheetNotCopied);
+        EXPECT_EQ(error.Kind(), book::ErrorKind::SheetNotCopied);
         EXPECT_EQ(error.Cause(), cause);
     }
 }

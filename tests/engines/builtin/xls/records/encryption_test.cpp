@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/records/encryption.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/compound/compound_file.h"
 #include "engines/builtin/xls/records/records.h"
@@ -56,7 +57,7 @@ TEST_P(DecryptTest, SurvivesEveryCut)
             Decrypt(bytes.substr(0, size));
         }
         catch (const util::Error& error) {
-            EXPECT_EQ(error.Kind(), util::ErrorKind::DamagedWorkbook);
+            EXPECT_EQ(error.Kind(), book::ErrorKind::DamagedWorkbook);
         }
     }
 }

@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/xls/records/globals.h"
 #include "util/error.h"
 
@@ -13,7 +14,7 @@ using namespace test;
 const std::string kBof = BofOf(5);
 const std::string kOneSheet = BoundSheetOf("Plan", 500);
 
-util::ErrorKind KindOfErrorIn(const std::string& stream)
+std::optional<util::AnyErrorKind> KindOfErrorIn(const std::string& stream)
 {
     try {
         const Globals globals(stream);
@@ -21,7 +22,7 @@ util::ErrorKind KindOfErrorIn(const std::string& stream)
     catch (const util::Error& error) {
         return error.Kind();
     }
-    return util::ErrorKind::WrongUsage;
+    return std::nullopt;
 }
 
 TEST(GlobalsTest, ListsTheSheetsWithTheirOffsets)
@@ -104,7 +105,7 @@ TEST(GlobalsTest, FindsTheDrawingGroupOfSeveralRecords)
 
 TEST(GlobalsTest, RefusesWhatIsNoWorkbookOfThisVersion)
 {
-    using enum util::ErrorKind;
+    using enum book::ErrorKind;
     EXPECT_EQ(KindOfErrorIn(BofOf(5, 0x0500) + kOneSheet + EofRecord()), OldBinaryFormat);
     EXPECT_EQ(KindOfErrorIn(RecordOf(static_cast<RecordType>(0x0009), "1234")), OldBinaryFormat);
     EXPECT_EQ(KindOfErrorIn(RecordOf(static_cast<RecordType>(0x0409), "123456")), OldBinaryFormat);

@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/records/shared_strings.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/records/records.h"
 #include "engines/builtin/xls/records/unicode_string.h"
@@ -261,7 +262,7 @@ TEST(SharedStringsTest, RefusesATextThatIsTooLongForACell)
         FAIL();
     }
     catch (const util::Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::TextTooLong);
+        EXPECT_EQ(error.Kind(), book::ErrorKind::TextTooLong);
         EXPECT_EQ(error.Subject(), std::string(30, 'b'));
     }
 }
@@ -321,7 +322,7 @@ TEST_P(SharedStringsDamageTest, IsSaidWhenATextIsNeeded)
         FAIL();
     }
     catch (const util::Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::DamagedWorkbook);
+        EXPECT_EQ(error.Kind(), book::ErrorKind::DamagedWorkbook);
     }
 }
 INSTANTIATE_TEST_SUITE_P(

@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/sheet/sheet_cells.h"
 
+#include "book/error.h"
 #include "util/error.h"
 #include "xls/cell_builder.h"
 
@@ -18,16 +19,18 @@ Formats TwoFormats()
     return formats;
 }
 
-/// The error of writing a cell, as its kind and subject; nothing where it may be written.
-std::optional<std::pair<util::ErrorKind, std::string>>
-ErrorAt(const std::string& sheet, std::int32_t row, std::int32_t column)
+/// The kind and the subject of an error.
+using Refusal = std::pair<util::AnyErrorKind, std::string>;
+
+/// The error of writing a cell; nothing where it may be written.
+std::optional<Refusal> ErrorAt(const std::string& sheet, std::int32_t row, std::int32_t column)
 {
     try {
         SheetCells(std::make_shared<SheetText>(sheet)).CheckWritable(row, column, TwoFormats());
         return std::nullopt;
     }
     catch (const util::Error& error) {
-        return std::pair(error.Kind(), error.Subject());
+        return Refusal(error.Kind(), error.Subject());
     }
 }
 
@@ -42,14 +45,14 @@ TEST(XlsFormats, AreLockedUnlessTheySayOtherwise)
 
 TEST(XlsSheetCells, OnlyCellsOfTheSheetAreWritable)
 {
-    using util::ErrorKind;
+    using book::ErrorKind;
     const std::string sheet = WorksheetOf("");
     EXPECT_EQ(ErrorAt(sheet, 1, 1), std::nullopt);
     EXPECT_EQ(ErrorAt(sheet, 65536, 256), std::nullopt);
     EXPECT_EQ(ErrorAt(sheet, 65537, 1),
-              std::pair(ErrorKind::CellOutsideSheet, std::string("row 65537, column 1")));
+              Refusal(ErrorKind::CellOutsideSheet, std::string("row 65537, column 1")));
     EXPECT_EQ(ErrorAt(sheet, 1, 257),
-              std::pair(ErrorKind::CellOutsideSheet, std::string("row 1, column 257")));
+              Refusal(ErrorKind::CellOutsideSheet, std::string("row 1, column 257")));
     EXPECT_EQ(ErrorAt(sheet, 0, 1)->first, ErrorKind::CellOutsideSheet);
     EXPECT_EQ(ErrorAt(sheet, 1, -1)->first, ErrorKind::CellOutsideSheet);
     EXPECT_EQ(ErrorAt(BofOf(0x20) + EofRecord(), 1, 1)->first, ErrorKind::DamagedWorkbook);
@@ -57,19 +60,19 @@ TEST(XlsSheetCells, OnlyCellsOfTheSheetAreWritable)
 
 TEST(XlsSheetCells, LockedCellsOfProtectedSheetsAndPartsOfArraysAreNot)
 {
-    using util::ErrorKind;
+    using book::ErrorKind;
     const std::string cells = MulBlankOf(0, 0, {0, 1, 1});
     const std::string protect = RecordOf(RecordType::Protect, Numbers({1}));
     EXPECT_EQ(ErrorAt(WorksheetOf(cells), 1, 1), std::nullopt);
     EXPECT_EQ(ErrorAt(WorksheetOf(protect + cells), 1, 1),
-              std::pair(ErrorKind::CellLocked, std::string("A1")));
+              Refusal(ErrorKind::CellLocked, std::string("A1")));
     EXPECT_EQ(ErrorAt(WorksheetOf(protect + cells), 1, 2), std::nullopt);
     EXPECT_EQ(ErrorAt(WorksheetOf(protect + cells), 2, 1)->first, ErrorKind::CellLocked);
     EXPECT_EQ(ErrorAt(WorksheetOf(protect + ColumnInfoOf(0, 0, 1) + cells), 2, 1), std::nullopt);
     EXPECT_EQ(ErrorAt(WorksheetOf(FormulaOf(0, 0, 0, ResultOf(0), 0, ExpOf(0, 0)) +
                                   ArrayOf(RangeOf(0, 1, 0, 0), "\x1D\x01")),
                       2, 1),
-              std::pair(ErrorKind::PartOfArray, std::string("A2")));
+              Refusal(ErrorKind::PartOfArray, std::string("A2")));
 }
 
 TEST(XlsSheetCells, OfAMergedAreaOnlyTheFirstCellTakesAValue)

@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/xls/sheet/sheet_bytes.h"
 #include "util/error.h"
 #include "xls/cell_builder.h"
@@ -205,8 +206,8 @@ TEST(XlsRandomSheet, DamagedSheetsAreRefusedOrWrittenInOrder)
             ++accepted;
         }
         catch (const util::Error& error) {
-            EXPECT_TRUE(error.Kind() == util::ErrorKind::DamagedWorkbook ||
-                        error.Kind() == util::ErrorKind::PartOfArray);
+            EXPECT_TRUE(error.Kind() == book::ErrorKind::DamagedWorkbook ||
+                        error.Kind() == book::ErrorKind::PartOfArray);
         }
     }
     EXPECT_GT(accepted, 100);

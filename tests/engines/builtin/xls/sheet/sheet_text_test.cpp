@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/sheet/sheet_text.h"
 
+#include "book/error.h"
 #include "util/error.h"
 #include "xls/cell_builder.h"
 
@@ -170,7 +171,7 @@ TEST_P(XlsSheetDamageTest, IsRefused)
         FAIL() << "no error";
     }
     catch (const util::Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::DamagedWorkbook);
+        EXPECT_EQ(error.Kind(), book::ErrorKind::DamagedWorkbook);
         EXPECT_FALSE(error.Cause().empty());
     }
 }

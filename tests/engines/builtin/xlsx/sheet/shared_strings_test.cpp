@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/xlsx/sheet/shared_strings.h"
 #include "engines/common/cell_text.h"
 #include "util/error.h"
@@ -140,7 +141,7 @@ TEST(SharedStrings, RefusesTextsThatNoCellHolds)
         FAIL() << "one character too many";
     }
     catch (const util::Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::TextTooLong);
+        EXPECT_EQ(error.Kind(), book::ErrorKind::TextTooLong);
         EXPECT_EQ(error.Subject(), std::string(30, 'a'));
     }
 }

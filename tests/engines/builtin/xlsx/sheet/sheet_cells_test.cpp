@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "util/error.h"
 #include "xlsx/sheet_fixture.h"
 
@@ -269,16 +270,13 @@ std::string CheckResult(const SheetCells& cells, std::int32_t row, std::int32_t 
         return "";
     }
     catch (const util::Error& error) {
-        switch (error.Kind()) {
-        case util::ErrorKind::CellOutsideSheet:
+        if (error.Kind() == book::ErrorKind::CellOutsideSheet)
             return "outside: " + error.Subject();
-        case util::ErrorKind::CellLocked:
+        if (error.Kind() == book::ErrorKind::CellLocked)
             return "locked: " + error.Subject();
-        case util::ErrorKind::PartOfArray:
+        if (error.Kind() == book::ErrorKind::PartOfArray)
             return "array: " + error.Subject();
-        default:
-            return "other";
-        }
+        return "other";
     }
 }
 

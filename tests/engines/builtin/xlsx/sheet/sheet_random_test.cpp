@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/xlsx/formula/formula.h"
 #include "util/error.h"
 #include "xlsx/sheet_fixture.h"
@@ -271,7 +272,7 @@ TEST(SheetCells, DamagedSheetsAreRefusedOrWrittenInOrder)
             EXPECT_NO_THROW(ReadSheet(after)) << xml << "\n\n" << after;
         }
         catch (const util::Error& error) {
-            EXPECT_EQ(error.Kind(), util::ErrorKind::DamagedWorkbook);
+            EXPECT_EQ(error.Kind(), book::ErrorKind::DamagedWorkbook);
         }
     }
     EXPECT_GT(accepted, 150);

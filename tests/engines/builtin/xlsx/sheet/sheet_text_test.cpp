@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "util/error.h"
 #include "xlsx/sheet_fixture.h"
 
@@ -84,7 +85,7 @@ TEST_P(SheetDamageTest, IsRefusedWithItsCause)
         FAIL() << "was read";
     }
     catch (const util::Error& error) {
-        EXPECT_EQ(error.Kind(), util::ErrorKind::DamagedWorkbook);
+        EXPECT_EQ(error.Kind(), book::ErrorKind::DamagedWorkbook);
         EXPECT_EQ(error.Cause(), "/xl/worksheets/sheet1.xml, " + std::string(GetParam().cause));
     }
 }

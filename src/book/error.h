@@ -1,0 +1,40 @@
+#pragma once
+
+#include "util/error.h"
+
+#include <string>
+
+namespace orrery::book {
+
+/// What can go wrong with workbooks and the programs that hold them.
+enum class ErrorKind {
+    // workbooks; the subject is the path
+    NotAWorkbook,
+    DamagedWorkbook, ///< cause says what and in which part
+    PasswordProtected,
+    BinaryWorkbook,  ///< .xlsb
+    OldBinaryFormat, ///< .xls of the versions before BIFF8
+    TooLargeUnpacked,
+    TooLargeOutput, ///< the cause says what would grow beyond which limit
+    TooDeeplyNested,
+    // sheets and cells; the subject is the name or the cell
+    InvalidSheetName,
+    SheetNameTaken,
+    SheetNotCopied,
+    StructureProtected, ///< sheets of a protected workbook cannot be renamed or copied
+    CellOutsideSheet,
+    CellLocked,
+    PartOfArray,
+    TextTooLong, ///< for a cell; the subject is its beginning
+    NotAWorksheet,
+    // applications
+    EngineMissing,      ///< the subject is the engine's name
+    PdfNotAvailable,    ///< nothing here makes PDF files
+    NothingToPrint,     ///< a workbook without a sheet of a calendar that can be seen
+    ApplicationFailure, ///< the cause is the application's own description
+    ApplicationLost,    ///< it does not answer any more; the subject is its name
+};
+
+std::string Sentence(ErrorKind kind, const util::ErrorDetails& details);
+
+} // namespace orrery::book

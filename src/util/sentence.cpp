@@ -1,0 +1,39 @@
+#include "util/sentence.h"
+
+#include "util/unicode.h"
+
+namespace orrery::util {
+
+std::string Printable(std::string_view text)
+{
+    std::string printable;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t begin = at;
+        const char32_t character = NextCharacter(text, at);
+        if (character < 0x20 || (character >= 0x7F && character < 0xA0))
+            AppendUtf8(printable, 0xFFFD);
+        else
+            printable += text.substr(begin, at - begin);
+    }
+    return printable;
+}
+
+std::string Quoted(const std::string& subject)
+{
+    return '"' + subject + '"';
+}
+
+std::string QuotedOr(const std::string& subject, const char* unknown)
+{
+    return subject.empty() ? unknown : Quoted(subject);
+}
+
+std::string Because(const ErrorDetails& details)
+{
+    std::string cause = Printable(details.cause);
+    while (cause.ends_with('.'))
+        cause.pop_back();
+    return cause.empty() ? cause : ": " + cause;
+}
+
+} // namespace orrery::util

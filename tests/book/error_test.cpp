@@ -1,0 +1,55 @@
+#include "book/error.h"
+
+#include "util/error_text.h"
+#include "util/expect_sentences.h"
+
+#include <gtest/gtest.h>
+
+namespace orrery::book {
+namespace {
+
+using util::Error;
+using util::ErrorText;
+
+TEST(BookErrors, HaveASentenceEach)
+{
+    test::ExpectSentences(ErrorKind::ApplicationLost, {ErrorKind::ApplicationFailure});
+}
+
+TEST(BookErrors, NameTheWorkbookTheSheetTheCellAndTheEngine)
+{
+    for (const ErrorKind kind : test::KindsUpTo(ErrorKind::EngineMissing))
+        test::ExpectSubject(kind);
+    test::ExpectSubject(ErrorKind::ApplicationLost);
+}
+
+TEST(BookErrors, ShowNoEmptyNameOfAWorkbook)
+{
+    for (const ErrorKind kind : test::KindsUpTo(ErrorKind::TooDeeplyNested))
+        test::ExpectNoEmptyName(kind);
+    EXPECT_EQ(ErrorText(Error(ErrorKind::DamagedWorkbook, "", "no parts")),
+              "The workbook is damaged: no parts. Repair it in the spreadsheet program or use "
+              "another copy.");
+}
+
+TEST(BookErrors, TellAboutThePassword)
+{
+    EXPECT_EQ(
+        ErrorText(Error(ErrorKind::PasswordProtected, "X.xlsx")),
+        "\"X.xlsx\" is protected by a password. Remove the password in the spreadsheet program "
+        "and try again.");
+}
+
+TEST(BookErrors, PassOnWhatAnApplicationSays)
+{
+    EXPECT_EQ(ErrorText(Error(ErrorKind::ApplicationFailure, "B6", "Name is taken")),
+              "Name is taken");
+}
+
+TEST(BookErrors, AreOtherKindsThanThoseOfFiles)
+{
+    EXPECT_NE(util::AnyErrorKind(static_cast<ErrorKind>(3)), static_cast<util::ErrorKind>(3));
+}
+
+} // namespace
+} // namespace orrery::book

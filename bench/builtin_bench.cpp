@@ -7,7 +7,7 @@
 namespace orrery::xlsx {
 namespace {
 
-/// A sheet as templates have them: every cell formatted, one in five a formula.
+/// A sheet like those of templates: every cell is formatted, one in five is a formula.
 std::string MakeSheet(std::int32_t rows, std::int32_t columns)
 {
     std::string xml = "<worksheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/"
@@ -67,13 +67,13 @@ BENCHMARK(SetCell);
 void CheckCell(benchmark::State& state)
 {
     const SheetCells cells(Index(MakeSheet(50, 40)));
-    const Styles styles("", "");
+    const Formats formats("", "");
     for ([[maybe_unused]] auto _ : state)
-        cells.CheckWritable(25, 20, styles);
+        cells.CheckWritable(25, 20, formats);
 }
 BENCHMARK(CheckCell);
 
-/// A template's sheet with 400 written cells made into its new text.
+/// Writes 400 cells into a template's sheet and makes its new text.
 void PatchSheet(benchmark::State& state)
 {
     const auto sheet = Index(MakeSheet(static_cast<std::int32_t>(state.range(0)), 40));

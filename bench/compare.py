@@ -28,7 +28,7 @@ def median(rounds, *command):
 
 
 class Design:
-    """One template in both formats, and the cells that a calendar from either has written."""
+    """A template in both formats, and the cells that a calendar made from it contains."""
 
     def __init__(self, path, folder):
         self.xlsx, self.xls, self.folder = path, path.with_suffix(".xls"), folder
@@ -47,15 +47,15 @@ class Design:
                 self.folder / f"library{template.suffix}"]
 
     def office(self, template):
-        """The first run makes LibreOffice's profile and is not counted."""
+        """The first run creates LibreOffice's profile and is not counted."""
         command = [*self.library("office_calendar.py", template), self.folder]
         run(*command)
         return median(3, *command)[0]
 
 
 def side_by_side(fast, slow):
-    """Medians in milliseconds, and the peak of the first command. The processes take turns, so that
-    whatever else the machine does slows all of them."""
+    """Medians in milliseconds, and the peak memory of the first command. The processes take turns,
+    so that other load on the machine slows all of them."""
     times, peak = {name: [] for name in fast | slow}, 0
     for number in range(ROUNDS):
         for name, command in (fast | slow if number % 5 == 0 else fast).items():
@@ -107,7 +107,7 @@ def compare_years(template, folder):
 
 
 def heavy_xlsx(template, mebibytes, target):
-    """The template whose model sheet has that much more text, in cells below the calendar."""
+    """The template with that much more text in its model sheet, in cells below the calendar."""
     with zipfile.ZipFile(template) as old, zipfile.ZipFile(target, "w", zipfile.ZIP_DEFLATED) as new:
         for item in old.infolist():
             data = old.read(item)
@@ -124,7 +124,7 @@ def heavy_xlsx(template, mebibytes, target):
 
 
 def heavy_xls(_, mebibytes, target):
-    """A workbook with the template's sheets and that many bytes of cells in its model sheet."""
+    """A workbook with the template's sheet names and that much data in its model sheet."""
     book = xlwt.Workbook()
     model = book.add_sheet("Month")
     book.add_sheet("Year")

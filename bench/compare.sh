@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Times whole processes and prints medians and ratios of one run. For .xlsx: this program, the same
-# cells through openpyxl, and the limit (unpack the template's bytes, pack the output's bytes with
-# zlib level 6). For .xls: this program, the same cells through xlrd with xlwt and through
-# LibreOffice, and the limit (write the template's bytes twelve times over). At last one calendar and
-# ten years through every engine, which is written to docs/performance.md, too.
+# cells with openpyxl, and the limit (unpack the template's bytes, pack the output's bytes with
+# zlib level 6). For .xls: this program, the same cells with xlrd and xlwt and with LibreOffice,
+# and the limit (write the template's bytes twelve times). Finally one calendar and ten years with
+# every engine, which is also written to docs/performance.md.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh

@@ -1,6 +1,5 @@
-// The least that a process making a calendar from an .xls has to do: read the template and write
-// its bytes twelve times over, replacing the output as the program does, with the same flush to
-// disk.
+// The least that a process has to do to make a calendar from an .xls: read the template and write
+// its bytes twelve times, replacing the output as the program does, with the same flush to disk.
 #include "util/file_replace.h"
 
 #include <cstdio>

@@ -1,9 +1,9 @@
-"""Times the same calendars through every engine, in turns, and writes docs/performance.md.
+"""Times the same calendars with every engine, in turns, and writes docs/performance.md.
 
 usage: engines.py ORRERY_CLI TOOLS_FOLDER TEMPLATE.xlsx DOCUMENT [ROUNDS]
 
-One calendar and ten years of the template: the built-in engine from the .xlsx and from the .xls
-beside it, LibreOffice with a profile that was made before and with a new one, and openpyxl.
+One calendar and ten years of the template: the built-in engine with the .xlsx and with the .xls
+beside it, LibreOffice with an existing profile and with a new one, and openpyxl.
 """
 import datetime
 import json
@@ -25,8 +25,8 @@ REFERENCE = "built-in, .xlsx"
 ONE_ROUNDS, TEN_ROUNDS = 7, 3
 
 
-class Contest:
-    """The same work by five processes. `years` are those of one call."""
+class Comparison:
+    """The same work by five programs. `years` are those of one call."""
 
     def __init__(self, processes, template, years, folder):
         self.processes, self.template, self.folder = processes, template, folder
@@ -40,7 +40,7 @@ class Contest:
             cells = folder / f"{year}.json"
             cells.write_text(json.dumps(written_cells(template, output, year)), encoding="utf-8")
             self.pairs += [cells, folder / "openpyxl" / output.name]
-        self._office("warm", years[0])  # makes its profile
+        self._office("warm", years[0])  # creates its profile
 
     def _generate(self, name, template, years, *options):
         return self.processes.generate(template, years, self.folder / name, *options)
@@ -53,7 +53,7 @@ class Contest:
         self.profiles += 1
         return self._office(f"cold{self.profiles}", self.years)
 
-    def contestants(self):
+    def programs(self):
         run, years = self.processes.run, self.years
         xls = self.template.with_suffix(".xls")
         return {REFERENCE: lambda: run(*self._generate("xlsx", self.template, years)),
@@ -64,14 +64,14 @@ class Contest:
                                         self.template, *self.pairs)}
 
     def measure(self, rounds):
-        """(seconds, peak) of each contestant in each round; they take turns, so that whatever
-        else the machine does slows all of them."""
+        """(seconds, peak) of each program in each round; they take turns, so that other load on the
+        machine slows all of them."""
         for name in ("xlsx", "xls", "office", "openpyxl"):
             (self.folder / name).mkdir(exist_ok=True)
-        found = {name: [] for name in self.contestants()}
+        found = {name: [] for name in self.programs()}
         for _ in range(rounds):
-            for name, contestant in self.contestants().items():
-                found[name].append(contestant())
+            for name, program in self.programs().items():
+                found[name].append(program())
         for name in ("xlsx", "office", "openpyxl"):
             made = {path.name for path in (self.folder / name).iterdir()}
             missing = set(self.expected) - made
@@ -81,7 +81,7 @@ class Contest:
 
 
 def summary(found):
-    """For each contestant: median milliseconds, median ratio to the reference of the same round,
+    """For each program: median milliseconds, median ratio to the reference in the same round,
     highest peak in MiB."""
     reference = [seconds for seconds, _ in found[REFERENCE]]
     return {name: (statistics.median(seconds for seconds, _ in runs) * 1000,
@@ -96,7 +96,7 @@ def shown(number):
 
 
 def table(one, ten):
-    """As Markdown. LibreOffice is a process of its own, whose memory is not measured."""
+    """As Markdown. LibreOffice is a separate process, whose memory is not measured."""
     lines = ["| | one calendar | ratio | ten years | ratio | peak memory, one and ten |",
              "| --- | ---: | ---: | ---: | ---: | ---: |"]
     for name in one:
@@ -108,7 +108,7 @@ def table(one, ten):
     return "\n".join(lines)
 
 
-# ---------------------------------------------------------------- what it ran on
+# ---------------------------------------------------------------- the machine
 
 def first_match(pattern, text):
     found = re.search(pattern, text, re.MULTILINE)
@@ -167,7 +167,7 @@ def main():
     before, found = os.getloadavg()[0], []
     for years, count in zip(((FIRST,), TEN), counts):
         with tempfile.TemporaryDirectory() as folder:
-            found.append(summary(Contest(processes, template, years, pathlib.Path(folder))
+            found.append(summary(Comparison(processes, template, years, pathlib.Path(folder))
                                  .measure(count)))
     text = table(*found)
     print(f"\nEvery engine, {template.name}:\n{text}")

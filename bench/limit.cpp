@@ -1,4 +1,4 @@
-// The time that no program doing this job can beat by much: unpack the template's bytes, pack the
+// A time that no program doing this job can beat by much: unpack the template's bytes, pack the
 // output's bytes with zlib's level 6. Prints microseconds.
 #include <zip.h>
 #include <zlib.h>

@@ -1,5 +1,5 @@
 // Runs a command and prints its wall time in microseconds and its peak memory in KiB. A process
-// that is started from a large one inherits that one's peak, so timing starts from this small one.
+// started from a large one inherits that one's peak, so commands are started from this small one.
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>

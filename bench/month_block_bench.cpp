@@ -1,7 +1,7 @@
-// The month block writer through the built-in engine: time per cell written.
+// Writes month blocks with the built-in engine: time for each written cell.
 #include "engines/builtin/application.h"
 #include "generate/month_block.h"
-#include "util/error_report.h"
+#include "generate/run_observer.h"
 
 #include <benchmark/benchmark.h>
 
@@ -13,7 +13,8 @@ namespace {
 
 using namespace orrery;
 
-class Failing : public util::ErrorReporter {
+/// Ends the benchmark at the first failure.
+class FailingObserver : public generate::RunObserver {
 public:
     void Report(const std::string& text) override { throw std::runtime_error(text); }
 };
@@ -44,8 +45,8 @@ model::NameTables Names()
 void FillMonth(benchmark::State& state, const char* templateName)
 {
     const auto names = Names();
-    Failing reporter;
-    generate::Context context{names, reporter};
+    FailingObserver observer;
+    generate::Context context{names, observer};
     const auto parameters = Everything();
     const auto application = builtin::CreateApplication({});
     auto& workbook = application->OpenWorkbook(

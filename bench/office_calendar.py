@@ -2,8 +2,8 @@
 save, and end it.
 
 usage: office_calendar.py TEMPLATE CELLS OUTPUT PROFILE
-CELLS is the JSON file that compare.py writes; PROFILE a folder that keeps LibreOffice's profile, so
-that only the first run makes one.
+CELLS is the JSON file that compare.py writes; PROFILE is a folder for LibreOffice's profile, which
+only the first run creates.
 """
 import json
 import pathlib

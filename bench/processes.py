@@ -1,4 +1,4 @@
-"""Whole processes to be timed, and the cells that a calendar consists of."""
+"""Runs processes to be timed, and finds the cells of a calendar."""
 import configparser
 import os
 import pathlib
@@ -15,8 +15,8 @@ class Processes:
         self.cli, self.tools = cli, pathlib.Path(tools)
 
     def run(self, *command):
-        """Seconds and peak memory in MiB of one process. What others left to be written is written
-        before, so that a process that flushes its own output does not wait for theirs."""
+        """Seconds and peak memory in MiB of one process. Everything is flushed to disk before, so
+        that a process that flushes its own output does not wait for others' output."""
         os.sync()
         done = subprocess.run([self.tools / "measure", *map(str, command)], capture_output=True,
                               text=True)
@@ -30,7 +30,7 @@ class Processes:
 
 
 def written_cells(template, output, year):
-    """What the calendar wrote: every value of the output that its model sheet lacks."""
+    """The cells that the calendar wrote: those of the output that differ from its model sheet."""
     model_names = {}
     settings = configparser.ConfigParser(strict=False, interpolation=None)
     settings.optionxform = str

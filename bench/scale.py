@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""Times the command over large legal inputs, each in two sizes, and says which stay within bounds.
+"""Times the command with large valid inputs, each in two sizes, and says which stay within limits.
 
 usage: scale.py ORRERY_CLI MEASURE [NAME...]
 
-Makes workbooks that have very many of one thing (tests/hostile/heavy.py): hyperlinks, parts,
-tables, names, relationships, sheets, objects, namespaces, blanks. The larger of the two sizes has
-to be done in 2 s and 200 MiB; twice the size should take about twice the time. Prints
-seconds, peak memory in MiB, the ratio of the times, and how the run ended (1 is a refusal with a
-sentence). MEASURE is the program of that name from this folder; the machine has to be idle.
+Makes workbooks with very many of one thing (tests/hostile/heavy.py): hyperlinks, parts, tables,
+names, relationships, sheets, objects, namespaces, blanks. The larger size must be done within 2 s
+and 200 MiB; twice the size should take about twice the time. Prints seconds, peak memory in MiB,
+the ratio of the times, and the exit code (1 is a refusal with an error message). MEASURE is the
+program of that name from this folder; the machine must be idle.
 """
 import os
 import pathlib
@@ -20,7 +20,7 @@ sys.path.append(str(HERE.parent / "tests" / "hostile"))
 import heavy  # noqa: E402
 
 SECONDS, MEBIBYTES = 2, 200
-LONGEST = 30  # seconds after which a run is ended
+LONGEST = 30  # seconds after which a run is killed
 ROUNDS = 3     # of which the fastest counts
 
 
@@ -30,7 +30,7 @@ def environment(folder):
 
 
 def measure(command, folder):
-    """(seconds, MiB, exit code) of one run; seconds are None where it was ended."""
+    """(seconds, MiB, exit code) of one run; seconds are None if it was killed."""
     script = 'ulimit -v 8000000; exec timeout "$0" "$@"'
     done = subprocess.run(["bash", "-c", script, str(LONGEST), *map(str, command)],
                           capture_output=True, text=True, env=environment(folder), check=False)
@@ -41,7 +41,7 @@ def measure(command, folder):
 
 
 def run(cli, tool, case, folder):
-    """The fastest of some runs over one workbook; a slow one is not repeated."""
+    """The fastest of several runs with one workbook; a slow one is not repeated."""
     path = folder / case.file_name
     path.write_bytes(case.data)
     path.with_suffix(".ini").write_text(case.parameters, encoding="utf-8")

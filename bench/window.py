@@ -1,4 +1,4 @@
-"""Opens the program's windows over and over and prints medians and ratios; see window.sh.
+"""Opens the program's windows repeatedly and prints medians and ratios; see window.sh.
 
 usage: window.py TOOLS_FOLDER ROUNDS
 """
@@ -16,7 +16,7 @@ LISTS = 257
 
 
 def make_home(home, templates):
-    """A user's folders with so many templates, and no tip at the start."""
+    """A user's folders with that many templates and no tip at the start."""
     config = home / ".config/orrery"
     folder = home / ".local/share/orrery/template"
     config.mkdir(parents=True)
@@ -29,7 +29,7 @@ def make_home(home, templates):
 
 
 def run(environment, *arguments):
-    """Milliseconds and peak memory in MiB of one process, and what it wrote to standard error."""
+    """Milliseconds and peak memory in MiB of one process, and its standard error."""
     done = subprocess.run([TOOLS / "measure", TOOLS / "window_bench", *arguments],
                           env=environment, capture_output=True, text=True, timeout=60)
     if done.returncode != 0:

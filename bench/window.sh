@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Times the window: medians of whole processes that open a window and leave, with a bare window of
-# the toolkit beside it in the same rounds, the main window with many templates, and the parameter
-# dialog with as many lists of names as the tables hold.
+# Times the window: medians of whole processes that open a window and leave, compared with a bare
+# window of the toolkit in the same rounds; the main window with many templates; and the parameter
+# dialog with as many lists of names as the tables can contain.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh

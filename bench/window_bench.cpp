@@ -1,9 +1,9 @@
-// Opens windows and leaves as soon as they are on the screen: what a whole process of that costs is
+// Opens windows and leaves as soon as they are on the screen: the cost of the whole process is
 // measured from outside.
 //
 // usage: window_bench bare              a window with one button, and nothing else of the program
 //        window_bench main              the main window, as a user starts it
-//        window_bench parameters COUNT  the parameter dialog with so many lists of names; prints
+//        window_bench parameters COUNT  the parameter dialog with COUNT lists of names; prints
 //                                       the milliseconds that it takes to open
 #include "engines/engine_choice.h"
 #include "ui/parameter_form.h"
@@ -27,7 +27,7 @@ namespace {
 using namespace orrery;
 using Clock = std::chrono::steady_clock;
 
-/// Calls a function once, when a window of the asked kind has been painted and nothing is left to
+/// Calls a function once, when a window of the given kind has been painted and nothing is left to
 /// do.
 class WhenPainted : public wxEventFilter {
 public:
@@ -92,7 +92,7 @@ model::NameTables FullTables(int count)
     return tables;
 }
 
-/// The program itself, told to leave once its window is there.
+/// The program itself, which leaves once its window is there.
 class MeasuredApplication : public ui::wx::Application {
 public:
     explicit MeasuredApplication(int lists)

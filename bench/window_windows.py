@@ -1,4 +1,4 @@
-"""Opens a bare window and the program's over and over under Wine; see window_windows.sh.
+"""Opens a bare window and the program's repeatedly under Wine; see window_windows.sh.
 
 usage: window_windows.py WINDOW_BENCH ROUNDS
 """
@@ -11,24 +11,24 @@ import tempfile
 import time
 
 PROGRAM, ROUNDS = pathlib.Path(sys.argv[1]).resolve(), int(sys.argv[2])
-HOUSE = pathlib.Path(__file__).resolve().parent.parent
-WINE = HOUSE / "scripts/windows/wine.sh"
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+WINE = ROOT / "scripts/windows/wine.sh"
 
 
 def run(program, mode):
-    """Milliseconds of one process, from outside."""
+    """Milliseconds of one process, measured from outside."""
     start = time.monotonic()
     subprocess.run([WINE, program, mode], check=True, timeout=60)
     return (time.monotonic() - start) * 1e3
 
 
 def main():
-    subprocess.run([WINE, "--end"], check=True)  # what an earlier run on another display left
+    subprocess.run([WINE, "--end"], check=True)  # an earlier run on another display
     with tempfile.TemporaryDirectory() as scratch:
         folder = pathlib.Path(scratch)
         program = folder / "window_bench.exe"
         shutil.copy(PROGRAM, program)
-        shutil.copytree(HOUSE / "data/template", folder / "template")
+        shutil.copytree(ROOT / "data/template", folder / "template")
         (folder / "orrery.ini").write_text("[Environment]\r\nShowTips=N\r\n")
         times = {"bare": [], "main": []}
         for mode in times:

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Times the start of the Windows program under Wine: medians of whole processes that open the main
-# window and leave, with a bare window of the toolkit in the same rounds.
+# window and leave, compared with a bare window of the toolkit in the same rounds.
 #   bench/window_windows.sh [ROUNDS]
 set -euo pipefail
 cd "$(dirname "$0")/.."

@@ -1,5 +1,5 @@
-// Whole workbooks through the built-in engine: one shipped template in both formats, opened, its
-// model sheet copied eleven times and filled, and saved.
+// Whole workbooks with the built-in engine: a shipped template in both formats is opened, its model
+// sheet is copied eleven times and filled, and the workbook is saved.
 #include "engines/builtin/application.h"
 
 #include <benchmark/benchmark.h>

@@ -1,5 +1,5 @@
 """The same job with xlrd and xlwt: read the template with its formats, write a workbook with the
-model sheet's cells twelve times over and the calendar's values in them.
+model sheet's cells twelve times and the calendar's values in them.
 
 usage: xlwt_calendar.py TEMPLATE CELLS OUTPUT
 CELLS is the JSON file that compare.py writes. The two libraries cannot do all that the calendar
@@ -14,7 +14,7 @@ import xlwt
 
 
 def copied_style(book, xf):
-    """An xlwt style with what xlrd knows of a format."""
+    """An xlwt style from what xlrd reads of a format."""
     style = xlwt.XFStyle()
     style.num_format_str = book.format_map[xf.format_key].format_str
     source, font = book.font_list[xf.font_index], style.font

@@ -16,9 +16,9 @@
 /// What the fuzzers of both formats do to a workbook.
 namespace orrery::fuzz {
 
-inline constexpr const char* kNewName = "It's"; ///< of the sheet that is edited
+inline constexpr const char* kNewName = "It's"; ///< of the edited sheet
 
-/// A file of this process in a folder that is quick to write to.
+/// A file of this process in a fast folder.
 inline std::filesystem::path Scratch(const char* name)
 {
     static const std::filesystem::path folder =
@@ -26,14 +26,15 @@ inline std::filesystem::path Scratch(const char* name)
     return folder / ("orrery-fuzz-" + std::to_string(getpid()) + name);
 }
 
-/// Does what may be refused. The run goes on with the same workbook, as that of a calendar does.
+/// Does something that may be refused. The run goes on with the same workbook, as a calendar's
+/// does.
 template <class Action> void Attempt(Action action)
 {
     try {
         action();
     }
     catch (const Error&) {
-        // told to the user
+        // a run reports it to the user
     }
 }
 
@@ -68,12 +69,12 @@ inline void EditSheet(book::Worksheet& model)
         });
         Fill(*last);
     }
-    if (last->Next() != nullptr) // a sheet of the template, if there is another
+    if (last->Next() != nullptr) // another sheet of the template, if there is one
         Fill(*last->Next());
 }
 
-/// Edits the first sheet of the names that is there. The name that it has in the saved workbook,
-/// or nothing where the workbook could not be opened or saved.
+/// Edits the first of the named sheets that exists. Returns its name in the saved workbook, or
+/// nothing if the workbook could not be opened or saved.
 template <class Book>
 std::optional<std::string> Edit(const std::filesystem::path& source,
                                 const std::filesystem::path& target,
@@ -111,7 +112,7 @@ inline void ChangeAgain(book::Worksheet& sheet)
     }
 }
 
-/// An error or a workbook that opens again, whatever the source.
+/// Whatever the source, the result is an error or a workbook that opens again.
 template <class Book>
 void EditAndOpenAgain(const std::filesystem::path& source, const std::vector<std::string>& names)
 {

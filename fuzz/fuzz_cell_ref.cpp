@@ -1,4 +1,4 @@
-// A cell that is read comes back from its own text, and nothing but a long row overflows.
+// A cell that was read is read again from its own text, and only a long row overflows.
 
 #include "require.h"
 

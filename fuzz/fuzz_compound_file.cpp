@@ -1,5 +1,5 @@
-// A compound file is refused, or what is written from it holds the same, in valid trees, and is
-// written the same again. A copy of its first storage holds what that holds.
+// A compound file is refused, or the file written from it has the same content in valid trees and
+// is written the same again. A copy of its first storage has the content of that storage.
 
 #include "require.h"
 

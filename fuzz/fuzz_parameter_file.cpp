@@ -1,5 +1,5 @@
-// Whatever a parameter file holds, the sets that it leaves can be written, and what is written is
-// read as the same sets again.
+// Whatever a parameter file contains, the resulting sets can be written, and reading the written
+// file gives the same sets.
 
 #include "require.h"
 

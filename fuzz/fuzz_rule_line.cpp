@@ -1,5 +1,5 @@
-// Any line is a rule, no rule, or one of the two errors that end a file; a rule comes back from the
-// line that its parts make.
+// Any line is a rule, is not a rule, or is one of the two errors that end a file; a rule is read
+// again from the line that its parts make.
 
 #include "require.h"
 

@@ -15,7 +15,7 @@ namespace {
 
 using namespace orrery;
 
-/// The text behind the first line end, which `line` receives the text before.
+/// Moves the first line into `line` and returns the text after it.
 std::string_view TakeLine(std::string_view text, std::string& line)
 {
     const std::size_t end = text.find('\n');
@@ -23,7 +23,7 @@ std::string_view TakeLine(std::string_view text, std::string& line)
     return end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
 }
 
-/// Whether the text is one that a key of the program could be.
+/// Whether the text could be a key of the program.
 bool IsPlain(std::string_view text)
 {
     return !text.empty() && text.find_first_of("=;[]\"'\r\n") == std::string_view::npos;

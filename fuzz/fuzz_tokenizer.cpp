@@ -1,4 +1,4 @@
-// The position only moves forward and the tokens of a line come to an end.
+// The position only moves forward, and the tokens of a line come to an end.
 
 #include "require.h"
 

@@ -1,7 +1,7 @@
-// Opens a workbook, renames, copies and fills its first sheet, going on where a step is refused,
-// and saves it: an error or a workbook that opens again, whatever the input. An input that begins
-// as a compound file is the workbook; any other is the workbook stream, in which the sheets are
-// found where they begin.
+// Opens a workbook, renames, copies and fills its first sheet, going on after refused steps, and
+// saves it: the result is an error or a workbook that opens again, whatever the input. An input
+// that begins like a compound file is the workbook; any other is the workbook stream, whose list of
+// sheets is corrected to where the sheets begin.
 
 #include "edit_workbook.h"
 
@@ -22,7 +22,7 @@ namespace {
 
 using namespace orrery;
 
-/// Writes into the list of sheets where the sheets begin, so that an input that grows or shrinks
+/// Writes the offsets of the sheets into the list of sheets, so that an input that grows or shrinks
 /// does not lose them.
 std::string WithOffsets(std::string stream)
 {

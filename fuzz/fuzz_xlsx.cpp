@@ -1,6 +1,7 @@
-// Opens a workbook, renames, copies and fills its first sheet, saves it: an error or a workbook
-// that opens again, whatever the input. An input that begins as a zip container is the workbook;
-// any other replaces one part of a small workbook: the first byte says which, the rest is its text.
+// Opens a workbook, renames, copies and fills its first sheet, and saves it: the result is an error
+// or a workbook that opens again, whatever the input. An input that begins like a zip container is
+// the workbook; any other replaces one part of a small workbook: the first byte chooses the part,
+// the rest is its text.
 
 #include "edit_workbook.h"
 
@@ -52,7 +53,7 @@ void WriteInput(const std::filesystem::path& path, std::string_view input)
     }
     const std::size_t chosen =
         input.empty() ? 0 : static_cast<unsigned char>(input.front()) % kParts.size();
-    zip::Writer writer(path);
+    orrery::zip::Writer writer(path);
     for (std::size_t i = 0; i < kParts.size(); ++i) {
         const std::string text(i == chosen && !input.empty() ? input.substr(1) : kParts[i].text);
         writer.AddEntry(kParts[i].name, [text] { return text; });

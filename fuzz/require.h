@@ -4,7 +4,7 @@
 
 namespace orrery::fuzz {
 
-/// A property that must hold for every input; a failure is a finding.
+/// A property that must be true for every input; a failure is a finding.
 inline void Require(bool holds)
 {
     if (!holds)

@@ -16,7 +16,7 @@ Locations LocationsIn(const std::string& configFolder, const std::string& dataFo
     return {configFolder + kSettingsName, dataFolder, dataFolder + kTipsName};
 }
 
-/// Whole or not at all, so that the next start finds no half file where this one was ended.
+/// Copies the whole file or nothing, so that an interrupted start leaves no half file behind.
 void CopyIfMissing(const std::string& from, const std::string& to)
 {
     if (!util::IsMissing(util::ToPath(to)))
@@ -29,7 +29,7 @@ void CopyIfMissing(const std::string& from, const std::string& to)
         util::ReplaceFile(util::ToPath(to), *bytes);
     }
     catch (const util::Error&) {
-        return; // the program goes on without the file
+        return; // the program works without the file
     }
 }
 
@@ -52,7 +52,7 @@ Locations LocationsBeside(const std::string& settingsFile)
     return {file, folder, folder + kTipsName};
 }
 
-void FillAtFirstStart(const Locations& locations, const std::string& installed)
+void CopyInstalledFiles(const Locations& locations, const std::string& installed)
 {
     if (installed.empty() || !util::IsMissing(util::ToPath(locations.settingsFile)))
         return;
@@ -63,7 +63,7 @@ void FillAtFirstStart(const Locations& locations, const std::string& installed)
             CopyIfMissing(from + file, to + file);
     }
     CopyIfMissing(installed + kTipsName, locations.tipsFile);
-    // Last: the settings file says that the first start is done.
+    // Last, because the settings file shows that the first start is done.
     CopyIfMissing(installed + kSettingsName, locations.settingsFile);
 }
 

@@ -4,39 +4,38 @@
 
 namespace orrery::app {
 
-// Folder texts are UTF-8 and end in a separator; an empty one means that there is none.
+// Folder texts are UTF-8 and end in a separator; empty means that there is none.
 
-/// What the system says about this program and its user.
+/// Folders that the system knows for this program and its user.
 struct SystemFolders {
-    std::string executable; ///< the folder that the program was started from
-    std::string config;     ///< the user's settings of all programs; empty: no home
-    std::string data;       ///< the user's data of all programs; empty: no home
-    std::string installed;  ///< what was installed for everybody; empty: nothing
-    std::string help = {};  ///< the pages of the help; empty: not known
-    /// Whether programs of this system keep their things beside themselves where they can.
+    std::string executable; ///< the folder of the program's executable file
+    std::string config;     ///< the user's settings of all programs; empty without a home folder
+    std::string data;       ///< the user's data of all programs; empty without a home folder
+    std::string installed;  ///< the data installed for all users; empty if none is
+    std::string help = {};  ///< the help pages; empty if unknown
+    /// Whether programs on this system keep their files beside the executable if they can.
     bool besideExecutable = false;
 };
 
 /// Asks the system. A relative XDG folder counts as unset.
 SystemFolders FindSystemFolders();
 
-/// Where the program's own things live.
+/// Where the program's own files are.
 struct Locations {
     std::string settingsFile; ///< orrery.ini; need not exist
-    std::string folder;       ///< holds template, output and holiday folder unless set otherwise
+    std::string folder;       ///< contains the template, output and holiday folders by default
     std::string tipsFile;
 };
 
-/// Beside the executable where an orrery.ini stands there, where the system has it so and the
-/// folder can be written, or where the user has no home; else in the user's own folders.
+/// Beside the executable if there is an orrery.ini, if the system prefers that and the folder is
+/// writable, or if the user has no home folder; else in the user's own folders.
 Locations LocationsFor(const SystemFolders& system);
 
-/// Everything beside the given settings file. A relative path counts from the current folder.
+/// Everything beside the given settings file. A relative path starts at the current folder.
 Locations LocationsBeside(const std::string& settingsFile);
 
-/// At the first start, when the settings file does not exist, copies what is installed: the
-/// settings file, the tips, the holiday files and the templates. Files that are there stay. A
-/// failure is absorbed: every setting has a default.
-void FillAtFirstStart(const Locations& locations, const std::string& installed);
+/// At the first start, when there is no settings file, copies the installed settings file, tips,
+/// holiday files and templates. Existing files stay. Ignores failures: every setting has a default.
+void CopyInstalledFiles(const Locations& locations, const std::string& installed);
 
 } // namespace orrery::app

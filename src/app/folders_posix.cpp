@@ -29,7 +29,7 @@ fs::path AbsoluteFromEnvironment(const char* variable)
     return folder.is_absolute() ? folder : fs::path();
 }
 
-/// An XDG folder, or its place in the home folder.
+/// An XDG folder, or its default in the home folder.
 std::string UserFolder(const char* variable, const char* inHome)
 {
     const fs::path set = AbsoluteFromEnvironment(variable);
@@ -39,7 +39,7 @@ std::string UserFolder(const char* variable, const char* inHome)
     return home.empty() ? std::string() : FolderText(home / inHome);
 }
 
-/// The folder that is there: of the installation, else of the build tree.
+/// The folder of the installation, or else of the build tree, if it exists.
 std::string FindFolder(const fs::path& installed, const fs::path& built)
 {
     for (const fs::path& folder : {installed.lexically_normal(), built}) {

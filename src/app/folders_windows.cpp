@@ -29,7 +29,7 @@ fs::path ExecutableFolder()
     return fs::path(path).parent_path();
 }
 
-/// A folder of the user's, or nothing when the system knows none.
+/// A folder of the user, or empty if the system has none.
 std::string UserFolder(const KNOWNFOLDERID& id)
 {
     PWSTR path = nullptr;
@@ -38,7 +38,7 @@ std::string UserFolder(const KNOWNFOLDERID& id)
     return result == S_OK ? FolderText(path) : std::string();
 }
 
-std::string FolderIfThere(const fs::path& folder)
+std::string ExistingFolder(const fs::path& folder)
 {
     std::error_code absent;
     return fs::is_directory(folder, absent) ? FolderText(folder) : std::string();
@@ -52,8 +52,8 @@ SystemFolders FindSystemFolders()
     return {FolderText(executable),
             UserFolder(FOLDERID_RoamingAppData),
             UserFolder(FOLDERID_Documents),
-            FolderIfThere(executable / "data"),
-            FolderText(executable), // where Orrery.chm lies
+            ExistingFolder(executable / "data"),
+            FolderText(executable), // contains Orrery.chm
             true};
 }
 

@@ -13,7 +13,7 @@ using util::Profile;
 
 constexpr const char* kEnvironment = "Environment";
 constexpr const char* kPdf = "Pdf";
-constexpr double kMostLists = 100;
+constexpr double kMaxLists = 100;
 constexpr std::int16_t kDefaultLists = 5;
 
 constexpr std::array<const char*, 12> kEnglishMonths = {
@@ -28,7 +28,7 @@ std::string ReadTrimmed(const Profile& profile, const char* key, const char* fal
     return std::string(util::Trim(value));
 }
 
-/// A folder of the settings, or its default inside the program's own folder.
+/// A folder from the settings, or its default inside the program's own folder.
 std::string ReadFolder(const Profile& profile, const char* key, const Locations& locations,
                        const char* defaultName)
 {
@@ -44,7 +44,7 @@ std::int16_t ReadListCount(const Profile& profile, const char* section)
         return kDefaultLists;
     if (*count < 1)
         return 0;
-    return util::RoundTo16(*count > kMostLists ? kMostLists : *count);
+    return util::RoundTo16(*count > kMaxLists ? kMaxLists : *count);
 }
 
 template <std::size_t NamesPerList>
@@ -66,7 +66,7 @@ void LoadLists(const Profile& profile, const char* section,
     lists.Store(0, std::move(names));
 }
 
-/// The override, or the folder of the settings, which is made where it is missing.
+/// The override, or the folder from the settings, which is created if it is missing.
 std::string ChooseFolder(const std::optional<std::string>& override, const std::string& configured)
 {
     if (override)
@@ -95,14 +95,14 @@ Settings LoadSettings(const Locations& locations, const FolderOverrides& overrid
         overrides.holidayFolder, ReadFolder(profile, "HolidayFilePath", locations, "holiday"));
     LoadNameTables(profile, settings.names);
     settings.defaults = LoadDefaults(profile, settings.names, settings.HolidayFilePath);
-    settings.holidayObstacles = HolidayObstacles(profile, settings.HolidayFilePath);
+    settings.holidayFileErrors = FindHolidayFileErrors(profile, settings.HolidayFilePath);
     settings.ShowTips = !util::EqualIgnoringCase(ReadTrimmed(profile, "ShowTips", "Y"), "N");
     settings.Pdf = util::EqualIgnoringCase(ReadTrimmed(profile, kPdf, "N"), "Y");
     settings.Engine = ReadTrimmed(profile, "Engine", "auto");
     return settings;
 }
 
-bool KeepPdf(const Locations& locations, bool on)
+bool SavePdfSetting(const Locations& locations, bool on)
 {
     return Profile(util::ToPath(locations.settingsFile)).Write(kEnvironment, kPdf, on ? "Y" : "N");
 }

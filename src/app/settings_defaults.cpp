@@ -41,7 +41,7 @@ public:
     {
     }
 
-    /// Another word than yes or no means what a missing key means.
+    /// Any value other than yes or no counts as a missing key.
     void operator()(const model::FlagParameter& flag, bool& field) const
     {
         const bool initial = flag.initial.template Of<Set>();
@@ -66,7 +66,7 @@ public:
                                        ? util::RoundTo32(*value)
                                        : number.initial.template Of<Set>());
     }
-    /// The first day stands before the cells that follow it.
+    /// The first day's cell is read before the cells that depend on it.
     void operator()(const model::CellParameter& cell, CellPosition& field) const
     {
         const std::string text = section_.Text(cell.key, cell.initial.template Of<Set>());
@@ -101,13 +101,13 @@ template <typename Set> Set ReadSet(const Section& section, const model::NameTab
     return set;
 }
 
-/// The holiday file that the settings name for a set; the folder itself where they name none.
+/// The holiday file that the settings name for a set; the folder itself if they name none.
 std::string NamedHolidayFile(const Section& section, const std::string& holidayFolder)
 {
     return util::ResolvePath(holidayFolder, section.Text("HolidayFile", ""));
 }
 
-/// The set's holiday file; where that does not exist, the holiday folder's first file.
+/// The set's holiday file, or the first file of the holiday folder if it does not exist.
 std::string ReadHolidayFileName(const Section& section, const std::string& holidayFolder)
 {
     std::string file = NamedHolidayFile(section, holidayFolder);
@@ -141,8 +141,8 @@ model::DefaultParameters LoadDefaults(const util::Profile& profile, const model:
     return defaults;
 }
 
-std::vector<util::Error> HolidayObstacles(const util::Profile& profile,
-                                          const std::string& holidayFolder)
+std::vector<util::Error> FindHolidayFileErrors(const util::Profile& profile,
+                                               const std::string& holidayFolder)
 {
     std::set<std::string> files;
     for (const char* name : {kMonthlySection, kYearlySection}) {
@@ -151,12 +151,12 @@ std::vector<util::Error> HolidayObstacles(const util::Profile& profile,
             files.insert(NamedHolidayFile(section, holidayFolder));
         files.insert(ReadHolidayFileName(section, holidayFolder));
     }
-    std::vector<util::Error> obstacles;
+    std::vector<util::Error> errors;
     for (const std::string& file : files) {
-        if (auto obstacle = util::ObstacleOfExistingText(util::ToPath(file)))
-            obstacles.push_back(*std::move(obstacle));
+        if (auto error = util::FindExistingTextReadError(util::ToPath(file)))
+            errors.push_back(*std::move(error));
     }
-    return obstacles;
+    return errors;
 }
 
 } // namespace orrery::app

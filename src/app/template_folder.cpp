@@ -30,8 +30,8 @@ std::vector<std::string> ListTemplates(const std::string& folder)
 
 void CopyFileInto(const std::string& folder, const std::string& file)
 {
-    if (const auto obstacle = util::ReadingObstacle(util::ToPath(file)))
-        throw Error(*obstacle);
+    if (const auto error = util::FindReadError(util::ToPath(file)))
+        throw Error(*error);
     const auto bytes = util::ReadFile(util::ToPath(file));
     if (!bytes)
         throw Error(ErrorKind::FileNotReadable, file);

@@ -5,22 +5,22 @@
 
 namespace orrery::app {
 
-/// Whether a file of that name is a template: "*.xls;*.xlsx" in any case, and not the hidden file
-/// ("~$...") by which a spreadsheet program marks an open workbook.
+/// Whether the name is that of a template: "*.xls;*.xlsx" in any case, but not the hidden file
+/// ("~$...") with which Excel marks an open workbook.
 bool IsTemplateName(const std::string& file);
 
-/// Names of the templates of a folder, sorted.
+/// Names of the templates in a folder, in the order of `ListFiles`.
 std::vector<std::string> ListTemplates(const std::string& folder);
 
-/// Copies a file into the folder, over one of the same name. Throws Error (FileNotFound,
-/// FileNotReadable, NotARegularFile, FileNotWritable, DiskFull); an old file then stays.
+/// Copies a file into the folder and replaces one with the same name. Throws Error (FileNotFound,
+/// FileNotReadable, NotARegularFile, FileNotWritable, DiskFull); the old file then stays.
 void CopyFileInto(const std::string& folder, const std::string& file);
 
-/// Where the templates lie that are installed for everybody; empty: nothing is installed.
+/// The folder of the templates that are installed for all users; empty if there are none.
 std::string ShippedTemplateFolder(const std::string& installed);
 
-/// Copies the shipped templates with their parameter files into the template folder; files that
-/// are there stay. Throws Error as above.
+/// Copies the shipped templates with their parameter files into the template folder. Existing files
+/// stay. Throws like `CopyFileInto`.
 void CopyShippedTemplates(const std::string& installed, const std::string& folder);
 
 } // namespace orrery::app

@@ -10,7 +10,7 @@ WorkingSets LoadWorkingSets(Settings& settings, const std::string& templateFile)
 {
     const auto file = model::ParameterFilePath(settings.TemplatePath, templateFile);
     WorkingSets working{model::CopyDefaults(settings.defaults)};
-    working.obstacle = util::ObstacleOfExistingText(util::ToPath(file));
+    working.readError = util::FindExistingTextReadError(util::ToPath(file));
     working.parameterFileExists = util::FileExists(file);
     if (working.parameterFileExists)
         model::ReadParameterFile(util::ToPath(file), settings.names, working.sets);

@@ -13,19 +13,19 @@ namespace orrery::book {
 /// Opens a saved workbook for the user.
 using Opener = std::function<void(const std::filesystem::path&)>;
 
-/// The spreadsheet applications that a main program offers.
+/// The spreadsheet applications that are available.
 class Engines {
 public:
     virtual ~Engines() = default;
-    /// The application that a name such as "auto" stands for. Throws Error(EngineMissing).
+    /// Resolves a name such as "auto" to the name of an application. Throws Error(EngineMissing).
     virtual std::string Resolve(const std::string& name) const = 0;
-    /// Starts one by its resolved name. One that has no window of its own hands the saved workbook
-    /// to the opener, which may be empty, when it becomes visible.
+    /// Starts an application by its resolved name. If it has no window of its own, it passes the
+    /// saved workbook to the opener, which may be empty, when it becomes visible.
     virtual std::unique_ptr<Application> Start(const std::string& name, Opener opener) = 0;
 
-    /// Whether something here makes PDF files of workbooks, whichever application wrote them.
+    /// Whether workbooks can be printed to PDF files, whichever application wrote them.
     virtual bool CanPrintPdf() const = 0;
-    /// Starts it. Throws Error (PdfNotAvailable, ApplicationFailure).
+    /// Throws Error (PdfNotAvailable, ApplicationFailure).
     virtual std::unique_ptr<PdfPrinter> StartPdfPrinter() = 0;
 };
 

@@ -6,7 +6,7 @@
 
 namespace orrery::book {
 
-/// What can go wrong with workbooks and the programs that hold them.
+/// What can go wrong with workbooks and spreadsheet applications.
 enum class ErrorKind {
     // workbooks; the subject is the path
     NotAWorkbook,
@@ -15,7 +15,7 @@ enum class ErrorKind {
     BinaryWorkbook,  ///< .xlsb
     OldBinaryFormat, ///< .xls of the versions before BIFF8
     TooLargeUnpacked,
-    TooLargeOutput, ///< the cause says what would grow beyond which limit
+    TooLargeOutput, ///< the cause says what would exceed which limit
     TooDeeplyNested,
     // sheets and cells; the subject is the name or the cell
     InvalidSheetName,
@@ -25,14 +25,14 @@ enum class ErrorKind {
     CellOutsideSheet,
     CellLocked,
     PartOfArray,
-    TextTooLong, ///< for a cell; the subject is its beginning
+    TextTooLong, ///< for a cell; the subject is the start of the text
     NotAWorksheet,
     // applications
     EngineMissing,      ///< the subject is the engine's name
-    PdfNotAvailable,    ///< nothing here makes PDF files
-    NothingToPrint,     ///< a workbook without a sheet of a calendar that can be seen
+    PdfNotAvailable,    ///< no program to make PDF files
+    NothingToPrint,     ///< the workbook has no visible calendar sheet
     ApplicationFailure, ///< the cause is the application's own description
-    ApplicationLost,    ///< it does not answer any more; the subject is its name
+    ApplicationLost,    ///< it no longer answers; the subject is its name
 };
 
 std::string Sentence(ErrorKind kind, const util::ErrorDetails& details);

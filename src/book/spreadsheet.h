@@ -6,29 +6,30 @@
 #include <string_view>
 #include <variant>
 
-/// What the generation needs of a spreadsheet application, named after its object model. Text is
-/// UTF-8. Every operation throws Error when it fails.
+/// What the generation needs from a spreadsheet application, named after Excel's object model. Text
+/// is UTF-8. Every operation throws Error if it fails.
 namespace orrery::book {
 
 /// A cell receives a whole number or a text, never a date or a formula.
 using CellValue = std::variant<std::int16_t, std::string>;
 
-/// How a cell is written: to the indexed cell's default member or to its `Value` property. The
-/// effect is the same; an application driven from outside sees the difference.
+/// How a cell is written: through the default member of the indexed cell or through its `Value`
+/// property. The effect is the same; only an application that is controlled through its object
+/// model sees a difference.
 enum class CellMember { Default, Value };
 
-/// A sheet of an open workbook. The workbook owns it; it lives as long as the workbook is open.
+/// A sheet of an open workbook, which owns it until it is closed.
 class Worksheet {
 public:
     virtual ~Worksheet() = default;
     virtual std::string Name() const = 0;
-    /// Renames the sheet; a name that breaks the rules of sheet names leaves the old one.
+    /// Renames the sheet; if the name breaks the rules of sheet names, the old one stays.
     virtual void SetName(std::string_view name) = 0;
     /// Copies this sheet and places the copy directly after the given one.
     virtual void CopyAfter(Worksheet& after) = 0;
     /// The sheet that follows in the workbook's order, or nullptr after the last.
     virtual Worksheet* Next() = 0;
-    /// Replaces the value of the cell at row and column, both counted from 1, and keeps its format.
+    /// Replaces the value of a cell and keeps its format. Row and column are counted from 1.
     virtual void SetCell(std::int32_t row, std::int32_t column, const CellValue& value,
                          CellMember member) = 0;
 };
@@ -40,7 +41,7 @@ enum class AccessMode : std::int16_t { NoChange = 1 };
 class Workbook {
 public:
     virtual ~Workbook() = default;
-    /// The worksheet of that name without regard to case, or nullptr.
+    /// The worksheet with that name, ignoring case, or nullptr.
     virtual Worksheet* FindWorksheet(std::string_view name) = 0;
     /// Writes the whole file in the workbook's own format; an existing target stays untouched
     /// until the new one is complete.
@@ -56,12 +57,12 @@ public:
     virtual bool Visible() const = 0;
     virtual void SetInteractive(bool on) = 0;
     virtual void SetScreenUpdating(bool on) = 0;
-    /// Opens a workbook; with `readOnly` the file itself is never changed. The reference lives
-    /// until it is closed by `ReleaseWorkbook` or the application ends.
+    /// Opens a workbook; with `readOnly` the file itself is never changed. The reference is valid
+    /// until `ReleaseWorkbook` is called or the application ends.
     virtual Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) = 0;
-    /// Lets go of the reference to the workbook, which stays open in the application.
+    /// Gives up the reference to the workbook, which stays open in the application.
     virtual void ReleaseWorkbook(Workbook& workbook) = 0;
-    /// Ends the application; unsaved workbooks are discarded without asking while alerts are off.
+    /// Ends the application. While alerts are off, unsaved workbooks are discarded without asking.
     virtual void Quit() = 0;
 };
 

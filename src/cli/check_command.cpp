@@ -15,24 +15,24 @@ std::string ThisYear()
     return std::to_string(static_cast<int>(std::chrono::year_month_day(today).year()));
 }
 
-/// An application that ends with the scope.
-class ShortApplication {
+/// Ends the application at the end of the scope.
+class ScopedApplication {
 public:
-    explicit ShortApplication(std::unique_ptr<book::Application> application)
+    explicit ScopedApplication(std::unique_ptr<book::Application> application)
         : application_(std::move(application))
     {
     }
-    ~ShortApplication()
+    ~ScopedApplication()
     {
         try {
             application_->Quit();
         }
         catch (...) {
-            // The check is done or has failed already; a late complaint changes neither.
+            // The check is done or has already failed; another error would change nothing.
         }
     }
-    ShortApplication(const ShortApplication&) = delete;
-    ShortApplication& operator=(const ShortApplication&) = delete;
+    ScopedApplication(const ScopedApplication&) = delete;
+    ScopedApplication& operator=(const ScopedApplication&) = delete;
 
     book::Application* operator->() { return application_.get(); }
 
@@ -44,27 +44,28 @@ std::vector<std::string> FindProblems(Session& session, const ChosenTemplate& ch
                                       std::int16_t year)
 {
     const std::string path = chosen.settings.TemplatePath + chosen.file;
-    ShortApplication application(session.engines.Start(ChooseEngine(session, chosen.settings), {}));
+    ScopedApplication application(
+        session.engines.Start(ChooseEngine(session, chosen.settings), {}));
     application->SetDisplayAlerts(false);
     book::Workbook& workbook = application->OpenWorkbook(util::ToPath(path), true);
     return generate::TryCalendars(workbook, year, chosen.sets, chosen.settings.names);
 }
 
-/// The holiday files count where the template has no holidays of its own.
+/// The holiday files matter only if the template has no holidays of its own.
 void AddHolidayProblems(const ChosenTemplate& chosen, std::vector<std::string>& findings)
 {
     if (chosen.hasParameterFile)
         return;
-    for (const Error& obstacle : chosen.settings.holidayObstacles)
-        findings.push_back("Holidays: " + util::ErrorText(obstacle));
+    for (const Error& error : chosen.settings.holidayFileErrors)
+        findings.push_back("Holidays: " + util::ErrorText(error));
 }
 
 } // namespace
 
 bool RunCheckCommand(Session& session)
 {
-    const auto year =
-        YearOf(session, session.line.years.empty() ? ThisYear() : session.line.years.front());
+    const auto year = ReadYearArgument(
+        session, session.line.years.empty() ? ThisYear() : session.line.years.front());
     if (!year)
         return false;
     const ChosenTemplate chosen = ChooseTemplate(session);

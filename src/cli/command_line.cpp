@@ -65,7 +65,7 @@ void AddTemplate(CLI::App& command, CommandLine& line)
     command.add_option("TEMPLATE", line.templateName, kTemplateHelp)->required();
 }
 
-/// A positional that is one text of years.
+/// A positional argument for one text of years.
 CLI::Option* AddYears(CLI::App& command, CommandLine& line, const char* name, const char* help)
 {
     const auto take = [&line](const std::string& text) { line.years = {text}; };
@@ -163,7 +163,7 @@ int ReportWrongUsage(const std::string& cause, std::ostream& err)
     return kExitUsage;
 }
 
-/// Replaces each text by the years that it stands for; the text that stands for none, if any.
+/// Replaces each text with the years that it stands for. Returns the first text that is invalid.
 std::optional<std::string> ExpandAll(std::vector<std::string>& texts)
 {
     std::vector<std::string> years;
@@ -201,7 +201,7 @@ std::variant<CommandLine, Finished> ParseCommandLine(int argc, const char* const
 {
     CommandLine line;
     CLI::App app("Fills your own Excel templates with calendars.", "orrery-cli");
-    app.allow_windows_style_options(false); // "/a/b.xlsx" is a path everywhere
+    app.allow_windows_style_options(false); // "/a/b.xlsx" is a path on every system
     app.footer(kExamples);
     app.set_version_flag("--version", std::string("orrery-cli ") + ORRERY_VERSION);
     app.require_subcommand(0, 1);

@@ -37,8 +37,8 @@ std::optional<std::string> Absolute(const std::optional<std::string>& path)
 void RunTemplatesCommand(Session& session)
 {
     const app::Settings settings = LoadSettings(session, session.line.templateFolder);
-    if (const auto obstacle = util::ListingObstacle(util::ToPath(settings.TemplatePath)))
-        throw Error(*obstacle);
+    if (const auto error = util::FindListError(util::ToPath(settings.TemplatePath)))
+        throw Error(*error);
     const auto templates = app::ListTemplates(settings.TemplatePath);
     if (session.line.json) {
         JsonWriter json;
@@ -51,14 +51,14 @@ void RunTemplatesCommand(Session& session)
         session.console.out << file << '\n';
 }
 
-/// Whether a file of the command line is more than a name.
+/// Whether a file argument is a path and not just a name.
 bool IsPath(const std::string& file)
 {
     return file.find_first_of("\\/") != std::string::npos;
 }
 
-/// The holiday or parameter file of the command line: a path as it stands; a name in the folder
-/// whose files bear such names, else in the current folder.
+/// The holiday or parameter file of the command line: a path unchanged; a name in the holiday or
+/// template folder, or else in the current folder.
 std::string FindHolidayFile(Session& session)
 {
     std::string file = session.line.holidayFile;
@@ -69,8 +69,8 @@ std::string FindHolidayFile(Session& session)
         if (!util::IsMissing(util::ToPath(folder + file)) || !util::FileExists(file))
             file = folder + file;
     }
-    if (const auto obstacle = util::TextObstacle(util::ToPath(file)))
-        throw Error(*obstacle);
+    if (const auto error = util::FindTextReadError(util::ToPath(file)))
+        throw Error(*error);
     return file;
 }
 
@@ -94,7 +94,7 @@ void ReportYearOverflow(Session& session, const std::string& year)
     session.reporter.Report(util::ErrorText(Error(util::ErrorKind::Overflow, year)));
 }
 
-/// Easter Sunday of a year; a year that has none is reported.
+/// Easter Sunday of a year; reports a year for which it cannot be computed.
 std::optional<holidays::Date> EasterOf(Session& session, std::int16_t year)
 {
     try {
@@ -108,7 +108,7 @@ std::optional<holidays::Date> EasterOf(Session& session, std::int16_t year)
 
 void RunHolidaysCommand(Session& session)
 {
-    const auto year = YearOf(session, session.line.years.front());
+    const auto year = ReadYearArgument(session, session.line.years.front());
     const auto easter = year ? EasterOf(session, *year) : std::nullopt;
     if (!easter)
         return;
@@ -132,7 +132,7 @@ void RunEasterCommand(Session& session)
     JsonWriter json;
     json.BeginObject().Key("easter").BeginArray();
     for (const std::string& text : session.line.years) {
-        const auto year = YearOf(session, text);
+        const auto year = ReadYearArgument(session, text);
         const auto easter = year ? EasterOf(session, *year) : std::nullopt;
         if (!easter)
             continue;
@@ -146,15 +146,15 @@ void RunEasterCommand(Session& session)
         PrintJson(session, json);
 }
 
-/// The JSON text of a command that could not do its work.
-void PrintReportsAlone(Session& session)
+/// Prints the JSON object of a command that failed.
+void PrintOnlyReports(Session& session)
 {
     JsonWriter json;
     json.BeginObject().Key("reports").Texts(session.reporter.Reports()).EndObject();
     PrintJson(session, json);
 }
 
-/// False where the command says that something is wrong although nothing was reported.
+/// False if the command found something wrong without reporting it.
 bool Run(Session& session)
 {
     switch (session.line.command) {
@@ -185,16 +185,16 @@ int RunCommand(const CommandLine& line, const app::SystemFolders& system, book::
                Console& console)
 {
     Session session{line, system, engines, console};
-    bool allWell = false;
+    bool succeeded = false;
     try {
-        allWell = Run(session);
+        succeeded = Run(session);
     }
     catch (const std::exception& error) {
         session.reporter.Report(util::ErrorText(error));
     }
     if (line.json && !session.jsonPrinted)
-        PrintReportsAlone(session);
-    return FinishOutput(console, allWell ? session.reporter.ExitCode() : kExitReported);
+        PrintOnlyReports(session);
+    return FinishOutput(console, succeeded ? session.reporter.ExitCode() : kExitReported);
 }
 
 app::Settings LoadSettings(Session& session, const std::optional<std::string>& templateFolder)
@@ -208,17 +208,17 @@ app::Settings LoadSettings(Session& session, const std::optional<std::string>& t
     const app::Locations locations =
         isNamed ? app::LocationsBeside(line.settingsFile) : app::LocationsFor(session.system);
     if (!isNamed)
-        app::FillAtFirstStart(locations, session.system.installed);
-    // Without the settings that are there a command would work in other folders than it should.
-    if (const auto obstacle = util::ObstacleOfExistingText(util::ToPath(locations.settingsFile)))
-        throw Error(*obstacle);
+        app::CopyInstalledFiles(locations, session.system.installed);
+    // If existing settings were ignored, the command would work in the wrong folders.
+    if (const auto error = util::FindExistingTextReadError(util::ToPath(locations.settingsFile)))
+        throw Error(*error);
     return app::LoadSettings(locations, overrides);
 }
 
 ChosenTemplate ChooseTemplate(Session& session)
 {
     const std::string& name = session.line.templateName;
-    const std::string path = util::AbsolutePath(name); // with the system's own separators
+    const std::string path = util::AbsolutePath(name); // with the system's separators
     const std::string inCurrentFolder = util::ParentFolder(path);
     ChosenTemplate chosen;
     chosen.file = util::FileName(path);
@@ -232,11 +232,11 @@ ChosenTemplate ChooseTemplate(Session& session)
             chosen.settings.TemplatePath = util::WithTrailingSeparator(inCurrentFolder);
     }
     const std::string& folder = chosen.settings.TemplatePath;
-    if (const auto obstacle = util::ReadingObstacle(util::ToPath(folder + chosen.file)))
-        throw Error(*obstacle);
+    if (const auto error = util::FindReadError(util::ToPath(folder + chosen.file)))
+        throw Error(*error);
     auto working = app::LoadWorkingSets(chosen.settings, chosen.file);
-    if (working.obstacle) // the defaults are not what the user wrote
-        throw Error(*working.obstacle);
+    if (working.readError) // the defaults would differ from the user's parameters
+        throw Error(*working.readError);
     chosen.sets = std::move(working.sets);
     chosen.hasParameterFile = working.parameterFileExists;
     return chosen;
@@ -248,7 +248,7 @@ std::string ChooseEngine(Session& session, const app::Settings& settings)
                                                                : session.line.engine);
 }
 
-std::optional<std::int16_t> YearOf(Session& session, const std::string& text)
+std::optional<std::int16_t> ReadYearArgument(Session& session, const std::string& text)
 {
     try {
         const auto year = generate::ReadYear(text);

@@ -14,7 +14,7 @@
 
 namespace orrery::cli {
 
-/// What a command works with.
+/// What the commands share.
 struct Session {
     const CommandLine& line;
     const app::SystemFolders& system;
@@ -24,38 +24,38 @@ struct Session {
     bool jsonPrinted = false;
 };
 
-/// Does what the command line says and gives the exit code. Never throws: every error is reported.
-/// With --json there is always an object on standard output; where the command could not do its
-/// work it has the member "reports" alone.
+/// Runs the command and returns the exit code. Never throws: every error is reported. With --json
+/// there is always an object on standard output; if the command failed, its only member is
+/// "reports".
 int RunCommand(const CommandLine& line, const app::SystemFolders& system, book::Engines& engines,
                Console& console);
 
-// One function for each command that is more than a few lines; they throw what they cannot do.
+// The larger commands. They throw if they fail.
 void RunGenerateCommand(Session& session);
-/// Nothing found gives true.
+/// True if nothing was found.
 bool RunCheckCommand(Session& session);
 void RunParametersCommand(Session& session);
 
-/// A template with what belongs to it.
+/// A template, its settings and its parameters.
 struct ChosenTemplate {
-    std::string file; ///< its name in the settings' template folder
+    std::string file; ///< file name in the settings' template folder
     app::Settings settings;
-    model::ParameterSets sets; ///< the defaults and what its parameter file changes
+    model::ParameterSets sets; ///< the defaults, changed by its parameter file
     bool hasParameterFile = false;
 };
 
 app::Settings LoadSettings(Session& session, const std::optional<std::string>& templateFolder);
 /// Finds the command line's template. Throws Error (FileNotFound, FileNotReadable, NotARegularFile)
-/// for the template and for a settings or parameter file that is there and cannot be read, one
-/// that is TextFileTooLarge, too.
+/// for the template, and also (TextFileTooLarge) for an existing settings or parameter file that
+/// cannot be read.
 ChosenTemplate ChooseTemplate(Session& session);
-/// The engine of the command line or the settings, resolved.
+/// The resolved engine from the command line or the settings.
 std::string ChooseEngine(Session& session, const app::Settings& settings);
 
-/// A year of the command line; what is wrong with it is reported in the Generate command's words.
-std::optional<std::int16_t> YearOf(Session& session, const std::string& text);
+/// A year from the command line. Reports an invalid one with the Generate command's messages.
+std::optional<std::int16_t> ReadYearArgument(Session& session, const std::string& text);
 
-/// Prints the JSON text of a command.
+/// Prints the JSON object of a command.
 void PrintJson(Session& session, const JsonWriter& json);
 
 } // namespace orrery::cli

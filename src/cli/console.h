@@ -9,17 +9,17 @@
 
 namespace orrery::cli {
 
-/// Where a command writes.
+/// The streams that a command writes to.
 struct Console {
     std::ostream& out;
     std::ostream& err;
     bool errIsTerminal = false;
 };
 
-/// Line ends of the console: CR LF becomes LF.
+/// Converts line ends for the console: CR LF becomes LF.
 std::string WithPlainLineEnds(const std::string& text);
 
-/// Error reports on standard error, and remembered.
+/// Writes error reports to standard error and remembers them.
 class ConsoleReporter : public util::ErrorReporter {
 public:
     explicit ConsoleReporter(Console& console) : console_(console) {}
@@ -32,10 +32,10 @@ private:
     std::vector<std::string> reports_;
 };
 
-/// Flushes the output. The exit code, or that of a report where the output cannot be written.
+/// Flushes the output. Returns the exit code, or `kExitReported` if the output cannot be written.
 int FinishOutput(Console& console, int exitCode);
 
-/// A bar on the terminal's last line, such as "[######      ] 3/10  2029".
+/// A progress bar on the terminal's last line, such as "[######      ] 3/10  2029".
 class ProgressBar {
 public:
     /// Shows nothing unless `shown`; `total` is the number of steps.
@@ -45,7 +45,7 @@ public:
     ProgressBar& operator=(const ProgressBar&) = delete;
 
     void Show(std::size_t done, const std::string& label);
-    /// Clears the line, so that something else can be written.
+    /// Clears the line, so that other text can be written.
     void Clear();
 
 private:

@@ -7,7 +7,7 @@
 namespace orrery::cli {
 
 enum class ErrorKind {
-    WrongUsage, ///< a command line that is not understood; the cause says why
+    WrongUsage, ///< an invalid command line; the cause says why
 };
 
 std::string Sentence(ErrorKind kind, const util::ErrorDetails& details);

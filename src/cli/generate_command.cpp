@@ -9,16 +9,15 @@
 namespace orrery::cli {
 namespace {
 
-constexpr std::size_t kStepsPerYear = 24; // twelve months of either calendar
+constexpr std::size_t kStepsPerYear = 24; // twelve months in each calendar
 
 std::string ProgressLabel(std::size_t done, std::size_t years, const std::string& year)
 {
     return std::to_string(done) + '/' + std::to_string(years) + "  " + year;
 }
 
-/// Shows runs on the console, the progress of several as a bar, which is cleared before a report is
-/// written. There are neither fields nor a pointer; a wrong year or template is a report like
-/// others.
+/// Shows runs on the console. The progress of several years is a bar, which is cleared before a
+/// report is written. An invalid year or template is reported like other errors.
 class ConsoleObserver : public generate::RunObserver {
 public:
     ConsoleObserver(Session& session)
@@ -46,10 +45,10 @@ private:
     util::ErrorReporter& reporter_;
     const std::vector<std::string>& years_;
     ProgressBar bar_;
-    std::size_t year_ = 0; ///< of the list, from 0
+    std::size_t year_ = 0; ///< index in the list
 };
 
-/// A workbook is shown only on request.
+/// The workbook is opened only on request.
 book::Opener OpenerFor(const CommandLine& line, util::ErrorReporter& reporter)
 {
     if (!line.open)
@@ -59,38 +58,38 @@ book::Opener OpenerFor(const CommandLine& line, util::ErrorReporter& reporter)
     };
 }
 
-/// The paths of the files that a command made.
-struct MadeFiles {
+/// Paths of the files that the command created.
+struct SavedFiles {
     std::vector<std::string> workbooks;
     std::vector<std::string> pdfs;
 };
 
-void PrintGenerateJson(Session& session, const std::string& engine, const MadeFiles& made)
+void PrintGenerateJson(Session& session, const std::string& engine, const SavedFiles& files)
 {
     JsonWriter json;
-    json.BeginObject().Key("engine").Text(engine).Key("saved").Texts(made.workbooks);
+    json.BeginObject().Key("engine").Text(engine).Key("saved").Texts(files.workbooks);
     if (session.line.pdf)
-        json.Key("pdf").Texts(made.pdfs);
+        json.Key("pdf").Texts(files.pdfs);
     json.Key("reports").Texts(session.reporter.Reports()).EndObject();
     PrintJson(session, json);
 }
 
-/// A path on a line of its own, as soon as the file is there.
-void Take(const std::string& path, Session& session, std::vector<std::string>& paths)
+/// Prints the path on its own line as soon as the file exists, and records it.
+void AddSavedFile(const std::string& path, Session& session, std::vector<std::string>& paths)
 {
     if (!session.line.json)
         session.console.out << path << '\n' << std::flush;
     paths.push_back(path);
 }
 
-/// One run for each year; a year that fails does not stop the others.
-MadeFiles GenerateYears(Session& session, ChosenTemplate& chosen, const std::string& engine)
+/// One run for each year; a failed year does not stop the others.
+SavedFiles GenerateYears(Session& session, ChosenTemplate& chosen, const std::string& engine)
 {
     const CommandLine& line = session.line;
     ConsoleObserver observer(session);
     generate::Context context{chosen.settings.names, observer};
     generate::PdfMaker pdfMaker(session.engines);
-    MadeFiles made;
+    SavedFiles files;
     for (std::size_t year = 0; year < line.years.size(); ++year) {
         observer.BeginYear(year);
         const generate::GenerateRequest request{line.years[year], chosen.file,
@@ -103,11 +102,11 @@ MadeFiles GenerateYears(Session& session, ChosenTemplate& chosen, const std::str
         observer.EndYear();
         if (!saved)
             continue;
-        Take(saved->workbook, session, made.workbooks);
+        AddSavedFile(saved->workbook, session, files.workbooks);
         if (saved->pdf)
-            Take(*saved->pdf, session, made.pdfs);
+            AddSavedFile(*saved->pdf, session, files.pdfs);
     }
-    return made;
+    return files;
 }
 
 } // namespace
@@ -118,9 +117,9 @@ void RunGenerateCommand(Session& session)
     const std::string engine = ChooseEngine(session, chosen.settings);
     if (session.line.pdf && !session.engines.CanPrintPdf())
         throw Error(book::ErrorKind::PdfNotAvailable);
-    const MadeFiles made = GenerateYears(session, chosen, engine);
+    const SavedFiles files = GenerateYears(session, chosen, engine);
     if (session.line.json)
-        PrintGenerateJson(session, engine, made);
+        PrintGenerateJson(session, engine, files);
 }
 
 } // namespace orrery::cli

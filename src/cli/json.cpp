@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD"; // U+FFFD
 
-/// Bytes of the UTF-8 character that the text begins with; 0 when it begins with none.
+/// Length of the UTF-8 character at the start of the text in bytes; 0 if it is invalid.
 std::size_t LeadingCharacter(std::string_view text)
 {
     constexpr std::size_t longest = 4;

@@ -7,7 +7,7 @@
 
 namespace orrery::cli {
 
-/// Writes one JSON text, value by value. Inside an object each value follows its `Key`.
+/// Writes a JSON text, value by value. Inside an object each value follows its `Key`.
 class JsonWriter {
 public:
     JsonWriter& BeginObject();
@@ -15,7 +15,7 @@ public:
     JsonWriter& BeginArray();
     JsonWriter& EndArray();
     JsonWriter& Key(std::string_view name);
-    /// A text; what is not UTF-8 in it becomes U+FFFD.
+    /// Writes a string; invalid UTF-8 becomes U+FFFD.
     JsonWriter& Text(std::string_view value);
     JsonWriter& Texts(const std::vector<std::string>& values);
     JsonWriter& Number(std::int64_t value);
@@ -27,7 +27,7 @@ private:
     void Separate();
 
     std::string text_;
-    bool first_ = true; ///< nothing stands in the open object or array yet, or a key just did
+    bool first_ = true; ///< the next value needs no comma
 };
 
 } // namespace orrery::cli

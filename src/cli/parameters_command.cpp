@@ -72,7 +72,7 @@ JsonWriter ParametersJson(const ChosenTemplate& chosen)
     model::VisitParameters(monthly, writer);
     WriteHolidays(json, monthly.Holidays);
     json.EndObject().Key("yearly").BeginObject();
-    // The members of both calendars first: scripts may rely on the order.
+    // The members that both calendars have come first: scripts may rely on the order.
     model::VisitParameters(static_cast<const model::CalendarParameters&>(yearly), writer);
     WriteHolidays(json, yearly.Holidays);
     model::VisitYearlyParameters(yearly, writer);

@@ -6,13 +6,14 @@
 
 namespace orrery::cli {
 
-/// The arguments as UTF-8, whatever `main` was given; the program's name comes first.
+/// The program's name and arguments in UTF-8, whatever encoding `main` received.
 std::vector<std::string> ProgramArguments(int argc, const char* const* argv);
 
-/// Lets the terminal take UTF-8 as long as the result is kept; empty where nothing is to change.
+/// Switches the terminal to UTF-8 until the result is destroyed; null if there is nothing to
+/// change.
 std::shared_ptr<void> UseUtf8Terminal();
 
-/// Whether somebody watches standard error.
+/// Whether standard error is a terminal.
 bool ErrorOutputIsTerminal();
 
 } // namespace orrery::cli

@@ -11,7 +11,7 @@ namespace orrery::cli {
 
 std::vector<std::string> ProgramArguments(int argc, const char* const* argv)
 {
-    // Those of `main` have lost every character that the code page has not.
+    // The arguments of `main` have lost the characters that the code page lacks.
     int count = 0;
     const std::unique_ptr<LPWSTR, decltype(&LocalFree)> wide(
         CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree);
@@ -34,7 +34,7 @@ std::shared_ptr<void> UseUtf8Terminal()
 
 bool ErrorOutputIsTerminal()
 {
-    DWORD mode = 0; // only a console has one
+    DWORD mode = 0; // only a console has a mode
     return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != FALSE;
 }
 

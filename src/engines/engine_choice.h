@@ -11,7 +11,7 @@ namespace orrery::engines {
 
 /// Which spreadsheet application does the work.
 enum class EngineChoice {
-    Auto, ///< Excel where it is installed, else the built-in one
+    Auto, ///< Excel if it is installed, else the built-in one
     Excel,
     BuiltIn,
     LibreOffice,
@@ -22,12 +22,12 @@ std::optional<EngineChoice> ParseEngineChoice(std::string_view name);
 /// The name that `ParseEngineChoice` reads.
 std::string_view EngineName(EngineChoice choice);
 
-/// What the choice comes to here: never Auto. Throws Error(EngineMissing) for one that this
-/// machine does not have.
+/// The engine that the choice means on this machine; never Auto. Throws Error(EngineMissing) if it
+/// is not installed.
 EngineChoice ResolveEngine(EngineChoice choice);
 
-/// Starts the chosen application. The built-in one hands the workbook saved last to the opener when
-/// it is made visible; without an opener nothing happens then. Throws as `ResolveEngine`.
+/// Starts the chosen application. When the built-in one is made visible, it passes the last saved
+/// workbook to the opener, if there is one. Throws as `ResolveEngine`.
 std::unique_ptr<book::Application> CreateApplication(EngineChoice choice, book::Opener opener);
 
 /// The applications of this build, by the names above.

@@ -21,7 +21,7 @@ using util::Multiply32;
 constexpr std::int16_t kMonths = 12;
 constexpr std::int16_t kFallbackList = 0;
 
-/// The model sheet; where it is missing that is reported and nothing returned.
+/// The model sheet, or nullptr after reporting that it does not exist.
 book::Worksheet* FindModelSheet(book::Workbook& workbook, const std::string& name, Context& context)
 {
     book::Worksheet* const sheet = workbook.FindWorksheet(name);
@@ -38,20 +38,20 @@ void PrepareHolidays(std::int16_t year, const model::CalendarParameters& paramet
                                       context.holidayDates);
 }
 
-void FillAndTell(book::Worksheet& sheet, std::int16_t year, std::int16_t month, CalendarKind kind,
-                 const model::CalendarParameters& parameters, Context& context)
+void FillAndNotify(book::Worksheet& sheet, std::int16_t year, std::int16_t month, CalendarKind kind,
+                   const model::CalendarParameters& parameters, Context& context)
 {
     FillMonth(sheet, year, month, parameters, context);
     context.observer.MonthDone(kind, month);
 }
 
-void NoteSheet(const book::Worksheet& sheet, const Context& context)
+void RecordSheet(const book::Worksheet& sheet, const Context& context)
 {
     if (context.filledSheets != nullptr)
         context.filledSheets->push_back(sheet.Name());
 }
 
-/// Renames a sheet after a month of a list. False where the list or the name does not serve.
+/// Names a sheet after a month in a list. False if the list or the name is not usable.
 bool NameAfterMonth(book::Worksheet& sheet, std::int16_t list, std::int16_t month, Context& context)
 {
     try {
@@ -59,80 +59,80 @@ bool NameAfterMonth(book::Worksheet& sheet, std::int16_t list, std::int16_t mont
         return true;
     }
     catch (const std::exception& error) {
-        if (IsLoss(error))
+        if (IsApplicationLost(error))
             throw;
-        context.observer.PassedOver(
+        context.observer.FailureIgnored(
             "The sheet of month " + std::to_string(month) + " is not named after it.", error);
-        return false; // silent by design: the sheet keeps its name
+        return false; // not reported on purpose: the sheet keeps its name
     }
 }
 
-/// What lies beneath an error that ends up as the cause of another.
+/// The description of an error that becomes the cause of another.
 std::string CauseOf(const std::exception& error)
 {
     const auto* const own = dynamic_cast<const Error*>(&error);
     return own != nullptr && !own->Cause().empty() ? own->Cause() : util::ErrorText(error);
 }
 
-/// The copy placed directly after the sheet, or nullptr when it cannot be made; `obstacle` then
-/// says why.
-book::Worksheet* CopyAfterItself(book::Worksheet& sheet, std::string& obstacle, Context& context)
+/// Copies the sheet and returns the copy, placed directly after it, or nullptr if that fails;
+/// `reason` then says why.
+book::Worksheet* CopyAfterItself(book::Worksheet& sheet, std::string& reason, Context& context)
 {
     try {
         sheet.CopyAfter(sheet);
         return sheet.Next();
     }
     catch (const std::exception& error) {
-        if (IsLoss(error))
+        if (IsApplicationLost(error))
             throw;
-        // Silent by design: the months then go to the sheets that are there.
-        context.observer.PassedOver("The sheet of a month is not made.", error);
-        obstacle = CauseOf(error);
+        // Not reported on purpose: the months then use the sheets that exist.
+        context.observer.FailureIgnored("The sheet of a month is not made.", error);
+        reason = CauseOf(error);
         return nullptr;
     }
 }
 
-/// Why not all sheets could be made; empty where they were.
+/// Copies the model sheet for the other months. Returns why a copy failed; empty if none did.
 std::string MakeMonthSheets(book::Worksheet& model, std::int16_t list, Context& context)
 {
-    std::string obstacle;
-    NameAfterMonth(model, list, 1, context); // no second list for the model sheet
+    std::string reason;
+    NameAfterMonth(model, list, 1, context); // the model sheet does not fall back to the first list
     book::Worksheet* current = &model;
     for (std::int16_t month = 2; month <= kMonths; ++month) {
-        book::Worksheet* const copy = CopyAfterItself(*current, obstacle, context);
+        book::Worksheet* const copy = CopyAfterItself(*current, reason, context);
         if (copy == nullptr)
             continue;
         current = copy;
         if (!NameAfterMonth(*current, list, month, context))
             NameAfterMonth(*current, kFallbackList, month, context);
     }
-    return obstacle;
+    return reason;
 }
 
-/// The next sheet. Where there is none the sheets could not be made, for the reason given.
-book::Worksheet& SheetAfter(book::Worksheet& sheet, const std::string& obstacle)
+/// The next sheet. If there is none, copying failed for the given reason.
+book::Worksheet& NextSheet(book::Worksheet& sheet, const std::string& reason)
 {
     book::Worksheet* const next = sheet.Next();
     if (next == nullptr)
-        throw Error(book::ErrorKind::SheetNotCopied, sheet.Name(), obstacle);
+        throw Error(book::ErrorKind::SheetNotCopied, sheet.Name(), reason);
     return *next;
 }
 
 void FillMonthSheets(book::Worksheet& first, std::int16_t year,
-                     const model::MonthlyParameters& parameters, const std::string& obstacle,
+                     const model::MonthlyParameters& parameters, const std::string& reason,
                      Context& context)
 {
     book::Worksheet* sheet = &first;
     for (std::int16_t month = 1; month <= kMonths; ++month) {
         if (month > 1)
-            sheet = &SheetAfter(*sheet, obstacle);
-        FillAndTell(*sheet, year, month, CalendarKind::Monthly, parameters, context);
-        NoteSheet(*sheet, context);
+            sheet = &NextSheet(*sheet, reason);
+        FillAndNotify(*sheet, year, month, CalendarKind::Monthly, parameters, context);
+        RecordSheet(*sheet, context);
     }
 }
 
-/// The cells that move from month block to month block. The year's cell is not among them: it is
-/// written twelve times to one place.
+/// The cells that move with each month block. The year's cell does not, which is kept on purpose:
+/// it is written twelve times to the same place.
 struct BlockOrigins {
     CellPosition day;
     CellPosition weekday;
@@ -146,7 +146,7 @@ BlockOrigins OriginsOf(const model::YearlyParameters& parameters)
             parameters.FirstCellOfHoliday};
 }
 
-void PutBack(const BlockOrigins& origins, model::YearlyParameters& parameters)
+void RestoreOrigins(const BlockOrigins& origins, model::YearlyParameters& parameters)
 {
     parameters.FirstCellOfDay = origins.day;
     parameters.FirstCellOfWeekday = origins.weekday;
@@ -154,7 +154,7 @@ void PutBack(const BlockOrigins& origins, model::YearlyParameters& parameters)
     parameters.FirstCellOfHoliday = origins.holiday;
 }
 
-/// Moves the positions to the block of a month, `MonthLayout` blocks to a band.
+/// Moves the positions to a month's block; `MonthLayout` blocks stand side by side.
 void ShiftToBlock(const BlockOrigins& origins, std::int16_t month,
                   model::YearlyParameters& parameters)
 {
@@ -179,10 +179,10 @@ void FillMonthBlocks(book::Worksheet& sheet, std::int16_t year, model::YearlyPar
     const BlockOrigins origins = OriginsOf(parameters);
     for (std::int16_t month = 1; month <= kMonths; ++month) {
         ShiftToBlock(origins, month, parameters);
-        FillAndTell(sheet, year, month, CalendarKind::Yearly, parameters, context);
+        FillAndNotify(sheet, year, month, CalendarKind::Yearly, parameters, context);
     }
-    PutBack(origins, parameters);
-    NoteSheet(sheet, context);
+    RestoreOrigins(origins, parameters);
+    RecordSheet(sheet, context);
 }
 
 } // namespace
@@ -196,9 +196,9 @@ void MakeMonthlyCalendar(book::Workbook& workbook, std::int16_t year,
         book::Worksheet* const sheet = FindModelSheet(workbook, parameters.SheetName, context);
         if (sheet == nullptr)
             return;
-        const auto obstacle = MakeMonthSheets(*sheet, parameters.MonthName, context);
+        const auto reason = MakeMonthSheets(*sheet, parameters.MonthName, context);
         PrepareHolidays(year, parameters, context);
-        FillMonthSheets(*sheet, year, parameters, obstacle, context);
+        FillMonthSheets(*sheet, year, parameters, reason, context);
     }
     catch (const std::exception& error) {
         ReportFailure("Error in making monthly calendar.", error, context);

@@ -8,18 +8,18 @@
 
 namespace orrery::generate {
 
-// Both do nothing unless `Output` is set. Each reports its own failures, and the run goes on; they
-// throw nothing but RunEnded.
+// Both do nothing unless `Output` is set. They report their failures, and the run goes on; they
+// throw only RunEnded.
 
-/// Turns the model sheet into twelve sheets, one for each month and named after it. All copies are
-/// made before the first one is filled. Renaming and copying fail silently: the first sheet then
-/// keeps its name, a copy takes the name of the first list, or else the name it was born with.
+/// Turns the model sheet into twelve sheets named after the months. All copies are made before the
+/// first sheet is filled. Failures of renaming and copying are not reported: the first sheet then
+/// keeps its name, a copy gets its name from the first list, or else keeps its default name.
 void MakeMonthlyCalendar(book::Workbook& workbook, std::int16_t year,
                          const model::MonthlyParameters& parameters, Context& context);
 
 /// Names the model sheet after the year and fills twelve month blocks on it, `MonthLayout` of them
-/// side by side. The cell positions of the parameters are shifted from block to block; they are
-/// put back at the normal end and may stay shifted after a failure.
+/// side by side. Shifts the cell positions in `parameters` from block to block; they are restored
+/// at the end but may stay shifted after a failure, which is kept on purpose.
 void MakeYearlyCalendar(book::Workbook& workbook, std::int16_t year,
                         model::YearlyParameters& parameters, Context& context);
 

@@ -9,13 +9,13 @@
 
 namespace orrery::generate {
 
-/// What the runs of a program share. It outlives them: a run leaves its Easter date and its
-/// holiday dates behind, and the next one overwrites them.
+/// State that the runs of a program share. Easter and holiday dates stay after a run, until the
+/// next one overwrites them.
 struct Context {
     const model::NameTables& names;
     RunObserver& observer;
-    /// Takes the name of each sheet that is filled, twelve months and a year. Null: the application
-    /// is not asked for names.
+    /// Receives the name of each sheet that is filled, twelve months and a year. If null, the
+    /// application is not asked for names.
     std::vector<std::string>* filledSheets = nullptr;
     holidays::Date easter = {}; ///< Easter Sunday of the run's year
     holidays::HolidayDateList holidayDates = {};

@@ -7,7 +7,7 @@
 namespace orrery::generate {
 
 enum class ErrorKind {
-    OutputIsTemplate, ///< a calendar would replace the template that it is made from
+    OutputIsTemplate, ///< the output would replace the template
 };
 
 std::string Sentence(ErrorKind kind, const util::ErrorDetails& details);

@@ -6,7 +6,7 @@
 
 namespace orrery::generate {
 
-bool IsLoss(const std::exception& error)
+bool IsApplicationLost(const std::exception& error)
 {
     const auto* const own = dynamic_cast<const Error*>(&error);
     return own != nullptr && own->Kind() == book::ErrorKind::ApplicationLost;
@@ -15,7 +15,7 @@ bool IsLoss(const std::exception& error)
 void ReportFailure(const std::string& sentence, const std::exception& error, Context& context)
 {
     context.observer.Report(sentence + "\r\n" + util::ErrorText(error));
-    if (IsLoss(error))
+    if (IsApplicationLost(error))
         throw RunEnded();
 }
 

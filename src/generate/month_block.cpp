@@ -17,13 +17,13 @@ using util::Multiply32;
 constexpr std::int16_t kDaysPerWeek = 7;
 constexpr std::int16_t kSunday = 1;
 
-/// A place in the grid of days, both counted from 0.
+/// A position in the grid of days, counted from 0.
 struct GridPosition {
     std::int16_t week = 0;
     std::int16_t column = 0;
 };
 
-/// What becomes of several holidays on one day.
+/// Where several holidays of one day are written.
 enum class MultiHolidays : std::int16_t { Overwrite = 0, NextRow = 1, NextColumn = 2 };
 
 bool WeeksBeginOnMonday(const CalendarParameters& parameters)
@@ -59,7 +59,7 @@ CellPosition CellInGrid(CellPosition origin, GridPosition place,
             Add32(origin.column, Multiply32(place.column, parameters.ColIntervalOfDay))};
 }
 
-/// Writes one month; the steps throw.
+/// Writes one month; any step may throw.
 class MonthWriter {
 public:
     MonthWriter(book::Worksheet& sheet, std::int16_t year, std::int16_t month,
@@ -122,37 +122,38 @@ private:
     void WriteHolidays(std::int16_t day, GridPosition place)
     {
         const auto date = holidays::MakeDate(year_, month_, day);
-        // Looked at before the count is: once every slot is used up, this is out of range.
+        // Kept on purpose: read before the count is checked, so this throws when all slots are used
+        // up.
         if (date < holidays_.DateAt(holidays_.Cursor))
             return;
-        std::int16_t ofDay = 0;
+        std::int16_t indexOnDay = 0;
         while (holidays_.Cursor < holidays_.Count) {
             const auto entry = holidays_.DateAt(holidays_.Cursor);
             if (entry > date)
                 return;
             if (entry == date) {
-                WriteHoliday(holidays_.NameAt(holidays_.Cursor), place, ofDay);
-                ofDay = Add16(ofDay, 1);
+                WriteHoliday(holidays_.NameAt(holidays_.Cursor), place, indexOnDay);
+                indexOnDay = Add16(indexOnDay, 1);
             }
             holidays_.Cursor = Add16(holidays_.Cursor, 1);
         }
     }
 
-    /// `ofDay` counts the holidays of one day from 0.
-    void WriteHoliday(const std::string& name, GridPosition place, std::int16_t ofDay)
+    /// `indexOnDay` counts the holidays of one day from 0.
+    void WriteHoliday(const std::string& name, GridPosition place, std::int16_t indexOnDay)
     {
         CellPosition cell = CellInGrid(parameters_.FirstCellOfHoliday, place, parameters_);
         switch (MultiHolidays{parameters_.MultiHolidays}) {
         case MultiHolidays::Overwrite:
             break;
         case MultiHolidays::NextRow:
-            cell.row = Add32(cell.row, ofDay);
+            cell.row = Add32(cell.row, indexOnDay);
             break;
         case MultiHolidays::NextColumn:
-            cell.column = Add32(cell.column, ofDay);
+            cell.column = Add32(cell.column, indexOnDay);
             break;
         default:
-            return; // an unknown policy writes no name
+            return; // an unknown value writes no name
         }
         Put(cell, name, book::CellMember::Value);
     }

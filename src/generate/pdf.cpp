@@ -16,7 +16,7 @@ std::string PdfPath(const std::string& workbookPath)
     const std::string name = util::FileName(workbookPath);
     const std::string folder = workbookPath.substr(0, workbookPath.size() - name.size());
     const std::string pdfName = util::BaseName(name) + ".pdf";
-    const bool isWorkbook = util::EqualIgnoringCase(pdfName, name); // it must not be replaced
+    const bool isWorkbook = util::EqualIgnoringCase(pdfName, name); // must not be overwritten
     return folder + (isWorkbook ? name + ".pdf" : pdfName);
 }
 
@@ -30,8 +30,8 @@ std::optional<std::string> PdfMaker::Make(const std::string& workbookPath,
         return pdfPath;
     }
     catch (const std::exception& error) {
-        if (IsLoss(error))
-            printer_.reset(); // the next workbook gets another one
+        if (IsApplicationLost(error))
+            printer_.reset(); // start a new one for the next workbook
         context.observer.Report("Failed to make the PDF file.\r\n" + util::ErrorText(error));
         return std::nullopt;
     }

@@ -10,19 +10,19 @@
 
 namespace orrery::generate {
 
-/// The path of a workbook's PDF: beside it, ".pdf" in place of its ending. Never the workbook's
-/// own.
+/// The path of a workbook's PDF: beside it, with the extension ".pdf". Never the workbook's own
+/// path.
 std::string PdfPath(const std::string& workbookPath);
 
-/// Makes the PDF files that belong to the workbooks of one or more runs. What prints them is
-/// started for the first one and ends with this object.
+/// Makes the PDF files of one or more runs. The printer is started for the first one and ends with
+/// this object.
 class PdfMaker {
 public:
-    /// The engines outlive the maker.
+    /// `engines` must outlive the object.
     explicit PdfMaker(book::Engines& engines) : engines_(engines) {}
 
-    /// Makes the PDF of these sheets of a saved workbook; one of that name is replaced. Its path.
-    /// A failure is reported and gives nothing.
+    /// Prints these sheets of a saved workbook to a PDF, replacing an old one, and returns its
+    /// path. Reports a failure and returns nothing.
     std::optional<std::string> Make(const std::string& workbookPath,
                                     const std::vector<std::string>& sheets, Context& context);
 
@@ -31,7 +31,7 @@ private:
                const std::string& pdfPath);
 
     book::Engines& engines_;
-    std::unique_ptr<book::PdfPrinter> printer_; ///< null until it is needed, and once it is gone
+    std::unique_ptr<book::PdfPrinter> printer_; ///< null until it is needed, and after it is lost
 };
 
 } // namespace orrery::generate

@@ -6,7 +6,7 @@
 
 namespace orrery::generate {
 
-/// Stands in for a sheet of the real workbook.
+/// Wraps a sheet of the real workbook.
 class RecordingWorkbook::Sheet : public book::Worksheet {
 public:
     Sheet(RecordingWorkbook& workbook, book::Worksheet& real) : workbook_(workbook), real_(real) {}
@@ -17,7 +17,7 @@ public:
     {
         real_.CopyAfter(static_cast<Sheet&>(after).real_);
     }
-    book::Worksheet* Next() override { return workbook_.StandInFor(real_.Next()); }
+    book::Worksheet* Next() override { return workbook_.WrapSheet(real_.Next()); }
     void SetCell(std::int32_t row, std::int32_t column, const book::CellValue& value,
                  book::CellMember member) override
     {
@@ -26,7 +26,7 @@ public:
             real_.SetCell(row, column, value, member);
         }
         catch (const util::Error& error) {
-            if (IsLoss(error))
+            if (IsApplicationLost(error))
                 throw;
             record.error = error;
         }
@@ -44,7 +44,7 @@ RecordingWorkbook::~RecordingWorkbook() = default;
 
 book::Worksheet* RecordingWorkbook::FindWorksheet(std::string_view name)
 {
-    return StandInFor(workbook_.FindWorksheet(name));
+    return WrapSheet(workbook_.FindWorksheet(name));
 }
 
 void RecordingWorkbook::SaveAs(const std::filesystem::path& /*target*/,
@@ -57,14 +57,14 @@ std::vector<RecordedCell> RecordingWorkbook::Take()
     return std::exchange(cells_, {});
 }
 
-book::Worksheet* RecordingWorkbook::StandInFor(book::Worksheet* sheet)
+book::Worksheet* RecordingWorkbook::WrapSheet(book::Worksheet* sheet)
 {
     if (sheet == nullptr)
         return nullptr;
-    auto& standIn = sheets_[sheet];
-    if (!standIn)
-        standIn = std::make_unique<Sheet>(*this, *sheet);
-    return standIn.get();
+    auto& wrapper = sheets_[sheet];
+    if (!wrapper)
+        wrapper = std::make_unique<Sheet>(*this, *sheet);
+    return wrapper.get();
 }
 
 } // namespace orrery::generate

@@ -12,35 +12,35 @@
 
 namespace orrery::generate {
 
-/// A value that was written, or could not be.
+/// A cell that a run wrote, or failed to write.
 struct RecordedCell {
     std::string sheet;
     model::CellPosition cell;
     book::CellValue value;
-    std::optional<util::Error> error; ///< why it could not be written
+    std::optional<util::Error> error; ///< why it could not be written; absent if it was
 };
 
-/// A workbook in front of a real one. Passes every call on but saving, and records the cells: so a
-/// run can be tried and looked at before it is made. A cell that cannot be written is recorded and
-/// does not end its month; an application that is gone does.
+/// Wraps a real workbook. Forwards every call except saving, and records the cells, so that a run
+/// can be tried without saving. A cell that cannot be written is recorded and does not end its
+/// month; a lost application does.
 class RecordingWorkbook : public book::Workbook {
 public:
-    /// The workbook outlives this one.
+    /// `workbook` must outlive the object.
     explicit RecordingWorkbook(book::Workbook& workbook);
     ~RecordingWorkbook() override;
     RecordingWorkbook(const RecordingWorkbook&) = delete;
     RecordingWorkbook& operator=(const RecordingWorkbook&) = delete;
 
     book::Worksheet* FindWorksheet(std::string_view name) override;
-    /// Saves nothing.
+    /// Does nothing.
     void SaveAs(const std::filesystem::path& target, book::AccessMode accessMode) override;
 
-    /// What was recorded since the last time, in order.
+    /// Returns the cells recorded since the last call, in order.
     std::vector<RecordedCell> Take();
 
 private:
     class Sheet;
-    book::Worksheet* StandInFor(book::Worksheet* sheet);
+    book::Worksheet* WrapSheet(book::Worksheet* sheet);
 
     book::Workbook& workbook_;
     std::map<book::Worksheet*, std::unique_ptr<Sheet>> sheets_;

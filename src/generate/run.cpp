@@ -33,7 +33,7 @@ void RemoveFileIfPossible(const std::string& path)
     std::filesystem::remove(util::ToPath(path), ignored);
 }
 
-void SwitchOff(book::Application& application)
+void HideApplication(book::Application& application)
 {
     application.SetDisplayAlerts(false);
     application.SetVisible(false);
@@ -41,7 +41,7 @@ void SwitchOff(book::Application& application)
     application.SetScreenUpdating(false);
 }
 
-void SwitchOn(book::Application& application)
+void ShowApplication(book::Application& application)
 {
     application.SetInteractive(true);
     application.SetScreenUpdating(true);
@@ -49,7 +49,7 @@ void SwitchOn(book::Application& application)
     application.SetDisplayAlerts(true);
 }
 
-/// Where the template's name is a link to the output, removing the old output would lose both.
+/// If the template is a link to the output, removing the old output would lose both.
 void CheckOutputIsNotTemplate(const GenerateJob& job)
 {
     namespace fs = std::filesystem;
@@ -62,7 +62,7 @@ void CheckOutputIsNotTemplate(const GenerateJob& job)
         throw Error(ErrorKind::OutputIsTemplate, job.outputPath);
 }
 
-/// Proves that the output can be written before any work is done. A link under the output's name
+/// Makes sure that the output can be written before any work is done. A link with the output's name
 /// is removed like a file, so that nothing outside the output folder is touched.
 void PrepareOutput(const GenerateJob& job)
 {
@@ -74,10 +74,10 @@ void PrepareOutput(const GenerateJob& job)
     const std::string folder = util::ParentFolder(outputPath);
     if (!folder.empty())
         util::EnsureFolder(folder);
-    util::MakeEmptyFile(path);
+    util::CreateEmptyFile(path);
 }
 
-/// Takes away an output file that was begun and never saved.
+/// Removes an output file that was started but not saved.
 class UnfinishedOutput {
 public:
     UnfinishedOutput() = default;
@@ -96,7 +96,7 @@ private:
     std::string path_;
 };
 
-/// An output file without content is nothing that anybody can open.
+/// Opens the template. If that fails, removes the empty output file, which nobody could open.
 book::Workbook& OpenTemplate(book::Application& application, const GenerateJob& job)
 {
     try {
@@ -108,11 +108,11 @@ book::Workbook& OpenTemplate(book::Application& application, const GenerateJob& 
     }
 }
 
-/// The steps of a run between starting the application and letting go of it.
-bool UseApplication(book::Application& application, const GenerateJob& job,
-                    model::ParameterSets& sets, Context& context, UnfinishedOutput& unfinished)
+/// The steps of a run between starting the application and releasing it.
+bool RunInApplication(book::Application& application, const GenerateJob& job,
+                      model::ParameterSets& sets, Context& context, UnfinishedOutput& unfinished)
 {
-    SwitchOff(application);
+    HideApplication(application);
     bool saved = false;
     if (book::Workbook* const workbook = OpenCalendarWorkbook(application, job, context)) {
         unfinished.Begin(job.outputPath);
@@ -122,7 +122,7 @@ bool UseApplication(book::Application& application, const GenerateJob& job,
         saved = SaveCalendar(*workbook, job.outputPath, context);
         if (saved) {
             unfinished.Keep();
-            SwitchOn(application);
+            ShowApplication(application);
             application.ReleaseWorkbook(*workbook);
         }
     }
@@ -131,7 +131,7 @@ bool UseApplication(book::Application& application, const GenerateJob& job,
     return saved;
 }
 
-/// Collects the names of the sheets that runs fill, as long as it lives.
+/// Records the names of the sheets that runs fill, until it is destroyed.
 class SheetNames {
 public:
     explicit SheetNames(Context& context) : context_(context) { context.filledSheets = &names_; }
@@ -146,7 +146,7 @@ private:
     std::vector<std::string> names_;
 };
 
-/// The workbook and, where there is a maker, its PDF.
+/// Makes the workbook and, with a PDF maker, its PDF.
 std::optional<SavedCalendar> MakeFiles(const ApplicationFactory& startApplication,
                                        const GenerateJob& job, model::ParameterSets& sets,
                                        Context& context, PdfMaker* pdfMaker)
@@ -202,7 +202,7 @@ std::optional<SavedCalendar> RunGenerate(const GenerateRequest& request, model::
         hourglass = true;
         saved = MakeFiles(startApplication, job, sets, context, pdfMaker);
     }
-    catch (const util::OverflowError&) { // of the year's text or of its Easter Sunday
+    catch (const util::OverflowError&) { // from the year's text or its Easter Sunday
         context.observer.Report(
             util::ErrorText(Error(util::ErrorKind::Overflow, request.yearText)));
     }
@@ -217,13 +217,13 @@ std::optional<SavedCalendar> RunGenerate(const GenerateRequest& request, model::
 bool GenerateCalendar(const ApplicationFactory& startApplication, const GenerateJob& job,
                       model::ParameterSets& sets, Context& context)
 {
-    UnfinishedOutput unfinished; // goes last: the application may have the file open until it ends
+    UnfinishedOutput unfinished; // removed last: the application may keep the file open
     const std::unique_ptr<book::Application> application = startApplication();
     try {
-        return UseApplication(*application, job, sets, context, unfinished);
+        return RunInApplication(*application, job, sets, context, unfinished);
     }
     catch (const RunEnded&) {
-        return false; // reported where it struck
+        return false; // already reported
     }
 }
 
@@ -243,7 +243,7 @@ book::Workbook* OpenCalendarWorkbook(book::Application& application, const Gener
 
 bool SaveCalendar(book::Workbook& workbook, const std::string& outputPath, Context& context)
 {
-    RemoveFileIfPossible(outputPath); // normally the empty one
+    RemoveFileIfPossible(outputPath); // normally the empty file
     try {
         workbook.SaveAs(util::ToPath(outputPath), book::AccessMode::NoChange);
         return true;

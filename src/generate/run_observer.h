@@ -13,26 +13,26 @@ using holidays::CalendarKind;
 
 enum class RequestField { Year, Template };
 
-/// What is wrong with a request: the field that gets the focus and the message.
+/// What is wrong with a request: the message, and the field that gets the focus.
 struct RequestProblem {
     RequestField field;
     std::string message;
 };
 
-/// Told what happens in runs, in the order in which it happens. Only reports have to be taken.
+/// Is told what happens in a run, in order. Only `Report` must be implemented.
 class RunObserver : public util::ErrorReporter {
 public:
-    /// The request fails its checks: shows the message and puts the focus into the field.
+    /// The request fails its checks: shows the message and moves the focus to the field.
     virtual void ShowProblem(const RequestProblem& problem) { Report(problem.message); }
     virtual void SetHourglass(bool /*on*/) {}
-    /// A failure that a run passes over without a report: a sheet that keeps its name or is not
-    /// copied. `what` is a sentence about it.
-    virtual void PassedOver(const std::string& /*what*/, const std::exception& /*error*/) {}
-    /// A month [1:12] was worked through.
+    /// The run ignores a failure without reporting it: a sheet keeps its name or is not copied.
+    /// `what` is a sentence about it.
+    virtual void FailureIgnored(const std::string& /*what*/, const std::exception& /*error*/) {}
+    /// A month [1:12] was filled, or has failed.
     virtual void MonthDone(CalendarKind /*kind*/, std::int16_t /*month*/) {}
     /// The workbook is about to be saved, which takes long when its sheets are large.
     virtual void Saving() {}
-    /// A PDF of that path is about to be made.
+    /// A PDF is about to be printed to that path.
     virtual void Printing(const std::string& /*path*/) {}
 };
 

@@ -13,7 +13,7 @@
 namespace orrery::generate {
 namespace {
 
-/// Collects what a run tells, each on one line behind its calendar's name.
+/// Collects the reports of a run, one line each, after its calendar's name.
 class FindingList : public RunObserver {
 public:
     FindingList(RecordingWorkbook& workbook, std::int16_t year) : workbook_(workbook), year_(year)
@@ -28,7 +28,7 @@ public:
             line += (line.empty() ? "" : " ") + std::string(part);
         lines_.push_back(calendar_ + ": " + line);
     }
-    void PassedOver(const std::string& what, const std::exception& error) override
+    void FailureIgnored(const std::string& what, const std::exception& error) override
     {
         Report(what + "\r\n" + util::ErrorText(error));
     }
@@ -72,7 +72,7 @@ std::vector<std::string> TryCalendars(book::Workbook& workbook, std::int16_t yea
         MakeYearlyCalendar(recording, year, sets.Yearly, context);
     }
     catch (const RunEnded&) {
-        // The last finding says that the application is gone.
+        // The last finding says that the application is lost.
     }
     return findings.Take();
 }

@@ -10,9 +10,9 @@
 
 namespace orrery::generate {
 
-/// Makes both calendars of a year in an open workbook, which is not saved, and says what would go
-/// wrong, one line each: a sheet that is not there or cannot be named or copied, and for each month
-/// the cells that cannot be written. Throws OverflowError for a year whose Easter Sunday cannot be
+/// Makes both calendars of a year in an open workbook without saving it, and returns what would go
+/// wrong, one line each: a sheet that is missing or cannot be named or copied, and for each month
+/// the cells that cannot be written. Throws OverflowError if the year's Easter Sunday cannot be
 /// computed.
 std::vector<std::string> TryCalendars(book::Workbook& workbook, std::int16_t year,
                                       model::ParameterSets sets, const model::NameTables& names);

@@ -40,8 +40,8 @@ std::int16_t WeekdayOf(Date date)
 Date MakeDate(std::int16_t year, std::int16_t month, std::int16_t day)
 {
     using namespace std::chrono;
-    // Months since January of year 0. A day carries a date by less than ninety years, so outside
-    // this range none can bring it back into the type's.
+    // Months since January of year 0. A 16-bit day moves a date by less than ninety years, so
+    // outside this range no day can bring it back into the years [1:9999].
     const int monthCount = 12 * year + (month - 1);
     if (monthCount < -12 * 100 || monthCount > 12 * 10100)
         throw util::OutOfRangeError();
@@ -55,7 +55,7 @@ Date MakeDate(std::int16_t year, std::int16_t month, std::int16_t day)
 
 Date EasterDate(std::int16_t year)
 {
-    // Every intermediate is 16 bits wide; 5 x year is the first to overflow.
+    // Every intermediate result is 16 bits wide; 5 x year is the first to overflow.
     const std::int16_t golden = Add16(Narrow16(year % 19), 1);
     const std::int16_t century = Add16(Narrow16(year / 100), 1);
     const std::int16_t skipped = Subtract16(Narrow16(Multiply16(3, century) / 4), 12);

@@ -13,7 +13,7 @@ namespace {
 
 using util::Narrow16;
 
-constexpr std::int16_t kLastEasterKind = 12; // 9 to 12 are read as Easter rules too
+constexpr std::int16_t kLastEasterKind = 12; // 9 to 12 count as Easter rules too
 
 std::size_t SlotOf(std::int16_t index)
 {
@@ -22,7 +22,7 @@ std::size_t SlotOf(std::int16_t index)
     return static_cast<std::size_t>(index);
 }
 
-/// The day of a month on which a rule's weekday falls; beyond the month for some ordinals.
+/// The day of the month on which a rule's weekday falls; outside the month for some ordinals.
 std::int16_t DayOfWeekdayRule(std::int16_t year, std::int16_t month, std::int16_t ordinal,
                               std::int16_t weekday)
 {
@@ -40,7 +40,7 @@ std::int16_t DayOfWeekdayRule(std::int16_t year, std::int16_t month, std::int16_
 Date DateOfRule(std::int16_t year, const HolidayDef& rule, Date easter)
 {
     if (rule.Kind >= kEaster && rule.Kind <= kLastEasterKind) {
-        // Only month and day are taken: an offset that leaves the year comes back into it.
+        // Only month and day are used, so an offset that leaves the year wraps around into it.
         const std::chrono::year_month_day date(easter + std::chrono::days(rule.DateCode));
         return MakeDate(year, Narrow16(static_cast<unsigned>(date.month())),
                         Narrow16(static_cast<unsigned>(date.day())));
@@ -76,7 +76,7 @@ void ComputeHolidayDates(std::int16_t year, const HolidayList& holidays, Date ea
             out.Names[slot] = rule.Name;
         }
         catch (const util::Error&) {
-            // A date that cannot be built: the slot keeps what it held.
+            // The date cannot be built: the slot keeps its old content.
         }
         ++slot;
     }

@@ -44,8 +44,8 @@ void ReadSectionRules(std::string_view text, std::string_view header, HolidayLis
     }
 }
 
-/// Runs a reader over a file's text. A file that cannot be opened leaves the list empty; an error
-/// in a rule ends the reading and keeps the rules before it.
+/// Runs a reader over a file's text. If the file cannot be opened the list stays empty; an error in
+/// a rule ends the reading and keeps the rules before it.
 template <typename Reader>
 void ReadFileInto(const std::filesystem::path& path, HolidayList& list, Reader read)
 {
@@ -57,7 +57,7 @@ void ReadFileInto(const std::filesystem::path& path, HolidayList& list, Reader r
         read(util::DecodeTextFile(*bytes));
     }
     catch (const util::Error&) {
-        // A number beyond its width or a date in month 0; the list holds what came before.
+        // A number too large or a date in month 0; the list keeps the rules before it.
         return;
     }
 }

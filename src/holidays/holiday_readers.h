@@ -6,14 +6,14 @@
 
 namespace orrery::holidays {
 
-/// Which calendar of a template: 1 monthly, 2 yearly.
+/// The calendars of a template.
 enum class CalendarKind : std::int16_t { Monthly = 1, Yearly = 2 };
 
-/// Replaces the list by the rules of a holiday file. A file that cannot be read, which one beyond
-/// `util::kMostText` never is, leaves it empty.
+/// Replaces the list with the rules of a holiday file. The list is empty if the file cannot be read
+/// or is larger than `util::kMaxTextFileSize`.
 void ReadHolidayFile(const std::filesystem::path& path, HolidayList& list);
 
-/// Replaces the list by the rules of one section of a template's parameter file.
+/// Replaces the list with the rules of one section of a template's parameter file.
 void ReadTemplateHolidays(CalendarKind calendar, const std::filesystem::path& path,
                           HolidayList& list);
 

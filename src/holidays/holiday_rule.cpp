@@ -62,7 +62,7 @@ constexpr std::array<Word, 5> kEasterDays = {{{"FRI", "FRIDAY", -2},
                                               {"MON", "MONDAY", 1},
                                               {"TUE", "TUESDAY", 2}}};
 
-/// Days from Easter Sunday: those of the weekday after the word, else those of the date field.
+/// Days from Easter Sunday, taken from the weekday after the word EASTER, else from the date field.
 std::int16_t EasterOffset(const Fields& fields)
 {
     const std::string_view rest = std::string_view(fields.kind).substr(kEasterWord.size());
@@ -71,19 +71,19 @@ std::int16_t EasterOffset(const Fields& fields)
     return util::RoundTo16(util::ReadNumber(fields.date).value_or(0));
 }
 
-/// The date code of a fixed date or of a weekday of a month, where the date field holds one.
+/// The date code of a fixed date or a weekday of a month, or nothing if the date field has none.
 std::optional<std::int16_t> MonthAndDayCode(const Fields& fields, std::int16_t kind)
 {
     const auto number = util::ReadNumber(fields.date);
     if (!number)
         return std::nullopt;
     const std::int32_t code = util::RoundTo32(*number);
-    // Rounded, not cut: 1250 passes as month 12 and 1251 fails as month 13.
+    // Rounded, not truncated: 1250 passes as month 12 and 1251 fails as month 13.
     const std::int32_t month = util::RoundTo32(code / 100.0);
     const std::int32_t day = code % 100;
     if (month < 0 || month > 12)
         return std::nullopt;
-    // Month 0 has no length, which ends the reading of a file.
+    // Month 0 throws here, which ends the reading of a file.
     if (kind == kFixedDay && day > TableDaysInMonth(static_cast<std::int16_t>(month)))
         return std::nullopt;
     if (day < 0)
@@ -97,10 +97,10 @@ std::string FormatDateCode(const HolidayDef& rule)
 {
     if (rule.Kind >= kEaster)
         return std::to_string(rule.DateCode);
-    constexpr std::size_t leastDigits = 4;
+    constexpr std::size_t minDigits = 4;
     std::string digits = std::to_string(std::abs(int{rule.DateCode}));
-    if (digits.size() < leastDigits)
-        digits.insert(0, leastDigits - digits.size(), '0');
+    if (digits.size() < minDigits)
+        digits.insert(0, minDigits - digits.size(), '0');
     return rule.DateCode < 0 ? '-' + digits : digits;
 }
 

@@ -10,13 +10,12 @@
 
 namespace orrery::holidays {
 
-// Kinds of a rule, as stored in HolidayDef::Kind.
+// Rule kinds, as stored in HolidayDef::Kind.
 inline constexpr std::int16_t kFixedDay = 0;     ///< DateCode is month x 100 + day
 inline constexpr std::int16_t kFirstWeekday = 1; ///< Sunday; to 7, Saturday: month x 100 + ordinal
 inline constexpr std::int16_t kLastWeekday = 7;
 inline constexpr std::int16_t kEaster = 8; ///< DateCode is days from Easter Sunday
 
-/// One holiday rule.
 struct HolidayDef {
     std::int16_t DateCode = 0;
     std::int16_t Kind = 0;
@@ -28,10 +27,10 @@ struct HolidayDef {
 inline constexpr std::array<std::string_view, kEaster + 1> kKindWords = {
     "", "Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Easter"};
 
-/// "0101": at least four digits behind the sign; the plain number of days for an Easter rule.
+/// "0101": at least four digits after the sign; for an Easter rule just the number of days.
 std::string FormatDateCode(const HolidayDef& rule);
 
-/// A counted list of at most 1,025 rules, in file order.
+/// At most 1,025 rules, in file order. The limit is kept on purpose.
 class HolidayList {
 public:
     static constexpr std::int16_t kCapacity = 1025;
@@ -42,7 +41,7 @@ public:
     auto end() const { return rules_.end(); }
     bool IsFull() const { return Count() == kCapacity; }
     void Clear() { rules_.clear(); }
-    /// Appends a rule; a full list passes it over.
+    /// Appends a rule; a full list ignores it.
     void Append(HolidayDef rule);
     friend bool operator==(const HolidayList&, const HolidayList&) = default;
 
@@ -50,10 +49,10 @@ private:
     std::vector<HolidayDef> rules_;
 };
 
-/// Reads one rule line: date field, kind field and name, separated by commas. A line that is no
-/// rule gives nothing. Throws OverflowError for a date field beyond the 16 bits of an Easter offset
-/// or the 32 bits in which the month is looked for, and OutOfRangeError for a DAY rule of month 0;
-/// both end the reading of a file. Blanks around the two first fields do not count.
+/// Parses one rule line: date field, kind field and name, separated by commas. Blanks around the
+/// first two fields do not count. Returns nothing for a line that is not a rule. Throws
+/// OverflowError for an Easter offset beyond 16 bits or another date field beyond 32 bits, and
+/// OutOfRangeError for a DAY rule of month 0; both end the reading of a file.
 ///     accepted: "0704, DAY, Independence Day"    ", EASTER MON, Easter Monday"
 ///     rejected: "2, HOLIDAY, x"                  "/* comment */"
 std::optional<HolidayDef> ParseHolidayLine(std::string_view line);

@@ -6,24 +6,24 @@
 
 namespace orrery::holidays {
 
-// The lines of a template's parameter file, which hold parameters and holiday rules.
+// The lines of a template's parameter file, which contain parameters and holiday rules.
 
 inline constexpr std::string_view kMonthlySection = "[Monthly Calendar]";
 inline constexpr std::string_view kYearlySection = "[Yearly Calendar]";
 
-/// One "key=value" line. The key is its first token in upper case; blanks around "=" and at both
-/// ends of the value do not count.
+/// A "key=value" line. The key is the first token in upper case; blanks around "=" and after the
+/// value do not count.
 struct KeyLine {
     std::string key;
-    std::string_view value; ///< of the line that was read; never empty
+    std::string_view value; ///< part of the line that was read; never empty
 };
 
-/// Nothing for a line without "=" behind its first token, or without a value.
+/// Returns nothing for a line without "=" after its first token, or without a value.
 ///     accepted: " outWeekday = y"
 ///     rejected: "Output", "Output=", "Output==Y" ("==" is a token of its own)
 std::optional<KeyLine> ReadKeyLine(std::string_view line);
 
-/// Whether the key (in upper case) is that of a holiday rule: "HOLIDAY", "HOLIDAY12".
+/// Whether an upper-case key introduces a holiday rule: "HOLIDAY", "HOLIDAY12".
 bool IsHolidayKey(std::string_view key);
 
 } // namespace orrery::holidays

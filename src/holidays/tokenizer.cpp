@@ -19,7 +19,7 @@ bool IsPunctuation(char c)
     return c == '(' || c == ')' || c == ',';
 }
 
-/// A line with a reading position, which is counted from 1.
+/// A line with a read position, counted from 1.
 class Scanner {
 public:
     Scanner(std::string_view line, std::int32_t& pos) : line_(line), pos_(pos) {}
@@ -45,7 +45,8 @@ private:
     std::int32_t& pos_;
 };
 
-/// Takes the run that the quote under the scanner opens. An unclosed run takes the rest.
+/// Takes the quoted text that begins at the scanner. Without a closing quote it takes the rest of
+/// the line.
 void TakeQuotedRun(Scanner& scanner, bool keepQuotes, std::string& token)
 {
     const char quote = scanner.Peek();
@@ -56,7 +57,7 @@ void TakeQuotedRun(Scanner& scanner, bool keepQuotes, std::string& token)
         if (scanner.Peek() != quote) {
             scanner.Take(token);
         }
-        else if (scanner.NextIs(quote)) { // both stay, whatever happens to the outer ones
+        else if (scanner.NextIs(quote)) { // a doubled quote is kept in any case
             scanner.Take(token);
             scanner.Take(token);
         }

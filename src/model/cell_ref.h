@@ -18,16 +18,16 @@ struct CellPosition {
     friend bool operator==(const CellPosition&, const CellPosition&) = default;
 };
 
-/// Reads "B6", "aa12", "B", "12" or "": at most two letters, then digits. False where the text has
-/// another shape; both numbers are then -1. A number that is out of range is -1 although the
-/// result is true. Throws OverflowError for a digit run beyond 32 bits.
+/// Parses "B6", "aa12", "B", "12" or "": at most two letters, then digits. Returns false for any
+/// other text; both numbers are then -1. A number out of range is -1 although the result is true.
+/// Throws OverflowError for a row beyond 32 bits.
 bool ParseCellRef(std::string_view text, CellPosition& cell);
 
-/// "B6" for row 6, column 2; the empty text when either number is out of range.
+/// "B6" for row 6, column 2; empty if either number is out of range.
 std::string FormatCellRef(CellPosition cell);
 
-/// The cell of a text whose row and column are both at least 1, which is what a parameter needs;
-/// nothing otherwise, an overflowing digit run included.
+/// Parses a cell as a parameter needs it: row and column both present and in range. Returns nothing
+/// otherwise, also if the row overflows.
 std::optional<CellPosition> ReadCell(std::string_view text);
 
 } // namespace orrery::model

@@ -70,7 +70,7 @@ template <std::size_t NamesPerList>
 std::optional<std::array<std::string, NamesPerList>> SplitNames(std::string_view text)
 {
     std::array<std::string, NamesPerList> names;
-    std::size_t pos = 0; // npos behind the last piece; a text may have millions of them
+    std::size_t pos = 0; // npos after the last piece; a text may have millions of pieces
     for (std::string& name : names) {
         if (pos == std::string_view::npos)
             return std::nullopt;

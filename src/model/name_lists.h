@@ -10,44 +10,44 @@
 
 namespace orrery::model {
 
-/// A table of up to 257 lists of names, of which a parameter set selects one by its index [0:256].
-/// The count is kept beside the lists: lists that were skipped stay empty without being counted,
-/// so the counted lists are not always the first ones.
+/// A table of up to 257 lists of names; a parameter set selects one by its index [0:256]. The count
+/// is kept separately: skipped lists stay empty and are not counted, so the counted lists are not
+/// always the first ones.
 template <std::size_t NamesPerList> class NameLists {
 public:
     static constexpr std::size_t kCapacity = 257;
     using Names = std::array<std::string, NamesPerList>;
 
     std::int16_t Count() const { return count_; }
-    /// Throws OutOfRangeError beyond the table. A list that is not stored has empty names.
+    /// Throws OutOfRangeError outside the table. A list that is not stored has empty names.
     const Names& At(std::int16_t index) const;
-    /// One name; throws OutOfRangeError beyond the table or the list.
+    /// One name; throws OutOfRangeError outside the table or the list.
     const std::string& Name(std::int16_t index, std::int16_t position) const;
-    /// Stores list `index` [0:256] and counts it. Throws OutOfRangeError beyond the table.
+    /// Stores list `index` [0:256] and counts it. Throws OutOfRangeError outside the table.
     void Store(std::int16_t index, Names names);
-    /// Adds a list at the index equal to the count, over a list that may lie there behind a gap.
-    /// Throws OutOfRangeError when the table is full.
+    /// Stores a list at the index equal to the count, which after a gap may overwrite another list.
+    /// Throws OutOfRangeError if the table is full.
     std::int16_t Add(Names names);
-    /// Forgets all lists.
+    /// Removes all lists.
     void Clear();
-    /// Index of the first stored list with these names, or a negative value.
+    /// Index of the first stored list with these names, or -1.
     std::int16_t Find(const Names& names) const;
 
 private:
-    std::vector<std::optional<Names>> lists_; ///< up to the last list that is stored
+    std::vector<std::optional<Names>> lists_; ///< up to the last stored list
     std::int16_t count_ = 0;
 };
 
 using MonthNameList = NameLists<12>;  ///< January first
 using WeekdayNameList = NameLists<7>; ///< Sunday first
 
-/// The two tables of the program.
+/// The program's two tables of names.
 struct NameTables {
     MonthNameList Months;
     WeekdayNameList Weekdays;
 };
 
-/// The first names of a text separated by ",", each trimmed; nothing when there are too few.
+/// The first names of a comma-separated text, each trimmed; nothing if there are too few.
 template <std::size_t NamesPerList>
 std::optional<std::array<std::string, NamesPerList>> SplitNames(std::string_view text);
 

@@ -17,7 +17,7 @@ bool IsUnderstood(std::string_view rule)
         return holidays::ParseHolidayLine(rule).has_value();
     }
     catch (const util::Error&) {
-        return true; // it would end the reading of the file again
+        return true; // keeping it would end the next reading of the file
     }
 }
 

@@ -6,16 +6,16 @@
 
 namespace orrery::model {
 
-/// What a parameter file holds beside what its reader takes from it, written by people or by newer
-/// programs. It is kept when the file is saved.
+/// Content of a parameter file that the reader does not use, written by people or newer versions.
+/// It is kept when the file is saved.
 struct ParameterExtras {
-    // Lines of holiday rules that are not understood.
+    // Lines of holiday rules that cannot be parsed.
     std::vector<std::string> monthlyRules;
     std::vector<std::string> yearlyRules;
-    std::string sections; ///< those of other names, as they are
+    std::string sections; ///< all other sections, unchanged
 };
 
-/// Looks through the text of a parameter file.
+/// Finds the extras in the text of a parameter file.
 ParameterExtras FindExtras(std::string_view text);
 
 } // namespace orrery::model

@@ -24,7 +24,8 @@ void ReadParameterFile(const std::filesystem::path& path, NameTables& names, Par
         ApplyParameterText(util::DecodeTextFile(*bytes), names, sets);
     }
     catch (const util::Error&) {
-        // A full name table or a rule that overflows ends the reading; what was applied stays.
+        // A full name table or a rule that overflows ends the reading; everything before it stays
+        // applied.
         return;
     }
 }

@@ -11,14 +11,13 @@ namespace orrery::model {
 /// The template folder followed by the template's base name and ".ini".
 std::string ParameterFilePath(const std::string& templateFolder, const std::string& templateFile);
 
-/// Reads a parameter file over the sets, which must hold the defaults: a key that is missing or
-/// invalid leaves its field as it was. Unknown name lists are added to the tables. The holidays
-/// of both sets are dropped first, even when the file cannot be
-/// read.
+/// Reads a parameter file into the sets, which must contain the defaults: a missing or invalid key
+/// leaves its field unchanged. Unknown name lists are added to the tables. The holidays of both
+/// sets are cleared first, even if the file cannot be read.
 void ReadParameterFile(const std::filesystem::path& path, NameTables& names, ParameterSets& sets);
 
-/// Writes both sets, replacing the file. What the old one held in other sections, and holiday rules
-/// that were not understood, are kept. False when it cannot be written; an old file then stays.
+/// Writes both sets and replaces the file. Other sections of the old file, and holiday rules that
+/// cannot be parsed, are kept. False if it cannot be written; the old file then stays.
 bool WriteParameterFile(const std::filesystem::path& path, const NameTables& names,
                         const ParameterSets& sets);
 

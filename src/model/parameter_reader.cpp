@@ -11,7 +11,7 @@ namespace orrery::model {
 
 namespace {
 
-/// Index of the list with the names of the value, which becomes a new list when there is none.
+/// Index of the list with the value's names, which is added if it is new.
 template <std::size_t NamesPerList>
 std::int16_t SelectList(std::string_view value, NameLists<NamesPerList>& table)
 {
@@ -22,7 +22,7 @@ std::int16_t SelectList(std::string_view value, NameLists<NamesPerList>& table)
     return found >= 0 ? found : table.Add(*std::move(names));
 }
 
-/// Gives the parameter of a line its value, where the value is valid.
+/// Sets the parameter that a line names, if the value is valid.
 class LineReader {
 public:
     LineReader(const holidays::KeyLine& line, NameTables& names) : line_(line), names_(names) {}
@@ -44,7 +44,7 @@ private:
         field = util::EqualIgnoringCase(line_.value, "Y");
     }
     void Read(const SheetNameParameter& /*name*/, std::string& field) const { field = line_.value; }
-    /// Only Monday is ever set: a written 0 keeps the default.
+    /// Kept on purpose: only Monday is ever set, a 0 in the file keeps the default.
     void Read(const FirstDayParameter& /*day*/, std::int16_t& field) const
     {
         if (util::EqualIgnoringCase(line_.value, "MONDAY") || util::ReadNumber(line_.value) == 1.0)
@@ -75,7 +75,7 @@ private:
     bool isParameter_ = false;
 };
 
-/// A full list passes rules over without reading them.
+/// If the list is full the rule is not even parsed.
 void AppendHoliday(std::string_view value, holidays::HolidayList& list)
 {
     if (list.IsFull())

@@ -7,11 +7,11 @@
 #include <string_view>
 #include <type_traits>
 
-/// The one table of a template's parameters: their keys, kinds, ranges, defaults and order.
-/// Whatever reads, writes or shows all parameters goes through it by `VisitParameters`.
+/// The one table of a template's parameters: their keys, kinds, ranges, defaults and order. All
+/// code that reads, writes or shows the parameters uses `VisitParameters`.
 namespace orrery::model {
 
-/// A value for each of the two calendars.
+/// One value per calendar.
 template <typename Value> struct ByCalendar {
     Value monthly;
     Value yearly;
@@ -21,8 +21,8 @@ template <typename Value> struct ByCalendar {
     }
 };
 
-// The kinds of parameters. A key is spelled as it is written; read it in any case. `initial` is
-// what the settings file means where it does not have the key.
+// The kinds of parameters. A key is written as spelled here and read in any case. `initial` is the
+// default if the settings file does not have the key.
 
 struct FlagParameter {
     std::string_view key;
@@ -39,18 +39,20 @@ struct FirstDayParameter {
     std::string_view key;
 };
 
-/// A whole number of [low:high]. The range is checked on the number as it is written.
+/// A whole number [low:high]. The range is checked before rounding.
 struct NumberParameter {
     std::string_view key;
     std::int32_t low;
     std::int32_t high;
     ByCalendar<std::int32_t> initial;
+    /// The dialog accepts [low:dialogHigh], for some parameters less than a file may contain.
+    std::int32_t dialogHigh = high;
 };
 
 struct CellParameter {
     std::string_view key;
     ByCalendar<std::string_view> initial;
-    /// Stands in where neither the key nor `initial` gives a cell; takes the first day's cell.
+    /// Computes the cell from the first day's if neither the key nor `initial` gives one.
     CellPosition (*fallback)(CellPosition firstDay);
 };
 
@@ -68,17 +70,19 @@ inline constexpr CellPosition kDefaultFirstDay{5, 2}; // B5
 
 inline constexpr NumberParameter kColIntervalOfDay{"ColIntervalOfDay", 1, 36, {1, 1}};
 inline constexpr NumberParameter kRowIntervalOfDay{"RowIntervalOfDay", 1, 10000, {5, 1}};
+inline constexpr NumberParameter kColIntervalOfMonth{"ColIntervalOfMonth", 1, 256, {8, 8}, 36};
+inline constexpr NumberParameter kRowIntervalOfMonth{"RowIntervalOfMonth", 1, 10000, {9, 9}, 36};
 
-/// The parameters of the yearly calendar alone.
+/// The parameters that only the yearly calendar has.
 template <typename Set, typename Visit> void VisitYearlyParameters(Set& set, Visit& visit)
 {
     visit(NumberParameter{"MonthLayout", 1, 12, {3, 3}}, set.MonthLayout);
-    visit(NumberParameter{"ColIntervalOfMonth", 1, 256, {8, 8}}, set.ColIntervalOfMonth);
-    visit(NumberParameter{"RowIntervalOfMonth", 1, 10000, {9, 9}}, set.RowIntervalOfMonth);
+    visit(kColIntervalOfMonth, set.ColIntervalOfMonth);
+    visit(kRowIntervalOfMonth, set.RowIntervalOfMonth);
 }
 
 /// Calls visit(kind, field) for each parameter of a set, constant or not, in the order of a
-/// parameter file. The holidays, which stand behind, are no parameter.
+/// parameter file. Holidays come after the parameters and are not visited.
 template <typename Set, typename Visit> void VisitParameters(Set& set, Visit&& visit)
 {
     using Cell = CellPosition;

@@ -9,16 +9,16 @@
 
 namespace orrery::model {
 
-// The text of a parameter file: a section "[Monthly Calendar]" and a section "[Yearly Calendar]",
-// spelled like this, with "Key=value" lines whose keys are spelled in any case.
+// The text of a parameter file: the sections "[Monthly Calendar]" and "[Yearly Calendar]", spelled
+// exactly so, with "Key=value" lines, in which the case of keys is ignored.
 
-/// Applies the lines over the sets, in order, and adds unknown name lists to the tables. Throws
-/// Error at a line that cannot be finished; everything before it stays applied.
+/// Applies the lines to the sets, in order, and adds unknown name lists to the tables. Throws Error
+/// at a line that fails; everything before it stays applied.
 void ApplyParameterText(std::string_view text, NameTables& names, ParameterSets& sets);
 
-/// Both sets with their keys in the fixed order, with the extras behind the holidays and behind
-/// both sections; lines end in CR LF on every system because the file travels with its template.
-/// Throws OutOfRangeError for the index of a list that no table has.
+/// Formats both sets with their keys in a fixed order. Extra rules follow the holidays of their
+/// section, other sections follow both. Lines end in CR LF on every system because the file travels
+/// with its template. Throws OutOfRangeError for an index outside the tables of names.
 std::string FormatParameterText(const NameTables& names, const ParameterSets& sets,
                                 const ParameterExtras& extras = {});
 

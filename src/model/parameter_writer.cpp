@@ -10,7 +10,7 @@ namespace orrery::model {
 
 namespace {
 
-/// "1225,,Christmas Day"; kinds above the Easter rule count as one.
+/// "1225,,Christmas Day"; kinds above Easter count as Easter.
 std::string RuleText(const holidays::HolidayDef& rule)
 {
     const auto word =
@@ -43,13 +43,13 @@ public:
     }
     void operator()(const WeekdayNamesParameter& list, std::int16_t value)
     {
-        Line(list.key, Joined(names_.Weekdays.At(value)));
+        Line(list.key, Join(names_.Weekdays.At(value)));
     }
     void operator()(const MonthNamesParameter& list, std::int16_t value)
     {
-        Line(list.key, Joined(names_.Months.At(value)));
+        Line(list.key, Join(names_.Months.At(value)));
     }
-    /// A section: its parameters, its holidays, and rules as they were.
+    /// Writes a section: its parameters, its holidays, and the given rule lines unchanged.
     template <typename Set>
     void Section(std::string_view header, const Set& set, const std::vector<std::string>& rules)
     {
@@ -71,12 +71,12 @@ private:
         text_ += "\r\n";
     }
     template <std::size_t NamesPerList>
-    static std::string Joined(const std::array<std::string, NamesPerList>& names)
+    static std::string Join(const std::array<std::string, NamesPerList>& names)
     {
-        std::string joined = names.front();
+        std::string text = names.front();
         for (std::size_t i = 1; i < names.size(); ++i)
-            (joined += ',') += names[i];
-        return joined;
+            (text += ',') += names[i];
+        return text;
     }
 
     const NameTables& names_;

@@ -8,7 +8,7 @@
 
 namespace orrery::model {
 
-/// What both calendars of a template have; fields are spelled like their keys.
+/// The parameters that both calendars have; fields are spelled like their keys.
 struct CalendarParameters {
     bool Output = false;
     std::string SheetName;
@@ -31,12 +31,12 @@ struct CalendarParameters {
     friend bool operator==(const CalendarParameters&, const CalendarParameters&) = default;
 };
 
-/// How one month is written onto its own sheet.
+/// How a month is written to its own sheet.
 struct MonthlyParameters : CalendarParameters {
     friend bool operator==(const MonthlyParameters&, const MonthlyParameters&) = default;
 };
 
-/// How twelve months are written onto one sheet, in a grid of months.
+/// How twelve months are written to one sheet, as a grid of months.
 struct YearlyParameters : CalendarParameters {
     std::int16_t MonthLayout = 3; ///< months side by side [1:12]
     std::int32_t ColIntervalOfMonth = 8;
@@ -50,7 +50,7 @@ struct ParameterSets {
     YearlyParameters Yearly;
 };
 
-/// The default sets of the settings file, with the holiday file that each names.
+/// The default sets of the settings file, each with its holiday file.
 struct DefaultParameters {
     MonthlyParameters Monthly;
     std::string MonthlyHolidayFile;
@@ -58,8 +58,8 @@ struct DefaultParameters {
     std::string YearlyHolidayFile;
 };
 
-/// The working sets of a template before its parameter file is read: the defaults field for field,
-/// except that the monthly `RowIntervalOfDay` receives the default first-day row.
+/// The working sets of a template before its parameter file is read: a copy of the defaults, except
+/// that the monthly `RowIntervalOfDay` gets the row of the default first day.
 ParameterSets CopyDefaults(const DefaultParameters& defaults);
 
 } // namespace orrery::model

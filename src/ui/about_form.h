@@ -14,20 +14,20 @@ struct VersionInfo {
     std::int16_t minor = 0;
     std::int16_t revision = 0;
     std::string legalNotice;
-    std::string email;    ///< the maker's address for support
-    std::string homePage; ///< with a query that names the product
+    std::string email;    ///< for support
+    std::string homePage; ///< with the product's name as its query
 };
 
 /// "1.2.5".
 std::string VersionText(const VersionInfo& version);
 
-/// That of this build.
+/// The version of this build.
 VersionInfo BuildVersion();
 
-/// The box about the program (frmAbout).
+/// The About box (frmAbout).
 class AboutForm : public Form {
 public:
-    /// Does what `Form_Load` does.
+    /// Also does what `Form_Load` should.
     AboutForm(VersionInfo version, Desktop& desktop);
 
     void lblEmail_Click();

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-/// The state of a form's controls: what a window shows and what a test reads. A caption has "&"
-/// before its mnemonic. `changed` is the mark that the user changed a value; only a form clears it.
+/// The state of a form's controls, which windows show and tests read. In a caption "&" stands
+/// before the mnemonic. `changed` is set when the user changes a value; only the form clears it.
 namespace orrery::ui {
 
 /// What every control has.
@@ -15,8 +15,8 @@ struct Control {
     {
     }
 
-    std::string name;    ///< such as "cmdGenerate"; its window has the same
-    std::string caption; ///< what a label or button says; empty for fields
+    std::string name;    ///< such as "cmdGenerate"; also the name of its window
+    std::string caption; ///< the text of a label or button; empty for fields
     bool enabled = true;
     bool visible = true;
     bool changed = false; ///< the user changed the value
@@ -24,7 +24,7 @@ struct Control {
 
 struct Label : Control {
     using Control::Control;
-    /// Shows a text as it stands: "&" is a character like others.
+    /// Shows a text unchanged: "&" is an ordinary character.
     void ShowText(std::string text)
     {
         caption = std::move(text);
@@ -40,7 +40,7 @@ struct Button : Control {
 
 struct CheckBox : Control {
     using Control::Control;
-    /// What a click of the user does.
+    /// The user clicks.
     void Toggle()
     {
         checked = !checked;
@@ -52,7 +52,7 @@ struct CheckBox : Control {
 
 struct TextBox : Control {
     using Control::Control;
-    /// What typing of the user does.
+    /// The user types.
     void Type(std::string typed)
     {
         text = std::move(typed);
@@ -65,7 +65,7 @@ struct TextBox : Control {
 /// A drop-down list.
 struct ComboBox : Control {
     using Control::Control;
-    /// What the user's choice of an entry does.
+    /// The user selects an entry.
     void Select(int index)
     {
         selected = index;
@@ -74,7 +74,7 @@ struct ComboBox : Control {
     bool HasSelection() const { return selected >= 0; }
 
     std::vector<std::string> entries;
-    int selected = -1; ///< index of an entry; negative: none
+    int selected = -1; ///< index of an entry; negative means none
 };
 
 struct ListBox : Control {
@@ -82,14 +82,14 @@ struct ListBox : Control {
     std::vector<std::string> lines; ///< columns are separated by a tab
 };
 
-/// The pair of arrows that steps the whole number in a text box.
+/// A pair of arrows that step the whole number in a text box.
 struct UpDown : Control {
-    UpDown(std::string controlName, TextBox& steppedText, int least, int most)
-        : Control(std::move(controlName)), buddy(steppedText), minimum(least), maximum(most)
+    UpDown(std::string controlName, TextBox& steppedText, int low, int high)
+        : Control(std::move(controlName)), buddy(steppedText), minimum(low), maximum(high)
     {
     }
-    /// What a press on an arrow does: the number plus `step`, kept in the range. A text that is no
-    /// number becomes the least one.
+    /// The user presses an arrow: adds `step` to the number and limits it to the range. A text that
+    /// is not a number becomes the minimum.
     void Step(int step);
 
     TextBox& buddy;

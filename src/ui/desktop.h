@@ -13,13 +13,13 @@ class TipForm;
 
 inline constexpr const char* kProductName = "Orrery";
 
-/// How much it matters that the user sees a state.
+/// How urgently a state must be shown.
 enum class Painting {
-    WhenDue, ///< one of many that follow each other
-    Now,     ///< one that lasts
+    WhenDue, ///< one of many short-lived states
+    Now,     ///< a state that lasts
 };
 
-/// What forms ask of whoever shows them. `Report` is the error report box.
+/// What forms need from the window system. `Report` shows the error report box.
 class Desktop : public util::ErrorReporter {
 public:
     /// A box with the exclamation icon and an OK button, titled with the product's name.
@@ -27,15 +27,15 @@ public:
     /// A question box with Yes and No, titled with the product's name. True for Yes.
     virtual bool Ask(const std::string& question) = 0;
     virtual void SetHourglass(bool on) = 0;
-    /// Paints what has changed while a command goes on; the user cannot start another one.
+    /// Paints changes while a command is running; the user cannot start another command.
     virtual void Repaint(Painting painting) = 0;
-    /// Opens a document, a folder or an address with the system's own program; a failure is
-    /// reported.
+    /// Opens a document, a folder or a web address with the program that the system has for it.
+    /// Reports a failure.
     virtual void Open(const std::string& fileOrAddress) = 0;
-    /// Opens a page of the help, such as "main"; a failure is reported.
+    /// Opens a help page, such as "main". Reports a failure.
     virtual void ShowHelp(const std::string& page) = 0;
 
-    // Each shows a dialog and returns when it is closed.
+    // Each shows a dialog and returns when the dialog is closed.
     virtual void ShowModal(ParameterForm& form) = 0;
     virtual void ShowModal(HolidayForm& form) = 0;
     virtual void ShowModal(TipForm& form) = 0;

@@ -7,8 +7,8 @@
 
 namespace orrery::ui {
 
-/// The state of a window: its controls are members, its handlers change them. A handler may throw;
-/// whoever calls it shows the error and goes on.
+/// The state of a window: its controls are members, and its handlers change them. A handler may
+/// throw; the caller shows the error and continues.
 class Form {
 public:
     Form(std::string formName, std::string formCaption, std::string formHelpPage)
@@ -21,21 +21,21 @@ public:
     Form& operator=(const Form&) = delete;
 
     void Close() { isOpen = false; }
-    /// A key that no control takes: Escape closes.
+    /// A key that no control handles: Escape closes the form.
     void Form_KeyPress(int characterCode)
     {
         constexpr int escape = 27;
         if (characterCode == escape)
             Close();
     }
-    /// Asks for the keyboard focus; the window gives it after the handler.
+    /// Requests the keyboard focus; the window sets it after the handler.
     void SetFocus(const Control& control) { focus = &control; }
 
     const std::string name;     ///< such as "frmMain"
-    std::string caption;        ///< of the window
+    std::string caption;        ///< the window's title
     const std::string helpPage; ///< the page that F1 opens, such as "main"
     bool isOpen = true;
-    const Control* focus = nullptr; ///< taken and cleared by the window
+    const Control* focus = nullptr; ///< read and cleared by the window
 };
 
 } // namespace orrery::ui

@@ -10,7 +10,7 @@ namespace {
 
 using holidays::CalendarKind;
 
-/// Stops behind columns of these widths in characters.
+/// Tab stops after columns of these widths in characters.
 std::vector<int> TabStops(const std::vector<int>& columnWidths)
 {
     constexpr int unitsPerCharacter = 4;
@@ -22,7 +22,7 @@ std::vector<int> TabStops(const std::vector<int>& columnWidths)
     return stops;
 }
 
-/// Kinds without a rule have no word.
+/// Unknown kinds have no word.
 std::string_view WeekdayColumn(std::int16_t kind)
 {
     const auto word = static_cast<std::size_t>(kind);
@@ -31,11 +31,12 @@ std::string_view WeekdayColumn(std::int16_t kind)
 
 } // namespace
 
-HolidayForm::HolidayForm(CalendarKind calendarKind, app::TemplatePlace place, bool templateHasFile,
-                         holidays::HolidayList& edited, std::function<void()> onChanged)
+HolidayForm::HolidayForm(CalendarKind calendarKind, app::TemplateLocation location,
+                         bool templateHasFile, holidays::HolidayList& edited,
+                         std::function<void()> onChanged)
     : Form("frmHoliday", "Holiday", "holidays"), tabStops(TabStops({8, 10})),
-      calendarKind_(calendarKind), place_(std::move(place)), templateHasFile_(templateHasFile),
-      edited_(edited), onChanged_(std::move(onChanged))
+      calendarKind_(calendarKind), location_(std::move(location)),
+      templateHasFile_(templateHasFile), edited_(edited), onChanged_(std::move(onChanged))
 {
     Form_Load();
 }
@@ -44,7 +45,7 @@ void HolidayForm::Form_Load()
 {
     if (templateHasFile_)
         cboHolidayFile.entries.emplace_back(kTemplateEntry);
-    for (std::string& file : util::ListFiles(place_.holidayFolder))
+    for (std::string& file : util::ListFiles(location_.holidayFolder))
         cboHolidayFile.entries.push_back(std::move(file));
     if (HasCalendar())
         shown_ = edited_;
@@ -73,13 +74,14 @@ void HolidayForm::cboHolidayFile_Click()
     if (!cboHolidayFile.HasSelection() || !cboHolidayFile.changed)
         return;
     if (templateHasFile_ && cboHolidayFile.selected == 0) {
-        const auto file = model::ParameterFilePath(place_.templateFolder, place_.templateFile);
+        const auto file =
+            model::ParameterFilePath(location_.templateFolder, location_.templateFile);
         if (HasCalendar())
             holidays::ReadTemplateHolidays(calendarKind_, util::ToPath(file), shown_);
     }
     else {
         const auto entry = static_cast<std::size_t>(cboHolidayFile.selected);
-        const std::string file = place_.holidayFolder + cboHolidayFile.entries[entry];
+        const std::string file = location_.holidayFolder + cboHolidayFile.entries[entry];
         holidays::ReadHolidayFile(util::ToPath(file), shown_);
     }
     ShowHolidays();

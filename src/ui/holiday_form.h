@@ -12,20 +12,21 @@ namespace orrery::ui {
 
 inline constexpr const char* kTemplateEntry = "(Template)";
 
-/// The dialog that shows the holidays of a calendar and loads others (frmHoliday).
+/// The dialog that shows a calendar's holidays and can load others (frmHoliday).
 class HolidayForm : public Form {
 public:
-    /// Does what `Form_Load` does: shows a copy of the edited list. With `templateHasFile` the
-    /// template's own holidays can be chosen, too. OK puts the list on show into `edited` and calls
-    /// `onChanged`, but only when the user chose an entry.
-    HolidayForm(holidays::CalendarKind calendarKind, app::TemplatePlace place, bool templateHasFile,
-                holidays::HolidayList& edited, std::function<void()> onChanged);
+    /// Also does what `Form_Load` should: shows a copy of the edited list. With `templateHasFile`
+    /// the template's own holidays can be chosen too. If the user chose an entry, OK copies the
+    /// shown list to `edited` and calls `onChanged`.
+    HolidayForm(holidays::CalendarKind calendarKind, app::TemplateLocation location,
+                bool templateHasFile, holidays::HolidayList& edited,
+                std::function<void()> onChanged);
 
-    /// The user chose a file: it is read and shown.
+    /// The user chose a file: reads and shows it.
     void cboHolidayFile_Click();
     void cmdOK_Click();
     void cmdCancel_Click() { Close(); }
-    /// Makes a line of every definition: date, tab, weekday, tab, name.
+    /// Shows one line for each rule: date, tab, weekday, tab, name.
     void ShowHolidays();
 
     Label lblHolidayFile{"lblHolidayFile", "Holiday &File:"};
@@ -33,7 +34,7 @@ public:
     Label lblHolidays{"lblHolidays", "Holidays &List:"};
     Label lblHolidayList{"lblHolidayList", " Date        Weekday     Name"};
     ListBox lstHoliday{"lstHoliday"};
-    /// Where the columns of `lstHoliday` begin, in quarters of a character's width.
+    /// Tab stops of `lstHoliday`, in quarters of a character's width.
     const std::vector<int> tabStops;
     Button cmdOK{"cmdOK", "&OK"};
     Button cmdCancel{"cmdCancel", "&Cancel"};
@@ -43,7 +44,7 @@ private:
     bool HasCalendar() const;
 
     const holidays::CalendarKind calendarKind_;
-    const app::TemplatePlace place_;
+    const app::TemplateLocation location_;
     const bool templateHasFile_;
     holidays::HolidayList& edited_;
     std::function<void()> onChanged_;

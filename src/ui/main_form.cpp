@@ -15,7 +15,7 @@
 namespace orrery::ui {
 namespace {
 
-/// On show until the scope ends.
+/// Shows the hourglass until the scope ends.
 class Hourglass {
 public:
     explicit Hourglass(Desktop& desktop) : desktop_(desktop) { desktop_.SetHourglass(true); }
@@ -50,7 +50,7 @@ MainForm::MainForm(const app::SystemFolders& system, book::Engines& engines, Des
 
 void MainForm::Form_Load(YearAndMonth today)
 {
-    app::FillAtFirstStart(locations_, system_.installed);
+    app::CopyInstalledFiles(locations_, system_.installed);
     settings_ = app::LoadSettings(locations_);
     chkPdf.checked = settings_.Pdf;
     currentTemplate_.clear();
@@ -61,8 +61,8 @@ void MainForm::Form_Load(YearAndMonth today)
 void MainForm::ReportUnreadableSettings()
 {
     const auto file = util::ToPath(locations_.settingsFile);
-    if (const auto obstacle = util::ObstacleOfExistingText(file))
-        desktop_.Report(util::ErrorText(*obstacle));
+    if (const auto error = util::FindExistingTextReadError(file))
+        desktop_.Report(util::ErrorText(*error));
 }
 
 void MainForm::ShowTipAtStartup()
@@ -101,8 +101,8 @@ void MainForm::ShowEmptyFolder()
     const bool canCopy = isEmpty && !app::ShippedTemplateFolder(system_.installed).empty();
     lblEmptyFolder.visible = isEmpty;
     cmdCopyTemplates.visible = canCopy;
-    if (const auto obstacle = util::ListingObstacle(util::ToPath(settings_.TemplatePath))) {
-        lblEmptyFolder.ShowText(util::ErrorText(*obstacle));
+    if (const auto error = util::FindListError(util::ToPath(settings_.TemplatePath))) {
+        lblEmptyFolder.ShowText(util::ErrorText(*error));
         return;
     }
     lblEmptyFolder.ShowText("There is no template in the folder\r\n" + settings_.TemplatePath +
@@ -132,13 +132,13 @@ void MainForm::cboTemplateFile_Click()
         working.Changed() && desktop_.Ask("The parameters for " + currentTemplate_ +
                                           " has been changed.\r\nDo you want to save the changes?");
     if (save && !SaveParameters(currentTemplate_)) {
-        SelectEntry(currentTemplate_); // nothing that the user wants to keep is lost
+        SelectEntry(currentTemplate_); // keep the changes that could not be saved
     }
     else {
         working = app::LoadWorkingSets(settings_, chosen);
         currentTemplate_ = chosen;
-        if (working.obstacle)
-            desktop_.Report(util::ErrorText(*working.obstacle));
+        if (working.readError)
+            desktop_.Report(util::ErrorText(*working.readError));
     }
     UpdateButtons();
 }
@@ -169,9 +169,9 @@ void MainForm::cmdOpenTemplate_Click()
 
 void MainForm::cmdModify_Click()
 {
-    const app::TemplatePlace place{settings_.TemplatePath, settings_.HolidayFilePath,
-                                   currentTemplate_};
-    ParameterForm form(working, settings_.names, place, desktop_);
+    const app::TemplateLocation location{settings_.TemplatePath, settings_.HolidayFilePath,
+                                         currentTemplate_};
+    ParameterForm form(working, settings_.names, location, desktop_);
     desktop_.ShowModal(form);
     UpdateButtons();
 }
@@ -184,7 +184,7 @@ void MainForm::cmdSave_Click()
 
 void MainForm::chkPdf_Click()
 {
-    if (app::KeepPdf(locations_, chkPdf.checked))
+    if (app::SavePdfSetting(locations_, chkPdf.checked))
         return;
     chkPdf.checked = !chkPdf.checked;
     throw Error(util::ErrorKind::FileNotWritable, locations_.settingsFile);

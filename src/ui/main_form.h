@@ -15,23 +15,23 @@
 
 namespace orrery::ui {
 
-/// The year and month [1:12] of today.
+/// A year and a month [1:12].
 struct YearAndMonth {
     std::int16_t year;
     std::int16_t month;
 };
 YearAndMonth Today();
 
-/// The program's main window (frmMain). It owns the working sets of the chosen template.
+/// The program's main window (frmMain). Owns the working sets of the chosen template.
 class MainForm : public Form {
 public:
-    /// Everything referred to outlives the form.
+    /// The references must outlive the form.
     MainForm(const app::SystemFolders& system, book::Engines& engines, Desktop& desktop);
 
-    /// The start-up, without the tip: settings, folders, year, templates, buttons.
+    /// The start-up: settings, folders, year, templates, buttons.
     void Form_Load(YearAndMonth today);
-    // The last steps of the start-up, once the window is on the screen.
-    void ReportUnreadableSettings(); ///< where a file is there and the defaults count
+    // The last steps of the start-up, when the window is visible.
+    void ReportUnreadableSettings(); ///< if defaults are used although there is a file
     void ShowTipAtStartup();
     void Form_Activate();
 
@@ -40,7 +40,7 @@ public:
     void cmdModify_Click();
     void cmdSave_Click();
     void cmdGenerate_Click();
-    /// Keeps the choice in the settings. Throws Error(FileNotWritable) when they cannot be written.
+    /// Saves the choice in the settings. Throws Error(FileNotWritable) if they cannot be written.
     void chkPdf_Click();
     void cmdHelp_Click();
     void cmdAbout_Click();
@@ -50,9 +50,9 @@ public:
     /// Copies the shipped templates into the empty template folder.
     void cmdCopyTemplates_Click();
 
-    /// Files came from outside: those that are templates are copied into the template folder, each
-    /// with the parameter file that lies beside it, and the last one is chosen. A file of the same
-    /// name is replaced after a question. Files that are no templates are reported.
+    /// Files are dropped on the window or named at start: copies the templates among them into the
+    /// template folder, each with the parameter file beside it, and selects the last one. Asks
+    /// before replacing a file. Reports files that are not templates.
     void DropFiles(const std::vector<std::string>& files);
 
     Label lblTemplateFile{"lblTemplateFile", "Template &File:"};
@@ -65,15 +65,15 @@ public:
     Button cmdModify{"cmdModify", "&Modify"};
     Button cmdSave{"cmdSave", "&Save"};
     Button cmdGenerate{"cmdGenerate", "&Generate"};
-    CheckBox chkPdf{"chkPdf", "Also as P&DF"}; ///< on show where something makes PDF files
+    CheckBox chkPdf{"chkPdf", "Also as P&DF"}; ///< visible if PDF files can be made
     Button cmdHelp{"cmdHelp", "&Help"};
     Button cmdAbout{"cmdAbout", "&About"};
     Button cmdExit{"cmdExit", "E&xit"};
-    Label lblEmptyFolder{"lblEmptyFolder"}; ///< on show while there is no template
+    Label lblEmptyFolder{"lblEmptyFolder"}; ///< visible while there is no template
     Button cmdCopyTemplates{"cmdCopyTemplates", "&Copy the Shipped Templates"};
     Label lblStatus{"lblStatus"};
-    ProgressBar prgRun{"prgRun"};                          ///< on show during a run
-    Button cmdOpenFolder{"cmdOpenFolder", "Open Fo&lder"}; ///< on show after one
+    ProgressBar prgRun{"prgRun"};                          ///< visible during a run
+    Button cmdOpenFolder{"cmdOpenFolder", "Open Fo&lder"}; ///< visible after a run
 
     app::WorkingSets working;
     /// The chosen template's file name as listed; empty at start-up.
@@ -86,11 +86,11 @@ private:
     void FillTemplateList();
     void ShowEmptyFolder();
     void SelectEntry(const std::string& templateFile);
-    std::string SelectedTemplate() const; ///< empty where none is selected
+    std::string SelectedTemplate() const; ///< empty if none is selected
     bool SaveParameters(const std::string& templateFile);
-    bool TakeTemplate(const std::string& file);
-    void TakeParameterFile(const std::string& file);
-    bool CopyAfterQuestion(const std::string& file);
+    bool AddTemplateFile(const std::string& file);
+    void AddParameterFile(const std::string& file);
+    bool CopyIfConfirmed(const std::string& file);
 
     const app::SystemFolders& system_;
     book::Engines& engines_;

@@ -12,7 +12,7 @@
 namespace orrery::ui {
 namespace {
 
-bool LiesIn(const std::string& folder, const std::string& file)
+bool IsInFolder(const std::string& folder, const std::string& file)
 {
     return util::IsSameFolder(util::ParentFolder(file), folder);
 }
@@ -49,7 +49,7 @@ void MainForm::DropFiles(const std::vector<std::string>& files)
     for (const std::string& file : files) {
         if (!app::IsTemplateName(util::FileName(file)))
             noTemplates.push_back(Quoted(file));
-        else if (TakeTemplate(file))
+        else if (AddTemplateFile(file))
             last = util::FileName(file);
     }
     FillTemplateList();
@@ -61,19 +61,19 @@ void MainForm::DropFiles(const std::vector<std::string>& files)
         desktop_.Report(NoTemplatesText(noTemplates));
 }
 
-/// True when the template lies in the folder now.
-bool MainForm::TakeTemplate(const std::string& file)
+/// True if the template is now in the folder.
+bool MainForm::AddTemplateFile(const std::string& file)
 {
     try {
-        if (LiesIn(settings_.TemplatePath, file)) {
-            const auto obstacle = util::ReadingObstacle(util::ToPath(file));
-            if (obstacle && obstacle->Kind() != util::ErrorKind::FileNotFound)
-                throw Error(*obstacle);
-            return !obstacle;
+        if (IsInFolder(settings_.TemplatePath, file)) {
+            const auto error = util::FindReadError(util::ToPath(file));
+            if (error && error->Kind() != util::ErrorKind::FileNotFound)
+                throw Error(*error);
+            return !error;
         }
-        if (!CopyAfterQuestion(file))
+        if (!CopyIfConfirmed(file))
             return false;
-        TakeParameterFile(model::ParameterFilePath(util::ParentFolder(file), util::FileName(file)));
+        AddParameterFile(model::ParameterFilePath(util::ParentFolder(file), util::FileName(file)));
         return true;
     }
     catch (const std::exception& error) {
@@ -82,18 +82,18 @@ bool MainForm::TakeTemplate(const std::string& file)
     }
 }
 
-void MainForm::TakeParameterFile(const std::string& file)
+void MainForm::AddParameterFile(const std::string& file)
 {
-    if (util::IsMissing(util::ToPath(file)) || !CopyAfterQuestion(file))
+    if (util::IsMissing(util::ToPath(file)) || !CopyIfConfirmed(file))
         return;
     if (util::BaseName(file) != util::BaseName(currentTemplate_))
         return;
-    // The chosen template keeps the sets that it has; they differ from the new file.
+    // The chosen template keeps its current sets, which differ from the new file.
     working.parameterFileExists = true;
     working.monthlyChanged = working.yearlyChanged = true;
 }
 
-bool MainForm::CopyAfterQuestion(const std::string& file)
+bool MainForm::CopyIfConfirmed(const std::string& file)
 {
     const std::string target = settings_.TemplatePath + util::FileName(file);
     if (!util::IsMissing(util::ToPath(target)) &&

@@ -11,8 +11,8 @@ using generate::CalendarKind;
 
 constexpr int kMonths = 12;
 
-/// What people call the application of that name.
-std::string TitleOf(const std::string& engine)
+/// What users call the application.
+std::string EngineTitle(const std::string& engine)
 {
     if (engine == "excel")
         return "Excel";
@@ -21,18 +21,18 @@ std::string TitleOf(const std::string& engine)
     return engine == "builtin" ? "the built-in engine" : engine;
 }
 
-/// What the last line says after a run. Where it is cut short in the middle, the names of two files
-/// stay readable at its end.
+/// The text of the status line after a run. When it is shortened in the middle, the names of both
+/// files stay readable at the end.
 std::string SavedText(const generate::SavedCalendar& saved, const std::string& engine, bool asPdf)
 {
     if (saved.pdf)
-        return "Saved by " + TitleOf(engine) + " as " + saved.workbook + " and " +
+        return "Saved by " + EngineTitle(engine) + " as " + saved.workbook + " and " +
                util::FileName(*saved.pdf);
-    const std::string text = "Saved as " + saved.workbook + " by " + TitleOf(engine);
+    const std::string text = "Saved as " + saved.workbook + " by " + EngineTitle(engine);
     return asPdf ? text + ", but not as PDF" : text;
 }
 
-/// Shows runs in the main window. However the run ends, the hourglass and the progress go away.
+/// Shows a run in the main window. However it ends, hourglass and progress bar disappear.
 class RunView : public generate::RunObserver {
 public:
     RunView(MainForm& form, Desktop& desktop, const generate::GenerateRequest& request)
@@ -90,7 +90,7 @@ public:
     }
 
 private:
-    /// Called once the request has passed its checks.
+    /// Called after the request has passed its checks.
     void Begin()
     {
         running_ = true;

@@ -1,5 +1,6 @@
 #include "ui/parameter_checks.h"
 
+#include "model/parameter_table.h"
 #include "util/checked.h"
 #include "util/numbers.h"
 #include "util/text.h"
@@ -10,8 +11,8 @@
 namespace orrery::ui {
 namespace {
 
-// A check is a function that gives nothing where it passes. It reads its texts when it is called,
-// so that it may rely on the checks before it.
+// A check is a function that returns nothing if it passes. It reads the texts only when it is
+// called, so that it may rely on the checks before it.
 
 template <typename... Checks> std::optional<Problem> FirstProblem(const Checks&... checks)
 {
@@ -35,7 +36,7 @@ auto Require(const Passes& passes, const std::string& message, const Control& fo
     };
 }
 
-/// A name of blanks is a name.
+/// A name of blanks counts as a name.
 auto HasSheetName(const TextBox& box)
 {
     return Require([&box] { return !box.text.empty(); }, "Please input sheet name.", box);
@@ -47,24 +48,26 @@ auto HasSelection(const ComboBox& list, const std::string& what)
                    list);
 }
 
-/// A number of [1:most] once it is rounded, halves to even. `name` is "col interval of day" or
-/// one like it.
-auto HasInterval(const TextBox& box, const std::string& name, int most, int mostInMessage)
+/// The number is in the parameter's range for the dialog after rounding halves to even. `name` is
+/// "col interval of day" or the like.
+auto HasInterval(const TextBox& box, const std::string& name,
+                 const model::NumberParameter& parameter, std::int32_t maxInMessage)
 {
-    const auto passes = [&box, most] {
+    const auto passes = [&box, parameter] {
         const double number = std::nearbyint(util::ReadNumber(box.text).value_or(0));
-        return number >= 1 && number <= most;
+        return number >= parameter.low && number <= parameter.dialogHigh;
     };
-    return Require(passes, "The " + name + " should be 1 to " + std::to_string(mostInMessage) + ".",
+    return Require(passes, "The " + name + " should be 1 to " + std::to_string(maxInMessage) + ".",
                    box);
 }
 
-auto HasInterval(const TextBox& box, const std::string& name, int most)
+auto HasInterval(const TextBox& box, const std::string& name,
+                 const model::NumberParameter& parameter)
 {
-    return HasInterval(box, name, most, most);
+    return HasInterval(box, name, parameter, parameter.dialogHigh);
 }
 
-/// Something that is written from its first cell on.
+/// Something that is written starting at its first cell.
 struct Element {
     std::string name; ///< such as "day"
     const TextBox& firstCell;
@@ -81,49 +84,50 @@ auto HasCell(const Element& element)
                    "The first cell of " + element.name + " is not valid.", element.firstCell);
 }
 
-/// A way from an element's first cell to its last: so many times an interval.
-struct Way {
+/// A distance from an element's first cell to its last: an interval, multiplied.
+struct Distance {
     std::string interval; ///< such as "col interval of day"
     std::int32_t times;
-    const TextBox* box; ///< null where the interval is not read
+    const TextBox* box; ///< null if the interval is not read
 };
 
-std::int32_t Length(const Way& way)
+std::int32_t CellCount(const Distance& distance)
 {
-    return way.box == nullptr ? 0 : util::Multiply32(way.times, IntervalOf(*way.box));
+    return distance.box == nullptr ? 0
+                                   : util::Multiply32(distance.times, IntervalOf(*distance.box));
 }
 
-// A month is 7 weekdays side by side and 6 weeks one under the other.
+// A month has 7 weekdays side by side and 6 weeks below each other.
 
-Way AcrossWeek(const ParameterTab& tab)
+Distance AcrossWeek(const ParameterTab& tab)
 {
     return {"col interval of day", 6, &tab.txtColInterval};
 }
 
-Way DownWeeks(const ParameterTab& tab)
+Distance DownWeeks(const ParameterTab& tab)
 {
     return {"row interval of day", 5, &tab.txtRowInterval};
 }
 
-Way AcrossMonths(const YearlyTab& tab)
+Distance AcrossMonths(const YearlyTab& tab)
 {
     return {"col interval of month", tab.MonthsAcross().value_or(1) - 1,
             &tab.txtColIntervalofMonth};
 }
 
-Way DownMonths(const YearlyTab& tab)
+Distance DownMonths(const YearlyTab& tab)
 {
     constexpr int monthsOfYear = 12;
     return {"row interval of month", monthsOfYear / tab.MonthsAcross().value_or(monthsOfYear) - 1,
-            tab.HasMonthsBelow() ? &tab.txtRowIntervalofMonth : nullptr};
+            tab.HasSeveralRows() ? &tab.txtRowIntervalofMonth : nullptr};
 }
 
 /// "first cell of day, col interval of day or col interval of month"
-std::string Remedies(const Element& element, const std::vector<Way>& ways)
+std::string Remedies(const Element& element, const std::vector<Distance>& distances)
 {
     std::string text = "first cell of " + element.name;
-    for (const Way& way : ways)
-        text += (&way == &ways.back() ? " or " : ", ") + way.interval;
+    for (const Distance& distance : distances)
+        text += (&distance == &distances.back() ? " or " : ", ") + distance.interval;
     return text;
 }
 
@@ -137,27 +141,27 @@ struct Axis {
 constexpr Axis kColumns{"col", model::kMaxColumn, &model::CellPosition::column};
 constexpr Axis kRows{"row", model::kMaxRow, &model::CellPosition::row};
 
-/// The last column or row that the element fills lies inside the sheet. Stands behind the checks of
-/// the element's cell and of the intervals.
-auto Fits(const Axis& axis, const Element& element, const std::vector<Way>& ways,
+/// The last column or row of the element must be inside the sheet. The element's cell and the
+/// intervals must have passed their checks before.
+auto Fits(const Axis& axis, const Element& element, const std::vector<Distance>& distances,
           const Control& focus)
 {
-    const auto fits = [&axis, element, ways] {
+    const auto fits = [&axis, element, distances] {
         std::int32_t last = FirstCellOf(element).value().*axis.position;
-        for (const Way& way : ways)
-            last = util::Add32(last, Length(way));
+        for (const Distance& distance : distances)
+            last = util::Add32(last, CellCount(distance));
         return last <= axis.limit;
     };
     return Require(fits,
                    std::string("The max ") + axis.name + " of " + element.name +
                        " is greater than " + std::to_string(axis.limit) +
-                       ",\r\nplease change the " + Remedies(element, ways) + ".",
+                       ",\r\nplease change the " + Remedies(element, distances) + ".",
                    focus);
 }
 
-auto Fits(const Axis& axis, const Element& element, const std::vector<Way>& ways)
+auto Fits(const Axis& axis, const Element& element, const std::vector<Distance>& distances)
 {
-    return Fits(axis, element, ways, element.firstCell);
+    return Fits(axis, element, distances, element.firstCell);
 }
 
 } // namespace
@@ -172,8 +176,8 @@ std::optional<Problem> CheckMonthly(const ParameterTab& tab)
     const bool holidays = tab.chkOutHoliday.checked;
     return FirstProblem(
         HasSheetName(tab.txtSheetName), HasCell(day),
-        HasInterval(tab.txtColInterval, "col interval of day", kMaxColInterval),
-        HasInterval(tab.txtRowInterval, "row interval of day", kMaxRowIntervalOfDay),
+        HasInterval(tab.txtColInterval, "col interval of day", model::kColIntervalOfDay),
+        HasInterval(tab.txtRowInterval, "row interval of day", model::kRowIntervalOfDay),
         Fits(kColumns, day, {AcrossWeek(tab)}), Fits(kRows, day, {DownWeeks(tab)}),
         When(weekdays, HasCell(weekday)),
         When(weekdays, HasSelection(tab.cboWeekdayName, "name of weekdays")),
@@ -182,7 +186,8 @@ std::optional<Problem> CheckMonthly(const ParameterTab& tab)
         When(months, HasSelection(tab.cboMonthName, "name of months")),
         When(tab.chkOutYear.checked, HasCell({"year", tab.txtFirstCellofYear})),
         When(holidays, HasCell(holiday)),
-        // Only here is a holiday that does not fit mended at the first day.
+        // Kept on purpose: only here does a holiday that does not fit move the focus to the first
+        // day.
         When(holidays, Fits(kColumns, holiday, {AcrossWeek(tab)}, tab.txtFirstCellofDay)),
         When(holidays, Fits(kRows, holiday, {DownWeeks(tab)}, tab.txtFirstCellofDay)));
 }
@@ -199,13 +204,15 @@ std::optional<Problem> CheckYearly(const YearlyTab& tab)
     return FirstProblem(
         HasSheetName(tab.txtSheetName), HasCell(day),
         HasSelection(tab.cboLayoutofMonths, "layout of months"),
-        When(tab.HasMonthsBeside(),
-             HasInterval(tab.txtColIntervalofMonth, "col interval of month", kMaxColInterval)),
-        // The rule is narrower than its message.
-        When(tab.HasMonthsBelow(), HasInterval(tab.txtRowIntervalofMonth, "row interval of month",
-                                               kMaxRowIntervalOfMonth, kMaxRowIntervalOfDay)),
-        HasInterval(tab.txtColInterval, "col interval of day", kMaxColInterval),
-        HasInterval(tab.txtRowInterval, "row interval of day", kMaxRowIntervalOfDay),
+        When(tab.HasSeveralColumns(),
+             HasInterval(tab.txtColIntervalofMonth, "col interval of month",
+                         model::kColIntervalOfMonth)),
+        // Kept on purpose: the allowed range is smaller than the message says.
+        When(tab.HasSeveralRows(),
+             HasInterval(tab.txtRowIntervalofMonth, "row interval of month",
+                         model::kRowIntervalOfMonth, model::kRowIntervalOfMonth.high)),
+        HasInterval(tab.txtColInterval, "col interval of day", model::kColIntervalOfDay),
+        HasInterval(tab.txtRowInterval, "row interval of day", model::kRowIntervalOfDay),
         Fits(kColumns, day, {AcrossWeek(tab), AcrossMonths(tab)}),
         Fits(kRows, day, {DownWeeks(tab), DownMonths(tab)}), When(weekdays, HasCell(weekday)),
         When(weekdays, HasSelection(tab.cboWeekdayName, "name of weekdays")),

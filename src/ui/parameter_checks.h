@@ -10,14 +10,14 @@ namespace orrery::ui {
 /// What is wrong on a tab of the parameter dialog.
 struct Problem {
     std::string message;
-    const Control* control; ///< where the user mends it
+    const Control* control; ///< where the user can correct it
 };
 
-// Go through the checks of a tab in their order and give the first one that fails: a missing name
-// or selection, a cell that is none, an interval outside its range, a calendar that does not fit
-// the sheet. Throw OverflowError for a sum beyond 32 bits. With one month side by side the col
-// interval of month is not checked although it is read: it throws Error(NotNumeric) where it is no
-// number and OverflowError where it exceeds 32 bits.
+// Run the checks of a tab in order and return the first that fails: a missing name or selection, an
+// invalid cell, an interval out of range, a calendar that does not fit the sheet. Throw
+// OverflowError for a sum beyond 32 bits. With only one month side by side the col interval of
+// month is read without being checked: Error(NotNumeric) if it is not a number, OverflowError
+// beyond 32 bits.
 std::optional<Problem> CheckMonthly(const ParameterTab& tab);
 std::optional<Problem> CheckYearly(const YearlyTab& tab);
 

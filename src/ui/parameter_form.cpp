@@ -13,10 +13,10 @@ constexpr int kYearlyTab = 2;
 } // namespace
 
 ParameterForm::ParameterForm(app::WorkingSets& working, const model::NameTables& names,
-                             app::TemplatePlace place, Desktop& desktop)
+                             app::TemplateLocation location, Desktop& desktop)
     : Form("frmParameter", "Modify Parameters", "parameters"),
       monthly('M', "MCalendar", "Output &Monthly Calendar", names), yearly(names),
-      working_(working), place_(std::move(place)), desktop_(desktop)
+      working_(working), location_(std::move(location)), desktop_(desktop)
 {
     Form_Load();
 }
@@ -61,7 +61,7 @@ void ParameterForm::SaveYParameters()
 
 void ParameterForm::cmdMChangeHoliday_Click()
 {
-    HolidayForm viewer(holidays::CalendarKind::Monthly, place_, working_.parameterFileExists,
+    HolidayForm viewer(holidays::CalendarKind::Monthly, location_, working_.parameterFileExists,
                        monthly.holidays, [this] {
                            SetMHolidayChanged();
                            ShowMHolidaySample();
@@ -71,7 +71,7 @@ void ParameterForm::cmdMChangeHoliday_Click()
 
 void ParameterForm::cmdYChangeHoliday_Click()
 {
-    HolidayForm viewer(holidays::CalendarKind::Yearly, place_, working_.parameterFileExists,
+    HolidayForm viewer(holidays::CalendarKind::Yearly, location_, working_.parameterFileExists,
                        yearly.holidays, [this] {
                            SetYHolidayChanged();
                            ShowYHolidaySample();

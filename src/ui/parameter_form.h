@@ -15,19 +15,19 @@ namespace orrery::ui {
 /// The dialog in which the user edits both sets of a template (frmParameter).
 class ParameterForm : public Form {
 public:
-    /// Does what `Form_Load` does. Everything referred to outlives the form.
+    /// Also does what `Form_Load` should. The references must outlive the form.
     ParameterForm(app::WorkingSets& working, const model::NameTables& names,
-                  app::TemplatePlace place, Desktop& desktop);
+                  app::TemplateLocation location, Desktop& desktop);
 
-    /// The checks of a tab, in their order; the first that fails is reported, and the tab and the
-    /// focus go to its control. Throw as `CheckMonthly` and `CheckYearly` do.
+    /// Run the checks of a tab, in order. Report the first that fails, show its tab and move the
+    /// focus to its control. Throw like `CheckMonthly` and `CheckYearly`.
     bool ValidateMParameters();
     bool ValidateYParameters();
-    /// Write the controls of a tab into its record.
+    /// Store the controls of a tab in its set.
     void SaveMParameters();
     void SaveYParameters();
 
-    // The holiday viewer calls these after a change.
+    // Called by the holiday dialog after a change.
     void ShowMHolidaySample() { monthly.ShowHolidaySample(); }
     void ShowYHolidaySample() { yearly.ShowHolidaySample(); }
     void SetMHolidayChanged() { monthly.holidaysChanged = true; }
@@ -35,16 +35,17 @@ public:
 
     void cmdMChangeHoliday_Click();
     void cmdYChangeHoliday_Click();
-    /// Checks and stores the monthly tab, then the yearly one; what was stored stays stored.
+    /// Checks and stores the monthly tab, then the yearly one. If the yearly tab fails, the monthly
+    /// set stays stored.
     void cmdOK_Click();
     void cmdCancel_Click() { Close(); }
-    /// The user selected a tab of the strip: 1 monthly, 2 yearly.
+    /// The user selected a tab: 1 monthly, 2 yearly.
     void tabOrrery_Click(int index);
 
-    /// The strip: the selected tab loses its mnemonic, the other keeps one.
+    /// Only the tab that is not selected has a mnemonic.
     struct TabStrip : Control {
         using Control::Control;
-        int selected = 1; ///< 1 monthly, 2 yearly; also the frame on show (fraOrrery)
+        int selected = 1; ///< 1 monthly, 2 yearly; also the visible frame (fraOrrery)
         std::string monthlyCaption;
         std::string yearlyCaption;
     };
@@ -60,7 +61,7 @@ private:
     bool Accept(const std::optional<Problem>& problem, int tab);
 
     app::WorkingSets& working_;
-    const app::TemplatePlace place_;
+    const app::TemplateLocation location_;
     Desktop& desktop_;
 };
 

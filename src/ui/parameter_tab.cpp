@@ -1,5 +1,6 @@
 #include "ui/parameter_tab.h"
 
+#include "model/parameter_table.h"
 #include "util/error.h"
 #include "util/numbers.h"
 #include "util/text.h"
@@ -14,10 +15,10 @@ namespace {
 
 /// Months side by side, in the order of the layout list.
 constexpr std::array<std::int16_t, 6> kMonthsAcross{1, 2, 3, 4, 6, 12};
-constexpr std::int16_t kUsualMonthsAcross = 3;
+constexpr std::int16_t kDefaultMonthsAcross = 3;
 
 /// A control's name: "txt", 'M', "SheetName".
-std::string Named(const char* prefix, char letter, const char* role)
+std::string ControlName(const char* prefix, char letter, const char* role)
 {
     return std::string(prefix) + letter + role;
 }
@@ -29,7 +30,7 @@ std::string JoinedNames(const model::NameLists<NamesPerList>& table, std::int16_
     return util::Join({names.begin(), names.end()}, ", ");
 }
 
-/// One entry for each counted list, by index: a list that was skipped has an entry without names.
+/// One entry for each counted list, by index: a skipped list has an entry without names.
 template <std::size_t NamesPerList>
 std::vector<std::string> EntriesOf(const model::NameLists<NamesPerList>& table)
 {
@@ -39,7 +40,7 @@ std::vector<std::string> EntriesOf(const model::NameLists<NamesPerList>& table)
     return entries;
 }
 
-/// Selects the first entry of that text; the first one of all when there is none.
+/// Selects the first entry with that text, or the first entry of the list if there is none.
 void SelectText(ComboBox& list, const std::string& text)
 {
     const auto found = std::find(list.entries.begin(), list.entries.end(), text);
@@ -47,13 +48,13 @@ void SelectText(ComboBox& list, const std::string& text)
     list.selected = list.entries.empty() ? -1 : static_cast<int>(index);
 }
 
-/// The index to store: 0 where nothing is selected.
+/// The index to store; 0 if nothing is selected.
 std::int16_t IndexOf(const ComboBox& list)
 {
     return static_cast<std::int16_t>(std::max(list.selected, 0));
 }
 
-/// A text that is no cell gives -1 in both numbers.
+/// An invalid text gives -1 in both numbers.
 model::CellPosition CellOf(const TextBox& box)
 {
     model::CellPosition cell;
@@ -87,40 +88,45 @@ std::int32_t IntervalOf(const TextBox& box)
 ParameterTab::ParameterTab(char letter, std::string tabKey, std::string outputCaption,
                            const model::NameTables& names)
     : key(std::move(tabKey)),
-      chkOutCalendar(Named("chk", letter, "OutCalendar"), std::move(outputCaption)),
-      lblSheetName(Named("lbl", letter, "SheetName"), "&Sheet Name:"),
-      txtSheetName(Named("txt", letter, "SheetName")),
-      lblFirstDayofWeek(Named("lbl", letter, "FirstDayofWeek"), "First Day of Week:"),
-      cboFirstDayofWeek(Named("cbo", letter, "FirstDayofWeek")),
-      lblFirstCellofDay(Named("lbl", letter, "FirstCellofDay"), "First Cell of &Day:"),
-      txtFirstCellofDay(Named("txt", letter, "FirstCellofDay")),
-      lblColInterval(Named("lbl", letter, "ColInterval"), "Col &Interval of Day:"),
-      txtColInterval(Named("txt", letter, "ColInterval")),
-      updColInterval(Named("upd", letter, "ColInterval"), txtColInterval, 1, kMaxColInterval),
-      lblRowInterval(Named("lbl", letter, "RowInterval"), "&Row Interval of Day:"),
-      txtRowInterval(Named("txt", letter, "RowInterval")),
-      updRowInterval(Named("upd", letter, "RowInterval"), txtRowInterval, 1, kMaxRowIntervalOfDay),
-      chkOutWeekday(Named("chk", letter, "OutWeekday"), "Output Name of &Weekday"),
-      lblFirstCellofWeekday(Named("lbl", letter, "FirstCellofWeekday"), "First Cell of Weekday:"),
-      txtFirstCellofWeekday(Named("txt", letter, "FirstCellofWeekday")),
-      lblWeekdayName(Named("lbl", letter, "WeekdayName"), "Weekday Name:"),
-      cboWeekdayName(Named("cbo", letter, "WeekdayName")),
-      chkOutMonth(Named("chk", letter, "OutMonth"), "Output Mo&nth"),
-      lblFirstCellofMonth(Named("lbl", letter, "FirstCellofMonth"), "First Cell of Month:"),
-      txtFirstCellofMonth(Named("txt", letter, "FirstCellofMonth")),
-      lblMonthName(Named("lbl", letter, "MonthName"), "Month Name:"),
-      cboMonthName(Named("cbo", letter, "MonthName")),
-      chkOutYear(Named("chk", letter, "OutYear"), "Output Y&ear"),
-      lblFirstCellofYear(Named("lbl", letter, "FirstCellofYear"), "First Cell of Year:"),
-      txtFirstCellofYear(Named("txt", letter, "FirstCellofYear")),
-      chkOutHoliday(Named("chk", letter, "OutHoliday"), "Output &Holiday"),
-      lblFirstCellofHoliday(Named("lbl", letter, "FirstCellofHoliday"), "First Cell of Holiday:"),
-      txtFirstCellofHoliday(Named("txt", letter, "FirstCellofHoliday")),
-      lblMultiHolidays(Named("lbl", letter, "MultiHolidays"), "Multiple Holidays on the Same Day:"),
-      cboMultiHolidays(Named("cbo", letter, "MultiHolidays")),
-      lblHolidaySLabel(Named("lbl", letter, "HolidaySLabel"), "Holiday Sample:"),
-      lblHolidaySample(Named("lbl", letter, "HolidaySample")),
-      cmdChangeHoliday(Named("cmd", letter, "ChangeHoliday"), "Chan&ge"), names_(names)
+      chkOutCalendar(ControlName("chk", letter, "OutCalendar"), std::move(outputCaption)),
+      lblSheetName(ControlName("lbl", letter, "SheetName"), "&Sheet Name:"),
+      txtSheetName(ControlName("txt", letter, "SheetName")),
+      lblFirstDayofWeek(ControlName("lbl", letter, "FirstDayofWeek"), "First Day of Week:"),
+      cboFirstDayofWeek(ControlName("cbo", letter, "FirstDayofWeek")),
+      lblFirstCellofDay(ControlName("lbl", letter, "FirstCellofDay"), "First Cell of &Day:"),
+      txtFirstCellofDay(ControlName("txt", letter, "FirstCellofDay")),
+      lblColInterval(ControlName("lbl", letter, "ColInterval"), "Col &Interval of Day:"),
+      txtColInterval(ControlName("txt", letter, "ColInterval")),
+      updColInterval(ControlName("upd", letter, "ColInterval"), txtColInterval,
+                     model::kColIntervalOfDay.low, model::kColIntervalOfDay.dialogHigh),
+      lblRowInterval(ControlName("lbl", letter, "RowInterval"), "&Row Interval of Day:"),
+      txtRowInterval(ControlName("txt", letter, "RowInterval")),
+      updRowInterval(ControlName("upd", letter, "RowInterval"), txtRowInterval,
+                     model::kRowIntervalOfDay.low, model::kRowIntervalOfDay.dialogHigh),
+      chkOutWeekday(ControlName("chk", letter, "OutWeekday"), "Output Name of &Weekday"),
+      lblFirstCellofWeekday(ControlName("lbl", letter, "FirstCellofWeekday"),
+                            "First Cell of Weekday:"),
+      txtFirstCellofWeekday(ControlName("txt", letter, "FirstCellofWeekday")),
+      lblWeekdayName(ControlName("lbl", letter, "WeekdayName"), "Weekday Name:"),
+      cboWeekdayName(ControlName("cbo", letter, "WeekdayName")),
+      chkOutMonth(ControlName("chk", letter, "OutMonth"), "Output Mo&nth"),
+      lblFirstCellofMonth(ControlName("lbl", letter, "FirstCellofMonth"), "First Cell of Month:"),
+      txtFirstCellofMonth(ControlName("txt", letter, "FirstCellofMonth")),
+      lblMonthName(ControlName("lbl", letter, "MonthName"), "Month Name:"),
+      cboMonthName(ControlName("cbo", letter, "MonthName")),
+      chkOutYear(ControlName("chk", letter, "OutYear"), "Output Y&ear"),
+      lblFirstCellofYear(ControlName("lbl", letter, "FirstCellofYear"), "First Cell of Year:"),
+      txtFirstCellofYear(ControlName("txt", letter, "FirstCellofYear")),
+      chkOutHoliday(ControlName("chk", letter, "OutHoliday"), "Output &Holiday"),
+      lblFirstCellofHoliday(ControlName("lbl", letter, "FirstCellofHoliday"),
+                            "First Cell of Holiday:"),
+      txtFirstCellofHoliday(ControlName("txt", letter, "FirstCellofHoliday")),
+      lblMultiHolidays(ControlName("lbl", letter, "MultiHolidays"),
+                       "Multiple Holidays on the Same Day:"),
+      cboMultiHolidays(ControlName("cbo", letter, "MultiHolidays")),
+      lblHolidaySLabel(ControlName("lbl", letter, "HolidaySLabel"), "Holiday Sample:"),
+      lblHolidaySample(ControlName("lbl", letter, "HolidaySample")),
+      cmdChangeHoliday(ControlName("cmd", letter, "ChangeHoliday"), "Chan&ge"), names_(names)
 {
     cboWeekdayName.entries = EntriesOf(names.Weekdays);
     cboMonthName.entries = EntriesOf(names.Months);
@@ -250,11 +256,12 @@ YearlyTab::YearlyTab(const model::NameTables& names)
       cboLayoutofMonths("cboLayoutofMonths"),
       lblColIntervalofMonth("lblYColIntervalofMonth", "Col &Interval of Month:"),
       txtColIntervalofMonth("txtYColIntervalofMonth"),
-      updColIntervalofMonth("updYColIntervalofMonth", txtColIntervalofMonth, 1, kMaxColInterval),
+      updColIntervalofMonth("updYColIntervalofMonth", txtColIntervalofMonth,
+                            model::kColIntervalOfMonth.low, model::kColIntervalOfMonth.dialogHigh),
       lblRowIntervalofMonth("lblYRowIntervalofMonth", "&Row Interval of Month:"),
       txtRowIntervalofMonth("txtYRowIntervalofMonth"),
-      updRowIntervalofMonth("updYRowIntervalofMonth", txtRowIntervalofMonth, 1,
-                            kMaxRowIntervalOfMonth)
+      updRowIntervalofMonth("updYRowIntervalofMonth", txtRowIntervalofMonth,
+                            model::kRowIntervalOfMonth.low, model::kRowIntervalOfMonth.dialogHigh)
 {
     cboLayoutofMonths.entries = {"1 x 12 Months", "2 x 6 Months", "3 x 4 Months",
                                  "4 x 3 Months",  "6 x 2 Months", "12 x 1 Months"};
@@ -278,8 +285,8 @@ void YearlyTab::cboLayoutofMonths_Click()
 {
     if (!cboLayoutofMonths.HasSelection())
         return;
-    EnableColInterval(HasMonthsBeside());
-    EnableRowInterval(HasMonthsBelow());
+    EnableColInterval(HasSeveralColumns());
+    EnableRowInterval(HasSeveralRows());
 }
 
 void YearlyTab::EnableColInterval(bool enabled)
@@ -308,10 +315,10 @@ void YearlyTab::Save(model::YearlyParameters& parameters) const
     ParameterTab::Save(parameters);
     if (!parameters.Output)
         return;
-    parameters.MonthLayout = MonthsAcross().value_or(kUsualMonthsAcross);
-    if (HasMonthsBeside())
+    parameters.MonthLayout = MonthsAcross().value_or(kDefaultMonthsAcross);
+    if (HasSeveralColumns())
         parameters.ColIntervalOfMonth = IntervalOf(txtColIntervalofMonth);
-    if (HasMonthsBelow())
+    if (HasSeveralRows())
         parameters.RowIntervalOfMonth = IntervalOf(txtRowIntervalofMonth);
 }
 

@@ -11,14 +11,9 @@
 
 namespace orrery::ui {
 
-// The greatest intervals that fields and checks let pass; the least is 1.
-inline constexpr int kMaxColInterval = 36; ///< of days and of months
-inline constexpr int kMaxRowIntervalOfDay = 10000;
-inline constexpr int kMaxRowIntervalOfMonth = 36;
-
-/// What one tab of the parameter dialog shows: the controls of one calendar. Both calendars have
-/// the same ones; their names carry a letter, "M" or "Y", behind the prefix (txtMSheetName). The
-/// table of names outlives the tab.
+/// A tab of the parameter dialog: the controls of one calendar. Both calendars have the same
+/// controls; their names have the letter "M" or "Y" after the prefix (txtMSheetName). The name
+/// tables must outlive the tab.
 class ParameterTab {
 public:
     ParameterTab(char letter, std::string tabKey, std::string outputCaption,
@@ -27,7 +22,7 @@ public:
     ParameterTab(const ParameterTab&) = delete;
     ParameterTab& operator=(const ParameterTab&) = delete;
 
-    // An output check box was clicked: the controls that depend on it follow.
+    // An output check box was clicked: enable or disable the controls that depend on it.
     virtual void chkOutCalendar_Click();
     void chkOutWeekday_Click();
     void chkOutMonth_Click();
@@ -36,10 +31,10 @@ public:
 
     /// Shows the first holiday of the working list.
     void ShowHolidaySample();
-    /// Fills the controls from a record, without marks of change.
+    /// Fills the controls from a set and clears all `changed` marks.
     void Show(const model::CalendarParameters& parameters);
-    /// Writes the controls into the record; without output only `Output`. A text that is no cell
-    /// becomes -1 in row and column. Throws as `IntervalOf` does.
+    /// Stores the controls in the set; if the calendar is off, only `Output`. An invalid cell
+    /// becomes -1 in row and column. Throws like `IntervalOf`.
     void Save(model::CalendarParameters& parameters) const;
     /// Whether the user changed a control or the holidays.
     bool Changed() const;
@@ -82,11 +77,11 @@ public:
     Label lblHolidaySample;
     Button cmdChangeHoliday;
 
-    holidays::HolidayList holidays; ///< the working list, which the holiday viewer replaces
+    holidays::HolidayList holidays; ///< the edited list, which the holiday dialog replaces
     bool holidaysChanged = false;
 
 protected:
-    std::vector<Control*> fields_; ///< whose changes count
+    std::vector<Control*> fields_; ///< controls whose changes count
 
 private:
     bool IsOn(const CheckBox& inner) const;
@@ -94,23 +89,23 @@ private:
     const model::NameTables& names_;
 };
 
-/// The yearly tab has the grid of months as well.
+/// The yearly tab also has the grid of months.
 class YearlyTab : public ParameterTab {
 public:
     explicit YearlyTab(const model::NameTables& names);
 
     void chkOutCalendar_Click() override;
-    /// A layout was chosen: one column or one row of months has no interval between them.
+    /// A layout was chosen: a single column or row of months needs no interval.
     void cboLayoutofMonths_Click();
     void Show(const model::YearlyParameters& parameters);
     void Save(model::YearlyParameters& parameters) const;
 
-    /// Months side by side in the chosen layout: 1, 2, 3, 4, 6 or 12; nothing where none is chosen.
+    /// Months side by side in the chosen layout: 1, 2, 3, 4, 6 or 12; nothing if none is chosen.
     std::optional<std::int16_t> MonthsAcross() const;
-    /// False only for the layout that has one month side by side.
-    bool HasMonthsBeside() const { return MonthsAcross() != 1; }
-    /// False only for the layout that has one row of months.
-    bool HasMonthsBelow() const { return MonthsAcross() != 12; }
+    /// False only for the layout with one column of months.
+    bool HasSeveralColumns() const { return MonthsAcross() != 1; }
+    /// False only for the layout with one row of months.
+    bool HasSeveralRows() const { return MonthsAcross() != 12; }
 
     Label lblLayoutofMonths;
     ComboBox cboLayoutofMonths;
@@ -126,8 +121,8 @@ private:
     void EnableRowInterval(bool enabled);
 };
 
-/// The whole number of an interval's text, rounded with halves to even. Throws Error(NotNumeric)
-/// with the text, or OverflowError beyond 32 bits.
+/// Reads an interval, rounded to a whole number with halves to even. Throws Error(NotNumeric) with
+/// the text, or OverflowError beyond 32 bits.
 std::int32_t IntervalOf(const TextBox& box);
 
 } // namespace orrery::ui

@@ -20,9 +20,9 @@ constexpr const char* kKey = "ShowTips";
 constexpr const char* kMissingFileText =
     "That the tips.txt file was not found? \r\n\r\n"
     "Create a text file named tips.txt using NotePad with 1 tip per line. "
-    "Then place it in the same directory as the application. "; // the blank at the end stays
+    "Then place it in the same directory as the application. "; // the trailing blank is intended
 
-/// Each "\n" of the two characters is a line break.
+/// Replaces each "\n", two characters in the file, with a line break.
 std::string WithLineBreaks(std::string_view line)
 {
     std::string text;

@@ -11,20 +11,20 @@ namespace orrery::ui {
 /// The tip of the day (frmTip).
 class TipForm : public Form {
 public:
-    /// Does what `Form_Load` does. Both are whole paths; neither file need exist.
+    /// Also does what `Form_Load` should. Both are full paths; neither file need exist.
     TipForm(std::string settingsFile, const std::string& tipsFile);
 
-    /// Adds the tips of a file, one a line, and shows one of them by chance. False when there is no
-    /// file.
+    /// Adds the tips of a file, one per line, and shows a random one. False if the file cannot be
+    /// read.
     bool LoadTips(const std::string& path);
     void PickFirstTip();
-    /// Shows tip number `currentTip`; without tips the text stays.
+    /// Shows tip number `currentTip`; without tips the text stays unchanged.
     void DisplayCurrentTip();
-    /// Shows the next tip, after the last one the first.
+    /// Shows the next tip; the first one follows the last.
     void AdvanceTip();
 
-    /// Writes the setting at once. Throws Error(FileNotWritable); the box then shows the setting as
-    /// it was.
+    /// Saves the setting at once. Throws Error(FileNotWritable); the check box then returns to the
+    /// old setting.
     void chkLoadTipsAtStartup_Click();
     void cmdNextTip_Click() { AdvanceTip(); }
     void cmdOK_Click() { Close(); }
@@ -35,8 +35,8 @@ public:
     Button cmdNextTip{"cmdNextTip", "&Next Tip"};
     Button cmdOK{"cmdOK", "&Close"};
 
-    std::vector<std::string> tipList; ///< lines end in CR LF inside a tip
-    std::int32_t currentTip = 0;      ///< [1:count]; 0 before the first
+    std::vector<std::string> tipList; ///< line breaks inside a tip are CR LF
+    std::int32_t currentTip = 0;      ///< [1:count]; 0 before the first tip is shown
 
 private:
     const std::string settingsFile_;

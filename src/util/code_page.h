@@ -8,13 +8,13 @@ namespace orrery::util {
 
 // The system's single-byte code page: the ANSI code page on Windows, Windows-1252 elsewhere.
 
-/// Whether text files are written in the code page when it can hold their text.
+/// Whether text files are written in the code page if it has all their characters.
 extern const bool kWritesCodePage;
 
-/// The bytes as UTF-8. Every byte has a character.
+/// Converts bytes to UTF-8. Every byte stands for a character.
 std::string DecodeCodePage(std::string_view bytes);
 
-/// Valid UTF-8 in the code page, or nothing when a character is missing there.
+/// Converts valid UTF-8 to the code page, or returns nothing if the code page lacks a character.
 std::optional<std::string> EncodeCodePage(std::string_view utf8);
 
 } // namespace orrery::util

@@ -5,7 +5,7 @@
 
 namespace orrery::util {
 
-/// An open file of a POSIX system, closed by whoever holds it last; -1 is none.
+/// Owns a POSIX file descriptor and closes it; -1 means none.
 class Descriptor {
 public:
     explicit Descriptor(int number = -1) : number_(number) {}
@@ -21,7 +21,7 @@ public:
 
     int Number() const { return number_; }
     bool IsOpen() const { return number_ >= 0; }
-    /// Gives it up without closing it.
+    /// Gives up ownership without closing.
     int Release() { return std::exchange(number_, -1); }
     void Close()
     {

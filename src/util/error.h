@@ -8,14 +8,14 @@
 
 namespace orrery::util {
 
-/// What a sentence about an error is made of. Both may be empty.
+/// The data behind an error message. Either may be empty.
 struct ErrorDetails {
     std::string subject; ///< path, sheet, cell: what it is about
-    std::string cause;   ///< what lies beneath, in somebody's words
+    std::string cause;   ///< the underlying reason, worded by whoever reported it
 };
 
-/// An enumeration of errors. Its namespace has one sentence for each value:
-/// what is wrong, where, and what to do.
+/// An enumeration of errors. `Sentence` in its namespace gives the message for each value: what is
+/// wrong, where, and what to do.
 template <typename Kind>
 concept ErrorKinds = std::is_enum_v<Kind> && requires(Kind kind, const ErrorDetails& details)
 {
@@ -24,19 +24,19 @@ concept ErrorKinds = std::is_enum_v<Kind> && requires(Kind kind, const ErrorDeta
         } -> std::same_as<std::string>;
 };
 
-/// A kind of error of any floor: a value of that floor's enumeration.
+/// An error kind of any layer: a value of that layer's enumeration.
 class AnyErrorKind {
 public:
     template <ErrorKinds Kind>
     AnyErrorKind(Kind kind)
-        : floor_(&typeid(Kind)), value_(static_cast<int>(kind)),
+        : type_(&typeid(Kind)), value_(static_cast<int>(kind)),
           sentence_([](int value, const ErrorDetails& details) {
               return Sentence(static_cast<Kind>(value), details);
           })
     {
     }
 
-    /// The sentence for the user.
+    /// The message for the user.
     std::string SentenceFor(const ErrorDetails& details) const
     {
         return sentence_(value_, details);
@@ -45,11 +45,11 @@ public:
 
     friend bool operator==(const AnyErrorKind& a, const AnyErrorKind& b)
     {
-        return *a.floor_ == *b.floor_ && a.value_ == b.value_;
+        return *a.type_ == *b.type_ && a.value_ == b.value_;
     }
 
 private:
-    const std::type_info* floor_;
+    const std::type_info* type_;
     int value_;
     std::string (*sentence_)(int value, const ErrorDetails& details);
 };
@@ -59,23 +59,23 @@ enum class ErrorKind {
     // numbers and tables
     Overflow,   ///< a result does not fit its width
     OutOfRange, ///< an index beyond its table
-    NotNumeric, ///< a text that had to be a number
+    NotNumeric, ///< a text that should be a number
     // files; the subject is the path
     FileNotFound,
     FileNotReadable,
     FileNotWritable,
     NotARegularFile,  ///< a folder, a device, a pipe; the cause says which
-    TextFileTooLarge, ///< beyond what is read of a text file
+    TextFileTooLarge, ///< beyond the size limit for text files
     FolderNotCreated,
     DiskFull,
-    FileSizeLimit, ///< the system's limit on the size of the user's files
-    ShellFailure,  ///< the cause is the message of the result table
+    FileSizeLimit, ///< the system's limit on the user's file sizes
+    ShellFailure,  ///< the cause is the `ShellErrorMessage`
 };
 
 std::string Sentence(ErrorKind kind, const ErrorDetails& details);
 
-/// The base of everything that the program throws: data, not prose. Sentences are made by
-/// `ErrorText` alone.
+/// The base of everything that the program throws: data, not prose. Only `ErrorText` turns it into
+/// a message.
 class Error : public std::exception {
 public:
     explicit Error(AnyErrorKind kind, std::string subject = {}, std::string cause = {});

@@ -5,7 +5,7 @@
 
 namespace orrery::util {
 
-/// The text of the error report: "Error!", a line break, "Error Info: " and the given text.
+/// The text of an error report: "Error!", a line break, "Error Info: " and the given text.
 std::string ErrorReportText(std::string_view text);
 
 /// Where unexpected failures are shown: a message box, a line on standard error, a list in a test.

@@ -5,8 +5,8 @@
 
 namespace orrery::util {
 
-/// The one sentence for the user: what is wrong, where, and what to do. Any exception is taken;
-/// those that are not `Error` give their own text.
+/// The message for the user: what is wrong, where, and what to do. Accepts any exception; unknown
+/// ones give their own text.
 std::string ErrorText(const std::exception& error);
 
 } // namespace orrery::util

@@ -9,7 +9,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const char* NameOf(fs::file_type type)
+const char* Describe(fs::file_type type)
 {
     switch (type) {
     case fs::file_type::directory:
@@ -28,15 +28,15 @@ const char* NameOf(fs::file_type type)
 
 } // namespace
 
-Error NotRead(const fs::path& file, const std::error_code& code)
+Error MakeReadError(const fs::path& file, const std::error_code& code)
 {
-    // "A part of the path is not a folder" means the same to the user.
+    // To the user, "a part of the path is not a folder" means the same.
     if (code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory)
         return Error(ErrorKind::FileNotFound, FromPath(file));
     return Error(ErrorKind::FileNotReadable, FromPath(file), SystemMessage(code));
 }
 
-Error NotWritten(const fs::path& target, const std::error_code& code)
+Error MakeWriteError(const fs::path& target, const std::error_code& code)
 {
     if (MeansDiskFull(code))
         return Error(ErrorKind::DiskFull, FromPath(target));
@@ -46,9 +46,9 @@ Error NotWritten(const fs::path& target, const std::error_code& code)
                  code ? SystemMessage(code) : std::string());
 }
 
-Error NotRegular(const fs::path& file, fs::file_type type)
+Error MakeNotRegularError(const fs::path& file, fs::file_type type)
 {
-    return Error(ErrorKind::NotARegularFile, FromPath(file), NameOf(type));
+    return Error(ErrorKind::NotARegularFile, FromPath(file), Describe(type));
 }
 
 } // namespace orrery::util

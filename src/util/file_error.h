@@ -7,13 +7,13 @@
 
 namespace orrery::util {
 
-// What a failed call of the system says about a file, as an error of this program.
+// Turn the error code of a failed system call on a file into an Error.
 
-/// FileNotFound for a name that leads to nothing, else FileNotReadable with the system's words.
-Error NotRead(const std::filesystem::path& file, const std::error_code& code);
-/// DiskFull, FileSizeLimit, or FileNotWritable with the system's words.
-Error NotWritten(const std::filesystem::path& target, const std::error_code& code);
-/// NotARegularFile with the name of what the file is instead.
-Error NotRegular(const std::filesystem::path& file, std::filesystem::file_type type);
+/// FileNotFound if there is no such file, else FileNotReadable with the system's message.
+Error MakeReadError(const std::filesystem::path& file, const std::error_code& code);
+/// DiskFull, FileSizeLimit, or FileNotWritable with the system's message.
+Error MakeWriteError(const std::filesystem::path& target, const std::error_code& code);
+/// NotARegularFile; the cause says what the file is instead.
+Error MakeNotRegularError(const std::filesystem::path& file, std::filesystem::file_type type);
 
 } // namespace orrery::util

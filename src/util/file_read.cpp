@@ -17,30 +17,30 @@ namespace {
 
 constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
 
-void CheckTextSize(const fs::path& path, std::uint64_t size, std::uint64_t most)
+void CheckTextSize(const fs::path& path, std::uint64_t size, std::uint64_t maxSize)
 {
-    if (size > most)
+    if (size > maxSize)
         throw Error(ErrorKind::TextFileTooLarge, FromPath(path));
 }
 
-std::optional<std::string> ReadIfPossible(const fs::path& path, std::uint64_t most)
+std::optional<std::string> ReadIfPossible(const fs::path& path, std::uint64_t maxSize)
 {
     try {
-        return InputFile(path).ReadAll(most);
+        return InputFile(path).ReadAll(maxSize);
     }
     catch (const Error&) {
-        return std::nullopt; // the caller asks for the obstacle where it matters
+        return std::nullopt; // callers that need the reason ask for it separately
     }
 }
 
-std::optional<Error> ObstacleTo(const fs::path& path, std::uint64_t most)
+std::optional<Error> FindErrorReading(const fs::path& path, std::uint64_t maxSize)
 {
     try {
-        CheckTextSize(path, InputFile(path).Size(), most);
+        CheckTextSize(path, InputFile(path).Size(), maxSize);
         return std::nullopt;
     }
-    catch (const Error& obstacle) {
-        return obstacle;
+    catch (const Error& error) {
+        return error;
     }
 }
 
@@ -51,7 +51,7 @@ std::size_t InputFile::Read(char* buffer, std::size_t count)
     errno = 0;
     const std::size_t read = std::fread(buffer, 1, count, file_.get());
     if (read < count && std::ferror(file_.get()) != 0)
-        throw NotRead(path_, {errno, std::generic_category()});
+        throw MakeReadError(path_, {errno, std::generic_category()});
     return read;
 }
 
@@ -62,17 +62,17 @@ void InputFile::CheckUnchanged() const
                     "another program changes it at this moment");
 }
 
-std::string InputFile::ReadAll(std::uint64_t most)
+std::string InputFile::ReadAll(std::uint64_t maxSize)
 {
     constexpr std::size_t kChunk = 65536;
-    CheckTextSize(path_, Size(), most);
+    CheckTextSize(path_, Size(), maxSize);
     std::string bytes;
     std::size_t size = 0;
     do {
-        // One byte more than expected, so that the end is found without another turn.
+        // One byte more than expected, so that one read also finds the end.
         bytes.resize(std::max(static_cast<std::size_t>(Size()) + 1, size + kChunk));
         size += Read(bytes.data() + size, bytes.size() - size);
-        CheckTextSize(path_, size, most);
+        CheckTextSize(path_, size, maxSize);
     } while (size == bytes.size());
     CheckUnchanged();
     bytes.resize(size);
@@ -86,42 +86,47 @@ std::optional<std::string> ReadFile(const fs::path& path)
 
 std::optional<std::string> ReadTextFile(const fs::path& path)
 {
-    return ReadIfPossible(path, kMostText);
+    return ReadIfPossible(path, kMaxTextFileSize);
 }
 
-std::optional<Error> ReadingObstacle(const fs::path& path)
+std::optional<Error> FindReadError(const fs::path& path)
 {
-    return ObstacleTo(path, kNoLimit);
+    return FindErrorReading(path, kNoLimit);
 }
 
-std::optional<Error> TextObstacle(const fs::path& path)
+std::optional<Error> FindTextReadError(const fs::path& path)
 {
-    return ObstacleTo(path, kMostText);
+    return FindErrorReading(path, kMaxTextFileSize);
 }
 
-std::optional<Error> ObstacleOfExistingText(const fs::path& path)
+std::optional<Error> FindExistingTextReadError(const fs::path& path)
 {
-    std::error_code unknown; // what lies in a folder of somebody else's is not known to be there
+    std::error_code unknown; // in a folder that may not be searched, the file counts as missing
     if (!fs::exists(fs::symlink_status(path, unknown)))
         return std::nullopt;
-    auto obstacle = TextObstacle(path);
-    const bool leadsNowhere = obstacle && obstacle->Kind() == ErrorKind::FileNotFound;
-    return leadsNowhere ? std::nullopt : std::move(obstacle);
+    auto error = FindTextReadError(path);
+    const bool leadsNowhere = error && error->Kind() == ErrorKind::FileNotFound;
+    return leadsNowhere ? std::nullopt : std::move(error);
 }
 
-std::optional<Error> ListingObstacle(const fs::path& folder)
+std::optional<Error> FindListError(const fs::path& folder)
 {
     std::error_code failure;
     const fs::directory_iterator entries(folder, failure);
     if (!failure)
         return std::nullopt;
     const fs::path name = folder.has_filename() ? folder : folder.parent_path();
-    // Some systems say then that the folder is not found.
+    // Some systems report such a file as a folder that is not found.
     std::error_code unknown;
     const fs::file_type type = fs::status(name, unknown).type();
     if (type == fs::file_type::regular || fs::is_other(fs::file_status(type)))
         return Error(ErrorKind::FileNotReadable, FromPath(folder), "it is not a folder");
-    return NotRead(folder, failure);
+    return MakeReadError(folder, failure);
+}
+
+bool FileExists(std::string_view path)
+{
+    return !FindReadError(ToPath(WithoutTrailingSeparator(path)));
 }
 
 bool IsMissing(const fs::path& path)

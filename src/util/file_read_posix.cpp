@@ -14,9 +14,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void ThrowNotRead(const fs::path& path)
+[[noreturn]] void ThrowReadError(const fs::path& path)
 {
-    throw NotRead(path, {errno, std::generic_category()});
+    throw MakeReadError(path, {errno, std::generic_category()});
 }
 
 void CheckRegular(const fs::path& path, const struct stat& status)
@@ -25,26 +25,26 @@ void CheckRegular(const fs::path& path, const struct stat& status)
         return;
     switch (status.st_mode & S_IFMT) {
     case S_IFDIR:
-        throw NotRegular(path, fs::file_type::directory);
+        throw MakeNotRegularError(path, fs::file_type::directory);
     case S_IFIFO:
-        throw NotRegular(path, fs::file_type::fifo);
+        throw MakeNotRegularError(path, fs::file_type::fifo);
     case S_IFSOCK:
-        throw NotRegular(path, fs::file_type::socket);
+        throw MakeNotRegularError(path, fs::file_type::socket);
     default:
-        throw NotRegular(path, fs::file_type::character);
+        throw MakeNotRegularError(path, fs::file_type::character);
     }
 }
 
-/// Looks before it opens, because opening alone does something to some devices, and again
-/// afterwards, because another file may have taken the name; a pipe is not waited for.
+/// Checks before opening, because some devices react to being opened, and again afterwards, because
+/// another file may have taken the name. Does not wait for pipes.
 Descriptor OpenRegular(const fs::path& path, struct stat& status)
 {
     if (::stat(path.c_str(), &status) != 0)
-        ThrowNotRead(path);
+        ThrowReadError(path);
     CheckRegular(path, status);
     Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0)
-        ThrowNotRead(path);
+        ThrowReadError(path);
     CheckRegular(path, status);
     return file;
 }
@@ -57,7 +57,7 @@ InputFile::InputFile(const fs::path& path) : path_(path)
     Descriptor file = OpenRegular(path, status);
     file_.reset(::fdopen(file.Number(), "rb"));
     if (!file_)
-        ThrowNotRead(path);
+        ThrowReadError(path);
     static_cast<void>(file.Release()); // the stream closes it
     stamp_ = StampOf(file_.get()).value_or(Stamp());
 }

@@ -9,7 +9,7 @@
 #include <io.h>
 #include <system_error>
 
-#undef ReadFile // a macro of the system's for two calls; here it is one of ours
+#undef ReadFile // a macro of <windows.h>; here it is our own function
 
 namespace orrery::util {
 
@@ -17,21 +17,21 @@ namespace fs = std::filesystem;
 
 InputFile::InputFile(const fs::path& path) : path_(path)
 {
-    // The flag also opens folders, which are then named as what they are.
+    // The flag also opens folders, so that the error can say what they are.
     File file(path, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
     if (!file.IsOpen())
-        throw NotRead(path, {static_cast<int>(GetLastError()), std::system_category()});
+        throw MakeReadError(path, {static_cast<int>(GetLastError()), std::system_category()});
     if (const fs::file_type type = file.Type(); type != fs::file_type::regular)
-        throw NotRegular(path, type);
+        throw MakeNotRegularError(path, type);
     const int number =
         _open_osfhandle(reinterpret_cast<std::intptr_t>(file.Handle()), _O_RDONLY | _O_BINARY);
     if (number == -1)
-        throw NotRead(path, {errno, std::generic_category()});
-    file.Release(); // the number closes it, and the stream the number
+        throw MakeReadError(path, {errno, std::generic_category()});
+    file.Release(); // the number owns it now, and the stream will own the number
     file_.reset(_fdopen(number, "rb"));
     if (!file_) {
         _close(number);
-        throw NotRead(path, {errno, std::generic_category()});
+        throw MakeReadError(path, {errno, std::generic_category()});
     }
     stamp_ = StampOf(file_.get()).value_or(Stamp());
 }

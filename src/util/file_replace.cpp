@@ -8,7 +8,7 @@ namespace orrery::util {
 bool CanWriteIn(std::string_view folder)
 {
     try {
-        const FileReplacement never(ToPath(WithTrailingSeparator(folder) + "orrery-probe"));
+        const FileReplacement probe(ToPath(WithTrailingSeparator(folder) + "orrery-probe"));
         return true;
     }
     catch (const Error&) {

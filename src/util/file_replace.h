@@ -1,6 +1,6 @@
 #pragma once
 
-#include "util/file_read.h" // for those who read what they replace
+#include "util/file_read.h" // for callers that read what they replace
 #include "util/temporary_file.h"
 
 #include <filesystem>
@@ -8,25 +8,26 @@
 
 namespace orrery::util {
 
-/// Throws Error for what is at the path where it cannot be replaced: NotARegularFile for a folder,
-/// a device, a pipe; FileNotWritable for a file that is marked read-only or kept by another
-/// program. A symbolic link stands for the file that it leads to. Nothing may be there.
+/// Throws Error if the file at the path cannot be replaced: NotARegularFile for a folder, a device
+/// or a pipe; FileNotWritable if it is marked read-only or another program holds it open. Links are
+/// followed. A missing file is fine.
 void CheckReplaceable(const std::filesystem::path& path);
 
-/// Makes an empty file where nothing is, not even a link. Throws Error (FileNotWritable, DiskFull).
-void MakeEmptyFile(const std::filesystem::path& path);
+/// Creates an empty file; nothing of that name may exist, not even a link. Throws Error
+/// (FileNotWritable, DiskFull).
+void CreateEmptyFile(const std::filesystem::path& path);
 
 /// A new file beside its target: written, flushed, and renamed over the target by `Commit`.
-/// Without a commit the destructor removes it and the target stays as it was. Where the target is a
-/// symbolic link, the file that it points to is replaced. The new file has the permissions of the
-/// one that it replaces.
+/// Without a commit the destructor removes it and the target stays unchanged. If the target is a
+/// symbolic link, the file that it points to is replaced. The new file gets the permissions of the
+/// old one.
 class FileReplacement {
 public:
-    /// Makes the empty temporary file, and removes those that killed processes left beside it.
-    /// Throws Error (FileNotWritable, DiskFull, FileSizeLimit), and as `CheckReplaceable`.
+    /// Creates the empty temporary file and removes those that killed processes left beside it.
+    /// Throws Error (FileNotWritable, DiskFull, FileSizeLimit) and what `CheckReplaceable` throws.
     explicit FileReplacement(const std::filesystem::path& target);
 
-    /// Where to write: an empty file in the target's folder, of a name that no file had.
+    /// The file to write: empty, in the target's folder, with an unused name.
     const std::filesystem::path& TemporaryPath() const { return temporary_.Path(); }
     /// Flushes the temporary file to the disk and renames it over the target.
     /// Throws Error (FileNotWritable, DiskFull).
@@ -37,10 +38,10 @@ private:
     TemporaryFile temporary_;
 };
 
-/// Whether files can be made in the folder.
+/// Whether files can be created in the folder.
 bool CanWriteIn(std::string_view folder);
 
-/// Replaces the whole file by the bytes. Throws Error as `FileReplacement`; the old file then
+/// Replaces the whole file with the bytes. Throws Error like `FileReplacement`; the old file then
 /// stays.
 void ReplaceFile(const std::filesystem::path& target, std::string_view bytes);
 

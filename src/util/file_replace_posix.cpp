@@ -17,17 +17,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void ThrowNotWritten(const fs::path& target, int code)
+[[noreturn]] void ThrowWriteError(const fs::path& target, int code)
 {
-    throw NotWritten(target, {code, std::generic_category()});
+    throw MakeWriteError(target, {code, std::generic_category()});
 }
 
 /// The file that a chain of symbolic links leads to, which need not exist.
 fs::path FollowLinks(fs::path path)
 {
-    constexpr int kMostLinks = 40; // as many as the system itself follows
+    constexpr int kMaxLinks = 40; // the system's own limit
     std::error_code failed;
-    for (int i = 0; i < kMostLinks && fs::is_symlink(path, failed); ++i) {
+    for (int i = 0; i < kMaxLinks && fs::is_symlink(path, failed); ++i) {
         const fs::path next = fs::read_symlink(path, failed);
         if (failed)
             break;
@@ -36,24 +36,24 @@ fs::path FollowLinks(fs::path path)
     return path;
 }
 
-/// A file that could not be written in place is not replaced either. The mark counts for those
-/// who may write everything, too.
+/// A file that could not be written in place is not replaced either. Its read-only mark also counts
+/// for users who may write everything.
 void CheckTarget(const fs::path& target)
 {
     struct stat status = {};
     if (::stat(target.c_str(), &status) != 0) {
         if (errno == ENOENT)
-            return; // a new file; making the temporary one tells whether the folder takes it
-        ThrowNotWritten(target, errno);
+            return; // a new file; creating the temporary one shows whether the folder is writable
+        ThrowWriteError(target, errno);
     }
     if (!S_ISREG(status.st_mode)) {
         std::error_code ignored;
-        throw NotRegular(target, fs::status(target, ignored).type());
+        throw MakeNotRegularError(target, fs::status(target, ignored).type());
     }
     if ((status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0)
-        ThrowNotWritten(target, EACCES);
+        ThrowWriteError(target, EACCES);
     if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0)
-        ThrowNotWritten(target, errno);
+        ThrowWriteError(target, errno);
 }
 
 fs::path CheckedTarget(const fs::path& path)
@@ -69,7 +69,7 @@ void WriteAll(const Descriptor& file, std::string_view bytes, const fs::path& ta
     while (!bytes.empty()) {
         const ssize_t written = ::write(file.Number(), bytes.data(), bytes.size());
         if (written < 0 && errno != EINTR)
-            ThrowNotWritten(target, errno);
+            ThrowWriteError(target, errno);
         if (written > 0)
             bytes.remove_prefix(static_cast<std::size_t>(written));
     }
@@ -80,12 +80,12 @@ void Finish(const fs::path& temporary, const fs::path& target)
 {
     const Descriptor file(::open(temporary.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.IsOpen())
-        ThrowNotWritten(target, errno);
+        ThrowWriteError(target, errno);
     struct stat old = {};
     if (::stat(target.c_str(), &old) == 0 && ::fchmod(file.Number(), old.st_mode & 07777) != 0)
-        ThrowNotWritten(target, errno);
+        ThrowWriteError(target, errno);
     if (::fsync(file.Number()) != 0)
-        ThrowNotWritten(target, errno);
+        ThrowWriteError(target, errno);
 }
 
 } // namespace
@@ -95,11 +95,11 @@ void CheckReplaceable(const fs::path& path)
     CheckTarget(FollowLinks(path));
 }
 
-void MakeEmptyFile(const fs::path& path)
+void CreateEmptyFile(const fs::path& path)
 {
     const Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
     if (!file.IsOpen())
-        ThrowNotWritten(path, errno);
+        ThrowWriteError(path, errno);
 }
 
 FileReplacement::FileReplacement(const fs::path& target)
@@ -111,9 +111,9 @@ void FileReplacement::Commit()
 {
     Finish(temporary_.Path(), target_);
     if (::rename(temporary_.Path().c_str(), target_.c_str()) != 0)
-        ThrowNotWritten(target_, errno);
-    // The folder is not flushed: after a crash the name means the old file or the new one, and
-    // both are whole.
+        ThrowWriteError(target_, errno);
+    // The folder is not flushed: after a crash the name refers to the old file or the new one, and
+    // both are complete.
     temporary_.Keep();
 }
 
@@ -124,7 +124,7 @@ void ReplaceFile(const fs::path& target, std::string_view bytes)
         const Descriptor file(
             ::open(replacement.TemporaryPath().c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
         if (!file.IsOpen())
-            ThrowNotWritten(target, errno);
+            ThrowWriteError(target, errno);
         WriteAll(file, bytes, target);
     }
     replacement.Commit();

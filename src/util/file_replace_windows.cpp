@@ -1,5 +1,5 @@
 #include "util/file_windows.h"
-#undef ReplaceFile // a macro of the system's for two calls; here it is one of ours
+#undef ReplaceFile // a macro of <windows.h>; here it is our own function
 
 #include "util/file_error.h"
 #include "util/file_replace.h"
@@ -16,9 +16,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void ThrowNotWritten(const fs::path& target, DWORD code)
+[[noreturn]] void ThrowWriteError(const fs::path& target, DWORD code)
 {
-    throw NotWritten(target, {static_cast<int>(code), std::system_category()});
+    throw MakeWriteError(target, {static_cast<int>(code), std::system_category()});
 }
 
 bool HasAttribute(const fs::path& path, DWORD attribute)
@@ -42,20 +42,20 @@ fs::path FollowLinks(fs::path path)
 }
 
 /// A file that could not be written in place is not replaced either: a folder, a device, a file
-/// that is marked read-only, one that another program keeps to itself.
+/// that is marked read-only or that another program holds open.
 void CheckTarget(const fs::path& target)
 {
     if (HasAttribute(target, FILE_ATTRIBUTE_DIRECTORY))
-        throw NotRegular(target, fs::file_type::directory);
-    if (HasAttribute(target, FILE_ATTRIBUTE_READONLY)) // for those who may write everything, too
-        ThrowNotWritten(target, ERROR_ACCESS_DENIED);
+        throw MakeNotRegularError(target, fs::file_type::directory);
+    if (HasAttribute(target, FILE_ATTRIBUTE_READONLY)) // also for users who may write everything
+        ThrowWriteError(target, ERROR_ACCESS_DENIED);
     const File file(target, GENERIC_WRITE, OPEN_EXISTING);
     const DWORD code = file.IsOpen() ? ERROR_SUCCESS : GetLastError();
-    // For a new file, making the temporary one tells whether the folder takes it.
+    // For a new file, creating the temporary one shows whether the folder is writable.
     if (code != ERROR_SUCCESS && code != ERROR_FILE_NOT_FOUND && code != ERROR_PATH_NOT_FOUND)
-        ThrowNotWritten(target, code);
+        ThrowWriteError(target, code);
     if (file.IsOpen() && file.Type() != fs::file_type::regular)
-        throw NotRegular(target, file.Type());
+        throw MakeNotRegularError(target, file.Type());
 }
 
 fs::path CheckedTarget(const fs::path& path)
@@ -68,14 +68,14 @@ fs::path CheckedTarget(const fs::path& path)
 
 void WriteAll(const File& file, std::string_view bytes, const fs::path& target)
 {
-    constexpr std::size_t kMostAtOnce = 1U << 30;
+    constexpr std::size_t kMaxAtOnce = 1U << 30;
     while (!bytes.empty()) {
         DWORD written = 0;
-        const auto wanted = static_cast<DWORD>(std::min(bytes.size(), kMostAtOnce));
+        const auto wanted = static_cast<DWORD>(std::min(bytes.size(), kMaxAtOnce));
         if (WriteFile(file.Handle(), bytes.data(), wanted, &written, nullptr) == FALSE)
-            ThrowNotWritten(target, GetLastError());
+            ThrowWriteError(target, GetLastError());
         if (written == 0)
-            ThrowNotWritten(target, ERROR_DISK_FULL);
+            ThrowWriteError(target, ERROR_DISK_FULL);
         bytes.remove_prefix(written);
     }
 }
@@ -84,11 +84,11 @@ void Flush(const fs::path& temporary, const fs::path& target)
 {
     const File file(temporary, GENERIC_WRITE, OPEN_EXISTING);
     if (!file.IsOpen() || FlushFileBuffers(file.Handle()) == FALSE)
-        ThrowNotWritten(target, GetLastError());
+        ThrowWriteError(target, GetLastError());
 }
 
-/// Puts the new file in the old one's place, with the old one's permissions where the disk can do
-/// that; some network disks cannot.
+/// Puts the new file in place of the old one and keeps the old permissions if the disk supports
+/// that; some network disks do not.
 void Exchange(const fs::path& temporary, const fs::path& target)
 {
     constexpr DWORD kTolerant = REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS;
@@ -97,7 +97,7 @@ void Exchange(const fs::path& temporary, const fs::path& target)
         return;
     if (MoveFileExW(temporary.c_str(), target.c_str(),
                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == FALSE)
-        ThrowNotWritten(target, GetLastError());
+        ThrowWriteError(target, GetLastError());
 }
 
 } // namespace
@@ -107,11 +107,11 @@ void CheckReplaceable(const fs::path& path)
     CheckTarget(FollowLinks(path));
 }
 
-void MakeEmptyFile(const fs::path& path)
+void CreateEmptyFile(const fs::path& path)
 {
     const File file(path, GENERIC_WRITE, CREATE_NEW);
     if (!file.IsOpen())
-        ThrowNotWritten(path, GetLastError());
+        ThrowWriteError(path, GetLastError());
 }
 
 FileReplacement::FileReplacement(const fs::path& target)
@@ -132,7 +132,7 @@ void ReplaceFile(const fs::path& target, std::string_view bytes)
     {
         const File file(replacement.TemporaryPath(), GENERIC_WRITE, OPEN_EXISTING);
         if (!file.IsOpen())
-            ThrowNotWritten(target, GetLastError());
+            ThrowWriteError(target, GetLastError());
         WriteAll(file, bytes, target);
     }
     replacement.Commit();

@@ -5,7 +5,7 @@
 
 namespace orrery::util {
 
-/// An open file of Windows, which others may read, write and delete meanwhile.
+/// Owns an open Windows file. Other programs may read, write and delete it meanwhile.
 class File {
 public:
     File(const std::filesystem::path& path, DWORD access, DWORD creation,
@@ -25,10 +25,10 @@ public:
 
     bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
     HANDLE Handle() const { return handle_; }
-    /// Gives it up without closing it.
+    /// Gives up ownership without closing.
     void Release() { handle_ = INVALID_HANDLE_VALUE; }
 
-    /// What was opened: devices and pipes have names, too. `regular` also where that is unknown.
+    /// What was opened: devices and pipes have names too.
     std::filesystem::file_type Type() const
     {
         switch (GetFileType(handle_)) {
@@ -39,7 +39,7 @@ public:
         default:
             break;
         }
-        BY_HANDLE_FILE_INFORMATION information = {}; // a disk as a whole has none
+        BY_HANDLE_FILE_INFORMATION information = {}; // fails for a whole disk
         if (GetFileInformationByHandle(handle_, &information) == FALSE)
             return std::filesystem::file_type::block;
         const bool isFolder = (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;

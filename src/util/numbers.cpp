@@ -11,8 +11,8 @@ namespace orrery::util {
 
 namespace {
 
-/// Length of the run of digits that begins at `start`.
-std::size_t DigitRun(std::string_view text, std::size_t start)
+/// Counts the digits from `start` on.
+std::size_t CountDigits(std::string_view text, std::size_t start)
 {
     std::size_t end = start;
     while (end < text.size() && text[end] >= '0' && text[end] <= '9')
@@ -24,18 +24,18 @@ std::size_t DigitRun(std::string_view text, std::size_t start)
 struct NumberShape {
     std::string_view whole;
     std::string_view fraction;
-    std::string_view exponent; ///< with its "-" but without a "+"; empty when there is none
+    std::string_view exponent; ///< with its "-" but without a "+"; empty if there is none
 };
 
 std::optional<NumberShape> ReadShape(std::string_view text)
 {
     NumberShape shape;
-    std::size_t pos = DigitRun(text, 0);
+    std::size_t pos = CountDigits(text, 0);
     if (pos == 0)
         return std::nullopt;
     shape.whole = text.substr(0, pos);
     if (pos < text.size() && text[pos] == '.') {
-        const std::size_t run = DigitRun(text, pos + 1);
+        const std::size_t run = CountDigits(text, pos + 1);
         if (run == 0)
             return std::nullopt;
         shape.fraction = text.substr(pos + 1, run);
@@ -46,7 +46,7 @@ std::optional<NumberShape> ReadShape(std::string_view text)
         if (pos < text.size() && text[pos] == '+')
             ++pos;
         const std::size_t sign = pos < text.size() && text[pos] == '-' && text[pos - 1] != '+';
-        const std::size_t run = DigitRun(text, pos + sign);
+        const std::size_t run = CountDigits(text, pos + sign);
         if (run == 0)
             return std::nullopt;
         shape.exponent = text.substr(pos, sign + run);
@@ -61,11 +61,11 @@ bool IsZero(const NumberShape& shape)
            shape.fraction.find_first_not_of('0') == std::string_view::npos;
 }
 
-/// Whether a number that no double holds is too large rather than too small.
+/// Whether a number that does not fit a double is too large rather than too small.
 bool IsHuge(const NumberShape& shape)
 {
     std::int64_t exponent = 0;
-    if (shape.exponent.size() >= 18) // outweighs any mantissa that fits into memory
+    if (shape.exponent.size() >= 18) // outweighs any mantissa that fits in memory
         return !shape.exponent.starts_with('-') && !IsZero(shape);
     std::from_chars(shape.exponent.data(), shape.exponent.data() + shape.exponent.size(), exponent);
     const std::size_t leading = shape.whole.find_first_not_of('0');
@@ -79,7 +79,7 @@ template <typename Whole> Whole RoundTo(double value)
 {
     // The rounding mode is never changed from its default: to nearest, halves to even.
     const double rounded = std::nearbyint(value);
-    // Written so that a NaN fails too.
+    // Written so that NaN fails too.
     if (!(rounded >= std::numeric_limits<Whole>::min() &&
           rounded <= std::numeric_limits<Whole>::max()))
         throw OverflowError();

@@ -1,6 +1,5 @@
 #include "util/paths.h"
 
-#include "util/file_read.h"
 #include "util/text.h"
 
 #include <algorithm>
@@ -28,13 +27,6 @@ std::size_t LastSeparator(std::string_view path)
     return std::string_view::npos;
 }
 
-std::string_view WithoutTrailingSeparator(std::string_view path)
-{
-    if (!path.empty() && IsSeparator(path.back()))
-        path.remove_suffix(1);
-    return path;
-}
-
 bool IsAbsolute(std::string_view path)
 {
     return (path.size() >= 2 && path[1] == ':') || IsNetworkPath(path) ||
@@ -51,7 +43,7 @@ void ApplyComponent(std::string& folder, std::string_view component)
         folder += component;
         return;
     }
-    // A folder without a separator is a drive or the root: nothing lies above it.
+    // A folder without a separator is a drive or the root and has no parent.
     if (const std::size_t last = LastSeparator(folder); last != std::string::npos)
         folder.resize(last);
 }
@@ -98,6 +90,13 @@ std::string ResolvePath(std::string_view base, std::string_view path)
     return result;
 }
 
+std::string_view WithoutTrailingSeparator(std::string_view path)
+{
+    if (!path.empty() && IsSeparator(path.back()))
+        path.remove_suffix(1);
+    return path;
+}
+
 std::string WithTrailingSeparator(std::string_view folder)
 {
     std::string result(folder);
@@ -111,11 +110,6 @@ bool EnsureFolder(std::string_view path)
     std::error_code ignored;
     fs::create_directories(ToPath(path), ignored);
     return true;
-}
-
-bool FileExists(std::string_view path)
-{
-    return !ReadingObstacle(ToPath(WithoutTrailingSeparator(path)));
 }
 
 std::string FirstFileOfFolder(std::string_view folder)

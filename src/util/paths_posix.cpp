@@ -32,7 +32,7 @@ std::string AbsolutePath(std::string_view path)
 
 bool IsSameFolder(std::string_view left, std::string_view right)
 {
-    std::error_code unknown; // a folder that is not there is none
+    std::error_code unknown; // a missing folder is never the same
     return std::filesystem::equivalent(ToPath(left), ToPath(right), unknown);
 }
 
@@ -43,7 +43,7 @@ std::vector<std::string> ListFiles(std::string_view folder)
     std::error_code failed;
     for (fs::directory_iterator entry(ToPath(folder), failed), end; !failed && entry != end;
          entry.increment(failed)) {
-        std::error_code unknown; // an entry that is gone by now is no file
+        std::error_code unknown; // an entry that is gone by now does not count
         std::string name = FromPath(entry->path().filename());
         if (entry->is_regular_file(unknown) && !name.starts_with('.'))
             names.push_back(std::move(name));

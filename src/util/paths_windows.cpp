@@ -11,8 +11,8 @@ const char kSeparator = '\\';
 
 namespace {
 
-// Windows takes a longer path only with this prefix, after which nothing in it is interpreted: no
-// "/", no "..". Folders end at 248 units and files at 260; here there is room left for a name.
+// Windows accepts longer paths only with this prefix, and does not interpret "/" or ".." in them.
+// The limits are 248 units for folders and 260 for files; ours leaves room for a file name.
 constexpr std::string_view kLongPrefix = R"(\\?\)";
 constexpr std::string_view kLongNetworkPrefix = R"(\\?\UNC\)";
 constexpr std::size_t kLongPath = 180;
@@ -22,7 +22,7 @@ bool IsDrivePath(std::string_view path)
     return path.size() >= 3 && path[1] == ':' && path[2] == kSeparator;
 }
 
-/// The path with the prefix, when it is absolute.
+/// Adds the prefix if the path is absolute.
 std::string WithLongPrefix(const std::string& path)
 {
     if (IsNetworkPath(path))
@@ -51,7 +51,8 @@ std::string FromPath(const std::filesystem::path& path)
 
 std::string AbsolutePath(std::string_view path)
 {
-    // The system's own call: not every standard library knows that a path may begin with a server.
+    // The system's own call, because not every standard library knows paths that begin with a
+    // server.
     const std::wstring wide = ToWide(path);
     std::wstring full(GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr), L'\0');
     full.resize(
@@ -64,7 +65,7 @@ bool IsSameFolder(std::string_view left, std::string_view right)
     const auto whole = [](std::string_view folder) {
         return ToWide(WithTrailingSeparator(AbsolutePath(folder)));
     };
-    std::error_code unknown; // a folder that is not there is none
+    std::error_code unknown; // a missing folder is never the same
     return std::filesystem::is_directory(ToPath(left), unknown) &&
            CompareStringOrdinal(whole(left).c_str(), -1, whole(right).c_str(), -1, TRUE) ==
                CSTR_EQUAL;
@@ -72,7 +73,7 @@ bool IsSameFolder(std::string_view left, std::string_view right)
 
 std::vector<std::string> ListFiles(std::string_view folder)
 {
-    constexpr DWORD kLeftOut = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN;
+    constexpr DWORD kSkipped = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN;
     std::vector<std::string> names;
     WIN32_FIND_DATAW entry = {};
     const HANDLE found = FindFirstFileW((ToPath(folder) / L"*").c_str(), &entry);
@@ -81,7 +82,7 @@ std::vector<std::string> ListFiles(std::string_view folder)
     const std::unique_ptr<void, decltype(&FindClose)> search(found, &FindClose);
     do {
         std::string name = FromWide(std::data(entry.cFileName));
-        if ((entry.dwFileAttributes & kLeftOut) == 0 && !name.starts_with('.'))
+        if ((entry.dwFileAttributes & kSkipped) == 0 && !name.starts_with('.'))
             names.push_back(std::move(name));
     } while (FindNextFileW(search.get(), &entry) != FALSE);
     return names;

@@ -2,10 +2,9 @@
 
 namespace orrery::util {
 
-/// To be called first by every program. From then on a write beyond the limit on the size of files
-/// fails like others, instead of ending the program, and no file that is opened takes the place of
-/// a standard stream that was closed: writing there fails. Up to 16 MiB of freed memory stay with
-/// the program.
+/// Every program calls this first. From then on a write beyond the file size limit fails instead of
+/// ending the program, and a newly opened file never takes the number of a closed standard stream:
+/// writing to that stream fails. Up to 16 MiB of freed memory stay with the program.
 void PrepareProcess();
 
 } // namespace orrery::util

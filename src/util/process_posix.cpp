@@ -28,7 +28,8 @@ void PrepareProcess()
     KeepFreedMemory();
     std::signal(SIGXFSZ, SIG_IGN);
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        // The lowest free number is the stream's, and what is open for reading takes no output.
+        // open() returns the lowest free number, which is the stream's; read-only, so that output
+        // fails.
         if (::fcntl(stream, F_GETFD) < 0 && errno == EBADF)
             static_cast<void>(::open("/dev/null", O_RDONLY));
     }

@@ -2,7 +2,7 @@
 
 namespace orrery::util {
 
-// Windows has no such limit, and standard streams are no numbers that files take.
+// Windows has no such limit, and a file cannot take the place of a standard stream.
 void PrepareProcess() {}
 
 } // namespace orrery::util

@@ -7,26 +7,26 @@
 
 namespace orrery::util {
 
-/// A settings file of sections and key=value lines, as the platform's profile functions see it:
-/// section and key without regard to case, first match wins, blanks around a value trimmed, one
-/// pair of quotes around it removed, at most 10,240 characters. Where the platform has no profile
-/// functions, an object reads the file once and sees later changes only through its own `Write`.
+/// A settings file of sections and key=value lines, read as the Windows profile functions do: case
+/// of section and key is ignored, the first match wins, blanks and one pair of quotes around a
+/// value are removed, a value has at most 10,240 characters. On other systems an object reads the
+/// file once and sees later changes only through its own `Write`.
 class Profile {
 public:
     explicit Profile(std::filesystem::path file);
 
-    /// The key's value; `fallback` when the file, the section or the key is missing. A key that is
-    /// present with an empty value gives the empty text.
+    /// The key's value; `fallback` if the file, the section or the key is missing. An empty value
+    /// is returned as the empty text.
     std::string Read(std::string_view section, std::string_view key,
                      std::string_view fallback) const;
-    /// Sets the key and keeps every other line, comment and order. False when the value has a line
-    /// break or the file cannot be read or written; it then stays as it was.
+    /// Sets the key and keeps all other lines, comments and their order. False if the value has a
+    /// line break or the file cannot be read or written; it then stays unchanged.
     bool Write(std::string_view section, std::string_view key, std::string_view value) const;
 
 private:
     std::filesystem::path file_;
     struct Content;
-    mutable std::shared_ptr<const Content> content_; ///< the file's, once it was read
+    mutable std::shared_ptr<const Content> content_; ///< null until the file is read
 };
 
 } // namespace orrery::util

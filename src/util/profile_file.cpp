@@ -12,7 +12,7 @@ namespace orrery::util {
 
 namespace {
 
-/// The changed text in the encoding that the file has, or UTF-8 where that cannot hold it.
+/// Encodes the changed text as the file was, or as UTF-8 if that encoding lacks a character.
 std::string EncodeLike(std::string_view oldBytes, const std::string& text)
 {
     if (!IsValidUtf8(oldBytes)) {

@@ -9,15 +9,15 @@
 
 namespace orrery::util {
 
-/// A settings file as it was read: UTF-8 or in the code page. A file that is missing or cannot be
-/// read is empty.
+/// The content of a settings file in UTF-8 or the code page. Empty if the file is missing or cannot
+/// be read.
 class ProfileFile {
 public:
     explicit ProfileFile(const std::filesystem::path& file);
     ProfileFile(const ProfileFile&) = delete; // the index points into the text
     ProfileFile& operator=(const ProfileFile&) = delete;
 
-    /// Whether there is a file that could not be read.
+    /// Whether the file exists but could not be read.
     bool IsUnreadable() const { return isUnreadable_; }
     const std::string& Bytes() const { return bytes_; }
     std::optional<std::string> FindValue(std::string_view section, std::string_view key) const
@@ -34,8 +34,8 @@ private:
     ProfileIndex index_;
 };
 
-/// Replaces the whole file by itself with the key set, in the encoding that it has, or in UTF-8
-/// where that cannot hold the value. False when the file cannot be read or written; it then stays.
+/// Sets the key and replaces the whole file. Keeps its encoding, or uses UTF-8 if that encoding
+/// cannot hold the value. False if the file cannot be read or written; it then stays unchanged.
 bool WriteProfileFile(const std::filesystem::path& file, std::string_view section,
                       std::string_view key, std::string_view value);
 

@@ -10,16 +10,16 @@
 namespace orrery::util {
 
 // The text of a settings file. A line is a section header "[name]", "key=value", or neither: a
-// comment (";" first), a blank line, anything else. Blanks at both ends of a line, a key and a
-// value do not count. Sections and keys are found without regard to case, the first match wins,
-// and only the first section of a name is looked into.
+// comment (";" first), a blank line, anything else. Blanks around a line, a key and a value do not
+// count. The case of sections and keys is ignored, the first match wins, and only the first section
+// of a name is searched.
 //     found:     "[Environment]" / " showtips = 'N' " gives N
 //     not found: "[Environment" (no header), "; ShowTips=N" (a comment)
 
-/// Longest value that is read, in characters.
+/// The longest value that is read, in characters.
 inline constexpr std::size_t kMaxProfileValue = 10240;
 
-/// The places of all sections and keys, found by one pass over the text, which must outlive it.
+/// Knows where all sections and keys are, after one pass over the text, which must outlive it.
 class ProfileIndex {
 public:
     explicit ProfileIndex(std::string_view text);
@@ -28,7 +28,7 @@ public:
     std::optional<std::string> FindValue(std::string_view section, std::string_view key) const;
     /// Offset of the "=" of the key's line.
     std::optional<std::size_t> FindEquals(std::string_view section, std::string_view key) const;
-    /// Offset behind the section's last line that is not blank.
+    /// Offset of the end of the section's last line that is not blank.
     std::optional<std::size_t> EndOfSection(std::string_view section) const;
 
 private:
@@ -44,8 +44,8 @@ private:
 std::optional<std::string> FindProfileValue(std::string_view text, std::string_view section,
                                             std::string_view key);
 
-/// The text with the key set; all other lines stay as they are. A missing key is added behind the
-/// last line of its section, a missing section at the end.
+/// The text with the key set; all other lines stay unchanged. A missing key is added after the last
+/// line of its section, a missing section at the end.
 std::string WithProfileValue(std::string_view text, std::string_view section, std::string_view key,
                              std::string_view value);
 

@@ -12,37 +12,37 @@ namespace orrery::util {
 
 namespace {
 
-// The end of a text file: no value of a settings file has it.
+// Marks the end of a text file, so no value in a settings file contains it.
 constexpr const char* kMissing = "\x1A";
 
-/// Whether the system's functions see the text as it is: they read it through the code page, which
-/// makes something else of UTF-8. Only ASCII and texts of the code page are safe.
-bool SpeaksCodePage(const std::string& bytes)
+/// Whether the system's functions read the text correctly: they decode it with the code page, so
+/// only ASCII and code page text is safe, not UTF-8.
+bool IsCodePageText(const std::string& bytes)
 {
     const bool ascii = std::all_of(bytes.begin(), bytes.end(),
                                    [](char c) { return static_cast<unsigned char>(c) < 0x80; });
     return ascii || (!IsValidUtf8(bytes) && EncodeCodePage(DecodeCodePage(bytes)) == bytes);
 }
 
-/// The file's path for the system's functions, or nothing when they cannot take it.
+/// The file's path for the system's functions, or nothing if they cannot take it.
 std::optional<std::string> CodePagePath(const std::filesystem::path& file)
 {
-    // A path without a folder would be looked for in the system's folder.
+    // The functions would look for a path without a folder in the system's folder.
     const std::string path = AbsolutePath(FromPath(file));
     return path.size() < MAX_PATH ? EncodeCodePage(path) : std::nullopt;
 }
 
 } // namespace
 
-/// The file as it was read, and how the system's functions are asked for it.
+/// The file's content, and its path for the system's functions.
 struct Profile::Content : ProfileFile {
     explicit Content(const std::filesystem::path& file)
         : ProfileFile(file),
-          systemPath(!IsUnreadable() && SpeaksCodePage(Bytes()) ? CodePagePath(file) : std::nullopt)
+          systemPath(!IsUnreadable() && IsCodePageText(Bytes()) ? CodePagePath(file) : std::nullopt)
     {
     }
 
-    std::optional<std::string> systemPath; ///< absent: they are not asked
+    std::optional<std::string> systemPath; ///< absent: they cannot be used
 };
 
 Profile::Profile(std::filesystem::path file) : file_(std::move(file)) {}

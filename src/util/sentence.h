@@ -5,16 +5,16 @@
 #include <string>
 #include <string_view>
 
-/// What sentences about errors are put together from.
+/// Building blocks of error messages.
 namespace orrery::util {
 
-/// A text of the user's on its way into a sentence: control characters become U+FFFD.
+/// Makes a user's text safe to show in a message: control characters become U+FFFD.
 std::string Printable(std::string_view text);
 
 std::string Quoted(const std::string& subject);
-/// The subject in quotes, or what stands for one that is not known.
+/// The subject in quotes, or `unknown` if it is empty.
 std::string QuotedOr(const std::string& subject, const char* unknown);
-/// ": cause" or nothing, for the end of a sentence that goes on with its own full stop.
+/// ": cause" without its full stop, or empty if there is no cause.
 std::string Because(const ErrorDetails& details);
 
 } // namespace orrery::util

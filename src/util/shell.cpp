@@ -6,7 +6,7 @@ namespace orrery::util {
 
 std::string ShellErrorMessage(int result)
 {
-    // The doubled word and the two blanks after a full stop are the program's own texts.
+    // The doubled word and the two blanks after a full stop are kept on purpose.
     switch (result) {
     case 0:
     case 8:

@@ -7,15 +7,15 @@
 
 namespace orrery::util {
 
-/// The message of a shell result from 0 to 32; any result without its own gives the catch-all.
+/// The message for a shell result [0:32]; results without a message of their own get a general one.
 std::string ShellErrorMessage(int result);
 
-/// Opens a document or an address with the desktop's own program. Throws Error(ShellFailure) whose
-/// cause is the message of the result table.
+/// Opens a document or a web address with the program that the desktop has for it. Throws
+/// Error(ShellFailure) with the `ShellErrorMessage` as its cause.
 void ShellExecute(const std::string& file, const std::string& parameters,
                   const std::string& directory, const std::string& verb);
 
-/// Shell execute with the verb "open"; a failure goes to the reporter. True on success.
+/// `ShellExecute` with the verb "open"; reports a failure. True on success.
 bool ShellOpen(const std::string& file, ErrorReporter& reporter);
 
 } // namespace orrery::util

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Results of the shell's table.
+// Shell results, see `ShellErrorMessage`.
 constexpr int kSuccess = 33;
 constexpr int kOutOfMemory = 0;
 constexpr int kOtherFailure = 1;
@@ -32,7 +32,7 @@ constexpr int kNoApplication = 31;
 
 constexpr const char* kOpener = "xdg-open";
 
-/// "https://..." or "mailto:...": a scheme of two letters or more, so that a drive is none.
+/// "https://..." or "mailto:...": a scheme of two letters or more, so that a drive does not count.
 bool IsAddress(const std::string& file)
 {
     const std::size_t colon = file.find(':');
@@ -41,7 +41,8 @@ bool IsAddress(const std::string& file)
                "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-.") == colon;
 }
 
-/// Why the file cannot be opened, as far as that is known before a program is asked.
+/// A shell result: why the file cannot be opened, as far as can be known before starting the
+/// opener.
 int CheckFile(const fs::path& file)
 {
     std::error_code failed;
@@ -50,7 +51,8 @@ int CheckFile(const fs::path& file)
     return ::faccessat(AT_FDCWD, file.c_str(), R_OK, AT_EACCESS) == 0 ? kSuccess : kAccessDenied;
 }
 
-/// How a program is started: silent, in a session of its own that a Ctrl-C here does not reach.
+/// Options for starting a program: silent, in its own session, so that Ctrl-C here does not reach
+/// it.
 class SpawnPlan {
 public:
     SpawnPlan()
@@ -59,7 +61,7 @@ public:
         for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
             ::posix_spawn_file_actions_addopen(&actions_, stream, "/dev/null", O_RDWR, 0);
         ::posix_spawnattr_init(&attributes_);
-        // It would inherit what `PrepareProcess` set.
+        // The child would inherit what `PrepareProcess` set.
         sigset_t ignored;
         ::sigemptyset(&ignored);
         ::sigaddset(&ignored, SIGXFSZ);
@@ -79,7 +81,7 @@ public:
         ::posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str());
     }
 
-    /// Starts a program of the search path with one argument; 0 or the error number.
+    /// Starts a program from the search path with one argument; returns 0 or the error number.
     int Start(std::string program, std::string argument, pid_t& process) const
     {
         std::array<char*, 3> arguments = {program.data(), argument.data(), nullptr};
@@ -92,8 +94,8 @@ private:
     posix_spawnattr_t attributes_ = {};
 };
 
-/// The exit code, or nothing when the process runs longer than an opener needs to fail: it then
-/// shows the document itself and is left alone.
+/// The exit code, or nothing if the process runs longer than an opener needs to fail: it then shows
+/// the document itself and is left alone.
 std::optional<int> WaitBriefly(pid_t process)
 {
     constexpr auto kStep = std::chrono::milliseconds(5);
@@ -107,7 +109,7 @@ std::optional<int> WaitBriefly(pid_t process)
     return std::nullopt;
 }
 
-/// Asks the desktop's opener; a result as in the shell's table.
+/// Runs the desktop's opener; returns a shell result.
 int OpenWithDesktop(const std::string& argument, const std::string& directory)
 {
     SpawnPlan plan;
@@ -139,14 +141,14 @@ int OpenWithDesktop(const std::string& argument, const std::string& directory)
 
 } // namespace
 
-// The opener takes one argument and knows one verb, so parameters and verb go unused here.
+// The opener takes one argument and has one verb, so parameters and verb are unused here.
 void ShellExecute(const std::string& file, const std::string& /*parameters*/,
                   const std::string& directory, const std::string& /*verb*/)
 {
     std::string argument = file;
     int result = kSuccess;
     if (!IsAddress(file)) {
-        // An absolute path is never taken for an option.
+        // Absolute, so that the path is never taken for an option.
         std::error_code failed;
         const fs::path path =
             fs::absolute(ToPath(directory.empty() ? file : ResolvePath(directory, file)), failed);

@@ -1,7 +1,7 @@
 #include <windows.h>
 
 #include <shellapi.h>
-#undef ShellExecute // a macro of the system's for two calls; here it is one of ours
+#undef ShellExecute // a macro of <windows.h>; here it is our own function
 
 #include "util/code_page.h"
 #include "util/error.h"
@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kLastFailure = 32;
 
-/// A program is started out of sight, unless it is opened like a document.
+/// A program is started hidden, unless it is opened like a document.
 int ShowMode(const std::string& file, bool asDocument)
 {
     if (asDocument)
@@ -42,7 +42,7 @@ void ShellExecute(const std::string& file, const std::string& parameters,
     const auto ansiFile = EncodeCodePage(file);
     const auto ansiParameters = EncodeCodePage(parameters);
     const auto ansiDirectory = EncodeCodePage(directory);
-    // A name with characters that the code page has not needs the wide call.
+    // Names with characters outside the code page need the wide call.
     const int result =
         ansiFile && ansiParameters && ansiDirectory
             ? ResultOf(ShellExecuteA(owner, verb.c_str(), ansiFile->c_str(),

@@ -11,7 +11,7 @@ std::string SystemMessage(const std::error_code& code)
 
 bool MeansDiskFull(const std::error_code& code)
 {
-    return code.value() == ENOSPC || code.value() == EDQUOT; // both categories have these numbers
+    return code.value() == ENOSPC || code.value() == EDQUOT; // the same numbers in both categories
 }
 
 } // namespace orrery::util

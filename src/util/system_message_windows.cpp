@@ -24,7 +24,7 @@ bool MeansDiskFull(const std::error_code& code)
 {
     if (code.category() != std::system_category())
         return code.value() == ENOSPC;
-    constexpr DWORD kDiskQuotaExceeded = 1295; // not every header names it
+    constexpr DWORD kDiskQuotaExceeded = 1295; // missing in some headers
     const auto number = static_cast<DWORD>(code.value());
     return number == ERROR_DISK_FULL || number == ERROR_HANDLE_DISK_FULL ||
            number == kDiskQuotaExceeded;

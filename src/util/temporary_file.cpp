@@ -18,9 +18,9 @@ namespace {
 
 constexpr std::string_view kPrefix = ".orrery-";
 constexpr std::string_view kSuffix = ".tmp";
-constexpr std::size_t kMarkSize = 8;
+constexpr std::size_t kSystemIdSize = 8;
 
-/// Takes a number from the text's beginning.
+/// Removes a number from the start of the text and returns it.
 std::optional<std::uint64_t> TakeNumber(std::string_view& text)
 {
     std::uint64_t number = 0;
@@ -38,8 +38,8 @@ bool TakeDash(std::string_view& text)
     return found;
 }
 
-/// Reads a name such as ".orrery-1b4e28ba-4711-0.tmp", or ".orrery-4711-0.tmp" of a former version,
-/// which had no mark. Nothing for the names of other files.
+/// Parses a name such as ".orrery-1b4e28ba-4711-0.tmp", or ".orrery-4711-0.tmp" from an earlier
+/// version, which had no system id. Returns nothing for other names.
 std::optional<TemporaryName> ReadTemporaryName(std::string_view name)
 {
     if (!name.starts_with(kPrefix) || !name.ends_with(kSuffix) ||
@@ -50,11 +50,11 @@ std::optional<TemporaryName> ReadTemporaryName(std::string_view name)
     TemporaryName result;
     if (std::count(name.begin(), name.end(), '-') > 1) {
         const std::string_view mark = name.substr(0, name.find('-'));
-        if (mark.size() != kMarkSize ||
+        if (mark.size() != kSystemIdSize ||
             mark.find_first_not_of("0123456789abcdef") != std::string_view::npos)
             return std::nullopt;
-        result.isOfThisSystem = mark == SystemMark();
-        name.remove_prefix(kMarkSize + 1);
+        result.isFromThisSystem = mark == SystemId();
+        name.remove_prefix(kSystemIdSize + 1);
     }
     const auto process = TakeNumber(name);
     const bool hasDash = TakeDash(name);
@@ -69,7 +69,7 @@ std::optional<TemporaryName> ReadTemporaryName(std::string_view name)
 std::string NewName()
 {
     static std::atomic<std::uint64_t> counter = FirstFileNumber();
-    const std::string mark = SystemMark();
+    const std::string mark = SystemId();
     return std::string(kPrefix) + (mark.empty() ? mark : mark + '-') +
            std::to_string(ProcessNumber()) + '-' + std::to_string(counter++) + std::string(kSuffix);
 }
@@ -78,11 +78,11 @@ std::string NewName()
 
 TemporaryFile::TemporaryFile(const fs::path& target)
 {
-    constexpr int kMostTries = 1000;
+    constexpr int kMaxTries = 1000;
     std::error_code failure;
-    for (int i = 0; i < kMostTries; ++i) {
+    for (int i = 0; i < kMaxTries; ++i) {
         const fs::path path = target.parent_path() / NewName();
-        use_ = MakeInUse(path, failure);
+        use_ = CreateInUse(path, failure);
         if (!failure) {
             path_ = path;
             return;
@@ -90,12 +90,12 @@ TemporaryFile::TemporaryFile(const fs::path& target)
         if (failure != std::errc::file_exists)
             break;
     }
-    throw NotWritten(target, failure);
+    throw MakeWriteError(target, failure);
 }
 
 TemporaryFile::~TemporaryFile()
 {
-    std::error_code ignored; // a destructor cannot report it; the next process removes the file
+    std::error_code ignored; // a destructor cannot report it; a later process removes the file
     if (!path_.empty())
         fs::remove(path_, ignored);
 }

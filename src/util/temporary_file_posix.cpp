@@ -18,9 +18,9 @@ namespace {
 
 enum class Lock { Taken, Held, Unknown };
 
-/// Locks a byte far behind the content: some network disks refuse to write what is locked, to the
-/// process that has the lock, too. The lock belongs to this opening of the file and goes with it,
-/// whatever ends the process. fcntl(2), "Open file description locks"
+/// Locks a byte far beyond the content: some network disks refuse writes to a locked range even to
+/// the process that holds the lock. The lock belongs to this open file and ends with it, however
+/// the process ends. fcntl(2), "Open file description locks"
 Lock TryLock(const Descriptor& file)
 {
     struct flock lock = {};
@@ -46,8 +46,8 @@ bool IsOurs(const struct stat& status)
 
 } // namespace
 
-/// Locks are seen by all that runs on the same kernel, in containers, too; its name ends with it.
-std::string SystemMark()
+/// The kernel's boot id: all processes on the same kernel see the same locks, also in containers.
+std::string SystemId()
 {
     constexpr std::size_t kDigits = 8;
     static const std::string mark = [] {
@@ -68,10 +68,10 @@ std::uint64_t ProcessNumber()
 
 std::uint64_t FirstFileNumber()
 {
-    return 0; // locks tell more than numbers
+    return 0; // not needed: locks show what is in use
 }
 
-std::shared_ptr<void> MakeInUse(const fs::path& path, std::error_code& failure)
+std::shared_ptr<void> CreateInUse(const fs::path& path, std::error_code& failure)
 {
     failure.clear();
     auto file = std::make_shared<Descriptor>(
@@ -80,8 +80,8 @@ std::shared_ptr<void> MakeInUse(const fs::path& path, std::error_code& failure)
         failure = {errno, std::generic_category()};
         return {};
     }
-    // Another process may have taken it for abandoned before it was locked. A disk that knows no
-    // locks does without.
+    // Another process may have removed it as abandoned before it was locked. On a disk without
+    // locks the file stays unlocked.
     struct stat status = {};
     if (TryLock(*file) == Lock::Held || ::lstat(path.c_str(), &status) != 0) {
         ::unlink(path.c_str());
@@ -101,7 +101,7 @@ void RemoveIfAbandoned(const fs::path& path, const TemporaryName& name)
     if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !IsOurs(status))
         return;
     const Lock lock = TryLock(file);
-    if (lock != Lock::Held && ((lock == Lock::Taken && name.isOfThisSystem) || IsOld(status)))
+    if (lock != Lock::Held && ((lock == Lock::Taken && name.isFromThisSystem) || IsOld(status)))
         ::unlink(path.c_str());
 }
 

@@ -19,7 +19,7 @@ std::uint64_t TicksOf(const FILETIME& time)
     return std::uint64_t{time.dwHighDateTime} << 32U | time.dwLowDateTime;
 }
 
-/// When the process was started; nothing where that is not told.
+/// When the process was started, or nothing if that is unknown.
 std::optional<std::uint64_t> StartOf(HANDLE process)
 {
     FILETIME start = {};
@@ -29,13 +29,13 @@ std::optional<std::uint64_t> StartOf(HANDLE process)
     return TicksOf(start);
 }
 
-/// Whether the process that made the file is there; also where that cannot be told.
-bool IsMakerAlive(const TemporaryName& name)
+/// Whether the process that created the file still runs; true if that is unknown.
+bool IsCreatorAlive(const TemporaryName& name)
 {
     HANDLE const process = OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE,
                                        static_cast<DWORD>(name.process));
     if (process == nullptr)
-        return GetLastError() != ERROR_INVALID_PARAMETER; // what is said of a number without one
+        return GetLastError() != ERROR_INVALID_PARAMETER; // there is no such process
     const bool hasEnded = WaitForSingleObject(process, 0) == WAIT_OBJECT_0;
     const auto start = StartOf(process);
     CloseHandle(process);
@@ -44,7 +44,7 @@ bool IsMakerAlive(const TemporaryName& name)
 
 bool IsOld(const FILETIME& written)
 {
-    constexpr std::uint64_t kDay = std::uint64_t{24} * 60 * 60 * 10'000'000; // of 100 nanoseconds
+    constexpr std::uint64_t kDay = std::uint64_t{24} * 60 * 60 * 10'000'000; // in 100 nanoseconds
     FILETIME now = {};
     GetSystemTimeAsFileTime(&now);
     return TicksOf(written) + kDay < TicksOf(now);
@@ -52,8 +52,8 @@ bool IsOld(const FILETIME& written)
 
 } // namespace
 
-/// A number made of the computer's name.
-std::string SystemMark()
+/// A hash of the computer's name.
+std::string SystemId()
 {
     static const std::string mark = [] {
         std::array<wchar_t, MAX_COMPUTERNAME_LENGTH + 1> name = {};
@@ -80,9 +80,8 @@ std::uint64_t FirstFileNumber()
     return StartOf(GetCurrentProcess()).value_or(0);
 }
 
-// An open handle would be in the way when the file gets its place, so that the process itself is
-// what tells that the file is in use.
-std::shared_ptr<void> MakeInUse(const fs::path& path, std::error_code& failure)
+// An open handle would block the final rename, so a file counts as in use while its process runs.
+std::shared_ptr<void> CreateInUse(const fs::path& path, std::error_code& failure)
 {
     failure.clear();
     const File file(path, GENERIC_WRITE, CREATE_NEW);
@@ -100,7 +99,7 @@ void RemoveIfAbandoned(const fs::path& path, const TemporaryName& name)
     if (GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &file) == FALSE ||
         (file.dwFileAttributes & kNoFile) != 0)
         return;
-    if ((name.isOfThisSystem && !IsMakerAlive(name)) || IsOld(file.ftLastWriteTime))
+    if ((name.isFromThisSystem && !IsCreatorAlive(name)) || IsOld(file.ftLastWriteTime))
         DeleteFileW(path.c_str());
 }
 

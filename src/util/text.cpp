@@ -30,7 +30,7 @@ std::size_t SequenceLength(std::string_view text)
         if ((byte(i) & 0xC0) != 0x80)
             return 0;
     }
-    // Longer forms than needed, the surrogates, and what lies beyond U+10FFFF.
+    // Overlong forms, surrogates, and values beyond U+10FFFF.
     const unsigned char second = byte(1);
     if ((lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
         (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second > 0x8F))

@@ -7,7 +7,7 @@
 
 namespace orrery::util {
 
-// The wide texts of Windows calls are UTF-16.
+// Wide strings of Windows calls are UTF-16.
 
 inline std::wstring ToWide(std::string_view utf8)
 {

@@ -10,7 +10,7 @@ namespace {
 
 using SystemFoldersTest = testing_support::ScratchFolderTest;
 
-/// Sets a variable and puts the old value back.
+/// Sets an environment variable and restores the old value at the end.
 class ScopedVariable {
 public:
     ScopedVariable(const char* name, const std::string& value) : name_(name)
@@ -40,7 +40,7 @@ TEST_F(SystemFoldersTest, TheSystemIsAskedForTheUsersFolders)
     EXPECT_TRUE(system.installed.ends_with("/data/")); // the build tree's
 }
 
-TEST_F(SystemFoldersTest, AnUnsetHomeIsNoFolder)
+TEST_F(SystemFoldersTest, AnUnsetHomeGivesNoFolder)
 {
     const ScopedVariable home("HOME", "");
     const ScopedVariable config("XDG_CONFIG_HOME", "");

@@ -62,7 +62,7 @@ TEST_F(FoldersTest, TheFirstStartCopiesWhatIsInstalled)
     Write("installed/template/Desk.xlsx", "workbook");
     Write("installed/template/Desk.ini", "parameters");
     Write("home/data/orrery/template/Desk.ini", "my own");
-    FillAtFirstStart(LocationsFor(System()), System().installed);
+    CopyInstalledFiles(LocationsFor(System()), System().installed);
     EXPECT_EQ(util::ReadFile(At("home/config/orrery/orrery.ini")), "[Environment]\n");
     EXPECT_EQ(util::ReadFile(At("home/data/orrery/tips.txt")), "A tip\n");
     EXPECT_EQ(util::ReadFile(At("home/data/orrery/holiday/Here.txt")), "0101, DAY, New Year\n");
@@ -70,32 +70,32 @@ TEST_F(FoldersTest, TheFirstStartCopiesWhatIsInstalled)
     EXPECT_EQ(util::ReadFile(At("home/data/orrery/template/Desk.ini")), "my own");
 }
 
-TEST_F(FoldersTest, LaterStartsBringNothingBack)
+TEST_F(FoldersTest, LaterStartsCopyNothing)
 {
     Write("installed/orrery.ini", "new");
     Write("installed/template/Desk.xlsx", "workbook");
     Write("home/config/orrery/orrery.ini", "old");
-    FillAtFirstStart(LocationsFor(System()), System().installed);
+    CopyInstalledFiles(LocationsFor(System()), System().installed);
     EXPECT_EQ(util::ReadFile(At("home/config/orrery/orrery.ini")), "old");
     EXPECT_FALSE(fs::exists(At("home/data")));
 }
 
-TEST_F(FoldersTest, SettingsThatCannotBeReadAreNoFirstStart)
+TEST_F(FoldersTest, UnreadableSettingsAreNotAFirstStart)
 {
     Write("installed/orrery.ini", "new");
     Write("installed/template/Desk.xlsx", "workbook");
     fs::create_directories(At("home/config/orrery/orrery.ini"));
-    FillAtFirstStart(LocationsFor(System()), System().installed);
+    CopyInstalledFiles(LocationsFor(System()), System().installed);
     EXPECT_FALSE(fs::exists(At("home/data")));
 }
 
-TEST_F(FoldersTest, NothingInstalledOrNowhereToPutItIsAbsorbed)
+TEST_F(FoldersTest, AMissingSourceOrUnwritableTargetIsIgnored)
 {
-    FillAtFirstStart(LocationsFor(System()), "");
+    CopyInstalledFiles(LocationsFor(System()), "");
     EXPECT_FALSE(fs::exists(At("home")));
     Write("installed/tips.txt", "A tip\n");
     Write("home", "a file where the folders should be");
-    EXPECT_NO_THROW(FillAtFirstStart(LocationsFor(System()), System().installed));
+    EXPECT_NO_THROW(CopyInstalledFiles(LocationsFor(System()), System().installed));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "app/folders.h"
+#include "util/file_read.h"
 #include "util/scratch_folder_test.h"
 
 #include <gtest/gtest.h>

@@ -50,19 +50,19 @@ TEST_F(SettingsTest, ConfiguredFoldersAreTrimmedAndEndInASeparator)
     EXPECT_FALSE(fs::exists(At("template")));
 }
 
-TEST_F(SettingsTest, MissingFoldersAreMadeWithTheirParents)
+TEST_F(SettingsTest, MissingFoldersAreCreatedWithTheirParents)
 {
     Load("[Environment]\nTemplatePath=" + At("a/b/c") + "\n");
     EXPECT_TRUE(fs::is_directory(At("a/b/c")));
 }
 
-TEST_F(SettingsTest, AFolderThatCannotBeMadeIsAbsorbed)
+TEST_F(SettingsTest, AFolderThatCannotBeCreatedIsIgnored)
 {
     Write("taken", "a file");
     EXPECT_EQ(Load("[Environment]\nTemplatePath=" + At("taken") + "\n").TemplatePath, At("taken/"));
 }
 
-TEST_F(SettingsTest, FoldersGivenInsteadAreTakenAndNotMade)
+TEST_F(SettingsTest, OverriddenFoldersAreUsedAndNotCreated)
 {
     FolderOverrides overrides;
     overrides.templateFolder = At("t");
@@ -86,7 +86,7 @@ struct TipsCase {
 
 class ShowTipsTest : public SettingsTest, public testing::WithParamInterface<TipsCase> {};
 
-TEST_P(ShowTipsTest, IsOffForNoAlone)
+TEST_P(ShowTipsTest, IsOffOnlyForNo)
 {
     EXPECT_EQ(Load(std::string("[Environment]\n") + GetParam().line).ShowTips, GetParam().expected);
 }
@@ -98,14 +98,14 @@ INSTANTIATE_TEST_SUITE_P(
                     TipsCase{"Word", "ShowTips=No", true}, TipsCase{"Yes", "showtips=Y", true}),
     [](const auto& each) { return std::string(each.param.name); });
 
-TEST_F(SettingsTest, TheEngineIsNamed)
+TEST_F(SettingsTest, TheEngineIsRead)
 {
     EXPECT_EQ(Load("[environment]\nengine = builtin \n").Engine, "builtin");
 }
 
 class PdfSettingTest : public SettingsTest, public testing::WithParamInterface<TipsCase> {};
 
-TEST_P(PdfSettingTest, IsOnForYesAlone)
+TEST_P(PdfSettingTest, IsOnOnlyForYes)
 {
     EXPECT_EQ(Load(std::string("[Environment]\n") + GetParam().line).Pdf, GetParam().expected);
 }
@@ -117,14 +117,14 @@ INSTANTIATE_TEST_SUITE_P(
                     TipsCase{"Word", "Pdf=Yes", false}, TipsCase{"No", "Pdf=N", false}),
     [](const auto& each) { return std::string(each.param.name); });
 
-TEST_F(SettingsTest, TheChoiceOfAPdfIsKeptAmongTheOthers)
+TEST_F(SettingsTest, ThePdfChoiceIsSavedAmongTheOthers)
 {
     Write("orrery.ini", "; mine\n[Environment]\nEngine=builtin\n[Windows]\n");
-    EXPECT_TRUE(KeepPdf(Here(), true));
+    EXPECT_TRUE(SavePdfSetting(Here(), true));
     std::string text = util::ReadFile(At("orrery.ini")).value();
-    std::erase(text, '\r'); // that Windows writes
+    std::erase(text, '\r'); // written on Windows
     EXPECT_EQ(text, "; mine\n[Environment]\nEngine=builtin\nPdf=Y\n[Windows]\n");
-    EXPECT_TRUE(KeepPdf(Here(), false));
+    EXPECT_TRUE(SavePdfSetting(Here(), false));
     EXPECT_FALSE(LoadSettings(Here()).Pdf);
     EXPECT_EQ(LoadSettings(Here()).Engine, "builtin");
 }
@@ -135,7 +135,7 @@ struct FirstYearRow {
     int expected;
 };
 
-TEST(InitialYearTest, IsTheNextOneOnceJuneIsOver)
+TEST(InitialYearTest, IsNextYearFromJulyOn)
 {
     for (const FirstYearRow& row :
          {FirstYearRow{2026, 1, 2026}, {2026, 6, 2026}, {2026, 7, 2027}, {2026, 12, 2027}}) {
@@ -152,7 +152,7 @@ constexpr const char* kGerman = "Januar, Februar ,M\xC3\xA4rz,April,Mai,Juni,Jul
                                 "Oktober,November,Dezember";
 constexpr const char* kShort = "1,2,3,4,5,6,7,8,9,10,11,12,thirteenth";
 
-TEST_F(SettingsTest, EnglishNamesStandInWhereThereAreNone)
+TEST_F(SettingsTest, EnglishNamesAreTheDefault)
 {
     const Settings settings = LoadSettings(Here());
     ASSERT_EQ(settings.names.Months.Count(), 1);
@@ -163,7 +163,7 @@ TEST_F(SettingsTest, EnglishNamesStandInWhereThereAreNone)
     EXPECT_EQ(settings.names.Weekdays.At(0).back(), "Saturday");
 }
 
-TEST_F(SettingsTest, ListsAreCountedTrimmedAndCutToTheirLength)
+TEST_F(SettingsTest, ListsAreCountedTrimmedAndTruncated)
 {
     const Settings settings = Load(std::string("[MonthName]\nCount=2\n1Name=") + kGerman +
                                    "\n2Name=" + kShort + "\n3Name=" + kShort + "\n");
@@ -209,7 +209,7 @@ TEST_P(ListCountTest, LimitsTheLists)
 }
 
 INSTANTIATE_TEST_SUITE_P(Counts, ListCountTest,
-                         testing::Values(CountCase{"CutToAHundred", "150", 100},
+                         testing::Values(CountCase{"LimitedToAHundred", "150", 100},
                                          CountCase{"BeyondSixteenBits", "40000", 100},
                                          CountCase{"Hundred", "100", 100},
                                          CountCase{"Three", "3", 3},
@@ -255,12 +255,12 @@ TEST_F(SettingsTest, YearlyDefaultsOfAnEmptyFile)
     EXPECT_EQ(set, expected);
 }
 
-/// One line of a section and what the set of that section then holds.
+/// A line of a section and the resulting value in the set of that section.
 struct DefaultCase {
     const char* name;
     const char* lines;
     std::function<long(const model::YearlyParameters&)> field;
-    long monthly; ///< expected of either calendar
+    long monthly; ///< expected in each calendar
     long yearly;
 };
 
@@ -409,7 +409,7 @@ TEST_F(SettingsTest, TheHolidayFileIsFoundInTheHolidayFolder)
     EXPECT_EQ(defaults.Yearly.Holidays[0].DateCode, 101);
 }
 
-TEST_F(SettingsTest, TheFirstHolidayFileStandsInForOneThatIsNotThere)
+TEST_F(SettingsTest, TheFirstHolidayFileReplacesAMissingOne)
 {
     Write("holiday/B.txt", "0102, DAY, Second\n");
     Write("holiday/A.txt", "0101, DAY, First\n");
@@ -419,14 +419,14 @@ TEST_F(SettingsTest, TheFirstHolidayFileStandsInForOneThatIsNotThere)
     EXPECT_EQ(defaults.Yearly.Holidays, defaults.Monthly.Holidays);
 }
 
-TEST_F(SettingsTest, HolidayFilesThatAreThereAndCannotBeReadAreNamed)
+TEST_F(SettingsTest, UnreadableHolidayFilesAreReported)
 {
     Write("holiday/Here.txt", "0101, DAY, New Year");
     std::filesystem::create_directory(folder_ / "holiday/Own.txt");
     const Settings settings = Load("[Monthly Calendar]\nHolidayFile=Own.txt\n"
                                    "[Yearly Calendar]\nHolidayFile=missing.txt\n");
-    ASSERT_EQ(settings.holidayObstacles.size(), 1U);
-    EXPECT_EQ(settings.holidayObstacles[0].Subject(), At("holiday/Own.txt"));
+    ASSERT_EQ(settings.holidayFileErrors.size(), 1U);
+    EXPECT_EQ(settings.holidayFileErrors[0].Subject(), At("holiday/Own.txt"));
     EXPECT_EQ(settings.defaults.MonthlyHolidayFile, At("holiday/Here.txt"));
 }
 

@@ -20,7 +20,7 @@ struct NameCase {
 
 class TemplateNameTest : public testing::TestWithParam<NameCase> {};
 
-TEST_P(TemplateNameTest, IsKnownByItsEnding)
+TEST_P(TemplateNameTest, IsRecognisedByItsExtension)
 {
     EXPECT_EQ(IsTemplateName(GetParam().file), GetParam().expected);
 }
@@ -64,10 +64,10 @@ TEST_F(TemplateFolderTest, TemplatesAreListedByName)
     EXPECT_EQ(ListTemplates(At("nowhere/")), Texts());
 }
 
-TEST_F(TemplateFolderTest, AFileIsCopiedOverOneOfItsName)
+TEST_F(TemplateFolderTest, AFileReplacesOneWithTheSameName)
 {
     const std::string file = Write("from/Desk.xls", "new");
-    CopyFileInto(templates_, file); // makes the folder
+    CopyFileInto(templates_, file); // creates the folder
     EXPECT_EQ(util::ReadFile(At("template/Desk.xls")), "new");
     Write("from/Desk.xls", "newer");
     CopyFileInto(templates_, file);
@@ -75,7 +75,7 @@ TEST_F(TemplateFolderTest, AFileIsCopiedOverOneOfItsName)
     EXPECT_EQ(util::ReadFile(file), "newer");
 }
 
-TEST_F(TemplateFolderTest, AFileThatCannotBeCopiedIsAnErrorAndLeavesTheOldOne)
+TEST_F(TemplateFolderTest, AFileThatCannotBeCopiedIsAnErrorAndKeepsTheOldOne)
 {
     EXPECT_EQ(KindOf([&] { CopyFileInto(templates_, At("gone.xls")); }), ErrorKind::FileNotFound);
     fs::create_directories(At("from/Desk.xls"));
@@ -88,7 +88,7 @@ TEST_F(TemplateFolderTest, AFileThatCannotBeCopiedIsAnErrorAndLeavesTheOldOne)
     EXPECT_EQ(KindOf([&] { CopyFileInto(At("taken/"), good); }), ErrorKind::FileNotWritable);
 }
 
-TEST_F(TemplateFolderTest, TheShippedTemplatesAreCopiedWhereTheyAreMissing)
+TEST_F(TemplateFolderTest, MissingShippedTemplatesAreCopied)
 {
     Write("installed/template/Desk.xlsx", "shipped");
     Write("installed/template/Desk.ini", "shipped");

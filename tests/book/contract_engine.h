@@ -15,27 +15,27 @@
 #include <variant>
 #include <vector>
 
-/// How the contract suite (book/spreadsheet_contract.h) works with an engine.
+/// The engine as the contract suite (book/spreadsheet_contract.h) sees it.
 namespace orrery::contract {
 
 using Value = std::variant<double, std::string>;
 
-/// A sheet as some other reader than the engine sees it: its cells that hold a value, by row and
-/// column counted from 1. A cell with the empty text may be left out.
+/// A sheet as read by a reader other than the engine: the cells with a value, by row and column
+/// counted from 1. A cell with an empty text may be missing.
 struct SavedSheet {
     std::string name;
     std::map<std::pair<std::int32_t, std::int32_t>, Value> cells;
 };
 
-/// How the suite works with an engine.
+/// An engine under test.
 struct Engine {
     std::string name;      ///< letters and digits
-    std::string extension; ///< of its workbooks, ".xlsx"
+    std::string extension; ///< of its workbooks, such as ".xlsx"
     std::int32_t rows = 0;
     std::int32_t columns = 0;
     std::function<std::unique_ptr<book::Application>()> start;
-    /// Writes a workbook of three sheets to the path: "Sheet1" with the text "first" in A1 and the
-    /// number 42 in B2, "Sheet2" with the text "second" in A1, "Third" with the text "third" in C3.
+    /// Writes a workbook with three sheets: "Sheet1" with the text "first" in A1 and the number 42
+    /// in B2, "Sheet2" with the text "second" in A1, "Third" with the text "third" in C3.
     std::function<void(const std::filesystem::path&)> makeTemplate;
     std::function<std::vector<SavedSheet>(const std::filesystem::path&)> read;
 };

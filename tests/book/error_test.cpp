@@ -11,7 +11,7 @@ namespace {
 using util::Error;
 using util::ErrorText;
 
-TEST(BookErrors, HaveASentenceEach)
+TEST(BookErrors, HaveOneMessageEach)
 {
     test::ExpectSentences(ErrorKind::ApplicationLost, {ErrorKind::ApplicationFailure});
 }
@@ -23,7 +23,7 @@ TEST(BookErrors, NameTheWorkbookTheSheetTheCellAndTheEngine)
     test::ExpectSubject(ErrorKind::ApplicationLost);
 }
 
-TEST(BookErrors, ShowNoEmptyNameOfAWorkbook)
+TEST(BookErrors, OmitAnEmptyWorkbookName)
 {
     for (const ErrorKind kind : test::KindsUpTo(ErrorKind::TooDeeplyNested))
         test::ExpectNoEmptyName(kind);
@@ -32,7 +32,7 @@ TEST(BookErrors, ShowNoEmptyNameOfAWorkbook)
               "another copy.");
 }
 
-TEST(BookErrors, TellAboutThePassword)
+TEST(BookErrors, ReportAPassword)
 {
     EXPECT_EQ(
         ErrorText(Error(ErrorKind::PasswordProtected, "X.xlsx")),
@@ -40,13 +40,13 @@ TEST(BookErrors, TellAboutThePassword)
         "and try again.");
 }
 
-TEST(BookErrors, PassOnWhatAnApplicationSays)
+TEST(BookErrors, ShowTheApplicationsMessage)
 {
     EXPECT_EQ(ErrorText(Error(ErrorKind::ApplicationFailure, "B6", "Name is taken")),
               "Name is taken");
 }
 
-TEST(BookErrors, AreOtherKindsThanThoseOfFiles)
+TEST(BookErrors, DifferFromFileErrors)
 {
     EXPECT_NE(util::AnyErrorKind(static_cast<ErrorKind>(3)), static_cast<util::ErrorKind>(3));
 }

@@ -12,7 +12,7 @@
 
 namespace orrery::fake {
 
-/// One spreadsheet application, "fake", of which "auto" is another name.
+/// Offers one spreadsheet application, "fake", also known as "auto".
 class Engines : public book::Engines {
 public:
     std::string Resolve(const std::string& name) const override
@@ -37,9 +37,9 @@ public:
 
     CallLog log;
     bool canPrintPdf = false;
-    std::string resolved = "fake"; ///< what every known name stands for
+    std::string resolved = "fake"; ///< the result for every known name
     std::vector<std::string> started;
-    std::vector<book::Opener> openers; ///< what each start was given; may be empty
+    std::vector<book::Opener> openers; ///< the opener of each start; may be empty
 };
 
 } // namespace orrery::fake

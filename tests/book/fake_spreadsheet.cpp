@@ -16,12 +16,12 @@ using book::ErrorKind;
 
 constexpr std::size_t kLongestName = 31; // in UTF-16 units
 
-/// UTF-16 units of the character that begins with this byte.
+/// Number of UTF-16 units of the character with this lead byte.
 std::size_t UnitsOf(char lead)
 {
     const auto byte = static_cast<unsigned char>(lead);
     if ((byte & 0xC0U) == 0x80U)
-        return 0; // goes on with a character
+        return 0; // a continuation byte
     return byte >= 0xF0U ? 2 : 1;
 }
 

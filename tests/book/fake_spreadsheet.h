@@ -12,24 +12,24 @@
 #include <utility>
 #include <vector>
 
-/// A spreadsheet application in memory that keeps the rules of a real one and writes down every
-/// call. Its files are its own simple format.
+/// A spreadsheet application in memory that follows the rules of a real one and logs every call.
+/// Its files have a simple format of their own.
 namespace orrery::fake {
 
-/// The calls of all applications of a test, in order, such as
+/// The calls to all applications of a test, in order, such as
 ///     DisplayAlerts = false        Open Desk.xlsx read-only     Worksheets(Sheet2)
 ///     Sheet2.Name = January        January.Copy after January   January.Next
 ///     January(5,2) = 1 Value       January(1,2) = "January"     SaveAs 2027Desk.xlsx
 ///     Visible?                     Quit                         Release application
 class CallLog {
 public:
-    /// From now on this call fails with the description instead of doing anything.
+    /// Makes this call fail with the description from now on.
     void FailAt(const std::string& call, const std::string& description);
-    /// From this call on the application is gone: every call to it is in vain.
+    /// Makes the application disappear at this call: it and every later call fail.
     void LoseAt(const std::string& call) { lossAt_ = call; }
-    /// Writes the call down; throws where it shall fail.
+    /// Logs the call; throws if it should fail.
     void Record(const std::string& call);
-    /// A call to the application: as `Record`, and throws once the application is gone.
+    /// Logs a call to the application, like `Record`, and throws once the application is gone.
     void Call(const std::string& call);
 
     const std::vector<std::string>& Calls() const { return calls_; }
@@ -92,12 +92,12 @@ public:
     WorkbookContent Content() const;
     std::vector<std::string> SheetNames() const;
     const Cells& CellsOf(std::string_view sheet) const;
-    /// The sheet behind one; nullptr after the last.
+    /// The sheet after the given one; nullptr after the last.
     Worksheet* After(const book::Worksheet& sheet);
     void InsertAfter(const book::Worksheet& sheet, SheetContent content);
-    /// Throws where the name breaks a rule of sheet names; `self` may bear it already.
+    /// Throws if the name breaks a rule of sheet names; `self` may already have it.
     void CheckName(std::string_view name, const Worksheet& self) const;
-    /// The name that a copy is born with: "Sheet1 (2)", then "Sheet1 (3)".
+    /// The default name of a copy: "Sheet1 (2)", then "Sheet1 (3)".
     std::string NameOfCopy(const std::string& original) const;
 
 private:
@@ -126,7 +126,7 @@ private:
     std::vector<std::unique_ptr<Workbook>> workbooks_;
 };
 
-/// Writes the names of those sheets that the workbook has into the file, a line each. Its calls are
+/// Writes the names of the printed sheets to the file, one per line. Its calls are
 ///     Print 2027Desk.xlsx into 2027Desk.pdf      Release PDF printer
 class PdfPrinter : public book::PdfPrinter {
 public:

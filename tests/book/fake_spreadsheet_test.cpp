@@ -6,9 +6,9 @@
 using namespace orrery;
 using testing::Test;
 
-// What the other tests rely on beyond the contract: the log and the failures on demand.
+// What other tests rely on beyond the contract: the call log and failures on demand.
 
-TEST(FakeSpreadsheetTest, WritesEveryCallDownInOrder)
+TEST(FakeSpreadsheetTest, LogsEveryCallInOrder)
 {
     fake::CallLog log;
     {
@@ -30,7 +30,7 @@ TEST(FakeSpreadsheetTest, WritesEveryCallDownInOrder)
                   "January(1,3) = \"x\" Value", "Visible?", "Release application"}));
 }
 
-TEST(FakeSpreadsheetTest, FailsWhereItIsToldAndDoesNothingThen)
+TEST(FakeSpreadsheetTest, FailsOnDemandWithoutAnyEffect)
 {
     fake::CallLog log;
     log.FailAt("Sheet1(1,1) = 1 Value", "the cell is broken");

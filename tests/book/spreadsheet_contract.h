@@ -23,8 +23,8 @@
 #include <variant>
 #include <vector>
 
-/// What every engine behind book/spreadsheet.h promises. Include this header in one source
-/// file of an engine's tests and instantiate the suite there:
+/// What every engine behind book/spreadsheet.h must do. Include this header in one source file of
+/// an engine's tests and instantiate the suite there:
 ///     INSTANTIATE_TEST_SUITE_P(BuiltIn, SpreadsheetContract, testing::Values(BuiltInContract()),
 ///                              orrery::contract::NameOf);
 class SpreadsheetContract : public testing::TestWithParam<orrery::contract::Engine> {
@@ -64,7 +64,7 @@ protected:
         return names;
     }
 
-    /// Runs the call, which must throw, and gives the description of its error.
+    /// Runs the call, which must throw, and returns the description of its error.
     static std::string DescriptionOf(const std::function<void()>& call)
     {
         try {
@@ -98,7 +98,7 @@ TEST_P(SpreadsheetContract, IsInvisibleAtFirst)
     EXPECT_FALSE(application_->Visible());
 }
 
-TEST_P(SpreadsheetContract, TakesEverySwitch)
+TEST_P(SpreadsheetContract, AcceptsEverySwitch)
 {
     for (const bool on : {false, true}) {
         EXPECT_NO_THROW(application_->SetInteractive(on));
@@ -107,7 +107,7 @@ TEST_P(SpreadsheetContract, TakesEverySwitch)
     }
 }
 
-TEST_P(SpreadsheetContract, FindsASheetWithoutRegardToCase)
+TEST_P(SpreadsheetContract, FindsASheetIgnoringCase)
 {
     auto& workbook = Open();
     auto* const sheet = workbook.FindWorksheet("sHEET2");
@@ -116,7 +116,7 @@ TEST_P(SpreadsheetContract, FindsASheetWithoutRegardToCase)
     EXPECT_EQ(workbook.FindWorksheet("Sheet2"), sheet);
 }
 
-TEST_P(SpreadsheetContract, FindsNoSheetThatIsNotThere)
+TEST_P(SpreadsheetContract, FindsNoMissingSheet)
 {
     auto& workbook = Open();
     EXPECT_EQ(workbook.FindWorksheet("Sheet3"), nullptr);
@@ -150,7 +150,7 @@ TEST_P(SpreadsheetContract, RenamesToItsOwnName)
     EXPECT_EQ(SavedNames(workbook), (Names{"Sheet1", "Sheet2", "Third"}));
 }
 
-TEST_P(SpreadsheetContract, TakesTheNameThatAnotherSheetGaveUp)
+TEST_P(SpreadsheetContract, AcceptsAFreedName)
 {
     auto& workbook = Open();
     workbook.FindWorksheet("Sheet1")->SetName("January");
@@ -158,7 +158,7 @@ TEST_P(SpreadsheetContract, TakesTheNameThatAnotherSheetGaveUp)
     EXPECT_EQ(SavedNames(workbook), (Names{"January", "Sheet2", "sheet1"}));
 }
 
-TEST_P(SpreadsheetContract, TakesEveryNameThatTheRulesAllow)
+TEST_P(SpreadsheetContract, AcceptsEveryValidName)
 {
     std::string pairs; // 15 characters of two UTF-16 units each, and one more unit
     for (int i = 0; i < 15; ++i)
@@ -175,7 +175,7 @@ TEST_P(SpreadsheetContract, TakesEveryNameThatTheRulesAllow)
     }
 }
 
-TEST_P(SpreadsheetContract, RefusesNamesAgainstTheRulesAndKeepsTheOldOne)
+TEST_P(SpreadsheetContract, RefusesInvalidNamesAndKeepsTheOldOne)
 {
     std::string pairs; // 32 UTF-16 units
     for (int i = 0; i < 16; ++i)
@@ -241,7 +241,7 @@ TEST_P(SpreadsheetContract, NumbersTheCopiesOfASheet)
               (Names{"Sheet1", "Sheet1 (3)", "Sheet1 (2)", "Sheet2", "Third"}));
 }
 
-TEST_P(SpreadsheetContract, NumbersTheCopyOfACopyOn)
+TEST_P(SpreadsheetContract, ContinuesTheNumberingForACopyOfACopy)
 {
     auto& workbook = Open();
     auto* const sheet = workbook.FindWorksheet("Sheet1");
@@ -320,7 +320,7 @@ TEST_P(SpreadsheetContract, WritesNumbers)
                   orrery::contract::Value(static_cast<double>(numbers[i])));
 }
 
-TEST_P(SpreadsheetContract, KeepsTextsAsTheyAre)
+TEST_P(SpreadsheetContract, KeepsTextsUnchanged)
 {
     auto& workbook = Open();
     auto* const sheet = workbook.FindWorksheet("Sheet2");
@@ -357,7 +357,7 @@ TEST_P(SpreadsheetContract, WritesTheEmptyTextOverAValue)
     EXPECT_TRUE(cell == saved.cells.end() || cell->second == orrery::contract::Value(""));
 }
 
-TEST_P(SpreadsheetContract, ReplacesAValueBySomethingOfAnotherKind)
+TEST_P(SpreadsheetContract, ReplacesAValueWithAnotherType)
 {
     auto& workbook = Open();
     auto* const sheet = workbook.FindWorksheet("Sheet1");
@@ -427,7 +427,7 @@ TEST_P(SpreadsheetContract, RefusesCellsOutsideTheSheet)
     EXPECT_EQ(SaveAndRead(workbook)[1].cells.size(), 1U);
 }
 
-TEST_P(SpreadsheetContract, SavesAFileAndLeavesTheTemplateAlone)
+TEST_P(SpreadsheetContract, SavesAFileAndKeepsTheTemplate)
 {
     auto& workbook = Open();
     workbook.FindWorksheet("Sheet1")->SetCell(1, 1, std::string("changed"),
@@ -470,7 +470,7 @@ TEST_P(SpreadsheetContract, CannotOpenAMissingFile)
     EXPECT_EQ(FolderContent(), (Names{template_.filename().string()}));
 }
 
-TEST_P(SpreadsheetContract, CannotOpenWhatIsNoWorkbook)
+TEST_P(SpreadsheetContract, CannotOpenAnythingButWorkbooks)
 {
     std::ofstream(target_) << "plain text";
     EXPECT_NE(DescriptionOf([&] { application_->OpenWorkbook(target_, true); }), "");

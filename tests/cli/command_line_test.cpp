@@ -39,7 +39,7 @@ struct YearsCase {
 
 class ExpandYearsTest : public testing::TestWithParam<YearsCase> {};
 
-TEST_P(ExpandYearsTest, UnderstandsAYearOrARange)
+TEST_P(ExpandYearsTest, ExpandsAYearOrARange)
 {
     EXPECT_EQ(ExpandYears(GetParam().text), GetParam().expected);
 }
@@ -95,7 +95,7 @@ TEST(CommandLineTest, OptionsAreOffUnlessGiven)
     EXPECT_FALSE(line.json);
 }
 
-TEST(CommandLineTest, OptionsMayStandBeforeTheArguments)
+TEST(CommandLineTest, OptionsMayPrecedeTheArguments)
 {
     const CommandLine line =
         Parse({"generate", "--json", "--output-folder", "o", "Desk.xlsx", "2027"}).Line();
@@ -120,12 +120,12 @@ TEST(CommandLineTest, EveryCommandIsKnown)
 struct UsageCase {
     const char* name;
     Texts arguments;
-    const char* mentioned; ///< in the sentence on standard error
+    const char* mentioned; ///< part of the message on standard error
 };
 
 class WrongUsageTest : public testing::TestWithParam<UsageCase> {};
 
-TEST_P(WrongUsageTest, EndsWithOneSentence)
+TEST_P(WrongUsageTest, ReportsOneSentence)
 {
     const Parsed parsed = Parse(GetParam().arguments);
     ASSERT_TRUE(std::holds_alternative<Finished>(parsed.result));

@@ -15,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
-/// A path as it stands in a JSON text.
+/// A path as written in JSON.
 std::string Escaped(const std::string& path)
 {
     return util::Join(util::Split(path, '\\'), R"(\\)");
@@ -74,7 +74,7 @@ TEST_F(CommandsTest, GenerateStartsTheEngineForEachYearWithoutAnOpener)
     EXPECT_TRUE(engines_.openers[0] && engines_.openers[1]);
 }
 
-TEST_F(CommandsTest, GenerateGoesOnAfterAYearThatFails)
+TEST_F(CommandsTest, GenerateContinuesAfterAFailedYear)
 {
     line_.years = {"6553", "6554", "0", "2027"};
     EXPECT_EQ(Run(Command::Generate), 1);
@@ -83,7 +83,7 @@ TEST_F(CommandsTest, GenerateGoesOnAfterAYearThatFails)
                           "large for its place.\nError!\nError Info: Please inupt a year.\n");
 }
 
-TEST_F(CommandsTest, GenerateThatSavedWithAReportIsNotAllWell)
+TEST_F(CommandsTest, GenerateFailsIfAnythingWasReported)
 {
     Write("template/Desk.ini", "[Yearly Calendar]\nSheetName=Gone\n");
     EXPECT_EQ(Run(Command::Generate), 1);
@@ -101,7 +101,7 @@ TEST_F(CommandsTest, GenerateAsJson)
     EXPECT_NE(err_.str(), "");
 }
 
-TEST_F(CommandsTest, GenerateWithPdfPrintsItsPathBehindTheWorkbooks)
+TEST_F(CommandsTest, GenerateWithPdfPrintsItsPathAfterTheWorkbooks)
 {
     engines_.canPrintPdf = true;
     line_.pdf = true;
@@ -128,7 +128,7 @@ TEST_F(CommandsTest, GenerateWithPdfAsJson)
                               "\n");
 }
 
-TEST_F(CommandsTest, GenerateWithPdfWantsItsPrinterBeforeItBegins)
+TEST_F(CommandsTest, GenerateWithPdfChecksForAPrinterFirst)
 {
     line_.pdf = true;
     line_.years = {"2027", "2028"};
@@ -163,7 +163,7 @@ TEST_F(CommandsTest, ATemplateThatIsAPathHasItsFolderAsTemplateFolder)
     EXPECT_FALSE(fs::exists(At("template"))) << "nobody asked for that folder";
 }
 
-TEST_F(CommandsTest, AnUnknownTemplateIsOneClearSentence)
+TEST_F(CommandsTest, AnUnknownTemplateIsReported)
 {
     line_.templateName = "Gone.xlsx";
     EXPECT_EQ(Run(Command::Generate), 1);
@@ -172,7 +172,7 @@ TEST_F(CommandsTest, AnUnknownTemplateIsOneClearSentence)
     EXPECT_FALSE(fs::exists(At("output")));
 }
 
-TEST_F(CommandsTest, AFileThatIsThereAndCannotBeReadIsNotTakenForAMissingOne)
+TEST_F(CommandsTest, AnUnreadableFileIsNotTreatedAsMissing)
 {
     for (const char* file : {"template/Desk.xlsx", "template/Desk.ini", "orrery.ini"}) {
         fs::rename(folder_ / "template", folder_ / "sound");
@@ -195,7 +195,7 @@ TEST_F(CommandsTest, AFileThatIsThereAndCannotBeReadIsNotTakenForAMissingOne)
     EXPECT_FALSE(fs::exists(folder_ / "output"));
 }
 
-TEST_F(CommandsTest, AParameterFileBeyondTheLimitIsNotPassedOver)
+TEST_F(CommandsTest, AParameterFileBeyondTheLimitIsReported)
 {
     Write("template/Desk.ini", "");
     fs::resize_file(folder_ / "template/Desk.ini", (16U << 20U) + 1);
@@ -216,7 +216,7 @@ TEST_F(CommandsTest, ATemplateFolderThatCannotBeListedIsReported)
     EXPECT_NE(err_.str().find("cannot be read"), std::string::npos) << err_.str();
 }
 
-TEST_F(CommandsTest, CheckTellsOfAHolidayFileThatCannotBeRead)
+TEST_F(CommandsTest, CheckReportsAnUnreadableHolidayFile)
 {
     Write("orrery.ini", "[Monthly Calendar]\nHolidayFile=Own.txt\n");
     Write("holiday/Own.txt", "");
@@ -256,7 +256,7 @@ TEST_F(CommandsTest, FoldersOfTheCommandLineReplaceThoseOfTheSettings)
     EXPECT_EQ(Run(Command::Generate), 1);
 }
 
-TEST_F(CommandsTest, AnotherSettingsFileBringsItsFolders)
+TEST_F(CommandsTest, AnotherSettingsFileHasItsOwnFolders)
 {
     Write("other/mine.ini", "[Environment]\nOutputPath=" + At("saved") + "\n");
     fs::create_directories(folder_ / "other/template");
@@ -334,7 +334,7 @@ TEST_F(CommandsTest, CheckPrintsALineForEachFinding)
                               "\n");
 }
 
-TEST_F(CommandsTest, CheckTakesThisYearWhenNoneIsGiven)
+TEST_F(CommandsTest, CheckUsesThisYearByDefault)
 {
     line_.years.clear();
     EXPECT_EQ(Run(Command::Check), 0);
@@ -405,7 +405,7 @@ TEST_F(CommandsTest, EasterNeedsNoSettingsAndTouchesNoFolder)
                           "\n");
 }
 
-TEST_F(CommandsTest, OutputThatCannotBeWrittenIsNotAllWell)
+TEST_F(CommandsTest, UnwritableOutputIsAFailure)
 {
     out_.setstate(std::ios::badbit);
     line_.command = Command::Easter;

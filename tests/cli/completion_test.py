@@ -1,4 +1,4 @@
-"""The bash completion, asked the way bash asks it."""
+"""The bash completion, called as bash calls it."""
 
 import os
 import pathlib
@@ -22,7 +22,7 @@ class Completion(unittest.TestCase):
         self.here.mkdir()
 
     def complete(self, *words):
-        """What bash offers for the last word."""
+        """The completions of the last word."""
         line = [CLI, *words]
         script = (f"source {shlex.quote(str(SCRIPT))}\n"
                   f"COMP_WORDS=({' '.join(map(shlex.quote, line))})\n"

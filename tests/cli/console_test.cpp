@@ -43,7 +43,7 @@ TEST(ProgressBarTest, FillsFromEmptyToFull)
                              "more than all\r\033[K");
 }
 
-TEST(ProgressBarTest, StaysSilentWhenNobodyWatches)
+TEST(ProgressBarTest, PrintsNothingWithoutATerminal)
 {
     std::ostringstream err;
     {

@@ -7,7 +7,7 @@
 namespace orrery::cli {
 namespace {
 
-TEST(CommandLineErrors, HaveASentenceEach)
+TEST(CommandLineErrors, HaveOneMessageEach)
 {
     test::ExpectSentences(ErrorKind::WrongUsage, {});
 }

@@ -1,4 +1,4 @@
-"""What the command-line program does with files that are no ordinary ones, or out of its reach."""
+"""What the command-line program does with special files and files that it cannot access."""
 
 import os
 import resource
@@ -14,7 +14,7 @@ NOT_REGULAR = "is not a regular file"
 
 
 class Files(Program):
-    """Every run ends within seconds, whatever its files are."""
+    """Every run ends within seconds, whatever files it gets."""
 
     def setUp(self):
         super().setUp()
@@ -36,7 +36,7 @@ class Files(Program):
                                 "--output-folder", self.output, *arguments, **options)
 
     def as_user(self):
-        """Options of a run for which permissions count: root has none that could be missing."""
+        """Options to run as an ordinary user, because root has all permissions."""
         if os.getuid() != 0:
             return {}
         for folder, _, files in os.walk(self.home):
@@ -55,9 +55,9 @@ class Files(Program):
         self.assertEqual(list(self.output.iterdir()), [])
 
 
-class OddFiles(Files):
-    def put_odd_things(self, path):
-        """Puts what is no regular file in the path's place, one after the other."""
+class SpecialFiles(Files):
+    def put_special_files(self, path):
+        """Puts each kind of special file at the path, one after the other."""
         def pipe():
             os.mkfifo(path)
 
@@ -83,34 +83,34 @@ class OddFiles(Files):
                 (path.rmdir if path.is_dir() else path.unlink)()
 
     def test_templates(self):
-        for _ in self.put_odd_things(self.template):
+        for _ in self.put_special_files(self.template):
             self.assert_reported(self.generate(), NOT_REGULAR)
             self.assert_no_output()
 
     def test_parameter_files(self):
-        for _ in self.put_odd_things(self.parameters):
+        for _ in self.put_special_files(self.parameters):
             self.assert_reported(self.generate(), NOT_REGULAR)
             self.assert_no_output()
 
     def test_settings_files(self):
         settings = self.home / "mine.ini"
-        for _ in self.put_odd_things(settings):
+        for _ in self.put_special_files(settings):
             self.assert_reported(self.generate("--settings", settings), NOT_REGULAR)
             self.assert_no_output()
 
     def test_holiday_files(self):
         holidays = self.home / "Own.txt"
-        for _ in self.put_odd_things(holidays):
+        for _ in self.put_special_files(holidays):
             self.assert_reported(self.run_quickly("holidays", holidays, 2027), NOT_REGULAR)
 
     def test_outputs(self):
-        for _ in self.put_odd_things(self.target):
+        for _ in self.put_special_files(self.target):
             before = self.target.lstat()
             self.assert_reported(self.generate(), self.target, NOT_REGULAR)
             self.assertEqual(self.target.lstat().st_ino, before.st_ino, "it was replaced")
             self.assertEqual(list(self.output.iterdir()), [self.target])
 
-    def test_the_first_start_waits_for_none(self):
+    def test_the_first_start_does_not_wait(self):
         data = self.home / ".local/share/orrery"
         for name in ("holiday/AAA.txt", "template/Desk.xlsx", "template/Desk.ini", "tips.txt"):
             (data / name).parent.mkdir(parents=True, exist_ok=True)
@@ -139,7 +139,7 @@ class OddFiles(Files):
 
 
 class Permissions(Files):
-    def test_an_unreadable_file_is_not_said_to_be_missing(self):
+    def test_an_unreadable_file_is_not_reported_as_missing(self):
         for path in (self.template, self.parameters):
             for command in ("generate", "parameters", "check"):
                 with self.subTest(path.name, command=command):
@@ -171,7 +171,7 @@ class Permissions(Files):
                              "Permission denied")
         folder.chmod(0o755)
 
-    def test_settings_out_of_reach_are_no_settings(self):
+    def test_inaccessible_settings_count_as_missing(self):
         hidden = self.home / "hidden"
         hidden.mkdir()
         user = self.as_user()
@@ -208,10 +208,10 @@ class Limits(Files):
         self.assert_no_output()
 
     def test_a_current_folder_that_is_gone(self):
-        result = self.run_quickly("parameters", "Desk.xlsx", preexec_fn=self.lose_folder)
+        result = self.run_quickly("parameters", "Desk.xlsx", preexec_fn=self.remove_current_folder)
         self.assert_reported(result, '"the current folder" was not found')
 
-    def lose_folder(self):
+    def remove_current_folder(self):
         lost = self.home / "lost"
         lost.mkdir()
         os.chdir(lost)
@@ -226,7 +226,7 @@ class Streams(Files):
                 self.assertEqual(result.returncode, 1)
                 self.assertIn("Standard output", result.stderr)
 
-    def test_a_closed_output_is_one_that_cannot_be_written(self):
+    def test_a_closed_output_cannot_be_written(self):
         result = self.run_quickly("easter", 2027, preexec_fn=lambda: os.close(1))
         self.assertEqual(result.returncode, 1)
         self.assertIn("Standard output", result.stderr)

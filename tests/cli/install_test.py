@@ -1,4 +1,4 @@
-"""An installed program finds what was installed with it."""
+"""An installed program finds the files that were installed with it."""
 
 import os
 import pathlib
@@ -9,7 +9,7 @@ import unittest
 
 SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
 WINDOW = os.environ["ORRERY_WINDOW"] == "ON"  # the build has the window program
-LIBREOFFICE = os.environ["ORRERY_LIBREOFFICE"]  # the library that drives it; empty without one
+LIBREOFFICE = os.environ["ORRERY_LIBREOFFICE"]  # the library that drives it; empty if not built
 
 
 def window_files():

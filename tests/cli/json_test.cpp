@@ -25,9 +25,9 @@ INSTANTIATE_TEST_SUITE_P(
         TextCase{"QuotesAndBackslashes", R"(C:\a "b")", R"("C:\\a \"b\"")"},
         TextCase{"LineEnds", "a\r\nb\tc", R"("a\r\nb\tc")"},
         TextCase{"Controls", std::string("\x00\x01\x1F\x7F", 4), "\"\\u0000\\u0001\\u001f\x7F\""},
-        TextCase{"OtherLettersStay", "M\xC3\xA4rz \xF0\x9F\x8E\x84",
+        TextCase{"OtherCharactersAreUnchanged", "M\xC3\xA4rz \xF0\x9F\x8E\x84",
                  "\"M\xC3\xA4rz \xF0\x9F\x8E\x84\""},
-        TextCase{"BytesThatAreNoText",
+        TextCase{"InvalidUtf8",
                  "a\xFF"
                  "b\xC3",
                  "\"a\xEF\xBF\xBD"

@@ -1,4 +1,4 @@
-"""The manual page renders without a warning and names what the program has."""
+"""The manual page renders without warnings and names all commands and options."""
 
 import os
 import pathlib

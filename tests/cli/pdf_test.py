@@ -1,4 +1,4 @@
-"""PDF files of calendars, made by the LibreOffice that is installed and read by poppler's programs."""
+"""PDF files of calendars, made by the installed LibreOffice and read by poppler's programs."""
 
 import calendar
 import json
@@ -31,7 +31,7 @@ RowIntervalOfMonth=10
 
 
 def pages_of(pdf):
-    """The text of each page, its words one after the other."""
+    """The words of each page, joined with blanks."""
     text = subprocess.run(["pdftotext", pdf, "-"], text=True, capture_output=True, check=True,
                           timeout=60).stdout
     pages = [" ".join(page.split()) for page in text.split("\f")[:-1]]
@@ -48,15 +48,15 @@ class Pdf(Program):
         self.addCleanup(self.assert_no_stray_process)
 
     def assert_no_stray_process(self):
-        """LibreOffice is told where this user's folders are."""
+        """No process has this test's home folder on its command line, as LibreOffice would."""
         for command in pathlib.Path("/proc").glob("[0-9]*/cmdline"):
             try:
                 self.assertNotIn(os.fsencode(self.home), command.read_bytes())
             except OSError:
-                pass  # it has ended meanwhile
+                pass  # the process has ended meanwhile
 
     def make_xlsx(self, hidden=(), areas=(), monthly="Y", yearly="Y"):
-        """A template whose year comes before its months, between two sheets of other things."""
+        """A template whose year sheet comes before the months, between two other sheets."""
         book = openpyxl.Workbook()
         book.remove(book.active)
         for name in ("Cover", "Yearly", "Monthly", "Remarks"):
@@ -77,7 +77,7 @@ class Pdf(Program):
         self.write_parameters("Y", "Y")
 
     def make_protected_xls(self):
-        """A template that has a sheet for each month already, and that no sheet can be added to."""
+        """A protected template, to which no sheet can be added, with a sheet for each month."""
         months = ["Monthly", *(f"Monthly-{number}" for number in range(2, 13))]
         self.save_xls(("Cover", *months, "Remarks"), protected=True)
         self.write_parameters("Y", "N")
@@ -115,7 +115,7 @@ class Pdf(Program):
             self.assertEqual(sorted(int(word) for word in page.split() if word.isdigit()),
                              list(days), page)
 
-    def test_has_the_pages_of_the_months_and_of_the_year_alone(self):
+    def test_has_only_the_pages_of_the_months_and_of_the_year(self):
         for make, ending in ((self.make_xlsx, "xlsx"), (self.make_xls, "xls")):
             make()
             result = self.generate(f"Mine.{ending}", 2027, "--pdf")
@@ -152,7 +152,7 @@ class Pdf(Program):
         self.generate("Desk.xlsx", 2027, "--pdf")
         self.assertEqual(len(pages_of(self.output / "2027Desk.pdf")), 13)
 
-    def test_a_workbook_that_somebody_has_open_is_printed_all_the_same(self):
+    def test_an_open_workbook_is_printed(self):
         self.output.mkdir()
         lock = self.output / ".~lock.2027Desk.xlsx#"
         lock.write_text(",somebody,elsewhere,01.01.2027 12:00,file:///home/somebody;")
@@ -169,7 +169,7 @@ class Pdf(Program):
         self.assertEqual(len(pages), 1)
         self.assertTrue(pages[0].startswith("This is Yearly "))
 
-    def test_print_areas_limit_the_pages_of_the_calendars_alone(self):
+    def test_print_areas_limit_only_the_pages_of_the_calendars(self):
         self.make_xlsx(areas={"Monthly": "B2:B8", "Remarks": "A1:C3"}, yearly="N")
         result = self.generate("Mine.xlsx", 2027, "--pdf")
         self.assertEqual((result.returncode, result.stderr), (0, ""))
@@ -180,13 +180,13 @@ class Pdf(Program):
             sundays = [str(week[0]) for week in weeks if week[0] > 0]
             self.assertEqual(page, " ".join([name, *sundays, "From the file 2027Mine.xlsx"]))
 
-    def test_a_protected_structure_is_no_hindrance(self):
+    def test_a_workbook_with_protected_structure_is_printed(self):
         self.make_protected_xls()
         result = self.generate("Mine.xls", 2027, "--pdf")
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         self.assert_month_pages(pages_of(self.output / "2027Mine.pdf"))
 
-    def test_without_a_page_there_is_none_and_one_sentence_says_so(self):
+    def test_without_a_page_there_is_none_and_one_report(self):
         for options in ({"hidden": ["Monthly", "Yearly"]}, {"monthly": "N", "yearly": "N"}):
             self.make_xlsx(**options)
             result = self.generate("Mine.xlsx", 2027, "--pdf")
@@ -198,7 +198,7 @@ class Pdf(Program):
                              "parameters, and do not hide its sheet in the template.\n")
             self.assertEqual(os.listdir(self.output), ["2027Mine.xlsx"])
 
-    def test_one_that_cannot_be_written_leaves_the_workbook(self):
+    def test_one_that_cannot_be_written_keeps_the_workbook(self):
         (self.output / "2027Desk.pdf").mkdir(parents=True)
         (self.output / "2027Desk.pdf/mine").touch()
         result = self.generate("Desk.xlsx", 2027, "--pdf")
@@ -208,7 +208,7 @@ class Pdf(Program):
         self.assertIn("2027Desk.pdf", result.stderr.splitlines()[2])
         self.assertEqual(sorted(os.listdir(self.output)), ["2027Desk.pdf", "2027Desk.xlsx"])
 
-    def test_without_it_nobody_is_started(self):
+    def test_without_it_libreoffice_is_not_started(self):
         result = self.generate("Desk.xlsx", 2027)
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertEqual(os.listdir(self.output), ["2027Desk.xlsx"])

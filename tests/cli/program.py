@@ -1,4 +1,4 @@
-"""The command-line program as a user starts it, on this system or through what runs it there."""
+"""Runs the command-line program as a user does, here or through a runner such as Wine."""
 
 import os
 import pathlib
@@ -9,19 +9,19 @@ import unittest
 
 CLI = pathlib.Path(os.environ["ORRERY_CLI"])
 DATA = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"]) / "data"
-RUNNER = os.environ.get("ORRERY_RUNNER", "").split()  # starts programs of Windows
+RUNNER = os.environ.get("ORRERY_RUNNER", "").split()  # starts Windows programs
 IS_WINDOWS = CLI.suffix == ".exe"
 
 
 def shown(path):
-    """A path of this system as the program takes and prints it."""
+    """A local path as the program reads and prints it."""
     text = str(path)
     return "Z:" + text.replace("/", "\\") if RUNNER and text.startswith("/") else text
 
 
 class Program(unittest.TestCase):
-    """A new user with a folder of their own, which is the current one. A program of Windows lies
-    in a folder that it may write, beside what was installed with it."""
+    """A new user, whose home folder is the current folder. A Windows program is in a writable
+    folder, beside its installed files."""
 
     def setUp(self):
         self.home = pathlib.Path(tempfile.mkdtemp(prefix="orrery-cli-"))

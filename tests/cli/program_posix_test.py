@@ -1,4 +1,4 @@
-"""What the command-line program does with terminals, the desktop and the folders of Linux."""
+"""How the command-line program uses terminals, the desktop and the folders of Linux."""
 
 import os
 import pty
@@ -21,13 +21,13 @@ class Surroundings(Program):
         self.assertFalse((self.home / "opened").exists(), "nobody asked")
         result = self.generate("Desk.xlsx", 2027, "--open")
         self.assertEqual((result.returncode, result.stderr), (0, ""))
-        for _ in range(50):  # the desktop's program is not waited for
+        for _ in range(50):  # the program does not wait for the desktop's opener
             if (self.home / "opened").exists():
                 break
             time.sleep(0.1)
         self.assertEqual((self.home / "opened").read_text(), f"{self.output}/2027Desk.xlsx\n")
 
-    def test_a_terminal_sees_a_bar_for_several_years(self):
+    def test_a_terminal_shows_a_progress_bar_for_several_years(self):
         for years, expected in (("2027-2028", True), ("2027", False)):
             terminal, inside = pty.openpty()
             result = subprocess.run(
@@ -54,7 +54,7 @@ class Surroundings(Program):
 
 
 class Places(Program):
-    def test_the_first_start_fills_the_users_folders_and_later_ones_do_not(self):
+    def test_only_the_first_start_fills_the_users_folders(self):
         self.run_program("templates")
         settings = self.home / ".config/orrery/orrery.ini"
         data = self.home / ".local/share/orrery"

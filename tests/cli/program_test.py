@@ -1,4 +1,4 @@
-"""The command-line program as a user starts it: outputs, exit codes and what lies on the disk."""
+"""The command-line program as a user starts it: output, exit codes and files on disk."""
 
 import json
 import os
@@ -18,7 +18,7 @@ class Generate(Program):
         self.assertEqual(result.stdout, shown(self.output / "2027Desk.xlsx") + "\n")
         self.assertEqual(sorted(os.listdir(self.output)), ["2027Desk.xlsx"])
 
-    def test_the_workbook_holds_the_year(self):
+    def test_the_workbook_contains_the_year(self):
         self.generate("Desk.xlsx", 2027)
         parameters = json.loads(self.run_program("parameters", "Desk.xlsx", "--json").stdout)
         monthly = parameters["monthly"]
@@ -32,7 +32,7 @@ class Generate(Program):
         self.assertEqual(
             march.cell(first.row, first.column + monday * monthly["ColIntervalOfDay"]).value, 1)
 
-    def test_a_range_is_a_workbook_for_each_year(self):
+    def test_a_range_makes_a_workbook_for_each_year(self):
         result = self.generate("Desk.xlsx", "2027-2029")
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertEqual([pathlib.PureWindowsPath(line).name for line in result.stdout.splitlines()],
@@ -95,7 +95,7 @@ class Generate(Program):
             self.assertEqual(result.returncode, 1)
             self.assertIn('"builtin"', result.stderr)
 
-    def test_a_pdf_wants_libreoffice_before_anything_is_generated(self):
+    def test_a_pdf_needs_libreoffice_before_anything_is_generated(self):
         result = self.run_program("generate", "Desk.xlsx", "2027-2028", "--pdf", "--output-folder",
                                   self.output, program=self.without_libreoffice())
         self.assertEqual((result.returncode, result.stdout), (1, ""))
@@ -105,7 +105,7 @@ class Generate(Program):
         self.assertFalse(self.output.exists())
 
     def without_libreoffice(self):
-        """The program without the library that knows LibreOffice."""
+        """The program without the library that drives LibreOffice."""
         alone = self.home / "alone"
         shutil.copytree(DATA, alone)
         return pathlib.Path(shutil.copy(self.program, alone))
@@ -194,7 +194,7 @@ class OtherCommands(Program):
 
 
 class Places(Program):
-    def test_a_portable_program_keeps_to_its_folder(self):
+    def test_a_portable_program_uses_only_its_folder(self):
         portable = self.home / "portable"
         shutil.copytree(DATA, portable)
         program = portable / self.program.name

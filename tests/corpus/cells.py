@@ -121,12 +121,6 @@ class SheetCells:
                      if first <= position[1] <= last), 0)
 
     @functools.cached_property
-    def used_styles(self):
-        used = {cell.style for cell in self.cells.values()}
-        used |= {int(row.get("s")) for row in self.rows.values() if row.get("s")}
-        return used | {style for _, _, style in self.column_styles}
-
-    @functools.cached_property
     def formula_texts(self):
         """The formula of every formula cell; shared formulas are written out."""
         masters, texts = {}, {}

@@ -9,7 +9,6 @@ month page has to equal the model page outside the cells that the parameter file
 name runs over, and a footer with the sheet's name).
 """
 
-import configparser
 import glob
 import os
 import pathlib
@@ -20,81 +19,22 @@ import openpyxl
 
 import page_command
 import pages
-from opc import area_bounds, cell_name, cell_position
+from opc import area_bounds, cell_name
 
-sys.path.append(str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
+_ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path += [str(_ROOT / "scripts"), str(_ROOT / "tests" / "templates")]
 import libreoffice  # noqa: E402
+from check_templates import Problems, read_parameters, written_cells  # noqa: E402
 
-WEEKS, DAYS, MONTHS = 6, 7, 12
+MONTHS = 12
 MOST_MASKED = 0.97  # of a page; a comparison of less than the rest would say nothing
 
 
-class Calendar:
-    """One section of a parameter file: which cells it has written."""
-
-    def __init__(self, section):
-        self.section = section
-        self.is_made = section.get("Output", "N").upper().startswith("Y")
-        self.is_yearly = "MonthLayout" in section
-        self.sheet = section.get("SheetName", "")
-
-    def _number(self, key, default=0):
-        return int(self.section.get(key, default))
-
-    def _cell(self, key):
-        return cell_position(self.section[key])
-
-    def _is_on(self, key):
-        return self.section.get(key, "N").upper().startswith("Y")
-
-    def _shifts(self):
-        """How far the blocks of the twelve months lie from the first."""
-        if not self.is_yearly:
-            return [(0, 0)]
-        across = self._number("MonthLayout")
-        return [(month // across * self._number("RowIntervalOfMonth"),
-                 month % across * self._number("ColIntervalOfMonth")) for month in range(MONTHS)]
-
-    def _grid(self, origin):
-        return [(origin[0] + week * self._number("RowIntervalOfDay", 1),
-                 origin[1] + day * self._number("ColIntervalOfDay", 1))
-                for week in range(WEEKS) for day in range(DAYS)]
-
-    def _holidays(self):
-        """The cells of holiday names: several of one day go on as far as the next day's cell."""
-        first, day = self._cell("FirstCellOfHoliday"), self._cell("FirstCellOfDay")
-        way = self._number("MultiHolidays")
-        rows = self._number("RowIntervalOfDay", 1) - max(0, first[0] - day[0]) if way == 1 else 1
-        columns = self._number("ColIntervalOfDay", 1) - max(0, first[1] - day[1]) if way == 2 else 1
-        return [(row + down, column + right) for row, column in self._grid(first)
-                for down in range(max(1, rows)) for right in range(max(1, columns))]
-
-    def months(self):
-        """The cells of the months' names."""
-        row, column = self._cell("FirstCellOfMonth")
-        on = self._is_on("OutMonth")
-        return {(row + down, column + right) for down, right in self._shifts()} if on else set()
-
-    def written(self):
-        block = set(self._grid(self._cell("FirstCellOfDay")))
-        if self._is_on("OutHoliday"):
-            block |= set(self._holidays())
-        if self._is_on("OutWeekday"):
-            row, column = self._cell("FirstCellOfWeekday")
-            step = self._number("ColIntervalOfDay", 1)
-            block |= {(row, column + day * step) for day in range(DAYS)}
-        cells = {(row + down, column + right) for row, column in block
-                 for down, right in self._shifts()} | self.months()
-        if self._is_on("OutYear"):
-            cells.add(self._cell("FirstCellOfYear"))
-        return cells
-
-
-def overrun_cells(calendar, sheet, written):
+def overrun_cells(sheet, written):
     """Empty cells beside a month's name, which is wider than its own cell."""
     cells = set()
-    for row, column in calendar.months():
-        for beside in range(column + 1, column + DAYS):
+    for row, column in [where for where, kind in written.items() if kind == "month"]:
+        for beside in range(column + 1, column + 7):
             if (row, beside) in written or sheet.cell(row, beside).value is not None:
                 break
             cells.add((row, beside))
@@ -125,14 +65,16 @@ class Template:
         self.path, self.work = path, work
         self.name = os.path.basename(path)
         self.calendar = generate(options, path, work)
-        reader = configparser.ConfigParser(interpolation=None, strict=False)
-        reader.optionxform = str
         stem = os.path.splitext(path)[0]
-        reader.read(f"{stem}.ini", encoding="utf-8")
-        self.calendars = {calendar.sheet: calendar for calendar in
-                          (Calendar(reader[section]) for section in
-                           ("Monthly Calendar", "Yearly Calendar") if section in reader)
-                          if calendar.is_made}
+        self.written, self.yearly = {}, set()  # of a model the cells; the year's model
+        for header, section in read_parameters(Problems(), self.name,
+                                               pathlib.Path(f"{stem}.ini")).items():
+            if section["Output"] == "Y":
+                yearly, model = header.startswith("[Yearly"), section["SheetName"]
+                self.yearly |= {model} if yearly else set()
+                self.written[model] = {
+                    (row, column): kind for month in range(1, MONTHS + 1)
+                    for kind, row, column in written_cells(section, options.year, month, yearly)}
         self.design = f"{stem}.xlsx"
         self.workbook = openpyxl.load_workbook(self.design)
         self.marked = {}
@@ -141,13 +83,11 @@ class Template:
         """Renders the template, the calendar, and the marked workbook of each sheet; returns the
         PDF of each by its path."""
         for sheet in self.workbook.worksheets:
-            calendar = self.calendars.get(sheet.title)
-            written = calendar.written() if calendar else set()
-            cells = written | dependent_cells(sheet) | \
-                overrun_cells(calendar, sheet, written) if calendar else set()
+            written = self.written.get(sheet.title)
+            cells = {(1, 1)} if written is None else \
+                {*written} | dependent_cells(sheet) | overrun_cells(sheet, written)
             self.marked[sheet.title] = os.path.join(self.work, f"{self.name}-{sheet.title}.xlsx")
-            pages.write_marked(self.design, sheet.title, cells or {(1, 1)},
-                               self.marked[sheet.title])
+            pages.write_marked(self.design, sheet.title, cells, self.marked[sheet.title])
         pdfs = {path: self._picture(office, path, is_full=True)
                 for path in (self.path, self.calendar)}
         return pdfs | {path: self._picture(office, path) for path in self.marked.values()}
@@ -171,8 +111,8 @@ class Template:
         if name in self.workbook.sheetnames:
             return self.workbook[name]
         yearly = name.isdecimal()
-        return next(self.workbook[calendar.sheet] for calendar in self.calendars.values()
-                    if calendar.is_yearly == yearly)
+        return next(self.workbook[model] for model in self.written
+                    if (model in self.yearly) == yearly)
 
     def compare(self, pdfs, keep):
         """Yields the failures of each page, and prints what was compared."""
@@ -181,17 +121,16 @@ class Template:
         at = made_at = 0
         for sheet in self.workbook.worksheets:
             masks = [pages.mask_of(page) for page in pages.render(pdfs[self.marked[sheet.title]])]
-            calendar = self.calendars.get(sheet.title)
-            monthly = calendar is not None and not calendar.is_yearly
-            for copy in range(MONTHS if monthly else 1):
+            is_filled = sheet.title in self.written
+            for copy in range(MONTHS if is_filled and sheet.title not in self.yearly else 1):
                 for number, mask in enumerate(masks):
                     where = f"{self.name}, {sheet.title} {copy + 1}, page {number + 1}"
                     if at + number >= len(model) or made_at >= len(made):
                         yield f"{where}: there is no such page"
                         return
-                    mask = pages.mask_margins(mask.copy(), sheet) if calendar else mask & False
+                    mask = pages.mask_margins(mask.copy(), sheet) if is_filled else mask & False
                     yield from self._page(where, model[at + number], made[made_at], mask,
-                                          calendar is not None, keep)
+                                          is_filled, keep)
                     made_at += 1
             at += len(masks)
         if (at, made_at) != (len(model), len(made)):

@@ -2,92 +2,50 @@
 
 from collections import Counter
 
-from cells import SheetCells
 from formulas import names_sheet, names_table
-from opc import is_true, local, namespace
+from opc import local, namespace
 
-# Elements of a worksheet part that are counted under a name of their own.
+# What is counted in a worksheet part, in drawings, comments and charts, and by relationships. What
+# stands in an extension of the format has a name of its own there, or is none of these.
 _SHEET_ELEMENTS = {
-    "mergeCell": "merges", "hyperlink": "hyperlinks", "protectedRange": "protected ranges",
-    "sheetView": "views", "pane": "panes", "sheetProtection": "protection",
-    "pageMargins": "print settings", "pageSetup": "print settings",
-    "printOptions": "print settings", "headerFooter": "header/footer",
-    "oddHeader": "header/footer", "oddFooter": "header/footer", "evenHeader": "header/footer",
-    "evenFooter": "header/footer", "firstHeader": "header/footer", "firstFooter": "header/footer",
-    "legacyDrawingHF": "header pictures", "picture": "backgrounds", "oleObject": "embedded objects",
-    "control": "controls", "sparklineGroup": "sparkline groups", "sparkline": "sparklines",
-    "autoFilter": "autofilters", "scenario": "scenarios", "customSheetView": "custom views",
-    "ignoredError": "ignored errors", "customPr": "custom properties", "tabColor": "tab colours",
-    "cellWatch": "cell watches", "col": "column widths", "pivotArea": "selections",
+    "mergeCell": "merges", "hyperlink": "hyperlinks", "sheetView": "views", "pane": "panes",
+    "sheetProtection": "protection", "headerFooter": "header/footer", "oddHeader": "header/footer",
+    "oddFooter": "header/footer", "evenHeader": "header/footer", "evenFooter": "header/footer",
+    "firstHeader": "header/footer", "firstFooter": "header/footer", "autoFilter": "autofilters",
+    "brk": "page breaks", "conditionalFormatting": "conditional formats",
+    "cfRule": "conditional rules", "dataValidation": "validations",
 }
 _DRAWING_ELEMENTS = {
     "pic": "pictures", "sp": "shapes", "cxnSp": "shapes", "grpSp": "shapes",
     "twoCellAnchor": "anchors", "oneCellAnchor": "anchors", "absoluteAnchor": "anchors",
-    "relIds": "diagrams", "hlinkClick": "drawing hyperlinks",
 }
-_RELATED = {
-    "drawing": "drawings", "vmlDrawing": "VML drawings", "table": "tables", "chart": "charts",
-    "chartEx": "charts", "pivotTable": "pivot tables", "slicer": "slicers", "timeline": "timelines",
-    "printerSettings": "printer settings", "image": "picture links", "ctrlProp": "controls",
-    "oleObject": "embeddings", "package": "embeddings", "queryTable": "query tables",
-    "customProperty": "custom properties",
-}
-
-
-def _is_main(name):
-    return not namespace(name).startswith("http://schemas.microsoft.com/")
+_RELATED = {"table": "tables", "chart": "charts", "chartEx": "charts",
+            "pivotTable": "pivot tables"}
 
 
 def count_sheet(package, sheet):
-    """What the sheet owns, as a Counter; formats are left to `used_formats`."""
+    """What the sheet owns, as a Counter."""
     counts = Counter()
     for part in package.closure(sheet.part):
-        for rel in package.rels(part).values():
-            if rel.kind in _RELATED:
-                counts[_RELATED[rel.kind]] += 1
-        kind = package.content_type(part)
+        counts.update(_RELATED[rel.kind] for rel in package.rels(part).values()
+                      if rel.kind in _RELATED)
+        names, kind = {}, package.content_type(part)
         if part == sheet.part:
-            _count_worksheet(package.tree(part), counts)
+            names = _SHEET_ELEMENTS
         elif "drawing+xml" in kind:
-            _count_elements(package.tree(part), _DRAWING_ELEMENTS, counts)
+            names = _DRAWING_ELEMENTS
         elif "comments+xml" in kind:
-            _count_elements(package.tree(part), {"comment": "comments"}, counts)
-        elif "threadedcomments+xml" in kind:
-            _count_elements(package.tree(part), {"threadedComment": "threaded comments"}, counts)
+            names = {"comment": "comments"}
         elif kind.endswith("chart+xml"):
-            _count_elements(package.tree(part), {"ser": "chart series"}, counts)
+            names = {"ser": "chart series"}
+        if names:
+            counts.update(names[local(element.tag)] for element in package.tree(part).iter()
+                          if local(element.tag) in names and not _is_extension(element.tag))
     return counts
 
 
-def _count_elements(root, names, counts):
-    for element in root.iter():
-        name = names.get(local(element.tag))
-        if name:
-            counts[name] += 1
-
-
-def _count_worksheet(root, counts):
-    for element in root.iter():
-        name, main = local(element.tag), _is_main(element.tag)
-        if name in _SHEET_ELEMENTS:
-            counts[_SHEET_ELEMENTS[name]] += 1
-        elif name == "conditionalFormatting":
-            counts["conditional formats" if main else "conditional formats x14"] += 1
-        elif name == "cfRule":
-            counts["conditional rules" if main else "conditional rules x14"] += 1
-        elif name == "dataValidation":
-            counts["validations" if main else "validations x14"] += 1
-        elif name in ("rowBreaks", "colBreaks"):
-            counts["page breaks"] += sum(local(child.tag) == "brk" for child in element)
-        elif name == "row":
-            counts["outline rows"] += int(element.get("outlineLevel", "0")) > 0
-            counts["row heights"] += is_true(element.get("customHeight"))
-            counts["hidden rows"] += is_true(element.get("hidden"))
-
-
-def used_formats(package, sheet):
-    """The cell formats that the sheet's cells, rows and columns use."""
-    return SheetCells(package.tree(sheet.part)).used_styles
+def _is_extension(name):
+    return namespace(name).startswith("http://schemas.microsoft.com/")
 
 
 def defined_names(package):

@@ -5,12 +5,10 @@ from collections import Counter
 import counts
 from cells import shared_strings
 from compare import SheetComparison, Side, cells_of, compare_cells, compare_rows
-from formulas import Names, in_sheet_range
+from formulas import SELF, Names, in_sheet_range
 from opc import local
 from plan import area_bounds
 from workbook import cell_text, decoded_column, tables_of
-
-SELF = "\u00abself\u00bb"
 
 
 def _own_tables(package, part):
@@ -43,7 +41,6 @@ class EditedWorkbook:
         self.names_before = counts.defined_names(before)
         self.names_after = counts.defined_names(after)
         self.strings = shared_strings(after)
-        self.added = Counter()
 
     def failures(self):
         for index, (sheet, planned) in enumerate(zip(self.sheets, self.plan.sheets)):
@@ -82,7 +79,6 @@ class EditedWorkbook:
                                  planned.either, strip_values=True)
         yield from compare_rows(self.model_cells, cells, {row for row, _ in planned.written})
         yield from self._written_failures(cells, planned)
-        yield from self._count_failures(sheet, cells, planned)
         yield from self._name_failures(index, right)
 
     def _written_failures(self, cells, planned):
@@ -102,17 +98,6 @@ class EditedWorkbook:
             if cell.style != self.model_cells.style_at(where):
                 yield f"{where} has format {cell.style}, should have " \
                       f"{self.model_cells.style_at(where)}"
-
-    def _count_failures(self, sheet, cells, planned):
-        counted = counts.count_sheet(self.after, sheet)
-        for what in sorted({*self.counted, *counted}):
-            if counted[what] != self.counted[what]:
-                yield f"{counted[what]} {what}, the model has {self.counted[what]}"
-        self.added += counted
-        expected = self.model_cells.used_styles | {self.model_cells.style_at(where)
-                                                   for where in planned.written}
-        if cells.used_styles != expected:
-            yield f"formats used {sorted(cells.used_styles)}, should be {sorted(expected)}"
 
     def _name_failures(self, index, right):
         """A copy owns the model's names, and twins of the workbook's that refer to the model."""

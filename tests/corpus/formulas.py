@@ -2,6 +2,7 @@
 
 import re
 
+SELF = "\u00abself\u00bb"  # stands for the name of a formula's own sheet
 _QUOTED = r"'(?:[^']|'')+'"
 _WORDS = r"[\w.\u00a1-\uffff\U00010000-\U0010ffff?\\]+"
 _BARE = rf"(?:\[\d+\])?{_WORDS}(?::{_WORDS})?"

@@ -4,10 +4,14 @@ import os
 import sys
 import tempfile
 import unittest
+from xml.etree import ElementTree
 
 import integrity
 from bad_files import sentence_failures
+from cells import SheetCells
+from compare import compare_cells
 from edited import EditedWorkbook
+from formulas import Names
 from opc import Package
 from plan import Plan, SheetPlan
 from workbook import workbook_failures
@@ -17,9 +21,12 @@ sys.path.append(os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "
 from fidelity_test import (RELS, SHEET, WORKBOOK, XLSX_CHANGES, drop, edited,  # noqa: E402
                            replace, template_of, write_spoiled)
 
-NOTHING = lambda parts: None  # noqa: E731
 OTHER, TYPES = "xl/worksheets/sheet3.xml", "[Content_Types].xml"
 OFFICE = "http://schemas.openxmlformats.org/officeDocument/2006/relationships"
+
+
+def nothing(_):
+    pass
 
 
 def put(name, data):
@@ -74,7 +81,8 @@ BROKEN = (
 
 
 class HarnessTest(unittest.TestCase):
-    def failures(self, change, template=template_of("", ".xlsx"), written=None, has_values=False):
+    def failures(self, change, template=template_of("", ".xlsx"), written=None, has_values=False,
+                 name="Model"):
         """What the judges say of a template in which something changed. An edit leaves formulas
         without their values, which may be stale."""
         def changed(parts):
@@ -86,7 +94,7 @@ class HarnessTest(unittest.TestCase):
             path = os.path.join(folder, "spoiled.xlsx")
             write_spoiled(template, changed, path)
             before, after = Package(template), Package(path)
-            plan = Plan(before.sheets[1], [SheetPlan("Model", written or {})], [], {}, set())
+            plan = Plan(before.sheets[1], [SheetPlan(name, written or {})], [], {}, set())
             found = [*integrity.package_failures(before, after, plan),
                      *workbook_failures(before, after, plan)]
             if not any("not well-formed" in failure for failure in found):
@@ -107,16 +115,35 @@ class HarnessTest(unittest.TestCase):
     def test_finds_written_cells_that_are_wrong(self):
         written = {(1, 2): 1, (2, 2): 5, (9, 9): "new"}
         self.assertEqual(
-            [failure.partition(" holds")[0] for failure in self.failures(NOTHING, written=written)],
+            [failure.partition(" holds")[0] for failure in self.failures(nothing, written=written)],
             ["Model: (2, 2)", "Model: (9, 9) was not written"])
 
     def test_finds_stale_values(self):
-        found = "\n".join(self.failures(NOTHING, has_values=True))
+        found = "\n".join(self.failures(nothing, has_values=True))
         self.assertIn("Model: cell (1, 4): the formula has a stale value", found)
         self.assertIn("Cover: (1, 1): the formula 'Model!B1' keeps a stale value", found)
 
+    def test_finds_names_that_do_not_follow(self):
+        def renamed(parts):
+            edited(WORKBOOK, replace('name="Model"', 'name="2027"'))(parts)
+            edited(SHEET, replace("Model!B", "2027!B"))(parts)
+        found = "\n".join(self.failures(renamed, name="2027"))
+        self.assertIn(f"{SHEET} names ['2027'] without apostrophes", found)
+        self.assertIn("xl/charts/chart1.xml still names the former sheet", found)
+
+    def test_finds_a_shared_formula_that_is_handed_over_wrongly(self):
+        def cells(text):
+            return SheetCells(ElementTree.fromstring(f"<worksheet><sheetData>{text}</sheetData>"
+                                                     f"</worksheet>"))
+        before = cells('<row r="1"><c r="A1"><f t="shared" ref="A1:B1" si="0">A2</f></c>'
+                       '<c r="B1"><f t="shared" si="0"/></c></row>')
+        for text, failures in (("B2", 0), ("A2", 1)):
+            after = cells(f'<row r="1"><c r="A1"><v>1</v></c><c r="B1"><f>{text}</f></c></row>')
+            found = compare_cells(before, after, (Names(), Names()), {(1, 1)}, set(), True)
+            self.assertEqual(len(list(found)), failures, text)
+
     def test_accepts_the_same(self):
-        self.assertEqual(self.failures(NOTHING), [])
+        self.assertEqual(self.failures(nothing), [])
 
 
 class SentenceTest(unittest.TestCase):

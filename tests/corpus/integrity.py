@@ -2,7 +2,6 @@
 
 import zipfile
 import zlib
-from collections import Counter
 
 import package_findings
 from cells import SheetCells

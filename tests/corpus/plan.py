@@ -12,7 +12,6 @@ from opc import area_bounds, inside, is_true, local
 # Names that need apostrophes and names that do not, and such as look like cells.
 SHEET_NAMES = ("Proof", "Proof 02", "Pr\u00f6of3", "It's 4", "2027", "XFD7", "R8C8", "Proof-9",
                "Proof.10", "Proof(11)", "\u4e00\u6708", "A&B <12>")
-COPIES = len(SHEET_NAMES) - 1
 CELLS = 400
 
 LAST_CELL = (1048576, 16384)
@@ -39,6 +38,10 @@ class Plan:
     lines: list              # what the driver reads
     places: dict             # line number -> (index of the sheet, position)
     refused_steps: set       # lines that a protected structure refuses
+
+    def save(self, path):
+        with open(path, "w", encoding="utf-8", newline="") as file:
+            file.write("\n".join(self.lines) + "\n")
 
 
 def first_worksheet(package):

@@ -8,7 +8,8 @@ xlsx: each workbook is saved unchanged; its first worksheet is renamed, copied 1
 cells are written into each of the twelve. xls: the same, and the results are judged by Apache POI,
 xlrd, LibreOffice and Gnumeric. bad: each file gets one clear sentence, or a right result, in 2
 seconds and 512 MiB. A sample has at least N workbooks and every feature of all. Where the corpus's
-manifest says that a reader cannot judge a file, it does not judge it. Exit code 0: no failure; 1: failures; 77: there is no corpus.
+manifest says that a reader cannot judge a file, it does not judge it. Exit code 0: no failure; 1:
+failures; 77: there is no corpus.
 """
 
 import argparse
@@ -45,8 +46,7 @@ class WorkbookCase(Case):
             self.result.counted["saved unchanged"] += 1
             self.result.failures += integrity.same_failures(before, Package(self.same))
         plan = make_plan(before, last_row=self.row["lo_to_xlsx"] != "yes")
-        with open(self.plan_path, "w", encoding="utf-8", newline="") as file:
-            file.write("\n".join(plan.lines) + "\n")
+        plan.save(self.plan_path)
         output = self._drive("edit", self.path, self.edited, self.plan_path)
         if output is None:
             return
@@ -65,7 +65,7 @@ class WorkbookCase(Case):
                  for key, own in COUNTED.items()}
         self.result.failures += feature_failures(self.options.corpus, (self.path, self.edited),
                                                  grown, MAY_GO)
-        self._count(workbook, plan)
+        self._count(plan)
         self.result.failures += validator.new_errors(self.path, self.edited, before, after, plan)
         self.result.counted["judged by the validator"] += 1
         self._read_back(before, plan)
@@ -73,14 +73,6 @@ class WorkbookCase(Case):
         self.result.merges = workbook.model_cells.merges
         self.result.has_pivots = workbook.counted["pivot tables"] > 0
         self.result.sheet_names = [sheet.name for sheet in after.sheets]
-
-    def _count(self, workbook, plan):
-        counted = self.result.counted
-        counted["edited"] += 1
-        counted["sheets written"] += len(plan.sheets)
-        counted["cells written"] += sum(len(sheet.written) for sheet in plan.sheets)
-        counted["cells refused"] += sum(len(sheet.refused) for sheet in plan.sheets)
-        counted.update({f"kept: {what}": count for what, count in workbook.added.items() if count})
 
     def _read_back(self, before, plan):
         if self.row["py_opens"] != "yes":

@@ -1,9 +1,10 @@
 """Edits every .xls workbook of a corpus and has the results judged by programs that are not ours.
 
-Three stages: each workbook is saved unchanged and edited, and xlrd reads it; Apache POI, LibreOffice
-and Gnumeric read all that was made, in batches; what each sees is compared. A program that does not open the input,
-or sees in it what cannot be compared, does not judge the file; one that fails on the output alone
-is a failure.
+Three stages: each workbook is saved unchanged and edited, and xlrd reads it; Apache POI,
+LibreOffice and Gnumeric read all that was made, in batches; what each sees is compared. A program
+that does not open the input, or sees in it what cannot be compared, does not judge the file; one
+that fails on the output alone is a failure. What these programs do not show, xls_copies and
+xls_structure judge.
 """
 
 import multiprocessing
@@ -26,8 +27,6 @@ from xls_plan import make_plan
 from xls_readers import Poi, xlrd_view
 from xls_views import view_failures
 
-# The places that are written for pages; sheets that reach further print for minutes.
-_NEAR = (300, 40)
 _RECALCULATED = 10  # workbooks whose formulas are computed once more
 
 
@@ -37,17 +36,12 @@ class Made:
 
     poi: Poi
     office: dict
-    pages: dict
     recalculated: dict
     gnumeric: dict
 
 
 class WorkbookCase(Case):
     """One workbook of the corpus, saved unchanged and edited."""
-
-    def __init__(self, options, row):
-        super().__init__(options, row)
-        self.near = self._place("near")
 
     def _run(self):
         if self._drive("same", self.path, self.same) is not None:
@@ -69,15 +63,8 @@ class WorkbookCase(Case):
             self._judge(before, Book(self.edited), plan)
 
     def _edit(self, plan):
-        self._write(plan)
+        plan.save(self.plan_path)
         return self._drive("edit", self.path, self.edited, self.plan_path)
-
-    def _write(self, plan):
-        near = [line for number, line in enumerate(plan.lines, 1) if number not in plan.places
-                or all(at <= most for at, most in zip(plan.places[number][1], _NEAR))]
-        for path, lines in ((self.plan_path, plan.lines), (self.plan_path + ".near", near)):
-            with open(path, "w", encoding="utf-8", newline="") as file:
-                file.write("\n".join(lines) + "\n")
 
     def _judge(self, before, after, plan):
         book = EditedBook(before, after, plan)
@@ -91,11 +78,10 @@ class WorkbookCase(Case):
         grown = {what: book.copies * count for what, count in count_sheet(book.model).items()}
         self.result.failures += feature_failures(self.options.corpus, (self.path, self.edited),
                                                  grown, _MAY_GO)
-        self._judge_by_xlrd(before, after, plan)
-        self._count(book, plan)
+        self._count(plan)
+        self.result.counted["formula cells"] += len(book.model.formulas)
         self.result.edited, self.result.plan = self.edited, plan
-        if not self.options.without_office:
-            self._drive("edit", self.path, self.near, self.plan_path + ".near")
+        self._judge_by_xlrd(before, after, plan)
 
     def _judge_by_xlrd(self, before, after, plan):
         try:
@@ -106,14 +92,6 @@ class WorkbookCase(Case):
         self.result.failures += view_failures("xlrd", seen, xlrd_view(after), plan,
                                               before.sheets[plan.model.index])
         self.result.counted["judged by xlrd"] += 1
-
-    def _count(self, book, plan):
-        counted = self.result.counted
-        counted["edited"] += 1
-        counted["sheets written"] += len(plan.sheets)
-        counted["cells written"] += sum(len(sheet.written) for sheet in plan.sheets)
-        counted["cells refused"] += sum(len(sheet.refused) for sheet in plan.sheets)
-        counted["formula cells"] += len(book.model.formulas)
 
 
 # Features that an edit rightly ends: of the container, of how cells and strings are stored, and of
@@ -132,7 +110,7 @@ def run_case(arguments):
 
 
 def prove(options, rows):
-    for folder in ("same", "edited", "near", "plans", "poi"):
+    for folder in ("same", "edited", "plans", "poi"):
         os.makedirs(os.path.join(options.work, folder), exist_ok=True)
     with multiprocessing.Pool(options.jobs) as pool:
         results = pool.map(run_case, [(options, row) for row in rows], chunksize=1)
@@ -154,15 +132,12 @@ def read_all(options, judged):
     alone, and are run side by side."""
     inputs = [os.path.join(options.corpus, result.file) for result in judged]
     edited = [result.edited for result in judged]
-    near = [path for path in (os.path.join(options.work, "near", os.path.basename(path))
-                              for path in inputs) if os.path.exists(path)]
     with multiprocessing.pool.ThreadPool(options.jobs) as threads:
         poi = threads.apply_async(read_with_poi, (options, inputs + edited))
         recalculated = threads.apply_async(recalculate, (options, judged))
         poi, recalculated = poi.get(), recalculated.get()
     return Made(
         poi, convert_all(options, inputs, "office-input") | convert_all(options, edited, "office"),
-        convert_all(options, near, "pages", xls_office.PDF),
         recalculated,
         xls_office.gnumeric_convert(inputs, os.path.join(options.work, "gnumeric-input"),
                                     options.jobs)
@@ -191,7 +166,7 @@ def judge_result(arguments):
     """In a worker: what the programs see in one workbook."""
     options, made, result = arguments
     judges = Judges(options, made, result)
-    for judge in (judges.poi, judges.office, judges.gnumeric, judges.pages):
+    for judge in (judges.poi, judges.office, judges.gnumeric):
         try:
             judge()
         except Exception:
@@ -206,7 +181,6 @@ class Judges:
         self.made, self.result, self.plan = made, result, result.plan
         self.before = Book(os.path.join(options.corpus, result.file))
         self.after = Book(result.edited)
-        self.near = os.path.join(options.work, "near", os.path.basename(result.edited))
         self.model = self.before.sheets[self.plan.model.index]
         self.failures, self.unjudged, self.counted = [], [], Counter()
 
@@ -253,11 +227,3 @@ class Judges:
         before, after = (self._view(self.made.gnumeric, book.file.path, xls_office.gnumeric_view)
                          for book in (self.before, self.after))
         self._compare("Gnumeric", before, after)
-
-    def pages(self):
-        made = self.made.pages.get(self.near)
-        pages = xls_office.pdf_pages(made) if made else 0
-        shown = len(self.plan.sheets) if self.model.state == 0 else 0
-        if pages < min(shown, 1):
-            self.failures.append(f"LibreOffice prints {pages} pages")
-        self.counted["pages printed"] = pages

@@ -57,6 +57,13 @@ class Case:
     def _fail(self, what):
         self.result.failures.append(what)
 
+    def _count(self, plan):
+        counted = self.result.counted
+        counted["edited"] += 1
+        counted["sheets written"] += len(plan.sheets)
+        counted["cells written"] += sum(len(sheet.written) for sheet in plan.sheets)
+        counted["cells refused"] += sum(len(sheet.refused) for sheet in plan.sheets)
+
     def _drive(self, *arguments):
         """What the driver printed; None, and a failure, where it ended with an error."""
         done = subprocess.run([*self.options.driver, *arguments], stdout=subprocess.PIPE,

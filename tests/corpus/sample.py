@@ -3,8 +3,8 @@
 
 def sample(rows, least):
     """Of a manifest's rows at least so many, of which some have each feature that any has, each
-    problem and each producer. Of what adds as much the smallest file is taken, so that the sample is
-    quick to go through. The same rows give the same sample, in the manifest's order."""
+    problem and each producer. Of what adds as much the smallest file is taken, so that the sample
+    is quick to go through. The same rows give the same sample, in the manifest's order."""
     rest = sorted(rows, key=lambda row: (int(row["bytes"]), row["file"]))
     missing = set().union(*(traits(row) for row in rows))
     chosen = []

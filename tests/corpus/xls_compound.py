@@ -7,7 +7,7 @@ from dataclasses import dataclass
 _MAGIC = b"\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1"
 _LAST, _FREE, _END, _FAT, _DIFAT = 0xFFFFFFFA, 0xFFFFFFFF, 0xFFFFFFFE, 0xFFFFFFFD, 0xFFFFFFFC
 STORAGE, STREAM, ROOT = 1, 2, 5
-_RED, _BLACK = 0, 1
+_RED = 0
 
 
 @dataclass

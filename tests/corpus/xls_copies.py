@@ -4,10 +4,10 @@ outside the tables of cells, and no stored result that is stale."""
 import xls_book as biff
 import xls_embedded
 import xls_tables
-from formulas import Names
+from formulas import SELF, Names
 from xls_drawing import HEADER_PICTURE, SELECTION, drawings, header_parts
 from xls_places import CODENAME, HLINK, SOURCE, neutral_record
-from xls_tokens import SELF, Speller, sheets_read
+from xls_tokens import Speller, sheets_read
 
 SHOWN = 6  # failures of one kind in a sheet
 _NOT_STORED = b"\x03"  # a formula's result that says: an empty text
@@ -47,11 +47,12 @@ class EditedBook:
         written = {self.first + number for number, sheet in enumerate(self.plan.sheets)
                    if sheet.written}
         for index, sheet in enumerate(self.after.sheets):
-            model, tellers = self._model_of(index - self.first)
+            number = index - self.first
+            model, tellers = self._model_of(number)
             found = [*_record_failures(model, sheet, tellers), *_drawing_failures(model, sheet),
                      *xls_embedded.sheet_failures(model, sheet),
-                     *xls_tables.sheet_failures(model, sheet, 0 < index - self.first <= self.copies),
-                     *_stale_results(index, sheet, written)]
+                     *xls_tables.sheet_failures(model, sheet, 0 < number <= self.copies),
+                     *_stale_results(model, index, sheet, written)]
             yield from (f"{sheet.name}: {failure}" for failure in found[:SHOWN])
         yield from self._global_failures()
 
@@ -114,12 +115,16 @@ def _outside(record):
     return record.type, None if record.type in _FOLLOWING else record.data
 
 
-def _stale_results(index, sheet, written):
+def _stale_results(model, index, sheet, written):
     """On a sheet that was written, or in a formula that reads one, no result is stored."""
     for where, (tokens, _, _) in sheet.formulas.items():
-        if is_stored(sheet.cells[where]) and (index in written
-                                              or sheets_read(sheet.book, tokens) & written):
+        mine, other = model.cells.get(where), sheet.cells[where]
+        if not is_stored(other):
+            continue
+        if index in written or sheets_read(sheet.book, tokens) & written:
             yield f"{where}: the formula has a stale value"
+        elif mine and (mine.result, mine.text) != (other.result, other.text):
+            yield f"{where}: the formula has another stored result"
 
 
 def is_stored(cell):

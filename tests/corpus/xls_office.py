@@ -22,7 +22,6 @@ _OWNED = ("comments", "pictures", "shapes", "anchors", "charts", "chart series",
           "page breaks", "protection", "panes", "header/footer")
 _OFFICE_KINDS = {"s": "text", "inlineStr": "text", "str": "text", "n": "number", "b": "logical",
                  "e": "error"}
-PDF = 'pdf:calc_pdf_Export:{"PageRange":{"type":"string","value":"1-30"}}'
 
 
 def _plain(text):
@@ -161,14 +160,6 @@ def _gnumeric_value(cell, shared):
         return "formula", None
     kind = _GNUMERIC_KINDS.get(cell.get("ValueType"), "blank")
     return kind, float(text) if kind == "number" else text
-
-
-def pdf_pages(path):
-    """How many pages a PDF has."""
-    done = subprocess.run(["pdfinfo", path], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                          check=False, text=True)
-    match = re.search(r"^Pages:\s+(\d+)", done.stdout, re.MULTILINE)
-    return int(match[1]) if match else 0
 
 
 def recalculating_profile(folder):

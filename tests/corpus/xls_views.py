@@ -3,9 +3,8 @@
 from collections import Counter
 from dataclasses import dataclass, field
 
-from formulas import Names
+from formulas import SELF, Names, names_sheet
 from opc import cell_name, inside
-from xls_tokens import SELF
 
 SHOWN = 4  # failures of one sheet
 
@@ -130,7 +129,8 @@ class _Judge:
         yield from self._owned(mine, other, names)
 
     def names(self, first):
-        """Each copy owns the names that the model owns; the others stay."""
+        """Each copy owns the names that the model owns, and twins of the workbook's names that
+        name the model; the others stay."""
         copies = len(self.plan.sheets) - 1
         left, right = self._names_of(0)
         expected = Counter()
@@ -143,15 +143,17 @@ class _Judge:
         if got != expected:
             yield f"has the names {sorted(got - expected, key=str)}, should have " \
                   f"{sorted(expected - got, key=str)}"
-        own = {(name.lower(), left.neutral(text)) for scope, name, text in self.before.names
-               if scope == first}
+        own = {name.lower(): left.neutral(text) for scope, name, text in self.before.names
+               if scope is None and names_sheet(text, self.plan.model.name)}
+        own.update((name.lower(), left.neutral(text)) for scope, name, text in self.before.names
+                   if scope == first)
         for index in range(1, copies + 1):
             right = self._names_of(index)[1]
             got = {(name.lower(), right.neutral(text)) for scope, name, text in self.after.names
                    if scope == first + index}
-            if not own <= got:
-                yield f"sheet {first + index} lacks the names {sorted(own - got)}, has " \
-                      f"{sorted(got - own)}"
+            if not own.items() <= got:
+                yield f"sheet {first + index} lacks the names {sorted(own.items() - got)}, has " \
+                      f"{sorted(got - own.items())}"
 
 
 def _is_covered(where, merges):

@@ -1,12 +1,12 @@
 """Checks the shipped holiday files against independent sources, for 2024 to 2030.
 
 The files are read by holiday_rules.py, Easter comes from python-dateutil and the holidays of
-each country from the npm package date-holidays. Every rule has to give a public holiday of its
-country in every year, and every public holiday of the country has to be in the file or be named
-in a comment of it. Days that stand in for a holiday on a weekend are not asked for.
+each country from the npm package date-holidays. Every rule must yield a public holiday of its
+country in every year, and every public holiday of the country must be in the file or be named in
+a comment in it. Substitute days of weekend holidays are not required.
 
-With ORRERY_CLI in the environment the program's answer for each file and year is compared with
-the dates computed here, too.
+If ORRERY_CLI is set, the program's output for each file and year is also compared with the dates
+computed here.
 
     check_holidays.py HOLIDAY_FOLDER
 """
@@ -22,17 +22,17 @@ from pathlib import Path
 from holiday_rules import HolidayFile, read_holiday_file
 
 YEARS = range(2024, 2031)
-FEWEST_COUNTRIES = 18
+MIN_COUNTRIES = 18
 HERE = Path(__file__).resolve().parent
 
 
 @dataclass(frozen=True)
 class Country:
-    """What a file is compared with.
+    """The reference for a holiday file.
 
-    Every public holiday of `regions` has to be in the file, and every rule has to be one of
-    each of them. `also` are regions where a rule may find its day when the country's own list
-    has only what all its regions share.
+    Every public holiday of `regions` must be in the file, and every rule must yield one in each of
+    them. A rule may also match a holiday in `also`, if the country's own list has only what all
+    its regions share.
     """
 
     regions: tuple[str, ...]
@@ -44,7 +44,7 @@ COUNTRIES = {
     "Austria": Country(("AT",)),
     "Belgium": Country(("BE",)),
     "Brazil": Country(("BR",)),
-    # Federal holidays: the source's list of the country has only what all provinces keep.
+    # Federal holidays: the source's list of the country has only those of all provinces.
     "Canada": Country(("CA",), also=("CA-NT",)),
     "Croatia": Country(("HR",)),
     "Czechia": Country(("CZ",)),
@@ -73,7 +73,7 @@ COUNTRIES = {
     "UnitedStates": Country(("US",)),
 }
 
-# Rules whose day the source has under another type than "public".
+# Rules whose day has a type other than "public" in the source.
 OTHER_TYPE = {
     ("Canada", "National Day for Truth and Reconciliation"): (
         "observance",
@@ -81,7 +81,7 @@ OTHER_TYPE = {
     ),
 }
 
-# Days that a rule gives and the source does not have.
+# Days of rules that are missing in the source.
 NOT_IN_SOURCE = {
     ("Australia", "2025-01-26"): "Sunday: the source has only the Monday kept in its place",
     ("Australia", "2030-01-26"): "Saturday: the source has only the Monday kept in its place",
@@ -91,8 +91,8 @@ NOT_IN_SOURCE = {
     ("Poland", "2024-12-24"): "Wigilia is a public holiday since 2025",
 }
 
-# Days that the source has unmarked, although they stand in for a holiday on a weekend.
-STAND_IN = {
+# Substitute days of weekend holidays that the source does not mark as such.
+SUBSTITUTE_DAYS = {
     ("Australia", "2025-01-27"): "for Australia Day on a Sunday",
     ("Australia", "2028-01-03"): "for New Year's Day on a Saturday",
     ("Australia", "2030-01-28"): "for Australia Day on a Saturday",
@@ -101,7 +101,7 @@ STAND_IN = {
 
 
 class Findings:
-    """Collects what is wrong, and which of the listed exceptions were needed."""
+    """Collects problems, and which of the listed exceptions were needed."""
 
     def __init__(self):
         self.problems: list[str] = []
@@ -138,7 +138,8 @@ def plain(text: str) -> str:
 
 
 def check_shape(country: str, file: HolidayFile, findings: Findings) -> None:
-    findings.expect(not file.strangers, f"{country}: neither rule nor comment: {file.strangers}")
+    findings.expect(not file.unknown_lines,
+                    f"{country}: neither rule nor comment: {file.unknown_lines}")
     findings.expect(len(file.rules) >= 6, f"{country}: only {len(file.rules)} rules")
     for comment in file.comments:
         findings.expect("," not in comment, f"{country}: a comment with a comma: {comment}")
@@ -158,7 +159,7 @@ def is_listed(source: list[dict], day: str, types: set[str]) -> bool:
 
 
 def check_rules(country: str, file: HolidayFile, reference: dict, findings: Findings) -> None:
-    """Every rule gives a holiday of the country in every year."""
+    """Every rule yields a holiday of the country in every year."""
     regions, also = COUNTRIES[country].regions, COUNTRIES[country].also
     for rule in file.rules:
         types = {"public"}
@@ -174,13 +175,13 @@ def check_rules(country: str, file: HolidayFile, reference: dict, findings: Find
 
 
 def check_complete(country: str, file: HolidayFile, reference: dict, findings: Findings) -> None:
-    """Every public holiday of the country is in the file, or a comment says that it is not."""
+    """Every public holiday of the country is in the file or named in a comment."""
     comments = [plain(comment) for comment in file.comments if "Left out:" in comment]
     ours = {rule.date_in(year).isoformat() for rule in file.rules for year in YEARS}
     for entry in (entry for region in COUNTRIES[country].regions for entry in reference[region]):
         if entry["type"] != "public" or entry["substitute"] or entry["date"] in ours:
             continue
-        if findings.excused(STAND_IN, (country, entry["date"])):
+        if findings.excused(SUBSTITUTE_DAYS, (country, entry["date"])):
             continue
         names = [plain(name) for name in entry["names"] if name]
         named = any(name in comment for name in names for comment in comments)
@@ -188,7 +189,7 @@ def check_complete(country: str, file: HolidayFile, reference: dict, findings: F
 
 
 def check_program(cli: str, file: HolidayFile, findings: Findings) -> None:
-    """The program computes what was computed here."""
+    """The program computes the same dates."""
     for year in YEARS:
         command = [cli, "holidays", str(file.path), str(year)]
         run = run_program(command)
@@ -201,7 +202,7 @@ def check_program(cli: str, file: HolidayFile, findings: Findings) -> None:
 
 
 def check_exceptions_needed(findings: Findings) -> None:
-    for key in (OTHER_TYPE.keys() | NOT_IN_SOURCE.keys() | STAND_IN.keys()) - findings.used:
+    for key in (OTHER_TYPE.keys() | NOT_IN_SOURCE.keys() | SUBSTITUTE_DAYS.keys()) - findings.used:
         findings.problems.append(f"the exception {key} is needed no more")
 
 
@@ -212,7 +213,7 @@ def main() -> int:
     unmatched = set(names) ^ {f"{country}.txt" for country in COUNTRIES}
     if unmatched:
         sys.exit(f"A holiday file without a country checked here, or without its file: {unmatched}")
-    findings.expect(len(names) >= FEWEST_COUNTRIES, f"only {len(names)} holiday files")
+    findings.expect(len(names) >= MIN_COUNTRIES, f"only {len(names)} holiday files")
     reference = load_reference()
     cli = os.environ.get("ORRERY_CLI")
     for country in COUNTRIES:

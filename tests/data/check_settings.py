@@ -13,14 +13,14 @@ from pathlib import Path
 
 import icu
 
-LONGEST_VALUE = 10240
-MOST_LISTS = 100
-FEWEST_LISTS = 10
+MAX_VALUE_LENGTH = 10240
+MAX_LISTS = 100
+MIN_LISTS = 10
 TIPS = 20
-# A month takes up to six weeks.
+# A month spans up to six weeks.
 GRID_WEEKS, GRID_DAYS, MONTHS = 6, 7, 12
 
-# The locale of each pair of lists, in the order of the file; None where the list is our own.
+# The locale of each pair of lists, in file order; None for our own lists.
 LOCALES = [
     "en:long", "en:short", "de:long", "de:short", "fr:long", "fr:short", "es:long", "it:long",
     "it:short", "pt:long", "pt:short", "nl:long", "sv:long", "nb:long", "da:long", "fi:long",
@@ -62,7 +62,7 @@ def read_settings(path: Path) -> RawConfigParser:
 def read_lists(settings: RawConfigParser, section: str, names_in_list: int) -> list[list[str]]:
     keys = [key for key in settings[section] if key != "Count"]
     count = settings.getint(section, "Count")
-    expect(FEWEST_LISTS <= count <= MOST_LISTS, f"[{section}] Count={count}")
+    expect(MIN_LISTS <= count <= MAX_LISTS, f"[{section}] Count={count}")
     expected = [f"{i}Name" for i in range(1, count + 1)]
     expect(keys == expected, f"[{section}] Count={count} does not match the keys {keys}")
     lists = [settings[section][key].split(",") for key in keys]
@@ -85,7 +85,7 @@ def is_sheet_name(name: str) -> bool:
 
 
 def check_month_names(lists: list[list[str]]) -> None:
-    # Weekday lists may be alike: Norwegian and Danish are.
+    # Weekday lists may be equal, such as Norwegian and Danish.
     expect(len({tuple(names) for names in lists}) == len(lists), "[MonthName] two equal lists")
     for names in lists:
         for name in names:
@@ -108,7 +108,7 @@ def check_languages(months: list[list[str]], weekdays: list[list[str]]) -> None:
 
 
 def locale_names(locale: str) -> tuple[list[str], list[str]]:
-    """The months and the weekdays from Sunday, as they stand alone in a calendar."""
+    """The stand-alone names of the months, and of the weekdays from Sunday."""
     language, width = locale.split(":")
     symbols = icu.DateFormatSymbols(icu.Locale(language))
     width = {"long": symbols.WIDE, "short": symbols.ABBREVIATED}[width]
@@ -118,7 +118,7 @@ def locale_names(locale: str) -> tuple[list[str], list[str]]:
 
 
 def cell(text: str) -> tuple[int, int]:
-    """Row and column of a cell such as B5, of the first 26 columns."""
+    """Row and column of a cell such as B5, in the first 26 columns."""
     match = re.fullmatch(r"([A-Z])([1-9]\d*)", text)
     if not match:
         raise ValueError(f"{text!r} is not a cell")
@@ -126,7 +126,7 @@ def cell(text: str) -> tuple[int, int]:
 
 
 def written_cells(values: dict[str, str], months: int) -> dict[str, list[tuple[int, int]]]:
-    """The cells that each item of a calendar takes, holidays with one name for each day."""
+    """The cells of each item of a calendar, with one holiday name for each day."""
     step_down, step_right = int(values["RowIntervalOfDay"]), int(values["ColIntervalOfDay"])
     layout = int(values.get("MonthLayout", 1))
     month_down = int(values.get("RowIntervalOfMonth", 0))
@@ -180,7 +180,7 @@ def check_settings(folder: Path) -> None:
     expect(environment == {"Engine": "auto", "Pdf": "N", "ShowTips": "Y"}, f"[Environment] {environment}")
     for section in settings.sections():
         for key, value in settings[section].items():
-            expect(len(value.encode()) <= LONGEST_VALUE, f"[{section}] {key} is too long")
+            expect(len(value.encode()) <= MAX_VALUE_LENGTH, f"[{section}] {key} is too long")
     months = read_lists(settings, "MonthName", MONTHS)
     weekdays = read_lists(settings, "WeekdayName", GRID_DAYS)
     check_month_names(months)
@@ -189,7 +189,7 @@ def check_settings(folder: Path) -> None:
     holidays = folder / "holiday"
     check_calendar(settings, "Monthly Calendar", MONTHLY_KEYS, lists, holidays)
     check_calendar(settings, "Yearly Calendar", YEARLY_KEYS, lists, holidays)
-    # A template without parameter file takes the row of the first day as its row interval.
+    # Without a parameter file the row of the first day is the row interval.
     monthly = settings["Monthly Calendar"]
     first_row, _ = cell(monthly["FirstCellOfDay"])
     expect(first_row == int(monthly["RowIntervalOfDay"]), "[Monthly Calendar] RowIntervalOfDay")

@@ -1,9 +1,9 @@
-"""A small reader of holiday files, written apart from the program's own to check it.
+"""A small reader of holiday files, independent of the program's own, to check it.
 
 A rule is "date,kind,name": a fixed date ("0101,DAY,..."), a weekday of a month ("0505,MON,..."
-is the last Monday of May) or a day counted from Easter Sunday ("-2,EASTER,..."). It reads only
-what the shipped files use and is stricter than the program: anything else is a comment, which
-has to begin with "#".
+is the last Monday of May) or a number of days from Easter Sunday ("-2,EASTER,..."). It supports
+only what the shipped files use and is stricter than the program: any other line is a comment and
+must begin with "#".
 """
 
 import calendar
@@ -16,7 +16,7 @@ from dateutil.easter import easter
 
 WEEKDAYS = {"MON": 0, "TUE": 1, "WED": 2, "THU": 3, "FRI": 4, "SAT": 5, "SUN": 6}
 RULE = re.compile(r"(-?\d+),(DAY|EASTER|MON|TUE|WED|THU|FRI|SAT|SUN),(.+)")
-LAST = 5  # as ordinal: the last such weekday of the month; 6 is the one before it, and so on
+LAST = 5  # as ordinal: the last such weekday of the month; 6 is the one before, and so on
 
 
 @dataclass(frozen=True)
@@ -51,7 +51,7 @@ class HolidayFile:
     path: Path
     rules: list[Rule]
     comments: list[str]
-    strangers: list[str]  # lines that are neither rule nor "#" comment
+    unknown_lines: list[str]  # lines that are neither rules nor "#" comments
 
     def dates(self, year: int) -> list[tuple[date, str]]:
         """The year's holidays by date; two on one day keep the file's order."""
@@ -59,7 +59,7 @@ class HolidayFile:
 
 
 def read_holiday_file(path: Path) -> HolidayFile:
-    rules, comments, strangers = [], [], []
+    rules, comments, unknown_lines = [], [], []
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), start=1):
         match = RULE.fullmatch(line)
         if match:
@@ -67,5 +67,5 @@ def read_holiday_file(path: Path) -> HolidayFile:
         elif line.startswith("#"):
             comments.append(line)
         else:
-            strangers.append(f"line {number}: {line!r}")
-    return HolidayFile(path, rules, comments, strangers)
+            unknown_lines.append(f"line {number}: {line!r}")
+    return HolidayFile(path, rules, comments, unknown_lines)

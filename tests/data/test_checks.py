@@ -1,4 +1,4 @@
-"""Tests of the checks themselves: what they compute, and that they do find what is wrong."""
+"""Tests of the checks themselves: what they compute, and that they find errors."""
 
 import tempfile
 import unittest
@@ -51,11 +51,11 @@ class Reader(unittest.TestCase):
             with self.subTest(rule=rule), self.assertRaises(ValueError):
                 dates_of(rule, 2025)
 
-    def test_lines_are_rules_comments_or_strangers(self):
+    def test_lines_are_rules_comments_or_unknown(self):
         file = file_of("# a comment\n0101,DAY,A, with comma\n0102, DAY, blanks\n\n0103,DAI,typo\n")
         self.assertEqual([rule.name for rule in file.rules], ["A, with comma"])
         self.assertEqual(file.comments, ["# a comment"])
-        self.assertEqual(len(file.strangers), 3)
+        self.assertEqual(len(file.unknown_lines), 3)
 
     def test_two_holidays_on_a_day_keep_their_order(self):
         file = file_of("0501,DAY,second\n0101,DAY,first\n0501,DAY,third\n")
@@ -63,7 +63,7 @@ class Reader(unittest.TestCase):
 
 
 class Comparison(unittest.TestCase):
-    """The country is one of the list, so that its regions are known: France has one, FR."""
+    """Uses a country of the list, whose regions are known: France has one, FR."""
 
     def problems(self, check, text: str, reference: list[dict]) -> list[str]:
         findings = Findings()

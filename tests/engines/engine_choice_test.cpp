@@ -40,18 +40,18 @@ TEST(EngineChoiceTest, NamesReadBackAsTheirChoice)
         EXPECT_EQ(ParseEngineChoice(EngineName(choice)), choice);
 }
 
-TEST(EngineChoiceTest, AutoComesToExcelWhereItIsInstalledElseToTheBuiltInOne)
+TEST(EngineChoiceTest, AutoIsExcelIfItIsInstalledElseBuiltIn)
 {
     EXPECT_EQ(ResolveEngine(EngineChoice::Auto),
               excel::IsInstalled() ? EngineChoice::Excel : EngineChoice::BuiltIn);
     EXPECT_EQ(ResolveEngine(EngineChoice::BuiltIn), EngineChoice::BuiltIn);
 }
 
-TEST(EngineChoiceTest, AnEngineThatIsNotHereOffersTheBuiltInOne)
+TEST(EngineChoiceTest, AMissingEngineSuggestsTheBuiltInOne)
 {
     for (const EngineChoice choice : {EngineChoice::Excel, EngineChoice::LibreOffice}) {
         if (choice == EngineChoice::Excel ? excel::IsInstalled() : libreoffice::IsInstalled())
-            continue; // it is here
+            continue; // it is installed
         try {
             CreateApplication(choice, {});
             FAIL() << "nothing was thrown";
@@ -64,12 +64,12 @@ TEST(EngineChoiceTest, AnEngineThatIsNotHereOffersTheBuiltInOne)
     }
 }
 
-TEST(EngineChoiceTest, PdfFilesAreMadeWhereLibreOfficeIs)
+TEST(EngineChoiceTest, PdfFilesNeedLibreOffice)
 {
     InstalledEngines installed;
     EXPECT_EQ(installed.CanPrintPdf(), libreoffice::IsInstalled());
     if (installed.CanPrintPdf())
-        return; // who calls the program with --pdf meets the printer itself
+        return; // the command line's own tests cover --pdf with LibreOffice
     try {
         installed.StartPdfPrinter();
         FAIL() << "nothing was thrown";

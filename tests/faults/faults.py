@@ -1,4 +1,4 @@
-"""What is left behind when a run is disturbed: never a half-written workbook, never a lost one.
+"""What an interrupted run leaves behind: never a half-written workbook, never a lost one.
 
 usage: faults.py [RUNNER] ORRERY_CLI TEMPLATE kill|deleted|disk-full|unwritable
 """
@@ -33,14 +33,14 @@ def check(condition, message):
 
 
 def is_whole(path):
-    """An output is absent, empty (the run proves first that it can be written), or complete."""
+    """An output is missing, empty (a run first checks that it can be written), or complete."""
     if not path.exists() or path.stat().st_size == 0:
         return True
     return len(sheet_names(path)) >= 12
 
 
 def sheet_names(path):
-    """Reads the whole workbook, with a program that knows nothing of ours."""
+    """Reads the whole workbook with an independent reader."""
     if path.suffix == ".xlsx":
         return openpyxl.load_workbook(path).sheetnames
     with open(os.devnull, "w", encoding="utf-8") as silence:
@@ -48,11 +48,10 @@ def sheet_names(path):
 
 
 def big_template(template, folder):
-    """A template with the sheets of the given one and a large one more, so that saving takes a
-    while."""
-    chance = random.Random(1)
-    rows = 4000 if template.suffix == ".xlsx" else 16000  # an .xls is saved so much faster
-    numbers = [[chance.random() for _ in range(20)] for _ in range(rows)]
+    """The given template with another, large sheet, so that saving takes a while."""
+    rng = random.Random(1)
+    rows = 4000 if template.suffix == ".xlsx" else 16000  # an .xls is saved much faster
+    numbers = [[rng.random() for _ in range(20)] for _ in range(rows)]
     target = folder / template.name
     if template.suffix == ".xlsx":
         workbook = openpyxl.load_workbook(template)
@@ -80,7 +79,7 @@ def time_of_run(cli, template, output):
 
 
 class Outputs:
-    """The folder that the runs write to, and whether what stands there is whole."""
+    """The output folder, whose workbook must always be whole."""
 
     def __init__(self, folder, target):
         self.folder = folder
@@ -91,7 +90,7 @@ class Outputs:
         return [path for path in self.folder.iterdir() if path != self.target]
 
     def check_target(self):
-        """Reads the output only if it is another than the last time: that takes long."""
+        """Reads the output only if it has changed, because reading takes long."""
         state = self.target.stat() if self.target.exists() else None
         stamp = state and (state.st_ino, state.st_size, state.st_mtime_ns)
         if stamp != self.seen:
@@ -100,7 +99,7 @@ class Outputs:
 
 
 def wait_for_save(process, outputs, earlier):
-    """Until the run writes what will be the output, or ends."""
+    """Waits until the run begins to write the output, or ends."""
     while process.poll() is None and not set(outputs.temporary_files()) - set(earlier):
         time.sleep(0.0005)
 
@@ -110,8 +109,8 @@ def kill_during_save(cli, template, folder):
     outputs = Outputs(folder / "output", folder / "output" / f"{YEAR}{heavy.name}")
     whole = time_of_run(cli, heavy, outputs.folder)
     untouched = heavy.read_bytes()
-    chance = random.Random(2)
-    is_killed = len(cli) == 1  # what runs the program elsewhere takes the signal and not the program
+    rng = random.Random(2)
+    is_killed = len(cli) == 1  # a runner would receive the signal instead of the program
     killed = runs = left = 0
     temporary = []
     while runs < 50 or (killed < 20 and runs < 300):
@@ -119,14 +118,14 @@ def kill_during_save(cli, template, folder):
         process = subprocess.Popen(generate(cli, heavy, outputs.folder), stdout=subprocess.DEVNULL)
         if is_killed and runs % 2:
             wait_for_save(process, outputs, temporary)
-            time.sleep(chance.uniform(0, whole / 20))
+            time.sleep(rng.uniform(0, whole / 20))
         else:
-            time.sleep(chance.uniform(0, whole))
+            time.sleep(rng.uniform(0, whole))
         if process.poll() is None:
             killed += 1
             process.send_signal(signal.SIGKILL)
             whole *= 1.05
-        else: # the machine is faster than when it was measured
+        else: # the run was faster than measured
             whole *= 0.95
         process.wait()
         outputs.check_target()
@@ -145,18 +144,18 @@ def kill_during_save(cli, template, folder):
 
 
 def delete_during_run(cli, template, folder):
-    """The template disappears at any moment: the run still ends well, or says what it lacks."""
+    """The template is deleted at a random moment: the run succeeds or reports what is missing."""
     heavy = big_template(template, folder)
     content = heavy.read_bytes()
     output = folder / "output"
     target = output / f"{YEAR}{heavy.name}"
     whole = time_of_run(cli, heavy, output)
-    chance = random.Random(3)
+    rng = random.Random(3)
     codes = []
     for number in range(20):
         process = subprocess.Popen(generate(cli, heavy, output), stdout=subprocess.DEVNULL,
                                    stderr=subprocess.PIPE, text=True)
-        time.sleep(0 if number == 0 else chance.uniform(0, whole))
+        time.sleep(0 if number == 0 else rng.uniform(0, whole))
         heavy.unlink()
         report = process.communicate()[1]
         codes.append(process.returncode)

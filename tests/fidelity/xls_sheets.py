@@ -4,8 +4,9 @@ import hashlib
 import struct
 
 import xls_book as biff
+from formulas import SELF
 from xls_drawing import atoms, properties
-from xls_tokens import SELF, Speller
+from xls_tokens import Speller
 
 FONT, FORMAT, PALETTE = 0x31, 0x41E, 0x92
 _STANDARD = ("000000", "FFFFFF", "FF0000", "00FF00", "0000FF", "FFFF00", "FF00FF", "00FFFF",

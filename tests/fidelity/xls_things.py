@@ -5,11 +5,11 @@ import xls_book as biff
 import xls_cells
 import xls_tables
 from facts import Near
+from formulas import SELF
 from opc import cell_name
 from xls_drawing import atoms
 from xls_places import BRAI, HLINK, formulas_of, hyperlink
 from xls_sheets import digest, names_itself
-from xls_tokens import SELF
 
 _NOTE, _PICTURE, _CHART, _CHECK_BOX, _GROUP, _MISC = 0x19, 8, 5, 11, 0, 0x1E
 _TEXT, _RECTANGLE = 6, 2

@@ -3,10 +3,10 @@ import functools
 import hashlib
 
 from cells import SheetCells, shared_strings, string_text
-from formulas import Names
+from counts import defined_names
+from formulas import SELF, Names
 from opc import Package, is_true, local
 
-SELF = "\u00abself\u00bb"
 BLACK, WHITE = "000000", "FFFFFF"
 
 
@@ -165,10 +165,7 @@ class Book:
         self.styles = Styles(self.package)
         self.strings = shared_strings(self.package)
         self.sheets = [Sheet(self, index) for index in range(len(self.package.sheets))]
-        self.names = [(None if element.get("localSheetId") is None
-                       else int(element.get("localSheetId")), element.get("name"),
-                       element.text or "") for element in
-                      kids(self.package.tree(self.package.workbook), "definedNames", "definedName")]
+        self.names = defined_names(self.package)
 
     def sheet(self, name):
         return next((sheet for sheet in self.sheets if sheet.name == name), None)

@@ -14,7 +14,7 @@ using Texts = std::vector<std::string>;
 
 namespace {
 
-/// The sheet's first-of-month cell value tells which month was written onto it.
+/// The value of this cell shows which month was written to a sheet.
 constexpr model::CellPosition kMonthCell{3, 2};
 
 class CalendarSheetsTest : public testing::Test {
@@ -48,7 +48,7 @@ protected:
         generate::MakeYearlyCalendar(*workbook_, static_cast<int16_t>(year), yearly_, context_);
     }
 
-    /// The month name written onto each sheet; "" where none was.
+    /// The month name written to each sheet; "" if none was.
     Texts WrittenMonths() const
     {
         Texts months;
@@ -111,7 +111,7 @@ TEST_F(CalendarSheetsTest, MonthlyCopiesEverySheetBeforeItFillsOne)
     EXPECT_EQ(log_.CallsWith("Copy after").size(), 11U);
 }
 
-TEST_F(CalendarSheetsTest, MonthlyFindsTheModelSheetWithoutRegardToCase)
+TEST_F(CalendarSheetsTest, MonthlyFindsTheModelSheetIgnoringCase)
 {
     MakeWorkbook({"sHEET2"});
     MakeMonthly();
@@ -149,7 +149,7 @@ TEST_F(CalendarSheetsTest, ALookUpThatFailsIsReportedWithItsDescription)
                                         "Error in making yearly calendar.\r\nbusy too"}));
 }
 
-TEST_F(CalendarSheetsTest, TheFirstSheetKeepsItsNameSilentlyAndHasNoSecondList)
+TEST_F(CalendarSheetsTest, TheFirstSheetKeepsItsNameWithoutReportOrFallback)
 {
     MakeWorkbook({"Sheet2", "M1"});
     monthly_.MonthName = 1;
@@ -182,7 +182,7 @@ TEST_F(CalendarSheetsTest, ACopyFallsBackToTheFirstList)
     EXPECT_TRUE(observer_.reports.empty());
 }
 
-TEST_F(CalendarSheetsTest, ACopyThatNeitherListNamesKeepsTheNameItWasBornWith)
+TEST_F(CalendarSheetsTest, ACopyThatNeitherListNamesKeepsItsDefaultName)
 {
     MakeWorkbook({"Sheet2", "M5", "May"});
     monthly_.MonthName = 1;
@@ -192,7 +192,7 @@ TEST_F(CalendarSheetsTest, ACopyThatNeitherListNamesKeepsTheNameItWasBornWith)
     EXPECT_TRUE(observer_.reports.empty());
 }
 
-TEST_F(CalendarSheetsTest, NamesThatNoSheetMayBearFallBackSilently)
+TEST_F(CalendarSheetsTest, InvalidNamesFallBackWithoutAReport)
 {
     names_.Months.Store(
         2, {"1/1", "2/1", "3/1", "4/1", "5/1", "6/1", "7/1", "8/1", "9/1", "10/1", "11/1", "12/1"});
@@ -218,7 +218,7 @@ TEST_F(CalendarSheetsTest, AListBeyondTheTableNamesCopiesFromTheFirstList)
     EXPECT_TRUE(observer_.reports.empty());
 }
 
-TEST_F(CalendarSheetsTest, CopiesThatFailAreSilentAndTheMonthsGoToTheSheetsThatAreThere)
+TEST_F(CalendarSheetsTest, FailedCopiesAreNotReportedAndMonthsUseExistingSheets)
 {
     MakeWorkbook({"Sheet2", "A", "B"});
     log_.FailAt("January.Copy after January", "no room");
@@ -232,7 +232,7 @@ TEST_F(CalendarSheetsTest, CopiesThatFailAreSilentAndTheMonthsGoToTheSheetsThatA
     EXPECT_EQ(log_.CallsWith("Copy after").size(), 11U);
 }
 
-TEST_F(CalendarSheetsTest, OneCopyThatFailsLeavesTheOthers)
+TEST_F(CalendarSheetsTest, OneFailedCopyDoesNotStopTheOthers)
 {
     MakeWorkbook({"Sheet2", "A"});
     log_.FailAt("November.Copy after November", "no room");
@@ -270,7 +270,7 @@ TEST_F(CalendarSheetsTest, MonthlyBuildsTheHolidaysOfItsOwnSet)
     EXPECT_EQ(context_.holidayDates.Cursor, 2);
 }
 
-TEST_F(CalendarSheetsTest, TheHolidayListIsLeftAloneWhenHolidaysAreOff)
+TEST_F(CalendarSheetsTest, TheHolidayListIsUnchangedWhenHolidaysAreOff)
 {
     MakeWorkbook({"Sheet1", "Sheet2"});
     monthly_.Holidays = yearly_.Holidays = fake::FixedDays({{1225, "Christmas"}});
@@ -359,7 +359,7 @@ INSTANTIATE_TEST_SUITE_P(Layouts, MonthLayoutTest,
                                          LayoutCase{"TwelfthOfFive", 5, 12, 24, 11}),
                          [](const auto& each) { return std::string(each.param.name); });
 
-TEST_F(CalendarSheetsTest, YearlyPutsThePositionsBackAtTheEnd)
+TEST_F(CalendarSheetsTest, YearlyRestoresThePositionsAtTheEnd)
 {
     MakeWorkbook({"Sheet1"});
     const auto before = yearly_;
@@ -367,11 +367,11 @@ TEST_F(CalendarSheetsTest, YearlyPutsThePositionsBackAtTheEnd)
     EXPECT_EQ(yearly_, before);
 }
 
-TEST_F(CalendarSheetsTest, YearlyPutsThePositionsBackAfterErrorsInMonths)
+TEST_F(CalendarSheetsTest, YearlyRestoresThePositionsAfterErrorsInMonths)
 {
     MakeWorkbook({"Sheet1"});
     const auto before = yearly_;
-    yearly_.FirstCellOfDay = {5, 16370}; // the third block lies outside
+    yearly_.FirstCellOfDay = {5, 16370}; // the third block is outside the sheet
     MakeYearly();
     EXPECT_EQ(observer_.reports.size(), 8U);
     EXPECT_EQ(yearly_.FirstCellOfDay, (model::CellPosition{5, 16370}));
@@ -386,7 +386,7 @@ TEST_F(CalendarSheetsTest, YearlyThatStopsEarlyLeavesThePositionsShifted)
     yearly_.OutMonth = true;
     const auto before = yearly_;
     MakeYearly();
-    ASSERT_EQ(observer_.reports.size(), 2U); // February lies outside, March overflows
+    ASSERT_EQ(observer_.reports.size(), 2U); // February is outside the sheet, March overflows
     EXPECT_TRUE(observer_.reports[0].starts_with("Error in filling data(2024-2)."));
     EXPECT_TRUE(observer_.reports[1].starts_with("Error in making yearly calendar.\r\n"));
     EXPECT_NE(yearly_.FirstCellOfDay, before.FirstCellOfDay);
@@ -394,7 +394,7 @@ TEST_F(CalendarSheetsTest, YearlyThatStopsEarlyLeavesThePositionsShifted)
     EXPECT_EQ(progress_.size(), 2U);
 }
 
-TEST_F(CalendarSheetsTest, ASheetThatBearsTheYearEndsTheYearlyRoutine)
+TEST_F(CalendarSheetsTest, ASheetNamedLikeTheYearEndsTheYearlyRoutine)
 {
     MakeWorkbook({"Sheet1", "2024"});
     const auto before = yearly_;
@@ -438,9 +438,9 @@ TEST_F(CalendarSheetsTest, EachRoutineRebuildsTheHolidayList)
     EXPECT_EQ(log_.CallsWith("\"Yearly\"").size(), 2U);
 }
 
-// ---- who wants to know the sheets
+// ---- the names of the filled sheets
 
-/// Takes the names of the sheets that are filled.
+/// Records the names of the filled sheets.
 class FilledSheetsTest : public CalendarSheetsTest {
 protected:
     FilledSheetsTest() { context_.filledSheets = &sheets_; }
@@ -456,9 +456,9 @@ TEST_F(FilledSheetsTest, AreTwelveMonthsAndTheYear)
     EXPECT_EQ(sheets_, Around(kEnglish, {"2024"}, {}));
 }
 
-TEST_F(FilledSheetsTest, AreNamedAsTheyCameToBeNamed)
+TEST_F(FilledSheetsTest, HaveTheirFinalNames)
 {
-    MakeWorkbook({"Sheet1", "Sheet2", "January", "May"}); // both lists have that May
+    MakeWorkbook({"Sheet1", "Sheet2", "January", "May"}); // May is taken in both lists
     MakeMonthly();
     ASSERT_EQ(sheets_.size(), 12U);
     EXPECT_EQ(sheets_[0], "Sheet2");
@@ -475,10 +475,10 @@ TEST_F(FilledSheetsTest, AreNoneWithoutOutputOrModelSheet)
     EXPECT_EQ(sheets_, Texts());
 }
 
-TEST_F(FilledSheetsTest, AreThoseBeforeTheRoutineStopped)
+TEST_F(FilledSheetsTest, AreRecordedUntilTheRoutineStops)
 {
     MakeWorkbook({"Sheet1", "2024"});
-    MakeYearly(); // the name is taken
+    MakeYearly(); // the name "2024" is taken
     EXPECT_EQ(sheets_, Texts());
     MakeWorkbook({"Sheet2"});
     for (const char* const model : {"Sheet2", "January"})

@@ -7,7 +7,7 @@
 namespace orrery::generate {
 namespace {
 
-TEST(RunErrors, HaveASentenceEach)
+TEST(RunErrors, HaveOneMessageEach)
 {
     test::ExpectSentences(ErrorKind::OutputIsTemplate, {});
 }

@@ -32,7 +32,7 @@ protected:
                             context_);
     }
 
-    /// Puts holidays into the shared list, already sorted.
+    /// Fills the shared list with sorted holidays.
     void SetHolidays(const std::vector<std::pair<holidays::Date, std::string>>& entries)
     {
         set_.OutHoliday = true;
@@ -47,7 +47,7 @@ protected:
 
     const fake::Cells& Cells() const { return workbook_.CellsOf("Sheet"); }
 
-    /// The cell's value; an empty text where nothing was written.
+    /// The cell's value; an empty text if nothing was written.
     CellValue At(std::int32_t row, std::int32_t column) const
     {
         const auto found = Cells().find({row, column});
@@ -89,7 +89,7 @@ TEST_F(FillMonthTest, WritesOnlyTheDaysWhenTheRestIsSwitchedOff)
         EXPECT_TRUE(std::holds_alternative<int16_t>(value));
 }
 
-TEST_F(FillMonthTest, TakesNamesFromTheSelectedLists)
+TEST_F(FillMonthTest, UsesTheSelectedLists)
 {
     set_.OutMonth = set_.OutWeekday = true;
     set_.MonthName = 1;
@@ -140,7 +140,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(GridCase{"FebruaryThatBeginsOnMonday", 2021, 2, 0, 1, 0, 1},
                     GridCase{"LastDayOfThatFebruary", 2021, 2, 0, 28, 4, 0},
                     GridCase{"SundayAloneInTheFirstWeek", 2023, 1, 1, 1, 0, 6},
-                    GridCase{"MondayBehindThatSunday", 2023, 1, 1, 2, 1, 0},
+                    GridCase{"MondayAfterThatSunday", 2023, 1, 1, 2, 1, 0},
                     GridCase{"SixWeeksFromMonday", 2023, 1, 1, 31, 5, 1},
                     GridCase{"MondayFirstOfTheMonth", 2024, 1, 1, 1, 0, 0},
                     GridCase{"FirstSundayOfThatMonth", 2024, 1, 1, 7, 0, 6},
@@ -172,8 +172,8 @@ INSTANTIATE_TEST_SUITE_P(Lengths, MonthLengthTest,
                                     std::to_string(each.param.month);
                          });
 
-/// Walks the calendar day by day from a known Monday, as one would with a pencil.
-TEST_F(FillMonthTest, AgreesWithACalendarKeptByHand)
+/// Walks the calendar day by day from a known Monday.
+TEST_F(FillMonthTest, AgreesWithADayByDayCalendar)
 {
     int weekday = 1; // Monday, 1 January 1900
     for (int year = 1900; year <= 2100; ++year) {
@@ -206,7 +206,7 @@ TEST_F(FillMonthTest, AgreesWithACalendarKeptByHand)
     }
 }
 
-TEST_F(FillMonthTest, LeavesCellsThatTheMonthDoesNotReach)
+TEST_F(FillMonthTest, KeepsCellsOutsideTheMonth)
 {
     fake::Workbook filled(log_, {{"Sheet", {{{5, 2}, "before"}, {{15, 8}, "after"}}}});
     generate::FillMonth(*filled.FindWorksheet("Sheet"), 2024, 3, set_, context_);
@@ -260,7 +260,7 @@ TEST_F(FillMonthTest, OverwritingWritesEveryHolidayInListOrder)
               (std::vector<std::string>{"Sheet(8,7) = \"A\" Value", "Sheet(8,7) = \"B\" Value"}));
 }
 
-TEST_F(FillMonthTest, SkipsEntriesThatLieBeforeTheMonthForGood)
+TEST_F(FillMonthTest, SkipsEarlierEntriesForGood)
 {
     SetHolidays({{MakeDate(2023, 12, 1), "Year before"},
                  {MakeDate(2024, 1, 1), "Month before"},
@@ -296,7 +296,7 @@ TEST_F(FillMonthTest, TouchesNoHolidayCellForAnEmptyListOrWhenSwitchedOff)
     EXPECT_EQ(context_.holidayDates.Cursor, 0);
 }
 
-TEST_F(FillMonthTest, KeepsTheBlankThatAHolidayNameBeginsWith)
+TEST_F(FillMonthTest, KeepsALeadingBlankOfAHolidayName)
 {
     SetHolidays({{MakeDate(2024, 3, 5), " Spring Day"}});
     Fill(2024, 3);
@@ -312,7 +312,7 @@ TEST_F(FillMonthTest, ReportsAnErrorAndAbandonsTheMonth)
     EXPECT_EQ(Cells().size(), 1U); // day 1 stays
 }
 
-TEST_F(FillMonthTest, KeepsTheCursorWhereTheErrorStruck)
+TEST_F(FillMonthTest, KeepsTheCursorAtTheError)
 {
     SetHolidays(
         {{MakeDate(2024, 3, 1), "A"}, {MakeDate(2024, 3, 2), "B"}, {MakeDate(2024, 4, 1), "C"}});
@@ -320,7 +320,7 @@ TEST_F(FillMonthTest, KeepsTheCursorWhereTheErrorStruck)
     Fill(2024, 3);
     EXPECT_EQ(context_.holidayDates.Cursor, 1);
     EXPECT_EQ(observer_.reports.size(), 1U);
-    Fill(2024, 4); // carries on from there: B is skipped, C written
+    Fill(2024, 4); // continues there: B is skipped, C is written
     EXPECT_EQ(context_.holidayDates.Cursor, 3);
     EXPECT_EQ(log_.CallsWith("\"C\"").size(), 1U);
 }
@@ -335,7 +335,7 @@ TEST_F(FillMonthTest, RunsOutOfRangeOnceAllSlotsAreUsedUp)
     ASSERT_EQ(observer_.reports.size(), 1U);
     EXPECT_TRUE(observer_.reports[0].starts_with("Error in filling data(2024-3).\r\n"));
     EXPECT_EQ(context_.holidayDates.Cursor, 1025);
-    EXPECT_EQ(At(7, 4), CellValue(int16_t{5})); // the number of the day behind the last holiday
+    EXPECT_EQ(At(7, 4), CellValue(int16_t{5})); // the day after the last holiday
     EXPECT_EQ(At(7, 5), CellValue(""));
     Fill(2024, 4);
     EXPECT_EQ(observer_.reports.size(), 2U);
@@ -355,7 +355,7 @@ struct FailureCase {
     const char* name;
     void (*change)(model::MonthlyParameters&);
     int month;
-    std::size_t callsBefore; ///< calls that reached the sheet
+    std::size_t callsBefore; ///< calls before the failure
 };
 
 constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();

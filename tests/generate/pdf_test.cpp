@@ -27,7 +27,7 @@ struct PathCase {
 
 class PdfPathTest : public testing::TestWithParam<PathCase> {};
 
-TEST_P(PdfPathTest, LiesBesideTheWorkbook)
+TEST_P(PdfPathTest, IsBesideTheWorkbook)
 {
     EXPECT_EQ(generate::PdfPath(GetParam().workbook), GetParam().expected);
 }
@@ -43,7 +43,7 @@ INSTANTIATE_TEST_SUITE_P(
                     PathCase{"NeverTheWorkbookItself", "o/2027Desk.PDF", "o/2027Desk.PDF.pdf"}),
     [](const auto& each) { return std::string(each.param.name); });
 
-/// Sees whether the pointer is an hourglass while a PDF is made.
+/// Records whether the hourglass is shown while a PDF is printed.
 class PrintingObserver : public fake::ListObserver {
 public:
     void Printing(const std::string& path) override
@@ -54,7 +54,7 @@ public:
     bool isInRun = true;
 };
 
-/// Runs with a template of two model sheets and one that is not a calendar's.
+/// Runs with a template of two model sheets and one other sheet.
 class PdfTest : public testing::Test {
 protected:
     PdfTest()
@@ -91,7 +91,7 @@ protected:
 constexpr const char* kMonths = "January\nFebruary\nMarch\nApril\nMay\nJune\nJuly\nAugust\n"
                                 "September\nOctober\nNovember\nDecember\n";
 
-TEST_F(PdfTest, HasTheSheetsThatWereFilledAndNoOther)
+TEST_F(PdfTest, HasOnlyTheFilledSheets)
 {
     const auto saved = Run("2027");
     ASSERT_TRUE(saved);
@@ -103,7 +103,7 @@ TEST_F(PdfTest, HasTheSheetsThatWereFilledAndNoOther)
     EXPECT_FALSE(observer_.hourglass);
 }
 
-TEST_F(PdfTest, IsMadeAfterTheApplicationWasLetGoOf)
+TEST_F(PdfTest, IsMadeAfterTheApplicationIsReleased)
 {
     Run("2027");
     const Texts& calls = engines_.log.Calls();
@@ -167,7 +167,7 @@ TEST_F(PdfTest, APrinterThatDoesNotStartIsReported)
     EXPECT_FALSE(observer_.hourglass);
 }
 
-TEST_F(PdfTest, APrinterThatIsGoneIsReplacedByAnother)
+TEST_F(PdfTest, ALostPrinterIsReplaced)
 {
     Run("2027");
     observer_.isInRun = false;
@@ -180,7 +180,7 @@ TEST_F(PdfTest, APrinterThatIsGoneIsReplacedByAnother)
                      "Release PDF printer"}));
 }
 
-TEST_F(PdfTest, NobodyIsAskedForSheetsWithoutIt)
+TEST_F(PdfTest, SheetNamesAreNotReadWithoutAPdf)
 {
     Run("2027");
     EXPECT_EQ(context_.filledSheets, nullptr);

@@ -13,7 +13,7 @@
 
 namespace orrery::fake {
 
-/// Collects what happened, and does what a test wants done then.
+/// Collects events and runs a test's own action on them.
 class ListObserver : public generate::RunObserver {
 public:
     void Report(const std::string& text) override { reports.push_back(text); }
@@ -56,7 +56,7 @@ inline model::NameTables TestNames()
     return names;
 }
 
-/// Days from B5 on, one column and two rows apart; nothing else is written.
+/// Writes only days, from B5 on, one column and two rows apart.
 inline model::MonthlyParameters DaysOnly()
 {
     model::MonthlyParameters set;
@@ -72,7 +72,7 @@ inline model::MonthlyParameters DaysOnly()
     return set;
 }
 
-/// The same cells on one sheet, three months side by side.
+/// The same on one sheet, with three months side by side.
 inline model::YearlyParameters YearOfDays()
 {
     model::YearlyParameters set;

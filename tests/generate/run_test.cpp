@@ -29,12 +29,12 @@ namespace {
 struct YearCase {
     const char* name;
     const char* text;
-    std::optional<int> expected; ///< nothing: refused with the message
+    std::optional<int> expected; ///< nothing if the year is refused
 };
 
 class ReadYearTest : public testing::TestWithParam<YearCase> {};
 
-TEST_P(ReadYearTest, TakesNumbersFromOneOn)
+TEST_P(ReadYearTest, AcceptsNumbersFromOne)
 {
     const auto year = generate::ReadYear(GetParam().text);
     EXPECT_EQ(year ? std::optional<int>(*year) : std::nullopt, GetParam().expected);
@@ -85,7 +85,7 @@ TEST(CheckRequestTest, BuildsThePaths)
 
 // ---- the run
 
-/// Writes what it is told into the call log too, so that its place in the order shows.
+/// Also logs events as calls, which shows their order.
 class LoggingObserver : public fake::ListObserver {
 public:
     explicit LoggingObserver(fake::CallLog& log) : log_(log) {}
@@ -131,7 +131,7 @@ protected:
         return std::make_unique<fake::Application>(log_);
     }
 
-    /// The calls but for those to sheets and cells.
+    /// All calls except those to sheets and cells.
     Texts Outline() const
     {
         Texts outline;
@@ -247,7 +247,7 @@ TEST_F(RunTest, AnOutputFileMarkedReadOnlyStays)
     EXPECT_NE(observer_.reports[0].find("cannot be written"), std::string::npos);
 }
 
-TEST_F(RunTest, AFolderInTheOutputsPlaceStays)
+TEST_F(RunTest, AFolderWithTheOutputsNameStays)
 {
     fs::create_directories(Output());
     EXPECT_EQ(Run(), std::nullopt);
@@ -257,7 +257,7 @@ TEST_F(RunTest, AFolderInTheOutputsPlaceStays)
               std::string::npos);
 }
 
-/// Makes a link, or says that none can be made here.
+/// Creates a link; false if that is not possible here.
 bool CanLink(const fs::path& to, const fs::path& link)
 {
     std::error_code failure;
@@ -266,7 +266,7 @@ bool CanLink(const fs::path& to, const fs::path& link)
     return !failure;
 }
 
-TEST_F(RunTest, ALinkInTheOutputsPlaceIsReplacedAndWhereItLeadsIsNot)
+TEST_F(RunTest, ALinkWithTheOutputsNameIsReplacedButNotItsTarget)
 {
     util::ReplaceFile(folder_ / "own", "the user's own");
     for (const char* goal : {"own", "nowhere"}) {
@@ -294,13 +294,13 @@ TEST_F(RunTest, ATemplateThatIsALinkToTheOutputStays)
     EXPECT_NE(observer_.reports[0].find("Choose another output folder."), std::string::npos);
 }
 
-TEST_F(RunTest, MakesTheOutputFolderWithItsParents)
+TEST_F(RunTest, CreatesTheOutputFolderWithItsParents)
 {
     request_.outputFolder = Folder("a/b/c");
     EXPECT_EQ(Run(), request_.outputFolder + "2024Desk.fake");
 }
 
-TEST_F(RunTest, GoesOnToTheYearlyCalendarAndTheSaveWhenTheMonthlyFails)
+TEST_F(RunTest, ContinuesAfterAFailedMonthlyCalendar)
 {
     sets_.Monthly.SheetName = "Missing";
     EXPECT_TRUE(Run());
@@ -331,9 +331,9 @@ TEST_F(RunTest, ATemplateDeletedAfterItWasChosenLeavesNoWorkbook)
     EXPECT_FALSE(fs::exists(Output()));
 }
 
-TEST_F(RunTest, ProvesTheOutputBeforeItOpensTheTemplate)
+TEST_F(RunTest, ChecksTheOutputBeforeOpeningTheTemplate)
 {
-    fs::create_directories(Output()); // a folder of that name cannot be made a file
+    fs::create_directories(Output()); // a folder has the output's name
     EXPECT_EQ(Run(), std::nullopt);
     ASSERT_EQ(observer_.reports.size(), 1U);
     EXPECT_TRUE(observer_.reports[0].starts_with("Failed to open the calendar file \"" +
@@ -365,7 +365,7 @@ TEST_F(RunTest, AFailedSaveQuitsAndLeavesNoFile)
     EXPECT_TRUE(log_.CallsWith("= true").empty());
 }
 
-TEST_F(RunTest, AnApplicationThatCannotBeStartedIsReportedUnderTheHourglass)
+TEST_F(RunTest, AnApplicationThatCannotBeStartedIsReportedUnderAnHourglass)
 {
     log_.FailAt("Start application", "There is none.");
     EXPECT_EQ(Run(), std::nullopt);
@@ -392,12 +392,12 @@ INSTANTIATE_TEST_SUITE_P(Switches, SwitchTest,
                                          "Interactive = true", "ScreenUpdating = true",
                                          "Visible = true", "DisplayAlerts = true"));
 
-// ---- an application that is gone
+// ---- a lost application
 
 struct LossCase {
     const char* name;
-    const char* call;     ///< the one that finds the application gone
-    const char* sentence; ///< of the one report, without its description
+    const char* call;     ///< the call at which the application is lost
+    const char* sentence; ///< first line of the one report
 };
 
 class LossTest : public RunTest, public testing::WithParamInterface<LossCase> {};
@@ -439,7 +439,7 @@ INSTANTIATE_TEST_SUITE_P(
         LossCase{"Save", "SaveAs 2024Desk.fake", "Failed to save the calendar file.\r\n"}),
     [](const auto& each) { return std::string(each.param.name); });
 
-TEST_F(RunTest, KeepsTheSavedFileOfAnApplicationThatIsGoneAfterwards)
+TEST_F(RunTest, KeepsTheSavedFileIfTheApplicationIsLostAfterwards)
 {
     log_.LoseAt("Visible = true");
     EXPECT_EQ(Run(), std::nullopt);
@@ -447,7 +447,7 @@ TEST_F(RunTest, KeepsTheSavedFileOfAnApplicationThatIsGoneAfterwards)
     EXPECT_EQ(fake::ReadWorkbookFile(Output()).size(), 13U);
 }
 
-TEST_F(RunTest, AnApplicationThatIsGoneBeforeTheWorkLeavesTheOldFileAlone)
+TEST_F(RunTest, AnApplicationLostAtTheStartKeepsTheOldFile)
 {
     fs::create_directory(folder_ / "output");
     std::ofstream(Output()) << "last year's";
@@ -465,7 +465,7 @@ TEST_F(RunTest, RepeatsTheSameCalendar)
     EXPECT_EQ(util::ReadFile(Output()), first);
 }
 
-TEST_F(RunTest, OpensAWorkbookOnlyAfterTheOutputWasProved)
+TEST_F(RunTest, OpensAWorkbookOnlyAfterCheckingTheOutput)
 {
     fake::Application application(log_);
     const GenerateJob job{2024, request_.templateFolder + "Desk.fake", util::FromPath(Output())};

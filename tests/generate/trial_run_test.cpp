@@ -34,7 +34,7 @@ protected:
     model::ParameterSets sets_;
 };
 
-TEST_F(TrialRunTest, FindsNothingWhereEverythingIsThereAndSavesNothing)
+TEST_F(TrialRunTest, FindsNothingInAGoodTemplateAndSavesNothing)
 {
     EXPECT_EQ(Run({"Sheet1", "Sheet2"}), Texts{});
     EXPECT_EQ(log_.CallsWith("SaveAs"), Texts{});
@@ -47,13 +47,13 @@ TEST_F(TrialRunTest, FindsMissingSheets)
                                      "Yearly calendar: The sheet Sheet1 does not exist."}));
 }
 
-TEST_F(TrialRunTest, LooksOnlyAtCalendarsThatAreMade)
+TEST_F(TrialRunTest, ChecksOnlyEnabledCalendars)
 {
     sets_.Monthly.Output = sets_.Yearly.Output = false;
     EXPECT_EQ(Run({"Other"}), Texts{});
 }
 
-TEST_F(TrialRunTest, FindsTheSheetThatTheMonthlyCalendarTookAway)
+TEST_F(TrialRunTest, FindsAModelSheetThatTheMonthlyCalendarRenamed)
 {
     sets_.Yearly.SheetName = "sheet2";
     EXPECT_EQ(Run({"Sheet2"}), (Texts{"Yearly calendar: The sheet sheet2 does not exist."}));
@@ -91,7 +91,7 @@ TEST_F(TrialRunTest, CountsTheCellsThatCannotBeWrittenMonthByMonth)
 {
     sets_.Monthly.Output = false;
     sets_.Yearly.MonthLayout = 12;
-    sets_.Yearly.ColIntervalOfMonth = 1489; // December begins in column 16381, four before the last
+    sets_.Yearly.ColIntervalOfMonth = 1489; // December begins in column 16381 of 16384
     const auto findings = Run({"Sheet1"});
     ASSERT_EQ(findings.size(), 1U);
     EXPECT_TRUE(findings[0].starts_with(
@@ -101,7 +101,7 @@ TEST_F(TrialRunTest, CountsTheCellsThatCannotBeWrittenMonthByMonth)
     EXPECT_NE(findings[0].find("lies outside the sheet"), std::string::npos);
 }
 
-TEST_F(TrialRunTest, LooksAtEveryKindOfCell)
+TEST_F(TrialRunTest, ChecksEveryKindOfCell)
 {
     sets_.Yearly.Output = false;
     sets_.Monthly.OutYear = true;
@@ -111,7 +111,7 @@ TEST_F(TrialRunTest, LooksAtEveryKindOfCell)
     EXPECT_TRUE(findings[0].starts_with("Monthly calendar: in 2023-1, 1 cell cannot be written. "));
 }
 
-TEST_F(TrialRunTest, LooksAtTheHolidaysOfTheYearWithTheirPolicy)
+TEST_F(TrialRunTest, ChecksTheHolidaysOfTheYearWithTheirPlacement)
 {
     sets_.Yearly.Output = false;
     sets_.Monthly.OutHoliday = true;
@@ -125,7 +125,7 @@ TEST_F(TrialRunTest, LooksAtTheHolidaysOfTheYearWithTheirPolicy)
     EXPECT_NE(findings[0].find("(1048577,2)"), std::string::npos);
 }
 
-TEST_F(TrialRunTest, PutsWhatARunWouldReportOnOneLine)
+TEST_F(TrialRunTest, PutsEachReportOnOneLine)
 {
     sets_.Monthly.Output = false;
     sets_.Yearly.MonthLayout = 1;
@@ -136,7 +136,7 @@ TEST_F(TrialRunTest, PutsWhatARunWouldReportOnOneLine)
     EXPECT_EQ(findings[0].find_first_of("\r\n"), std::string::npos);
 }
 
-TEST_F(TrialRunTest, EndsWithTheLossOfTheApplication)
+TEST_F(TrialRunTest, EndsWhenTheApplicationIsLost)
 {
     log_.LoseAt("Worksheets(Sheet2)");
     EXPECT_EQ(Run({"Sheet1", "Sheet2"}),

@@ -1,4 +1,4 @@
-"""The compiled help holds every page and picture, and its contents and index lead to them."""
+"""The compiled help contains every page and picture; contents and index link to them."""
 
 import html.parser
 import os
@@ -20,7 +20,7 @@ def chmls(*arguments):
 
 
 class Sitemap(html.parser.HTMLParser):
-    """The targets that a .hhc or .hhk file names."""
+    """The targets in a .hhc or .hhk file."""
 
     def __init__(self, path):
         super().__init__()
@@ -41,7 +41,7 @@ class CompiledHelp(unittest.TestCase):
     def test_it_is_a_file_of_compiled_help(self):
         self.assertEqual(CHM.read_bytes()[:4], b"ITSF")
 
-    def test_it_holds_every_page_and_picture(self):
+    def test_it_contains_every_page_and_picture(self):
         for name in names():
             self.assertIn(f"/{name}.html", self.files)
         pictures = list((WEB / "images").iterdir())
@@ -50,7 +50,7 @@ class CompiledHelp(unittest.TestCase):
             self.assertIn(f"/images/{picture.name}", self.files)
         self.assertLessEqual({"/style.css", "/Orrery.hhc", "/Orrery.hhk"}, self.files)
 
-    def test_its_pages_come_out_as_they_went_in(self):
+    def test_its_pages_are_unchanged(self):
         with tempfile.TemporaryDirectory(prefix="orrery-chm-") as folder:
             out = pathlib.Path(folder) / "page.html"
             for name in names():
@@ -65,7 +65,7 @@ class CompiledHelp(unittest.TestCase):
         targets = Sitemap(PROJECT / "Orrery.hhc").targets
         self.assertEqual(sorted(targets), [f"{name}.html" for name in names()])
 
-    def test_the_index_leads_to_places_that_exist(self):
+    def test_the_index_links_to_existing_targets(self):
         targets = Sitemap(PROJECT / "Orrery.hhk").targets
         self.assertGreater(len(targets), 30)
         for target in targets:

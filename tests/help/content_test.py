@@ -1,5 +1,5 @@
 """The help explains every control with its key, every message, every key of the files and every
-option, and its examples are true."""
+option, and its examples are correct."""
 
 import os
 import pathlib
@@ -13,7 +13,7 @@ from help_pages import page_text, rows_of, text_of
 CLI = os.environ["ORRERY_CLI"]
 DATA = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"]) / "data"
 
-# Captions as the windows have them; "&" stands before the letter that goes with Alt.
+# The windows' captions; "&" stands before the mnemonic.
 CAPTIONS = {
     "main": ["Template &File:", "O&pen", "&Year:", "Parameters:", "&Modify", "&Save", "&Generate",
              "Also as P&DF", "&Help", "&About", "E&xit", "Open Fo&lder", "&Copy the Shipped Templates"],
@@ -100,7 +100,7 @@ MESSAGES = {
 
 
 def controls_of(page):
-    """Caption to key ("" where it has none) of every control that a page's tables explain."""
+    """Maps the caption of every control in a page's tables to its key, "" if it has none."""
     controls = {}
     for cells in rows_of(page):
         captions = [text_of(strong) for strong in cells[0].iter("strong")]
@@ -111,7 +111,7 @@ def controls_of(page):
 
 
 def rules_with_dates():
-    """The rules of the page that have a date in 2027 beside them."""
+    """The rules on the page that have a date in 2027 beside them."""
     rules = {}
     for cells in rows_of("holiday-files"):
         date = re.fullmatch(r"(\d+) (\w+)", text_of(cells[-1]))

@@ -1,4 +1,4 @@
-"""Reads the pages of the help that the build made."""
+"""Reads the help pages of the build."""
 
 import os
 import pathlib
@@ -16,7 +16,7 @@ def names():
 
 
 def parse(path):
-    """The page as a tree; an error of its HTML is an exception."""
+    """The page as a tree; raises an exception if its HTML is invalid."""
     parser = html5lib.HTMLParser(strict=True, namespaceHTMLElements=False)
     return parser.parse(path.read_text(encoding="utf-8"))
 
@@ -26,12 +26,12 @@ def text_of(element):
 
 
 def page_text(name):
-    """What a page says, its line breaks and cells as blanks."""
+    """The text of a page, with blanks for line breaks and between cells."""
     main = re.sub(r"<br>|</t[dh]>", " ", (WEB / f"{name}.html").read_text(encoding="utf-8"))
     parser = html5lib.HTMLParser(namespaceHTMLElements=False)
     return text_of(parser.parse(main).find(".//main"))
 
 
 def rows_of(name):
-    """The cells of every table row of a page."""
+    """The cells of every table row on a page."""
     return [list(row) for row in parse(WEB / f"{name}.html").iterfind(".//main//tr")]

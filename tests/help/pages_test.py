@@ -1,4 +1,4 @@
-"""The pages of the help hang together: valid, linked, in the contents, with their pictures."""
+"""The help pages are valid, linked, listed in the contents, and have their pictures."""
 
 import pathlib
 import unittest
@@ -31,7 +31,7 @@ class Pages(unittest.TestCase):
         for name in ("main", "parameters", "holidays", "tips", "about"):
             self.assertIn(f"{name}.html", self.trees)
 
-    def test_every_link_leads_somewhere(self):
+    def test_every_link_has_a_target(self):
         for name, tree in self.trees.items():
             for target in targets(tree):
                 self.assertNotIn(":", target, f"{name}: the help needs no network")
@@ -64,7 +64,7 @@ class Pages(unittest.TestCase):
         for name, tree in self.trees.items():
             self.assertEqual(len(list(tree.iter("h1"))), 1, name)
 
-    def test_the_sources_link_each_other_where_they_lie(self):
+    def test_the_links_between_the_sources_are_valid(self):
         for path in SOURCE.glob("*.md"):
             text = path.read_text(encoding="utf-8")
             self.assertNotIn(".html", text, f"{path.name}: sources name the Markdown files")

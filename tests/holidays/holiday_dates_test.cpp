@@ -24,7 +24,7 @@ std::string Text(Date date)
            std::to_string(static_cast<unsigned>(parts.day()));
 }
 
-/// The date of one rule alone, in a list whose first slot held `before`.
+/// The date of a single rule, computed into a list whose first slot contained `before`.
 Date DateOf(std::int16_t year, std::int16_t code, std::int16_t kind, Date before = {})
 {
     HolidayList rules;
@@ -109,7 +109,7 @@ INSTANTIATE_TEST_SUITE_P(Dates, MakeDateTest,
                                          DateCase{"YearZeroForward", 0, 12, 32, On(1, 1, 1)}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(MakeDate, CannotLeaveItsYears)
+TEST(MakeDate, RefusesDatesOutsideItsYears)
 {
     EXPECT_THROW(MakeDate(1, 1, 0), util::OutOfRangeError);
     EXPECT_THROW(MakeDate(1, 0, 1), util::OutOfRangeError);
@@ -131,7 +131,7 @@ TEST(WeekdayOf, CountsFromSunday)
     EXPECT_EQ(WeekdayOf(On(2000, 1, 1)), 7);
 }
 
-TEST(EasterDate, GivesTheCheckValues)
+TEST(EasterDate, MatchesKnownDates)
 {
     EXPECT_EQ(EasterDate(2000), On(2000, 4, 23));
     EXPECT_EQ(EasterDate(2008), On(2008, 3, 23));
@@ -142,8 +142,8 @@ TEST(EasterDate, GivesTheCheckValues)
     EXPECT_EQ(EasterDate(2038), On(2038, 4, 25)); // the latest
 }
 
-/// Easter Sunday by the method that counts with the century's leap days and the epact's corrections
-/// in one pass, as almanacs print it.
+/// Easter Sunday by the algorithm that almanacs print, which corrects leap days and epact in one
+/// pass.
 Date AlmanacEaster(int year)
 {
     const int a = year % 19;
@@ -216,13 +216,13 @@ INSTANTIATE_TEST_SUITE_P(
                     RuleDateCase{"ShroveTuesday", 2024, -47, 8, On(2024, 2, 13)},
                     RuleDateCase{"KindNine", 2024, 0, 9, On(2024, 3, 31)},
                     RuleDateCase{"KindTwelve", 2024, 49, 12, On(2024, 5, 19)},
-                    RuleDateCase{"OffsetIntoTheNextYearComesBack", 2024, 300, 8, On(2024, 1, 25)},
-                    RuleDateCase{"OffsetIntoTheYearBeforeComesBack", 2024, -91, 8,
+                    RuleDateCase{"OffsetIntoTheNextYearWrapsAround", 2024, 300, 8, On(2024, 1, 25)},
+                    RuleDateCase{"OffsetIntoTheYearBeforeWrapsAround", 2024, -91, 8,
                                  On(2024, 12, 31)},
                     RuleDateCase{"LeapDayOfTheNextYear", 2023, 326, 8, On(2023, 3, 1)}),
     [](const auto& row) { return std::string(row.param.name); });
 
-/// The n-th (or from 5 on, the last but n - 5) such weekday of a month, by walking over the days.
+/// The n-th weekday of a month (from 5 on, the last but n - 5), found by walking over the days.
 Date WalkToWeekday(std::int16_t year, std::int16_t month, int ordinal, std::int16_t weekday)
 {
     const bool fromEnd = ordinal >= 5;
@@ -291,7 +291,7 @@ TEST(ComputeHolidayDates, SortsWithNamesAndKeepsTheOrderOfEqualDates)
     EXPECT_EQ(list.DateAt(0), On(2023, 12, 1));
 }
 
-TEST(ComputeHolidayDates, LeavesTheSlotOfADateThatCannotBeBuilt)
+TEST(ComputeHolidayDates, KeepsTheSlotOfAnInvalidDate)
 {
     HolidayList rules;
     rules.Append({5, 2, "month 0 has no last Monday"});
@@ -306,7 +306,7 @@ TEST(ComputeHolidayDates, LeavesTheSlotOfADateThatCannotBeBuilt)
     EXPECT_EQ(DateOf(2024, 32705, 3, On(7, 7, 7)), On(7, 7, 7)) << "month 327 has no last Tuesday";
 }
 
-TEST(ComputeHolidayDates, TakesAFullList)
+TEST(ComputeHolidayDates, AcceptsAFullList)
 {
     HolidayList rules;
     for (std::int16_t i = 0; i < 1025; ++i)
@@ -332,7 +332,7 @@ TEST(ComputeHolidayDates, SurvivesEveryCode)
     }
 }
 
-TEST(HolidayDateList, HasTheLimitsOfItsSlots)
+TEST(HolidayDateList, ChecksItsLimits)
 {
     const HolidayDateList list;
     EXPECT_NO_THROW(list.DateAt(1024));

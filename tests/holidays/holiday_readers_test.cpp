@@ -19,7 +19,7 @@ std::vector<std::string> NamesOf(const HolidayList& list)
     return names;
 }
 
-/// The names of the rules that a holiday file with these bytes gives.
+/// The names of the rules that are read from a holiday file with this content.
 std::vector<std::string> ReadRuleNames(std::string_view bytes)
 {
     const ScratchFolder scratch;
@@ -46,13 +46,13 @@ std::string ManyRules(int count, std::string_view before)
     return text;
 }
 
-TEST(ReadHolidayFile, TakesRulesInFileOrder)
+TEST(ReadHolidayFile, KeepsFileOrder)
 {
     EXPECT_THAT(ReadRuleNames("1225,DAY,b\r\n  0101,DAY, a  \r\n\r\n/* comment */\r\n,EASTER,c"),
                 ElementsAre("b", " a", "c"));
 }
 
-TEST(ReadHolidayFile, SkipsWhatDoesNotParse)
+TEST(ReadHolidayFile, SkipsInvalidLines)
 {
     EXPECT_THAT(
         ReadRuleNames("1232, DAY, x\n0229, DAY, x\n1300, MON, x\n2, HOLIDAY, x\n0101\n0101,,y"),
@@ -68,7 +68,7 @@ TEST(ReadHolidayFile, LeavesNoTraceOfAFailedLine)
     EXPECT_EQ(list[0], (HolidayDef{505, 2, "good"}));
 }
 
-TEST(ReadHolidayFile, EndsAtARuleThatCannotBeFinished)
+TEST(ReadHolidayFile, StopsAtARuleThatThrows)
 {
     EXPECT_THAT(ReadRuleNames("0101,,a\n0001,DAY,x\n0102,,b"), ElementsAre("a"));
     EXPECT_THAT(ReadRuleNames("0101,,a\n40000,EASTER,x\n0102,,b"), ElementsAre("a"));
@@ -93,7 +93,7 @@ TEST(ReadHolidayFile, StopsWhenTheListIsFull)
     const auto names = ReadRuleNames(ManyRules(1030, ""));
     ASSERT_EQ(names.size(), 1025U);
     EXPECT_EQ(names.back(), "1025");
-    // The line too many ends the reading whatever it holds, also a rule that cannot be finished.
+    // The first line too many ends the reading, even if its rule would throw.
     EXPECT_EQ(ReadRuleNames(ManyRules(1025, "") + "0001,DAY,x\n").size(), 1025U);
 }
 
@@ -125,14 +125,14 @@ constexpr std::string_view kParameterFile = "Holiday1=0101,,outside\r\n"
                                             "[Monthly Calendar]\r\n"
                                             "Holiday10=0110,DAY,ten\r\n";
 
-TEST(ReadTemplateHolidays, TakesItsSectionOnly)
+TEST(ReadTemplateHolidays, ReadsOnlyItsSection)
 {
     EXPECT_THAT(ReadSectionNames(CalendarKind::Monthly, kParameterFile),
                 ElementsAre("one", " two", "three", "four"));
     EXPECT_THAT(ReadSectionNames(CalendarKind::Yearly, kParameterFile), ElementsAre("yearly"));
 }
 
-TEST(ReadTemplateHolidays, NeedsItsHeaderExactly)
+TEST(ReadTemplateHolidays, RequiresItsExactHeader)
 {
     EXPECT_THAT(ReadSectionNames(CalendarKind::Monthly, "[MONTHLY CALENDAR]\nHoliday1=0101,,a\n"),
                 IsEmpty());
@@ -143,14 +143,14 @@ TEST(ReadTemplateHolidays, NeedsItsHeaderExactly)
                 IsEmpty());
 }
 
-TEST(ReadTemplateHolidays, EndsAtAnyOtherHeader)
+TEST(ReadTemplateHolidays, StopsAtAnyOtherHeader)
 {
     EXPECT_THAT(ReadSectionNames(CalendarKind::Monthly,
                                  "[Monthly Calendar]\nHoliday1=0101,,a\n [x\nHoliday2=0102,,b\n"),
                 ElementsAre("a"));
 }
 
-TEST(ReadTemplateHolidays, EndsAtARuleThatCannotBeFinished)
+TEST(ReadTemplateHolidays, StopsAtARuleThatThrows)
 {
     EXPECT_THAT(
         ReadSectionNames(

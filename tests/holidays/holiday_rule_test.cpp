@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(NoRules, ParseHolidayLineTest,
                                          RuleCase{"UnknownKind", "2, HOLIDAY, x", std::nullopt},
                                          RuleCase{"EasterNotFirst", "2, AT EASTER, x",
                                                   std::nullopt},
-                                         RuleCase{"CutEaster", "2, EASTE, x", std::nullopt}),
+                                         RuleCase{"TruncatedEaster", "2, EASTE, x", std::nullopt}),
                          CaseName);
 
 TEST(ParseHolidayLine, OverflowsBeyondTheWidthOfANumber)
@@ -127,13 +127,13 @@ TEST(ParseHolidayLine, OverflowsBeyondTheWidthOfANumber)
     EXPECT_EQ(ParseHolidayLine("-32768,EASTER,x")->DateCode, -32768);
 }
 
-TEST(ParseHolidayLine, FindsNoLengthForMonthZero)
+TEST(ParseHolidayLine, ThrowsForMonthZero)
 {
     for (const char* line : {"0,DAY,x", "0001,DAY,x", "0050,DAY,x", "-1,DAY,x", "12,,x"})
         EXPECT_THROW(ParseHolidayLine(line), util::OutOfRangeError) << line;
 }
 
-TEST(HolidayList, PassesOverWhatIsTooMuch)
+TEST(HolidayList, IgnoresRulesBeyondItsCapacity)
 {
     HolidayList list;
     for (int i = 0; i < 1030; ++i)

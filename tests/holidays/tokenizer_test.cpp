@@ -11,10 +11,10 @@ struct TokenCase {
     const char* name;
     std::string_view line;
     std::vector<std::string> kept;    ///< tokens with their quotes
-    std::vector<std::string> dropped; ///< tokens without; as `kept` where empty
+    std::vector<std::string> dropped; ///< tokens without quotes; if empty, same as `kept`
 };
 
-/// The tokens up to the first empty one.
+/// All tokens up to the first empty one.
 std::vector<std::string> Tokens(std::string_view line, bool keepQuotes)
 {
     std::vector<std::string> tokens;
@@ -39,7 +39,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         TokenCase{"Operator", "a<=b", {"a", "<=", "b"}, {}}, TokenCase{"Slash", "x/y", {"x/y"}, {}},
         TokenCase{"SlashAtTheEnd", "x/", {"x/"}, {}}, TokenCase{"Comment", "/* c", {"/*", "c"}, {}},
-        TokenCase{"CommentBehindAWord", "a/*c", {"a", "/*", "c"}, {}},
+        TokenCase{"CommentAfterAWord", "a/*c", {"a", "/*", "c"}, {}},
         TokenCase{"EndOfComment", "*/", {"*/"}, {}},
         TokenCase{"Parentheses", "f(x)", {"f", "(", "x", ")"}, {}},
         TokenCase{"Comma", "a,,b", {"a", ",", ",", "b"}, {}},
@@ -49,17 +49,17 @@ INSTANTIATE_TEST_SUITE_P(
         TokenCase{"OperatorBeforeABlank", "= =", {"=", "="}, {}},
         TokenCase{"EveryBlank", "\ta\r\nb ", {"a", "b"}, {}},
         TokenCase{"QuotedRun", "\"a b\"c", {"\"a b\"c"}, {"a bc"}},
-        TokenCase{"RunGlued", "x\"a b\"y z", {"x\"a b\"y", "z"}, {"xa by", "z"}},
+        TokenCase{"QuotedRunInsideAWord", "x\"a b\"y z", {"x\"a b\"y", "z"}, {"xa by", "z"}},
         TokenCase{"SingleQuotes", "'a=b'", {"'a=b'"}, {"a=b"}},
         TokenCase{"OtherQuoteInside", "\"it's\"", {"\"it's\""}, {"it's"}},
-        TokenCase{"DoubledQuotesBothStay", "\"a\"\"b\"", {"\"a\"\"b\""}, {"a\"\"b"}},
+        TokenCase{"KeepsDoubledQuotes", "\"a\"\"b\"", {"\"a\"\"b\""}, {"a\"\"b"}},
         TokenCase{"Unclosed", "\"a b", {"\"a b"}, {"a b"}},
         TokenCase{"OpenedAtTheEnd", "a\"", {"a\""}, {"a"}},
         TokenCase{"OnlyDoubledQuotes", "\"\"\"\"", {"\"\"\"\""}, {"\"\""}},
         TokenCase{"Empty", "", {}, {}}, TokenCase{"Blank", " \t", {}, {}}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(GetToken, GivesAnEmptyTokenForDroppedEmptyQuotes)
+TEST(GetToken, ReturnsAnEmptyTokenForEmptyQuotes)
 {
     std::int32_t pos = 1;
     EXPECT_EQ(GetToken("\"\" x", pos, false), "");
@@ -67,7 +67,7 @@ TEST(GetToken, GivesAnEmptyTokenForDroppedEmptyQuotes)
     EXPECT_EQ(GetToken("\"\" x", pos, false), "x");
 }
 
-TEST(GetToken, LeavesThePositionBehindTheToken)
+TEST(GetToken, MovesPastTheToken)
 {
     const std::string_view line = "  Key= v";
     std::int32_t pos = 1;
@@ -81,7 +81,7 @@ TEST(GetToken, LeavesThePositionBehindTheToken)
     EXPECT_EQ(pos, 9);
 }
 
-TEST(GetToken, GivesNothingOutsideTheLine)
+TEST(GetToken, ReturnsNothingOutsideTheLine)
 {
     for (const std::int32_t start : {-1, 0, 3, 2147483647}) {
         std::int32_t pos = start;
@@ -94,7 +94,7 @@ TEST(SkipBlanks, StopsAtTheFirstOtherCharacter)
 {
     std::int32_t pos = 1;
     SkipBlanks(" \t\r\n\vx", pos);
-    EXPECT_EQ(pos, 5); // a vertical tab is a character like others
+    EXPECT_EQ(pos, 5); // a vertical tab is an ordinary character
 }
 
 struct KeyCase {
@@ -117,8 +117,8 @@ INSTANTIATE_TEST_SUITE_P(
     Lines, ReadKeyLineTest,
     testing::Values(KeyCase{"Plain", "Output=Y", "OUTPUT", "Y"},
                     KeyCase{"BlanksAndCase", " outWeekday\t= y ", "OUTWEEKDAY", "y"},
-                    KeyCase{"ValueAsItStands", "SheetName=a = \"b\"", "SHEETNAME", "a = \"b\""},
-                    KeyCase{"QuotesOfTheKeyStay", "\"Output\"=Y", "\"OUTPUT\"", "Y"},
+                    KeyCase{"UnchangedValue", "SheetName=a = \"b\"", "SHEETNAME", "a = \"b\""},
+                    KeyCase{"KeepsQuotesOfTheKey", "\"Output\"=Y", "\"OUTPUT\"", "Y"},
                     KeyCase{"NoValue", "Output=", "", ""},
                     KeyCase{"BlankValue", "Output=  ", "", ""},
                     KeyCase{"NoEquals", "Output", "", ""}, KeyCase{"TwoWords", "Out put=Y", "", ""},

@@ -46,10 +46,6 @@ def attributes(text, element):
             for match in _ATTRIBUTE.finditer(text, element.start, element.open_end)]
 
 
-def all_attributes(text):
-    return [attribute for element in elements(text) for attribute in attributes(text, element)]
-
-
 def attribute(text, element, name):
     """The attribute of that name (without prefix), or None."""
     return next((found for found in attributes(text, element)

@@ -1,10 +1,10 @@
-"""Many years in one call: each is made or missed with one clear error, no workbook is damaged, no
-process and no file stays, and the program does not grow.
+"""Many years in one call: each is written or fails with one clear error, no workbook is damaged, no
+process and no file is left behind, and the program's memory does not grow.
 
 usage: load.py ORRERY_CLI TEMPLATE builtin|libreoffice YEARS [KILLS [SEED]]
 
-TEMPLATE is an .xlsx with twelve sheets of months in English and one of the year behind them. With
-KILLS the spreadsheet program is killed so many times, at moments that the seed decides.
+TEMPLATE is an .xlsx whose calendar has twelve English month sheets followed by the year sheet. With
+KILLS the spreadsheet program is killed that many times, at random moments from the seed.
 """
 import calendar
 import multiprocessing
@@ -24,7 +24,7 @@ import openpyxl
 
 FIRST_YEAR = 2001
 SPREADSHEET_PROGRAM = "soffice.bin"
-# Sanitizers keep memory that was given back, and what belonged to threads. They look for leaks.
+# Sanitizers hold on to freed memory and to that of threads, so memory is not measured with them.
 MEASURED = os.environ.get("ORRERY_SANITIZE") != "ON"
 LOST = re.compile(r"Error Info: ([^\n]+\n)?[^\n]*LibreOffice[^\n]*"
                   r"(does not answer any more|could not be started)[^\n]*\n")
@@ -36,7 +36,7 @@ def check(condition, message):
 
 
 def processes():
-    """Of each process its number, its name, its parent and its command."""
+    """The number, name, parent and command of each process."""
     for folder in pathlib.Path("/proc").glob("[0-9]*"):
         try:
             fields = (folder / "stat").read_text()
@@ -45,20 +45,20 @@ def processes():
             if state != "Z":
                 yield int(folder.name), name, int(parent), (folder / "cmdline").read_bytes()
         except (OSError, ValueError):
-            pass  # it has just ended
+            pass  # the process has just ended
 
 
 def spreadsheet_programs_of(program):
     known = list(processes())
     family = {program}
-    for _ in range(8):  # it stands a few generations below
+    for _ in range(8):  # it is a few generations below
         family |= {number for number, _, parent, _ in known if parent in family}
     return [number for number, name, _, _ in known
             if number in family and name == SPREADSHEET_PROGRAM]
 
 
 def peak_of(program):
-    """The most memory that the program has had, in KiB; 0 when it has ended."""
+    """The program's peak memory in KiB; 0 if it has ended."""
     try:
         status = pathlib.Path(f"/proc/{program}/status").read_text()
     except OSError:
@@ -68,35 +68,35 @@ def peak_of(program):
 
 
 class Run:
-    """A call of the program that is watched until it ends."""
+    """A run of the program that is observed until it ends."""
 
-    def __init__(self, command, output, environment, years, kills, chance):
-        self.output, self.years, self.chance = output, years, chance
+    def __init__(self, command, output, environment, years, kills, rng):
+        self.output, self.years, self.rng = output, years, rng
         self.first_peak = self.peak = 0
         self.killed = 0
-        moments = sorted(chance.sample(range(1, max(years, kills + 1)), kills))
-        said, errors = output.parent / "said", output.parent / "errors"
+        moments = sorted(rng.sample(range(1, max(years, kills + 1)), kills))
+        printed, errors = output.parent / "printed", output.parent / "errors"
         begin = time.monotonic()
-        with said.open("wb") as stdout, errors.open("wb") as stderr:
+        with printed.open("wb") as stdout, errors.open("wb") as stderr:
             self.process = subprocess.Popen(command, env=environment, stdout=stdout, stderr=stderr)
             while self.process.poll() is None:
-                made = self.look()
-                if moments and made >= moments[0] and self.kill_sometime():
+                made = self.sample()
+                if moments and made >= moments[0] and self.kill_after_delay():
                     moments.pop(0)
                 time.sleep(0.02)
         self.seconds = time.monotonic() - begin
-        self.said = said.read_text().splitlines()
+        self.printed = printed.read_text().splitlines()
         self.before_reports, *self.reports = errors.read_text().split("Error!\n")
 
-    def look(self):
+    def sample(self):
         self.peak = max(self.peak, peak_of(self.process.pid))
         made = len(os.listdir(self.output)) if self.output.exists() else 0
         if made <= max(self.years // 10, 1):
             self.first_peak = self.peak
         return made
 
-    def kill_sometime(self):
-        time.sleep(self.chance.uniform(0, 1.5))
+    def kill_after_delay(self):
+        time.sleep(self.rng.uniform(0, 1.5))
         found = spreadsheet_programs_of(self.process.pid)
         for number in found:
             os.kill(number, signal.SIGKILL)
@@ -105,7 +105,7 @@ class Run:
 
 
 def check_run(run, scratch, kills, wanted):
-    """What can be told from outside. `wanted` are the workbooks of all years."""
+    """Checks the run from outside. `wanted` are the workbooks of all years."""
     stray = [number for number, _, _, command in processes() if bytes(scratch) in command]
     check(not stray, f"processes stayed behind: {stray}")
     check(run.killed >= kills, f"only {run.killed} of {kills} instances could be killed")
@@ -117,7 +117,8 @@ def check_run(run, scratch, kills, wanted):
           f"exit code {run.process.returncode} with {len(run.reports)} reports")
     made = sorted(map(str, run.output.iterdir()))
     check(set(made) <= set(wanted), f"files that nobody wanted: {set(made) - set(wanted)}")
-    check(run.said == [path for path in wanted if path in made], "said are not those that are made")
+    check(run.printed == [path for path in wanted if path in made],
+          "the printed paths are not those of the workbooks")
     check(len(made) + len(run.reports) == len(wanted),
           f"{len(made)} workbooks and {len(run.reports)} reports of {len(wanted)} years")
     left = os.listdir(scratch / "tmp")
@@ -132,14 +133,14 @@ def days_on(sheet):
 
 
 def workbook_failure(path):
-    """What is wrong with a workbook, which has to have every day of every month."""
+    """What is wrong with a workbook, which must contain every day of every month."""
     year = int(re.match(r"\d+", path.name)[0])
     try:
         with zipfile.ZipFile(path) as package:
             if package.testzip() is not None:
                 return f"{path.name} is damaged"
         book = openpyxl.load_workbook(path)
-    except Exception as failure:  # whatever a reader makes of a damaged file
+    except Exception as failure:  # readers raise anything for a damaged file
         return f"{path.name} cannot be read: {failure}"
     if book.sheetnames != [*calendar.month_name[1:], str(year)]:
         return f"{path.name} has the sheets {book.sheetnames}"

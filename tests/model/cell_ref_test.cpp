@@ -39,13 +39,13 @@ INSTANTIATE_TEST_SUITE_P(
                     CellRefCase{"ManyLeadingZeros", "A00000000000000007", true, {7, 1}},
                     CellRefCase{"RowZero", "A0", true, {0, 1}},
                     CellRefCase{"DollarSign", "$B$6", false, kRejected},
-                    CellRefCase{"BlankInFront", " B6", false, kRejected},
-                    CellRefCase{"BlankBehind", "B6 ", false, kRejected},
+                    CellRefCase{"LeadingBlank", " B6", false, kRejected},
+                    CellRefCase{"TrailingBlank", "B6 ", false, kRejected},
                     CellRefCase{"Sign", "B-6", false, kRejected},
                     CellRefCase{"Range", "B6:C7", false, kRejected},
                     CellRefCase{"ThreeLetters", "ABC1", false, kRejected},
-                    CellRefCase{"LetterBehindDigits", "6B", false, kRejected},
-                    CellRefCase{"LetterBehindDigitsAgain", "B6C", false, kRejected},
+                    CellRefCase{"LetterAfterDigits", "6B", false, kRejected},
+                    CellRefCase{"LettersAroundDigits", "B6C", false, kRejected},
                     CellRefCase{"OtherLetter",
                                 "\xC3\x84"
                                 "6",
@@ -95,26 +95,26 @@ INSTANTIATE_TEST_SUITE_P(
                     FormatCase{{-1, 1}, ""}, FormatCase{{-1, 0}, ""}, FormatCase{{0, -1}, ""},
                     FormatCase{{-2147483647 - 1, 2147483647}, ""}));
 
-bool ComesBack(CellPosition cell)
+bool RoundTrips(CellPosition cell)
 {
     CellPosition again;
     return ParseCellRef(FormatCellRef(cell), again) && again == cell;
 }
 
-TEST(FormatCellRef, ComesBackForEveryRowAndEveryColumn)
+TEST(FormatCellRef, RoundTripsEveryRowAndColumn)
 {
-    // Letters and digits do not touch each other, so each is swept beside a few of the other.
+    // Letters and digits are independent, so each is swept with only a few values of the other.
     for (std::int32_t row = 1; row <= kMaxRow; ++row) {
         for (const std::int32_t column : {1, 26, 27, row % kMaxColumn + 1, kMaxColumn})
-            ASSERT_TRUE(ComesBack({row, column})) << row << ", " << column;
+            ASSERT_TRUE(RoundTrips({row, column})) << row << ", " << column;
     }
     for (const std::int32_t row : {1, 9, 10, 99, 100, 999, 1000, 9999, 10000, kMaxRow}) {
         for (std::int32_t column = 1; column <= kMaxColumn; ++column)
-            ASSERT_TRUE(ComesBack({row, column})) << row << ", " << column;
+            ASSERT_TRUE(RoundTrips({row, column})) << row << ", " << column;
     }
 }
 
-TEST(ReadCell, NeedsBothNumbers)
+TEST(ReadCell, RequiresBothNumbers)
 {
     EXPECT_EQ(ReadCell("b6"), (CellPosition{6, 2}));
     EXPECT_EQ(ReadCell("IV65536"), (CellPosition{65536, 256}));

@@ -22,7 +22,7 @@ TEST(NameLists, StartsEmpty)
     EXPECT_LT(lists.Find(Numbered(0)), 0);
 }
 
-TEST(NameLists, CountsWhatIsStoredAndKeepsGaps)
+TEST(NameLists, CountsStoredListsAndKeepsGaps)
 {
     WeekdayNameList lists;
     lists.Store(0, Numbered(0));
@@ -34,7 +34,7 @@ TEST(NameLists, CountsWhatIsStoredAndKeepsGaps)
     EXPECT_LT(lists.Find({}), 0) << "a gap is no list of empty names";
 }
 
-TEST(NameLists, AddsAtTheCountWhateverLiesThere)
+TEST(NameLists, AddsAtTheCountOverExistingLists)
 {
     WeekdayNameList lists;
     lists.Store(0, Numbered(0));
@@ -77,7 +77,7 @@ TEST(NameLists, HasLimits)
     EXPECT_EQ(lists.Count(), 0);
 }
 
-TEST(NameLists, ForgetsAll)
+TEST(NameLists, RemovesAllLists)
 {
     WeekdayNameList lists;
     lists.Add(Numbered(1));

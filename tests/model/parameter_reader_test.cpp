@@ -12,7 +12,7 @@ using namespace samples;
 using testing_support::BytesOf;
 using testing_support::ScratchFolder;
 
-/// What reading leaves of the defaults before it applies any line.
+/// The defaults as reading leaves them before it applies any line.
 ParameterSets WithoutHolidays(ParameterSets sets)
 {
     sets.Monthly.Holidays.Clear();
@@ -31,7 +31,7 @@ struct Read {
     }
 };
 
-/// One line in a section, and what it changes there.
+/// A line in a section, and what it changes.
 struct LineCase {
     const char* name;
     std::string_view line;
@@ -50,7 +50,7 @@ TEST_P(ParameterLineTest, AppliesToTheYearlySet)
 TEST_P(ParameterLineTest, AppliesToTheMonthlySet)
 {
     ParameterSets expected = WithoutHolidays(SomeDefaults());
-    YearlyParameters changed; // the fields that only this set has are not carried over
+    YearlyParameters changed; // its extra fields are not compared
     static_cast<CalendarParameters&>(changed) = expected.Monthly;
     GetParam().change(changed);
     static_cast<CalendarParameters&>(expected.Monthly) = changed;
@@ -84,7 +84,7 @@ INSTANTIATE_TEST_SUITE_P(Sheets, ParameterLineTest,
 INSTANTIATE_TEST_SUITE_P(FirstDays, ParameterLineTest,
                          testing::Values(LineCase{"One", "FirstDayOfWeek=1",
                                                   [](Y& set) { set.FirstDayOfWeek = 1; }},
-                                         LineCase{"OneOtherwise", "FirstDayOfWeek=1.0e0",
+                                         LineCase{"OneInAnotherForm", "FirstDayOfWeek=1.0e0",
                                                   [](Y& set) { set.FirstDayOfWeek = 1; }},
                                          LineCase{"Monday", "FirstDayOfWeek=monday",
                                                   [](Y& set) { set.FirstDayOfWeek = 1; }},
@@ -210,7 +210,7 @@ INSTANTIATE_TEST_SUITE_P(
                     YearlyCase{"RowBeyond", "RowIntervalOfMonth=10001", Unchanged}),
     kName);
 
-TEST(ReadParameterFile, DropsTheHolidaysEvenWithoutAFile)
+TEST(ReadParameterFile, ClearsTheHolidaysEvenWithoutAFile)
 {
     const ScratchFolder scratch;
     ParameterSets sets = SomeDefaults();
@@ -219,14 +219,14 @@ TEST(ReadParameterFile, DropsTheHolidaysEvenWithoutAFile)
     ExpectSets(sets, WithoutHolidays(SomeDefaults()));
 }
 
-TEST(ReadParameterFile, ChangesOnlyWhatTheFileHas)
+TEST(ReadParameterFile, ChangesOnlyKeysInTheFile)
 {
     ParameterSets expected = WithoutHolidays(SomeDefaults());
     expected.Monthly.Output = false;
     ExpectSets(Read("[Monthly Calendar]\r\nOutput=N\r\n").sets, expected);
 }
 
-TEST(ReadParameterFile, NeedsItsHeadersExactly)
+TEST(ReadParameterFile, RequiresItsExactHeaders)
 {
     const ParameterSets expected = WithoutHolidays(SomeDefaults());
     for (const char* header :
@@ -241,7 +241,7 @@ TEST(ReadParameterFile, NeedsItsHeadersExactly)
                changed);
 }
 
-TEST(ReadParameterFile, TakesListZeroForTooFewNames)
+TEST(ReadParameterFile, UsesListZeroForTooFewNames)
 {
     const Read read("[Monthly Calendar]\nWeekdayName=" + std::string(kWeekdays) +
                     "\nWeekdayName=a,b,c,d,e,f\nMonthName=" + kMonths +
@@ -265,7 +265,7 @@ TEST(ReadParameterFile, AddsUnknownListsOnce)
               std::string::npos);
 }
 
-TEST(ReadParameterFile, EndsAtAFullNameTable)
+TEST(ReadParameterFile, StopsAtAFullNameTable)
 {
     NameTables names = SomeNames();
     while (names.Weekdays.Count() < 257)
@@ -281,7 +281,7 @@ TEST(ReadParameterFile, EndsAtAFullNameTable)
     EXPECT_EQ(names.Weekdays.Count(), 257);
 }
 
-TEST(ReadParameterFile, EndsAtARuleThatCannotBeFinished)
+TEST(ReadParameterFile, StopsAtARuleThatThrows)
 {
     for (const char* rule : {"40000,EASTER,x", "0001,DAY,x", "99999999999,MON,x"}) {
         const Read read("[Monthly Calendar]\nHoliday1=0101,,a\nHoliday2=" + std::string(rule) +
@@ -291,7 +291,7 @@ TEST(ReadParameterFile, EndsAtARuleThatCannotBeFinished)
     }
 }
 
-TEST(ReadParameterFile, PassesOverHolidaysBeyondTheList)
+TEST(ReadParameterFile, IgnoresHolidaysBeyondTheCapacity)
 {
     std::string text = "[Monthly Calendar]\n";
     for (int i = 1; i <= 1025; ++i)

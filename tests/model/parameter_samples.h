@@ -41,7 +41,7 @@ inline ParameterSets SomeDefaults()
     return sets;
 }
 
-/// Sets that differ from the defaults in every field.
+/// Sets in which every field differs from the defaults.
 inline ParameterSets FullSets()
 {
     ParameterSets sets;

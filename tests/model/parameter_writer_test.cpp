@@ -58,7 +58,7 @@ TEST(WriteParameterFile, WritesEveryLineInOrder)
                   "Holiday6=1250,Friday,6\r\n");
 }
 
-TEST(WriteParameterFile, ComesBackOverOtherDefaults)
+TEST(WriteParameterFile, RoundTripsOverOtherDefaults)
 {
     const ScratchFolder scratch;
     ASSERT_TRUE(WriteParameterFile(scratch / "a.ini", SomeNames(), FullSets()));
@@ -120,7 +120,7 @@ TEST(WriteParameterFile, ReplacesTheWholeFile)
     EXPECT_EQ(BytesOf(file).find("xxx"), std::string::npos);
 }
 
-TEST(WriteParameterFile, KeepsOtherSectionsAsTheyAreBehindBoth)
+TEST(WriteParameterFile, KeepsOtherSectionsAfterBoth)
 {
     const ScratchFolder scratch;
     const auto plain = scratch / "plain.ini";
@@ -135,7 +135,7 @@ TEST(WriteParameterFile, KeepsOtherSectionsAsTheyAreBehindBoth)
     }
 }
 
-TEST(WriteParameterFile, KeepsRulesThatItDoesNotUnderstandBehindItsOwn)
+TEST(WriteParameterFile, KeepsUnknownRulesAfterItsOwn)
 {
     const ScratchFolder scratch;
     ParameterSets sets = FullSets();
@@ -160,7 +160,7 @@ TEST(WriteParameterFile, KeepsRulesThatItDoesNotUnderstandBehindItsOwn)
     }
 }
 
-TEST(WriteParameterFile, SaysWhenItCannotWrite)
+TEST(WriteParameterFile, ReportsAFailedWrite)
 {
     const ScratchFolder scratch;
     EXPECT_FALSE(WriteParameterFile(scratch / "missing/a.ini", SomeNames(), FullSets()));
@@ -172,7 +172,7 @@ TEST(WriteParameterFile, SaysWhenItCannotWrite)
     EXPECT_EQ(scratch.Entries(), 1);
 }
 
-TEST(ParameterFilePath, LiesBesideTheTemplate)
+TEST(ParameterFilePath, IsBesideTheTemplate)
 {
     EXPECT_EQ(ParameterFilePath(R"(C:\t\)", "Year.xls"), R"(C:\t\Year.ini)");
     EXPECT_EQ(ParameterFilePath(R"(C:\t\)", R"(D:\other\My.Cal.xlsx)"), R"(C:\t\My.Cal.ini)");

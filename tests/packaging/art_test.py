@@ -1,4 +1,4 @@
-"""The logo comes out in every size: the PNGs, the Windows icon, and small ones that are clear."""
+"""The logo in all sizes: the PNGs and the Windows icon, clear even when small."""
 
 import os
 import pathlib
@@ -11,7 +11,7 @@ SIZES = (16, 24, 32, 48, 64, 128, 256, 512)
 
 
 def contrast(first, second):
-    """The contrast of two colours as web guidelines count it, 1 to 21."""
+    """The contrast ratio of two colours as defined by the web guidelines, 1 to 21."""
     def luminance(colour):
         parts = [part / 255 for part in colour[:3]]
         parts = [part / 12.92 if part <= 0.04045 else ((part + 0.055) / 1.055) ** 2.4

@@ -1,4 +1,4 @@
-"""The files that desktops read are valid and name what is installed."""
+"""The files for desktops are valid and name the installed files."""
 
 import configparser
 import os

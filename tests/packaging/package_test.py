@@ -1,4 +1,4 @@
-"""The Debian package: what it says, what it holds, and that it installs, starts and goes away."""
+"""The Debian package: its metadata and content; that it installs, runs and can be removed."""
 
 import os
 import pathlib
@@ -13,7 +13,7 @@ from support import display, run, wait_for_window
 SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
 VERSION = os.environ["ORRERY_VERSION"]
 ID = os.environ["ORRERY_APP_ID"]
-LIBREOFFICE = os.environ["ORRERY_LIBREOFFICE"]  # the library that drives it; empty without one
+LIBREOFFICE = os.environ["ORRERY_LIBREOFFICE"]  # the library that drives it; empty if not built
 AS_ROOT = [] if os.geteuid() == 0 else ["sudo", "-n"]
 ICON_CACHE = pathlib.Path("/usr/share/icons/hicolor/icon-theme.cache")
 
@@ -29,7 +29,7 @@ def purge():
 
 
 def make_package(folder):
-    """The package that the build tree makes, in the folder."""
+    """Makes the package of the build tree in the folder."""
     run(os.environ["ORRERY_CPACK"], "-G", "DEB", "-B", str(folder), "--config",
         os.path.join(os.environ["ORRERY_BUILD_DIR"], "CPackConfig.cmake"))
     [package] = folder.glob("*.deb")
@@ -42,17 +42,17 @@ class Package(unittest.TestCase):
         cls.scratch = pathlib.Path(tempfile.mkdtemp(prefix="orrery-package-"))
         cls.addClassCleanup(shutil.rmtree, cls.scratch)
         cls.package = make_package(cls.scratch)
-        purge()  # what an interrupted test may have left
+        purge()  # left by an interrupted test
         cls.addClassCleanup(purge)
 
     def new_user(self, name):
-        """The environment of a user who has never started the program."""
+        """The environment of a user who never started the program."""
         home = self.scratch / name
         home.mkdir()
         return {"HOME": str(home), "PATH": "/usr/bin:/bin", "LANG": "C.UTF-8",
                 "NO_AT_BRIDGE": "1"}
 
-    def test_1_the_package_says_what_it_is(self):
+    def test_1_the_package_has_its_metadata(self):
         architecture = run("dpkg", "--print-architecture").stdout.strip()
         self.assertEqual(self.package.name, f"orrery_{VERSION}_{architecture}.deb")
         field = {name: run("dpkg-deb", "-f", self.package, name).stdout.strip()
@@ -80,7 +80,7 @@ class Package(unittest.TestCase):
                      self.package, check=False)
         self.assertEqual((result.returncode, result.stdout), (0, ""))
 
-    def test_4_it_installs_starts_and_goes_away(self):
+    def test_4_it_installs_runs_and_can_be_removed(self):
         opener = self.opener_of_workbooks()
         run(*AS_ROOT, "dpkg", "-i", self.package)
         self.assertEqual(self.opener_of_workbooks(), opener)
@@ -98,7 +98,7 @@ class Package(unittest.TestCase):
         self.assertNotIn(ID.encode(), ICON_CACHE.read_bytes())
 
     def opener_of_workbooks(self):
-        """The desktop's program for workbooks, which finished calendars are opened with."""
+        """The desktop's program for workbooks, which opens finished calendars."""
         return run("xdg-mime", "query", "default", "application/vnd.ms-excel").stdout
 
     def check_files(self, files):
@@ -119,7 +119,7 @@ class Package(unittest.TestCase):
         for path in files:
             self.assertEqual(path.stat().st_uid, 0, path)
             self.assertEqual(path.stat().st_mode & 0o022, 0, path)
-        # The package that owns the cache of icons has a trigger for it.
+        # The package that owns the icon cache has a trigger that updates it.
         self.assertIn(ID.encode(), ICON_CACHE.read_bytes())
         run("desktop-file-validate", f"/usr/share/applications/{ID}.desktop")
 

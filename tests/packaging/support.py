@@ -1,4 +1,4 @@
-"""What the tests of the packages share: running programs, a display of their own, waiting for windows."""
+"""Shared by the package tests: running programs, a private display, waiting for windows."""
 
 import contextlib
 import os
@@ -8,7 +8,7 @@ import time
 
 
 def run(*command, check=True, **options):
-    """The result of a program that has to succeed, unless the caller wants to know."""
+    """Runs a program, which must succeed unless `check` is off, and returns the result."""
     result = subprocess.run(command, text=True, capture_output=True, timeout=300, **options)
     if check and result.returncode != 0:
         raise AssertionError(f"{command} failed:\n{result.stdout}{result.stderr}")
@@ -17,7 +17,7 @@ def run(*command, check=True, **options):
 
 @contextlib.contextmanager
 def display():
-    """A display of its own; gives its name."""
+    """Starts a private display and returns its name."""
     read_end, write_end = os.pipe()
     server = subprocess.Popen(["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x900x24",
                                "-nolisten", "tcp"], pass_fds=[write_end],
@@ -34,7 +34,7 @@ def display():
 
 
 def wait_for_window(name, environment, program):
-    """Returns when a window of that name is on show."""
+    """Waits until a window with that name is visible."""
     for _ in range(300):
         found = run("xdotool", "search", "--onlyvisible", "--name", name, check=False,
                     env=environment)

@@ -1,5 +1,5 @@
-"""The packages for Windows: what they hold, and that the programs run where they were unpacked or
-installed, that an update keeps what is the user's, and that the removal takes away the rest."""
+"""The packages for Windows: their content; that the programs run where they were unpacked or
+installed; that an update keeps the user's files, and that uninstalling removes the rest."""
 
 import os
 import pathlib
@@ -20,7 +20,7 @@ VERSION = os.environ["ORRERY_VERSION"]
 MIB = 1 << 20
 UNINSTALL_KEY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Orrery"
 
-# What every Windows since 10 has.
+# Libraries that every Windows since 10 has.
 SYSTEM_LIBRARIES = {
     "advapi32", "bcrypt", "comctl32", "comdlg32", "crypt32", "dwmapi", "gdi32", "gdiplus", "imm32",
     "kernel32", "msimg32", "msvcrt", "ole32", "oleacc", "oleaut32", "rpcrt4", "shell32", "shlwapi",
@@ -28,7 +28,7 @@ SYSTEM_LIBRARIES = {
 
 
 def delivered_files():
-    """What both packages hold, as paths below their folder."""
+    """The files in both packages, as paths relative to their folder."""
     data = {path.relative_to(SOURCE).as_posix()
             for folder in ("holiday", "template") for path in (SOURCE / "data" / folder).iterdir()}
     return data | {"orrery.exe", "orrery-cli.exe", "Orrery.chm", "LICENSE.txt", "README.txt",
@@ -63,7 +63,7 @@ class WindowsPackage(unittest.TestCase):
 
     @classmethod
     def end_windows(cls):
-        """Ends what still runs in the Windows of this test, and in no other."""
+        """Ends all processes in the Windows of this test, and in no other."""
         run("wineserver", "--kill", check=False, env={**os.environ, "WINEPREFIX": str(cls.prefix)})
         run("wineserver", "--wait", env={**os.environ, "WINEPREFIX": str(cls.prefix)})
 
@@ -81,7 +81,7 @@ class WindowsPackage(unittest.TestCase):
         return cls.prefix / f"drive_{drive.lower()}" / path.replace("\\", "/").strip("/")
 
     def registry(self, key=UNINSTALL_KEY):
-        """The values of a key by their names; None without the key."""
+        """The values of a key by name; None if there is no such key."""
         answer = self.windows("reg", "query", key, check=False)
         if answer.returncode != 0:
             return None
@@ -95,14 +95,14 @@ class WindowsPackage(unittest.TestCase):
         self.fail(f"After 30 seconds: {what}")
 
     def generate(self, folder):
-        """Makes a calendar with the program in the folder, as a user does there."""
+        """Generates a calendar with the program in the folder, as a user would."""
         result = self.windows(folder / "orrery-cli.exe", "generate", "Desk.xls", "2027")
         saved = self.path_of(result.stdout.strip())
         self.assertEqual(saved, folder / "output/2027Desk.xls")
         self.assertGreater(saved.stat().st_size, 10_000)
 
     def uninstall(self):
-        """Does what Windows does to remove a program quietly, and waits for the end of it."""
+        """Uninstalls the program silently, as Windows does, and waits until that is done."""
         program, *options = shlex.split(self.registry()["QuietUninstallString"].replace("\\", "/"))
         self.assertEqual(options, ["/S"])
         self.windows(program, *options)
@@ -110,7 +110,7 @@ class WindowsPackage(unittest.TestCase):
         place = self.path_of(program)
         self.wait_until(f"{place} is still there", lambda: not place.exists())
 
-    def test_1_the_zip_holds_one_folder_with_all_that_is_needed(self):
+    def test_1_the_zip_contains_one_folder_with_all_files(self):
         with zipfile.ZipFile(self.zip) as archive:
             names = {name for name in archive.namelist() if not name.endswith("/")}
             self.assertEqual(names, {f"Orrery/{name}" for name in delivered_files()})
@@ -127,7 +127,7 @@ class WindowsPackage(unittest.TestCase):
                        "GCC Runtime Library Exception", "mingw-w64 project", "The Orrery developers"):
             self.assertIn(notice, licence)
 
-    def test_2_the_programs_are_64_bit_and_need_nothing_but_windows(self):
+    def test_2_the_programs_are_64_bit_and_need_only_windows(self):
         unpacked = self.unpack("imports")
         for program in (unpacked / "orrery.exe", unpacked / "orrery-cli.exe", self.setup):
             headers = run(os.environ["ORRERY_OBJDUMP"], "-p", str(program)).stdout
@@ -150,14 +150,14 @@ class WindowsPackage(unittest.TestCase):
                          (SOURCE / "data/template/Wall.xlsx").read_bytes())
         self.assertTrue((unpacked / "orrery.ini").is_file())
 
-    def test_4_it_installs_updates_and_goes_away(self):
+    def test_4_it_installs_updates_and_uninstalls(self):
         self.install_an_earlier_version()
         own = self.use_it()
         self.check_refusal_while_it_runs()
 
         self.windows(self.setup, "/S")
         self.check_installation()
-        self.windows(self.setup, "/S")  # once more
+        self.windows(self.setup, "/S")  # a second time
         self.check_installation()
         self.check_kept(own)
         self.generate(self.home)
@@ -169,7 +169,7 @@ class WindowsPackage(unittest.TestCase):
         self.check_nothing_else_is_left()
 
     def install_an_earlier_version(self):
-        """Installs a version that has a file which the present one does not have."""
+        """Installs a version with a file that the current version does not have."""
         folder = self.scratch / "earlier"
         (folder / "more").mkdir(parents=True)
         (folder / "more/forgotten.txt").write_text("of the earlier version")
@@ -181,7 +181,7 @@ class WindowsPackage(unittest.TestCase):
         self.assertTrue((self.home / "data/more/forgotten.txt").is_file())
 
     def use_it(self):
-        """Makes a calendar and changes a template. Gives the user's files with their bytes."""
+        """Generates a calendar, changes a template, returns the user's files with their bytes."""
         self.generate(self.home)
         (self.home / "template/Mine.xls").write_bytes(b"a template of my own")
         with open(self.home / "orrery.ini", "ab") as settings:
@@ -197,7 +197,7 @@ class WindowsPackage(unittest.TestCase):
         self.assertEqual(changes, [])
 
     def check_refusal_while_it_runs(self):
-        self.end_windows()  # its desktop belongs to the display that it began on
+        self.end_windows()  # its desktop is tied to the display on which it started
         with display() as name:
             environment = {**self.environment, "DISPLAY": name}
             program = subprocess.Popen(self.command(self.home / "orrery.exe"), env=environment,
@@ -241,7 +241,7 @@ class WindowsPackage(unittest.TestCase):
                           (self.menu / link).read_bytes())
 
     def registry_text(self):
-        """All that is kept for the user in the registry, in lower case."""
+        """The user's whole registry in lower case."""
         self.windows("reg", "export", "HKCU", r"C:\user.reg", "/y")
         return (self.prefix / "drive_c/user.reg").read_text("utf-16").lower()
 

@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Looks at the includes of the programs' sources, against the links that CMake knows.
+"""Checks the sources' includes against the links between CMake's libraries.
 
 usage: floors.py --sources FOLDER --floors FILE
 
-A source includes headers of its own folder, and of folders whose libraries its own is linked with,
-directly or through others; folders without a library are of another system. No two files include each other, directly or through others. A library has
-at most 25 sources. Exit code 0: so it is; 1: else.
+A source includes only headers of its own folder and of folders with whose libraries its own is
+linked, directly or indirectly; folders without a library belong to another system. No two files
+include each other, directly or indirectly. A library has at most 15 sources, `util`, whose
+sources are independent, at most 25. Exit code 0 if all of this holds, else 1.
 """
 
 import argparse
@@ -13,13 +14,14 @@ import pathlib
 import re
 import sys
 
-MOST_SOURCES = 25
+MAX_SOURCES = {"orrery_util": 25}
+DEFAULT_MAX_SOURCES = 15
 _INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.M)
 _SYSTEM = re.compile(r"_(posix|windows|gtk|wx)$")
 
 
 def read_floors(text):
-    """Of each folder the folders that its targets are linked with, and its largest target."""
+    """Returns the folders below each folder, and the number of sources of each target."""
     folders, links, sizes = {}, {}, {}
     for line in text.splitlines():
         target, folder, count, *linked = line.split()
@@ -44,7 +46,7 @@ def reachable(start, links):
 
 
 def read_includes(sources):
-    """Of each file below the folder, by its path from there, the files that it includes."""
+    """Returns the includes of each source file, by its path relative to the folder."""
     paths = [path for path in sources.rglob("*") if path.suffix in (".h", ".cpp")]
     return {path.relative_to(sources).as_posix():
             _INCLUDE.findall(path.read_text(encoding="utf-8")) for path in paths}
@@ -55,12 +57,12 @@ def folder_of(path):
 
 
 def unit_of(path):
-    """A header and the sources of all systems that belong to it are one."""
+    """The unit of a file: a header and its sources for all systems form one unit."""
     return _SYSTEM.sub("", path.rpartition(".")[0])
 
 
-def upward(includes, below):
-    """Includes that no link allows."""
+def upward_includes(includes, below):
+    """Yields includes that no link allows."""
     for path, included in sorted(includes.items()):
         if folder_of(path) not in below:
             continue
@@ -69,36 +71,37 @@ def upward(includes, below):
             if header in includes and folder_of(header) not in allowed:
                 yield f"{path} includes {header}, which its library is not linked with"
             if header not in includes and "/" in header:
-                yield f"{path} includes {header}, which is not there"
+                yield f"{path} includes {header}, which does not exist"
 
 
-def circles(includes):
-    """Sets of files that include each other."""
+def cycles(includes):
+    """Yields sets of files that include each other."""
     units = {}
     for path, included in includes.items():
         units.setdefault(unit_of(path), set()).update(
             unit_of(header) for header in included if header in includes)
     for unit in units:
         units[unit].discard(unit)
-    circle_of = {}
+    cycle_of = {}
     for unit in sorted(units):
-        around = frozenset(one for one in reachable(unit, units) | {unit}
+        members = frozenset(one for one in reachable(unit, units) | {unit}
                            if unit in reachable(one, units))
-        if around and unit in around and around not in circle_of.values():
-            circle_of[unit] = around
-            yield "these include each other: " + ", ".join(sorted(around))
+        if members and unit in members and members not in cycle_of.values():
+            cycle_of[unit] = members
+            yield "these include each other: " + ", ".join(sorted(members))
 
 
 def problems(sources, floors):
     below, sizes = read_floors(floors)
     includes = read_includes(sources)
-    yield from upward(includes, below)
-    yield from circles(includes)
+    yield from upward_includes(includes, below)
+    yield from cycles(includes)
     for target, count in sorted(sizes.items()):
-        if count > MOST_SOURCES:
-            yield f"{target} has {count} sources; {MOST_SOURCES} are the most"
+        maximum = MAX_SOURCES.get(target, DEFAULT_MAX_SOURCES)
+        if count > maximum:
+            yield f"{target} has {count} sources; the maximum is {maximum}"
     if not includes or not below:
-        yield "there is nothing to look at"
+        yield "there are no sources to check"
 
 
 def main():

@@ -1,10 +1,10 @@
 """Checks the shipped templates.
 
-    check_templates.py reproducible FOLDER MAKER   the maker writes FOLDER again, byte for byte
-    check_templates.py sane FOLDER                 sheets and parameter files fit together
+    check_templates.py reproducible FOLDER MAKER   the maker writes the same bytes as in FOLDER
+    check_templates.py sane FOLDER                 sheets and parameter files match
 
-`sane` shares no code with the maker: it reads what is on disk, works out with Python's own
-calendar where every value of every month from 2024 to 2030 goes, and looks at those cells.
+`sane` shares no code with the maker: it reads the files, computes with Python's calendar where
+every value of every month from 2024 to 2030 goes, and checks those cells.
 """
 
 import calendar
@@ -70,9 +70,9 @@ def sane(folder):
 
 def _check_template(problems, base):
     name = base.name
-    sections = _read_parameters(problems, name, base.with_suffix(".ini"))
+    sections = read_parameters(problems, name, base.with_suffix(".ini"))
     if problems:
-        return  # without its keys there is nothing to look up
+        return  # nothing can be checked without the keys
     book = openpyxl.load_workbook(base.with_suffix(".xlsx"))
     problems.check(book.properties.creator == "Orrery" and book.properties.title, name,
                    "lacks its title, or names an author")
@@ -88,8 +88,8 @@ def _check_template(problems, base):
 
 
 def _check_old_format(problems, base):
-    """The .xls has the sheets and texts of the .xlsx, and its names twice nowhere. How its pages
-    look is compared with calendars."""
+    """The .xls has the same sheets and texts as the .xlsx, and no duplicate names. Another test
+    compares its pages."""
     name = f"{base.name}.xls"
     new, old = openpyxl.load_workbook(base.with_suffix(".xlsx")), _open_old(base)
     problems.check(new.sheetnames == old.sheet_names(), name, "has other sheets")
@@ -110,8 +110,8 @@ def _open_old(base):
         return xlrd.open_workbook(base.with_suffix(".xls"), logfile=silence)
 
 
-def _read_parameters(problems, name, path):
-    """The sections as dictionaries; complains when a line is not where it is written."""
+def read_parameters(problems, name, path):
+    """Returns the sections as dictionaries; reports lines that are out of order."""
     sections, holidays = {}, []
     header = None
     for line in path.read_text(encoding="ascii").splitlines():
@@ -151,7 +151,7 @@ def _check_print_setup(problems, name, sheet):
 
 
 def _check_pages_at_full_size(problems, where, sheet):
-    """Without fitting, every page must find room on both papers as it stands."""
+    """Without scaling, every page must fit both paper sizes."""
     first_column, first_row, last_column, last_row = _print_range(sheet)
     width = sum(_column_inches(sheet, column) for column in range(first_column, last_column + 1))
     breaks = [first_row - 1, *sorted(mark.id for mark in sheet.row_breaks.brk), last_row]
@@ -193,7 +193,7 @@ def _check_written_cells(problems, name, sheet, section, yearly):
         for month in range(1, 13):
             if not yearly:
                 taken = {}
-            for kind, row, column in _written(section, year, month, yearly):
+            for kind, row, column in written_cells(section, year, month, yearly):
                 where = f"{name} {year}-{month} {kind} {cells.get_column_letter(column)}{row}:"
                 problems.check(first_row <= row <= last_row and
                                first_column <= column <= last_column, where, "not printed")
@@ -203,8 +203,8 @@ def _check_written_cells(problems, name, sheet, section, yearly):
                 problems.check(sheet.cell(row, column).value is None, where, "not empty")
 
 
-def _written(section, year, month, yearly):
-    """Every cell that a month writes: what it holds, its row and its column."""
+def written_cells(section, year, month, yearly):
+    """Every cell that a month writes: value, row and column."""
     down = across = 0
     if yearly:
         band, place = divmod(month - 1, int(section["MonthLayout"]))
@@ -256,7 +256,7 @@ def _falls_on(code, word, date):
     return (calendar.monthrange(date.year, month)[1] - date.day) // 7 == ordinal - 5
 
 
-# Easter Sundays as the almanacs print them.
+# Easter Sundays from an almanac.
 EASTER = {year: datetime.date(year, month, day) for year, month, day in (
     (2024, 3, 31), (2025, 4, 20), (2026, 4, 5), (2027, 3, 28), (2028, 4, 16), (2029, 4, 1),
     (2030, 4, 21))}

@@ -58,7 +58,7 @@ TEST_F(AboutFormTest, EscapeCloses)
     EXPECT_FALSE(form_.isOpen);
 }
 
-TEST(BuildVersionTest, IsThatOfTheProjectWithTheNoticeOfItsLicence)
+TEST(BuildVersionTest, MatchesTheProjectAndItsLicence)
 {
     const VersionInfo version = BuildVersion();
     const auto text = [](const std::string& name) {

@@ -6,7 +6,7 @@
 namespace orrery::ui {
 namespace {
 
-TEST(ControlsTest, WhatTheUserDoesLeavesAMarkOfChange)
+TEST(ControlsTest, UserActionsSetTheChangedMark)
 {
     CheckBox box("chkBox");
     TextBox text("txtText");
@@ -57,11 +57,11 @@ TEST_P(UpDownTest, StepsTheTextWithinItsRange)
 INSTANTIATE_TEST_SUITE_P(
     Texts, UpDownTest,
     testing::Values(StepCase{"Up", "2027", 1, "2028"}, StepCase{"Down", "2027", -1, "2026"},
-                    StepCase{"StopsAtTheLeast", "1", -1, "1"},
-                    StepCase{"StopsAtTheMost", "9999", 1, "9999"},
-                    StepCase{"ComesBackFromBelow", "-5", 1, "1"},
-                    StepCase{"ComesBackFromAbove", "123456", 1, "9999"},
-                    StepCase{"ComesBackFromFarAbove", "1e300", -1, "9999"},
+                    StepCase{"StopsAtTheMinimum", "1", -1, "1"},
+                    StepCase{"StopsAtTheMaximum", "9999", 1, "9999"},
+                    StepCase{"ReturnsFromBelow", "-5", 1, "1"},
+                    StepCase{"ReturnsFromAbove", "123456", 1, "9999"},
+                    StepCase{"ReturnsFromFarAbove", "1e300", -1, "9999"},
                     StepCase{"RoundsFirst", "7.8", 1, "9"}, StepCase{"BlanksAround", " 7 ", 1, "8"},
                     StepCase{"NoNumber", "abc", 1, "1"}, StepCase{"Empty", "", -1, "1"}),
     [](const auto& each) { return std::string(each.param.name); });

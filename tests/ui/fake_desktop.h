@@ -11,13 +11,13 @@
 
 namespace orrery::ui {
 
-/// A desktop that writes down what forms ask of it, in order, and acts for the user as the test
-/// says.
+/// A desktop that logs every call by a form, in order, and acts as the user that the test
+/// describes.
 class FakeDesktop : public Desktop {
 public:
     void Report(const std::string& text) override { calls.push_back("Report: " + text); }
     void ShowMessage(const std::string& text) override { calls.push_back("ShowMessage: " + text); }
-    /// Answers with the next answer; a question that the test did not expect throws.
+    /// Gives the next answer; throws if the test expects no question.
     bool Ask(const std::string& question) override
     {
         calls.push_back("Ask: " + question);
@@ -45,12 +45,12 @@ public:
     void ShowModal(TipForm& form) override { Show("frmTip", onTip, form); }
     void ShowModal(AboutForm& form) override { Show("frmAbout", onAbout, form); }
 
-    /// What was asked since the last call.
+    /// Returns the calls since the last `TakeCalls`.
     std::vector<std::string> TakeCalls() { return std::exchange(calls, {}); }
 
     std::vector<std::string> calls; ///< such as "Report: File not found" or "ShowModal: frmTip"
-    std::deque<bool> answers;       ///< to the questions that come
-    // What the user does in a dialog; nothing where it is empty.
+    std::deque<bool> answers;       ///< to the next questions
+    // What the user does in each dialog; nothing if empty.
     std::function<void(ParameterForm&)> onParameter;
     std::function<void(HolidayForm&)> onHoliday;
     std::function<void(TipForm&)> onTip;

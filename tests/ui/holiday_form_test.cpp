@@ -34,7 +34,7 @@ protected:
     HolidayForm& Open(CalendarKind kind = CalendarKind::Monthly, bool templateHasFile = true)
     {
         form_ = std::make_unique<HolidayForm>(
-            kind, app::TemplatePlace{At("template/"), At("holiday/"), "My.Desk.xls"},
+            kind, app::TemplateLocation{At("template/"), At("holiday/"), "My.Desk.xls"},
             templateHasFile, edited_, [this] { ++changes_; });
         return *form_;
     }
@@ -52,7 +52,7 @@ protected:
     std::unique_ptr<HolidayForm> form_;
 };
 
-TEST_F(HolidayFormTest, ControlsSayWhatTheyAreFor)
+TEST_F(HolidayFormTest, ControlsHaveTheirCaptions)
 {
     const HolidayForm& form = Open();
     EXPECT_EQ(form.name, "frmHoliday");
@@ -67,7 +67,7 @@ TEST_F(HolidayFormTest, ControlsSayWhatTheyAreFor)
     EXPECT_EQ(form.tabStops, (std::vector<int>{32, 72}));
 }
 
-// ---- what is on show
+// ---- what is shown
 
 TEST_F(HolidayFormTest, OpensWithTheEditedListAndNoFileChosen)
 {
@@ -77,7 +77,7 @@ TEST_F(HolidayFormTest, OpensWithTheEditedListAndNoFileChosen)
     EXPECT_FALSE(form.cboHolidayFile.changed);
 }
 
-TEST_F(HolidayFormTest, FilesOfAnyNameAreOfferedBehindTheTemplate)
+TEST_F(HolidayFormTest, FilesOfAnyNameAreOfferedAfterTheTemplate)
 {
     Write("holiday/.hidden", "");
     fs::create_directories(At("holiday/folder"));
@@ -112,7 +112,7 @@ INSTANTIATE_TEST_SUITE_P(
                     LineCase{"Saturday", {501, 7, "S"}, "0501\tSaturday\tS"},
                     LineCase{"BeforeEaster", {-2, 8, " Good Friday"}, "-2\tEaster\t Good Friday"},
                     LineCase{"AfterEaster", {1, 8, "Monday"}, "1\tEaster\tMonday"},
-                    LineCase{"BehindTheTable", {49, 9, "Kind 9"}, "49\t\tKind 9"},
+                    LineCase{"BeyondTheTable", {49, 9, "Kind 9"}, "49\t\tKind 9"},
                     LineCase{"TableEnd", {49, 12, "Kind 12"}, "49\t\tKind 12"},
                     LineCase{"NoKind", {7, -1, "Kind -1"}, "0007\t\tKind -1"},
                     LineCase{"NegativeDate", {-5, 0, "x"}, "-0005\t\tx"},
@@ -142,7 +142,7 @@ TEST_F(HolidayFormTest, TheTemplatesOwnHolidaysAreThoseOfTheCalendar)
     EXPECT_EQ(form_->lstHoliday.lines, Texts{"0303\t\tYear"});
 }
 
-TEST_F(HolidayFormTest, AFileOfTheTemplatesNameIsAFile)
+TEST_F(HolidayFormTest, AFileNamedLikeTheTemplateEntryIsAFile)
 {
     Write("holiday/(Template)", "0404, DAY, File\n");
     Open(CalendarKind::Monthly, false);
@@ -150,7 +150,7 @@ TEST_F(HolidayFormTest, AFileOfTheTemplatesNameIsAFile)
     EXPECT_EQ(form_->lstHoliday.lines, Texts{"0404\t\t File"});
 }
 
-TEST_F(HolidayFormTest, WhatCannotBeReadIsAnEmptyList)
+TEST_F(HolidayFormTest, AnUnreadableFileIsAnEmptyList)
 {
     Open();
     fs::remove(At("holiday/A"));
@@ -166,12 +166,12 @@ TEST_F(HolidayFormTest, WhatCannotBeReadIsAnEmptyList)
     EXPECT_EQ(changes_, 1);
 }
 
-TEST_F(HolidayFormTest, AClickWithoutAChoiceOfTheUserReadsNothing)
+TEST_F(HolidayFormTest, AClickWithoutAChoiceReadsNothing)
 {
     Open();
     form_->cboHolidayFile.changed = true; // no entry
     form_->cboHolidayFile_Click();
-    form_->cboHolidayFile.changed = false; // an entry that no user chose
+    form_->cboHolidayFile.changed = false; // an entry that the user did not choose
     form_->cboHolidayFile.selected = 1;
     form_->cboHolidayFile_Click();
     EXPECT_EQ(form_->lstHoliday.lines, Texts{"1231\t\tMine"});
@@ -179,7 +179,7 @@ TEST_F(HolidayFormTest, AClickWithoutAChoiceOfTheUserReadsNothing)
 
 // ---- closing
 
-TEST_F(HolidayFormTest, OkHandsTheShownListOver)
+TEST_F(HolidayFormTest, OkStoresTheShownList)
 {
     for (const CalendarKind kind : {CalendarKind::Monthly, CalendarKind::Yearly}) {
         changes_ = 0;
@@ -192,7 +192,7 @@ TEST_F(HolidayFormTest, OkHandsTheShownListOver)
     }
 }
 
-TEST_F(HolidayFormTest, OkWithoutAChoiceLeavesTheList)
+TEST_F(HolidayFormTest, OkWithoutAChoiceKeepsTheList)
 {
     Open().cmdOK_Click();
     EXPECT_EQ(edited_, ListOf({{1231, 0, "Mine"}}));
@@ -215,12 +215,12 @@ TEST_F(HolidayFormTest, CancelAndEscapeDiscardTheShownList)
     }
 }
 
-TEST_F(HolidayFormTest, ACalendarThatIsNeitherReadsAndCopiesNothing)
+TEST_F(HolidayFormTest, AnUnknownCalendarReadsAndCopiesNothing)
 {
     for (const int kind : {0, 3}) {
         Open(static_cast<CalendarKind>(kind));
         EXPECT_EQ(form_->lstHoliday.lines, Texts());
-        Choose("b.txt"); // a file can still be looked at
+        Choose("b.txt"); // a file can still be viewed
         EXPECT_EQ(form_->lstHoliday.lines.size(), 2U);
         Choose("(Template)");
         EXPECT_EQ(form_->lstHoliday.lines.size(), 2U) << "the list on show stays";

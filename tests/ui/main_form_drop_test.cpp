@@ -66,7 +66,7 @@ TEST_F(EmptyFolderTest, CopyingFillsTheList)
     EXPECT_EQ(desktop_.TakeCalls(), Texts());
 }
 
-TEST_F(EmptyFolderTest, WhatCannotBeCopiedIsReported)
+TEST_F(EmptyFolderTest, FailedCopiesAreReported)
 {
     system_.installed = At("installed/");
     MainForm& form = Open();
@@ -77,7 +77,7 @@ TEST_F(EmptyFolderTest, WhatCannotBeCopiedIsReported)
     EXPECT_FALSE(form.cmdCopyTemplates.visible) << "there is nothing to copy any more";
 }
 
-TEST_F(EmptyFolderTest, IsLookedAtAgainWhenTheWindowBecomesActive)
+TEST_F(EmptyFolderTest, IsListedAgainWhenTheWindowBecomesActive)
 {
     MainForm& form = Open();
     WriteTemplate("template/New.xls");
@@ -98,7 +98,7 @@ TEST_F(MainFormTest, AFolderThatCannotBeListedIsNotCalledEmpty)
         << form.lblEmptyFolder.caption;
 }
 
-TEST_F(MainFormTest, AFolderWithTemplatesIsNotLookedAtAgain)
+TEST_F(MainFormTest, AFolderWithTemplatesIsNotListedAgain)
 {
     MainForm& form = Open();
     WriteTemplate("template/New.xls");
@@ -127,7 +127,7 @@ TEST_F(DropTest, ATemplateIsCopiedAndChosen)
     EXPECT_TRUE(form_->cmdSave.enabled) << "it has no parameter file";
 }
 
-TEST_F(DropTest, ItsParameterFileComesAlong)
+TEST_F(DropTest, ItsParameterFileIsCopiedToo)
 {
     Open();
     const std::string file = WriteTemplate("from/New.xlsx");
@@ -196,7 +196,7 @@ TEST_F(DropTest, NoKeepsTheFileAndTheChoice)
     EXPECT_EQ(Selected(), "Plain.xlsx");
 }
 
-TEST_F(DropTest, AnothersParameterFileIsReplacedAfterAQuestionOfItsOwn)
+TEST_F(DropTest, AParameterFileIsReplacedAfterItsOwnQuestion)
 {
     Open();
     const std::string file = WriteTemplate("from/Desk.xlsx"); // beside Desk.xls: one Desk.ini
@@ -245,7 +245,7 @@ TEST_F(DropTest, AParameterFileThatCannotBeReadIsReported)
                     "replaced: use another name, or put a file in its place."});
 }
 
-TEST_F(DropTest, AFileThatCannotBeCopiedIsReportedAndTheOthersGoOn)
+TEST_F(DropTest, AFileThatCannotBeCopiedIsReportedAndTheOthersAreCopied)
 {
     Open();
     Drop({At("from/gone.xls"), WriteTemplate("from/New.xls"), At("template/gone.xls")});

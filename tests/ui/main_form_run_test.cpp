@@ -10,7 +10,7 @@ namespace {
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
-/// The window with Desk.xls and 2027.
+/// Opens the window with Desk.xls and 2027.
 class MainFormRunTest : public MainFormTest {
 protected:
     MainForm& OpenDesk()
@@ -95,13 +95,13 @@ TEST_F(MainFormRunTest, WritesBothCalendarsOfTheWorkingSets)
     EXPECT_EQ(sheets[1].name, "January");
     EXPECT_EQ(sheets[12].name, "December");
     // The first of January 2027 is a Friday, the sixth day of a week that begins on Sunday. Desk's
-    // parameter file has the month's first cell in C6.
+    // parameter file puts the first day's cell at C6.
     EXPECT_EQ(sheets[1].cells.at({6, 8}), book::CellValue(std::int16_t{1}));
     EXPECT_EQ(sheets[0].cells.at({10, 8}), book::CellValue(std::int16_t{1}));
     EXPECT_EQ(ContentOf("template/Desk.ini"), "[Monthly Calendar]\nFirstCellOfDay=C6\n");
 }
 
-TEST_F(MainFormRunTest, TellsWhereTheWorkbookIsAndOpensItsFolder)
+TEST_F(MainFormRunTest, ShowsThePathAndOpensTheFolder)
 {
     MainForm& form = OpenDesk();
     form.cmdGenerate_Click();
@@ -114,7 +114,7 @@ TEST_F(MainFormRunTest, TellsWhereTheWorkbookIsAndOpensItsFolder)
     EXPECT_EQ(desktop_.TakeCalls(), Texts{"Open: " + At("output")});
 }
 
-TEST_F(MainFormRunTest, TellsWhichApplicationWroteTheWorkbook)
+TEST_F(MainFormRunTest, ShowsWhichApplicationWroteTheWorkbook)
 {
     const std::string saved = "Saved as " + At("output/2027Desk.xls");
     MainForm& form = OpenDesk();
@@ -162,7 +162,7 @@ TEST_F(MainFormRunTest, ProgressIsShownMonthByMonth)
         EXPECT_EQ(done[static_cast<std::size_t>(step)], step);
 }
 
-TEST_F(MainFormRunTest, TheFileIsNamedByTheYearAsItWasRead)
+TEST_F(MainFormRunTest, TheFileIsNamedAfterTheParsedYear)
 {
     MainForm& form = OpenDesk();
     form.txtYear.text = " 2027.4 ";
@@ -204,7 +204,7 @@ TEST_F(MainFormRunTest, AFailedSaveHidesTheFolderOfAnEarlierRun)
     EXPECT_FALSE(form.prgRun.visible);
 }
 
-TEST_F(MainFormRunTest, TheHourglassGoesAwayWhateverHappens)
+TEST_F(MainFormRunTest, TheHourglassAlwaysDisappears)
 {
     MainForm& form = OpenDesk();
     desktop_.onRepaint = [] { throw std::runtime_error("no window"); };
@@ -237,7 +237,7 @@ protected:
     }
 };
 
-TEST_F(MainFormPdfTest, IsOfferedOnlyWhereItCanBeMade)
+TEST_F(MainFormPdfTest, IsOfferedOnlyIfItCanBeMade)
 {
     EXPECT_TRUE(Open().chkPdf.visible);
     EXPECT_FALSE(form_->chkPdf.checked);
@@ -254,7 +254,7 @@ TEST_F(MainFormPdfTest, TheChoiceIsRemembered)
     EXPECT_FALSE(Open().chkPdf.checked);
 }
 
-TEST_F(MainFormPdfTest, AChoiceThatCannotBeKeptIsAnErrorAndTheBoxShowsIt)
+TEST_F(MainFormPdfTest, AChoiceThatCannotBeSavedIsAnErrorAndReverted)
 {
     Open();
     fs::remove(At("orrery.ini"));
@@ -264,7 +264,7 @@ TEST_F(MainFormPdfTest, AChoiceThatCannotBeKeptIsAnErrorAndTheBoxShowsIt)
     EXPECT_FALSE(form_->chkPdf.checked);
 }
 
-TEST_F(MainFormPdfTest, LiesBesideTheWorkbookAndTheLastLineNamesBoth)
+TEST_F(MainFormPdfTest, IsBesideTheWorkbookAndTheStatusNamesBoth)
 {
     MainForm& form = OpenDeskAsPdf();
     Texts statuses;
@@ -279,7 +279,7 @@ TEST_F(MainFormPdfTest, LiesBesideTheWorkbookAndTheLastLineNamesBoth)
               (Texts{"Start PDF printer", "Release PDF printer"}));
 }
 
-TEST_F(MainFormPdfTest, IsNotMadeUnasked)
+TEST_F(MainFormPdfTest, IsMadeOnlyOnRequest)
 {
     MainForm& form = OpenDesk();
     form.cmdGenerate_Click();
@@ -287,7 +287,7 @@ TEST_F(MainFormPdfTest, IsNotMadeUnasked)
     EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls") + " by fake");
 }
 
-TEST_F(MainFormPdfTest, IsNotMadeWhereTheBoxIsNotOnShow)
+TEST_F(MainFormPdfTest, IsNotMadeIfTheCheckBoxIsHidden)
 {
     OpenDeskAsPdf();
     engines_.canPrintPdf = false;

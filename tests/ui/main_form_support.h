@@ -14,8 +14,8 @@
 
 namespace orrery::ui {
 
-/// The main window of an installation in the test's folder, which has these templates: Desk.xls
-/// with a parameter file, Plain.xlsx without one.
+/// The main window of an installation in the test's folder with two templates: Desk.xls with a
+/// parameter file, Plain.xlsx without.
 class MainFormTest : public testing_support::ScratchFolderTest {
 protected:
     using Texts = std::vector<std::string>;
@@ -64,7 +64,7 @@ protected:
         return list.HasSelection() ? list.entries.at(static_cast<std::size_t>(list.selected))
                                    : "none";
     }
-    /// What the parameter dialog does when its user changed the monthly sheet.
+    /// Changes the monthly sheet name as the parameter dialog would.
     void EditMonthlySheet(const std::string& name)
     {
         form_->working.sets.Monthly.SheetName = name;

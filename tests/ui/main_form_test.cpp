@@ -15,7 +15,7 @@ using Texts = std::vector<std::string>;
 constexpr const char* kQuestion = "Ask: The parameters for Plain.xlsx has been changed.\r\n"
                                   "Do you want to save the changes?";
 
-TEST_F(MainFormTest, ControlsSayWhatTheyAreFor)
+TEST_F(MainFormTest, ControlsHaveTheirCaptions)
 {
     const MainForm& form = Open();
     EXPECT_EQ(form.name, "frmMain");
@@ -55,7 +55,7 @@ struct YearCase {
 
 class FirstYearTest : public MainFormTest, public testing::WithParamInterface<YearCase> {};
 
-TEST_P(FirstYearTest, IsTheNextOneOnceJuneIsOver)
+TEST_P(FirstYearTest, IsNextYearFromJulyOn)
 {
     EXPECT_EQ(Open(GetParam().today).txtYear.text, GetParam().expected);
 }
@@ -67,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(Days, FirstYearTest,
                                          YearCase{"December", {2027, 12}, "2028"}),
                          [](const auto& each) { return std::string(each.param.name); });
 
-TEST_F(MainFormTest, TodayIsTheClocksDay)
+TEST_F(MainFormTest, TodayIsTheCurrentDay)
 {
     std::array<char, 8> text{};
     const std::time_t now = std::time(nullptr);
@@ -88,7 +88,7 @@ TEST_F(MainFormTest, TheYearStepsFrom1To9999)
     EXPECT_EQ(form.txtYear.text, "1");
 }
 
-TEST_F(MainFormTest, WithoutASettingsFileTheFirstStartBringsWhatIsInstalled)
+TEST_F(MainFormTest, TheFirstStartCopiesTheInstalledFiles)
 {
     system_ = {At("bin/"), At("config/"), At("data/"), At("installed/")};
     Write("installed/orrery.ini", "[Environment]\nShowTips=N\n");
@@ -101,7 +101,7 @@ TEST_F(MainFormTest, WithoutASettingsFileTheFirstStartBringsWhatIsInstalled)
     EXPECT_FALSE(form.CurrentSettings().ShowTips);
 }
 
-TEST_F(MainFormTest, SettingsThatCannotBeReadAreReportedOnceTheWindowIsOnTheScreen)
+TEST_F(MainFormTest, UnreadableSettingsAreReportedWhenTheWindowIsVisible)
 {
     system_ = {At("bin/"), At(""), At("data/"), ""};
     fs::create_directories(At("orrery/orrery.ini"));
@@ -163,7 +163,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 struct StateCase {
     const char* name;
-    const char* templateFile; ///< nullptr: none is chosen
+    const char* templateFile; ///< nullptr if none is chosen
     bool edited;
     bool save;
     bool others; ///< Generate, Open, Modify
@@ -275,7 +275,7 @@ TEST_F(MainFormTest, NoDropsTheChanges)
     EXPECT_FALSE(form.working.Changed());
 }
 
-TEST_F(MainFormTest, WhatCannotBeSavedKeepsItsTemplate)
+TEST_F(MainFormTest, AFailedSaveKeepsTheTemplate)
 {
     const MainForm& form = OpenWith("Plain.xlsx");
     EditMonthlySheet("mine");
@@ -302,7 +302,7 @@ TEST_F(MainFormTest, SaveWritesTheDefaultsAtOnce)
     EXPECT_FALSE(form.cmdSave.enabled);
 }
 
-TEST_F(MainFormTest, WhatWasSavedIsReadBack)
+TEST_F(MainFormTest, SavedParametersAreReadBack)
 {
     MainForm& form = OpenWith("Plain.xlsx");
     EditMonthlySheet("mine");
@@ -315,7 +315,7 @@ TEST_F(MainFormTest, WhatWasSavedIsReadBack)
     EXPECT_EQ(form.working.sets.Monthly.SheetName, "mine");
 }
 
-TEST_F(MainFormTest, AFailedSaveIsReportedAndLeavesTheFlags)
+TEST_F(MainFormTest, AFailedSaveIsReportedAndKeepsTheFlags)
 {
     MainForm& form = OpenWith("Plain.xlsx");
     fs::create_directories(At("template/Plain.ini"));

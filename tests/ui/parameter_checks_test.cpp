@@ -6,7 +6,7 @@
 namespace orrery::ui {
 namespace {
 
-/// What the user does to a valid dialog, and what OK then says.
+/// What the user changes in a valid dialog, and what OK then reports.
 struct CheckCase {
     const char* name;
     void (*edit)(ParameterForm& form);
@@ -48,7 +48,7 @@ const std::vector<CheckCase> kMonthlyChecks{
      "The first cell of year is not valid.", "txtMFirstCellofYear"},
     {"13CellOfHoliday", [](ParameterForm& form) { form.monthly.txtFirstCellofHoliday.Type("B0"); },
      "The first cell of holiday is not valid.", "txtMFirstCellofHoliday"},
-    // These two alone lead to another cell than the one that is wrong.
+    // Only these two move the focus to a cell other than the wrong one.
     {"14ColumnsOfHoliday",
      [](ParameterForm& form) { form.monthly.txtFirstCellofHoliday.Type("IQ6"); },
      "The max col of holiday is greater than 256,\r\n"
@@ -130,7 +130,8 @@ const std::vector<CheckCase> kYearlyChecks{
 
 class CheckTest : public ParameterTest, public testing::WithParamInterface<CheckCase> {
 protected:
-    /// The one message, its tab on show, the focus on its control and the dialog open.
+    /// Expects exactly one message, its tab shown, the focus on its control and the dialog still
+    /// open.
     void ExpectProblem(const CheckCase& expected, int tab)
     {
         EXPECT_EQ(desktop.TakeCalls(), std::vector{std::string("Report: ") + expected.message});
@@ -159,7 +160,7 @@ TEST_P(MonthlyCheckTest, IsReportedOnOk)
     EXPECT_FALSE(working.monthlyChanged);
 }
 
-TEST_P(MonthlyCheckTest, ComesBeforeTheLaterOnes)
+TEST_P(MonthlyCheckTest, PrecedesTheLaterOnes)
 {
     for (std::size_t later = kMonthlyChecks.size(); later-- > 0;) {
         if (kMonthlyChecks[later].name == std::string(GetParam().name))
@@ -172,7 +173,7 @@ TEST_P(MonthlyCheckTest, ComesBeforeTheLaterOnes)
     }
 }
 
-TEST_P(MonthlyCheckTest, IsNotMadeWithoutTheCalendar)
+TEST_P(MonthlyCheckTest, IsSkippedWithoutTheCalendar)
 {
     GetParam().edit(Open());
     form().monthly.chkOutCalendar.Toggle();
@@ -196,7 +197,7 @@ TEST_P(YearlyCheckTest, IsReportedOnOk)
     EXPECT_FALSE(working.yearlyChanged);
 }
 
-TEST_P(YearlyCheckTest, ComesBeforeTheLaterOnes)
+TEST_P(YearlyCheckTest, PrecedesTheLaterOnes)
 {
     for (std::size_t later = kYearlyChecks.size(); later-- > 0;) {
         if (kYearlyChecks[later].name == std::string(GetParam().name))
@@ -209,7 +210,7 @@ TEST_P(YearlyCheckTest, ComesBeforeTheLaterOnes)
     }
 }
 
-TEST_P(YearlyCheckTest, IsNotMadeWithoutTheCalendar)
+TEST_P(YearlyCheckTest, IsSkippedWithoutTheCalendar)
 {
     GetParam().edit(Open());
     form().yearly.chkOutCalendar.Toggle();
@@ -220,12 +221,12 @@ TEST_P(YearlyCheckTest, IsNotMadeWithoutTheCalendar)
 
 INSTANTIATE_TEST_SUITE_P(Steps, YearlyCheckTest, testing::ValuesIn(kYearlyChecks), NameOf);
 
-// ---- checks that a box switches
+// ---- checks that depend on a check box
 
 struct BoxCase {
     const char* name;
     CheckBox ParameterTab::*box;
-    std::vector<std::string> monthly; ///< steps that go with the box
+    std::vector<std::string> monthly; ///< checks that depend on the box
     std::vector<std::string> yearly;
 };
 
@@ -239,7 +240,7 @@ protected:
     }
 };
 
-TEST_P(BoxTest, SwitchesItsChecksAndNoOther)
+TEST_P(BoxTest, SwitchesOnlyItsChecks)
 {
     for (const CheckCase& check : kMonthlyChecks) {
         check.edit(Open());

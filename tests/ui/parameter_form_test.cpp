@@ -26,7 +26,7 @@ TEST_F(ParameterFormTest, HasItsNamesAndCaptions)
     EXPECT_TRUE(form().isOpen);
 }
 
-// ---- the strip of tabs
+// ---- the tabs
 
 struct FirstTabCase {
     bool monthly;
@@ -44,7 +44,7 @@ TEST_F(ParameterFormTest, TheYearlyTabIsFirstOnlyWhenItsCalendarIsTheOnlyOne)
     }
 }
 
-TEST_F(ParameterFormTest, TheSelectedTabLosesItsMnemonic)
+TEST_F(ParameterFormTest, TheSelectedTabHasNoMnemonic)
 {
     Open().tabOrrery_Click(2);
     EXPECT_EQ(form().tabOrrery.selected, 2);
@@ -148,7 +148,7 @@ TEST_F(ParameterFormTest, TheMonthlyFlagStaysWhenOkIsTriedAgain)
     EXPECT_TRUE(working.yearlyChanged);
 }
 
-TEST_F(ParameterFormTest, BothWrongShowsTheMonthlyMessageAlone)
+TEST_F(ParameterFormTest, BothWrongShowsOnlyTheMonthlyMessage)
 {
     Open().monthly.txtSheetName.Type("");
     form().yearly.txtFirstCellofDay.Type("");
@@ -181,7 +181,7 @@ TEST_F(ParameterFormTest, AnUnknownLayoutHasToBeChosen)
     EXPECT_EQ(working.sets.Yearly.MonthLayout, 5);
 }
 
-TEST_F(ParameterFormTest, AnIntervalThatCannotBeReadIsThrownAndTheDialogStays)
+TEST_F(ParameterFormTest, AnInvalidIntervalThrowsAndTheDialogStaysOpen)
 {
     Open().yearly.cboLayoutofMonths.Select(0);
     form().yearly.txtColIntervalofMonth.Type("");
@@ -191,8 +191,8 @@ TEST_F(ParameterFormTest, AnIntervalThatCannotBeReadIsThrownAndTheDialogStays)
     EXPECT_TRUE(desktop.calls.empty());
 }
 
-/// Notes what the dialog shows at the moment of the report.
-class WitnessDesktop : public FakeDesktop {
+/// Records what the dialog shows when a problem is reported.
+class RecordingDesktop : public FakeDesktop {
 public:
     void Report(const std::string& text) override
     {
@@ -208,8 +208,8 @@ public:
 
 TEST_F(ParameterFormTest, AFailureIsReportedBeforeTheTabAndTheFocusMove)
 {
-    WitnessDesktop witness;
-    ParameterForm dialog(working, names, app::TemplatePlace{}, witness);
+    RecordingDesktop witness;
+    ParameterForm dialog(working, names, app::TemplateLocation{}, witness);
     witness.form = &dialog;
     dialog.yearly.txtSheetName.Type("");
     EXPECT_FALSE(dialog.ValidateYParameters());
@@ -248,7 +248,7 @@ TEST_F(ParameterFormTest, OtherKeysDoNotClose)
     EXPECT_TRUE(form().isOpen);
 }
 
-// ---- the holiday viewer
+// ---- the holiday dialog
 
 class ChangeHolidayTest : public testing_support::ScratchFolderTest {
 protected:
@@ -258,9 +258,9 @@ protected:
         Write("template/Desk.ini", "[Monthly Calendar]\nHoliday=0101, DAY, Monthly rule\n"
                                    "[Yearly Calendar]\nHoliday=0102, DAY, Yearly rule\n");
         form_.emplace(working_, names_,
-                      app::TemplatePlace{At("template/"), At("holiday/"), "Desk.xls"}, desktop_);
+                      app::TemplateLocation{At("template/"), At("holiday/"), "Desk.xls"}, desktop_);
     }
-    /// The user chooses an entry of the viewer.
+    /// The user chooses an entry in the holiday dialog.
     static void Choose(HolidayForm& viewer, int index)
     {
         viewer.cboHolidayFile.Select(index);

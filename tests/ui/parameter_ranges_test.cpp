@@ -20,7 +20,7 @@ protected:
         form().yearly.cboLayoutofMonths.selected = index;
         form().yearly.cboLayoutofMonths_Click();
     }
-    /// The first problem of the monthly tab with one text typed; empty when there is none.
+    /// The first problem of the monthly tab after typing one text; empty if there is none.
     std::string Monthly(TextBox& box, const std::string& text)
     {
         return Try(box, text, [this] { return CheckMonthly(form().monthly); });
@@ -41,7 +41,7 @@ private:
     }
 };
 
-TEST_F(RangeTest, ASheetNameOfBlanksIsAName)
+TEST_F(RangeTest, ASheetNameOfBlanksIsValid)
 {
     EXPECT_EQ(Monthly(form().monthly.txtSheetName, " "), "");
     EXPECT_EQ(Yearly(form().yearly.txtSheetName, " "), "");
@@ -84,7 +84,7 @@ const std::vector<IntervalCase> kIntervals{
 
 TEST_F(RangeTest, IntervalsOfDay)
 {
-    // Far from the last row, so that no interval leads out of the sheet's rows.
+    // Far from the last row, so that no interval leaves the sheet.
     form().monthly.txtFirstCellofDay.text = form().monthly.txtFirstCellofHoliday.text = "A1";
     form().monthly.txtFirstCellofWeekday.text = "A1";
     form().yearly.txtFirstCellofDay.text = form().yearly.txtFirstCellofHoliday.text = "A1";
@@ -112,7 +112,7 @@ TEST_F(RangeTest, IntervalsOfMonth)
     }
 }
 
-TEST_F(RangeTest, AHalfGoesToTheEvenNeighbour)
+TEST_F(RangeTest, HalvesRoundToEven)
 {
     form().monthly.txtColInterval.text = "2.5"; // 2: 244 + 12 = 256
     EXPECT_EQ(Monthly(form().monthly.txtFirstCellofDay, "IJ5"), "");
@@ -162,14 +162,14 @@ TEST_F(RangeTest, MonthlyNamesHaveFewerLimits)
 struct LayoutCase {
     const char* name;
     int index;
-    int columnSteps; ///< months side by side, less one
-    int rowSteps;    ///< months one under the other, less one
+    int columnSteps; ///< months side by side, minus one
+    int rowSteps;    ///< rows of months, minus one
 };
 
 class LayoutTest : public RangeTest, public testing::WithParamInterface<LayoutCase> {
 protected:
     static std::string Cell(int row, int column) { return model::FormatCellRef({row, column}); }
-    /// The last cell with which a block passes: it takes so many columns and rows besides.
+    /// The last first cell that passes for a block that extends by `columns` and `rows`.
     void ExpectLast(TextBox& box, int columns, int rows)
     {
         SCOPED_TRACE(box.name);

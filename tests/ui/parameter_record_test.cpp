@@ -9,13 +9,13 @@ namespace {
 using model::CalendarParameters;
 using model::CellPosition;
 
-/// What goes from a record into the controls and back.
+/// Copying a parameter set to the controls and back.
 class ParameterRecordTest : public ParameterTest {
 protected:
     std::vector<ParameterTab*> BothTabs() { return {&form().monthly, &form().yearly}; }
 };
 
-/// One field of a record: a value of it and how its control shows that.
+/// A field of a set: a value, and how its control shows it.
 struct FieldCase {
     const char* name;
     void (*set)(CalendarParameters& record);
@@ -120,7 +120,7 @@ TEST_P(FieldTest, IsShown)
         EXPECT_EQ(GetParam().shown(*tab), GetParam().expected) << tab->key;
 }
 
-/// What was shown goes into another record as it was, each field alone and all together.
+/// What was shown is stored unchanged in another set, each field alone and all together.
 TEST_P(FieldTest, IsReadBack)
 {
     GetParam().set(working.sets.Monthly);
@@ -137,14 +137,14 @@ TEST_P(FieldTest, IsReadBack)
 INSTANTIATE_TEST_SUITE_P(Fields, FieldTest, testing::ValuesIn(kFields),
                          [](const auto& each) { return std::string(each.param.name); });
 
-TEST_F(ParameterRecordTest, TheSampleIsShownAsItStands)
+TEST_F(ParameterRecordTest, TheSampleIsShownUnchanged)
 {
     Open();
     EXPECT_TRUE(form().monthly.lblHolidaySample.isLiteral);
 }
 
-/// What the user types becomes the fields of the record.
-TEST_F(ParameterRecordTest, WhatIsTypedIsSaved)
+/// What the user types is stored in the fields of the set.
+TEST_F(ParameterRecordTest, TypedValuesAreSaved)
 {
     Open();
     for (ParameterTab* tab : BothTabs()) {
@@ -194,7 +194,7 @@ TEST_F(ParameterRecordTest, WhatIsTypedIsSaved)
     }
 }
 
-TEST_F(ParameterRecordTest, WithoutOutputOnlyThatIsSaved)
+TEST_F(ParameterRecordTest, WithoutOutputOnlyTheFlagIsSaved)
 {
     Open();
     for (ParameterTab* tab : BothTabs()) {
@@ -218,7 +218,7 @@ struct CellCase {
     CellPosition expected;
 };
 
-TEST_F(ParameterRecordTest, ACellThatNoCheckLookedAtIsStoredAsItParses)
+TEST_F(ParameterRecordTest, AnUncheckedCellIsStoredAsParsed)
 {
     for (const CellCase& each : {CellCase{"", {0, 0}},
                                  {" b ", {0, 2}},
@@ -321,7 +321,7 @@ TEST_F(ParameterRecordTest, NamesThatMatchNoEntrySelectTheFirst)
 
 TEST_F(ParameterRecordTest, EqualNamesSelectTheirFirstEntry)
 {
-    names.Weekdays.Add(kShortDays); // list 2 is list 1 once more
+    names.Weekdays.Add(kShortDays); // list 2 equals list 1
     working.sets.Monthly.WeekdayName = 2;
     EXPECT_EQ(Open().monthly.cboWeekdayName.selected, 1);
 }

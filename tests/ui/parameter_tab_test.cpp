@@ -146,7 +146,7 @@ TEST_F(ParameterTabTest, ArrowsStayInTheRangeOfTheChecks)
 
 using Names = std::set<std::string>;
 
-/// Names without the letter of the controls that can be used.
+/// Names of the enabled controls, without the calendar's letter.
 Names EnabledOf(const ParameterTab& tab)
 {
     auto controls = CommonControls(tab);
@@ -194,11 +194,11 @@ Names United(const std::vector<Names>& groups)
     return all;
 }
 
-/// Every combination of the five boxes, bit by bit.
+/// Every combination of the five check boxes, one bit each.
 class EnablingTest : public ParameterTabTest, public testing::WithParamInterface<int> {
 protected:
     bool Bit(int bit) const { return (GetParam() >> bit & 1) != 0; }
-    /// The groups that the boxes turn on.
+    /// The control groups that the boxes enable.
     Names Expected(const Names& grid) const
     {
         if (!Bit(0))
@@ -261,7 +261,7 @@ TEST_P(EnablingTest, FollowsClicks)
     EXPECT_EQ(EnabledOf(form().yearly), Expected(United({kLayout, kColOfMonth, kRowOfMonth})));
 }
 
-TEST_P(EnablingTest, ComesBackWithTheCalendar)
+TEST_P(EnablingTest, IsRestoredWithTheCalendar)
 {
     SetRecord(working.sets.Monthly);
     SetRecord(working.sets.Yearly);
@@ -307,7 +307,7 @@ TEST_F(ParameterTabTest, ALayoutEnablesItsIntervals)
     }
 }
 
-TEST_F(ParameterTabTest, WithoutALayoutTheIntervalsStayAsTheyAre)
+TEST_F(ParameterTabTest, WithoutALayoutTheIntervalsAreUnchanged)
 {
     working.sets.Yearly.MonthLayout = 5;
     YearlyTab& tab = Open().yearly;

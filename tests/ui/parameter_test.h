@@ -21,7 +21,7 @@ inline const model::MonthNameList::Names kEnglishMonths{
 inline const model::MonthNameList::Names kShortMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
-/// Two lists of weekdays and of months.
+/// Two lists each of weekdays and months.
 inline model::NameTables TwoNameLists()
 {
     model::NameTables names;
@@ -32,7 +32,7 @@ inline model::NameTables TwoNameLists()
     return names;
 }
 
-/// Sets that pass every check and whose every field differs from an empty record's.
+/// Sets that pass every check and in which every field differs from its initial value.
 inline model::ParameterSets ValidSets()
 {
     model::ParameterSets sets;
@@ -64,13 +64,13 @@ inline model::ParameterSets ValidSets()
     return sets;
 }
 
-/// A dialog over working sets, and what it asks of the desktop.
+/// A dialog for working sets, with a fake desktop.
 class ParameterTest : public testing::Test {
 protected:
-    /// Opens the dialog; before that the test may change `working` and `names`.
+    /// Opens the dialog; the test may change `working` and `names` before.
     ParameterForm& Open()
     {
-        form_.emplace(working, names, app::TemplatePlace{"/t/", "/h/", "Desk.xls"}, desktop);
+        form_.emplace(working, names, app::TemplateLocation{"/t/", "/h/", "Desk.xls"}, desktop);
         return *form_;
     }
     ParameterForm& form() { return *form_; }

@@ -27,7 +27,7 @@ protected:
     const std::string settings_ = At("orrery.ini");
 };
 
-TEST_F(TipFormTest, ControlsSayWhatTheyAreFor)
+TEST_F(TipFormTest, ControlsHaveTheirCaptions)
 {
     const TipForm form = MakeForm();
     EXPECT_EQ(form.name, "frmTip");
@@ -57,13 +57,13 @@ TEST_F(TipFormTest, BackslashNIsALineBreak)
     EXPECT_EQ(TipsOf("\\n\\na\\\\nb\\N\\"), Texts{"\r\n\r\na\\\r\nb\\N\\"});
 }
 
-TEST_F(TipFormTest, TheFileMayBeUtf8OrOfTheCodePage)
+TEST_F(TipFormTest, TheFileMayBeUtf8OrInTheCodePage)
 {
     EXPECT_EQ(TipsOf("\xEF\xBB\xBFM\xC3\xA4rz\n"), Texts{"M\xC3\xA4rz"});
     EXPECT_EQ(TipsOf("M\xE4rz\n"), Texts{"M\xC3\xA4rz"});
 }
 
-TEST_F(TipFormTest, AMissingFileHasATextOfItsOwnAndNoNextTip)
+TEST_F(TipFormTest, AMissingFileShowsAMessageAndNoNextTip)
 {
     TipForm form = MakeForm();
     EXPECT_EQ(form.lblTipText.caption, kMissing);
@@ -73,7 +73,7 @@ TEST_F(TipFormTest, AMissingFileHasATextOfItsOwnAndNoNextTip)
     EXPECT_EQ(form.lblTipText.caption, kMissing);
 }
 
-TEST_F(TipFormTest, LoadTipsTellsWhetherTheFileWasRead)
+TEST_F(TipFormTest, LoadTipsReturnsWhetherTheFileWasRead)
 {
     TipForm form = MakeForm();
     EXPECT_FALSE(form.LoadTips(""));
@@ -83,7 +83,7 @@ TEST_F(TipFormTest, LoadTipsTellsWhetherTheFileWasRead)
     EXPECT_EQ(form.lblTipText.caption, "A tip");
 }
 
-TEST_F(TipFormTest, AFileOfBlankLinesLeavesTheText)
+TEST_F(TipFormTest, AFileOfBlankLinesKeepsTheText)
 {
     Write("tips.txt", "  \n\n");
     TipForm form = MakeForm();
@@ -121,7 +121,7 @@ TEST_F(TipFormTest, EveryTipIsEquallyLikelyToBeTheFirst)
         ++counts[form.lblTipText.caption];
     }
     ASSERT_EQ(counts.size(), 3U);
-    for (const auto& [tip, count] : counts) // eight standard deviations of chance
+    for (const auto& [tip, count] : counts) // eight standard deviations
         EXPECT_NEAR(count, draws / 3, 206) << tip;
 }
 
@@ -129,7 +129,7 @@ TEST_F(TipFormTest, EveryTipIsEquallyLikelyToBeTheFirst)
 
 struct SettingCase {
     const char* name;
-    const char* settings; ///< nullptr: no file
+    const char* settings; ///< nullptr if there is no file
     bool checked;
 };
 
@@ -169,7 +169,7 @@ TEST_F(TipFormTest, EveryClickIsWrittenAtOnce)
     EXPECT_TRUE(form.isOpen);
 }
 
-TEST_F(TipFormTest, WhatOthersWroteMeanwhileStays)
+TEST_F(TipFormTest, ChangesByOtherProgramsAreKept)
 {
     Write("orrery.ini", "[Environment]\r\nShowTips=Y\r\n");
     TipForm form = MakeForm();
@@ -179,7 +179,7 @@ TEST_F(TipFormTest, WhatOthersWroteMeanwhileStays)
     EXPECT_EQ(util::ReadFile(settings_), "[Environment]\r\nShowTips=N\r\nEngine=builtin\r\n");
 }
 
-TEST_F(TipFormTest, ASettingThatCannotBeWrittenIsAnErrorAndTheBoxShowsIt)
+TEST_F(TipFormTest, ASettingThatCannotBeWrittenIsAnErrorAndReverted)
 {
     fs::create_directories(settings_); // no file can be written there
     TipForm form = MakeForm();

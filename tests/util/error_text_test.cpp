@@ -21,21 +21,21 @@ TEST(ErrorText, NamesTheSubject)
 {
     for (const ErrorKind kind : test::KindsUpTo(ErrorKind::FileSizeLimit)) {
         if (kind == ErrorKind::Overflow || kind == ErrorKind::OutOfRange)
-            continue; // of numbers that have no name
+            continue; // errors without a subject
         test::ExpectSubject(kind);
     }
 }
 
-TEST(ErrorText, ShowsNoEmptyNameOfAFile)
+TEST(ErrorText, OmitsAnEmptyFileName)
 {
     for (const ErrorKind kind : test::KindsUpTo(ErrorKind::FileSizeLimit)) {
         if (kind < ErrorKind::FileNotFound || kind == ErrorKind::FolderNotCreated)
-            continue; // whoever makes a folder knows its name
+            continue; // its folder is always known
         test::ExpectNoEmptyName(kind);
     }
 }
 
-TEST(ErrorText, ShowsControlCharactersOfNamesAsOneSign)
+TEST(ErrorText, ReplacesControlCharactersInNames)
 {
     EXPECT_EQ(Printable("a\tb\n\x7F\xC2\x9B c\xC3\xA4"), "a\xEF\xBF\xBD"
                                                          "b\xEF\xBF\xBD\xEF\xBF\xBD"
@@ -44,13 +44,13 @@ TEST(ErrorText, ShowsControlCharactersOfNamesAsOneSign)
     EXPECT_TRUE(text.starts_with("\"a\xEF\xBF\xBD[31m\" cannot be read: b\xEF\xBF\xBD.")) << text;
 }
 
-TEST(ErrorText, PassesOnWhatTheShellSays)
+TEST(ErrorText, ShowsTheShellsMessage)
 {
     EXPECT_EQ(ErrorText(Error(ErrorKind::ShellFailure, "a.xls", "File not found")),
               "File not found");
 }
 
-TEST(ErrorText, TakesOtherExceptions)
+TEST(ErrorText, AcceptsOtherExceptions)
 {
     EXPECT_EQ(ErrorText(std::runtime_error("Some text.")), "Some text.");
     EXPECT_EQ(ErrorText(std::bad_alloc()), "Out of memory. Close other programs and try again.");
@@ -59,14 +59,14 @@ TEST(ErrorText, TakesOtherExceptions)
     EXPECT_EQ(ErrorText(file), "\"a.txt\" cannot be used: No such file or directory.");
 }
 
-TEST(ErrorText, ReadsShortErrors)
+TEST(ErrorText, FormatsErrorsWithoutASubject)
 {
     EXPECT_EQ(ErrorText(OverflowError()), "Overflow: a number is too large for its place.");
     EXPECT_EQ(ErrorText(OutOfRangeError()),
               "Out of range: an entry beyond the end of a list was asked for.");
 }
 
-TEST(Error, KeepsItsParts)
+TEST(Error, KeepsKindSubjectAndCause)
 {
     const Error error(ErrorKind::FileNotReadable, "a.xlsx", "it is locked");
     EXPECT_EQ(error.Kind(), ErrorKind::FileNotReadable);

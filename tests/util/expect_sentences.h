@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-/// What holds for the sentences of every floor's kinds of errors.
+/// Checks that the messages of every layer's error kinds must pass.
 namespace orrery::test {
 
-/// Every value of an enumeration that begins with 0.
+/// All values of an enumeration from 0 to `last`.
 template <typename Kind> std::vector<Kind> KindsUpTo(Kind last)
 {
     std::vector<Kind> kinds;
@@ -22,8 +22,8 @@ template <typename Kind> std::vector<Kind> KindsUpTo(Kind last)
     return kinds;
 }
 
-/// Each kind has a sentence that no other has, with a cause and without one. Some only pass on what
-/// somebody else says.
+/// Each kind has its own message, with and without a cause. Kinds in `passedOn` show only the
+/// cause.
 template <typename Kind> void ExpectSentences(Kind last, const std::vector<Kind>& passedOn)
 {
     std::set<std::string> texts;

@@ -18,11 +18,11 @@ using testing_support::ScratchFolder;
 
 std::string CauseOf(const fs::path& path)
 {
-    const auto obstacle = ReadingObstacle(path);
-    if (!obstacle)
+    const auto error = FindReadError(path);
+    if (!error)
         return "none";
-    EXPECT_EQ(obstacle->Kind(), ErrorKind::NotARegularFile);
-    return obstacle->Cause();
+    EXPECT_EQ(error->Kind(), ErrorKind::NotARegularFile);
+    return error->Cause();
 }
 
 void MakeSocket(const fs::path& path)
@@ -35,7 +35,7 @@ void MakeSocket(const fs::path& path)
     ::close(number);
 }
 
-TEST(ReadFile, WaitsForNoPipeAndReadsNoDevice)
+TEST(ReadFile, DoesNotWaitForPipesOrReadDevices)
 {
     const ScratchFolder scratch;
     ASSERT_EQ(::mkfifo((scratch / "pipe").c_str(), 0666), 0);
@@ -61,7 +61,7 @@ TEST(ReadFile, FollowsLinksToRegularFiles)
     EXPECT_EQ(ReadFile(scratch / "link"), "text");
 }
 
-TEST(ReadingObstacle, NamesPermissions)
+TEST(FindReadError, ReportsMissingPermissions)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch.Write("a", "text");
@@ -72,19 +72,19 @@ TEST(ReadingObstacle, NamesPermissions)
     bool isMissing = true;
     {
         const OrdinaryUser user;
-        ofFile = ReadingObstacle(file);
+        ofFile = FindReadError(file);
     }
     fs::permissions(scratch.Path(), fs::perms(0));
     {
         const OrdinaryUser user;
-        inFolder = ReadingObstacle(file);
+        inFolder = FindReadError(file);
         isMissing = IsMissing(file);
     }
     fs::permissions(scratch.Path(), fs::perms(0755));
-    for (const auto& obstacle : {ofFile, inFolder}) {
-        ASSERT_TRUE(obstacle);
-        EXPECT_EQ(obstacle->Kind(), ErrorKind::FileNotReadable);
-        EXPECT_EQ(obstacle->Cause(), "Permission denied");
+    for (const auto& error : {ofFile, inFolder}) {
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->Kind(), ErrorKind::FileNotReadable);
+        EXPECT_EQ(error->Cause(), "Permission denied");
     }
     EXPECT_FALSE(isMissing);
 }

@@ -13,16 +13,16 @@ namespace {
 namespace fs = std::filesystem;
 using testing_support::ScratchFolder;
 
-/// The kind of an obstacle, which has to name the path.
-std::optional<AnyErrorKind> KindOf(const std::optional<Error>& obstacle, const fs::path& path)
+/// The kind of an error, whose subject must be the path.
+std::optional<AnyErrorKind> KindOf(const std::optional<Error>& error, const fs::path& path)
 {
-    if (!obstacle)
+    if (!error)
         return std::nullopt;
-    EXPECT_EQ(obstacle->Subject(), FromPath(path));
-    return obstacle->Kind();
+    EXPECT_EQ(error->Subject(), FromPath(path));
+    return error->Kind();
 }
 
-TEST(ReadFile, GivesTheBytes)
+TEST(ReadFile, ReturnsTheBytes)
 {
     const ScratchFolder scratch;
     std::string bytes(200000, 'x');
@@ -31,29 +31,29 @@ TEST(ReadFile, GivesTheBytes)
     EXPECT_EQ(ReadFile(scratch.Write("b", "")), "");
 }
 
-TEST(ReadFile, GivesNothingForWhatIsNoFile)
+TEST(ReadFile, ReturnsNothingForAnythingButFiles)
 {
     const ScratchFolder scratch;
     EXPECT_EQ(ReadFile(scratch / "missing"), std::nullopt);
     EXPECT_EQ(ReadFile(scratch.Path()), std::nullopt);
 }
 
-TEST(ReadTextFile, TakesSixteenMebibytesAndNoMore)
+TEST(ReadTextFile, ReadsAtMostSixteenMebibytes)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch.Write("a", "");
-    fs::resize_file(file, kMostText);
+    fs::resize_file(file, kMaxTextFileSize);
     const auto bytes = ReadTextFile(file);
     ASSERT_TRUE(bytes);
     EXPECT_EQ(bytes->size(), 16777216U);
-    EXPECT_EQ(TextObstacle(file), std::nullopt);
-    fs::resize_file(file, kMostText + 1);
+    EXPECT_EQ(FindTextReadError(file), std::nullopt);
+    fs::resize_file(file, kMaxTextFileSize + 1);
     EXPECT_EQ(ReadTextFile(file), std::nullopt);
-    EXPECT_EQ(KindOf(TextObstacle(file), file), ErrorKind::TextFileTooLarge);
-    EXPECT_EQ(ReadingObstacle(file), std::nullopt) << "only texts have the limit";
+    EXPECT_EQ(KindOf(FindTextReadError(file), file), ErrorKind::TextFileTooLarge);
+    EXPECT_EQ(FindReadError(file), std::nullopt) << "only texts have the limit";
 }
 
-TEST(InputFile, DoesNotReadBeyondTheLimitWhatGrowsMeanwhile)
+TEST(InputFile, StopsAtTheLimitIfTheFileGrows)
 {
     const ScratchFolder scratch;
     const fs::path path = scratch.Write("a", "short");
@@ -62,7 +62,7 @@ TEST(InputFile, DoesNotReadBeyondTheLimitWhatGrowsMeanwhile)
     EXPECT_THROW(file.ReadAll(100000), Error);
 }
 
-TEST(InputFile, TellsWhetherItChanged)
+TEST(InputFile, DetectsChanges)
 {
     const ScratchFolder folder;
     const auto path = folder.Write("a.txt", "first");
@@ -73,7 +73,7 @@ TEST(InputFile, TellsWhetherItChanged)
     EXPECT_THROW(file.CheckUnchanged(), Error);
 }
 
-TEST(InputFile, DoesNotMindAFileThatTakesItsName)
+TEST(InputFile, IgnoresAnotherFileThatTakesItsName)
 {
     const ScratchFolder folder;
     const auto path = folder.Write("a.txt", "first");
@@ -82,37 +82,49 @@ TEST(InputFile, DoesNotMindAFileThatTakesItsName)
     EXPECT_NO_THROW(file.CheckUnchanged());
 }
 
-TEST(ReadingObstacle, TellsWhatIsMissingFromWhatIsNoFile)
+TEST(FindReadError, DistinguishesMissingFilesFromFolders)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch.Write("a", "text");
-    EXPECT_EQ(ReadingObstacle(file), std::nullopt);
+    EXPECT_EQ(FindReadError(file), std::nullopt);
     const fs::path missing = scratch / "missing";
-    EXPECT_EQ(KindOf(ReadingObstacle(missing), missing), ErrorKind::FileNotFound);
-    EXPECT_EQ(KindOf(ReadingObstacle(scratch.Path()), scratch.Path()), ErrorKind::NotARegularFile);
+    EXPECT_EQ(KindOf(FindReadError(missing), missing), ErrorKind::FileNotFound);
+    EXPECT_EQ(KindOf(FindReadError(scratch.Path()), scratch.Path()), ErrorKind::NotARegularFile);
     EXPECT_TRUE(IsMissing(missing));
     EXPECT_FALSE(IsMissing(file));
     EXPECT_FALSE(IsMissing(scratch.Path()));
 }
 
-TEST(ObstacleOfExistingText, LeavesOutWhatIsMissing)
+TEST(FindExistingTextReadError, IgnoresMissingFiles)
 {
     const ScratchFolder scratch;
-    EXPECT_EQ(ObstacleOfExistingText(scratch / "missing"), std::nullopt);
-    EXPECT_EQ(ObstacleOfExistingText(scratch.Write("a", "")), std::nullopt);
-    EXPECT_EQ(KindOf(ObstacleOfExistingText(scratch.Path()), scratch.Path()),
+    EXPECT_EQ(FindExistingTextReadError(scratch / "missing"), std::nullopt);
+    EXPECT_EQ(FindExistingTextReadError(scratch.Write("a", "")), std::nullopt);
+    EXPECT_EQ(KindOf(FindExistingTextReadError(scratch.Path()), scratch.Path()),
               ErrorKind::NotARegularFile);
 }
 
-TEST(ListingObstacle, TellsAFolderFromOtherThings)
+TEST(FindListError, RefusesAnythingButFolders)
 {
     const ScratchFolder scratch;
-    EXPECT_EQ(ListingObstacle(scratch.Path()), std::nullopt);
+    EXPECT_EQ(FindListError(scratch.Path()), std::nullopt);
     const fs::path missing = scratch / "missing";
-    EXPECT_EQ(KindOf(ListingObstacle(missing), missing), ErrorKind::FileNotFound);
+    EXPECT_EQ(KindOf(FindListError(missing), missing), ErrorKind::FileNotFound);
     const fs::path file = scratch.Write("file", "");
-    EXPECT_EQ(KindOf(ListingObstacle(file), file), ErrorKind::FileNotReadable);
-    EXPECT_EQ(KindOf(ListingObstacle(file / ""), file / ""), ErrorKind::FileNotReadable);
+    EXPECT_EQ(KindOf(FindListError(file), file), ErrorKind::FileNotReadable);
+    EXPECT_EQ(KindOf(FindListError(file / ""), file / ""), ErrorKind::FileNotReadable);
+}
+
+TEST(FileExists, IsTrueForReadableFilesOnly)
+{
+    const ScratchFolder scratch;
+    const std::string file = FromPath(scratch.Write("a.txt", ""));
+    EXPECT_TRUE(FileExists(file));
+    EXPECT_TRUE(FileExists(file + '\\'));
+    EXPECT_FALSE(FileExists(FromPath(scratch / "b.txt")));
+    EXPECT_FALSE(FileExists(FromPath(scratch.Path()))) << "a folder";
+    EXPECT_FALSE(FileExists(FromPath(scratch.Path()) + '\\')) << "a folder";
+    EXPECT_FALSE(FileExists(""));
 }
 
 } // namespace

@@ -37,7 +37,7 @@ TEST(ReplaceFile, KeepsThePermissions)
     EXPECT_EQ(ModeOf(file), 0640U);
 }
 
-TEST(ReplaceFile, GivesANewFileThePermissionsOfAnyNewFile)
+TEST(ReplaceFile, GivesANewFileDefaultPermissions)
 {
     const ScratchFolder scratch;
     const mode_t old = ::umask(027);
@@ -59,7 +59,7 @@ TEST(ReplaceFile, FollowsSymbolicLinks)
     EXPECT_EQ(BytesOf(scratch / "real/a"), "new");
 }
 
-TEST(ReplaceFile, MakesTheFileThatALinkWaitsFor)
+TEST(ReplaceFile, CreatesTheMissingTargetOfALink)
 {
     const ScratchFolder scratch;
     fs::create_symlink("later", scratch / "link");
@@ -76,7 +76,7 @@ TEST(ReplaceFile, RefusesALinkToItself)
     EXPECT_EQ(scratch.Entries(), 1) << "nothing left behind";
 }
 
-TEST(ReplaceFile, LeavesAReadOnlyFile)
+TEST(ReplaceFile, KeepsAReadOnlyFile)
 {
     const ScratchFolder scratch;
     fs::permissions(scratch.Path(), fs::perms(0777));
@@ -90,17 +90,17 @@ TEST(ReplaceFile, LeavesAReadOnlyFile)
     EXPECT_EQ(scratch.Entries(), 1);
 }
 
-TEST(ReplaceFile, LeavesAFileThatNobodyMayWrite)
+TEST(ReplaceFile, KeepsAFileWithoutWritePermission)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch.Write("a", "old");
-    fs::permissions(file, fs::perms(0444)); // which does not stop root
+    fs::permissions(file, fs::perms(0444)); // root could still write it
     EXPECT_EQ(KindThrownBy(file), ErrorKind::FileNotWritable);
     EXPECT_EQ(BytesOf(file), "old");
     EXPECT_EQ(scratch.Entries(), 1);
 }
 
-TEST(ReplaceFile, LeavesWhatIsNoRegularFile)
+TEST(ReplaceFile, KeepsSpecialFiles)
 {
     const ScratchFolder scratch;
     ASSERT_EQ(::mkfifo((scratch / "pipe").c_str(), 0666), 0);
@@ -112,15 +112,15 @@ TEST(ReplaceFile, LeavesWhatIsNoRegularFile)
     EXPECT_EQ(scratch.Entries(), 2) << "nothing left behind";
 }
 
-TEST(MakeEmptyFile, DoesNotFollowALinkThatLeadsNowhere)
+TEST(CreateEmptyFile, DoesNotFollowADanglingLink)
 {
     const ScratchFolder scratch;
     fs::create_symlink("nowhere", scratch / "link");
-    EXPECT_THROW(MakeEmptyFile(scratch / "link"), Error);
+    EXPECT_THROW(CreateEmptyFile(scratch / "link"), Error);
     EXPECT_EQ(scratch.Entries(), 1);
 }
 
-/// Lets files grow to that size until the scope ends.
+/// Limits the size of files until the scope ends.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes)
@@ -137,7 +137,7 @@ private:
     rlimit old_ = {};
 };
 
-TEST(ReplaceFile, TellsOfTheLimitOnTheSizeOfFiles)
+TEST(ReplaceFile, ReportsTheFileSizeLimit)
 {
     PrepareProcess();
     const ScratchFolder scratch;
@@ -157,7 +157,7 @@ TEST(ReplaceFile, TellsOfTheLimitOnTheSizeOfFiles)
     EXPECT_EQ(scratch.Entries(), 1) << "nothing left behind";
 }
 
-TEST(ReplaceFile, LeavesAFileOfAReadOnlyFolder)
+TEST(ReplaceFile, KeepsAFileInAReadOnlyFolder)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch.Write("a", "old");
@@ -171,7 +171,7 @@ TEST(ReplaceFile, LeavesAFileOfAReadOnlyFolder)
     EXPECT_EQ(BytesOf(file), "old");
 }
 
-TEST(ReplaceFile, LeavesTheOldFileOnAFullDisk)
+TEST(ReplaceFile, KeepsTheOldFileOnAFullDisk)
 {
     const ScratchFolder scratch;
     if (::mount("tmpfs", scratch.Path().c_str(), "tmpfs", 0, "size=64k") != 0)

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 using testing_support::BytesOf;
 using testing_support::ScratchFolder;
 
-TEST(ReplaceFile, MakesAndReplaces)
+TEST(ReplaceFile, CreatesAndReplaces)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch / "a.ini";
@@ -24,7 +24,7 @@ TEST(ReplaceFile, MakesAndReplaces)
     EXPECT_EQ(scratch.Entries(), 1);
 }
 
-TEST(ReplaceFile, TakesTheLongestNames)
+TEST(ReplaceFile, AcceptsTheLongestNames)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch / std::string(255, 'n');
@@ -32,7 +32,7 @@ TEST(ReplaceFile, TakesTheLongestNames)
     EXPECT_EQ(BytesOf(file), "x");
 }
 
-TEST(ReplaceFile, RefusesWhatIsNoFile)
+TEST(ReplaceFile, RefusesAnythingButFiles)
 {
     const ScratchFolder scratch;
     scratch.Write("file", "old");
@@ -43,17 +43,17 @@ TEST(ReplaceFile, RefusesWhatIsNoFile)
     EXPECT_EQ(scratch.Entries(), 2) << "nothing left behind";
 }
 
-TEST(MakeEmptyFile, TakesNoNameThatIsInUse)
+TEST(CreateEmptyFile, RefusesAnExistingName)
 {
     const ScratchFolder scratch;
-    MakeEmptyFile(scratch / "new");
+    CreateEmptyFile(scratch / "new");
     EXPECT_EQ(BytesOf(scratch / "new"), "");
     const fs::path old = scratch.Write("old", "content");
-    EXPECT_THROW(MakeEmptyFile(old), Error);
+    EXPECT_THROW(CreateEmptyFile(old), Error);
     EXPECT_EQ(BytesOf(old), "content");
 }
 
-TEST(FileReplacement, ReservesANameOfItsOwn)
+TEST(FileReplacement, ReservesAnUnusedName)
 {
     const ScratchFolder scratch;
     const FileReplacement first(scratch / "a");
@@ -63,7 +63,7 @@ TEST(FileReplacement, ReservesANameOfItsOwn)
     EXPECT_EQ(BytesOf(first.TemporaryPath()), "");
 }
 
-TEST(FileReplacement, PassesOverNamesThatAreTaken)
+TEST(FileReplacement, SkipsTakenNames)
 {
     const ScratchFolder scratch;
     fs::path taken;
@@ -71,7 +71,7 @@ TEST(FileReplacement, PassesOverNamesThatAreTaken)
         const FileReplacement probe(scratch / "a");
         taken = probe.TemporaryPath();
     }
-    // The counter goes up by one each time; the next name exists already.
+    // The counter goes up by one each time, so the next name is taken.
     std::string next = taken.filename().string();
     const std::size_t dash = next.rfind('-') + 1;
     const auto number = std::stoull(next.substr(dash));
@@ -94,7 +94,7 @@ TEST(FileReplacement, DoesNothingWithoutACommit)
     EXPECT_EQ(scratch.Entries(), 1);
 }
 
-TEST(FileReplacement, TakesAFileThatAnotherWriterRenamedIntoPlace)
+TEST(FileReplacement, CommitsATemporaryFileThatAnotherWriterReplaced)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch.Write("a", "old");
@@ -105,7 +105,7 @@ TEST(FileReplacement, TakesAFileThatAnotherWriterRenamedIntoPlace)
     EXPECT_EQ(scratch.Entries(), 1);
 }
 
-TEST(FileReplacement, ReportsATemporaryFileThatIsGone)
+TEST(FileReplacement, ReportsAMissingTemporaryFile)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch.Write("a", "old");

@@ -1,9 +1,10 @@
 #include <windows.h>
-#undef ReplaceFile // a macro of the system's for two calls; here it is one of ours
+#undef ReplaceFile // a macro of <windows.h>; here it is our own function
 
 #include "replace_failure.h"
 #include "scratch_folder.h"
 #include "util/error.h"
+#include "util/file_read.h"
 #include "util/file_replace.h"
 #include "util/paths.h"
 
@@ -17,7 +18,7 @@ namespace fs = std::filesystem;
 using testing_support::BytesOf;
 using testing_support::ScratchFolder;
 
-/// A file that this process keeps open, as other programs do; `share` is what they let others do.
+/// Holds a file open as another program would; `share` says what others may still do with it.
 class OpenFile {
 public:
     OpenFile(const fs::path& path, DWORD share)
@@ -34,7 +35,7 @@ private:
     HANDLE handle_;
 };
 
-TEST(ReplaceFile, LeavesAReadOnlyFile)
+TEST(ReplaceFile, KeepsAReadOnlyFile)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch.Write("a", "old");
@@ -45,7 +46,7 @@ TEST(ReplaceFile, LeavesAReadOnlyFile)
     EXPECT_EQ(scratch.Entries(), 1);
 }
 
-TEST(ReplaceFile, LeavesAFileThatAnotherProgramKeepsToItself)
+TEST(ReplaceFile, KeepsAFileThatAnotherProgramHoldsOpen)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch.Write("a", "old");
@@ -57,7 +58,7 @@ TEST(ReplaceFile, LeavesAFileThatAnotherProgramKeepsToItself)
     EXPECT_EQ(scratch.Entries(), 1) << "nothing left behind";
 }
 
-TEST(ReplaceFile, TakesNamesOutsideTheCodePage)
+TEST(ReplaceFile, AcceptsNamesOutsideTheCodePage)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch / "\xE4\xB8\x80\xE6\x9C\x88 \xD0\xB6.ini"; // Japanese, Cyrillic
@@ -69,7 +70,7 @@ TEST(ReplaceFile, TakesNamesOutsideTheCodePage)
               std::vector<std::string>{"\xE4\xB8\x80\xE6\x9C\x88 \xD0\xB6.ini"});
 }
 
-TEST(ReplaceFile, TakesPathsLongerThanTheOldLimit)
+TEST(ReplaceFile, AcceptsLongPaths)
 {
     const ScratchFolder scratch;
     std::string folder = FromPath(scratch.Path());

@@ -7,7 +7,7 @@
 
 namespace orrery::util {
 
-/// Keeps what was reported.
+/// Collects reports.
 class ListReporter : public ErrorReporter {
 public:
     void Report(const std::string& text) override { texts.push_back(text); }

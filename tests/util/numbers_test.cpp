@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(
                     NumberCase{"ZeroStaysZero", "0.000e99999999999999999999", 0.0}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(ReadNumber, TellsLongRunsOfDigitsApart)
+TEST(ReadNumber, DistinguishesLongNumbers)
 {
     const std::string zeros(400, '0');
     EXPECT_EQ(ReadNumber("1" + zeros), kInfinity);

@@ -5,7 +5,7 @@
 
 namespace orrery::testing_support {
 
-/// Acts as an ordinary user until the scope ends, so that permissions count for root too.
+/// Switches from root to an ordinary user until the scope ends, so that permissions matter.
 class OrdinaryUser {
 public:
     OrdinaryUser()

@@ -11,7 +11,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing_support::ScratchFolder;
 
-/// The text with the system's own separator for every "/".
+/// Replaces every "/" with the system's separator.
 std::string Native(std::string text)
 {
     for (char& c : text) {
@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(Paths, ParentFolderTest,
                                          PathCase{"Empty", "", ""}),
                          CaseName);
 
-TEST(FileName, IsBehindTheLastSeparator)
+TEST(FileName, FollowsTheLastSeparator)
 {
     EXPECT_EQ(FileName(R"(C:\t\My.Cal.xls)"), "My.Cal.xls");
     EXPECT_EQ(FileName(Native("/t/a.xls")), "a.xls");
@@ -67,7 +67,7 @@ TEST(FileName, IsBehindTheLastSeparator)
     EXPECT_EQ(FileName(R"(C:\t\)"), "");
 }
 
-TEST(Separators, CountWhereTheSystemHasThem)
+TEST(Separators, DependOnTheSystem)
 {
     EXPECT_EQ(BaseName(Native("/home/a/Desk.xls")), "Desk");
     EXPECT_EQ(ParentFolder(Native("/home/a/Desk.xls")), Native("/home/a"));
@@ -122,7 +122,7 @@ TEST(ResolvePath, WorksWithTheSystemsSeparator)
     EXPECT_EQ(ResolvePath(Native("/"), Native("../x.txt")), Native("/x.txt"));
 }
 
-TEST(WithTrailingSeparator, AddsOneWhereNoneIs)
+TEST(WithTrailingSeparator, AddsAMissingSeparator)
 {
     EXPECT_EQ(WithTrailingSeparator(R"(D:\Cal)"), Native(R"(D:\Cal/)"));
     EXPECT_EQ(WithTrailingSeparator(R"(D:\Cal\)"), R"(D:\Cal\)");
@@ -130,14 +130,14 @@ TEST(WithTrailingSeparator, AddsOneWhereNoneIs)
     EXPECT_EQ(WithTrailingSeparator(""), "");
 }
 
-TEST(ToPath, TakesBothSeparators)
+TEST(ToPath, AcceptsBothSeparators)
 {
     EXPECT_EQ(ToPath(R"(a\b)"), std::filesystem::path("a") / "b");
     EXPECT_EQ(ToPath(Native("a/b")), std::filesystem::path("a") / "b");
     EXPECT_EQ(FromPath(ToPath("M\xC3\xA4rz.xlsx")), "M\xC3\xA4rz.xlsx");
 }
 
-TEST(IsSameFolder, LooksAtThePlaceAndNotAtTheText)
+TEST(IsSameFolder, ComparesFoldersNotTexts)
 {
     const ScratchFolder scratch;
     std::filesystem::create_directories(scratch / "a/b");
@@ -148,7 +148,7 @@ TEST(IsSameFolder, LooksAtThePlaceAndNotAtTheText)
     EXPECT_FALSE(IsSameFolder(folder + "\\c", folder + "\\c")) << "is not there";
 }
 
-TEST(EnsureFolder, MakesEveryFolderOfThePath)
+TEST(EnsureFolder, CreatesEveryFolderOfThePath)
 {
     const ScratchFolder scratch;
     const std::string folder = FromPath(scratch / "a") + R"(\b\c\)";
@@ -157,7 +157,7 @@ TEST(EnsureFolder, MakesEveryFolderOfThePath)
     EXPECT_TRUE(EnsureFolder(folder)) << "existing folders are no failure";
 }
 
-TEST(EnsureFolder, AbsorbsFailures)
+TEST(EnsureFolder, IgnoresFailures)
 {
     const ScratchFolder scratch;
     scratch.Write("file", "x");
@@ -166,19 +166,7 @@ TEST(EnsureFolder, AbsorbsFailures)
     EXPECT_FALSE(std::filesystem::exists(scratch / "file/folder"));
 }
 
-TEST(FileExists, IsTrueForReadableFilesOnly)
-{
-    const ScratchFolder scratch;
-    const std::string file = FromPath(scratch.Write("a.txt", ""));
-    EXPECT_TRUE(FileExists(file));
-    EXPECT_TRUE(FileExists(file + '\\'));
-    EXPECT_FALSE(FileExists(FromPath(scratch / "b.txt")));
-    EXPECT_FALSE(FileExists(FromPath(scratch.Path()))) << "a folder";
-    EXPECT_FALSE(FileExists(FromPath(scratch.Path()) + '\\')) << "a folder";
-    EXPECT_FALSE(FileExists(""));
-}
-
-TEST(ListFiles, GivesFilesByNameWithoutFolders)
+TEST(ListFiles, ListsFilesByNameWithoutFolders)
 {
     const ScratchFolder scratch;
     std::filesystem::create_directory(scratch / "0folder");
@@ -200,7 +188,7 @@ TEST(ListFiles, IsEmptyWithoutFiles)
     EXPECT_EQ(FirstFileOfFolder(FromPath(scratch / "missing")), "");
 }
 
-TEST(FindListEntry, GivesTheFirstEqualEntry)
+TEST(FindListEntry, ReturnsTheFirstEqualEntry)
 {
     const std::vector<std::string> entries = {"a.xls", "B.xls", "b.xls"};
     EXPECT_EQ(FindListEntry(entries, "b.xls", CompareMode::Exact), 2);

@@ -11,7 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing_support::ScratchFolder;
 
-TEST(ListFiles, HasTheOrderOfTheSystem)
+TEST(ListFiles, KeepsTheSystemsOrder)
 {
     const ScratchFolder scratch;
     for (const char* name : {"us.txt", "de.txt", "JP.txt"})
@@ -19,7 +19,7 @@ TEST(ListFiles, HasTheOrderOfTheSystem)
     EXPECT_THAT(ListFiles(FromPath(scratch.Path())), ElementsAre("de.txt", "JP.txt", "us.txt"));
 }
 
-TEST(ListFiles, LeavesOutWhatIsMarkedHidden)
+TEST(ListFiles, SkipsHiddenFiles)
 {
     const ScratchFolder scratch;
     scratch.Write("seen.txt", "");
@@ -27,7 +27,7 @@ TEST(ListFiles, LeavesOutWhatIsMarkedHidden)
     EXPECT_THAT(ListFiles(FromPath(scratch.Path())), ElementsAre("seen.txt"));
 }
 
-TEST(ToPath, KeepsLongPathsOpenToTheSystem)
+TEST(ToPath, PrefixesLongPaths)
 {
     const std::string folder = R"(C:\)" + std::string(200, 'f');
     EXPECT_EQ(ToPath(folder + "/a/../b.ini").native().substr(0, 7), LR"(\\?\C:\)");

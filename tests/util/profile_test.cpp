@@ -50,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
                     FindCase{"Empty", "", std::nullopt}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(FindProfileValue, CutsLongValuesBetweenCharacters)
+TEST(FindProfileValue, TruncatesLongValuesBetweenCharacters)
 {
     std::string value;
     for (std::size_t i = 0; i < kMaxProfileValue; ++i)
@@ -88,14 +88,14 @@ INSTANTIATE_TEST_SUITE_P(
         SetCase{"EmptyFile", "", "[Part]\nKey=new\n"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(Profile, GivesTheFallbackWithoutAFile)
+TEST(Profile, ReturnsTheFallbackWithoutAFile)
 {
     const ScratchFolder scratch;
     const Profile profile(scratch / "orrery.ini");
     EXPECT_EQ(profile.Read("Environment", "ShowTips", "Y"), "Y");
 }
 
-TEST(Profile, TellsAnEmptyValueFromAMissingKey)
+TEST(Profile, DistinguishesAnEmptyValueFromAMissingKey)
 {
     const ScratchFolder scratch;
     const Profile profile(scratch.Write("orrery.ini", "[Environment]\r\nTemplatePath=\r\n"));
@@ -115,15 +115,15 @@ TEST(Profile, WritesAndReadsBack)
     EXPECT_EQ(scratch.Entries(), 1) << "no temporary file stays";
 }
 
-TEST(Profile, LeavesAFileThatItDoesNotRead)
+TEST(Profile, KeepsAFileThatItCannotRead)
 {
     const ScratchFolder scratch;
     const auto file = scratch.Write("a.ini", "[Part]\nKey=a\n");
-    std::filesystem::resize_file(file, kMostText + 1);
+    std::filesystem::resize_file(file, kMaxTextFileSize + 1);
     const Profile profile(file);
     EXPECT_EQ(profile.Read("Part", "Key", "b"), "b");
     EXPECT_FALSE(profile.Write("Part", "Key", "c"));
-    EXPECT_EQ(std::filesystem::file_size(file), kMostText + 1);
+    EXPECT_EQ(std::filesystem::file_size(file), kMaxTextFileSize + 1);
 }
 
 TEST(Profile, KeepsTheEncoding)
@@ -154,7 +154,7 @@ TEST(Profile, RefusesAValueWithALineBreak)
     EXPECT_EQ(BytesOf(file), "[A]\ny=1\n");
 }
 
-TEST(Profile, SaysWhenItCannotWrite)
+TEST(Profile, ReportsAFailedWrite)
 {
     const ScratchFolder scratch;
     EXPECT_FALSE(Profile(scratch / "missing/orrery.ini").Write("A", "y", "2"));

@@ -10,7 +10,7 @@
 
 namespace orrery::util {
 
-/// What replacing the target throws; it has to throw, and to name the target.
+/// The kind of error that replacing the target throws. It must throw, with the target as subject.
 inline std::optional<AnyErrorKind> KindThrownBy(const std::filesystem::path& target)
 {
     try {

@@ -10,7 +10,7 @@
 
 namespace orrery::testing_support {
 
-/// An empty folder of its own for one test, removed with all it holds at the end.
+/// An empty folder for one test, removed with its content at the end.
 class ScratchFolder {
 public:
     ScratchFolder()
@@ -23,20 +23,20 @@ public:
     }
     ~ScratchFolder()
     {
-        std::error_code ignored; // a destructor has nobody to tell
+        std::error_code ignored; // a destructor cannot report it
         std::filesystem::remove_all(path_, ignored);
     }
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
 
     const std::filesystem::path& Path() const { return path_; }
-    /// What is below the folder by that name, which is UTF-8.
+    /// The path of a name (UTF-8) in the folder.
     std::filesystem::path operator/(std::string_view name) const
     {
         return path_ / std::u8string(name.begin(), name.end());
     }
 
-    /// Writes a file and gives its path.
+    /// Writes a file and returns its path.
     std::filesystem::path Write(std::string_view name, std::string_view bytes) const
     {
         const std::filesystem::path file = *this / name;
@@ -44,7 +44,7 @@ public:
         return file;
     }
 
-    /// How many entries the folder has.
+    /// Number of entries in the folder.
     std::ptrdiff_t Entries() const
     {
         return std::distance(std::filesystem::directory_iterator(path_), {});
@@ -54,7 +54,7 @@ private:
     std::filesystem::path path_;
 };
 
-/// The bytes of a file that must exist.
+/// The content of a file, which must exist.
 inline std::string BytesOf(const std::filesystem::path& path)
 {
     std::ifstream file(path, std::ios::binary);

@@ -10,17 +10,17 @@
 
 namespace orrery::testing_support {
 
-/// A test with a folder of its own.
+/// A test with its own scratch folder.
 class ScratchFolderTest : public testing::Test {
 protected:
-    /// Writes a file below the folder and gives its path.
+    /// Writes a file in the folder and returns its path.
     std::string Write(const std::string& name, const std::string& text) const
     {
         std::filesystem::create_directories((scratch_ / name).parent_path());
         scratch_.Write(name, text);
         return At(name);
     }
-    /// The path of something below the folder, with the system's separators.
+    /// The path of a name in the folder, with the system's separators.
     std::string At(const std::string& name) const
     {
         return util::FromPath((scratch_ / name).make_preferred());

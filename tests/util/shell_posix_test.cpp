@@ -18,12 +18,12 @@ using testing::IsEmpty;
 using testing_support::BytesOf;
 using testing_support::ScratchFolder;
 
-/// Puts a desktop opener of the test's own first in the search path.
+/// Puts the test's own desktop opener first in the search path.
 class ShellOpenTest : public testing::Test {
 protected:
     ~ShellOpenTest() override { ::setenv("PATH", oldPath_.c_str(), 1); }
 
-    /// An opener that notes its argument and ends with that code.
+    /// Installs an opener that records its argument and exits with `exitCode`.
     void InstallOpener(int exitCode)
     {
         const fs::path opener = scratch_.Write(
@@ -39,7 +39,7 @@ protected:
     ListReporter reporter_;
 };
 
-TEST_F(ShellOpenTest, HandsTheDocumentToTheDesktop)
+TEST_F(ShellOpenTest, PassesTheDocumentToTheDesktop)
 {
     InstallOpener(0);
     const std::string file = FromPath(scratch_.Write("a b.xls", ""));
@@ -48,7 +48,7 @@ TEST_F(ShellOpenTest, HandsTheDocumentToTheDesktop)
     EXPECT_EQ(BytesOf(scratch_ / "argument"), file);
 }
 
-TEST_F(ShellOpenTest, HandsAddressesOnAsTheyAre)
+TEST_F(ShellOpenTest, PassesAddressesUnchanged)
 {
     InstallOpener(0);
     EXPECT_TRUE(ShellOpen("mailto:someone@example.org", reporter_));
@@ -80,7 +80,7 @@ TEST_F(ShellOpenTest, DoesNotWaitForTheApplication)
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
-TEST_F(ShellOpenTest, KeepsTheApplicationsOutputAway)
+TEST_F(ShellOpenTest, DiscardsTheApplicationsOutput)
 {
     InstallOpener(0);
     const fs::path opener = scratch_.Write("xdg-open", "#!/bin/sh\necho noise\necho noise >&2\n");
@@ -109,7 +109,7 @@ TEST_F(ShellOpenTest, ReportsADocumentWithoutApplication)
                                              "No application is associated with this file type."));
 }
 
-TEST_F(ShellOpenTest, ReportsOtherFailuresWithTheCatchAll)
+TEST_F(ShellOpenTest, ReportsOtherFailuresWithTheGeneralMessage)
 {
     InstallOpener(4);
     EXPECT_FALSE(ShellOpen(FromPath(scratch_.Write("a.xls", "")), reporter_));

@@ -35,7 +35,7 @@ INSTANTIATE_TEST_SUITE_P(
         MessageCase{31, "No application is associated with this file type."},
         MessageCase{32, "The specified dynamic-link library was not found."}));
 
-TEST(ShellErrorMessage, HasACatchAllForEveryOtherResult)
+TEST(ShellErrorMessage, HasAGeneralMessageForOtherResults)
 {
     for (const int result : {1, 4, 6, 7, 9, 10, 12, 25})
         EXPECT_EQ(ShellErrorMessage(result),

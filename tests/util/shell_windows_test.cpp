@@ -1,9 +1,10 @@
 #include <windows.h>
-#undef ShellExecute // a macro of the system's for two calls; here it is one of ours
+#undef ShellExecute // a macro of <windows.h>; here it is our own function
 
 #include "list_reporter.h"
 #include "scratch_folder.h"
 #include "util/error.h"
+#include "util/file_read.h"
 #include "util/paths.h"
 #include "util/shell.h"
 #include "util/wide.h"
@@ -24,8 +25,8 @@ using testing_support::ScratchFolder;
 constexpr const wchar_t* kExtension = L".orrerytest";
 constexpr const wchar_t* kType = L"orrery.test";
 
-/// The classes of documents: the user's own, and everybody's, which some systems alone look at and
-/// others let no ordinary user write.
+/// The registered document classes: those of the user and those of all users. Some systems only
+/// read the latter, others let no ordinary user write them.
 struct Classes {
     HKEY root;
     std::wstring path;
@@ -41,7 +42,7 @@ void SetDefault(const std::wstring& key, const std::wstring& value)
                         size);
 }
 
-/// A kind of documents whose application copies the document that it is given.
+/// Registers a document type whose application copies the document.
 class ShellOpenTest : public testing::Test {
 protected:
     ~ShellOpenTest() override
@@ -59,7 +60,7 @@ protected:
                    L"cmd.exe /c copy \"%1\" \"" + ToWide(FromPath(scratch_ / "opened")) + L"\"");
     }
 
-    /// What the application was given; waits until it has written it.
+    /// The content of the document that was opened; waits until the application has copied it.
     std::string Opened() const
     {
         constexpr DWORD kPause = 100;
@@ -73,7 +74,7 @@ protected:
     ListReporter reporter_;
 };
 
-TEST_F(ShellOpenTest, HandsTheDocumentToItsApplication)
+TEST_F(ShellOpenTest, PassesTheDocumentToItsApplication)
 {
     InstallApplication();
     const std::string file = FromPath(scratch_.Write("a b.orrerytest", "content"));

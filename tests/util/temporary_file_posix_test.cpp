@@ -21,10 +21,10 @@ using testing_support::ScratchFolder;
 
 std::string OwnName()
 {
-    return ".orrery-" + SystemMark() + "-1-0.tmp";
+    return ".orrery-" + SystemId() + "-1-0.tmp";
 }
 
-/// Another process that has a temporary file in the folder, until it is killed.
+/// Another process that keeps a temporary file in the folder until it is killed.
 class Writer {
 public:
     explicit Writer(const fs::path& folder)
@@ -60,7 +60,7 @@ private:
     pid_t process_ = 0;
 };
 
-TEST(RemoveAbandonedFiles, TakesAFileAsSoonAsItsWriterIsKilled)
+TEST(RemoveAbandonedFiles, RemovesAFileAsSoonAsItsWriterIsKilled)
 {
     const ScratchFolder scratch;
     Writer writer(scratch.Path());
@@ -72,15 +72,15 @@ TEST(RemoveAbandonedFiles, TakesAFileAsSoonAsItsWriterIsKilled)
     EXPECT_EQ(scratch.Entries(), 0);
 }
 
-TEST(RemoveAbandonedFiles, ANumberThatAnotherProcessHasNowKeepsNoFile)
+TEST(RemoveAbandonedFiles, RemovesAFileWhoseProcessNumberIsReused)
 {
-    const ScratchFolder scratch; // process 1 is always there
+    const ScratchFolder scratch; // process 1 always runs
     scratch.Write(OwnName(), "half");
     RemoveAbandonedFiles(scratch.Path());
     EXPECT_EQ(scratch.Entries(), 0);
 }
 
-TEST(RemoveAbandonedFiles, LeavesLinksAndPipes)
+TEST(RemoveAbandonedFiles, KeepsLinksAndPipes)
 {
     const ScratchFolder scratch;
     const fs::path own = scratch.Write("own", "the user's");
@@ -90,7 +90,7 @@ TEST(RemoveAbandonedFiles, LeavesLinksAndPipes)
     EXPECT_EQ(scratch.Entries(), 3);
 }
 
-TEST(RemoveAbandonedFiles, LeavesThoseOfOtherUsers)
+TEST(RemoveAbandonedFiles, KeepsFilesOfOtherUsers)
 {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can be two users";

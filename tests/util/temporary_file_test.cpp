@@ -15,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing_support::ScratchFolder;
 
-constexpr const char* kNoProcess = "4294967292"; // a number that no process gets
+constexpr const char* kNoProcess = "4294967292"; // never the number of a process
 constexpr const char* kOtherSystem = "0badcafe";
 
 std::string Name(const std::string& mark, const std::string& process)
@@ -28,15 +28,15 @@ void MakeOld(const fs::path& file)
     fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::hours(25));
 }
 
-TEST(RemoveAbandonedFiles, TakesThoseOfProcessesThatAreGone)
+TEST(RemoveAbandonedFiles, RemovesFilesOfEndedProcesses)
 {
     const ScratchFolder scratch;
-    scratch.Write(Name(SystemMark(), kNoProcess), "half a workbook");
+    scratch.Write(Name(SystemId(), kNoProcess), "half a workbook");
     RemoveAbandonedFiles(scratch.Path());
     EXPECT_EQ(scratch.Entries(), 0);
 }
 
-TEST(RemoveAbandonedFiles, LeavesWhatIsInUse)
+TEST(RemoveAbandonedFiles, KeepsFilesInUse)
 {
     const ScratchFolder scratch;
     const TemporaryFile file(scratch / "target");
@@ -44,7 +44,7 @@ TEST(RemoveAbandonedFiles, LeavesWhatIsInUse)
     EXPECT_TRUE(fs::exists(file.Path()));
 }
 
-TEST(RemoveAbandonedFiles, LeavesThoseOfOtherComputersForADay)
+TEST(RemoveAbandonedFiles, KeepsFilesOfOtherComputersForADay)
 {
     const ScratchFolder scratch;
     const fs::path other = scratch.Write(Name(kOtherSystem, kNoProcess), "half");
@@ -57,10 +57,10 @@ TEST(RemoveAbandonedFiles, LeavesThoseOfOtherComputersForADay)
     EXPECT_EQ(scratch.Entries(), 0);
 }
 
-TEST(RemoveAbandonedFiles, LeavesWhatOnlyLooksLikeOne)
+TEST(RemoveAbandonedFiles, KeepsFilesWithSimilarNames)
 {
     const ScratchFolder scratch;
-    const std::string mark = SystemMark();
+    const std::string mark = SystemId();
     for (const std::string& name :
          {Name(mark, "x"), Name(mark, ""), Name(mark + '0', kNoProcess), Name("12AB5678", "1"),
           Name(mark, kNoProcess) + "2", 'a' + Name(mark, kNoProcess), std::string(".orrery-.tmp"),
@@ -73,17 +73,17 @@ TEST(RemoveAbandonedFiles, LeavesWhatOnlyLooksLikeOne)
     EXPECT_EQ(scratch.Entries(), before);
 }
 
-TEST(RemoveAbandonedFiles, TakesAFolderThatIsMissing)
+TEST(RemoveAbandonedFiles, AcceptsAMissingFolder)
 {
     const ScratchFolder scratch;
     RemoveAbandonedFiles(scratch / "missing");
     EXPECT_EQ(scratch.Entries(), 0);
 }
 
-TEST(FileReplacement, RemovesWhatKilledProcessesLeftBesideTheTarget)
+TEST(FileReplacement, RemovesAbandonedFilesBesideTheTarget)
 {
     const ScratchFolder scratch;
-    scratch.Write(Name(SystemMark(), kNoProcess), "half a workbook");
+    scratch.Write(Name(SystemId(), kNoProcess), "half a workbook");
     ReplaceFile(scratch / "a", "new");
     EXPECT_THAT(scratch.Entries(), 1);
 }

@@ -10,7 +10,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(Trim, TakesSpacesAndTabsOnly)
+TEST(Trim, RemovesSpacesAndTabsOnly)
 {
     EXPECT_EQ(Trim("  a b\t"), "a b");
     EXPECT_EQ(Trim(" \t "), "");
@@ -19,7 +19,7 @@ TEST(Trim, TakesSpacesAndTabsOnly)
     EXPECT_EQ(Trim("\xC2\xA0"), "\xC2\xA0"); // a no-break space belongs to the text
 }
 
-TEST(ToUpperAscii, LeavesOtherCharacters)
+TEST(ToUpperAscii, KeepsOtherCharacters)
 {
     EXPECT_EQ(ToUpperAscii("aZ0-z\xC3\xA4"), "AZ0-Z\xC3\xA4");
 }
@@ -30,7 +30,7 @@ TEST(EqualIgnoringCase, ComparesWholeTexts)
     EXPECT_TRUE(EqualIgnoringCase("", ""));
     EXPECT_FALSE(EqualIgnoringCase("Sheet1", "Sheet"));
     EXPECT_FALSE(EqualIgnoringCase("Sheet", "Sheet1"));
-    EXPECT_FALSE(EqualIgnoringCase("@", "`")); // 32 apart like letters, but none
+    EXPECT_FALSE(EqualIgnoringCase("@", "`")); // 32 apart like letters, but not letters
 }
 
 TEST(Split, KeepsEmptyPieces)
@@ -47,7 +47,7 @@ TEST(Join, IsTheReverseOfSplit)
     EXPECT_EQ(Join(Split("a,,b,", ','), ","), "a,,b,");
 }
 
-TEST(SplitLines, TakesEveryKindOfEnd)
+TEST(SplitLines, AcceptsEveryLineEnd)
 {
     EXPECT_THAT(SplitLines("a\r\nb\nc\rd"), ElementsAre("a", "b", "c", "d"));
     EXPECT_THAT(SplitLines("a\n"), ElementsAre("a"));
@@ -66,23 +66,25 @@ TEST_P(IsValidUtf8Test, ChecksSequences)
 {
     EXPECT_EQ(IsValidUtf8(GetParam().bytes), GetParam().valid);
 }
-INSTANTIATE_TEST_SUITE_P(
-    Sequences, IsValidUtf8Test,
-    testing::Values(
-        Utf8Case{"Empty", "", true}, Utf8Case{"Ascii", "abc", true},
-        Utf8Case{"TwoBytes", "\xC3\xA4", true}, Utf8Case{"ThreeBytes", "\xE2\x82\xAC", true},
-        Utf8Case{"FourBytes", "\xF0\x9F\x98\x80", true},
-        Utf8Case{"LastCharacter", "\xF4\x8F\xBF\xBF", true},
-        Utf8Case{"BeyondTheLast", "\xF4\x90\x80\x80", false},
-        Utf8Case{"LoneContinuation", "\x80", false}, Utf8Case{"CutShort", "\xE2\x82", false},
-        Utf8Case{"LeadWithoutContinuation", "\xC3(", false},
-        Utf8Case{"LongerThanNeededTwo", "\xC1\x81", false},
-        Utf8Case{"LongerThanNeededThree", "\xE0\x80\xAF", false},
-        Utf8Case{"LongerThanNeededFour", "\xF0\x80\x80\xAF", false},
-        Utf8Case{"Surrogate", "\xED\xA0\x80", false}, Utf8Case{"NeverALead", "\xFF", false}),
-    [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Sequences, IsValidUtf8Test,
+                         testing::Values(Utf8Case{"Empty", "", true},
+                                         Utf8Case{"Ascii", "abc", true},
+                                         Utf8Case{"TwoBytes", "\xC3\xA4", true},
+                                         Utf8Case{"ThreeBytes", "\xE2\x82\xAC", true},
+                                         Utf8Case{"FourBytes", "\xF0\x9F\x98\x80", true},
+                                         Utf8Case{"LastCharacter", "\xF4\x8F\xBF\xBF", true},
+                                         Utf8Case{"BeyondTheLast", "\xF4\x90\x80\x80", false},
+                                         Utf8Case{"LoneContinuation", "\x80", false},
+                                         Utf8Case{"CutShort", "\xE2\x82", false},
+                                         Utf8Case{"LeadWithoutContinuation", "\xC3(", false},
+                                         Utf8Case{"OverlongTwoBytes", "\xC1\x81", false},
+                                         Utf8Case{"OverlongThreeBytes", "\xE0\x80\xAF", false},
+                                         Utf8Case{"OverlongFourBytes", "\xF0\x80\x80\xAF", false},
+                                         Utf8Case{"Surrogate", "\xED\xA0\x80", false},
+                                         Utf8Case{"NeverALead", "\xFF", false}),
+                         [](const auto& row) { return std::string(row.param.name); });
 
-TEST(DecodeTextFile, TakesUtf8AsItIs)
+TEST(DecodeTextFile, KeepsUtf8)
 {
     EXPECT_EQ(DecodeTextFile("Ostern \xC3\xA4"), "Ostern \xC3\xA4");
 }
@@ -105,7 +107,7 @@ TEST(EncodeTextFile, LosesNothing)
         EXPECT_EQ(DecodeTextFile(EncodeTextFile(text)), text);
 }
 
-TEST(CodePage, ComesBackForEveryByte)
+TEST(CodePage, RoundTripsEveryByte)
 {
     std::string bytes;
     for (int i = 0; i < 256; ++i)

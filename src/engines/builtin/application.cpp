@@ -1,6 +1,6 @@
 #include "engines/builtin/application.h"
 
-#include "engines/builtin/common/naming.h"
+#include "engines/builtin/common/error_path.h"
 
 #include "engines/builtin/open_workbook.h"
 
@@ -10,7 +10,7 @@
 namespace orrery::builtin {
 namespace {
 
-/// A workbook that remembers where it was saved for the application that becomes visible.
+/// A workbook that tells the application where it was last saved.
 class OpenWorkbook : public book::Workbook {
 public:
     OpenWorkbook(const std::filesystem::path& path, std::filesystem::path& lastSaved)
@@ -25,8 +25,8 @@ public:
 
     void SaveAs(const std::filesystem::path& target, book::AccessMode accessMode) override
     {
-        // What is read late may turn out to be damaged now.
-        Naming(path_, [&] { workbook_->SaveAs(target, accessMode); });
+        // Parts that are read only now may turn out to be damaged.
+        WithErrorPath(path_, [&] { workbook_->SaveAs(target, accessMode); });
         lastSaved_ = target;
     }
 
@@ -36,8 +36,7 @@ private:
     std::filesystem::path& lastSaved_;
 };
 
-/// The switches that only matter to a program with a window are kept, so that a run finds them as
-/// it left them.
+/// Has no window, so of the switches it keeps only visibility, which a run reads again.
 class BuiltinApplication : public book::Application {
 public:
     explicit BuiltinApplication(book::Opener opener) : opener_(std::move(opener)) {}
@@ -57,7 +56,7 @@ public:
 
     book::Workbook& OpenWorkbook(const std::filesystem::path& path, bool /*readOnly*/) override
     {
-        // A file is only ever replaced by SaveAs, so that every workbook is opened read-only.
+        // Only SaveAs writes a file, so every workbook is opened read-only.
         workbooks_.push_back(std::make_unique<builtin::OpenWorkbook>(path, lastSaved_));
         return *workbooks_.back();
     }

@@ -6,8 +6,8 @@
 
 namespace orrery::builtin {
 
-/// The built-in application: opens, edits and saves workbooks itself. Becoming visible hands the
-/// workbook that was saved last to the opener; without an opener nothing happens.
+/// The built-in application, which opens, edits and saves workbooks itself. When it is made
+/// visible, it passes the last saved workbook to the opener, if there is one.
 std::unique_ptr<book::Application> CreateApplication(book::Opener opener);
 
 } // namespace orrery::builtin

@@ -1,7 +1,7 @@
 #include "engines/builtin/open_workbook.h"
 
 #include "book/error.h"
-#include "engines/builtin/common/naming.h"
+#include "engines/builtin/common/error_path.h"
 #include "engines/builtin/xls/workbook.h"
 #include "engines/builtin/xlsx/workbook.h"
 #include "engines/common/file_kind.h"
@@ -15,11 +15,11 @@ namespace orrery::builtin {
 
 namespace {
 
-/// As large as an .xlsx workbook may become when it is unpacked. It is held in memory as a whole.
+/// The limit is that of an unpacked .xlsx workbook: the whole file is held in memory.
 void CheckSize(const std::filesystem::path& path)
 {
-    constexpr std::uint64_t kMost = std::uint64_t{1} << 30U;
-    if (util::InputFile(path).Size() > kMost)
+    constexpr std::uint64_t kMax = std::uint64_t{1} << 30U;
+    if (util::InputFile(path).Size() > kMax)
         throw util::Error(book::ErrorKind::TooLargeUnpacked, util::FromPath(path),
                           "more than 1 GiB");
 }
@@ -42,7 +42,7 @@ std::unique_ptr<book::Workbook> OpenByContent(const std::filesystem::path& path)
 
 std::unique_ptr<book::Workbook> OpenWorkbookFile(const std::filesystem::path& path)
 {
-    return Naming(path, [&] { return OpenByContent(path); });
+    return WithErrorPath(path, [&] { return OpenByContent(path); });
 }
 
 } // namespace orrery::builtin

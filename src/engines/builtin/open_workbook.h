@@ -7,10 +7,10 @@
 
 namespace orrery::builtin {
 
-/// Opens a workbook of either format; its content tells which, not its name. Reading never changes
-/// the file. Throws Error: FileNotFound, FileNotReadable, NotARegularFile, NotAWorkbook,
-/// PasswordProtected, OldBinaryFormat, BinaryWorkbook, DamagedWorkbook, TooLargeUnpacked, also for
-/// an .xls file over 1 GiB. Every error names the file.
+/// Opens a workbook of either format, chosen by its content, not its name. Never changes the file.
+/// Throws Error: FileNotFound, FileNotReadable, NotARegularFile, NotAWorkbook, PasswordProtected,
+/// OldBinaryFormat, BinaryWorkbook, DamagedWorkbook, TooLargeUnpacked, also for an .xls file over 1
+/// GiB. Every error names the file.
 std::unique_ptr<book::Workbook> OpenWorkbookFile(const std::filesystem::path& path);
 
 } // namespace orrery::builtin

@@ -13,7 +13,7 @@ bool HasProtectedStructure(const std::filesystem::path& path)
         const std::string& part = package.MainPart();
         return xlsx::WorkbookPart(package.ReadXml(part), part).IsStructureProtected();
     }
-    catch (const util::Error&) { // other programs mend some files that are damaged
+    catch (const util::Error&) { // other programs repair some damaged files
         return false;
     }
 }

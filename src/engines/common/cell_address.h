@@ -6,8 +6,7 @@
 
 namespace orrery::engines {
 
-/// A cell of a sheet, counted from 1: "B6" is row 6, column 2. Ordered as
-/// the cells stand in the file, row by row.
+/// A cell of a sheet, counted from 1: "B6" is row 6, column 2. Ordered row by row, as in the file.
 struct CellAddress {
     std::int32_t row = 0;    ///< from 1
     std::int32_t column = 0; ///< from 1
@@ -22,11 +21,11 @@ struct CellRange {
 
     bool Contains(CellAddress cell) const;
     bool IsOneCell() const { return first == last; }
-    /// Makes the rectangle as large as it must be to hold the cell too.
+    /// Extends the rectangle to include the cell.
     void Widen(CellAddress cell);
 };
 
-/// Throws Error(CellOutsideSheet). Row and column are as they were asked for.
+/// Throws Error(CellOutsideSheet). Row and column are those of the request.
 [[noreturn]] void ThrowOutsideSheet(std::int32_t row, std::int32_t column);
 
 /// "B6". Row and column are positive.

@@ -8,7 +8,7 @@
 namespace orrery::engines {
 namespace {
 
-/// Whether the byte goes on with a character of UTF-8 that began before it.
+/// Whether the byte continues a UTF-8 character.
 bool IsContinuation(char c)
 {
     return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
@@ -24,7 +24,7 @@ std::size_t Utf16Length(std::string_view utf8)
     return units;
 }
 
-/// The first characters of a long text, for the error.
+/// The beginning of a long text, for the error.
 std::string Beginning(std::string_view text)
 {
     std::size_t end = 30;
@@ -37,7 +37,7 @@ std::string Beginning(std::string_view text)
 
 void CheckTextLength(std::string_view utf8)
 {
-    if (Utf16Length(utf8) > kLongestText)
+    if (Utf16Length(utf8) > kMaxTextLength)
         throw util::Error(book::ErrorKind::TextTooLong, Beginning(utf8));
 }
 

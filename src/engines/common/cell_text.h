@@ -5,10 +5,10 @@
 
 namespace orrery::engines {
 
-/// The most UTF-16 units that a cell can hold.
-inline constexpr std::size_t kLongestText = 32767;
+/// The maximum length of a cell's text in UTF-16 units.
+inline constexpr std::size_t kMaxTextLength = 32767;
 
-/// Throws Error(TextTooLong), its subject the text's beginning, beyond `kLongestText`.
+/// Throws Error(TextTooLong) for a longer text; the subject is its beginning.
 void CheckTextLength(std::string_view utf8);
 
 } // namespace orrery::engines

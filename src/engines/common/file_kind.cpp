@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::string_view kCompoundFile = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"; // [MS-CFB] 2.2
 
-/// The BOF records that such sheets begin with: types 0x0009, 0x0209 and 0x0409, of 4, 6 or 8
-/// bytes.
+/// Whether the bytes begin with the BOF record of such a sheet: type 0x0009, 0x0209 or 0x0409, with
+/// 4, 6 or 8 bytes of data.
 bool IsOldSheet(std::string_view bytes)
 {
     if (bytes.size() < 4)

@@ -7,8 +7,8 @@ namespace orrery::engines {
 /// What a file is by its first bytes.
 enum class FileKind {
     Compound, ///< [MS-CFB]: .xls, a workbook encrypted with a password, a document of another kind
-    OldSheet, ///< a sheet of the versions before workbooks had several (BIFF2 to BIFF4)
-    Other     ///< a package (.xlsx), or whatever else; the zip reader decides
+    OldSheet, ///< a single sheet, from before workbooks had several (BIFF2 to BIFF4)
+    Other     ///< an .xlsx package or anything else; the zip reader decides
 };
 
 /// Looks at the first bytes of the file. Throws Error (FileNotFound, FileNotReadable,

@@ -18,7 +18,7 @@ using util::NextCharacter;
 
 constexpr std::size_t kMaxUnits = 31;
 
-// The capitals whose small letters lie at a fixed distance; `step` 2 where capitals and small
+// The capitals whose small letters are at a fixed distance; `step` 2 where capitals and small
 // letters alternate. From Unicode's simple case folding.
 struct CaseRange {
     char32_t first;
@@ -69,7 +69,7 @@ constexpr std::array<CaseRange, 38> kCapitals = {{
 
 char32_t FoldCharacter(char32_t character)
 {
-    if (character < 0x80) // nearly all of them
+    if (character < 0x80) // most characters
         return character >= 'A' && character <= 'Z' ? character + 32 : character;
     const auto found =
         std::find_if(kCapitals.begin(), kCapitals.end(), [&](const CaseRange& range) {
@@ -94,7 +94,7 @@ std::size_t CountUnits(std::string_view text)
     return units;
 }
 
-/// "Desk" of "Desk (12)"; the whole name where it has no such end.
+/// "Desk" for "Desk (12)"; the whole name if it has no copy number.
 std::string_view WithoutCopyNumber(std::string_view name)
 {
     const std::size_t open = name.rfind(" (");

@@ -7,21 +7,21 @@
 
 namespace orrery::engines {
 
-/// Excel's rules for the name of a sheet, but for its being unique: 1 to 31 UTF-16 units, none of
-/// : \ / ? * [ ], no apostrophe at either end, not "History", no control characters, UTF-8.
+/// Excel's rules for a sheet's name, except uniqueness: 1 to 31 UTF-16 units, none of : \ / ? * [
+/// ], no apostrophe at either end, not "History", no control characters, valid UTF-8.
 bool IsValidSheetName(std::string_view name);
-/// Whether two names of sheets (or defined names) are the same to Excel: without regard to case,
-/// beyond ASCII too. It does not depend on the locale.
+/// Whether Excel treats two sheet names (or defined names) as the same: case is ignored, beyond
+/// ASCII too, whatever the locale.
 bool SameSheetName(std::string_view left, std::string_view right);
-/// The form that all names share which are the same to Excel.
+/// The case-folded form of a name; names that are the same to Excel fold to the same form.
 std::string FoldCase(std::string_view name);
-/// The beginning of a text that holds at most that many UTF-16 units, in whole characters.
+/// The longest beginning of the text with at most `units` UTF-16 units that splits no character.
 std::string_view CutToUnits(std::string_view text, std::size_t units);
-/// Whether a sheet may get the name beside the other sheets of the workbook.
-/// Throws Error (InvalidSheetName, SheetNameTaken).
+/// Checks that a sheet may have the name among `others`, the workbook's other sheets. Throws Error
+/// (InvalidSheetName, SheetNameTaken).
 void CheckSheetName(std::string_view name, const std::vector<std::string>& others);
-/// The name that Excel gives a copy, the first that is free: "Desk (2)", of "Desk (2)" "Desk (3)".
-/// The name is cut where the whole would pass 31 units.
+/// The name that Excel gives a copy, the first that is free: "Desk (2)" for "Desk", "Desk (3)" for
+/// "Desk (2)". A long name is shortened to fit 31 UTF-16 units.
 std::string CopyName(std::string_view name, const std::vector<std::string>& taken);
 
 } // namespace orrery::engines

@@ -14,7 +14,7 @@ namespace {
 
 using book::ErrorKind;
 
-/// Whether the registration leads to no program, as one that was removed leaves it behind.
+/// Whether the registered program does not exist, as after an uninstallation.
 bool IsProgramMissing(HRESULT code)
 {
     constexpr auto fileNotFound = static_cast<HRESULT>(0x80070002);
@@ -41,7 +41,7 @@ Instance StartInstance(const CLSID& classId)
     auto process = watch.Started();
     if (!Failed(code))
         return {std::move(application), std::move(process)};
-    if (process) // it was started and did not come up in time
+    if (process) // it was started but did not become ready in time
         process->End();
     FailToStart(code);
 }

@@ -9,9 +9,9 @@ namespace orrery::excel {
 /// Whether Excel is registered on this machine.
 bool IsInstalled();
 
-/// Starts an instance of its own, out of sight; one that the user has open is never taken. It goes
-/// on running once it was made visible; else it ends with the object. Throws Error(EngineMissing)
-/// where there is no Excel, Error(ApplicationFailure) where it does not start.
+/// Starts a separate instance that is not visible; one that the user has open is never used. It
+/// goes on running after it was made visible; otherwise it ends with the object. Throws
+/// Error(EngineMissing) if there is no Excel, Error(ApplicationFailure) if it does not start.
 std::unique_ptr<book::Application> CreateApplication();
 
 } // namespace orrery::excel

@@ -7,7 +7,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// What Excel answers while its user edits a cell or a dialog is open.
+// Excel's answer while its user edits a cell or a dialog is open.
 constexpr HRESULT kIgnored = static_cast<HRESULT>(0x800AC472);
 
 } // namespace

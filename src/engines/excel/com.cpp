@@ -9,12 +9,12 @@ namespace {
 
 constexpr VARIANT_BOOL kTrue = -1;
 constexpr VARIANT_BOOL kFalse = 0;
-constexpr HRESULT kErrorOfNumber = static_cast<HRESULT>(0x800A0000); // and the number below
+constexpr HRESULT kErrorOfNumber = static_cast<HRESULT>(0x800A0000); // plus the number below
 
 } // namespace
 
 Apartment::Apartment()
-    // Fails where the thread is in an apartment of the other kind, which serves as well.
+    // Fails if the thread is in an apartment of the other kind, which will do as well.
     : entered_(!Failed(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)))
 {
 }

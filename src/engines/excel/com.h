@@ -10,7 +10,8 @@
 #include <string_view>
 #include <utility>
 
-/// One owner for each thing that COM hands out. Nothing outside this header gives any of them back.
+/// One owner for each kind of thing that COM hands out. Nothing outside this header releases any of
+/// them.
 namespace orrery::excel {
 
 inline bool Failed(HRESULT result)
@@ -18,8 +19,8 @@ inline bool Failed(HRESULT result)
     return result < 0;
 }
 
-/// COM on this thread, in a single-threaded apartment where the thread is in none yet. Everything
-/// that comes from COM is let go of before it.
+/// COM on this thread, in a single-threaded apartment unless the thread already is in one.
+/// Everything that comes from COM must be released before it is destroyed.
 class Apartment {
 public:
     Apartment();
@@ -35,14 +36,14 @@ private:
 template <class Interface> class Pointer {
 public:
     Pointer() = default;
-    /// Takes over a reference that somebody else counted.
+    /// Takes over a counted reference.
     static Pointer Own(Interface* counted)
     {
         Pointer pointer;
         pointer.interface_ = counted;
         return pointer;
     }
-    /// Counts a reference of its own.
+    /// Counts another reference.
     static Pointer Share(Interface* other)
     {
         if (other != nullptr)
@@ -66,19 +67,19 @@ public:
     Interface* Get() const { return interface_; }
     Interface* operator->() const { return interface_; }
     explicit operator bool() const { return interface_ != nullptr; }
-    /// For a call that gives a counted reference; only while empty.
+    /// For a call that returns a counted reference; only while empty.
     Interface** Receive() { return &interface_; }
-    /// The same for calls that know no types.
+    /// The same for untyped calls.
     void** ReceiveAny() { return static_cast<void**>(static_cast<void*>(&interface_)); }
 
 private:
     Interface* interface_ = nullptr;
 };
 
-/// What tells objects apart: the same object always gives the same one.
+/// An object's identity: always the same for the same object.
 Pointer<IUnknown> IdentityOf(IUnknown& object);
 
-/// A text as COM passes it.
+/// A string as COM passes it.
 class Bstr {
 public:
     Bstr() = default;
@@ -96,10 +97,10 @@ private:
     BSTR text_ = nullptr;
 };
 
-/// In UTF-8; a null text is empty.
+/// UTF-8; empty for a null string.
 std::string TextOf(BSTR text);
 
-/// A value of a call: an argument or a result.
+/// An argument or result of a call.
 class Variant {
 public:
     Variant() { VariantInit(&value_); }
@@ -108,8 +109,8 @@ public:
     explicit Variant(std::int32_t value);
     explicit Variant(std::string_view utf8);
     explicit Variant(IDispatch& object);
-    explicit Variant(const void*) = delete; // else a pointer would become a truth value
-    /// An optional argument that is not given.
+    explicit Variant(const void*) = delete; // otherwise a pointer would become a truth value
+    /// An optional argument that is left out.
     static Variant Omitted();
     ~Variant() { VariantClear(&value_); }
     Variant(Variant&& other) noexcept : value_(other.value_) { VariantInit(&other.value_); }
@@ -117,21 +118,21 @@ public:
     Variant(const Variant&) = delete;
     Variant& operator=(const Variant&) = delete;
 
-    /// For looking only; it stays the owner.
+    /// To look at; this object keeps the ownership.
     const VARIANT& Get() const { return value_; }
-    /// For a call that gives a value; clears the one before.
+    /// For a call that returns a value; clears the old one.
     VARIANT* Receive();
 
-    bool AsBool() const;        ///< false where it is something else
-    std::string AsText() const; ///< UTF-8; empty where it is something else
-    /// The object, or nothing where it is another kind of value.
+    bool AsBool() const;        ///< false if it is something else
+    std::string AsText() const; ///< UTF-8; empty if it is something else
+    /// The object, or an empty pointer if it is another kind of value.
     Pointer<IDispatch> TakeObject();
 
 private:
     VARIANT value_ = {};
 };
 
-/// What an object says about the failure of a call.
+/// What an object says about a failed call.
 class ExceptionInfo {
 public:
     ExceptionInfo() = default;
@@ -139,11 +140,11 @@ public:
     ExceptionInfo(const ExceptionInfo&) = delete;
     ExceptionInfo& operator=(const ExceptionInfo&) = delete;
 
-    /// For one more call; clears what the last one gave.
+    /// For the next call; clears the last one's.
     EXCEPINFO* Receive();
-    /// After a failed call. Many objects fill in the rest only when they are asked to.
+    /// After a failed call. Many objects fill in the rest only on request.
     void Complete();
-    /// The object's own code, or S_OK where it gave none.
+    /// The object's own code, or S_OK if it gave none.
     HRESULT Code() const;
     std::string Description() const { return TextOf(info_.bstrDescription); }
 

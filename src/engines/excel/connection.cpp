@@ -15,7 +15,7 @@ constexpr HRESULT FromWindows(DWORD error)
     return static_cast<HRESULT>(error | 0x80070000U);
 }
 
-/// Whether the program at the other end is not there any more.
+/// Whether the program at the other end is gone.
 bool IsGone(HRESULT result)
 {
     switch (result) {
@@ -38,7 +38,7 @@ bool IsGone(HRESULT result)
     }
 }
 
-/// The application's own code where it gave one.
+/// The application's own code if it gave one.
 HRESULT CodeOf(HRESULT result, const ExceptionInfo& info)
 {
     return result == DISP_E_EXCEPTION && info.Code() != S_OK ? info.Code() : result;
@@ -60,7 +60,7 @@ std::string CodeText(HRESULT code)
     return text;
 }
 
-/// The application's own words, else the system's with the name of the call.
+/// The application's own description, else the system's with the name of the call.
 std::string DescriptionOf(const std::string& call, HRESULT code, const ExceptionInfo& info)
 {
     const std::string description = info.Description();
@@ -77,16 +77,16 @@ void Connection::Make(const std::string& call, const Try& attempt)
     if (lost_)
         throw Error(*lost_);
     ExceptionInfo info;
-    const HRESULT code = WaitThrough(attempt, info);
+    const HRESULT code = RetryWhileBusy(attempt, info);
     if (IsBusy(code))
-        Lose("it has been busy for a minute");
+        MarkLost("it has been busy for a minute");
     if (IsGone(code))
-        Lose(SystemText(code));
+        MarkLost(SystemText(code));
     if (Failed(code))
         throw CallFailure(call, code, DescriptionOf(call, code, info));
 }
 
-HRESULT Connection::WaitThrough(const Try& attempt, ExceptionInfo& info)
+HRESULT Connection::RetryWhileBusy(const Try& attempt, ExceptionInfo& info)
 {
     const auto begin = clock_.Now();
     for (;;) {
@@ -101,7 +101,7 @@ HRESULT Connection::WaitThrough(const Try& attempt, ExceptionInfo& info)
     }
 }
 
-void Connection::Lose(const std::string& cause)
+void Connection::MarkLost(const std::string& cause)
 {
     lost_.emplace(book::ErrorKind::ApplicationLost, kApplicationName, cause);
     throw Error(*lost_);

@@ -11,10 +11,10 @@
 
 namespace orrery::excel {
 
-/// The name of the application in sentences.
+/// The application's name in messages.
 inline constexpr const char* kApplicationName = "Excel";
 
-/// A call that the application refused; `Error` holds its own description.
+/// A call that the application refused; `Error` contains its own description.
 class CallFailure : public Error {
 public:
     CallFailure(const std::string& call, HRESULT code, std::string description)
@@ -28,24 +28,24 @@ private:
 };
 
 /// What all objects of one running instance share: it waits while the application is busy, and
-/// knows when it is gone.
+/// remembers that it is gone.
 class Connection {
 public:
-    /// One try of a call. What the application says about a failure goes into the info.
+    /// One attempt at a call. The application describes a failure in the info.
     using Try = std::function<HRESULT(ExceptionInfo&)>;
 
     explicit Connection(Clock& clock) : clock_(clock) {}
 
-    /// Makes a call, again and again while the application is busy. Throws CallFailure when it is
-    /// refused; Error(ApplicationLost) when nobody is there, or busy for longer than `kBusyLimit`,
-    /// and at once from then on. `call` is a name such as "Worksheet.Copy".
+    /// Makes a call and repeats it while the application is busy. Throws CallFailure if it is
+    /// refused; Error(ApplicationLost) if the application is gone, or busy for longer than
+    /// `kBusyLimit`, and at once from then on. `call` is a name such as "Worksheet.Copy".
     void Make(const std::string& call, const Try& attempt);
 
     bool IsLost() const { return lost_.has_value(); }
 
 private:
-    HRESULT WaitThrough(const Try& attempt, ExceptionInfo& info);
-    [[noreturn]] void Lose(const std::string& cause);
+    HRESULT RetryWhileBusy(const Try& attempt, ExceptionInfo& info);
+    [[noreturn]] void MarkLost(const std::string& cause);
 
     Clock& clock_;
     std::optional<Error> lost_;

@@ -9,18 +9,18 @@
 namespace orrery::excel {
 namespace {
 
-// Names and values mean the same to every language of the application.
+// Names and values mean the same in every language of the application.
 constexpr LCID kEnglish = 0x0409;
 
-constexpr std::size_t kMostArguments = 8;
+constexpr std::size_t kMaxArguments = 8;
 
-/// The arguments as a call passes them: the last one first. Their owners outlive it.
+/// The arguments as a call passes them: in reverse. Their owners outlive it.
 class Parameters {
 public:
     explicit Parameters(Object::Arguments arguments)
         : parameters_{values_.data(), nullptr, static_cast<UINT>(arguments.size()), 0}
     {
-        assert(arguments.size() <= kMostArguments);
+        assert(arguments.size() <= kMaxArguments);
         auto value = values_.begin() + static_cast<std::ptrdiff_t>(arguments.size());
         for (const Variant& argument : arguments)
             *--value = argument.Get();
@@ -36,7 +36,7 @@ public:
     DISPPARAMS* Get() { return &parameters_; }
 
 private:
-    std::array<VARIANTARG, kMostArguments> values_ = {};
+    std::array<VARIANTARG, kMaxArguments> values_ = {};
     DISPID propertyPut_ = DISPID_PROPERTYPUT;
     DISPPARAMS parameters_;
 };
@@ -78,8 +78,8 @@ DISPID ObjectKind::IdOf(IDispatch& object, std::string_view member)
 
 Variant Object::Get(std::string_view property, Arguments arguments) const
 {
-    // An index may belong to the property or to the object that it gives: both flags let the
-    // application choose.
+    // An index may belong to the property or to the object that it returns: with both flags the
+    // application chooses.
     const WORD flags =
         arguments.size() == 0 ? DISPATCH_PROPERTYGET : DISPATCH_PROPERTYGET | DISPATCH_METHOD;
     Parameters parameters(arguments);

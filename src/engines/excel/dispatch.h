@@ -11,11 +11,11 @@
 
 namespace orrery::excel {
 
-/// Stands for an object's default member where a member's name is expected.
+/// An object's default member, in place of a member's name.
 inline constexpr std::string_view kDefaultMember = {};
 
 /// A kind of object, such as "Worksheet". All objects of a kind share the ids of its members, which
-/// are asked for once.
+/// are looked up once.
 class ObjectKind {
 public:
     /// The connection outlives it.
@@ -28,7 +28,7 @@ public:
 
     /// "Worksheet.Copy", for errors.
     std::string CallName(std::string_view member) const;
-    /// Asks the object where no other of its kind was asked before. Throws as `Connection::Make`.
+    /// Asks the object unless another of its kind was asked before. Throws as `Connection::Make`.
     DISPID IdOf(IDispatch& object, std::string_view member);
     Connection& Calls() const { return connection_; }
 
@@ -38,11 +38,11 @@ private:
     std::map<std::string, DISPID, std::less<>> ids_;
 };
 
-/// An object of the application, whose members are called by name. Every call throws as
+/// An object of the application; its members are called by name. Every call throws as
 /// `Connection::Make`.
 class Object {
 public:
-    /// In the order of the member's declaration; those that are left out at the end are not passed.
+    /// In the order of the member's declaration; omitted ones at the end are not passed.
     using Arguments = std::initializer_list<Variant>;
 
     /// The kind outlives it.
@@ -59,7 +59,7 @@ private:
     ObjectKind& kind_;
 };
 
-/// The object that a call gave. Throws CallFailure where it gave none.
+/// The object that a call returned. Throws CallFailure if it returned none.
 Object ObjectFrom(Variant result, ObjectKind& kind);
 
 /// The kinds of objects of one running instance.

@@ -5,8 +5,8 @@
 namespace orrery::excel {
 namespace {
 
-/// How long an application that quits may take to end.
-constexpr std::chrono::milliseconds kTimeToQuit = std::chrono::seconds(10);
+/// How long an application that quits has to end.
+constexpr std::chrono::milliseconds kQuitTimeout = std::chrono::seconds(10);
 
 } // namespace
 
@@ -21,12 +21,12 @@ ExcelApplication::ExcelApplication(const Starter& start, std::unique_ptr<Clock> 
 
 ExcelApplication::~ExcelApplication()
 {
-    // One that does not answer would not answer the release of its objects either.
+    // An application that does not answer would not answer the release of its objects either.
     if (!belongsToUser_ && !hasQuit_)
         EndProcess();
     workbooks_.clear();
     application_.reset();
-    if (!belongsToUser_ && hasQuit_ && process_ && !process_->WaitForEnd(kTimeToQuit))
+    if (!belongsToUser_ && hasQuit_ && process_ && !process_->WaitForEnd(kQuitTimeout))
         EndProcess();
 }
 

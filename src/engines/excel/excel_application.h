@@ -17,14 +17,14 @@ namespace orrery::excel {
 /// A running instance of the application.
 struct Instance {
     Pointer<IDispatch> application;
-    std::optional<Process> process; ///< nothing where it could not be told
+    std::optional<Process> process; ///< nothing if it could not be found
 };
 
-/// One instance of its own. Once it was made visible it belongs to the user and goes on running;
-/// else its process ends with this object, whatever happened to it.
+/// A separate instance. Once made visible it belongs to the user and goes on running; otherwise its
+/// process ends with this object, whatever happened to it.
 class ExcelApplication : public book::Application {
 public:
-    /// Gives the instance; called when COM is ready. Its errors are passed on.
+    /// Returns the instance; called when COM is ready. Its errors are passed on.
     using Starter = std::function<Instance()>;
 
     ExcelApplication(const Starter& start, std::unique_ptr<Clock> clock);
@@ -45,7 +45,7 @@ private:
     void Switch(std::string_view property, bool on) const;
     void EndProcess();
 
-    // In this order: what is let go of last comes first.
+    // In this order: the last ones are released first.
     Apartment apartment_;
     MessageFilter filter_;
     std::unique_ptr<Clock> clock_;

@@ -6,7 +6,7 @@ namespace orrery::excel {
 
 bool IsInstalled()
 {
-    return false; // Excel is reached through Windows alone
+    return false; // Excel can only be reached on Windows
 }
 
 std::unique_ptr<book::Application> CreateApplication()

@@ -9,13 +9,13 @@ namespace orrery::excel {
 namespace {
 
 constexpr DWORD kCancelCall = static_cast<DWORD>(-1);
-constexpr DWORD kShortestPause = 100; // smaller answers mean "at once"
+constexpr DWORD kMinPause = 100; // smaller answers mean "at once"
 
 } // namespace
 
 MessageFilter::MessageFilter()
 {
-    // Refused in a multithreaded apartment, where calls that are turned away come back at once.
+    // Fails in a multithreaded apartment, where rejected calls return at once.
     registered_ = !Failed(CoRegisterMessageFilter(this, before_.Receive()));
 }
 
@@ -43,12 +43,12 @@ DWORD MessageFilter::HandleInComingCall(DWORD /*type*/, HTASK /*caller*/, DWORD 
 DWORD MessageFilter::RetryRejectedCall(HTASK /*callee*/, DWORD ticks, DWORD /*answer*/)
 {
     const auto pause = PauseAfter(std::chrono::milliseconds(ticks));
-    return pause ? std::max(static_cast<DWORD>(pause->count()), kShortestPause) : kCancelCall;
+    return pause ? std::max(static_cast<DWORD>(pause->count()), kMinPause) : kCancelCall;
 }
 
 DWORD MessageFilter::MessagePending(HTASK /*callee*/, DWORD /*ticks*/, DWORD /*nesting*/)
 {
-    return PENDINGMSG_WAITDEFPROCESS; // paints, and lets no key or click through
+    return PENDINGMSG_WAITDEFPROCESS; // paints, but lets no key or click through
 }
 
 } // namespace orrery::excel

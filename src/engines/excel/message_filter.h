@@ -4,9 +4,9 @@
 
 namespace orrery::excel {
 
-/// Decides what happens on this thread while a call to another program is under way: windows are
-/// painted, input waits, and a call that was turned away is made again for the time of
-/// `PauseAfter`. In force as long as it lives; the filter before it then is again.
+/// Decides what happens on this thread during a call to another program: windows are painted, input
+/// waits, and a rejected call is repeated as `PauseAfter` says. Installed for as long as it lives;
+/// then the previous filter is restored.
 class MessageFilter final : private IMessageFilter {
 public:
     MessageFilter();
@@ -19,7 +19,7 @@ public:
 
 private:
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-    // Its life does not depend on who refers to it.
+    // It is not deleted by reference count.
     STDMETHODIMP_(ULONG) AddRef() override { return 1; }
     STDMETHODIMP_(ULONG) Release() override { return 1; }
     STDMETHODIMP_(DWORD)

@@ -12,7 +12,7 @@
 namespace orrery::excel {
 namespace {
 
-constexpr std::chrono::milliseconds kTimeToVanish(5000);
+constexpr std::chrono::milliseconds kExitTimeout(5000);
 
 bool IsSameFileName(const std::wstring& left, const std::wstring& right)
 {
@@ -25,7 +25,7 @@ struct Entry {
     std::wstring image;
 };
 
-/// All processes that run now.
+/// All running processes.
 std::vector<Entry> ListProcesses()
 {
     std::vector<Entry> entries;
@@ -50,7 +50,7 @@ bool IsStartedForUs(const Entry& process, const std::vector<Entry>& all)
     });
 }
 
-/// Whether an open process, whose id nobody else can get any more, is of the image.
+/// Whether an open process, whose id cannot be reused any more, runs the image.
 bool IsOfImage(HANDLE process, const std::wstring& image)
 {
     std::array<wchar_t, 32768> path = {};
@@ -88,7 +88,7 @@ bool Process::WaitForEnd(std::chrono::milliseconds time) const
 void Process::End() const
 {
     TerminateProcess(handle_, 1);
-    WaitForEnd(kTimeToVanish);
+    WaitForEnd(kExitTimeout);
 }
 
 ProcessWatch::ProcessWatch(std::wstring image) : image_(std::move(image))

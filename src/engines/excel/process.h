@@ -9,11 +9,11 @@
 
 namespace orrery::excel {
 
-/// A process that may be waited for and ended; it does not end with its owner.
+/// A process that can be waited for and ended; it does not end with this object.
 class Process {
 public:
-    /// Nothing where there is none of that id, it belongs to somebody else, or, as ids are used
-    /// again, it is not of that image, a file name such as "EXCEL.EXE" in any case.
+    /// Nothing if there is no process with that id, if it belongs to somebody else or, as ids are
+    /// reused, if it does not run that image, a file name such as "EXCEL.EXE" in any case.
     static std::optional<Process> Open(DWORD id, const std::wstring& image);
     ~Process();
     Process(Process&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
@@ -23,7 +23,7 @@ public:
 
     /// Whether it ends within that time; windows are painted meanwhile.
     bool WaitForEnd(std::chrono::milliseconds time) const;
-    /// Ends it without asking, and waits until it is gone.
+    /// Kills it and waits until it is gone.
     void End() const;
 
 private:
@@ -32,13 +32,13 @@ private:
     HANDLE handle_;
 };
 
-/// Tells which process the system started for this program since the watch began.
+/// Finds the process that the system started for this program since the watch began.
 class ProcessWatch {
 public:
     /// `image` is a file name such as "EXCEL.EXE", in any case.
     explicit ProcessWatch(std::wstring image);
 
-    /// Nothing where there is none, or more than one. Programs that the user started are left out.
+    /// Nothing if there is none, or more than one. Programs that the user started are ignored.
     std::optional<Process> Started() const;
 
 private:

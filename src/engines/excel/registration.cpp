@@ -10,7 +10,7 @@ namespace {
 constexpr const wchar_t* kProgId = L"Excel.Application";
 constexpr const wchar_t* kUsualImage = L"EXCEL.EXE";
 
-/// The default value of a key below the classes; empty where there is none.
+/// The default value of a key below the classes; empty if there is none.
 std::wstring ReadClassesKey(const std::wstring& key)
 {
     std::array<wchar_t, 1024> value = {};
@@ -27,7 +27,7 @@ std::wstring TextOfClass(const CLSID& classId)
     return text.data();
 }
 
-/// The path of the program in a command.
+/// The path of the program in a command line.
 std::wstring ProgramOf(const std::wstring& command)
 {
     if (command.starts_with(L'"'))
@@ -36,7 +36,7 @@ std::wstring ProgramOf(const std::wstring& command)
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](wchar_t c) { return static_cast<wchar_t>(std::towlower(c)); });
     const std::wstring extension = L".exe";
-    const auto at = lower.find(extension + L' '); // a folder's name may hold blanks
+    const auto at = lower.find(extension + L' '); // a folder's name may contain blanks
     return at == std::wstring::npos ? command : command.substr(0, at + extension.size());
 }
 

@@ -7,14 +7,14 @@
 
 namespace orrery::excel {
 
-/// The class of the application that is registered on this machine.
+/// The registered class of the application.
 std::optional<CLSID> FindClass();
 
 /// The file name of the program that serves the class, such as "EXCEL.EXE".
 std::wstring ServerImage(const CLSID& classId);
 
 /// The file name in a command such as "C:\Program Files\Office\EXCEL.EXE" /automation, with or
-/// without the quotation marks.
+/// without quotation marks.
 std::wstring ImageOfCommand(const std::wstring& command);
 
 } // namespace orrery::excel

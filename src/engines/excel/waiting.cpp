@@ -7,7 +7,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// One message at a time: a window that never has enough must not hold up the rest.
+/// One message at a time, so that a window that always needs painting does not hold up the rest.
 void PaintNextWindow()
 {
     MSG message = {};

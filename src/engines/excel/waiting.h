@@ -6,15 +6,15 @@
 
 namespace orrery::excel {
 
-/// Waits while the thread's windows are painted; keys and clicks wait, too. Ends early, and gives
-/// true, when the object is signalled; it may be null.
+/// Waits and paints the thread's windows meanwhile; keys and clicks wait, too. Returns true early
+/// when the object is signalled; it may be null.
 bool WaitAndPaint(HANDLE object, std::chrono::milliseconds time);
 
-/// The time, and how it passes.
+/// Tells the time and pauses.
 class Clock {
 public:
     virtual ~Clock() = default;
-    virtual std::chrono::milliseconds Now() const = 0; ///< since some fixed moment
+    virtual std::chrono::milliseconds Now() const = 0; ///< since a fixed moment
     virtual void Pause(std::chrono::milliseconds time) = 0;
 };
 

@@ -7,7 +7,7 @@
 namespace orrery::excel {
 namespace {
 
-/// Whether a collection holds nothing under the name that it was asked for.
+/// Whether a collection has no element of the requested name.
 bool IsNotInCollection(HRESULT code)
 {
     constexpr auto subscriptOutOfRange = static_cast<HRESULT>(0x800A0009);

@@ -11,14 +11,14 @@
 
 namespace orrery::excel {
 
-/// A path as the application takes it: absolute, with "\", without the prefix of long paths.
+/// A path in the application's form: absolute, with "\", without the prefix of long paths.
 std::string PathText(const std::filesystem::path& path);
 
 class Workbook;
 
 class Worksheet : public book::Worksheet {
 public:
-    /// The workbook is its owner.
+    /// The workbook owns it.
     Worksheet(Object sheet, Workbook& workbook) : sheet_(std::move(sheet)), workbook_(workbook) {}
 
     std::string Name() const override { return sheet_.Get("Name").AsText(); }
@@ -42,7 +42,7 @@ public:
     book::Worksheet* FindWorksheet(std::string_view name) override;
     void SaveAs(const std::filesystem::path& target, book::AccessMode accessMode) override;
 
-    /// The one sheet that stands for an object of the application.
+    /// The one sheet for an object of the application.
     Worksheet& SheetOf(Pointer<IDispatch> sheet);
     ObjectModel& Model() const { return model_; }
 
@@ -56,7 +56,7 @@ private:
 
     Object workbook_;
     ObjectModel& model_;
-    std::optional<Object> worksheets_; ///< once it was asked for
+    std::optional<Object> worksheets_; ///< set by the first use
     std::vector<KnownSheet> sheets_;
 };
 

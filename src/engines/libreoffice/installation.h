@@ -5,9 +5,9 @@
 
 namespace orrery::libreoffice {
 
-/// The folder that holds LibreOffice's programs and libraries: of the one that the search path
-/// finds, else where distributions and LibreOffice's own packages put it. Nothing where there is
-/// none, or it is one in a container that other programs cannot drive.
+/// The folder with LibreOffice's programs and libraries: that of the one on the search path, else
+/// of one where distributions and LibreOffice's own packages put it. Nothing if there is none, or
+/// only one in a container, which other programs cannot drive.
 std::optional<std::filesystem::path> FindInstallation();
 
 } // namespace orrery::libreoffice

@@ -9,7 +9,8 @@
 #include <vector>
 
 #ifdef __SANITIZE_ADDRESS__
-/// LibreOffice's libraries keep descriptions of types until the end, which is no leak of ours.
+/// LibreOffice's libraries keep type descriptions until the end, which is not a leak of this
+/// program.
 extern "C" const char* __lsan_default_suppressions()
 {
     return "leak:libuno_cppu.so\nleak:libuno_sal.so\n";
@@ -34,7 +35,7 @@ bool IsProgramFolder(const fs::path& folder)
         [&](const char* file) { return fs::exists(folder / file, absent); });
 }
 
-/// The folders of the programs that the search path finds under LibreOffice's names.
+/// The folders of the programs with LibreOffice's names on the search path.
 std::vector<fs::path> OnSearchPath()
 {
     std::vector<fs::path> folders;

@@ -19,7 +19,7 @@ using book::ErrorKind;
 
 constexpr const char* kLibrary = "orrery-libreoffice.so";
 
-/// The library, beside the program or where an installation has it.
+/// The library beside the program, or where an installation has it.
 std::optional<fs::path> FindLibrary()
 {
     std::error_code failure;
@@ -65,7 +65,7 @@ Plugin& LoadPlugin(const fs::path& programFolder)
     const auto library = FindLibrary();
     if (!library)
         throw Error(ErrorKind::EngineMissing, "libreoffice");
-    // The library takes what it needs of LibreOffice from what is loaded already.
+    // The plug-in is not linked with LibreOffice: it uses the libraries loaded here.
     for (const char* const needed : {"libuno_sal.so.3", "libuno_salhelpergcc3.so.3",
                                      "libuno_cppu.so.3", "libuno_cppuhelpergcc3.so.3"})
         Load(programFolder / needed);
@@ -87,7 +87,7 @@ Office FindOffice()
     const auto programFolder = FindInstallation();
     if (!programFolder)
         throw Error(ErrorKind::EngineMissing, "libreoffice");
-    static Plugin& plugin = LoadPlugin(*programFolder); // never let go of: its threads go on
+    static Plugin& plugin = LoadPlugin(*programFolder); // never unloaded: its threads go on
     StartOptions options;
     options.programFolder = *programFolder;
     options.profiles = Profiles();

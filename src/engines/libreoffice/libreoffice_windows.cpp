@@ -3,8 +3,8 @@
 #include "book/error.h"
 #include "util/error.h"
 
-// The libraries of LibreOffice for Windows are made by a compiler whose classes those of this
-// program cannot meet.
+// LibreOffice for Windows is built by another compiler, whose classes are incompatible with those
+// of this program.
 
 namespace orrery::libreoffice {
 

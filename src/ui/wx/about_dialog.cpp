@@ -14,13 +14,13 @@ constexpr int kLargeLogo = 128;   // device-independent pixels
 constexpr int kNoticeWidth = 180; // dialog units, which grow with the font
 constexpr float kNameScale = 2.0F;
 
-/// A link whose click the form sees to.
+/// A link whose clicks go to the form.
 wxHyperlinkCtrl* AddLink(wxDialog& dialog, Binder& binder, const Label& state, Handler onClick)
 {
     const wxString text = ToWx(state.caption);
     auto* const link = new wxHyperlinkCtrl(&dialog, wxID_ANY, text, text, wxDefaultPosition,
                                            wxDefaultSize, wxHL_ALIGN_LEFT | wxNO_BORDER);
-    binder.BindShown(state, *link, {});
+    binder.BindControl(state, *link, {});
     link->Bind(wxEVT_HYPERLINK,
                [&binder, onClick = std::move(onClick)](wxHyperlinkEvent&) { binder.Run(onClick); });
     return link;
@@ -54,13 +54,13 @@ wxSizer* BuildTexts(wxDialog& dialog, AboutForm& form, Binder& binder)
 
 } // namespace
 
-void ShowAboutDialog(const DialogPlace& place, AboutForm& form)
+void ShowAboutDialog(const DialogContext& context, AboutForm& form)
 {
-    const auto dialog = MakeDialog(place.parent, form);
-    Binder binder(*dialog, form, place.desktop);
+    const auto dialog = MakeDialog(context.parent, form);
+    Binder binder(*dialog, form, context.desktop);
     auto* const row = new wxBoxSizer(wxHORIZONTAL);
     auto* const logo = new wxStaticBitmap(dialog.get(), wxID_ANY, Logo(kLargeLogo));
-    binder.BindShown(form.imgLogo, *logo, {});
+    binder.BindControl(form.imgLogo, *logo, {});
     binder.Describe(form.imgLogo, "Logo");
     row->Add(logo, wxSizerFlags().DoubleBorder(wxRIGHT));
     row->Add(BuildTexts(*dialog, form, binder), wxSizerFlags(1).Expand());

@@ -10,7 +10,7 @@ namespace orrery::ui::wx {
 
 Application::Application(std::unique_ptr<book::Engines> engines) : engines_(std::move(engines))
 {
-    SetAppName("orrery"); // also what desktops match with the menu entry
+    SetAppName("orrery"); // desktops also match it with the menu entry
     SetAppDisplayName(kProductName);
 }
 

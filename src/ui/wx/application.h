@@ -14,7 +14,7 @@
 
 namespace orrery::ui::wx {
 
-/// The window program. A main program makes one with its engines and hands it to the toolkit.
+/// The window program. `main` creates it with the engines and passes it to the toolkit.
 class Application : public wxApp {
 public:
     explicit Application(std::unique_ptr<book::Engines> engines);
@@ -22,7 +22,7 @@ public:
     bool OnInit() override;
     void OnInitCmdLine(wxCmdLineParser& parser) override;
     bool OnCmdLineParsed(wxCmdLineParser& parser) override;
-    /// What no handler caught ends in the error report box, and the program goes on.
+    /// Shows an exception that no handler caught in the error report box; the program continues.
     bool OnExceptionInMainLoop() override;
 
     MainForm& Main() { return *mainForm_; }

@@ -5,11 +5,11 @@
 
 namespace orrery::ui::wx {
 
-/// The program's logo in one size, a PNG file that is part of the program.
+/// The program's logo in one size, an embedded PNG file.
 struct Picture {
     int size;                   ///< width and height in pixels
-    const unsigned char* bytes; ///< the file, which lives as long as the program
-    std::size_t length;         ///< of the file, in bytes
+    const unsigned char* bytes; ///< the file
+    std::size_t length;         ///< in bytes
 };
 
 /// The logo in 16, 24, 32, 48, 64, 128 and 256 pixels, smallest first.

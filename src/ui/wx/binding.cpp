@@ -25,8 +25,8 @@ wxArrayString ArrayToWx(const std::vector<std::string>& texts)
     return array;
 }
 
-/// Shows the entries of a drop-down list where they have changed.
-class EntriesShown {
+/// Updates the entries of a drop-down list if they have changed.
+class EntriesUpdater {
 public:
     void operator()(const ComboBox& state, wxChoice& control)
     {
@@ -105,7 +105,7 @@ void Binder::Bind(TextBox& state, wxTextCtrl& control)
     Add(state, control, [&state, &control] {
         const wxString text = ToWx(state.text);
         if (control.GetValue() != text)
-            control.ChangeValue(text); // does not come back as typing
+            control.ChangeValue(text); // causes no event, unlike SetValue
     });
     control.Bind(wxEVT_TEXT, [this, &state, &control](wxCommandEvent&) {
         Run([&] { state.Type(FromWx(control.GetValue())); });
@@ -115,7 +115,7 @@ void Binder::Bind(TextBox& state, wxTextCtrl& control)
 void Binder::Bind(ComboBox& state, wxChoice& control, Handler onClick)
 {
     Add(state, control,
-        [&state, &control, shown = EntriesShown()]() mutable { shown(state, control); });
+        [&state, &control, shown = EntriesUpdater()]() mutable { shown(state, control); });
     control.Bind(wxEVT_CHOICE, [this, &state, onClick = std::move(onClick)](wxCommandEvent& event) {
         const int chosen = event.GetSelection();
         Run([&] {
@@ -138,7 +138,7 @@ void Binder::Bind(UpDown& state, wxSpinButton& control)
     const auto step = [this, &state](int by) { Run([&] { state.Step(by); }); };
     control.Bind(wxEVT_SPIN_UP, [step](wxSpinEvent&) { step(+1); });
     control.Bind(wxEVT_SPIN_DOWN, [step](wxSpinEvent&) { step(-1); });
-    // Some arrows move on from the number that they were given meanwhile.
+    // Some spin buttons also step their own number afterwards.
     control.Bind(wxEVT_SPIN, [this](wxSpinEvent&) { Show(); });
     WindowOf(state.buddy).Bind(wxEVT_KEY_DOWN, [step](wxKeyEvent& event) {
         if (event.GetKeyCode() == WXK_UP)
@@ -160,7 +160,7 @@ void Binder::Bind(ProgressBar& state, wxGauge& control)
     });
 }
 
-void Binder::BindShown(const Control& state, wxWindow& control, Handler show)
+void Binder::BindControl(const Control& state, wxWindow& control, Handler show)
 {
     Add(state, control, std::move(show));
 }
@@ -169,12 +169,12 @@ void Binder::Relate(const Label& label, const Control& field)
 {
     auto* const text = dynamic_cast<wxStaticText*>(&WindowOf(label));
     assert(text != nullptr);
-    RelateLabel(*text, WindowOf(field));
+    AssociateLabel(*text, WindowOf(field));
 }
 
 void Binder::Describe(const Control& control, const std::string& spoken)
 {
-    SetSpokenName(WindowOf(control), ToWx(spoken));
+    SetAccessibleName(WindowOf(control), ToWx(spoken));
 }
 
 void Binder::BindDialogKeys()
@@ -229,19 +229,19 @@ void Binder::Show()
         }
     }
     if (std::exchange(controlsChanged_, false))
-        MakeRoom();
+        FitWindow();
     else if (textChanged_)
         window_.Layout();
     textChanged_ = false;
-    GiveFocus();
+    ApplyFocus();
 }
 
-void Binder::MakeRoom()
+void Binder::FitWindow()
 {
     if (wxSizer* const sizer = window_.GetSizer()) {
         const wxSize needed = sizer->CalcMin();
         wxSize size = window_.GetClientSize();
-        if (size.y == needed_.y) // as high as it had to be: what is gone leaves no gap
+        if (size.y == needed_.y) // it was only as high as needed, so it may shrink again
             size.y = needed.y;
         size.IncTo(needed);
         needed_ = needed;
@@ -252,7 +252,7 @@ void Binder::MakeRoom()
     window_.Layout();
 }
 
-void Binder::GiveFocus()
+void Binder::ApplyFocus()
 {
     const Control* const control = std::exchange(form_.focus, nullptr);
     if (control != nullptr)

@@ -21,14 +21,14 @@ namespace orrery::ui::wx {
 
 class TabbedList;
 
-/// What a user's action does to a form.
+/// A form's response to a user's action.
 using Handler = std::function<void()>;
 
-/// Joins a form's state with the controls of its window. Every control gets the name of its state.
-/// An action of the user goes into the state, then the form's handler is called, then the whole
-/// state is shown: captions, texts, enabled and visible controls, the focus that the form asked
-/// for. A handler that throws ends in the error report box. When the form has closed, the window is
-/// closed. Form, desktop and window outlive the binder.
+/// Binds a form's state to the controls of its window. Every control gets the name of its state. A
+/// user's action changes the state, then the form's handler runs, then the whole state is shown:
+/// captions, texts, enabled and visible controls, the requested focus. An exception from a handler
+/// is shown in the error report box. The window closes when the form has closed. Form, desktop and
+/// window must outlive the binder.
 class Binder {
 public:
     Binder(wxTopLevelWindow& window, Form& form, Desktop& desktop);
@@ -41,18 +41,19 @@ public:
     void Bind(ListBox& state, TabbedList& control);
     void Bind(UpDown& state, wxSpinButton& control);
     void Bind(ProgressBar& state, wxGauge& control);
-    /// Something else that follows the state, called after every action.
-    void BindShown(const Control& state, wxWindow& control, Handler show);
-    /// Makes the label the name of the field: its mnemonic goes there, and screen readers say it.
+    /// Binds any other control; `show` is called after every action.
+    void BindControl(const Control& state, wxWindow& control, Handler show);
+    /// Makes the label the name of the field: its mnemonic moves the focus there, and screen
+    /// readers read it.
     void Relate(const Label& label, const Control& field);
-    /// A name for screen readers where no label stands beside the control.
+    /// Sets the name that screen readers read for a control without a label.
     void Describe(const Control& control, const std::string& spoken);
-    /// Escape closes the form, as the window's close box does; F1 opens the form's page of help.
+    /// Escape and the window's close box close the form; F1 opens the form's help page.
     void BindDialogKeys();
-    /// F1 alone.
+    /// F1 only.
     void BindHelpKey();
 
-    /// Does an action of the user.
+    /// Runs a user's action.
     void Run(const Handler& action);
     /// Shows the form's state.
     void Show();
@@ -65,18 +66,19 @@ private:
     };
 
     void Add(const Control& state, wxWindow& control, Handler show);
-    /// Makes the window large enough for the controls on show, and no higher if it was no higher.
-    void MakeRoom();
-    void GiveFocus();
+    /// Makes the window large enough for the visible controls. If it was just high enough before,
+    /// it is just high enough afterwards.
+    void FitWindow();
+    void ApplyFocus();
     wxWindow& WindowOf(const Control& state) const;
 
     wxTopLevelWindow& window_;
     Form& form_;
     Desktop& desktop_;
     std::vector<Binding> bindings_;
-    wxSize needed_;               ///< by the controls on show, when the window was last fitted
-    bool controlsChanged_ = true; ///< one appeared or disappeared
-    bool textChanged_ = false;    ///< a label says something else
+    wxSize needed_;               ///< size that the visible controls needed at the last fit
+    bool controlsChanged_ = true; ///< a control appeared or disappeared
+    bool textChanged_ = false;    ///< the text of a label changed
 };
 
 } // namespace orrery::ui::wx

@@ -10,19 +10,19 @@
 
 #include <string>
 
-/// Each function shows a dialog over its parent and returns when it is closed.
+/// Each function shows a dialog over its parent and returns when the dialog is closed.
 namespace orrery::ui::wx {
 
-/// What every dialog gets.
-struct DialogPlace {
+/// What every dialog needs.
+struct DialogContext {
     wxWindow* parent;
     Desktop& desktop;
-    const std::string& settingsFile; ///< remembers the sizes of dialogs that can be resized
+    const std::string& settingsFile; ///< stores the placement of resizable dialogs
 };
 
-void ShowParameterDialog(const DialogPlace& place, ParameterForm& form);
-void ShowHolidayDialog(const DialogPlace& place, HolidayForm& form);
-void ShowTipDialog(const DialogPlace& place, TipForm& form);
-void ShowAboutDialog(const DialogPlace& place, AboutForm& form);
+void ShowParameterDialog(const DialogContext& context, ParameterForm& form);
+void ShowHolidayDialog(const DialogContext& context, HolidayForm& form);
+void ShowTipDialog(const DialogContext& context, TipForm& form);
+void ShowAboutDialog(const DialogContext& context, AboutForm& form);
 
 } // namespace orrery::ui::wx

@@ -14,7 +14,7 @@ namespace {
 
 using namespace orrery;
 
-/// The program's only argument as UTF-8; empty when there is none or another.
+/// The program's argument in UTF-8; empty if there is none or more than one.
 std::string OnlyArgument()
 {
     int count = 0;
@@ -23,7 +23,7 @@ std::string OnlyArgument()
     return count == 2 ? util::FromWide(words.get()[1]) : std::string();
 }
 
-/// Writes where the standard output leads, if it leads anywhere.
+/// Writes to standard output. False if there is none.
 bool WriteToOutput(const std::string& text)
 {
     HANDLE const output = ::GetStdHandle(STD_OUTPUT_HANDLE);
@@ -32,7 +32,7 @@ bool WriteToOutput(const std::string& text)
            ::WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
 }
 
-/// Writes to the console that the program was started from: a program with windows has none.
+/// Writes to the console that the program was started from; a window program has none of its own.
 bool WriteToConsole(const std::string& text)
 {
     if (!::AttachConsole(ATTACH_PARENT_PROCESS))
@@ -41,7 +41,7 @@ bool WriteToConsole(const std::string& text)
                                          nullptr, OPEN_EXISTING, 0, nullptr);
     if (console == INVALID_HANDLE_VALUE)
         return false;
-    const std::wstring wide = util::ToWide('\n' + text); // the prompt stands there already
+    const std::wstring wide = util::ToWide('\n' + text); // the prompt is already there
     DWORD written = 0;
     const BOOL done =
         ::WriteConsoleW(console, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
@@ -60,10 +60,10 @@ void Show(const std::string& text)
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE /*previous*/, LPSTR /*ansiArguments*/, int show)
 {
-    if (const auto answer = ui::wx::AnswerTo(OnlyArgument())) {
+    if (const auto answer = ui::wx::OptionOutput(OnlyArgument())) {
         Show(*answer);
         return 0;
     }
-    ui::wx::MakeProgram();
-    return wxEntry(instance, nullptr, nullptr, show); // which reads the arguments as they are
+    ui::wx::RegisterApplication();
+    return wxEntry(instance, nullptr, nullptr, show); // reads the arguments itself
 }

@@ -6,8 +6,8 @@
 
 namespace orrery::ui::wx {
 
-/// Opens a page of the help, such as "main", in the form that the system reads. The folder of the
-/// help ends in a separator. A failure is reported.
+/// Opens a help page, such as "main", in the system's help format. The help folder ends in a
+/// separator. Reports a failure.
 void OpenHelp(const std::string& folder, const std::string& page, Desktop& desktop);
 
 } // namespace orrery::ui::wx

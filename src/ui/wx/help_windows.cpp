@@ -3,6 +3,7 @@
 #include "ui/wx/help.h"
 #include "util/error.h"
 #include "util/error_text.h"
+#include "util/file_read.h"
 #include "util/paths.h"
 #include "util/wide.h"
 
@@ -13,7 +14,7 @@ namespace {
 
 constexpr const char* kHelpFile = "Orrery.chm";
 
-/// Where the system's help viewer says that its library is.
+/// The library of the system's help viewer, as registered.
 std::wstring ViewerLibrary()
 {
     std::array<wchar_t, MAX_PATH> path{};
@@ -24,17 +25,17 @@ std::wstring ViewerLibrary()
     return found == ERROR_SUCCESS ? path.data() : L"hhctrl.ocx";
 }
 
-/// What the library is called with, and its one command that is used here.
+/// The library's function and the one command used here.
 using HtmlHelp = HWND(WINAPI*)(HWND caller, LPCWSTR file, UINT command, DWORD_PTR data);
 constexpr UINT kDisplayTopic = 0;
 
-/// The viewer's function, or nullptr. The library stays loaded, for its window lives in it.
+/// The viewer's function, or nullptr. The library stays loaded because it owns the viewer's window.
 HtmlHelp LoadViewer()
 {
     HMODULE const library = ::LoadLibraryW(ViewerLibrary().c_str());
     if (library == nullptr)
         return nullptr;
-    // By way of a pointer to no function, which any compiler takes as meant.
+    // Cast through void*, which no compiler warns about.
     return reinterpret_cast<HtmlHelp>(
         reinterpret_cast<void*>(::GetProcAddress(library, "HtmlHelpW")));
 }
@@ -43,7 +44,7 @@ bool ShowInViewer(const std::string& file, const std::string& page)
 {
     const HtmlHelp show = LoadViewer();
     const std::wstring topic = util::ToWide(file + "::/" + page + ".html");
-    // Owned by no window of the program, so that it can lie below them.
+    // Not owned by a window of the program, so that the viewer can be behind them.
     return show != nullptr &&
            show(::GetDesktopWindow(), topic.c_str(), kDisplayTopic, 0) != nullptr;
 }

@@ -24,11 +24,11 @@ wxSizer* BuildFileRow(wxDialog& dialog, HolidayForm& form, Binder& binder)
 
 } // namespace
 
-void ShowHolidayDialog(const DialogPlace& place, HolidayForm& form)
+void ShowHolidayDialog(const DialogContext& context, HolidayForm& form)
 {
     const auto dialog =
-        MakeDialog(place.parent, form, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX);
-    Binder binder(*dialog, form, place.desktop);
+        MakeDialog(context.parent, form, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX);
+    Binder binder(*dialog, form, context.desktop);
     auto* const column = new wxBoxSizer(wxVERTICAL);
     column->Add(BuildFileRow(*dialog, form, binder),
                 wxSizerFlags().Expand().DoubleBorder(wxALL & ~wxBOTTOM));
@@ -51,9 +51,9 @@ void ShowHolidayDialog(const DialogPlace& place, HolidayForm& form)
     binder.Show();
     dialog->SetSizerAndFit(column);
     dialog->CentreOnParent();
-    RestorePlace(*dialog, place.settingsFile);
+    RestorePlacement(*dialog, context.settingsFile);
     dialog->ShowModal();
-    KeepPlace(*dialog, place.settingsFile);
+    SavePlacement(*dialog, context.settingsFile);
 }
 
 } // namespace orrery::ui::wx

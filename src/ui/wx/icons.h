@@ -8,7 +8,7 @@ namespace orrery::ui::wx {
 /// The program's icon in all sizes.
 wxIconBundle ApplicationIcons();
 
-/// The logo as a picture of that many device-independent pixels.
+/// The logo in `size` device-independent pixels.
 wxBitmapBundle Logo(int size);
 
 } // namespace orrery::ui::wx

@@ -20,9 +20,9 @@ constexpr int kTemplateWidth = 105;
 constexpr int kYearWidth = 80;
 constexpr int kProgressWidth = 74;
 
-constexpr int kEmptyFolderLines = 4; // what the text of an empty folder needs
+constexpr int kEmptyFolderLines = 4; // lines of the text about an empty folder
 
-/// Takes files that are dropped on the window.
+/// Accepts files that are dropped on the window.
 class TemplateDrop : public wxFileDropTarget {
 public:
     explicit TemplateDrop(MainWindow& window) : window_(window) {}
@@ -32,7 +32,7 @@ public:
         std::vector<std::string> files;
         for (const wxString& name : names)
             files.push_back(FromWx(name));
-        // Not from inside the drop: a question would keep the other program waiting.
+        // Later, because a question during the drop would block the other program.
         window_.CallAfter([this, files] { window_.DropFiles(files); });
         return true;
     }
@@ -51,8 +51,8 @@ MainWindow::MainWindow(MainForm& form, WxDesktop& desktop)
     Build(*panel);
     binder_.BindHelpKey();
     binder_.Show();
-    Centre(); // here rather than by the window manager, so that the tip finds its place over it
-    RestorePlace(*this, form.CurrentLocations().settingsFile);
+    Centre(); // not left to the window manager, so that the tip can be centred over it
+    RestorePlacement(*this, form.CurrentLocations().settingsFile);
     SetDropTarget(new TemplateDrop(*this));
     desktop.OnRepaint([this] { binder_.Show(); });
     Bind(wxEVT_CLOSE_WINDOW, &MainWindow::OnClose, this);
@@ -91,7 +91,7 @@ void MainWindow::Build(wxPanel& panel)
     auto* const frame = new wxBoxSizer(wxVERTICAL);
     frame->Add(&panel, wxSizerFlags(1).Expand());
     SetSizer(frame);
-    // Of the sizer and not of the panel, whose own minimum would hide that its controls need more.
+    // Set on the sizer because a minimum of the panel would override what its controls need.
     column->SetMinSize(ConvertDialogToPixels(wxSize(kWindowWidth, -1)));
 }
 
@@ -110,7 +110,7 @@ wxSizer* MainWindow::BuildTemplateRows(wxPanel& panel)
               wxSizerFlags().Expand());
 
     grid->Add(AddLabel(panel, binder_, form_.lblYear), centre);
-    wxSizer* const year = AddStepped(panel, binder_, form_.lblYear, form_.txtYear, form_.updYear);
+    wxSizer* const year = AddSpinField(panel, binder_, form_.lblYear, form_.txtYear, form_.updYear);
     year->SetMinSize(ConvertDialogToPixels(wxSize(kYearWidth, -1)));
     grid->Add(year, centre);
     grid->AddStretchSpacer(0);
@@ -183,7 +183,7 @@ wxButton* MainWindow::AddCommand(wxPanel& panel, Button& state, void (MainForm::
 
 void MainWindow::OnClose(wxCloseEvent& event)
 {
-    KeepPlace(*this, form_.CurrentLocations().settingsFile);
+    SavePlacement(*this, form_.CurrentLocations().settingsFile);
     event.Skip();
 }
 

@@ -17,13 +17,13 @@ namespace orrery::ui::wx {
 /// The window of `MainForm`.
 class MainWindow : public wxFrame {
 public:
-    /// Form and desktop outlive the window.
+    /// Form and desktop must outlive the window.
     MainWindow(MainForm& form, WxDesktop& desktop);
 
-    /// What is left of the start-up once the window is on the screen: the tip, then files that the
-    /// program was started with.
+    /// The last steps of the start-up, when the window is visible: unreadable settings, the tip,
+    /// then files that the program was started with.
     void FinishStartup(const std::vector<std::string>& files);
-    /// Files that were dropped on the window.
+    /// Handles files that were dropped on the window.
     void DropFiles(const std::vector<std::string>& files);
 
 private:

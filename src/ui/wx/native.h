@@ -8,36 +8,36 @@
 #include <wx/toplevel.h>
 #include <wx/window.h>
 
-/// What the portable toolkit leaves to the system's own.
+/// What the portable toolkit does not do and each system does differently.
 namespace orrery::ui::wx {
 
-/// Makes the label the field's: its mnemonic moves the focus there, screen readers say its text.
-void RelateLabel(wxStaticText& label, wxWindow& field);
+/// Makes the label the name of the field: its mnemonic moves the focus there, and screen readers
+/// read it.
+void AssociateLabel(wxStaticText& label, wxWindow& field);
 
-/// Asks the window manager for the place once more when the window has come to the screen: some do
-/// not take a place before.
-void InsistOnPlace(wxTopLevelWindow& window, const wxPoint& place);
+/// Moves the window again when it becomes visible: some window managers ignore earlier moves.
+void MoveWhenShown(wxTopLevelWindow& window, const wxPoint& position);
 
-/// The name that screen readers say.
-void SetSpokenName(wxWindow& control, const wxString& name);
+/// Sets the name that screen readers read.
+void SetAccessibleName(wxWindow& control, const wxString& name);
 
-/// Screen readers then read the whole dialog when it opens.
-void SpeakAsDialog(wxWindow& dialog);
+/// Makes screen readers read the whole dialog when it opens.
+void SetDialogRole(wxWindow& dialog);
 
-/// Lets a drop-down list be narrower than its longest entry, whose end is then left out.
-void ShortenEntries(wxChoice& choice);
+/// Allows a drop-down list to be narrower than its longest entry, which is then cut off.
+void EllipsizeEntries(wxChoice& choice);
 
-/// Lets the arrows beside a text box be no higher than the box, where they can be.
+/// Makes the arrows beside a text box no higher than the box if possible.
 void FitArrows(wxSpinButton& arrows, const wxWindow& box);
 
-/// Gives a tab its caption with the mnemonic underlined. The key itself is the dialog's business.
+/// Sets a tab's caption with the mnemonic underlined. The dialog handles the key.
 void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption);
 
-/// Shows a message box whose style is that of a message dialog; gives the button's id, such as
-/// wxID_YES. The style's icon is shown on every system.
+/// Shows a message box with the style of a message dialog and returns the button's id, such as
+/// wxID_YES. Shows the style's icon on every system.
 int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title, long style);
 
-/// Marks the button as the one that the user came for.
+/// Highlights the button as the main action of its window.
 void Emphasize(wxButton& button);
 
 } // namespace orrery::ui::wx

@@ -9,7 +9,7 @@
 namespace orrery::ui::wx {
 namespace {
 
-/// The widget inside a control that takes the focus: an entry or a combo box lies in others.
+/// The widget inside a control that takes the focus: an entry or a combo box is inside others.
 GtkWidget* FocusWidget(GtkWidget* widget)
 {
     const bool takesFocus = gtk_widget_get_can_focus(widget) && !GTK_IS_SCROLLED_WINDOW(widget);
@@ -38,57 +38,57 @@ GtkLabel* LabelInside(GtkWidget* widget)
     return found;
 }
 
-/// Moves a window that has come to the screen, and does so no more.
-gboolean MoveOnce(GtkWidget* window, GdkEvent* /*event*/, gpointer place)
+/// Moves a window when it becomes visible for the first time.
+gboolean MoveOnce(GtkWidget* window, GdkEvent* /*event*/, gpointer position)
 {
-    const wxPoint wanted = *static_cast<wxPoint*>(place);
-    g_signal_handlers_disconnect_by_data(window, place);
+    const wxPoint wanted = *static_cast<wxPoint*>(position);
+    g_signal_handlers_disconnect_by_data(window, position);
     gtk_window_move(GTK_WINDOW(window), wanted.x, wanted.y);
-    return FALSE; // others may want to know, too
+    return FALSE; // other handlers run too
 }
 
-void DeletePlace(gpointer place, GClosure* /*closure*/)
+void DeletePosition(gpointer position, GClosure* /*closure*/)
 {
-    delete static_cast<wxPoint*>(place);
+    delete static_cast<wxPoint*>(position);
 }
 
 } // namespace
 
-void RelateLabel(wxStaticText& label, wxWindow& field)
+void AssociateLabel(wxStaticText& label, wxWindow& field)
 {
     gtk_label_set_mnemonic_widget(GTK_LABEL(label.GetHandle()), FocusWidget(field.GetHandle()));
 }
 
-void InsistOnPlace(wxTopLevelWindow& window, const wxPoint& place)
+void MoveWhenShown(wxTopLevelWindow& window, const wxPoint& position)
 {
-    g_signal_connect_data(window.GetHandle(), "map-event", G_CALLBACK(MoveOnce), new wxPoint(place),
-                          DeletePlace, {});
+    g_signal_connect_data(window.GetHandle(), "map-event", G_CALLBACK(MoveOnce),
+                          new wxPoint(position), DeletePosition, {});
 }
 
-void SetSpokenName(wxWindow& control, const wxString& name)
+void SetAccessibleName(wxWindow& control, const wxString& name)
 {
     for (GtkWidget* const widget : {control.GetHandle(), FocusWidget(control.GetHandle())})
         atk_object_set_name(gtk_widget_get_accessible(widget), name.utf8_str());
 }
 
-void SpeakAsDialog(wxWindow& dialog)
+void SetDialogRole(wxWindow& dialog)
 {
     atk_object_set_role(gtk_widget_get_accessible(dialog.GetHandle()), ATK_ROLE_DIALOG);
 }
 
-void ShortenEntries(wxChoice& choice)
+void EllipsizeEntries(wxChoice& choice)
 {
     GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(choice.GetHandle()));
     for (const GList* cell = cells; cell != nullptr; cell = cell->next)
         g_object_set(cell->data, "ellipsize", PANGO_ELLIPSIZE_END, nullptr);
     g_list_free(cells);
-    // Nor does it measure every entry, which takes long for hundreds of them.
+    // Also saves measuring every entry, which takes long for hundreds of them.
     GtkWidget* const shown = gtk_bin_get_child(GTK_BIN(choice.GetHandle()));
     if (GTK_IS_CELL_VIEW(shown))
         gtk_cell_view_set_fit_model(GTK_CELL_VIEW(shown), FALSE);
 }
 
-// They are two buttons side by side, as high as a text box by themselves.
+// The arrows are two buttons side by side, already as high as a text box.
 void FitArrows(wxSpinButton& /*arrows*/, const wxWindow& /*box*/) {}
 
 void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption)
@@ -104,7 +104,7 @@ void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption)
 
 int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title, long style)
 {
-    // GTK's own message dialog leaves the icon out.
+    // GTK's own message dialog does not show the icon.
     wxGenericMessageDialog box(parent, text, title, style | wxCENTRE);
     box.Bind(wxEVT_INIT_DIALOG, [&box](wxInitDialogEvent& event) {
         atk_object_set_role(gtk_widget_get_accessible(box.GetHandle()), ATK_ROLE_ALERT);

@@ -25,7 +25,7 @@ AccessibleNames OpenAccessibleNames()
     return AccessibleNames(static_cast<IAccPropServices*>(services));
 }
 
-/// The key of the letter behind "&", or 0.
+/// The key code of the letter after "&", or 0.
 int MnemonicOf(const wxControl& control)
 {
     const wxString text = control.GetLabel();
@@ -35,11 +35,11 @@ int MnemonicOf(const wxControl& control)
     return static_cast<int>(wxToupper(text[mark + 1]).GetValue());
 }
 
-/// Sees to the mnemonics of a window's labels, and from a page of tabs to those of the buttons
-/// beside it: the system does so in plain dialogs alone.
+/// Handles the mnemonics of a window's labels, and those of its buttons while the focus is on a tab
+/// page: the system does both only in plain dialogs.
 class Mnemonics : public wxClientData {
 public:
-    /// Those of the window, made when there are none yet.
+    /// The window's object, which is created by the first call.
     static Mnemonics& Of(wxWindow& window)
     {
         if (window.GetClientObject() == nullptr)
@@ -59,13 +59,13 @@ private:
     {
         window.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
             const bool done = event.GetModifiers() == wxMOD_ALT &&
-                              (LeadToField(event.GetKeyCode()) || PressButton(event.GetKeyCode()));
+                              (FocusField(event.GetKeyCode()) || PressButton(event.GetKeyCode()));
             event.Skip(!done);
         });
     }
 
-    /// To the first field of that letter, or from one to the next.
-    bool LeadToField(int letter) const
+    /// Moves the focus to the first field with that letter, or from one to the next.
+    bool FocusField(int letter) const
     {
         wxWindow* first = nullptr;
         bool passedFocus = false;
@@ -103,32 +103,32 @@ private:
     }
 
     wxWindow& window_;
-    std::vector<LabelledField> fields_; ///< in the order of their making
+    std::vector<LabelledField> fields_; ///< in the order of creation
 };
 
 } // namespace
 
-// Screen readers say the label that was made before the field.
-void RelateLabel(wxStaticText& label, wxWindow& field)
+// Screen readers use the label that was created before the field.
+void AssociateLabel(wxStaticText& label, wxWindow& field)
 {
     Mnemonics::Of(*wxGetTopLevelParent(&field)).Add(label, field);
 }
 
-// Windows take the place that they are given.
-void InsistOnPlace(wxTopLevelWindow& /*window*/, const wxPoint& /*place*/) {}
+// On Windows the first move is enough.
+void MoveWhenShown(wxTopLevelWindow& /*window*/, const wxPoint& /*position*/) {}
 
-void SetSpokenName(wxWindow& control, const wxString& name)
+void SetAccessibleName(wxWindow& control, const wxString& name)
 {
     if (const AccessibleNames names = OpenAccessibleNames())
         names->SetHwndPropStr(control.GetHWND(), static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
                               PROPID_ACC_NAME, name.wc_str());
 }
 
-// Dialogs are the system's own and known as such.
-void SpeakAsDialog(wxWindow& /*dialog*/) {}
+// Screen readers recognise the system's own dialogs.
+void SetDialogRole(wxWindow& /*dialog*/) {}
 
-// A drop-down list cuts its entries by itself.
-void ShortenEntries(wxChoice& /*choice*/) {}
+// A drop-down list already cuts off its entries.
+void EllipsizeEntries(wxChoice& /*choice*/) {}
 
 void FitArrows(wxSpinButton& arrows, const wxWindow& box)
 {
@@ -155,8 +155,8 @@ int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title
     return answer == IDYES ? wxID_YES : wxID_NO;
 }
 
-// The system shows which button is the default one, but the toolkit tells it so only in a window
-// that is active: none is while it is made.
+// The system highlights the default button, but the toolkit sets it only in an active window, and a
+// window is not active while it is being built.
 void Emphasize(wxButton& button)
 {
     wxGetTopLevelParent(&button)->Bind(wxEVT_ACTIVATE, [&button](wxActivateEvent& event) {

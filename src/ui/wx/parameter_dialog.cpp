@@ -14,18 +14,18 @@ namespace orrery::ui::wx {
 namespace {
 
 // Device-independent pixels.
-constexpr int kLeastWidth = 480; // smaller than this the dialog is of no use
-constexpr int kLeastHeight = 320;
-constexpr int kSpareWidth = 150; // shows more of the name lists where the screen has room
+constexpr int kMinWidth = 480; // a smaller dialog would be useless
+constexpr int kMinHeight = 320;
+constexpr int kSpareWidth = 150; // shows more of the name lists if the screen is wide enough
 
-/// Joins the strip of tabs with its state. Toolkits differ in what they do with a tab's mnemonic,
-/// so the dialog sees to it.
+/// Binds the tabs to their state. Toolkits differ in how they handle a tab's mnemonic, so the
+/// dialog handles it.
 class TabStripBinding {
 public:
     TabStripBinding(wxDialog& dialog, wxNotebook& tabs, ParameterForm& form, Binder& binder)
         : tabs_(tabs), form_(form), binder_(binder)
     {
-        binder.BindShown(form.tabOrrery, tabs, [this] { Show(); });
+        binder.BindControl(form.tabOrrery, tabs, [this] { Show(); });
         binder.Describe(form.tabOrrery, "Calendars");
         tabs.Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this, &form](wxBookCtrlEvent& event) {
             if (form.isOpen && event.GetSelection() + 1 != form.tabOrrery.selected)
@@ -78,7 +78,7 @@ private:
 void FitWithSpareWidth(wxDialog& dialog, wxSizer* content)
 {
     dialog.SetSizerAndFit(content);
-    dialog.SetMinClientSize(dialog.FromDIP(wxSize(kLeastWidth, kLeastHeight)));
+    dialog.SetMinClientSize(dialog.FromDIP(wxSize(kMinWidth, kMinHeight)));
     wxSize size = dialog.GetSize() + dialog.FromDIP(wxSize(kSpareWidth, 0));
     size.DecTo(wxDisplay(&dialog).GetClientArea().GetSize());
     dialog.SetSize(size);
@@ -86,11 +86,11 @@ void FitWithSpareWidth(wxDialog& dialog, wxSizer* content)
 
 } // namespace
 
-void ShowParameterDialog(const DialogPlace& place, ParameterForm& form)
+void ShowParameterDialog(const DialogContext& context, ParameterForm& form)
 {
     const auto dialog =
-        MakeDialog(place.parent, form, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX);
-    Binder binder(*dialog, form, place.desktop);
+        MakeDialog(context.parent, form, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX);
+    Binder binder(*dialog, form, context.desktop);
     auto* const tabs = new wxNotebook(dialog.get(), wxID_ANY);
     auto* const monthly = new ParameterPage(*tabs, "fraOrrery1", binder, form.monthly, nullptr,
                                             [&form] { form.cmdMChangeHoliday_Click(); });
@@ -114,9 +114,9 @@ void ShowParameterDialog(const DialogPlace& place, ParameterForm& form)
     monthly->AllowScrolling();
     yearly->AllowScrolling();
     dialog->CentreOnParent();
-    RestorePlace(*dialog, place.settingsFile);
+    RestorePlacement(*dialog, context.settingsFile);
     dialog->ShowModal();
-    KeepPlace(*dialog, place.settingsFile);
+    SavePlacement(*dialog, context.settingsFile);
 }
 
 } // namespace orrery::ui::wx

@@ -18,7 +18,7 @@ constexpr int kFieldWidth = 64;
 constexpr int kNamesWidth = 84;
 constexpr int kCellWidth = 38;
 // Device-independent pixels.
-constexpr int kIndent = 24; // as far as the text of a check box
+constexpr int kIndent = 24; // aligned with the text of a check box
 constexpr int kGroupGap = 4;
 
 wxSize Gap(const wxWindow& page)
@@ -26,14 +26,14 @@ wxSize Gap(const wxWindow& page)
     return page.FromDIP(wxSize(8, 5));
 }
 
-/// The left side: labels, and fields of one size beside them.
+/// The left side: labels with fields of equal size beside them.
 class Fields {
 public:
     Fields(wxWindow& page, Binder& binder)
         : page_(page), binder_(binder), grid_(new wxFlexGridSizer(2, Gap(page)))
     {
         grid_->AddGrowableCol(1);
-        grid_->SetFlexibleDirection(wxHORIZONTAL); // rows are equally high
+        grid_->SetFlexibleDirection(wxHORIZONTAL); // all rows have the same height
     }
 
     wxFlexGridSizer* Grid() const { return grid_; }
@@ -58,7 +58,7 @@ public:
     void Add(Label& label, TextBox& text, UpDown& upDown)
     {
         AddName(label);
-        grid_->Add(AddStepped(page_, binder_, label, text, upDown), wxSizerFlags().Expand());
+        grid_->Add(AddSpinField(page_, binder_, label, text, upDown), wxSizerFlags().Expand());
         binder_.Relate(label, text);
     }
 
@@ -73,7 +73,7 @@ private:
     wxFlexGridSizer* grid_;
 };
 
-/// The right side: groups that a check box heads, each indented below it, in common columns.
+/// The right side: groups indented below their check boxes, aligned in common columns.
 class Groups {
 public:
     Groups(wxWindow& page, Binder& binder)
@@ -81,17 +81,17 @@ public:
     {
     }
 
-    /// When all groups are in.
+    /// Called after all groups are added.
     wxSizer* Finish()
     {
-        for (wxTextCtrl* const cell : cells_) // as high as the lists beside and below them
+        for (wxTextCtrl* const cell : cells_) // as high as the lists beside and below
             cell->SetMinSize(
                 wxSize(page_.ConvertDialogToPixels(wxSize(kCellWidth, -1)).x, choiceHeight_));
         grid_->AddGrowableCol(kNameFieldColumn);
         return grid_;
     }
 
-    void AddHead(CheckBox& check, Handler onClick)
+    void AddGroup(CheckBox& check, Handler onClick)
     {
         ++row_;
         const int gap = row_ == 0 ? 0 : page_.FromDIP(kGroupGap);
@@ -99,7 +99,7 @@ public:
         grid_->Add(box, wxGBPosition(row_, 0), wxGBSpan(1, kColumns), wxTOP, gap);
     }
 
-    /// A line of the group: where it begins on the sheet.
+    /// A line with the group's first cell.
     void AddFirstCell(Label& label, TextBox& text)
     {
         ++row_;
@@ -109,7 +109,7 @@ public:
         binder_.Relate(label, text);
     }
 
-    /// The names, in the same line.
+    /// The list of names, on the same line.
     void AddNames(Label& label, ComboBox& choice)
     {
         grid_->Add(AddLabel(page_, binder_, label), wxGBPosition(row_, kNameColumn), wxDefaultSpan,
@@ -117,7 +117,7 @@ public:
         AddNameField(label, choice);
     }
 
-    /// A line with a long label.
+    /// A line with a long label and a list.
     void AddChoiceLine(Label& label, ComboBox& choice)
     {
         ++row_;
@@ -125,12 +125,12 @@ public:
         AddNameField(label, choice);
     }
 
-    /// A line that shows a text and has a button.
-    void AddShownLine(Label& label, Label& shown, Button& button, Handler onClick)
+    /// A line with a text and a button.
+    void AddTextLine(Label& label, Label& shown, Button& button, Handler onClick)
     {
         ++row_;
         AddName(label, 1);
-        // First the button: a label made before it would be read as its name.
+        // The button first: screen readers would take a label created before it as its name.
         auto* const press = AddButton(page_, binder_, button, std::move(onClick));
         auto* const line = new wxBoxSizer(wxHORIZONTAL);
         line->Add(AddLabel(page_, binder_, shown, wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE),
@@ -228,22 +228,22 @@ wxSizer* ParameterPage::BuildCalendar(ParameterTab& tab, YearlyTab* monthGrid)
 wxSizer* ParameterPage::BuildOutputs(ParameterTab& tab, Handler onChangeHoliday)
 {
     Groups groups(*this, binder_);
-    groups.AddHead(tab.chkOutWeekday, [&tab] { tab.chkOutWeekday_Click(); });
+    groups.AddGroup(tab.chkOutWeekday, [&tab] { tab.chkOutWeekday_Click(); });
     groups.AddFirstCell(tab.lblFirstCellofWeekday, tab.txtFirstCellofWeekday);
     groups.AddNames(tab.lblWeekdayName, tab.cboWeekdayName);
 
-    groups.AddHead(tab.chkOutMonth, [&tab] { tab.chkOutMonth_Click(); });
+    groups.AddGroup(tab.chkOutMonth, [&tab] { tab.chkOutMonth_Click(); });
     groups.AddFirstCell(tab.lblFirstCellofMonth, tab.txtFirstCellofMonth);
     groups.AddNames(tab.lblMonthName, tab.cboMonthName);
 
-    groups.AddHead(tab.chkOutYear, [&tab] { tab.chkOutYear_Click(); });
+    groups.AddGroup(tab.chkOutYear, [&tab] { tab.chkOutYear_Click(); });
     groups.AddFirstCell(tab.lblFirstCellofYear, tab.txtFirstCellofYear);
 
-    groups.AddHead(tab.chkOutHoliday, [&tab] { tab.chkOutHoliday_Click(); });
+    groups.AddGroup(tab.chkOutHoliday, [&tab] { tab.chkOutHoliday_Click(); });
     groups.AddFirstCell(tab.lblFirstCellofHoliday, tab.txtFirstCellofHoliday);
     groups.AddChoiceLine(tab.lblMultiHolidays, tab.cboMultiHolidays);
-    groups.AddShownLine(tab.lblHolidaySLabel, tab.lblHolidaySample, tab.cmdChangeHoliday,
-                        std::move(onChangeHoliday));
+    groups.AddTextLine(tab.lblHolidaySLabel, tab.lblHolidaySample, tab.cmdChangeHoliday,
+                       std::move(onChangeHoliday));
     return groups.Finish();
 }
 

@@ -10,17 +10,17 @@
 
 namespace orrery::ui::wx {
 
-/// A page of the parameter dialog: the controls of one calendar. What both calendars have stands in
-/// the same place on both pages. A page that its window has no room for can be scrolled.
+/// A page of the parameter dialog: the controls of one calendar. Controls that both calendars have
+/// are in the same place on both pages. A page that does not fit its window can be scrolled.
 class ParameterPage : public wxScrolledWindow {
 public:
-    /// `monthGrid` is the tab again where it has one, else nullptr.
+    /// `monthGrid` is the same tab if it has a grid of months, else nullptr.
     ParameterPage(wxWindow& parent, const std::string& name, Binder& binder, ParameterTab& tab,
                   YearlyTab* monthGrid, Handler onChangeHoliday);
 
-    /// Lets the fields of both pages begin in the same place, so that nothing jumps between tabs.
+    /// Aligns the fields of both pages, so that nothing jumps between tabs.
     void AlignWith(ParameterPage& other);
-    /// Until then the page asks for the room that all of it needs.
+    /// Before this call the page requests the space that all its controls need.
     void AllowScrolling();
 
 private:

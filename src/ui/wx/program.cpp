@@ -8,7 +8,7 @@
 
 namespace orrery::ui::wx {
 
-std::optional<std::string> AnswerTo(std::string_view option)
+std::optional<std::string> OptionOutput(std::string_view option)
 {
     if (option == "--version")
         return std::string(kProductName) + ' ' + VersionText(BuildVersion()) + '\n';
@@ -23,7 +23,7 @@ std::optional<std::string> AnswerTo(std::string_view option)
     return std::nullopt;
 }
 
-void MakeProgram()
+void RegisterApplication()
 {
     wxApp::SetInstance(new Application(std::make_unique<engines::InstalledEngines>()));
 }

@@ -6,10 +6,10 @@
 
 namespace orrery::ui::wx {
 
-/// The answer to an option that opens no window ("--version", "--help"); nothing for other texts.
-std::optional<std::string> AnswerTo(std::string_view option);
+/// The output of an option that opens no window ("--version", "--help"); nothing for other texts.
+std::optional<std::string> OptionOutput(std::string_view option);
 
-/// Makes the program that the toolkit's entry runs.
-void MakeProgram();
+/// Creates the program that `wxEntry` runs.
+void RegisterApplication();
 
 } // namespace orrery::ui::wx

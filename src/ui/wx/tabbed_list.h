@@ -10,20 +10,20 @@ class wxListBox;
 
 namespace orrery::ui::wx {
 
-/// A list of lines whose columns are separated by tabs, in the control that the system has for it.
+/// A list of lines whose columns are separated by tabs, shown in the system's own control.
 class TabbedList {
 public:
-    /// `header` is the text that stands above the list as a label.
+    /// `header` is the text of the label above the list.
     TabbedList(wxWindow& parent, const std::vector<int>& tabStops, const std::string& header);
 
     wxWindow& Window() const;
     void SetLines(const std::vector<std::string>& lines);
 
 private:
-    [[maybe_unused]] wxDataViewListCtrl* columns_ =
-        nullptr;                                ///< where a list box knows no tab stops
-    [[maybe_unused]] wxListBox* box_ = nullptr; ///< where it knows them
-    std::vector<std::string> lines_;            ///< on show
+    // The one that the system has; a list box if it supports tab stops.
+    [[maybe_unused]] wxDataViewListCtrl* columns_ = nullptr;
+    [[maybe_unused]] wxListBox* box_ = nullptr;
+    std::vector<std::string> lines_; ///< the lines shown
 };
 
 } // namespace orrery::ui::wx

@@ -7,9 +7,9 @@
 namespace orrery::ui::wx {
 namespace {
 
-constexpr int kCellMargin = 5; // pixels from the list's edge to a text in it
+constexpr int kCellMargin = 5; // pixels between the list's edge and its text
 
-/// Where the words of the header begin, in pixels, when it stands in a label.
+/// Where the words of the header begin in its label, in pixels.
 std::vector<int> WordStarts(const wxWindow& parent, const wxString& header)
 {
     std::vector<int> starts;
@@ -34,7 +34,7 @@ wxVector<wxVariant> SplitLine(const std::string& line, unsigned columns)
 
 } // namespace
 
-// The system's list knows columns instead of tab stops: they begin below the words of the header.
+// The system's list has columns instead of tab stops; they begin below the words of the header.
 TabbedList::TabbedList(wxWindow& parent, const std::vector<int>& /*tabStops*/,
                        const std::string& header)
     : columns_(new wxDataViewListCtrl(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,

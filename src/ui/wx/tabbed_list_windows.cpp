@@ -12,7 +12,7 @@ constexpr UINT kSetTabStops = 402; // LB_SETTABSTOPS, in quarters of a character
 
 } // namespace
 
-// The toolkit's list boxes have the style that looks for tab stops.
+// The toolkit's list boxes already have the style LBS_USETABSTOPS.
 TabbedList::TabbedList(wxWindow& parent, const std::vector<int>& tabStops,
                        const std::string& /*header*/)
     : box_(new wxListBox(&parent, wxID_ANY))

@@ -7,13 +7,13 @@
 
 namespace orrery::ui::wx {
 
-/// Text of the program, which is UTF-8, for the toolkit.
+/// Converts the program's UTF-8 for the toolkit.
 inline wxString ToWx(std::string_view text)
 {
     return wxString::FromUTF8(text.data(), text.size());
 }
 
-/// The same for a text of many lines: their CR LF becomes the toolkit's line feed.
+/// The same for a text of several lines: CR LF becomes LF.
 inline wxString LinesToWx(std::string_view text)
 {
     wxString lines = ToWx(text);

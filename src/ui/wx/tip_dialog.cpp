@@ -14,7 +14,7 @@ constexpr int kTipWidth = 200;
 constexpr int kTipHeight = 52;
 constexpr float kHeadingScale = 1.25F;
 
-/// Makes room below a tip that is longer than any before; the dialog never shrinks.
+/// Enlarges the dialog for a longer tip; it never shrinks.
 void GrowForTip(wxDialog& dialog)
 {
     if (dialog.GetSizer() == nullptr)
@@ -38,9 +38,9 @@ wxSizer* BuildTip(wxDialog& dialog, TipForm& form, Binder& binder)
     auto* const texts = new wxBoxSizer(wxVERTICAL);
     texts->Add(heading, wxSizerFlags().Border(wxBOTTOM));
     texts->Add(tip);
-    texts->SetMinSize(room); // the dialog keeps its size from tip to tip
+    texts->SetMinSize(room); // the dialog keeps its size for most tips
     auto* const logo = new wxStaticBitmap(&dialog, wxID_ANY, Logo(kSmallLogo));
-    SetSpokenName(*logo, "Logo");
+    SetAccessibleName(*logo, "Logo");
     auto* const row = new wxBoxSizer(wxHORIZONTAL);
     row->Add(logo, wxSizerFlags().DoubleBorder(wxRIGHT));
     row->Add(texts, wxSizerFlags(1).Expand());
@@ -65,11 +65,11 @@ wxSizer* BuildButtons(wxDialog& dialog, TipForm& form, Binder& binder)
 
 } // namespace
 
-void ShowTipDialog(const DialogPlace& place, TipForm& form)
+void ShowTipDialog(const DialogContext& context, TipForm& form)
 {
-    const auto dialog = MakeDialog(place.parent, form);
-    Binder binder(*dialog, form, place.desktop);
-    // First the buttons: a label made before a control would be read as its name.
+    const auto dialog = MakeDialog(context.parent, form);
+    Binder binder(*dialog, form, context.desktop);
+    // The buttons first: screen readers would take a label created before a control as its name.
     auto* const buttons = BuildButtons(*dialog, form, binder);
     auto* const column = new wxBoxSizer(wxVERTICAL);
     column->Add(BuildTip(*dialog, form, binder), wxSizerFlags(1).Expand().DoubleBorder());

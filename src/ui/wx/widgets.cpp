@@ -9,10 +9,10 @@
 namespace orrery::ui::wx {
 namespace {
 
-/// Shows a text in lines of a width.
-class WrappedTextShown {
+/// Shows a text wrapped to a width.
+class WrappedTextUpdater {
 public:
-    WrappedTextShown(const Label& state, wxStaticText& control, int width)
+    WrappedTextUpdater(const Label& state, wxStaticText& control, int width)
         : state_(state), control_(control), width_(width)
     {
     }
@@ -33,8 +33,8 @@ private:
     std::string shown_;
 };
 
-/// The label's words, without its mnemonic and colon.
-std::string SpokenText(const Label& label)
+/// The label's text without mnemonic and colon.
+std::string AccessibleText(const Label& label)
 {
     wxString text = wxControl::RemoveMnemonics(ToWx(label.caption));
     if (text.EndsWith(":"))
@@ -49,7 +49,7 @@ std::unique_ptr<wxDialog> MakeDialog(wxWindow* parent, const Form& form, long st
     auto dialog = std::make_unique<wxDialog>(parent, wxID_ANY, ToWx(form.caption),
                                              wxDefaultPosition, wxDefaultSize, style);
     dialog->SetIcons(ApplicationIcons());
-    SpeakAsDialog(*dialog);
+    SetDialogRole(*dialog);
     return dialog;
 }
 
@@ -64,7 +64,7 @@ wxStaticText* AddLabel(wxWindow& parent, Binder& binder, Label& state, long styl
 wxStaticText* AddWrappedLabel(wxWindow& parent, Binder& binder, Label& state, int width)
 {
     auto* const label = new wxStaticText(&parent, wxID_ANY, "");
-    binder.BindShown(state, *label, WrappedTextShown(state, *label, width));
+    binder.BindControl(state, *label, WrappedTextUpdater(state, *label, width));
     return label;
 }
 
@@ -85,8 +85,9 @@ wxCheckBox* AddCheckBox(wxWindow& parent, Binder& binder, CheckBox& state, Handl
 wxChoice* AddChoice(wxWindow& parent, Binder& binder, ComboBox& state, int width, Handler onClick)
 {
     auto* const choice = new wxChoice(&parent, wxID_ANY);
-    ShortenEntries(*choice);
-    // With one entry: without any the list is less high, with all the toolkit would measure them.
+    EllipsizeEntries(*choice);
+    // Measured with one entry: an empty list is lower, and with all entries the toolkit would
+    // measure each.
     choice->Append("Ag");
     choice->SetSelection(0);
     const int height = choice->GetBestSize().y;
@@ -103,8 +104,8 @@ wxButton* AddButton(wxWindow& parent, Binder& binder, Button& state, Handler onC
     return button;
 }
 
-wxSizer* AddStepped(wxWindow& parent, Binder& binder, const Label& label, TextBox& text,
-                    UpDown& upDown)
+wxSizer* AddSpinField(wxWindow& parent, Binder& binder, const Label& label, TextBox& text,
+                      UpDown& upDown)
 {
     auto* const field = new wxBoxSizer(wxHORIZONTAL);
     auto* const box = AddTextBox(parent, binder, text);
@@ -112,7 +113,7 @@ wxSizer* AddStepped(wxWindow& parent, Binder& binder, const Label& label, TextBo
     auto* const arrows = new wxSpinButton(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                                           wxSP_VERTICAL | wxSP_ARROW_KEYS);
     binder.Bind(upDown, *arrows);
-    binder.Describe(upDown, SpokenText(label) + ", step");
+    binder.Describe(upDown, AccessibleText(label) + ", step");
     FitArrows(*arrows, *box);
     field->Add(arrows, wxSizerFlags().Expand());
     return field;

@@ -16,36 +16,37 @@ namespace {
 constexpr const char* kSection = "Windows";
 constexpr const char* kMaximized = "maximized";
 
-struct Place {
+struct Placement {
     wxRect frame;
     bool maximized = false;
 };
 
-/// "x y width height", and "maximized" where it is.
-std::optional<Place> ReadPlace(const std::string& text)
+/// "x y width height", followed by "maximized" if it is.
+std::optional<Placement> ParsePlacement(const std::string& text)
 {
     std::istringstream words(text);
-    Place place;
+    Placement placement;
     std::string state;
-    if (!(words >> place.frame.x >> place.frame.y >> place.frame.width >> place.frame.height))
+    if (!(words >> placement.frame.x >> placement.frame.y >> placement.frame.width >>
+          placement.frame.height))
         return std::nullopt;
     words >> state;
-    place.maximized = state == kMaximized;
-    return place;
+    placement.maximized = state == kMaximized;
+    return placement;
 }
 
-std::string FormatPlace(const Place& place)
+std::string FormatPlacement(const Placement& placement)
 {
     std::ostringstream text;
-    text << place.frame.x << ' ' << place.frame.y << ' ' << place.frame.width << ' '
-         << place.frame.height;
-    if (place.maximized)
+    text << placement.frame.x << ' ' << placement.frame.y << ' ' << placement.frame.width << ' '
+         << placement.frame.height;
+    if (placement.maximized)
         text << ' ' << kMaximized;
     return text.str();
 }
 
-/// Whether the title bar of the window would be within reach.
-bool IsOnAScreen(const wxRect& frame)
+/// Whether the title bar of the window would be on a screen.
+bool IsOnScreen(const wxRect& frame)
 {
     return wxDisplay::GetFromPoint(frame.GetTopLeft() + wxPoint(frame.width / 2, 10)) !=
            wxNOT_FOUND;
@@ -53,36 +54,36 @@ bool IsOnAScreen(const wxRect& frame)
 
 } // namespace
 
-void RestorePlace(wxTopLevelWindow& window, const std::string& settingsFile)
+void RestorePlacement(wxTopLevelWindow& window, const std::string& settingsFile)
 {
     const util::Profile profile(util::ToPath(settingsFile));
-    const auto place = ReadPlace(profile.Read(kSection, FromWx(window.GetName()), ""));
-    if (!place)
+    const auto placement = ParsePlacement(profile.Read(kSection, FromWx(window.GetName()), ""));
+    if (!placement)
         return;
-    wxSize size = place->frame.GetSize();
+    wxSize size = placement->frame.GetSize();
     size.IncTo(window.GetEffectiveMinSize());
     size.DecTo(wxDisplay(&window).GetClientArea().GetSize());
     window.SetSize(size);
-    if (IsOnAScreen(place->frame)) {
-        window.Move(place->frame.GetTopLeft());
-        InsistOnPlace(window, place->frame.GetTopLeft());
+    if (IsOnScreen(placement->frame)) {
+        window.Move(placement->frame.GetTopLeft());
+        MoveWhenShown(window, placement->frame.GetTopLeft());
     }
-    if (place->maximized)
+    if (placement->maximized)
         window.Maximize();
 }
 
-void KeepPlace(const wxTopLevelWindow& window, const std::string& settingsFile)
+void SavePlacement(const wxTopLevelWindow& window, const std::string& settingsFile)
 {
     if (window.IsIconized())
         return;
     const util::Profile profile(util::ToPath(settingsFile));
     const std::string name = FromWx(window.GetName());
-    Place place{window.GetRect(), window.IsMaximized()};
-    if (place.maximized) { // the size before is the one to go back to
-        if (const auto before = ReadPlace(profile.Read(kSection, name, "")))
-            place.frame = before->frame;
+    Placement placement{window.GetRect(), window.IsMaximized()};
+    if (placement.maximized) { // keep the size to which the window can be restored
+        if (const auto before = ParsePlacement(profile.Read(kSection, name, "")))
+            placement.frame = before->frame;
     }
-    profile.Write(kSection, name, FormatPlace(place));
+    profile.Write(kSection, name, FormatPlacement(placement));
 }
 
 } // namespace orrery::ui::wx

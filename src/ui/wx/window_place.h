@@ -6,10 +6,10 @@
 
 namespace orrery::ui::wx {
 
-/// Puts a window where it was when it was closed last, as long as a screen shows that place. The
-/// settings file has it in the section "Windows" under the window's name.
-void RestorePlace(wxTopLevelWindow& window, const std::string& settingsFile);
-/// Notes the window's place. A settings file that cannot be written is no reason to complain.
-void KeepPlace(const wxTopLevelWindow& window, const std::string& settingsFile);
+/// Restores a window's last size, and its position if that is still on a screen, from the section
+/// "Windows" of the settings file, under the window's name.
+void RestorePlacement(wxTopLevelWindow& window, const std::string& settingsFile);
+/// Saves the window's size and position. Ignores a settings file that cannot be written.
+void SavePlacement(const wxTopLevelWindow& window, const std::string& settingsFile);
 
 } // namespace orrery::ui::wx

@@ -15,14 +15,14 @@
 namespace orrery::ui::wx {
 namespace {
 
-/// The dialog or window that the user works in; boxes and dialogs belong to it.
+/// The active dialog or window, the parent of new boxes and dialogs.
 wxWindow* TopWindow()
 {
     wxWindow* top = wxTheApp->GetTopWindow();
     for (wxWindow* const window : wxTopLevelWindows) {
         const auto* const dialog = dynamic_cast<wxDialog*>(window);
         if (dialog != nullptr && dialog->IsModal())
-            top = window; // later ones lie over earlier ones
+            top = window; // later dialogs are above earlier ones
     }
     return top;
 }
@@ -64,7 +64,7 @@ void WxDesktop::SetHourglass(bool on)
 
 void WxDesktop::Repaint(Painting painting)
 {
-    // A quick run has more steps than anybody can see, and every picture costs time.
+    // A quick run has more steps than anyone can see, and every repaint takes time.
     constexpr auto kShortest = std::chrono::milliseconds(40);
     const auto now = std::chrono::steady_clock::now();
     if (painting == Painting::WhenDue && now - painted_ < kShortest)
@@ -73,7 +73,7 @@ void WxDesktop::Repaint(Painting painting)
     if (repaint_)
         repaint_();
     if (auto* const loop = wxEventLoopBase::GetActive())
-        loop->YieldFor(wxEVT_CATEGORY_UI); // keys and clicks wait for the command to end
+        loop->YieldFor(wxEVT_CATEGORY_UI); // keys and clicks wait until the command ends
 }
 
 void WxDesktop::Open(const std::string& fileOrAddress)

@@ -10,13 +10,13 @@
 
 namespace orrery::ui::wx {
 
-/// The desktop of the window program: message boxes, dialogs, the shell.
+/// The desktop of the window program: message boxes, dialogs and the shell.
 class WxDesktop : public Desktop {
 public:
-    /// `helpFolder` holds the help; `settingsFile` keeps the places of windows.
+    /// `helpFolder` contains the help; `settingsFile` stores the positions of windows.
     WxDesktop(std::string helpFolder, std::string settingsFile);
 
-    /// Called to show the state of the main window while a command goes on.
+    /// `repaint` shows the state of the main window while a command is running.
     void OnRepaint(std::function<void()> repaint) { repaint_ = std::move(repaint); }
 
     void Report(const std::string& text) override;

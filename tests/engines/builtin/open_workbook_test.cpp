@@ -25,7 +25,7 @@ const std::filesystem::path kTests = places::SourceFolder() / "tests/engines/bui
 
 class OpenWorkbookTest : public testing::Test {
 protected:
-    /// What is wrong with a file of these bytes; nothing where it opens.
+    /// The kind of error for a file of these bytes; nothing if it opens.
     std::optional<util::AnyErrorKind> Problem(const std::string& bytes)
     {
         util::ReplaceFile(file_, bytes);
@@ -48,13 +48,13 @@ std::string BytesOf(const std::filesystem::path& path)
     return util::ReadFile(path).value();
 }
 
-TEST_F(OpenWorkbookTest, TheContentTellsTheFormatNotTheName)
+TEST_F(OpenWorkbookTest, TheContentDecidesTheFormatNotTheName)
 {
     EXPECT_EQ(Problem(BytesOf(kTests / "xls" / "data" / "contract.xls")), std::nullopt);
     EXPECT_EQ(Problem(BytesOf(kTests / "xlsx" / "data" / "contract.xlsx")), std::nullopt);
 }
 
-TEST_F(OpenWorkbookTest, TellsWhatIsNoWorkbook)
+TEST_F(OpenWorkbookTest, RefusesFilesThatAreNotWorkbooks)
 {
     EXPECT_EQ(Problem(""), ErrorKind::NotAWorkbook);
     EXPECT_EQ(Problem("name,date\r\nEaster,0405\r\n"), ErrorKind::NotAWorkbook);
@@ -63,14 +63,14 @@ TEST_F(OpenWorkbookTest, TellsWhatIsNoWorkbook)
               ErrorKind::NotAWorkbook);
 }
 
-TEST_F(OpenWorkbookTest, TellsWhatNeedsAPassword)
+TEST_F(OpenWorkbookTest, RefusesFilesThatNeedAPassword)
 {
     EXPECT_EQ(Problem(BuildCompound({Stream(u"EncryptionInfo", "how"),
                                      Stream(u"EncryptedPackage", std::string(5000, 'x'))})),
               ErrorKind::PasswordProtected);
 }
 
-TEST_F(OpenWorkbookTest, TellsWhatIsTooOld)
+TEST_F(OpenWorkbookTest, RefusesOldFormats)
 {
     const auto old = xls::test::BofOf(5, 0x0500) + xls::test::EofRecord();
     EXPECT_EQ(Problem(BuildCompound({Stream(u"Book", old)})), ErrorKind::OldBinaryFormat);
@@ -80,7 +80,7 @@ TEST_F(OpenWorkbookTest, TellsWhatIsTooOld)
               ErrorKind::OldBinaryFormat);
 }
 
-TEST_F(OpenWorkbookTest, TellsWhatIsDamaged)
+TEST_F(OpenWorkbookTest, RefusesDamagedFiles)
 {
     EXPECT_EQ(Problem(BuildCompound({Stream(u"Workbook", "no records")})),
               ErrorKind::DamagedWorkbook);

@@ -71,7 +71,7 @@ TEST_F(BuiltInRunTest, SavesTwelveMonthsAndAYear)
 TEST_F(BuiltInRunTest, TemplateThatVanishesIsReportedUnderTheOutputsName)
 {
     const auto saved = Run([this] {
-        std::filesystem::remove(folder_ / "Desk.xlsx"); // chosen, checked, and gone
+        std::filesystem::remove(folder_ / "Desk.xlsx"); // it was chosen and checked before
         return CreateApplication({});
     });
     const auto target = folder_ / "out" / "2027Desk.xlsx";

@@ -7,7 +7,7 @@
 
 namespace orrery::test {
 
-// The sheets of a saved workbook for the contract suite, read by other code than the engine's.
+// The sheets of a saved workbook for the contract suite, read without the engine's code.
 std::vector<contract::SavedSheet> ReadXlsx(const std::filesystem::path& path);
 std::vector<contract::SavedSheet> ReadXls(const std::filesystem::path& path);
 

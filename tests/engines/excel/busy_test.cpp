@@ -8,7 +8,7 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::milliseconds;
 
-TEST(BusyTest, KnowsTheAnswersThatPass)
+TEST(BusyTest, RecognisesBusyAnswers)
 {
     EXPECT_TRUE(IsBusy(RPC_E_CALL_REJECTED));
     EXPECT_TRUE(IsBusy(RPC_E_SERVERCALL_RETRYLATER));

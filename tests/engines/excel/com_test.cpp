@@ -23,7 +23,7 @@ TEST(PointerTest, CountsItsReferences)
     EXPECT_EQ(world.objects, 0);
 }
 
-TEST(PointerTest, TellsObjectsApart)
+TEST(PointerTest, DistinguishesObjects)
 {
     fake::World world;
     const auto first = fake::MakeObject(world, "Thing");
@@ -88,7 +88,7 @@ TEST(VariantTest, OwnsItsObjectUntilItIsTaken)
     EXPECT_EQ(world.objects, 0);
 }
 
-TEST(VariantTest, ReceivesOneResultAfterTheOther)
+TEST(VariantTest, ReceivesOneResultAfterAnother)
 {
     fake::World world;
     Variant value(*fake::MakeObject(world, "Thing").Get());
@@ -99,7 +99,7 @@ TEST(VariantTest, ReceivesOneResultAfterTheOther)
     EXPECT_EQ(value.AsText(), "text");
 }
 
-TEST(ExceptionInfoTest, AsksForWhatIsFilledInLater)
+TEST(ExceptionInfoTest, CompletesWhatIsFilledInLater)
 {
     ExceptionInfo info;
     info.Receive()->pfnDeferredFillIn = [](EXCEPINFO* late) -> HRESULT {
@@ -115,7 +115,7 @@ TEST(ExceptionInfoTest, AsksForWhatIsFilledInLater)
     EXPECT_EQ(info.Code(), S_OK);
 }
 
-TEST(ApartmentTest, GoesWithOneThatIsThereAlready)
+TEST(ApartmentTest, SharesAnExistingApartment)
 {
     const Apartment outer;
     {

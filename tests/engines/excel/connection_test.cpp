@@ -21,7 +21,7 @@ constexpr auto kCallFailed = static_cast<HRESULT>(0x800706BE);
 
 class ConnectionTest : public testing::Test {
 protected:
-    /// Makes a call that is answered so, the last answer again and again.
+    /// Makes a call that gets these answers, the last one repeatedly.
     void Make(std::vector<fake::Answer> answers)
     {
         connection_.Make("Worksheet.Copy", [&](ExceptionInfo& info) {
@@ -59,14 +59,14 @@ protected:
     std::size_t tries_ = 0;
 };
 
-TEST_F(ConnectionTest, PassesASuccessOn)
+TEST_F(ConnectionTest, ReturnsAfterASuccess)
 {
     EXPECT_NO_THROW(Make({fake::Refuse(S_OK)}));
     EXPECT_NO_THROW(Make({fake::Refuse(S_FALSE)}));
     EXPECT_TRUE(clock_.pauses.empty());
 }
 
-TEST_F(ConnectionTest, SaysWhatTheApplicationSays)
+TEST_F(ConnectionTest, UsesTheApplicationsDescription)
 {
     const Error error = ErrorOf({fake::Explain(L"That name is taken \x2014 sorry.", 0)});
     EXPECT_EQ(error.Kind(), ErrorKind::ApplicationFailure);
@@ -83,7 +83,7 @@ TEST_F(ConnectionTest, KeepsTheApplicationsOwnCode)
     EXPECT_EQ(CodeOf(fake::Refuse(DISP_E_BADINDEX)), DISP_E_BADINDEX);
 }
 
-TEST_F(ConnectionTest, SaysWhatTheSystemSaysWhereTheApplicationIsSilent)
+TEST_F(ConnectionTest, UsesTheSystemsMessageIfTheApplicationGivesNone)
 {
     const std::string text = util::ErrorText(ErrorOf({fake::Refuse(E_ACCESSDENIED)}));
     EXPECT_TRUE(text.starts_with("Excel failed at Worksheet.Copy (0x80070005): ")) << text;
@@ -91,7 +91,7 @@ TEST_F(ConnectionTest, SaysWhatTheSystemSaysWhereTheApplicationIsSilent)
     EXPECT_TRUE(text.ends_with('.')) << text;
 }
 
-TEST_F(ConnectionTest, NamesACodeThatNobodyKnows)
+TEST_F(ConnectionTest, NamesAnUnknownCode)
 {
     const auto answer = [](VARIANT*, EXCEPINFO* info) {
         info->wCode = 1004;
@@ -128,13 +128,13 @@ TEST_F(ConnectionTest, WaitsAMinuteAtMost)
     EXPECT_TRUE(std::is_sorted(clock_.pauses.begin(), clock_.pauses.end() - 1));
 }
 
-TEST_F(ConnectionTest, TheMinuteIsThatOfOneCall)
+TEST_F(ConnectionTest, EachCallHasItsOwnMinute)
 {
     clock_.now += 1h;
     EXPECT_NO_THROW(Make({fake::Refuse(RPC_E_CALL_REJECTED), fake::Refuse(S_OK)}));
 }
 
-TEST_F(ConnectionTest, AsksNobodyAfterItWasBusyForTooLong)
+TEST_F(ConnectionTest, FailsAtOnceAfterItWasBusyForTooLong)
 {
     ErrorOf({fake::Refuse(RPC_E_SERVERCALL_RETRYLATER)});
     tries_ = 0;

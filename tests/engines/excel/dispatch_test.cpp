@@ -66,7 +66,7 @@ TEST_F(DispatchTest, AsksForAnIdOncePerKindOfObject)
     EXPECT_EQ(world_.CallsWith("id "), (Texts{"id Worksheet.Name", "id Workbook.Name"}));
 }
 
-TEST_F(DispatchTest, AMemberThatIsNotThereIsAFailure)
+TEST_F(DispatchTest, AMissingMemberIsAFailure)
 {
     world_.idResult = DISP_E_UNKNOWNNAME;
     try {
@@ -89,7 +89,7 @@ TEST_F(DispatchTest, RepeatsTheWholeCallToABusyApplication)
     EXPECT_EQ(world_.CallsWith("Visible get").size(), 3U);
 }
 
-TEST_F(DispatchTest, AResultThatIsNoObjectIsAFailure)
+TEST_F(DispatchTest, AResultThatIsNotAnObjectIsAFailure)
 {
     world_.answers["Workbook.Worksheets"] = fake::GiveNoObject();
     EXPECT_THROW(ObjectFrom(Make(model_.workbook).Get("Worksheets"), model_.worksheets),
@@ -97,7 +97,7 @@ TEST_F(DispatchTest, AResultThatIsNoObjectIsAFailure)
     EXPECT_THROW(ObjectFrom(Variant(true), model_.worksheets), CallFailure);
 }
 
-TEST_F(DispatchTest, GivesEveryReferenceBack)
+TEST_F(DispatchTest, ReleasesEveryReference)
 {
     {
         world_.answers["Workbook.Worksheets"] = fake::GiveObject(world_, "Worksheets");

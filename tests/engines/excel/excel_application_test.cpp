@@ -37,7 +37,7 @@ protected:
 
     book::Workbook& Open() { return application_->OpenWorkbook(LR"(C:\t\Desk.xls)", true); }
 
-    /// The calls since the last time, without the questions for ids.
+    /// The calls since the last time, without lookups of ids.
     Texts TakeCalls()
     {
         Texts calls = std::move(world_.calls);
@@ -91,7 +91,7 @@ TEST_F(ExcelApplicationTest, FindsSheetsThroughOneCollection)
                      "Worksheets. get+call (BSTR \"Other\")"}));
 }
 
-TEST_F(ExcelApplicationTest, ASheetThatIsNotThereIsNone)
+TEST_F(ExcelApplicationTest, AMissingSheetIsNullptr)
 {
     auto& workbook = Open();
     for (const fake::Answer& answer :
@@ -149,7 +149,7 @@ TEST_F(ExcelApplicationTest, SavesWithoutAChangeOfAccess)
                      "omitted, omitted, omitted, I4 1)"}));
 }
 
-TEST_F(ExcelApplicationTest, LetsGoOfAWorkbookThatStaysOpen)
+TEST_F(ExcelApplicationTest, ReleasesAWorkbookThatStaysOpen)
 {
     auto& workbook = Open();
     workbook.FindWorksheet("Plan");
@@ -166,7 +166,7 @@ TEST_F(ExcelApplicationTest, Quits)
     EXPECT_EQ(TakeCalls(), Texts{"Application.Quit call ()"});
 }
 
-TEST_F(ExcelApplicationTest, IsAskedNothingOnceItIsGone)
+TEST_F(ExcelApplicationTest, MakesNoCallsOnceItIsGone)
 {
     auto* const sheet = Open().FindWorksheet("Plan");
     TakeCalls();
@@ -195,7 +195,7 @@ TEST_F(ExcelApplicationTest, AStartThatFailsIsPassedOn)
                  Error);
 }
 
-TEST(PathTextTest, IsWhatTheApplicationTakes)
+TEST(PathTextTest, IsInTheApplicationsForm)
 {
     EXPECT_EQ(PathText(L"C:/cal/out/2027Desk.xls"), R"(C:\cal\out\2027Desk.xls)");
     EXPECT_EQ(PathText(LR"(\\server\share\2027 x.xls)"), R"(\\server\share\2027 x.xls)");

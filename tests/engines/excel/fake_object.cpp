@@ -46,7 +46,7 @@ std::string TextOfFlags(WORD flags)
     }
 }
 
-/// The arguments in the order of the declaration: a call passes them backwards.
+/// The arguments in the order of the declaration: a call passes them in reverse.
 std::string TextOfParameters(const DISPPARAMS& parameters)
 {
     std::string text;

@@ -11,13 +11,13 @@
 #include <string_view>
 #include <vector>
 
-/// An application in this process that answers as a test tells it to and writes every call down.
+/// An application in this process that answers as a test tells it to and records every call.
 namespace orrery::excel::fake {
 
 /// Answers one call; fills in the result or the info.
 using Answer = std::function<HRESULT(VARIANT*, EXCEPINFO*)>;
 
-/// What the objects of a test share. It outlives them.
+/// The state that the objects of a test share. It outlives them.
 struct World {
     /// Such as
     ///     id Worksheet.Copy
@@ -25,10 +25,10 @@ struct World {
     ///     Range.Value put (I2 7)
     ///     Worksheets. get+call (BSTR "Plan")       the default member
     std::vector<std::string> calls;
-    std::deque<Answer> next;               ///< what the next calls get, before all else
+    std::deque<Answer> next;               ///< for the next calls, before all others
     std::map<std::string, Answer> answers; ///< by member, "Workbook.Worksheets"; else S_OK
-    HRESULT idResult = S_OK;               ///< of a question for an id
-    int objects = 0;                       ///< that somebody refers to
+    HRESULT idResult = S_OK;               ///< when an id is looked up
+    int objects = 0;                       ///< number of objects with references
     std::map<std::string, DISPID, std::less<>> ids = {{"", DISPID_VALUE}};
 
     std::vector<std::string> CallsWith(std::string_view text) const;
@@ -37,13 +37,13 @@ struct World {
 /// An object of a kind such as "Worksheet".
 Pointer<IDispatch> MakeObject(World& world, const std::string& kind);
 
-/// Gives an object of that kind: the same one each time.
+/// Returns an object of that kind: always the same one.
 Answer GiveObject(World& world, const std::string& kind);
 Answer GiveNoObject();
 Answer GiveBool(bool value);
 Answer GiveText(std::string utf8);
 Answer Refuse(HRESULT result);
-/// As an application that explains itself.
+/// As an application that describes its failure.
 Answer Explain(const wchar_t* description, SCODE code);
 
 /// Time that passes only in pauses.

@@ -50,7 +50,7 @@ private:
     bool started_ = false;
 };
 
-TEST(ProcessWatchTest, FindsTheOneThatWasStartedSince)
+TEST(ProcessWatchTest, FindsTheProcessStartedSince)
 {
     const WaitingProgram before;
     const ProcessWatch watch(L"CMD.EXE");
@@ -67,7 +67,7 @@ TEST(ProcessWatchTest, FindsTheOneThatWasStartedSince)
     EXPECT_FALSE(watch.Started().has_value());
 }
 
-TEST(ProcessWatchTest, ChoosesNoneOfSeveral)
+TEST(ProcessWatchTest, FindsNothingIfThereAreSeveral)
 {
     const ProcessWatch watch(L"cmd.exe");
     const WaitingProgram first;
@@ -75,20 +75,20 @@ TEST(ProcessWatchTest, ChoosesNoneOfSeveral)
     EXPECT_FALSE(watch.Started().has_value());
 }
 
-TEST(ProcessWatchTest, LooksAtTheImage)
+TEST(ProcessWatchTest, ChecksTheImage)
 {
     const ProcessWatch watch(L"EXCEL.EXE");
     const WaitingProgram program;
     EXPECT_FALSE(watch.Started().has_value());
 }
 
-TEST(ProcessTest, OpensOnlyWhatIsThere)
+TEST(ProcessTest, OpensOnlyRunningProcesses)
 {
     EXPECT_FALSE(Process::Open(0, L"excel_tests.exe").has_value());
     EXPECT_TRUE(Process::Open(GetCurrentProcessId(), L"EXCEL_tests.exe").has_value());
 }
 
-TEST(ProcessTest, OpensNoneOfAnotherImage)
+TEST(ProcessTest, OpensNoProcessOfAnotherImage)
 {
     EXPECT_FALSE(Process::Open(GetCurrentProcessId(), L"EXCEL.EXE").has_value());
 }

@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Counts what its window gets.
+/// Counts the messages of its window.
 class Window {
 public:
     Window()
@@ -30,7 +30,7 @@ public:
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
 
-    /// Handles everything that is in the queue.
+    /// Handles all messages in the queue.
     static void Empty()
     {
         MSG message = {};
@@ -89,7 +89,7 @@ TEST(WaitAndPaintTest, EndsWithTheObject)
     CloseHandle(event);
 }
 
-TEST(MessageFilterTest, HasCallsRepeatedForAMinute)
+TEST(MessageFilterTest, RepeatsCallsForAMinute)
 {
     const Apartment apartment;
     MessageFilter filter;
@@ -109,7 +109,7 @@ TEST(MessageFilterTest, PaintsAndHoldsInputBack)
               static_cast<DWORD>(PENDINGMSG_WAITDEFPROCESS));
 }
 
-TEST(MessageFilterTest, GivesWayToTheOneBefore)
+TEST(MessageFilterTest, RestoresThePreviousFilter)
 {
     const Apartment apartment;
     MessageFilter outer;

@@ -19,8 +19,8 @@ namespace orrery::libreoffice {
 namespace {
 
 using namespace std::chrono_literals;
+using test::Eventually;
 using test::IsAlive;
-using test::Soon;
 
 class GuardedProcessTest : public testing::Test {
 protected:
@@ -29,13 +29,13 @@ protected:
         return {"/bin/sh", "-c", script};
     }
 
-    /// Adds its own number to the file `ids`.
+    /// Appends its own number to the file `ids`.
     std::string Note() const { return "echo $$ >> " + (folder_ / "ids").string() + "; "; }
 
     std::vector<pid_t> Noted(std::size_t count) const
     {
         std::vector<pid_t> ids;
-        EXPECT_TRUE(Soon([&] {
+        EXPECT_TRUE(Eventually([&] {
             std::ifstream file(folder_ / "ids");
             ids.assign(std::istream_iterator<pid_t>(file), {});
             return ids.size() == count;
@@ -60,7 +60,7 @@ TEST_F(GuardedProcessTest, EndsTheProgramWithAllThatItStarted)
     EXPECT_THAT(test::Descendants(), testing::IsEmpty());
 }
 
-TEST_F(GuardedProcessTest, EndsWhatLeftTheSessionToo)
+TEST_F(GuardedProcessTest, EndsDescendantsThatLeftTheSession)
 {
     std::vector<pid_t> ids;
     {
@@ -73,7 +73,7 @@ TEST_F(GuardedProcessTest, EndsWhatLeftTheSessionToo)
         EXPECT_FALSE(IsAlive(id));
 }
 
-TEST_F(GuardedProcessTest, EndsWhatOutlivesTheProgram)
+TEST_F(GuardedProcessTest, EndsDescendantsThatOutliveTheProgram)
 {
     const GuardedProcess process(Shell("sh -c '" + Note() + "exec sleep 100' & while ! test -s " +
                                        (folder_ / "ids").string() + "; do sleep 0.01; done"),
@@ -115,7 +115,7 @@ TEST_F(GuardedProcessTest, ProgramThatCannotBeRunEndsAtOnce)
     EXPECT_TRUE(process.WaitForEnd(10s));
 }
 
-TEST_F(GuardedProcessTest, ReleasedProgramLivesOnAndIsNobodysZombie)
+TEST_F(GuardedProcessTest, ReleasedProgramGoesOnAndLeavesNoZombie)
 {
     pid_t id = 0;
     {
@@ -146,12 +146,12 @@ TEST_F(GuardedProcessTest, EndsWithAnOwnerThatIsKilled)
     const pid_t id = Noted(1).at(0);
     ::kill(owner, SIGKILL);
     ::waitpid(owner, nullptr, 0);
-    EXPECT_TRUE(Soon([&] { return !IsAlive(id); }));
+    EXPECT_TRUE(Eventually([&] { return !IsAlive(id); }));
 }
 
 TEST_F(GuardedProcessTest, ProgramHasNoFileOfItsOwner)
 {
-    const int open = ::open("/dev/null", O_RDONLY); // without the flag that would close it
+    const int open = ::open("/dev/null", O_RDONLY); // without close-on-exec
     const auto list = folder_ / "list";
     const GuardedProcess process(
         Shell("for i in $(seq 0 99); do test -e /proc/$$/fd/$i && l=\"$l $i\"; done; echo $l > " +
@@ -163,7 +163,7 @@ TEST_F(GuardedProcessTest, ProgramHasNoFileOfItsOwner)
     EXPECT_EQ(testing_support::BytesOf(list), "0 1 2\n");
 }
 
-TEST_F(GuardedProcessTest, ProgramInheritsOneFileAndTalksToNobody)
+TEST_F(GuardedProcessTest, ProgramInheritsOneDescriptorAndHasNoStreams)
 {
     const auto path = folder_.Write("inherited", "");
     const int open = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
@@ -175,7 +175,7 @@ TEST_F(GuardedProcessTest, ProgramInheritsOneFileAndTalksToNobody)
               "/dev/null /dev/null /dev/null " + path.string() + "\n");
 }
 
-TEST_F(GuardedProcessTest, ProgramHeedsTheSignalsThatItsOwnerIgnores)
+TEST_F(GuardedProcessTest, ProgramHandlesTheSignalsThatItsOwnerIgnores)
 {
     const auto before = std::signal(SIGPIPE, SIG_IGN);
     const GuardedProcess process(Shell("kill -PIPE $$; touch " + (folder_ / "survived").string()),
@@ -185,10 +185,10 @@ TEST_F(GuardedProcessTest, ProgramHeedsTheSignalsThatItsOwnerIgnores)
     EXPECT_FALSE(std::filesystem::exists(folder_ / "survived"));
 }
 
-TEST_F(GuardedProcessTest, TellsHowLongTheProgramHasComputed)
+TEST_F(GuardedProcessTest, KnowsHowLongTheProgramHasComputed)
 {
     const GuardedProcess busy(Shell("sh -c 'while :; do :; done' & wait"), -1);
-    EXPECT_TRUE(Soon([&] { return busy.ComputedTime() > 50ms; }));
+    EXPECT_TRUE(Eventually([&] { return busy.ComputedTime() > 50ms; }));
     const GuardedProcess lazy(Shell(Note() + "exec sleep 100"), -1);
     Noted(1);
     EXPECT_LT(lazy.ComputedTime(), 50ms);

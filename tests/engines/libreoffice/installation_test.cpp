@@ -19,7 +19,7 @@ protected:
             ::setenv("PATH", path_->c_str(), 1);
     }
 
-    /// Makes what the search path finds there.
+    /// Creates the program that the search path finds.
     void Search(const std::filesystem::path& folder)
     {
         path_ = std::getenv("PATH");
@@ -57,7 +57,7 @@ TEST_F(FindInstallationTest, TakesAFolderOfProgramsOnTheSearchPath)
     EXPECT_EQ(FindInstallation(), program);
 }
 
-TEST_F(FindInstallationTest, PassesOverWhatCannotBeDriven)
+TEST_F(FindInstallationTest, IgnoresWhatCannotBeDriven)
 {
     Search(Make("container", {"soffice", "libreoffice"}));
     const auto found = FindInstallation();

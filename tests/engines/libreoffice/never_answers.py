@@ -1,4 +1,4 @@
-"""Listens where LibreOffice would, and says nothing: never_answers.py --accept=pipe,name=NAME;..."""
+"""Listens like LibreOffice, but never answers: never_answers.py --accept=pipe,name=NAME;..."""
 
 import os
 import re

@@ -12,8 +12,8 @@
 
 namespace orrery::libreoffice::test {
 
-/// How the tests start LibreOffice: without a display, with profiles of their own, which later
-/// tests find made.
+/// How the tests start LibreOffice: without a display and with separate profiles, which later tests
+/// reuse.
 inline StartOptions Options()
 {
     StartOptions options;
@@ -23,12 +23,12 @@ inline StartOptions Options()
     return options;
 }
 
-/// The same for an instance that shall be taken for one that hangs: the shortest wait that a start
-/// on a busy machine outlasts.
-inline StartOptions ImpatientOptions()
+/// The same for an instance that is to be taken for one that hangs, with the shortest wait that a
+/// start on a busy machine outlasts.
+inline StartOptions ShortTimeoutOptions()
 {
     StartOptions options = Options();
-    options.patience.idle = std::chrono::seconds(5);
+    options.timeouts.idle = std::chrono::seconds(5);
     return options;
 }
 

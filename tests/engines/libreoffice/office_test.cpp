@@ -25,7 +25,7 @@ using namespace std::chrono_literals;
 using testing::IsEmpty;
 namespace fs = std::filesystem;
 
-/// Instances that do not come up: a script stands in for LibreOffice.
+/// Instances that do not start: a script stands in for LibreOffice.
 class OfficeStartTest : public testing::Test {
 protected:
     StartOptions Program(const std::string& script)
@@ -89,7 +89,7 @@ TEST_F(OfficeStartTest, CannotBeRun)
 TEST_F(OfficeStartTest, NeverListens)
 {
     auto options = Program("exec sleep 1000");
-    options.patience.start = 300ms;
+    options.timeouts.start = 300ms;
     EXPECT_EQ(ErrorOf(options), "LibreOffice could not be started: it did not answer in time.");
 }
 
@@ -99,14 +99,14 @@ TEST_F(OfficeStartTest, ListensAndNeverAnswers)
         Program("exec " ORRERY_PYTHON " " +
                 (places::SourceFolder() / "tests/engines/libreoffice/never_answers.py").string() +
                 " \"$1\"");
-    options.patience.idle = 300ms;
+    options.timeouts.idle = 300ms;
     EXPECT_EQ(ErrorOf(options), "LibreOffice could not be started: it did not answer in time.");
 }
 
-/// Calls to an instance that has gone, however it went.
+/// Calls to an instance that is gone, for whatever reason.
 class OfficeLossTest : public testing::TestWithParam<int> {
 protected:
-    /// The description of the call's error, which must be that the instance is lost.
+    /// The cause of the call's error, which must be that the instance is lost.
     static std::string LossIn(const std::function<void()>& call)
     {
         try {
@@ -120,14 +120,14 @@ protected:
     }
 };
 
-TEST_P(OfficeLossTest, EveryCallSaysSoAndNothingStays)
+TEST_P(OfficeLossTest, EveryCallReportsItAndNothingIsLeft)
 {
     testing_support::ScratchFolder folder;
     const auto file = folder / "book.xlsx";
     fs::copy_file(places::SourceFolder() / "tests/engines/builtin/xlsx/data/contract.xlsx", file);
     const bool isStopped = GetParam() == SIGSTOP;
-    auto options = isStopped ? test::ImpatientOptions() : test::Options();
-    options.patience.quit = 5min;
+    auto options = isStopped ? test::ShortTimeoutOptions() : test::Options();
+    options.timeouts.quit = 5min;
     {
         OfficeApplication application(options);
         auto& workbook = application.OpenWorkbook(file, true);
@@ -159,15 +159,15 @@ INSTANTIATE_TEST_SUITE_P(Ways, OfficeLossTest, testing::Values(SIGKILL, SIGSTOP)
                              return std::string(way.param == SIGKILL ? "Killed" : "Stopped");
                          });
 
-TEST(OfficeQuit, StoppedInstanceIsEndedWhenItShallQuit)
+TEST(OfficeQuit, KillsAStoppedInstance)
 {
-    Office office(test::ImpatientOptions());
+    Office office(test::ShortTimeoutOptions());
     ASSERT_EQ(test::SignalOffice(SIGSTOP), 1);
     office.Quit();
     EXPECT_THAT(test::Descendants(), IsEmpty());
 }
 
-/// The file of the pipe that this program's instance listens on.
+/// The file of the pipe on which this program's instance listens.
 fs::path PipeFile()
 {
     for (const pid_t process : test::Descendants()) {
@@ -202,7 +202,7 @@ TEST(OfficeStart, BrokenPipeDoesNotEndTheProgram)
     EXPECT_EQ(std::signal(SIGPIPE, SIG_IGN), SIG_IGN);
 }
 
-TEST(OfficeQuit, NothingStaysBehind)
+TEST(OfficeQuit, LeavesNothing)
 {
     {
         const Office office(test::Options());
@@ -211,7 +211,7 @@ TEST(OfficeQuit, NothingStaysBehind)
     EXPECT_THAT(test::Descendants(), IsEmpty());
 }
 
-TEST(OfficeProfile, TwoInstancesAtOnceHaveOneEach)
+TEST(OfficeProfile, TwoInstancesHaveTheirOwnProfiles)
 {
     testing_support::ScratchFolder folder;
     auto options = test::Options();

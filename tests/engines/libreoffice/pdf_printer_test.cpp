@@ -23,7 +23,7 @@ using book::ErrorKind;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-/// What is on the pages is seen by the tests of the command line.
+/// The tests of the command line check the pages themselves.
 class PdfPrinterTest : public testing::Test {
 protected:
     PdfPrinterTest() { folder_.Write("target.pdf", "an earlier one"); }
@@ -69,14 +69,14 @@ TEST_F(PdfPrinterTest, WithoutASheetToPrintTheTargetStays)
     EXPECT_EQ(Print("guards.xlsx", {"Locked"}), std::nullopt) << "the printer goes on";
 }
 
-TEST_F(PdfPrinterTest, AnInstanceThatDiedIsALossAndTheTargetStays)
+TEST_F(PdfPrinterTest, ReportsALostInstanceAndLeavesTheTarget)
 {
     EXPECT_EQ(test::SignalOffice(SIGKILL), 1);
     EXPECT_EQ(Print("guards.xlsx", {"Locked"}), ErrorKind::ApplicationLost);
     EXPECT_EQ(Target(), "an earlier one");
 }
 
-TEST(PdfPrinterEndTest, NothingOfItGoesOn)
+TEST(PdfPrinterEndTest, LeavesNoProcess)
 {
     std::optional<OfficePdfPrinter> printer(test::Options());
     EXPECT_FALSE(test::Descendants().empty());

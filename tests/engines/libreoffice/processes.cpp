@@ -17,12 +17,12 @@ struct Process {
     pid_t parent = 0;
 };
 
-/// Process 0 where there is none of that number (any more). proc(5)
+/// Process 0 if there is none (any more) with that number. proc(5)
 Process Read(const std::string& number)
 {
     std::ifstream file("/proc/" + number + "/stat");
     std::string text;
-    std::getline(file, text, '\0'); // a process that ends meanwhile is a failed read, no exception
+    std::getline(file, text, '\0'); // fails if the process ends meanwhile
     const auto begin = text.find('(');
     const auto end = text.rfind(')');
     if (begin == std::string::npos || end == std::string::npos)
@@ -83,7 +83,7 @@ bool IsAlive(pid_t process)
     return found.id != 0 && found.state != 'Z';
 }
 
-bool Soon(const std::function<bool()>& condition)
+bool Eventually(const std::function<bool()>& condition)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
     while (!condition()) {

@@ -9,12 +9,12 @@
 
 namespace orrery::libreoffice::test {
 
-/// The processes below this one, however deep, but for those that have ended.
+/// The descendants of this process that have not ended.
 std::vector<pid_t> Descendants();
-/// Sends the signal to LibreOffice's own processes below this one. How many there were.
+/// Sends the signal to LibreOffice's own processes among them. Returns how many there were.
 int SignalOffice(int signal);
 bool IsAlive(pid_t process);
-/// Whether the condition comes true within a minute.
-bool Soon(const std::function<bool()>& condition);
+/// Whether the condition becomes true within a minute.
+bool Eventually(const std::function<bool()>& condition);
 
 } // namespace orrery::libreoffice::test

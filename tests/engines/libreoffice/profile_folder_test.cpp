@@ -18,7 +18,7 @@ protected:
     std::filesystem::path profiles_ = folder_ / "a/b";
 };
 
-TEST_F(ProfileFolderTest, MakesTheFirstOneWithItsSettings)
+TEST_F(ProfileFolderTest, CreatesTheFirstWithItsSettings)
 {
     const ProfileFolder profile(profiles_);
     EXPECT_EQ(profile.Path(), profiles_ / "1");
@@ -26,7 +26,7 @@ TEST_F(ProfileFolderTest, MakesTheFirstOneWithItsSettings)
     EXPECT_NE(settings.find("FirstRun"), std::string::npos);
 }
 
-TEST_F(ProfileFolderTest, TakesOneThatIsFree)
+TEST_F(ProfileFolderTest, TakesAnUnusedOne)
 {
     const ProfileFolder first(profiles_);
     std::optional<ProfileFolder> second(profiles_);
@@ -49,7 +49,7 @@ TEST_F(ProfileFolderTest, IsTakenAsLongAsAProcessHoldsTheLock)
     EXPECT_EQ(ProfileFolder(profiles_).Path(), profiles_ / "1");
 }
 
-TEST_F(ProfileFolderTest, LeavesItsLockToNoProgramUnasked)
+TEST_F(ProfileFolderTest, LockIsNotInheritedUnasked)
 {
     const ProfileFolder profile(profiles_);
     EXPECT_EQ(::fcntl(profile.Lock(), F_GETFD), FD_CLOEXEC);
@@ -64,7 +64,7 @@ TEST_F(ProfileFolderTest, KeepsWhatLibreOfficeWroteThere)
     EXPECT_EQ(testing_support::BytesOf(settings), "as it was left");
 }
 
-TEST_F(ProfileFolderTest, IsMadeAnewAfterItWasCleared)
+TEST_F(ProfileFolderTest, IsRebuiltAfterItWasCleared)
 {
     {
         const ProfileFolder profile(profiles_);
@@ -78,7 +78,7 @@ TEST_F(ProfileFolderTest, IsMadeAnewAfterItWasCleared)
     EXPECT_TRUE(std::filesystem::exists(profile.Path() / "user/registrymodifications.xcu"));
 }
 
-TEST_F(ProfileFolderTest, HasNoTemporaryFilesOfTheOneBefore)
+TEST_F(ProfileFolderTest, RemovesOldTemporaryFiles)
 {
     {
         const ProfileFolder profile(profiles_);
@@ -88,7 +88,7 @@ TEST_F(ProfileFolderTest, HasNoTemporaryFilesOfTheOneBefore)
     EXPECT_TRUE(std::filesystem::is_empty(ProfileFolder(profiles_).TemporaryPath()));
 }
 
-TEST_F(ProfileFolderTest, SaysWhereItCannotBeMade)
+TEST_F(ProfileFolderTest, NamesTheFolderThatCannotBeCreated)
 {
     folder_.Write("a", "a file");
     try {

@@ -1,5 +1,5 @@
-"""The program and LibreOffice seen from outside, on a display: what the user gets to see, and what
-is left when the program is ended."""
+"""The program and LibreOffice from outside, on a display: what the user sees, and what is left
+after the program is killed."""
 
 import os
 import pathlib
@@ -24,8 +24,8 @@ def wait_until(condition, what):
         time.sleep(0.05)
 
 
-def heed_keys():
-    """What a shell starts in the background does not heed them."""
+def accept_interrupts():
+    """A shell makes its background processes ignore interrupts."""
     signal.signal(signal.SIGINT, signal.SIG_DFL)
 
 
@@ -44,7 +44,7 @@ class Program(unittest.TestCase):
                                 XDG_CACHE_HOME=str(self.home / "cache"))
 
     def processes(self):
-        """The numbers of LibreOffice's processes that work with the test's profiles."""
+        """The ids of LibreOffice's processes that use the test's profiles."""
         found = []
         for folder in pathlib.Path("/proc").glob("[0-9]*"):
             try:
@@ -88,7 +88,7 @@ class Program(unittest.TestCase):
         wait_until(lambda: not self.processes(), "the end of the first one")
 
     def sheet_is_painted(self):
-        """Takes a picture, which holds more than a few plain areas where the cells are."""
+        """Takes a picture, which shows more than a few plain areas if the cells are painted."""
         PICTURES.mkdir(parents=True, exist_ok=True)
         picture = str(PICTURES / "libreoffice.png")
         subprocess.run(["import", "-window", "root", picture], check=True, timeout=60)
@@ -97,15 +97,15 @@ class Program(unittest.TestCase):
         return int(colours.stdout) > 20
 
     def close(self, window):
-        """As the window manager's button does."""
+        """Like the window manager's button."""
         subprocess.run(["xdotool", "windowactivate", "--sync", window, "key", "alt+F4"],
                        check=True, timeout=60)
 
     def end_in_the_middle(self, end):
-        """Ends the program that has just started LibreOffice."""
+        """Ends the program when it has just started LibreOffice."""
         with subprocess.Popen(self.command("Desk.xlsx", "2001-2009"), env=self.environment,
                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                              start_new_session=True, preexec_fn=heed_keys) as program:
+                              start_new_session=True, preexec_fn=accept_interrupts) as program:
             wait_until(self.processes, "LibreOffice's start")
             end(program)
             program.wait(60)

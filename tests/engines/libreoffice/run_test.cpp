@@ -73,35 +73,36 @@ TEST_P(OfficeWholeRunTest, WritesWhatTheBuiltInEngineWrites)
 INSTANTIATE_TEST_SUITE_P(Formats, OfficeWholeRunTest, testing::Values("xlsx", "xls"),
                          [](const auto& format) { return std::string(format.param); });
 
-/// When the instance is struck, and what the one report begins with.
-struct Blow {
+/// When the instance is interrupted, and the beginning of the single report.
+struct Interruption {
     const char* name;
     const char* report;
 };
 
-class OfficeBlowTest : public OfficeRunTest, public testing::WithParamInterface<Blow> {};
+class OfficeInterruptionTest : public OfficeRunTest,
+                               public testing::WithParamInterface<Interruption> {};
 
-TEST_P(OfficeBlowTest, EndsInOneReportWithoutAProcessOrAFile)
+TEST_P(OfficeInterruptionTest, EndsInOneReportWithoutAProcessOrAFile)
 {
     const std::string moment = GetParam().name;
-    const auto strike = [](int signal) { EXPECT_EQ(test::SignalOffice(signal), 1); };
+    const auto sendSignal = [](int signal) { EXPECT_EQ(test::SignalOffice(signal), 1); };
     const auto start = [&] {
         auto application = std::make_unique<OfficeApplication>(
-            moment == "CellHangs" ? test::ImpatientOptions() : test::Options());
+            moment == "CellHangs" ? test::ShortTimeoutOptions() : test::Options());
         if (moment == "Open")
-            strike(SIGKILL);
+            sendSignal(SIGKILL);
         return application;
     };
     observer_.monthDone = [&](generate::CalendarKind kind, std::int16_t month) {
         const bool isMonthly = kind == generate::CalendarKind::Monthly;
         if (month == 3 && moment == (isMonthly ? "Next" : "Cell"))
-            strike(SIGKILL);
+            sendSignal(SIGKILL);
         if (month == 3 && !isMonthly && moment == "CellHangs")
-            strike(SIGSTOP);
+            sendSignal(SIGSTOP);
     };
     observer_.saving = [&] {
         if (moment == "Save")
-            strike(SIGKILL);
+            sendSignal(SIGKILL);
     };
     EXPECT_FALSE(Run(start, folder_ / "out/2027Desk.xlsx", kTemplates / "Desk.xlsx"));
     EXPECT_THAT(observer_.reports, ElementsAre(StartsWith(GetParam().report)));
@@ -110,12 +111,13 @@ TEST_P(OfficeBlowTest, EndsInOneReportWithoutAProcessOrAFile)
     EXPECT_TRUE(std::filesystem::is_empty(folder_ / "out"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Moments, OfficeBlowTest,
-                         testing::Values(Blow{"Open", "Failed to open the calendar file"},
-                                         Blow{"Next", "Error in making monthly calendar."},
-                                         Blow{"Cell", "Error in filling data(2027-4)."},
-                                         Blow{"CellHangs", "Error in filling data(2027-4)."},
-                                         Blow{"Save", "Failed to save the calendar file."}),
+INSTANTIATE_TEST_SUITE_P(Moments, OfficeInterruptionTest,
+                         testing::Values(Interruption{"Open", "Failed to open the calendar file"},
+                                         Interruption{"Next", "Error in making monthly calendar."},
+                                         Interruption{"Cell", "Error in filling data(2027-4)."},
+                                         Interruption{"CellHangs",
+                                                      "Error in filling data(2027-4)."},
+                                         Interruption{"Save", "Failed to save the calendar file."}),
                          [](const auto& blow) { return std::string(blow.param.name); });
 
 } // namespace

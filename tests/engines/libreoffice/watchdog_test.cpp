@@ -14,38 +14,38 @@ using namespace std::chrono_literals;
 
 class WatchdogTest : public testing::Test {
 protected:
-    static Patience Short(std::chrono::milliseconds idle, std::chrono::milliseconds call)
+    static Timeouts Short(std::chrono::milliseconds idle, std::chrono::milliseconds call)
     {
-        Patience patience;
-        patience.idle = idle;
-        patience.call = call;
-        return patience;
+        Timeouts timeouts;
+        timeouts.idle = idle;
+        timeouts.call = call;
+        return timeouts;
     }
 
-    Watchdog Guarding(const Patience& patience)
+    Watchdog Guarding(const Timeouts& timeouts)
     {
         return Watchdog(
-            patience, [this] { return std::chrono::milliseconds(computed_ += step_); },
+            timeouts, [this] { return std::chrono::milliseconds(computed_ += step_); },
             [this] { ++ended_; });
     }
 
     bool Ends() const
     {
-        return test::Soon([this] { return ended_ > 0; });
+        return test::Eventually([this] { return ended_ > 0; });
     }
 
-    std::atomic<int> step_ = 0; // what the instance computes from one look to the next
+    std::atomic<int> step_ = 0; // the computing time that the instance gains between two looks
     std::atomic<int> computed_ = 0;
     std::atomic<int> ended_ = 0;
 };
 
-TEST_F(WatchdogTest, EndsAnInstanceThatDoesNotComputeInACall)
+TEST_F(WatchdogTest, EndsAnInstanceThatDoesNotComputeDuringACall)
 {
     auto watchdog = Guarding(Short(50ms, 1h));
-    EXPECT_FALSE(watchdog.HasBitten());
+    EXPECT_FALSE(watchdog.HasFired());
     const Watchdog::Call call(watchdog);
     EXPECT_TRUE(Ends());
-    EXPECT_TRUE(watchdog.HasBitten());
+    EXPECT_TRUE(watchdog.HasFired());
 }
 
 TEST_F(WatchdogTest, EndsItOnce)
@@ -65,8 +65,8 @@ TEST_F(WatchdogTest, LeavesAnInstanceThatComputes)
     step_ = 10;
     auto watchdog = Guarding(Short(20ms, 1h));
     const Watchdog::Call call(watchdog);
-    EXPECT_TRUE(test::Soon([this] { return computed_ > 400; })) << "it is looked at";
-    EXPECT_EQ(ended_, 0) << "after forty looks, of which four take the time of its patience";
+    EXPECT_TRUE(test::Eventually([this] { return computed_ > 400; })) << "it is looked at";
+    EXPECT_EQ(ended_, 0) << "after forty looks, four of which take the idle time";
 }
 
 TEST_F(WatchdogTest, EndsAnInstanceThatComputesForEver)
@@ -77,9 +77,9 @@ TEST_F(WatchdogTest, EndsAnInstanceThatComputesForEver)
     EXPECT_TRUE(Ends());
 }
 
-TEST_F(WatchdogTest, CountsEveryCallByItself)
+TEST_F(WatchdogTest, TimesEachCallSeparately)
 {
-    auto watchdog = Guarding(Short(1s, 1s)); // a single call is over sooner on a busy machine, too
+    auto watchdog = Guarding(Short(1s, 1s)); // a single call ends sooner, on a busy machine too
     const auto end = std::chrono::steady_clock::now() + 2500ms;
     while (std::chrono::steady_clock::now() < end) {
         const Watchdog::Call call(watchdog);
@@ -95,7 +95,7 @@ TEST_F(WatchdogTest, SleepsBetweenCalls)
     EXPECT_EQ(ended_, 0);
 }
 
-TEST_F(WatchdogTest, GoesAwayInTheMiddleOfACall)
+TEST_F(WatchdogTest, CanBeDestroyedDuringACall)
 {
     auto watchdog = Guarding(Short(1h, 1h));
     const Watchdog::Call call(watchdog);

@@ -24,7 +24,7 @@ using Value = contract::Value;
 
 const std::filesystem::path kData = places::SourceFolder() / "tests/engines/libreoffice/data";
 
-/// What the contract does not say of cells and sheets; every case is Excel's.
+/// Rules for cells and sheets that the contract leaves out; all of them are Excel's.
 class WorksheetTest : public testing::Test {
 protected:
     book::Worksheet& Sheet(const char* name)
@@ -140,7 +140,7 @@ TEST_P(ProtectedStructureTest, SheetsAreNeitherRenamedNorCopied)
     EXPECT_EQ(KindOf([&] { sheet.SetName("Month"); }), std::nullopt) << "its own name";
     EXPECT_EQ(Set(sheet, 1, 1), std::nullopt);
     workbook_->SaveAs(folder_ / ("saved" + extension), book::AccessMode::NoChange);
-    // An .xls of this kind is encrypted, as by Excel, so that it is read by LibreOffice.
+    // Like Excel's, a protected .xls is encrypted, so LibreOffice reads it.
     auto& saved = application_.OpenWorkbook(folder_ / ("saved" + extension), true);
     ASSERT_NE(saved.FindWorksheet("Month"), nullptr);
     EXPECT_EQ(saved.FindWorksheet("Month")->Next(), nullptr);
@@ -149,14 +149,14 @@ TEST_P(ProtectedStructureTest, SheetsAreNeitherRenamedNorCopied)
 INSTANTIATE_TEST_SUITE_P(Formats, ProtectedStructureTest, testing::Values(".xlsx", ".xls"),
                          [](const auto& format) { return std::string(format.param + 1); });
 
-/// What the workbook's part says of the saved sheets.
+/// The values in the workbook's part for the saved sheets.
 std::vector<std::string> ValuesOf(const std::filesystem::path& workbook, const std::string& part,
                                   const char* xpath)
 {
     return orrery::test::SavedPackage(workbook).Values(part, xpath);
 }
 
-TEST_F(WorksheetTest, ScenariosDoNotTakeTheNamesOfSheetsBehindThem)
+TEST_F(WorksheetTest, ScenariosDoNotTakeTheNamesOfLaterSheets)
 {
     workbook_ = &application_.OpenWorkbook(kData / "scenario.xlsx", true);
     auto& month = Sheet("Month");
@@ -170,7 +170,7 @@ TEST_F(WorksheetTest, ScenariosDoNotTakeTheNamesOfSheetsBehindThem)
               std::vector<std::string>{"2"});
 }
 
-TEST_F(WorksheetTest, FormulasAndChartsThatNameTheirSheetNameTheCopy)
+TEST_F(WorksheetTest, FormulasAndChartsThatReferToTheirSheetReferToTheCopy)
 {
     workbook_ = &application_.OpenWorkbook(kData / "own_references.xlsx", true);
     auto& may = Sheet("It's May");
@@ -232,7 +232,7 @@ TEST_F(WorksheetTest, WholeRowsAndColumnsAreFormattedOnCopiesToo)
             << sheet;
 }
 
-TEST_F(WorksheetTest, LinksLeadWhereTheyDid)
+TEST_F(WorksheetTest, LinksKeepTheirTargets)
 {
     workbook_ = &application_.OpenWorkbook(kData / "links.xlsx", true);
     auto& month = Sheet("Month");
@@ -247,7 +247,7 @@ TEST_F(WorksheetTest, LinksLeadWhereTheyDid)
             << sheet;
 }
 
-/// Files that other workbooks are begun from.
+/// Files from which new workbooks are created.
 class TemplateFileTest : public WorksheetTest, public testing::WithParamInterface<const char*> {};
 
 TEST_P(TemplateFileTest, IsSavedAsOne)
@@ -277,7 +277,7 @@ TEST_P(TemplateFileTest, IsSavedAsOne)
 INSTANTIATE_TEST_SUITE_P(Formats, TemplateFileTest, testing::Values(".xltx", ".xlt"),
                          [](const auto& format) { return std::string(format.param + 1); });
 
-TEST_F(WorksheetTest, CopiesAreLookedAtAsTheirModel)
+TEST_F(WorksheetTest, CopiesKeepTheViewOfTheirModel)
 {
     workbook_ = &application_.OpenWorkbook(kData / "view.xlsx", true);
     auto& model = Sheet("Month");
@@ -297,7 +297,7 @@ TEST_F(WorksheetTest, CopiesAreLookedAtAsTheirModel)
     }
 }
 
-TEST_F(WorksheetTest, WhatIsNoTemplateIsSaidSo)
+TEST_F(WorksheetTest, RefusesFilesThatCannotBeTemplates)
 {
     const auto text = folder_.Write("text.xlsx", "1,2,3\n");
     EXPECT_EQ(KindOf([&] { application_.OpenWorkbook(text, true); }), ErrorKind::NotAWorkbook);

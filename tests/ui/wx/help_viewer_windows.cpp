@@ -1,5 +1,4 @@
-// Stands in for the system's help viewer: adds what it is asked to show, one line a call, to the
-// file $ORRERY_OPENED.
+// Replaces the system's help viewer: appends each topic, one per line, to the file $ORRERY_OPENED.
 #include <windows.h>
 
 #include "util/wide.h"

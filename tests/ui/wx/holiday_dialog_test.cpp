@@ -50,7 +50,7 @@ TEST_F(HolidayTest, ShowsTheHolidaysOfTheCalendarAndTheFilesWithoutAChoice)
     EXPECT_EQ(rows[9], "1104\tThursday\tThanksgiving Day");
 }
 
-TEST_F(HolidayTest, AChosenFileIsShownAndTakenByOk)
+TEST_F(HolidayTest, AChosenFileIsShownAndStoredByOk)
 {
     OpenMonthly();
     user_->Choose("cboHolidayFile", "Mine.txt");
@@ -103,7 +103,7 @@ TEST_F(HolidayTest, ATemplateWithoutAFileHasNoRulesOfItsOwn)
     EXPECT_THAT(user_->EntriesOf("cboHolidayFile"), ElementsAre("Mine.txt", "Other.txt"));
 }
 
-TEST_F(HolidayTest, CancelAndEscapeDropTheChoice)
+TEST_F(HolidayTest, CancelAndEscapeDiscardTheChoice)
 {
     OpenMonthly();
     user_->Choose("cboHolidayFile", "Other.txt");
@@ -134,7 +134,7 @@ TEST_F(HolidayTest, AFileThatCannotBeReadShowsNothing)
     EXPECT_THAT(user_->RowsOf("lstHoliday"), SizeIs(0));
 }
 
-TEST_F(HolidayTest, MnemonicsLeadToTheListsAndButtons)
+TEST_F(HolidayTest, MnemonicsReachTheListsAndButtons)
 {
     OpenMonthly();
     user_->Key('L', wxMOD_ALT);

@@ -12,7 +12,7 @@
 namespace orrery::ui::wx {
 namespace {
 
-/// Rounding of scaled sizes.
+/// Tolerance for the rounding of scaled sizes, in pixels.
 constexpr int kTolerance = 1;
 
 std::string Describe(const wxWindow& window)
@@ -25,7 +25,7 @@ std::string Describe(const wxSize& size)
     return std::to_string(size.x) + " x " + std::to_string(size.y);
 }
 
-/// A label that ends in an ellipsis says so by its style.
+/// Labels with the ellipsis style may be cut off.
 bool MayBeCut(const wxWindow& window)
 {
     constexpr long cut = wxST_ELLIPSIZE_START | wxST_ELLIPSIZE_MIDDLE | wxST_ELLIPSIZE_END;
@@ -39,20 +39,20 @@ bool HasCaption(const wxWindow& window)
            dynamic_cast<const wxCheckBox*>(&window) != nullptr;
 }
 
-void ForEachOnShow(wxWindow& window, const std::function<void(wxWindow&)>& visit)
+void ForEachVisible(wxWindow& window, const std::function<void(wxWindow&)>& visit)
 {
     for (wxWindow* const child : window.GetChildren()) {
         if (!child->IsShownOnScreen() || child->IsTopLevel())
             continue;
         visit(*child);
-        ForEachOnShow(*child, visit);
+        ForEachVisible(*child, visit);
     }
 }
 
 bool IsClipped(const wxWindow& control)
 {
     if (dynamic_cast<const wxChoice*>(&control) != nullptr) {
-        constexpr int frame = 8; // what a list draws above and below its text, at least
+        constexpr int frame = 8; // the least that a list draws above and below its text
         return control.GetCharHeight() + frame > control.GetSize().y;
     }
     const wxSize needed = control.GetBestSize();
@@ -61,12 +61,12 @@ bool IsClipped(const wxWindow& control)
            !(needed.x <= given.x && needed.y <= given.y);
 }
 
-bool SticksOut(const wxWindow& control)
+bool ExtendsBeyondParent(const wxWindow& control)
 {
     const wxWindow& parent = *control.GetParent();
     if (dynamic_cast<const wxBookCtrlBase*>(&parent) != nullptr)
-        return false; // it places its pages itself
-    // A page that scrolls shows the rest when asked.
+        return false; // a notebook places its pages itself
+    // A scrolled page can show the rest.
     wxRect room(wxPoint(), parent.GetVirtualSize());
     return !room.Inflate(kTolerance).Contains(control.GetRect());
 }
@@ -89,12 +89,12 @@ std::vector<std::string> Overlaps(const wxWindow& control)
 std::vector<std::string> LayoutProblems(wxWindow& window)
 {
     std::vector<std::string> problems;
-    ForEachOnShow(window, [&](wxWindow& control) {
+    ForEachVisible(window, [&](wxWindow& control) {
         if (IsClipped(control))
             problems.push_back(Describe(control) + " is clipped: it needs " +
                                Describe(control.GetBestSize()) + " and has " +
                                Describe(control.GetSize()));
-        if (SticksOut(control))
+        if (ExtendsBeyondParent(control))
             problems.push_back(Describe(control) + " sticks out of its parent");
         for (std::string& overlap : Overlaps(control))
             problems.push_back(std::move(overlap));

@@ -7,8 +7,8 @@ class wxWindow;
 
 namespace orrery::ui::wx {
 
-/// What is wrong with the layout of a window, one sentence each: a caption that has less room than
-/// it needs, a control that sticks out of its parent, two that overlap. Main thread only.
+/// Problems in the layout of a window, one sentence each: clipped captions, controls that extend
+/// beyond their parent, overlapping controls. Main thread only.
 std::vector<std::string> LayoutProblems(wxWindow& window);
 
 } // namespace orrery::ui::wx

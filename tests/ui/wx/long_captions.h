@@ -8,7 +8,7 @@ namespace orrery::ui::wx {
 /// Makes captions about 40 % longer, as translations do.
 void Lengthen(MainForm& form);
 
-/// Shows dialogs, with longer captions when asked for.
+/// Shows dialogs, optionally with longer captions.
 class TestDesktop : public WxDesktop {
 public:
     using WxDesktop::WxDesktop;

@@ -11,7 +11,7 @@ namespace {
 
 int failed = 1;
 
-/// A program without windows of its own: the tests open those of Orrery, from their own thread.
+/// A program without its own windows: the tests, on their own thread, open Orrery's.
 class TestApplication : public wxApp {
 public:
     bool OnInit() override
@@ -28,7 +28,7 @@ public:
         tests_.join();
         return wxApp::OnExit();
     }
-    /// No box that nobody would answer.
+    /// Reports a failed assertion instead of showing a box that nobody would answer.
     void OnAssertFailure(const wxChar* file, int line, const wxChar* function,
                          const wxChar* condition, const wxChar* message) override
     {

@@ -27,13 +27,13 @@ bool HappensWithin(std::chrono::milliseconds time, const std::function<bool()>& 
 void WaitFor(const std::string& event, const std::function<bool()>& happened)
 {
     if (!HappensWithin(kPatience, happened))
-        throw TookTooLong("Waited in vain for: " + event);
+        throw TimedOut("Waited in vain for: " + event);
 }
 
 void Settle()
 {
     WaitFor("the end of the input", [] { return !IsInputPending(); });
-    // The second round is for what events and functions of the first one posted.
+    // The second round handles what the first one posted.
     for (int round = 0; round < 2; ++round)
         OnMain([] {});
 }

@@ -39,7 +39,7 @@ protected:
             enabled.push_back(user_->IsEnabled(name));
         return enabled;
     }
-    /// The controls that the Tab key reaches, from the list of templates on.
+    /// The controls in Tab order, starting with the list of templates.
     std::vector<std::string> TabOrder()
     {
         user_->Key('F', wxMOD_ALT);
@@ -49,15 +49,15 @@ protected:
             order.push_back(user_->Focused());
             user_->Key(WXK_TAB);
         } while (user_->Focused() != "cboTemplateFile" && order.size() < 20);
-        std::erase(order, "updYear"); // toolkits differ in whether arrows take the focus
+        std::erase(order, "updYear"); // it takes the focus only in some toolkits
         return order;
     }
-    /// Which of "Generate, Open, Modify, Save" can be used.
+    /// Which of Generate, Open, Modify and Save are enabled.
     std::vector<bool> Commands() const
     {
         return Enabled({"cmdGenerate", "cmdOpenTemplate", "cmdModify", "cmdSave"});
     }
-    /// Makes the monthly set of the chosen template differ from its file.
+    /// Changes the monthly set of the chosen template.
     void ChangeSheetName(const std::string& name)
     {
         user_->Click("cmdModify");
@@ -66,7 +66,7 @@ protected:
         user_->Key(WXK_RETURN);
         user_->WaitForWindow("frmMain");
     }
-    /// What a drop of these files on the window does.
+    /// Drops these files on the window.
     void Drop(const std::vector<fs::path>& files)
     {
         wxArrayString names;
@@ -156,7 +156,7 @@ TEST_F(MainWindowTest, ChoosingTheCurrentTemplateAgainAsksNothing)
     EXPECT_TRUE(user_->IsEnabled("cmdSave"));
 }
 
-TEST_F(MainWindowTest, GeneratesAWorkbookThatOthersRead)
+TEST_F(MainWindowTest, GeneratesAReadableWorkbook)
 {
     GenerateWith("Desk.xlsx", "2028");
     EXPECT_THAT(Cells("output/2028Desk.xlsx", "January", {"B2", "G2", "G6", "H6", "B10"}),
@@ -176,7 +176,7 @@ TEST_F(MainWindowTest, GeneratesTheOldFormat)
                 ElementsAre("January", "2028", "1", "2")); // weeks begin on Monday
 }
 
-TEST_F(MainWindowTest, MakesAPdfWhereThatCanBeDone)
+TEST_F(MainWindowTest, MakesAPdfIfPossible)
 {
     options_.printsPdf = true;
     Start();
@@ -187,7 +187,7 @@ TEST_F(MainWindowTest, MakesAPdfWhereThatCanBeDone)
     EXPECT_EQ(Setting("Environment", "Pdf"), "Y");
     End();
 
-    GenerateWith("Desk.xlsx", "2028"); // the next start remembers the choice
+    GenerateWith("Desk.xlsx", "2028"); // the choice was saved
     EXPECT_THAT(testing_support::BytesOf(At("output/2028Desk.pdf")), StartsWith("January"));
     EXPECT_EQ(user_->TextOf("lblStatus"), "Saved by the built-in engine as " +
                                               At("output/2028Desk.xlsx").string() +
@@ -196,7 +196,7 @@ TEST_F(MainWindowTest, MakesAPdfWhereThatCanBeDone)
     EXPECT_FALSE(OnMain([] { return wxIsBusy(); })) << "the hourglass is still there";
 }
 
-TEST_F(MainWindowTest, TabFindsTheBoxBehindTheGenerateButton)
+TEST_F(MainWindowTest, TabReachesTheCheckBoxAfterTheGenerateButton)
 {
     options_.printsPdf = true;
     StartWith("Desk.xlsx");
@@ -309,7 +309,7 @@ TEST_F(MainWindowTest, MissingHelpIsReported)
     user_->WaitForWindow("frmMain");
 }
 
-TEST_F(MainWindowTest, MnemonicsOfLabelsLeadToTheirFields)
+TEST_F(MainWindowTest, MnemonicsOfLabelsFocusTheirFields)
 {
     Start();
     user_->Key('Y', wxMOD_ALT);
@@ -420,7 +420,7 @@ TEST_F(MainWindowTest, ADroppedFileReplacesAnotherOnlyAfterAQuestion)
     EXPECT_EQ(fs::file_size(At("template/Wall.xls")), std::string("another").size());
 }
 
-TEST_F(MainWindowTest, FilesThatTheProgramIsStartedWithAreTaken)
+TEST_F(MainWindowTest, FilesOnTheCommandLineAreCopied)
 {
     fs::copy(At("template/Desk.xlsx"), Outside("Mine.xlsx"));
     Start({Outside("Mine.xlsx").string()});
@@ -433,7 +433,7 @@ TEST_F(MainWindowTest, RemembersItsSizeAndPlace)
 {
     Start();
     const wxRect wanted(300, 200, 700, 500);
-    // The window manager answers in its own time, and with its frame around the window.
+    // The window manager responds later, and adds its frame to the window.
     const auto isThere = [this, wanted] {
         const wxRect place = program_->window->GetRect();
         const wxPoint off = place.GetPosition() - wanted.GetPosition();
@@ -441,7 +441,7 @@ TEST_F(MainWindowTest, RemembersItsSizeAndPlace)
     };
     OnMain([this, wanted] { program_->window->SetSize(wanted); });
     WaitFor("the new place", isThere);
-    std::this_thread::sleep_for(std::chrono::milliseconds(300)); // late news of the old one
+    std::this_thread::sleep_for(std::chrono::milliseconds(300)); // late events of the old window
     WaitFor("the new place", isThere);
     End();
     Start();

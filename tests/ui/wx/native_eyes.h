@@ -8,10 +8,10 @@ class wxChoice;
 class wxPoint;
 class wxWindow;
 
-/// What a user sees but the portable toolkit does not tell. Main thread only.
+/// What a user sees but the portable toolkit does not report. Main thread only.
 namespace orrery::ui::wx {
 
-/// A message box, which some systems make themselves: the toolkit does not know it as a window.
+/// A message box. On some systems it is the system's own and not a window of the toolkit.
 struct MessageBox {
     std::string title;
     std::string text;
@@ -22,22 +22,24 @@ struct MessageBox {
 /// The message box in front.
 std::optional<MessageBox> FindMessageBox();
 
-/// The control of this top-level window that takes keys, or nullptr. The toolkit's own answer
-/// leaves out drop-down lists.
+/// The control of a top-level window with the keyboard focus, or nullptr. The toolkit's own
+/// function misses drop-down lists.
 wxWindow* FindFocus(wxWindow& topLevel);
 
-/// Whether the entries of a drop-down list are on the screen, as far as a click may leave them out.
+/// Whether the entries of a drop-down list are visible. True on systems where a click always shows
+/// them.
 bool IsDropped(const wxChoice& choice);
 
-/// Whether keys or clicks wait that the program has not seen yet, as far as posted functions
+/// Whether keys or clicks are waiting to be handled. False on systems where posted functions never
 /// overtake them.
 bool IsInputPending();
 
-/// Lets the main thread see that a function was posted, in the system's own event loops, too. From
-/// any thread.
+/// Makes the main thread run posted functions, also in the system's own event loops. From any
+/// thread.
 void WakeMainThread();
 
-/// Whether the pointer has come to that place of the screen, where it may be slow to do so.
+/// Whether the pointer has reached that position. True on systems where moves and clicks come in
+/// order.
 bool IsMouseAt(const wxPoint& screenPosition);
 
 } // namespace orrery::ui::wx

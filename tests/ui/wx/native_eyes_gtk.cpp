@@ -12,7 +12,7 @@
 namespace orrery::ui::wx {
 namespace {
 
-/// The innermost window whose widget holds the given one.
+/// The innermost window whose widget contains the given one.
 wxWindow* WindowAround(GtkWidget* widget, wxWindow& window)
 {
     for (wxWindow* const child : window.GetChildren()) {
@@ -25,7 +25,7 @@ wxWindow* WindowAround(GtkWidget* widget, wxWindow& window)
 
 } // namespace
 
-// On this system the boxes are made by the toolkit, as dialogs.
+// On this system message boxes are dialogs of the toolkit.
 std::optional<MessageBox> FindMessageBox()
 {
     auto* const box = dynamic_cast<wxGenericMessageDialog*>(FrontWindow());
@@ -45,19 +45,19 @@ wxWindow* FindFocus(wxWindow& topLevel)
     return focus == nullptr ? nullptr : WindowAround(focus, topLevel);
 }
 
-// A click always shows them.
+// A click always shows the entries.
 bool IsDropped(const wxChoice& /*choice*/)
 {
     return true;
 }
 
-// Posted functions come after all events.
+// Posted functions run after all events.
 bool IsInputPending()
 {
     return false;
 }
 
-// All event loops are the toolkit's.
+// All event loops belong to the toolkit.
 void WakeMainThread() {}
 
 // Moves and clicks come in order.

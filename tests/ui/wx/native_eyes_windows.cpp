@@ -28,7 +28,7 @@ std::string TextOf(HWND window)
     return FromWx(wxString(text.data()));
 }
 
-/// Dialogs that are the system's and no window of the toolkit.
+/// Finds dialogs of the system that are not windows of the toolkit.
 BOOL CALLBACK FindBox(HWND window, LPARAM found)
 {
     const bool isBox = ClassOf(window) == L"#32770" && ::IsWindowVisible(window) &&
@@ -70,7 +70,7 @@ wxWindow* FindFocus(wxWindow& topLevel)
     return wxGetTopLevelParent(focus) == &topLevel ? focus : nullptr;
 }
 
-// The second click of a double one shows nothing.
+// The second click of a double click shows nothing.
 bool IsDropped(const wxChoice& choice)
 {
     return ::SendMessageW(choice.GetHWND(), CB_GETDROPPEDSTATE, 0, 0) != FALSE;

@@ -1,4 +1,4 @@
-"""The window program as an installed program is met: somebody has empty folders and a keyboard."""
+"""The installed window program for a new user with empty folders and a keyboard."""
 
 import calendar
 import configparser
@@ -12,16 +12,16 @@ import unittest
 import openpyxl
 import xlrd
 
-from window_program import (SOURCE, Atspi, Person, Program, find, has, press, type_over, wait_for,
+from window_program import (SOURCE, Atspi, User, Program, find, has, press, type_over, wait_for,
                             xdotool)
 
 SHIPPED = SOURCE / "data"
-# What the buses of a desktop are known to say.
+# Known warnings about the desktop's buses.
 CHATTER = re.compile(r"(dbind|dconf)-WARNING")
 
 
 def read_xlsx(workbook, sheet):
-    """The function that gives the value in row and column, both from 1."""
+    """Returns a function that reads the value at row and column, both from 1."""
     cells = openpyxl.load_workbook(workbook)[sheet]
     return lambda row, column: cells.cell(row, column).value
 
@@ -41,7 +41,7 @@ def names(folder):
 
 class NewUser(unittest.TestCase):
     def setUp(self):
-        self.person = Person(self)
+        self.user = User(self)
 
     def assert_ended_well(self, program: Program):
         self.assertEqual(program.exit_code(), 0)
@@ -49,7 +49,7 @@ class NewUser(unittest.TestCase):
         self.assertEqual([line for line in said if line and not CHATTER.search(line)], [])
 
     def assert_is_calendar(self, value, year, month):
-        """A sheet of the shipped desk calendar: the names above, weeks of four rows below."""
+        """Checks a sheet of the shipped desk calendar: names above, weeks of four rows below."""
         self.assertEqual(value(2, 2), calendar.month_name[month])
         self.assertEqual(value(2, 7), year)
         self.assertEqual([value(4, 2 + day) for day in range(7)],
@@ -65,21 +65,21 @@ class NewUser(unittest.TestCase):
                                  (month, row, column))
 
     def wait_for_opened(self, workbook):
-        """A workbook is opened when it is finished."""
-        wait_for(f"{workbook.name} on the desktop", self.person.opened)
-        self.assertEqual(self.person.opened(), [str(workbook)])
+        """Waits until the finished workbook is opened."""
+        wait_for(f"{workbook.name} on the desktop", self.user.opened)
+        self.assertEqual(self.user.opened(), [str(workbook)])
 
     def test_makes_a_calendar(self):
-        program = self.person.start()
+        program = self.user.start()
         program.start_work()
         for folder in ("template", "holiday"):
-            self.assertEqual(names(self.person.data / folder), names(SHIPPED / folder))
-        self.assertTrue(self.person.settings.is_file())
+            self.assertEqual(names(self.user.data / folder), names(SHIPPED / folder))
+        self.assertTrue(self.user.settings.is_file())
 
         press("alt+f", "Down", "Down")  # Desk.xls, Desk.xlsx
         type_over("alt+y", "2031")
         press("alt+g")
-        workbook = self.person.data / "output/2031Desk.xlsx"
+        workbook = self.user.data / "output/2031Desk.xlsx"
         self.wait_for_opened(workbook)
         for month in range(1, 13):
             sheet = read_xlsx(workbook, calendar.month_name[month])
@@ -91,7 +91,7 @@ class NewUser(unittest.TestCase):
 
     @unittest.skipUnless(os.environ["ORRERY_PLUGIN"], "this build leaves LibreOffice out")
     def test_makes_a_pdf_with_libreoffice(self):
-        program = self.person.start_with_libreoffice()
+        program = self.user.start_with_libreoffice()
         main = program.start_work()
         box = find(main, "Also as PDF")
         self.assertTrue(has(box, Atspi.StateType.SHOWING))
@@ -101,7 +101,7 @@ class NewUser(unittest.TestCase):
         wait_for("tick", lambda: has(box, Atspi.StateType.CHECKED))
         type_over("alt+y", "2031")
         press("alt+g")
-        workbook = self.person.data / "output/2031Desk.xls"
+        workbook = self.user.data / "output/2031Desk.xls"
         status = f"Saved by the built-in engine as {workbook} and 2031Desk.pdf"
         wait_for("status line", lambda: find(program.main_window(), status))
         pages = subprocess.run(["pdftotext", workbook.with_suffix(".pdf"), "-"], text=True,
@@ -111,17 +111,17 @@ class NewUser(unittest.TestCase):
         self.assert_ended_well(program)
 
     def test_the_window_manager_closes_the_program(self):
-        program = self.person.start()
+        program = self.user.start()
         program.start_work()
         press("alt+F4")
         self.assert_ended_well(program)
 
     def test_a_template_on_the_command_line_is_copied_and_chosen(self):
-        mine = self.person.folder / "Mine.xls"
+        mine = self.user.folder / "Mine.xls"
         shutil.copy(SHIPPED / "template/Desk.xls", mine)
         shutil.copy(SHIPPED / "template/Desk.ini", mine.with_suffix(".ini"))
-        program = self.person.without_tips().start(mine)
-        copy = self.person.data / "template/Mine.xls"
+        program = self.user.without_tips().start(mine)
+        copy = self.user.data / "template/Mine.xls"
         wait_for("copy of the template", copy.exists)
         main = program.main_window()
         wait_for("choice of the template", lambda: find(main, "Mine.xls"))
@@ -130,7 +130,7 @@ class NewUser(unittest.TestCase):
 
         type_over("alt+y", "2024")
         press("alt+g")
-        workbook = self.person.data / "output/2024Mine.xls"
+        workbook = self.user.data / "output/2024Mine.xls"
         self.wait_for_opened(workbook)
         self.assert_is_calendar(read_xls(workbook, "February"), 2024, 2)
         program.main_window()
@@ -138,20 +138,20 @@ class NewUser(unittest.TestCase):
         self.assert_ended_well(program)
 
     def test_a_file_that_is_no_template_is_refused(self):
-        note = self.person.folder / "note.txt"
+        note = self.user.folder / "note.txt"
         note.write_text("not a workbook")
-        program = self.person.without_tips().start(note)
+        program = self.user.without_tips().start(note)
         program.message_box('Error!\nError Info: "note.txt" is no template. '
                             "Drop Excel workbooks (.xls or .xlsx).")
         press("Return")
         program.main_window()
-        self.assertEqual(names(self.person.data / "template"), [])
+        self.assertEqual(names(self.user.data / "template"), [])
         press("alt+x")
         self.assert_ended_well(program)
 
     def test_size_and_place_are_remembered(self):
-        self.person.without_tips()
-        program = self.person.start()
+        self.user.without_tips()
+        program = self.user.start()
         exit_button = find(program.main_window(), "Exit")
         right = self.right_edge(exit_button)
         width, height = self.size()
@@ -164,7 +164,7 @@ class NewUser(unittest.TestCase):
         press("alt+x")
         self.assert_ended_well(program)
 
-        again = self.person.start()
+        again = self.user.start()
         again.main_window()
         wait_for("window of the same size", lambda: self.size() == larger)
         wait_for("window in the same place", lambda: self.place() == place)
@@ -188,8 +188,8 @@ class NewUser(unittest.TestCase):
         place = Atspi.Component.get_extents(control, Atspi.CoordType.WINDOW)
         return place.x + place.width
 
-    def test_tips_are_switched_off_for_good(self):
-        program = self.person.start()
+    def test_tips_are_switched_off_permanently(self):
+        program = self.user.start()
         program.active_window("Tip of the Day")
         self.assertEqual(self.show_tips(), "Y")
         press("alt+s")
@@ -199,14 +199,14 @@ class NewUser(unittest.TestCase):
         press("alt+x")
         self.assert_ended_well(program)
 
-        again = self.person.start()
+        again = self.user.start()
         again.main_window()
-        press("alt+x")  # a tip would not let the key through
+        press("alt+x")  # a tip would block the key
         self.assert_ended_well(again)
 
     def show_tips(self):
         settings = configparser.ConfigParser(interpolation=None, strict=False)
-        settings.read(self.person.settings, encoding="utf-8-sig")
+        settings.read(self.user.settings, encoding="utf-8-sig")
         return settings["Environment"]["ShowTips"]
 
 

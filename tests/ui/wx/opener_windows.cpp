@@ -1,4 +1,4 @@
-// Opens nothing: adds its argument, one line a call, to the file $ORRERY_OPENED.
+// Opens nothing: appends its argument, one line per call, to the file $ORRERY_OPENED.
 #include <windows.h>
 
 #include <shellapi.h>

@@ -6,10 +6,10 @@
 namespace orrery::ui::wx {
 namespace {
 
-/// A dialog whose OK fails: what the user typed, the message, and the control that gets the focus.
+/// Input that makes OK fail: what the user typed, the message, and the control that gets the focus.
 struct FailingCheck {
     const char* name;
-    /// Texts by control; a list without a text loses its selection.
+    /// Texts by control; a list with an empty text loses its selection.
     std::vector<std::pair<std::string, std::string>> typed;
     std::string message;
     std::string focus;
@@ -25,13 +25,13 @@ std::string NameOf(const testing::TestParamInfo<FailingCheck>& check)
     return check.param.name;
 }
 
-/// "256" and "65536" are a sheet's last column and row.
+/// The message for a cell beyond a sheet's last column ("256") or row ("65536").
 std::string TooFar(const std::string& what, const std::string& limit, const std::string& advice)
 {
     return "The max " + what + " is greater than " + limit + ",\nplease change the " + advice + ".";
 }
 
-/// A list without a selection cannot be had with keys; a damaged program state could show one.
+/// Clears a list's selection, which cannot be done with keys.
 void Unselect(const std::string& name)
 {
     auto& list = dynamic_cast<wxChoice&>(FindControl(name));
@@ -66,7 +66,7 @@ protected:
 
 class FailingMonthlyCheckTest : public FailingCheckTest {};
 
-TEST_P(FailingMonthlyCheckTest, ShowsItsMessageAndLeadsToItsControl)
+TEST_P(FailingMonthlyCheckTest, ShowsItsMessageAndFocusesItsControl)
 {
     Open();
     Fill();
@@ -131,12 +131,12 @@ INSTANTIATE_TEST_SUITE_P(
                      "The first cell of holiday is not valid.",
                      "txtMFirstCellofHoliday"},
         FailingCheck{
-            "LastColumnOfHoliday", // leads to the day
+            "LastColumnOfHoliday", // the focus goes to the day
             {{"txtMFirstCellofHoliday", "IQ7"}},
             TooFar("col of holiday", "256", "first cell of holiday or col interval of day"),
             "txtMFirstCellofDay"},
         FailingCheck{
-            "LastRowOfHoliday", // as well
+            "LastRowOfHoliday", // here too
             {{"txtMFirstCellofHoliday", "B65517"}},
             TooFar("row of holiday", "65536", "first cell of holiday or row interval of day"),
             "txtMFirstCellofDay"}),
@@ -144,7 +144,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class FailingYearlyCheckTest : public FailingCheckTest {};
 
-TEST_P(FailingYearlyCheckTest, ShowsItsMessageAndLeadsToItsControl)
+TEST_P(FailingYearlyCheckTest, ShowsItsMessageAndFocusesItsControl)
 {
     Open();
     GoToYearly();
@@ -172,7 +172,7 @@ INSTANTIATE_TEST_SUITE_P(
                      {{"txtYColIntervalofMonth", "0"}},
                      "The col interval of month should be 1 to 36.",
                      "txtYColIntervalofMonth"},
-        FailingCheck{"RowIntervalOfMonth", // 36 is the most, whatever the message says
+        FailingCheck{"RowIntervalOfMonth", // the maximum is 36, despite the message
                      {{"txtYRowIntervalofMonth", "37"}},
                      "The row interval of month should be 1 to 10000.",
                      "txtYRowIntervalofMonth"},
@@ -237,7 +237,7 @@ INSTANTIATE_TEST_SUITE_P(
                      {{"txtYFirstCellofHoliday", "C0"}},
                      "The first cell of holiday is not valid.",
                      "txtYFirstCellofHoliday"},
-        FailingCheck{"LastColumnOfHoliday", // leads to the holiday, unlike the monthly one
+        FailingCheck{"LastColumnOfHoliday", // the focus goes to the holiday here
                      {{"txtYFirstCellofHoliday", "HY6"}},
                      TooFar("col of holiday", "256",
                             "first cell of holiday, col interval of day or col interval of month"),

@@ -5,11 +5,11 @@
 
 namespace orrery::ui::wx {
 
-/// The dialog of a template's parameters, from the user's side.
+/// The parameter dialog, as the user sees it.
 class ParameterDialogTest : public WindowTest {
 protected:
     void Open() { StartModifying("Desk.xlsx"); }
-    /// The other tab, by its mnemonic.
+    /// Switches to the other tab by its mnemonic.
     void GoToYearly()
     {
         user_->Key('Y', wxMOD_ALT);
@@ -21,7 +21,7 @@ protected:
         WaitFor("the monthly tab", [] { return FindControl("fraOrrery1").IsShownOnScreen(); });
     }
     bool IsMonthlyInFront() const { return user_->IsShown("fraOrrery1"); }
-    /// Return, as OK is the default button; the dialog closes.
+    /// Presses Return, because OK is the default button; the dialog closes.
     void Accept()
     {
         user_->Key(WXK_RETURN);

@@ -24,8 +24,8 @@ protected:
             enabled.push_back(user_->IsEnabled(name));
         return enabled;
     }
-    /// Presses Alt and the letter, and gives the control that has the focus then.
-    std::string LedTo(char letter, const std::string& expected)
+    /// Presses Alt and the letter, and returns the control that then has the focus.
+    std::string FocusAfterMnemonic(char letter, const std::string& expected)
     {
         user_->Key(letter, wxMOD_ALT);
         user_->WaitForFocus(expected);
@@ -101,7 +101,7 @@ TEST_F(ParametersTest, CancelAndEscapeStoreNothing)
     EXPECT_FALSE(user_->IsEnabled("cmdSave"));
 }
 
-TEST_F(ParametersTest, TheKeyOfTheWindowManagerClosesTheDialogAlone)
+TEST_F(ParametersTest, TheWindowManagersKeyClosesOnlyTheDialog)
 {
     Open();
     user_->Enter("txtMSheetName", "Leaf");
@@ -110,7 +110,7 @@ TEST_F(ParametersTest, TheKeyOfTheWindowManagerClosesTheDialogAlone)
     EXPECT_FALSE(user_->IsEnabled("cmdSave"));
 }
 
-TEST_F(ParametersTest, APassingMonthlyTabIsStoredThoughTheYearlyOneFails)
+TEST_F(ParametersTest, AValidMonthlyTabIsStoredEvenIfTheYearlyFails)
 {
     Open();
     user_->Enter("txtMSheetName", "Leaf");
@@ -127,11 +127,11 @@ TEST_F(ParametersTest, APassingMonthlyTabIsStoredThoughTheYearlyOneFails)
     EXPECT_EQ(Parameter("Desk.ini", "Yearly Calendar", "SheetName"), "Year");
 }
 
-TEST_F(ParametersTest, AMonthlyCalendarThatIsNotWantedIsNotChecked)
+TEST_F(ParametersTest, ADisabledMonthlyCalendarIsNotChecked)
 {
     Open();
     user_->Enter("txtMSheetName", "");
-    user_->Key('M', wxMOD_ALT); // the box: the tab in front has no mnemonic
+    user_->Key('M', wxMOD_ALT); // the check box: the selected tab has no mnemonic
     WaitFor("the box", [this] { return !FindControl("txtMSheetName").IsEnabled(); });
     Accept();
     EXPECT_TRUE(user_->IsEnabled("cmdSave"));
@@ -159,7 +159,7 @@ TEST_F(ParametersTest, ControlsFollowTheirCheckBoxes)
     EXPECT_TRUE(user_->IsEnabled("cboMMonthName"));
 }
 
-TEST_F(ParametersTest, TheLayoutDecidesWhichIntervalsOfMonthsCount)
+TEST_F(ParametersTest, TheLayoutDecidesWhichMonthIntervalsAreEnabled)
 {
     Open();
     GoToYearly();
@@ -197,10 +197,10 @@ TEST_F(ParametersTest, StepsStayInTheRangeOfTheirChecks)
 TEST_F(ParametersTest, MnemonicsOfTheMonthlyTab)
 {
     Open();
-    EXPECT_EQ(LedTo('D', "txtMFirstCellofDay"), "txtMFirstCellofDay");
-    LedTo('S', "txtMSheetName");
-    LedTo('I', "txtMColInterval");
-    LedTo('R', "txtMRowInterval");
+    EXPECT_EQ(FocusAfterMnemonic('D', "txtMFirstCellofDay"), "txtMFirstCellofDay");
+    FocusAfterMnemonic('S', "txtMSheetName");
+    FocusAfterMnemonic('I', "txtMColInterval");
+    FocusAfterMnemonic('R', "txtMRowInterval");
     for (const auto& [letter, box] :
          {std::pair('W', "chkMOutWeekday"), std::pair('N', "chkMOutMonth"),
           std::pair('E', "chkMOutYear"), std::pair('H', "chkMOutHoliday")}) {
@@ -221,13 +221,14 @@ TEST_F(ParametersTest, MnemonicsOfTheYearlyTab)
 {
     Open();
     GoToYearly();
-    LedTo('L', "cboLayoutofMonths");
-    LedTo('S', "txtYSheetName");
-    // Both intervals of columns and both of rows share a letter: it goes from one to the other.
-    LedTo('I', "txtYColInterval");
-    LedTo('I', "txtYColIntervalofMonth");
-    LedTo('R', "txtYRowInterval");
-    LedTo('R', "txtYRowIntervalofMonth");
+    FocusAfterMnemonic('L', "cboLayoutofMonths");
+    FocusAfterMnemonic('S', "txtYSheetName");
+    // Both column intervals share a letter, and so do both row intervals: it alternates between
+    // them.
+    FocusAfterMnemonic('I', "txtYColInterval");
+    FocusAfterMnemonic('I', "txtYColIntervalofMonth");
+    FocusAfterMnemonic('R', "txtYRowInterval");
+    FocusAfterMnemonic('R', "txtYRowIntervalofMonth");
     user_->Key('G', wxMOD_ALT);
     user_->WaitForWindow("frmHoliday");
 }
@@ -235,7 +236,7 @@ TEST_F(ParametersTest, MnemonicsOfTheYearlyTab)
 TEST_F(ParametersTest, TabGoesThroughTheMonthlyTabInItsOrder)
 {
     Open();
-    LedTo('S', "txtMSheetName");
+    FocusAfterMnemonic('S', "txtMSheetName");
     std::vector<std::string> order;
     do {
         order.push_back(user_->Focused());
@@ -268,7 +269,7 @@ TEST_F(ParametersTest, AnUnexpectedFailureIsReportedAndTheDialogStaysUsable)
 {
     Open();
     GoToYearly();
-    user_->Enter("txtYColIntervalofMonth", "many"); // not checked in the layout to come, but read
+    user_->Enter("txtYColIntervalofMonth", "many"); // not checked in the next layout, but read
     user_->Choose("cboLayoutofMonths", "1 x 12 Months");
     user_->Click("cmdOK");
     EXPECT_THAT(user_->WaitForMessage(), StartsWith("Error!\nError Info: "));

@@ -19,8 +19,8 @@ namespace {
 namespace fs = std::filesystem;
 using testing::IsEmpty;
 
-/// Writes a picture of every window into the folder of the variant ("light-100") that the
-/// environment names, and looks at each window's layout.
+/// Writes a picture of every window to the folder of the variant ("light-100") that is set in the
+/// environment, and checks each window's layout.
 class PicturesTest : public ParameterDialogTest, public testing::WithParamInterface<bool> {
 protected:
     PicturesTest() { options_.longCaptions = GetParam(); }
@@ -31,17 +31,17 @@ protected:
         const fs::path folder = places::PicturesFolder() / (variant == nullptr ? "any" : variant);
         return options_.longCaptions ? folder / "long-captions" : folder;
     }
-    /// The window in front: its layout and its picture.
+    /// Checks the layout of the window in front and takes its picture.
     void Look(const std::string& name)
     {
         HidePaths();
         user_->MoveAway();
         Settle();
-        std::this_thread::sleep_for(std::chrono::milliseconds(150)); // until it is painted
+        std::this_thread::sleep_for(std::chrono::milliseconds(150)); // wait for painting
         EXPECT_THAT(OnMain([] { return LayoutProblems(*FrontWindow()); }), IsEmpty()) << name;
         const fs::path file = Folder() / (name + ".png");
-        PictureOfFront(file);
-        ExpectSomethingIn(file);
+        CaptureFrontWindow(file);
+        ExpectNotBlank(file);
     }
     void StartWith(const std::string& templateFile)
     {
@@ -55,7 +55,7 @@ protected:
     }
 
 private:
-    /// A reader's folder stands in for the test's.
+    /// Replaces the test's folder with a typical user's.
     void HidePaths() const
     {
         OnMain([own = OwnFolder()] {
@@ -64,16 +64,16 @@ private:
                 if (label == nullptr)
                     continue;
                 wxString text = label->GetLabel();
-                text.Replace(own, ToWx(ReadersFolder()));
+                text.Replace(own, ToWx(TypicalUserFolder()));
                 label->SetLabel(text);
             }
         });
     }
     wxString OwnFolder() const { return ToWx(At("").parent_path().string()); }
 
-    static void ExpectSomethingIn(const fs::path& file)
+    static void ExpectNotBlank(const fs::path& file)
     {
-        const std::size_t colours = OnMain([file] { return ColoursIn(file, 100); });
+        const std::size_t colours = OnMain([file] { return CountColours(file, 100); });
         EXPECT_GT(colours, 20U) << file << " is blank";
     }
 };

@@ -1,6 +1,6 @@
-"""Prints values of a workbook's cells, one a line: read_cells.py FILE SHEET CELL...
+"""Prints the values of cells in a workbook, one per line: read_cells.py FILE SHEET CELL...
 
-Reads .xlsx with openpyxl and .xls with xlrd, so that what a window wrote is judged by others.
+Reads .xlsx with openpyxl and .xls with xlrd, which are independent of the program.
 """
 import sys
 

@@ -7,8 +7,8 @@
 namespace orrery::ui::wx {
 namespace {
 
-/// Dialogs leave nothing behind, however often they are opened: what they would leave in memory a
-/// leak checker sees, what they would leave among the windows is counted here.
+/// Dialogs leave nothing behind, however often they are opened: a leak checker finds leaked memory,
+/// and leaked windows are counted here.
 class RepeatedDialogsTest : public WindowTest {
 protected:
     static constexpr int kTimes = 50;

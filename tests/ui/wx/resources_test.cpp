@@ -18,7 +18,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-/// What the system reads of a program without running it.
+/// What the system reads from a program without running it.
 class ResourcesTest : public testing::TestWithParam<std::filesystem::path> {
 protected:
     ResourcesTest()
@@ -84,7 +84,7 @@ TEST_P(ResourcesTest, TheVersionIsWhatTheAboutBoxShows)
 TEST_P(ResourcesTest, TheIconHasAllSizes)
 {
     const std::string group = Resource(L"ORRERY", reinterpret_cast<const wchar_t*>(RT_GROUP_ICON));
-    constexpr std::size_t headSize = 6; // three words, of which the last is the count
+    constexpr std::size_t headSize = 6; // three words; the last is the count
     constexpr std::size_t entrySize = 14;
     std::uint16_t count = 0;
     ASSERT_GE(group.size(), headSize);
@@ -99,7 +99,7 @@ TEST_P(ResourcesTest, TheIconHasAllSizes)
     EXPECT_THAT(widths, ElementsAre(16, 24, 32, 48, 64, 128, 256));
 }
 
-TEST_P(ResourcesTest, TheManifestAsksForTodaysWindows)
+TEST_P(ResourcesTest, TheManifestEnablesCurrentFeatures)
 {
     const std::string manifest =
         Resource(reinterpret_cast<const wchar_t*>(CREATEPROCESS_MANIFEST_RESOURCE_ID),

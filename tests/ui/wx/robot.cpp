@@ -19,8 +19,7 @@
 namespace orrery::ui::wx {
 namespace {
 
-/// The key that a keyboard of the United States has for a character, and whether Shift goes with
-/// it.
+/// The key for a character on a US keyboard, and whether it needs Shift.
 struct KeyStroke {
     int key;
     int modifiers;
@@ -53,7 +52,7 @@ template <typename Control> Control& FindControlAs(const std::string& name)
     return *control;
 }
 
-std::string SaidBy(wxWindow& control)
+std::string ShownText(wxWindow& control)
 {
     if (const auto* const text = dynamic_cast<wxTextCtrl*>(&control))
         return FromWx(text->GetValue());
@@ -102,7 +101,7 @@ wxWindow* FrontWindow()
     wxWindow* front = nullptr;
     for (wxWindow* const window : wxTopLevelWindows) {
         if (window->IsShown() && (front == nullptr || IsModalDialog(window)))
-            front = window; // a later dialog lies over an earlier one
+            front = window; // a later dialog is above an earlier one
     }
     return front;
 }
@@ -118,8 +117,8 @@ wxWindow& FindControl(const std::string& name)
 }
 
 Robot::Robot()
-    // Making it looks at the windows, so that is the main thread's. Its events go to the display
-    // through a connection of its own, which is the test thread's from then on.
+    // Its constructor accesses the windows, so it runs on the main thread. It sends events through
+    // its own connection to the display, which only the test thread uses afterwards.
     : hands_(OnMain([] { return std::make_unique<wxUIActionSimulator>(); }))
 {
 }
@@ -150,8 +149,8 @@ void Robot::ClickAt(const wxPoint& screenPosition)
 
 void Robot::MoveTo(const wxPoint& screenPosition)
 {
-    // On the main thread, as the toolkit looks at a window to learn how positions are scaled. What
-    // lies below the system may move the pointer back once, so it is looked at a second time.
+    // On the main thread, because the toolkit asks a window for the scale of positions. The host
+    // system may move the pointer back once, so it is moved and checked twice.
     for (int look = 0; look < 2; ++look) {
         WaitFor("the pointer", [this, screenPosition] {
             hands_->MouseMove(screenPosition);
@@ -176,7 +175,7 @@ void Robot::Enter(const std::string& name, const std::string& text)
 {
     constexpr auto kGlance = std::chrono::seconds(3);
     Click(name);
-    // On a busy machine a click may get lost on its way; who types looks where the text will go.
+    // On a busy machine a click may get lost, so check where the text will go.
     if (!HappensWithin(kGlance, [name] { return NameOfFocus() == name; }))
         Click(name);
     WaitForFocus(name);
@@ -245,7 +244,7 @@ void Robot::WaitForFocus(const std::string& name) const
 
 std::string Robot::TextOf(const std::string& name) const
 {
-    return OnMain([name] { return SaidBy(FindControl(name)); });
+    return OnMain([name] { return ShownText(FindControl(name)); });
 }
 
 bool Robot::IsEnabled(const std::string& name) const

@@ -1,19 +1,19 @@
 """What a screen reader gets: every control of every window has a role and a name, and a field has
-the name that stands beside it."""
+the name of the label beside it."""
 
 import configparser
 import unittest
 
-from window_program import (SOURCE, Atspi, Person, children, descendants, find, has, press, related,
+from window_program import (SOURCE, Atspi, User, children, descendants, find, has, press, related,
                             shown, text_of, type_over, wait_for)
 
 Role = Atspi.Role
 
-# What a user works with or reads.
+# Roles of controls that a user works with or reads.
 SPOKEN = {Role.PUSH_BUTTON, Role.CHECK_BOX, Role.TEXT, Role.COMBO_BOX, Role.TABLE,
           Role.SPIN_BUTTON, Role.PAGE_TAB, Role.PAGE_TAB_LIST, Role.LABEL, Role.PROGRESS_BAR,
           Role.ICON, Role.MENU_ITEM, Role.DIALOG, Role.FRAME, Role.ALERT}
-# What only holds others together, and what draws them.
+# Roles of containers and decorations.
 SILENT = {Role.FILLER, Role.PANEL, Role.SCROLL_PANE, Role.SCROLL_BAR, Role.SEPARATOR, Role.MENU,
           Role.TABLE_COLUMN_HEADER, Role.TABLE_CELL}
 
@@ -28,7 +28,7 @@ FIELDS = {
 }
 CHOICES = {"First Day of Week:", "Layout of Months:", "Weekday Name:", "Month Name:",
            "Multiple Holidays on the Same Day:"}
-# What the shipped settings of Desk.xls call the texts beside these labels.
+# The keys in the shipped Desk.ini for the fields beside these labels.
 KEYS = {"Sheet Name:": "SheetName", "First Cell of Day:": "FirstCellOfDay",
         "Col Interval of Day:": "ColIntervalOfDay", "Row Interval of Day:": "RowIntervalOfDay",
         "Col Interval of Month:": "ColIntervalOfMonth",
@@ -51,18 +51,18 @@ def names(window, role):
 
 
 def fields(window):
-    """Role and labels of the texts and drop-down lists, in the order of the Tab key."""
+    """Role and labels of the text boxes and drop-down lists, in Tab order."""
     return [(field.get_role(), labels_of(field))
             for field in with_role(window, Role.TEXT, Role.COMBO_BOX)]
 
 
 class ScreenReader(unittest.TestCase):
     def setUp(self):
-        self.person = Person(self)
-        self.program = self.person.start()
+        self.user = User(self)
+        self.program = self.user.start()
 
     def assert_speaks(self, window):
-        """Also what is hidden at the moment has its name. An empty label shows nothing."""
+        """Checks all controls, also hidden ones. Empty labels show nothing and need no name."""
         self.assertNotEqual(window.get_name(), "")
         for part in [window, *descendants(window)]:
             role = part.get_role()
@@ -70,7 +70,7 @@ class ScreenReader(unittest.TestCase):
             self.assertNotEqual(part.get_role_name(), "", about)
             self.assertIn(role, SPOKEN | SILENT, about)
             is_empty = role == Role.LABEL and not text_of(part)
-            is_sign = role == Role.ICON and window.get_role() == Role.ALERT  # which says the same
+            is_sign = role == Role.ICON and window.get_role() == Role.ALERT  # known already
             if role in SPOKEN and not is_empty and not is_sign:
                 self.assertTrue(part.get_name().strip() or "".join(labels_of(part)).strip(), about)
 
@@ -108,7 +108,7 @@ class ScreenReader(unittest.TestCase):
         press("alt+g")
         button = wait_for("button that opens the folder", lambda: find(main, "Open Folder"))
         wait_for("end of the run", lambda: has(button, Atspi.StateType.SHOWING))
-        workbook = self.person.data / "output/2027Desk.xls"
+        workbook = self.user.data / "output/2027Desk.xls"
         self.assertIn(f"Saved as {workbook} by the built-in engine", names(main, Role.LABEL))
         self.assert_speaks(main)
 
@@ -134,7 +134,7 @@ class ScreenReader(unittest.TestCase):
         self.assertEqual(names(dialog, Role.CHECK_BOX), [f"Output {page}", *CHECKS])
         stepped = [label[:-1] + ", step" for label in FIELDS[page] if "Interval" in label]
         self.assertEqual(names(dialog, Role.SPIN_BUTTON), stepped)
-        # A label of another field than the one beside it would tell a wrong text.
+        # With the label of another field, the reader would say the wrong text.
         shipped = configparser.ConfigParser(interpolation=None)
         shipped.read(SOURCE / "data/template/Desk.ini", encoding="utf-8-sig")
         texts = {labels_of(text)[0]: text_of(text) for text in with_role(dialog, Role.TEXT)}
@@ -181,7 +181,7 @@ class ScreenReader(unittest.TestCase):
 
     def test_question(self):
         self.program.start_work()
-        (self.person.data / "template/Desk.ini").unlink()  # then there is something to save
+        (self.user.data / "template/Desk.ini").unlink()  # so that there is something to save
         press("alt+f", "Down", "Down")
         box = self.program.message_box("The parameters for Desk.xls has been changed.\n"
                                        "Do you want to save the changes?")

@@ -19,7 +19,7 @@ namespace gdi = Gdiplus;
 constexpr CLSID kPngEncoder = {
     0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
 
-/// The system's library of pictures, while it is used.
+/// Initialises the system's picture library until the scope ends.
 class PictureLibrary {
 public:
     PictureLibrary()
@@ -42,7 +42,7 @@ struct DeleteObjectOf {
 
 using BitmapHandle = std::unique_ptr<HBITMAP__, DeleteObjectOf>;
 
-/// What the screen shows in a rectangle.
+/// Copies a rectangle of the screen.
 BitmapHandle CopyOfScreen(const RECT& place)
 {
     const int width = place.right - place.left;
@@ -69,7 +69,7 @@ void Save(const RECT& place, const std::filesystem::path& file)
 
 } // namespace
 
-void PictureOfFront(const std::filesystem::path& file)
+void CaptureFrontWindow(const std::filesystem::path& file)
 {
     RECT place{};
     if (!::GetWindowRect(::GetForegroundWindow(), &place))
@@ -77,12 +77,12 @@ void PictureOfFront(const std::filesystem::path& file)
     Save(place, file);
 }
 
-void PictureOfScreen(const std::filesystem::path& file)
+void CaptureScreen(const std::filesystem::path& file)
 {
     Save({0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)}, file);
 }
 
-std::size_t ColoursIn(const std::filesystem::path& file, std::size_t most)
+std::size_t CountColours(const std::filesystem::path& file, std::size_t most)
 {
     const PictureLibrary library;
     gdi::Bitmap picture(file.c_str());

@@ -18,18 +18,18 @@ void Run(const std::string& command, const std::filesystem::path& file)
 
 } // namespace
 
-void PictureOfFront(const std::filesystem::path& file)
+void CaptureFrontWindow(const std::filesystem::path& file)
 {
-    // The frame belongs to the window manager: the active window's place with all around it.
+    // The frame belongs to the window manager, so take the active window with its frame.
     Run("import -silent -frame -window \"$(xdotool getactivewindow)\"", file);
 }
 
-void PictureOfScreen(const std::filesystem::path& file)
+void CaptureScreen(const std::filesystem::path& file)
 {
     Run("import -silent -window root", file);
 }
 
-std::size_t ColoursIn(const std::filesystem::path& file, std::size_t most)
+std::size_t CountColours(const std::filesystem::path& file, std::size_t most)
 {
     wxFFileInputStream bytes(file.string());
     wxImage image;

@@ -4,27 +4,27 @@
 #include <string>
 #include <vector>
 
-/// What lies around the window program on the system that the tests run on.
+/// The environment of the window program, which differs between systems.
 namespace orrery::ui::wx {
 
-/// The name of the file that has this page of the help.
+/// The name of the file that contains this help page.
 std::string HelpFile(const std::string& page);
-/// What is opened to show a page of the help in that folder.
+/// What is opened to show a help page in that folder.
 std::string HelpTopic(const std::filesystem::path& folder, const std::string& page);
 
-/// The names of the buttons at the end of a dialog, in the order that the system gives them.
+/// The names of the buttons at the end of a dialog, in the system's order.
 std::vector<std::string> ClosingButtons();
 
-/// A folder as a reader of the manual has one.
-std::string ReadersFolder();
+/// A typical user's folder, for the manual's pictures.
+std::string TypicalUserFolder();
 
-/// Lines that `read_cells.py` writes with these arguments after the workbook's. `scratch` is a
-/// folder for its answer. Throws when it fails.
+/// The lines that `read_cells.py` prints for the workbook and these arguments. `scratch` is a
+/// folder for its output. Throws if it fails.
 std::vector<std::string> ReadCells(const std::filesystem::path& workbook,
                                    const std::vector<std::string>& arguments,
                                    const std::filesystem::path& scratch);
 
-/// The lines of a file; none when it cannot be read.
+/// The lines of a file; none if it cannot be read.
 std::vector<std::string> LinesOf(const std::filesystem::path& file);
 
 } // namespace orrery::ui::wx

@@ -23,7 +23,7 @@ std::vector<std::string> ClosingButtons()
     return {"cmdCancel", "cmdOK"};
 }
 
-std::string ReadersFolder()
+std::string TypicalUserFolder()
 {
     return "/home/anna/Calendars";
 }

@@ -16,8 +16,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The path as the system below this Windows has it.
-std::string PathOutside(const fs::path& path)
+/// The path on the host system below this Windows.
+std::string HostPath(const fs::path& path)
 {
     using Name = char*(CDECL*)(LPCWSTR);
     const auto name = reinterpret_cast<Name>(reinterpret_cast<void*>(
@@ -30,10 +30,10 @@ std::string PathOutside(const fs::path& path)
     return text;
 }
 
-/// Starts a shell script of the system below. It cannot be waited for.
-void StartOutside(const fs::path& script)
+/// Starts a shell script on the host system. There is no way to wait for it.
+void StartOnHost(const fs::path& script)
 {
-    std::wstring line = L"sh " + util::ToWide(PathOutside(script));
+    std::wstring line = L"sh " + util::ToWide(HostPath(script));
     STARTUPINFOW start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION process{};
@@ -59,7 +59,7 @@ std::vector<std::string> ClosingButtons()
     return {"cmdOK", "cmdCancel"};
 }
 
-std::string ReadersFolder()
+std::string TypicalUserFolder()
 {
     return "C:\\Users\\Anna\\Calendars";
 }
@@ -73,17 +73,17 @@ std::vector<std::string> ReadCells(const fs::path& workbook,
     fs::remove(answer);
     std::string command = ORRERY_PYTHON " " +
                           (places::SourceFolder() / "tests/ui/wx/read_cells.py").generic_string() +
-                          " '" + PathOutside(workbook) + "'";
+                          " '" + HostPath(workbook) + "'";
     for (const std::string& argument : arguments)
         command += " '" + argument + "'";
-    const std::string part = PathOutside(scratch) + "/cells.part";
+    const std::string part = HostPath(scratch) + "/cells.part";
     std::ofstream(script, std::ios::binary) << command << " >'" << part << "' && mv '" << part
-                                            << "' '" << PathOutside(scratch) << "/cells.txt'\n";
-    StartOutside(script);
+                                            << "' '" << HostPath(scratch) << "/cells.txt'\n";
+    StartOnHost(script);
     const auto end = std::chrono::steady_clock::now() + kPatience;
     while (!fs::exists(answer)) {
         if (std::chrono::steady_clock::now() > end)
-            throw TookTooLong("No answer from " + command);
+            throw TimedOut("No answer from " + command);
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
     return LinesOf(answer);

@@ -7,7 +7,7 @@
 
 namespace orrery::ui::wx {
 
-/// Writes the names of the sheets, a line each, in place of a PDF.
+/// Writes the names of the sheets, one per line, instead of a PDF.
 class TestPrinter : public book::PdfPrinter {
 public:
     void Print(const std::filesystem::path& /*workbook*/, const std::vector<std::string>& sheets,
@@ -19,7 +19,7 @@ public:
     }
 };
 
-/// The applications that are here; what makes PDF files is there where the test says so.
+/// The installed applications, with a PDF printer if the test wants one.
 class TestEngines : public engines::InstalledEngines {
 public:
     explicit TestEngines(bool printsPdf) : printsPdf_(printsPdf) {}

@@ -33,7 +33,7 @@ TEST_F(TipTest, IsShownAtTheStartUnlessTheSettingIsN)
     user_->WaitForWindow("frmMain");
 }
 
-TEST_F(TipTest, TheCheckBoxIsKeptAtOnceInTheSettingsFile)
+TEST_F(TipTest, TheCheckBoxIsSavedAtOnce)
 {
     StartWithTip();
     user_->Key('S', wxMOD_ALT);
@@ -47,7 +47,7 @@ TEST_F(TipTest, TheCheckBoxIsKeptAtOnceInTheSettingsFile)
     EXPECT_EQ(user_->Front(), "frmMain"); // no tip any more
 }
 
-TEST_F(TipTest, NextTipGoesRound)
+TEST_F(TipTest, NextTipWrapsAround)
 {
     WriteTips("One\n\nTwo\\nand more\nThree\n");
     StartWithTip();
@@ -68,7 +68,7 @@ TEST_F(TipTest, AMissingFileIsExplainedAndNextChangesNothing)
     const std::string expected =
         "That the tips.txt file was not found? \n\nCreate a text file named tips.txt using NotePad "
         "with 1 tip per line. Then place it in the same directory as the application. ";
-    const auto words = [](std::string text) { // lines may be broken to fit
+    const auto words = [](std::string text) { // lines may be wrapped
         std::replace(text.begin(), text.end(), '\n', ' ');
         text.erase(std::unique(text.begin(), text.end(),
                                [](char a, char b) { return a == ' ' && b == ' '; }),

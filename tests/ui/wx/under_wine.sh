@@ -1,22 +1,22 @@
 #!/usr/bin/env bash
-# Runs a Windows program of window tests: under_wine.sh PROGRAM [ARGUMENT...]
+# Runs a Windows program with window tests: under_wine.sh PROGRAM [ARGUMENT...]
 #
-# The program gets a Windows of its own on a display of its own, see with_display.sh. Windows draws
-# the frames there itself. Beside the program lie opener.exe and help_viewer.dll: documents, folders,
-# addresses and the help are opened by them, that is, written to the file $ORRERY_OPENED.
-# ORRERY_DPI: what the screen has, 96 unless told.
+# The program gets a private Windows on a private display, see with_display.sh. Windows draws the
+# frames itself. Beside the program are opener.exe and help_viewer.dll, which "open" documents,
+# folders, addresses and the help by writing them to the file $ORRERY_OPENED. ORRERY_DPI: resolution
+# of the screen, 96 by default.
 set -euo pipefail
 
 here=$(cd "$(dirname "$0")" && pwd)
 wine=$here/../../../scripts/windows/wine.sh
 
 if [ -z "${ORRERY_OPENED:-}" ]; then
-    # Kept between runs, and no other tests': at the end all that runs in it is ended.
+    # Kept between runs, but only for these tests: everything in it is ended at the end.
     export ORRERY_WINEPREFIX=${ORRERY_WINEPREFIX:-${XDG_CACHE_HOME:-$HOME/.cache}/orrery/wine}-windows
     exec "$here/with_display.sh" "$0" "$@"
 fi
 
-"$wine" --end # what an earlier run on another display left
+"$wine" --end # left by an earlier run on another display
 trap '"$wine" --end' EXIT
 
 folder=$(cd "$(dirname "$1")" && pwd)
@@ -46,7 +46,7 @@ settings=$(dirname "$ORRERY_OPENED")/settings.reg
     echo "@=\"$escaped\\\\help_viewer.dll\""
 } >"$settings"
 "$wine" regedit /S "Z:$settings"
-"$wine" --end # read anew by whatever starts
+"$wine" --end # so that the next program reads the settings
 export ORRERY_OPENED=Z:$ORRERY_OPENED
 status=0
 "$wine" "$@" || status=$?

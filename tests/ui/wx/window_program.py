@@ -1,5 +1,5 @@
-"""The window program as a user meets it: keys go to it from outside, and the tree that screen
-readers get shows what it does. Every wait ends as soon as it can."""
+"""Drives the window program as a user does: sends keys from outside and reads the tree that screen
+readers get. Every wait ends as soon as possible."""
 
 import os
 import pathlib
@@ -11,16 +11,16 @@ import time
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib  # noqa: E402  (the version comes first)
+from gi.repository import Atspi, GLib  # noqa: E402  (after the version)
 
 SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
-PATIENCE = float(os.environ.get("ORRERY_PATIENCE", "20"))  # seconds that any step may take
+PATIENCE = float(os.environ.get("ORRERY_PATIENCE", "20"))  # longest time of any step in seconds
 
 State = Atspi.StateType
 
 
 def wait_for(what, found):
-    """What `found` gives as soon as it is true. A control may vanish while it is looked at."""
+    """Returns the result of `found` as soon as it is true. A control may vanish meanwhile."""
     end = time.monotonic() + PATIENCE
     while True:
         try:
@@ -44,7 +44,7 @@ def press(*keys):
 
 
 def type_over(key, text):
-    """Goes to the text box that the key belongs to and replaces what it says."""
+    """Goes to the text box with that key and replaces its text."""
     press(key, "ctrl+a")
     xdotool("type", text)
 
@@ -67,12 +67,12 @@ def has(node, state):
 
 
 def shown(node):
-    """What the node says and what lies in it, without what is hidden."""
+    """The visible texts of the node and its descendants."""
     return [part for part in descendants(node) if has(part, State.SHOWING)]
 
 
 def related(node, kind):
-    """The nodes that stand in a relation to this one."""
+    """The nodes that have a relation of this kind to the node."""
     return [relation.get_target(i) for relation in node.get_relation_set()
             if relation.get_relation_type() == kind for i in range(relation.get_n_targets())]
 
@@ -81,8 +81,8 @@ def text_of(node):
     return Atspi.Text.get_text(node, 0, -1)
 
 
-class Person:
-    """Somebody whose folders are empty at first."""
+class User:
+    """A user whose folders are empty at first."""
 
     def __init__(self, test):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="orrery-person-"))
@@ -92,7 +92,7 @@ class Person:
         self.data = self.folder / "data/orrery"
         self.log = self.folder / "opened"
         self.log.touch()
-        # The desktop's own settings are those of the display.
+        # The display provides the desktop's own settings.
         shutil.copytree(os.environ["XDG_CONFIG_HOME"], self.folder / "config")
 
     def start(self, *arguments, program=os.environ["ORRERY_WINDOW"]):
@@ -102,7 +102,7 @@ class Person:
         return Program(self.test, [program, *arguments], environment, self.folder / "errors")
 
     def start_with_libreoffice(self):
-        """A program that has the library which knows LibreOffice beside it."""
+        """Starts a program beside the library that drives LibreOffice."""
         place = self.folder / "program"
         place.mkdir()
         shutil.copy(os.environ["ORRERY_PLUGIN"], place)
@@ -113,7 +113,7 @@ class Person:
         return self.log.read_text().splitlines()
 
     def without_tips(self):
-        """The next start goes straight to the main window, but finds nothing installed."""
+        """Makes the next start open the main window without a tip; it copies no installed files."""
         self.settings.parent.mkdir()
         self.settings.write_text("[Environment]\nShowTips=N\n")
         return self
@@ -147,7 +147,7 @@ class Program:
         return children(application) if application else []
 
     def active_window(self, title, holds=lambda window: True):
-        """The window with the keyboard, once it is the one that is meant."""
+        """Waits until the window with the keyboard has that title, and returns it."""
         def find():
             for window in self.windows():
                 if window.get_name() == title and has(window, State.ACTIVE) and holds(window):
@@ -156,7 +156,7 @@ class Program:
         return wait_for(f'window "{title}" with the keyboard', find)
 
     def message_box(self, text):
-        """The box that says this; each line is a label."""
+        """The message box with this text; each line is a label."""
         def says(window):
             return text == "\n".join(part.get_name() for part in descendants(window)
                                      if part.get_role() == Atspi.Role.LABEL)
@@ -173,5 +173,5 @@ class Program:
 
 
 def find(window, name):
-    """The control of that name, or None."""
+    """The control with that name, or None."""
     return next((part for part in descendants(window) if part.get_name() == name), None)

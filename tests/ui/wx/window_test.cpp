@@ -69,7 +69,7 @@ WindowTest::WindowTest() : openedBefore_(AllOpened().size())
 WindowTest::~WindowTest()
 {
     if (HasFailure())
-        KeepPictureOfFailure();
+        SaveFailureScreenshot();
     End();
 }
 
@@ -99,7 +99,7 @@ void WindowTest::End()
     if (!program_)
         return;
     try {
-        CloseWhatIsOpen();
+        CloseOpenWindows();
         OnMain([this] {
             if (program_->window)
                 program_->window->Close(true);
@@ -108,14 +108,14 @@ void WindowTest::End()
         OnMain([this] { program_.reset(); });
     }
     catch (const std::exception& error) {
-        // What comes after would meet the open windows of this test.
+        // The next tests would find the open windows of this one.
         ADD_FAILURE() << error.what();
-        KeepPictureOfFailure();
+        SaveFailureScreenshot();
         std::_Exit(EXIT_FAILURE);
     }
 }
 
-void WindowTest::CloseWhatIsOpen()
+void WindowTest::CloseOpenWindows()
 {
     const auto somethingIsOpen = [this] {
         return program_->window && (FrontWindow() != program_->window || FindMessageBox());
@@ -127,21 +127,21 @@ void WindowTest::CloseWhatIsOpen()
     constexpr int most = 20;
     for (int i = 0; i < most && OnMain(somethingIsOpen); ++i) {
         if (OnMain(isQuestion))
-            user_->Answer('N', wxMOD_ALT); // it has no way out
+            user_->Answer('N', wxMOD_ALT); // a question ignores Escape
         else
             user_->Key(WXK_ESCAPE);
     }
     WaitFor("the dialogs to close", [&] { return !somethingIsOpen(); });
 }
 
-void WindowTest::KeepPictureOfFailure() const
+void WindowTest::SaveFailureScreenshot() const
 {
     const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
     std::string name = std::string(test->test_suite_name()) + "." + test->name() + ".png";
     for (char& character : name)
         character = character == '/' ? '-' : character;
     const fs::path file = places::PicturesFolder() / "failures" / name;
-    PictureOfScreen(file);
+    CaptureScreen(file);
     std::cerr << "The screen at the failure: " << file << '\n';
 }
 

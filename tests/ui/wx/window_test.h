@@ -16,15 +16,15 @@
 
 namespace orrery::ui::wx {
 
-/// What a test says about a program before it starts.
+/// Options of a test for the program it starts.
 struct ProgramOptions {
     bool longCaptions = false;
-    bool printsPdf = false; ///< something makes PDF files
+    bool printsPdf = false; ///< a PDF printer is available
 };
 
-/// The program, with all its files in one folder, beside its orrery.ini. Main thread only.
+/// The program, with all its files in one folder beside its orrery.ini. Main thread only.
 struct Program {
-    /// Opens the main window as the program's start does; `files` are the program's arguments.
+    /// Opens the main window as the program does; `files` are the program's arguments.
     Program(const std::filesystem::path& folder, const std::vector<std::string>& files,
             const ProgramOptions& options);
 
@@ -32,31 +32,31 @@ struct Program {
     TestEngines engines;
     TestDesktop desktop;
     MainForm form;
-    wxWeakRef<MainWindow> window; ///< null once it is closed
+    wxWeakRef<MainWindow> window; ///< null after it is closed
 };
 
-/// A test with a user and a program, whose folder has the shipped holiday files, tips and the
-/// templates Desk.xlsx and Wall.xls with their parameter files; the tip is off.
+/// A test with a user and a program, whose folder contains the shipped holiday files, tips and the
+/// templates Desk.xlsx and Wall.xls with their parameter files; tips at startup are off.
 class WindowTest : public testing::Test {
 protected:
     WindowTest();
     ~WindowTest() override;
 
-    /// Starts the program and waits until its window takes keys.
+    /// Starts the program and waits until its window has the keyboard.
     void Start(const std::vector<std::string>& files = {});
-    /// Starts it without waiting: something else may come to the front.
+    /// Starts it without waiting: another window may come to the front.
     void StartWithoutWaiting(const std::vector<std::string>& files = {});
     /// Ends the program from outside, whatever is open.
     void End();
     /// Starts, chooses a template and opens the parameter dialog.
     void StartModifying(const std::string& templateFile = "Desk.xlsx");
 
-    /// A path below the program's folder.
+    /// A path in the program's folder.
     std::filesystem::path At(const std::string& name) const
     {
         return (folder_ / name).make_preferred();
     }
-    /// A value of orrery.ini, empty when it is not there.
+    /// A value of orrery.ini; empty if the key is missing.
     std::string Setting(const std::string& section, const std::string& key) const;
     void WriteSetting(const std::string& section, const std::string& key,
                       const std::string& value) const;
@@ -65,16 +65,16 @@ protected:
                           const std::string& key) const;
     void WriteParameter(const std::string& file, const std::string& section, const std::string& key,
                         const std::string& value) const;
-    /// Values of cells of a workbook below the program's folder, as programs of others read them.
+    /// Values of cells of a workbook in the program's folder, read by independent libraries.
     std::vector<std::string> Cells(const std::string& file, const std::string& sheet,
                                    const std::vector<std::string>& cells) const;
-    /// Writes the file of the help that has this page.
+    /// Writes the help file that contains this page.
     void WriteHelp(const std::string& page) const;
-    /// What is opened to show the page.
+    /// What is opened to show the help page.
     std::string HelpPage(const std::string& page) const;
-    /// What the desktop's opener was asked to open so far, one entry a call.
+    /// What the desktop's opener has opened so far, one entry per call.
     std::vector<std::string> Opened() const;
-    /// Waits for its call of that number, counted from 1.
+    /// Waits for the opener's call with that number, counted from 1.
     std::string WaitForOpened(std::size_t number = 1) const;
 
     std::optional<Program> program_; ///< main thread only
@@ -82,8 +82,8 @@ protected:
     ProgramOptions options_;         ///< set before `Start`
 
 private:
-    void CloseWhatIsOpen();
-    void KeepPictureOfFailure() const;
+    void CloseOpenWindows();
+    void SaveFailureScreenshot() const;
 
     const testing_support::ScratchFolder folder_;
     const std::size_t openedBefore_;

@@ -15,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::ElementsAre;
 
-/// What only this system's windows have.
+/// Tests of windows that apply only to this system.
 class WindowsTest : public ParameterDialogTest {
 protected:
     static constexpr const wchar_t* kViewerKey =
@@ -26,7 +26,7 @@ protected:
         if (!viewer_.empty())
             SetViewer(viewer_);
     }
-    /// Makes another library the system's help viewer until the test ends.
+    /// Registers another library as the system's help viewer until the test ends.
     void ReplaceViewer(const std::wstring& library)
     {
         std::array<wchar_t, MAX_PATH> path{};
@@ -48,7 +48,7 @@ private:
     std::wstring viewer_;
 };
 
-/// Where words begin in a line of a list, in pixels: ink behind more paper than stands in a word.
+/// Where words begin in a line of a list, in pixels: ink after a gap wider than any inside a word.
 std::vector<int> WordStarts(HWND list, int row)
 {
     ::SendMessageW(list, LB_SETTOPINDEX, static_cast<WPARAM>(row), 0);
@@ -72,7 +72,7 @@ std::vector<int> WordStarts(HWND list, int row)
     return starts;
 }
 
-/// The width that the list counts in: that of an average character of its font.
+/// The list's unit of width: an average character of its font.
 int CharacterWidth(HWND list)
 {
     HDC const canvas = ::GetDC(list);
@@ -97,7 +97,7 @@ TEST_F(WindowsTest, ColumnsOfHolidaysBeginAtTheEighthAndTheEighteenthCharacter)
         return std::pair(WordStarts(list, thanksgiving), CharacterWidth(list));
     });
     ASSERT_THAT(starts, testing::SizeIs(testing::Ge(3U)));
-    constexpr int bearing = 4; // paper around a character, and the list's margin
+    constexpr int bearing = 4; // space around a character, and the list's margin
     EXPECT_THAT(starts[1],
                 testing::AllOf(testing::Ge(8 * width - 1), testing::Le(8 * width + bearing)));
     EXPECT_THAT(starts[2],
@@ -113,7 +113,7 @@ TEST_F(WindowsTest, WithoutItsViewerTheHelpIsOpenedLikeADocument)
     EXPECT_EQ(WaitForOpened(), (At("help") / "Orrery.chm").string());
 }
 
-TEST_F(WindowsTest, MissingHelpIsOneSentenceThatNamesTheFile)
+TEST_F(WindowsTest, MissingHelpIsReportedWithTheFileName)
 {
     Start();
     user_->Click("cmdHelp");
@@ -163,7 +163,7 @@ private:
     PROCESS_INFORMATION process_{};
 };
 
-TEST_F(WindowsTest, TheProgramTakesATemplateWhoseNameNoCodePageHas)
+TEST_F(WindowsTest, TheProgramAcceptsTemplateNamesOutsideTheCodePage)
 {
     fs::copy(places::WindowProgram(), At("orrery.exe")); // beside its orrery.ini
     const fs::path name = u8"\u4e88\u5b9a \u0394 \u017c\u00f3\u0142w.xlsx";

@@ -1,10 +1,10 @@
-# The same tests as Windows programs, and tests of what only Windows has. Cross-built, they run under
-# Wine on a display of their own; on Windows they would press keys on the developer's own desktop.
+# The same tests as Windows programs, and tests of what only Windows has. Cross-built, they run
+# under Wine on a private display; on Windows they would press keys on the developer's own desktop.
 orrery_resources(window_tests "Tests of Orrery's windows")
 target_sources(window_tests PRIVATE windows_test.cpp)
 add_dependencies(window_tests orrery)
 
-# These open documents, addresses and the help instead of other programs; they are beside the tests.
+# Used instead of other programs to open documents, addresses and the help; built beside the tests.
 add_executable(opener WIN32 opener_windows.cpp)
 target_link_libraries(opener PRIVATE orrery_util)
 add_library(help_viewer MODULE help_viewer_windows.cpp)
@@ -15,7 +15,7 @@ add_dependencies(window_tests opener help_viewer)
 orrery_test(resources_tests resources_test.cpp LINK orrery_ui version)
 add_dependencies(resources_tests orrery orrery-cli)
 
-# window_test(NAME FILTER [ENVIRONMENT...]): the tests of a filter as one test of the suite.
+# window_test(NAME FILTER [ENVIRONMENT...]): runs all tests of a filter as one CTest test.
 function(window_test name filter)
     add_test(NAME window.${name}
         COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/under_wine.sh $<TARGET_FILE:window_tests>

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Runs a command on a display of its own: with_display.sh COMMAND [ARGUMENT...]
+# Runs a command on a private display: with_display.sh COMMAND [ARGUMENT...]
 #
 # The command gets a virtual screen with a window manager, a session bus with its accessibility bus,
-# an empty home folder, and an `xdg-open` that opens nothing but adds its arguments, one line a call,
-# to the file $ORRERY_OPENED. All of it is gone when the command ends; its exit code is passed on.
+# an empty home folder, and an `xdg-open` that opens nothing but appends its arguments, one line per
+# call, to the file $ORRERY_OPENED. All of it is removed when the command ends; its exit code is
+# passed on.
 set -euo pipefail
 
 for tool in Xvfb openbox dbus-run-session xprop setpriv; do
@@ -19,7 +20,7 @@ finish() {
     trap - EXIT
     kill $(jobs -p) 2>/dev/null || true
     wait 2>/dev/null || true
-    # Something may still be on its way out and write there; that says nothing about the command.
+    # A process that is still ending may write there; that does not affect the result.
     for _ in 1 2 3 4 5; do
         rm -rf "$scratch" 2>/dev/null && break
         sleep 0.2
@@ -41,11 +42,11 @@ unset WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS AT_SPI_BUS_ADDRESS XAUTHORITY
 : >"$ORRERY_OPENED"
 printf '%s\n' '#!/bin/sh' 'printf "%s\n" "$*" >>"$ORRERY_OPENED"' >"$scratch/bin/xdg-open"
 chmod +x "$scratch/bin/xdg-open"
-# Nothing moves by itself: screenshots are repeatable and a test waits for no animation.
+# No animations: screenshots are repeatable and tests do not wait.
 printf '%s\n' '[Settings]' 'gtk-enable-animations=0' 'gtk-cursor-blink=0' \
     "gtk-font-name=${ORRERY_FONT:-Cantarell 11}" >"$XDG_CONFIG_HOME/gtk-3.0/settings.ini"
 
-# Window frames that look like today's, in the shade of the windows.
+# Modern window frames in the colour of the theme.
 case ${GTK_THEME:-} in
     *dark) shade=#2d2d2d dim=#383838 ink=#eeeeec line=#1b1b1b ;;
     *) shade=#e1dedb dim=#f6f5f4 ink=#2e3436 line=#bfb8b1 ;;
@@ -78,10 +79,10 @@ cat >"$XDG_CONFIG_HOME/openbox/rc.xml" <<SETTINGS
 </openbox_config>
 SETTINGS
 
-# Whatever dies, its children do: a killed test leaves no server behind.
+# Children die with their parent, so that a killed test leaves no server behind.
 start() { setpriv --pdeathsig KILL "$@" >>"$scratch/log" 2>&1 & }
 
-wait_for() { # WHAT COMMAND...: gives the command twenty seconds to succeed
+wait_for() { # WHAT COMMAND...: retries the command for twenty seconds
     local what=$1 end=$((SECONDS + 20))
     shift
     until "$@" >/dev/null 2>&1; do
@@ -94,7 +95,7 @@ wait_for() { # WHAT COMMAND...: gives the command twenty seconds to succeed
     done
 }
 
-# The server takes the first free number and writes it to the file.
+# The server picks the first free display number and writes it to the file.
 start Xvfb -displayfd 5 -screen 0 3840x2160x24 -dpi 96 -nolisten tcp -noreset 5>"$scratch/number"
 wait_for "the virtual display" test -s "$scratch/number"
 export DISPLAY=:$(cat "$scratch/number")
@@ -103,8 +104,8 @@ start openbox --sm-disable
 manager_runs() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; }
 wait_for "the window manager" manager_runs
 
-# In the background, so that a signal to this script is not kept until the command ends. What the
-# buses say goes to the log, what the command says does not.
+# In the background, so that this script handles signals before the command ends. Only the buses'
+# output goes to the log, not the command's.
 setpriv --pdeathsig TERM dbus-run-session -- \
     setpriv --pdeathsig KILL bash -c 'exec "$@" 2>&9 9>&-' command "$@" \
     <&0 9>&2 2>>"$scratch/log" &

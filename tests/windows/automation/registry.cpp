@@ -23,7 +23,7 @@ void Write(HKEY root, const std::string& key, const std::string& value, DWORD ty
           key);
 }
 
-/// The characters of a value, its closing zeros included; empty where there is none.
+/// The characters of a value, its closing zeros included; empty if there is none.
 std::wstring Read(HKEY root, const std::string& key, const std::string& value, DWORD flags)
 {
     const std::wstring path = Wide(key);

@@ -9,7 +9,7 @@ namespace orrery::automation {
 
 Variant::Variant(const Variant& other) : Variant()
 {
-    VARIANT source = other.value_; // some headers want it writable
+    VARIANT source = other.value_; // some headers require a writable one
     if (FAILED(VariantCopy(&value_, &source)))
         throw std::bad_alloc();
 }

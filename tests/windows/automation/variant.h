@@ -10,7 +10,7 @@
 
 namespace orrery::automation {
 
-/// Owns a VARIANT: frees its text, releases its object.
+/// Owns a VARIANT: frees its string, releases its object.
 class Variant {
 public:
     Variant() noexcept { VariantInit(&value_); }
@@ -24,20 +24,20 @@ public:
     static Variant Long(std::int32_t number);
     static Variant Double(double number);
     static Variant Boolean(bool on);
-    /// Takes a reference of its own; nullptr gives an object variable that holds nothing.
+    /// Adds a reference; nullptr gives an object variable without an object.
     static Variant Object(IDispatch* object);
-    /// An argument that is left out.
+    /// An omitted argument.
     static Variant Missing();
-    /// A copy; a reference to a value gives that value.
+    /// A copy; for a reference to a value, the value.
     static Variant Copy(const VARIANT& value);
 
     const VARIANT& Get() const { return value_; }
     VARTYPE Type() const { return V_VT(&value_); }
     IDispatch* AsObject() const { return Type() == VT_DISPATCH ? V_DISPATCH(&value_) : nullptr; }
     std::string AsText() const;
-    /// Empties it for a call that fills it.
+    /// Clears it for a call that fills it in.
     VARIANT* Fill();
-    /// Hands the value over; what is left is empty.
+    /// Passes the value on; this variant is empty then.
     VARIANT Detach();
 
 private:

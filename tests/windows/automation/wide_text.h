@@ -7,7 +7,7 @@
 
 namespace orrery::automation {
 
-/// UTF-8 as the system's calls take it.
+/// UTF-16 for the system's calls.
 inline std::wstring Wide(std::string_view utf8)
 {
     const std::u16string units = util::ToUtf16(utf8);

@@ -11,34 +11,38 @@ using automation::Variant;
 
 Session::Session(Server& shared) : server(shared), engine(builtin::CreateApplication({})) {}
 
-Application::Application(Server& server, const void* thing, Session& session)
-    : DispatchObject(server, kKind, thing), session_(session)
+Application::Application(Server& server, const void* identity, Session& session)
+    : DispatchObject(server, kKind, identity), session_(session)
 {
 }
 
 const Members& Application::Table() const
 {
     static const Members members = {
-        {"_Default", DISPID_VALUE, {}, By<&Application::GetName>},
-        {"Name", 110, {}, By<&Application::GetName>},
-        {"DisplayAlerts", 343, {}, By<&Application::GetAlerts>, By<&Application::PutAlerts>},
+        {"_Default", DISPID_VALUE, {}, Handle<&Application::GetName>},
+        {"Name", 110, {}, Handle<&Application::GetName>},
+        {"DisplayAlerts",
+         343,
+         {},
+         Handle<&Application::GetAlerts>,
+         Handle<&Application::PutAlerts>},
         {"Visible",
          558,
          {},
-         By<&Application::GetFlag<&Application::visible_>>,
-         By<&Application::PutVisible>},
+         Handle<&Application::GetFlag<&Application::visible_>>,
+         Handle<&Application::PutVisible>},
         {"Interactive",
          361,
          {},
-         By<&Application::GetFlag<&Application::interactive_>>,
-         By<&Application::PutFlag<&Application::interactive_>>},
+         Handle<&Application::GetFlag<&Application::interactive_>>,
+         Handle<&Application::PutFlag<&Application::interactive_>>},
         {"ScreenUpdating",
          382,
          {},
-         By<&Application::GetFlag<&Application::screenUpdating_>>,
-         By<&Application::PutFlag<&Application::screenUpdating_>>},
-        {"Workbooks", 572, {{"Index"}}, By<&Application::GetWorkbooks>},
-        {"Quit", 302, {}, nullptr, nullptr, By<&Application::Quit>},
+         Handle<&Application::GetFlag<&Application::screenUpdating_>>,
+         Handle<&Application::PutFlag<&Application::screenUpdating_>>},
+        {"Workbooks", 572, {{"Index"}}, Handle<&Application::GetWorkbooks>},
+        {"Quit", 302, {}, nullptr, nullptr, Handle<&Application::Quit>},
     };
     return members;
 }

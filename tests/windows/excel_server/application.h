@@ -8,7 +8,7 @@
 
 namespace orrery::excel_server {
 
-/// What the application holds while its process lives.
+/// The state of the application while its process lives.
 struct Session {
     explicit Session(Server& shared);
     Server& server;
@@ -17,11 +17,11 @@ struct Session {
     bool alerts = true;
 };
 
-/// `Application`: its switches, its workbooks, its end.
+/// `Application`: switches, workbooks and quitting.
 class Application : public DispatchObject {
 public:
     static constexpr const char* kKind = "Application";
-    Application(Server& server, const void* thing, Session& session);
+    Application(Server& server, const void* identity, Session& session);
 
 private:
     const Members& Table() const override;

@@ -32,7 +32,7 @@ Arguments::Arguments(const DISPPARAMS& given, const std::vector<Parameter>& para
     : values_(parameters.size())
 {
     UINT named = given.cNamedArgs;
-    if (put) { // the value is the first of the named ones
+    if (put) { // the value is the first of the named arguments
         if (named == 0 || given.rgdispidNamedArgs[0] != DISPID_PROPERTYPUT)
             throw CallFailure(DISP_E_PARAMNOTOPTIONAL);
         value_ = Variant::Copy(given.rgvarg[0]);

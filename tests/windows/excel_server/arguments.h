@@ -15,11 +15,11 @@ struct Parameter {
     bool required = false;
 };
 
-/// The arguments of one call by the member's parameters, counted from 0. The getters convert as
-/// automation does and throw CallFailure(DISP_E_TYPEMISMATCH).
+/// The arguments of one call by parameter, counted from 0. The getters convert as automation does
+/// and throw CallFailure(DISP_E_TYPEMISMATCH).
 class Arguments {
 public:
-    /// Sorts positional arguments, which come in reverse, and named ones to their parameters.
+    /// Assigns positional arguments, which come in reverse, and named ones to their parameters.
     /// `put`: one argument is the value. Throws CallFailure.
     Arguments(const DISPPARAMS& given, const std::vector<Parameter>& parameters, bool put);
 
@@ -29,7 +29,7 @@ public:
     std::string Text(std::size_t parameter) const;
     bool IsText(std::size_t parameter) const;
     IDispatch* Object(std::size_t parameter) const;
-    /// What a property is set to.
+    /// The new value of a property.
     const automation::Variant& Value() const { return value_; }
     bool BooleanValue() const;
     std::string TextValue() const;

@@ -10,7 +10,7 @@
 
 namespace orrery::excel_server {
 
-/// An open workbook as the application keeps it, whoever refers to it.
+/// An open workbook, which the application keeps whether or not anything refers to it.
 struct Book {
     /// Opens the file with the built-in engine. Throws Error.
     Book(book::Application& engine, std::filesystem::path file);

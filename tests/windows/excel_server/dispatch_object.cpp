@@ -11,7 +11,7 @@ using automation::Variant;
 
 namespace {
 
-constexpr DWORD kHangs = 5 * 60 * 1000; // milliseconds; a test ends the process long before
+constexpr DWORD kHangTime = 5 * 60 * 1000; // milliseconds; a test ends the process long before
 constexpr WORD kPut = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 
 std::string AccessText(WORD flags)
@@ -33,8 +33,8 @@ BSTR NewText(const std::string& text)
     return text.empty() ? nullptr : SysAllocString(automation::Wide(text).c_str());
 }
 
-/// As Excel tells it: a failure that it describes names itself, one without a text is a code alone.
-void Tell(const ExcelFailure& failure, EXCEPINFO* exception)
+/// As in Excel: a failure with a description names its source, one without is only a code.
+void FillException(const ExcelFailure& failure, EXCEPINFO* exception)
 {
     if (exception == nullptr)
         return;
@@ -49,10 +49,10 @@ void Tell(const ExcelFailure& failure, EXCEPINFO* exception)
 
 } // namespace
 
-DispatchObject::DispatchObject(Server& server, const char* kind, const void* thing)
+DispatchObject::DispatchObject(Server& server, const char* kind, const void* identity)
     : server_(server), kind_(kind)
 {
-    name_ = kind_ + '#' + std::to_string(server_.Add(*this, kind_, thing));
+    name_ = kind_ + '#' + std::to_string(server_.Add(*this, kind_, identity));
 }
 
 DispatchObject::~DispatchObject()
@@ -155,7 +155,7 @@ HRESULT DispatchObject::Invoke(DISPID id, REFIID iid, LCID /*locale*/, WORD flag
         name_ + '.' + memberName + ' ' + AccessText(flags) + ' ' + Describe(member, given);
     const auto nameOf = [this](IUnknown* object) { return server_.NameOf(object); };
     try {
-        MeetFault(kind_ + '.' + memberName, line);
+        ApplyFault(kind_ + '.' + memberName, line);
         Variant answer = Answer(member, flags, given);
         const bool empty = answer.Type() == VT_EMPTY;
         server_.log.Write(empty ? line
@@ -165,7 +165,7 @@ HRESULT DispatchObject::Invoke(DISPID id, REFIID iid, LCID /*locale*/, WORD flag
         return S_OK;
     }
     catch (const ExcelFailure& failure) {
-        Tell(failure, exception);
+        FillException(failure, exception);
         server_.log.Write(line + " -> fails " + Hex(failure.code) + ' ' +
                           Quoted(failure.description));
         return DISP_E_EXCEPTION;
@@ -200,7 +200,7 @@ Variant DispatchObject::Answer(const Member* member, WORD flags, const DISPPARAM
     }
 }
 
-void DispatchObject::MeetFault(const std::string& member, const std::string& line)
+void DispatchObject::ApplyFault(const std::string& member, const std::string& line)
 {
     const Fault fault = server_.faults.AtCall(member);
     switch (fault.kind) {
@@ -216,7 +216,7 @@ void DispatchObject::MeetFault(const std::string& member, const std::string& lin
         return;
     case FaultKind::Hang:
         server_.log.Write(line + " -> hangs");
-        Sleep(kHangs);
+        Sleep(kHangTime);
         TerminateProcess(GetCurrentProcess(), 1);
         return;
     }
@@ -226,7 +226,7 @@ std::string DispatchObject::Describe(const Member* member, const DISPPARAMS& par
 {
     const auto nameOf = [this](IUnknown* object) { return server_.NameOf(object); };
     std::string text = "(";
-    for (UINT i = parameters.cArgs; i-- > 0;) { // they come in reverse
+    for (UINT i = parameters.cArgs; i-- > 0;) { // in reverse
         if (text.size() > 1)
             text += ", ";
         if (i < parameters.cNamedArgs && parameters.rgdispidNamedArgs[i] != DISPID_PROPERTYPUT) {

@@ -12,7 +12,7 @@ namespace orrery::excel_server {
 
 class DispatchObject;
 
-/// What answers a call.
+/// Answers a call.
 using Handler = automation::Variant (*)(DispatchObject& self, const Arguments& arguments);
 
 /// A member of an object: a property with one or both of get and put, or a method.
@@ -26,8 +26,8 @@ struct Member {
 };
 using Members = std::vector<Member>;
 
-/// An object of the model, reached by IDispatch alone. Counts its references; the first one is
-/// taken by whoever makes it.
+/// An object of the model, reached only through IDispatch. It counts its references; its creator
+/// takes the first one.
 class DispatchObject : public IDispatch {
 public:
     DispatchObject(const DispatchObject&) = delete;
@@ -47,7 +47,7 @@ public:
                                      UINT* argument) override;
 
 protected:
-    DispatchObject(Server& server, const char* kind, const void* thing);
+    DispatchObject(Server& server, const char* kind, const void* identity);
     virtual ~DispatchObject();
 
     Server& server_;
@@ -57,8 +57,8 @@ private:
     const Member* FindMember(DISPID id) const;
     const Member* FindMember(std::string_view name) const;
     automation::Variant Answer(const Member* member, WORD flags, const DISPPARAMS& parameters);
-    /// Lets happen what a test has ordered for this call.
-    void MeetFault(const std::string& member, const std::string& line);
+    /// Carries out the fault that a test has requested for this call.
+    void ApplyFault(const std::string& member, const std::string& line);
     std::string Describe(const Member* member, const DISPPARAMS& parameters) const;
 
     std::string kind_;
@@ -66,13 +66,13 @@ private:
     ULONG references_ = 0;
 };
 
-/// The object for a thing: the living one or a new one, made from `rest`.
+/// The object for an identity: the living one or a new one, made from `rest`.
 template <class Object, class... Rest>
-automation::Variant ObjectFor(Server& server, const void* thing, Rest&&... rest)
+automation::Variant ObjectFor(Server& server, const void* identity, Rest&&... rest)
 {
-    DispatchObject* object = server.Find(Object::kKind, thing);
+    DispatchObject* object = server.Find(Object::kKind, identity);
     if (object == nullptr)
-        object = new Object(server, thing, std::forward<Rest>(rest)...);
+        object = new Object(server, identity, std::forward<Rest>(rest)...);
     return automation::Variant::Object(object);
 }
 
@@ -83,8 +83,8 @@ automation::Variant Apply(automation::Variant (Object::*method)(const Arguments&
     return (static_cast<Object&>(self).*method)(arguments);
 }
 
-/// The handler that is a function of the object.
-template <auto method> automation::Variant By(DispatchObject& self, const Arguments& arguments)
+/// A handler that calls a method of the object.
+template <auto method> automation::Variant Handle(DispatchObject& self, const Arguments& arguments)
 {
     return Apply(method, self, arguments);
 }

@@ -9,11 +9,11 @@
 
 namespace orrery::excel_server {
 
-/// Excel's own code for what it cannot do.
+/// Excel's code for anything that it cannot do.
 inline constexpr HRESULT kExcelError = static_cast<HRESULT>(0x800A03ECUL);
 
-/// A call that ends in DISP_E_EXCEPTION. Excel describes many of its failures and leaves others,
-/// such as a cell or a sheet that does not exist, with their code alone.
+/// A call that ends in DISP_E_EXCEPTION. Excel describes many of its failures and gives only a code
+/// for others, such as a missing cell or sheet.
 class ExcelFailure : public std::exception {
 public:
     explicit ExcelFailure(HRESULT itsCode, std::string text = {})

@@ -9,13 +9,13 @@
 
 namespace orrery::excel_server {
 
-/// What is to go wrong at a call.
+/// What goes wrong in a call.
 enum class FaultKind {
     None,
-    Answer, ///< the call does nothing and gives a result code
+    Answer, ///< the call does nothing and returns a code
     Fail,   ///< the call does nothing and raises an exception with a description
     Die,    ///< the process ends at once
-    Hang,   ///< the call never comes back
+    Hang,   ///< the call never returns
 };
 
 struct Fault {
@@ -24,22 +24,22 @@ struct Fault {
     std::string description; ///< of Fail
 };
 
-/// The faults that a test has ordered, a line for each. MEMBER is the kind of object and the
+/// The faults that a test has requested, one in each line. MEMBER is the kind of object and the
 /// member, "Worksheet.Cells"; FIRST counts its calls from 1 in the whole process.
-///     answer MEMBER FIRST COUNT RESULT    as many calls answer the code, "0x800AC472"
+///     answer MEMBER FIRST COUNT RESULT    COUNT calls return the code, "0x800AC472"
 ///     fail MEMBER FIRST DESCRIPTION...
 ///     die MEMBER FIRST
 ///     hang MEMBER FIRST
-///     reject MEMBER FIRST COUNT           after that call the message filter rejects as many calls
+///     reject MEMBER FIRST COUNT           after that call the message filter rejects COUNT calls
 ///     retry MEMBER FIRST COUNT            the same, asking the client to try again later
 class Faults {
 public:
     /// Throws std::invalid_argument for a line that is none of these.
     explicit Faults(const std::vector<std::string>& lines);
 
-    /// Counts a call of the member and gives what is to happen at it.
+    /// Counts a call of the member and returns the fault for it.
     Fault AtCall(const std::string& member);
-    /// What the message filter answers to a call that comes in.
+    /// The message filter's answer to an incoming call.
     SERVERCALL AtFilter();
 
 private:

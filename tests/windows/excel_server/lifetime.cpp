@@ -5,7 +5,7 @@
 namespace orrery::excel_server {
 namespace {
 
-constexpr DWORD kForgotten = 5 * 60 * 1000; // milliseconds; no test takes so long for a call
+constexpr DWORD kIdleLimit = 5 * 60 * 1000; // milliseconds; no call of a test takes that long
 
 /// False when the thread is to end.
 bool HandleMessages()
@@ -36,7 +36,7 @@ void Lifetime::Run()
     HANDLE end = CreateEventW(nullptr, TRUE, FALSE, kEndEvent);
     while (HandleMessages()) {
         const DWORD what =
-            MsgWaitForMultipleObjectsEx(1, &end, kForgotten, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+            MsgWaitForMultipleObjectsEx(1, &end, kIdleLimit, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
         if (what == WAIT_OBJECT_0 + 1)
             continue;
         log_.Write(what == WAIT_OBJECT_0 ? "Application ends: its user closed it"

@@ -4,8 +4,8 @@
 
 namespace orrery::excel_server {
 
-/// When the process ends: Excel stays as long as somebody refers to it, and as long as its user
-/// sees it; told to quit, it ends with the last reference.
+/// Decides when the process ends: Excel stays as long as it has references or its user sees it;
+/// told to quit, it ends with the last reference.
 class Lifetime {
 public:
     explicit Lifetime(Log& log) : log_(log) {}
@@ -15,8 +15,8 @@ public:
     void SetVisible(bool on) { visible_ = on; }
     void Quit() { quit_ = true; }
     bool HasQuit() const { return quit_; }
-    /// Handles messages until the end: that of the rules above, the event that a test sets, or
-    /// minutes without any message.
+    /// Handles messages until the process is to end: by the rules above, by the event that a test
+    /// sets, or after minutes without a message.
     void Run();
 
 private:
@@ -26,7 +26,7 @@ private:
     Log& log_;
 };
 
-/// Ends every server whose user would have it open.
+/// Ends every server, as if its user closed it.
 inline constexpr const wchar_t* kEndEvent = L"Local\\OrreryExcelServerEnd";
 
 } // namespace orrery::excel_server

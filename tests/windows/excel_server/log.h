@@ -6,8 +6,8 @@
 
 namespace orrery::excel_server {
 
-/// What happens, a line for each event. A line is in the file when `Write` returns, so that the
-/// log tells how far the server came before it died.
+/// Writes a line for each event. The line is in the file when `Write` returns, so the log shows how
+/// far the server came before it died.
 class Log {
 public:
     /// An empty path writes nothing.

@@ -13,7 +13,7 @@ using namespace orrery::excel_server;
 
 namespace {
 
-/// Offers the class to one client and serves it to the end.
+/// Offers the class to one client and serves it until the end.
 int Serve()
 {
     const auto log =

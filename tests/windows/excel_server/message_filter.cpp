@@ -25,7 +25,7 @@ DWORD MessageFilter::HandleInComingCall(DWORD /*type*/, HTASK /*caller*/, DWORD 
 
 DWORD MessageFilter::RetryRejectedCall(HTASK /*callee*/, DWORD /*ticks*/, DWORD /*type*/)
 {
-    return static_cast<DWORD>(-1); // this server calls nobody
+    return static_cast<DWORD>(-1); // this server makes no calls
 }
 
 DWORD MessageFilter::MessagePending(HTASK /*callee*/, DWORD /*ticks*/, DWORD /*type*/)

@@ -4,7 +4,7 @@
 
 namespace orrery::excel_server {
 
-/// Rejects the calls that a test has ordered to be rejected, as Excel does while a dialog is open.
+/// Rejects the calls that a test has asked it to reject, as Excel does while a dialog is open.
 class MessageFilter : public IMessageFilter {
 public:
     explicit MessageFilter(Server& server) : server_(server) {}

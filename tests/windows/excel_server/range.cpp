@@ -21,8 +21,8 @@ book::CellValue ValueOf(const Variant& value)
 
 } // namespace
 
-Range::Range(Server& server, const void* thing, const CellRange& cells)
-    : DispatchObject(server, kKind, thing), cells_(cells)
+Range::Range(Server& server, const void* identity, const CellRange& cells)
+    : DispatchObject(server, kKind, identity), cells_(cells)
 {
 }
 
@@ -30,11 +30,11 @@ const Members& Range::Table() const
 {
     static const std::vector<Parameter> place = {{"RowIndex"}, {"ColumnIndex"}};
     static const Members members = {
-        {"_Default", DISPID_VALUE, place, By<&Range::GetItem>, By<&Range::PutItem>},
-        {"Item", 170, place, By<&Range::GetItem>, By<&Range::PutItem>},
-        {"Value", 6, {{"RangeValueDataType"}}, nullptr, By<&Range::PutValue>},
-        {"Row", 257, {}, By<&Range::GetRow>},
-        {"Column", 240, {}, By<&Range::GetColumn>},
+        {"_Default", DISPID_VALUE, place, Handle<&Range::GetItem>, Handle<&Range::PutItem>},
+        {"Item", 170, place, Handle<&Range::GetItem>, Handle<&Range::PutItem>},
+        {"Value", 6, {{"RangeValueDataType"}}, nullptr, Handle<&Range::PutValue>},
+        {"Row", 257, {}, Handle<&Range::GetRow>},
+        {"Column", 240, {}, Handle<&Range::GetColumn>},
     };
     return members;
 }
@@ -65,7 +65,7 @@ void Range::Write(const CellRange& cell, const Variant& value)
 
 Variant Range::GetItem(const Arguments& arguments)
 {
-    if (!arguments.Has(0)) // the value, which this server does not read back
+    if (!arguments.Has(0)) // the value, which this server does not return
         throw ExcelFailure(kExcelError);
     return CellOf(server_, cells_, arguments);
 }

@@ -7,7 +7,7 @@
 
 namespace orrery::excel_server {
 
-/// One cell, row and column from 1, or with zeros all cells of the sheet.
+/// One cell, row and column from 1, or all cells of the sheet, with zeros.
 struct CellRange {
     Book& book;
     book::Worksheet& sheet;
@@ -15,14 +15,14 @@ struct CellRange {
     std::int32_t column;
 };
 
-/// `Range`: a cell, or all cells of a sheet, of which only cells are asked for. A text is stored as
-/// it is: what a user's typing would make of it is not this server's matter.
+/// `Range`: a cell, or all cells of a sheet, which only gives cells. A text is stored as it is:
+/// this server does not interpret it as Excel interprets what a user types.
 class Range : public DispatchObject {
 public:
     static constexpr const char* kKind = "Range";
-    Range(Server& server, const void* thing, const CellRange& cells);
+    Range(Server& server, const void* identity, const CellRange& cells);
 
-    /// The cell that two arguments mean, counted from the first cell of a range.
+    /// The cell that two arguments give, counted from the first cell of a range.
     static automation::Variant CellOf(Server& server, const CellRange& cells,
                                       const Arguments& arguments);
 

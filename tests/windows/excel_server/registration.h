@@ -2,7 +2,7 @@
 
 namespace orrery::excel_server {
 
-// Write this program into the registry as the class of "Excel.Application", and take it out again.
+// Register this program as the class of "Excel.Application", and undo that.
 // Throw std::system_error.
 void Register();
 void Unregister();

@@ -4,16 +4,16 @@
 
 namespace orrery::excel_server {
 
-int Server::Add(DispatchObject& object, const std::string& kind, const void* thing)
+int Server::Add(DispatchObject& object, const std::string& kind, const void* identity)
 {
-    const Key key{kind, thing};
+    const Key key{kind, identity};
     living_[&object] = key;
     lifetime.AddObject();
-    const auto known = thing != nullptr ? numbers_.find(key) : numbers_.end();
+    const auto known = identity != nullptr ? numbers_.find(key) : numbers_.end();
     if (known != numbers_.end())
         return known->second;
     const int number = ++counts_[kind];
-    if (thing != nullptr)
+    if (identity != nullptr)
         numbers_[key] = number;
     return number;
 }
@@ -33,10 +33,10 @@ DispatchObject* Server::Find(IUnknown* object) const
     return nullptr;
 }
 
-DispatchObject* Server::Find(const std::string& kind, const void* thing) const
+DispatchObject* Server::Find(const std::string& kind, const void* identity) const
 {
     for (const auto& [living, key] : living_) {
-        if (thing != nullptr && key == Key{kind, thing})
+        if (identity != nullptr && key == Key{kind, identity})
             return living;
     }
     return nullptr;

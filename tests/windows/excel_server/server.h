@@ -14,7 +14,7 @@ namespace orrery::excel_server {
 
 class DispatchObject;
 
-/// What all objects of the process share. One thread uses it.
+/// The state that all objects of the process share. Used by one thread only.
 class Server {
 public:
     Server(const std::filesystem::path& logFile, const std::vector<std::string>& faultLines)
@@ -24,13 +24,13 @@ public:
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
 
-    /// Numbers an object among those of its kind, from 1. An object for the same thing as an
-    /// earlier one has that one's number; nullptr is always something new.
-    int Add(DispatchObject& object, const std::string& kind, const void* thing);
+    /// Numbers an object among those of its kind, from 1. An object with the same identity as an
+    /// earlier one has that one's number; nullptr is always new.
+    int Add(DispatchObject& object, const std::string& kind, const void* identity);
     void Remove(DispatchObject& object);
-    /// The living object behind a pointer or for a thing, or nullptr.
+    /// The living object for a pointer or an identity, or nullptr.
     DispatchObject* Find(IUnknown* object) const;
-    DispatchObject* Find(const std::string& kind, const void* thing) const;
+    DispatchObject* Find(const std::string& kind, const void* identity) const;
     /// "Worksheet#1"
     std::string NameOf(IUnknown* object) const;
 

@@ -6,17 +6,17 @@ namespace orrery::excel_server {
 
 using automation::Variant;
 
-Sheets::Sheets(Server& server, const void* thing, Book& book)
-    : DispatchObject(server, kKind, thing), book_(book)
+Sheets::Sheets(Server& server, const void* identity, Book& book)
+    : DispatchObject(server, kKind, identity), book_(book)
 {
 }
 
 const Members& Sheets::Table() const
 {
     static const Members members = {
-        {"_Default", DISPID_VALUE, {{"Index", true}}, By<&Sheets::GetItem>},
-        {"Item", 170, {{"Index", true}}, By<&Sheets::GetItem>},
-        {"Count", 118, {}, By<&Sheets::GetCount>},
+        {"_Default", DISPID_VALUE, {{"Index", true}}, Handle<&Sheets::GetItem>},
+        {"Item", 170, {{"Index", true}}, Handle<&Sheets::GetItem>},
+        {"Count", 118, {}, Handle<&Sheets::GetCount>},
     };
     return members;
 }

@@ -9,9 +9,9 @@ namespace orrery::excel_server {
 class Sheets : public DispatchObject {
 public:
     static constexpr const char* kKind = "Sheets";
-    Sheets(Server& server, const void* thing, Book& book);
+    Sheets(Server& server, const void* identity, Book& book);
 
-    /// The worksheet that the first argument means.
+    /// The worksheet that the first argument gives.
     static automation::Variant Item(Server& server, Book& book, const Arguments& arguments);
 
 private:

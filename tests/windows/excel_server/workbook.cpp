@@ -17,17 +17,17 @@ constexpr std::size_t kAccessMode = 6;
 
 } // namespace
 
-Workbook::Workbook(Server& server, const void* thing, Session& session, Book& book)
-    : DispatchObject(server, kKind, thing), session_(session), book_(book)
+Workbook::Workbook(Server& server, const void* identity, Session& session, Book& book)
+    : DispatchObject(server, kKind, identity), session_(session), book_(book)
 {
 }
 
 const Members& Workbook::Table() const
 {
     static const Members members = {
-        {"Name", 110, {}, By<&Workbook::GetName>},
-        {"ReadOnly", 296, {}, By<&Workbook::GetReadOnly>},
-        {"Worksheets", 494, {{"Index"}}, By<&Workbook::GetWorksheets>},
+        {"Name", 110, {}, Handle<&Workbook::GetName>},
+        {"ReadOnly", 296, {}, Handle<&Workbook::GetReadOnly>},
+        {"Worksheets", 494, {{"Index"}}, Handle<&Workbook::GetWorksheets>},
         {"SaveAs",
          1925,
          {{"Filename"},
@@ -44,7 +44,7 @@ const Members& Workbook::Table() const
           {"Local"}},
          nullptr,
          nullptr,
-         By<&Workbook::SaveAs>},
+         Handle<&Workbook::SaveAs>},
     };
     return members;
 }

@@ -8,7 +8,7 @@ namespace orrery::excel_server {
 class Workbook : public DispatchObject {
 public:
     static constexpr const char* kKind = "Workbook";
-    Workbook(Server& server, const void* thing, Session& session, Book& book);
+    Workbook(Server& server, const void* identity, Session& session, Book& book);
 
 private:
     const Members& Table() const override;

@@ -8,17 +8,17 @@ namespace orrery::excel_server {
 
 using automation::Variant;
 
-Workbooks::Workbooks(Server& server, const void* thing, Session& session)
-    : DispatchObject(server, kKind, thing), session_(session)
+Workbooks::Workbooks(Server& server, const void* identity, Session& session)
+    : DispatchObject(server, kKind, identity), session_(session)
 {
 }
 
 const Members& Workbooks::Table() const
 {
     static const Members members = {
-        {"_Default", DISPID_VALUE, {{"Index", true}}, By<&Workbooks::GetItem>},
-        {"Item", 170, {{"Index", true}}, By<&Workbooks::GetItem>},
-        {"Count", 118, {}, By<&Workbooks::GetCount>},
+        {"_Default", DISPID_VALUE, {{"Index", true}}, Handle<&Workbooks::GetItem>},
+        {"Item", 170, {{"Index", true}}, Handle<&Workbooks::GetItem>},
+        {"Count", 118, {}, Handle<&Workbooks::GetCount>},
         {"Open",
          1923,
          {{"Filename", true},
@@ -38,7 +38,7 @@ const Members& Workbooks::Table() const
           {"CorruptLoad"}},
          nullptr,
          nullptr,
-         By<&Workbooks::Open>},
+         Handle<&Workbooks::Open>},
     };
     return members;
 }

@@ -8,9 +8,9 @@ namespace orrery::excel_server {
 class Workbooks : public DispatchObject {
 public:
     static constexpr const char* kKind = "Workbooks";
-    Workbooks(Server& server, const void* thing, Session& session);
+    Workbooks(Server& server, const void* identity, Session& session);
 
-    /// The workbook that the first argument means.
+    /// The workbook that the first argument gives.
     static automation::Variant Item(Session& session, const Arguments& arguments);
 
 private:

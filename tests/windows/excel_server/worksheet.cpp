@@ -6,19 +6,19 @@ namespace orrery::excel_server {
 
 using automation::Variant;
 
-Worksheet::Worksheet(Server& server, const void* thing, Book& book, book::Worksheet& sheet)
-    : DispatchObject(server, kKind, thing), book_(book), sheet_(sheet)
+Worksheet::Worksheet(Server& server, const void* identity, Book& book, book::Worksheet& sheet)
+    : DispatchObject(server, kKind, identity), book_(book), sheet_(sheet)
 {
 }
 
 const Members& Worksheet::Table() const
 {
     static const Members members = {
-        {"Name", 110, {}, By<&Worksheet::GetName>, By<&Worksheet::PutName>},
-        {"Index", 486, {}, By<&Worksheet::GetIndex>},
-        {"Next", 502, {}, By<&Worksheet::GetNext>},
-        {"Cells", 238, {{"RowIndex"}, {"ColumnIndex"}}, By<&Worksheet::GetCells>},
-        {"Copy", 551, {{"Before"}, {"After"}}, nullptr, nullptr, By<&Worksheet::Copy>},
+        {"Name", 110, {}, Handle<&Worksheet::GetName>, Handle<&Worksheet::PutName>},
+        {"Index", 486, {}, Handle<&Worksheet::GetIndex>},
+        {"Next", 502, {}, Handle<&Worksheet::GetNext>},
+        {"Cells", 238, {{"RowIndex"}, {"ColumnIndex"}}, Handle<&Worksheet::GetCells>},
+        {"Copy", 551, {{"Before"}, {"After"}}, nullptr, nullptr, Handle<&Worksheet::Copy>},
     };
     return members;
 }

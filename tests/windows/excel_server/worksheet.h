@@ -9,7 +9,7 @@ namespace orrery::excel_server {
 class Worksheet : public DispatchObject {
 public:
     static constexpr const char* kKind = "Worksheet";
-    Worksheet(Server& server, const void* thing, Book& book, book::Worksheet& sheet);
+    Worksheet(Server& server, const void* identity, Book& book, book::Worksheet& sheet);
 
 private:
     const Members& Table() const override;

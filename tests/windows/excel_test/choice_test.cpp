@@ -1,4 +1,4 @@
-// Which engine does the work, and what is said where there is no Excel.
+// Which engine does the work, and the message if there is no Excel.
 #include "automation/registry.h"
 #include "automation/wide_text.h"
 #include "engines/engine_choice.h"
@@ -29,7 +29,7 @@ protected:
     engines::InstalledEngines engines_;
 };
 
-TEST_F(EngineChoiceWithExcelTest, AutoIsExcelWhereItIsRegistered)
+TEST_F(EngineChoiceWithExcelTest, AutoIsExcelIfItIsRegistered)
 {
     EXPECT_TRUE(excel::IsInstalled());
     EXPECT_EQ(engines_.Resolve("auto"), "excel");
@@ -46,7 +46,7 @@ TEST_F(EngineChoiceWithExcelTest, BuiltInStartsNoExcel)
     EXPECT_THAT(server_.Lines(), IsEmpty());
 }
 
-TEST_F(EngineChoiceWithExcelTest, AutoIsBuiltInWhereExcelIsNotRegistered)
+TEST_F(EngineChoiceWithExcelTest, AutoIsBuiltInIfExcelIsNotRegistered)
 {
     TestServer::Unregister();
     EXPECT_FALSE(excel::IsInstalled());
@@ -55,7 +55,7 @@ TEST_F(EngineChoiceWithExcelTest, AutoIsBuiltInWhereExcelIsNotRegistered)
     EXPECT_THAT(server_.Lines(), IsEmpty());
 }
 
-TEST_F(EngineChoiceWithExcelTest, MissingExcelIsOneSentenceThatOffersTheBuiltInEngine)
+TEST_F(EngineChoiceWithExcelTest, MissingExcelIsOneSentenceThatSuggestsTheBuiltInEngine)
 {
     TestServer::Unregister();
     EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
@@ -76,7 +76,7 @@ TEST_F(EngineChoiceWithExcelTest, RegistrationThatLeadsNowhereCountsAsMissing)
     TestServer::Unregister();
 }
 
-/// Runs the command-line program and gives what it writes to standard output.
+/// Runs the command-line program and returns its standard output.
 std::string RunProgram(const std::string& arguments, const std::filesystem::path& output)
 {
     SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};

@@ -17,7 +17,7 @@ public:
     Apartment& operator=(const Apartment&) = delete;
 };
 
-/// What came back from a call made by hand.
+/// The outcome of a call made by hand.
 struct Answer {
     HRESULT result = S_OK;
     automation::Variant value;
@@ -29,14 +29,14 @@ struct Answer {
 
 using Values = std::vector<automation::Variant>;
 
-/// Starts the registered class; an empty variant when that fails.
+/// Starts the registered class; an empty variant if that fails.
 automation::Variant StartServer(HRESULT* result = nullptr);
-/// DISPID_UNKNOWN for a name that the object does not know. More names are those of parameters.
+/// DISPID_UNKNOWN for a name that the object does not know. Further names are those of parameters.
 DISPID IdOf(const automation::Variant& object, const std::string& member);
 std::vector<DISPID> IdsOf(const automation::Variant& object, const std::vector<std::string>& names);
 
-/// Makes a call as late binding does; the arguments are in the order of the parameters, behind
-/// which named ones may follow with their ids.
+/// Makes a call as late binding does; the arguments are in the order of the parameters, and named
+/// ones with their ids may follow.
 Answer Invoke(const automation::Variant& object, DISPID id, WORD flags, const Values& arguments,
               const std::vector<std::pair<DISPID, automation::Variant>>& named = {});
 Answer Get(const automation::Variant& object, const std::string& member,

@@ -8,7 +8,7 @@ using namespace orrery;
 
 namespace {
 
-/// The server for all tests of the program, each of which starts an instance of its own.
+/// Registers the server for all tests of the program, each of which starts its own instance.
 class RegisteredServer : public testing::Environment {
 public:
     void SetUp() override { server_ = std::make_unique<excel_test::TestServer>(); }
@@ -23,7 +23,7 @@ private:
 };
 
 const testing::Environment* const kServer =
-    testing::AddGlobalTestEnvironment(new RegisteredServer); // which the framework deletes
+    testing::AddGlobalTestEnvironment(new RegisteredServer); // the framework deletes it
 
 contract::Engine XlsxContract()
 {

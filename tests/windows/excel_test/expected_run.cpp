@@ -3,7 +3,7 @@
 namespace orrery::excel_test {
 namespace {
 
-// The calendar of 2024 from a printed one: a leap year that begins on a Monday.
+// The calendar of 2024, from a printed one: a leap year that begins on a Monday.
 constexpr std::array<int, 12> kDays = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 enum Weekday { Sun, Mon, Tue, Wed, Thu, Fri, Sat };
 constexpr std::array<Weekday, 12> kFirst = {Mon, Thu, Fri, Mon, Wed, Sat,
@@ -60,7 +60,7 @@ void ExpectedRun::Month(int sheet, int month, const Layout& layout, const Holida
              kWeekdays[static_cast<std::size_t>(layout.mondayFirst ? (k + 1) % 7 : k)],
              Member::Default);
 
-    // As one fills a calendar by hand: day after day, and a new line behind the last column.
+    // As one fills in a calendar by hand: day by day, with a new line after the last column.
     int column = layout.mondayFirst ? (kFirst[index] + 6) % 7 : kFirst[index];
     int line = 0;
     for (int day = 1; day <= kDays[index]; ++day) {

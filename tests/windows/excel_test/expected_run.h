@@ -11,7 +11,7 @@
 
 namespace orrery::excel_test {
 
-/// Where a calendar's items go, as the test wants it written; rows and columns from 1.
+/// Where a calendar's items go in this test; rows and columns from 1.
 struct Layout {
     std::pair<int, int> year;
     std::pair<int, int> month;
@@ -21,14 +21,14 @@ struct Layout {
     int columnStep = 1;
     int rowStep = 1;
     bool mondayFirst = false;
-    bool holidaysBelow = false; ///< several of a day below each other, else the last remains
+    bool holidaysBelow = false; ///< several on one day below each other, else the last
 };
 
-/// Holidays by month and day, those of one day in their order.
+/// Holidays by month and day, those of one day in order.
 using Holidays = std::map<std::pair<int, int>, std::vector<std::string>>;
 
-/// The calls that an application must see, and the cells that come of them. Objects are numbered
-/// in the order in which the application makes them.
+/// The calls that an application must receive, and the cells that they write. Objects are numbered
+/// in the order in which the application creates them.
 class ExpectedRun {
 public:
     void Call(const std::string& call) { calls_.push_back(call); }
@@ -56,7 +56,7 @@ private:
     int ranges_ = 0;
 };
 
-/// A text as the log shows it.
+/// A text as it appears in the log.
 std::string LoggedText(const std::string& text);
 
 } // namespace orrery::excel_test

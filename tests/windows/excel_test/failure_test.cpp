@@ -1,4 +1,4 @@
-// What becomes of a run when the application fails, is busy, hangs or dies.
+// What happens to a run when the application fails, is busy, hangs or dies.
 #include "engines/excel/application.h"
 #include "engines/excel/excel_application.h"
 #include "excel_test/client.h"
@@ -18,7 +18,7 @@ namespace {
 
 class ExcelFailureTest : public RunTest {
 protected:
-    /// Whether the run ended without a workbook and left neither a process nor an output file.
+    /// Checks that the run ended without a workbook and left neither a process nor an output file.
     void ExpectNothingLeft(const std::optional<std::string>& saved)
     {
         EXPECT_EQ(saved, std::nullopt);
@@ -35,7 +35,7 @@ protected:
 
 TEST_F(ExcelFailureTest, TemplateThatCannotBeOpenedQuitsTheApplication)
 {
-    TestServer::Order({"fail Workbooks.Open 1 The workbook is open elsewhere."});
+    TestServer::SetFaults({"fail Workbooks.Open 1 The workbook is open elsewhere."});
     ExpectNothingLeft(Run(excel::CreateApplication));
     EXPECT_THAT(observer_.reports, ElementsAre(OpenSentence() + "The workbook is open elsewhere."));
     EXPECT_TRUE(server_.Has("Application#1.Visible get () -> VT_BOOL false"));
@@ -43,7 +43,7 @@ TEST_F(ExcelFailureTest, TemplateThatCannotBeOpenedQuitsTheApplication)
     EXPECT_TRUE(server_.Has("Application ends: it was told to"));
 }
 
-TEST_F(ExcelFailureTest, TemplateThatIsNoWorkbookIsReportedInTheApplicationsWords)
+TEST_F(ExcelFailureTest, TemplateThatIsNotAWorkbookIsReportedInTheApplicationsWords)
 {
     folder_.Write("Desk.xlsx", "plain text");
     ExpectNothingLeft(Run(excel::CreateApplication));
@@ -51,9 +51,9 @@ TEST_F(ExcelFailureTest, TemplateThatIsNoWorkbookIsReportedInTheApplicationsWord
     EXPECT_THAT(observer_.reports.front(), HasSubstr("is not a workbook"));
 }
 
-TEST_F(ExcelFailureTest, FailureWithoutWordsIsDescribedAllTheSame)
+TEST_F(ExcelFailureTest, FailureWithoutADescriptionGetsOne)
 {
-    TestServer::Order({"answer Workbooks.Open 1 1 0x80070005"});
+    TestServer::SetFaults({"answer Workbooks.Open 1 1 0x80070005"});
     ExpectNothingLeft(Run(excel::CreateApplication));
     ASSERT_THAT(observer_.reports, SizeIs(1));
     EXPECT_GT(observer_.reports.front().size(), OpenSentence().size());
@@ -61,7 +61,7 @@ TEST_F(ExcelFailureTest, FailureWithoutWordsIsDescribedAllTheSame)
 
 TEST_F(ExcelFailureTest, SaveThatFailsQuitsTheApplication)
 {
-    TestServer::Order({"fail Workbook.SaveAs 1 The disk is full."});
+    TestServer::SetFaults({"fail Workbook.SaveAs 1 The disk is full."});
     ExpectNothingLeft(Run(excel::CreateApplication));
     EXPECT_THAT(observer_.reports,
                 ElementsAre("Failed to save the calendar file.\r\nThe disk is full."));
@@ -69,9 +69,9 @@ TEST_F(ExcelFailureTest, SaveThatFailsQuitsTheApplication)
     EXPECT_TRUE(server_.Has("Application ends: it was told to"));
 }
 
-TEST_F(ExcelFailureTest, CellThatFailsEndsItsMonthAlone)
+TEST_F(ExcelFailureTest, CellThatFailsEndsOnlyItsMonth)
 {
-    TestServer::Order({"fail Range.Value 40 The cell is protected."});
+    TestServer::SetFaults({"fail Range.Value 40 The cell is protected."});
     EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
     EXPECT_THAT(observer_.reports,
                 ElementsAre("Error in filling data(2024-2).\r\nThe cell is protected."));
@@ -79,7 +79,7 @@ TEST_F(ExcelFailureTest, CellThatFailsEndsItsMonthAlone)
     TestServer::CloseAll();
 }
 
-TEST_F(ExcelFailureTest, MissingSheetIsReportedAndTheRunGoesOn)
+TEST_F(ExcelFailureTest, MissingSheetIsReportedAndTheRunContinues)
 {
     sets_.Monthly.SheetName = "Nowhere";
     EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
@@ -89,14 +89,14 @@ TEST_F(ExcelFailureTest, MissingSheetIsReportedAndTheRunGoesOn)
 
 TEST_F(ExcelFailureTest, QuitThatFailsLeavesNoProcess)
 {
-    TestServer::Order(
+    TestServer::SetFaults(
         {"fail Workbook.SaveAs 1 The disk is full.", "fail Application.Quit 1 Not now."});
     ExpectNothingLeft(Run(excel::CreateApplication));
 }
 
 TEST_F(ExcelFailureTest, BusyApplicationIsWaitedFor)
 {
-    TestServer::Order(
+    TestServer::SetFaults(
         {"answer Worksheet.Cells 5 3 0x800AC472", "answer Workbooks.Open 1 1 0x80010001",
          "answer Workbook.SaveAs 1 2 0x8001010A", "answer Application.Visible 1 1 0x800AC472"});
     EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
@@ -109,7 +109,7 @@ TEST_F(ExcelFailureTest, BusyApplicationIsWaitedFor)
 
 TEST_F(ExcelFailureTest, MessageFilterOfTheApplicationIsWaitedFor)
 {
-    TestServer::Order({"reject Workbooks.Open 1 3", "retry Range.Value 20 2"});
+    TestServer::SetFaults({"reject Workbooks.Open 1 3", "retry Range.Value 20 2"});
     EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
     EXPECT_THAT(observer_.reports, IsEmpty());
     EXPECT_EQ(server_.Count("Filter rejects a call"), 3);
@@ -117,7 +117,7 @@ TEST_F(ExcelFailureTest, MessageFilterOfTheApplicationIsWaitedFor)
     TestServer::CloseAll();
 }
 
-/// Time that passes by pauses alone.
+/// Time that passes only in pauses.
 class PausedClock : public excel::Clock {
 public:
     explicit PausedClock(std::chrono::milliseconds& passed) : passed_(passed) {}
@@ -128,7 +128,7 @@ private:
     std::chrono::milliseconds& passed_;
 };
 
-/// As the engine starts an instance, but with another clock.
+/// Starts an instance as the engine does, but with another clock.
 std::unique_ptr<book::Application> StartWithClock(std::chrono::milliseconds& passed)
 {
     const auto start = [] {
@@ -146,7 +146,7 @@ class ExcelBusyTest : public ExcelFailureTest,
 
 TEST_P(ExcelBusyTest, OneThatStaysBusyIsGivenUpAfterAMinuteWithOneReport)
 {
-    TestServer::Order({std::string("answer Worksheet.Cells 20 1000000 ") + GetParam().second});
+    TestServer::SetFaults({std::string("answer Worksheet.Cells 20 1000000 ") + GetParam().second});
     std::chrono::milliseconds passed{0};
     ExpectNothingLeft(Run([&] { return StartWithClock(passed); }));
     ASSERT_THAT(observer_.reports, SizeIs(1));
@@ -165,14 +165,14 @@ INSTANTIATE_TEST_SUITE_P(Answers, ExcelBusyTest,
 struct Death {
     const char* name;
     const char* order;
-    bool saved = false; ///< the workbook was saved before
+    bool saved = false; ///< the workbook had been saved
 };
 
 class ExcelDeathTest : public ExcelFailureTest, public testing::WithParamInterface<Death> {};
 
 TEST_P(ExcelDeathTest, EndsTheRunWithOneReportAndNoProcess)
 {
-    TestServer::Order({std::string("die ") + GetParam().order});
+    TestServer::SetFaults({std::string("die ") + GetParam().order});
     const auto saved = Run(excel::CreateApplication);
     EXPECT_EQ(server_.Count("-> dies"), 1);
     EXPECT_THAT(observer_.reports, SizeIs(1));
@@ -203,17 +203,17 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(ExcelFailureTest, DeathAtQuitLeavesTheReportOfTheFailureBefore)
 {
-    TestServer::Order(
+    TestServer::SetFaults(
         {"fail Workbooks.Open 1 The workbook is open elsewhere.", "die Application.Quit 1"});
     ExpectNothingLeft(Run(excel::CreateApplication));
     ASSERT_THAT(observer_.reports, testing::Not(IsEmpty()));
     EXPECT_EQ(observer_.reports.front(), OpenSentence() + "The workbook is open elsewhere.");
 }
 
-/// One that hangs is ended by its user, who has no other way.
+/// Its user ends an application that hangs, for want of another way.
 TEST_F(ExcelFailureTest, HangingApplicationThatIsEndedEndsTheRun)
 {
-    TestServer::Order({"hang Range.Value 50"});
+    TestServer::SetFaults({"hang Range.Value 50"});
     std::thread user([this] {
         while (server_.Count("-> hangs") == 0)
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -227,9 +227,9 @@ TEST_F(ExcelFailureTest, HangingApplicationThatIsEndedEndsTheRun)
 
 TEST_F(ExcelFailureTest, NextRunWorksAfterADeath)
 {
-    TestServer::Order({"die Worksheet.Cells 10"});
+    TestServer::SetFaults({"die Worksheet.Cells 10"});
     EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
-    TestServer::Order({});
+    TestServer::SetFaults({});
     EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
     EXPECT_THAT(observer_.reports, SizeIs(1));
     TestServer::CloseAll();
@@ -241,7 +241,7 @@ TEST_F(ExcelFailureTest, InstanceOfTheUserIsLeftAlone)
     const auto ofUser = StartServer();
     ASSERT_NE(ofUser.AsObject(), nullptr);
     EXPECT_EQ(Put(ofUser, "Visible", automation::Variant::Boolean(true)).result, S_OK);
-    TestServer::Order({"die Worksheet.Cells 10"});
+    TestServer::SetFaults({"die Worksheet.Cells 10"});
     EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
     EXPECT_TRUE(TestServer::WaitForProcesses(1));
     EXPECT_EQ(Get(ofUser, "Name").value.AsText(), "Microsoft Excel");

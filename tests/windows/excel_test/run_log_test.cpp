@@ -1,4 +1,4 @@
-// A whole run, call by call and type by type.
+// A whole run, call by call, with the types of the arguments.
 #include "engines/excel/application.h"
 #include "excel_test/expected_run.h"
 #include "excel_test/run_test.h"
@@ -99,7 +99,7 @@ void ExpectYearly(ExpectedRun& run)
     }
 }
 
-/// The one run that the tests look at: making it takes seconds.
+/// The one run that the tests check: making it takes seconds.
 class WholeRun : public RunTest {
 public:
     WholeRun()
@@ -153,7 +153,7 @@ protected:
     static inline std::unique_ptr<WholeRun> run_;
 };
 
-TEST_F(RunLogTest, MakesTheCallsInTheirOrderWithTheirTypes)
+TEST_F(RunLogTest, MakesTheCallsInOrderWithTheirTypes)
 {
     const auto expected = Expected().Calls();
     const auto calls = run_->Server().Calls();
@@ -164,7 +164,7 @@ TEST_F(RunLogTest, MakesTheCallsInTheirOrderWithTheirTypes)
 
 TEST_F(RunLogTest, MakesTwoRoundTripsForEachCellAndNoneThatCanBeAvoided)
 {
-    // Days, holidays by either policy, year, month and weekday names.
+    // Days, holidays by both policies, year, month and weekday names.
     const int cells = 2 * (366 + 6 + 12 * (1 + 1 + 7));
     EXPECT_EQ(Expected().CellCount(), cells);
     EXPECT_EQ(run_->Server().Count(".Cells get|call ("), cells);
@@ -226,11 +226,11 @@ TEST_F(RunLogTest, SavesWhatWasWritten)
     ASSERT_EQ(sheets.size(), names.size());
     auto cells = Expected().Cells();
     for (int month = 1; month <= 12; ++month)
-        cells[month][{1, 1}] = "second"; // of the model
-    cells[13][{2, 2}] = 42.0;            // A1 is the year's
+        cells[month][{1, 1}] = "second"; // copied from the model
+    cells[13][{2, 2}] = 42.0;            // A1 has the year
     for (std::size_t i = 0; i < names.size(); ++i) {
         EXPECT_EQ(sheets[i].name, names[i]);
-        if (i == 13) { // not touched
+        if (i == 13) { // not written to
             EXPECT_EQ(sheets[i].cells.size(), 1U);
             continue;
         }

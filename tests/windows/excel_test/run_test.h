@@ -16,8 +16,8 @@
 
 namespace orrery::excel_test {
 
-/// Runs for the year 2024 on a template "Desk.xlsx" of three sheets; both calendars are switched
-/// on and write days alone.
+/// Runs for the year 2024 on a template "Desk.xlsx" of three sheets; both calendars are on and
+/// write only days.
 class RunTest : public testing::Test {
 protected:
     void SetUp() override
@@ -27,7 +27,7 @@ protected:
         sets_.Yearly = fake::YearOfDays();
     }
 
-    /// The saved path, as the Generate command gives it.
+    /// The saved path, as the Generate command returns it.
     std::optional<std::string> Run(const generate::ApplicationFactory& start)
     {
         const std::string folder = util::WithTrailingSeparator(util::FromPath(folder_.Path()));

@@ -1,4 +1,4 @@
-// The server's own rules, seen by a client that knows nothing of the program's engine.
+// The server's own rules, tested by a client that does not use the program's engine.
 #include "excel_test/client.h"
 #include "excel_test/test_server.h"
 #include "excel_test/workbooks.h"
@@ -54,7 +54,7 @@ TEST_F(ExcelServerTest, KnowsMembersInAnyCaseAndNothingElse)
     EXPECT_EQ(Invoke(application_, 4711, DISPATCH_METHOD, {}).result, DISP_E_MEMBERNOTFOUND);
 }
 
-TEST_F(ExcelServerTest, TellsPutFromGetAndMethodFromProperty)
+TEST_F(ExcelServerTest, DistinguishesPutFromGetAndMethodFromProperty)
 {
     EXPECT_EQ(Put(application_, "Visible", Variant::Boolean(true)).result, S_OK);
     const auto visible = Get(application_, "Visible").value;
@@ -113,7 +113,7 @@ TEST_F(ExcelServerTest, HasDefaultMembers)
     EXPECT_EQ(V_I4(&Get(inner, "Column").value.Get()), 3);
 }
 
-TEST_F(ExcelServerTest, SeesThroughReferences)
+TEST_F(ExcelServerTest, FollowsReferences)
 {
     const auto sheets = Get(Open(), "Worksheets").value;
     BSTR name = SysAllocString(L"Sheet2");
@@ -164,7 +164,7 @@ TEST_F(ExcelServerTest, TakesNamedArguments)
         << "given twice";
 }
 
-TEST_F(ExcelServerTest, KnowsWhatMayBeLeftOut)
+TEST_F(ExcelServerTest, KnowsWhichArgumentsAreOptional)
 {
     const auto books = Get(application_, "Workbooks").value;
     EXPECT_EQ(Call(books, "Open").result, DISP_E_PARAMNOTOPTIONAL);
@@ -236,7 +236,7 @@ TEST_F(ExcelServerTest, AsksBeforeItReplacesAFileOrForgetsWork)
     EXPECT_EQ(Call(application_, "Quit").result, S_OK);
 }
 
-TEST_F(ExcelServerTest, EndsWithTheLastReferenceWhenNobodySeesIt)
+TEST_F(ExcelServerTest, EndsWithTheLastReferenceIfItIsNotVisible)
 {
     {
         const auto book = Open();
@@ -247,7 +247,7 @@ TEST_F(ExcelServerTest, EndsWithTheLastReferenceWhenNobodySeesIt)
     EXPECT_EQ(server_.Lines().back(), "Application ends: nobody refers to it");
 }
 
-TEST_F(ExcelServerTest, StaysForItsUserWhenItIsVisible)
+TEST_F(ExcelServerTest, StaysForItsUserIfItIsVisible)
 {
     Put(application_, "Visible", Variant::Boolean(true));
     application_ = {};
@@ -272,12 +272,12 @@ TEST_F(ExcelServerTest, EveryClientGetsAnInstanceOfItsOwn)
     EXPECT_EQ(TestServer::Processes().size(), 2U);
 }
 
-TEST_F(ExcelServerTest, AnswersFailsAndDiesAsOrdered)
+TEST_F(ExcelServerTest, AnswersFailsAndDiesAsRequested)
 {
     application_ = {};
     ASSERT_TRUE(TestServer::WaitForProcesses(0));
-    TestServer::Order({"answer Application.Visible 2 1 0x800AC472",
-                       "fail Application.Workbooks 1 Not today.", "die Application.Name 2"});
+    TestServer::SetFaults({"answer Application.Visible 2 1 0x800AC472",
+                           "fail Application.Workbooks 1 Not today.", "die Application.Name 2"});
     application_ = StartServer();
     EXPECT_EQ(Get(application_, "Visible").result, S_OK);
     EXPECT_EQ(Get(application_, "Visible").result, static_cast<HRESULT>(0x800AC472UL));
@@ -294,7 +294,7 @@ TEST_F(ExcelServerTest, RejectsCallsByItsMessageFilter)
 {
     application_ = {};
     ASSERT_TRUE(TestServer::WaitForProcesses(0));
-    TestServer::Order({"reject Application.Visible 1 2", "retry Application.Visible 2 1"});
+    TestServer::SetFaults({"reject Application.Visible 1 2", "retry Application.Visible 2 1"});
     application_ = StartServer();
     const DISPID visible = IdOf(application_, "Visible");
     const auto get = [&] { return Invoke(application_, visible, DISPATCH_PROPERTYGET, {}).result; };
@@ -302,13 +302,13 @@ TEST_F(ExcelServerTest, RejectsCallsByItsMessageFilter)
     EXPECT_EQ(get(), RPC_E_CALL_REJECTED);
     EXPECT_EQ(get(), RPC_E_CALL_REJECTED);
     EXPECT_EQ(get(), S_OK);
-    get(); // which the system may have made once more by itself
+    get(); // the system may have repeated it by itself
     EXPECT_EQ(get(), S_OK);
     EXPECT_EQ(server_.Count("Filter rejects a call"), 2);
     EXPECT_EQ(server_.Count("Filter asks to retry later"), 1);
 }
 
-TEST(ExcelServerRegistrationTest, StartsNobodyWhenItIsNotRegistered)
+TEST(ExcelServerRegistrationTest, DoesNotStartIfItIsNotRegistered)
 {
     TestServer server;
     TestServer::Unregister();

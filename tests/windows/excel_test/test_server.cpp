@@ -46,10 +46,10 @@ void RunServer(const std::wstring& option)
         throw std::runtime_error("the server cannot be registered");
 }
 
-bool isRegistered = false; // by this program; starting the server for it takes time
+bool isRegistered = false; // by this program, once: it takes time
 
-/// Leaves a system without the server behind.
-class NobodyRegistered : public testing::Environment {
+/// Unregisters the server after the tests.
+class UnregisterAtEnd : public testing::Environment {
 public:
     void TearDown() override
     {
@@ -59,7 +59,7 @@ public:
 };
 
 const testing::Environment* const kNobodyRegistered =
-    testing::AddGlobalTestEnvironment(new NobodyRegistered); // which the framework deletes
+    testing::AddGlobalTestEnvironment(new UnregisterAtEnd); // the framework deletes it
 
 } // namespace
 
@@ -71,7 +71,7 @@ TestServer::TestServer()
     std::filesystem::remove(log_);
     automation::WriteText(HKEY_CURRENT_USER, automation::kServerKey, automation::kLogValue,
                           util::FromPath(log_));
-    Order({});
+    SetFaults({});
     if (!isRegistered)
         Register();
 }
@@ -100,7 +100,7 @@ void TestServer::Unregister()
     isRegistered = false;
 }
 
-void TestServer::Order(const std::vector<std::string>& faults)
+void TestServer::SetFaults(const std::vector<std::string>& faults)
 {
     automation::WriteLines(HKEY_CURRENT_USER, automation::kServerKey, automation::kFaultsValue,
                            faults);
@@ -118,7 +118,7 @@ std::vector<std::string> TestServer::Lines() const
 std::vector<std::string> TestServer::Calls() const
 {
     std::vector<std::string> calls = Lines();
-    // "Worksheet#1.Name get ()": what is no call has no member
+    // "Worksheet#1.Name get ()"; other events have no member
     std::erase_if(calls, [](const std::string& line) {
         const auto number = line.find('#');
         const auto member = line.find('.');
@@ -187,7 +187,7 @@ void TestServer::KillAll()
 {
     for (const unsigned long id : Processes()) {
         if (const auto process = excel::Process::Open(id, Image()))
-            process->End(); // else it is gone by itself
+            process->End(); // otherwise it is already gone
     }
 }
 

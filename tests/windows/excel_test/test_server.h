@@ -10,8 +10,9 @@
 
 namespace orrery::excel_test {
 
-/// The server for one test: registered, its log empty, and no process left of an earlier test or an
-/// aborted run. In the end its processes are ended; it is registered until the program ends.
+/// The server for one test: registered, with an empty log and without processes of an earlier test
+/// or an aborted run. The destructor ends its processes; it stays registered until the program
+/// ends.
 class TestServer {
 public:
     TestServer();
@@ -21,8 +22,8 @@ public:
 
     static void Register();
     static void Unregister();
-    /// Orders what goes wrong in the servers that start from now on; see excel_server/faults.h.
-    static void Order(const std::vector<std::string>& faults);
+    /// Sets what goes wrong in the servers that start from now on; see excel_server/faults.h.
+    static void SetFaults(const std::vector<std::string>& faults);
 
     /// All lines of the log so far.
     std::vector<std::string> Lines() const;
@@ -36,12 +37,12 @@ public:
     static std::vector<unsigned long> Processes();
     /// The first of them.
     static std::optional<excel::Process> Process();
-    /// Whether so many servers run, now or within that time.
+    /// Whether `count` servers run, now or within that time.
     static bool WaitForProcesses(std::size_t count,
                                  std::chrono::milliseconds time = std::chrono::seconds(20));
-    /// Closes the servers that belong to their users, as these would.
+    /// Closes the servers that belong to their users, as the users would.
     static void CloseAll();
-    /// Ends all servers without asking.
+    /// Kills all servers.
     static void KillAll();
 
 private:

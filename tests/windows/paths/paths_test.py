@@ -1,5 +1,5 @@
-"""A whole run in folders whose paths ask something of a program: the settings, the templates, the
-holidays and the output all lie there."""
+"""A whole run in folders whose paths are difficult for a program: they contain the settings, the
+templates, the holidays and the output."""
 
 import os
 import pathlib
@@ -21,12 +21,12 @@ class Paths(Program):
         self.expected = self.made(self.plain, shown(self.plain))
 
     def filled(self, folder):
-        """What a portable program has beside itself, in that folder."""
+        """Fills the folder with the files that a portable program has beside itself."""
         shutil.copytree(DATA, folder)
         return folder
 
     def made(self, folder, path):
-        """The bytes of a calendar made there; `path` is the folder as the program is told it."""
+        """The bytes of a calendar made there; `path` is the folder as passed to the program."""
         result = self.run_program("generate", "Desk.xlsx", 2027, "--settings",
                                   path + "\\orrery.ini", "--engine", "builtin")
         self.assertEqual((result.returncode, result.stderr), (0, ""))

@@ -1,4 +1,4 @@
-// Files of the users' own code page and of UTF-8, read and written back.
+// Files in the users' code page and in UTF-8, read and written back.
 
 #include "app/settings.h"
 #include "generate/run_support.h"
@@ -29,14 +29,14 @@ struct CodePageText {
     unsigned codePage;
     const char* bytes;
     const char* utf8;
-    const char* foreign; ///< UTF-8 of a text that the code page has not
+    const char* foreign; ///< UTF-8 of a text that the code page cannot encode
 };
 const std::array<CodePageText, 2> kTexts = {
     {{1252, "Fr\xFChling \x80 \x96 \xC5ngstr\xF6m",
       "Fr\xC3\xBChling \xE2\x82\xAC \xE2\x80\x93 \xC3\x85ngstr\xC3\xB6m",
       "\xE5\x85\x83\xE6\x97\xA5"},
-     // New Year's Day; the second characters of the next words end in the byte of a backslash; a
-     // word of characters that take one byte.
+     // New Year's Day; words whose second characters end in the byte of a backslash; a word of
+     // one-byte characters.
      {932, "\x8C\xB3\x93\xFA \x83\x5C\x95\x5C\x8E\xA6 \xB6\xDE\xDD",
       "\xE5\x85\x83\xE6\x97\xA5 \xE3\x82\xBD\xE8\xA1\xA8\xE7\xA4\xBA "
       "\xEF\xBD\xB6\xEF\xBE\x9E\xEF\xBE\x9D",
@@ -44,7 +44,7 @@ const std::array<CodePageText, 2> kTexts = {
 
 class TextFilesTest : public testing::Test {
 protected:
-    /// The code page that the test is started for; it has to be the system's.
+    /// The test is started for one code page, which must be the system's.
     void SetUp() override
     {
         const char* const wanted = std::getenv("ORRERY_CODE_PAGE");
@@ -82,7 +82,7 @@ TEST_F(TextFilesTest, HolidayFiles)
     }
 }
 
-/// The names of the monthly calendar's holidays in a parameter file that was written.
+/// The names of the monthly calendar's holidays in a written parameter file.
 class ParameterFilesTest : public TextFilesTest {
 protected:
     void WriteHolidays(const std::vector<std::string>& names)
@@ -117,7 +117,7 @@ TEST_F(ParameterFilesTest, AreWrittenInTheCodePage)
     EXPECT_EQ(sets.Monthly.Holidays[0].Name, Utf8());
 }
 
-TEST_F(ParameterFilesTest, AreWrittenInUtf8WhereTheCodePageLacksACharacter)
+TEST_F(ParameterFilesTest, AreWrittenInUtf8IfTheCodePageLacksACharacter)
 {
     WriteHolidays({Utf8(), Foreign()});
     EXPECT_TRUE(util::IsValidUtf8(BytesOf(file_)));
@@ -159,7 +159,7 @@ TEST_F(TextFilesTest, SettingsOfUtf8StayUtf8)
     }
 }
 
-TEST_F(TextFilesTest, SettingsAreReadByTheSystemsOwnFunctionAlike)
+TEST_F(TextFilesTest, SettingsAreReadAlikeByTheSystemsOwnFunction)
 {
     const auto file = scratch_.Write("orrery.ini", "[A]\r\nx=" + Ansi() + "\r\n");
     EXPECT_TRUE(util::Profile(file).Write("A", "y", Utf8()));

@@ -6,8 +6,8 @@
 
 namespace orrery::builtin {
 
-/// Whether a cell inside the sheet may be changed alone. `formats` tells which are locked.
-/// Throws Error (CellLocked, PartOfArray).
+/// Checks that a cell inside the sheet may be changed on its own. `formats` says which formats are
+/// locked. Throws Error (CellLocked, PartOfArray).
 template <class SheetText, class Formats>
 void CheckChangeable(const SheetText& text, engines::CellAddress cell, const Formats& formats)
 {

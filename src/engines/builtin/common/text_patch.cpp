@@ -53,7 +53,7 @@ std::string TextPatch::Apply(std::string_view text) const
         size += replacement.text.size();
     std::string result;
     result.reserve(size);
-    std::size_t done = 0; // what lies before is in the result or replaced
+    std::size_t done = 0; // everything before it is in the result or replaced
     for (const Replacement* replacement : InOrder()) {
         assert(replacement->end <= text.size());
         if (replacement->begin < done) { // inside a wider range

@@ -11,20 +11,20 @@ namespace orrery::builtin {
 /// Replacements in a text that otherwise stays as it is, byte for byte.
 class TextPatch {
 public:
-    /// Replaces [begin:end) by `text`; begin == end inserts. Insertions at one offset keep their
-    /// order and come before a replacement that begins there. Of two ranges of which one holds the
-    /// other, the outer wins, of equal ranges the one added last; what is inserted inside a
-    /// replaced range goes with it. Ranges that merely overlap are a broken promise (assert).
+    /// Replaces [begin:end) with `text`; begin == end inserts. Insertions at one offset keep their
+    /// order and come before a replacement that begins there. If a range contains another, the
+    /// outer one wins; of equal ranges, the last one added. Insertions inside a replaced range are
+    /// dropped. Ranges must not overlap otherwise (assert).
     void Replace(std::size_t begin, std::size_t end, std::string text);
     void Insert(std::size_t at, std::string text) { Replace(at, at, std::move(text)); }
     void Remove(std::size_t begin, std::size_t end) { Replace(begin, end, {}); }
-    /// Takes over the replacements of another patch of the same text.
+    /// Adds the replacements of another patch of the same text.
     void Add(TextPatch other);
 
     bool Empty() const { return replacements_.empty(); }
     std::string Apply(std::string_view text) const;
-    /// Where an offset of the text lies in the result, behind what is inserted at it and before
-    /// what is replaced from it on. It lies inside no replaced range.
+    /// The offset in the result of `offset` in the text: after what is inserted there, before what
+    /// is replaced from there on. It must not be inside a replaced range.
     std::size_t PlaceOf(std::size_t offset) const;
 
 private:
@@ -33,7 +33,7 @@ private:
         std::size_t end;
         std::string text;
     };
-    /// By offset, the order in which they take effect.
+    /// By offset, in the order in which they take effect.
     std::vector<const Replacement*> InOrder() const;
 
     std::vector<Replacement> replacements_;

@@ -4,13 +4,13 @@
 
 namespace orrery::edit {
 
-std::vector<bool> SpreadChanges(std::vector<bool> changed,
-                                const std::function<SheetReads(std::size_t sheet)>& readsOf)
+std::vector<bool> PropagateChanges(std::vector<bool> changed,
+                                   const std::function<SheetReads(std::size_t sheet)>& readsOf)
 {
     if (std::find(changed.begin(), changed.end(), true) == changed.end())
         return changed;
-    std::vector<std::vector<std::size_t>> readers(changed.size()); // of each sheet
-    std::vector<std::size_t> open; // changed sheets whose readers were not looked at yet
+    std::vector<std::vector<std::size_t>> readers(changed.size()); // by the sheet that is read
+    std::vector<std::size_t> open; // changed sheets whose readers have not been visited
     for (std::size_t i = 0; i < changed.size(); ++i) {
         if (!changed[i]) {
             const SheetReads reads = readsOf(i);

@@ -12,10 +12,10 @@ struct SheetReads {
     std::vector<std::size_t> sheets; ///< by position
 };
 
-/// Which sheets have to be computed again, by position: those that were written and those that read
-/// one of them, directly or through others. `readsOf` is asked once for every sheet that was not
-/// written, and not at all where none was.
-std::vector<bool> SpreadChanges(std::vector<bool> changed,
-                                const std::function<SheetReads(std::size_t sheet)>& readsOf);
+/// Which sheets need recalculation, by position: those in `changed` and all that read one of them,
+/// directly or through others. `readsOf` is called once for each unchanged sheet, and not at all if
+/// nothing changed.
+std::vector<bool> PropagateChanges(std::vector<bool> changed,
+                                   const std::function<SheetReads(std::size_t sheet)>& readsOf);
 
 } // namespace orrery::edit

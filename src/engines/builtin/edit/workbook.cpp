@@ -1,7 +1,7 @@
 #include "engines/builtin/edit/workbook.h"
 
 #include "book/error.h"
-#include "engines/builtin/common/naming.h"
+#include "engines/builtin/common/error_path.h"
 #include "engines/common/sheet_names.h"
 #include "util/error.h"
 
@@ -11,7 +11,7 @@
 namespace orrery::edit {
 
 using book::ErrorKind;
-using builtin::Naming;
+using builtin::WithErrorPath;
 using util::Error;
 
 Sheet::Sheet(Workbook& workbook, std::string name, std::size_t origin)
@@ -21,12 +21,13 @@ Sheet::Sheet(Workbook& workbook, std::string name, std::size_t origin)
 
 void Sheet::SetName(std::string_view name)
 {
-    Naming(workbook_.Path(), [&] { workbook_.Rename(*this, name); });
+    WithErrorPath(workbook_.Path(), [&] { workbook_.Rename(*this, name); });
 }
 
 void Sheet::CopyAfter(book::Worksheet& after)
 {
-    Naming(workbook_.Path(), [&] { workbook_.Copy(*this, dynamic_cast<const Sheet&>(after)); });
+    WithErrorPath(workbook_.Path(),
+                  [&] { workbook_.Copy(*this, dynamic_cast<const Sheet&>(after)); });
 }
 
 book::Worksheet* Sheet::Next()
@@ -40,7 +41,7 @@ void Sheet::SetCell(std::int32_t row, std::int32_t column, const book::CellValue
 {
     if (!IsWorksheet())
         throw Error(ErrorKind::NotAWorksheet, name_);
-    Naming(workbook_.Path(), [&] { Write(row, column, value); });
+    WithErrorPath(workbook_.Path(), [&] { Write(row, column, value); });
 }
 
 void Workbook::Add(std::unique_ptr<Sheet> sheet)
@@ -103,10 +104,10 @@ void Workbook::Copy(Sheet& model, const Sheet& after)
     CheckStructure(model);
     if (!model.IsWorksheet())
         throw Error(ErrorKind::NotAWorksheet, model.name_);
-    if (sheets_.size() >= MostSheets())
+    if (sheets_.size() >= MaxSheets())
         throw Error(ErrorKind::SheetNotCopied, model.name_, "the workbook has too many sheets");
     std::string name = engines::CopyName(model.name_, NamesBeside(nullptr));
-    sheets_.reserve(sheets_.size() + 1); // nothing fails behind the copy
+    sheets_.reserve(sheets_.size() + 1); // nothing may fail once the copy is made
     auto copy = model.MakeCopy();
     copy->name_ = std::move(name);
     copy->templateName_ = model.templateName_;

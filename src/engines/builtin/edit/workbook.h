@@ -12,8 +12,8 @@
 #include <unordered_map>
 #include <vector>
 
-/// What both formats do alike when a workbook is edited. Sheets keep what the template says of
-/// them; renaming, copying and writing are noted, and become bytes when the workbook is saved.
+/// What both formats share when a workbook is edited. Sheets keep the template's content; renames,
+/// copies and written cells are recorded and become bytes when the workbook is saved.
 namespace orrery::edit {
 
 class Workbook;
@@ -32,23 +32,23 @@ public:
                  book::CellMember member) final;
 
     const std::string& CurrentName() const { return name_; }
-    /// What the template's formulas call this sheet; of a copy, what they call its model.
+    /// The name that the template's formulas use for this sheet, or for a copy's model.
     const std::string& TemplateName() const { return templateName_; }
     bool IsRenamed() const { return name_ != templateName_; }
     /// The position in the template of this sheet or of its model.
     std::size_t Origin() const { return origin_; }
     bool IsCopy() const { return isCopy_; }
-    /// Whether it has cells that a calendar can be written into.
+    /// Whether it has cells that a calendar can be written to.
     virtual bool IsWorksheet() const = 0;
     /// Whether a cell was written.
     virtual bool IsWritten() const = 0;
 
 private:
     friend class Workbook;
-    /// Throws Error where the sheet is damaged, so that it has to stay as it is.
+    /// Throws Error if the sheet is damaged and so must stay as it is.
     virtual void CheckRenamable() {}
-    /// A copy of this sheet with all that was written into it, or nothing changed: throws Error
-    /// where it cannot be made.
+    /// A copy of this sheet, with the cells written so far. If it cannot be made, throws Error and
+    /// changes nothing.
     virtual std::unique_ptr<Sheet> MakeCopy() = 0;
     /// Writes a cell of a worksheet, or throws Error and changes nothing.
     virtual void Write(std::int32_t row, std::int32_t column, const book::CellValue& value) = 0;
@@ -60,11 +60,10 @@ private:
     bool isCopy_ = false;
 };
 
-/// The current name of a sheet by the one that the template gives it; nothing where it has not
-/// changed.
+/// The current name of a sheet, found by its name in the template; nothing if it has not changed.
 using NameLookup = std::function<std::optional<std::string>(std::string_view name)>;
 
-/// An open workbook: its sheets as they are now.
+/// An open workbook and its current sheets.
 class Workbook : public book::Workbook {
 public:
     book::Worksheet* FindWorksheet(std::string_view name) final;
@@ -76,7 +75,7 @@ protected:
 
     /// Adds the template's next sheet.
     void Add(std::unique_ptr<Sheet> sheet);
-    /// The sheets in their order, as those of a format.
+    /// The sheets in order, as the format's own type.
     template <class Own> std::vector<Own*> Sheets() const
     {
         std::vector<Own*> sheets;
@@ -89,31 +88,31 @@ protected:
     {
         return static_cast<Own&>(*sheets_[position]);
     }
-    /// The template's sheet that a sheet is, or is a copy of.
+    /// The template's sheet that `sheet` is or was copied from.
     template <class Own> const Own& OriginalOf(const Own& sheet) const
     {
         return static_cast<const Own&>(*originals_[sheet.Origin()]);
     }
-    /// The template's sheet of that name there; nullptr where there is none.
+    /// The template's sheet with that name in the template, or nullptr.
     const Sheet* FindOriginal(std::string_view templateName) const;
 
     bool HasCopies() const { return sheets_.size() > originals_.size(); }
     bool HasRenamedOriginals() const;
     bool IsChanged() const;
-    /// The current names as seen from a sheet, or from the workbook for nullptr: a copy's own text
-    /// calls the copy what the template calls its model. Valid as long as no sheet changes.
+    /// The current names for references in `owner`, or in the workbook for nullptr: within a copy,
+    /// its model's name in the template means the copy. Valid until a sheet changes.
     NameLookup NamesSeenBy(const Sheet* owner) const;
-    /// By position whether a sheet was written.
+    /// Whether each sheet was written, by position.
     std::vector<bool> WrittenSheets() const;
 
-    /// Throws Error(StructureProtected) where names and order of the sheets are protected.
+    /// Throws Error(StructureProtected) if the workbook's structure is protected.
     void CheckStructure(const Sheet& sheet) const;
 
 private:
     friend class Sheet;
     virtual bool IsStructureProtected() const = 0;
-    /// How many sheets the format can hold.
-    virtual std::size_t MostSheets() const = 0;
+    /// The maximum number of sheets in the format.
+    virtual std::size_t MaxSheets() const = 0;
 
     void Rename(Sheet& sheet, std::string_view name);
     void Copy(Sheet& model, const Sheet& after);
@@ -122,8 +121,8 @@ private:
 
     std::filesystem::path path_;
     std::vector<std::unique_ptr<Sheet>> sheets_;
-    std::vector<Sheet*> originals_;                        // by their positions in the template
-    std::unordered_map<std::string, const Sheet*> byName_; // the same by their names, folded
+    std::vector<Sheet*> originals_;                        // by position in the template
+    std::unordered_map<std::string, const Sheet*> byName_; // the same by folded name
 };
 
 } // namespace orrery::edit

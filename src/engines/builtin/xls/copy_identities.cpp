@@ -22,7 +22,7 @@ CopyIdentities::CopyIdentities(const Globals& globals, const CompoundFile& file,
 {
     for (std::size_t i = 0; i < sheets.size(); ++i) {
         if (sheets[i].IsCopy)
-            identities_[i]; // to be filled in
+            identities_[i]; // filled in below
     }
     if (identities_.empty())
         return;
@@ -81,7 +81,8 @@ std::uint64_t CopyIdentities::ControlBytes() const
 std::uint64_t CopyIdentities::AddedBytes() const
 {
     std::uint64_t bytes = ControlBytes();
-    std::map<std::string, std::uint64_t> sizes; // of storages; each is copied several times
+    std::map<std::string, std::uint64_t>
+        sizes; // of storages, each of which is copied several times
     if (objects_) {
         for (const auto& [from, to] : objects_->Storages()) {
             const auto [size, isNew] = sizes.emplace(from, 0);

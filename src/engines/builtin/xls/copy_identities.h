@@ -16,28 +16,25 @@ namespace orrery::xls {
 
 class CompoundWriter;
 
-/// What copied sheets own that may be in a workbook only once: the ids of their drawings, the data
-/// of their embedded objects and controls, the names of their tables. It is given before anything
-/// is written, because the globals stand before the sheets. All that it is made from has to live
-/// as long.
+/// The parts of copied sheets that must be unique in a workbook: ids of drawings, data of embedded
+/// objects and controls, names of tables. They are determined before anything is written, because
+/// the globals come before the sheets. All arguments must outlive this object.
 class CopyIdentities {
 public:
-    /// Throws Error(SheetNotCopied) without a subject where a drawing is damaged or no ids are
-    /// left.
+    /// Throws Error(SheetNotCopied) without a subject if a drawing is damaged or no ids are left.
     CopyIdentities(const Globals& globals, const CompoundFile& file,
                    std::vector<TemplateSheet>& originals, const std::vector<SavedSheet>& sheets);
 
-    /// The workbook's records of drawings and of header pictures, where they change; else empty.
+    /// The workbook's records of drawings and of header pictures; empty if they do not change.
     std::string DrawingGroup() const;
     std::string HeaderPictures() const;
-    /// How large the data of all controls become, in bytes.
+    /// The size of the data of all controls in the saved file, in bytes.
     std::uint64_t ControlBytes() const;
-    /// At least so many bytes does what copies own add to the file, the workbook stream apart.
+    /// The bytes that the copies' parts add to the file at least, apart from the workbook stream.
     std::uint64_t AddedBytes() const;
     /// Copies the data of embedded objects and controls.
     void CopyData(CompoundWriter& writer) const;
-    /// Gives the copy at a position what it owns: in place, and through the patch where a size
-    /// changes.
+    /// Gives the copy at a position its own parts: in place, and in the patch if a size changes.
     void Apply(std::string& bytes, TextPatch& patch, std::size_t position) const;
 
 private:
@@ -60,7 +57,7 @@ private:
     xls::DrawingGroup drawings_;
     xls::DrawingGroup headerDrawings_;
     std::optional<EmbeddedCopies> objects_;
-    std::map<std::string, EntryId> storages_; // under the root, by their names in capitals
+    std::map<std::string, EntryId> storages_; // under the root, by upper-case name
     std::optional<EntryId> controls_;
     std::map<std::size_t, Identity> identities_; // of copies, by position
 };

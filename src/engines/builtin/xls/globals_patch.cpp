@@ -49,7 +49,7 @@ private:
         patch_.Replace(place.begin, place.end, std::move(records));
     }
 
-    /// Records that stay where they are and as long as they are.
+    /// Patches records that keep their place and size.
     void PatchRecords()
     {
         RecordReader reader(bytes_);
@@ -64,7 +64,7 @@ private:
         }
     }
 
-    /// The build that computed the workbook; programs compute it anew when theirs is later.
+    /// Clears the build that calculated the workbook, so that every program calculates it again.
     /// [MS-XLS] 2.4.227
     void PutBuild(std::size_t data) { patch_.Replace(data + 4, data + 8, std::string(4, '\0')); }
 
@@ -128,16 +128,16 @@ private:
         patch_.Insert(globals_.NamesEnd(), saved_.references.AddedNames());
     }
 
-    /// Goes last: the table says where it lies in the stream.
+    /// Must be last: the table contains its own offset in the stream.
     void PatchStrings()
     {
         const auto& place = globals_.StringsPlace();
         const auto begin = place.Empty() ? globals_.StringsStart() : place.begin;
         const auto offset = patch_.PlaceOf(begin);
         if (offset == begin && !saved_.strings->Changed() &&
-            saved_.strings->References() == saved_.textReferences)
+            saved_.strings->References() == saved_.stringReferences)
             return;
-        auto records = saved_.strings->ToRecords(saved_.textReferences, offset);
+        auto records = saved_.strings->ToRecords(saved_.stringReferences, offset);
         patch_.Replace(begin, place.Empty() ? begin : place.end,
                        std::move(records.sst) + records.extSst);
     }

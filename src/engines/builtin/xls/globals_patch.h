@@ -11,27 +11,27 @@
 
 namespace orrery::xls {
 
-/// What the globals say of a workbook as it shall be saved.
+/// The values that the globals of a saved workbook depend on.
 struct SavedGlobals {
     const std::vector<SavedSheet>& sheets;
     const References& references;
     const std::vector<std::uint16_t>& tabIds;
-    const SheetNameLookup& nameOf; ///< of now, as seen from the workbook
+    const SheetNameLookup& nameOf; ///< the current names, as seen from the workbook
     bool selectsOneSheet = false;
     bool recalculate = false;
-    const SharedStrings* strings = nullptr; ///< where there is a table
-    std::uint32_t textReferences = 0;       ///< of all cells of all sheets
-    std::string drawingGroup{};             ///< the records where they change, else empty
+    const SharedStrings* strings = nullptr; ///< nullptr if there is no table
+    std::uint32_t stringReferences = 0;     ///< of all cells of all sheets
+    std::string drawingGroup{};             ///< the new records; empty if they do not change
     std::string headerPictures{};           ///< the same
 };
 
-/// The ids of the sheets as saved; those of copies are new. [MS-XLS] 2.4.241
+/// The ids of the sheets as saved; copies get new ones. [MS-XLS] 2.4.241
 std::vector<std::uint16_t> TabIds(const Globals& globals, const std::vector<SavedSheet>& sheets);
 
-/// The globals of the saved workbook. The offsets of the sheets are not yet known.
+/// The globals of the saved workbook. The offsets of the sheets are filled in later.
 std::string PatchGlobals(const Globals& globals, const SavedGlobals& saved);
 
-/// Where the saved globals hold the offsets of the sheets, four bytes each, in order.
+/// Offsets in the saved globals of the sheets' offsets, four bytes each, in order.
 std::vector<std::size_t> OffsetPlaces(std::string_view savedGlobals);
 
 } // namespace orrery::xls

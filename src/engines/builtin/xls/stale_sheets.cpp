@@ -12,7 +12,7 @@ namespace {
 
 using edit::SheetReads;
 
-/// Formulas of the template refer to its own sheets, never to a copy.
+/// The template's formulas refer to its own sheets, never to a copy.
 SheetReads ReadsOf(const FormulaFacts& facts, const Globals& globals,
                    const std::vector<std::size_t>& positions)
 {
@@ -44,11 +44,11 @@ std::vector<bool> FindStaleSheets(const Globals& globals, std::vector<TemplateSh
                    ? ReadsOf(original.Facts(), globals, positions)
                    : SheetReads();
     };
-    auto stale = edit::SpreadChanges(std::move(written), readsOf);
+    auto stale = edit::PropagateChanges(std::move(written), readsOf);
     for (std::size_t i = 0; i < sheets.size(); ++i) {
         auto& original = originals[sheets[i].Origin];
         stale[i] = stale[i] && original.IsWorksheet() && original.Facts().hasFormulas &&
-                   original.IsSound();
+                   original.IsIntact();
     }
     return stale;
 }

@@ -8,10 +8,10 @@
 
 namespace orrery::xls {
 
-/// Which sheets have formulas whose stored results may be stale, by position. `written` tells the
-/// sheets that were written. Whole sheets are looked at, not single cells: a sheet is stale when it
-/// was written or when its formulas may read a stale one. Takes time in proportion to the sheets
-/// and what their formulas name.
+/// Which sheets have formulas whose stored results may be stale, by position. `written` says which
+/// sheets were written. Decided for whole sheets, not for single cells: a sheet is stale if it was
+/// written or if its formulas may read a stale one. The time grows with the number of sheets and of
+/// references in their formulas.
 std::vector<bool> FindStaleSheets(const Globals& globals, std::vector<TemplateSheet>& originals,
                                   const std::vector<SavedSheet>& sheets, std::vector<bool> written);
 

@@ -1,7 +1,7 @@
 #include "engines/builtin/xls/workbook.h"
 
 #include "book/error.h"
-#include "engines/builtin/common/naming.h"
+#include "engines/builtin/common/error_path.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/copy_identities.h"
 #include "engines/builtin/xls/records/encryption.h"
@@ -17,7 +17,7 @@ namespace orrery::xls {
 namespace {
 
 using book::ErrorKind;
-using builtin::Naming;
+using builtin::WithErrorPath;
 using util::Error;
 
 constexpr std::uint8_t kWorksheetType = 0;
@@ -30,8 +30,8 @@ std::string ReadWholeFile(const std::filesystem::path& path)
     return std::move(*bytes);
 }
 
-/// The stream of the workbook. Files for two versions have both, of which the first is the newer
-/// one; some programs give the newer one the older name.
+/// The workbook stream. Files for two versions have both, of which the first is the newer; some
+/// programs give the newer one the older name.
 EntryId FindStream(const CompoundFile& file)
 {
     for (const auto* name : {"Workbook", "Book"}) {
@@ -73,14 +73,14 @@ void Sheet::Write(std::int32_t row, std::int32_t column, const book::CellValue& 
 {
     if (!cells_)
         cells_.emplace(Original().Text());
-    cells_->CheckWritable(row, column, workbook_.CellFormats());
+    cells_->CheckWritable(row, column, workbook_.CellStyles());
     if (!cells_->TakesValue(row, column))
         return;
-    if (!workbook_.CellFormats().Has(Original().Text()->FormatOf({row, column})))
+    if (!workbook_.CellStyles().Has(Original().Text()->FormatOf({row, column})))
         ThrowDamaged("the format of a cell is not in its list of formats");
     if (const auto* text = std::get_if<std::string>(&value)) {
         const auto index = workbook_.Strings().IndexOf(*text);
-        cells_->Set(row, column, SheetCells::Text{static_cast<std::uint32_t>(index)});
+        cells_->Set(row, column, SheetCells::SharedStringIndex{static_cast<std::uint32_t>(index)});
     }
     else {
         cells_->Set(row, column, std::get<std::int16_t>(value));
@@ -89,10 +89,10 @@ void Sheet::Write(std::int32_t row, std::int32_t column, const book::CellValue& 
 
 Workbook::Workbook(std::filesystem::path path) : edit::Workbook(std::move(path))
 {
-    Naming(Path(), [this] { Read(); });
+    WithErrorPath(Path(), [this] { Read(); });
 }
 
-std::size_t Workbook::MostSheets() const
+std::size_t Workbook::MaxSheets() const
 {
     return std::numeric_limits<std::int16_t>::max();
 }
@@ -128,7 +128,8 @@ void Workbook::ReadSheets()
         template_.emplace_back(stream_, entries[i].Offset,
                                next == begins.end() ? stream_.size() : *next,
                                entries[i].Type == kWorksheetType);
-        // Readers go on behind a sheet without end, where another has to begin then as now.
+        // Readers continue after a sheet without end, so another sheet must begin there before and
+        // after.
         const bool isLast = next == begins.end() || i + 1 == entries.size();
         if (!template_.back().IsWhole() && (isLast || !template_.back().IsReadable()))
             ThrowDamaged("a sheet has no end");
@@ -143,7 +144,7 @@ bool Workbook::BeginsSheet(std::size_t offset) const
     return offset >= globals_->End() && reader.IsWhole() && reader.Peek()->type == RecordType::Bof;
 }
 
-/// What stands between two sheets stays behind the first of them.
+/// Bytes between two sheets stay after the first of them.
 void Workbook::FindTails()
 {
     std::vector<TemplateSheet*> order;
@@ -157,7 +158,7 @@ void Workbook::FindTails()
     end_ = {order.back()->Place().end, stream_.size()};
 }
 
-/// What cannot be copied is told when it is asked for, not when the workbook is saved.
+/// Throws when a copy is requested, not when the workbook is saved.
 void Workbook::CheckCopyable(const Sheet& model)
 {
     if (std::find(copyable_.begin(), copyable_.end(), model.Origin()) != copyable_.end())
@@ -181,15 +182,15 @@ SharedStrings& Workbook::Strings()
     return *strings_;
 }
 
-const Formats& Workbook::CellFormats()
+const Styles& Workbook::CellStyles()
 {
-    if (!formats_) {
-        Formats formats;
+    if (!styles_) {
+        Styles formats;
         for (const auto& place : globals_->FormatPlaces())
             formats.Add(place.In(stream_).substr(kRecordHeader));
-        formats_ = std::move(formats);
+        styles_ = std::move(formats);
     }
-    return *formats_;
+    return *styles_;
 }
 
 } // namespace orrery::xls

@@ -22,8 +22,8 @@ namespace orrery::xls {
 class StreamSink;
 class Workbook;
 
-/// A sheet of an open .xls workbook. It shares the template's bytes with its copies and keeps what
-/// was written over them; its bytes as saved are made when the workbook is saved.
+/// A sheet of an open .xls workbook. It shares the template's bytes with its copies and keeps the
+/// written cells; its saved bytes are made when the workbook is saved.
 class Sheet : public edit::Sheet {
 public:
     Sheet(Workbook& workbook, std::string name, std::size_t origin);
@@ -44,7 +44,7 @@ private:
 
 /// An open .xls workbook (BIFF8) that is edited in place. Nothing is rewritten when a sheet is
 /// renamed, copied or written: when the workbook is saved, the workbook stream is made from the
-/// template's and the changes, and every other stream is taken over as it is.
+/// template's stream and the changes, and every other stream is copied unchanged.
 class Workbook : public edit::Workbook {
 public:
     /// Throws Error: FileNotReadable, NotAWorkbook, OldBinaryFormat, PasswordProtected,
@@ -58,7 +58,7 @@ private:
     struct Saving;
 
     bool IsStructureProtected() const override { return globals_->IsStructureProtected(); }
-    std::size_t MostSheets() const override;
+    std::size_t MaxSheets() const override;
 
     void Read();
     void ReadSheets();
@@ -66,13 +66,13 @@ private:
     void FindTails();
     void CheckCopyable(const Sheet& model);
     SharedStrings& Strings();
-    const Formats& CellFormats();
+    const Styles& CellStyles();
 
-    // what is saved
+    // for saving
     std::vector<SavedSheet> SavedSheets() const;
-    std::vector<bool> StaleSheets(const std::vector<SavedSheet>& saved);
+    std::vector<bool> SheetsToRecalculate(const std::vector<SavedSheet>& saved);
     void CheckSize(const Saving& saving) const;
-    std::uint32_t TextReferences();
+    std::uint32_t StringReferences();
     TextPatch MakeCopyBytes(std::string& bytes, std::size_t position, const Saving& saving);
     void WriteStream(StreamSink& sink, const Saving& saving);
     std::string GlobalsBytes(const Saving& saving);
@@ -84,10 +84,10 @@ private:
     bool wasEncrypted_ = false;
     std::optional<Globals> globals_;
     std::vector<TemplateSheet> template_;
-    Span end_;                          // what lies behind the last sheet in the stream
-    std::vector<std::size_t> copyable_; // origins that were found to be
+    Span end_;                          // the bytes after the last sheet in the stream
+    std::vector<std::size_t> copyable_; // positions in the template of sheets that can be copied
     std::optional<SharedStrings> strings_;
-    std::optional<Formats> formats_;
+    std::optional<Styles> styles_;
 };
 
 } // namespace orrery::xls

@@ -1,5 +1,5 @@
 #include "book/error.h"
-#include "engines/builtin/common/naming.h"
+#include "engines/builtin/common/error_path.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/compound/compound_writer.h"
 #include "engines/builtin/xls/copy_identities.h"
@@ -17,11 +17,11 @@
 namespace orrery::xls {
 namespace {
 
-/// What a saved file may grow to: twelve times 40 MiB, far beyond the templates that people make,
-/// and less than what the format's own limit of 2 GiB would fill a disk with.
-constexpr std::uint64_t kMostFileBytes = std::uint64_t{512} << 20;
-/// The same for the data of all controls, which are made in memory.
-constexpr std::uint64_t kMostControlBytes = std::uint64_t{128} << 20;
+/// The limit of a saved file's size: twelve times 40 MiB, far beyond the templates that people
+/// make, and less than the format's own limit of 2 GiB, with which a file could fill a disk.
+constexpr std::uint64_t kMaxFileBytes = std::uint64_t{512} << 20;
+/// The same for the data of all controls, which is built in memory.
+constexpr std::uint64_t kMaxControlBytes = std::uint64_t{128} << 20;
 
 void CheckGrowth(const char* what, std::uint64_t bytes, std::uint64_t most)
 {
@@ -40,7 +40,7 @@ std::string Number(std::uint32_t value)
 
 } // namespace
 
-/// What one save works out before it writes.
+/// Everything that saving works out before it writes.
 struct Workbook::Saving {
     std::vector<SavedSheet> sheets;
     std::vector<std::uint16_t> tabIds;
@@ -52,14 +52,14 @@ struct Workbook::Saving {
         : sheets(workbook.SavedSheets()), tabIds(TabIds(*workbook.globals_, sheets)),
           references(*workbook.globals_, sheets),
           identities(*workbook.globals_, *workbook.file_, workbook.template_, sheets),
-          recalculate(workbook.StaleSheets(sheets))
+          recalculate(workbook.SheetsToRecalculate(sheets))
     {
     }
 };
 
 void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode /*accessMode*/)
 {
-    builtin::Naming(Path(), [&] {
+    builtin::WithErrorPath(Path(), [&] {
         CompoundWriter writer(*file_);
         std::optional<Saving> saving;
         if (IsChanged()) {
@@ -76,16 +76,16 @@ void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode /*ac
     });
 }
 
-/// Before anything is written. What is written into cells is little beside it.
+/// Before anything is written. The bytes of written cells are few in comparison.
 void Workbook::CheckSize(const Saving& saving) const
 {
-    CheckGrowth("the data of its controls", saving.identities.ControlBytes(), kMostControlBytes);
+    CheckGrowth("the data of its controls", saving.identities.ControlBytes(), kMaxControlBytes);
     std::uint64_t bytes = file_->Size() + saving.identities.AddedBytes();
     for (const auto& sheet : saving.sheets) {
         if (sheet.IsCopy)
             bytes += template_[sheet.Origin].Bytes().size();
     }
-    CheckGrowth("the file with all copies", bytes, kMostFileBytes);
+    CheckGrowth("the file with all copies", bytes, kMaxFileBytes);
 }
 
 std::vector<SavedSheet> Workbook::SavedSheets() const
@@ -96,17 +96,17 @@ std::vector<SavedSheet> Workbook::SavedSheets() const
     return saved;
 }
 
-std::vector<bool> Workbook::StaleSheets(const std::vector<SavedSheet>& saved)
+std::vector<bool> Workbook::SheetsToRecalculate(const std::vector<SavedSheet>& saved)
 {
     return FindStaleSheets(*globals_, template_, saved, WrittenSheets());
 }
 
-std::uint32_t Workbook::TextReferences()
+std::uint32_t Workbook::StringReferences()
 {
     std::size_t references = 0;
     for (const Sheet* sheet : Sheets<Sheet>())
-        references +=
-            sheet->cells_ ? sheet->cells_->TextReferences() : sheet->Original().SharedTexts();
+        references += sheet->cells_ ? sheet->cells_->StringReferences()
+                                    : sheet->Original().StringReferences();
     return static_cast<std::uint32_t>(references);
 }
 
@@ -141,13 +141,13 @@ std::string Workbook::GlobalsBytes(const Saving& saving)
     saved.recalculate = recalculate;
     if (!globals_->StringsPlace().Empty() || (strings_ && strings_->Changed()))
         saved.strings = &Strings();
-    saved.textReferences = TextReferences();
+    saved.stringReferences = StringReferences();
     saved.drawingGroup = saving.identities.DrawingGroup();
     saved.headerPictures = saving.identities.HeaderPictures();
     return PatchGlobals(*globals_, saved);
 }
 
-/// Gives a copy's bytes what tells it from its model.
+/// Makes a copy's bytes differ from its model's where they must.
 TextPatch Workbook::MakeCopyBytes(std::string& bytes, std::size_t position, const Saving& saving)
 {
     const auto& places = template_[saving.sheets[position].Origin].Places();
@@ -168,13 +168,13 @@ std::string Workbook::SheetBytes(std::size_t position, std::size_t offset, const
     TextPatch patch;
     if (sheet.IsCopy())
         patch = MakeCopyBytes(bytes, position, saving);
-    // Of several selected sheets every entry would go into all of them, so only the active one
-    // stays selected beside copies.
+    // An entry into several selected sheets would go into all of them, so beside copies only the
+    // active sheet stays selected.
     if (HasCopies())
         original.Places().Select(bytes,
                                  !sheet.IsCopy() && sheet.Origin() == globals_->ActiveSheet());
     original.Places().Rename(patch, bytes, NamesSeenBy(&sheet));
-    if (!original.IsWorksheet() || !original.IsSound())
+    if (!original.IsWorksheet() || !original.IsIntact())
         return patch.Apply(bytes);
     return MakeSheet(*original.Text(), bytes, sheet.cells_ ? &*sheet.cells_ : nullptr,
                      saving.recalculate[position], std::move(patch), offset);

@@ -15,7 +15,7 @@
 namespace orrery::xlsx {
 namespace {
 
-// Targets that stay one for the whole workbook, however many sheets point at them.
+// Targets that the whole workbook shares, however many sheets refer to them.
 constexpr std::array<std::string_view, 17> kShared = {"image",
                                                       "hdphoto",
                                                       "media",
@@ -40,7 +40,7 @@ bool IsShared(const Relationship& relationship)
                        [&](std::string_view type) { return relationship.Is(type); });
 }
 
-/// The part that a relationship of `part` owns; nothing where it owns none.
+/// The part that a relationship of `part` owns; nothing if it owns none.
 std::optional<std::string> OwnedBy(const Package& package, const std::string& part,
                                    const Relationship& relationship)
 {
@@ -49,7 +49,7 @@ std::optional<std::string> OwnedBy(const Package& package, const std::string& pa
     auto target = ResolveTarget(part, relationship.Target);
     if (!package.Has(target) || !package.CanBeOwned(target))
         return std::nullopt;
-    // What has names of its own cannot be shared, whatever kind of link leads to it.
+    // A part with unique names cannot be shared, whatever kind of relationship leads to it.
     if (IsShared(relationship) && !HasIdentity(package.TypeOf(target)))
         return std::nullopt;
     return target;
@@ -64,7 +64,7 @@ void CheckIds(const Package& package, const std::string& part, const Relationshi
     }
 }
 
-/// "/xl/charts/chart12.xml" is numbered between "/xl/charts/chart" and ".xml".
+/// Splits "/xl/charts/chart12.xml" into "/xl/charts/chart" and ".xml".
 std::pair<std::string, std::string> SplitAtNumber(const std::string& part)
 {
     const auto slash = part.rfind('/');
@@ -77,7 +77,7 @@ std::pair<std::string, std::string> SplitAtNumber(const std::string& part)
     return {part.substr(0, digits), part.substr(dot)};
 }
 
-/// Walks from a sheet along the relationships, each part once; a chain of any length does.
+/// Follows the relationships from a sheet, each part once, through chains of any length.
 class Planner {
 public:
     Planner(const Package& package, const NewPartNames& earlier)

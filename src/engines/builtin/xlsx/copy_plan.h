@@ -13,26 +13,26 @@
 
 namespace orrery::xlsx {
 
-/// A part of a copied sheet, and what becomes of its relationships.
+/// A part of a copied sheet, and its relationships.
 struct PlannedPart {
     std::string original;
-    std::string copy;                     ///< a name that is free
+    std::string copy;                     ///< a free name
     const Relationships* relationships{}; ///< of the original, in the package
     /// The targets that differ in the copy, by the position of their relationship.
     std::vector<std::pair<std::size_t, std::string>> targets;
 };
 
-/// The names that copies have got.
+/// The names of the parts of all copies so far.
 struct NewPartNames {
     std::set<std::string> keys; ///< PartKey of each
-    /// The numbers from which free ones are looked for, by what stands around them in a name. As
-    /// nothing that is copied is ever removed, none below becomes free again.
+    /// The numbers from which free ones are searched, by the rest of the name. Copied parts are
+    /// never removed, so no lower number becomes free again.
     std::map<std::string, std::size_t> numbers;
 };
 
 /// The parts of one copied sheet.
 struct CopyPlan {
-    /// A part, or its relationships, in the order in which they go into the container.
+    /// A part or its relationships, in the order of the container.
     struct Step {
         std::size_t part = 0;
         bool isRelationships = false;
@@ -40,16 +40,16 @@ struct CopyPlan {
     std::vector<PlannedPart> parts; ///< the sheet first
     std::vector<Step> steps;
     std::uint64_t size = 0; ///< of the originals, unpacked, in bytes
-    NewPartNames names;     ///< its own keys, and the numbers behind it
+    NewPartNames names;     ///< its own keys, and the next numbers
 };
 
-/// What a copy of a sheet consists of: its own part and every part that it owns, however often and
-/// however it is spelled. The copies have names like those of their models
-/// ("/xl/charts/chart12.xml") with the first number that is free in the package and among the names
-/// of earlier copies. Throws Error as `Package` does where relationships are damaged.
+/// What a copy of a sheet consists of: its own part and every part that it owns, each once, however
+/// often it is referred to and however it is spelled. The copies have names like those of their
+/// models ("/xl/charts/chart12.xml") with the first number that is free in the package and among
+/// the names of earlier copies. Throws Error as `Package` does if relationships are damaged.
 CopyPlan PlanCopy(const Package& package, const std::string& sheet, const NewPartNames& earlier);
 
-/// The parts that a sheet owns, itself left out, in the order of its relationships.
+/// The parts that a sheet owns, without itself, in the order of its relationships.
 std::vector<std::string> OwnedParts(const Package& package, const std::string& sheet);
 
 /// Whether a relationship is a link into the workbook ("#Sheet1!A1").

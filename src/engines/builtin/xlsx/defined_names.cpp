@@ -46,12 +46,12 @@ private:
     {
         const std::size_t position = PositionOfOriginal(sheets_, origin);
         if (position == sheets_.size())
-            return; // of no sheet: left as it was found
+            return; // of no sheet: stays as it is
         ReplaceFormula(entry, FormulaAt(entry, position));
         if (position != origin)
             xml::SetAttribute(patch_, xml_, entry.begin, kLocalSheet, std::to_string(position));
         for (const std::size_t copy : PositionsOfCopies(sheets_, origin))
-            AddTwin(entry, copy, FormulaAt(entry, copy));
+            RepeatName(entry, copy, FormulaAt(entry, copy));
     }
 
     void AddWorkbookName(const NameEntry& entry)
@@ -66,9 +66,9 @@ private:
         for (std::size_t i = 0; i < sheets_.size(); ++i) {
             if (!sheets_[i].IsCopy || ownNames_.contains({key, sheets_[i].Origin}))
                 continue;
-            auto twin = FormulaAt(entry, i);
-            if (twin != formula)
-                AddTwin(entry, i, twin);
+            auto copied = FormulaAt(entry, i);
+            if (copied != formula)
+                RepeatName(entry, i, copied);
         }
     }
 
@@ -85,28 +85,28 @@ private:
             patch_.Replace(entry.formulaBegin, entry.formulaEnd, xml::EncodeText(formula));
     }
 
-    /// The same element with all its attributes, for the sheet at `position`. A second name of the
-    /// same sheet would make the workbook unreadable.
-    void AddTwin(const NameEntry& entry, std::size_t position, const std::string& formula)
+    /// Adds the same element with all its attributes for the sheet at `position`. The same name
+    /// twice on one sheet would make the workbook unreadable.
+    void RepeatName(const NameEntry& entry, std::size_t position, const std::string& formula)
     {
-        if (!twins_.emplace(FoldCase(entry.Name), position).second)
+        if (!addedNames_.emplace(FoldCase(entry.Name), position).second)
             return;
         const std::string_view element = xml_.substr(entry.begin, entry.end - entry.begin);
-        TextPatch twin;
-        xml::SetAttribute(twin, element, 0, kLocalSheet, std::to_string(position));
+        TextPatch copy;
+        xml::SetAttribute(copy, element, 0, kLocalSheet, std::to_string(position));
         if (formula != entry.Formula) {
-            twin.Replace(entry.formulaBegin - entry.begin, entry.formulaEnd - entry.begin,
+            copy.Replace(entry.formulaBegin - entry.begin, entry.formulaEnd - entry.begin,
                          xml::EncodeText(formula));
         }
-        patch_.Insert(entry.end, twin.Apply(element));
+        patch_.Insert(entry.end, copy.Apply(element));
     }
 
     using Key = std::pair<std::string, std::size_t>; // folded name, sheet
     std::string_view xml_;
     const std::vector<SavedSheet>& sheets_;
     const NameScopes& scopes_;
-    std::set<Key> ownNames_; // of the template's sheets
-    std::set<Key> twins_;    // of the sheets as they are now
+    std::set<Key> ownNames_;   // of the template's sheets
+    std::set<Key> addedNames_; // of the saved sheets
     TextPatch patch_;
 };
 

@@ -19,8 +19,8 @@ using builtin::TextPatch;
 /// A defined name as the workbook part lists it.
 struct NameEntry {
     std::string Name;
-    std::optional<std::size_t> LocalSheet; ///< index of the sheet whose own name it is, from 0;
-                                           ///< one that no sheet has where it is no number
+    std::optional<std::size_t> LocalSheet; ///< index, from 0, of the sheet whose own name it is; an
+                                           ///< index that no sheet has if it is not a number
     std::string Formula;                   ///< decoded
     bool IsMacro = false;  ///< it names a function or procedure, whatever its formula says
     std::size_t begin = 0; ///< of the <definedName> element
@@ -29,10 +29,10 @@ struct NameEntry {
     std::size_t formulaEnd = 0;
 };
 
-/// Reads a <definedName> from its StartTag to behind its EndTag.
+/// Reads a <definedName> from its StartTag past its EndTag.
 NameEntry ReadDefinedName(xml::Scanner& scanner);
 
-/// What the sheets and tables are called now.
+/// The current names of the sheets and tables.
 struct NameScopes {
     const SheetNames& Workbook; ///< as seen from the workbook
     const TableNames& WorkbookTables;
@@ -41,10 +41,10 @@ struct NameScopes {
     const std::function<TableNames(std::size_t)>& TablesFor;
 };
 
-/// The replacements in the defined names for the sheets as they are now. The names of a sheet are
-/// repeated for its copies. A name of the workbook gets a twin on every copy from which its formula
-/// reads differently, because it refers to the copy's model; but not where the model has a name of
-/// its own that is the same, and not for macros.
+/// The replacements in the defined names for the sheets as they are saved. The names of a sheet are
+/// repeated for its copies. A name of the workbook is repeated on every copy from which its formula
+/// reads differently, because it refers to the copy's model; but not if the model has a name of its
+/// own that is the same, and not for macros.
 TextPatch PatchDefinedNames(std::string_view xml, const std::vector<NameEntry>& names,
                             const std::vector<SavedSheet>& sheets, const NameScopes& scopes);
 

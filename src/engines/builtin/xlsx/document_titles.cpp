@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/document_titles.h"
 
+#include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/formula/formula.h"
 #include "engines/builtin/xml/attribute_patch.h"
 #include "engines/builtin/xml/reading.h"
@@ -11,11 +12,12 @@
 
 namespace orrery::xlsx {
 
+using builtin::TextPatch;
 using engines::SameSheetName;
 
 namespace {
 
-/// An element that holds nothing but text.
+/// An element that contains only text.
 struct Leaf {
     std::string text; ///< decoded
     xml::TextRange element;
@@ -33,12 +35,12 @@ Leaf ReadLeaf(xml::Scanner& scanner)
     return leaf;
 }
 
-/// What the part lists: the pairs of heading and count, of which the heading may be in any
-/// language, and the titles in the same order.
+/// The lists of the part: pairs of a heading, which may be in any language, and a count, and the
+/// titles in the same order.
 struct Listing {
     std::vector<Leaf> counts;
     std::vector<Leaf> titles;
-    std::size_t vector = 0; ///< where the element begins that counts the titles
+    std::size_t vector = 0; ///< offset of the element that counts the titles
     std::optional<std::size_t> size;
 };
 
@@ -77,7 +79,7 @@ Listing ReadListing(std::string_view xml, std::string_view partName)
     return listing;
 }
 
-/// How many titles each heading has; nothing where the counts do not fit the titles.
+/// How many titles each heading has; nothing if the counts do not fit the titles.
 std::vector<std::size_t> GroupSizes(const Listing& listing)
 {
     std::vector<std::size_t> sizes;
@@ -112,7 +114,7 @@ public:
                               [&](const Leaf& each) { UpdateSheet(each); });
             }
             else if (!titles.empty() && !anySheets_) {
-                return std::string(xml_); // the sheets come first, and these are not ours
+                return std::string(xml_); // the sheets come first, and these are not the workbook's
             }
             else {
                 std::for_each(titles.begin(), titles.end(),
@@ -163,13 +165,13 @@ private:
             AddTitle(title, newSheets_[copy].Name);
     }
 
-    /// "Sheet1!Print_Area": the sheet's own name, which its copies have too.
+    /// "Sheet1!Print_Area": a sheet's own name, which its copies have, too.
     void UpdateName(const Leaf& title)
     {
         FormulaFacts facts;
         CollectFacts(title.text, facts);
         const std::size_t origin =
-            facts.Sheets.size() == 1 ? OldSheet(*facts.Sheets.begin()) : oldSheets_.size();
+            facts.sheets.size() == 1 ? OldSheet(*facts.sheets.begin()) : oldSheets_.size();
         if (origin == oldSheets_.size())
             return;
         const auto titleAt = [&](std::size_t position) {
@@ -210,7 +212,7 @@ private:
     std::string_view xml_;
     const std::vector<std::string>& oldSheets_;
     const std::vector<SavedSheet>& newSheets_;
-    std::vector<bool> listed_; // by old sheet
+    std::vector<bool> listed_; // by position in the template
     bool anySheets_ = false;
     std::size_t added_ = 0;
     TextPatch patch_;

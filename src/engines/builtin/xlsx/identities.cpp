@@ -20,7 +20,7 @@ constexpr std::uint32_t kHighestId = std::numeric_limits<std::int32_t>::max();
 
 enum class PartKind { Other, Table, Slicers, ThreadedComments, Comments, Drawing };
 
-// Content types end alike in every family; only the last word is looked at.
+// Content types of all families end in the same word.
 PartKind KindOf(std::string_view type)
 {
     if (type.ends_with(".table+xml"))
@@ -41,7 +41,6 @@ bool IsSlicer(std::string_view localName)
     return localName == "slicer" || localName == "timeline" || localName == "timeslicer";
 }
 
-/// Calls `visit` at every start tag.
 template <typename Visit>
 void ForEachElement(std::string_view xml, std::string_view partName, Visit visit)
 {
@@ -52,8 +51,8 @@ void ForEachElement(std::string_view xml, std::string_view partName, Visit visit
     }
 }
 
-/// A GUID of the same shape that depends on the old one and the copy alone, so that the same run
-/// gives the same bytes.
+/// A GUID of the same form that depends only on the old one and the copy's number, so that the same
+/// run gives the same bytes.
 std::string DerivedGuid(std::string_view guid, std::uint32_t copy)
 {
     std::array<std::uint64_t, 2> hash = {0xcbf29ce484222325U + copy, 0x84222325cbf29ce4U ^ copy};
@@ -93,8 +92,8 @@ void RenameSlicer(TextPatch& patch, std::string_view xml, const xml::Scanner& el
         xml::SetAttribute(patch, xml, element.Begin(), "name", found->second);
 }
 
-// A comment's author names its thread ("tc={...}"), a reply its parent: the GUIDs stand in element
-// content and in attributes of several names, so they are replaced wherever they stand.
+// A comment's author refers to its thread ("tc={...}"), a reply to its parent. The GUIDs are in
+// element content and in attributes of several names, so they are replaced wherever they are.
 TextPatch ReplaceGuids(std::string_view xml, const CopyIdentity& identity)
 {
     TextPatch patch;
@@ -107,7 +106,7 @@ TextPatch ReplaceGuids(std::string_view xml, const CopyIdentity& identity)
     return patch;
 }
 
-/// A name, or the GUID of a threaded comment, that a part declares.
+/// What a part declares: the name of a table or slicer, or the GUID of a threaded comment.
 struct Declaration {
     PartKind kind = PartKind::Other;
     std::string name;
@@ -139,7 +138,7 @@ std::vector<Declaration> DeclarationsIn(const Package& package, const std::strin
     return declared;
 }
 
-/// Formulas name tables by their names alone.
+/// Formulas refer to tables by name alone.
 void CheckTableNames(const std::vector<Declaration>& declared)
 {
     std::unordered_set<std::string> names;
@@ -158,14 +157,14 @@ Identities::Identities(const Package& package, const std::vector<std::string>& d
     for (const auto& name : definedNames)
         taken_.insert(util::ToUpperAscii(name));
     for (const auto& part : package.PartNames()) {
-        // Some readers take "/xl/./tables/table1.xml" for the part without the step.
+        // Some readers take "/xl/./tables/table1.xml" for the part without the ".".
         const auto kind = KindOf(package.TypeOf(ResolveTarget("", part)));
         if (kind != PartKind::Table && kind != PartKind::Slicers)
             continue;
         UnlessDamaged([&] {
             for (const Declaration& declared : DeclarationsIn(package, part, kind)) {
                 taken_.insert(util::ToUpperAscii(declared.name));
-                if (declared.tableId <= kHighestId) // what follows has to fit, too
+                if (declared.tableId <= kHighestId) // later ids must be in range, too
                     lastTableId_ = std::max(lastTableId_, declared.tableId);
             }
         });

@@ -16,7 +16,7 @@ namespace orrery::xlsx {
 
 using builtin::TextPatch;
 
-/// The names and ids of one copied sheet that differ from its model's, model's first.
+/// The names and ids of a copied sheet that differ from its model's, by the model's.
 struct CopyIdentity {
     std::map<std::string, std::string> tables;     ///< display names
     std::map<std::string, std::string> slicers;    ///< slicers and timelines
@@ -24,22 +24,22 @@ struct CopyIdentity {
     std::map<std::string, std::uint32_t> tableIds; ///< by the model's display name
 };
 
-/// The names and ids that are unique in a workbook, so that copied parts get fresh ones.
+/// The names and ids that must be unique in a workbook; copied parts get new ones.
 class Identities {
 public:
     /// Collects those of the package's parts and the given defined names. Parts that cannot be read
-    /// have none.
+    /// are ignored.
     Identities(const Package& package, const std::vector<std::string>& definedNames);
 
-    /// Fresh ones for everything that these parts of a sheet declare. Throws Error as `Package`
-    /// does where one cannot be read; no name is taken then.
+    /// New ones for everything that these parts of a sheet declare. Throws Error as `Package` does
+    /// if one cannot be read; no name is taken then.
     CopyIdentity ForCopy(const Package& package, const std::vector<std::string>& ownedParts);
 
 private:
     std::string FreeName(const std::string& name);
 
     std::unordered_set<std::string> taken_; // upper-case names of tables, slicers, defined names
-    std::unordered_map<std::string, unsigned> numbers_; // the next one to try behind such a name
+    std::unordered_map<std::string, unsigned> numbers_; // the next number to try for such a name
     std::uint32_t lastTableId_ = 0;
     std::uint32_t copies_ = 0;
 };

@@ -66,7 +66,7 @@ bool IsVml(std::string_view type)
     return type.ends_with(".vmlDrawing");
 }
 
-bool MayNameSheets(std::string_view type)
+bool MayReferToSheets(std::string_view type)
 {
     return type.ends_with("+xml") || IsVml(type);
 }

@@ -7,10 +7,10 @@
 
 namespace orrery::xlsx {
 
-/// A sheet of the workbook as it shall be saved.
+/// A sheet of the workbook as it is saved.
 struct SavedSheet {
     std::string Name;
-    /// Position of the template's sheet that it is or was copied from, from 0.
+    /// Position, from 0, of the template's sheet that it is or was copied from.
     std::size_t Origin = 0;
     bool IsCopy = false;
     // of copies only
@@ -18,9 +18,9 @@ struct SavedSheet {
     std::string RelationshipId;
 };
 
-/// Where the template's sheet stands now; the number of sheets when it is not there.
+/// The position of the template's sheet; the number of sheets if it is missing.
 std::size_t PositionOfOriginal(const std::vector<SavedSheet>& sheets, std::size_t origin);
-/// Where its copies stand, in order.
+/// The positions of its copies, in order.
 std::vector<std::size_t> PositionsOfCopies(const std::vector<SavedSheet>& sheets,
                                            std::size_t origin);
 

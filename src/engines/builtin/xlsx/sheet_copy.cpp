@@ -11,7 +11,7 @@
 namespace orrery::xlsx {
 namespace {
 
-/// The relationships of a copied part: the original's with targets of their own.
+/// The relationships of a copied part: the original's, with new targets.
 std::string RelationshipsXml(const Relationships& original,
                              const std::vector<std::pair<std::size_t, std::string>>& targets,
                              const NamesOfOwner& names)
@@ -76,16 +76,16 @@ void SheetCopier::CheckLimits(const CopyPlan& plan) const
         throw util::Error(book::ErrorKind::TooLargeOutput, util::FromPath(package_.Path()),
                           "with the copies of its sheet it has more than " + limit);
     };
-    if (package_.CountParts() + parts_ + 2 * plan.parts.size() > kMostParts)
+    if (package_.CountParts() + parts_ + 2 * plan.parts.size() > kMaxParts)
         fail("65,535 parts");
-    if (package_.UnpackedSize() + bytes_ + plan.size > kMostBytes)
+    if (package_.UnpackedSize() + bytes_ + plan.size > kMaxBytes)
         fail("1 GiB unpacked");
 }
 
 void SheetCopier::FindReferencesOf(const std::string& part)
 {
     const auto key = PartKey(part);
-    if (MayNameSheets(package_.TypeOf(part)) && !references_.contains(key))
+    if (MayReferToSheets(package_.TypeOf(part)) && !references_.contains(key))
         references_.emplace(key, FindReferencesIn(package_, part));
 }
 
@@ -110,7 +110,7 @@ void SheetCopier::Put(PackageEdit& edit, const SheetCopy& copy, Content content,
     }
 }
 
-/// What a part of the copy consists of; nothing where it is its model's bytes.
+/// The content of a part of the copy; nothing if it has its model's bytes.
 SheetCopier::Content SheetCopier::ContentOf(const std::string& part, const SheetCopy& copy,
                                             const std::shared_ptr<const NamesOfOwner>& names) const
 {

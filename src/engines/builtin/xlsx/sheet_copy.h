@@ -22,7 +22,7 @@ struct NamesOfOwner {
     TableNames tables;
 };
 
-/// A copy of a sheet: the parts it will consist of, and the names that are its own.
+/// A copy of a sheet: the parts that it will have, and the names that are its own.
 struct SheetCopy {
     std::size_t number = 0; ///< how many copies were made before it
     CopyPlan plan;
@@ -37,23 +37,22 @@ struct SheetCopy {
 class SheetCopier {
 public:
     using Content = PackageEdit::Content;
-    /// The most that a workbook may become by copies: as many parts as a zip container can list
-    /// without its 64-bit extension, and as many unpacked bytes as are read.
-    static constexpr std::size_t kMostParts = 65535;
-    static constexpr std::uint64_t kMostBytes = zip::kMostUnpacked;
+    /// The limits to which copies may grow a workbook: the parts that a zip container can list
+    /// without its 64-bit extension, and the unpacked bytes that are read.
+    static constexpr std::size_t kMaxParts = 65535;
+    static constexpr std::uint64_t kMaxBytes = zip::kMaxUnpacked;
 
     /// The package outlives the copier.
     SheetCopier(const Package& package, const std::vector<std::string>& definedNames);
 
-    /// A copy of the template's sheet `model`, with everything that may fail found out: throws
-    /// Error (DamagedWorkbook, TooDeeplyNested, TooLargeOutput). What could not be copied once
+    /// Plans a copy of the template's sheet `model`. Every failure happens here: throws Error
+    /// (DamagedWorkbook, TooDeeplyNested, TooLargeOutput). A sheet that once could not be copied
     /// cannot be copied later.
     std::shared_ptr<const SheetCopy> Copy(const std::string& model);
-    /// Whether a copy has a part of that name.
     bool HasPart(const std::string& part) const;
 
-    /// Puts the parts of a copy into a package that is saved. `content` gives the copy's own text
-    /// then. Copy and copier outlive the edit.
+    /// Puts the parts of a copy into a package to be saved. `content` makes the text of the copied
+    /// sheet then. Copy and copier outlive the edit.
     void Put(PackageEdit& edit, const SheetCopy& copy, Content content,
              const std::shared_ptr<const NamesOfOwner>& names) const;
 

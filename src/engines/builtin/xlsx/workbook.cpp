@@ -1,7 +1,7 @@
 #include "engines/builtin/xlsx/workbook.h"
 
 #include "book/error.h"
-#include "engines/builtin/common/naming.h"
+#include "engines/builtin/common/error_path.h"
 #include "engines/builtin/xlsx/package/part_errors.h"
 #include "engines/builtin/xml/scanner.h"
 #include "util/error.h"
@@ -13,10 +13,10 @@ namespace orrery::xlsx {
 namespace {
 
 using book::ErrorKind;
-using builtin::Naming;
+using builtin::WithErrorPath;
 using util::Error;
 
-/// Another type of the same family of relationship types, transitional or strict.
+/// Another relationship type of the same family, transitional or strict.
 std::string SiblingType(const std::string& type, std::string_view lastWord)
 {
     return type.substr(0, type.rfind('/') + 1) + std::string(lastWord);
@@ -58,7 +58,7 @@ void Sheet::Write(std::int32_t row, std::int32_t column, const book::CellValue& 
         Tables().WriteTotal(cell, value);
     const auto* text = header ? &*header : std::get_if<std::string>(&value);
     if (text)
-        cells.Set(row, column, SharedText{workbook_.Strings().IndexOf(*text)});
+        cells.Set(row, column, SharedStringIndex{workbook_.Strings().IndexOf(*text)});
     else
         cells.Set(row, column, std::get<std::int16_t>(value));
 }
@@ -101,7 +101,7 @@ Workbook::Workbook(const std::filesystem::path& path) : edit::Workbook(path), pa
     templateParts_ = package_.PartNames();
     workbookPart_ = package_.MainPart();
     links_ = package_.RelationshipsOf(workbookPart_);
-    Naming(path, [this] {
+    WithErrorPath(path, [this] {
         part_ = std::make_unique<WorkbookPart>(package_.ReadXml(workbookPart_), workbookPart_);
         ReadSheets();
     });
@@ -156,7 +156,7 @@ std::unique_ptr<Sheet> Workbook::Copy(Sheet& model)
     return copy;
 }
 
-/// One behind the highest; where that is beyond what Excel takes, the lowest that is free.
+/// One above the highest; if Excel would refuse that, the lowest free one.
 std::uint32_t Workbook::FreeSheetId() const
 {
     std::set<std::uint32_t> taken;
@@ -179,7 +179,7 @@ SharedStrings& Workbook::Strings()
         stringsPart_ = ResolveTarget(workbookPart_, relationship->Target);
     else
         CheckNoStringsAreUnlinked();
-    // A part that is missing held texts which nobody can give back.
+    // The strings of a missing part are lost.
     const auto xml = relationship ? package_.ReadXml(stringsPart_) : PartText();
     auto mainNamespace = RootNamespace(*package_.ReadXml(workbookPart_), workbookPart_);
     auto part = relationship ? stringsPart_ : AddStringsRelationship();
@@ -188,7 +188,7 @@ SharedStrings& Workbook::Strings()
     return *strings_;
 }
 
-/// Programs find such texts by their type, and would take them for those of a new part.
+/// Programs find such strings by their content type, and would take them for those of a new part.
 void Workbook::CheckNoStringsAreUnlinked() const
 {
     for (const auto& part : templateParts_) {

@@ -20,8 +20,8 @@ namespace orrery::xlsx {
 
 class Workbook;
 
-/// A sheet of an open .xlsx workbook. It keeps the template's text and what was changed since; its
-/// text as saved is made when the workbook is saved.
+/// A sheet of an open .xlsx workbook. It keeps the template's text and the changes; its saved text
+/// is made when the workbook is saved.
 class Sheet : public edit::Sheet {
 public:
     enum class Kind { Worksheet, Other };
@@ -36,7 +36,7 @@ private:
     std::unique_ptr<edit::Sheet> MakeCopy() override;
     void Write(std::int32_t row, std::int32_t column, const book::CellValue& value) override;
     const std::shared_ptr<const SheetText>& Text() const;
-    /// The same of a worksheet; nullptr where its part is damaged, and for other sheets.
+    /// The same for a worksheet; nullptr if its part is damaged, and for other sheets.
     const SheetText* ReadableText() const;
     SheetCells& Cells();
     SheetTables& Tables();
@@ -44,7 +44,7 @@ private:
     Workbook& workbook_;
     std::uint32_t sheetId_;
     std::string relationshipId_;
-    std::string part_; // of the template; of a copy that of its model
+    std::string part_; // of the template; for a copy, its model's
     Kind kind_;
     mutable std::shared_ptr<const SheetText> text_;
     mutable bool isDamaged_ = false;
@@ -55,7 +55,7 @@ private:
 
 /// An open .xlsx workbook that is edited in place. Nothing is rewritten when a sheet is renamed,
 /// copied or written: when the workbook is saved, each changed part is made from the template's
-/// text and the changes, and every other part is taken over as it is.
+/// text and the changes, and every other part is copied unchanged.
 class Workbook : public edit::Workbook {
 public:
     /// Throws Error as `Package` does.
@@ -69,7 +69,7 @@ private:
     static constexpr std::uint32_t kHighestSheetId = 65534; // [MS-OI29500] 2.1.607
 
     bool IsStructureProtected() const override { return part_->IsStructureProtected(); }
-    std::size_t MostSheets() const override { return kHighestSheetId; }
+    std::size_t MaxSheets() const override { return kHighestSheetId; }
 
     void ReadSheets();
     std::uint32_t FreeSheetId() const;
@@ -84,7 +84,7 @@ private:
     std::unique_ptr<WorkbookPart> part_;
     std::vector<std::string> templateNames_;
     std::vector<std::string> templateParts_;
-    Relationships links_; // of the workbook part, with those of copies and new texts
+    Relationships links_; // of the workbook part, with those of copies and of new shared strings
     std::unique_ptr<SheetCopier> copier_;
     std::unique_ptr<SharedStrings> strings_;
     std::string stringsPart_;

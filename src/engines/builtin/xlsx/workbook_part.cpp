@@ -16,12 +16,11 @@ namespace {
 
 using Token = xml::Scanner::Token;
 
-// The elements of the workbook that stand before <calcPr>, as far as a missing one goes behind
-// them.
+// The elements of the workbook after which a missing <calcPr> may have to go.
 constexpr std::array<std::string_view, 4> kBeforeCalculation = {
     "sheets", "functionGroups", "externalReferences", "definedNames"};
 
-/// The attribute r:id, whatever the prefix for relationships is.
+/// The attribute r:id, whatever the prefix of the relationships' namespace.
 std::optional<xml::ScannedAttribute> RelationshipAttribute(const xml::Scanner& element)
 {
     for (const xml::ScannedAttribute& attribute : element.Attributes()) {
@@ -111,7 +110,7 @@ private:
         part_.views_.push_back(scanner_.Begin());
     }
 
-    /// Behind an element of the workbook's own, which may wrap alternatives, is a place for others.
+    /// After a top-level element, which may wrap alternatives, others may be inserted.
     void EndElement()
     {
         if (scanner_.Depth() < listDepth_)
@@ -158,7 +157,7 @@ std::string WorkbookPart::ToXml(const std::vector<SavedSheet>& sheets, bool reca
 
 void WorkbookPart::PatchSheets(TextPatch& patch, const std::vector<SavedSheet>& sheets) const
 {
-    std::size_t place = sheets_.front().begin; // for the copies that come next
+    std::size_t place = sheets_.front().begin; // for the next copies
     for (const SavedSheet& sheet : sheets) {
         assert(sheet.Origin < sheets_.size());
         const SheetEntry& entry = sheets_[sheet.Origin];

@@ -23,8 +23,8 @@ using builtin::TextPatch;
 struct SheetEntry {
     std::string Name;
     std::uint32_t SheetId = 0;
-    std::string RelationshipId;        ///< empty where it is missing
-    std::string relationshipAttribute; ///< the name it stands under, prefix included
+    std::string RelationshipId;        ///< empty if it is missing
+    std::string relationshipAttribute; ///< the name of that attribute, prefix included
     std::size_t begin = 0;             ///< of the <sheet> element in the part's text
     std::size_t end = 0;
 };
@@ -38,20 +38,20 @@ public:
 
     const std::vector<SheetEntry>& Sheets() const { return sheets_; }
     const std::vector<NameEntry>& Names() const { return names_; }
-    /// Position of the sheet shown first when the workbook is opened, from 0.
+    /// Position, from 0, of the sheet shown when the workbook is opened.
     std::size_t ActiveSheet() const { return activeSheet_; }
     bool IsStructureProtected() const { return structureProtected_; }
 
-    /// The text for the sheets as they are now:
+    /// The text for the sheets as they are saved:
     /// - <sheets>: names, order, the copies' own entries (state and other attributes of the model);
-    /// - defined names: formulas follow the new names; `localSheetId` follows the new order; a
-    ///   sheet's own names are repeated for each copy, referring to the copy; a workbook name that
-    ///   refers to a model gets a twin of its own on each copy (not where the copy has its own name
-    ///   of that kind); sorted as they came, the new ones behind their originals;
-    /// - views: activeTab and firstSheet follow the new order; custom views name sheets by their
-    ///   ids and stay;
-    /// - calcPr: fullCalcOnLoad="1" when `recalculate`.
-    /// `sheets` holds every sheet of the template once, in its order, with copies between them.
+    /// - defined names: formulas use the new names and `localSheetId` the new order; a sheet's own
+    /// names are repeated for each copy, referring to the copy; a workbook name that refers to a
+    /// model gets a name of the same kind on each copy (unless the model has one of its own); old
+    /// names keep their order, new ones follow their originals;
+    /// - views: activeTab and firstSheet use the new order; custom views refer to sheets by id and
+    /// stay;
+    /// - calcPr: fullCalcOnLoad="1" if `recalculate`.
+    /// `sheets` contains every sheet of the template once, in its order, with copies between them.
     /// `namesFor(position)` and `tablesFor(position)` give the names as seen from the sheet at a
     /// position of `sheets`, `workbookNames` and `workbookTables` those seen from the workbook.
     std::string ToXml(const std::vector<SavedSheet>& sheets, bool recalculate,

@@ -1,4 +1,4 @@
-#include "engines/builtin/common/naming.h"
+#include "engines/builtin/common/error_path.h"
 #include "engines/builtin/edit/recalculation.h"
 #include "engines/builtin/xlsx/document_titles.h"
 #include "engines/builtin/xlsx/package/package_edit.h"
@@ -16,10 +16,10 @@ namespace {
 constexpr std::string_view kStringsType =
     "application/vnd.openxmlformats-officedocument.spreadsheetml.sharedStrings+xml";
 
-/// Parts that name no sheets although they are text, some of them large.
-bool NamesNoSheets(std::string_view type)
+/// Text parts that never refer to sheets, some of them large.
+bool NeverRefersToSheets(std::string_view type)
 {
-    return !MayNameSheets(type) || type.ends_with(".sharedStrings+xml") ||
+    return !MayReferToSheets(type) || type.ends_with(".sharedStrings+xml") ||
            type.ends_with(".styles+xml") || type.ends_with(".theme+xml") ||
            type.ends_with(".pivotCacheRecords+xml") || type.ends_with(".calcChain+xml") ||
            type.ends_with("comments+xml") || type.ends_with("relationships+xml") ||
@@ -28,10 +28,10 @@ bool NamesNoSheets(std::string_view type)
 
 } // namespace
 
-/// What one save works out before it writes: which parts change, and how.
+/// Everything that saving works out before it writes: which parts change, and how.
 class Workbook::Saving {
 public:
-    /// Throws Error where the workbook cannot be saved as it is. The workbook outlives it.
+    /// Throws Error if the workbook cannot be saved. The workbook outlives it.
     explicit Saving(const Workbook& workbook);
 
     void SaveTo(const std::filesystem::path& target) const { edit_.Save(target); }
@@ -39,7 +39,7 @@ public:
 private:
     using Names = std::shared_ptr<const NamesOfOwner>;
 
-    // what is found out of the sheets as they are now
+    // computed from the current sheets
     std::vector<SavedSheet> SavedSheets() const;
     std::vector<bool> SheetsToRecalculate() const;
     edit::SheetReads ReadsOf(const Sheet& sheet,
@@ -66,7 +66,7 @@ private:
 
     const Workbook& workbook_;
     const Package& package_;
-    const std::vector<Sheet*> sheets_;      // as they are now
+    const std::vector<Sheet*> sheets_;      // the current ones
     const std::vector<SavedSheet> saved_;   // the same
     const std::vector<bool> recalculate_;   // whether their stored results are left out
     const std::vector<TableChange> tables_; // of the template
@@ -79,7 +79,7 @@ private:
 
 void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode /*accessMode*/)
 {
-    builtin::Naming(package_.Path(), [&] { Saving(*this).SaveTo(target); });
+    builtin::WithErrorPath(package_.Path(), [&] { Saving(*this).SaveTo(target); });
 }
 
 Workbook::Saving::Saving(const Workbook& workbook)
@@ -107,14 +107,14 @@ std::vector<SavedSheet> Workbook::Saving::SavedSheets() const
     return saved;
 }
 
-// Whole sheets are looked at, not single cells: a sheet is computed anew when it was written or
-// when its formulas may read one that is.
+// Decided for whole sheets, not for single cells: a sheet is computed again if it was written or if
+// its formulas may read one that is.
 std::vector<bool> Workbook::Saving::SheetsToRecalculate() const
 {
     std::map<const edit::Sheet*, std::size_t> positions;
     for (const Sheet* sheet : sheets_)
         positions.emplace(sheet, positions.size());
-    auto recalculate = edit::SpreadChanges(
+    auto recalculate = edit::PropagateChanges(
         workbook_.WrittenSheets(), [&](std::size_t i) { return ReadsOf(*sheets_[i], positions); });
     for (std::size_t i = 0; i < sheets_.size(); ++i) {
         const auto* text = recalculate[i] ? sheets_[i]->ReadableText() : nullptr;
@@ -131,8 +131,8 @@ Workbook::Saving::ReadsOf(const Sheet& sheet,
     const auto* text = sheet.ReadableText();
     if (text == nullptr || !text->HasFormulas())
         return reads;
-    reads.everything = text->Facts().ReadsElsewhere;
-    for (const auto& name : text->Facts().Sheets) {
+    reads.everything = text->Facts().readsElsewhere;
+    for (const auto& name : text->Facts().sheets) {
         if (const auto* const read = workbook_.FindOriginal(name))
             reads.sheets.push_back(positions.at(read));
     }
@@ -165,7 +165,7 @@ Workbook::Saving::Names Workbook::Saving::NamesSeenBy(const Sheet* owner) const
         NamesOfOwner{{workbook_.NamesSeenBy(owner), workbook_.NamesSeenBy(nullptr)}, tables});
 }
 
-/// Sheets of the template see the tables as the workbook does.
+/// Sheets of the template see the workbook's tables.
 std::vector<Workbook::Saving::Names> Workbook::Saving::NamesOfSheets() const
 {
     std::vector<Names> names;
@@ -204,8 +204,8 @@ TextPatch Workbook::Saving::PatchOf(std::size_t position) const
     return patch;
 }
 
-// Of several selected sheets every entry would go into all of them, so only the active one stays
-// selected beside copies. A code name belongs to one module of the macros.
+// An entry into several selected sheets would go into all of them, so beside copies only the active
+// sheet stays selected. A code name belongs to one module of the macros.
 TextPatch Workbook::Saving::SelectionPatch(const Sheet& sheet) const
 {
     const auto& text = *sheet.Text();
@@ -240,7 +240,7 @@ void Workbook::Saving::PutSheets()
         const Sheet& sheet = *sheets_[i];
         const bool needsLook = all || sheet.IsWritten() || recalculate_[i];
         if (sheet.IsCopy() || !needsLook || sheet.ReadableText() == nullptr)
-            continue; // what is damaged stays as it is
+            continue; // a damaged sheet stays as it is
         auto patch = PatchOf(i);
         if (patch.Empty())
             continue;
@@ -261,7 +261,7 @@ void Workbook::Saving::PutRenamedParts()
     }
     for (const auto& part : workbook_.templateParts_) {
         UnlessDamaged([&] { PutRenamedLinks(part); });
-        if (!done.contains(PartKey(part)) && !NamesNoSheets(package_.TypeOf(part)))
+        if (!done.contains(PartKey(part)) && !NeverRefersToSheets(package_.TypeOf(part)))
             UnlessDamaged([&] { PutRenamedPart(part); });
     }
 }
@@ -297,7 +297,7 @@ void Workbook::Saving::PutSharedStrings()
     long references = 0;
     for (const Sheet* sheet : sheets_) {
         if (sheet->cells_)
-            references += sheet->cells_->AddedTextReferences();
+            references += sheet->cells_->AddedStringReferences();
     }
     edit_.Put(workbook_.stringsPart_, kStringsType,
               [this, references] { return workbook_.strings_->ToXml(references); });
@@ -329,8 +329,7 @@ void Workbook::Saving::PutTitles()
     });
 }
 
-// The chain lists every formula cell; programs rebuild it where it is missing, but not where it is
-// wrong.
+// The chain lists every cell with a formula. Programs rebuild a missing chain, but not a wrong one.
 void Workbook::Saving::DropCalculationChain()
 {
     const bool wrong = std::ranges::any_of(sheets_, [](const Sheet* sheet) {
@@ -347,7 +346,7 @@ void Workbook::Saving::DropCalculationChain()
     linksChanged_ = true;
 }
 
-/// Whether the part is what it is said to be, and nothing else refers to it.
+/// Whether the part really is a calculation chain, and nothing else refers to it.
 bool Workbook::Saving::IsOnlyUsedAsChain(const std::string& part) const
 {
     if (!package_.TypeOf(part).ends_with(".calcChain+xml"))

@@ -10,12 +10,12 @@ namespace orrery::xml {
 
 using builtin::TextPatch;
 
-/// A value escaped for the place of the attribute value that begins at `valueBegin`, whichever
-/// quotes stand there.
+/// The value, escaped to replace the attribute value at `valueBegin`, whichever quotes enclose that
+/// one.
 std::string EncodeAttributeAt(std::string_view xml, std::size_t valueBegin, std::string_view value);
 
-/// Gives the element that begins at `element` an attribute, or another value for the one it has.
-/// `xml` was found well-formed before.
+/// Sets an attribute of the element at offset `element`; one that is missing is added. `xml` is
+/// known to be well-formed.
 void SetAttribute(TextPatch& patch, std::string_view xml, std::size_t element,
                   std::string_view name, std::string_view value);
 

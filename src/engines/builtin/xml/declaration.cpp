@@ -6,7 +6,7 @@ namespace {
 constexpr auto kNone = std::string_view::npos;
 constexpr std::string_view kBlanks = " \t\r\n";
 
-/// A value with its name and blanks before it, from `at` on, which then is behind it.
+/// Reads blanks, the name, "=" and a quoted value at `at`, and moves `at` past them.
 std::optional<TextRange> ReadValue(std::string_view text, std::size_t& at, std::string_view name)
 {
     std::size_t next = text.find_first_not_of(kBlanks, at);

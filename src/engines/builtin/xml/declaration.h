@@ -8,15 +8,15 @@
 
 namespace orrery::xml {
 
-/// What a text begins with: <?xml version="1.0" encoding="UTF-8" standalone="yes"?>. The last two
-/// are optional.
+/// The XML declaration: <?xml version="1.0" encoding="UTF-8" standalone="yes"?>. The last two
+/// attributes are optional.
 struct Declaration {
     std::optional<TextRange> encoding; ///< the name between its quotes
-    std::size_t end = 0;               ///< offset behind the declaration
+    std::size_t end = 0;               ///< offset after the declaration
 };
 
-/// Nothing where the text begins with something else, or with a declaration that is not
-/// well-formed. [XML] 2.8
+/// The declaration that the text begins with; nothing if there is none or it is not well-formed.
+/// [XML] 2.8
 std::optional<Declaration> ReadDeclaration(std::string_view text);
 
 } // namespace orrery::xml

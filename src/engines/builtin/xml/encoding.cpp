@@ -23,7 +23,7 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 enum class ByteOrder { Little, Big };
 
-/// By the byte-order mark, else by the zero beside the first "<".
+/// From the byte-order mark, else from the zero beside the first "<".
 std::optional<ByteOrder> Utf16OrderOf(std::string_view bytes)
 {
     const std::string_view first = bytes.substr(0, 2);
@@ -71,8 +71,8 @@ constexpr std::array<char32_t, 32> kWindows1252 = {
     0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
-/// ISO-8859-1 has control characters where Windows-1252 has letters; nobody writes those into a
-/// workbook, but many call Windows-1252 by the other's name.
+/// ISO-8859-1 has control characters where Windows-1252 has letters. No workbook contains those,
+/// but many declare ISO-8859-1 and mean Windows-1252.
 std::string FromSingleBytes(std::string_view bytes, std::string_view partName)
 {
     std::string text;
@@ -104,7 +104,7 @@ bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> name
     return false;
 }
 
-/// U+FFFE and U+FFFF are code points that XML cannot hold; the scanner sees to control characters.
+/// XML forbids U+FFFE and U+FFFF; the scanner checks control characters.
 void CheckCharacters(std::string_view text, std::string_view partName)
 {
     for (std::size_t at = text.find("\xEF\xBF"); at != text.npos;
@@ -143,7 +143,7 @@ std::string DecodePart(std::string bytes, std::string_view partName)
         DeclareUtf8(bytes);
         return bytes;
     }
-    // Some programs declare UTF-16 over a text that they write in UTF-8.
+    // Some programs declare UTF-16 in a text that they write in UTF-8.
     if (IsOneOf(encoding, {"UTF-16", "UTF-16LE", "UTF-16BE"})) {
         DeclareUtf8(bytes);
     }

@@ -11,7 +11,7 @@ namespace orrery::xml {
 
 using builtin::TextPatch;
 
-/// A part that is a flat list: one root element whose children have nothing but attributes.
+/// A part that is a flat list: one root element whose children have only attributes.
 class List {
 public:
     struct Item {
@@ -20,7 +20,7 @@ public:
         std::size_t end = 0;
         std::vector<std::pair<std::string, std::string>> attributes; ///< decoded
 
-        /// The value; empty where the attribute is missing.
+        /// The value; empty if the attribute is missing.
         std::string Attribute(std::string_view name) const;
     };
 
@@ -28,10 +28,10 @@ public:
     List(std::string_view xml, std::string_view partName, std::string_view root);
 
     const std::vector<Item>& Items() const { return items_; }
-    /// An empty element as the part writes them, with the root's prefix.
+    /// An empty element with the root's prefix, as the part writes its items.
     std::string Element(std::string_view localName,
                         const std::vector<std::pair<std::string, std::string>>& attributes) const;
-    /// Adds elements behind the last one.
+    /// Inserts elements after the last one.
     void Append(TextPatch& patch, const std::string& elements) const;
 
 private:

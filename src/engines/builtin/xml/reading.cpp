@@ -8,7 +8,7 @@ namespace orrery::xml {
 
 void EnterRoot(Scanner& scanner)
 {
-    // A text without a root element is an error of the scanner's own.
+    // The scanner itself throws if there is no root element.
     while (scanner.Next() != Scanner::Token::StartTag) {
     }
 }

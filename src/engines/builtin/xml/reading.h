@@ -25,12 +25,12 @@ template <typename Visit> void ForEachChild(Scanner& scanner, Visit&& visit)
     }
 }
 
-/// Whether an attribute is there and says yes ("1", "true").
+/// Whether an attribute is present and true ("1", "true").
 bool IsTrue(const std::optional<ScannedAttribute>& attribute);
 
-/// A number of digits alone, below 4294967296.
+/// A number of digits only, below 4294967296.
 std::optional<std::size_t> ReadDigits(std::string_view text);
-/// The same of an attribute's value; nothing where the attribute is missing.
+/// The same for an attribute's value; nothing if the attribute is missing.
 std::optional<std::size_t> ReadDigits(const std::optional<ScannedAttribute>& attribute);
 
 } // namespace orrery::xml

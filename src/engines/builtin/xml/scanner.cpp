@@ -11,13 +11,13 @@
 namespace orrery::xml {
 namespace {
 
-// What a byte may be; a table because every byte of a sheet passes here. Bytes of characters beyond
-// ASCII count as parts of names, so the scanner is a little wider than XML there.
+// Classes of bytes, in a table because every byte of a sheet is looked up. Bytes of non-ASCII
+// characters count as name characters, so the scanner accepts a little more than XML does.
 constexpr unsigned char kNameStart = 1;
 constexpr unsigned char kName = 2;
 constexpr unsigned char kBlank = 4;
-constexpr unsigned char kTextStop = 8;   // ends a run of plain text: "<", "&", what XML cannot hold
-constexpr unsigned char kValueStop = 16; // the same within an attribute's value: quotes too
+constexpr unsigned char kTextStop = 8;   // ends a run of plain text: "<", "&", what XML forbids
+constexpr unsigned char kValueStop = 16; // the same in an attribute value: quotes too
 
 constexpr std::array<unsigned char, 256> MakeClasses()
 {
@@ -183,7 +183,7 @@ void Scanner::ReadAttribute(std::size_t blank)
 
 void Scanner::CheckAttributeNames() const
 {
-    constexpr std::size_t kFew = 12; // up to here comparing all pairs is the quickest
+    constexpr std::size_t kFew = 12; // up to this count, comparing all pairs is fastest
     const auto fail = [this](std::string_view name) {
         Fail(begin_, "the attribute \"" + std::string(name) + "\" is there twice");
     };
@@ -204,7 +204,7 @@ void Scanner::CheckAttributeNames() const
         fail(*twice);
 }
 
-/// A prefix that nobody declares makes other readers give up. [XML Names] 5
+/// Other readers reject a prefix that is not declared. [XML Names] 5
 void Scanner::CheckPrefixes() const
 {
     const auto check = [this](std::string_view name) {
@@ -228,7 +228,7 @@ void Scanner::Declare(std::string_view prefix, std::string_view uri)
     outer->second = declarations_.size() - 1;
 }
 
-/// The declarations of an element hold up to its EndTag, that included.
+/// The declarations of an element are in scope up to its EndTag, that included.
 void Scanner::EndDeclarations()
 {
     while (!declarations_.empty() && declarations_.back().depth > stack_.size()) {

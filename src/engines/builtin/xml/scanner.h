@@ -11,23 +11,23 @@
 
 namespace orrery::xml {
 
-/// An attribute of the current start tag, as it stands in the text.
+/// An attribute of the current start tag, as written in the text.
 struct ScannedAttribute {
     std::string_view name; ///< with its prefix
-    std::string_view raw;  ///< the value as it is written, without its quotes
-    std::size_t begin = 0; ///< offset of the blank before the name, so that it can be cut out
+    std::string_view raw;  ///< the value as written, without its quotes
+    std::size_t begin = 0; ///< offset of the blank before the name
     std::size_t valueBegin = 0;
-    std::size_t end = 0;        ///< behind the closing quote
-    bool hasReferences = false; ///< whether the value is written with references ("&#x41;")
+    std::size_t end = 0;        ///< after the closing quote
+    bool hasReferences = false; ///< whether the value contains references ("&#x41;")
 
-    /// The value with its references decoded; `decoded` keeps it where there are any.
+    /// The value with its references decoded; `decoded` holds the result if there are any.
     std::string_view Value(std::string& decoded) const;
-    /// Whether the value is that text.
+    /// Whether the decoded value equals the text.
     bool Is(std::string_view text) const;
 };
 
-/// Reads well-formed XML forward without building a tree. Every token knows its place in the text,
-/// so that a writer can replace just that place and leave every other byte alone.
+/// Reads well-formed XML forward without building a tree. Every token knows its offsets in the
+/// text, so that a writer can replace just that range and leave every other byte alone.
 class Scanner {
 public:
     /// Other is a comment, a processing instruction, the XML declaration, or blanks outside the
@@ -38,43 +38,41 @@ public:
     /// `text` is UTF-8 and outlives the scanner. `partName` goes into errors.
     explicit Scanner(std::string_view text, std::string_view partName = {});
 
-    /// The next token. An empty element gives a StartTag and then an EndTag of no length.
-    /// Throws Error: DamagedWorkbook where the text is not well-formed (an attribute that is given
-    /// twice included) or holds a document type declaration, TooDeeplyNested beyond 256 levels.
+    /// The next token. An empty element gives a StartTag, then an EndTag of length 0.
+    /// Throws Error: DamagedWorkbook if the text is not well-formed (a repeated attribute included)
+    /// or has a document type declaration, TooDeeplyNested beyond 256 levels.
     Token Next();
 
     std::size_t Begin() const { return begin_; } ///< offset of the token
-    std::size_t End() const { return end_; }     ///< offset behind the token
+    std::size_t End() const { return end_; }     ///< offset after the token
     std::string_view Raw() const { return text_.substr(begin_, end_ - begin_); }
 
     // StartTag and EndTag
     std::string_view Name() const { return name_; } ///< with its prefix
     std::string_view LocalName() const;
     std::string_view Prefix() const; ///< without the ":"
-    /// The URI that the prefix of the current element stands for; empty when it is not declared.
+    /// The namespace URI of the current element; empty if its prefix is not declared.
     std::string NamespaceUri() const { return NamespaceUri(Prefix()); }
     /// The URI that a prefix stands for at the current element; "" is the default namespace.
     std::string NamespaceUri(std::string_view prefix) const;
     bool IsEmptyElement() const { return emptyElement_; }
-    /// Levels of open elements: the one of the current StartTag counts, that of an EndTag no more.
+    /// The number of open elements: at a StartTag its own is counted, at an EndTag no longer.
     std::size_t Depth() const { return stack_.size(); }
 
     // StartTag
-    /// Checks that the prefixes of the element and its attributes are declared, which is for who
-    /// reads a whole part. Throws Error(DamagedWorkbook).
+    /// Checks that the prefixes of the element and its attributes are declared, for callers that
+    /// check a whole part. Throws Error(DamagedWorkbook).
     void CheckPrefixes() const;
-    /// The attribute with that name, prefix included; nothing where it is missing.
+    /// The attribute with that name, prefix included; nothing if it is missing.
     std::optional<ScannedAttribute> Attribute(std::string_view name) const;
     /// Its decoded value.
     std::optional<std::string> AttributeText(std::string_view name) const;
-    /// All of them in order; they stand until the next token.
+    /// All attributes in order; valid until the next token.
     const std::vector<ScannedAttribute>& Attributes() const { return attributes_; }
 
-    /// From a StartTag to behind its EndTag, whatever lies between; End() is then the offset
-    /// behind.
+    /// Skips from a StartTag past its EndTag; End() is then the offset after the element.
     void SkipElement();
-    /// The decoded text content of the element of the current StartTag and of those inside, up to
-    /// its EndTag.
+    /// Reads from a StartTag to its EndTag. The decoded text of the element and of those in it.
     std::string ElementText();
 
 private:
@@ -82,7 +80,7 @@ private:
         std::size_t depth; // of the element that declares it
         std::string_view prefix;
         std::string_view uri;                // undecoded
-        std::optional<std::size_t> shadowed; // the declaration of the same prefix further out
+        std::optional<std::size_t> shadowed; // the outer declaration of the same prefix
     };
 
     Token ReadMarkup();
@@ -95,7 +93,7 @@ private:
     Token ReadText();
     Token ReadProcessingInstruction();
     Token ReadDeclaration();
-    /// A comment or CDATA section from `begin_` to behind `terminator`.
+    /// A comment or CDATA section from `begin_` to after `terminator`.
     Token ReadUntil(std::size_t contentBegin, std::string_view terminator, Token token);
     Token ReadEnd();
     void CloseElement();

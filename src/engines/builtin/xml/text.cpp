@@ -15,7 +15,7 @@ struct Entity {
 };
 constexpr std::array<Entity, 5> kEntities = {
     {{"amp", U'&'}, {"lt", U'<'}, {"gt", U'>'}, {"quot", U'"'}, {"apos", U'\''}}};
-constexpr std::size_t kLongestEntity = 5; // of an entity, its ";" included
+constexpr std::size_t kMaxEntityLength = 5; // of an entity, its ";" included
 
 bool IsXmlCharacter(char32_t c)
 {
@@ -47,7 +47,7 @@ std::optional<Reference> ReadReference(std::string_view text)
 {
     if (text.substr(1).starts_with('#'))
         return text.size() > 3 ? ReadNumericReference(text) : std::nullopt;
-    const std::size_t end = text.substr(0, kLongestEntity + 1).find(';');
+    const std::size_t end = text.substr(0, kMaxEntityLength + 1).find(';');
     if (end == std::string_view::npos)
         return std::nullopt;
     const std::string_view name = text.substr(1, end - 1);

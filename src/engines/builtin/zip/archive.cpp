@@ -56,7 +56,7 @@ struct FileCloser {
 };
 using OpenEntry = std::unique_ptr<zip_file_t, FileCloser>;
 
-/// Opens through a source because only that tells the system's error code. Takes the source over.
+/// Opens from a source, because only that reports the system's error code. Takes ownership of it.
 zip_t* Open(zip_source_t* source, int flags, ZipError& error)
 {
     if (source == nullptr)
@@ -67,7 +67,7 @@ zip_t* Open(zip_source_t* source, int flags, ZipError& error)
     return handle;
 }
 
-bool BeginsLikeAZip(const std::filesystem::path& path)
+bool HasZipSignature(const std::filesystem::path& path)
 {
     std::array<char, 4> bytes{};
     std::ifstream(path, std::ios::binary).read(bytes.data(), bytes.size());
@@ -86,7 +86,7 @@ bool BeginsLikeAZip(const std::filesystem::path& path)
     case ZIP_ER_OPNOTSUPP: // a folder
         throw Error(util::ErrorKind::FileNotReadable, subject, error.Text());
     case ZIP_ER_NOZIP:
-        if (!BeginsLikeAZip(path))
+        if (!HasZipSignature(path))
             throw Error(ErrorKind::NotAWorkbook, subject);
         throw Error(ErrorKind::DamagedWorkbook, subject, "the zip container has no directory");
     default:
@@ -99,7 +99,7 @@ bool BeginsLikeAZip(const std::filesystem::path& path)
 Reader::Reader(const std::filesystem::path& path) : path_(path), file_(path)
 {
     ZipError error;
-    const auto utf8 = path.u8string(); // what the library takes on every system
+    const auto utf8 = path.u8string(); // libzip takes UTF-8 on every system
     const std::string name(utf8.begin(), utf8.end());
     Handle handle(
         Open(zip_source_file_create(name.c_str(), 0, -1, error.Get()), ZIP_RDONLY, error));
@@ -129,7 +129,8 @@ void Reader::HandleCloser::operator()(zip_t* handle) const
     zip_discard(handle);
 }
 
-/// Reads an entry piece by piece: `room` gives the place for so many bytes from an offset on.
+/// Reads an entry piece by piece: `room(offset, size)` gives the buffer for the bytes from that
+/// offset on of the entry's `size`.
 template <typename Room> void Reader::Unpack(std::size_t index, Room room) const
 {
     const Entry& entry = entries_.at(index);
@@ -162,7 +163,7 @@ std::string Reader::Read(std::size_t index) const
 {
     std::string bytes;
     Unpack(index, [&](std::uint64_t size, std::uint64_t declared) {
-        // Memory grows with what really comes, not with what is declared.
+        // Memory grows with what is read, not with what is declared.
         if (size == bytes.size())
             bytes.resize(static_cast<std::size_t>(std::min(declared, std::max(kMiB, size * 2))));
         return std::pair(bytes.data() + size, bytes.size() - size);
@@ -180,23 +181,23 @@ void Reader::Verify(std::size_t index) const
     });
 }
 
-/// One entry to be packed. libzip asks for it while it closes the container.
+/// An entry to be compressed. libzip asks for it while it closes the container.
 struct Writer::Pending {
     Producer producer;
     std::string content;
     std::uint64_t size = 0;
-    bool isMade = false;
+    bool isProduced = false;
     bool isSized = false;
     std::size_t position = 0;
     std::exception_ptr failure;
 
-    /// libzip's callback. Nothing may be thrown through it.
+    /// libzip's callback; must not throw.
     static zip_int64_t Serve(void* state, void* data, zip_uint64_t length,
                              zip_source_cmd_t command);
-    zip_int64_t Make();
+    zip_int64_t Produce();
     zip_int64_t Describe(zip_stat_t& stat);
-    zip_int64_t Give(char* buffer, zip_uint64_t length);
-    zip_int64_t Forget();
+    zip_int64_t Read(char* buffer, zip_uint64_t length);
+    zip_int64_t Discard();
     static zip_int64_t ReportError(void* data, zip_uint64_t length);
 };
 
@@ -212,11 +213,11 @@ zip_int64_t Writer::Pending::Serve(void* state, void* data, zip_uint64_t length,
     case ZIP_SOURCE_STAT:
         return pending.Describe(*static_cast<zip_stat_t*>(data));
     case ZIP_SOURCE_OPEN:
-        return pending.Make();
+        return pending.Produce();
     case ZIP_SOURCE_READ:
-        return pending.Give(static_cast<char*>(data), length);
+        return pending.Read(static_cast<char*>(data), length);
     case ZIP_SOURCE_CLOSE:
-        return pending.Forget();
+        return pending.Discard();
     case ZIP_SOURCE_ERROR:
         return ReportError(data, length);
     case ZIP_SOURCE_FREE:
@@ -226,18 +227,18 @@ zip_int64_t Writer::Pending::Serve(void* state, void* data, zip_uint64_t length,
     }
 }
 
-zip_int64_t Writer::Pending::Make()
+zip_int64_t Writer::Pending::Produce()
 {
     position = 0;
-    if (isMade)
+    if (isProduced)
         return 0;
     try {
         content = producer();
         size = content.size();
-        isMade = isSized = true;
+        isProduced = isSized = true;
         return 0;
     }
-    catch (...) { // goes on from Close
+    catch (...) { // rethrown by Close
         failure = std::current_exception();
         return -1;
     }
@@ -245,8 +246,8 @@ zip_int64_t Writer::Pending::Make()
 
 zip_int64_t Writer::Pending::Describe(zip_stat_t& stat)
 {
-    // With the size known beforehand libzip writes plain entries, not zip64 ones.
-    if (!isSized && Make() != 0)
+    // If the size is known in advance, libzip writes plain entries, not zip64 ones.
+    if (!isSized && Produce() != 0)
         return -1;
     zip_stat_init(&stat);
     stat.size = size;
@@ -254,7 +255,7 @@ zip_int64_t Writer::Pending::Describe(zip_stat_t& stat)
     return sizeof stat;
 }
 
-zip_int64_t Writer::Pending::Give(char* buffer, zip_uint64_t length)
+zip_int64_t Writer::Pending::Read(char* buffer, zip_uint64_t length)
 {
     const std::size_t count = std::min<std::size_t>(length, content.size() - position);
     std::copy_n(content.data() + position, count, buffer);
@@ -262,9 +263,9 @@ zip_int64_t Writer::Pending::Give(char* buffer, zip_uint64_t length)
     return static_cast<zip_int64_t>(count);
 }
 
-zip_int64_t Writer::Pending::Forget()
+zip_int64_t Writer::Pending::Discard()
 {
-    isMade = false;
+    isProduced = false;
     std::string().swap(content);
     return 0;
 }
@@ -296,7 +297,7 @@ void Writer::CopyEntry(const Reader& source, std::size_t index, const std::strin
     }
     const std::uint64_t added =
         Add(name, zip_source_zip(handle_.get(), source.handle_.get(), index, 0, 0, -1));
-    // Otherwise libzip would pack what was stored, and packs anew what it does not know.
+    // Otherwise libzip would compress stored entries, and recompress those of unknown methods.
     zip_set_file_compression(handle_.get(), added, stat.comp_method, 0);
 }
 
@@ -338,7 +339,7 @@ void Writer::Close()
     }
     ZipError error(zip_get_error(handle_.get()));
     const std::string target = util::FromPath(path_);
-    const Error limit = util::NotWritten(path_, {error.SystemCode(), std::generic_category()});
+    const Error limit = util::MakeWriteError(path_, {error.SystemCode(), std::generic_category()});
     if (limit.Kind() != util::ErrorKind::FileNotWritable)
         throw Error(limit);
     switch (error.Code()) {

@@ -16,8 +16,8 @@ namespace {
 using book::ErrorKind;
 using util::Error;
 
-constexpr std::uint64_t kMostRatio = 1000;
-constexpr std::uint64_t kRatioCounts = std::uint64_t{10} << 20U; // below, a ratio says nothing
+constexpr std::uint64_t kMaxRatio = 1000;
+constexpr std::uint64_t kMinSizeForRatio = std::uint64_t{10} << 20U; // below, the ratio is ignored
 
 [[noreturn]] void ThrowTooLarge(const std::filesystem::path& path, const std::string& what)
 {
@@ -26,16 +26,16 @@ constexpr std::uint64_t kRatioCounts = std::uint64_t{10} << 20U; // below, a rat
 
 bool IsSuspicious(std::uint64_t unpacked, std::uint64_t packed)
 {
-    return unpacked > kRatioCounts && unpacked / kMostRatio > packed;
+    return unpacked > kMinSizeForRatio && unpacked / kMaxRatio > packed;
 }
 
-/// Whether a name is written in printable ASCII, which all readers take for the same.
+/// Whether a name is printable ASCII, which all readers decode alike.
 bool IsPlain(std::string_view name)
 {
     return std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c <= '~'; });
 }
 
-/// Names beyond ASCII are in one of several encodings; nobody refers to such parts.
+/// Names beyond ASCII may be in one of several encodings; no part refers to them.
 bool IsBeyondAscii(std::string_view name)
 {
     return std::any_of(name.begin(), name.end(),
@@ -48,7 +48,7 @@ std::uint64_t CheckSizes(const std::filesystem::path& path, const std::vector<En
 {
     std::uint64_t total = 0;
     for (const Entry& entry : entries) {
-        if (entry.size > kMostUnpacked - total)
+        if (entry.size > kMaxUnpacked - total)
             ThrowTooLarge(path, "more than 1 GiB");
         total += entry.size;
         if (IsSuspicious(entry.size, entry.compressedSize))
@@ -68,7 +68,7 @@ void CheckIsUnambiguous(const std::filesystem::path& path, const std::vector<Ent
     };
     const auto names = ReadDirectoryNames(path);
     if (!names)
-        return; // libzip is the only one that makes something of it
+        return; // no other reader gets this far
     if (names->size() != entries.size())
         fail("the zip container has two directories");
     for (std::size_t i = 0; i < entries.size(); ++i) {

@@ -9,10 +9,10 @@ namespace orrery::zip {
 namespace {
 
 constexpr std::size_t kEndRecord = 22;   // without its comment
-constexpr std::size_t kLocator = 20;     // of the 64-bit end record, right before the other one
-constexpr std::size_t kEndRecord64 = 56; // without what may extend it
+constexpr std::size_t kLocator = 20;     // of the zip64 end record; right before the end record
+constexpr std::size_t kEndRecord64 = 56; // without its extensible data
 constexpr std::size_t kHeader = 46;      // of an entry, without name, extra fields and comment
-constexpr std::size_t kLongestComment = 0xFFFF;
+constexpr std::size_t kMaxComment = 0xFFFF;
 
 std::uint64_t ReadNumber(std::string_view bytes, std::size_t at, std::size_t size)
 {
@@ -32,7 +32,7 @@ public:
     }
 
     std::uint64_t Size() const { return size_; }
-    /// Empty where they are not all there.
+    /// Empty if the file ends before.
     std::string Read(std::uint64_t at, std::uint64_t count)
     {
         if (at > size_ || size_ - at < count)
@@ -48,7 +48,7 @@ private:
     std::uint64_t size_ = 0;
 };
 
-/// Where the last end record lies in the file's tail: the one that reaches to the end of the file,
+/// The offset of the last end record in the file's tail: the one whose comment ends with the file,
 /// else the last of all.
 std::optional<std::size_t> FindEndRecord(std::string_view tail)
 {
@@ -71,12 +71,11 @@ struct Directory {
     std::uint64_t entries = 0;
 };
 
-/// The directory lies right before its end record, wherever the record says that it begins: there
-/// may be something in front of the container.
+/// The directory is right before its end record, whatever offset the record gives: there may be
+/// other data in front of the container.
 std::optional<Directory> FindDirectory(Source& file)
 {
-    const std::uint64_t tailSize =
-        std::min<std::uint64_t>(file.Size(), kEndRecord + kLongestComment);
+    const std::uint64_t tailSize = std::min<std::uint64_t>(file.Size(), kEndRecord + kMaxComment);
     const std::uint64_t tailBegin = file.Size() - tailSize;
     const std::string tail = file.Read(tailBegin, tailSize);
     const auto end = FindEndRecord(tail);

@@ -12,7 +12,7 @@
 namespace orrery::zip {
 namespace {
 
-/// What libzip asks of a place that it writes to, in its own terms: -1 with an error set, or not.
+/// Carries out libzip's write commands; a command that fails sets the error and returns -1.
 class ZipTarget {
 public:
     explicit ZipTarget(std::filesystem::path path) : path_(std::move(path))
@@ -39,7 +39,7 @@ private:
     {
         switch (command) {
         case ZIP_SOURCE_SUPPORTS:
-            // The reading that is promised is never asked for: the container is new.
+            // libzip demands a source that can be read but never reads it: the container is new.
             return zip_source_make_command_bitmap(
                 ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_SEEK,
                 ZIP_SOURCE_TELL, ZIP_SOURCE_STAT, ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE,
@@ -47,7 +47,7 @@ private:
                 ZIP_SOURCE_TELL_WRITE, ZIP_SOURCE_COMMIT_WRITE, ZIP_SOURCE_ROLLBACK_WRITE,
                 ZIP_SOURCE_REMOVE, ZIP_SOURCE_SUPPORTS, -1);
         case ZIP_SOURCE_STAT:
-            errno = ENOENT; // whatever lies there is not looked at
+            errno = ENOENT; // a file that is already there is ignored
             return Fail(ZIP_ER_READ);
         case ZIP_SOURCE_ERROR:
             return zip_error_to_data(&error_, data, length);
@@ -108,7 +108,7 @@ private:
     zip_int64_t Remove()
     {
         file_.close();
-        std::error_code ignored; // what cannot be removed cannot be reported here either
+        std::error_code ignored; // a file that cannot be removed cannot be reported here either
         std::filesystem::remove(path_, ignored);
         return 0;
     }

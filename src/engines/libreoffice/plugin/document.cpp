@@ -27,8 +27,8 @@ namespace fs = std::filesystem;
 using book::ErrorKind;
 using css::uno::UNO_QUERY_THROW;
 
-/// LibreOffice makes something of almost every file. Nothing where it is what a template may be.
-std::optional<ErrorKind> ObjectionTo(const Reference<css::lang::XComponent>& document)
+/// LibreOffice reads almost any file. Nothing if this one can be a template.
+std::optional<ErrorKind> ReasonToRefuse(const Reference<css::lang::XComponent>& document)
 {
     static const std::map<std::string, std::optional<ErrorKind>> kFilters = {
         {"Calc MS Excel 2007 XML", std::nullopt},
@@ -58,13 +58,13 @@ std::optional<ErrorKind> ObjectionTo(const Reference<css::lang::XComponent>& doc
                 util::FromPath(target), isFull ? "" : "LibreOffice could not store it");
 }
 
-/// What LibreOffice writes before it gets its place.
+/// A file that LibreOffice writes before it is moved to its place.
 class StoredFile {
 public:
     explicit StoredFile(fs::path path) : path_(std::move(path)) {}
     ~StoredFile()
     {
-        std::error_code ignored; // the next one is written over it
+        std::error_code ignored; // the next one overwrites it
         fs::remove(path_, ignored);
     }
     StoredFile(const StoredFile&) = delete;
@@ -82,7 +82,7 @@ void StoreDocument(Office& office, const Reference<css::frame::XModel2>& documen
                    const std::string& filter, const fs::path& target)
 {
     util::FileReplacement replacement(target);
-    // Not beside the target: an instance that dies leaves files of its own beside what it writes.
+    // Not beside the target: an instance that dies leaves temporary files beside its output.
     const StoredFile stored(office.Folder() / "stored");
     office.Call([&] {
         const Reference<css::frame::XStorable> storable(document, UNO_QUERY_THROW);
@@ -90,7 +90,7 @@ void StoreDocument(Office& office, const Reference<css::frame::XModel2>& documen
             storable->storeToURL(ToUrl(stored.Path()),
                                  Arguments({{"FilterName", Any(ToUno(filter))}}));
         }
-        catch (const css::io::IOException&) { // its words are numbers
+        catch (const css::io::IOException&) { // its message is a number
             ThrowNotStored(target, stored.Path());
         }
     });
@@ -98,7 +98,7 @@ void StoreDocument(Office& office, const Reference<css::frame::XModel2>& documen
     std::ofstream to(replacement.TemporaryPath(), std::ios::binary | std::ios::trunc);
     errno = 0;
     if (!(to << from.rdbuf()) || !to.flush())
-        throw util::NotWritten(target, {errno, std::generic_category()});
+        throw util::MakeWriteError(target, {errno, std::generic_category()});
     to.close();
     replacement.Commit();
 }
@@ -125,9 +125,9 @@ Reference<css::frame::XModel2> OpenDocument(Office& office, const std::filesyste
         throw questions->WasPasswordWanted()
             ? Error(ErrorKind::PasswordProtected, name)
             : Error(ErrorKind::NotAWorkbook, name, "LibreOffice cannot read it");
-    if (const auto objection = office.Call([&] { return ObjectionTo(document); })) {
+    if (const auto reason = office.Call([&] { return ReasonToRefuse(document); })) {
         office.Discard(document);
-        throw Error(*objection, name);
+        throw Error(*reason, name);
     }
     return office.Call([&] { return Reference<css::frame::XModel2>(document, UNO_QUERY_THROW); });
 }

@@ -9,11 +9,11 @@
 
 namespace orrery::libreoffice {
 
-/// The filters that read and write .xls, and .xlt.
+/// The filters that read and write .xls and .xlt.
 inline constexpr const char* kBinaryFilter = "MS Excel 97";
 inline constexpr const char* kBinaryTemplateFilter = "MS Excel 97 Vorlage/Template";
 
-/// Loads a workbook out of sight. Throws Error (FileNotFound, FileNotReadable, NotAWorkbook,
+/// Loads a workbook without showing it. Throws Error (FileNotFound, FileNotReadable, NotAWorkbook,
 /// BinaryWorkbook, OldBinaryFormat, and what calls throw).
 Reference<css::frame::XModel2> OpenDocument(Office& office, const std::filesystem::path& path,
                                             LoadMode mode);
@@ -23,7 +23,7 @@ Reference<css::frame::XModel2> OpenDocument(Office& office, const std::filesyste
 void StoreDocument(Office& office, const Reference<css::frame::XModel2>& document,
                    const std::string& filter, const std::filesystem::path& target);
 
-/// The name of the filter that read the document. To be called inside Office::Call.
+/// The name of the filter that read the document. Call it inside Office::Call.
 std::string FilterOf(const Reference<css::frame::XModel2>& document);
 
 } // namespace orrery::libreoffice

@@ -26,26 +26,26 @@ namespace orrery::libreoffice {
 namespace {
 
 constexpr char kRelease = 'r';
-constexpr int kChannel = 3;   // of the guard
-constexpr int kInherited = 4; // of the guard and of the program
+constexpr int kChannel = 3;   // in the guard
+constexpr int kInherited = 4; // in the guard and the program
 
-// Between fork and exec only calls that are safe there: no memory is taken.
+// Between fork and exec only calls that are safe there: no memory is allocated.
 
-void LeadNowhere()
+void RedirectStreamsToNull()
 {
     const int nowhere = ::open("/dev/null", O_RDWR);
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         ::dup2(nowhere, stream);
 }
 
-/// Leaves the guard its channel and what the program inherits, which may be -1.
-void CloseOthers(int channel, int inherited)
+/// Leaves the guard only its channel and the inherited descriptor, which may be -1.
+void CloseOtherDescriptors(int channel, int inherited)
 {
-    // First out of the way of the places that they and the streams will have.
+    // Move both out of the way of the numbers that they and the standard streams will get.
     channel = ::fcntl(channel, F_DUPFD, kInherited + 1);
     if (inherited >= 0)
         inherited = ::fcntl(inherited, F_DUPFD, kInherited + 1);
-    LeadNowhere();
+    RedirectStreamsToNull();
     ::dup2(channel, kChannel);
     if (inherited >= 0)
         ::dup2(inherited, kInherited);
@@ -57,26 +57,26 @@ void CloseOthers(int channel, int inherited)
 [[noreturn]] void RunProgram(char* const* command)
 {
     ::setsid();
-    ::signal(SIGPIPE, SIG_DFL); // of this program it would inherit to ignore it
+    ::signal(SIGPIPE, SIG_DFL); // it would inherit that this program ignores it
     ::close(kChannel);
     ::execv(command[0], command);
     ::_exit(127);
 }
 
-/// Whether the guard was told to leave the program alone; else its owner is gone.
+/// Whether the owner released the program; otherwise the owner is gone.
 bool IsReleased()
 {
     char message = 0;
     return ::read(kChannel, &message, 1) == 1 && message == kRelease;
 }
 
-/// A descriptor that can be read when the process has ended. pidfd_open(2)
-int EndOf(pid_t process)
+/// A descriptor that becomes readable when the process ends. pidfd_open(2)
+int OpenPidfd(pid_t process)
 {
     return static_cast<int>(::syscall(SYS_pidfd_open, process, 0));
 }
 
-/// Ends the guard's own children; false where the system does not name them.
+/// Kills the guard's own children; false if the system does not list them.
 bool KillChildren()
 {
     std::array<char, 4096> list = {};
@@ -93,7 +93,7 @@ bool KillChildren()
     return size >= 0;
 }
 
-/// Ends the program and what it started. Those whose parents end become the guard's children.
+/// Kills the program and all that it started. Orphans become the guard's children.
 void EndAll(pid_t program)
 {
     ::kill(-program, SIGKILL);
@@ -104,11 +104,12 @@ void EndAll(pid_t program)
     } while (ended > 0 || errno == EINTR);
 }
 
-/// Waits for whichever comes first: the program's end, a word of its owner, or the owner's end.
+/// Waits for whichever comes first: the end of the program, a message of its owner, or the owner's
+/// end.
 [[noreturn]] void Guard(char* const* command)
 {
-    ::setsid();                           // keys of a terminal do not reach it
-    ::prctl(PR_SET_CHILD_SUBREAPER, 1UL); // all that the program starts ends in its arms
+    ::setsid();                           // out of reach of the terminal's keys
+    ::prctl(PR_SET_CHILD_SUBREAPER, 1UL); // orphaned descendants become its children
     const pid_t program = ::fork();
     if (program == 0)
         RunProgram(command);
@@ -117,12 +118,12 @@ void EndAll(pid_t program)
         ::_exit(1);
     }
     ::close(kInherited);
-    std::array<pollfd, 2> events = {{{kChannel, POLLIN, 0}, {EndOf(program), POLLIN, 0}}};
+    std::array<pollfd, 2> events = {{{kChannel, POLLIN, 0}, {OpenPidfd(program), POLLIN, 0}}};
     while (::poll(events.data(), events.size(), -1) < 0 && errno == EINTR) {
     }
     if (events[1].revents == 0 && IsReleased())
         ::_exit(0);
-    EndAll(program); // what it started may have outlived it
+    EndAll(program); // its descendants may have outlived it
     ::_exit(0);
 }
 
@@ -180,12 +181,12 @@ GuardedProcess::GuardedProcess(const std::vector<std::string>& command, int inhe
     std::vector<char*> words;
     words.reserve(command.size() + 1);
     for (const std::string& word : command)
-        words.push_back(const_cast<char*>(word.c_str())); // as exec wants them
+        words.push_back(const_cast<char*>(word.c_str())); // the type that exec wants
     words.push_back(nullptr);
     auto [own, guards] = MakeChannel();
     guard_ = ::fork();
     if (guard_ == 0) {
-        CloseOthers(guards.Number(), inherited);
+        CloseOtherDescriptors(guards.Number(), inherited);
         Guard(words.data());
     }
     guards.Close();
@@ -213,7 +214,7 @@ bool GuardedProcess::WaitForEnd(std::chrono::milliseconds time) const
 
 std::chrono::milliseconds GuardedProcess::ComputedTime() const
 {
-    constexpr std::size_t kGroup = 2; // places among the fields
+    constexpr std::size_t kGroup = 2; // indexes of the fields
     constexpr std::size_t kUser = 11;
     constexpr std::size_t kSystem = 12;
     long long ticks = 0;
@@ -240,7 +241,7 @@ void GuardedProcess::Release()
 {
     if (!channel_.IsOpen())
         return;
-    // Where the program has just ended the guard is gone, too.
+    // If the program has just ended, the guard is gone, too.
     static_cast<void>(::send(channel_.Number(), &kRelease, 1, MSG_NOSIGNAL));
     WaitForGuard();
     channel_.Close();

@@ -36,7 +36,7 @@ constexpr const char* kNoAnswer = "it did not answer in time.";
 constexpr std::string_view kPipePrefix = "orrery-";
 constexpr std::string_view kPipeDigits = "0123456789abcdef";
 
-/// A name that nobody else chooses.
+/// A random name.
 std::string NewPipeName()
 {
     std::random_device random;
@@ -46,16 +46,16 @@ std::string NewPipeName()
     return name;
 }
 
-/// The file of the pipe, which stays where LibreOffice made it when that was killed.
+/// Removes the file of the pipe, which LibreOffice leaves behind if it is killed.
 void RemovePipe(const std::string& name)
 {
     std::error_code ignored;
     std::filesystem::remove("/tmp/OSL_PIPE_" + std::to_string(::getuid()) + '_' + name, ignored);
 }
 
-/// A name for the pipe of the profile's next instance. The pipe of its last one is removed: when
-/// that was killed together with its program, nobody else could.
-std::string TakePipe(const ProfileFolder& profile)
+/// A name for the pipe of the profile's next instance. The last instance's pipe is removed, because
+/// nobody else does that if it was killed together with its program.
+std::string NextPipeName(const ProfileFolder& profile)
 {
     const auto record = profile.Path() / "pipe";
     const std::string last = util::ReadTextFile(record).value_or("");
@@ -63,7 +63,7 @@ std::string TakePipe(const ProfileFolder& profile)
         last.find_first_not_of(kPipeDigits, kPipePrefix.size()) == std::string::npos)
         RemovePipe(last);
     std::string name = NewPipeName();
-    std::ofstream(record) << name; // without it, one file would stay
+    std::ofstream(record) << name; // if this fails, one file may stay
     return name;
 }
 
@@ -87,11 +87,11 @@ std::vector<std::string> Command(const StartOptions& options, const ProfileFolde
             "--nofirststartwizard"};
 }
 
-/// This program's own part of the object model, made once: its libraries cannot be let go of again.
+/// This program's part of the object model, created once, because its libraries cannot be unloaded.
 const Reference<css::uno::XComponentContext>& LocalContext(const std::filesystem::path& program)
 {
     static const auto context = [&] {
-        // "unorc" knows the types of the language alone; those of the office lie in a folder.
+        // "unorc" knows only the types of the language; those of the office are in a folder.
         rtl::Bootstrap::set("URE_MORE_TYPES", "<" + ToUrl(program / "types") + ">*");
         return cppu::defaultBootstrap_InitialComponentContext(ToUrl(program / "unorc"));
     }();
@@ -140,12 +140,12 @@ Arguments(std::initializer_list<std::pair<const char*, Any>> arguments)
 }
 
 Office::Office(const StartOptions& options)
-    : options_(options), profile_(options.profiles), pipe_(TakePipe(profile_)),
+    : options_(options), profile_(options.profiles), pipe_(NextPipeName(profile_)),
       process_(Command(options, profile_, pipe_), profile_.Lock()),
       watchdog_(
-          options.patience, [this] { return process_.ComputedTime(); }, [this] { process_.Kill(); })
+          options.timeouts, [this] { return process_.ComputedTime(); }, [this] { process_.Kill(); })
 {
-    std::signal(SIGPIPE, SIG_IGN); // a call to an instance that is gone fails, and nothing more
+    std::signal(SIGPIPE, SIG_IGN); // a call to an instance that is gone then just fails
     try {
         Connect();
     }
@@ -157,13 +157,13 @@ Office::Office(const StartOptions& options)
 
 Office::~Office()
 {
-    LetGo();
+    Disconnect();
     if (!hasLeft_)
         End();
 }
 
-/// Drops every reference to something in the instance, and ends the threads of the connection.
-void Office::LetGo()
+/// Drops every reference to the instance and ends the threads of the connection.
+void Office::Disconnect()
 {
     unseen_.Clear();
     desktop_.clear();
@@ -172,12 +172,12 @@ void Office::LetGo()
         if (bridge_.is())
             Reference<css::lang::XComponent>(bridge_, UNO_QUERY_THROW)->dispose();
     }
-    catch (const css::uno::Exception&) { // it has ended by itself
+    catch (const css::uno::Exception&) { // it has already ended
     }
     bridge_.clear();
 }
 
-/// By force. The profile may have been left in the middle of something.
+/// By force. The profile may be left damaged.
 void Office::End()
 {
     process_.End();
@@ -189,7 +189,7 @@ void Office::End()
 void Office::Connect()
 {
     constexpr auto kStep = std::chrono::milliseconds(20);
-    const auto end = Clock::now() + options_.patience.start;
+    const auto end = Clock::now() + options_.timeouts.start;
     try {
         const auto& local = LocalContext(options_.programFolder);
         const auto connector = css::connection::Connector::create(local);
@@ -205,14 +205,14 @@ void Office::Connect()
             }
             catch (const css::connection::NoConnectException&) {
                 if (process_.WaitForEnd(kStep))
-                    ThrowNotStarted(watchdog_.HasBitten() ? kNoAnswer : kEnded);
+                    ThrowNotStarted(watchdog_.HasFired() ? kNoAnswer : kEnded);
                 if (Clock::now() > end)
                     ThrowNotStarted(kNoAnswer);
             }
         }
     }
     catch (const css::uno::Exception& failure) {
-        if (watchdog_.HasBitten())
+        if (watchdog_.HasFired())
             ThrowNotStarted(kNoAnswer);
         ThrowNotStarted(process_.IsRunning() ? FromUno(failure.Message) : kEnded);
     }
@@ -242,7 +242,7 @@ Office::Load(const std::filesystem::path& path, LoadMode mode,
             }
             return desktop_->loadComponentFromURL(ToUrl(path), "_blank", 0, arguments);
         }
-        catch (const css::lang::IllegalArgumentException&) { // no format that it knows
+        catch (const css::lang::IllegalArgumentException&) { // a format that it does not know
             return {};
         }
     });
@@ -257,7 +257,7 @@ void Office::Discard(const Reference<css::uno::XInterface>& document) noexcept
         const Reference<css::util::XCloseable> closeable(document, UNO_QUERY_THROW);
         closeable->close(true);
     }
-    catch (const css::uno::Exception&) { // it goes with the instance
+    catch (const css::uno::Exception&) { // it ends with the instance
     }
 }
 
@@ -270,11 +270,11 @@ void Office::Quit()
         if (!isLost_)
             desktop_->terminate();
     }
-    catch (const css::uno::Exception&) { // the answer may be lost with the one who gives it
+    catch (const css::uno::Exception&) { // the instance may end before it answers
     }
-    LetGo();
+    Disconnect();
     RemovePipe(pipe_);
-    hasLeft_ = !isLost_ && process_.WaitForEnd(options_.patience.quit) && !watchdog_.HasBitten();
+    hasLeft_ = !isLost_ && process_.WaitForEnd(options_.timeouts.quit) && !watchdog_.HasFired();
     RemovePipe(pipe_);
     if (!hasLeft_)
         End();
@@ -284,11 +284,11 @@ void Office::Release()
 {
     try {
         const Watchdog::Call watched(watchdog_);
-        unseen_.Dispose(); // or it would stay when the user has closed all others
+        unseen_.Dispose(); // otherwise it would stay open when the user has closed all others
     }
     catch (const css::uno::Exception&) { // the user has closed them all
     }
-    LetGo();
+    Disconnect();
     process_.Release();
     hasLeft_ = true;
 }
@@ -297,7 +297,7 @@ void Office::ThrowLost()
 {
     isLost_ = true;
     throw Error(book::ErrorKind::ApplicationLost, "LibreOffice",
-                watchdog_.HasBitten() ? "it was waited for too long" : "it has ended unexpectedly");
+                watchdog_.HasFired() ? "it was waited for too long" : "it has ended unexpectedly");
 }
 
 void ThrowFailure(const css::uno::Exception& failure)

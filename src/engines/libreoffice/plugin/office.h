@@ -30,34 +30,34 @@ namespace css = com::sun::star;
 
 rtl::OUString ToUno(std::string_view utf8);
 std::string FromUno(const rtl::OUString& text);
-/// The address of a file.
+/// The URL of a file.
 rtl::OUString ToUrl(const std::filesystem::path& path);
-/// Named arguments, as files are loaded and stored with.
+/// Named arguments for loading and storing files.
 css::uno::Sequence<css::beans::PropertyValue>
 Arguments(std::initializer_list<std::pair<const char*, Any>> arguments);
 
-/// Throws Error(ApplicationFailure) with LibreOffice's own words.
+/// Throws Error(ApplicationFailure) with LibreOffice's message.
 [[noreturn]] void ThrowFailure(const css::uno::Exception& failure);
 
-/// What a file is loaded as.
+/// How a file is loaded.
 enum class LoadMode {
-    AsTemplate, ///< a document of its own that the file knows nothing of, without macros and links
+    AsTemplate, ///< a new document without a file, without macros and links
     ToPrint,    ///< the file itself, neither locked nor changed, without macros and links
     ForUser     ///< the file itself, in a window that the user sees
 };
 
-/// A running instance of LibreOffice that belongs to this program: with a profile and a connection
-/// of its own, and out of sight. It ends with this object unless it was released.
+/// A running instance of LibreOffice that belongs to this program, with its own profile and
+/// connection, and not visible. It ends with this object unless it was released.
 class Office {
 public:
-    /// Starts it and waits until it answers. Throws Error (ApplicationFailure).
+    /// Starts it and waits until it answers. Throws Error(ApplicationFailure).
     explicit Office(const StartOptions& options);
     ~Office();
     Office(const Office&) = delete;
     Office& operator=(const Office&) = delete;
 
-    /// Runs calls to the instance. Throws Error: ApplicationFailure with LibreOffice's own words,
-    /// ApplicationLost where the instance is gone or had to be ended.
+    /// Runs calls to the instance. Throws Error: ApplicationFailure with LibreOffice's message,
+    /// ApplicationLost if the instance is gone or had to be ended.
     template <class Calls> auto Call(Calls&& calls)
     {
         const Watchdog::Call watched(watchdog_);
@@ -72,28 +72,28 @@ public:
         }
     }
 
-    /// Loads a file, out of sight unless it is for the user. Nobody is asked but `questions`. An
-    /// empty reference where it cannot be loaded.
+    /// Loads a file, without a visible window unless it is for the user. Only `questions` is asked
+    /// anything. An empty reference if the file cannot be loaded.
     Reference<css::lang::XComponent>
     Load(const std::filesystem::path& path, LoadMode mode,
          const Reference<css::task::XInteractionHandler>& questions);
 
-    /// A folder of the instance's own, for files that pass. It goes when the instance dies.
+    /// A folder of the instance for temporary files. It is removed if the instance dies.
     const std::filesystem::path& Folder() const { return profile_.Path(); }
 
-    /// Closes a document, whatever became of its changes. Never throws: what cannot be closed goes
-    /// with the instance.
+    /// Closes a document without saving changes. Never throws: a document that cannot be closed
+    /// ends with the instance.
     void Discard(const Reference<css::uno::XInterface>& document) noexcept;
 
-    /// Ends the instance; by force where it does not end in time.
+    /// Ends the instance, by force if it does not end in time.
     void Quit();
-    /// Leaves it to the user. No reference to anything in it may be left.
+    /// Leaves it to the user. There must be no references left to anything in it.
     void Release();
 
 private:
     [[noreturn]] void ThrowLost();
     void Connect();
-    void LetGo();
+    void Disconnect();
     void End();
 
     StartOptions options_;
@@ -105,7 +105,7 @@ private:
     Reference<css::uno::XComponentContext> context_;
     Reference<css::frame::XDesktop2> desktop_;
     UnseenWindow unseen_;
-    bool isLost_ = false; // it has ended where it was needed
+    bool isLost_ = false; // it ended while it was needed
     bool hasLeft_ = false;
 };
 

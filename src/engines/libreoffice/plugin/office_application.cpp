@@ -23,7 +23,7 @@ OfficeApplication::~OfficeApplication()
 
 void OfficeApplication::SetVisible(bool on)
 {
-    if (!hasDisplay_) { // there is nothing to show it on
+    if (!hasDisplay_) { // there is no display to show it on
         switches_.visible = on;
         return;
     }
@@ -40,7 +40,7 @@ void OfficeApplication::SetScreenUpdating(bool on)
     Switch(&Switches::screenUpdating, on);
 }
 
-// Every workbook is a document of its own, apart from its file, so that each is read-only.
+// Every workbook is a new document, independent of its file, so each is read-only.
 book::Workbook& OfficeApplication::OpenWorkbook(const std::filesystem::path& path,
                                                 bool /*readOnly*/)
 {
@@ -62,7 +62,7 @@ void OfficeApplication::ReleaseWorkbook(book::Workbook& workbook)
 void OfficeApplication::Quit()
 {
     for (const auto& workbook : workbooks_)
-        workbook->Discard(); // or the user might be asked what shall become of its changes
+        workbook->Discard(); // otherwise the user might be asked whether to save changes
     workbooks_.clear();
     belongsToUser_ = false;
     office_.Quit();

@@ -9,8 +9,8 @@
 
 namespace orrery::libreoffice {
 
-/// One instance of its own. Once a saved workbook was made visible, and there is a display to see
-/// it on, it belongs to the user and goes on running; else it ends with this object.
+/// Its own instance. Once a saved workbook is made visible, and there is a display to show it on,
+/// it belongs to the user and goes on running; otherwise it ends with this object.
 class OfficeApplication : public book::Application {
 public:
     explicit OfficeApplication(const StartOptions& options);
@@ -18,7 +18,7 @@ public:
     OfficeApplication(const OfficeApplication&) = delete;
     OfficeApplication& operator=(const OfficeApplication&) = delete;
 
-    /// Nobody is ever asked anything: documents are loaded without a way to ask.
+    /// Documents are loaded in a way that asks no questions.
     void SetDisplayAlerts(bool /*on*/) override {}
     void SetVisible(bool on) override;
     bool Visible() const override { return switches_.visible; }
@@ -36,7 +36,7 @@ private:
     Switches switches_;
     bool hasDisplay_;
     StructureReader hasProtectedStructure_;
-    bool belongsToUser_ = false; // a workbook was left to the user, in its window
+    bool belongsToUser_ = false; // a workbook was left open for the user
     Office office_;
     std::vector<std::unique_ptr<Workbook>> workbooks_;
 };

@@ -21,7 +21,7 @@ using css::uno::UNO_QUERY_THROW;
 
 constexpr const char* kStyle = "CellStyle";
 
-/// What a cell looks like, and its protection. The style comes first: it takes the others back.
+/// A cell's format and protection. The style comes first, because it resets the others.
 constexpr std::array kProperties = {
     kStyle,         "NumberFormat",   "CellProtection", "CellBackColor", "HoriJustify",
     "VertJustify",  "IsTextWrapped",  "ParaIndent",     "ShrinkToFit",   "RotateAngle",
@@ -34,7 +34,7 @@ CellRangeAddress AddressOf(const Reference<css::uno::XInterface>& cells)
     return Reference<css::sheet::XCellRangeAddressable>(cells, UNO_QUERY_THROW)->getRangeAddress();
 }
 
-/// Nothing where the cell looks as every cell does at first.
+/// Nothing if the cell has the default format.
 std::vector<css::beans::PropertyValue> FormatOf(const Reference<css::uno::XInterface>& cell)
 {
     const Reference<css::beans::XPropertySet> properties(cell, UNO_QUERY_THROW);

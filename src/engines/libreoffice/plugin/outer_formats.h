@@ -8,8 +8,8 @@
 
 namespace orrery::libreoffice {
 
-/// The formats of a sheet's empty columns behind the last one in use, where rows, or all columns,
-/// are formatted as a whole. LibreOffice copies a sheet without them. All is to be called inside
+/// The formats of a sheet's empty columns after the last used one, which rows or columns formatted
+/// as a whole give them. LibreOffice loses them when it copies a sheet. Call everything inside
 /// Office::Call.
 class OuterFormats {
 public:
@@ -21,7 +21,7 @@ public:
 private:
     using Format = std::vector<com::sun::star::beans::PropertyValue>;
 
-    /// Rows that are formatted alike from some column to the sheet's last.
+    /// Rows with the same format from some column to the sheet's last one.
     struct Band {
         com::sun::star::table::CellRangeAddress place;
         Format format;

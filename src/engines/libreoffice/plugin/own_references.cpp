@@ -26,7 +26,7 @@ rtl::OUString NameOf(const Sheet& sheet)
     return Reference<css::container::XNamed>(sheet, UNO_QUERY_THROW)->getName();
 }
 
-/// Sets the formula of a cell, which is "{=...}" where the cell is part of an array.
+/// Sets the formula of a cell, which is "{=...}" if the cell is part of an array.
 void SetFormula(const Sheet& sheet, const Reference<css::table::XCell>& cell,
                 const rtl::OUString& formula)
 {
@@ -41,10 +41,10 @@ void SetFormula(const Sheet& sheet, const Reference<css::table::XCell>& cell,
         ->setArrayFormula(formula.copy(1, formula.getLength() - 2));
 }
 
-/// What a chart shows; it says which cells.
+/// The data of a chart, with the ranges that it comes from.
 using Data = Reference<css::chart2::data::XDataSequence>;
 
-/// The same of another sheet's cells; nothing where there is nothing to change.
+/// The data for the ranges with the sheet replaced; empty if nothing changes.
 Data DataOf(const Reference<css::chart2::data::XDataProvider>& provider, const Data& data,
             const rtl::OUString& from, const rtl::OUString& prefix)
 {
@@ -62,12 +62,12 @@ Data DataOf(const Reference<css::chart2::data::XDataProvider>& provider, const D
     return made;
 }
 
-void LetFollow(const Reference<css::chart2::XChartDocument>& chart, const rtl::OUString& from,
-               const rtl::OUString& prefix)
+void UpdateChart(const Reference<css::chart2::XChartDocument>& chart, const rtl::OUString& from,
+                 const rtl::OUString& prefix)
 {
     const auto provider = chart->getDataProvider();
     if (!provider.is())
-        return; // it has its data inside
+        return; // the chart has its own data
     const Reference<css::chart2::data::XDataSource> source(chart, UNO_QUERY_THROW);
     for (const auto& series : source->getDataSequences()) {
         if (const auto values = DataOf(provider, series->getValues(), from, prefix); values.is())
@@ -90,7 +90,7 @@ rtl::OUString ReplaceSheet(const rtl::OUString& sheetName, const rtl::OUString& 
     const rtl::OUString quoted = "$" + SheetPrefix(sheetName);
     const rtl::OUString plain = "$" + sheetName + ".";
     rtl::OUString result;
-    sal_Unicode inside = 0; // the quotation mark of the text or name that goes on
+    sal_Unicode inside = 0; // the quotation mark of the current text or name; 0 outside
     for (sal_Int32 at = 0; at < text.getLength(); ++at) {
         const bool isReference = inside == 0 && (at == 0 || text[at - 1] != '#');
         if (isReference && (text.match(quoted, at) || text.match(plain, at))) {
@@ -107,10 +107,10 @@ rtl::OUString ReplaceSheet(const rtl::OUString& sheetName, const rtl::OUString& 
     return result;
 }
 
-void LetFormulasFollow(const Sheet& model)
+void UpdateFormulas(const Sheet& model)
 {
     const auto name = NameOf(model);
-    const auto prefix = SheetPrefix(name); // without "$" it is the sheet that the formula stands in
+    const auto prefix = SheetPrefix(name); // without "$" it is the sheet of the formula
     const auto ranges = Reference<css::sheet::XCellRangesQuery>(model, UNO_QUERY_THROW)
                             ->queryContentCells(css::sheet::CellFlags::FORMULA);
     for (const auto& place : ranges->getRangeAddresses()) {
@@ -132,7 +132,7 @@ void LetFormulasFollow(const Sheet& model)
     }
 }
 
-void LetChartsFollow(const rtl::OUString& model, const Sheet& copy)
+void UpdateCharts(const rtl::OUString& model, const Sheet& copy)
 {
     const auto prefix = "$" + SheetPrefix(NameOf(copy));
     const auto charts =
@@ -142,7 +142,7 @@ void LetChartsFollow(const rtl::OUString& model, const Sheet& copy)
                                                                        UNO_QUERY_THROW);
         const Reference<css::chart2::XChartDocument> chart(holder->getEmbeddedObject(), UNO_QUERY);
         if (chart.is())
-            LetFollow(chart, model, prefix);
+            UpdateChart(chart, model, prefix);
     }
 }
 

@@ -4,24 +4,23 @@
 
 namespace orrery::libreoffice {
 
-// What names its own sheet names, on a copy of the sheet, the copy: so it is in Excel. In
-// LibreOffice, what comes from Excel's files goes on naming the model. Both are to be called inside
-// Office::Call.
+// When a sheet is copied in Excel, its references to itself by name become references to the copy.
+// In LibreOffice, with content from Excel's files, they still name the model. Call both functions
+// inside Office::Call.
 
-/// Makes formulas follow. To be called before the sheet is copied.
-void LetFormulasFollow(
+/// Prepares the formulas of a sheet that is to be copied.
+void UpdateFormulas(
     const com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet>& model);
 
-/// Makes charts follow. To be called after the copy was made and before it gets another name.
-void LetChartsFollow(
-    const rtl::OUString& model,
-    const com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet>& copy);
+/// Updates the charts of a copy. Call it after the copy is made and before it is renamed.
+void UpdateCharts(const rtl::OUString& model,
+                  const com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet>& copy);
 
-/// A sheet's name as it stands before a cell, "'It''s May'.".
+/// A sheet's name as written before a cell, "'It''s May'.".
 rtl::OUString SheetPrefix(const rtl::OUString& sheetName);
 
-/// A formula or ranges in LibreOffice's spelling, "$'It''s May'.$B$2", with `prefix` for the name
-/// of that sheet with the `$` before it. Texts inside a formula, and sheets of other files, stay.
+/// A formula or ranges in LibreOffice's syntax, "$'It''s May'.$B$2", with `prefix` in place of that
+/// sheet's name and the "$" before it. Texts in a formula and sheets of other files stay.
 rtl::OUString ReplaceSheet(const rtl::OUString& sheetName, const rtl::OUString& prefix,
                            const rtl::OUString& text);
 

@@ -5,7 +5,7 @@
 
 namespace orrery::libreoffice {
 
-/// Prints with an instance of its own that is never shown.
+/// Prints with its own instance, which is never shown.
 class OfficePdfPrinter : public book::PdfPrinter {
 public:
     explicit OfficePdfPrinter(const StartOptions& options) : office_(options) {}

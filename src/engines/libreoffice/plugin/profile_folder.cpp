@@ -16,8 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What a new profile is told: no welcome, no question when the user saves in Excel's format, and
-/// links with the whole path of what they lead to, since a file gets its place after it was stored.
+/// The settings of a new profile: no welcome, no question when the user saves in Excel's format,
+/// and absolute links, since a file is moved to its place after it was stored.
 constexpr const char* kSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
 <oor:items xmlns:oor="http://openoffice.org/2001/registry" xmlns:xs="http://www.w3.org/2001/XMLSchema" xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance">
 <item oor:path="/org.openoffice.Office.Common/Misc"><prop oor:name="FirstRun" oor:op="fuse"><value>false</value></prop></item>
@@ -28,7 +28,7 @@ constexpr const char* kSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
 </oor:items>
 )";
 
-/// Not open where another instance holds the lock.
+/// Not open if another instance holds the lock.
 util::Descriptor TakeLock(const fs::path& path)
 {
     util::Descriptor lock(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
@@ -59,7 +59,7 @@ ProfileFolder::ProfileFolder(const fs::path& profiles)
         lock_ = TakeLock(profiles / (std::to_string(number) + ".lock"));
     }
     std::error_code ignored;
-    fs::remove_all(TemporaryPath(), ignored); // those of an instance that was killed
+    fs::remove_all(TemporaryPath(), ignored); // left by an instance that was killed
     MakeFolder(TemporaryPath());
     const fs::path settings = path_ / "user" / "registrymodifications.xcu";
     if (!fs::exists(settings)) {
@@ -70,7 +70,7 @@ ProfileFolder::ProfileFolder(const fs::path& profiles)
 
 void ProfileFolder::Clear() const
 {
-    std::error_code ignored; // a file that stays is one that the next instance can do with
+    std::error_code ignored; // the next instance can cope with a file that stays
     fs::remove_all(path_, ignored);
 }
 

@@ -7,8 +7,8 @@
 
 namespace orrery::libreoffice {
 
-/// Stands where LibreOffice would ask the user. Everything is declined; what matters to the program
-/// is remembered.
+/// Answers LibreOffice's questions to the user: declines all, and remembers what the program needs
+/// to know.
 class Questions : public cppu::WeakImplHelper1<com::sun::star::task::XInteractionHandler> {
 public:
     void SAL_CALL

@@ -46,7 +46,7 @@ std::vector<CellRange> FormulasOf(const SheetGuards::Sheet& sheet)
     return ranges;
 }
 
-/// The cells that name the columns of the sheet's tables.
+/// The cells with the column names of the sheet's tables.
 std::vector<CellRange> TableHeadersOf(const SheetGuards::Document& document,
                                       const SheetGuards::Sheet& sheet)
 {
@@ -67,7 +67,7 @@ std::vector<CellRange> TableHeadersOf(const SheetGuards::Document& document,
     return headers;
 }
 
-/// A cursor over cells knows what they belong to.
+/// A cursor over cells can tell what they belong to.
 Reference<css::sheet::XSheetCellCursor> CursorAt(const SheetGuards::Sheet& sheet,
                                                  const Reference<css::uno::XInterface>& cells)
 {
@@ -81,8 +81,8 @@ CellRange RangeOf(const Reference<css::sheet::XSheetCellCursor>& cursor)
     return RangeOf(place->getRangeAddress());
 }
 
-/// Finds merged areas. LibreOffice has no list of them, but tells whether one begins in a range:
-/// the range is halved until it is the cell where one begins.
+/// Finds merged areas. LibreOffice has no list of them, but tells whether one begins in a range, so
+/// the range is halved down to the cell where one begins.
 void FindMerged(const SheetGuards::Sheet& sheet, const CellRange& range,
                 std::vector<CellRange>& found)
 {
@@ -119,7 +119,7 @@ bool IsLocked(const SheetGuards::Cell& cell)
     return protection.IsLocked;
 }
 
-/// Whether the cell shares an array formula with others.
+/// Whether the cell is part of an array formula of several cells.
 bool IsPartOfArray(const SheetGuards::Sheet& sheet, const SheetGuards::Cell& cell)
 {
     const auto cursor = CursorAt(sheet, cell);
@@ -133,8 +133,8 @@ bool IsIn(const std::vector<CellRange>& ranges, CellAddress cell)
                        [&](const auto& range) { return range.Contains(cell); });
 }
 
-/// Whether the cell shares a data table with others, which is a function for LibreOffice, under one
-/// name or another. A data table of one cell may be written over, as the cell that it is.
+/// Whether the cell is part of a data table of several cells; for LibreOffice that is a function,
+/// which has several names. A data table of one cell may be overwritten like any cell.
 bool IsPartOfDataTable(const SheetGuards::Sheet& sheet, const std::vector<CellRange>& formulas,
                        CellAddress cell)
 {
@@ -168,12 +168,12 @@ void SheetGuards::CheckChangeable(const Sheet& sheet, const Cell& cell, CellAddr
         throw Error(ErrorKind::PartOfArray, engines::FormatCellAddress(address));
 }
 
-bool SheetGuards::NamesColumn(CellAddress address) const
+bool SheetGuards::IsTableHeader(CellAddress address) const
 {
     return IsIn(tableHeaders_, address);
 }
 
-bool SheetGuards::IsCovered(CellAddress address) const
+bool SheetGuards::IsHiddenByMerge(CellAddress address) const
 {
     return std::any_of(merged_.begin(), merged_.end(), [&](const CellRange& area) {
         return area.Contains(address) && area.first != address;

@@ -52,7 +52,7 @@ void Worksheet::CopyAfter(book::Worksheet& after)
     const std::string copy = engines::CopyName(name_, names);
     const bool copied = sheets_.Instance().Call([&] {
         if (outerFormats_ == nullptr) {
-            LetFormulasFollow(sheet_);
+            UpdateFormulas(sheet_);
             outerFormats_ = std::make_shared<const OuterFormats>(sheet_);
         }
         const auto& collection = sheets_.Collection();
@@ -61,7 +61,7 @@ void Worksheet::CopyAfter(book::Worksheet& after)
         if (!collection->hasByName(ToUno(copy)))
             return false;
         const OuterFormats::Sheet made(collection->getByName(ToUno(copy)), UNO_QUERY_THROW);
-        LetChartsFollow(ToUno(name_), made);
+        UpdateCharts(ToUno(name_), made);
         outerFormats_->ApplyTo(made);
         return true;
     });
@@ -93,12 +93,12 @@ void Worksheet::SetCell(std::int32_t row, std::int32_t column, const book::CellV
     sheets_.Instance().Call([&] {
         const auto cell = sheet_->getCellByPosition(column - 1, row - 1);
         guards->CheckChangeable(sheet_, cell, address);
-        if (guards->IsCovered(address))
+        if (guards->IsHiddenByMerge(address))
             return;
         const Reference<css::text::XText> content(cell, UNO_QUERY_THROW);
         if (text != nullptr)
             content->setString(ToUno(*text));
-        else if (guards->NamesColumn(address))
+        else if (guards->IsTableHeader(address))
             content->setString(ToUno(std::to_string(std::get<std::int16_t>(value))));
         else
             cell->setValue(std::get<std::int16_t>(value));
@@ -136,7 +136,7 @@ std::vector<std::string> Sheets::Names() const
 
 Worksheet& Sheets::Of(const std::string& name)
 {
-    // A sheet is renamed through its own object alone, so its name tells which it is.
+    // A sheet is renamed only through its own object, so its name identifies it.
     const auto known = std::find_if(known_.begin(), known_.end(),
                                     [&](const auto& sheet) { return sheet->Name() == name; });
     if (known != known_.end())

@@ -18,7 +18,7 @@ namespace orrery::libreoffice {
 
 class Sheets;
 
-/// A sheet of a workbook that is open in LibreOffice. It does not change its name by itself.
+/// A sheet of a workbook that is open in LibreOffice. Only this program changes its name.
 class Worksheet : public book::Worksheet {
 public:
     Worksheet(Sheets& sheets, std::string name,
@@ -37,26 +37,26 @@ private:
     Sheets& sheets_;
     std::string name_;
     css::uno::Reference<css::sheet::XSpreadsheet> sheet_;
-    // Those of its model too. The formats are there once it is ready to be copied.
+    // Shared with its model. The formats are read when the sheet is first copied.
     std::shared_ptr<const SheetGuards> guards_;
     std::shared_ptr<const OuterFormats> outerFormats_;
 };
 
-/// The sheets of a workbook that is open in LibreOffice, and what they all need of it.
+/// The sheets of a workbook that is open in LibreOffice, and what they have in common.
 class Sheets {
 public:
     explicit Sheets(Office& office) : office_(office) {}
 
-    /// Takes the sheets of this document; those that were given out are gone then.
+    /// Takes the sheets of this document; worksheets handed out before are invalid then.
     void Adopt(const Reference<css::frame::XModel2>& document, bool isBinary);
 
     /// In the workbook's order.
     std::vector<std::string> Names() const;
-    /// The one object of the sheet with that name.
+    /// The one object for the sheet with that name.
     Worksheet& Of(const std::string& name);
-    /// Throws Error(StructureProtected) for that sheet.
+    /// Throws Error(StructureProtected) for that sheet if the structure is protected.
     void CheckStructure(const std::string& sheet) const;
-    /// All cells that a sheet of the file's format has.
+    /// All cells that a sheet has in the file's format.
     engines::CellRange Whole() const
     {
         return {{1, 1},

@@ -7,20 +7,20 @@
 
 namespace orrery::libreoffice {
 
-/// A window of an instance that is never shown, with frames in it for documents that nobody sees.
-/// Such a frame is not a hidden one: of what is hidden LibreOffice forgets how its sheets are
-/// looked at, their grid lines, frozen panes and zoom. All is to be called inside Office::Call.
+/// A window of an instance that is never shown, with frames for documents. A frame in it is not
+/// "hidden" in LibreOffice's sense: LibreOffice forgets the view settings of hidden sheets, their
+/// grid lines, frozen panes and zoom. Call everything inside Office::Call.
 class UnseenWindow {
 public:
     using Context = com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext>;
     using Desktop = com::sun::star::uno::Reference<com::sun::star::frame::XDesktop2>;
     using Frame = com::sun::star::uno::Reference<com::sun::star::frame::XFrame2>;
 
-    /// A frame that goes with its document.
+    /// A frame that is closed with its document.
     Frame NewFrame(const Context& context, const Desktop& desktop);
     /// Removes the window, if there is one.
     void Dispose();
-    /// Forgets it, for it goes with the instance.
+    /// Only drops the reference: the window ends with the instance.
     void Clear() { window_.clear(); }
 
 private:

@@ -7,9 +7,9 @@ namespace orrery::libreoffice {
 
 using Clock = std::chrono::steady_clock;
 
-Watchdog::Watchdog(const Patience& patience, std::function<Time()> computedTime,
+Watchdog::Watchdog(const Timeouts& timeouts, std::function<Time()> computedTime,
                    std::function<void()> end)
-    : patience_(patience), computedTime_(std::move(computedTime)), end_(std::move(end)),
+    : timeouts_(timeouts), computedTime_(std::move(computedTime)), end_(std::move(end)),
       thread_([this] { Run(); })
 {
 }
@@ -24,15 +24,15 @@ Watchdog::~Watchdog()
     thread_.join();
 }
 
-bool Watchdog::HasBitten() const
+bool Watchdog::HasFired() const
 {
     const std::lock_guard lock(mutex_);
-    return hasBitten_;
+    return hasFired_;
 }
 
 void Watchdog::SetCalling(bool calling)
 {
-    // The thread is not woken for every one of thousands of short calls: it looks by itself.
+    // The thread is not woken for each of thousands of short calls; it polls.
     const std::lock_guard lock(mutex_);
     calling_ = calling;
     call_ += calling ? 1 : 0;
@@ -42,10 +42,10 @@ void Watchdog::Run()
 {
     std::unique_lock lock(mutex_);
     while (!stopped_) {
-        if (calling_ && !hasBitten_)
+        if (calling_ && !hasFired_)
             WatchCall(lock);
         else
-            changed_.wait_for(lock, std::min(patience_.idle / 2, Time(500)));
+            changed_.wait_for(lock, std::min(timeouts_.idle / 2, Time(500)));
     }
 }
 
@@ -57,7 +57,7 @@ void Watchdog::WatchCall(std::unique_lock<std::mutex>& lock)
     auto lastWork = begin;
     auto computed = Time(-1);
     while (calling_ && call_ == call && !stopped_) {
-        changed_.wait_for(lock, std::min(patience_.idle / 4, Time(500)));
+        changed_.wait_for(lock, std::min(timeouts_.idle / 4, Time(500)));
         lock.unlock();
         const auto now = Clock::now();
         const auto computedNow = computedTime_();
@@ -66,8 +66,8 @@ void Watchdog::WatchCall(std::unique_lock<std::mutex>& lock)
             return;
         if (computedNow != std::exchange(computed, computedNow))
             lastWork = now;
-        if (now - lastWork > patience_.idle || now - begin > patience_.call) {
-            hasBitten_ = true;
+        if (now - lastWork > timeouts_.idle || now - begin > timeouts_.call) {
+            hasFired_ = true;
             end_();
             return;
         }

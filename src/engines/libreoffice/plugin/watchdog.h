@@ -11,21 +11,21 @@
 
 namespace orrery::libreoffice {
 
-/// Ends an instance that does not answer a call. A call cannot be broken off by the one who makes
-/// it: the only thread of the program that is not the user interface's.
+/// Ends an instance that does not answer a call, because its caller cannot cancel the call. Owns
+/// the only thread of the program beside the user interface's.
 class Watchdog {
 public:
     using Time = std::chrono::milliseconds;
 
-    /// `computedTime` tells how long the instance has computed, `end` ends it; both are called by
-    /// another thread, while a call is under way.
-    Watchdog(const Patience& patience, std::function<Time()> computedTime,
+    /// `computedTime` returns how long the instance has computed, `end` ends it; both are called on
+    /// another thread while a call is in progress.
+    Watchdog(const Timeouts& timeouts, std::function<Time()> computedTime,
              std::function<void()> end);
     ~Watchdog();
     Watchdog(const Watchdog&) = delete;
     Watchdog& operator=(const Watchdog&) = delete;
 
-    /// A call that is under way.
+    /// A call in progress.
     class Call {
     public:
         explicit Call(Watchdog& watchdog) : watchdog_(watchdog) { watchdog_.SetCalling(true); }
@@ -37,24 +37,24 @@ public:
         Watchdog& watchdog_;
     };
 
-    /// Whether it had to end the instance.
-    bool HasBitten() const;
+    /// Whether it ended the instance.
+    bool HasFired() const;
 
 private:
     void SetCalling(bool calling);
     void Run();
     void WatchCall(std::unique_lock<std::mutex>& lock);
 
-    Patience patience_;
+    Timeouts timeouts_;
     std::function<Time()> computedTime_;
     std::function<void()> end_;
     mutable std::mutex mutex_;
     std::condition_variable changed_;
-    unsigned long call_ = 0; // counts the calls
+    unsigned long call_ = 0; // counts calls
     bool calling_ = false;
     bool stopped_ = false;
-    bool hasBitten_ = false;
-    std::thread thread_; // last: it uses the others
+    bool hasFired_ = false;
+    std::thread thread_; // last: it uses the other members
 };
 
 } // namespace orrery::libreoffice

@@ -17,8 +17,8 @@ namespace {
 
 using css::uno::UNO_QUERY_THROW;
 
-/// Scenarios are sheets to LibreOffice, which it counts but does not write: names of sheets behind
-/// them would be those of others, or of none.
+/// LibreOffice counts scenarios as sheets but does not write them: sheet-level names after them
+/// would belong to the wrong sheets or to none.
 void RemoveScenarios(const Reference<css::sheet::XSpreadsheets>& sheets)
 {
     for (const auto& name : sheets->getElementNames()) {
@@ -42,7 +42,7 @@ Workbook::Workbook(Office& office, const std::filesystem::path& path, const Swit
                 Reference<css::util::XProtectable>(model_, UNO_QUERY_THROW)->protect("");
             RemoveScenarios(sheets_.Collection());
         }
-        // Nothing that is written here will be taken back.
+        // Nothing written here will be undone.
         const Reference<css::document::XUndoManagerSupplier> undo(model_, UNO_QUERY_THROW);
         undo->getUndoManager()->lock();
     });
@@ -84,8 +84,7 @@ void Workbook::Show(const Switches& switches)
     });
 }
 
-/// The document that the calendar was written into knows nothing of the file that it was saved to.
-/// The user gets the file itself.
+/// The document that the calendar was written to has no file. The user gets the saved file instead.
 void Workbook::OpenSaved()
 {
     const auto document = OpenDocument(office_, std::exchange(saved_, {}), LoadMode::ForUser);

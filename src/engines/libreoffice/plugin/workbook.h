@@ -12,7 +12,7 @@
 
 namespace orrery::libreoffice {
 
-/// What the documents of an instance have in common.
+/// What all documents of an instance have in common.
 struct Switches {
     bool visible = false;
     bool interactive = true;
@@ -22,7 +22,7 @@ struct Switches {
 /// A workbook that is open in LibreOffice.
 class Workbook : public book::Workbook {
 public:
-    /// Opens it out of sight. Throws Error (FileNotFound, NotAWorkbook, ...).
+    /// Opens it without showing it. Throws Error (FileNotFound, NotAWorkbook, ...).
     Workbook(Office& office, const std::filesystem::path& path, const Switches& switches,
              const StructureReader& hasProtectedStructure);
     ~Workbook() override = default;
@@ -32,12 +32,12 @@ public:
     book::Worksheet* FindWorksheet(std::string_view name) override;
     void SaveAs(const std::filesystem::path& target, book::AccessMode accessMode) override;
 
-    /// Makes its window what the switches say. What becomes visible is the file that it was saved
-    /// to, not before; the sheets that were given out are gone then.
+    /// Makes its window as the switches say. Only a saved workbook becomes visible, as the file
+    /// that it was saved to; worksheets handed out before are invalid then.
     void Show(const Switches& switches);
     /// Whether the user has a window of it.
     bool IsSeen() const { return isSeen_; }
-    /// Closes it, whatever became of its changes.
+    /// Closes it without saving changes.
     void Discard() noexcept { office_.Discard(model_); }
 
 private:
@@ -49,7 +49,7 @@ private:
     Reference<css::frame::XModel2> model_;
     Reference<css::awt::XWindow> window_;
     std::string filter_;
-    bool isLocked_ = false; // its controllers
+    bool isLocked_ = false; // whether its controllers are locked
     bool isForUser_ = false;
     bool isSeen_ = false;
     std::filesystem::path saved_;

@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(
         PatchCase{
             "InsertionsKeepTheirOrder", {{5, 5, "a"}, {5, 5, "b"}, {5, 5, "c"}}, "01234abc56789"},
         PatchCase{"InsertionComesBeforeReplacement", {{5, 6, "r"}, {5, 5, "i"}}, "01234ir6789"},
-        PatchCase{"InsertionComesBehindReplacementThatEndsThere",
+        PatchCase{"InsertionComesAfterReplacementThatEndsThere",
                   {{5, 5, "i"}, {3, 5, "r"}},
                   "012ri56789"},
         PatchCase{"OuterWins", {{3, 4, "in"}, {2, 6, "out"}}, "01out6789"},
@@ -56,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(
         PatchCase{"LastOfEqualRangesWins", {{2, 4, "a"}, {2, 4, "b"}}, "01b456789"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(TextPatch, AddTakesOverAnotherPatch)
+TEST(TextPatch, AddsAnotherPatch)
 {
     TextPatch patch;
     patch.Insert(5, "a");
@@ -67,7 +67,7 @@ TEST(TextPatch, AddTakesOverAnotherPatch)
     EXPECT_EQ(patch.Apply(kText), "1234ab56789");
 }
 
-TEST(TextPatch, TellsWhereAnOffsetLiesInTheResult)
+TEST(TextPatch, MapsAnOffsetToTheResult)
 {
     TextPatch patch;
     patch.Replace(1, 3, "abcd");

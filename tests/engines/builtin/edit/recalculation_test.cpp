@@ -7,51 +7,51 @@ namespace {
 
 using Changed = std::vector<bool>;
 
-/// Each sheet reads the one before it, the first reads none.
-SheetReads TheOneBefore(std::size_t sheet)
+/// Each sheet reads the previous one; the first reads none.
+SheetReads PreviousSheet(std::size_t sheet)
 {
     return sheet > 0 ? SheetReads{false, {sheet - 1}} : SheetReads{};
 }
 
-TEST(SpreadChangesTest, ReachesSheetsThatReadThroughOthers)
+TEST(PropagateChangesTest, ReachesSheetsThatReadThroughOthers)
 {
-    EXPECT_EQ(SpreadChanges({false, true, false, false}, TheOneBefore),
+    EXPECT_EQ(PropagateChanges({false, true, false, false}, PreviousSheet),
               (Changed{false, true, true, true}));
 }
 
-TEST(SpreadChangesTest, ReachesSheetsInFrontOfWhatTheyRead)
+TEST(PropagateChangesTest, ReachesSheetsBeforeTheOnesThatTheyRead)
 {
     const auto theOneBehind = [](std::size_t sheet) {
         return sheet < 3 ? SheetReads{false, {sheet + 1}} : SheetReads{};
     };
-    EXPECT_EQ(SpreadChanges({false, false, false, true}, theOneBehind),
+    EXPECT_EQ(PropagateChanges({false, false, false, true}, theOneBehind),
               (Changed{true, true, true, true}));
 }
 
-TEST(SpreadChangesTest, EndsWhereSheetsReadEachOther)
+TEST(PropagateChangesTest, EndsIfSheetsReadEachOther)
 {
     const auto inACircle = [](std::size_t sheet) { return SheetReads{false, {(sheet + 1) % 3}}; };
-    EXPECT_EQ(SpreadChanges({false, true, false}, inACircle), (Changed{true, true, true}));
+    EXPECT_EQ(PropagateChanges({false, true, false}, inACircle), (Changed{true, true, true}));
 }
 
-TEST(SpreadChangesTest, ReachesSheetsThatReadEverythingAndTheirReaders)
+TEST(PropagateChangesTest, ReachesSheetsThatReadEverythingAndTheirReaders)
 {
     const auto lastReadsEverything = [](std::size_t sheet) {
         return sheet == 3   ? SheetReads{true, {}}
                : sheet == 2 ? SheetReads{false, {3}}
                             : SheetReads{};
     };
-    EXPECT_EQ(SpreadChanges({true, false, false, false}, lastReadsEverything),
+    EXPECT_EQ(PropagateChanges({true, false, false, false}, lastReadsEverything),
               (Changed{true, false, true, true}));
 }
 
-TEST(SpreadChangesTest, AsksEverySheetOnceHoweverLongTheChain)
+TEST(PropagateChangesTest, AsksEverySheetOnceHoweverLongTheChain)
 {
     constexpr std::size_t kSheets = 1200;
     Changed written(kSheets);
     written.back() = true;
     std::size_t asked = 0;
-    const auto changed = SpreadChanges(written, [&](std::size_t sheet) {
+    const auto changed = PropagateChanges(written, [&](std::size_t sheet) {
         ++asked;
         return SheetReads{false, {sheet + 1}};
     });
@@ -59,13 +59,13 @@ TEST(SpreadChangesTest, AsksEverySheetOnceHoweverLongTheChain)
     EXPECT_EQ(asked, kSheets - 1);
 }
 
-TEST(SpreadChangesTest, AsksNobodyWhereNothingWasWritten)
+TEST(PropagateChangesTest, AsksNothingIfNothingWasWritten)
 {
     const auto never = [](std::size_t) {
         ADD_FAILURE();
         return SheetReads{true, {}};
     };
-    EXPECT_EQ(SpreadChanges({false, false}, never), (Changed{false, false}));
+    EXPECT_EQ(PropagateChanges({false, false}, never), (Changed{false, false}));
 }
 
 } // namespace

@@ -52,7 +52,7 @@ inline std::string ShapeOf(std::uint32_t id, std::string_view more = {})
     return ContainerOf(0xF004, ArtOf(0xF00A, LongNumbers({id, 0}), 1, 2) + std::string(more));
 }
 
-/// A drawing with its count of shapes, the last one's id, and what stands behind both.
+/// A drawing with its count of shapes, the last one's id, and the content after both.
 inline std::string DrawingOf(std::uint16_t id, std::uint32_t shapeCount, std::uint32_t lastShape,
                              std::string_view content)
 {
@@ -60,7 +60,7 @@ inline std::string DrawingOf(std::uint16_t id, std::uint32_t shapeCount, std::ui
                                    std::string(content));
 }
 
-/// The art of a drawing group: the numbers of its table behind one another, and its pictures.
+/// The art of a drawing group: the numbers of its table in order, and its pictures.
 inline std::string GroupOf(const std::vector<std::uint32_t>& table, std::string_view pictures = {})
 {
     std::string content = ArtOf(0xF006, LongNumbers(table));
@@ -69,14 +69,14 @@ inline std::string GroupOf(const std::vector<std::uint32_t>& table, std::string_
     return ContainerOf(0xF000, content);
 }
 
-/// A picture with a count of its uses and so many bytes of its own.
+/// A picture with a count of its uses and `size` bytes of its own.
 inline std::string PictureOf(std::uint32_t uses, std::size_t size = 0)
 {
     return ArtOf(0xF007, std::string(24, '\x11') + LongNumbers({uses}) + std::string(8 + size, 'p'),
                  5, 2);
 }
 
-/// An HFPICTURE record that holds a drawing, or the group of them.
+/// An HFPICTURE record with a drawing, or with the group of drawings.
 inline std::string HeaderPictureOf(std::string_view art, std::uint8_t flags = 1)
 {
     std::string data;

@@ -70,7 +70,7 @@ private:
         return static_cast<std::uint32_t>((bytes + layout_.sectorSize - 1) / layout_.sectorSize);
     }
 
-    // How many sectors all will need, so that they can be dealt in any order.
+    // Counts all sectors first, so that they can be dealt out in any order.
     void CountSectors()
     {
         std::size_t mini = 0;

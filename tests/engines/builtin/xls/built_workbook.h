@@ -22,7 +22,7 @@ namespace orrery::xls::test {
 struct BuiltSheet {
     std::string name;
     std::string bytes;  ///< from BOF to EOF
-    std::string tail{}; ///< what stands behind it in the stream
+    std::string tail{}; ///< the bytes after it in the stream
 };
 
 /// A cell format that is not locked.
@@ -31,7 +31,7 @@ inline std::string FormatRecord()
     return RecordOf(RecordType::Xf, Numbers({0, 0, 0}) + std::string(14, '\0'));
 }
 
-/// The stream of a workbook; `more` are records of the globals behind the list of the sheets.
+/// The stream of a workbook; `more` are records of the globals after the list of the sheets.
 inline std::string WorkbookStream(const std::vector<BuiltSheet>& sheets, std::string_view more = {})
 {
     const auto globals = [&](std::size_t offset) {
@@ -50,7 +50,7 @@ inline std::string WorkbookStream(const std::vector<BuiltSheet>& sheets, std::st
     return stream;
 }
 
-/// Writes a file with that stream and others beside it.
+/// Writes a file with that stream and with others beside it.
 inline std::filesystem::path WorkbookFile(const std::filesystem::path& path, std::string stream,
                                           std::vector<Node> beside = {})
 {
@@ -65,7 +65,7 @@ inline std::string SavedStream(const std::filesystem::path& path)
     return file.ReadStream(file.Find("Workbook").value());
 }
 
-/// SST with texts that are no rich ones, and with what its counts say of them.
+/// An SST of plain strings, and with these counts.
 inline std::string TextTableOf(const std::vector<std::string>& texts, std::uint32_t count)
 {
     std::string data;

@@ -56,7 +56,7 @@ inline std::string MulBlankOf(std::uint16_t row, std::uint16_t first,
                         Numbers({static_cast<std::uint16_t>(first + formats.size() - 1)}));
 }
 
-/// Whole numbers; the format of each is 100 + its value.
+/// Whole numbers; each has the format 100 + its value.
 inline std::string MulRkOf(std::uint16_t row, std::uint16_t first,
                            const std::vector<std::uint16_t>& values)
 {
@@ -76,7 +76,7 @@ inline std::string ResultOf(double value)
     return result;
 }
 
-/// The mark that a STRING record holds the result.
+/// The result that says that a STRING record has the text.
 inline std::string TextResult()
 {
     return {"\0\0\0\0\0\0\xFF\xFF", 8};
@@ -104,13 +104,13 @@ inline std::string StringOf(std::string_view text)
     return RecordOf(RecordType::String, data + std::string(text));
 }
 
-/// The token of a formula that stands at another cell.
+/// The token of a formula that belongs to another cell.
 inline std::string ExpOf(std::uint16_t row, std::uint16_t column)
 {
     return '\x01' + Numbers({row, column});
 }
 
-/// The rows, then the columns of a range in bytes.
+/// A range: its rows, then its columns, in bytes.
 inline std::string RangeOf(std::uint16_t firstRow, std::uint16_t lastRow, std::uint8_t firstColumn,
                            std::uint8_t lastColumn)
 {

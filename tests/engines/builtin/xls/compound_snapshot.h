@@ -9,7 +9,7 @@
 
 namespace orrery::xls::test {
 
-/// What a compound file holds, by paths ("/_VBA_PROJECT_CUR/VBA/dir"): all but where it lies.
+/// The content of a compound file by path ("/_VBA_PROJECT_CUR/VBA/dir"), without its layout.
 struct EntryContent {
     EntryId id = 0;
     std::u16string name;
@@ -45,7 +45,7 @@ inline Snapshot SnapshotOf(const CompoundFile& file)
     return snapshot;
 }
 
-/// Without the long output of a failure.
+/// Prints no long output on failure.
 inline void ExpectSame(const Snapshot& actual, const Snapshot& expected)
 {
     EXPECT_EQ(actual.size(), expected.size());

@@ -19,7 +19,7 @@ std::string ReadFile(const std::filesystem::path& path)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// The end of the last substream: streams of the shortest size are filled up with zeros.
+/// The end of the last substream: short streams are padded with zeros.
 std::size_t EndOfSheets(std::string_view stream)
 {
     std::size_t end = SubstreamEnd(stream, 0);

@@ -10,8 +10,8 @@ struct CorpusStream {
     std::string bytes;
 };
 
-/// The workbook streams of the whole `.xls` workbooks of the corpus, by name; none where it is
-/// absent. A stream ends behind its last sheet.
+/// The workbook streams of the undamaged `.xls` workbooks of the corpus, by name; none if there is
+/// no corpus. A stream ends after its last sheet.
 std::vector<CorpusStream> CorpusStreams();
 
 } // namespace orrery::xls

@@ -25,16 +25,16 @@ const std::string kLongRecord = [] {
 }();
 const std::string kLongBegin =
     Numbers({0x0809, 9000, 0x0600, 0x10}) + std::string(8996, '\0') + EofRecord();
-/// A place in the workbook, cut off.
+/// A hyperlink record that is too short.
 const std::string kCutLink = RecordOf(RecordType::Hyperlink, std::string(20, 'x'));
-/// MULBLANK whose last column is not that of its formats.
+/// MULBLANK whose last column does not match its formats.
 const std::string kCutCells = RecordOf(RecordType::MulBlank, Numbers({0, 0, 15, 15, 7}));
 const std::string kWithoutEnd = BofOf(0x10) + BlankOf(0, 0, 15);
 const std::string kPastTheEnd = BofOf(0x10) + BlankOf(0, 0, 15) + Numbers({0x0201, 4000}) + "abc";
 
 class XlsDamagedStreamTest : public testing::Test {
 protected:
-    /// The kind of error that a call gives for the file, or `WrongUsage`.
+    /// The kind of error that a call throws for the file, or `WrongUsage`.
     std::optional<util::AnyErrorKind> KindOf(const std::function<void()>& call) const
     {
         try {
@@ -63,7 +63,7 @@ std::string DamagedSheetName(const testing::TestParamInfo<DamagedSheetCase>& inf
 }
 class XlsDamagedSheetTest : public XlsDamagedStreamTest,
                             public testing::WithParamInterface<DamagedSheetCase> {};
-TEST_P(XlsDamagedSheetTest, StaysAsItIsWhereNobodyWrites)
+TEST_P(XlsDamagedSheetTest, StaysAsItIsIfNothingIsWritten)
 {
     const auto& damaged = GetParam().bytes;
     WorkbookFile(source_, WorkbookStream({{"Model", WorksheetOf("")},
@@ -135,8 +135,8 @@ TEST_F(XlsDamagedStreamTest, ASheetWithoutEndEndsWhereTheNextBegins)
               WorksheetOf(""));
 }
 
-// Readers go on behind such a sheet, and what comes there is another calendar's.
-TEST_F(XlsDamagedStreamTest, ASheetWithoutEndBehindWhichNoneBeginsIsRefused)
+// Readers continue after such a sheet, where they would find another calendar's content.
+TEST_F(XlsDamagedStreamTest, ASheetWithoutEndMustBeFollowedByASheet)
 {
     for (const auto& damaged : {kWithoutEnd, kPastTheEnd}) {
         WorkbookFile(source_, WorkbookStream({{"Model", WorksheetOf("")}, {"Cut", damaged}}));
@@ -159,7 +159,7 @@ TEST_F(XlsDamagedStreamTest, ACellWhoseFormatIsMissingIsNotWritten)
     EXPECT_EQ(KindOf([&] { write(2); }), std::nullopt) << "the sixteenth is there";
 }
 
-// Thousands of entries of one sheet would make a file of many gigabytes.
+// Thousands of entries for one sheet would make a file of many gigabytes.
 TEST_F(XlsDamagedStreamTest, TwoEntriesOfOneSheetAreRefused)
 {
     auto stream = WorkbookStream({{"A", WorksheetOf("")}, {"B", WorksheetOf("")}});
@@ -179,8 +179,8 @@ TEST_F(XlsDamagedStreamTest, AnOffsetThatLeadsNowhereIsRefused)
     }
 }
 
-// INDEX stands behind the first row: what it tells has to be written into it, nowhere else.
-TEST_F(XlsDamagedStreamTest, TheIndexIsFoundWhereverItStands)
+// INDEX comes after the first row: offsets must be written into it, nowhere else.
+TEST_F(XlsDamagedStreamTest, TheIndexIsFoundWhereverItIs)
 {
     const auto table = RowOf(0, 0, 1) + BlankOf(0, 0, 15);
     WorkbookFile(source_, WorkbookStream({{"Model", WorksheetOf(table + IndexOf(0, 1, {0}))}}));
@@ -199,7 +199,7 @@ TEST_F(XlsDamagedStreamTest, TheIndexIsFoundWhereverItStands)
     EXPECT_GT(block, offset);
 }
 
-TEST_F(XlsDamagedStreamTest, AShortSettingMakesNoSheetUnreadable)
+TEST_F(XlsDamagedStreamTest, AShortSettingDoesNotMakeASheetUnreadable)
 {
     const auto sheet = WorksheetOf(RecordOf(RecordType::SheetProperties, "a"));
     WorkbookFile(source_, WorkbookStream({{"Model", sheet}}));
@@ -212,10 +212,10 @@ TEST(XlsTemplateSheetTest, ReadsAsFarAsItCan)
     const std::size_t second = stream.size() - WorksheetOf("").size();
     TemplateSheet sheet(stream, 0, second, true);
     EXPECT_EQ(sheet.Bytes(), stream.substr(0, second));
-    EXPECT_EQ(sheet.SharedTexts(), 1U);
-    EXPECT_FALSE(sheet.IsSound());
+    EXPECT_EQ(sheet.StringReferences(), 1U);
+    EXPECT_FALSE(sheet.IsIntact());
     EXPECT_FALSE(sheet.Facts().hasFormulas);
-    EXPECT_TRUE(TemplateSheet(stream, second, stream.size(), true).IsSound());
+    EXPECT_TRUE(TemplateSheet(stream, second, stream.size(), true).IsIntact());
 }
 
 } // namespace

@@ -35,7 +35,7 @@ std::optional<util::Error> Failure(const std::function<void()>& call)
     return std::nullopt;
 }
 
-/// Two texts are there, and the table says that they are longer than its record.
+/// A table of two strings that are longer than its record.
 std::string CutTextTable()
 {
     auto table = TextTableOf({"one", "two"}, 2);
@@ -56,7 +56,7 @@ protected:
     {
         sheet.SetCell(1, 1, CellValue(number), CellMember::Value);
     }
-    /// Whether a failure is damage and tells the file.
+    /// Whether a failure is damage and names the file.
     bool NamesTheFile(const std::optional<util::Error>& failure) const
     {
         return failure && failure->Kind() == ErrorKind::DamagedWorkbook &&
@@ -69,7 +69,7 @@ protected:
     std::optional<Workbook> workbook_;
 };
 
-TEST(XlsFailedReadTest, ADamagedTextTableStaysUnread)
+TEST(XlsFailedReadTest, ADamagedStringTableStaysUnread)
 {
     const auto table = CutTextTable();
     SharedStrings strings(table);
@@ -92,7 +92,7 @@ TEST_F(XlsFailedCallsTest, ATextThatCannotBeAddedChangesNothing)
     EXPECT_EQ(folder_.Entries(), 1) << "nothing is left beside it";
 }
 
-TEST_F(XlsFailedCallsTest, ADamagedFormatIsToldEachTime)
+TEST_F(XlsFailedCallsTest, ADamagedFormatIsReportedEachTime)
 {
     auto& book = Open({}, RecordOf(RecordType::Xf, "ab"));
     EXPECT_TRUE(NamesTheFile(Failure([&] { SetNumber(Model(), 1); })));

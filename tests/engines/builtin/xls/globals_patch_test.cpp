@@ -86,7 +86,7 @@ TEST(GlobalsPatchTest, NamesMoveWithTheirSheetsAndNewOnesComeLast)
               patched.npos);
 }
 
-TEST(GlobalsPatchTest, AskedToComputeAnewTheWorkbookForgetsWhoComputedIt)
+TEST(GlobalsPatchTest, RecalculationClearsTheBuild)
 {
     const auto build = [](std::uint16_t low) {
         return RecordOf(RecordType::RecalcId, Numbers({0x1C1, 0, low, 0}));
@@ -96,7 +96,7 @@ TEST(GlobalsPatchTest, AskedToComputeAnewTheWorkbookForgetsWhoComputedIt)
     EXPECT_EQ(Patched(Stream(build(9)), {{"One", 0, false}, {"Two", 1, false}}), Stream(build(9)));
 }
 
-TEST(GlobalsPatchTest, ANewTableOfTextsGoesBehindTheNames)
+TEST(GlobalsPatchTest, ANewTableOfStringsGoesAfterTheNames)
 {
     const auto stream =
         Stream(OwnBookOf(2) + ExternSheetOf({0, 1, 1}) + NameOf("Own", 2, CellOn(0)) +
@@ -109,13 +109,14 @@ TEST(GlobalsPatchTest, ANewTableOfTextsGoesBehindTheNames)
     strings.IndexOf("new");
     SavedGlobals saved{kOneCopied, references, ids, names};
     saved.strings = &strings;
-    saved.textReferences = 5;
+    saved.stringReferences = 5;
     const auto patched = PatchGlobals(globals, saved);
     const auto at =
         patched.find(RecordOf(RecordType::Sst, Numbers({5, 0, 1, 0, 3}) + '\0' + "new"));
     ASSERT_NE(at, patched.npos);
     EXPECT_TRUE(patched.substr(0, at).ends_with(NameOf("Own", 2, CellOn(1))));
-    // EXTSST: eight texts in a bucket at least; the place of the first in the stream, in the record
+    // EXTSST: at least eight strings in a bucket; the first one's offset in the stream, in the
+    // record
     const auto index = patched.find(
         RecordOf(RecordType::ExtSst,
                  Numbers({8}) + Numbers({static_cast<std::uint16_t>(at + 12), 0, 12, 0})));

@@ -64,8 +64,8 @@ double RkNumber(std::uint32_t rk)
     return (rk & 1) != 0 ? number / 100 : number;
 }
 
-/// Reads the texts of a record and of those that continue it. A text that goes on in the next
-/// record does so in the middle of its characters, with a flag of its own for their width.
+/// Reads the strings of a record and its continuations. A string may continue in the next record
+/// only within its characters, with a new flag for their width.
 class TextReader {
 public:
     explicit TextReader(std::vector<std::string_view> records) : records_(std::move(records)) {}
@@ -81,8 +81,8 @@ public:
     {
         const auto count = Next(2);
         const auto flags = Next(1);
-        auto after = (flags & 8) != 0 ? 4 * Next(2) : 0; // where its formats begin,
-        after += (flags & 4) != 0 ? Next(4) : 0;         // and what phonetic guides need
+        auto after = (flags & 8) != 0 ? 4 * Next(2) : 0; // bytes of its formatting runs
+        after += (flags & 4) != 0 ? Next(4) : 0;         // and of its phonetic data
         const std::string text = Characters(count, (flags & 1) != 0);
         for (; after > 0; --after)
             Next(1);
@@ -145,7 +145,7 @@ void SavedBook::ReadTexts(std::size_t at)
         at += 4U + Short(stream_, at + 2);
     } while (Short(stream_, at) == 0x003C);
     TextReader reader(std::move(records));
-    reader.Next(4); // how often texts are used
+    reader.Next(4); // the number of uses
     for (auto left = reader.Next(4); left > 0; --left)
         texts_.push_back(reader.Text());
 }

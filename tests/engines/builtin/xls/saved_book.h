@@ -11,7 +11,7 @@
 
 namespace orrery::test {
 
-/// A .xls workbook as it was saved, read by other code than the engine's but for the container.
+/// A saved .xls workbook, read without the engine's code except for the container.
 class SavedBook {
 public:
     using Value = std::variant<double, std::string>;

@@ -9,8 +9,8 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-// What is large here takes a second, and would take many minutes, the limit of a test, if time grew
-// with the square of the count.
+// These large inputs take a second. If time grew with the square of the count, they would take many
+// minutes and exceed a test's time limit.
 namespace orrery::xls {
 namespace {
 

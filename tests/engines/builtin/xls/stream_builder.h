@@ -38,7 +38,7 @@ inline std::string EofRecord()
     return RecordOf(RecordType::Eof, {});
 }
 
-/// A worksheet of these records.
+/// A worksheet with these records.
 inline std::string SheetOf(std::string_view records)
 {
     return BofOf(0x10) + std::string(records) + EofRecord();
@@ -54,7 +54,7 @@ inline std::string BoundSheetOf(std::string_view name, std::uint32_t offset, std
     return RecordOf(RecordType::BoundSheet, data);
 }
 
-/// The SUPBOOK record of the workbook itself.
+/// The SUPBOOK record for the workbook itself.
 inline std::string OwnBookOf(std::uint16_t sheets)
 {
     return RecordOf(RecordType::SupBook, Numbers({sheets, 0x0401}));
@@ -67,13 +67,13 @@ inline std::string ExternSheetOf(const std::vector<std::uint16_t>& entries)
                     Numbers({static_cast<std::uint16_t>(entries.size() / 3)}) + Numbers(entries));
 }
 
-/// A token for the cell A1 of the sheets of an entry of EXTERNSHEET.
+/// A token for the cell A1 of the sheets in an entry of EXTERNSHEET.
 inline std::string CellOn(std::uint16_t link)
 {
     return '\x5A' + Numbers({link, 0, 0});
 }
 
-/// A NAME record; `sheet` from 1, 0 for the workbook's.
+/// A NAME record; `sheet` counts from 1, 0 is the workbook.
 inline std::string NameOf(std::string_view name, std::uint16_t sheet, std::string_view rgce,
                           std::uint16_t flags = 0)
 {

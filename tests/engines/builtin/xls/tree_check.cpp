@@ -5,12 +5,12 @@
 namespace orrery::xls::test {
 namespace {
 
-/// Checks the tree below an entry; its name lies between two others.
+/// Checks the tree below an entry; its name must be between two others.
 class Checker {
 public:
     explicit Checker(const Directory& directory) : directory_(directory) {}
 
-    /// How many black entries each way down passes.
+    /// Returns the number of black entries on each path down.
     int Check(EntryId id, const std::u16string* after, const std::u16string* before,
               bool isBelowRed)
     {
@@ -39,7 +39,7 @@ private:
 
 } // namespace
 
-std::string FaultOfTree(const Directory& directory, EntryId storage)
+std::string FindTreeFault(const Directory& directory, EntryId storage)
 {
     Checker checker(directory);
     const EntryId root = directory.at(storage).child;
@@ -49,12 +49,12 @@ std::string FaultOfTree(const Directory& directory, EntryId storage)
     return checker.Fault();
 }
 
-std::string FaultOfTrees(const Directory& directory)
+std::string FindTreeFault(const Directory& directory)
 {
     for (EntryId id = 0; id < directory.size(); ++id) {
         if (!directory[id].IsStorage())
             continue;
-        if (std::string fault = FaultOfTree(directory, id); !fault.empty())
+        if (std::string fault = FindTreeFault(directory, id); !fault.empty())
             return fault;
     }
     return "";

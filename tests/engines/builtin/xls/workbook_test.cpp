@@ -78,7 +78,7 @@ protected:
     Workbook workbook_{kEverything};
 };
 
-/// How often each type of record stands in a sheet.
+/// The number of records of each type in a sheet.
 std::map<std::uint16_t, int> TypesIn(const SavedBook::Sheet& sheet)
 {
     std::map<std::uint16_t, int> types;
@@ -88,7 +88,7 @@ std::map<std::uint16_t, int> TypesIn(const SavedBook::Sheet& sheet)
     return types;
 }
 
-/// The position of the sheet that a formula's only reference is to, from 0.
+/// The positions, from 0, of the sheets to which the formulas' references lead.
 std::vector<int> SheetsNamedIn(const Globals& globals, std::string_view records)
 {
     std::vector<int> sheets;
@@ -99,7 +99,7 @@ std::vector<int> SheetsNamedIn(const Globals& globals, std::string_view records)
     return sheets;
 }
 
-TEST_F(XlsWorkbookTest, SavesAnUnchangedWorkbookBitByBit)
+TEST_F(XlsWorkbookTest, SavesAnUnchangedWorkbookBitForBit)
 {
     const CompoundFile original(util::ReadFile(kEverything).value());
     Save();
@@ -237,7 +237,7 @@ TEST_F(XlsWorkbookTest, OneSheetIsSelectedBesideCopies)
     EXPECT_THAT(selected, ElementsAre(true, false, false, false, false));
 }
 
-TEST_F(XlsWorkbookTest, CopyTakesWhatWasWrittenBefore)
+TEST_F(XlsWorkbookTest, CopyIncludesCellsWrittenBefore)
 {
     auto& model = Named("Model");
     model.SetCell(30, 2, CellValue(std::string("before")), CellMember::Value);
@@ -250,7 +250,7 @@ TEST_F(XlsWorkbookTest, CopyTakesWhatWasWrittenBefore)
     EXPECT_EQ(saved.At("Model").cells.at({30, 3}).value, SavedBook::Value(7.0));
 }
 
-TEST_F(XlsWorkbookTest, TextsAreSharedAndCounted)
+TEST_F(XlsWorkbookTest, StringsAreSharedAndCounted)
 {
     const SavedBook original(kEverything);
     const auto count = [](const SavedBook& book, std::size_t at) {
@@ -287,7 +287,7 @@ TEST_F(XlsWorkbookTest, WritingOneSheetLeavesTheOthers)
     EXPECT_EQ(saved.At("Other").cells.size(), original.At("Other").cells.size());
 }
 
-TEST_F(XlsWorkbookTest, BytesBehindTheLastSheetStayAtTheEnd)
+TEST_F(XlsWorkbookTest, BytesAfterTheLastSheetStayAtTheEnd)
 {
     const auto padded = folder_ / "padded.xls";
     const CompoundFile original(util::ReadFile(kEverything).value());
@@ -305,7 +305,7 @@ TEST_F(XlsWorkbookTest, BytesBehindTheLastSheetStayAtTheEnd)
     EXPECT_TRUE(saved.Stream().ends_with(saved.Sheets().back().bytes + padding));
 }
 
-TEST_F(XlsWorkbookTest, TheIndexOfTextsMovesWithThem)
+TEST_F(XlsWorkbookTest, TheIndexOfStringsMovesWithThem)
 {
     Named("Model").SetName("A name of another length");
     const auto stream = Save().Stream();

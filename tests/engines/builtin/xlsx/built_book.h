@@ -12,8 +12,7 @@
 
 namespace orrery::test {
 
-/// A small workbook of one sheet, "Model", whose parts can be replaced and added to, right or
-/// wrong.
+/// A small workbook of one sheet, "Model", whose parts can be replaced and added, valid or not.
 class BuiltBook {
 public:
     BuiltBook()
@@ -28,8 +27,8 @@ public:
         types_ = {{"/xl/workbook.xml", "sheet.main"}, {"/xl/worksheets/sheet1.xml", "worksheet"}};
     }
 
-    /// Adds or replaces a part; `type` is the last word of its content type ("table"), none where
-    /// the part has one or needs none.
+    /// Adds or replaces a part; `type` is the last word of its content type ("table"), empty if the
+    /// part already has one or needs none.
     BuiltBook& Put(const std::string& name, std::string content, const std::string& type = {})
     {
         if (!type.empty())

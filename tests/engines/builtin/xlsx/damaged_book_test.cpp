@@ -1,5 +1,5 @@
-// Workbooks that are damaged, or odd, in one place: what a calendar touches is refused and leaves
-// the workbook as it was, what it does not touch stays as it is.
+// Workbooks that are damaged, or unusual, in one place. Damage in a part that a calendar touches is
+// refused, and the workbook stays as it was; damage elsewhere stays as it is.
 
 #include "book/error.h"
 #include "engines/builtin/xlsx/workbook.h"
@@ -36,7 +36,7 @@ constexpr const char* kSheetLinks = "xl/worksheets/_rels/sheet1.xml.rels";
 
 class DamagedBookTest : public testing::Test {
 protected:
-    /// Opens the workbook as it is now.
+    /// Opens the current workbook.
     Workbook& Open()
     {
         workbook_.reset();
@@ -55,7 +55,7 @@ protected:
         workbook_->SaveAs(folder_ / "saved.xlsx", AccessMode::NoChange);
         return SavedPackage(folder_ / "saved.xlsx");
     }
-    /// The error of an action, which has to name the template.
+    /// The error of an action, which must name the template.
     util::Error ErrorOf(const std::function<void()>& action)
     {
         try {
@@ -81,7 +81,7 @@ private:
     std::unique_ptr<Workbook> workbook_;
 };
 
-TEST_F(DamagedBookTest, ACopyThatFailsLeavesNothingBehind)
+TEST_F(DamagedBookTest, ACopyThatFailsChangesNothing)
 {
     book.Put("xl/drawings/drawing1.xml", "<a><b></a>", "drawing");
     book.Put("xl/printer1.bin", "settings");
@@ -103,7 +103,7 @@ TEST_F(DamagedBookTest, ACopyThatFailsLeavesNothingBehind)
     EXPECT_THAT(saved.Cells(kSheet), SizeIs(2));
 }
 
-TEST_F(DamagedBookTest, TheRunGoesOnAfterACopyThatFailed)
+TEST_F(DamagedBookTest, TheRunContinuesAfterACopyThatFailed)
 {
     book.Put("xl/drawings/drawing1.xml", "<a><b></a>", "drawing");
     GiveTheModel("drawing", "../drawings/drawing1.xml");
@@ -208,7 +208,7 @@ TEST_F(DamagedBookTest, ATableIsCopiedWhateverKindOfLinkLeadsToIt)
     EXPECT_THAT(saved.Values("xl/table2.xml", "/table/@displayName"), ElementsAre("T_2"));
 }
 
-TEST_F(DamagedBookTest, AnEmptyPlaceIsNamedInWords)
+TEST_F(DamagedBookTest, AnEmptyReferenceIsCalledEmpty)
 {
     book.Put(kSheet, BuiltBook::Worksheet("<sheetData><row r=\"\"/></sheetData>"));
     Open();
@@ -216,7 +216,7 @@ TEST_F(DamagedBookTest, AnEmptyPlaceIsNamedInWords)
                 HasSubstr("a row with an empty number"));
 }
 
-TEST_F(DamagedBookTest, WhatNoCalendarTouchesStaysAsItIs)
+TEST_F(DamagedBookTest, PartsThatNoCalendarTouchesStayAsTheyAre)
 {
     const std::string sheet = BuiltBook::Worksheet("<sheetData><row r=\"1\"></sheetData>");
     book.Put("xl/worksheets/sheet2.xml", sheet, "worksheet");
@@ -251,11 +251,11 @@ TEST_F(DamagedBookTest, AWrongChecksumIsFoundBeforeTheOutputIsTouched)
     EXPECT_THAT(error.Cause(), HasSubstr("xl/media/image1.png"));
 }
 
-TEST_F(DamagedBookTest, ATemplateThatIsWrittenOverMeanwhileGivesNoOutput)
+TEST_F(DamagedBookTest, ATemplateOverwrittenMeanwhileGivesNoOutput)
 {
     Open();
     Write(Model());
-    const auto path = book.WriteTo(Folder()); // the same bytes, but who knows
+    const auto path = book.WriteTo(Folder()); // the same bytes, but the engine cannot know that
     std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) +
                                                std::chrono::seconds(2));
     const auto error = ErrorOf([this] { Save(); });
@@ -263,7 +263,7 @@ TEST_F(DamagedBookTest, ATemplateThatIsWrittenOverMeanwhileGivesNoOutput)
     EXPECT_FALSE(std::filesystem::exists(Folder() / "saved.xlsx"));
 }
 
-TEST_F(DamagedBookTest, TextsThatAreGoneAreNotReplacedByNewOnes)
+TEST_F(DamagedBookTest, MissingStringsAreNotReplacedByNewOnes)
 {
     book.Put("xl/_rels/workbook.xml.rels", BuiltBook::Links({{"worksheet", "worksheets/sheet1.xml"},
                                                              {"sharedStrings", "strings.xml"}}));
@@ -273,7 +273,7 @@ TEST_F(DamagedBookTest, TextsThatAreGoneAreNotReplacedByNewOnes)
     EXPECT_THAT(Save().NamesWith("xl/strings"), IsEmpty());
 }
 
-TEST_F(DamagedBookTest, TextsAreOnlyAddedToAPartThatHoldsTexts)
+TEST_F(DamagedBookTest, StringsAreOnlyAddedToAPartOfStrings)
 {
     for (const std::string target :
          {"workbook.xml", "/[Content_Types].xml", "_rels/workbook.xml.rels"}) {
@@ -289,7 +289,7 @@ TEST_F(DamagedBookTest, TextsAreOnlyAddedToAPartThatHoldsTexts)
     }
 }
 
-TEST_F(DamagedBookTest, TextsWithoutARelationshipAreNotReplacedByNewOnes)
+TEST_F(DamagedBookTest, StringsWithoutARelationshipAreNotReplacedByNewOnes)
 {
     book.Put("xl/texts.xml", "<sst/>", "sharedStrings");
     Open();
@@ -354,7 +354,7 @@ struct ChainCase {
 };
 class CalculationChainTest : public DamagedBookTest,
                              public testing::WithParamInterface<ChainCase> {};
-TEST_P(CalculationChainTest, GoesUnlessSomethingElseRefersToIt)
+TEST_P(CalculationChainTest, IsRemovedUnlessSomethingElseRefersToIt)
 {
     book.Put(kSheet, BuiltBook::Worksheet("<sheetData><row r=\"2\"><c r=\"B2\"><f>1</f></c></row>"
                                           "</sheetData>"));
@@ -375,7 +375,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ChainCase{"RelationshipsOfNoPart", "docProps/_rels/core.xml.rels", true}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(DamagedBookTest, APartThatIsNoChainStaysWhateverCallsItOne)
+TEST_F(DamagedBookTest, APartOfAnotherTypeIsNotRemovedAsTheChain)
 {
     book.Put(kSheet, BuiltBook::Worksheet("<sheetData><row r=\"2\"><c r=\"B2\"><f>1</f></c></row>"
                                           "</sheetData>"));

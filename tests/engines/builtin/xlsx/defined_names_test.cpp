@@ -9,7 +9,7 @@ constexpr std::string_view kTwoSheets =
     "<sheets><sheet name=\"Desk\" sheetId=\"1\" r:id=\"rId1\"/>"
     "<sheet name=\"Year\" sheetId=\"2\" r:id=\"rId2\"/></sheets>";
 
-/// Desk, renamed; its copy; Year.
+/// Desk, which is renamed; its copy; Year.
 const std::vector<SavedSheet> kDeskCopied = {
     {"Jan", 0, false, 0, ""}, {"Feb", 0, true, 3, "rId3"}, {"Year", 1, false, 0, ""}};
 
@@ -81,14 +81,14 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     OfTheWorkbook, DefinedNamesTest,
     testing::Values(
-        NamesCase{"Twin", "<definedName name=\"x\">Desk!$A$1</definedName>",
+        NamesCase{"WorkbookNameOfTheModel", "<definedName name=\"x\">Desk!$A$1</definedName>",
                   "<definedName name=\"x\">Jan!$A$1</definedName>"
                   "<definedName localSheetId=\"1\" name=\"x\">Feb!$A$1</definedName>"},
         NamesCase{
             "AmongOthers", "<definedName name=\"x\">SUM(Year!$A$1,Desk!$A$1)</definedName>",
             "<definedName name=\"x\">SUM(Year!$A$1,Jan!$A$1)</definedName>"
             "<definedName localSheetId=\"1\" name=\"x\">SUM(Year!$A$1,Feb!$A$1)</definedName>"},
-        NamesCase{"HiddenTwin", "<definedName name=\"x\" hidden='1'>Desk!$A$1</definedName>",
+        NamesCase{"HiddenName", "<definedName name=\"x\" hidden='1'>Desk!$A$1</definedName>",
                   "<definedName name=\"x\" hidden='1'>Jan!$A$1</definedName>"
                   "<definedName localSheetId=\"1\" name=\"x\" hidden='1'>Feb!$A$1</definedName>"},
         NamesCase{"Table", "<definedName name=\"x\">Days[Day]</definedName>",
@@ -118,7 +118,7 @@ INSTANTIATE_TEST_SUITE_P(
         NamesCase{"Escaped", "<definedName name=\"x\">Desk!$A$1&amp;\"&lt;\"</definedName>",
                   "<definedName name=\"x\">Jan!$A$1&amp;\"&lt;\"</definedName>"
                   "<definedName localSheetId=\"1\" name=\"x\">Feb!$A$1&amp;\"&lt;\"</definedName>"},
-        NamesCase{"LostReference", "<definedName name=\"x\">#REF!</definedName>",
+        NamesCase{"DeletedReference", "<definedName name=\"x\">#REF!</definedName>",
                   "<definedName name=\"x\">#REF!</definedName>"}),
     [](const auto& test) { return std::string(test.param.name); });
 

@@ -30,7 +30,7 @@ std::string Titles(const std::vector<std::string>& titles)
 }
 
 const std::vector<std::string> kOld = {"Desk", "Chart", "Year"};
-/// Desk, renamed; its copy; Chart; Year.
+/// Desk, which is renamed; its copy; Chart; Year.
 const std::vector<SavedSheet> kNew = {{"A & B", 0, false, 0, ""},
                                       {"Feb", 0, true, 4, "rId4"},
                                       {"Chart", 1, false, 0, ""},
@@ -83,8 +83,8 @@ TEST(UpdateTitlesTest, LeavesWhatDoesNotFit)
     for (const std::string& xml :
          {std::string("<Properties><Application>x</Application></Properties>"),
           Properties(Pair("Worksheets", 2), Titles(kOld), 3),            // fewer than titles
-          Properties(Pair("Worksheets", 9), Titles(kOld), 3),            // more
-          Properties(Pair("Worksheets", 3), Titles(kOld), 2),            // another size
+          Properties(Pair("Worksheets", 9), Titles(kOld), 3),            // more than titles
+          Properties(Pair("Worksheets", 3), Titles(kOld), 2),            // another count
           Properties(Pair("Worksheets", 2), Titles({"Desk", "Old"}), 2), // of no sheet
           Properties(Pair("Worksheets", 2), Titles({"Desk", "Desk"}), 2),
           Properties("<vt:variant><vt:i4>x</vt:i4></vt:variant>", Titles(kOld), 3),

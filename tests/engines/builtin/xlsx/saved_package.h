@@ -9,20 +9,20 @@
 
 namespace orrery::test {
 
-/// The fixture that has every part a sheet can own.
+/// The fixture with every part that a sheet can own.
 inline std::filesystem::path EverythingPath()
 {
     return places::SourceFolder() / "tests/engines/builtin/xlsx/data" / "everything.xlsx";
 }
 
-/// A saved workbook read back with libzip and pugixml alone, so that no code of the engine judges
-/// its own output.
+/// A saved workbook, read with libzip and pugixml, so that the engine does not judge its own
+/// output.
 class SavedPackage {
 public:
     struct Target {
         std::string id;
         std::string type;
-        std::string target; ///< an entry's name, or the target as written when it is external
+        std::string target; ///< an entry's name, or the target as written if it is external
         bool external = false;
     };
 
@@ -39,14 +39,14 @@ public:
     std::vector<std::string> NamesWith(const std::string& prefix) const;
     bool Has(const std::string& name) const { return parts_.contains(name); }
     bool HasType(const std::string& name) const;
-    /// The unpacked bytes; a test failure where the entry is missing.
+    /// The unpacked bytes; a test failure if the entry is missing.
     const std::string& Bytes(const std::string& name) const;
-    /// The texts of the nodes or attributes that an XPath finds. Elements of the main namespace are
-    /// asked for without a prefix; the usual prefixes of the others are those of the document.
+    /// The texts of the nodes or attributes that an XPath finds. Elements of the main namespace
+    /// have no prefix in it; other prefixes are the document's.
     std::vector<std::string> Values(const std::string& name, const char* xpath) const;
-    /// The shared texts, whatever formats are inside them.
+    /// The shared strings without their formatting.
     std::vector<std::string> Texts() const;
-    /// The cells of a worksheet's part that hold a value.
+    /// The cells of a worksheet's part that have a value.
     std::vector<Cell> Cells(const std::string& name) const;
     /// The entry of the worksheet of that name.
     std::string SheetPart(const std::string& sheet) const;

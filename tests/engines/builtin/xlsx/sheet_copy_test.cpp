@@ -88,7 +88,7 @@ TEST(SheetCopierTest, CopiesOfOneSheetHaveNothingInCommon)
     EXPECT_EQ(parts.size(), 20U);
 }
 
-TEST(SheetCopierTest, ACopyKeepsThePartsOfItsModelButTheirNames)
+TEST(SheetCopierTest, ACopyHasThePartsOfItsModelUnderOtherNames)
 {
     const auto package = Package(test::EverythingPath());
     SheetCopier copier(package, {});

@@ -23,7 +23,7 @@ inline std::shared_ptr<const SheetText> ReadSheet(std::string xml)
                                        "/xl/worksheets/sheet1.xml");
 }
 
-/// A value written into a cell.
+/// A value to be written into a cell.
 struct Write {
     std::string_view cell;
     WrittenValue value;
@@ -36,7 +36,7 @@ inline Write Number(std::string_view cell, std::int16_t number)
 
 inline Write Text(std::string_view cell, std::size_t index)
 {
-    return {cell, SharedText{index}};
+    return {cell, SharedStringIndex{index}};
 }
 
 inline void SetAll(SheetCells& cells, const std::vector<Write>& writes)

@@ -13,7 +13,7 @@ namespace orrery::xlsx {
 /// A workbook part as it would be saved, without a package around it.
 class WorkbookFixture {
 public:
-    /// `content` is what stands inside <workbook>, in the main namespace; "r:" is the prefix of
+    /// `content` is the content of <workbook>, in the main namespace; "r:" is the prefix of
     /// relationships.
     explicit WorkbookFixture(std::string_view content) : WorkbookFixture(Wrap(content), 0) {}
     static WorkbookFixture OfXml(std::string xml) { return WorkbookFixture(std::move(xml), 0); }
@@ -33,7 +33,7 @@ public:
             [&](std::size_t position) { return NamesFor(sheets, position); },
             [&](std::size_t position) { return TablesFor(sheets[position]); });
     }
-    /// Every sheet as it is in the template.
+    /// Every sheet as in the template.
     std::vector<SavedSheet> Originals() const
     {
         std::vector<SavedSheet> sheets;
@@ -57,7 +57,7 @@ private:
         return std::string(kRoot) + std::string(content) + std::string(kEnd);
     }
 
-    /// As seen from the sheet at a position; from the workbook where there is none.
+    /// As seen from the sheet at a position; from the workbook if there is none.
     SheetNames NamesFor(const std::vector<SavedSheet>& sheets, std::size_t viewer) const
     {
         return [this, &sheets, viewer](std::string_view name) -> std::optional<std::string> {
@@ -73,7 +73,7 @@ private:
             return std::nullopt;
         };
     }
-    /// Copies call the table "Days" "Days_" and their sheet's id.
+    /// In a copy the table "Days" is called "Days_" and the sheet's id.
     static TableNames TablesFor(const SavedSheet& sheet)
     {
         TableNames names;

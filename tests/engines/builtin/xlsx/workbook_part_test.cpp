@@ -40,7 +40,7 @@ TEST(WorkbookPartTest, ReadsViewAndProtection)
     EXPECT_EQ(workbook.Part().ActiveSheet(), 1U);
 }
 
-TEST(WorkbookPartTest, ActiveSheetIsTheFirstWhereTheViewNamesNone)
+TEST(WorkbookPartTest, ActiveSheetIsTheFirstIfTheViewNamesNone)
 {
     const std::string sheets(kSheets);
     EXPECT_EQ(WorkbookFixture(sheets).Part().ActiveSheet(), 0U);
@@ -89,7 +89,7 @@ TEST(WorkbookPartTest, RefusesDamage)
     }
 }
 
-TEST(WorkbookPartTest, SavesUnchangedWhatDidNotChange)
+TEST(WorkbookPartTest, SavesUnchangedTextAsItWas)
 {
     const WorkbookFixture workbook("\n <bookViews><workbookView activeTab='1'/></bookViews>\r\n" +
                                    std::string(kSheets) +
@@ -97,14 +97,14 @@ TEST(WorkbookPartTest, SavesUnchangedWhatDidNotChange)
                                    "</definedNames><!-- x --><calcPr calcId=\"1\"/>");
     auto sheets = workbook.Originals();
     const auto saved = workbook.Save(sheets);
-    // A name in other letters than the sheet's is brought up to the sheet's: the names above do so.
+    // Only the spelling of the sheet's name changes, to that of the sheet.
     EXPECT_EQ(saved, "\n <bookViews><workbookView activeTab='1'/></bookViews>\r\n" +
                          std::string(kSheets) +
                          "<definedNames><definedName name=\"a\">Desk!$A$1</definedName>"
                          "</definedNames><!-- x --><calcPr calcId=\"1\"/>");
 }
 
-TEST(WorkbookPartTest, ListsCopiesBehindWhatTheyFollow)
+TEST(WorkbookPartTest, ListsCopiesAfterTheSheetThatTheyFollow)
 {
     const WorkbookFixture workbook(
         "<sheets>\n<sheet name='Desk' sheetId=\"3\" state=\"hidden\" r:id=\"rId1\" "
@@ -170,11 +170,11 @@ INSTANTIATE_TEST_SUITE_P(
         CalculationCase{"Set", "<calcPr fullCalcOnLoad=\"0\"/>", "<calcPr fullCalcOnLoad=\"1\"/>"},
         CalculationCase{"Missing", "", "<calcPr fullCalcOnLoad=\"1\"/>"},
         CalculationCase{
-            "BehindNames", "<definedNames></definedNames><oleSize ref=\"A1\"/>",
+            "AfterNames", "<definedNames></definedNames><oleSize ref=\"A1\"/>",
             "<definedNames></definedNames><calcPr fullCalcOnLoad=\"1\"/><oleSize ref=\"A1\"/>"},
-        CalculationCase{"BehindReferences", "<externalReferences/><pivotCaches/>",
+        CalculationCase{"AfterReferences", "<externalReferences/><pivotCaches/>",
                         "<externalReferences/><calcPr fullCalcOnLoad=\"1\"/><pivotCaches/>"},
-        CalculationCase{"BehindAlternatives",
+        CalculationCase{"AfterAlternatives",
                         "<a:AlternateContent xmlns:a=\"urn:a\"><a:Choice><definedNames/></a:Choice>"
                         "</a:AlternateContent><pivotCaches/>",
                         "<a:AlternateContent xmlns:a=\"urn:a\"><a:Choice><definedNames/></a:Choice>"

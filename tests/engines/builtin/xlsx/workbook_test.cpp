@@ -64,7 +64,7 @@ protected:
     Workbook workbook_{kEverything};
 };
 
-TEST_F(WorkbookTest, SavesUnchangedPartsBitByBit)
+TEST_F(WorkbookTest, SavesUnchangedPartsBitForBit)
 {
     const auto saved = Save();
     const SavedPackage original(kEverything);
@@ -82,7 +82,7 @@ TEST_F(WorkbookTest, LeavesTheTemplateAlone)
         EXPECT_EQ(after.Bytes(name), before.Bytes(name)) << name;
 }
 
-TEST_F(WorkbookTest, WritingOneSheetLeavesOtherPartsBitByBit)
+TEST_F(WorkbookTest, WritingOneSheetLeavesOtherPartsUnchanged)
 {
     Named("Third Sheet").SetCell(9, 1, CellValue(std::int16_t{7}), CellMember::Value);
     const auto saved = Save();
@@ -184,7 +184,7 @@ TEST_P(CopyOwnsTest, AsMuchAsItsModel)
 INSTANTIATE_TEST_SUITE_P(
     Features, CopyOwnsTest,
     testing::Values(
-        OwnedCase{"Cells", "//sheetData/row/c"}, OwnedCase{"Formats", "//sheetData/row/c/@s"},
+        OwnedCase{"Cells", "//sheetData/row/c"}, OwnedCase{"Styles", "//sheetData/row/c/@s"},
         OwnedCase{"Widths", "//cols/col"}, OwnedCase{"Heights", "//row/@ht"},
         OwnedCase{"Outline", "//col/@outlineLevel"}, OwnedCase{"Merges", "//mergeCell"},
         OwnedCase{"ConditionalFormats", "//cfRule"},
@@ -249,7 +249,7 @@ TEST_F(WorkbookTest, CopyRefersToItself)
                 ElementsAre("SUM(January!B1:B10)"));
 }
 
-TEST_F(WorkbookTest, RangeOfSheetsGoesOnNamingTheModel)
+TEST_F(WorkbookTest, RangeOfSheetsStillNamesTheModel)
 {
     const auto saved = SaveWithCopy();
     for (const auto* sheet : {"January", "February"})
@@ -346,7 +346,7 @@ TEST_F(WorkbookTest, ThreadedCommentsOfACopyAreItsOwn)
     EXPECT_EQ(saved.NamesWith("xl/persons/").size(), 1U);
 }
 
-TEST_F(WorkbookTest, CopyTakesWhatWasWrittenBefore)
+TEST_F(WorkbookTest, CopyIncludesCellsWrittenBefore)
 {
     auto& model = Named("Model");
     model.SetCell(30, 1, CellValue(std::string("=1+1")), CellMember::Value);

@@ -76,7 +76,7 @@ INSTANTIATE_TEST_SUITE_P(
 struct RefusedXmlCase {
     const char* name;
     std::string xml;
-    std::size_t offset; ///< named in the cause
+    std::size_t offset; ///< given in the cause
 };
 
 class RefuseTest : public testing::TestWithParam<RefusedXmlCase> {};
@@ -183,7 +183,7 @@ TEST(Scanner, CausesWithoutAPartNameBeginWithTheOffset)
     }
 }
 
-/// A scanner that stands at the first start tag of that name.
+/// A scanner at the first start tag of that name.
 Scanner At(std::string_view xml, std::string_view name)
 {
     Scanner scanner(xml, "/part.xml");
@@ -235,7 +235,7 @@ TEST(Scanner, DecodesReferencesInAttributes)
     EXPECT_FALSE(scanner.Attribute("s")->Is("&#x32;"));
 }
 
-TEST(Scanner, RefusesAnAttributeThatIsThereTwice)
+TEST(Scanner, RefusesADuplicateAttribute)
 {
     std::string many = "<a";
     for (int i = 0; i < 40; ++i)
@@ -249,7 +249,7 @@ TEST(Scanner, RefusesAnAttributeThatIsThereTwice)
     EXPECT_THROW(read("<a b=\"1\" c=\"\" b=\"1\"/>"), util::Error);
 }
 
-TEST(Scanner, KnowsThePrefixesInScopeHoweverMany)
+TEST(Scanner, KnowsAnyNumberOfPrefixesInScope)
 {
     std::string xml = "<a xmlns:p=\"outer\"";
     for (int i = 0; i < 1000; ++i)
@@ -268,7 +268,7 @@ TEST(Scanner, KnowsThePrefixesInScopeHoweverMany)
     EXPECT_EQ(scanner.NamespaceUri("q"), "");
 }
 
-TEST(Scanner, ChecksPrefixesWhereItIsAsked)
+TEST(Scanner, ChecksPrefixesOnRequest)
 {
     const auto check = [](const std::string& xml) {
         Scanner scanner(xml);
@@ -340,7 +340,7 @@ TEST(Scanner, ResolvesOtherPrefixes)
     EXPECT_EQ(scanner.NamespaceUri("z"), "");
 }
 
-TEST(Scanner, ElementsBesideDoNotInheritNamespaces)
+TEST(Scanner, SiblingsDoNotInheritNamespaces)
 {
     Scanner scanner("<a><b xmlns:p='one'/><p:c/></a>");
     while (scanner.Next() != Token::StartTag || scanner.Name() != "p:c") {

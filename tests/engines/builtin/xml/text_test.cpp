@@ -54,7 +54,7 @@ TEST(EncodeXml, EscapesForAttributes)
               "&lt;'a'&gt; &amp; &quot;b&quot;&#13;&#10;&#9;");
 }
 
-TEST(EncodeXml, ComesBack)
+TEST(EncodeXml, RoundTrips)
 {
     std::string all;
     for (char32_t c = 0x20; c < 0x11000; ++c)

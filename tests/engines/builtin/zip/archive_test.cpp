@@ -61,7 +61,7 @@ struct LieCase {
 };
 
 class LyingZipTest : public testing::TestWithParam<LieCase> {};
-TEST_P(LyingZipTest, IsDamagedWhenRead)
+TEST_P(LyingZipTest, IsFoundDamagedWhenRead)
 {
     const ScratchFolder folder;
     const Reader zip(folder.Write("a.zip", BuildZip({GetParam().part, {"last", "2"}})));
@@ -139,7 +139,7 @@ INSTANTIATE_TEST_SUITE_P(
     Containers, AmbiguousZipTest,
     testing::Values(AmbiguousCase{"SecondDirectoryWithoutEntries",
                                   BuildZip({{"xl/a.xml", "1"}}) + kSecondEnd},
-                    AmbiguousCase{"NameThatGoesOnBehindAZero",
+                    AmbiguousCase{"NameThatContinuesAfterAZero",
                                   BuildZip({{std::string("xl/a.xml\0x", 10), "1"}})},
                     AmbiguousCase{"NameWithAControlCharacter", BuildZip({{"xl/\x7F"
                                                                           "a.xml",
@@ -159,7 +159,7 @@ INSTANTIATE_TEST_SUITE_P(
                                              test::UnicodePathField("xl/a.xml", "xl/b.xml")}})}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(Reader, TakesTwoNamesOfAnEntryBeyondAscii)
+TEST(Reader, AcceptsTwoNamesOfAnEntryBeyondAscii)
 {
     const ScratchFolder folder;
     const ZipPart part = {"xl/\x84.xml",
@@ -188,7 +188,7 @@ TEST(Reader, VerifiesWithoutKeeping)
     EXPECT_EQ(KindThrownBy([&] { zip.Verify(1); }), ErrorKind::DamagedWorkbook);
 }
 
-TEST(Reader, TakesSmallEntriesOfAnyRatio)
+TEST(Reader, AcceptsSmallEntriesOfAnyRatio)
 {
     const ScratchFolder folder;
     const Reader zip(
@@ -197,7 +197,7 @@ TEST(Reader, TakesSmallEntriesOfAnyRatio)
     EXPECT_EQ(zip.Read(0).size(), 10 * kMiB);
 }
 
-TEST(Reader, TellsMissingFilesFromFolders)
+TEST(Reader, DistinguishesMissingFilesFromFolders)
 {
     const ScratchFolder folder;
     EXPECT_EQ(KindThrownBy([&] { Reader zip(folder / "none.zip"); }),

@@ -63,7 +63,7 @@ struct Built {
         }
         return field;
     }
-    /// Version, flags, method, time, checksum, sizes: what both headers say.
+    /// Version, flags, method, time, checksum, sizes, which both headers contain.
     void PutCommon(std::string& bytes, bool local) const
     {
         const bool later = local && part.descriptor;

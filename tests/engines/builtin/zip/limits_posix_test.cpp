@@ -17,7 +17,7 @@ using test::KindThrownBy;
 using test::kMiB;
 using testing_support::ScratchFolder;
 
-TEST(Reader, TakesNoMemoryForWhatIsOnlyDeclared)
+TEST(Reader, AllocatesNoMemoryForDeclaredSizes)
 {
     const ScratchFolder folder;
     const std::string bytes = BuildZip({{.name = "a",
@@ -33,7 +33,7 @@ TEST(Reader, TakesNoMemoryForWhatIsOnlyDeclared)
     EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 * 1024) << "in KiB";
 }
 
-/// No file of this process may pass a size while the scope lasts.
+/// Limits the size of the files that this process can write, until the scope ends.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes)
@@ -56,7 +56,7 @@ private:
     void (*signal_)(int) = nullptr;
 };
 
-TEST(Writer, LeavesNothingBehindWhenWritingFails)
+TEST(Writer, LeavesNoFileIfWritingFails)
 {
     const ScratchFolder folder;
     {

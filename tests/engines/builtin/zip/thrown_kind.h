@@ -7,7 +7,7 @@
 
 namespace orrery::test {
 
-/// What the action throws; it has to throw, and to name its subject.
+/// The kind of error that the action throws; it must throw, and name its subject.
 template <typename Action> std::optional<util::AnyErrorKind> KindThrownBy(Action action)
 {
     try {

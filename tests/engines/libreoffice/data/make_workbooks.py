@@ -1,5 +1,5 @@
-"""Makes the workbooks of these tests, with openpyxl, xlwt and, where they need a password to be
-opened, LibreOffice."""
+"""Makes the workbooks of these tests with openpyxl and xlwt; the one that needs a password to be
+opened, with LibreOffice."""
 
 import pathlib
 import sys

@@ -9,16 +9,16 @@
 #include <string>
 #include <string_view>
 
-/// Numbers in the byte order of the format, little-endian. Reading or writing beyond the end of the
-/// bytes is damage, in every build.
+/// Numbers in the byte order of the format, little-endian. Reading or writing past the end of the
+/// bytes is treated as damage, in every build.
 namespace orrery::xls {
 
-/// Throws Error(DamagedWorkbook) without a subject; whoever knows the file adds it.
+/// Throws Error(DamagedWorkbook) without a subject; a caller that knows the file adds it.
 [[noreturn]] void ThrowDamaged(std::string cause);
 
 [[noreturn]] void ThrowTooShort();
 
-/// The `size` bytes at `at`. Throws as `ThrowDamaged` where they are not all there.
+/// The `size` bytes at `at`. Throws as `ThrowDamaged` if they are not all there.
 inline std::string_view Slice(std::string_view bytes, std::size_t at, std::size_t size)
 {
     if (at > bytes.size() || bytes.size() - at < size)
@@ -26,7 +26,7 @@ inline std::string_view Slice(std::string_view bytes, std::size_t at, std::size_
     return {bytes.data() + at, size};
 }
 
-// Here, as sheets have a million of them.
+// Inline because sheets have a million of them.
 template <class Number> Number ReadNumber(std::string_view bytes, std::size_t at)
 {
     std::array<char, sizeof(Number)> number{};
@@ -61,8 +61,7 @@ void AppendU16(std::string& bytes, std::uint16_t value);
 void AppendU32(std::string& bytes, std::uint32_t value);
 void AppendU64(std::string& bytes, std::uint64_t value);
 
-/// Writes over bytes that are there. Throws as `ThrowDamaged` where they are not, and writes
-/// nothing.
+/// Overwrites existing bytes. Throws as `ThrowDamaged` and writes nothing if they do not exist.
 void PutU8(std::string& bytes, std::size_t at, std::uint8_t value);
 void PutU16(std::string& bytes, std::size_t at, std::uint16_t value);
 void PutU32(std::string& bytes, std::size_t at, std::uint32_t value);

@@ -17,7 +17,7 @@ using util::Error;
 constexpr std::string_view kSignature = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
 constexpr unsigned kMiniSectorShift = 6;
 
-/// Checks what nothing can be read without. Counts are not looked at: the chains themselves tell.
+/// Checks the fields that everything depends on. Counts are ignored: the chains themselves decide.
 std::size_t ReadSectorSize(std::string_view bytes)
 {
     if (!bytes.starts_with(kSignature))
@@ -30,7 +30,7 @@ std::size_t ReadSectorSize(std::string_view bytes)
     return std::size_t{1} << shift;
 }
 
-std::string_view BehindHeader(std::string_view bytes, std::size_t sectorSize)
+std::string_view AfterHeader(std::string_view bytes, std::size_t sectorSize)
 {
     return bytes.substr(std::min(sectorSize, bytes.size()));
 }
@@ -47,12 +47,12 @@ std::vector<std::uint32_t> ReadTable(std::string_view bytes)
 
 CompoundFile::CompoundFile(std::string bytes)
     : bytes_(std::move(bytes)), sectorSize_(ReadSectorSize(bytes_)),
-      miniCutoff_(ReadU32(bytes_, 56)), sectors_(BehindHeader(bytes_, sectorSize_), sectorSize_),
+      miniCutoff_(ReadU32(bytes_, 56)), sectors_(AfterHeader(bytes_, sectorSize_), sectorSize_),
       miniSectors_({}, kMiniSector)
 {
     ReadFat();
     ReadDirectory();
-    if (Find("EncryptedPackage")) // told even where the package itself is damaged
+    if (Find("EncryptedPackage")) // reported even if the package itself is damaged
         throw Error(ErrorKind::PasswordProtected);
     ReadMiniStream();
     ClaimStreams();
@@ -74,7 +74,7 @@ void CompoundFile::ReadFat()
     sectors_.SetTable(std::move(fat));
 }
 
-/// Those that the file's sectors need; what a header lists beyond them says nothing.
+/// The FAT sectors that the file's size requires; further ones in the header mean nothing.
 std::vector<std::uint32_t> CompoundFile::FatSectors()
 {
     const std::size_t perSector = sectorSize_ / 4;
@@ -109,7 +109,7 @@ void CompoundFile::ReadDirectory()
     for (std::size_t at = 0; entries.size() - at >= kEntrySize; at += kEntrySize) {
         directory_.push_back(ParseEntry(std::string_view(entries).substr(at, kEntrySize)));
         if (isVersion3)
-            directory_.back().size &= 0xFFFFFFFF; // the rest was not always set
+            directory_.back().size &= 0xFFFFFFFF; // the upper half was not always set
     }
     if (directory_.empty() || directory_[kRootEntry].type != EntryType::Root)
         ThrowDamaged("its directory has no root");

@@ -21,26 +21,26 @@ inline constexpr std::size_t kHeaderFatSectors = 109; ///< FAT sectors that the 
 /// [MS-CFB]
 class CompoundFile {
 public:
-    /// Checks that every stream can be read and no two share a sector. The bytes are kept.
-    /// Throws Error, without a subject: NotAWorkbook where they are no compound file,
+    /// Checks that every stream can be read and that no two share a sector. The bytes are kept.
+    /// Throws Error, without a subject: NotAWorkbook if they are not a compound file,
     /// PasswordProtected for an encrypted package, DamagedWorkbook.
     explicit CompoundFile(std::string bytes);
     CompoundFile(const CompoundFile&) = delete;
     CompoundFile& operator=(const CompoundFile&) = delete;
 
-    /// All entries by their ids, the root first, unallocated ones included.
+    /// All entries by id, the root first, unallocated ones included.
     const Directory& Entries() const { return directory_; }
     const DirectoryEntry& Entry(EntryId id) const { return directory_.at(id); }
-    /// The member of a storage that has the name (UTF-8), without regard to case.
+    /// The member of a storage with that name (UTF-8), without regard to case.
     std::optional<EntryId> Find(std::string_view name, EntryId storage = kRootEntry) const;
     /// The ids of a storage's members, in the order of its tree.
     std::vector<EntryId> MembersOf(EntryId storage) const;
-    /// The bytes of all streams in a storage and in those that it holds, the directory's among
-    /// them.
+    /// The bytes of all streams in a storage, nested storages included, and of the directory
+    /// entries of all of these.
     std::uint64_t SizeOf(EntryId storage) const;
-    /// Throws Error(DamagedWorkbook) for an entry that is no stream.
+    /// Throws Error(DamagedWorkbook) for an entry that is not a stream.
     std::string ReadStream(EntryId stream) const;
-    /// Gives a stream's bytes piece by piece, as they lie in the file.
+    /// Visits a stream's bytes piece by piece, as stored in the file.
     void VisitStream(EntryId stream, const std::function<void(std::string_view)>& visit) const;
 
     std::size_t Size() const { return bytes_.size(); }     ///< bytes of the whole file
@@ -58,7 +58,7 @@ private:
 
     std::string bytes_;
     std::size_t sectorSize_;
-    std::uint32_t miniCutoff_; ///< shorter streams lie in the mini stream
+    std::uint32_t miniCutoff_; ///< shorter streams are in the mini stream
     SectorChains sectors_;
     Directory directory_;
     std::string miniStream_;

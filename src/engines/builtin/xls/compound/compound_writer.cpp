@@ -12,11 +12,11 @@
 namespace orrery::xls {
 namespace {
 
-constexpr std::size_t kMostNameUnits = 31;
+constexpr std::size_t kMaxNameUnits = 31;
 constexpr std::uint32_t kMiniCutoff = 4096; ///< [MS-CFB] allows no other
 
-/// A stream on its way into the file. Only what is long lies there; what stays shorter than the
-/// cutoff belongs to the mini stream, which is written later.
+/// A stream that is written to the file while it is made. One that stays shorter than the cutoff
+/// belongs to the mini stream, which is written later, and so is kept in memory.
 class ProducedStream : public StreamSink {
 public:
     explicit ProducedStream(SectorFile& file) : file_(file) {}
@@ -47,7 +47,7 @@ public:
     }
 
     bool IsInFile() const { return begin_ != 0; }
-    /// The whole stream, where it is short.
+    /// The whole stream if it is short.
     const std::string& Bytes() const { return beginning_; }
 
 private:
@@ -60,13 +60,13 @@ private:
 
     SectorFile& file_;
     std::string beginning_;
-    std::uint64_t begin_ = 0; ///< in the file, behind its header
+    std::uint64_t begin_ = 0; ///< in the file, after its header
     std::uint64_t size_ = 0;
 };
 
 } // namespace
 
-/// Writes one file: long streams, the mini stream, the directory, the sector table, and at last the
+/// Writes one file: long streams, the mini stream, the directory, the sector table, and finally the
 /// header, which says where they are.
 class CompoundWriter::Saver {
 public:
@@ -206,7 +206,7 @@ private:
     }
 
     const CompoundWriter& writer_;
-    Directory& directory_; // the writer's, which learns where the streams lie
+    Directory& directory_; // the writer's, in which the places of the streams are entered
     SectorFile file_;
     std::string miniStream_;
     std::vector<std::uint32_t> miniFat_;
@@ -249,7 +249,7 @@ std::optional<EntryId> CompoundWriter::CopyStorage(EntryId storage, std::string_
     if (source_.Entry(storage).type != EntryType::Storage)
         return std::nullopt;
     std::u16string newName = util::ToUtf16(name);
-    if (newName.empty() || newName.size() > kMostNameUnits || rootMembers_.contains(newName))
+    if (newName.empty() || newName.size() > kMaxNameUnits || rootMembers_.contains(newName))
         return std::nullopt;
     const auto copies = NumberCopies(storage);
     const auto copyOf = [&copies](EntryId id) { return id == kNoEntry ? id : copies.at(id); };

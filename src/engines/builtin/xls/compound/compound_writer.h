@@ -13,36 +13,36 @@
 
 namespace orrery::xls {
 
-/// Takes the bytes of a stream while it is made.
+/// Receives the bytes of a stream while it is made.
 class StreamSink {
 public:
     virtual ~StreamSink() = default;
     virtual void Append(std::string_view bytes) = 0;
-    /// Bytes so far; where the next ones will lie.
+    /// Bytes so far; the offset of the next ones.
     virtual std::uint64_t Size() const = 0;
-    /// Writes over bytes that were appended. Throws Error(DamagedWorkbook) where they were not.
+    /// Overwrites appended bytes. Throws Error(DamagedWorkbook) if they were not appended.
     virtual void Patch(std::uint64_t offset, std::string_view bytes) = 0;
 };
 
-/// One compound file to be written: the one that was read, with changes. What is not changed comes
-/// out with the same bytes, name, class id, state bits, times and id, and in the same storage.
+/// Writes a compound file: the one that was read, with changes. Everything unchanged keeps its
+/// bytes, name, class id, state bits, times, id and storage.
 class CompoundWriter {
 public:
     using Producer = std::function<void(StreamSink&)>;
 
-    /// The file has to outlive the writer.
+    /// `source` must outlive the writer.
     explicit CompoundWriter(const CompoundFile& source);
 
-    /// Makes the stream's bytes when the file is saved, straight into the file. One stream of a
-    /// file can be made this way.
+    /// `producer` makes the stream's bytes when the file is saved, straight into the file. Only one
+    /// stream of a file can be made this way.
     void ProduceStream(EntryId stream, Producer producer);
     void ReplaceStream(EntryId stream, std::string bytes);
-    /// Copies a storage of the source with all that it holds, as the source has it, under the root
-    /// by a new name. Nothing, and no copy, where it is no storage, where the root has a member of
-    /// that name, and where the name is empty or longer than 31 units.
+    /// Copies a storage of the source with all its content to the root, under a new name. Nothing,
+    /// and no copy, if `storage` is not a storage, if the root has a member of that name, and if
+    /// the name is empty or longer than 31 units.
     std::optional<EntryId> CopyStorage(EntryId storage, std::string_view name);
 
-    /// Writes the whole file; the file at `target` is replaced at the end, or stays as it was.
+    /// Writes the whole file. The file at `target` is replaced at the end, or stays as it was.
     /// Throws Error (FileNotWritable, DiskFull) and whatever the producer throws.
     void SaveTo(const std::filesystem::path& target);
 
@@ -54,12 +54,12 @@ private:
             return CompareNames(left, right) < 0;
         }
     };
-    /// The entries of a storage that is copied, itself first, with the ids that they get.
+    /// The entries of a storage to be copied, itself first, with their new ids.
     std::map<EntryId, EntryId> NumberCopies(EntryId storage) const;
 
     const CompoundFile& source_;
     Directory directory_;
-    std::vector<EntryId> originals_; ///< for each entry the one of the source with its bytes
+    std::vector<EntryId> originals_; ///< for each entry, the one of the source that has its bytes
     std::map<std::u16string, EntryId, NameOrder> rootMembers_;
     std::map<EntryId, std::string> replaced_;
     EntryId produced_ = kNoEntry;

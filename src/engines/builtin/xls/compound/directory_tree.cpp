@@ -12,14 +12,14 @@
 namespace orrery::xls {
 namespace {
 
-constexpr std::size_t kMostUnits = 31; // of a name, without its zero
+constexpr std::size_t kMaxUnits = 31; // of a name, without its zero
 constexpr std::size_t kNameBytes = 64;
 
 std::u16string ParseName(std::string_view bytes)
 {
     const std::size_t size = ReadU16(bytes, kNameBytes);
     const bool isSound = size >= 2 && size <= kNameBytes && size % 2 == 0;
-    const std::size_t most = isSound ? size / 2 - 1 : kMostUnits;
+    const std::size_t most = isSound ? size / 2 - 1 : kMaxUnits;
     std::u16string name;
     for (std::size_t i = 0; i < most; ++i) {
         const auto unit = static_cast<char16_t>(ReadU16(bytes, 2 * i));
@@ -44,9 +44,9 @@ EntryType ParseType(std::uint8_t type)
     }
 }
 
-/// Goes through the tree of a storage's members, from left to right; `enter` is told each entry
-/// once, before its links are followed. Trees of other programs may be as deep as they are large,
-/// so that nothing here may call itself.
+/// Goes through the tree of a storage's members from left to right; `enter` is called with each
+/// entry before its links are followed. Trees of other programs may be as deep as they are large,
+/// so this must not be recursive.
 template <typename Enter>
 std::vector<EntryId> InOrder(const Directory& directory, EntryId storage, Enter enter)
 {
@@ -66,27 +66,27 @@ std::vector<EntryId> InOrder(const Directory& directory, EntryId storage, Enter 
     return members;
 }
 
-/// The passed entries of a directory.
-class Passed {
+/// The entries of a directory that were visited.
+class Visited {
 public:
-    explicit Passed(const Directory& directory) : directory_(directory), passed_(directory.size())
+    explicit Visited(const Directory& directory) : directory_(directory), visited_(directory.size())
     {
-        passed_[kRootEntry] = true;
+        visited_[kRootEntry] = true;
     }
     void Enter(EntryId id)
     {
         if (id >= directory_.size() ||
             (!directory_[id].IsStream() && directory_[id].type != EntryType::Storage))
             ThrowDamaged("its directory names an entry that is not there");
-        if (passed_[id])
+        if (visited_[id])
             ThrowDamaged("its directory runs in a circle");
-        passed_[id] = true;
+        visited_[id] = true;
     }
-    bool operator[](EntryId id) const { return passed_[id]; }
+    bool operator[](EntryId id) const { return visited_[id]; }
 
 private:
     const Directory& directory_;
-    std::vector<bool> passed_;
+    std::vector<bool> visited_;
 };
 
 void SortByName(const Directory& directory, std::vector<EntryId>& members)
@@ -106,8 +106,8 @@ bool IsInOrder(const Directory& directory, const std::vector<EntryId>& members)
     return disorder == members.end();
 }
 
-/// Whether no red entry has a red one below it and all ways down pass as many black ones.
-bool HasSoundColours(const Directory& directory, EntryId storage)
+/// Whether no red entry has a red child and all paths down have the same number of black entries.
+bool HasValidColours(const Directory& directory, EntryId storage)
 {
     struct Step {
         EntryId entry;
@@ -115,7 +115,7 @@ bool HasSoundColours(const Directory& directory, EntryId storage)
         std::size_t blacks;
     };
     std::optional<std::size_t> blacksOfAll;
-    // The root has to be black, as if a red entry were above it.
+    // The root must be black, as if it had a red parent.
     std::vector<Step> steps = {{directory[storage].child, EntryColour::Red, 0}};
     while (!steps.empty()) {
         const Step step = steps.back();
@@ -136,8 +136,9 @@ bool HasSoundColours(const Directory& directory, EntryId storage)
     return true;
 }
 
-/// Links the sorted members [begin:end) and returns their root; so many levels of them are black.
-/// Halving fills every level but the last, so that the calls are a few dozen deep at most.
+/// Links the sorted members [begin:end) and returns their root; the top `blackLevels` levels are
+/// black. Halving fills every level but the last, so the recursion is a few dozen levels deep at
+/// most.
 EntryId Balance(Directory& directory, const std::vector<EntryId>& members, std::size_t begin,
                 std::size_t end, std::size_t blackLevels)
 {
@@ -177,7 +178,7 @@ DirectoryEntry ParseEntry(std::string_view bytes)
 
 void AppendEntry(std::string& bytes, const DirectoryEntry& entry)
 {
-    assert(entry.name.size() <= kMostUnits);
+    assert(entry.name.size() <= kMaxUnits);
     const std::size_t begin = bytes.size();
     for (const char16_t unit : entry.name)
         AppendU16(bytes, unit);
@@ -217,7 +218,7 @@ std::vector<EntryId> MembersOf(const Directory& directory, EntryId storage)
 
 void LinkParents(Directory& directory)
 {
-    Passed passed(directory);
+    Visited passed(directory);
     std::vector<EntryId> storages = {kRootEntry};
     while (!storages.empty()) {
         const EntryId storage = storages.back();
@@ -243,14 +244,14 @@ void LinkParents(Directory& directory)
 void RepairTree(Directory& directory, EntryId storage)
 {
     auto members = MembersOf(directory, storage);
-    if (!IsInOrder(directory, members) || !HasSoundColours(directory, storage))
+    if (!IsInOrder(directory, members) || !HasValidColours(directory, storage))
         BuildTree(directory, storage, std::move(members));
 }
 
 void BuildTree(Directory& directory, EntryId storage, std::vector<EntryId> members)
 {
     SortByName(directory, members);
-    // The levels that are full are black; what hangs below them is red.
+    // The full levels are black; the entries below them are red.
     const std::size_t fullLevels = std::bit_width(members.size() + 1) - 1;
     directory[storage].child = Balance(directory, members, 0, members.size(), fullLevels);
 }

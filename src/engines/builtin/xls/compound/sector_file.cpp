@@ -19,8 +19,8 @@ namespace {
 using util::Error;
 
 // Beyond it a file would need a sector that locks byte ranges, and readers that count in 31 bits
-// lose their way. [MS-CFB] 2.7
-constexpr std::uint64_t kMostBytes = 0x7FFFFF00;
+// fail. [MS-CFB] 2.7
+constexpr std::uint64_t kMaxBytes = 0x7FFFFF00;
 
 void AppendAll(std::string& bytes, const std::vector<std::uint32_t>& numbers)
 {
@@ -41,7 +41,7 @@ SectorFile::SectorFile(const std::filesystem::path& path, std::filesystem::path 
 {
     errno = 0;
     Check(file_.open(path, std::ios::out | std::ios::binary | std::ios::trunc) != nullptr);
-    Append(std::string(sectorSize_, '\0')); // the header's place
+    Append(std::string(sectorSize_, '\0')); // room for the header
 }
 
 std::uint32_t SectorFile::NextSector() const
@@ -52,7 +52,7 @@ std::uint32_t SectorFile::NextSector() const
 
 void SectorFile::Append(std::string_view bytes)
 {
-    if (bytes.size() > kMostBytes - size_) {
+    if (bytes.size() > kMaxBytes - size_) {
         throw Error(util::ErrorKind::FileNotWritable, util::FromPath(target_),
                     "an .xls file cannot be larger than 2 GiB");
     }
@@ -141,7 +141,7 @@ void SectorFile::Check(bool isDone) const
 {
     if (isDone)
         return;
-    throw util::NotWritten(target_, {errno, std::generic_category()});
+    throw util::MakeWriteError(target_, {errno, std::generic_category()});
 }
 
 } // namespace orrery::xls

@@ -9,9 +9,8 @@
 
 namespace orrery::xls {
 
-/// A compound file while it is written: chains of sectors one behind the other, so that each of
-/// them lies in one piece, then the table that chains them. All failures throw Error
-/// (FileNotWritable, DiskFull) with the path of the file that the user knows.
+/// A compound file being written: chains of contiguous sectors one after another, then the sector
+/// table. All failures throw Error (FileNotWritable, DiskFull) with the path that the user knows.
 class SectorFile {
 public:
     /// Empties the file at `path`; errors name `target`.
@@ -19,28 +18,28 @@ public:
                std::size_t sectorSize);
 
     std::size_t SectorSize() const { return sectorSize_; }
-    /// Bytes so far, those of the header's sector included.
+    /// Bytes so far, the header's sector included.
     std::uint64_t Size() const { return size_; }
-    /// The number that the next sector will have. Between chains.
+    /// The number of the next sector. Valid only between chains.
     std::uint32_t NextSector() const;
 
     void Append(std::string_view bytes);
-    /// Writes over bytes that are there. Throws Error(DamagedWorkbook) where they are not.
+    /// Overwrites existing bytes. Throws Error(DamagedWorkbook) if they do not exist.
     void Patch(std::uint64_t offset, std::string_view bytes);
-    /// Fills the last sector and chains what was written since the chain before.
+    /// Fills the last sector and chains what was written since the last chain.
     void EndChain();
-    /// A whole chain. The number of its first sector; the end mark where there are no bytes.
+    /// Writes a whole chain. Returns the number of its first sector; the end mark if there are no
+    /// bytes.
     std::uint32_t WriteChain(std::string_view bytes);
 
-    /// Where the sector table lies.
     struct Tables {
         std::uint32_t firstFat = 0;
         std::uint32_t fatCount = 0; ///< sectors
         std::uint32_t firstDifat = 0;
         std::uint32_t difatCount = 0; ///< sectors, after those of the FAT
     };
-    /// Writes the sector table behind the last chain. `inHeader` FAT sectors are listed by the
-    /// header, the others by DIFAT sectors.
+    /// Writes the sector table after the last chain. The header lists `inHeader` FAT sectors, DIFAT
+    /// sectors list the rest.
     Tables WriteTables(std::uint32_t inHeader);
     void Close();
 

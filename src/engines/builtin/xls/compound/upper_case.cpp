@@ -6,7 +6,7 @@
 namespace orrery::xls {
 namespace {
 
-// The small letters whose capitals lie at a fixed distance; `step` 2 where capitals and small
+// The small letters whose capitals are at a fixed distance; `step` 2 where capitals and small
 // letters alternate. From Unicode's character database.
 struct CaseRange {
     char16_t first;
@@ -43,7 +43,7 @@ constexpr auto kSmallLetters = std::to_array<CaseRange>({
 
 char16_t ToUpperUnit(char16_t unit)
 {
-    if (unit < 0x80) // nearly all of them
+    if (unit < 0x80) // most units
         return unit >= 'a' && unit <= 'z' ? static_cast<char16_t>(unit - 32) : unit;
     const auto* const found =
         std::find_if(kSmallLetters.begin(), kSmallLetters.end(), [unit](const CaseRange& range) {

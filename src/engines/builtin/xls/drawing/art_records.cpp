@@ -31,7 +31,7 @@ void ArtRecords::Add(const Record& record)
         open_.push_back(substreams_.size());
         substreams_.emplace_back();
         break;
-    case RecordType::Eof: // the art of the sheet around a chart goes on behind the chart
+    case RecordType::Eof: // the art of the sheet continues after the chart
         if (!open_.empty())
             open_.pop_back();
         owner_ = Owner::Art;
@@ -47,7 +47,7 @@ void ArtRecords::Add(const Record& record)
                                                                        record.DataBegin());
         break;
     case RecordType::Obj:
-        owner_ = record.data.size() == kLongestRecord ? Owner::Object : Owner::Art;
+        owner_ = record.data.size() == kMaxRecordSize ? Owner::Object : Owner::Art;
         break;
     case RecordType::TextObject:
         owner_ = Owner::Text;
@@ -69,8 +69,8 @@ void ArtRecords::AddContinuation(const Record& record)
     switch (owner_) {
     case Owner::Nobody:
         break;
-    case Owner::Object: // only a full record goes on
-        if (record.data.size() < kLongestRecord)
+    case Owner::Object: // only a full record has a continuation
+        if (record.data.size() < kMaxRecordSize)
             owner_ = Owner::Art;
         break;
     case Owner::Text:
@@ -84,7 +84,7 @@ void ArtRecords::AddContinuation(const Record& record)
 }
 
 // A text is followed by records with its characters, each beginning with their width, then by
-// records with their formatting, then the art goes on. [MS-XLS] 2.4.329
+// records with their formatting; then the art continues. [MS-XLS] 2.4.329
 void ArtRecords::AddToText(const Record& record)
 {
     if (textLeft_ > 0) {

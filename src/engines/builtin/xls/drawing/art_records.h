@@ -13,8 +13,8 @@ inline constexpr std::size_t kHeaderPictureFlags = 12;     ///< offset
 inline constexpr std::size_t kHeaderPictureArt = 14;       ///< offset
 inline constexpr std::uint8_t kHeaderPictureContinues = 4; ///< fContinue, a flag
 
-/// Tells which records of a sheet hold office art. A sheet's art is cut wherever an object follows
-/// and goes on behind the object's own records, in MSODRAWING or in CONTINUE records.
+/// Finds the records of a sheet that contain office art. A sheet's art is split wherever an object
+/// follows, and continues after the object's own records, in MSODRAWING or CONTINUE records.
 /// [MS-XLS] 2.1.7.20.5
 class ArtRecords {
 public:
@@ -38,11 +38,11 @@ private:
     void AddHeaderPicture(const Record& record);
 
     std::vector<Sheet> substreams_;
-    std::vector<std::size_t> open_; // indexes of the substreams around the record
+    std::vector<std::size_t> open_; // indexes of the enclosing substreams
     std::vector<ArtStream> headerPictures_;
     Owner owner_ = Owner::Nobody; // of the next CONTINUE record
-    std::size_t textLeft_ = 0;    // characters that are still to come
-    std::size_t runsLeft_ = 0;    // bytes of their formatting
+    std::size_t textLeft_ = 0;    // remaining characters
+    std::size_t runsLeft_ = 0;    // remaining bytes of their formatting
 };
 
 } // namespace orrery::xls

@@ -20,7 +20,7 @@ void ArtStream::Append(std::string_view piece, std::size_t at)
     size_ += piece.size();
 }
 
-bool ArtStream::Holds(std::size_t at, std::size_t size) const
+bool ArtStream::Contains(std::size_t at, std::size_t size) const
 {
     return at <= size_ && size_ - at >= size;
 }

@@ -31,7 +31,7 @@ constexpr std::uint32_t kShapeIdEnd = 0x3FFD7FF; // [MS-ODRAW] 2.2.47
     throw util::Error(book::ErrorKind::SheetNotCopied, {}, cause);
 }
 
-/// Pictures are counted by what lies in the store, with a count of uses or without.
+/// The index of a picture counts all pictures in the store, also those without a count of uses.
 bool IsPicture(std::uint16_t type)
 {
     return type == kPicture || (type >= kFirstBarePicture && type <= kLastBarePicture);
@@ -66,8 +66,8 @@ DrawingGroup::DrawingGroup(DrawingKind kind, std::string_view records)
     Read();
 }
 
-// What is inconsistent behind the table does not matter: it is handed on, only its pictures are not
-// counted.
+// Damage after the table does not matter: those bytes are kept, and only the uses of their pictures
+// are not counted.
 void DrawingGroup::Read()
 {
     ArtReader reader(art_);
@@ -156,8 +156,8 @@ std::uint32_t DrawingGroup::AddDrawingId()
     return nextDrawingId_;
 }
 
-// Programs number shapes by the table, but not every one writes it: clusters that are used and not
-// in it are listed on the way, so that the table has no gaps.
+// Programs number shapes by the table, but not all of them write it: clusters that are used but not
+// in the table are added on the way, so that it has no gaps.
 std::uint32_t DrawingGroup::AddCluster(Cluster cluster)
 {
     const auto number = [this] { return static_cast<std::uint32_t>(clusters_.size() + 1); };

@@ -43,7 +43,7 @@ ArtNumber NumberAt(const ArtStream& art, std::size_t at)
     return number;
 }
 
-/// Adds those of the numbers that name a shape of the drawing.
+/// Adds the numbers that refer to a shape of the drawing.
 void AddReferences(Drawing& drawing, const std::vector<ArtNumber>& numbers)
 {
     if (numbers.empty())
@@ -58,7 +58,7 @@ void AddReferences(Drawing& drawing, const std::vector<ArtNumber>& numbers)
     }
 }
 
-/// Reads the drawings of one stream of art.
+/// Reads the drawings in one stream of art.
 class ArtDrawings {
 public:
     ArtDrawings(const ArtStream& art, DrawingKind kind, std::vector<Drawing>& found)
@@ -66,7 +66,7 @@ public:
     {
     }
 
-    /// False where the art is inconsistent.
+    /// False if the art is inconsistent.
     bool Read()
     {
         ArtReader reader(art_);
@@ -168,17 +168,18 @@ private:
     const ArtStream& art_;
     const DrawingKind kind_;
     std::vector<Drawing>& found_;
-    std::vector<ArtNumber> names_; // of shapes of the last drawing
+    std::vector<ArtNumber> names_; // references to shapes of the last drawing
     bool hasData_ = true;          // of the last drawing, if there is one
 };
 
-// Programs need not read it, so damage in it says nothing of the drawing. [MS-ODRAW] 2.2.33
+// Programs need not read it, so its damage does not count as damage of the drawing. [MS-ODRAW]
+// 2.2.33
 void ReadSelection(const ArtStream& art, std::vector<ArtNumber>& selected)
 {
-    constexpr std::size_t kFocus = 16; // behind header, size and mode
-    if (!art.Holds(0, kFocus) || art.U16(2) != kSelection)
+    constexpr std::size_t kFocus = 16; // after header, size and mode
+    if (!art.Contains(0, kFocus) || art.U16(2) != kSelection)
         return;
-    for (std::size_t at = kFocus; art.Holds(at, kIdSize); at += kIdSize)
+    for (std::size_t at = kFocus; art.Contains(at, kIdSize); at += kIdSize)
         selected.push_back(NumberAt(art, at));
 }
 

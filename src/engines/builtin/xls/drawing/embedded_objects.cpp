@@ -36,11 +36,11 @@ std::optional<Part> FindPart(std::string_view data, std::uint16_t type)
     return std::nullopt;
 }
 
-/// Where a picture's part says where its data lie: behind its formula, which is the token of an
-/// embedded object alone. [MS-XLS] 2.5.187
+/// The offset, in a picture's part, of the position of its data: after its formula, if that is only
+/// the token of an embedded object. [MS-XLS] 2.5.187
 std::optional<std::size_t> PositionOfData(std::string_view formula)
 {
-    constexpr std::size_t kToken = 8; // behind two sizes and four unused bytes
+    constexpr std::size_t kToken = 8; // after two sizes and four unused bytes
     if (formula.size() <= kToken || ReadU8(formula, kToken) != kEmbeddedToken)
         return std::nullopt;
     return 2 + std::size_t{ReadU16(formula, 0)};
@@ -115,9 +115,9 @@ FreshEmbedding EmbeddedCopies::AddCopy(const EmbeddedPlaces& places)
             copy->second = CopyStorage(object.number);
         embedding.objects.push_back(copy->second);
     }
-    std::map<Stretch, std::uint32_t> controls;
+    std::map<ByteRange, std::uint32_t> controls;
     for (const auto& control : places.controls) {
-        const Stretch stretch{control.begin, control.size};
+        const ByteRange stretch{control.begin, control.size};
         const auto [copy, isNew] = controls.emplace(stretch, control.begin);
         if (isNew)
             copy->second = CopyControl(stretch);
@@ -138,7 +138,7 @@ std::uint32_t EmbeddedCopies::CopyStorage(std::uint32_t number)
     return lastNumber_;
 }
 
-std::uint32_t EmbeddedCopies::CopyControl(const Stretch& control)
+std::uint32_t EmbeddedCopies::CopyControl(const ByteRange& control)
 {
     const auto [begin, size] = control;
     const bool isThere = begin <= controls_.size() && controls_.size() - begin >= size && size > 0;
@@ -147,7 +147,7 @@ std::uint32_t EmbeddedCopies::CopyControl(const Stretch& control)
     const std::uint64_t copy = controlsSize_;
     addedControls_.push_back(control);
     controlsSize_ += size;
-    return static_cast<std::uint32_t>(copy); // a file may not grow that far
+    return static_cast<std::uint32_t>(copy); // a file cannot become that large
 }
 
 std::string EmbeddedCopies::Controls() const

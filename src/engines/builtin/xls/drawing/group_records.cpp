@@ -48,17 +48,17 @@ void GroupWriter::Append(std::string_view art)
         stream_ += piece;
         art.remove_prefix(piece.size());
         PutU16(stream_, recordBegin_ + 2,
-               static_cast<std::uint16_t>(kLongestRecord - RoomInRecord()));
+               static_cast<std::uint16_t>(kMaxRecordSize - RoomInRecord()));
     }
 }
 
 std::size_t GroupWriter::RoomInRecord() const
 {
-    return recordBegin_ + kRecordHeader + kLongestRecord - stream_.size();
+    return recordBegin_ + kRecordHeader + kMaxRecordSize - stream_.size();
 }
 
-// HFPICTURE goes on in records of its own type, MSODRAWINGGROUP in one more of its own type and
-// then, or at once, in CONTINUE.
+// HFPICTURE is continued in records of its own type; MSODRAWINGGROUP in CONTINUE records, perhaps
+// after a second record of its own type.
 void GroupWriter::BeginRecord()
 {
     const bool own = kind_ == DrawingKind::HeaderFooter || recordCount_ == 0 ||
@@ -76,7 +76,7 @@ void GroupWriter::BeginRecord()
 
 void GroupWriter::Put(std::size_t at, std::uint32_t value)
 {
-    const std::size_t artInRecord = kLongestRecord - prefix_.size();
+    const std::size_t artInRecord = kMaxRecordSize - prefix_.size();
     for (std::size_t i = at; i < at + sizeof(value); ++i, value >>= 8)
         PutU8(stream_, begin_ + i + (i / artInRecord + 1) * (kRecordHeader + prefix_.size()),
               static_cast<std::uint8_t>(value & 0xFF));

@@ -10,18 +10,18 @@
 
 namespace orrery::xls {
 
-/// The art in the records of a drawing group as the globals hold them.
+/// The art in the records of a drawing group in the globals.
 ArtStream GroupArt(DrawingKind kind, std::string_view records);
 
-/// Lays art out in the records of a drawing group.
+/// Splits art into the records of a drawing group.
 class GroupWriter {
 public:
-    /// Appends to `stream`. `model`: the records as they were; where they used a second record of
-    /// the same type before those that continue it, so do the new ones.
+    /// Appends to `stream`. `model` are the old records; if they had a second record of the same
+    /// type before their continuations, the new ones have one, too.
     GroupWriter(DrawingKind kind, std::string_view model, std::string& stream);
 
     void Append(std::string_view art);
-    /// Writes over four bytes of the art that are there.
+    /// Overwrites four existing bytes of the art.
     void Put(std::size_t at, std::uint32_t value);
 
 private:

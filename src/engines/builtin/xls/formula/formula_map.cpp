@@ -23,7 +23,7 @@ void RemapUse(std::string& records, std::size_t rgce, const FormulaUse& use, con
     PutU16(records, sheetAt, map.sheet(sheet));
 }
 
-/// Charts, controls and rules keep no result that could be stale.
+/// Charts, controls and rules store no result that could be stale.
 bool HasResult(RecordType type)
 {
     return type == RecordType::Formula || type == RecordType::SharedFormula ||
@@ -51,7 +51,7 @@ void CollectFacts(std::string_view rgce, FormulaFacts& facts)
     while (const auto token = reader.Next()) {
         if (const auto use = UseOf(*token))
             CollectUse(rgce, *use, facts);
-        facts.readsElsewhere |= IsRestless(rgce, *token);
+        facts.readsElsewhere |= IsVolatile(rgce, *token);
     }
     facts.readsElsewhere |= !reader.Complete();
 }
@@ -60,7 +60,7 @@ void CollectFacts(std::string_view rgce, FormulaFacts& facts)
 
 void RemapFormulas(std::string& records, const FormulaMap& map)
 {
-    // The edits keep sizes and touch no record's header: the places stay right.
+    // The edits keep sizes and change no record's header, so the places stay right.
     ForEachFormula(records, [&](const FormulaPlace& place) {
         FormulaTokenReader reader(std::string_view(records).substr(place.begin, place.size));
         while (const auto token = reader.Next()) {

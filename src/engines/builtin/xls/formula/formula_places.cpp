@@ -10,8 +10,8 @@
 namespace orrery::xls {
 namespace {
 
-/// Goes through the fields of a record and keeps the expressions that it comes across. Reading
-/// beyond the record throws.
+/// Goes through the fields of a record and collects the expressions. Reading past the end of the
+/// record throws.
 class Fields {
 public:
     Fields(const Record& record, std::vector<FormulaPlace>& places)
@@ -34,7 +34,7 @@ public:
             places_.push_back({record_.type, record_.DataBegin() + position_, size});
         position_ += size;
     }
-    /// An expression behind its size and `between` other bytes.
+    /// An expression after its size and `between` other bytes.
     void SizedFormula(std::size_t between = 0)
     {
         const std::size_t size = U16();
@@ -54,7 +54,7 @@ private:
     std::size_t position_ = 0;
 };
 
-/// The optional texts that follow the name's expression have none. [MS-XLS] 2.4.150
+/// The optional texts after the name's expression have no expressions. [MS-XLS] 2.4.150
 void ReadName(Fields& fields)
 {
     fields.Skip(3); // flags, key
@@ -66,8 +66,8 @@ void ReadName(Fields& fields)
     fields.Formula(size);
 }
 
-/// The formats before the expressions have a size that follows from a dozen flags; the expressions
-/// are what ends the record. [MS-XLS] 2.4.42
+/// The size of the formats before the expressions follows from a dozen flags; the expressions are
+/// at the end of the record. [MS-XLS] 2.4.42
 void ReadConditionalFormat(Fields& fields)
 {
     constexpr std::size_t kHeader = 6;
@@ -93,7 +93,7 @@ void ReadThreshold(Fields& fields)
         fields.Skip(sizeof(double));
 }
 
-/// `between` are the bytes behind each threshold.
+/// `between` bytes follow each threshold.
 void ReadThresholds(Fields& fields, std::size_t count, std::size_t between)
 {
     for (std::size_t i = 0; i < count; ++i) {
@@ -102,7 +102,7 @@ void ReadThresholds(Fields& fields, std::size_t count, std::size_t between)
     }
 }
 
-/// What belongs to the kind of a rule. [MS-XLS] 2.5.32, 2.5.25, 2.5.36
+/// The data of a rule of that kind. [MS-XLS] 2.5.32, 2.5.25, 2.5.36
 void ReadRuleKind(Fields& fields, std::uint8_t kind)
 {
     constexpr std::uint8_t kColorScale = 3;
@@ -184,7 +184,7 @@ void ReadRecord(const Record& record, std::vector<FormulaPlace>& places)
         fields.Skip(12); // range, flags
         return fields.SizedFormula();
     case RecordType::ChartLink:
-        fields.Skip(6); // what it gives and how, number format
+        fields.Skip(6); // result type and number format
         return fields.SizedFormula();
     case RecordType::Name:
         return ReadName(fields);
@@ -202,7 +202,7 @@ void ReadRecord(const Record& record, std::vector<FormulaPlace>& places)
     }
 }
 
-/// Whether all expressions of the record were found; those before a damage stay in `places`.
+/// Whether all expressions of the record were found; those before the damage stay in `places`.
 bool CanRead(const Record& record, std::vector<FormulaPlace>& places)
 {
     try {

@@ -19,15 +19,15 @@ constexpr std::uint8_t kName = 0x23;
 constexpr std::uint8_t kRelativeCell = 0x2C; // "PtgRefN"
 constexpr std::uint8_t kRelativeArea = 0x2D; // "PtgAreaN"
 constexpr std::uint8_t kExternName = 0x39;
-constexpr std::uint8_t kFirstOfSheets = 0x3A; // cells and areas of sheets, also lost ones
+constexpr std::uint8_t kFirstOfSheets = 0x3A; // cells and areas of sheets, deleted ones too
 constexpr std::uint8_t kLastOfSheets = 0x3D;
 constexpr std::uint8_t kClasses = 0x60; // bits: operands are references, values or arrays
 constexpr std::uint8_t kOneClass = 0x20;
 
-constexpr std::uint8_t kVolatile = 0x01; // of attributes
+constexpr std::uint8_t kVolatile = 0x01; // an attribute
 constexpr std::uint8_t kChoose = 0x04;
 
-/// The sizes of tokens whose size their id tells; 0 for those that do not exist and for the texts,
+/// The sizes of tokens that depend on the id alone; 0 for ids that do not exist and for texts,
 /// labels and attributes. [MS-XLS] 2.5.198.25
 constexpr std::array<std::uint8_t, 0x40> kSizes = [] {
     std::array<std::uint8_t, 0x40> sizes{};
@@ -45,12 +45,12 @@ constexpr std::array<std::uint8_t, 0x40> kSizes = [] {
     sizes[kName] = 5;
     sizes[0x24] = 5; // cell
     sizes[0x25] = 9; // area
-    sizes[0x26] = 7; // area kept in memory; what it comes from follows
+    sizes[0x26] = 7; // the same, deleted
     sizes[0x27] = 7; // the same, lost
     sizes[0x28] = 7; // the same, too large
     sizes[0x29] = 3; // the same, by a function
-    sizes[0x2A] = 5; // lost cell
-    sizes[0x2B] = 9; // lost area
+    sizes[0x2A] = 5; // deleted cell
+    sizes[0x2B] = 9; // deleted area
     sizes[kRelativeCell] = 5;
     sizes[kRelativeArea] = 9;
     sizes[kExternName] = 7;
@@ -61,7 +61,7 @@ constexpr std::array<std::uint8_t, 0x40> kSizes = [] {
     return sizes;
 }();
 
-/// The id of an operand without its class; other ids as they are.
+/// The id of an operand without its class; other ids unchanged.
 std::uint8_t WithoutClass(std::uint8_t id)
 {
     return id < 0x40 ? id : static_cast<std::uint8_t>((id & ~kClasses) | kOneClass);
@@ -81,7 +81,7 @@ bool IsAttribute(std::uint8_t kind)
     return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
 }
 
-/// The size of an attribute; that of CHOOSE has a table of jumps, one more than it counts.
+/// The size of an attribute; CHOOSE has a jump table with one entry more than it counts.
 std::size_t AttributeSize(std::string_view token)
 {
     constexpr std::size_t kHeader = 4;
@@ -100,8 +100,7 @@ std::size_t TextSize(std::string_view token)
     return kHeader + ReadU8(token, 1) * std::size_t{wide ? 2U : 1U};
 }
 
-/// The size of the token at the beginning of `token`, which may go on behind it; 0 where it is
-/// unknown.
+/// The size of the token at the beginning of `token`, which may be longer; 0 if it is unknown.
 std::size_t TokenSize(std::string_view token)
 {
     constexpr std::uint8_t kLastId = 0x7F;
@@ -147,23 +146,23 @@ std::optional<FormulaUse> UseOf(const FormulaToken& token)
     return std::nullopt;
 }
 
-bool IsRestless(std::string_view rgce, const FormulaToken& token)
+bool IsVolatile(std::string_view rgce, const FormulaToken& token)
 {
     // RAND, NOW, OFFSET, CELL, INDIRECT, TODAY, INFO, GETPIVOTDATA
-    constexpr std::array<std::uint16_t, 8> kRestlessFunctions = {63,  74,  78,  125,
+    constexpr std::array<std::uint16_t, 8> kVolatileFunctions = {63,  74,  78,  125,
                                                                  148, 221, 244, 358};
-    const auto isRestless = [&](std::size_t at) {
+    const auto isVolatile = [&](std::size_t at) {
         const auto function = ReadU16(rgce, at);
-        return std::find(kRestlessFunctions.begin(), kRestlessFunctions.end(), function) !=
-               kRestlessFunctions.end();
+        return std::find(kVolatileFunctions.begin(), kVolatileFunctions.end(), function) !=
+               kVolatileFunctions.end();
     };
     switch (token.id) {
     case kAttribute:
         return (ReadU8(rgce, token.begin + 1) & kVolatile) != 0;
     case kFunction:
-        return isRestless(token.begin + 1);
+        return isVolatile(token.begin + 1);
     case kVariableFunction:
-        return isRestless(token.begin + 2); // behind the count of arguments
+        return isVolatile(token.begin + 2); // after the count of arguments
     default:
         return false;
     }

@@ -31,7 +31,7 @@ ObjectFormula ReadFormula(std::string_view data, std::size_t at, const ObjectFor
     return result;
 }
 
-/// A picture's formula, where its data lies, and for a control its key, its linked cell and the
+/// A picture's formula, the place of its data, and for a control its key, its linked cell and the
 /// range of its list. [MS-XLS] 2.5.150, 2.5.203
 void ReadPicture(std::string_view data, std::size_t at, std::uint16_t flags,
                  const ObjectFormulaVisitor& visit)
@@ -60,7 +60,7 @@ void ForEachObjectFormula(std::string_view data, const ObjectFormulaVisitor& vis
         switch (part) {
         case kEndPart:
             return;
-        case kMacroPart: // their size is that of the formula
+        case kMacroPart: // its size is that of the formula
         case kLinkPart:
         case kCheckLinkPart:
             ReadFormula(data, at + 2, visit);

@@ -12,10 +12,10 @@
 namespace orrery::xls {
 namespace {
 
-constexpr std::size_t kMostEntries = 0xFFFF; // of a list whose length is 16 bits wide
-constexpr std::size_t kNameScope = 8;        // offset of the sheet in a NAME record's data
+constexpr std::size_t kMaxEntries = 0xFFFF; // of a list whose length is 16 bits wide
+constexpr std::size_t kNameScope = 8;       // offset of the sheet in a NAME record's data
 
-/// The data of a record and of those that it goes on in.
+/// The data of a record and its continuations.
 std::string Joined(std::string_view records)
 {
     std::string data;
@@ -57,7 +57,7 @@ void References::AddLinks()
         if (!sheets_[i].IsCopy || std::none_of(links.begin(), links.end(), isModel))
             continue;
         const auto index = links.size() + addedLinks_.size();
-        if (index >= kMostEntries)
+        if (index >= kMaxEntries)
             throw util::Error(book::ErrorKind::SheetNotCopied, sheets_[i].Name,
                               "the workbook has too many references to sheets");
         linkOfCopy_[i] = static_cast<std::uint16_t>(index);
@@ -74,11 +74,11 @@ void References::AddNames()
         const auto origin = sheets_[position].Origin;
         if (!namesOf.contains(origin))
             namesOf[origin] = NamesToRepeat(origin);
-        AddTwins(namesOf[origin], position);
+        RepeatNames(namesOf[origin], position);
     }
 }
 
-/// A model's own names and the workbook's that refer to it, by their indexes.
+/// The indexes of the model's own names and of the workbook's names that refer to it.
 std::vector<std::size_t> References::NamesToRepeat(std::size_t origin) const
 {
     const auto& names = globals_.Names();
@@ -97,20 +97,20 @@ std::vector<std::size_t> References::NamesToRepeat(std::size_t origin) const
     return repeated;
 }
 
-void References::AddTwins(const std::vector<std::size_t>& names, std::size_t position)
+void References::RepeatNames(const std::vector<std::size_t>& names, std::size_t position)
 {
     std::unordered_map<std::string_view, std::uint32_t> indexes;
     for (const std::size_t name : names) {
-        const auto next = globals_.Names().size() + twins_.size() + 1;
+        const auto next = globals_.Names().size() + addedNames_.size() + 1;
         const auto [known, isNew] =
             indexes.emplace(globals_.Names()[name].Key, static_cast<std::uint32_t>(next));
-        twinIndex_[{position, name}] = known->second;
-        if (!isNew) // a second name of the same sheet would be damage
+        addedNameIndex_[{position, name}] = known->second;
+        if (!isNew) // the same name twice on one sheet is damage
             continue;
-        if (next > kMostEntries)
+        if (next > kMaxEntries)
             throw util::Error(book::ErrorKind::SheetNotCopied, sheets_[position].Name,
                               "the workbook has too many names");
-        twins_.push_back({name, position});
+        addedNames_.push_back({name, position});
     }
 }
 
@@ -126,9 +126,9 @@ bool References::RefersTo(const NameEntry& name, std::size_t origin) const
 
 bool References::ChangeAt(std::size_t position) const
 {
-    const auto twin = twinIndex_.lower_bound({position, 0});
+    const auto added = addedNameIndex_.lower_bound({position, 0});
     return linkOfCopy_.contains(position) ||
-           (twin != twinIndex_.end() && twin->first.first == position);
+           (added != addedNameIndex_.end() && added->first.first == position);
 }
 
 FormulaMap References::MapFor(std::size_t position) const
@@ -154,8 +154,9 @@ std::uint16_t References::LinkAt(std::size_t position, std::uint16_t link) const
 
 std::uint32_t References::NameAt(std::size_t position, std::uint32_t name) const
 {
-    const auto twin = name == 0 ? twinIndex_.end() : twinIndex_.find({position, name - 1});
-    return twin == twinIndex_.end() ? name : twin->second;
+    const auto added =
+        name == 0 ? addedNameIndex_.end() : addedNameIndex_.find({position, name - 1});
+    return added == addedNameIndex_.end() ? name : added->second;
 }
 
 std::int16_t References::Moved(std::int16_t sheet) const
@@ -191,12 +192,12 @@ std::string References::ExternSheet() const
 std::string References::AddedNames() const
 {
     std::string records;
-    for (const auto& twin : twins_) {
-        auto data = Joined(globals_.Names()[twin.name].place.In(globals_.Stream()));
-        PutU16(data, kNameScope, static_cast<std::uint16_t>(twin.position + 1));
+    for (const auto& added : addedNames_) {
+        auto data = Joined(globals_.Names()[added.name].place.In(globals_.Stream()));
+        PutU16(data, kNameScope, static_cast<std::uint16_t>(added.position + 1));
         std::string record;
         AppendRecord(record, RecordType::Name, data);
-        RemapFormulas(record, MapFor(twin.position));
+        RemapFormulas(record, MapFor(added.position));
         records += record;
     }
     return records;

@@ -23,10 +23,10 @@ constexpr std::array kPlainRecords = {
 constexpr std::size_t kOffsetSize = 4;
 constexpr std::size_t kFirstIndexOffset = 12; ///< in INDEX, that of DEFCOLWIDTH
 constexpr std::size_t kFirstExtSstOffset = 2; ///< in EXTSST
-constexpr std::size_t kExtSstEntry = 8;       ///< bytes, an offset first
+constexpr std::size_t kExtSstEntry = 8;       ///< bytes, of which an offset is the first part
 
-/// The next record, or nothing where no whole one follows: at the stream's end, or before what
-/// fills it up. Damage is left to those who read what is there.
+/// The next record, or nothing if no complete one follows: at the stream's end, or before its
+/// padding. Whoever reads the stream finds the damage.
 std::optional<Record> NextWhole(std::string_view stream, RecordReader& reader)
 {
     const std::string_view rest = stream.substr(reader.Position());
@@ -52,12 +52,12 @@ std::size_t PlainSize(const Record& record)
 {
     if (std::find(kPlainRecords.begin(), kPlainRecords.end(), record.type) != kPlainRecords.end())
         return record.data.size();
-    if (record.type == RecordType::BoundSheet) // where the sheet begins
+    if (record.type == RecordType::BoundSheet) // of which the first bytes are the sheet's offset
         return std::min(kOffsetSize, record.data.size());
     return 0;
 }
 
-/// Takes the bytes [begin:end) of a stream out of the offset at `at`.
+/// Corrects the offset at `at` for the removal of the bytes [begin:end) of a stream.
 void MoveOffset(std::string& stream, std::size_t at, std::size_t begin, std::size_t end)
 {
     const std::size_t offset = ReadU32(stream, at);

@@ -33,7 +33,7 @@ bool SheetSpan::IsOnly(std::size_t sheet) const
     return first == last && static_cast<std::size_t>(first) == sheet;
 }
 
-bool SheetSpan::Holds(std::size_t sheet) const
+bool SheetSpan::Contains(std::size_t sheet) const
 {
     return static_cast<std::size_t>(std::min(first, last)) <= sheet &&
            sheet <= static_cast<std::size_t>(std::max(first, last));
@@ -70,22 +70,22 @@ private:
         globals_.namesEnd_ = globals_.stringsStart_ = record->End();
     }
 
-    /// A record that goes on belongs to the place of the one before.
+    /// A continuation belongs to the place of the record before it.
     void Extend(const Record& record)
     {
-        if (grows_)
-            grows_->end = record.End();
-        if (grows_ == &globals_.stringsOnly_)
+        if (continued_)
+            continued_->end = record.End();
+        if (continued_ == &globals_.stringsOnly_)
             globals_.strings_.end = record.End();
-        if (grows_ == &globals_.externSheet_)
+        if (continued_ == &globals_.externSheet_)
             links_ += record.data;
-        MoveOn(last_, record);
+        UpdateInsertPositions(last_, record);
     }
 
     void ReadRecord(const Record& record)
     {
         const Span place{record.begin, record.End()};
-        grows_ = nullptr;
+        continued_ = nullptr;
         switch (record.type) {
         case RecordType::BoundSheet:
             return ReadSheet(record, place);
@@ -99,30 +99,30 @@ private:
             break;
         case RecordType::ExternSheet:
             links_ = record.data;
-            grows_ = &(globals_.externSheet_ = place);
+            continued_ = &(globals_.externSheet_ = place);
             break;
         case RecordType::Sst:
             globals_.strings_ = place;
-            grows_ = &(globals_.stringsOnly_ = place);
+            continued_ = &(globals_.stringsOnly_ = place);
             break;
         case RecordType::ExtSst:
             if (globals_.strings_.end == record.begin)
                 globals_.strings_.end = record.End();
             break;
         case RecordType::MsoDrawingGroup:
-            grows_ = Join(globals_.drawingGroup_, place);
+            continued_ = Join(globals_.drawingGroup_, place);
             break;
         case RecordType::HeaderFooterPicture:
-            grows_ = Join(globals_.headerPictures_, place);
+            continued_ = Join(globals_.headerPictures_, place);
             break;
         default:
             ReadSetting(record, place);
         }
         last_ = record.type;
-        MoveOn(record.type, record);
+        UpdateInsertPositions(record.type, record);
     }
 
-    /// A record that comes in several pieces, one behind the other.
+    /// Joins the pieces of a record that is split into several.
     static Span* Join(Span& pieces, const Span& place)
     {
         if (pieces.end != place.begin)
@@ -136,7 +136,7 @@ private:
         if (record.type == RecordType::TabIds)
             globals_.tabIds_ = place;
         else if (record.type == RecordType::Xf)
-            globals_.formats_.push_back(place);
+            globals_.styles_.push_back(place);
         else if (record.type == RecordType::Protect)
             globals_.structureProtected_ = ReadU16(record.data, 0) != 0;
         else if (record.type == RecordType::Window1 && !hasWindow_) {
@@ -155,7 +155,7 @@ private:
         entry.place = place;
         globals_.sheets_.push_back(std::move(entry));
         last_ = record.type;
-        MoveOn(record.type, record);
+        UpdateInsertPositions(record.type, record);
     }
 
     void ReadName(const Record& record, const Span& place)
@@ -171,12 +171,12 @@ private:
             entry.Key.insert(0, 1, '\x01');
         entry.place = place;
         globals_.names_.push_back(std::move(entry));
-        grows_ = &globals_.names_.back().place;
+        continued_ = &globals_.names_.back().place;
     }
 
-    /// New names go behind the last name, or behind what stands before the first one; a new table
-    /// of texts behind all that. [MS-XLS] 2.1.7.20.3
-    void MoveOn(RecordType type, const Record& record)
+    /// New names go after the last name, or after the records that come before names; a new table
+    /// of shared strings after all of those. [MS-XLS] 2.1.7.20.3
+    void UpdateInsertPositions(RecordType type, const Record& record)
     {
         using enum RecordType;
         const bool afterName =
@@ -215,7 +215,7 @@ private:
     Globals& globals_;
     RecordReader records_;
     RecordType last_ = RecordType::Bof;
-    Span* grows_ = nullptr; // the place of the record that a CONTINUE would go on with
+    Span* continued_ = nullptr; // the place of the record that a CONTINUE would belong to
     std::string links_;
     std::size_t books_ = 0;
     bool hasWindow_ = false;

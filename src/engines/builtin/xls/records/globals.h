@@ -11,11 +11,11 @@
 
 namespace orrery::xls {
 
-/// Stands in a SUPBOOK record that is the workbook itself, in place of the length of a path.
+/// The value that a SUPBOOK record has in place of a path's length if it is the workbook itself.
 /// [MS-XLS] 2.4.271
 inline constexpr std::uint16_t kOwnBook = 0x0401;
 
-/// A stretch of the workbook stream.
+/// A range of bytes of the workbook stream.
 struct Span {
     std::size_t begin = 0;
     std::size_t end = 0;
@@ -24,7 +24,7 @@ struct Span {
     std::string_view In(std::string_view stream) const { return stream.substr(begin, end - begin); }
 };
 
-/// A sheet as the globals list it. [MS-XLS] 2.4.28
+/// A sheet in the list of the globals. [MS-XLS] 2.4.28
 struct SheetEntry {
     std::string Name;
     std::uint32_t Offset = 0; ///< of its BOF record in the stream
@@ -35,43 +35,44 @@ struct SheetEntry {
 
 /// A defined name. [MS-XLS] 2.4.150
 struct NameEntry {
-    std::string Key; ///< the name folded, so that equal names are equal; built-in names apart
-    std::uint16_t Sheet =
-        0;                ///< position from 1 of the sheet whose own name it is; 0: the workbook's
-    bool IsMacro = false; ///< it names a function or procedure, whatever its formula says
-    Span place;           ///< of the record with its continuation
+    std::string
+        Key; ///< the folded name, marked if it is built-in, so that equal names have equal keys
+    std::uint16_t Sheet = 0; ///< position, from 1, of its own sheet; 0: the workbook
+    bool IsMacro = false;    ///< it names a function or procedure, whatever its formula says
+    Span place;              ///< of the record and its continuations
 };
 
-/// The sheets of this workbook that a formula's index of a reference ("ixti") stands for, by their
+/// The sheets of this workbook that a formula's reference index ("ixti") stands for, by their
 /// positions from 0. [MS-XLS] 2.5.343
 struct SheetSpan {
     std::int16_t first = 0;
     std::int16_t last = 0;
     bool IsOnly(std::size_t sheet) const;
-    bool Holds(std::size_t sheet) const;
+    bool Contains(std::size_t sheet) const;
 };
 
-/// One entry of EXTERNSHEET as it stands there.
+/// An entry of EXTERNSHEET.
 struct SheetLink {
     std::uint16_t book = 0; ///< position of a SUPBOOK record
-    std::int16_t first = 0; ///< negative: not a sheet, or deleted
+    std::int16_t first = 0; ///< negative: not a sheet, or a deleted one
     std::int16_t last = 0;
 };
 
-/// The first substream of the workbook stream: what belongs to no sheet. Read once, never changed.
+/// The first substream of the workbook stream: everything that belongs to no sheet. Read once,
+/// never changed.
 class Globals {
 public:
     /// Throws Error: OldBinaryFormat for the versions before BIFF8, DamagedWorkbook.
     explicit Globals(std::string_view stream);
 
     std::string_view Stream() const { return stream_; }
-    std::size_t End() const { return end_; } ///< behind its EOF record
+    std::size_t End() const { return end_; } ///< after its EOF record
     const std::vector<SheetEntry>& Sheets() const { return sheets_; }
     const std::vector<NameEntry>& Names() const { return names_; }
     const std::vector<SheetLink>& Links() const { return links_; }
     /// The SUPBOOK record that stands for this workbook, if there is one.
     std::optional<std::size_t> OwnBook() const { return ownBook_; }
-    /// What a formula's index refers to; nothing for other workbooks and deleted sheets.
+    /// The sheets that a formula's index refers to; nothing for other workbooks and deleted sheets.
     std::optional<SheetSpan> OwnSheets(std::uint16_t link) const;
     std::optional<SheetSpan> OwnSheets(const SheetLink& link) const;
 
@@ -86,8 +87,8 @@ public:
     const Span& DrawingGroupPlace() const { return drawingGroup_; }     ///< with CONTINUE
     const Span& HeaderPicturesPlace() const { return headerPictures_; } ///< HFPICTURE
     const Span& TabIdsPlace() const { return tabIds_; }
-    const std::vector<Span>& FormatPlaces() const { return formats_; } ///< XF
-    /// Where new names go, and where a first table of texts.
+    const std::vector<Span>& FormatPlaces() const { return styles_; } ///< XF
+    /// Where new names are inserted, and where a first table of shared strings.
     std::size_t NamesEnd() const { return namesEnd_; }
     std::size_t StringsStart() const { return stringsStart_; }
 
@@ -108,7 +109,7 @@ private:
     Span drawingGroup_;
     Span headerPictures_;
     Span tabIds_;
-    std::vector<Span> formats_;
+    std::vector<Span> styles_;
     std::size_t namesEnd_ = 0;
     std::size_t stringsStart_ = 0;
 };

@@ -19,7 +19,7 @@ constexpr unsigned kXor = 0;
 constexpr unsigned kRc4 = 1;
 constexpr std::size_t kSaltSize = 16;
 constexpr std::size_t kVerifierSize = 16;
-constexpr std::size_t kBlockSize = 1024; ///< bytes of a stream that one key serves
+constexpr std::size_t kBlockSize = 1024; ///< bytes of a stream that share one key
 
 std::string Hash(mbedtls_md_type_t type, std::string_view bytes)
 {
@@ -45,7 +45,7 @@ std::string BlockNumber(std::uint32_t block)
     return bytes;
 }
 
-/// The bytes that RC4 makes from a key.
+/// The key stream that RC4 makes from a key.
 class Rc4 {
 public:
     explicit Rc4(std::string_view key)
@@ -82,7 +82,8 @@ private:
 /// The key of a block of the stream.
 using BlockKey = std::function<std::string(std::uint32_t block)>;
 
-/// What the stream is combined with. It goes on under bytes that are not encrypted.
+/// The bytes that the stream is combined with. They are also used up by bytes that are not
+/// encrypted.
 class KeyStream {
 public:
     explicit KeyStream(BlockKey key) : key_(std::move(key)) {}
@@ -109,7 +110,7 @@ private:
     std::string bytes_;
 };
 
-/// A cipher whose password fits: the decrypted verifier has the decrypted hash.
+/// The cipher if the password fits: the decrypted verifier has the decrypted hash.
 RecordCipher CheckedRc4(BlockKey key, mbedtls_md_type_t hash, std::string_view encryptedVerifier)
 {
     std::string verifier(encryptedVerifier);
@@ -142,16 +143,16 @@ RecordCipher MakeCryptoApiRc4(std::string_view header, std::string_view password
     constexpr std::uint32_t kAlgorithmRc4 = 0x6801;
     constexpr std::uint32_t kHashSha1 = 0x8004;
     constexpr std::size_t kSha1Size = 20;
-    constexpr std::size_t kShortestKey = 5;
-    constexpr std::size_t kLongestKey = 16;
+    constexpr std::size_t kMinKeySize = 5;
+    constexpr std::size_t kMaxKeySize = 16;
 
     const std::size_t settingsSize = ReadU32(header, 8);
     const std::string_view settings = Slice(header, 12, settingsSize);
     const std::string_view verification = header.substr(12 + settingsSize);
     const std::uint32_t keyBits = ReadU32(settings, 16);
-    const std::size_t keySize = keyBits == 0 ? kShortestKey : keyBits / 8;
+    const std::size_t keySize = keyBits == 0 ? kMinKeySize : keyBits / 8;
     if (ReadU32(settings, 8) != kAlgorithmRc4 || ReadU32(settings, 12) != kHashSha1 ||
-        keySize < kShortestKey || keySize > kLongestKey || ReadU32(verification, 0) != kSaltSize)
+        keySize < kMinKeySize || keySize > kMaxKeySize || ReadU32(verification, 0) != kSaltSize)
         return {};
 
     std::string salted(Slice(verification, 4, kSaltSize));
@@ -159,26 +160,27 @@ RecordCipher MakeCryptoApiRc4(std::string_view header, std::string_view password
     const std::string secret = Hash(MBEDTLS_MD_SHA1, salted);
     const auto key = [secret, keySize](std::uint32_t block) {
         std::string bytes = Hash(MBEDTLS_MD_SHA1, secret + BlockNumber(block)).substr(0, keySize);
-        if (keySize == kShortestKey)
-            bytes.resize(kLongestKey); // the provider pads the shortest keys with zeros
+        if (keySize == kMinKeySize)
+            bytes.resize(kMaxKeySize); // the provider pads the shortest keys with zeros
         return bytes;
     };
     std::string verifier(Slice(verification, 20, kVerifierSize));
-    verifier += Slice(verification, 40, kSha1Size); // behind its size
+    verifier += Slice(verification, 40, kSha1Size); // after its size
     return CheckedRc4(key, MBEDTLS_MD_SHA1, verifier);
 }
 
-/// The password as method 1 takes it: at most 15 bytes, of each unit the low one that is not zero.
+/// The password as method 1 takes it: at most 15 bytes, the low byte of each unit unless that is
+/// zero.
 std::string XorPassword(std::string_view utf8)
 {
-    constexpr std::size_t kMostBytes = 15;
+    constexpr std::size_t kMaxBytes = 15;
     std::string bytes;
-    for (const char16_t unit : util::ToUtf16(utf8).substr(0, kMostBytes))
+    for (const char16_t unit : util::ToUtf16(utf8).substr(0, kMaxBytes))
         bytes += static_cast<char>(unit % 256 != 0 ? unit % 256 : unit / 256);
     return bytes;
 }
 
-/// The key is a checksum: CRC-16 with the polynomial 0x1021, of seven bits of each byte.
+/// A checksum of the password: CRC-16 with the polynomial 0x1021, of seven bits of each byte.
 std::uint16_t XorKey(std::string_view password)
 {
     unsigned key = 0xFFFF;

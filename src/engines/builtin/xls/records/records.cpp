@@ -18,7 +18,7 @@ Substream ReadSubstream(std::string_view stream, std::size_t begin, std::size_t 
         if (record->type == RecordType::Bof)
             ++depth;
         else if (depth == 0)
-            break; // it has to begin with one
+            break; // it must begin with BOF
         else if (record->type == RecordType::Eof)
             --depth;
         reader.Next();
@@ -38,7 +38,7 @@ std::size_t SubstreamEnd(std::string_view stream, std::size_t begin)
 
 void AppendRecord(std::string& stream, RecordType type, std::string_view data)
 {
-    auto piece = data.substr(0, kLongestRecord);
+    auto piece = data.substr(0, kMaxRecordSize);
     while (true) {
         AppendU16(stream, static_cast<std::uint16_t>(type));
         AppendU16(stream, static_cast<std::uint16_t>(piece.size()));
@@ -46,7 +46,7 @@ void AppendRecord(std::string& stream, RecordType type, std::string_view data)
         data.remove_prefix(piece.size());
         if (data.empty())
             return;
-        piece = data.substr(0, kLongestRecord);
+        piece = data.substr(0, kMaxRecordSize);
         type = RecordType::Continue;
     }
 }

@@ -12,7 +12,7 @@
 
 namespace orrery::xls {
 
-/// The types of the records that the engine looks into. [MS-XLS] 2.3
+/// The types of the records that the engine reads or writes. [MS-XLS] 2.3
 enum class RecordType : std::uint16_t {
     Formula = 0x0006,
     Eof = 0x000A,
@@ -82,11 +82,11 @@ enum class RecordType : std::uint16_t {
 };
 
 inline constexpr std::size_t kRecordHeader = 4; ///< bytes of type and size
-/// Of an INDEX record: the bytes before the places of the blocks. [MS-XLS] 2.4.144
+/// In INDEX, the bytes before the offsets of the blocks. [MS-XLS] 2.4.144
 inline constexpr std::size_t kIndexHead = 16;
-inline constexpr std::size_t kLongestRecord = 8224; ///< bytes of data, [MS-XLS] 2.1.4
+inline constexpr std::size_t kMaxRecordSize = 8224; ///< bytes of data, [MS-XLS] 2.1.4
 
-/// A record as it lies in a stream: type, size and data. [MS-XLS] 2.1.4
+/// A record of a stream: type, size and data. [MS-XLS] 2.1.4
 struct Record {
     RecordType type{};
     std::size_t begin = 0; ///< offset of its header
@@ -96,14 +96,14 @@ struct Record {
     std::size_t End() const { return begin + kRecordHeader + data.size(); }
 };
 
-/// Goes through the records of a stream, one after the other.
+/// Goes through the records of a stream.
 class RecordReader {
 public:
     /// Begins at `begin`; offsets of records count from the stream's beginning.
     explicit RecordReader(std::string_view stream, std::size_t begin = 0);
 
     /// The next record, or nothing at the end of the stream.
-    /// Throws Error(DamagedWorkbook) where a record runs past that end.
+    /// Throws Error(DamagedWorkbook) if a record runs past that end.
     std::optional<Record> Next()
     {
         const auto record = Peek();
@@ -111,7 +111,7 @@ public:
             position_ = record->End();
         return record;
     }
-    /// The record after the one that `Next` gave last, without going to it. Throws like `Next`.
+    /// The record that `Next` would return, without moving on. Throws as `Next`.
     std::optional<Record> Peek() const
     {
         if (position_ >= stream_.size())
@@ -122,7 +122,7 @@ public:
         const std::size_t size = ReadU16(stream_, position_ + 2);
         return Record{type, position_, {stream_.data() + position_ + kRecordHeader, size}};
     }
-    /// Whether all of the next record is there.
+    /// Whether the next record is complete.
     bool IsWhole() const
     {
         const std::size_t rest = stream_.size() - std::min(position_, stream_.size());
@@ -135,20 +135,20 @@ private:
     std::size_t position_;
 };
 
-/// A substream as far as its records can be read.
+/// A substream, as far as its records can be read.
 struct Substream {
-    std::size_t end = 0;  ///< behind its EOF record, else behind the last record that can be read
+    std::size_t end = 0;  ///< after its EOF record, else after the last record that can be read
     bool isWhole = false; ///< it has a BOF and an EOF record
 };
-/// Reads the records of the substream at `begin`, with the substreams nested in it (charts), as far
-/// as `limit` at most. Never throws.
+/// Reads the records of the substream at `begin`, with nested substreams (charts), up to `limit` at
+/// most. Never throws.
 Substream ReadSubstream(std::string_view stream, std::size_t begin, std::size_t limit);
 
-/// The end of a substream that begins with the BOF record at `begin`: behind its EOF record.
-/// Throws Error(DamagedWorkbook) where there is no BOF or EOF.
+/// The end of the substream whose BOF record is at `begin`: after its EOF record.
+/// Throws Error(DamagedWorkbook) if BOF or EOF is missing.
 std::size_t SubstreamEnd(std::string_view stream, std::size_t begin);
 
-/// Appends a record. Data beyond `kLongestRecord` goes on in CONTINUE records.
+/// Appends a record. Data beyond `kMaxRecordSize` continues in CONTINUE records.
 void AppendRecord(std::string& stream, RecordType type, std::string_view data);
 
 } // namespace orrery::xls

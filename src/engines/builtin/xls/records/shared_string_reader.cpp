@@ -30,7 +30,7 @@ SharedStringReader::SharedStringReader(std::string_view records) : reader_(recor
     count_ = ReadNumber(4);
 }
 
-/// Moves to the next record while this one is used up; false where there is none.
+/// Moves to the next record if this one is used up; false if there is none.
 bool SharedStringReader::GoToData()
 {
     while (AtEndOfRecord()) {

@@ -9,30 +9,31 @@
 
 namespace orrery::xls {
 
-/// A text of the table, as it lies in the records.
+/// A string of the table and where it is in the records.
 struct SharedString {
     std::size_t recordBegin = 0; ///< offset of the header of the record in which it begins
-    std::size_t begin = 0;       ///< offset of the text in the records
-    bool plain = true;           ///< no runs of formats, no reading aids
+    std::size_t begin = 0;       ///< offset of the string in the records
+    bool plain = true;           ///< no formatting runs, no phonetic data
     std::u16string text;
 };
 
-/// Goes through the texts of an SST record and its CONTINUE records. The characters of a text may
-/// go on in the next record, which then begins with their flags; what follows the characters may be
-/// cut anywhere. [MS-XLS] 2.5.293
+/// Reads the strings of an SST record and its CONTINUE records. The characters of a string may
+/// continue in the next record, which then begins with their flags; the data after the characters
+/// may be split anywhere. [MS-XLS] 2.5.293
 class SharedStringReader {
 public:
-    /// Throws Error(DamagedWorkbook) where the records are no such table.
+    /// Throws Error(DamagedWorkbook) if the records are not such a table.
     explicit SharedStringReader(std::string_view records);
 
     std::uint32_t References() const { return references_; }
-    /// How many texts there are, as the record says: never trusted for memory.
+    /// The number of strings according to the record; not reliable enough to reserve memory.
     std::uint32_t Count() const { return count_; }
 
-    /// Reads the next text; `string` is kept as it is and gives false where the texts end: their
-    /// count is reached, or the records are. Throws Error(DamagedWorkbook) within a text.
+    /// Reads the next string into `string`. False, with `string` unchanged, at the end: when the
+    /// count is reached or the records end. Throws Error(DamagedWorkbook) if they end within a
+    /// string.
     bool Next(SharedString& string);
-    /// Offset behind the text that `Next` gave last (behind the counts before the first).
+    /// Offset after the last string that `Next` read (at first, after the counts).
     std::size_t Position() const { return record_.DataBegin() + position_; }
 
 private:

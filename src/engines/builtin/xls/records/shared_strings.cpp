@@ -26,7 +26,7 @@ bool IsLowSurrogate(char16_t unit)
     return unit >= 0xDC00 && unit < 0xE000;
 }
 
-/// How many of `units` fit into `room` of them without tearing a pair of surrogates.
+/// How many of `units` fit into `room` units without splitting a surrogate pair.
 std::size_t WholeCharacters(std::u16string_view units, std::size_t room)
 {
     if (units.size() <= room)
@@ -35,8 +35,8 @@ std::size_t WholeCharacters(std::u16string_view units, std::size_t room)
     return room - (tears ? 1 : 0);
 }
 
-/// Appends texts to the records of a table: a text begins in the record that has room for its
-/// header and its first character, and its characters go on in CONTINUE records, each of which
+/// Appends strings to the records of a table. A string begins in a record that has room for its
+/// header and its first character; its characters continue in CONTINUE records, each of which
 /// begins with their flags.
 class StringTableWriter {
 public:
@@ -70,7 +70,7 @@ public:
 
 private:
     std::size_t DataSize() const { return records_.size() - recordBegin_ - kRecordHeader; }
-    std::size_t Room() const { return kLongestRecord - std::min(DataSize(), kLongestRecord); }
+    std::size_t Room() const { return kMaxRecordSize - std::min(DataSize(), kMaxRecordSize); }
     void EndRecord() { PutU16(records_, recordBegin_ + 2, static_cast<std::uint16_t>(DataSize())); }
     void BeginContinue()
     {
@@ -99,7 +99,7 @@ std::string EmptyTable()
     return records;
 }
 
-/// The records up to `end`, which lies in or behind the last of those that are kept.
+/// The records up to `end`, which is in or right after the last one kept.
 std::string CutOff(std::string_view records, std::size_t end)
 {
     std::string kept(records.substr(0, end));
@@ -158,7 +158,7 @@ SharedStringRecords SharedStrings::ToRecords(std::uint32_t references, std::size
     SharedStringRecords records;
     records.sst = records_.empty() ? EmptyTable() : std::string(records_);
     if (Changed()) {
-        if (!records_.empty()) // what lies behind the last text has no index
+        if (!records_.empty()) // data after the last string has no index
             records.sst = CutOff(records_, texts_->end);
         StringTableWriter writer(records.sst, LastRecord(records.sst));
         for (const auto& text : texts_->added)
@@ -173,13 +173,13 @@ SharedStringRecords SharedStrings::ToRecords(std::uint32_t references, std::size
 
 std::string ExtSstRecord(std::string_view sstRecords, std::size_t offset)
 {
-    // This many texts share an entry; the rule keeps the entries below 128. [MS-XLS] 2.4.107
-    constexpr std::uint32_t kMostGroups = 128;
-    constexpr std::uint32_t kFewestTexts = 8;
-    constexpr std::uint32_t kMostTexts = 0xFFFF;
+    // This many strings share an entry; the rule keeps the entries below 128. [MS-XLS] 2.4.107
+    constexpr std::uint32_t kMaxGroups = 128;
+    constexpr std::uint32_t kMinStrings = 8;
+    constexpr std::uint32_t kMaxStrings = 0xFFFF;
     SharedStringReader reader(sstRecords);
     const std::uint32_t texts =
-        std::clamp(reader.Count() / kMostGroups + 1, kFewestTexts, kMostTexts);
+        std::clamp(reader.Count() / kMaxGroups + 1, kMinStrings, kMaxStrings);
     std::string data;
     AppendU16(data, static_cast<std::uint16_t>(texts));
     SharedString string;

@@ -17,7 +17,7 @@ void AppendFlagsAndCharacters(std::string& bytes, std::u16string_view units)
     AppendCharacters(bytes, units, wide);
 }
 
-/// The flags of a text tell how wide its characters are; the other flags mean nothing here.
+/// The flags say how wide the characters are; the other flags are not used here.
 std::size_t CharactersSize(std::string_view bytes, std::size_t flagsAt, std::size_t count)
 {
     return (ReadU8(bytes, flagsAt) & kWideCharacters) != 0 ? count * 2 : count;
@@ -55,7 +55,7 @@ UnicodeString ReadUnicodeStringNoCount(std::string_view bytes, std::size_t at, s
 std::size_t UnicodeStringSize(std::string_view bytes, std::size_t at)
 {
     const std::size_t size = 3 + CharactersSize(bytes, at + 2, ReadU16(bytes, at));
-    Slice(bytes, at, size); // it is all there
+    Slice(bytes, at, size); // throws if it is not all there
     return size;
 }
 

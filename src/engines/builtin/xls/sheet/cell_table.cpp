@@ -16,7 +16,7 @@ constexpr std::uint32_t kBlockRows = 32;
 constexpr std::size_t kRowRecord = kRecordHeader + 16;
 constexpr std::size_t kWrittenCell = kRecordHeader + 10; // RK, LABELSST
 
-/// A row of the table: of the text, written into, or both.
+/// A row of the table: from the text, written to, or both.
 struct Row {
     std::uint16_t number = 0;
     const RowPlace* place = nullptr;
@@ -29,7 +29,7 @@ void AppendHeader(std::string& bytes, RecordType type, std::size_t size)
     AppendU16(bytes, static_cast<std::uint16_t>(size));
 }
 
-/// Writes the rows of a table one behind the other.
+/// Writes the rows of a table in order.
 class TableWriter {
 public:
     TableWriter(const SheetText& text, std::string_view base, Written written, bool recalculate)
@@ -69,7 +69,7 @@ CellTable TableWriter::Make()
     table_.bytes.reserve(base_.size() + written_.size() * (kWrittenCell + kRowRecord));
     table_.firstRow = rows_.front().number;
     table_.rowsEnd = rows_.back().number + 1U;
-    // Blocks count from the first row; one without rows is empty.
+    // Blocks count from the first row; a block without rows is empty.
     std::uint32_t block = 0;
     for (auto first = rows_.begin(); first != rows_.end(); ++block) {
         const std::uint32_t end = table_.firstRow + (block + 1) * kBlockRows;
@@ -145,7 +145,7 @@ void TableWriter::AppendRow(const Row& row)
            std::max(end, static_cast<std::uint16_t>(row.written.back().column + 1)));
 }
 
-/// A row of the sheet's default height, as DEFAULTROWHEIGHT says. [MS-XLS] 2.4.87, 2.4.221
+/// Appends a row of the sheet's default height, from DEFAULTROWHEIGHT. [MS-XLS] 2.4.87, 2.4.221
 void TableWriter::AppendNewRow(const Row& row)
 {
     constexpr std::uint16_t kUsualHeight = 255; // twips
@@ -196,7 +196,7 @@ void TableWriter::AppendCells(const Row& row)
     const auto isFree = [&](std::uint32_t column) {
         return column >= kSheetColumns || !isWritten[column];
     };
-    for (const CellPlace& cell : cells) { // what is left of it, in pieces
+    for (const CellPlace& cell : cells) { // the columns that were not overwritten, in pieces
         for (std::uint32_t first = cell.first; first <= cell.last; ++first) {
             if (!isFree(first))
                 continue;
@@ -211,11 +211,11 @@ void TableWriter::AppendCells(const Row& row)
     appendBefore(kSheetColumns);
 }
 
-/// The cells of a record from one column to another.
+/// Appends the cells of a record from one column to another.
 void TableWriter::AppendPiece(const CellPlace& cell, std::uint32_t first, std::uint32_t last)
 {
     if (first == cell.first && last == cell.last) {
-        if (cell.Has(CellPlace::Formula) && (recalculate_ || shared_.Holds(cell)))
+        if (cell.Has(CellPlace::Formula) && (recalculate_ || shared_.Contains(cell)))
             AppendFormula(cell);
         else
             table_.bytes += base_.substr(cell.begin, cell.end - cell.begin);
@@ -236,7 +236,7 @@ void TableWriter::AppendPiece(const CellPlace& cell, std::uint32_t first, std::u
         AppendU16(table_.bytes, static_cast<std::uint16_t>(last));
 }
 
-/// A formula with the records that belong to it.
+/// Appends a formula with the records that belong to it.
 void TableWriter::AppendFormula(const CellPlace& cell)
 {
     RecordReader reader(base_.substr(0, cell.end), cell.begin);
@@ -253,12 +253,12 @@ void TableWriter::AppendFormula(const CellPlace& cell)
         if (recalculate_)
             DropResult(at);
         shared_.Redirect(cell, table_.bytes, at);
-        table_.bytes += shared_.Carried(cell, base_);
+        table_.bytes += shared_.RecordAfter(cell, base_);
     }
 }
 
-/// An empty text instead, which needs no record of its own; and the mark to calculate it whenever
-/// the workbook is opened. [MS-XLS] 2.4.127, 2.5.133
+/// Replaces the result by an empty text, which needs no further record, and marks the formula to be
+/// calculated whenever the workbook is opened. [MS-XLS] 2.4.127, 2.5.133
 void TableWriter::DropResult(std::size_t formula)
 {
     constexpr std::uint32_t kEmptyText = 0x00000003;
@@ -273,7 +273,7 @@ void TableWriter::DropResult(std::size_t formula)
 
 void TableWriter::AppendWritten(const Row& row, const SheetCells::Written& cell)
 {
-    const auto* text = std::get_if<SheetCells::Text>(&cell.value);
+    const auto* text = std::get_if<SheetCells::SharedStringIndex>(&cell.value);
     AppendHeader(table_.bytes, text != nullptr ? RecordType::LabelSst : RecordType::Rk,
                  kWrittenCell - kRecordHeader);
     AppendU16(table_.bytes, cell.row);

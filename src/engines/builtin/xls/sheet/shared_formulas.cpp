@@ -8,8 +8,8 @@ namespace orrery::xls {
 
 namespace {
 
-// Offsets in records, from their headers.
-constexpr std::size_t kNamedRow = kRecordHeader + 23; // in FORMULA, of PtgExp
+// Offsets in records, header included.
+constexpr std::size_t kNamedRow = kRecordHeader + 23; // in FORMULA, in PtgExp
 constexpr std::size_t kNamedColumn = kRecordHeader + 25;
 constexpr std::size_t kRange = kRecordHeader; // in SHRFMLA
 constexpr std::size_t kUseCount = kRecordHeader + 7;
@@ -61,7 +61,7 @@ void SharedFormulas::FindCells(std::span<const SheetCells::Written> written)
 
 const SharedFormulas::Group* SharedFormulas::Find(const CellPlace& cell) const
 {
-    // A cell that carries a formula itself has that one. SHRFMLA has one byte for a column.
+    // A cell that carries a formula uses its own. SHRFMLA has one byte for a column.
     if (groups_.empty() || !cell.Has(CellPlace::Dependent) || cell.Has(CellPlace::Carrier) ||
         cell.first >= kSheetColumns)
         return nullptr;
@@ -82,7 +82,7 @@ void SharedFormulas::Redirect(const CellPlace& cell, std::string& table, std::si
     }
 }
 
-std::string SharedFormulas::Carried(const CellPlace& cell, std::string_view base) const
+std::string SharedFormulas::RecordAfter(const CellPlace& cell, std::string_view base) const
 {
     const Group* group = Find(cell);
     if (group == nullptr || group->to != KeyOf(cell.row, cell.first))

@@ -18,17 +18,17 @@ constexpr std::size_t kWidthPlace = kRecordHeader + 12; // in INDEX
 constexpr std::size_t kBlockPlaces = kRecordHeader + kIndexHead;
 constexpr std::size_t kDimensionsSize = 14; // [MS-XLS] 2.4.90
 
-/// Where INDEX stands in a sheet that was made, and what it tells the places of.
-struct Landmarks {
+/// Offsets in the bytes of a sheet: of INDEX and of the records that it refers to.
+struct IndexTargets {
     std::size_t index = 0;
     std::size_t defaultColumnWidth = 0;
     std::vector<std::size_t> blocks; ///< of the DBCELL records
 };
 
-/// Where they stand in a sheet whose cell table is that of the text.
-Landmarks FindLandmarks(std::string_view sheet)
+/// Finds them in a sheet that has the cell table of the text.
+IndexTargets FindIndexTargets(std::string_view sheet)
 {
-    Landmarks found;
+    IndexTargets found;
     RecordReader reader(sheet);
     std::size_t depth = 0; // charts are nested
     while (const auto record = reader.Next()) {
@@ -48,68 +48,70 @@ Landmarks FindLandmarks(std::string_view sheet)
     return found;
 }
 
-Landmarks LandmarksOf(const SheetText& text)
+IndexTargets IndexTargetsOf(const SheetText& text)
 {
     const auto& blocks = text.Index().blocks;
     return {
         text.IndexRecord().begin, text.DefaultColumnWidth().begin, {blocks.begin(), blocks.end()}};
 }
 
-/// Where they stand once the patch is applied, whose last insertion is the table. Records of a
-/// damaged sheet may stand in any order, so nothing is looked for.
-Landmarks LandmarksAfter(const TextPatch& patch, const SheetText& text, const CellTable& table)
+/// Their offsets after the patch is applied, whose last insertion is the table. The records of a
+/// damaged sheet may be in any order, so nothing is searched.
+IndexTargets IndexTargetsAfter(const TextPatch& patch, const SheetText& text,
+                               const CellTable& table)
 {
-    Landmarks marks{patch.PlaceOf(text.IndexRecord().begin),
-                    patch.PlaceOf(text.DefaultColumnWidth().begin),
-                    {}};
+    IndexTargets targets{patch.PlaceOf(text.IndexRecord().begin),
+                         patch.PlaceOf(text.DefaultColumnWidth().begin),
+                         {}};
     const std::size_t begin = patch.PlaceOf(text.TablePlace()) - table.bytes.size();
     for (const std::size_t block : table.blocks)
-        marks.blocks.push_back(begin + block);
-    return marks;
+        targets.blocks.push_back(begin + block);
+    return targets;
 }
 
-/// Makes a place in INDEX that was right in the text right in the sheet that stands at `offset`.
-void MoveWidthPlace(std::string& sheet, const Landmarks& marks, const SheetText& text,
-                    std::size_t offset)
-{
-    const std::size_t at = marks.index + kWidthPlace;
-    const Span& width = text.DefaultColumnWidth();
-    if (!width.Empty() && ReadU32(sheet, at) == text.Offset() + width.begin)
-        PutU32(sheet, at, static_cast<std::uint32_t>(offset + marks.defaultColumnWidth));
-}
-
-/// The same for the blocks. Some writers leave them wrong, and so do we.
-void MoveBlockPlaces(std::string& sheet, const Landmarks& marks, const SheetText& text,
+/// Corrects the offset of DEFCOLWIDTH in INDEX for a sheet at `offset`, if it was right in the
+/// text.
+void MoveWidthOffset(std::string& sheet, const IndexTargets& targets, const SheetText& text,
                      std::size_t offset)
 {
+    const std::size_t at = targets.index + kWidthPlace;
+    const Span& width = text.DefaultColumnWidth();
+    if (!width.Empty() && ReadU32(sheet, at) == text.Offset() + width.begin)
+        PutU32(sheet, at, static_cast<std::uint32_t>(offset + targets.defaultColumnWidth));
+}
+
+/// The same for the blocks. Some writers leave wrong offsets; those stay.
+void MoveBlockOffsets(std::string& sheet, const IndexTargets& targets, const SheetText& text,
+                      std::size_t offset)
+{
     const auto& blocks = text.Index().blocks;
-    if (marks.blocks.size() != blocks.size())
+    if (targets.blocks.size() != blocks.size())
         return;
-    const std::size_t end = marks.index + kRecordHeader + ReadU16(sheet, marks.index + 2);
-    for (std::size_t at = marks.index + kBlockPlaces; at + 4 <= end; at += 4) {
+    const std::size_t end = targets.index + kRecordHeader + ReadU16(sheet, targets.index + 2);
+    for (std::size_t at = targets.index + kBlockPlaces; at + 4 <= end; at += 4) {
         const std::size_t place = ReadU32(sheet, at);
         const auto block = std::lower_bound(blocks.begin(), blocks.end(), place - text.Offset());
         if (block != blocks.end() && text.Offset() + *block == place)
             PutU32(sheet, at,
                    static_cast<std::uint32_t>(
-                       offset + marks.blocks[static_cast<std::size_t>(block - blocks.begin())]));
+                       offset + targets.blocks[static_cast<std::size_t>(block - blocks.begin())]));
     }
 }
 
-/// The sheet with another's replacements alone.
+/// The sheet with the replacements in `others` only.
 std::string MoveSheet(const SheetText& text, std::string_view base, const TextPatch& others,
                       std::size_t offset)
 {
     std::string sheet = others.Empty() ? std::string(base) : others.Apply(base);
     if (text.IndexRecord().Empty() || (others.Empty() && offset == text.Offset()))
         return sheet;
-    const Landmarks marks = others.Empty() ? LandmarksOf(text) : FindLandmarks(sheet);
-    MoveWidthPlace(sheet, marks, text, offset);
-    MoveBlockPlaces(sheet, marks, text, offset);
+    const IndexTargets targets = others.Empty() ? IndexTargetsOf(text) : FindIndexTargets(sheet);
+    MoveWidthOffset(sheet, targets, text, offset);
+    MoveBlockOffsets(sheet, targets, text, offset);
     return sheet;
 }
 
-/// A range of cells as DIMENSIONS says it: from 0, its ends excluded.
+/// A range of cells as in DIMENSIONS: from 0, ends excluded.
 struct Extent {
     std::uint32_t firstRow = 0;
     std::uint32_t rowsEnd = 0;
@@ -140,7 +142,7 @@ std::string DimensionsRecord(const Extent& extent)
     return record;
 }
 
-/// DIMENSIONS with the written cells; without such a record in the text, of all cells.
+/// DIMENSIONS including the written cells; if the text has no such record, of all cells.
 std::string WidenedDimensions(const SheetText& text, std::string_view base, Written written)
 {
     Extent extent;
@@ -158,7 +160,7 @@ std::string WidenedDimensions(const SheetText& text, std::string_view base, Writ
     return DimensionsRecord(extent);
 }
 
-/// INDEX for the table; the places of the blocks are still to come.
+/// INDEX for the table; the offsets of the blocks are filled in later.
 std::string IndexRecord(const SheetText& text, std::string_view base, const CellTable& table)
 {
     std::string data(4, '\0');
@@ -185,7 +187,7 @@ TextPatch PatchOf(const SheetText& text, std::string_view base, const CellTable&
         patch.Replace(text.IndexRecord().begin, text.IndexRecord().end,
                       IndexRecord(text, base, table));
     patch.Insert(place, table.bytes);
-    // What stands between the old table's records comes behind the new one.
+    // Records between those of the old table come after the new one.
     for (const Span& run : text.Index().runs)
         patch.Remove(run.begin, run.end);
     return patch;
@@ -199,10 +201,10 @@ std::string RewriteSheet(const SheetText& text, std::string_view base, Written w
     std::string sheet = others.Apply(base);
     if (text.IndexRecord().Empty())
         return sheet;
-    const Landmarks marks = LandmarksAfter(others, text, table);
-    MoveWidthPlace(sheet, marks, text, offset);
-    std::size_t at = marks.index + kBlockPlaces;
-    for (const std::size_t block : marks.blocks) {
+    const IndexTargets targets = IndexTargetsAfter(others, text, table);
+    MoveWidthOffset(sheet, targets, text, offset);
+    std::size_t at = targets.index + kBlockPlaces;
+    for (const std::size_t block : targets.blocks) {
         PutU32(sheet, at, static_cast<std::uint32_t>(offset + block));
         at += 4;
     }

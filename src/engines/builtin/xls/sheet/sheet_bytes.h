@@ -12,11 +12,11 @@ namespace orrery::xls {
 
 using builtin::TextPatch;
 
-/// The substream of a sheet as it is saved. `base` holds the bytes of the text, perhaps with
-/// changes that move nothing; `others` are replacements outside the cell table; `offset` is where
-/// the sheet will stand in the workbook stream. The cell table is made anew only when `cells` (may
-/// be nullptr) holds any, or `recalculate` takes the stored results from formulas. Where nothing
-/// changes and the sheet stands where it stood, its bytes are the same.
+/// The substream of a sheet as it is saved. `base` is the text's bytes, perhaps with changes that
+/// move nothing; `others` are replacements outside the cell table; `offset` is where the sheet will
+/// be in the workbook stream. The cell table is rebuilt only if `cells` (may be nullptr) contains
+/// any, or if `recalculate` removes the stored results of formulas. If nothing changes and the
+/// sheet does not move, its bytes are the same.
 std::string MakeSheet(const SheetText& text, std::string_view base, const SheetCells* cells,
                       bool recalculate, TextPatch others, std::size_t offset);
 

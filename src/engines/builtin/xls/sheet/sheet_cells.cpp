@@ -24,7 +24,7 @@ bool IsBefore(const SheetCells::Written& left, const SheetCells::Written& right)
     return std::tie(left.row, left.column) < std::tie(right.row, right.column);
 }
 
-/// Calls `use` with the records of the text that hold the cells.
+/// Calls `use` with the records of the text that contain the cells.
 template <class Use>
 void ForEachReplaced(const SheetIndex& index, const std::vector<SheetCells::Written>& cells,
                      Use use)
@@ -36,14 +36,14 @@ void ForEachReplaced(const SheetIndex& index, const std::vector<SheetCells::Writ
         if (row == nullptr)
             continue;
         for (const CellPlace& place : index.CellsAround(*row, cell.column))
-            if (place.Holds(cell.column))
+            if (place.Contains(cell.column))
                 use(place);
     }
 }
 
 } // namespace
 
-void SheetCells::CheckWritable(std::int32_t row, std::int32_t column, const Formats& formats) const
+void SheetCells::CheckWritable(std::int32_t row, std::int32_t column, const Styles& formats) const
 {
     if (!IsInsideSheet(row, column))
         engines::ThrowOutsideSheet(row, column);
@@ -65,15 +65,15 @@ void SheetCells::Set(std::int32_t row, std::int32_t column, Value value)
             {static_cast<std::uint16_t>(row - 1), static_cast<std::uint16_t>(column - 1), value});
 }
 
-std::size_t SheetCells::TextReferences() const
+std::size_t SheetCells::StringReferences() const
 {
     const auto cells = InOrder();
-    std::size_t count = text_->Index().sharedTexts;
+    std::size_t count = text_->Index().stringReferences;
     for (const Written& cell : cells)
-        if (std::holds_alternative<Text>(cell.value))
+        if (std::holds_alternative<SharedStringIndex>(cell.value))
             ++count;
     ForEachReplaced(text_->Index(), cells, [&](const CellPlace& place) {
-        if (place.Has(CellPlace::SharedText))
+        if (place.Has(CellPlace::SharedString))
             --count;
     });
     return count;
@@ -84,7 +84,7 @@ std::vector<SheetCells::Written> SheetCells::InOrder() const
     std::vector<Written> cells = written_;
     if (!std::is_sorted(cells.begin(), cells.end(), IsBefore))
         std::stable_sort(cells.begin(), cells.end(), IsBefore);
-    // Of equal cells the last one stays.
+    // Of several values for a cell, keep the last.
     auto end = cells.begin();
     for (auto cell = cells.begin(); cell != cells.end(); ++cell)
         if (std::next(cell) == cells.end() || IsBefore(*cell, *std::next(cell)))

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kCellHead = 6;     // row, column, format; of several cells row and column
 constexpr std::size_t kRowData = 16;     // [MS-XLS] 2.4.221
 constexpr std::size_t kFormulaHead = 22; // up to the size of the expression, [MS-XLS] 2.4.127
-constexpr std::size_t kSharedFormulaHead = 8; // as well, [MS-XLS] 2.4.277
+constexpr std::size_t kSharedFormulaHead = 8; // the same, [MS-XLS] 2.4.277
 constexpr std::size_t kPtgExpSize = 5;        // [MS-XLS] 2.5.198.58
 constexpr std::uint8_t kPtgExp = 0x01;
 
@@ -83,7 +83,7 @@ const CellPlace* SheetIndex::FindCell(const RowPlace& row, std::uint16_t column)
 {
     const CellPlace* found = nullptr;
     for (const CellPlace& cell : CellsAround(row, column))
-        if (cell.Holds(column))
+        if (cell.Contains(column))
             found = &cell;
     return found;
 }
@@ -110,8 +110,8 @@ bool SheetIndexReader::Take(const Record& record)
         TakeCell(record, CellPlace::Formula);
         break;
     case RecordType::LabelSst:
-        ++index_.sharedTexts;
-        TakeCell(record, CellPlace::SharedText);
+        ++index_.stringReferences;
+        TakeCell(record, CellPlace::SharedString);
         break;
     case RecordType::Blank:
     case RecordType::Rk:
@@ -122,10 +122,10 @@ bool SheetIndexReader::Take(const Record& record)
         TakeCell(record, 0);
         break;
     case RecordType::MulRk:
-        TakeSeveral(record, 6); // a format and a number each
+        TakeMultiple(record, 6); // a format and a number each
         break;
     case RecordType::MulBlank:
-        TakeSeveral(record, 2); // a format each
+        TakeMultiple(record, 2); // a format each
         break;
     default:
         if (!IsFollower(record.type) || !TakeFollower(record))
@@ -135,7 +135,8 @@ bool SheetIndexReader::Take(const Record& record)
     return true;
 }
 
-/// Whether the record belongs to the cell right before it; the table's other records do not go on.
+/// Whether the record belongs to the cell right before it; other records of the table have no
+/// continuations.
 bool SheetIndexReader::TakeFollower(const Record& record)
 {
     if (index_.cells.empty() || followed_ != record.begin)
@@ -163,7 +164,7 @@ void SheetIndexReader::AddShared(const Record& record)
     index_.sharedFormulas.push_back({Offset(record.begin), cell.row, cell.first});
 }
 
-/// An array of one cell may be written over, as the cell that it is.
+/// An array of one cell may be overwritten like any cell.
 void SheetIndexReader::AddArray(const CellRange& range)
 {
     if (!range.IsOneCell())
@@ -195,9 +196,9 @@ void SheetIndexReader::TakeCell(const Record& record, unsigned flags)
     followed_ = cell.end;
 }
 
-void SheetIndexReader::TakeSeveral(const Record& record, std::size_t size)
+void SheetIndexReader::TakeMultiple(const Record& record, std::size_t size)
 {
-    TakeCell(record, CellPlace::Several);
+    TakeCell(record, CellPlace::Multiple);
     CellPlace& cell = index_.cells.back();
     const std::size_t count = (record.data.size() - kCellHead) / size;
     const std::size_t last = ReadU16(record.data, record.data.size() - 2);
@@ -218,7 +219,7 @@ SheetIndex SheetIndexReader::Finish()
 {
     if (!isSorted_)
         SortCells();
-    // The last one of several records of one row counts.
+    // Of several records for one row, the last one counts.
     std::stable_sort(
         rowRecords_.begin(), rowRecords_.end(),
         [](const RowRecord& left, const RowRecord& right) { return left.number < right.number; });
@@ -237,7 +238,7 @@ SheetIndex SheetIndexReader::Finish()
     return std::move(index_);
 }
 
-/// By rows and columns. Where cells of a row overlap it keeps the order of the file.
+/// Sorts by row and column. If cells of a row overlap, they keep the order of the file.
 void SheetIndexReader::SortCells()
 {
     auto& cells = index_.cells;
@@ -245,7 +246,7 @@ void SheetIndexReader::SortCells()
     for (auto first = cells.begin(); first != cells.end();) {
         const auto last = std::find_if(
             first, cells.end(), [row = first->row](const auto& cell) { return cell.row != row; });
-        // Whatever overlaps overlaps the widest one before it.
+        // A cell that overlaps any earlier one overlaps the one that reaches furthest.
         std::int32_t end = -1;
         bool overlaps = false;
         for (auto cell = first; cell != last; ++cell) {
@@ -259,7 +260,7 @@ void SheetIndexReader::SortCells()
     }
 }
 
-/// Adds the row whose cells begin at `cell`, and goes behind them.
+/// Adds the row whose cells begin at `cell`, and moves `cell` past them.
 void SheetIndexReader::AddRow(std::uint16_t number, std::uint32_t record, std::size_t& cell)
 {
     RowPlace row;
@@ -280,7 +281,7 @@ void SheetIndexReader::Mark(RowPlace& row)
     for (const CellPlace& cell : index_.CellsOf(row)) {
         if (cell.Has(CellPlace::Formula))
             flags |= RowPlace::Formulas;
-        // Cells that stand out of order do so because they overlap others of the row.
+        // Cells are out of order only if they overlap others of the row.
         if (before != nullptr && cell.first <= before->last)
             flags |= RowPlace::Overlapping;
         if (before != nullptr && cell.begin != before->end)
@@ -293,7 +294,7 @@ void SheetIndexReader::Mark(RowPlace& row)
 std::uint16_t FormatIn(std::string_view bytes, const CellPlace& place, std::uint16_t column)
 {
     std::size_t at = place.begin + kRecordHeader + 4;
-    if (place.Has(CellPlace::Several)) {
+    if (place.Has(CellPlace::Multiple)) {
         const bool isNumber =
             static_cast<RecordType>(ReadU16(bytes, place.begin)) == RecordType::MulRk;
         at += std::size_t{isNumber ? 6U : 2U} * (column - place.first);

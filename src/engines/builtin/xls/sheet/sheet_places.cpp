@@ -14,10 +14,10 @@ namespace {
 
 constexpr std::uint16_t kSelected = 0x0200 | 0x0400; // in WINDOW2: selected, and on top
 constexpr std::uint16_t kDialog = 0x0010;            // in WSBOOL
-constexpr std::size_t kViewTabId = 16;               // behind the view's GUID
+constexpr std::size_t kViewTabId = 16;               // after the view's GUID
 
-/// The name of the sheet that a place such as "Plan!B2" or "'Our plan'!B2" lies on, and where it
-/// ends; nothing for other texts.
+/// The sheet's name in a place such as "Plan!B2" or "'Our plan'!B2", and where the name ends;
+/// nothing for other texts.
 std::optional<std::pair<std::string, std::size_t>> SheetOfPlace(std::string_view place)
 {
     if (!place.starts_with('\'')) {
@@ -54,13 +54,13 @@ std::optional<std::string> RenamedPlace(std::string_view place, const SheetNameL
 }
 
 // A hyperlink object. [MS-OSHARED] 2.3.7.1
-constexpr std::size_t kLinkFlags = 28; // behind the cells, the class id and the version
+constexpr std::size_t kLinkFlags = 28; // after the cells, the class id and the version
 constexpr std::uint32_t kHasMoniker = 0x01;
 constexpr std::uint32_t kHasLocation = 0x08;
 constexpr std::uint32_t kHasDisplayName = 0x10;
 constexpr std::uint32_t kHasFrameName = 0x80;
 
-/// Where a string of a hyperlink lies, its length of 4 bytes included.
+/// The range of a string of a hyperlink, its length of 4 bytes included.
 Span LinkString(std::string_view data, std::size_t at)
 {
     const std::size_t units = ReadU32(data, at);
@@ -91,7 +91,7 @@ std::string LinkBytes(std::string_view text)
     return bytes;
 }
 
-/// The record of a link with its place renamed; nothing for links out of the workbook.
+/// The record of a link with its sheet renamed; nothing for links out of the workbook.
 std::optional<std::string> RenamedLink(std::string_view data, const SheetNameLookup& nameOf)
 {
     const auto flags = ReadU32(data, kLinkFlags);
@@ -110,11 +110,11 @@ std::optional<std::string> RenamedLink(std::string_view data, const SheetNameLoo
            std::string(data.substr(place.end));
 }
 
-/// The record of a source with its sheet renamed; nothing for sources elsewhere. The text of a
-/// sheet of the workbook itself begins with the character 2. [MS-XLS] 2.4.86
+/// The record of a source with its sheet renamed; nothing for other sources. The text for a sheet
+/// of the workbook itself begins with the character 2. [MS-XLS] 2.4.86
 std::optional<std::string> RenamedSource(std::string_view data, const SheetNameLookup& nameOf)
 {
-    constexpr std::size_t kLength = 6; // behind the cells
+    constexpr std::size_t kLength = 6; // after the cells
     const auto length = ReadU16(data, kLength);
     if (length == 0)
         return std::nullopt;
@@ -130,7 +130,7 @@ std::optional<std::string> RenamedSource(std::string_view data, const SheetNameL
     return record + std::string(data.substr(kLength + 2 + source.size));
 }
 
-/// A record whose content cannot be read names no sheet: it stays as it is.
+/// A record that cannot be read stays as it is.
 template <class Renamed>
 std::optional<std::string> RenamedIfRead(std::string_view data, const Renamed& renamed)
 {

@@ -14,23 +14,23 @@ namespace orrery::xls {
 
 using builtin::TextPatch;
 
-/// What the sheet that the template calls `name` is called now; nothing where it keeps its name.
+/// The current name of the sheet that the template calls `name`; nothing if it keeps its name.
 using SheetNameLookup = std::function<std::optional<std::string>(std::string_view name)>;
 
-/// Places in a substream of records that do not name sheets by index but hold a sheet's name or say
-/// which sheet they belong to. Read once from the template's bytes; the model and its copies share
-/// it.
+/// Places in a substream that contain a sheet's name or say which sheet they belong to, other than
+/// formulas. Read once from the template's bytes; the model and its copies share it.
 class SheetPlaces {
 public:
     explicit SheetPlaces(std::string_view bytes);
 
-    /// Makes the sheet one of those selected, or none of them. [MS-XLS] 2.4.346
+    /// Selects or deselects the sheet. [MS-XLS] 2.4.346
     void Select(std::string& bytes, bool selected) const;
     /// Gives the sheet's part of each custom view the id of another sheet. [MS-XLS] 2.4.339
     void SetTabId(std::string& bytes, std::uint16_t id) const;
-    /// The code name binds a sheet to its module of the macros; a copy has none.
+    /// The code name ties a sheet to its module of the macros; a copy has none.
     void RemoveCodeName(TextPatch& patch) const;
-    /// Links to places in the workbook and sources of consolidations and pivot tables.
+    /// Renames sheets in links to places in the workbook and in sources of consolidations and pivot
+    /// tables.
     void Rename(TextPatch& patch, std::string_view bytes, const SheetNameLookup& nameOf) const;
     /// Whether the substream is a dialog's, not a worksheet's. [MS-XLS] 2.4.351
     bool IsDialog() const { return isDialog_; }

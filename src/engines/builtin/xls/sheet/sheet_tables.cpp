@@ -26,7 +26,7 @@ constexpr std::size_t kTableName = 64; // the same
 
 constexpr std::size_t kNextTableId = 23; // in FEATHDR11, [MS-XLS] 2.4.113
 
-// LIST12: a header, what it holds, whose it is. [MS-XLS] 2.4.157
+// LIST12: a header, the kind of content, the table's id. [MS-XLS] 2.4.157
 constexpr std::size_t kListContent = 12;
 constexpr std::size_t kListTableId = 14;
 constexpr std::size_t kListName = 18;
@@ -43,9 +43,9 @@ constexpr unsigned kSortOfTable = 1; // "sfp"
 constexpr std::size_t kFieldTableId = 12;
 constexpr std::size_t kFieldTitle = 16;
 
-constexpr std::size_t kLongestName = 255; // UTF-16 units
+constexpr std::size_t kMaxNameLength = 255; // UTF-16 units
 
-/// The number at an offset of a record that holds so much.
+/// The number at an offset of the record; nothing if the record is too short.
 std::optional<std::uint32_t> NumberAt(const Record& record, std::size_t at)
 {
     if (record.data.size() < at + 4)
@@ -58,7 +58,7 @@ std::size_t CharacterWidth(std::string_view data, std::size_t text)
     return (ReadU8(data, text + 2) & kWideCharacters) != 0 ? 2 : 1;
 }
 
-/// Where a text ends, if it is all there.
+/// The end of a text; nothing if the record is too short.
 std::optional<std::size_t> EndOfText(std::string_view data, std::size_t at)
 {
     constexpr std::size_t kHead = 3;
@@ -95,7 +95,7 @@ public:
                 (ReadU16(record.data, kSortFlags) >> 3 & 7) == kSortOfTable)
                 AddId(record, kSortOwner);
             break;
-        case RecordType::QueryField: // not every one names a table
+        case RecordType::QueryField: // not every one belongs to a table
             if (EndOfText(record.data, kFieldTitle) == record.data.size())
                 AddId(record, kFieldTableId);
             break;
@@ -131,10 +131,11 @@ private:
         if (!end)
             return;
         const std::size_t width = CharacterWidth(record.data, at);
-        const std::size_t room = kLongestRecord - std::min(record.data.size(), kLongestRecord);
-        places_.names.push_back({record.begin, record.DataBegin() + at, record.DataBegin() + *end,
-                                 ReadUnicodeString(record.data, at).text, id,
-                                 std::min(ReadU16(record.data, at) + room / width, kLongestName)});
+        const std::size_t room = kMaxRecordSize - std::min(record.data.size(), kMaxRecordSize);
+        places_.names.push_back(
+            {record.begin, record.DataBegin() + at, record.DataBegin() + *end,
+             ReadUnicodeString(record.data, at).text, id,
+             std::min(ReadU16(record.data, at) + room / width, kMaxNameLength)});
     }
 
     TablePlaces places_;
@@ -210,7 +211,7 @@ std::string TableIdentities::FreeName(const std::string& name, std::size_t longe
     auto& number = lastNumbers_.emplace(std::pair(FoldCase(name), longest), 1U).first->second;
     while (true) {
         const auto suffix = "_" + std::to_string(++number);
-        if (suffix.size() > longest) // the record that holds the name is full
+        if (suffix.size() > longest) // the record with the name is full
             throw util::Error(book::ErrorKind::SheetNotCopied, {},
                               "the name of one of its tables cannot be longer");
         auto candidate = std::string(CutToUnits(name, longest - suffix.size())) + suffix;

@@ -15,39 +15,39 @@ namespace orrery::xls {
 
 using builtin::TextPatch;
 
-/// Where a table's name stands in a sheet. Its record changes its size with the name.
+/// The place of a table's name in a sheet. The size of its record changes with the name.
 struct TableNamePlace {
     std::size_t record = 0; ///< offset of the record's header in the sheet
-    std::size_t begin = 0;  ///< of the text with its count
+    std::size_t begin = 0;  ///< of the text, count included
     std::size_t end = 0;
     std::string name;        ///< UTF-8
     std::uint32_t id = 0;    ///< of the table
-    std::size_t longest = 0; ///< name that fits into the record, in UTF-16 units
+    std::size_t longest = 0; ///< the longest name that fits into the record, in UTF-16 units
 };
 
-/// The tables ("lists") of a sheet: what has to be unique in the workbook, and where it stands.
-/// [MS-XLS] 2.5.266, 2.4.157
+/// The tables ("lists") of a sheet: names and ids that must be unique in the workbook, and where
+/// they are. [MS-XLS] 2.5.266, 2.4.157
 struct TablePlaces {
     std::vector<TableNamePlace> names;        ///< several for a table whose name is repeated
-    std::map<std::size_t, std::uint32_t> ids; ///< by their offsets in the sheet, four bytes each
+    std::map<std::size_t, std::uint32_t> ids; ///< by offset in the sheet, four bytes each
     std::vector<std::size_t> nextIds;         ///< offsets of the id that a new table would get
 
     bool Empty() const { return names.empty(); }
 };
 
-/// Finds them in a sheet's substream. Tables whose records are damaged are left out.
-/// Throws Error(DamagedWorkbook) where a record runs past the end.
+/// Finds them in a sheet's substream. Tables with damaged records are left out.
+/// Throws Error(DamagedWorkbook) if a record runs past the end.
 TablePlaces FindTables(std::string_view sheet);
 
-/// What the tables of one copy are called, by the model's.
+/// The new ids and names of the tables of one copy, by the model's.
 struct FreshTables {
     std::map<std::uint32_t, std::uint32_t> ids;
     std::map<std::uint32_t, std::string> names; ///< by the model's ids
     std::uint32_t nextId = 0;
 };
 
-/// Writes the ids into a copy's bytes and its names into a patch of them. `places` are those of the
-/// model.
+/// Writes the ids into a copy's bytes and adds the names to a patch of them. `places` are those of
+/// the model.
 void PutTables(std::string& sheet, TextPatch& patch, const TablePlaces& places,
                const FreshTables& tables);
 
@@ -57,17 +57,17 @@ public:
     /// The workbook's defined names, which tables may not have.
     explicit TableIdentities(const std::vector<std::string>& definedNames);
 
-    /// Takes note of a sheet of the template.
+    /// Registers the tables of a sheet of the template.
     void Reserve(const TablePlaces& places);
-    /// "Table1" becomes "Table1_2", then "Table1_3". Throws Error(SheetNotCopied) without a subject
-    /// where no such name fits.
+    /// New ids and names for one more copy: "Table1" becomes "Table1_2", then "Table1_3". Throws
+    /// Error(SheetNotCopied) without a subject if no such name fits.
     FreshTables AddCopy(const TablePlaces& places);
 
 private:
     std::string FreeName(const std::string& name, std::size_t longest);
 
     std::set<std::string> taken_; // folded
-    /// For a folded name and its longest form the number that was tried last.
+    /// by folded name and maximum length, the number that was tried last
     std::map<std::pair<std::string, std::size_t>, unsigned> lastNumbers_;
     std::uint32_t lastId_ = 0;
 };

@@ -23,7 +23,7 @@ CellRange ReadRange(std::string_view data, std::size_t at)
             {ReadU16(data, at + 2) + 1, ReadU16(data, at + 6) + 1}};
 }
 
-/// Adds the ranges of a list whose number stands at `countAt`.
+/// Adds the ranges of a list whose count is at `countAt`.
 void AddRanges(std::string_view data, std::size_t countAt, std::size_t at,
                std::vector<CellRange>& ranges)
 {
@@ -31,22 +31,22 @@ void AddRanges(std::string_view data, std::size_t countAt, std::size_t at,
         ranges.push_back(ReadRange(data, at));
 }
 
-/// Adds the ranges that a protected sheet leaves to everyone. [MS-XLS] 2.4.112, 2.5.105
-void AddOpenRanges(std::string_view data, std::vector<CellRange>& ranges)
+/// Adds the ranges of a protected sheet that everyone may edit. [MS-XLS] 2.4.112, 2.5.105
+void AddEditableRanges(std::string_view data, std::vector<CellRange>& ranges)
 {
     if (ReadU16(data, 12) != kProtectionFeature)
         return;
     const std::size_t rangesEnd = 27 + std::size_t{8} * ReadU16(data, 19);
     if (data.size() < rangesEnd + 8)
-        return; // it goes on in other records: so many that nobody marks them by hand
-    const bool isForSome = (ReadU32(data, rangesEnd) & 1) != 0; // a security descriptor
+        return; // more ranges than anyone marks by hand, so that they continue in other records
+    const bool isForSome = (ReadU32(data, rangesEnd) & 1) != 0; // has a security descriptor
     const bool hasPassword = ReadU32(data, rangesEnd + 4) != 0;
     if (!isForSome && !hasPassword)
         AddRanges(data, 19, 27, ranges);
 }
 
-/// Whether a first cell table has to stand before that record.
-bool StandsBehindCells(RecordType type)
+/// Whether a first cell table must come before that record.
+bool ComesAfterCells(RecordType type)
 {
     switch (type) {
     case RecordType::Bof: // of a chart
@@ -65,7 +65,7 @@ bool StandsBehindCells(RecordType type)
 
 void CheckLength(const Record& record)
 {
-    if (record.data.size() > kLongestRecord)
+    if (record.data.size() > kMaxRecordSize)
         ThrowDamaged("a record of a sheet is longer than its format allows");
 }
 
@@ -107,8 +107,8 @@ void SheetText::ReadRecords()
     std::size_t depth = 1; // charts are nested
     while (const auto record = reader.Next()) {
         CheckLength(*record);
-        if (depth == 1 && behindSettings_ == 0 && StandsBehindCells(record->type))
-            behindSettings_ = record->begin;
+        if (depth == 1 && settingsEnd_ == 0 && ComesAfterCells(record->type))
+            settingsEnd_ = record->begin;
         if (record->type == RecordType::Bof)
             ++depth;
         else if (record->type == RecordType::Eof)
@@ -123,7 +123,7 @@ void SheetText::ReadRecords()
     index_ = index.Finish();
     merges_ = RangeIndex(std::move(ranges.merges));
     fixedArrays_ = RangeIndex(index_.arrays);
-    openRanges_ = RangeIndex(std::move(ranges.open));
+    editableRanges_ = RangeIndex(std::move(ranges.open));
 }
 
 void SheetText::ReadRecord(const Record& record, Ranges& ranges)
@@ -153,7 +153,7 @@ void SheetText::ReadRecord(const Record& record, Ranges& ranges)
         isProtected_ = ReadU16(record.data, 0) != 0;
         break;
     case RecordType::Feature:
-        AddOpenRanges(record.data, ranges.open);
+        AddEditableRanges(record.data, ranges.open);
         break;
     default:
         break;
@@ -162,7 +162,7 @@ void SheetText::ReadRecord(const Record& record, Ranges& ranges)
 
 void SheetText::ReadColumns(const Record& record)
 {
-    // Some writers count one column more than there is. [MS-XLS] 2.4.53
+    // Some writers count one column too many. [MS-XLS] 2.4.53
     columns_.push_back(
         {ReadU16(record.data, 0) + 1, ReadU16(record.data, 2) + 1, ReadU16(record.data, 6)});
 }
@@ -171,7 +171,7 @@ std::size_t SheetText::TablePlace() const
 {
     if (!index_.runs.empty())
         return index_.runs.front().begin;
-    return std::max(behindSettings_, dimensions_.end);
+    return std::max(settingsEnd_, dimensions_.end);
 }
 
 std::uint16_t SheetText::FormatOf(CellAddress cell) const
@@ -216,7 +216,7 @@ bool SheetText::IsHiddenByMerge(CellAddress cell) const
 
 bool SheetText::IsProtected(CellAddress cell) const
 {
-    return isProtected_ && openRanges_.Find(cell) == nullptr;
+    return isProtected_ && editableRanges_.Find(cell) == nullptr;
 }
 
 } // namespace orrery::xls

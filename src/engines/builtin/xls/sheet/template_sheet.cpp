@@ -10,7 +10,7 @@ namespace orrery::xls {
 
 namespace {
 
-std::size_t CountSharedTexts(std::string_view sheet)
+std::size_t CountStringReferences(std::string_view sheet)
 {
     RecordReader reader(sheet);
     std::size_t count = 0;
@@ -51,26 +51,26 @@ const std::shared_ptr<const SheetText>& TemplateSheet::Text()
     return text_;
 }
 
-bool TemplateSheet::IsSound()
+bool TemplateSheet::IsIntact()
 {
-    if (!isSound_) {
+    if (!isIntact_) {
         try {
-            isSound_ = Text() != nullptr;
+            isIntact_ = Text() != nullptr;
         }
         catch (const util::Error& error) {
             if (error.Kind() != book::ErrorKind::DamagedWorkbook)
                 throw;
-            isSound_ = false;
+            isIntact_ = false;
         }
     }
-    return *isSound_;
+    return *isIntact_;
 }
 
-std::size_t TemplateSheet::SharedTexts()
+std::size_t TemplateSheet::StringReferences()
 {
-    if (!sharedTexts_)
-        sharedTexts_ = CountSharedTexts(Readable());
-    return *sharedTexts_;
+    if (!stringReferences_)
+        stringReferences_ = CountStringReferences(Readable());
+    return *stringReferences_;
 }
 
 const FormulaFacts& TemplateSheet::Facts()

@@ -16,39 +16,39 @@
 
 namespace orrery::xls {
 
-/// A sheet of the template: its substream in the workbook stream, and what is found in it when it
-/// is asked for. The stream has to live as long.
+/// A sheet of the template: its substream in the workbook stream, and what is read from it on
+/// demand. The stream must outlive it.
 class TemplateSheet {
 public:
-    /// `begin` is the offset of the sheet's BOF record, `limit` where the next sheet of the stream
-    /// begins, or the stream ends.
+    /// `begin` is the offset of the sheet's BOF record, `limit` the beginning of the next sheet in
+    /// the stream, or the stream's end.
     TemplateSheet(std::string_view stream, std::size_t begin, std::size_t limit, bool isWorksheet);
 
-    /// From the sheet's BOF to its EOF record; up to the next sheet where the end is missing.
+    /// From the sheet's BOF to its EOF record, or to the next sheet if EOF is missing.
     const Span& Place() const { return place_; }
     std::string_view Bytes() const { return place_.In(stream_); }
     bool IsWhole() const { return isWhole_; }
-    /// Whether its records can be read up to there.
+    /// Whether its records can be read to that end.
     bool IsReadable() const { return readable_.end == place_.end; }
-    /// Whether it has cells that a calendar can be written into.
+    /// Whether it has cells that a calendar can be written to.
     bool IsWorksheet() const { return isWorksheet_ && !places_.IsDialog(); }
     const SheetPlaces& Places() const { return places_; }
 
-    /// The sheet as it is changed and copied. Throws Error(DamagedWorkbook) where it cannot be read
-    /// to its end.
+    /// The sheet as it is changed and copied. Throws Error(DamagedWorkbook) if it cannot be read to
+    /// its end.
     const std::shared_ptr<const SheetText>& Text();
-    /// Whether `Text` gives it. A sheet that is damaged is saved as it is.
-    bool IsSound();
-    /// How many cells refer to shared texts.
-    std::size_t SharedTexts();
+    /// Whether `Text` does not throw. A damaged sheet is saved as it is.
+    bool IsIntact();
+    /// How many cells refer to shared strings.
+    std::size_t StringReferences();
 
-    // What is found in the records that can be read.
+    // Read from the records that can be read.
     const FormulaFacts& Facts();
     const DrawingPlaces& Drawings();
     const EmbeddedPlaces& Embedded();
     const TablePlaces& Tables();
 
-    /// What lies between it and the next sheet in the stream; it belongs to nothing.
+    /// The bytes between it and the next sheet in the stream, which belong to nothing.
     std::string_view Tail() const { return tail_.In(stream_); }
     void SetTail(Span tail) { tail_ = tail; }
 
@@ -65,8 +65,8 @@ private:
     bool isWorksheet_;
     SheetPlaces places_;
     std::shared_ptr<const SheetText> text_;
-    std::optional<bool> isSound_;
-    std::optional<std::size_t> sharedTexts_;
+    std::optional<bool> isIntact_;
+    std::optional<std::size_t> stringReferences_;
     std::optional<FormulaFacts> facts_;
     std::optional<DrawingPlaces> drawings_;
     std::optional<EmbeddedPlaces> embedded_;

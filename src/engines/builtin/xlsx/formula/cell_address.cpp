@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::int32_t kLetters = 26;
 
-/// 1 to 26, or 0 for what is no letter.
+/// 1 to 26, or 0 if it is not a letter.
 std::int32_t LetterNumber(char c)
 {
     if (c >= 'A' && c <= 'Z')

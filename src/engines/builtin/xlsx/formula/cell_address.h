@@ -18,7 +18,7 @@ using engines::FormatCellRange;
 
 bool IsInsideSheet(std::int32_t row, std::int32_t column);
 
-/// Reads "B6"; letters of either case. Nothing for "$B$6", "B", "6", "XFE1", "A1048577".
+/// Reads "B6", in letters of either case. Nothing for "$B$6", "B", "6", "XFE1", "A1048577".
 std::optional<CellAddress> ParseCellAddress(std::string_view text);
 
 /// Reads "B6:C9" (opposite corners in any order) and "B6", a range of one cell.

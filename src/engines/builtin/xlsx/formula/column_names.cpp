@@ -13,8 +13,8 @@ namespace {
 constexpr std::string_view kMarked = "'[]#@"; // need an apostrophe before them
 constexpr std::size_t kEscapeLength = 7;      // "_x000a_"
 
-/// The UTF-16 unit that an escape at the beginning of the text stands for; nothing where there is
-/// none, or half a character.
+/// The UTF-16 unit that an escape at the beginning of the text stands for; nothing if there is no
+/// escape, or only half a character.
 std::optional<char32_t> EscapeAt(std::string_view text)
 {
     if (text.size() < kEscapeLength || !text.starts_with("_x") || text[kEscapeLength - 1] != '_')
@@ -27,7 +27,7 @@ std::optional<char32_t> EscapeAt(std::string_view text)
                                                         : std::nullopt;
 }
 
-/// Behind the name that begins at `at`: where the first "[" or "]" without an apostrophe stands.
+/// The end of the name that begins at `at`: the first "[" or "]" without an apostrophe before it.
 std::size_t NameEnd(std::string_view text, std::size_t at)
 {
     while (at < text.size() && text[at] != '[' && text[at] != ']')
@@ -57,7 +57,7 @@ std::string Mark(std::string_view name)
     return text;
 }
 
-/// Whether a name stands alone in a reference's brackets; behind "@" no blank may be in it.
+/// Whether a name needs no second pair of brackets; after "@" a name with a blank does.
 bool StandsAlone(std::string_view name, bool afterAt)
 {
     constexpr std::string_view kSeparators = "\t\n\r,:;.\"{}$^&*+=-><()!|~`";
@@ -66,7 +66,8 @@ bool StandsAlone(std::string_view name, bool afterAt)
            !(afterAt && name.find(' ') != name.npos);
 }
 
-/// The current name of a column as a formula writes it; blanks around it may be there to be read.
+/// The current name of a column as a formula writes it; blanks around `text` are ignored if need
+/// be.
 const std::string* FindColumn(std::string_view text, const ColumnLookup& columns)
 {
     if (text.empty() || text.front() == '#') // a keyword
@@ -76,7 +77,7 @@ const std::string* FindColumn(std::string_view text, const ColumnLookup& columns
     return found != nullptr ? found : columns(util::Trim(name));
 }
 
-/// The list of names and keywords in brackets of their own, with the names replaced.
+/// The list of bracketed names and keywords, with the names replaced.
 std::string RenameInList(std::string_view list, const ColumnLookup& columns)
 {
     std::string result;
@@ -103,7 +104,7 @@ std::string EncodeColumnName(std::string_view name)
         const std::size_t end = name.find_first_of("\n\t");
         if (end == name.npos)
             return encoded += EscapeText(name);
-        // With the underscore that follows, a text may look like an escape.
+        // Together with the underscore that follows, a text may look like an escape.
         encoded += EscapeText(std::string(name.substr(0, end)) + '_');
         encoded += name[end] == '\n' ? "x000a_" : "x0009_";
         name.remove_prefix(end + 1);

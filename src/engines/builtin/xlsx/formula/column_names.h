@@ -7,17 +7,17 @@
 
 namespace orrery::xlsx {
 
-/// How the name of a table's column is written in a table part: as a text of the file, but with
-/// line feeds and tabs as escapes too ("Room_x000a_area"), because an attribute cannot hold them.
+/// A table column's name as a table part writes it: escaped like all texts of the file, with line
+/// feeds and tabs as well ("Room_x000a_area"), because an attribute cannot hold them.
 std::string EncodeColumnName(std::string_view name);
-/// The name that such an attribute's decoded value gives.
+/// The name that such an attribute's decoded value stands for.
 std::string DecodeColumnName(std::string_view value);
 
-/// The current name of the column that a formula calls `name`; nullptr where it stays as it is.
+/// The current name of the column that a formula calls `name`; nullptr if it stays as it is.
 using ColumnLookup = std::function<const std::string*(std::string_view name)>;
 
-/// The brackets of a structured reference with the names of columns replaced; nothing where none
-/// changes. `brackets` is the whole of it, as the formula has it.
+/// The brackets of a structured reference with the names of columns replaced; nothing if none
+/// changes. `brackets` includes the outer brackets.
 ///
 ///     brackets = "[" ["@"] [ "#" keyword | name | list ] "]"
 ///     list     = "[" ("#" keyword | name) "]" {("," | ":") "[" ("#" keyword | name) "]"}

@@ -14,10 +14,10 @@ bool IsHexDigit(char c)
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
 }
 
-/// The code of the character at the beginning when XML cannot hold it, and its length in bytes.
+/// The code of the character at the beginning if XML forbids it, and its length in bytes.
 struct Unwritable {
     unsigned code = 0;
-    std::size_t length = 0; ///< 0 where XML can hold it
+    std::size_t length = 0; ///< 0 if XML allows it
 };
 
 Unwritable UnwritableAt(std::string_view text)
@@ -41,8 +41,8 @@ std::string Escape(unsigned code)
     return text + '_';
 }
 
-/// Whether the text begins as an escape would in the file: its last underscore may also be the
-/// first of the escape that follows.
+/// Whether the text begins like an escape in a file. Its last underscore may also be the first one
+/// of the next escape.
 bool LooksLikeEscape(std::string_view text)
 {
     constexpr std::size_t kDigitsEnd = 6;

@@ -5,8 +5,8 @@
 
 namespace orrery::xlsx {
 
-/// A text as the file holds it: characters that XML cannot hold become "_x0001_", and an underscore
-/// that would read as the beginning of such an escape becomes "_x005F_". Line feeds and tabs stay.
+/// Escapes a text as files do: characters that XML forbids become "_x0001_", and an underscore that
+/// would read as the beginning of such an escape becomes "_x005F_". Line feeds and tabs stay.
 /// [ISO/IEC 29500-1] 22.4.2.4
 std::string EscapeText(std::string_view text);
 

@@ -12,19 +12,19 @@ namespace {
 
 using Kind = FormulaToken::Kind;
 
-// Functions whose result may change although no cell that they name does.
-constexpr std::array<std::string_view, 12> kRestlessFunctions = {
+// Functions whose result may change although no cell that they refer to does.
+constexpr std::array<std::string_view, 12> kVolatileFunctions = {
     "CELL", "GETPIVOTDATA", "INDIRECT",    "INFO",  "NOW",    "OFFSET",
     "RAND", "RANDARRAY",    "RANDBETWEEN", "SHEET", "SHEETS", "TODAY"};
 
-bool IsRestless(std::string_view function)
+bool IsVolatile(std::string_view function)
 {
     constexpr std::string_view kFuture = "_XLFN.";
     std::string name = util::ToUpperAscii(function);
     if (name.starts_with(kFuture))
         name.erase(0, kFuture.size());
-    return std::find(kRestlessFunctions.begin(), kRestlessFunctions.end(), name) !=
-           kRestlessFunctions.end();
+    return std::find(kVolatileFunctions.begin(), kVolatileFunctions.end(), name) !=
+           kVolatileFunctions.end();
 }
 
 bool IsPlain(char c)
@@ -39,8 +39,8 @@ bool IsTruthValue(std::string_view upper)
 }
 
 /// Whether a name without apostrophes could be read as a cell ("JAN27", "R1C1", "RC"), a number or
-/// a truth value, or would not be read as one name. It says yes a little more often than Excel:
-/// apostrophes are always allowed.
+/// a truth value, or would not be read as one name. It is true a little more often than in Excel,
+/// because apostrophes are always allowed.
 bool NeedsQuotes(std::string_view name)
 {
     if (name.empty() || !std::all_of(name.begin(), name.end(), IsPlain))
@@ -62,7 +62,7 @@ std::string InApostrophes(std::string_view text)
     return quoted + '\'';
 }
 
-/// A prefix as a formula writes it; one pair of apostrophes holds everything.
+/// A prefix as a formula writes it; one pair of apostrophes encloses everything.
 std::string FormatPrefix(const SheetPrefix& prefix)
 {
     std::string text = prefix.Book + prefix.First;
@@ -74,7 +74,7 @@ std::string FormatPrefix(const SheetPrefix& prefix)
     return (quotes ? InApostrophes(text) : text) + '!';
 }
 
-/// Gives `name` its new name; false where it keeps the old one.
+/// Renames `name`; false if it keeps the old name.
 bool Rename(std::string& name, const SheetNames::Lookup& names)
 {
     if (!names || name.empty())
@@ -96,7 +96,7 @@ std::optional<std::string> RenamePrefix(std::optional<SheetPrefix> prefix, const
     return first || last ? std::optional(FormatPrefix(*prefix)) : std::nullopt;
 }
 
-/// Renames in the tokens of a formula, given in their order.
+/// Renames in the tokens of a formula, in order.
 class TokenRenamer {
 public:
     TokenRenamer(const SheetNames& sheets, const TableNames& tables)
@@ -104,7 +104,7 @@ public:
     {
     }
 
-    /// What stands for the token; nothing where it stays.
+    /// The replacement of the token; nothing if it stays.
     std::optional<std::string> Rename(Kind kind, std::string_view text)
     {
         const bool ofOtherBook = std::exchange(otherBook_, false);
@@ -138,7 +138,7 @@ private:
     const SheetNames& sheets_;
     const TableNames& tables_;
     const TableChange* own_;
-    const TableChange* table_; // whose columns stand in brackets that come next
+    const TableChange* table_; // the table whose columns the next brackets name
     bool otherBook_ = false;   // the prefix before the token names another workbook
 };
 
@@ -153,7 +153,7 @@ std::optional<std::string> RenameInFormula(std::string_view formula, const Sheet
                                            const TableNames& tables)
 {
     std::string result;
-    std::size_t done = 0; // what lies before is in the result
+    std::size_t done = 0; // everything before it is in the result
     FormulaLexer lexer(formula);
     TokenRenamer renamer(sheets, tables);
     while (const auto token = lexer.Next()) {
@@ -179,10 +179,10 @@ void CollectFacts(std::string_view formula, FormulaFacts& facts)
         switch (token->kind) {
         case Kind::Prefix:
             if (auto prefix = ParseSheetPrefix(text)) {
-                facts.ReadsElsewhere |= !prefix->Last.empty();
+                facts.readsElsewhere |= !prefix->Last.empty();
                 for (auto* sheet : {&prefix->First, &prefix->Last}) {
                     if (!sheet->empty())
-                        facts.Sheets.insert(std::move(*sheet));
+                        facts.sheets.insert(std::move(*sheet));
                 }
             }
             else {
@@ -190,14 +190,14 @@ void CollectFacts(std::string_view formula, FormulaFacts& facts)
             }
             break;
         case Kind::Name:
-            facts.ReadsElsewhere |= !ofOtherBook && !text.starts_with(kLocalVariable) &&
+            facts.readsElsewhere |= !ofOtherBook && !text.starts_with(kLocalVariable) &&
                                     !IsTruthValue(util::ToUpperAscii(text));
             break;
-        case Kind::Brackets: // also those of a table that names itself
-            facts.ReadsElsewhere = true;
+        case Kind::Brackets: // also those of a table in front of them
+            facts.readsElsewhere = true;
             break;
         case Kind::Function:
-            facts.ReadsElsewhere |= IsRestless(text);
+            facts.readsElsewhere |= IsVolatile(text);
             break;
         default:
             break;

@@ -20,8 +20,8 @@ bool IsLetter(char c)
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
-/// What names, cells and numbers are made of. All characters beyond ASCII count: which of them are
-/// letters matters only to a program that accepts new formulas.
+/// Whether names, cells and numbers can contain it. All characters beyond ASCII count: which of
+/// them are letters matters only to a program that accepts new formulas.
 bool IsRunCharacter(char c)
 {
     return IsLetter(c) || IsDigit(c) || c == '_' || c == '.' || c == '$' || c == '\\' || c == '?' ||
@@ -47,14 +47,14 @@ bool IsRow(std::string_view text)
     return ReadRow(text, length) != 0 && length == text.size();
 }
 
-/// Whether a sheet of that name can stand without apostrophes as the first of a range of sheets;
-/// "A1:Sheet2!B1" is a range of cells.
+/// Whether a sheet of that name can begin a range of sheets without apostrophes; "A1:Sheet2!B1" is
+/// a range of cells.
 bool MayBeginSheets(std::string_view run)
 {
     return !IsDigit(run.front()) && run.find('$') == run.npos && !IsCellReference(run);
 }
 
-/// The text without its apostrophes: those that enclose a name are dropped, doubled ones are one.
+/// The text without its enclosing apostrophes, and with doubled ones single.
 std::string Unquote(std::string_view text)
 {
     std::string plain;
@@ -176,7 +176,7 @@ std::optional<FormulaToken::Kind> FormulaLexer::ReadRange(std::size_t runEnd)
     return columns ? Kind::Columns : Kind::Rows;
 }
 
-/// Where the prefix that begins here ends; `at_` where none does.
+/// The end of the prefix that begins here; `at_` if none does.
 std::size_t FormulaLexer::PrefixEnd() const
 {
     const char c = text_[at_];
@@ -226,7 +226,7 @@ std::size_t FormulaLexer::BracketsEnd(std::size_t at) const
     for (; at < text_.size(); ++at) {
         const char c = text_[at];
         if (c == '\'') {
-            ++at; // a sign of a column's name: [Col'[x']]
+            ++at; // an escaped character of a column's name: [Col'[x']]
         }
         else if (c == '[') {
             ++depth;
@@ -238,7 +238,7 @@ std::size_t FormulaLexer::BracketsEnd(std::size_t at) const
     return text_.size();
 }
 
-/// Behind an error value, or behind the "#" where it is the sign of a spilled range.
+/// The end of an error value, or of the "#" of a spilled range.
 std::size_t FormulaLexer::ErrorEnd(std::size_t at) const
 {
     constexpr std::array<std::string_view, 2> kWithSlash = {"#N/A", "#DIV/0!"};
@@ -258,7 +258,7 @@ std::size_t FormulaLexer::ErrorEnd(std::size_t at) const
     return end > at + 1 && (At(end) == '!' || At(end) == '?') ? end + 1 : end;
 }
 
-/// Behind a number that may have an exponent with a sign (1E+5).
+/// The end of a number that may have a signed exponent (1E+5).
 std::size_t FormulaLexer::NumberEnd(std::size_t runEnd) const
 {
     const std::string_view run = text_.substr(at_, runEnd - at_);
@@ -282,7 +282,7 @@ std::optional<SheetPrefix> ParseSheetPrefix(std::string_view token)
         prefix.Book = kThisBook;
         sheets.erase(0, kThisBook.size());
     }
-    // What no sheet's name can hold stands in the path or the name of another workbook.
+    // Characters that no sheet name can have belong to the path or name of another workbook.
     if (sheets.find_first_of("[]\\/?*") != sheets.npos)
         return std::nullopt;
     const std::size_t colon = sheets.find(':');

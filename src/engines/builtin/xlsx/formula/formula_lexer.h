@@ -8,7 +8,7 @@
 
 namespace orrery::xlsx {
 
-/// A piece of a formula, as it stands in the text.
+/// A token of a formula, as a range of its text.
 struct FormulaToken {
     enum class Kind {
         Prefix,   ///< sheets and workbook before a reference or name, "!" included
@@ -18,7 +18,7 @@ struct FormulaToken {
         Name,     ///< a defined name, a table, TRUE, FALSE
         Function, ///< the name before "("
         Brackets, ///< of a structured reference: [Day], [[#This Row],[Day]]
-        Text,     ///< "Monday", also what stands in apostrophes without "!" behind it
+        Text,     ///< "Monday", also a text in apostrophes without "!" after it
         Number,
         Error, ///< #REF!, #N/A
         Other, ///< one sign or blank
@@ -28,7 +28,7 @@ struct FormulaToken {
     std::size_t end = 0;
 };
 
-/// Reads a formula in the A1 form that workbook files hold, without "=" before it.
+/// Reads a formula in the A1 form of workbook files, without "=" before it.
 ///
 ///     formula   = { token }
 ///     prefix    = ( [book] [sheets] | "'" [path] [book] [sheets] "'" ) "!"
@@ -38,8 +38,8 @@ struct FormulaToken {
 ///     text      = '"' {any, '"' doubled} '"'
 ///     brackets  = "[" {any, "'" before a sign, brackets} "]"
 ///
-/// So "SUM('It''s:Dec'!A1)" holds one prefix; in "LOG10(A1)" only A1 is a cell. Every text is read
-/// to its end: what is no formula gives tokens too.
+/// So "SUM('It''s:Dec'!A1)" has one prefix; in "LOG10(A1)" only A1 is a cell. Every text is read to
+/// its end: one that is not a formula gives tokens, too.
 class FormulaLexer {
 public:
     /// `formula` is decoded text and outlives the lexer.
@@ -71,20 +71,20 @@ private:
     bool afterName_ = false;   // brackets belong to a table
 };
 
-/// The sheets and the workbook that a prefix names, decoded.
+/// The sheets and the workbook in a prefix, decoded.
 struct SheetPrefix {
-    std::string Book;  ///< "[0]" where it is written, else empty
-    std::string First; ///< empty where only the workbook is named ("[0]!Name")
+    std::string Book;  ///< "[0]" if it is written, else empty
+    std::string First; ///< empty if only the workbook is named ("[0]!Name")
     std::string Last;  ///< the other end of a range of sheets; empty for one sheet
 };
-/// Reads a prefix token, "!" included; nothing where it names another workbook.
+/// Reads a prefix token, "!" included; nothing if it names another workbook.
 std::optional<SheetPrefix> ParseSheetPrefix(std::string_view token);
 
 /// Whether the text is a cell within the sheet ("A1", "$b$6"; not "A0", "XFE1").
 bool IsCellReference(std::string_view text);
 
-/// The column at the beginning of `text`, from 1, up to the first that is no letter; 0 where
-/// it is none of the sheet. `length` becomes the number of letters.
+/// The column at the beginning of `text`, from 1, up to the first character that is not a letter; 0
+/// if the sheet has no such column. `length` becomes the number of letters.
 std::int32_t ReadColumn(std::string_view text, std::size_t& length);
 /// The same for a row.
 std::int32_t ReadRow(std::string_view text, std::size_t& length);

@@ -7,7 +7,7 @@ namespace {
 
 using Kind = FormulaToken::Kind;
 
-/// `position` from 1, moved around a circle of `size`.
+/// Moves `position`, from 1, around a circle of `size`.
 std::int32_t Wrap(std::int32_t position, int distance, std::int32_t size)
 {
     const std::int64_t moved = std::int64_t{position} - 1 + distance;
@@ -17,11 +17,11 @@ std::int32_t Wrap(std::int32_t position, int distance, std::int32_t size)
 std::string ColumnLetters(std::int32_t column)
 {
     std::string letters = FormatCellAddress({1, column});
-    letters.pop_back(); // the row
+    letters.pop_back(); // drops the row
     return letters;
 }
 
-/// Moves the columns and rows of "A1", "$A:C" or "1:$3" that no "$" holds.
+/// Moves the relative columns and rows of "A1", "$A:C" or "1:$3".
 std::string MoveReference(std::string_view reference, int rows, int columns)
 {
     std::string moved;

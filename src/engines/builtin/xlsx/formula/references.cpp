@@ -61,8 +61,8 @@ bool IsFormulaElement(std::string_view name)
            kFormulaElements.end();
 }
 
-/// A look at the undecoded text: "!" and "[" may also be written as references.
-bool MayNameSomething(std::string_view raw)
+/// Checks the undecoded text, in which "!" and "[" may also be written as character references.
+bool MayReferToSomething(std::string_view raw)
 {
     return raw.find_first_of("![") != raw.npos || raw.find("&#") != raw.npos;
 }
@@ -70,10 +70,10 @@ bool MayNameSomething(std::string_view raw)
 bool IsWorthListing(SiteKind kind, std::string_view raw)
 {
     const bool bareName = kind == SiteKind::SheetName || kind == SiteKind::TableName;
-    return bareName ? !raw.empty() : MayNameSomething(raw);
+    return bareName ? !raw.empty() : MayReferToSomething(raw);
 }
 
-/// Whether the element names something in another file: r:id, whatever the prefix.
+/// Whether the element refers to another file: r:id, whatever the prefix.
 bool HasRelationship(const xml::Scanner& element)
 {
     const auto& attributes = element.Attributes();
@@ -104,20 +104,20 @@ void AddAttributes(std::vector<ReferenceSite>& sites, const xml::Scanner& elemen
     }
 }
 
-/// The content of an element without elements inside, decoded.
+/// The decoded content of an element that contains no elements.
 std::string DecodeContent(std::string_view raw)
 {
     if (raw.find('<') == raw.npos)
         return xml::DecodeText(raw);
-    std::string element = "<f>"; // CDATA sections and comments are the scanner's
+    std::string element = "<f>"; // the scanner handles CDATA sections and comments
     element.append(raw).append("</f>");
     xml::Scanner scanner(element);
     scanner.Next();
     return scanner.ElementText();
 }
 
-/// "[Book1.xlsx]My Sheet!Sales" as a chart names its pivot table: without apostrophes, and
-/// with the name that the workbook's file had once.
+/// "[Book1.xlsx]My Sheet!Sales" as a chart refers to its pivot table: without apostrophes, and with
+/// the name that the workbook's file once had.
 std::optional<std::string> RenameInPivotTable(std::string_view text, const SheetNames& sheets)
 {
     const std::size_t bracket = text.find(']');
@@ -160,7 +160,7 @@ bool IsContent(SiteKind kind)
 std::vector<ReferenceSite> FindReferences(std::string_view xml, std::string_view partName)
 {
     std::vector<ReferenceSite> sites;
-    std::optional<ReferenceSite> open; // an element whose content is read, no other one inside
+    std::optional<ReferenceSite> open; // being read; it has no elements so far
     bool inPivotSource = false;
     xml::Scanner scanner(xml, partName);
     for (auto token = scanner.Next(); token != Token::End; token = scanner.Next()) {
@@ -168,7 +168,7 @@ std::vector<ReferenceSite> FindReferences(std::string_view xml, std::string_view
             open.reset();
             const std::string_view name = scanner.LocalName();
             if (name.size() == 1 && name != "f")
-                continue; // cells and their values: most elements of a large sheet
+                continue; // cells and their values, which most elements of a large sheet are
             if (IsFormulaElement(name)) {
                 open = ReferenceSite{SiteKind::FormulaText, scanner.End(), 0};
             }
@@ -182,7 +182,7 @@ std::vector<ReferenceSite> FindReferences(std::string_view xml, std::string_view
         }
         else if (token == Token::EndTag && open) {
             open->end = std::max(scanner.Begin(), open->begin);
-            if (MayNameSomething(xml.substr(open->begin, open->end - open->begin)))
+            if (MayReferToSomething(xml.substr(open->begin, open->end - open->begin)))
                 sites.push_back(*open);
             open.reset();
         }
@@ -201,7 +201,7 @@ std::vector<ReferenceSite> FindVmlReferences(std::string_view vml)
             continue;
         const std::size_t begin = tagEnd + 1;
         const std::size_t end = std::min(vml.find('<', begin), vml.size());
-        if (MayNameSomething(vml.substr(begin, end - begin)))
+        if (MayReferToSomething(vml.substr(begin, end - begin)))
             sites.push_back({SiteKind::FormulaText, begin, end});
     }
     return sites;

@@ -10,15 +10,15 @@
 
 namespace orrery::xlsx {
 
-/// What became of a table of the template.
+/// A table of the template and what has changed in it.
 struct TableChange {
-    std::string name; ///< now, as formulas write it
-    /// The columns with other names than in the template, from 0.
+    std::string name; ///< the current one, as formulas write it
+    /// The current names of renamed columns, by position from 0.
     std::map<std::size_t, std::string> headers;
-    /// The same by what the template's formulas call them, in the form of `FoldCase`.
+    /// The same by the names that the template's formulas use, in the form of `FoldCase`.
     std::map<std::string, std::string> columns;
-    /// The columns whose cell in the totals row was written, from 0: the text, or empty where it
-    /// received a number.
+    /// The columns whose cell in the totals row was written, by position from 0: the text, or empty
+    /// if it received a number.
     std::map<std::size_t, std::string> totals;
 
     bool Empty() const { return headers.empty() && totals.empty(); }
@@ -26,27 +26,27 @@ struct TableChange {
     const std::string* FindColumn(std::string_view column) const;
 };
 
-/// What the tables that formulas name, and their columns, are called now. Names are found without
-/// regard to case. Copies are cheap.
+/// The current names of the tables that formulas refer to, and of their columns. Names are found
+/// without regard to case. Copies are cheap.
 class TableNames {
 public:
-    /// `templateName` is what the template's formulas call the table.
+    /// `templateName` is the name in the template's formulas.
     void Set(std::string_view templateName, TableChange change);
-    /// The same as seen from a formula that belongs to that table, where "[Day]" without a name
-    /// before it means a column of the table.
+    /// The same as seen from a formula of that table, where "[Day]" without a name before it means
+    /// a column of the table.
     TableNames Inside(std::string_view templateName) const;
 
-    /// The current name of the table that a formula calls `name`; nothing where it stays as it is.
+    /// The current name of the table that a formula calls `name`; nothing if it stays as it is.
     std::optional<std::string> NameOf(std::string_view name) const;
-    /// What became of the table that a formula calls `name`; nullptr where nothing did. It lives as
+    /// The changes of the table that a formula calls `name`; nullptr if there are none. Lives as
     /// long as these names.
     const TableChange* Find(std::string_view name) const;
-    /// The same of the table that the formula belongs to.
+    /// The same for the table that the formula belongs to.
     const TableChange* Own() const { return own_.empty() ? nullptr : Find(own_); }
 
 private:
     using Tables = std::map<std::string, TableChange>; // by folded names
-    std::shared_ptr<Tables> tables_; // shared by copies of these names; none where it is empty
+    std::shared_ptr<Tables> tables_;                   // by folded name
     std::string own_;
 };
 

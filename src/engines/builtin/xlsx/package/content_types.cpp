@@ -9,7 +9,7 @@ namespace {
 constexpr std::string_view kPartName = "/[Content_Types].xml";
 constexpr std::string_view kRoot = "Types";
 
-/// The extension of a part's key, without the dot; empty where it has none.
+/// The extension of a part's key, without the dot; empty if it has none.
 std::string ExtensionOf(const std::string& key)
 {
     const std::size_t dot = key.rfind('.');

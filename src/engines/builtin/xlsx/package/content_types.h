@@ -12,12 +12,12 @@ class ContentTypes {
 public:
     /// Throws Error(DamagedWorkbook).
     static ContentTypes Parse(std::string_view xml);
-    /// The original text with only the changed entries added or removed.
+    /// The parsed text with only the changed entries added or removed.
     std::string ToXml() const;
 
-    /// The part's type, by its own entry, else by its extension; empty when neither names it.
+    /// The part's type, from its own entry, else from its extension; empty if neither gives one.
     std::string TypeOf(std::string_view partName) const;
-    /// Gives the part an entry of its own where the extension does not say so.
+    /// Adds an entry for the part unless its extension gives that type.
     void Set(std::string_view partName, std::string_view type);
     /// Removes the part's own entry.
     void Remove(std::string_view partName);
@@ -25,12 +25,12 @@ public:
 
 private:
     struct Override {
-        std::string name; // as spelled
+        std::string name; // as written
         std::string type;
     };
 
     std::string xml_;                             // what was parsed
-    std::map<std::string, std::string> defaults_; // by extension in small letters
+    std::map<std::string, std::string> defaults_; // by extension in lower case
     std::map<std::string, Override> overrides_;   // by PartKey
     bool changed_ = false;
 };

@@ -1,7 +1,7 @@
 #include "engines/builtin/xlsx/package/package.h"
 
 #include "book/error.h"
-#include "engines/builtin/common/naming.h"
+#include "engines/builtin/common/error_path.h"
 #include "engines/builtin/xlsx/package/part_names.h"
 #include "engines/builtin/xml/encoding.h"
 #include "engines/builtin/xml/scanner.h"
@@ -17,7 +17,7 @@ namespace orrery::xlsx {
 namespace {
 
 using book::ErrorKind;
-using builtin::Naming;
+using builtin::WithErrorPath;
 using util::Error;
 
 constexpr std::string_view kContentTypes = "/[Content_Types].xml";
@@ -65,11 +65,11 @@ void Package::ListEntries()
 {
     for (std::size_t index = 0; index < zip_->Entries().size(); ++index) {
         const std::string name = NameOf(index);
-        TakeFolders(name);
+        ReserveFolderNames(name);
         if (IsFolder(name))
             continue;
         const auto [entry, isNew] = entries_.emplace(PartKey(name), index);
-        // Of names that differ in case the first counts; the other entries are only carried along.
+        // Of names that differ only in case the first counts; the other entries are copied along.
         if (!isNew && NameOf(entry->second) == name) {
             throw Error(ErrorKind::DamagedWorkbook, util::FromPath(path_),
                         "the part " + name + " is there twice");
@@ -78,17 +78,17 @@ void Package::ListEntries()
     CheckSpelling();
 }
 
-/// What is a folder to one program is no name for a part.
-void Package::TakeFolders(const std::string& name)
+/// A name that some program takes for a folder cannot be a part's name.
+void Package::ReserveFolderNames(const std::string& name)
 {
     for (std::size_t slash = name.rfind('/'); slash != std::string::npos && slash != 0;
          slash = name.rfind('/', slash - 1)) {
         if (!taken_.insert(PartKey(std::string_view(name).substr(0, slash))).second)
-            return; // and those above it are known
+            return; // those above it are known, too
     }
 }
 
-/// An entry with a step like "." in its name is no part, but some readers take it for one.
+/// An entry with a step like "." in its name is not a part, but some readers take it for one.
 void Package::CheckSpelling()
 {
     for (const auto& [key, entry] : entries_) {
@@ -118,7 +118,7 @@ void Package::FindMainPart()
 {
     if (!Has(kContentTypes))
         FailWithoutMainPart("the part " + std::string(kContentTypes) + " is missing");
-    types_ = Naming(path_, [&] { return ContentTypes::Parse(Text(kContentTypes)); });
+    types_ = WithErrorPath(path_, [&] { return ContentTypes::Parse(Text(kContentTypes)); });
     const Relationship* const main = RelationshipsOf("").FindByType("officeDocument");
     if (main == nullptr)
         FailWithoutMainPart("nothing says which part is the workbook");
@@ -149,8 +149,8 @@ void Package::CheckIsWorkbook() const
         return;
     if (type.find("sheet.binary") != std::string::npos || PartKey(mainPart_).ends_with(".bin"))
         throw Error(ErrorKind::BinaryWorkbook, util::FromPath(path_));
-    // Some programs give the type of any XML; then the part itself tells.
-    if (!Naming(path_, [&] { return IsWorkbookRoot(Text(mainPart_), mainPart_); })) {
+    // Some programs declare the general XML type; then the part itself decides.
+    if (!WithErrorPath(path_, [&] { return IsWorkbookRoot(Text(mainPart_), mainPart_); })) {
         throw Error(ErrorKind::NotAWorkbook, util::FromPath(path_),
                     "the part " + mainPart_ + " is no workbook");
     }
@@ -206,7 +206,7 @@ std::string Package::Bytes(std::string_view part) const
 
 std::string Package::BytesOf(std::size_t entry) const
 {
-    if (zip_->Entries()[entry].size > kMostRead - std::min(kept_, kMostRead)) {
+    if (zip_->Entries()[entry].size > kMaxRead - std::min(kept_, kMaxRead)) {
         throw Error(ErrorKind::TooLargeUnpacked, util::FromPath(path_),
                     "with the part " + NameOf(entry) +
                         " it has more than 256 MiB of sheets and other text");
@@ -230,7 +230,7 @@ PartText Package::ReadXml(std::string_view part) const
     const Key key = PartKey(part);
     if (const auto kept = xml_.find(key); kept != xml_.end())
         return kept->second;
-    return Naming(path_, [&] {
+    return WithErrorPath(path_, [&] {
         auto text = std::make_shared<const std::string>(Text(part));
         CheckWellFormed(*text, part);
         xml_.emplace(key, text);
@@ -247,7 +247,8 @@ const Relationships& Package::RelationshipsOf(std::string_view part) const
     const std::string name = RelationshipsPartName(part);
     Relationships relationships;
     if (Has(name))
-        relationships = Naming(path_, [&] { return Relationships::Parse(Text(name), name); });
+        relationships =
+            WithErrorPath(path_, [&] { return Relationships::Parse(Text(name), name); });
     return relationships_.emplace(key, std::move(relationships)).first->second;
 }
 

@@ -17,15 +17,15 @@
 
 namespace orrery::xlsx {
 
-/// The text of a part, shared by all who read it.
+/// The text of a part, shared by all its readers.
 using PartText = std::shared_ptr<const std::string>;
 
-/// An Open Packaging container as it was opened: parts, their types, and the relationships between
-/// them. Part names begin with "/" and are compared without regard to ASCII case.
+/// An opened Open Packaging container: parts, their types, and the relationships between them. Part
+/// names begin with "/" and are compared without regard to ASCII case.
 class Package {
 public:
-    /// What may be read of the container at a time; the rest is copied packed.
-    static constexpr std::uint64_t kMostRead = std::uint64_t{256} << 20U;
+    /// The most that may be read of the container; the rest is copied packed.
+    static constexpr std::uint64_t kMaxRead = std::uint64_t{256} << 20U;
 
     /// Opens a package whose main part is a workbook in XML.
     /// Throws Error: NotAWorkbook, DamagedWorkbook, BinaryWorkbook, TooLargeUnpacked, FileNotFound,
@@ -37,35 +37,37 @@ public:
     const std::string& MainPart() const { return mainPart_; }
     bool Has(std::string_view part) const;
     std::string TypeOf(std::string_view part) const;
-    /// Whether a part may belong to a sheet: not the workbook, the types or relationships.
+    /// Whether a part may belong to a sheet: it is not the workbook, the content types or
+    /// relationships.
     bool CanBeOwned(std::string_view part) const;
-    /// In the order of the container; neither relationships nor folders.
+    /// In the order of the container, without relationships and folders.
     std::vector<std::string> PartNames() const;
 
-    /// The bytes of a part. Throws Error(DamagedWorkbook) when it is missing or cannot be unpacked,
-    /// Error(TooLargeUnpacked) when it and the kept texts have more than kMostRead bytes.
+    /// The bytes of a part. Throws Error(DamagedWorkbook) if it is missing or cannot be unpacked,
+    /// Error(TooLargeUnpacked) if it and the kept texts have more than kMaxRead bytes.
     PartText Read(std::string_view part) const;
-    /// The text of an XML part in UTF-8 (other encodings are converted, a byte-order mark dropped),
-    /// checked to be well-formed and nested at most 256 deep, without a document type declaration.
+    /// The text of an XML part in UTF-8 (other encodings are converted, a byte-order mark is
+    /// dropped), checked to be well-formed and nested at most 256 deep, without a document type
+    /// declaration.
     /// Kept after the first call. Throws Error (DamagedWorkbook, TooDeeplyNested,
     /// TooLargeUnpacked).
     PartText ReadXml(std::string_view part) const;
-    /// The relationships of a part, "" for those of the package; none where it has no .rels part.
+    /// The relationships of a part, or of the package for ""; empty if it has no .rels part.
     const Relationships& RelationshipsOf(std::string_view part) const;
-    /// The unpacked size of a part of the container in bytes; 0 for one that is not there.
+    /// The unpacked size of a part of the container in bytes; 0 if it is missing.
     std::uint64_t SizeOf(std::string_view part) const;
-    /// How many parts there are, relationships included, and their unpacked size in bytes.
+    /// The number of parts, relationships included, and their unpacked size in bytes.
     std::size_t CountParts() const { return zip_->Entries().size(); }
     std::uint64_t UnpackedSize() const { return zip_->UnpackedSize(); }
-    /// All parts for which the container has relationships, whether they are there or not; "" is
-    /// the package.
+    /// All parts for which the container has relationships, whether they exist or not; "" is the
+    /// package.
     std::vector<std::string> RelationshipsOwners() const;
 
-    /// Whether a new part may have that name: there is no such part, no relationships that wait for
-    /// one, no folder of that name.
+    /// Whether a new part may have that name: there is no such part, no relationships for one and
+    /// no folder of that name.
     bool IsFree(std::string_view part) const;
-    /// A part name that is free: the first of prefix + number + suffix ("/xl/worksheets/sheet",
-    /// ".xml") from that number on, which becomes the one taken.
+    /// A free part name: the first of prefix + number + suffix ("/xl/worksheets/sheet", ".xml")
+    /// from `number` on, which becomes the number used.
     std::string FreePartName(std::string_view prefix, std::string_view suffix,
                              std::size_t& number) const;
 
@@ -74,7 +76,7 @@ private:
     using Key = std::string; // PartKey
 
     void ListEntries();
-    void TakeFolders(const std::string& name);
+    void ReserveFolderNames(const std::string& name);
     void CheckSpelling();
     void FindMainPart();
     [[noreturn]] void FailWithoutMainPart(const std::string& what) const;
@@ -90,7 +92,7 @@ private:
     std::filesystem::path path_;
     std::unique_ptr<zip::Reader> zip_;
     std::map<Key, std::size_t, std::less<>> entries_;
-    std::set<Key, std::less<>> taken_; // that are no parts, and no names for new ones
+    std::set<Key, std::less<>> taken_; // names that are not parts and cannot be new ones
     ContentTypes types_;
     std::string mainPart_;
     mutable std::map<Key, PartText, std::less<>> xml_;

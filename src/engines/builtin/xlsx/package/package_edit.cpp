@@ -76,7 +76,7 @@ void PackageEdit::Save(const std::filesystem::path& target) const
         zip::Writer writer(replacement.TemporaryPath());
         WriteEntries(writer);
         writer.Close();
-        package_.zip_->CheckUnchanged(); // half of it may be of one version and half of another
+        package_.zip_->CheckUnchanged(); // else one half could be of one version and one of another
     }
     catch (const util::Error& error) { // the user knows the target, not the temporary file
         if (error.Subject() != util::FromPath(replacement.TemporaryPath()))
@@ -86,14 +86,14 @@ void PackageEdit::Save(const std::filesystem::path& target) const
     replacement.Commit();
 }
 
-/// How a part of the package changes; nullptr where it stays, and for entries that are no parts.
+/// The change of a part of the package; nullptr if it stays, and for entries that are not parts.
 const PackageEdit::Change* PackageEdit::ChangeOf(std::size_t entry) const
 {
     const auto change = changes_.find(PartKey(package_.NameOf(entry)));
     return change != changes_.end() && package_.IsPart(entry) ? &change->second : nullptr;
 }
 
-/// What is taken over packed is not looked at by libzip.
+/// libzip does not check entries that it copies packed.
 void PackageEdit::Verify() const
 {
     for (std::size_t index = 0; index < package_.zip_->Entries().size(); ++index) {

@@ -15,8 +15,8 @@
 
 namespace orrery::xlsx {
 
-/// What a saved package has that the opened one has not. What is not changed is saved as the bytes
-/// that were opened.
+/// The changes with which an opened package is saved. Everything else is saved with the bytes that
+/// were opened.
 class PackageEdit {
 public:
     using Content = std::function<std::string()>;
@@ -27,8 +27,8 @@ public:
     /// Adds or replaces a part whose content is made when the package is saved.
     void Put(std::string_view part, std::string_view type, Content content);
     void Put(std::string_view part, std::string_view type, std::string content);
-    /// Adds a part with the packed bytes and the type of one of the opened package, without its
-    /// relationships. Throws Error(DamagedWorkbook) when there is no such part.
+    /// Adds a part with the packed bytes and the type of a part of the opened package, without its
+    /// relationships. Throws Error(DamagedWorkbook) if there is no such part.
     void PutCopy(std::string_view part, std::string_view original);
     /// Removes a part, its relationships and its type.
     void Remove(std::string_view part);
@@ -36,12 +36,12 @@ public:
     /// The same with a text that is made when the package is saved.
     void PutRelationships(std::string_view part, Content content);
 
-    /// Writes the whole package; the file at `target` is replaced at the end, or stays as it was,
-    /// also where it is the one that was opened. Throws Error (FileNotWritable, DiskFull, ...).
+    /// Writes the whole package. The file at `target`, which may be the opened one, is replaced at
+    /// the end, or stays as it was. Throws Error (FileNotWritable, DiskFull, ...).
     void Save(const std::filesystem::path& target) const;
 
 private:
-    /// How a part differs from the opened one. Without content and copy it is removed.
+    /// How a part differs from the opened one. One without content and without a copy is removed.
     struct Change {
         std::string name;                  ///< as given
         Content content;                   ///< makes the bytes
@@ -57,7 +57,7 @@ private:
 
     const Package& package_;
     std::map<Key, Change, std::less<>> changes_;
-    std::vector<Key> added_; // in their order, those of the changes that the package does not have
+    std::vector<Key> added_; // in order, those of the changes that the package does not contain
     ContentTypes types_;
 };
 

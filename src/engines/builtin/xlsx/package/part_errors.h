@@ -5,7 +5,7 @@
 
 namespace orrery::xlsx {
 
-/// Does something with a part that no calendar touches: one that is damaged stays as it is.
+/// Runs an action on a part that no calendar touches: a damaged one stays as it is.
 template <typename Action> void UnlessDamaged(Action action)
 {
     try {

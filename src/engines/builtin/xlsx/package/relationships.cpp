@@ -73,7 +73,7 @@ std::string Relationships::ToXml() const
     const std::string_view xml = xml_.empty() ? kEmpty : std::string_view(xml_);
     const xml::List list(xml, {}, "Relationships");
     builtin::TextPatch patch;
-    std::multimap<std::string_view, std::size_t> left; // by id, in order; an id may be there twice
+    std::multimap<std::string_view, std::size_t> left; // by id, in order; an id may occur twice
     for (std::size_t at = 0; at < all_.size(); ++at)
         left.emplace(all_[at].Id, at);
     std::vector<bool> written(all_.size());

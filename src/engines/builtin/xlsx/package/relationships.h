@@ -16,7 +16,7 @@ struct Relationship {
     std::string Target; ///< as written
     bool External = false;
 
-    /// Whether `Type` ends in "/" and the name ("worksheet", "image"), whichever family of URIs.
+    /// Whether `Type` ends in "/" and the name ("worksheet", "image"), in whichever family of URIs.
     bool Is(std::string_view typeName) const;
     friend bool operator==(const Relationship&, const Relationship&) = default;
 };
@@ -26,18 +26,18 @@ class Relationships {
 public:
     /// Parses a .rels part. Throws Error(DamagedWorkbook).
     static Relationships Parse(std::string_view xml, std::string_view partName);
-    /// What was parsed with only the changed entries replaced, removed or, at the end, added.
+    /// The parsed text with only the changed entries replaced or removed, and new ones at the end.
     std::string ToXml() const;
 
     const std::vector<Relationship>& All() const { return all_; }
-    /// The same to be changed.
+    /// The same, to be changed.
     std::vector<Relationship>& Change();
-    /// An id that was parsed twice, or nullptr.
+    /// An id that occurs twice in the parsed text, or nullptr.
     const std::string* DuplicateId() const { return duplicateId_ ? &*duplicateId_ : nullptr; }
     const Relationship* FindById(std::string_view id) const;
     /// The first of that type, or nullptr.
     const Relationship* FindByType(std::string_view typeName) const;
-    /// Adds one under a free id ("rId7") and returns the id.
+    /// Adds one with a free id ("rId7") and returns the id.
     std::string Add(std::string type, std::string target);
     void Remove(std::string_view id);
 

@@ -20,7 +20,7 @@ bool IsBlank(char c)
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
-/// Whether readers may drop blanks of the text unless they are told not to.
+/// Whether readers may drop blanks of the text unless told to preserve them.
 bool NeedsPreserving(std::string_view text)
 {
     return !text.empty() && (IsBlank(text.front()) || IsBlank(text.back()) ||
@@ -34,7 +34,6 @@ void SetNumber(TextPatch& patch, const std::optional<xml::ScannedAttribute>& att
         patch.Replace(attribute->valueBegin, attribute->end - 1, std::to_string(number));
 }
 
-/// A number of cells after a change of it.
 std::size_t CountAfter(std::size_t number, long change)
 {
     return change >= 0 || number >= static_cast<std::size_t>(-change)
@@ -69,7 +68,7 @@ void SharedStrings::ReadItems()
     });
 }
 
-/// An item is plain when a single t is all that it has: no runs, no reading aids.
+/// An item is plain if it consists of a single t element: no runs, no phonetic data.
 void SharedStrings::ReadItem(xml::Scanner& scanner)
 {
     std::size_t children = 0;

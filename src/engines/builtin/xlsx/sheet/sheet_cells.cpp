@@ -11,14 +11,14 @@
 
 namespace orrery::xlsx {
 
-void SheetCells::CheckWritable(std::int32_t row, std::int32_t column, const Styles& styles) const
+void SheetCells::CheckWritable(std::int32_t row, std::int32_t column, const Styles& formats) const
 {
     if (!IsInsideSheet(row, column))
         engines::ThrowOutsideSheet(row, column);
     if (!text_->HasCells())
         throw util::Error(book::ErrorKind::DamagedWorkbook, {},
                           text_->PartName() + ", no sheetData element");
-    builtin::CheckChangeable(*text_, CellAddress{row, column}, styles);
+    builtin::CheckChangeable(*text_, CellAddress{row, column}, formats);
 }
 
 bool SheetCells::TakesValue(std::int32_t row, std::int32_t column) const
@@ -41,14 +41,14 @@ bool SheetCells::RemovesFormulas() const
     });
 }
 
-long SheetCells::AddedTextReferences() const
+long SheetCells::AddedStringReferences() const
 {
     long added = 0;
     for (const auto& [address, value] : values_) {
         const CellPlace* place = text_->Index().FindCell(address);
-        if (place != nullptr && place->Has(CellPlace::SharedText))
+        if (place != nullptr && place->Has(CellPlace::SharedString))
             --added;
-        if (std::holds_alternative<SharedText>(value))
+        if (std::holds_alternative<SharedStringIndex>(value))
             ++added;
     }
     return added;

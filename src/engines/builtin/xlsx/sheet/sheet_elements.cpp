@@ -6,7 +6,7 @@ namespace orrery::xlsx {
 
 namespace {
 
-/// The scanner's start tag; the scanner's text begins at `base` of the whole text.
+/// The scanner's start tag; `base` is the offset of the scanner's text in the whole text.
 StartTag CurrentTag(const xml::Scanner& scanner, std::size_t base)
 {
     StartTag tag;

@@ -14,8 +14,8 @@ namespace orrery::xlsx {
 
 namespace {
 
-/// The columns that array formulas fill at the row being read. A file is read row by row, so a
-/// range that a later one overlaps is over, or the file is wrong and the later one counts.
+/// The columns that array formulas fill in the row being read. A file is read row by row, so a
+/// range that a later one overlaps has ended, or the file is wrong and the later one counts.
 class FilledColumns {
 public:
     void Add(const CellRange& range)
@@ -38,7 +38,7 @@ private:
     std::map<std::int32_t, CellRange> filled_; // by first column; no column is in two of them
 };
 
-/// "the number "12"", or "an empty number".
+/// `the number "12"`, or `an empty number`.
 std::string Named(const std::string& what, std::string_view value)
 {
     return value.empty() ? "an empty " + what : "the " + what + " \"" + std::string(value) + "\"";
@@ -112,7 +112,7 @@ void SheetDataReader::ReadCell(RowPlace& row)
     const std::int32_t column = ReadColumn(row);
     cell.column = static_cast<std::uint16_t>(column);
     if (const auto type = scanner_.Attribute("t"); type && type->Is("s"))
-        cell.flags |= CellPlace::SharedText;
+        cell.flags |= CellPlace::SharedString;
     const auto metadata = scanner_.Attribute("cm");
     const bool hasMetadata = metadata && !metadata->Is("0");
     xml::ForEachChild(scanner_, [&] {
@@ -143,7 +143,7 @@ std::int32_t SheetDataReader::ReadColumn(RowPlace& row)
     return cell.column;
 }
 
-// A row that does not say its number has that of its first cell, if the cell says one.
+// A row without a number has that of its first cell, if the cell gives one.
 void SheetDataReader::CountFromCell(RowPlace& row, std::int32_t number)
 {
     if (row.isCounted && row.firstCell == NextCell())
@@ -172,8 +172,8 @@ void SheetDataReader::ReadFormula(bool hasMetadata)
         AddArray(ref, ArrayFormula::Kind::Fixed);
 }
 
-// Numbers of groups are used again in some files: a dependent belongs to the last master before it.
-// Some writers repeat the text in the dependents; only masters say a range.
+// Some files reuse the numbers of groups: a dependent belongs to the last master before it. Some
+// writers repeat the text in the dependents; only masters have a range.
 void SheetDataReader::AddShared(std::size_t group, bool hasText, bool hasRange)
 {
     const auto found = sharedFormulas_.find(group);

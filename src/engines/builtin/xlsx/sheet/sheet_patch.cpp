@@ -20,7 +20,7 @@ std::string EndTag(std::string_view name)
 /// What follows the attributes of a cell: its type, its value and its end.
 std::string CellContent(std::string_view prefix, std::string_view name, const WrittenValue& value)
 {
-    const auto* text = std::get_if<SharedText>(&value);
+    const auto* text = std::get_if<SharedStringIndex>(&value);
     std::string content = text != nullptr ? Attribute("t", "s") : std::string();
     content += ">";
     content += "<" + std::string(prefix) + "v>";
@@ -34,7 +34,7 @@ struct Span {
     std::size_t last;
 };
 
-/// The column spans of a row ("1:5 8:9"); none where the list is not well-formed.
+/// The column spans of a row ("1:5 8:9"); empty if the list is not well-formed.
 std::vector<Span> ParseSpans(std::string_view list)
 {
     std::vector<Span> spans;
@@ -59,12 +59,12 @@ TextPatch SheetPatch::Make(bool recalculate)
 {
     WidenDimension();
     WriteRows();
-    HandOverSharedFormulas();
+    MoveSharedMasters();
     if (recalculate)
         DropResults(CellPlace::Formula | CellPlace::ArrayValue,
                     {{1, 1}, {kSheetRows, kSheetColumns}});
     else
-        EmptySpills();
+        ClearSpills();
     return std::move(patch_);
 }
 
@@ -86,7 +86,7 @@ void SheetPatch::WidenDimension()
 
 void SheetPatch::WriteRows()
 {
-    std::string atEnd; // the rows behind the last one of the text
+    std::string atEnd; // the rows after the last one of the text
     for (auto first = values_.begin(); first != values_.end();) {
         const auto last = values_.lower_bound({first->first.row + 1, 0});
         if (const RowPlace* row = index_.FindRow(first->first.row))
@@ -104,7 +104,6 @@ void SheetPatch::WriteRows()
         patch_.Insert(text_.SheetDataEnd(), atEnd);
 }
 
-/// Gives content to an empty element.
 void SheetPatch::Fill(const StartTag& tag, const std::string& content)
 {
     patch_.Replace(tag.end - 2, tag.end, ">" + content + EndTag(tag.name)); // over the "/>"
@@ -128,7 +127,7 @@ void SheetPatch::InsertRow(Written first, Written last, std::string& atEnd)
         return;
     }
     patch_.Insert(next->begin, row);
-    // From now on it would be counted from the new row. Several new ones may come before it.
+    // Otherwise it would be counted from the new row. Several new rows may come before it.
     if (next->isCounted && numbered_.insert(next->begin).second)
         patch_.Insert(ReadStartTag(xml_, next->begin).nameEnd,
                       Attribute("r", std::to_string(next->number)));
@@ -140,7 +139,7 @@ void SheetPatch::WriteIntoRow(const RowPlace& row, Written first, Written last)
     const auto format = SheetText::FormatOfRow(tag);
     const auto places = index_.CellsOf(row);
     WidenSpans(tag, first, last);
-    std::string atEnd; // the cells behind the last one of the text
+    std::string atEnd; // the cells after the last one of the text
     auto place = places.begin();
     for (auto cell = first; cell != last; ++cell) {
         const std::int32_t column = cell->first.column;
@@ -214,39 +213,39 @@ void SheetPatch::ReplaceCell(const CellPlace& place, const WrittenValue& value)
                        CellContent(old.tag.prefix, old.tag.name, value));
 }
 
-void SheetPatch::HandOverSharedFormulas()
+void SheetPatch::MoveSharedMasters()
 {
     for (const auto& [address, value] : values_) {
         const CellPlace* place = index_.FindCell(address);
         if (place == nullptr || !place->Has(CellPlace::Formula))
             continue;
         if (const SharedFormula* shared = index_.FindShared(index_.IndexOf(*place)))
-            HandOver(*shared);
+            MoveMaster(*shared);
     }
 }
 
-/// The first cell that is left of those that share the formula of a master that was written over
-/// becomes the master.
-void SheetPatch::HandOver(const SharedFormula& shared)
+/// If the master of a shared formula was overwritten, the first of the remaining cells becomes the
+/// master.
+void SheetPatch::MoveMaster(const SharedFormula& shared)
 {
-    std::optional<std::uint32_t> heir;
-    CellRange range; // of the cells that are left
+    std::optional<std::uint32_t> newMaster;
+    CellRange range; // of the remaining cells
     for (const std::uint32_t dependent : shared.dependents) {
         const CellAddress cell = index_.AddressOf(dependent);
         if (values_.contains(cell))
             continue;
-        if (!heir) {
-            heir = dependent;
+        if (!newMaster) {
+            newMaster = dependent;
             range = {cell, cell};
         }
         range.Widen(cell);
     }
-    if (!heir)
+    if (!newMaster)
         return;
     const CellAddress from = index_.AddressOf(shared.master);
-    const CellAddress to = index_.AddressOf(*heir);
+    const CellAddress to = index_.AddressOf(*newMaster);
     const CellElement master = ReadCellElement(xml_, index_.cells[shared.master].begin);
-    const CellElement next = ReadCellElement(xml_, index_.cells[*heir].begin);
+    const CellElement next = ReadCellElement(xml_, index_.cells[*newMaster].begin);
     std::string formula =
         MoveFormula(master.formula->text, to.row - from.row, to.column - from.column);
     if (change_)
@@ -257,8 +256,8 @@ void SheetPatch::HandOver(const SharedFormula& shared)
                        xml::EncodeText(formula) + EndTag(tag.name));
 }
 
-/// A dynamic array that is written over takes back what it gave to the cells beside it.
-void SheetPatch::EmptySpills()
+/// An overwritten dynamic array no longer fills the cells beside it.
+void SheetPatch::ClearSpills()
 {
     for (const auto& [address, value] : values_) {
         const CellPlace* place = index_.FindCell(address);
@@ -284,7 +283,7 @@ void SheetPatch::DropResults(unsigned flags, const CellRange& range)
     }
 }
 
-/// The value goes, and with it what says how to read the value: its type and its metadata.
+/// Removes the value and the attributes that say how to read it: type and metadata.
 void SheetPatch::DropResult(const CellPlace& cell)
 {
     const CellElement element = ReadCellElement(xml_, cell.begin);

@@ -42,10 +42,10 @@ private:
                                const WrittenValues::value_type& cell);
     void ReplaceCell(const CellPlace& place, const WrittenValue& value);
 
-    void HandOverSharedFormulas();
-    void HandOver(const SharedFormula& shared);
-    void EmptySpills();
-    /// Of the cells with one of the flags in the range that are not written.
+    void MoveSharedMasters();
+    void MoveMaster(const SharedFormula& shared);
+    void ClearSpills();
+    /// Of the unwritten cells in the range that have one of the flags.
     void DropResults(unsigned flags, const CellRange& range);
     void DropResult(const CellPlace& cell);
 
@@ -55,7 +55,7 @@ private:
     const WrittenValues& values_;
     const FormulaChange& change_;
     TextPatch patch_;
-    std::set<std::size_t> numbered_; // where counted rows begin that have got their number
+    std::set<std::size_t> numbered_; // where the counted rows begin that were given their number
 };
 
 } // namespace orrery::xlsx

@@ -13,10 +13,10 @@ using engines::FoldCase;
 
 namespace {
 
-constexpr std::size_t kLongestName = 255; // UTF-16 units; Excel reads no longer ones
+constexpr std::size_t kMaxNameLength = 255; // UTF-16 units; Excel reads no longer names
 
-/// Calls `visit` at the StartTag of every column, with its position; it reads the column to its
-/// end. The scanner is at the root.
+/// Calls `visit` at the StartTag of every column, with its position; `visit` reads the column to
+/// its end. The scanner is at the root.
 template <typename Visit> void ForEachColumn(xml::Scanner& scanner, Visit&& visit)
 {
     std::size_t column = 0;
@@ -31,7 +31,7 @@ template <typename Visit> void ForEachColumn(xml::Scanner& scanner, Visit&& visi
     });
 }
 
-/// Nothing where the part has no legal range.
+/// Nothing if the part has no valid range.
 std::optional<Table> ReadTable(std::string_view xml, std::string_view partName)
 {
     xml::Scanner scanner(xml, partName);
@@ -57,14 +57,14 @@ std::string TextOf(const book::CellValue& value)
     return text != nullptr ? *text : std::to_string(std::get<std::int16_t>(value));
 }
 
-/// The name that Excel gives a column: numbers stand directly behind it.
+/// The name that Excel gives a column: a number is appended directly.
 std::string UniqueName(const std::string& wanted, const std::multiset<std::string>& taken)
 {
     const std::string base = wanted.empty() ? "Column" : wanted;
-    std::string name(wanted.empty() ? "Column1" : CutToUnits(base, kLongestName));
+    std::string name(wanted.empty() ? "Column1" : CutToUnits(base, kMaxNameLength));
     for (std::size_t number = 2; taken.contains(FoldCase(name)); ++number) {
         const std::string suffix = std::to_string(number);
-        name = std::string(CutToUnits(base, kLongestName - suffix.size())) + suffix;
+        name = std::string(CutToUnits(base, kMaxNameLength - suffix.size())) + suffix;
     }
     return name;
 }
@@ -75,7 +75,7 @@ void RemoveAttribute(TextPatch& patch, const xml::Scanner& element, std::string_
         patch.Remove(attribute->begin, attribute->end);
 }
 
-/// A value that was written is a label, or nothing, in place of a function. Reads the column to its
+/// A value that was written is a label, or no label, instead of a function. Reads the column to its
 /// end.
 void PatchTotal(TextPatch& patch, std::string_view xml, xml::Scanner& column,
                 const std::string& label)
@@ -179,7 +179,7 @@ void SheetTables::WriteTotal(CellAddress cell, const book::CellValue& value)
     if (!table.hasTotals || cell.row != table.range.last.row)
         return;
     const auto* text = std::get_if<std::string>(&value);
-    const bool isLabel = text != nullptr && CutToUnits(*text, kLongestName) == *text;
+    const bool isLabel = text != nullptr && CutToUnits(*text, kMaxNameLength) == *text;
     written_[*found].change.totals.insert_or_assign(
         static_cast<std::size_t>(cell.column - table.range.first.column),
         isLabel ? *text : std::string());

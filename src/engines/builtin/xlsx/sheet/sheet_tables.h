@@ -20,37 +20,37 @@ using builtin::TextPatch;
 
 /// A table of the template.
 struct Table {
-    std::string name; ///< as formulas write it
+    std::string name; ///< as formulas use it
     CellRange range;  ///< header and totals rows included
     bool hasHeader = true;
     bool hasTotals = false;
-    std::vector<std::string> columns; ///< their names, decoded, from the left
+    std::vector<std::string> columns; ///< their names, decoded, from left to right
 };
 
 /// The tables of a sheet and what was written into their header and totals rows. A copied sheet
-/// takes them along; what the tables were is shared.
+/// copies both; the template's tables are shared.
 class SheetTables {
 public:
     explicit SheetTables(std::vector<Table> tables);
-    /// Reads the tables that belong to the sheet `part`; a part that describes no table gives
-    /// none. Throws Error as `Package` and `xml::Scanner` do.
+    /// Reads the tables of the sheet `part`; a part that describes no table is ignored. Throws
+    /// Error as `Package` and `xml::Scanner` do.
     static SheetTables Read(const Package& package, const std::string& part);
 
-    /// Gives the column under a header cell its new name, and returns it: the text that the cell
-    /// has to show. As in Excel it is always a text, cut to 255 UTF-16 units, unique in the table
-    /// without regard to case ("Sun", "Sun2", "Sun3"), and "Column1" or the next that is free where
-    /// the value is empty. Nothing where the cell is no header cell.
+    /// Renames the column of a header cell and returns the new name, which is the text that the
+    /// cell has to show. As in Excel it is always a text, cut to 255 UTF-16 units, unique in the
+    /// table without regard to case ("Sun", "Sun2", "Sun3"), and "Column1" or the next free one if
+    /// the value is empty. Nothing if the cell is not a header cell.
     std::optional<std::string> WriteHeader(CellAddress cell, const book::CellValue& value);
-    /// Takes note of a value written into a totals row: it is no result of the table any more.
+    /// Records a value written into a totals row, where it replaces the table's function or label.
     void WriteTotal(CellAddress cell, const book::CellValue& value);
 
     /// Whether a part of these tables has to change.
     bool HasChanges() const;
-    /// The table around a cell; nullptr where there is none.
+    /// The table around a cell; nullptr if there is none.
     const Table* Around(CellAddress cell) const;
-    /// What became of the tables, those without a change left out.
+    /// The changes of the tables that have any.
     std::vector<TableChange> Changes() const;
-    /// What became of the table that the template calls `name`, under its name of then.
+    /// The changes of the table that the template calls `name`, under that name.
     TableChange ChangeOf(std::string_view name) const;
 
 private:
@@ -65,10 +65,10 @@ private:
     std::vector<Written> written_; // one for each table
 };
 
-/// The replacements in a table part that give its columns their names and its totals row the labels
-/// of now; formulas are not looked at.
+/// The replacements in a table part that give it the current column names and the current labels of
+/// its totals row; formulas are not changed.
 TextPatch PatchTable(std::string_view xml, std::string_view partName, const TableChange& change);
-/// What formulas call the table of such a part; empty where it is none.
+/// The name that formulas use for the table of such a part; empty if it is not a table.
 std::string TableNameOf(std::string_view xml, std::string_view partName);
 /// Whether the content type is that of a table part.
 bool IsTable(std::string_view type);

@@ -10,7 +10,7 @@ namespace orrery::xlsx {
 
 namespace {
 
-/// The ranges of a list like "A1:B2 D4"; what is no range is left out.
+/// Adds the ranges of a list like "A1:B2 D4"; anything else in it is ignored.
 void AddRanges(std::string_view list, std::vector<CellRange>& ranges)
 {
     while (!list.empty()) {
@@ -21,7 +21,7 @@ void AddRanges(std::string_view list, std::vector<CellRange>& ranges)
     }
 }
 
-/// The ranges that an attribute of the children names, of those children that `accept` takes.
+/// The ranges in an attribute of the children that `accept` takes.
 template <typename Accept>
 RangeIndex ReadRanges(xml::Scanner& scanner, std::string_view attribute, Accept accept)
 {
@@ -74,7 +74,7 @@ void SheetText::ReadPart(xml::Scanner& scanner)
         const auto isOpen = [&] {
             return !scanner.Attribute("password") && !scanner.Attribute("hashValue");
         };
-        openRanges_ = ReadRanges(scanner, "sqref", isOpen);
+        editableRanges_ = ReadRanges(scanner, "sqref", isOpen);
     }
     else {
         if (name == "dimension")
@@ -184,7 +184,7 @@ bool SheetText::IsHiddenByMerge(CellAddress cell) const
 
 bool SheetText::IsProtected(CellAddress cell) const
 {
-    return isProtected_ && openRanges_.Find(cell) == nullptr;
+    return isProtected_ && editableRanges_.Find(cell) == nullptr;
 }
 
 } // namespace orrery::xlsx

@@ -21,8 +21,8 @@ namespace orrery::xlsx {
 using builtin::RangeIndex;
 using builtin::TextPatch;
 
-/// A sheet's text with the places of its rows, cells and formulas, and what the sheet says of its
-/// cells. Read once, never changed; the model and its copies share it.
+/// A sheet's text with the places of its rows, cells and formulas, and the sheet's properties that
+/// concern cells. Read once, never changed; the model and its copies share it.
 class SheetText {
 public:
     /// The formats of columns without cells of their own. [ISO/IEC 29500-1] 18.3.1.13
@@ -38,40 +38,40 @@ public:
 
     const std::string& Xml() const { return *xml_; }
     const std::string& PartName() const { return partName_; }
-    /// Where sheets and tables are named.
+    /// Where the part refers to sheets and tables.
     const std::vector<ReferenceSite>& References() const { return references_; }
     /// What the formulas of the cells read.
     const FormulaFacts& Facts() const { return index_.facts; }
     bool HasFormulas() const { return index_.hasFormulas; }
 
-    /// The sheet's codeName attribute with the blank before it, so that it can be cut out.
+    /// The sheet's codeName attribute with the blank before it, so that both can be cut out.
     const std::optional<xml::TextRange>& CodeName() const { return codeName_; }
-    /// The replacements that make the sheet one of those selected, or none of them, in every view.
+    /// The replacements that select the sheet, or deselect it, in every view.
     TextPatch SelectTab(bool selected) const;
 
-    /// Whether the sheet has a place for cells.
     bool HasCells() const { return sheetData_.has_value(); }
     const SheetIndex& Index() const { return index_; }
     /// The start tag of sheetData. The sheet has cells.
     const StartTag& SheetData() const { return *sheetData_; }
-    /// Offset of the end tag of sheetData; behind the start tag where the element is empty.
+    /// Offset of the end tag of sheetData; after the start tag if the element is empty.
     std::size_t SheetDataEnd() const { return sheetDataEnd_; }
     /// The value of the dimension's ref attribute.
     const std::optional<xml::TextRange>& Dimension() const { return dimension_; }
 
-    /// The format of a cell, of one without an element too.
+    /// The format of a cell, also of one without an element.
     std::size_t FormatOf(CellAddress cell) const;
     /// The format that the column gives to cells without a format of their own.
     std::size_t FormatOfColumn(std::int32_t column) const;
-    /// The format that a row element gives to such cells; nothing where it gives none.
+    /// The format that a row element gives to such cells; nothing if it gives none.
     static std::optional<std::size_t> FormatOfRow(const StartTag& row);
 
-    /// Whether the cell lies in a merged area and is not its first one.
+    /// Whether the cell is in a merged area and not its first cell.
     bool IsHiddenByMerge(CellAddress cell) const;
     /// Whether the cell can only be changed together with others, as part of an array formula or a
     /// data table.
     bool IsPartOfArray(CellAddress cell) const { return fixedArrays_.Find(cell) != nullptr; }
-    /// Whether the sheet is protected at that cell: it must not be written while it is locked.
+    /// Whether the sheet is protected at that cell, so that the cell must not be written if it is
+    /// locked.
     bool IsProtected(CellAddress cell) const;
 
 private:
@@ -91,11 +91,11 @@ private:
     std::optional<xml::TextRange> dimension_;
     std::optional<xml::TextRange> codeName_;
     std::vector<StartTag> views_;
-    std::vector<ColumnFormat> columns_; // by their first columns
+    std::vector<ColumnFormat> columns_; // by first column
     RangeIndex merges_;
     RangeIndex fixedArrays_;
     bool isProtected_ = false;
-    RangeIndex openRanges_; // free although the sheet is protected
+    RangeIndex editableRanges_; // editable although the sheet is protected
 };
 
 } // namespace orrery::xlsx

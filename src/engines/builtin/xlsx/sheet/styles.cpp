@@ -6,8 +6,8 @@ namespace orrery::xlsx {
 
 namespace {
 
-/// Reads an <xf> to its end. Excel goes by the element's own protection, whatever
-/// applyProtection says.
+/// Reads an <xf> to its end. Excel uses the element's own protection, whatever applyProtection
+/// says.
 bool ReadLocked(xml::Scanner& scanner)
 {
     bool locked = true;

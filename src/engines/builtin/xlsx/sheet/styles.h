@@ -6,13 +6,13 @@
 
 namespace orrery::xlsx {
 
-/// What the cell formats of the workbook say about protection.
+/// The protection of the workbook's cell formats.
 class Styles {
 public:
-    /// `xml` is the styles part; empty where there is none. Throws Error(DamagedWorkbook).
+    /// `xml` is the styles part, or empty if there is none. Throws Error(DamagedWorkbook).
     Styles(std::string_view xml, std::string_view partName);
-    /// Whether cells of this format are locked once their sheet is protected; true where nothing is
-    /// said, and for a format that does not exist.
+    /// Whether cells of this format are locked when their sheet is protected; true by default, and
+    /// for a format that does not exist.
     bool IsLocked(std::size_t format) const;
 
 private:

@@ -11,16 +11,15 @@
 
 namespace orrery::xlsx {
 
-/// A text of the workbook's shared texts.
-struct SharedText {
+/// A text of a cell, as an index into the workbook's shared strings.
+struct SharedStringIndex {
     std::size_t index;
 };
 
-/// What is written into a cell.
-using WrittenValue = std::variant<std::int16_t, SharedText>;
+using WrittenValue = std::variant<std::int16_t, SharedStringIndex>;
 using WrittenValues = std::map<CellAddress, WrittenValue>;
 
-/// The formula as it reads with the current names.
+/// The formula with the current names.
 using FormulaChange = std::function<std::string(std::string formula)>;
 
 } // namespace orrery::xlsx

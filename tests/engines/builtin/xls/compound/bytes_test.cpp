@@ -26,7 +26,7 @@ bool IsDamage(const std::function<void()>& call)
     return false;
 }
 
-TEST(XlsBytesTest, NothingIsWrittenBehindTheEnd)
+TEST(XlsBytesTest, NothingIsWrittenPastTheEnd)
 {
     std::string bytes = "abcd";
     EXPECT_TRUE(IsDamage([&] { PutU8(bytes, 4, 1); }));
@@ -45,7 +45,7 @@ TEST(XlsBytesTest, ANumberOfADrawingStaysInTheSheet)
     EXPECT_TRUE(IsDamage([&] { number.Put(sheet, 0x41414141); }));
 }
 
-TEST(XlsBytesTest, ArtIsNotReadBehindItsEnd)
+TEST(XlsBytesTest, ArtIsNotReadPastItsEnd)
 {
     ArtStream art;
     EXPECT_TRUE(IsDamage([&] { art.U16(0); }));
@@ -54,12 +54,12 @@ TEST(XlsBytesTest, ArtIsNotReadBehindItsEnd)
     EXPECT_TRUE(IsDamage([&] { art.Place(3); }));
 }
 
-TEST(XlsBytesTest, AHeaderPictureWithoutFlagsCannotGoOn)
+TEST(XlsBytesTest, AHeaderPictureWithoutFlagsCannotBeContinued)
 {
     const auto model = test::RecordOf(RecordType::HeaderFooterPicture, "short");
     std::string records;
     GroupWriter writer(DrawingKind::HeaderFooter, model, records);
-    EXPECT_TRUE(IsDamage([&] { writer.Append(std::string(3 * kLongestRecord, 'a')); }));
+    EXPECT_TRUE(IsDamage([&] { writer.Append(std::string(3 * kMaxRecordSize, 'a')); }));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Real workbooks, where the folder with them is there.
+// Real workbooks, if the folder with them exists.
 
 #include "book/error.h"
 #include "engines/builtin/xls/compound/compound_writer.h"
@@ -47,7 +47,7 @@ void ExpectWrittenAsRead(const CompoundFile& file)
     CompoundWriter(file).SaveTo(folder / "saved.xls");
     const CompoundFile again(testing_support::BytesOf(folder / "saved.xls"));
     test::ExpectSame(test::SnapshotOf(again), test::SnapshotOf(file));
-    EXPECT_EQ(test::FaultOfTrees(again.Entries()), "");
+    EXPECT_EQ(test::FindTreeFault(again.Entries()), "");
 }
 
 TEST_F(CompoundCorpusTest, WritesEveryWorkbookAsItReadIt)
@@ -68,7 +68,7 @@ TEST_F(CompoundCorpusTest, WritesEveryWorkbookAsItReadIt)
     EXPECT_GT(files, 100U);
 }
 
-TEST_F(CompoundCorpusTest, BadFilesAreReadOrRefusedSoon)
+TEST_F(CompoundCorpusTest, BadFilesAreReadOrRefusedQuickly)
 {
     using Clock = std::chrono::steady_clock;
     std::size_t refused = 0;

@@ -75,7 +75,7 @@ INSTANTIATE_TEST_SUITE_P(Layouts, CompoundFileTest,
                                     std::to_string(test.param.seed);
                          });
 
-TEST(CompoundFileFindTest, KnowsNoCase)
+TEST(CompoundFileFindTest, IgnoresCase)
 {
     const CompoundFile file(BuildCompound({Stream(u"WORKBOOK", "w"), Storage(u"\u00C4", {})}));
     EXPECT_TRUE(file.Find("Workbook"));
@@ -84,9 +84,9 @@ TEST(CompoundFileFindTest, KnowsNoCase)
     EXPECT_FALSE(file.Find("Workbook", *file.Find("\u00E4")));
 }
 
-TEST(CompoundFileLargeTest, FollowsTheListOfSectorTables)
+TEST(CompoundFileLargeTest, FollowsTheListOfFatSectors)
 {
-    // Beyond 109 * 128 * 512 bytes the header alone cannot list the sector table.
+    // Beyond 109 * 128 * 512 bytes the header alone cannot list the FAT sectors.
     const std::string bytes = Noise(16'000'000, 1);
     for (const unsigned seed : {0U, 5U}) {
         const CompoundFile file(
@@ -96,8 +96,8 @@ TEST(CompoundFileLargeTest, FollowsTheListOfSectorTables)
     }
 }
 
-// A file whose sectors are, in this order: two long streams of 9 and 8 sectors, the mini stream
-// (from 17) with "ab" and "cd", the mini FAT (18), the directory (19, 20), the FAT (21).
+// A file with these sectors in order: two long streams of 9 and 8 sectors, the mini stream (from
+// 17) with "ab" and "cd", the mini FAT (18), the directory (19, 20), the FAT (21).
 constexpr std::size_t kFirstLong = 0;
 constexpr std::size_t kSecondLong = 9;
 constexpr std::size_t kMiniFat = 18;
@@ -139,7 +139,7 @@ struct Damage {
 
 class CompoundFileDamageTest : public testing::TestWithParam<Damage> {};
 
-TEST_P(CompoundFileDamageTest, IsRefusedSoon)
+TEST_P(CompoundFileDamageTest, IsRefusedQuickly)
 {
     std::string bytes = Sound();
     ASSERT_EQ(bytes.size(), SectorAt(kFat + 1));
@@ -209,12 +209,12 @@ INSTANTIATE_TEST_SUITE_P(
                "its header gives sectors an impossible size"},
         Damage{"CutInTheHeader", [](std::string& bytes) { bytes.resize(511); },
                "its header is cut off"},
-        Damage{"HeaderAlone", [](std::string& bytes) { bytes.resize(512); }, kPastEnd},
+        Damage{"OnlyHeader", [](std::string& bytes) { bytes.resize(512); }, kPastEnd},
         Damage{"CutInTheFat", [](std::string& bytes) { bytes.resize(SectorAt(kFat) + 8); },
                kNoEntryThere}),
     [](const auto& test) { return std::string(test.param.name); });
 
-TEST(CompoundFileDamageTest, OtherFilesAreNoWorkbooks)
+TEST(CompoundFileDamageTest, OtherFilesAreNotWorkbooks)
 {
     for (const std::string bytes : {"", "PK", "\xD0\xCF\x11\xE0"}) {
         try {
@@ -227,7 +227,7 @@ TEST(CompoundFileDamageTest, OtherFilesAreNoWorkbooks)
     }
 }
 
-TEST(CompoundFileDamageTest, ListOfSectorTablesInACircle)
+TEST(CompoundFileDamageTest, CyclicListOfFatSectors)
 {
     std::string bytes = BuildCompound({Stream(u"Workbook", std::string(16'000'000, 'x'))});
     const std::size_t difat = ReadU32(bytes, 68);
@@ -235,11 +235,11 @@ TEST(CompoundFileDamageTest, ListOfSectorTablesInACircle)
     std::string circle = bytes;
     PutU32(circle, SectorAt(difat) + 508, static_cast<std::uint32_t>(difat));
     EXPECT_THROW(CompoundFile{circle}, util::Error);
-    PutU32(bytes, SectorAt(difat), ReadU32(bytes, 76)); // a part of the table twice
+    PutU32(bytes, SectorAt(difat), ReadU32(bytes, 76)); // a part of the list twice
     EXPECT_THROW(CompoundFile{bytes}, util::Error);
 }
 
-// What is odd, but loses nothing.
+// Oddities that lose nothing.
 class CompoundFileOddityTest : public testing::TestWithParam<Damage> {};
 
 TEST_P(CompoundFileOddityTest, IsRead)
@@ -261,21 +261,21 @@ INSTANTIATE_TEST_SUITE_P(
         Put("MiniStreamLongerThanItsChain", EntryField(kRoot, kSizeField), 100000, ""),
         Put("ChildOfAStream", EntryField(kMini1, kChildField), 0, ""),
         Damage{"LastSectorIsShort", [](std::string& bytes) { bytes.resize(FatEntry(22)); }, ""},
-        Damage{"BytesBehindTheLastSector", [](std::string& bytes) { bytes += "x"; }, ""},
+        Damage{"BytesAfterTheLastSector", [](std::string& bytes) { bytes += "x"; }, ""},
         Damage{"MinorVersion", [](std::string& bytes) { PutU16(bytes, 24, 0x21); }, ""}),
     [](const auto& test) { return std::string(test.param.name); });
 
 TEST(CompoundFileOddityTest, ForgetsEntriesThatNoStorageLeadsTo)
 {
     std::string bytes = Sound();
-    PutU32(bytes, EntryField(kLong1, 72), kNoEntry); // cuts off the last
+    PutU32(bytes, EntryField(kLong1, 72), kNoEntry); // cuts off the last one
     PutU32(bytes, EntryField(kLong2, kStartField), 4000);
     const CompoundFile file(bytes);
     EXPECT_EQ(test::SnapshotOf(file).size(), 4U);
     EXPECT_EQ(file.Entry(kLong2).type, EntryType::Unallocated);
 }
 
-TEST(CompoundFileOddityTest, ReadsWhatIsThereOfAnImpossibleNameLength)
+TEST(CompoundFileOddityTest, ReadsANameOfImpossibleLengthToItsZero)
 {
     std::string bytes = Sound();
     for (const unsigned length : {0U, 1U, 5U, 66U, 0xFFFFU}) {

@@ -32,18 +32,18 @@ std::u16string Name(const std::string& ascii)
     return {ascii.begin(), ascii.end()};
 }
 
-/// The file that a writer makes; its trees are valid.
+/// The file that a writer makes; checks its trees.
 std::string Written(CompoundWriter writer)
 {
     const ScratchFolder folder;
     writer.SaveTo(folder / "out.xls");
     EXPECT_EQ(folder.Entries(), 1);
     std::string bytes = BytesOf(folder / "out.xls");
-    EXPECT_EQ(test::FaultOfTrees(CompoundFile(bytes).Entries()), "");
+    EXPECT_EQ(test::FindTreeFault(CompoundFile(bytes).Entries()), "");
     return bytes;
 }
 
-/// Some members of a storage, of all sizes, some of them storages.
+/// Random members of a storage, of all sizes; some are storages.
 std::vector<Node> RandomMembers(std::mt19937& random, int depth)
 {
     constexpr std::array<std::size_t, 10> kStreamSizes = {0,    63,   64,   65,    1000,
@@ -92,15 +92,15 @@ TEST(CompoundWriterTest, WritesTwoHundredEntries)
     test::ExpectSame(SnapshotOf(CompoundFile(Written(CompoundWriter(file)))), SnapshotOf(file));
 }
 
-TEST(CompoundWriterTest, WritesLargeFilesWithListsOfSectorTables)
+TEST(CompoundWriterTest, WritesLargeFilesWithListsOfFatSectors)
 {
-    // The 109 sectors of table that the header lists reach over 109 * 128 sectors: these, that of
-    // the directory, and the stream.
-    constexpr std::size_t kMost = (109 * 128 - 109 - 1) * 512;
-    for (const std::size_t size : {kMost, kMost + 1, std::size_t{20'000'000}}) {
+    // The 109 FAT sectors in the header describe 109 * 128 sectors: themselves, that of the
+    // directory, and the stream.
+    constexpr std::size_t kMax = (109 * 128 - 109 - 1) * 512;
+    for (const std::size_t size : {kMax, kMax + 1, std::size_t{20'000'000}}) {
         const CompoundFile file(BuildCompound({Stream(u"Workbook", Noise(size, 1))}));
         const std::string written = Written(CompoundWriter(file));
-        EXPECT_EQ(ReadU32(written, 72) > 0, size > kMost) << size;
+        EXPECT_EQ(ReadU32(written, 72) > 0, size > kMax) << size;
         test::ExpectSame(SnapshotOf(CompoundFile(written)), SnapshotOf(file));
     }
 }
@@ -185,7 +185,7 @@ TEST(CompoundWriterTest, CopiesStoragesUnderTheRoot)
     Snapshot written = SnapshotOf(CompoundFile(Written(writer)));
     for (Snapshot* snapshot : {&expected, &written})
         for (auto& [path, content] : *snapshot)
-            content.id = 0; // the copies' ids are new
+            content.id = 0; // copies have new ids
     test::ExpectSame(written, expected);
 }
 
@@ -215,7 +215,7 @@ TEST(CompoundWriterTest, RefusesNamesThatTheRootCannotTake)
     EXPECT_TRUE(writer.CopyStorage(1, std::string(31, 'x')));
 }
 
-TEST(CompoundWriterTest, DropsWhatWasUnreachable)
+TEST(CompoundWriterTest, DropsUnreachableEntries)
 {
     std::string bytes = BuildCompound({Stream(u"a", "1"), Stream(u"b", Noise(5000, 1))});
     const std::size_t directory = 512 * (1 + std::size_t{ReadU32(bytes, 48)});
@@ -226,7 +226,7 @@ TEST(CompoundWriterTest, DropsWhatWasUnreachable)
     EXPECT_FALSE(CompoundFile(written).Find("b"));
 }
 
-TEST(CompoundWriterSaveTest, LeavesTheOldFileWhereTheStreamCannotBeMade)
+TEST(CompoundWriterSaveTest, LeavesTheOldFileIfTheStreamCannotBeMade)
 {
     const ScratchFolder folder;
     const auto target = folder.Write("book.xls", "old");

@@ -29,7 +29,7 @@ TEST_P(CompareNamesTest, OrdersByLengthThenByCapitals)
 INSTANTIATE_TEST_SUITE_P(
     Names, CompareNamesTest,
     testing::Values(NameCase{"ShorterFirst", u"zz", u"aaa", std::weak_ordering::less},
-                    NameCase{"CaseAlone", u"WORKBOOK", u"Workbook", std::weak_ordering::equivalent},
+                    NameCase{"OnlyCase", u"WORKBOOK", u"Workbook", std::weak_ordering::equivalent},
                     NameCase{"UnderlineAfterCapitals", u"_a", u"za", std::weak_ordering::greater},
                     NameCase{"ControlFirst", u"\5Sum", u"aSum", std::weak_ordering::less},
                     NameCase{"Umlaut", u"\u00E4", u"\u00C4", std::weak_ordering::equivalent},
@@ -40,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
                     NameCase{"Kana", u"\u3041", u"\u3042", std::weak_ordering::less}),
     [](const auto& test) { return std::string(test.param.name); });
 
-/// A root with streams of random names, not linked.
+/// A root with unlinked streams of random names.
 Directory Streams(std::size_t count, unsigned seed)
 {
     std::mt19937 random(seed);
@@ -65,7 +65,7 @@ std::vector<EntryId> Ids(const Directory& directory)
     return ids;
 }
 
-/// Links all as one chain to the right, all black, in the given order.
+/// Links all entries as one chain to the right, all black, in the given order.
 void Chain(Directory& directory, const std::vector<EntryId>& ids)
 {
     directory[kRootEntry].child = ids.front();
@@ -86,7 +86,7 @@ TEST(BuildTreeTest, MakesAValidTreeOfAnyNumber)
     for (std::size_t count = 0; count < 300; ++count) {
         Directory directory = Streams(count, static_cast<unsigned>(count));
         BuildTree(directory, kRootEntry, Ids(directory));
-        EXPECT_EQ(test::FaultOfTree(directory, kRootEntry), "") << count;
+        EXPECT_EQ(test::FindTreeFault(directory, kRootEntry), "") << count;
         EXPECT_EQ(MembersOf(directory, kRootEntry).size(), count);
     }
 }
@@ -96,7 +96,7 @@ TEST(RepairTreeTest, LeavesAValidTree)
     Directory directory = Streams(4, 1);
     auto members = Ids(directory);
     BuildTree(directory, kRootEntry, members);
-    // A valid tree that is not the one that would be built: its deepest entry on the other side.
+    // A valid tree other than the one that would be built: its deepest entry is on the other side.
     members = MembersOf(directory, kRootEntry);
     directory[kRootEntry].child = members[1];
     directory[members[0]] = {.name = directory[members[0]].name, .type = EntryType::Stream};
@@ -107,13 +107,13 @@ TEST(RepairTreeTest, LeavesAValidTree)
     directory[members[2]].right = members[3];
     directory[members[3]] = {
         .name = directory[members[3]].name, .type = EntryType::Stream, .colour = EntryColour::Red};
-    ASSERT_EQ(test::FaultOfTree(directory, kRootEntry), "");
+    ASSERT_EQ(test::FindTreeFault(directory, kRootEntry), "");
     const std::string before = LinksOf(directory);
     RepairTree(directory, kRootEntry);
     EXPECT_EQ(LinksOf(directory), before);
 }
 
-TEST(RepairTreeTest, BuildsATreeAnewThatIsOutOfBalance)
+TEST(RepairTreeTest, RebuildsATreeThatIsOutOfBalance)
 {
     Directory directory = Streams(7, 1);
     BuildTree(directory, kRootEntry, Ids(directory));
@@ -121,13 +121,13 @@ TEST(RepairTreeTest, BuildsATreeAnewThatIsOutOfBalance)
     for (const EntryId id : members)
         directory[id].left = directory[id].right = kNoEntry;
     Chain(directory, members);
-    ASSERT_NE(test::FaultOfTree(directory, kRootEntry), "");
+    ASSERT_NE(test::FindTreeFault(directory, kRootEntry), "");
     RepairTree(directory, kRootEntry);
-    EXPECT_EQ(test::FaultOfTree(directory, kRootEntry), "");
+    EXPECT_EQ(test::FindTreeFault(directory, kRootEntry), "");
     EXPECT_EQ(MembersOf(directory, kRootEntry), members);
 }
 
-TEST(RepairTreeTest, BuildsATreeAnewThatIsOutOfOrderOrHasTwoRedsInARow)
+TEST(RepairTreeTest, RebuildsATreeThatIsOutOfOrderOrHasTwoRedsInARow)
 {
     Directory directory = Streams(3, 1);
     directory[1].name = u"b";
@@ -142,10 +142,10 @@ TEST(RepairTreeTest, BuildsATreeAnewThatIsOutOfOrderOrHasTwoRedsInARow)
     directory[1].colour = EntryColour::Red;
     RepairTree(directory, kRootEntry);
     EXPECT_EQ(directory[1].colour, EntryColour::Black);
-    EXPECT_EQ(test::FaultOfTree(directory, kRootEntry), "");
+    EXPECT_EQ(test::FindTreeFault(directory, kRootEntry), "");
 }
 
-TEST(LinkParentsTest, ForgetsWhatNoStorageLeadsTo)
+TEST(LinkParentsTest, DropsEntriesThatNoStorageLeadsTo)
 {
     Directory directory = Streams(3, 1);
     directory[kRootEntry].child = 2;
@@ -174,7 +174,7 @@ TEST(LinkParentsTest, GoesDownAnyDepth)
     EXPECT_EQ(inStorages.back().parent, kDepth - 2);
     LinkParents(inOneTree);
     RepairTree(inOneTree, kRootEntry);
-    EXPECT_EQ(test::FaultOfTree(inOneTree, kRootEntry), "");
+    EXPECT_EQ(test::FindTreeFault(inOneTree, kRootEntry), "");
 }
 
 void ExpectDamage(Directory directory, const std::string& cause)
@@ -189,7 +189,7 @@ void ExpectDamage(Directory directory, const std::string& cause)
     }
 }
 
-TEST(LinkParentsTest, RefusesCirclesStrangersAndDoubles)
+TEST(LinkParentsTest, RefusesCyclesInvalidLinksAndDuplicates)
 {
     Directory directory = Streams(3, 1);
     Chain(directory, {1, 2, 3});

@@ -1,7 +1,8 @@
-"""Makes the encrypted fixtures: encrypted_libreoffice.xls, a workbook that LibreOffice saves with the
-password that programs try by themselves, and encrypted_*.stream, the workbook stream that it saves
-without one: plain, and in every method that there is. Their ciphers are written here once more, from
-[MS-OFFCRYPTO] 2.3.5 to 2.3.7 and [MS-XLS] 2.2.10, and in the documents' own way: with tables.
+"""Makes the encrypted fixtures: encrypted_libreoffice.xls, a workbook that LibreOffice saves with
+the default password, which programs try by themselves, and encrypted_*.stream, the workbook stream
+that it saves without a password: plain, and encrypted by every method. The ciphers are implemented
+here independently, from [MS-OFFCRYPTO] 2.3.5 to 2.3.7 and [MS-XLS] 2.2.10, with tables as in these
+documents.
 
 Needs LibreOffice, python3-uno and python3-xlwt."""
 import hashlib
@@ -46,7 +47,7 @@ def records(stream):
 
 
 def with_filepass(stream, info):
-    """The stream with a FILEPASS record behind its first one; nothing is encrypted."""
+    """The stream with a FILEPASS record after its first record; nothing is encrypted."""
     first = 4 + struct.unpack_from("<H", stream, 2)[0]
     added = struct.pack("<HH", FILEPASS, len(info)) + info
     out = bytearray(stream)
@@ -185,7 +186,7 @@ def property_value(name, value):
 
 
 def save_with_libreoffice(source, targets):
-    """Saves a workbook once for every (path, password or None)."""
+    """Saves a workbook for each (path, password or None)."""
     with tempfile.TemporaryDirectory() as profile:
         office = subprocess.Popen([
             "soffice", "-env:UserInstallation=file://" + profile, "--headless", "--norestore",
@@ -212,7 +213,7 @@ def save_with_libreoffice(source, targets):
 
 
 def stream_of(path):
-    """The workbook stream, which LibreOffice writes in one piece; zeros follow its last record."""
+    """The workbook stream, which LibreOffice writes contiguously; zeros follow its last record."""
     whole = path.read_bytes()
     begin = whole.index(struct.pack("<HHHH", BOF, 16, 0x600, 5))
     at, depth = begin, 0

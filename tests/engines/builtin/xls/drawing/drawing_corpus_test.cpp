@@ -22,7 +22,7 @@ namespace {
 struct Book {
     std::string name;
     std::string group;       // the records of its drawing group
-    std::string headerGroup; // and of that of its headers and footers
+    std::string headerGroup; // the same for headers and footers
     std::vector<std::string> sheets;
 };
 
@@ -51,7 +51,7 @@ Book ReadBook(const CorpusStream& stream)
     return book;
 }
 
-/// What the table of a group says.
+/// The content of a group's table.
 struct IdTable {
     std::uint32_t highest = 0;
     std::uint32_t shapes = 0;
@@ -110,7 +110,7 @@ TEST_F(DrawingCorpusTest, EveryDrawingIsUnderstood)
     EXPECT_GT(shapes, 800U);
 }
 
-/// Copies every sheet so many times and checks the ids of all.
+/// Copies every sheet that many times and checks all ids.
 void CheckCopies(const Book& book, DrawingKind kind, const std::string& records, int copies)
 {
     const std::size_t skip = kind == DrawingKind::HeaderFooter ? 14 : 0;
@@ -214,7 +214,7 @@ TEST_F(DrawingCorpusTest, FindsTheTable)
     }
 }
 
-/// Copies a sheet whose bytes were changed at random.
+/// Copies a sheet with random changes in its bytes.
 void CopyDamaged(const std::string& group, const std::string& sheet)
 {
     try {
@@ -243,7 +243,7 @@ void CopyDamaged(const std::string& group, const std::string& sheet)
     }
 }
 
-/// The offsets of the data of records that hold drawings, objects and tables.
+/// The offsets of the data of records that contain drawings, objects and tables.
 std::vector<std::size_t> InterestingBytes(const std::string& sheet)
 {
     std::vector<std::size_t> bytes;

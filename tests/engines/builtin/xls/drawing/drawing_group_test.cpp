@@ -21,7 +21,7 @@ std::string GroupRecords(std::string_view art)
     return RecordOf(RecordType::MsoDrawingGroup, art);
 }
 
-/// The art of records without their headers.
+/// The art in records, without their headers.
 std::string Joined(std::string_view records, std::size_t skip = 0)
 {
     std::string art;
@@ -38,7 +38,7 @@ std::string RecordsOf(const DrawingGroup& group)
     return records;
 }
 
-/// Copies a sheet so many times; the bytes of the last copy.
+/// Copies a sheet that many times; returns the bytes of the last copy.
 std::string Copied(DrawingGroup& group, std::string_view sheet, int times = 1)
 {
     const auto places = FindDrawings(sheet);
@@ -75,7 +75,7 @@ TEST(DrawingGroupTest, ACopyGetsADrawingIdAndClustersOfItsOwn)
     EXPECT_EQ(RecordsOf(group), GroupRecords(GroupOf({0x1001, 4, 8, 3, 1, 3, 2, 2, 3, 2})));
 }
 
-TEST(DrawingGroupTest, EveryCopyGetsOthersAndAlwaysTheSame)
+TEST(DrawingGroupTest, EveryCopyGetsNewIdsThatAreTheSameInEveryRun)
 {
     const auto records = GroupRecords(GroupOf({0x402, 2, 2, 1, 1, 2}));
     const auto sheet = SheetWithArt(DrawingOf(1, 2, 0x401, ShapeOf(0x400) + ShapeOf(0x401)));
@@ -90,11 +90,11 @@ TEST(DrawingGroupTest, EveryCopyGetsOthersAndAlwaysTheSame)
     EXPECT_FALSE(group.Changed());
 }
 
-TEST(DrawingGroupTest, WhatNamesShapesFollowsThem)
+TEST(DrawingGroupTest, ReferencesToShapesGetTheNewIds)
 {
     const auto rules =
         ContainerOf(0xF005, ArtOf(0xF012, LongNumbers({2, 0x401, 0x802, 0x401, 5, 6})) +
-                                ArtOf(0xF017, LongNumbers({4, 0}))); // names none
+                                ArtOf(0xF017, LongNumbers({4, 0}))); // unknown ids
     const auto sheet =
         SheetWithArt(DrawingOf(1, 3, 0x802,
                                ShapeOf(0x401, PropertiesOf({{0x008A, 0x802}, {0x0301, 0x9000}})) +
@@ -115,7 +115,7 @@ TEST(DrawingGroupTest, ManyShapesFillSeveralClusters)
 {
     std::string shapes;
     for (std::uint32_t i = 0; i < 1030; ++i)
-        shapes += ShapeOf(0x77); // of a program that gives them all the same id
+        shapes += ShapeOf(0x77); // a program that gives all of them the same id
     const auto sheet = SheetWithArt(DrawingOf(1, 1030, 0x77, shapes));
     const auto records = GroupRecords(GroupOf({0x78, 1, 1030, 1}));
     DrawingGroup group(DrawingKind::Sheet, records);
@@ -159,9 +159,9 @@ TEST(DrawingGroupTest, ASecondRecordOfTheSameTypeStays)
 {
     const auto art = GroupOf({0x402, 2, 2, 1, 1, 2}, PictureOf(1, 30'000));
     std::string records;
-    for (std::size_t i = 0; i * kLongestRecord < art.size(); ++i)
+    for (std::size_t i = 0; i * kMaxRecordSize < art.size(); ++i)
         records += RecordOf(i < 2 ? RecordType::MsoDrawingGroup : RecordType::Continue,
-                            art.substr(i * kLongestRecord, kLongestRecord));
+                            art.substr(i * kMaxRecordSize, kMaxRecordSize));
     DrawingGroup group(DrawingKind::Sheet, records);
     Copied(group, SheetWithArt(DrawingOf(1, 1, 0x400, ShapeOf(0x400))));
     const auto changed = RecordsOf(group);
@@ -204,7 +204,7 @@ TEST(DrawingGroupTest, HeaderPicturesHaveAGroupOfTheirOwn)
     EXPECT_FALSE(reader.Next());
 }
 
-TEST(DrawingGroupTest, WhereThereIsNoGroupNoneIsMade)
+TEST(DrawingGroupTest, DoesNotCreateAMissingGroup)
 {
     const auto sheet = SheetWithArt(DrawingOf(1, 1, 0x400, ShapeOf(0x400)));
     DrawingGroup group(DrawingKind::Sheet, {});
@@ -228,7 +228,7 @@ void ExpectNotCopied(DrawingGroup group, const DrawingPlaces& places, std::strin
     }
 }
 
-TEST(DrawingGroupTest, DamageIsSaid)
+TEST(DrawingGroupTest, ReportsDamage)
 {
     const auto whole = GroupRecords(GroupOf({0x402, 2, 2, 1, 1, 2}));
     const auto places = FindDrawings(SheetWithArt(DrawingOf(1, 1, 0x400, ShapeOf(0x400))));
@@ -242,7 +242,7 @@ TEST(DrawingGroupTest, DamageIsSaid)
     }
 }
 
-TEST(DrawingGroupTest, IdsEndSomewhere)
+TEST(DrawingGroupTest, ReportsWhenIdsRunOut)
 {
     const auto sheet = SheetWithArt(DrawingOf(1, 1, 0x400, ShapeOf(0x400)));
     const auto places = FindDrawings(sheet);

@@ -42,7 +42,7 @@ std::vector<std::uint32_t> Values(const std::vector<ArtNumber>& numbers)
     return values;
 }
 
-/// What names shapes: the index of the shape.
+/// References to shapes, as indexes of the shapes.
 std::vector<std::uint32_t> Named(const Drawing& drawing)
 {
     std::vector<std::uint32_t> shapes;
@@ -76,7 +76,7 @@ TEST(DrawingPlacesTest, FindsTheIdsOfADrawing)
     EXPECT_EQ(Values(drawing.shapes), (Ids{0x400, 0x402}));
 }
 
-TEST(DrawingPlacesTest, FindsTheIdsThatRulesAndPropertiesName)
+TEST(DrawingPlacesTest, FindsTheIdsInRulesAndProperties)
 {
     const auto rules =
         ContainerOf(0xF005, ArtOf(0xF012, LongNumbers({2, 0x401, 0x402, 0x403, 0, 0})) +
@@ -85,7 +85,7 @@ TEST(DrawingPlacesTest, FindsTheIdsThatRulesAndPropertiesName)
     const auto former = ArtOf(0xF11D, LongNumbers({0x406}));
     const auto properties =
         PropertiesOf({{0x008A, 0x407}, {0x00BF, 0x401}, {0x0301, 0x408}}) +
-        PropertiesOf({{0x808A, 0x401}}, 0xF122); // complex: the size of its data
+        PropertiesOf({{0x808A, 0x401}}, 0xF122); // complex: this is the size of its data
     std::string shapes = ShapeOf(0x400, former + properties);
     for (std::uint32_t id = 0x401; id <= 0x408; ++id)
         shapes += ShapeOf(id);
@@ -95,7 +95,7 @@ TEST(DrawingPlacesTest, FindsTheIdsThatRulesAndPropertiesName)
     EXPECT_EQ(Named(places.drawings[0]), (Ids{6, 7, 8, 1, 2, 3, 4, 5}));
 }
 
-TEST(DrawingPlacesTest, NamesOfShapesThatAreNotThereAreLeftOut)
+TEST(DrawingPlacesTest, IgnoresReferencesToMissingShapes)
 {
     const auto rules = ContainerOf(0xF005, ArtOf(0xF014, LongNumbers({4, 0})) +
                                                ArtOf(0xF017, LongNumbers({6, 0x905})));
@@ -117,7 +117,7 @@ TEST(DrawingPlacesTest, CountsPicturesWhereverTheyAreUsed)
     EXPECT_EQ(FindDrawings(SheetOf(DrawingRecord(art))).drawings.at(0).pictures, (Ids{3, 3, 1, 4}));
 }
 
-TEST(DrawingPlacesTest, ReadsOnBehindObjectsAndTheirTexts)
+TEST(DrawingPlacesTest, ContinuesAfterObjectsAndTheirTexts)
 {
     const auto art = DrawingOf(
         1, 4, 0x403, ContainerOf(0xF003, ShapeOf(0x401) + ShapeOf(0x402) + ShapeOf(0x403)));
@@ -134,7 +134,7 @@ TEST(DrawingPlacesTest, ReadsOnBehindObjectsAndTheirTexts)
     EXPECT_EQ(Values(places.drawings.at(0).shapes), (Ids{0x401, 0x402, 0x403}));
 }
 
-TEST(DrawingPlacesTest, PutsNumbersThatLieInTwoRecords)
+TEST(DrawingPlacesTest, WritesNumbersThatAreSplitOverTwoRecords)
 {
     const auto art = DrawingOf(1, 1, 0x12345, ShapeOf(0x12345));
     for (std::size_t cut = 1; cut < art.size(); ++cut) {
@@ -166,7 +166,7 @@ TEST(DrawingPlacesTest, ChartsHaveDrawingsOfTheirOwn)
     EXPECT_EQ(Values(places.drawings[1].shapes), (Ids{0x800}));
 }
 
-TEST(DrawingPlacesTest, TheSelectionNamesShapesOfItsSheet)
+TEST(DrawingPlacesTest, TheSelectionRefersToShapesOfItsSheet)
 {
     const auto selection = RecordOf(RecordType::MsoDrawingSelection,
                                     ArtOf(0xF119, LongNumbers({2, 0, 0x401, 0x401, 0x402})));

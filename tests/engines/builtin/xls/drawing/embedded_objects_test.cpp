@@ -9,8 +9,8 @@ namespace {
 
 using namespace test;
 
-/// The part of an OBJ record that says where the data of a picture lie, for a token and what
-/// follows the formula.
+/// The part of an OBJ record that gives the place of a picture's data, with a token and the data
+/// after the formula.
 std::string PicturePart(std::uint8_t token, std::string_view more)
 {
     std::string formula = Numbers({5, 0, 0}); // the expression's size, four unused bytes
@@ -51,7 +51,7 @@ TEST(EmbeddedObjectsTest, AControlNamesItsPlaceInTheStream)
     EXPECT_EQ(places.controls[0].size, 0x10U);
 }
 
-TEST(EmbeddedObjectsTest, WhatIsNotInTheFileHasNone)
+TEST(EmbeddedObjectsTest, IgnoresObjectsOutsideTheFile)
 {
     const auto sheet = SheetOf(ObjectOf(1, PicturePart(0x3A, LongNumbers({0x74}))) + // linked
                                ObjectOf(1, PicturePart(2, "ab")) +                   // cut off

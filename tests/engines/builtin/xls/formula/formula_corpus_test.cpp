@@ -30,7 +30,7 @@ protected:
     std::vector<CorpusStream> streams_;
 };
 
-/// How many sheets and names formulas can name.
+/// The number of sheets and names that formulas can refer to.
 struct Limits {
     std::size_t sheets = 0;
     std::size_t names = 0;
@@ -57,7 +57,7 @@ bool IsWithin(std::string_view rgce, const FormulaUse& use, const Limits& limits
     return ReadU16(rgce, use.sheetAt) < limits.sheets;
 }
 
-TEST_F(FormulaCorpusTest, EveryFormulaIsReadToItsEndAndNamesWhatIsThere)
+TEST_F(FormulaCorpusTest, EveryFormulaIsReadToItsEndAndRefersToWhatExists)
 {
     std::size_t formulas = 0;
     std::size_t uses = 0;
@@ -114,7 +114,7 @@ TEST_F(FormulaCorpusTest, DamagedFormulasDoNoHarm)
             while (const auto token = reader.Next()) {
                 ASSERT_LE(token->End(), rgce.size());
                 UseOf(*token);
-                IsRestless(rgce, *token);
+                IsVolatile(rgce, *token);
                 ++tokens;
             }
         });
@@ -131,7 +131,7 @@ TEST_F(FormulaCorpusTest, DamagedRecordsDoNoHarm)
     for (const auto& [name, stream] : streams_) {
         std::string damaged = stream;
         RecordReader reader(stream);
-        while (const auto record = reader.Next()) { // headers stay, data does not
+        while (const auto record = reader.Next()) { // headers stay, data is changed
             for (std::size_t at = random() % 24; at < record->data.size(); at += 1 + random() % 48)
                 damaged[record->DataBegin() + at] = static_cast<char>(random());
         }
@@ -142,11 +142,11 @@ TEST_F(FormulaCorpusTest, DamagedRecordsDoNoHarm)
     }
 }
 
-/// The table with its CONTINUE records, and where it begins.
+/// The table with its CONTINUE records, and its offset.
 struct Table {
     std::size_t begin = 0;
     std::string_view sst;
-    std::string_view extSst; ///< empty where there is none
+    std::string_view extSst; ///< empty if there is none
 };
 Table FindTable(std::string_view stream)
 {
@@ -165,16 +165,16 @@ Table FindTable(std::string_view stream)
     return table;
 }
 
-TEST_F(FormulaCorpusTest, ExtSstComesOutAsExcelWroteIt)
+TEST_F(FormulaCorpusTest, ExtSstIsWrittenAsByExcel)
 {
-    const std::string stale = "edr-Test_git_issue_217.xls"; // names places of a former stream
+    const std::string stale = "edr-Test_git_issue_217.xls"; // has the offsets of an older stream
     std::size_t equal = 0;
     for (const auto& [name, stream] : streams_) {
         const auto table = FindTable(stream);
         if (table.sst.empty() || table.extSst.empty())
             continue;
         const auto made = ExtSstRecord(table.sst, table.begin);
-        // Some programs make fewer entries of more texts, some leave rubbish behind the entries.
+        // Some programs write fewer entries for more strings, some leave garbage after the entries.
         const bool byTheRule = made.size() == table.extSst.size() &&
                                ReadU16(made, kRecordHeader) == ReadU16(table.extSst, kRecordHeader);
         EXPECT_EQ(made == table.extSst, byTheRule && name != stale) << name;
@@ -183,7 +183,7 @@ TEST_F(FormulaCorpusTest, ExtSstComesOutAsExcelWroteIt)
     EXPECT_GT(equal, 90U);
 }
 
-TEST_F(FormulaCorpusTest, EveryTableTakesNewTexts)
+TEST_F(FormulaCorpusTest, EveryTableTakesNewStrings)
 {
     for (const auto& [name, stream] : streams_) {
         const auto table = FindTable(stream);

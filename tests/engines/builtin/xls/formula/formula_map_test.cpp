@@ -32,7 +32,7 @@ std::string Chart(const std::string& rgce)
     return records;
 }
 
-/// Sheets 5 become 9, names 7 become 300, names 7 of sheets 5 become 12.
+/// Sheet 5 becomes 9, name 7 becomes 300, name 7 of sheet 5 becomes 12.
 FormulaMap OtherNumbers()
 {
     return {[](std::uint16_t sheet) { return static_cast<std::uint16_t>(sheet == 5 ? 9 : sheet); },
@@ -70,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "\x3A\x09\0rrcc\xFF\x3A\5\0rrcc"s}),
     [](const auto& test) { return std::string(test.param.name); });
 
-TEST(FormulaFactsTest, CollectsWhatCellsName)
+TEST(FormulaFactsTest, CollectsWhatCellsReferTo)
 {
     const auto facts = ReadFacts(Cell("\x3A\5\0rrcc\x3B\6\0rrrrcccc\x03"s) + Cell("\x3A\5\0rrcc"s) +
                                  Cell("\x43\7\0\0\0"s) + Cell("\x39\2\0\1\0\0\0"s));
@@ -91,7 +91,7 @@ TEST(FormulaFactsTest, AnUnknownTokenMayReadAnything)
     EXPECT_TRUE(ReadFacts(torn).readsElsewhere);
 }
 
-TEST(FormulaFactsTest, ChartsHaveNoResultsToGrowStale)
+TEST(FormulaFactsTest, ChartsHaveNoStaleResults)
 {
     const auto facts = ReadFacts(Chart("\x3A\5\0rrcc\x41\xDD\0"s));
     EXPECT_TRUE(facts.sheets.empty());

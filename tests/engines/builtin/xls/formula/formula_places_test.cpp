@@ -25,7 +25,7 @@ std::string Zeros(std::size_t count)
     return std::string(count, '\0');
 }
 
-/// An expression behind its size.
+/// An expression after its size.
 std::string SizedTokens(const std::string& rgce)
 {
     return Number(static_cast<std::uint16_t>(rgce.size())) + rgce;
@@ -56,7 +56,7 @@ struct Found {
     std::vector<std::string> formulas;
 };
 
-/// The expressions of a record that stands between others.
+/// The expressions of a record between others.
 Found FindIn(RecordType type, std::string_view data)
 {
     std::string records;
@@ -86,7 +86,7 @@ TEST_P(FormulaPlacesTest, FindsEveryFormula)
     EXPECT_EQ(found.formulas, GetParam().formulas);
 }
 
-TEST_P(FormulaPlacesTest, StaysInsideARecordThatIsCutOff)
+TEST_P(FormulaPlacesTest, StaysInsideATruncatedRecord)
 {
     const auto& data = GetParam().data;
     for (std::size_t size = 0; size < data.size(); ++size) {
@@ -145,7 +145,7 @@ std::vector<PlaceCase> Rules()
             {"ValidationWithoutFormula", RecordType::DataValidation, validation("", ""), {}}};
 }
 
-/// A rule of that kind; `format` with its size.
+/// A rule of that kind; `format` includes its size.
 std::string Rule12(char kind, const std::string& format, const std::string& more)
 {
     return Zeros(12) + kind + '\1' + Number(3) + Number(0) + format + "one" +
@@ -231,7 +231,7 @@ INSTANTIATE_TEST_SUITE_P(Rules, FormulaPlacesTest, testing::ValuesIn(Rules()), k
 INSTANTIATE_TEST_SUITE_P(Rules12, FormulaPlacesTest, testing::ValuesIn(Rules12()), kCaseName);
 INSTANTIATE_TEST_SUITE_P(Objects, FormulaPlacesTest, testing::ValuesIn(Objects()), kCaseName);
 
-TEST(FormulaPlacesTest, SaysWhereAnAnnouncedFormulaIsMissing)
+TEST(FormulaPlacesTest, ReportsAMissingFormula)
 {
     EXPECT_FALSE(FindIn(RecordType::Formula, Zeros(20) + "\x04\0one"s).complete);
     EXPECT_FALSE(FindIn(RecordType::Formula, Zeros(5)).complete);
@@ -243,7 +243,7 @@ TEST(FormulaPlacesTest, SaysWhereAnAnnouncedFormulaIsMissing)
     EXPECT_FALSE(FindIn(RecordType::TextObject, Zeros(16) + "\xFF\xFFone").complete);
 }
 
-TEST(FormulaPlacesTest, GivesWhatComesBeforeTheMissing)
+TEST(FormulaPlacesTest, VisitsFormulasBeforeTheMissingOne)
 {
     const auto found =
         FindIn(RecordType::DataValidation, Zeros(4) + Text("") + Text("") + Text("") + Text("") +

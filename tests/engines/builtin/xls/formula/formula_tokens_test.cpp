@@ -9,7 +9,7 @@ namespace {
 
 using namespace std::string_literals;
 
-/// The ids of the tokens; -1 at the end where the expression cannot be read to its end.
+/// The ids of the tokens; -1 at the end if the expression cannot be read to its end.
 std::vector<int> Ids(std::string_view rgce)
 {
     std::vector<int> ids;
@@ -34,16 +34,16 @@ struct WalkCase {
 };
 class FormulaWalkTest : public testing::TestWithParam<WalkCase> {};
 
-TEST_P(FormulaWalkTest, GivesTokenAfterToken)
+TEST_P(FormulaWalkTest, ReadsTokenAfterToken)
 {
     EXPECT_EQ(Ids(GetParam().rgce), GetParam().ids);
 }
 
-TEST_P(FormulaWalkTest, DoesNotGuessBehindATornToken)
+TEST_P(FormulaWalkTest, StopsAtATruncatedToken)
 {
     const auto& rgce = GetParam().rgce;
     for (std::size_t size = 1; size < rgce.size(); ++size) {
-        const auto ids = Ids(rgce.substr(0, size)); // whole tokens of it, or told
+        const auto ids = Ids(rgce.substr(0, size)); // whole tokens of it, or -1 at the end
         for (std::size_t i = 0; i + 1 < ids.size(); ++i)
             EXPECT_EQ(ids[i], GetParam().ids[i]);
     }
@@ -90,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
         WalkCase{"ExternName", "\x39......\x59......\x79......"s, {0x39, 0x39, 0x39}}),
     [](const auto& test) { return std::string(test.param.name); });
 
-TEST(FormulaWalkTest, StopsAtWhatItDoesNotKnow)
+TEST(FormulaWalkTest, StopsAtAnUnknownToken)
 {
     for (const auto& unknown :
          {"\0"s, "\x1A......."s, "\x1B......."s, "\x18\x04...."s, "\x18\x19...."s, "\x19\0.."s,
@@ -99,7 +99,7 @@ TEST(FormulaWalkTest, StopsAtWhatItDoesNotKnow)
         EXPECT_EQ(Ids("\x15"s + unknown + "\x15"), (std::vector{0x15, -1}));
 }
 
-TEST(FormulaWalkTest, AJumpTableIsNotBelievedBeyondTheEnd)
+TEST(FormulaWalkTest, AJumpTableMustFit)
 {
     EXPECT_EQ(Ids("\x19\x04\xFF\xFF..."s), std::vector{-1});
     EXPECT_EQ(Ids("\x17\xFF\x01..."s), std::vector{-1});
@@ -112,13 +112,13 @@ FormulaToken First(std::string_view rgce)
 
 struct UseCase {
     const char* name;
-    std::string rgce; ///< the token is the second one
+    std::string rgce; ///< the token is its second one
     FormulaUse::Kind kind;
     std::size_t sheetAt;
     std::size_t nameAt;
 };
 class FormulaUseTest : public testing::TestWithParam<UseCase> {};
-TEST_P(FormulaUseTest, SaysWhereTheNumbersLie)
+TEST_P(FormulaUseTest, FindsTheIndexes)
 {
     FormulaTokenReader reader(GetParam().rgce);
     EXPECT_FALSE(UseOf(*reader.Next()));
@@ -130,41 +130,41 @@ TEST_P(FormulaUseTest, SaysWhereTheNumbersLie)
 }
 INSTANTIATE_TEST_SUITE_P(
     Tokens, FormulaUseTest,
-    testing::Values(UseCase{"Cell", "\x1E\1\0\x3A\5\0...."s, FormulaUse::Kind::Sheet, 4, 0},
-                    UseCase{"Area", "\x1E\1\0\x7B\5\0........"s, FormulaUse::Kind::Sheet, 4, 0},
-                    UseCase{"LostCell", "\x1E\1\0\x5C\5\0...."s, FormulaUse::Kind::Sheet, 4, 0},
-                    UseCase{"LostArea", "\x1E\1\0\x3D\5\0........"s, FormulaUse::Kind::Sheet, 4, 0},
-                    UseCase{"Name", "\x1E\1\0\x43\7\0\0\0"s, FormulaUse::Kind::Name, 0, 4},
-                    UseCase{"ExternName", "\x1E\1\0\x39\5\0\7\0\0\0"s, FormulaUse::Kind::ExternName,
-                            4, 6}),
+    testing::Values(
+        UseCase{"Cell", "\x1E\1\0\x3A\5\0...."s, FormulaUse::Kind::Sheet, 4, 0},
+        UseCase{"Area", "\x1E\1\0\x7B\5\0........"s, FormulaUse::Kind::Sheet, 4, 0},
+        UseCase{"DeletedCell", "\x1E\1\0\x5C\5\0...."s, FormulaUse::Kind::Sheet, 4, 0},
+        UseCase{"DeletedArea", "\x1E\1\0\x3D\5\0........"s, FormulaUse::Kind::Sheet, 4, 0},
+        UseCase{"Name", "\x1E\1\0\x43\7\0\0\0"s, FormulaUse::Kind::Name, 0, 4},
+        UseCase{"ExternName", "\x1E\1\0\x39\5\0\7\0\0\0"s, FormulaUse::Kind::ExternName, 4, 6}),
     [](const auto& test) { return std::string(test.param.name); });
 
-struct RestlessCase {
+struct VolatileCase {
     const char* name;
     std::string rgce;
     bool restless;
 };
-class RestlessTest : public testing::TestWithParam<RestlessCase> {};
-TEST_P(RestlessTest, KnowsFunctionsThatReadAnything)
+class VolatileTest : public testing::TestWithParam<VolatileCase> {};
+TEST_P(VolatileTest, KnowsFunctionsThatReadAnything)
 {
-    EXPECT_EQ(IsRestless(GetParam().rgce, First(GetParam().rgce)), GetParam().restless);
+    EXPECT_EQ(IsVolatile(GetParam().rgce, First(GetParam().rgce)), GetParam().restless);
 }
-INSTANTIATE_TEST_SUITE_P(Tokens, RestlessTest,
-                         testing::Values(RestlessCase{"Rand", "\x41\x3F\0"s, true},
-                                         RestlessCase{"Now", "\x41\x4A\0"s, true},
-                                         RestlessCase{"Offset", "\x22\x03\x4E\0"s, true},
-                                         RestlessCase{"Cell", "\x42\x02\x7D\0"s, true},
-                                         RestlessCase{"Indirect", "\x22\x01\x94\0"s, true},
-                                         RestlessCase{"Today", "\x41\xDD\0"s, true},
-                                         RestlessCase{"Info", "\x41\xF4\0"s, true},
-                                         RestlessCase{"GetPivotData", "\x42\x02\x66\x01"s, true},
-                                         RestlessCase{"Sum", "\x42\x3F\x04\0"s, false},
-                                         RestlessCase{"Date", "\x41\x41\0"s, false},
-                                         RestlessCase{"UserDefined", "\x42\x02\xFF\0"s, false},
-                                         RestlessCase{"VolatileMark", "\x19\x01\0\0"s, true},
-                                         RestlessCase{"VolatileBlanks", "\x19\x41\0\1"s, true},
-                                         RestlessCase{"Blanks", "\x19\x40\0\1"s, false},
-                                         RestlessCase{"Number", "\x1E\x3F\0"s, false}),
+INSTANTIATE_TEST_SUITE_P(Tokens, VolatileTest,
+                         testing::Values(VolatileCase{"Rand", "\x41\x3F\0"s, true},
+                                         VolatileCase{"Now", "\x41\x4A\0"s, true},
+                                         VolatileCase{"Offset", "\x22\x03\x4E\0"s, true},
+                                         VolatileCase{"Cell", "\x42\x02\x7D\0"s, true},
+                                         VolatileCase{"Indirect", "\x22\x01\x94\0"s, true},
+                                         VolatileCase{"Today", "\x41\xDD\0"s, true},
+                                         VolatileCase{"Info", "\x41\xF4\0"s, true},
+                                         VolatileCase{"GetPivotData", "\x42\x02\x66\x01"s, true},
+                                         VolatileCase{"Sum", "\x42\x3F\x04\0"s, false},
+                                         VolatileCase{"Date", "\x41\x41\0"s, false},
+                                         VolatileCase{"UserDefined", "\x42\x02\xFF\0"s, false},
+                                         VolatileCase{"VolatileMark", "\x19\x01\0\0"s, true},
+                                         VolatileCase{"VolatileBlanks", "\x19\x41\0\1"s, true},
+                                         VolatileCase{"Blanks", "\x19\x40\0\1"s, false},
+                                         VolatileCase{"Number", "\x1E\x3F\0"s, false}),
                          [](const auto& test) { return std::string(test.param.name); });
 
 } // namespace

@@ -58,7 +58,7 @@ TEST(ReferencesTest, NamesOfTheModelAreRepeatedForItsCopies)
     EXPECT_EQ(references.MapFor(1).name(0), 0U);
 }
 
-TEST(ReferencesTest, ANameOfTheWorkbookThatRefersToTheModelGetsATwin)
+TEST(ReferencesTest, NamesOfTheWorkbookThatReferToTheModelAreRepeated)
 {
     const auto stream =
         StreamWith(NameOf("Far", 0, CellOn(0)) + NameOf("Near", 0, CellOn(1)) +
@@ -69,7 +69,7 @@ TEST(ReferencesTest, ANameOfTheWorkbookThatRefersToTheModelGetsATwin)
     EXPECT_EQ(references.MapFor(2).name(2), 6U);
 }
 
-TEST(ReferencesTest, NoTwinWhereTheModelHasItsOwn)
+TEST(ReferencesTest, NamesThatTheModelHasItselfAreNotRepeated)
 {
     const auto stream = StreamWith(NameOf("Near", 0, CellOn(1)) + NameOf("NEAR", 2, CellOn(0)));
     const Globals globals(stream);
@@ -79,7 +79,7 @@ TEST(ReferencesTest, NoTwinWhereTheModelHasItsOwn)
     EXPECT_EQ(references.MapFor(1).name(2), 3U);
 }
 
-TEST(ReferencesTest, ANameInATwinIsTheTwinOfThatName)
+TEST(ReferencesTest, RepeatedNamesReferToRepeatedNames)
 {
     const std::string toFirst = '\x23' + Numbers({1, 0}); // PtgName of the first name
     const auto stream = StreamWith(NameOf("Base", 2, CellOn(1)) + NameOf("Above", 2, toFirst));

@@ -42,14 +42,14 @@ TEST_P(DecryptTest, GivesTheStreamWithoutEncryption)
     EXPECT_TRUE(*stream == Fixture("plain.stream"));
 }
 
-TEST_P(DecryptTest, WantsTheRightPassword)
+TEST_P(DecryptTest, NeedsTheRightPassword)
 {
     const auto bytes = Fixture(GetParam() + std::string(".stream"));
     EXPECT_FALSE(Decrypt(bytes, "velvetsweatshop"));
     EXPECT_FALSE(Decrypt(bytes, ""));
 }
 
-TEST_P(DecryptTest, SurvivesEveryCut)
+TEST_P(DecryptTest, SurvivesATruncatedStream)
 {
     const auto bytes = Fixture(GetParam() + std::string(".stream"));
     for (std::size_t size = 0; size < 300; ++size) {
@@ -74,7 +74,7 @@ TEST(DecryptStreamTest, LeavesAStreamWithoutEncryption)
     EXPECT_EQ(Decrypt("damaged"), "damaged");
 }
 
-TEST(DecryptStreamTest, NeedsAnotherPasswordWhereOneIs)
+TEST(DecryptStreamTest, NeedsThePasswordOfAProtectedWorkbook)
 {
     EXPECT_FALSE(Decrypt(Fixture("other_password.stream")));
     EXPECT_EQ(Decrypt(Fixture("other_password.stream"), "secret"), Fixture("plain.stream"));
@@ -110,7 +110,7 @@ TEST(DecryptStreamTest, RefusesAMethodWithoutItsData)
     EXPECT_THROW(Decrypt(FilePassOf({1, 2, 2, 0, 0, 2, 0, 0})), util::Error);
 }
 
-TEST(DecryptStreamTest, OpensWorkbooksOfTheSpreadsheetProgram)
+TEST(DecryptStreamTest, OpensEncryptedWorkbooksOfTheCorpus)
 {
     if (!fs::is_directory(places::CorpusFolder())) {
         if (std::getenv("CI") != nullptr)

@@ -55,7 +55,7 @@ TEST(GlobalsTest, ReadsNamesByScopeAndFoldsThem)
     EXPECT_EQ(globals.NamesEnd(), globals.Names()[2].place.end);
 }
 
-TEST(GlobalsTest, ANameGoesOnInContinueRecords)
+TEST(GlobalsTest, ANameContinuesInContinueRecords)
 {
     const auto stream = kBof + kOneSheet + NameOf("Long", 0, "abc") +
                         RecordOf(RecordType::Continue, "def") +
@@ -67,7 +67,7 @@ TEST(GlobalsTest, ANameGoesOnInContinueRecords)
     EXPECT_EQ(globals.NamesEnd(), stream.size() - 4) << "behind the name's comment";
 }
 
-TEST(GlobalsTest, TellsOwnSheetsFromThoseOfOtherBooks)
+TEST(GlobalsTest, DistinguishesOwnSheetsFromThoseOfOtherBooks)
 {
     const auto stream = kBof + kOneSheet + BoundSheetOf("Two", 600) +
                         RecordOf(RecordType::SupBook, Numbers({1, 3, 0, 0x61})) + OwnBookOf(2) +
@@ -85,7 +85,7 @@ TEST(GlobalsTest, TellsOwnSheetsFromThoseOfOtherBooks)
     EXPECT_FALSE(globals.OwnSheets(std::uint16_t{9})) << "no such entry";
 }
 
-TEST(GlobalsTest, FindsTheTableOfTextsWithItsContinuationAndItsIndex)
+TEST(GlobalsTest, FindsTheTableOfStringsWithItsContinuationAndItsIndex)
 {
     const auto sst = RecordOf(RecordType::Sst, "12345678") + RecordOf(RecordType::Continue, "9");
     const auto stream = kBof + kOneSheet + sst + RecordOf(RecordType::ExtSst, "1234") + EofRecord();
@@ -103,7 +103,7 @@ TEST(GlobalsTest, FindsTheDrawingGroupOfSeveralRecords)
     EXPECT_EQ(Globals(stream).DrawingGroupPlace().In(stream), group);
 }
 
-TEST(GlobalsTest, RefusesWhatIsNoWorkbookOfThisVersion)
+TEST(GlobalsTest, RefusesOtherStreamsAndVersions)
 {
     using enum book::ErrorKind;
     EXPECT_EQ(KindOfErrorIn(BofOf(5, 0x0500) + kOneSheet + EofRecord()), OldBinaryFormat);
@@ -116,7 +116,7 @@ TEST(GlobalsTest, RefusesWhatIsNoWorkbookOfThisVersion)
     EXPECT_EQ(KindOfErrorIn(kOneSheet + EofRecord()), DamagedWorkbook) << "no beginning";
 }
 
-TEST(GlobalsTest, AnActiveSheetThatIsNotThereIsTheFirst)
+TEST(GlobalsTest, AMissingActiveSheetIsTheFirst)
 {
     const auto window = [](std::uint16_t active) {
         return RecordOf(RecordType::Window1, Numbers({0, 0, 0, 0, 0, active, 0, 1, 600}));

@@ -78,19 +78,19 @@ TEST(RecordReaderTest, RefusesARecordThatRunsPastTheEnd)
         EXPECT_THROW(RecordReader(std::string_view(stream).substr(0, size)).Next(), util::Error);
 }
 
-TEST(AppendRecordTest, GoesOnInContinueRecords)
+TEST(AppendRecordTest, ContinuesInContinueRecords)
 {
     std::string stream;
-    AppendRecord(stream, RecordType::Name, std::string(2 * kLongestRecord + 1, 'x'));
+    AppendRecord(stream, RecordType::Name, std::string(2 * kMaxRecordSize + 1, 'x'));
     RecordReader reader(stream);
-    EXPECT_EQ(reader.Next()->data.size(), kLongestRecord);
+    EXPECT_EQ(reader.Next()->data.size(), kMaxRecordSize);
     EXPECT_EQ(reader.Peek()->type, RecordType::Continue);
-    EXPECT_EQ(reader.Next()->data.size(), kLongestRecord);
+    EXPECT_EQ(reader.Next()->data.size(), kMaxRecordSize);
     EXPECT_EQ(reader.Next()->data, "x");
     EXPECT_FALSE(reader.Next());
 }
 
-TEST(SubstreamEndTest, HoldsTheChartsOfASheet)
+TEST(SubstreamEndTest, IncludesTheChartsOfASheet)
 {
     const auto sheet = Bof() + Bof() + Eof() + Eof();
     EXPECT_EQ(SubstreamEnd("." + sheet + Bof() + Eof(), 1), 1 + sheet.size());

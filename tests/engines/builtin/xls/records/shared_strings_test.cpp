@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr std::size_t kOffset = 70000; // where the table stands in the stream
+constexpr std::size_t kOffset = 70000; // of the table in the stream
 
 std::string Counts(std::uint32_t references, std::uint32_t texts)
 {
@@ -34,7 +34,7 @@ std::string Plain(std::string_view text)
     return bytes;
 }
 
-/// The records of a table whose data is cut where a piece ends.
+/// The records of a table whose data is split at the ends of the pieces.
 std::string Records(const std::vector<std::string>& pieces)
 {
     std::string records;
@@ -43,8 +43,8 @@ std::string Records(const std::vector<std::string>& pieces)
     return records;
 }
 
-/// The plain texts of a table, by the letter of the format and with no checks: what this reads is
-/// what any reader reads.
+/// The plain strings of a table, read by the letter of the format and without checks, as any reader
+/// reads them.
 std::vector<std::u16string> PlainReading(std::string_view records)
 {
     RecordReader reader(records);
@@ -55,7 +55,7 @@ std::vector<std::u16string> PlainReading(std::string_view records)
     for (; left > 0; --left) {
         if (data.empty())
             data = reader.Next()->data;
-        std::size_t count = ReadU16(data, 0); // the header is never cut
+        std::size_t count = ReadU16(data, 0); // the header is never split
         bool wide = ReadU8(data, 2) == 1;
         EXPECT_LE(ReadU8(data, 2), 1);
         data.remove_prefix(3);
@@ -77,7 +77,8 @@ std::vector<std::u16string> PlainReading(std::string_view records)
     return texts;
 }
 
-/// Every entry must lead to the beginning of its text, and to the header of the record around it.
+/// Every entry must lead to the beginning of its string and to the header of the record that
+/// contains it.
 void CheckExtSst(const SharedStringRecords& records, std::size_t offset, std::size_t count)
 {
     const std::string stream = std::string(offset, '.') + records.sst;
@@ -118,7 +119,7 @@ std::vector<std::u16string> AfterAdding(const std::string& records,
     return read;
 }
 
-TEST(SharedStringsTest, UsesAPlainTextAgain)
+TEST(SharedStringsTest, ReusesAPlainString)
 {
     const auto records = Records({Counts(3, 2) + Plain("Mon") + Plain("Tue")});
     SharedStrings strings(records);
@@ -131,7 +132,7 @@ TEST(SharedStringsTest, UsesAPlainTextAgain)
     EXPECT_TRUE(strings.Changed());
 }
 
-TEST(SharedStringsTest, UsesTheFirstOfEqualTexts)
+TEST(SharedStringsTest, UsesTheFirstOfEqualStrings)
 {
     const auto records = Records({Counts(3, 3) + Plain("a") + Plain("b") + Plain("b")});
     SharedStrings strings(records);
@@ -139,9 +140,9 @@ TEST(SharedStringsTest, UsesTheFirstOfEqualTexts)
     EXPECT_EQ(strings.IndexOf("c"), 3U);
 }
 
-TEST(SharedStringsTest, LeavesFormattedTextsAlone)
+TEST(SharedStringsTest, LeavesFormattedStringsAlone)
 {
-    const auto runs = "\3\0\x08\1\0Mon...."s; // one run
+    const auto runs = "\3\0\x08\1\0Mon...."s; // one formatting run
     const auto aids = "\3\0\x04\2\0\0\0Tue.."s;
     const auto both = "\1\0\x0D\1\0\1\0\0\0W\0....."s;
     const auto records = Records({Counts(3, 4) + runs + aids + both + Plain("Mon")});
@@ -154,19 +155,19 @@ TEST(SharedStringsTest, LeavesFormattedTextsAlone)
     EXPECT_EQ(sst.substr(4), Counts(7, 6) + records.substr(12) + Plain("Tue") + Plain("W"));
 }
 
-TEST(SharedStringsTest, AWideTextEqualsTheSameInOneByte)
+TEST(SharedStringsTest, AWideStringEqualsTheSameInOneByte)
 {
     const auto records = Records({Counts(1, 1) + "\3\0\1M\0o\0n\0"s});
     EXPECT_EQ(SharedStrings(records).IndexOf("Mon"), 0U);
 }
 
-TEST(SharedStringsTest, ALoneSurrogateIsNoReplacementCharacter)
+TEST(SharedStringsTest, ALoneSurrogateIsNotAReplacementCharacter)
 {
     const auto records = Records({Counts(1, 1) + "\1\0\1\0\xD8"s});
     EXPECT_EQ(SharedStrings(records).IndexOf("\uFFFD"), 1U);
 }
 
-TEST(SharedStringsTest, MakesATableWhereThereIsNone)
+TEST(SharedStringsTest, CreatesAMissingTable)
 {
     SharedStrings strings({});
     EXPECT_EQ(strings.References(), 0U);
@@ -179,7 +180,7 @@ TEST(SharedStringsTest, MakesATableWhereThereIsNone)
     CheckExtSst(records, kOffset, 2);
 }
 
-TEST(SharedStringsTest, AnUnchangedTableKeepsItsBytesButTheCount)
+TEST(SharedStringsTest, AnUnchangedTableKeepsItsBytesExceptTheCount)
 {
     const auto records = Records({Counts(3, 2) + Plain("a"), Plain("b")});
     const SharedStrings strings(records);
@@ -187,7 +188,7 @@ TEST(SharedStringsTest, AnUnchangedTableKeepsItsBytesButTheCount)
     EXPECT_EQ(strings.ToRecords(9, 0).sst, Records({Counts(9, 2) + Plain("a"), Plain("b")}));
 }
 
-TEST(SharedStringsTest, ReadsTextsThatGoOnInTheNextRecord)
+TEST(SharedStringsTest, ReadsStringsThatContinueInTheNextRecord)
 {
     const auto records = Records({Counts(4, 4) + "\5\0\0ab"s, "\1c\0d\0"s, "\0e\3\0\1x\0"s,
                                   "\0yz\1\0\x08\1\0q.."s, "..\1\0\x04\4\0\0\0r."s, "..", "."s});
@@ -197,7 +198,7 @@ TEST(SharedStringsTest, ReadsTextsThatGoOnInTheNextRecord)
     EXPECT_EQ(strings.IndexOf("q"), 4U);
 }
 
-TEST(SharedStringsTest, AddsBehindTheLastRecord)
+TEST(SharedStringsTest, AddsAfterTheLastRecord)
 {
     const auto records = Records({Counts(2, 2) + Plain("a"), Plain("b")});
     SharedStrings strings(records);
@@ -206,14 +207,14 @@ TEST(SharedStringsTest, AddsBehindTheLastRecord)
               Records({Counts(3, 3) + Plain("a"), Plain("b") + Plain("c")}));
 }
 
-/// A table whose only record has room for that many bytes.
+/// A table whose only record has room for that many more bytes.
 std::string TableWithRoom(std::size_t room)
 {
-    const std::string first(kLongestRecord - 8 - 3 - room, 'x');
+    const std::string first(kMaxRecordSize - 8 - 3 - room, 'x');
     return Records({Counts(1, 1) + Plain(first)});
 }
 
-TEST(SharedStringsTest, BeginsATextWhereItsHeaderAndFirstCharacterFit)
+TEST(SharedStringsTest, BeginsAStringWhereItsHeaderAndFirstCharacterFit)
 {
     const auto sizeOfFirst = [](std::size_t room, const std::string& text) {
         const auto records = TableWithRoom(room);
@@ -221,7 +222,7 @@ TEST(SharedStringsTest, BeginsATextWhereItsHeaderAndFirstCharacterFit)
         SharedStrings strings(records);
         strings.IndexOf(text);
         return RecordReader(strings.ToRecords(1, 0).sst).Next()->data.size() + room -
-               kLongestRecord; // bytes of the new text in the first record
+               kMaxRecordSize; // bytes of the new string in the first record
     };
     for (std::size_t room = 0; room < 4; ++room)
         EXPECT_EQ(sizeOfFirst(room, "ab"), 0U) << room;
@@ -231,14 +232,14 @@ TEST(SharedStringsTest, BeginsATextWhereItsHeaderAndFirstCharacterFit)
     EXPECT_EQ(sizeOfFirst(3, ""), 3U);
     EXPECT_EQ(sizeOfFirst(4, "\u0142a"), 0U);
     EXPECT_EQ(sizeOfFirst(5, "\u0142a"), 5U);
-    EXPECT_EQ(sizeOfFirst(6, "\u0142a"), 5U); // half a character stays out
+    EXPECT_EQ(sizeOfFirst(6, "\u0142a"), 5U); // half a character is not written
     EXPECT_EQ(sizeOfFirst(5, "\U0001F4C5"), 0U);
     EXPECT_EQ(sizeOfFirst(7, "\U0001F4C5"), 7U);
     EXPECT_EQ(sizeOfFirst(7, "a\U0001F4C5"), 5U);
     EXPECT_EQ(sizeOfFirst(9, "a\U0001F4C5"), 9U);
 }
 
-TEST(SharedStringsTest, CutsALongTextAtTheLimitOfARecord)
+TEST(SharedStringsTest, SplitsALongStringAtTheLimitOfARecord)
 {
     std::string text;
     for (int i = 0; i < 16383; ++i)
@@ -249,7 +250,7 @@ TEST(SharedStringsTest, CutsALongTextAtTheLimitOfARecord)
     CheckExtSst(records, kOffset, 1);
     EXPECT_EQ(PlainReading(records.sst), std::vector{util::ToUtf16("!" + text)});
     RecordReader reader(records.sst);
-    EXPECT_EQ(reader.Next()->data.size(), 8221U); // 8 + 3 + 4105 units: half a pair stays out
+    EXPECT_EQ(reader.Next()->data.size(), 8221U); // 8 + 3 + 4105 units: no half pair
     EXPECT_EQ(reader.Next()->data.size(), 8221U); // 1 + 2055 pairs
 }
 
@@ -267,7 +268,7 @@ TEST(SharedStringsTest, RefusesATextThatIsTooLongForACell)
     }
 }
 
-TEST(SharedStringsTest, RaisesTheTextsOfAnEntryWhenThereAreMany)
+TEST(SharedStringsTest, PutsMoreStringsIntoAnEntryIfThereAreMany)
 {
     std::vector<std::string> texts;
     for (int i = 0; i < 2000; ++i)
@@ -278,7 +279,7 @@ TEST(SharedStringsTest, RaisesTheTextsOfAnEntryWhenThereAreMany)
         AfterAdding({}, {texts.begin(), texts.begin() + static_cast<std::ptrdiff_t>(count)});
 }
 
-TEST(SharedStringsTest, AnyTextsComeBack)
+TEST(SharedStringsTest, AnyStringsRoundTrip)
 {
     std::mt19937 random(4);
     const auto below = [&](std::size_t limit) {
@@ -313,7 +314,7 @@ struct DamageCase {
     std::vector<std::string> pieces;
 };
 class SharedStringsDamageTest : public testing::TestWithParam<DamageCase> {};
-TEST_P(SharedStringsDamageTest, IsSaidWhenATextIsNeeded)
+TEST_P(SharedStringsDamageTest, IsReportedWhenAStringIsNeeded)
 {
     const auto records = Records(GetParam().pieces);
     SharedStrings strings(records);
@@ -335,19 +336,19 @@ INSTANTIATE_TEST_SUITE_P(
                     DamageCase{"RunsCutOff",
                                {Counts(1, 1) + "\1\0\x08\xFF\xFF"
                                                "a...."s}},
-                    DamageCase{"AidsCutOff",
+                    DamageCase{"PhoneticDataCutOff",
                                {Counts(1, 1) + "\1\0\x04\xFF\xFF\xFF\xFF"
                                                "a...."s}}),
     [](const auto& test) { return std::string(test.param.name); });
 
-TEST(SharedStringsTest, AnotherRecordIsNoTable)
+TEST(SharedStringsTest, AnotherRecordIsNotATable)
 {
     std::string records;
     AppendRecord(records, RecordType::Continue, Counts(0, 0));
     EXPECT_THROW(SharedStrings(records).IndexOf("a"), util::Error);
 }
 
-TEST(SharedStringsTest, FewerTextsThanAnnouncedCountAsTheyAre)
+TEST(SharedStringsTest, AcceptsFewerStringsThanDeclared)
 {
     const auto records = Records({Counts(9, 0xFFFFFFFF) + Plain("a")});
     SharedStrings strings(records);
@@ -355,7 +356,7 @@ TEST(SharedStringsTest, FewerTextsThanAnnouncedCountAsTheyAre)
     EXPECT_EQ(strings.ToRecords(9, 0).sst, Records({Counts(9, 2) + Plain("a") + Plain("b")}));
 }
 
-TEST(SharedStringsTest, WhatLiesBehindTheLastTextGivesWay)
+TEST(SharedStringsTest, DataAfterTheLastStringIsReplaced)
 {
     const auto expected = Records({Counts(1, 2) + Plain("a") + Plain("b")});
     for (const auto& records : {Records({Counts(1, 1) + Plain("a") + "rest"}),

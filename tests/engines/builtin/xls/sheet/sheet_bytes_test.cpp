@@ -22,7 +22,7 @@ Write Number(std::int32_t row, std::int32_t column, std::int16_t value)
 
 Write Text(std::int32_t row, std::int32_t column, std::uint32_t index)
 {
-    return {row, column, SheetCells::Text{index}};
+    return {row, column, SheetCells::SharedStringIndex{index}};
 }
 
 std::string Saved(const std::string& sheet, const std::vector<Write>& writes,
@@ -111,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {Number(1, 2, 7)},
                   DimensionsOf(0, 1, 0, 5) + RowOf(0, 0, 5) + BlankOf(0, 0, 1) + RkOf(0, 1, 9, 7) +
                       MulBlankOf(0, 2, {3, 4, 5}) + BlankOf(0, 3, 8)},
-        TableCase{"OtherRecordsComeBehind",
+        TableCase{"OtherRecordsComeAfter",
                   DimensionsOf(0, 2, 0, 1) + RowOf(0, 0, 1) + BlankOf(0, 0, 1) +
                       RecordOf(RecordType::Selection, "s") + RowOf(1, 0, 1) + BlankOf(1, 0, 1) +
                       RecordOf(RecordType::Note, "n"),
@@ -165,7 +165,7 @@ INSTANTIATE_TEST_SUITE_P(
                       RowOf(7, 7, 8, 0x0100, 15, 255) + RkOf(2, 3, 15, 1) + BlankOf(7, 7, 1)}),
     CaseName);
 
-/// A shared expression of a reference to the cell above, and the tokens of one formula.
+/// A shared expression that refers to the cell above.
 std::string Tokens()
 {
     return '\x4C' + Numbers({0xFFFF, 0xC000});
@@ -182,7 +182,7 @@ std::string Shared(std::uint16_t row, std::uint16_t column, std::uint16_t anchor
 INSTANTIATE_TEST_SUITE_P(
     Formulas, XlsCellTableTest,
     testing::Values(
-        TableCase{"SharedFormulaIsHandedOver",
+        TableCase{"SharedFormulaGetsANewMaster",
                   DimensionsOf(0, 3, 0, 2) + RowOf(0, 0, 2) + RowOf(1, 0, 2) + RowOf(2, 0, 2) +
                       Shared(0, 0, 0, 0) + SharedFormulaOf(RangeOf(0, 2, 0, 1), 5, Tokens()) +
                       Shared(0, 1, 0, 0, TextResult()) + StringOf("x") + Shared(1, 0, 0, 0) +
@@ -245,7 +245,7 @@ INSTANTIATE_TEST_SUITE_P(
                   true}),
     CaseName);
 
-/// A sheet with an index and two blocks, as it stands at `offset`, with rows 1 and 40.
+/// A sheet with an index and two blocks for the offset `offset`, with rows 1 and 40.
 std::string BlockSheet(std::uint32_t offset, const std::string& before = {},
                        const std::string& cell = BlankOf(0, 0, 1), std::uint16_t end = 1)
 {
@@ -265,7 +265,7 @@ std::string BlockSheet(std::uint32_t offset, const std::string& before = {},
            EofRecord();
 }
 
-TEST(XlsSheetBytes, NothingChangesWhereNothingWasDone)
+TEST(XlsSheetBytes, NothingChangesIfNothingWasDone)
 {
     const std::string sheet = BlockSheet(500);
     EXPECT_EQ(Saved(sheet, {}, false, {}, 500, 500), sheet);
@@ -288,11 +288,11 @@ TEST(XlsSheetBytes, PlacesMoveWithinTheSheet)
 
 TEST(XlsSheetBytes, WrongPlacesStay)
 {
-    const std::string sheet = BlockSheet(600); // but it stands at 500
+    const std::string sheet = BlockSheet(600); // but it is at 500
     EXPECT_EQ(Saved(sheet, {}, false, {}, 500, 700), sheet);
 }
 
-TEST(XlsSheetBytes, WrittenCellsAndOthersComeTogether)
+TEST(XlsSheetBytes, WrittenCellsAndOtherReplacementsAreCombined)
 {
     TextPatch others;
     others.Insert(BofOf(0x10).size(), RecordOf(RecordType::Uncalced, Numbers({0})));
@@ -301,7 +301,7 @@ TEST(XlsSheetBytes, WrittenCellsAndOthersComeTogether)
                          RkOf(0, 0, 1, 5) + LabelSstOf(0, 1, 15, 6), 2));
 }
 
-TEST(XlsSheetBytes, ChangesOfTheBaseArriveInTheTable)
+TEST(XlsSheetBytes, ChangesOfTheBaseReachTheTable)
 {
     const std::string sheet =
         WorksheetOf(DimensionsOf(0, 1, 0, 2) + RowOf(0, 0, 2) +
@@ -318,7 +318,7 @@ TEST(XlsSheetBytes, ChangesOfTheBaseArriveInTheTable)
     EXPECT_EQ(MakeSheet(*text, base, nullptr, false, {}, 0), base);
 }
 
-TEST(XlsSheetBytes, EmptyBlocksAreThereToo)
+TEST(XlsSheetBytes, EmptyBlocksAreWritten)
 {
     const std::string dimensions = DimensionsOf(0, 0, 0, 0);
     const std::string before = BofOf(0x10) + IndexOf(0, 0, {0}) + dimensions + EofRecord();

@@ -11,9 +11,9 @@ namespace {
 
 using namespace test;
 
-Formats TwoFormats()
+Styles TwoFormats()
 {
-    Formats formats;
+    Styles formats;
     formats.Add(Numbers({0, 0, 0xFFF1})); // locked
     formats.Add(Numbers({0, 0, 0xFFF0}));
     return formats;
@@ -22,7 +22,7 @@ Formats TwoFormats()
 /// The kind and the subject of an error.
 using Refusal = std::pair<util::AnyErrorKind, std::string>;
 
-/// The error of writing a cell; nothing where it may be written.
+/// The error of writing a cell; nothing if it may be written.
 std::optional<Refusal> ErrorAt(const std::string& sheet, std::int32_t row, std::int32_t column)
 {
     try {
@@ -34,13 +34,13 @@ std::optional<Refusal> ErrorAt(const std::string& sheet, std::int32_t row, std::
     }
 }
 
-TEST(XlsFormats, AreLockedUnlessTheySayOtherwise)
+TEST(XlsFormats, AreLockedByDefault)
 {
-    const Formats formats = TwoFormats();
+    const Styles formats = TwoFormats();
     EXPECT_TRUE(formats.IsLocked(0));
     EXPECT_FALSE(formats.IsLocked(1));
     EXPECT_TRUE(formats.IsLocked(2));
-    EXPECT_THROW(Formats().Add("12345"), util::Error);
+    EXPECT_THROW(Styles().Add("12345"), util::Error);
 }
 
 TEST(XlsSheetCells, OnlyCellsOfTheSheetAreWritable)
@@ -75,7 +75,7 @@ TEST(XlsSheetCells, LockedCellsOfProtectedSheetsAndPartsOfArraysAreNot)
               Refusal(ErrorKind::PartOfArray, std::string("A2")));
 }
 
-TEST(XlsSheetCells, OfAMergedAreaOnlyTheFirstCellTakesAValue)
+TEST(XlsSheetCells, OnlyTheFirstCellOfAMergedAreaTakesAValue)
 {
     SheetCells cells(std::make_shared<SheetText>(WorksheetOf(MergeCellsOf({0, 1, 0, 1}))));
     cells.Set(1, 2, std::int16_t{1});
@@ -92,13 +92,13 @@ TEST(XlsSheetCells, TheLastValueCounts)
     SheetCells cells(std::make_shared<SheetText>(WorksheetOf("")));
     cells.Set(7, 2, std::int16_t{1});
     cells.Set(3, 9, std::int16_t{2});
-    cells.Set(7, 2, SheetCells::Text{5});
+    cells.Set(7, 2, SheetCells::SharedStringIndex{5});
     cells.Set(7, 1, std::int16_t{3});
     const auto written = cells.InOrder();
     ASSERT_EQ(written.size(), 3U);
     EXPECT_EQ(std::get<std::int16_t>(written[0].value), 2);
     EXPECT_EQ(std::get<std::int16_t>(written[1].value), 3);
-    EXPECT_EQ(std::get<SheetCells::Text>(written[2].value).index, 5U);
+    EXPECT_EQ(std::get<SheetCells::SharedStringIndex>(written[2].value).index, 5U);
 }
 
 TEST(XlsSheetCells, CountsReferencesToTexts)
@@ -106,13 +106,13 @@ TEST(XlsSheetCells, CountsReferencesToTexts)
     SheetCells cells(
         std::make_shared<SheetText>(WorksheetOf(LabelSstOf(0, 0, 1, 4) + LabelSstOf(0, 1, 1, 4) +
                                                 LabelSstOf(0, 1, 1, 6) + BlankOf(0, 2, 1))));
-    EXPECT_EQ(cells.TextReferences(), 3U);
-    cells.Set(1, 2, std::int16_t{1}); // both of its records go
-    EXPECT_EQ(cells.TextReferences(), 1U);
-    cells.Set(1, 1, SheetCells::Text{2});
-    cells.Set(1, 3, SheetCells::Text{2});
-    cells.Set(1, 3, SheetCells::Text{3});
-    EXPECT_EQ(cells.TextReferences(), 2U);
+    EXPECT_EQ(cells.StringReferences(), 3U);
+    cells.Set(1, 2, std::int16_t{1}); // replaces both of its records
+    EXPECT_EQ(cells.StringReferences(), 1U);
+    cells.Set(1, 1, SheetCells::SharedStringIndex{2});
+    cells.Set(1, 3, SheetCells::SharedStringIndex{2});
+    cells.Set(1, 3, SheetCells::SharedStringIndex{3});
+    EXPECT_EQ(cells.StringReferences(), 2U);
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 #include "engines/builtin/xls/compound/compound_file.h"
 #include "engines/builtin/xls/sheet/sheet_bytes.h"
 #include "places/places.h"
-#include "xls/seen_sheet.h"
+#include "xls/decoded_sheet.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -16,7 +16,7 @@ namespace {
 
 using namespace test;
 
-/// The workbooks that are whole.
+/// The undamaged workbooks.
 std::vector<std::filesystem::path> CorpusWorkbooks()
 {
     const std::filesystem::path folder = places::CorpusFolder() / "xls";
@@ -34,7 +34,7 @@ std::string ReadFile(const std::filesystem::path& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The workbook stream; of a few files they are nothing else.
+/// The workbook stream; a few files consist of nothing else.
 std::string WorkbookStream(const std::filesystem::path& path)
 {
     std::string bytes = ReadFile(path);
@@ -53,7 +53,7 @@ std::vector<std::size_t> Worksheets(const std::string& stream)
     for (auto record = reader.Next(); record && record->type != RecordType::Eof;
          record = reader.Next()) {
         if (record->type == RecordType::FilePass)
-            return {}; // the rest of the stream is not to be read as it stands
+            return {}; // the rest of the stream cannot be read
         if (record->type != RecordType::BoundSheet)
             continue;
         const std::size_t offset = ReadU32(record->data, 0);
@@ -65,13 +65,13 @@ std::vector<std::size_t> Worksheets(const std::string& stream)
 
 struct Tally {
     std::size_t sheets = 0;
-    std::size_t clean = 0; // nothing to find fault with before
+    std::size_t clean = 0; // no faults before
     std::size_t cells = 0;
     std::size_t written = 0;
 };
 
-/// Writes cells into every sheet; what was not written must still be there.
-void CheckWrites(const std::shared_ptr<SheetText>& text, const SeenSheet& before, Tally& tally)
+/// Writes cells into every sheet; the unwritten ones must be unchanged.
+void CheckWrites(const std::shared_ptr<SheetText>& text, const DecodedSheet& before, Tally& tally)
 {
     SheetCells cells(text);
     auto expected = before.cells;
@@ -98,10 +98,10 @@ void CheckWrites(const std::shared_ptr<SheetText>& text, const SeenSheet& before
             }
     const std::size_t offset = text->Offset() + 777;
     const std::string bytes = MakeSheet(*text, text->Bytes(), &cells, recalculate, {}, offset);
-    const SeenSheet after = SeeSheet(bytes, offset);
+    const DecodedSheet after = DecodeSheet(bytes, offset);
     EXPECT_EQ(after.cells, expected);
     EXPECT_EQ(after.others, before.others);
-    EXPECT_EQ(after.sharedTexts, cells.TextReferences());
+    EXPECT_EQ(after.stringReferences, cells.StringReferences());
     if (before.faults.empty()) {
         EXPECT_EQ(after.faults, std::vector<std::string>());
         ++tally.clean;
@@ -123,11 +123,11 @@ TEST(XlsSheetCorpus, EveryWorksheetIsIndexedAndWritten)
             const std::size_t end = SubstreamEnd(stream, offset);
             const auto text =
                 std::make_shared<SheetText>(stream.substr(offset, end - offset), offset);
-            const SeenSheet before = SeeSheet(text->Bytes(), offset);
+            const DecodedSheet before = DecodeSheet(text->Bytes(), offset);
             EXPECT_EQ(MakeSheet(*text, text->Bytes(), nullptr, false, {}, offset), text->Bytes());
             if (before.faults.empty()) {
                 EXPECT_EQ(
-                    SeeSheet(MakeSheet(*text, text->Bytes(), nullptr, false, {}, 99), 99).faults,
+                    DecodeSheet(MakeSheet(*text, text->Bytes(), nullptr, false, {}, 99), 99).faults,
                     std::vector<std::string>());
             }
             CheckWrites(text, before, tally);

@@ -20,7 +20,7 @@ std::string LinkTextOf(std::string_view text)
     return bytes + std::string(2, '\0');
 }
 
-/// A link of the cell A1 with flags and what follows them.
+/// A link in the cell A1 with flags and the data after them.
 std::string LinkOf(std::uint32_t flags, const std::string& rest)
 {
     std::string data(8 + 16, '\0');
@@ -69,7 +69,7 @@ TEST(SheetPlacesTest, OtherLinksStay)
         EXPECT_EQ(Renamed(link), link);
 }
 
-TEST(SheetPlacesTest, ADoubledApostropheIsOneOfTheName)
+TEST(SheetPlacesTest, ADoubledApostropheIsOneInTheName)
 {
     const auto link = LinkOf(8, LinkTextOf("'it''s'!A1"));
     TextPatch patch;

@@ -2,7 +2,7 @@
 #include "engines/builtin/xls/sheet/sheet_bytes.h"
 #include "util/error.h"
 #include "xls/cell_builder.h"
-#include "xls/seen_sheet.h"
+#include "xls/decoded_sheet.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ constexpr int kColumns = 30;
 
 enum class Disorder { None, Places, Doubles };
 
-/// Sheets of up to `kRows` rows with gaps, cells of all kinds, and shared formulas.
+/// Makes sheets of up to `kRows` rows with gaps, cells of all kinds, and shared formulas.
 class SheetMaker {
 public:
     explicit SheetMaker(unsigned seed) : random_(seed) {}
@@ -42,7 +42,7 @@ public:
     }
 
 private:
-    /// The rows stand among the cells; only their order says which is which.
+    /// Adds the cells of a row and, most of the time, its ROW record.
     void AddRow(std::uint16_t row, std::vector<std::string>& pieces, bool doubles)
     {
         if (!Sometimes())
@@ -54,7 +54,7 @@ private:
         }
     }
 
-    /// Moves `column` to the last one of the cell.
+    /// Moves `column` to the last column of the cell.
     std::string MakeCell(std::uint16_t row, int& column, bool doubles)
     {
         const auto first = static_cast<std::uint16_t>(column);
@@ -98,10 +98,10 @@ private:
     std::map<int, std::pair<std::uint16_t, std::uint16_t>> anchors_;
 };
 
-SeenCell Written(std::uint16_t format, const SheetCells::Value& value)
+DecodedCell Written(std::uint16_t format, const SheetCells::Value& value)
 {
     std::string bytes;
-    if (const auto* text = std::get_if<SheetCells::Text>(&value)) {
+    if (const auto* text = std::get_if<SheetCells::SharedStringIndex>(&value)) {
         AppendU32(bytes, text->index);
         return {0x00FD, format, bytes, "", ""};
     }
@@ -109,7 +109,7 @@ SeenCell Written(std::uint16_t format, const SheetCells::Value& value)
     return {0x027E, format, bytes, "", ""};
 }
 
-std::uint16_t NewFormat(const SeenSheet& sheet, SeenSheet::Address cell)
+std::uint16_t NewFormat(const DecodedSheet& sheet, DecodedSheet::Address cell)
 {
     const auto row = sheet.rows.find(cell.first);
     if (row != sheet.rows.end() && (row->second[12] & 0x80) != 0)
@@ -117,14 +117,14 @@ std::uint16_t NewFormat(const SeenSheet& sheet, SeenSheet::Address cell)
     return cell.second >= 3 && cell.second <= 6 ? 41 : 15;
 }
 
-void WriteAtRandom(SheetMaker& random, SheetCells& cells, const SeenSheet& before,
-                   std::map<SeenSheet::Address, SeenCell>& expected)
+void WriteAtRandom(SheetMaker& random, SheetCells& cells, const DecodedSheet& before,
+                   std::map<DecodedSheet::Address, DecodedCell>& expected)
 {
     for (int count = random.Below(400); count > 0; --count) {
-        const SeenSheet::Address cell{random.Below(kRows + 40), random.Below(kColumns + 5)};
+        const DecodedSheet::Address cell{random.Below(kRows + 40), random.Below(kColumns + 5)};
         SheetCells::Value value = static_cast<std::int16_t>(random.Below(65536) - 32768);
         if (random.Sometimes())
-            value = SheetCells::Text{7};
+            value = SheetCells::SharedStringIndex{7};
         cells.Set(cell.first + 1, cell.second + 1, value);
         const auto old = before.cells.find(cell);
         expected[cell] = Written(
@@ -132,7 +132,7 @@ void WriteAtRandom(SheetMaker& random, SheetCells& cells, const SeenSheet& befor
     }
 }
 
-void DropResults(std::map<SeenSheet::Address, SeenCell>& cells)
+void DropResults(std::map<DecodedSheet::Address, DecodedCell>& cells)
 {
     for (auto& [address, cell] : cells)
         if (cell.type == 0x0006) {
@@ -149,7 +149,7 @@ TEST_P(XlsRandomSheetTest, WritesOfAnyKindReadBackAndLeaveTheRest)
         SCOPED_TRACE(seed);
         SheetMaker random(seed);
         const auto text = std::make_shared<SheetText>(random.Make(GetParam()), seed);
-        const SeenSheet before = SeeSheet(text->Bytes(), seed);
+        const DecodedSheet before = DecodeSheet(text->Bytes(), seed);
         auto expected = before.cells;
         SheetCells cells(text);
         WriteAtRandom(random, cells, before, expected);
@@ -160,22 +160,22 @@ TEST_P(XlsRandomSheetTest, WritesOfAnyKindReadBackAndLeaveTheRest)
             continue;
 
         const std::string bytes = MakeSheet(*text, text->Bytes(), &cells, recalculate, {}, 3000);
-        const SeenSheet after = SeeSheet(bytes, 3000);
+        const DecodedSheet after = DecodeSheet(bytes, 3000);
         ASSERT_EQ(after.cells, expected);
         EXPECT_EQ(after.others, before.others);
-        EXPECT_EQ(after.sharedTexts, cells.TextReferences());
+        EXPECT_EQ(after.stringReferences, cells.StringReferences());
         if (GetParam() != Disorder::Doubles) {
             EXPECT_EQ(after.faults, std::vector<std::string>());
         }
         for (const SharedFormulaPlace& shared : text->Index().sharedFormulas)
             handedOver += expected.at({shared.row, shared.column}).type != 0x0006 ? 1 : 0;
 
-        // The new bytes are as good a start as the old ones.
+        // The new bytes can be edited again like the old ones.
         const SheetText again(bytes, 3000);
         for (const auto& [address, cell] : expected)
             ASSERT_EQ(again.FormatOf({address.first + 1, address.second + 1}), cell.format);
         EXPECT_EQ(MakeSheet(again, bytes, nullptr, false, {}, 3000), bytes);
-        EXPECT_TRUE(SeeSheet(MakeSheet(again, bytes, nullptr, false, {}, 70), 70).cells ==
+        EXPECT_TRUE(DecodeSheet(MakeSheet(again, bytes, nullptr, false, {}, 70), 70).cells ==
                     expected);
     }
     EXPECT_TRUE(GetParam() == Disorder::Doubles || handedOver > 20) << handedOver;
@@ -196,13 +196,13 @@ TEST(XlsRandomSheet, DamagedSheetsAreRefusedOrWrittenInOrder)
             const auto text = std::make_shared<SheetText>(bytes);
             SheetCells cells(text);
             for (std::int32_t i = 1; i <= kRows; ++i) {
-                cells.CheckWritable(i, i, Formats());
+                cells.CheckWritable(i, i, Styles());
                 cells.Set(i, i, static_cast<std::int16_t>(i));
-                cells.Set(i, 1, SheetCells::Text{2});
+                cells.Set(i, 1, SheetCells::SharedStringIndex{2});
             }
             const std::string after = MakeSheet(*text, bytes, &cells, random.Sometimes(), {}, seed);
             const SheetText again(after, seed);
-            EXPECT_EQ(again.Index().sharedTexts, cells.TextReferences());
+            EXPECT_EQ(again.Index().stringReferences, cells.StringReferences());
             ++accepted;
         }
         catch (const util::Error& error) {

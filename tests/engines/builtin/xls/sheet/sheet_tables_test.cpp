@@ -14,7 +14,7 @@ std::string FutureHeader(RecordType type)
     return Numbers({static_cast<std::uint16_t>(type), 0, 0, 0, 0, 0});
 }
 
-/// FEATURE11 of a table with one range; `more` bytes behind its name.
+/// FEATURE11 of a table with one range; `more` bytes follow its name.
 std::string ListTableOf(std::uint32_t id, std::string_view name, std::size_t more = 20,
                         RecordType type = RecordType::Feature11)
 {
@@ -77,7 +77,7 @@ TEST(SheetTablesTest, ASheetWithoutTablesHasNone)
     EXPECT_TRUE(FindTables(SheetOf(SortOf(0, 7) + FilterOf(0))).Empty());
 }
 
-TEST(SheetTablesTest, ACopysTablesAreOthersWhereverTheyAreNamed)
+TEST(SheetTablesTest, CopiedTablesGetNewIdsAndNamesEverywhere)
 {
     const auto sheet = [](std::uint32_t id, std::uint32_t filtered, std::uint32_t next,
                           std::string_view name, std::string_view second) {
@@ -104,7 +104,7 @@ TEST(SheetTablesTest, ACopysTablesAreOthersWhereverTheyAreNamed)
 TEST(SheetTablesTest, ANameFitsIntoAFullRecord)
 {
     const std::size_t head = 99 + 3;
-    const auto model = SheetOf(ListTableOf(1, "Holidays", kLongestRecord - head - 8 - 1));
+    const auto model = SheetOf(ListTableOf(1, "Holidays", kMaxRecordSize - head - 8 - 1));
     TableIdentities identities({});
     identities.Reserve(FindTables(model));
     EXPECT_EQ(FindTables(Copied(identities, model)).names.at(0).name, "Holiday_2");

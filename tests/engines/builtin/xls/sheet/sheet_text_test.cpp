@@ -11,7 +11,7 @@ namespace {
 
 using namespace test;
 
-/// The cells of an index as "B5 f" (formula), "s" (shared text), "B5:D5" for one record.
+/// The cells of an index as "B5 f" (formula), "s" (shared string), "B5:D5" for one record.
 std::string CellList(const SheetIndex& index)
 {
     std::string list;
@@ -20,7 +20,7 @@ std::string CellList(const SheetIndex& index)
         list += engines::FormatCellRange(
             {{cell.row + 1, cell.first + 1}, {cell.row + 1, cell.last + 1}});
         list += cell.Has(CellPlace::Formula) ? "f" : "";
-        list += cell.Has(CellPlace::SharedText) ? "s" : "";
+        list += cell.Has(CellPlace::SharedString) ? "s" : "";
     }
     return list;
 }
@@ -42,13 +42,13 @@ TEST(XlsSheetText, KnowsWhereRowsAndCellsAre)
                                       NumberOf(65535, 255, 1, 0.5)));
     EXPECT_EQ(CellList(sheet.Index()), "A2s B2:D2 F2:G2 I2f IV65536");
     EXPECT_EQ(RowList(sheet.Index()), "2 5 65536-");
-    EXPECT_EQ(sheet.Index().sharedTexts, 1U);
+    EXPECT_EQ(sheet.Index().stringReferences, 1U);
     EXPECT_TRUE(sheet.HasFormulas());
     EXPECT_EQ(sheet.Index().FindCell({2, 3}), &sheet.Index().cells[1]);
     EXPECT_EQ(sheet.Index().FindCell({2, 5}), nullptr);
     EXPECT_EQ(sheet.Index().FindCell({5, 1}), nullptr);
     EXPECT_EQ(sheet.Index().FindCell({65536, 256}), &sheet.Index().cells[4]);
-    // The text that the formula gave goes with it.
+    // The formula's text result belongs to it.
     EXPECT_EQ(sheet.Index().cells[3].end, sheet.Index().cells[4].begin);
 }
 
@@ -59,7 +59,7 @@ TEST(XlsSheetText, OrdersRowsAndCells)
                                       RowOf(3, 5, 9)));
     EXPECT_EQ(CellList(sheet.Index()), "C3 E3:F3 B8 D8");
     EXPECT_EQ(RowList(sheet.Index()), "3- 4 8- 10");
-    // Of two records of a row the last one counts.
+    // Of two records for a row, the last one counts.
     EXPECT_EQ(sheet.Bytes()[sheet.Index().rows[1].record + kRecordHeader + 2], 5);
 }
 
@@ -73,7 +73,7 @@ TEST(XlsSheetText, TheLastRecordOfACellCounts)
     EXPECT_EQ(sheet.FormatOf({2, 3}), 3);
 }
 
-TEST(XlsSheetText, GivesTheFormatOfTheCellElseOfItsRowElseOfItsColumn)
+TEST(XlsSheetText, UsesTheFormatOfTheCellElseOfItsRowElseOfItsColumn)
 {
     const SheetText sheet(WorksheetOf(ColumnInfoOf(4, 256, 42) + ColumnInfoOf(1, 2, 41) +
                                       RowOf(0, 0, 9, 0x0180, 0xF000 | 51) +
@@ -114,7 +114,7 @@ TEST(XlsSheetText, KnowsWhatChangesOnlyAsAWhole)
     EXPECT_TRUE(sheet.IsPartOfArray({6, 4}));
 }
 
-/// A range that a protected sheet leaves to whoever knows the password, if there is one.
+/// A range of a protected sheet that everyone with the password, if there is one, may edit.
 std::string OpenRange(std::uint16_t feature, std::uint32_t password, std::uint32_t flags,
                       const std::vector<std::uint16_t>& range)
 {
@@ -141,7 +141,7 @@ TEST(XlsSheetText, KnowsWhatIsProtected)
     EXPECT_TRUE(sheet.IsProtected({5, 1})) << "another feature: ignored errors";
 }
 
-TEST(XlsSheetText, CellsOfChartsAreNotTheSheets)
+TEST(XlsSheetText, CellsOfChartsDoNotBelongToTheSheet)
 {
     const std::string chart = BofOf(0x20) + NumberOf(0, 0, 0, 1) + EofRecord();
     EXPECT_EQ(CellList(SheetText(WorksheetOf(BlankOf(1, 1, 1) + chart)).Index()), "B2");

@@ -1,7 +1,7 @@
-"""Makes everything.xlsx: a workbook whose sheet "Model" owns one of everything that a sheet can own.
+"""Makes everything.xlsx: a workbook whose sheet "Model" has one of everything that a sheet can own.
 
-XlsxWriter writes most of it; what it cannot write (threaded comments, a form control, printer
-settings, a custom view, an x14 validation, a code name) is added to the package afterwards.
+XlsxWriter writes most of it; the things that it cannot write (threaded comments, a form control,
+printer settings, a custom view, an x14 validation, a code name) are added to the package afterwards.
 """
 import datetime
 import io

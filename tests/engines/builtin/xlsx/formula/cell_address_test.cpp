@@ -39,7 +39,7 @@ INSTANTIATE_TEST_SUITE_P(
                     AddressCase{"Trailing", "B6 ", std::nullopt}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(CellAddress, EveryColumnComesBack)
+TEST(CellAddress, EveryColumnRoundTrips)
 {
     for (std::int32_t column = 1; column <= kSheetColumns; ++column) {
         const CellAddress cell{column, column};

@@ -31,7 +31,7 @@ INSTANTIATE_TEST_SUITE_P(
                     EscapeCase{"UpperCaseX", "_X0041_", "_X0041_"},
                     EscapeCase{"ThreeDigits", "_x041_", "_x041_"},
                     EscapeCase{"NoEnd", "_x0041", "_x0041"},
-                    EscapeCase{"EscapeBehindIt", "_x0041\x01", "_x005F_x0041_x0001_"},
+                    EscapeCase{"EscapeAfterIt", "_x0041\x01", "_x005F_x0041_x0001_"},
                     EscapeCase{"Umlaut", "M\xC3\xA4rz", "M\xC3\xA4rz"}),
     [](const auto& row) { return std::string(row.param.name); });
 

@@ -7,7 +7,7 @@
 namespace orrery::xlsx {
 namespace {
 
-/// The tokens as "kind:text", separated by blanks; single signs as they stand.
+/// The tokens as "kind:text", separated by blanks; single characters as they are.
 std::string Tokens(std::string_view formula)
 {
     constexpr const char* kNames[] = {
@@ -49,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
         TokensCase{"OtherBookQuoted", "'[1]My Sheet'!A1", "prefix:'[1]My Sheet'! cell:A1"},
         TokensCase{"Path", R"('C:\dir\[b.xlsx]S'!A1)", R"(prefix:'C:\dir\[b.xlsx]S'! cell:A1)"},
         TokensCase{"ThisBook", "[0]!Total", "prefix:[0]! name:Total"},
-        TokensCase{"LostReference", "Sheet1!#REF!", "prefix:Sheet1! error:#REF!"},
+        TokensCase{"DeletedReference", "Sheet1!#REF!", "prefix:Sheet1! error:#REF!"},
         TokensCase{"BeyondAscii", "基础!$F$2", "prefix:基础! cell:$F$2"},
         TokensCase{"DigitFirst", "2027!A1", "prefix:2027! cell:A1"},
         TokensCase{"Twice", "Sheet1!A1:Sheet1!B2",
@@ -131,7 +131,7 @@ INSTANTIATE_TEST_SUITE_P(OfThisBook, SheetPrefixTest,
                                                     "My Sheet", ""}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(SheetPrefixTest, OtherBooksHaveNone)
+TEST(SheetPrefixTest, OtherBooksAreIgnored)
 {
     for (const std::string_view token :
          {"[1]Desk!", "[1]!", "'[1]My Desk'!", "'[Book.xlsx]Desk'!", R"('C:\dir\[b.xlsx]S'!)",

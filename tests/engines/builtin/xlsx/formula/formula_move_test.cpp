@@ -38,7 +38,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(AroundTheSheet, MoveFormulaTest,
                          testing::Values(MoveCase{"BelowLastRow", "A1048576", 1, 0, "A1"},
                                          MoveCase{"AboveFirstRow", "A1", -1, 0, "A1048576"},
-                                         MoveCase{"BehindLastColumn", "XFD1", 0, 1, "A1"},
+                                         MoveCase{"AfterLastColumn", "XFD1", 0, 1, "A1"},
                                          MoveCase{"BeforeFirstColumn", "A1", 0, -1, "XFD1"},
                                          MoveCase{"WholeColumns", "XFD:XFD", 0, 2, "B:B"},
                                          MoveCase{"WholeRows", "1048576:1048576", 1, 0, "1:1"},

@@ -10,7 +10,7 @@
 namespace orrery::xlsx {
 namespace {
 
-/// Formulas from a small grammar; the same ones in every run.
+/// Makes formulas from a small grammar; the same ones in every run.
 class RandomFormula {
 public:
     explicit RandomFormula(unsigned seed) : random_(seed) {}
@@ -112,7 +112,7 @@ TEST_P(FormulaPropertiesTest, RenamingToItselfChangesNothing)
     });
 }
 
-TEST_P(FormulaPropertiesTest, RenamingTwiceComesBack)
+TEST_P(FormulaPropertiesTest, RenamingTwiceRoundTrips)
 {
     const auto longer = [](std::string_view name) { return std::string(name) + " it's"; };
     const auto shorter = [](std::string_view name) {
@@ -131,7 +131,7 @@ TEST_P(FormulaPropertiesTest, NotMovingChangesNothing)
     ForFormulas([](const std::string& formula) { ASSERT_EQ(MoveFormula(formula, 0, 0), formula); });
 }
 
-TEST_P(FormulaPropertiesTest, MovingBackComesBack)
+TEST_P(FormulaPropertiesTest, MovingBackRestoresTheFormula)
 {
     ForFormulas([](const std::string& formula) {
         const std::string moved = MoveFormula(formula, 99, -12);
@@ -141,7 +141,7 @@ TEST_P(FormulaPropertiesTest, MovingBackComesBack)
 
 INSTANTIATE_TEST_SUITE_P(Seeds, FormulaPropertiesTest, testing::Values(1U, 2U, 3U));
 
-// What a damaged file may hold: every text of these pieces is read to its end.
+// Damaged files may contain any text made of these pieces; all of it must be read.
 TEST(FormulaRobustnessTest, AnyTextIsReadToItsEnd)
 {
     constexpr std::array<const char*, 16> kPieces = {"'", "\"", "[", "]", "!", ":", "#", "$",

@@ -28,7 +28,7 @@ struct QuoteCase {
     std::string_view expected;
 };
 class QuoteSheetNameTest : public testing::TestWithParam<QuoteCase> {};
-TEST_P(QuoteSheetNameTest, QuotesWhereTheGrammarNeedsIt)
+TEST_P(QuoteSheetNameTest, QuotesIfTheGrammarNeedsIt)
 {
     EXPECT_EQ(QuoteSheetName(GetParam().sheet), GetParam().expected);
 }
@@ -73,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(
 struct RenameCase {
     const char* name;
     std::string_view formula;
-    std::string_view expected; ///< empty where nothing changes
+    std::string_view expected; ///< empty if nothing changes
 };
 class RenameInFormulaTest : public testing::TestWithParam<RenameCase> {};
 TEST_P(RenameInFormulaTest, FollowsTheNames)
@@ -96,8 +96,8 @@ INSTANTIATE_TEST_SUITE_P(
     Sheets, RenameInFormulaTest,
     testing::Values(RenameCase{"Plain", "Desk!A1+1", "Jan!A1+1"},
                     RenameCase{"Quoted", "'Desk'!A1", "Jan!A1"},
-                    RenameCase{"QuotesNoMore", "'My Desk'!A1", "Feb!A1"},
-                    RenameCase{"QuotesAnew", "Old!A1", "'My New'!A1"},
+                    RenameCase{"DropsQuotes", "'My Desk'!A1", "Feb!A1"},
+                    RenameCase{"AddsQuotes", "Old!A1", "'My New'!A1"},
                     RenameCase{"ApostropheInOld", "'It''s'!A1", "Mar!A1"},
                     RenameCase{"ApostropheInNew", "Year!A1", "'Year''s'!A1"},
                     RenameCase{"EveryPlace", "SUM(Desk!A1:A3,Desk!B$2)*Old!$C$1",
@@ -108,16 +108,16 @@ INSTANTIATE_TEST_SUITE_P(
                     RenameCase{"RangeQuoted", "SUM(Desk:Old!A1)", "SUM('Jan:My New'!A1)"},
                     RenameCase{"RangeInQuotes", "SUM('My Desk:It''s'!A1)", "SUM(Feb:Mar!A1)"},
                     RenameCase{"RangeOfQuoted", "SUM('My Desk':'It''s'!A1)", "SUM(Feb:Mar!A1)"},
-                    RenameCase{"LostReference", "Desk!#REF!", "Jan!#REF!"},
+                    RenameCase{"DeletedReference", "Desk!#REF!", "Jan!#REF!"},
                     RenameCase{"Name", "Desk!Total", "Jan!Total"},
                     RenameCase{"ThisBook", "[0]Desk!A1", "[0]Jan!A1"},
                     RenameCase{"ThisBookQuoted", "[0]Old!A1", "'[0]My New'!A1"},
-                    RenameCase{"BehindText", R"("Desk!A1"&Desk!A1)", R"("Desk!A1"&Jan!A1)"},
+                    RenameCase{"AfterText", R"("Desk!A1"&Desk!A1)", R"("Desk!A1"&Jan!A1)"},
                     RenameCase{"InArrayFunction", R"(MATCH(Desk!A1,{1,"Desk!A1"},0))",
                                R"(MATCH(Jan!A1,{1,"Desk!A1"},0))"},
-                    RenameCase{"BehindError", "IF(#N/A,#DIV/0!,Desk!A1)",
+                    RenameCase{"AfterErrorValue", "IF(#N/A,#DIV/0!,Desk!A1)",
                                "IF(#N/A,#DIV/0!,Jan!A1)"},
-                    RenameCase{"BehindStructured", "T[[#This Row],[Desk'[!]]+Desk!A1",
+                    RenameCase{"AfterStructured", "T[[#This Row],[Desk'[!]]+Desk!A1",
                                "T[[#This Row],[Desk'[!]]+Jan!A1"},
                     RenameCase{"Union", "(Desk!A1,Desk!B1)", "(Jan!A1,Jan!B1)"},
                     RenameCase{"ImplicitIntersection", "@Desk!A:A", "@Jan!A:A"}),
@@ -163,8 +163,8 @@ TEST_P(CollectFactsTest, TellsWhatIsRead)
 {
     FormulaFacts facts;
     CollectFacts(GetParam().formula, facts);
-    EXPECT_EQ(facts.Sheets, GetParam().sheets);
-    EXPECT_EQ(facts.ReadsElsewhere, GetParam().readsElsewhere);
+    EXPECT_EQ(facts.sheets, GetParam().sheets);
+    EXPECT_EQ(facts.readsElsewhere, GetParam().readsElsewhere);
 }
 INSTANTIATE_TEST_SUITE_P(
     Formulas, CollectFactsTest,
@@ -193,8 +193,8 @@ TEST(CollectFactsTest, AddsUp)
     FormulaFacts facts;
     CollectFacts("NOW()", facts);
     CollectFacts("Desk!A1", facts);
-    EXPECT_TRUE(facts.ReadsElsewhere);
-    EXPECT_EQ(facts.Sheets.size(), 1U);
+    EXPECT_TRUE(facts.readsElsewhere);
+    EXPECT_EQ(facts.sheets.size(), 1U);
 }
 
 } // namespace

@@ -158,7 +158,7 @@ INSTANTIATE_TEST_SUITE_P(
         NoPlaceCase{"ErrorText", "<dataValidation error=\"Desk!A1\"/>"}),
     [](const auto& test) { return std::string(test.param.name); });
 
-TEST(FindReferencesTest, ListsOnlyWhatNamesSomething)
+TEST(FindReferencesTest, ListsOnlyWhatRefersToSomething)
 {
     const auto sites = FindReferences("<s><c><f>A1+B1</f></c><c><f>Desk!A1</f></c><hyperlink "
                                       "location=\"B2\"/></s>",
@@ -206,7 +206,7 @@ TEST(FindVmlReferencesTest, LeavesEverythingElse)
 struct LocationCase {
     const char* name;
     std::string_view location;
-    std::string_view expected; ///< empty where nothing changes
+    std::string_view expected; ///< empty if nothing changes
 };
 class RenameInLocationTest : public testing::TestWithParam<LocationCase> {};
 TEST_P(RenameInLocationTest, FollowsTheSheets)
@@ -249,7 +249,7 @@ INSTANTIATE_TEST_SUITE_P(
                             "<s name='It&apos;s &quot;&lt;&amp;&gt;&quot;'/>"},
                     SetCase{"Added", "<p:s id=\"1\"/>",
                             "<p:s name=\"It's &quot;&lt;&amp;&gt;&quot;\" id=\"1\"/>"},
-                    SetCase{"FirstOne", "<s></s>",
+                    SetCase{"TheFirst", "<s></s>",
                             "<s name=\"It's &quot;&lt;&amp;&gt;&quot;\"></s>"}),
     [](const auto& test) { return std::string(test.param.name); });
 

@@ -1,4 +1,4 @@
-// Real workbooks, where the folder with them is there.
+// Real workbooks, if the folder with them exists.
 
 #include "engines/builtin/xlsx/package/package.h"
 #include "engines/builtin/xlsx/package/package_edit.h"
@@ -89,7 +89,7 @@ TEST_F(CorpusPackageTest, SavesEveryWorkbookPartByPart)
     }
 }
 
-TEST_F(CorpusPackageTest, BadFilesEndSoonInOneError)
+TEST_F(CorpusPackageTest, BadFilesQuicklyGiveOneError)
 {
     using Clock = std::chrono::steady_clock;
     std::size_t refused = 0;

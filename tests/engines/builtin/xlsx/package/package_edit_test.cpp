@@ -33,7 +33,7 @@ protected:
             names.push_back(entry.name);
         return names;
     }
-    /// What an entry holds.
+    /// The content of an entry.
     static std::string Entry(const std::filesystem::path& path, const std::string& name)
     {
         const zip::Reader zip(path);
@@ -63,7 +63,7 @@ TEST_F(PackageEditTest, SavesUnchangedPartsBitForBit)
     }
 }
 
-TEST_F(PackageEditTest, SavesChangedPartsInTheirPlaceAndNewOnesBehind)
+TEST_F(PackageEditTest, SavesChangedPartsInTheirPlaceAndNewOnesAtTheEnd)
 {
     edit.Put("/XL/Workbook.xml", kBookType, "<workbook/>");
     edit.Put("/xl/worksheets/sheet2.xml", kSheetType, [] { return std::string("<worksheet/>"); });
@@ -162,7 +162,7 @@ TEST_F(PackageEditTest, ReadingAndSavingElsewhereLeavesTheFileAlone)
 TEST_F(PackageEditTest, SavesOverItsOwnFile)
 {
     edit.Put("/xl/workbook.xml", kBookType, "<workbook/>");
-    if (util::kSeparator == '\\') { // Windows replaces no file that is open
+    if (util::kSeparator == '\\') { // Windows does not replace an open file
         EXPECT_EQ(KindThrownBy([&] { edit.Save(source); }), util::ErrorKind::FileNotWritable);
         EXPECT_EQ(BytesOf(source), bytes);
         return;

@@ -68,7 +68,7 @@ std::string Capitals(const std::string& name)
     return result;
 }
 
-/// In UTF-16 with a byte-order mark, the declaration left as it is.
+/// In UTF-16 with a byte-order mark; the declaration is unchanged.
 std::string InUtf16(const std::string& ascii)
 {
     std::string bytes = "\xFF\xFE";
@@ -140,7 +140,7 @@ struct RefusedCase {
     const char* name;
     std::string bytes;
     util::AnyErrorKind kind;
-    std::string cause = {}; ///< a piece of it
+    std::string cause = {}; ///< a part of it
 };
 
 class RefusePackageTest : public testing::TestWithParam<RefusedCase> {};
@@ -219,7 +219,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ErrorKind::DamagedWorkbook, "/_rels/.rels"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(Package, TellsMissingFilesFromFolders)
+TEST(Package, DistinguishesMissingFilesFromFolders)
 {
     const ScratchFolder folder;
     const auto kindOf = [](const std::filesystem::path& path) -> std::optional<util::AnyErrorKind> {
@@ -248,7 +248,7 @@ TEST_F(PackageTest, ListsPartsInOrder)
                                      "/xl/media/image1.png"));
 }
 
-TEST_F(PackageTest, SaysWhichPartIsMissing)
+TEST_F(PackageTest, NamesTheMissingPart)
 {
     try {
         package.Read("/xl/none.xml");
@@ -331,14 +331,14 @@ TEST(PackageXml, IsCheckedWhenItIsRead)
 
 TEST(PackageXml, IsReadUpToALimitInAll)
 {
-    std::string noise; // packs badly: the ratio of sizes is not what is refused
+    std::string noise; // hardly compressible: the ratio of sizes is not the reason for the refusal
     for (unsigned number = 1; noise.size() < 400'000; number = number * 1664525U + 1013904223U)
         noise += static_cast<char>('a' + (number >> 24U) % 26U);
     const ScratchFolder folder;
     const auto claims = [&](const std::string& name, std::uint32_t size) {
         return ZipPart{.name = name, .content = noise, .stored = true, .declaredSize = size};
     };
-    constexpr std::uint32_t kLimit = Package::kMostRead;
+    constexpr std::uint32_t kLimit = Package::kMaxRead;
     const Package package(
         folder.Write("a.xlsx", BuildZip(With({{"xl/small.xml", "<small/>"},
                                               claims("xl/over.xml", kLimit + 1),

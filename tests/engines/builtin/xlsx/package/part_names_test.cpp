@@ -44,7 +44,7 @@ INSTANTIATE_TEST_SUITE_P(
     NameOf);
 
 class RelativeTargetTest : public testing::TestWithParam<NameCase> {};
-TEST_P(RelativeTargetTest, ComesBackThroughResolve)
+TEST_P(RelativeTargetTest, RoundTripsThroughResolve)
 {
     EXPECT_EQ(RelativeTarget(GetParam().from, GetParam().target), GetParam().expected);
     EXPECT_EQ(ResolveTarget(GetParam().from, GetParam().expected), GetParam().target);
@@ -63,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(
         NameCase{"FromTheTop", "/workbook.xml", "/styles.xml", "styles.xml"}),
     NameOf);
 
-TEST(RelationshipsPartName, LiesInAFolderBeside)
+TEST(RelationshipsPartName, IsInAFolderBesideThePart)
 {
     EXPECT_EQ(RelationshipsPartName(""), "/_rels/.rels");
     EXPECT_EQ(RelationshipsPartName("/xl/workbook.xml"), "/xl/_rels/workbook.xml.rels");

@@ -78,7 +78,7 @@ TEST(Relationships, NewIdsAreFreeHoweverOthersAreNumbered)
     EXPECT_EQ(all.DuplicateId(), nullptr);
 }
 
-TEST(Relationships, TellsAnIdThatIsThereTwice)
+TEST(Relationships, ReportsADuplicateId)
 {
     const std::string twice = "<Relationship Id=\"x\" Type=\"a\" Target=\"b\"/>"
                               "<Relationship Id=\"x\" Type=\"a\" Target=\"c\"/>";
@@ -99,7 +99,7 @@ TEST(Relationships, ChangesOnlyWhatChanged)
                                kLink + kEnd);
 }
 
-TEST(Relationships, AddsBehindTheOthersUnderAFreeId)
+TEST(Relationships, AddsAtTheEndWithAFreeId)
 {
     Relationships all = Parse(kHead + kSheetRelation + kLink + kEnd);
     EXPECT_EQ(all.Add("t/image", "a&b.png"), "rId3");
@@ -128,7 +128,7 @@ TEST(Relationships, Removes)
     EXPECT_EQ(all.All().size(), 1U);
 }
 
-TEST(Relationships, NewOnesAreAWholePart)
+TEST(Relationships, NewOnesMakeAWholePart)
 {
     Relationships all;
     all.Add("t/x", "x.xml");

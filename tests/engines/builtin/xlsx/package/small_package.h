@@ -63,7 +63,7 @@ inline Parts Workbook()
         {"xl/media/image1.png", "no picture, but bytes", true}};
 }
 
-/// The workbook with some of its entries exchanged.
+/// The workbook with some entries replaced.
 inline Parts With(const Parts& others)
 {
     Parts parts = Workbook();

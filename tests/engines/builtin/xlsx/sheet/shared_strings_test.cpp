@@ -10,7 +10,7 @@
 namespace orrery::xlsx {
 namespace {
 
-using engines::kLongestText;
+using engines::kMaxTextLength;
 
 constexpr const char* kNamespace = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
 
@@ -27,7 +27,7 @@ struct AddCase {
     std::string after;
 };
 class SharedStringsTest : public testing::TestWithParam<AddCase> {};
-TEST_P(SharedStringsTest, AddsBehindTheOldTexts)
+TEST_P(SharedStringsTest, AddsAfterTheOldStrings)
 {
     SharedStrings strings = ReadStrings(GetParam().before);
     for (std::size_t i = 0; i < GetParam().texts.size(); ++i)
@@ -39,7 +39,7 @@ INSTANTIATE_TEST_SUITE_P(
     Parts, SharedStringsTest,
     testing::Values(
         AddCase{
-            "NewBehindOld",
+            "NewAfterOld",
             R"(<sst xmlns="u" count="9" uniqueCount="1"><si><t>Mon</t></si></sst>)",
             {"Tue", "Wed", "Tue"},
             {1, 2, 1},
@@ -111,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(
                 R"(<sst count="many"><si><t>b</t></si></sst>)"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(SharedStrings, MakesAPartWhereThereIsNone)
+TEST(SharedStrings, CreatesAMissingPart)
 {
     SharedStrings strings(nullptr, "/xl/sharedStrings.xml", kNamespace);
     EXPECT_FALSE(strings.Changed());
@@ -132,12 +132,12 @@ TEST(SharedStrings, CountNeverFallsBelowZero)
     EXPECT_EQ(strings.ToXml(-3), R"(<sst count="0"><si><t>a</t></si></sst>)");
 }
 
-TEST(SharedStrings, RefusesTextsThatNoCellHolds)
+TEST(SharedStrings, RefusesTextsTooLongForACell)
 {
     SharedStrings strings = ReadStrings("<sst/>");
-    EXPECT_EQ(strings.IndexOf(std::string(kLongestText, 'a')), 0U);
+    EXPECT_EQ(strings.IndexOf(std::string(kMaxTextLength, 'a')), 0U);
     try {
-        strings.IndexOf(std::string(kLongestText + 1, 'a'));
+        strings.IndexOf(std::string(kMaxTextLength + 1, 'a'));
         FAIL() << "one character too many";
     }
     catch (const util::Error& error) {
@@ -150,7 +150,7 @@ TEST(SharedStrings, CountsUtf16UnitsOfATextAndCutsItsBeginningBetweenCharacters)
 {
     SharedStrings strings = ReadStrings("<sst/>");
     std::string faces; // two units, four bytes each
-    for (std::size_t i = 0; i < kLongestText / 2; ++i)
+    for (std::size_t i = 0; i < kMaxTextLength / 2; ++i)
         faces += "\xF0\x9F\x98\x80";
     EXPECT_EQ(strings.IndexOf(faces + 'a'), 0U);
     try {

@@ -62,7 +62,7 @@ INSTANTIATE_TEST_SUITE_P(
             {Number("F5", 6), Number("G5", 7), Number("A5", 1), Number("B5", 2), Number("D5", 4)},
             R"(<sheetData><row r="5"> <c r="A5"><v>1</v></c><c r="B5"><v>2</v></c><c r="C5"/> <c r="D5"><v>4</v></c><c r="E5"/><c r="F5"><v>6</v></c><c r="G5"><v>7</v></c> <extLst/></row></sheetData>)"},
         PatchCase{
-            "BehindTheReplacedLast",
+            "AfterTheReplacedLast",
             R"(<sheetData><row r="5"><c r="C5"/></row></sheetData>)",
             {Number("C5", 3), Number("D5", 4)},
             R"(<sheetData><row r="5"><c r="C5"><v>3</v></c><c r="D5"><v>4</v></c></row></sheetData>)"},
@@ -97,7 +97,7 @@ INSTANTIATE_TEST_SUITE_P(
     CaseName);
 
 INSTANTIATE_TEST_SUITE_P(
-    Formats, SheetPatchTest,
+    Styles, SheetPatchTest,
     testing::Values(
         PatchCase{
             "RowBeforeColumn",
@@ -230,7 +230,7 @@ TEST(SheetCells, WithoutWritesHasNothingToChange)
         R"(<dimension ref="A1"/><sheetData><row r="1"><c r="A1"><f>B1</f><v>1</v></c></row></sheetData>)")));
     EXPECT_TRUE(cells.Empty());
     EXPECT_FALSE(cells.RemovesFormulas());
-    EXPECT_EQ(cells.AddedTextReferences(), 0);
+    EXPECT_EQ(cells.AddedStringReferences(), 0);
     EXPECT_TRUE(cells.Patch(false).Empty());
 }
 
@@ -239,11 +239,11 @@ TEST(SheetCells, CountsReferencesToTextsAndRemovedFormulas)
     SheetCells cells(ReadSheet(WorksheetXml(
         R"(<sheetData><row r="1"><c r="A1" t="s"><v>1</v></c><c r="B1" t="s"><v>1</v></c><c r="C1" t="str"><f>1</f></c></row></sheetData>)")));
     SetAll(cells, {Number("A1", 1)});
-    EXPECT_EQ(cells.AddedTextReferences(), -1);
+    EXPECT_EQ(cells.AddedStringReferences(), -1);
     SetAll(cells, {Text("B1", 2)});
-    EXPECT_EQ(cells.AddedTextReferences(), -1);
+    EXPECT_EQ(cells.AddedStringReferences(), -1);
     SetAll(cells, {Text("D1", 2), Text("A9", 2)});
-    EXPECT_EQ(cells.AddedTextReferences(), 1);
+    EXPECT_EQ(cells.AddedStringReferences(), 1);
     EXPECT_FALSE(cells.RemovesFormulas());
     SetAll(cells, {Number("C1", 1)});
     EXPECT_TRUE(cells.RemovesFormulas());
@@ -257,16 +257,16 @@ TEST(SheetCells, IgnoresHiddenCellsOfMergedAreas)
     EXPECT_FALSE(cells.TakesValue(2, 3));
     SetAll(cells, {Text("C2", 1)});
     EXPECT_TRUE(cells.Empty());
-    EXPECT_EQ(cells.AddedTextReferences(), 0);
+    EXPECT_EQ(cells.AddedStringReferences(), 0);
 }
 
-/// The kind and subject of the error that a check gives, "" where the cell may be written.
+/// The kind and subject of the error that a check throws, "" if the cell may be written.
 std::string CheckResult(const SheetCells& cells, std::int32_t row, std::int32_t column)
 {
-    const Styles styles("<s><cellXfs><xf/><xf><protection locked=\"0\"/></xf></cellXfs></s>",
-                        "/xl/styles.xml");
+    const Styles formats("<s><cellXfs><xf/><xf><protection locked=\"0\"/></xf></cellXfs></s>",
+                         "/xl/styles.xml");
     try {
-        cells.CheckWritable(row, column, styles);
+        cells.CheckWritable(row, column, formats);
         return "";
     }
     catch (const util::Error& error) {

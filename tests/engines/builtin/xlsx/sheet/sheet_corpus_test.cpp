@@ -10,7 +10,7 @@
 namespace orrery::xlsx {
 namespace {
 
-/// The workbooks that are whole.
+/// The undamaged workbooks.
 std::vector<std::filesystem::path> CorpusWorkbooks()
 {
     const std::filesystem::path folder = places::CorpusFolder() / "xlsx";
@@ -28,7 +28,7 @@ std::string_view LocalName(const pugi::xml_node& node)
     return name.substr(name.find(':') + 1);
 }
 
-/// How many rows and cells another parser sees.
+/// The number of rows and cells that another parser sees.
 std::pair<std::size_t, std::size_t> CountCells(const std::string& xml)
 {
     pugi::xml_document document;
@@ -46,7 +46,7 @@ std::pair<std::size_t, std::size_t> CountCells(const std::string& xml)
     return {rows, cells};
 }
 
-/// Writes a cell into every row and one beyond; what was not written must still be there.
+/// Writes a cell into every row and one beyond; the unwritten ones must be unchanged.
 void CheckWrites(const std::shared_ptr<const SheetText>& sheet)
 {
     SheetCells cells(sheet);

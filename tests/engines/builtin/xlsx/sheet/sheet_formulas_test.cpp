@@ -3,7 +3,7 @@
 namespace orrery::xlsx {
 namespace {
 
-/// What is written over in formulas that several cells share.
+/// What is written into cells that share a formula.
 struct FormulaCase {
     const char* name;
     std::string_view before; // of sheetData
@@ -12,7 +12,7 @@ struct FormulaCase {
     bool recalculate = false;
 };
 class SharedFormulaTest : public testing::TestWithParam<FormulaCase> {};
-TEST_P(SharedFormulaTest, GoesOnWithoutTheWrittenCells)
+TEST_P(SharedFormulaTest, StaysInTheUnwrittenCells)
 {
     const auto data = [](std::string_view rows) {
         return WorksheetXml("<sheetData>" + std::string(rows) + "</sheetData>");
@@ -49,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
             R"(<row r="1"><c r="A1"><f t="shared" ref="A1:B1" si="0">C1</f></c><c r="B1"><f t="shared" si="0"/></c></row>)",
             {Number("A1", 1), Number("B1", 2)},
             R"(<row r="1"><c r="A1"><v>1</v></c><c r="B1"><v>2</v></c></row>)"},
-        FormulaCase{"MasterAlone",
+        FormulaCase{"OnlyMaster",
                     R"(<row r="1"><c r="A1"><f t="shared" ref="A1:A9" si="0">C1</f></c></row>)",
                     {Number("A1", 1)},
                     R"(<row r="1"><c r="A1"><v>1</v></c></row>)"},
@@ -111,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(
             R"(<row r="1"><c r="A1" cm="1"><f t="array" ref="A1:B1">C1:D1</f><v>1</v></c><c r="B1"><v>5</v></c></row>)"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(SharedFormula, HandedOverReadsWithTheNamesOfNow)
+TEST(SharedFormula, MovedMasterUsesTheCurrentNames)
 {
     const auto sheet = ReadSheet(WorksheetXml(
         R"(<sheetData><row r="1"><c r="A1"><f t="shared" ref="A1:B1" si="0">Old!A1</f></c><c r="B1"><f t="shared" si="0"/></c></row></sheetData>)"));

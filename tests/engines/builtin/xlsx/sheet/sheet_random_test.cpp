@@ -12,20 +12,19 @@ namespace orrery::xlsx {
 namespace {
 
 /// A cell as any reader of the format sees it.
-struct SeenCell {
+struct DecodedCell {
     std::string format, type, value, formula;
-    friend bool operator==(const SeenCell&, const SeenCell&) = default;
+    friend bool operator==(const DecodedCell&, const DecodedCell&) = default;
 };
-using SeenCells = std::map<CellAddress, SeenCell>;
+using SeenCells = std::map<CellAddress, DecodedCell>;
 
-void PrintTo(const SeenCell& cell, std::ostream* out)
+void PrintTo(const DecodedCell& cell, std::ostream* out)
 {
     *out << "s=" << cell.format << " t=" << cell.type << " v=" << cell.value
          << " f=" << cell.formula;
 }
 
-/// Reads a sheet through another parser, and checks what a reader relies on: order, spans,
-/// dimension.
+/// Reads a sheet with another parser, and checks what a reader relies on: order, spans, dimension.
 class SheetReader {
 public:
     explicit SheetReader(const std::string& xml)
@@ -116,7 +115,7 @@ public:
     int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
     bool Sometimes() { return Below(3) == 0; }
 
-    /// A sheet of up to 20 rows and columns, with gaps, counted places, formats and formulas.
+    /// A sheet of up to 20 rows and columns, with gaps, missing references, formats and formulas.
     std::string Make()
     {
         std::string rows;
@@ -168,7 +167,7 @@ private:
         }
     }
 
-    /// A master, or a dependent where the last master's range holds the cell.
+    /// A master, or a dependent if the last master's range contains the cell.
     std::string MakeShared(CellAddress cell)
     {
         const int group = Below(2);
@@ -193,7 +192,7 @@ void WriteAtRandom(SheetMaker& random, SheetCells& cells, const SheetReader& bef
         const auto number = static_cast<std::int16_t>(random.Below(4000) - 2000);
         const bool isText = random.Sometimes();
         if (isText)
-            cells.Set(cell.row, cell.column, SharedText{7});
+            cells.Set(cell.row, cell.column, SharedStringIndex{7});
         else
             cells.Set(cell.row, cell.column, number);
         const auto old = before.Cells.find(cell);
@@ -222,7 +221,7 @@ TEST(SheetCells, WritesOfAnyKindReadBackAndLeaveTheRest)
         const std::string after = cells.Patch(recalculate).Apply(sheet->Xml());
         ASSERT_EQ(SheetReader(after).Cells, expected) << sheet->Xml() << "\n\n" << after;
 
-        // The new text is as good a start as the old one.
+        // The new text can be edited again like the old one.
         const auto again = ReadSheet(after);
         for (const auto& [address, cell] : expected)
             ASSERT_NE(again->Index().FindCell(address), nullptr);
@@ -230,7 +229,7 @@ TEST(SheetCells, WritesOfAnyKindReadBackAndLeaveTheRest)
     }
 }
 
-/// The text with a byte changed, or a few doubled, moved or taken out.
+/// The text with a byte changed, or with a few doubled, moved or removed.
 std::string Damage(std::string xml, SheetMaker& random)
 {
     constexpr std::string_view kBytes = "<>/\"' =&;:rcfvst0159ABZ\n";
@@ -254,7 +253,7 @@ std::string Damage(std::string xml, SheetMaker& random)
 
 TEST(SheetCells, DamagedSheetsAreRefusedOrWrittenInOrder)
 {
-    const Styles styles("", "");
+    const Styles formats("", "");
     int accepted = 0;
     for (unsigned seed = 1; seed <= 1500; ++seed) {
         SheetMaker random(seed);
@@ -263,9 +262,9 @@ TEST(SheetCells, DamagedSheetsAreRefusedOrWrittenInOrder)
             const auto sheet = ReadSheet(xml);
             SheetCells cells(sheet);
             for (std::int32_t i = 1; i <= 25; ++i) {
-                cells.CheckWritable(i, i, styles);
+                cells.CheckWritable(i, i, formats);
                 cells.Set(i, i, static_cast<std::int16_t>(i));
-                cells.Set(i, 1, SharedText{2});
+                cells.Set(i, 1, SharedStringIndex{2});
             }
             ++accepted;
             const std::string after = cells.Patch(random.Sometimes()).Apply(xml);

@@ -38,7 +38,7 @@ INSTANTIATE_TEST_SUITE_P(Values, WriteHeaderTest,
                                          HeaderCase{"EmptyText", std::string(), "Column1"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(SheetTablesTest, OtherCellsAreNoHeaders)
+TEST(SheetTablesTest, OtherCellsAreNotHeaders)
 {
     auto tables = Plan();
     for (const CellAddress cell : {CellAddress{1, 2}, CellAddress{3, 2}, CellAddress{2, 5}})
@@ -46,7 +46,7 @@ TEST(SheetTablesTest, OtherCellsAreNoHeaders)
     EXPECT_FALSE(tables.HasChanges());
 }
 
-TEST(SheetTablesTest, NamesThatWereGivenUpAreFree)
+TEST(SheetTablesTest, OldNamesAreFreeAgain)
 {
     auto tables = Plan();
     tables.WriteHeader({2, 3}, std::string("Tue"));

@@ -10,7 +10,7 @@ std::string PieceOf(const SheetText& sheet, const std::optional<xml::TextRange>&
     return range ? sheet.Xml().substr(range->begin, range->end - range->begin) : "nothing";
 }
 
-/// The cells of an index as "B5 f" (formula), "s" (shared text), "a" (value of an array).
+/// The cells of an index as "B5 f" (formula), "s" (shared string), "a" (value of an array).
 std::string CellList(const SheetIndex& index)
 {
     std::string list;
@@ -19,7 +19,7 @@ std::string CellList(const SheetIndex& index)
         list += list.empty() ? "" : " ";
         list += FormatCellAddress(index.AddressOf(i));
         list += cell.Has(CellPlace::Formula) ? "f" : "";
-        list += cell.Has(CellPlace::SharedText) ? "s" : "";
+        list += cell.Has(CellPlace::SharedString) ? "s" : "";
         list += cell.Has(CellPlace::ArrayValue) ? "a" : "";
         EXPECT_EQ(index.FindCell(index.AddressOf(i)), &cell);
         EXPECT_EQ(index.IndexOf(cell), i);
@@ -46,7 +46,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "B2 D2s A9f"},
         IndexCase{"Counted", "<sheetData><row><c/><c/></row><row/><row><c/></row></sheetData>",
                   "A1 B1 A3"},
-        IndexCase{"CountedOnFromExplicit",
+        IndexCase{"CountedFromExplicit",
                   R"(<sheetData><row r="3"><c r="C3"/><c/></row><row><c/></row></sheetData>)",
                   "C3 D3 A4"},
         IndexCase{"RowNumberFromItsFirstCell",
@@ -75,7 +75,7 @@ INSTANTIATE_TEST_SUITE_P(
 struct DamageCase {
     const char* name;
     std::string_view sheetData;
-    std::string_view cause; // behind the part's name
+    std::string_view cause; // after the part's name
 };
 class SheetDamageTest : public testing::TestWithParam<DamageCase> {};
 TEST_P(SheetDamageTest, IsRefusedWithItsCause)
@@ -149,7 +149,7 @@ TEST(SheetText, CollectsWhatFormulasRead)
         R"(<sheetData><row><c><f>Data!A1+B2</f></c><c><f t="shared" si="0" ref="B1:C1">)"
         R"('My &amp; Sheet'!A1</f></c><c><f t="shared" si="0"/></c></row></sheetData>)"));
     EXPECT_TRUE(sheet->HasFormulas());
-    EXPECT_EQ(sheet->Facts().Sheets, (std::set<std::string, std::less<>>{"Data", "My & Sheet"}));
+    EXPECT_EQ(sheet->Facts().sheets, (std::set<std::string, std::less<>>{"Data", "My & Sheet"}));
 }
 
 struct SelectCase {
@@ -194,10 +194,10 @@ TEST(SheetText, GivesTheFormatOfEveryCell)
     const std::pair<const char*, std::size_t> expected[] = {
         {"A1", 2}, // its own
         {"B1", 0}, // an element without one has none
-        {"C1", 7}, // the row's
-        {"C2", 4}, // the row's does not count, the column's does
-        {"C3", 0}, // the row's is the default
-        {"C9", 4}, // the column's, without a row
+        {"C1", 7}, // its row's
+        {"C2", 4}, // not its row's, but its column's
+        {"C3", 0}, // its row's is the default
+        {"C9", 4}, // its column's, without a row
         {"D9", 0}, {"E9", 0}, {"A2", 0},
     };
     for (const auto& [cell, format] : expected)

@@ -7,9 +7,9 @@
 namespace orrery::xlsx {
 namespace {
 
-TEST(Styles, SaysWhichFormatsAreLocked)
+TEST(Styles, KnowsWhichFormatsAreLocked)
 {
-    const Styles styles(R"(<?xml version="1.0"?>
+    const Styles formats(R"(<?xml version="1.0"?>
 <x:styleSheet xmlns:x="http://schemas.openxmlformats.org/spreadsheetml/2006/main">
 <x:cellStyleXfs count="1"><x:xf><x:protection locked="0"/></x:xf></x:cellStyleXfs>
 <x:cellXfs count="7">
@@ -21,11 +21,11 @@ TEST(Styles, SaysWhichFormatsAreLocked)
 <x:xf><x:protection hidden="1"/></x:xf>
 <x:xf><x:extLst><x:ext><x:protection locked="0"/></x:ext></x:extLst></x:xf>
 </x:cellXfs><x:dxfs><x:dxf><x:protection locked="0"/></x:dxf></x:dxfs></x:styleSheet>)",
-                        "/xl/styles.xml");
+                         "/xl/styles.xml");
     const bool expected[] = {true, false, false, true, true, true, true};
     for (std::size_t format = 0; format < std::size(expected); ++format)
-        EXPECT_EQ(styles.IsLocked(format), expected[format]) << format;
-    EXPECT_TRUE(styles.IsLocked(7)) << "a format that does not exist";
+        EXPECT_EQ(formats.IsLocked(format), expected[format]) << format;
+    EXPECT_TRUE(formats.IsLocked(7)) << "a format that does not exist";
 }
 
 TEST(Styles, LocksEverythingWithoutAPart)

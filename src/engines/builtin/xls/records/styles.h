@@ -6,13 +6,14 @@
 
 namespace orrery::xls {
 
-/// What the cell formats of the workbook say about protection.
-class Formats {
+/// The protection of the workbook's cell formats.
+class Styles {
 public:
-    /// Takes the data of the next XF record. Throws Error(DamagedWorkbook) where it is too short.
+    /// Adds the format of the next XF record. Throws Error(DamagedWorkbook) if its data is too
+    /// short.
     void Add(std::string_view data);
     bool Has(std::uint16_t format) const { return format < locked_.size(); }
-    /// Whether cells of this format are locked once their sheet is protected; true for a format
+    /// Whether cells of this format are locked when their sheet is protected; true for a format
     /// that does not exist.
     bool IsLocked(std::uint16_t format) const;
 

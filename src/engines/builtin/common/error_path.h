@@ -7,8 +7,8 @@
 
 namespace orrery::builtin {
 
-/// Does something with a workbook's content. An Error without a subject is thrown on with the path.
-template <typename Action> auto Naming(const std::filesystem::path& path, Action action)
+/// Runs the action. An Error without a subject is thrown on with the path as its subject.
+template <typename Action> auto WithErrorPath(const std::filesystem::path& path, Action action)
 {
     try {
         return action();

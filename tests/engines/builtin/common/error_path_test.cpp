@@ -1,4 +1,4 @@
-#include "engines/builtin/common/naming.h"
+#include "engines/builtin/common/error_path.h"
 
 #include "book/error.h"
 #include "util/error.h"
@@ -12,11 +12,12 @@ namespace {
 
 using book::ErrorKind;
 
-TEST(NamingTest, GivesTheNameToErrorsThatHaveNone)
+TEST(ErrorPathTest, AddsThePathToErrorsWithoutASubject)
 {
     const auto subjectOf = [](const std::string& thrown) -> std::string {
         try {
-            Naming("Desk.xlsx", [&] { throw util::Error(ErrorKind::DamagedWorkbook, thrown); });
+            WithErrorPath("Desk.xlsx",
+                          [&] { throw util::Error(ErrorKind::DamagedWorkbook, thrown); });
         }
         catch (const util::Error& error) {
             return error.Subject();

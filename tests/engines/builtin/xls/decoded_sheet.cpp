@@ -1,4 +1,4 @@
-#include "xls/seen_sheet.h"
+#include "xls/decoded_sheet.h"
 
 #include <algorithm>
 #include <iomanip>
@@ -31,7 +31,7 @@ class Reader {
 public:
     Reader(std::string_view sheet, std::size_t offset) : sheet_(sheet), offset_(offset) {}
 
-    SeenSheet Read()
+    DecodedSheet Read()
     {
         int depth = 0;
         for (std::size_t at = 0; at < sheet_.size();) {
@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    void Fault(const std::string& what, SeenSheet::Address cell)
+    void Fault(const std::string& what, DecodedSheet::Address cell)
     {
         seen_.faults.push_back(what + " at " + std::to_string(cell.first) + ", " +
                                std::to_string(cell.second));
@@ -73,7 +73,7 @@ private:
             AddSeveral(piece, 0x0201, 2);
             return true;
         case 0x00FD:
-            ++seen_.sharedTexts;
+            ++seen_.stringReferences;
             [[fallthrough]];
         case 0x0201:
         case 0x0203:
@@ -90,11 +90,11 @@ private:
         }
     }
 
-    void Add(SeenSheet::Address address, std::uint16_t type, std::string_view data,
+    void Add(DecodedSheet::Address address, std::uint16_t type, std::string_view data,
              std::size_t begin)
     {
-        SeenCell cell{type, static_cast<std::uint16_t>(Short(data, 0)), std::string(data.substr(2)),
-                      "", ""};
+        DecodedCell cell{type, static_cast<std::uint16_t>(Short(data, 0)),
+                         std::string(data.substr(2)), "", ""};
         if (type == 0x0006) {
             cell.value = data.substr(2, 8);
             cell.flags = data.substr(10, 2);
@@ -195,7 +195,7 @@ private:
             const std::string rgce = cell.expression;
             if (cell.type != 0x0006 || rgce.size() < 7 || rgce[2] != '\x01') // PtgExp
                 continue;
-            const SeenSheet::Address named{Short(rgce, 3), Short(rgce, 5)};
+            const DecodedSheet::Address named{Short(rgce, 3), Short(rgce, 5)};
             const auto found = shared_.find(named);
             if (found == shared_.end())
                 continue; // an array formula's
@@ -248,8 +248,8 @@ private:
 
     std::string_view sheet_;
     std::size_t offset_;
-    SeenSheet seen_;
-    std::optional<SeenSheet::Address> last_;
+    DecodedSheet seen_;
+    std::optional<DecodedSheet::Address> last_;
     std::size_t lastBegin_ = 0;
     std::size_t block_ = 0;
     std::vector<int> blockRows_;
@@ -257,12 +257,12 @@ private:
     std::vector<std::size_t> blocks_;
     std::optional<std::string> index_;
     std::size_t width_ = 0;
-    std::map<SeenSheet::Address, std::string> shared_;
+    std::map<DecodedSheet::Address, std::string> shared_;
 };
 
 } // namespace
 
-void PrintTo(const SeenCell& cell, std::ostream* out)
+void PrintTo(const DecodedCell& cell, std::ostream* out)
 {
     *out << "type " << cell.type << " format " << cell.format;
     for (const std::string& bytes : {cell.value, cell.flags, cell.expression}) {
@@ -273,7 +273,7 @@ void PrintTo(const SeenCell& cell, std::ostream* out)
     }
 }
 
-SeenSheet SeeSheet(std::string_view sheet, std::size_t offset)
+DecodedSheet DecodeSheet(std::string_view sheet, std::size_t offset)
 {
     return Reader(sheet, offset).Read();
 }

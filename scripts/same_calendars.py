@@ -9,6 +9,7 @@ messages and calendar have to be the same. A calendar in .xlsx is compared entry
 bytes included; only the time of saving is left out.
 """
 import collections
+import contextlib
 import hashlib
 import os
 import pathlib
@@ -17,7 +18,11 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import warnings
 import zipfile
+
+import openpyxl
+import xlrd
 
 YEAR = "2027"
 PARAMETERS = """[Monthly Calendar]
@@ -39,15 +44,13 @@ FirstCellOfDay=C40
 
 
 def sheet_names(workbook):
-    """What the program says of a workbook's sheets, else what its readers do."""
-    try:
-        if workbook.suffix == ".xls":
-            import xlrd
-            return xlrd.open_workbook(workbook, on_demand=True).sheet_names()
-        import openpyxl
-        return openpyxl.load_workbook(workbook, read_only=True).sheetnames
-    except Exception:  # a damaged one: any name does, both programs have to refuse it alike
-        return ["Sheet1"]
+    """The names of the sheets. Of a damaged workbook any name does: both programs have to refuse it
+    alike."""
+    with contextlib.suppress(Exception), open(os.devnull, "w") as nothing:
+        if workbook.suffix.startswith(".xlsx"):
+            return openpyxl.load_workbook(workbook, read_only=True).sheetnames or ["Sheet1"]
+        return xlrd.open_workbook(workbook, on_demand=True, logfile=nothing).sheet_names()
+    return ["Sheet1"]
 
 
 def parameters_for(workbook):
@@ -100,6 +103,7 @@ def calendar(program, workbook, parameters):
 
 
 def main():
+    warnings.simplefilter("ignore")
     if len(sys.argv) < 4:
         sys.exit(__doc__)
     old, new, *workbooks = sys.argv[1:]

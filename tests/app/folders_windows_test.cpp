@@ -25,7 +25,7 @@ TEST(SystemFoldersTest, TheSystemIsAskedForTheUsersFolders)
 TEST(SystemFoldersTest, TheProgramKnowsItsOwnFolder)
 {
     const SystemFolders system = FindSystemFolders();
-    EXPECT_TRUE(util::FileExists(system.executable + "ui_tests.exe")) << system.executable;
+    EXPECT_TRUE(util::FileExists(system.executable + "app_tests.exe")) << system.executable;
     EXPECT_EQ(system.help, system.executable);
     EXPECT_EQ(system.installed, "") << "nothing is installed beside a test";
 }

@@ -220,9 +220,9 @@ class Limits(Files):
 
 class Streams(Files):
     def test_output_that_cannot_be_written(self):
-        for option in ("--version", "--help"):
-            with self.subTest(option), open("/dev/full", "w") as full:
-                result = self.run_quickly(option, stdout=full)
+        for command in (["--version"], ["--help"], ["easter", 2027]):
+            with self.subTest(command), open("/dev/full", "w") as full:
+                result = self.run_quickly(*command, stdout=full)
                 self.assertEqual(result.returncode, 1)
                 self.assertIn("Standard output", result.stderr)
 

@@ -45,13 +45,6 @@ class Surroundings(Program):
             if expected:
                 self.assertTrue(seen.endswith("\r\x1b[K"), "the bar is gone at the end")
 
-    def test_output_that_cannot_be_written(self):
-        with open("/dev/full", "w") as full:
-            result = subprocess.run([CLI, "easter", "2027"], stdout=full, stderr=subprocess.PIPE,
-                                    env=self.environment, timeout=60)
-        self.assertEqual(result.returncode, 1)
-        self.assertIn(b"Standard output", result.stderr)
-
 
 class Places(Program):
     def test_only_the_first_start_fills_the_users_folders(self):

@@ -89,7 +89,7 @@ void SheetCopier::FindReferencesOf(const std::string& part)
         references_.emplace(key, FindReferencesIn(package_, part));
 }
 
-void SheetCopier::Put(PackageEdit& edit, const SheetCopy& copy, Content content,
+void SheetCopier::Put(PackageEdit& edit, const SheetCopy& copy, const Content& content,
                       const std::shared_ptr<const NamesOfOwner>& names) const
 {
     for (const auto& [index, isRelationships] : copy.plan.steps) {
@@ -102,7 +102,7 @@ void SheetCopier::Put(PackageEdit& edit, const SheetCopy& copy, Content content,
             }
             continue;
         }
-        auto own = index == 0 ? std::move(content) : ContentOf(part.original, copy, names);
+        auto own = index == 0 ? content : ContentOf(part.original, copy, names);
         if (own)
             edit.Put(part.copy, package_.TypeOf(part.original), std::move(own));
         else

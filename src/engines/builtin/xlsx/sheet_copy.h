@@ -53,7 +53,7 @@ public:
 
     /// Puts the parts of a copy into a package to be saved. `content` makes the text of the copied
     /// sheet then. Copy and copier outlive the edit.
-    void Put(PackageEdit& edit, const SheetCopy& copy, Content content,
+    void Put(PackageEdit& edit, const SheetCopy& copy, const Content& content,
              const std::shared_ptr<const NamesOfOwner>& names) const;
 
 private:

@@ -56,7 +56,7 @@ void WriteInput(const std::filesystem::path& path, std::string_view input)
     orrery::zip::Writer writer(path);
     for (std::size_t i = 0; i < kParts.size(); ++i) {
         const std::string text(i == chosen && !input.empty() ? input.substr(1) : kParts[i].text);
-        writer.AddEntry(kParts[i].name, [text] { return text; });
+        writer.AddEntry(kParts[i].name, [text](orrery::zip::EntrySink& sink) { sink.Add(text); });
     }
     writer.Close();
 }

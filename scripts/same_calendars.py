@@ -5,8 +5,8 @@ Usage: same_calendars.py OLD NEW WORKBOOK...
 
 Both programs generate the calendar of one year from every workbook: with the parameter file beside
 it, else with its first sheet as the month's template and its second as the year's. Exit status,
-messages and calendar have to be the same. A calendar in .xlsx is compared entry by entry, packed
-bytes included; only the time of saving is left out.
+messages and calendar have to be the same. A calendar in .xlsx is compared entry by entry; only
+the time of saving and the packed size are left out.
 """
 import collections
 import contextlib
@@ -63,16 +63,11 @@ def parameters_for(workbook):
 
 
 def entries_of(path):
-    """Every entry of a container: its header without the time, and its packed bytes."""
-    content = path.read_bytes()
+    """Every entry of a container: its header without time and packed size, and its content."""
     with zipfile.ZipFile(path) as container:
         for entry in container.infolist():
-            begin = entry.header_offset + 30
-            lengths = content[begin - 4:begin]
-            begin += int.from_bytes(lengths[:2], "little") + int.from_bytes(lengths[2:], "little")
-            packed = content[begin:begin + entry.compress_size]
-            yield (entry.filename, entry.flag_bits, entry.compress_type, entry.CRC,
-                   entry.external_attr, entry.extra, hashlib.sha256(packed).hexdigest())
+            yield (entry.filename, entry.flag_bits, entry.compress_type, entry.external_attr,
+                   entry.extra, hashlib.sha256(container.read(entry)).hexdigest())
 
 
 def fingerprint(path):

@@ -12,6 +12,7 @@ name runs over, and a footer with the sheet's name).
 import glob
 import os
 import pathlib
+import shutil
 import subprocess
 import sys
 
@@ -93,8 +94,10 @@ class Template:
         return pdfs | {path: self._picture(office, path) for path in self.marked.values()}
 
     def _picture(self, office, path, is_full=False):
-        pdf = pathlib.Path(self.work, os.path.basename(path) + ".pdf")
-        document = libreoffice.load(office, pathlib.Path(path))
+        copy = pathlib.Path(self.work, "copy-" + os.path.basename(path))
+        shutil.copy(path, copy)  # LibreOffice locks what it opens; others use the template, too
+        pdf = copy.with_name(os.path.basename(path) + ".pdf")
+        document = libreoffice.load(office, copy)
         for sheet in document.Sheets if is_full else ():
             pages.fill_print_area(sheet, self._corner(sheet.Name))
         libreoffice.store(document, pdf, "calc_pdf_Export")

@@ -1,8 +1,11 @@
 """What the commands that compare pages have in common."""
 
 import argparse
+import faulthandler
 import shutil
 import tempfile
+
+LONGEST_RUN = 500  # seconds; one that waits longer prints where, and ends
 
 
 def run(check, description, prefix):
@@ -13,6 +16,7 @@ def run(check, description, prefix):
     parser.add_argument("--year", type=int, default=2027)
     parser.add_argument("--keep", help="folder for the pictures of the pages, kept afterwards")
     options = parser.parse_args()
+    faulthandler.dump_traceback_later(LONGEST_RUN, exit=True)
     work = tempfile.mkdtemp(prefix=prefix)
     try:
         failures = list(check(options, work))

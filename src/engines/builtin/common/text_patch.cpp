@@ -53,18 +53,10 @@ std::string TextPatch::Apply(std::string_view text) const
         size += replacement.text.size();
     std::string result;
     result.reserve(size);
-    std::size_t done = 0; // everything before it is in the result or replaced
-    for (const Replacement* replacement : InOrder()) {
-        assert(replacement->end <= text.size());
-        if (replacement->begin < done) { // inside a wider range
-            assert(replacement->end <= done);
-            continue;
-        }
-        result.append(text, done, replacement->begin - done);
-        result.append(replacement->text);
-        done = replacement->end;
-    }
-    result.append(text, done);
+    ForEachPiece(
+        text.size(),
+        [&](std::size_t begin, std::size_t end) { result.append(text, begin, end - begin); },
+        [&](std::string_view piece) { result.append(piece); });
     return result;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -23,6 +24,10 @@ public:
 
     bool Empty() const { return replacements_.empty(); }
     std::string Apply(std::string_view text) const;
+    /// Gives the result for a text of `size` bytes piece by piece: `keep(begin, end)` for a range
+    /// of it that stays, `put(text)` for what replaces one. Pieces are not empty.
+    template <typename Keep, typename Put>
+    void ForEachPiece(std::size_t size, Keep keep, Put put) const;
     /// The offset in the result of `offset` in the text: after what is inserted there, before what
     /// is replaced from there on. It must not be inside a replaced range.
     std::size_t PlaceOf(std::size_t offset) const;
@@ -38,5 +43,25 @@ private:
 
     std::vector<Replacement> replacements_;
 };
+
+template <typename Keep, typename Put>
+void TextPatch::ForEachPiece(std::size_t size, Keep keep, Put put) const
+{
+    std::size_t done = 0; // everything before it is given or replaced
+    for (const Replacement* replacement : InOrder()) {
+        assert(replacement->end <= size);
+        if (replacement->begin < done) { // inside a wider range
+            assert(replacement->end <= done);
+            continue;
+        }
+        if (done < replacement->begin)
+            keep(done, replacement->begin);
+        if (!replacement->text.empty())
+            put(std::string_view(replacement->text));
+        done = replacement->end;
+    }
+    if (done < size)
+        keep(done, size);
+}
 
 } // namespace orrery::builtin

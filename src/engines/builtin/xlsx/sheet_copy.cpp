@@ -96,8 +96,8 @@ void SheetCopier::Put(PackageEdit& edit, const SheetCopy& copy, const Content& c
         const PlannedPart& part = copy.plan.parts[index];
         if (isRelationships) {
             if (!part.relationships->All().empty()) {
-                edit.PutRelationships(part.copy, [&part, names] {
-                    return RelationshipsXml(*part.relationships, part.targets, *names);
+                edit.PutRelationships(part.copy, [&part, names](zip::EntrySink& sink) {
+                    sink.Add(RelationshipsXml(*part.relationships, part.targets, *names));
                 });
             }
             continue;
@@ -118,11 +118,12 @@ SheetCopier::Content SheetCopier::ContentOf(const std::string& part, const Sheet
     const auto found = references_.find(PartKey(part));
     if (found == references_.end() || (found->second.empty() && !HasIdentity(type)))
         return {};
-    return [this, part, type, &sites = found->second, &identity = copy.identity, names] {
+    return [this, part, type, &sites = found->second, &identity = copy.identity,
+            names](zip::EntrySink& sink) {
         const auto text = ReadText(package_, part);
         auto patch = RenameInPart(*text, part, type, sites, names->sheets, names->tables);
         patch.Add(ApplyIdentity(*text, part, type, identity));
-        return patch.Apply(*text);
+        sink.Add(patch.Apply(*text));
     };
 }
 

@@ -5,6 +5,7 @@
 #include "engines/builtin/xlsx/package/part_errors.h"
 #include "engines/builtin/xlsx/part_references.h"
 #include "engines/builtin/xlsx/workbook.h"
+#include "engines/builtin/zip/deflate.h"
 
 #include <algorithm>
 #include <map>
@@ -24,6 +25,13 @@ bool NeverRefersToSheets(std::string_view type)
            type.ends_with(".pivotCacheRecords+xml") || type.ends_with(".calcChain+xml") ||
            type.ends_with("comments+xml") || type.ends_with("relationships+xml") ||
            type.ends_with("-properties+xml");
+}
+
+void AddPatched(zip::EntrySink& sink, zip::SharedText& text, const TextPatch& patch)
+{
+    patch.ForEachPiece(
+        text.Text().size(), [&](std::size_t begin, std::size_t end) { sink.Add(text, begin, end); },
+        [&](std::string_view piece) { sink.Add(piece); });
 }
 
 } // namespace
@@ -54,6 +62,8 @@ private:
 
     void PutCopies();
     void PutSheets();
+    /// A text that the sheet has in common with its copies.
+    zip::SharedText& TextOf(const Sheet& sheet);
     void PutRenamedParts();
     void PutRenamedPart(const std::string& part);
     void PutRenamedLinks(const std::string& part);
@@ -74,6 +84,7 @@ private:
     const std::vector<Names> names_; // as seen from each sheet
     Relationships links_;            // of the workbook part
     bool linksChanged_ = false;
+    std::map<const SheetText*, zip::SharedText> texts_; // each that of a sheet and its copies
     PackageEdit edit_;
 };
 
@@ -228,9 +239,16 @@ void Workbook::Saving::PutCopies()
     }
     std::ranges::sort(copies, {}, [this](std::size_t i) { return sheets_[i]->copy_->number; });
     for (const std::size_t i : copies) {
-        const auto content = [this, i] { return PatchOf(i).Apply(sheets_[i]->Text()->Xml()); };
+        const auto content = [this, i, &text = TextOf(*sheets_[i])](zip::EntrySink& sink) {
+            AddPatched(sink, text, PatchOf(i));
+        };
         workbook_.copier_->Put(edit_, *sheets_[i]->copy_, content, names_[i]);
     }
+}
+
+zip::SharedText& Workbook::Saving::TextOf(const Sheet& sheet)
+{
+    return texts_.try_emplace(sheet.Text().get(), sheet.Text()->Xml()).first->second;
 }
 
 void Workbook::Saving::PutSheets()
@@ -244,9 +262,10 @@ void Workbook::Saving::PutSheets()
         auto patch = PatchOf(i);
         if (patch.Empty())
             continue;
-        edit_.Put(
-            sheet.part_, package_.TypeOf(sheet.part_),
-            [text = sheet.Text(), patch = std::move(patch)] { return patch.Apply(text->Xml()); });
+        edit_.Put(sheet.part_, package_.TypeOf(sheet.part_),
+                  [&text = TextOf(sheet), patch = std::move(patch)](zip::EntrySink& sink) {
+                      AddPatched(sink, text, patch);
+                  });
     }
 }
 
@@ -299,8 +318,9 @@ void Workbook::Saving::PutSharedStrings()
         if (sheet->cells_)
             references += sheet->cells_->AddedStringReferences();
     }
-    edit_.Put(workbook_.stringsPart_, kStringsType,
-              [this, references] { return workbook_.strings_->ToXml(references); });
+    edit_.Put(workbook_.stringsPart_, kStringsType, [this, references](zip::EntrySink& sink) {
+        sink.Add(workbook_.strings_->ToXml(references));
+    });
 }
 
 void Workbook::Saving::PutWorkbookPart()

@@ -181,102 +181,6 @@ void Reader::Verify(std::size_t index) const
     });
 }
 
-/// An entry to be compressed. libzip asks for it while it closes the container.
-struct Writer::Pending {
-    Producer producer;
-    std::string content;
-    std::uint64_t size = 0;
-    bool isProduced = false;
-    bool isSized = false;
-    std::size_t position = 0;
-    std::exception_ptr failure;
-
-    /// libzip's callback; must not throw.
-    static zip_int64_t Serve(void* state, void* data, zip_uint64_t length,
-                             zip_source_cmd_t command);
-    zip_int64_t Produce();
-    zip_int64_t Describe(zip_stat_t& stat);
-    zip_int64_t Read(char* buffer, zip_uint64_t length);
-    zip_int64_t Discard();
-    static zip_int64_t ReportError(void* data, zip_uint64_t length);
-};
-
-zip_int64_t Writer::Pending::Serve(void* state, void* data, zip_uint64_t length,
-                                   zip_source_cmd_t command)
-{
-    Pending& pending = *static_cast<Pending*>(state);
-    switch (command) {
-    case ZIP_SOURCE_SUPPORTS:
-        return zip_source_make_command_bitmap(ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE,
-                                              ZIP_SOURCE_STAT, ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE,
-                                              -1);
-    case ZIP_SOURCE_STAT:
-        return pending.Describe(*static_cast<zip_stat_t*>(data));
-    case ZIP_SOURCE_OPEN:
-        return pending.Produce();
-    case ZIP_SOURCE_READ:
-        return pending.Read(static_cast<char*>(data), length);
-    case ZIP_SOURCE_CLOSE:
-        return pending.Discard();
-    case ZIP_SOURCE_ERROR:
-        return ReportError(data, length);
-    case ZIP_SOURCE_FREE:
-        return 0; // the writer owns it
-    default:
-        return -1;
-    }
-}
-
-zip_int64_t Writer::Pending::Produce()
-{
-    position = 0;
-    if (isProduced)
-        return 0;
-    try {
-        content = producer();
-        size = content.size();
-        isProduced = isSized = true;
-        return 0;
-    }
-    catch (...) { // rethrown by Close
-        failure = std::current_exception();
-        return -1;
-    }
-}
-
-zip_int64_t Writer::Pending::Describe(zip_stat_t& stat)
-{
-    // If the size is known in advance, libzip writes plain entries, not zip64 ones.
-    if (!isSized && Produce() != 0)
-        return -1;
-    zip_stat_init(&stat);
-    stat.size = size;
-    stat.valid = ZIP_STAT_SIZE;
-    return sizeof stat;
-}
-
-zip_int64_t Writer::Pending::Read(char* buffer, zip_uint64_t length)
-{
-    const std::size_t count = std::min<std::size_t>(length, content.size() - position);
-    std::copy_n(content.data() + position, count, buffer);
-    position += count;
-    return static_cast<zip_int64_t>(count);
-}
-
-zip_int64_t Writer::Pending::Discard()
-{
-    isProduced = false;
-    std::string().swap(content);
-    return 0;
-}
-
-zip_int64_t Writer::Pending::ReportError(void* data, zip_uint64_t length)
-{
-    ZipError error;
-    zip_error_set(error.Get(), ZIP_ER_INTERNAL, 0);
-    return zip_error_to_data(error.Get(), data, length);
-}
-
 Writer::Writer(const std::filesystem::path& path) : path_(path)
 {
     ZipError error;
@@ -301,15 +205,14 @@ void Writer::CopyEntry(const Reader& source, std::size_t index, const std::strin
     zip_set_file_compression(handle_.get(), added, stat.comp_method, 0);
 }
 
-void Writer::AddEntry(const std::string& name, Producer content)
+void Writer::AddEntry(const std::string& name, EntrySource::Producer content)
 {
     constexpr zip_uint16_t kNewYear1980 = 1 << 5 | 1; // the first date that a zip entry can have
-    auto pending = std::make_unique<Pending>();
-    pending->producer = std::move(content);
-    const std::uint64_t added =
-        Add(name, zip_source_function(handle_.get(), &Pending::Serve, pending.get()));
-    pending_.push_back(std::move(pending));
-    zip_set_file_compression(handle_.get(), added, ZIP_CM_DEFLATE, kDeflateLevel);
+    auto source = std::make_unique<EntrySource>(std::move(content));
+    const std::uint64_t added = Add(name, source->Create(handle_.get()));
+    sources_.push_back(std::move(source));
+    // The method that the content already has: libzip would undo another.
+    zip_set_file_compression(handle_.get(), added, ZIP_CM_DEFLATE, 0);
     zip_file_set_dostime(handle_.get(), added, 0, kNewYear1980, 0);
 }
 
@@ -330,12 +233,12 @@ void Writer::Close()
 {
     if (zip_close(handle_.get()) == 0) {
         static_cast<void>(handle_.release()); // zip_close freed it
-        pending_.clear();
+        sources_.clear();
         return;
     }
-    for (const auto& pending : pending_) {
-        if (pending->failure)
-            std::rethrow_exception(pending->failure);
+    for (const auto& source : sources_) {
+        if (const auto failure = source->Failure())
+            std::rethrow_exception(failure);
     }
     ZipError error(zip_get_error(handle_.get()));
     const std::string target = util::FromPath(path_);

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "engines/builtin/zip/entry.h"
+#include "engines/builtin/zip/entry_source.h"
 #include "util/file_read.h"
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -55,11 +55,9 @@ private:
 };
 
 /// Writes a new zip container. Content is requested when the container is closed, one entry at a
-/// time, so that only one unpacked entry is in memory.
+/// time, so that only one packed entry is in memory.
 class Writer {
 public:
-    using Producer = std::function<std::string()>;
-
     /// The file at `path` is created or emptied when the container is closed. Throws
     /// Error(FileNotWritable).
     explicit Writer(const std::filesystem::path& path);
@@ -71,23 +69,19 @@ public:
     void CopyEntry(const Reader& source, std::size_t index, const std::string& name);
     /// Adds an entry compressed with deflate and dated 1980, so that equal content gives equal
     /// bytes.
-    void AddEntry(const std::string& name, Producer content);
+    void AddEntry(const std::string& name, EntrySource::Producer content);
     /// Writes everything. Throws Error (FileNotWritable, DiskFull; for the container that entries
     /// are copied from FileNotReadable, DamagedWorkbook) and what a producer throws. The file is
     /// removed then.
     void Close();
 
 private:
-    struct Pending;
-    /// For sheets half the time of zlib's default level, for a tenth more bytes.
-    static constexpr unsigned kDeflateLevel = 4;
-
     /// Returns the new entry's index. Takes ownership of the source.
     std::uint64_t Add(const std::string& name, struct zip_source* source);
 
     std::filesystem::path path_;
     std::filesystem::path copiedFrom_;
-    std::vector<std::unique_ptr<Pending>> pending_;
+    std::vector<std::unique_ptr<EntrySource>> sources_;
     Reader::Handle handle_; // last: it is closed before what its entries need
 };
 

@@ -97,7 +97,7 @@ TEST(SheetCopierTest, ACopyHasThePartsOfItsModelUnderOtherNames)
     const testing_support::ScratchFolder folder;
     PackageEdit edit(package);
     copier.Put(
-        edit, *copy, [] { return std::string("<a/>"); }, names);
+        edit, *copy, [](zip::EntrySink& sink) { sink.Add("<a/>"); }, names);
     edit.Save(folder / "saved.xlsx");
     const Package saved(folder / "saved.xlsx");
     EXPECT_EQ(*saved.Read(copy->Part()), "<a/>");

@@ -256,9 +256,9 @@ TEST(Writer, PacksNewEntries)
 {
     const ScratchFolder folder;
     Writer writer(folder / "a.zip");
-    writer.AddEntry("a.xml", [] { return kText + kText; });
-    writer.AddEntry("empty.xml", [] { return std::string(); });
-    writer.AddEntry("large.xml", [] { return std::string(5 * kMiB, 'x'); });
+    writer.AddEntry("a.xml", [](EntrySink& sink) { sink.Add(kText + kText); });
+    writer.AddEntry("empty.xml", [](EntrySink& sink) { sink.Add(""); });
+    writer.AddEntry("large.xml", [](EntrySink& sink) { sink.Add(std::string(5 * kMiB, 'x')); });
     writer.Close();
     const Reader reader(folder / "a.zip");
     EXPECT_EQ(reader.Read(0), kText + kText);
@@ -272,7 +272,7 @@ TEST(Writer, WritesPlainHeadersOfAFixedDate)
     const ScratchFolder folder;
     for (const char* const name : {"a.zip", "b.zip"}) {
         Writer writer(folder / name);
-        writer.AddEntry("a.xml", [] { return kText; });
+        writer.AddEntry("a.xml", [](EntrySink& sink) { sink.Add(kText); });
         writer.Close();
     }
     const std::string bytes = BytesOf(folder / "a.zip");
@@ -288,9 +288,9 @@ TEST(Writer, AsksForOneContentAtATime)
     std::vector<std::string> asked;
     Writer writer(folder / "a.zip");
     for (const char* const name : {"a", "b", "c"})
-        writer.AddEntry(name, [&asked, name] {
+        writer.AddEntry(name, [&asked, name](EntrySink& sink) {
             asked.emplace_back(name);
-            return kText;
+            sink.Add(kText);
         });
     EXPECT_TRUE(asked.empty()) << "nothing is made before the end";
     writer.Close();
@@ -302,8 +302,8 @@ TEST(Writer, PassesOnWhatAProducerThrows)
     const ScratchFolder folder;
     {
         Writer writer(folder / "a.zip");
-        writer.AddEntry("a", [] { return kText; });
-        writer.AddEntry("b", []() -> std::string { throw std::invalid_argument("mine"); });
+        writer.AddEntry("a", [](EntrySink& sink) { sink.Add(kText); });
+        writer.AddEntry("b", [](EntrySink&) { throw std::invalid_argument("mine"); });
         EXPECT_THROW(writer.Close(), std::invalid_argument);
     }
     EXPECT_EQ(folder.Entries(), 0) << "nothing is left behind";
@@ -314,7 +314,7 @@ TEST(Writer, DiscardsWhatIsNotClosed)
     const ScratchFolder folder;
     {
         Writer writer(folder / "a.zip");
-        writer.AddEntry("a", [] { return kText; });
+        writer.AddEntry("a", [](EntrySink& sink) { sink.Add(kText); });
     }
     EXPECT_EQ(folder.Entries(), 0);
 }
@@ -324,7 +324,7 @@ TEST(Writer, NamesTheFileThatCannotBeWritten)
     const ScratchFolder folder;
     EXPECT_EQ(KindThrownBy([&] {
                   Writer writer(folder / "none/a.zip");
-                  writer.AddEntry("a", [] { return kText; });
+                  writer.AddEntry("a", [](EntrySink& sink) { sink.Add(kText); });
                   writer.Close();
               }),
               util::ErrorKind::FileNotWritable);

@@ -62,11 +62,11 @@ TEST(Writer, LeavesNoFileIfWritingFails)
     {
         const FileSizeLimit limit(64 * 1024);
         Writer writer(folder / "a.zip");
-        writer.AddEntry("a", [] {
+        writer.AddEntry("a", [](EntrySink& sink) {
             std::string noise;
             for (unsigned value = 1; noise.size() < kMiB; value = value * 1664525 + 1013904223)
                 noise += static_cast<char>(value >> 24);
-            return noise;
+            sink.Add(noise);
         });
         EXPECT_EQ(KindThrownBy([&] { writer.Close(); }), util::ErrorKind::FileSizeLimit);
     }

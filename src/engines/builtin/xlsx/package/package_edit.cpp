@@ -35,7 +35,7 @@ void PackageEdit::Put(std::string_view part, std::string_view type, Content cont
 
 void PackageEdit::Put(std::string_view part, std::string_view type, std::string content)
 {
-    Put(part, type, Content([text = std::move(content)] { return text; }));
+    Put(part, type, [text = std::move(content)](zip::EntrySink& sink) { sink.Add(text); });
 }
 
 void PackageEdit::PutCopy(std::string_view part, std::string_view original)
@@ -60,7 +60,8 @@ void PackageEdit::SetRelationships(std::string_view part, Relationships relation
 {
     if (!package_.Has(RelationshipsPartName(part)) && relationships.All().empty())
         return;
-    PutRelationships(part, [all = std::move(relationships)] { return all.ToXml(); });
+    PutRelationships(
+        part, [all = std::move(relationships)](zip::EntrySink& sink) { sink.Add(all.ToXml()); });
 }
 
 void PackageEdit::PutRelationships(std::string_view part, Content content)
@@ -113,7 +114,7 @@ void PackageEdit::WriteEntries(zip::Writer& writer) const
         if (const Change* const change = ChangeOf(index))
             WriteChange(writer, *change, name);
         else if (package_.IsContentTypes(index) && types_.Changed())
-            writer.AddEntry(name, [this] { return types_.ToXml(); });
+            writer.AddEntry(name, [this](zip::EntrySink& sink) { sink.Add(types_.ToXml()); });
         else
             writer.CopyEntry(*package_.zip_, index, name);
     }

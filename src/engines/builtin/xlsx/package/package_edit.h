@@ -3,10 +3,10 @@
 #include "engines/builtin/xlsx/package/content_types.h"
 #include "engines/builtin/xlsx/package/package.h"
 #include "engines/builtin/xlsx/package/relationships.h"
+#include "engines/builtin/zip/entry_source.h"
 
 #include <cstddef>
 #include <filesystem>
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -19,7 +19,7 @@ namespace orrery::xlsx {
 /// were opened.
 class PackageEdit {
 public:
-    using Content = std::function<std::string()>;
+    using Content = zip::EntrySource::Producer;
 
     /// The package outlives its edits.
     explicit PackageEdit(const Package& package);

@@ -66,7 +66,8 @@ TEST_F(PackageEditTest, SavesUnchangedPartsBitForBit)
 TEST_F(PackageEditTest, SavesChangedPartsInTheirPlaceAndNewOnesAtTheEnd)
 {
     edit.Put("/XL/Workbook.xml", kBookType, "<workbook/>");
-    edit.Put("/xl/worksheets/sheet2.xml", kSheetType, [] { return std::string("<worksheet/>"); });
+    edit.Put("/xl/worksheets/sheet2.xml", kSheetType,
+             [](zip::EntrySink& sink) { sink.Add("<worksheet/>"); });
     edit.PutCopy("/xl/media/image2.png", "/xl/media/image1.png");
     edit.Save(target);
 
@@ -178,7 +179,7 @@ TEST_F(PackageEditTest, SavesOverItsOwnFile)
 TEST_F(PackageEditTest, KeepsTheOldTargetWhenContentFails)
 {
     folder.Write("b.xlsx", "old");
-    edit.Put("/xl/new.xml", kSheetType, []() -> std::string { throw std::invalid_argument("x"); });
+    edit.Put("/xl/new.xml", kSheetType, [](zip::EntrySink&) { throw std::invalid_argument("x"); });
     EXPECT_THROW(edit.Save(target), std::invalid_argument);
     EXPECT_EQ(BytesOf(target), "old");
     EXPECT_EQ(folder.Entries(), 2);

@@ -109,18 +109,18 @@ book::Workbook& OpenTemplate(book::Application& application, const GenerateJob& 
 }
 
 /// The steps of a run between starting the application and releasing it.
-bool RunInApplication(book::Application& application, const GenerateJob& job,
-                      model::ParameterSets& sets, Context& context, UnfinishedOutput& unfinished)
+void RunInApplication(book::Application& application, const GenerateJob& job,
+                      model::ParameterSets& sets, Context& context, UnfinishedOutput& unfinished,
+                      std::optional<SavedCalendar>& saved)
 {
     HideApplication(application);
-    bool saved = false;
     if (book::Workbook* const workbook = OpenCalendarWorkbook(application, job, context)) {
         unfinished.Begin(job.outputPath);
         MakeMonthlyCalendar(*workbook, job.year, sets.Monthly, context);
         MakeYearlyCalendar(*workbook, job.year, sets.Yearly, context);
         context.observer.Saving();
-        saved = SaveCalendar(*workbook, job.outputPath, context);
-        if (saved) {
+        if (SaveCalendar(*workbook, job.outputPath, context)) {
+            saved = SavedCalendar{job.outputPath, std::nullopt};
             unfinished.Keep();
             ShowApplication(application);
             application.ReleaseWorkbook(*workbook);
@@ -128,7 +128,6 @@ bool RunInApplication(book::Application& application, const GenerateJob& job,
     }
     if (!application.Visible())
         application.Quit();
-    return saved;
 }
 
 /// Records the names of the sheets that runs fill, until it is destroyed.
@@ -147,19 +146,16 @@ private:
 };
 
 /// Makes the workbook and, with a PDF maker, its PDF.
-std::optional<SavedCalendar> MakeFiles(const ApplicationFactory& startApplication,
-                                       const GenerateJob& job, model::ParameterSets& sets,
-                                       Context& context, PdfMaker* pdfMaker)
+void MakeFiles(const ApplicationFactory& startApplication, const GenerateJob& job,
+               model::ParameterSets& sets, Context& context, PdfMaker* pdfMaker,
+               std::optional<SavedCalendar>& saved)
 {
     std::optional<SheetNames> sheets;
     if (pdfMaker != nullptr)
         sheets.emplace(context);
-    if (!GenerateCalendar(startApplication, job, sets, context))
-        return std::nullopt;
-    SavedCalendar files{job.outputPath, std::nullopt};
-    if (sheets)
-        files.pdf = pdfMaker->Make(job.outputPath, sheets->Names(), context);
-    return files;
+    GenerateCalendar(startApplication, job, sets, context, saved);
+    if (saved && sheets)
+        saved->pdf = pdfMaker->Make(job.outputPath, sheets->Names(), context);
 }
 
 } // namespace
@@ -200,7 +196,7 @@ std::optional<SavedCalendar> RunGenerate(const GenerateRequest& request, model::
         context.easter = holidays::EasterDate(job.year);
         context.observer.SetHourglass(true);
         hourglass = true;
-        saved = MakeFiles(startApplication, job, sets, context, pdfMaker);
+        MakeFiles(startApplication, job, sets, context, pdfMaker, saved);
     }
     catch (const util::OverflowError&) { // from the year's text or its Easter Sunday
         context.observer.Report(
@@ -214,16 +210,17 @@ std::optional<SavedCalendar> RunGenerate(const GenerateRequest& request, model::
     return saved;
 }
 
-bool GenerateCalendar(const ApplicationFactory& startApplication, const GenerateJob& job,
-                      model::ParameterSets& sets, Context& context)
+void GenerateCalendar(const ApplicationFactory& startApplication, const GenerateJob& job,
+                      model::ParameterSets& sets, Context& context,
+                      std::optional<SavedCalendar>& saved)
 {
     UnfinishedOutput unfinished; // removed last: the application may keep the file open
     const std::unique_ptr<book::Application> application = startApplication();
     try {
-        return RunInApplication(*application, job, sets, context, unfinished);
+        RunInApplication(*application, job, sets, context, unfinished, saved);
     }
     catch (const RunEnded&) {
-        return false; // already reported
+        // It is already reported.
     }
 }
 

@@ -50,18 +50,21 @@ struct SavedCalendar {
 };
 
 /// The Generate command: the checks, Easter Sunday of the year, the run, and with a `pdfMaker` the
-/// PDF of the sheets that it filled. Returns nothing if no workbook was saved. An error that the
-/// run itself does not catch is reported while the hourglass is still on.
+/// PDF of the sheets that it filled. Returns nothing if no workbook was saved; one that was saved
+/// stays so, whatever fails afterwards. An error that the run itself does not catch is reported
+/// while the hourglass is still on.
 std::optional<SavedCalendar> RunGenerate(const GenerateRequest& request, model::ParameterSets& sets,
                                          const ApplicationFactory& startApplication,
                                          Context& context, PdfMaker* pdfMaker = nullptr);
 
 /// One run, from starting the application to releasing it: visible with the new workbook, or ended
-/// if nothing was saved. True if the workbook was saved. Throws if starting, hiding, showing or
-/// ending the application fails; everything else is reported. A lost application ends the run with
-/// one report. An output file that was not saved is removed.
-bool GenerateCalendar(const ApplicationFactory& startApplication, const GenerateJob& job,
-                      model::ParameterSets& sets, Context& context);
+/// if nothing was saved. Sets `saved` when the workbook is saved, before anything else can fail.
+/// Throws if starting, hiding, showing or ending the application fails; everything else is
+/// reported. A lost application ends the run with one report. An output file that was not saved is
+/// removed.
+void GenerateCalendar(const ApplicationFactory& startApplication, const GenerateJob& job,
+                      model::ParameterSets& sets, Context& context,
+                      std::optional<SavedCalendar>& saved);
 
 /// Makes sure that the output file can be written, then opens the template read-only. An existing
 /// output file is removed. Reports a failure and returns nullptr; throws only RunEnded.

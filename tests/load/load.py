@@ -119,7 +119,8 @@ def check_run(run, scratch, kills, wanted):
     check(set(made) <= set(wanted), f"files that nobody wanted: {set(made) - set(wanted)}")
     check(run.printed == [path for path in wanted if path in made],
           "the printed paths are not those of the workbooks")
-    check(len(made) + len(run.reports) == len(wanted),
+    # One whose program was killed just after it was saved is both saved and reported.
+    check(len(wanted) <= len(made) + len(run.reports) <= len(wanted) + run.killed,
           f"{len(made)} workbooks and {len(run.reports)} reports of {len(wanted)} years")
     left = os.listdir(scratch / "tmp")
     check(run.killed or not left, f"temporary files that nobody takes away: {left}")

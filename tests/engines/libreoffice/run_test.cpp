@@ -35,8 +35,10 @@ protected:
              const std::filesystem::path& source)
     {
         context_.easter = holidays::EasterDate(2027);
-        return generate::GenerateCalendar(
-            start, {2027, util::FromPath(source), util::FromPath(target)}, sets_, context_);
+        std::optional<generate::SavedCalendar> saved;
+        generate::GenerateCalendar(start, {2027, util::FromPath(source), util::FromPath(target)},
+                                   sets_, context_, saved);
+        return saved.has_value();
     }
 
     testing_support::ScratchFolder folder_;

@@ -40,10 +40,10 @@ step "Set-up program and zip"
 (cd build/windows && cpack)
 
 step "Suite under Wine"
-# A new Wine folder, which paints windows without a display. Tests that look at windows make others.
+# New Wine folders: one that paints windows without a display, one of the tests that look at windows.
 export ORRERY_WINEPREFIX=$PWD/build/windows/wine
 scripts/windows/wine.sh --end
-rm -rf "$ORRERY_WINEPREFIX"
+rm -rf "$ORRERY_WINEPREFIX" "$ORRERY_WINEPREFIX-windows"
 trap 'scripts/windows/wine.sh --end; show_steps' EXIT
 scripts/windows/wine.sh reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
 scripts/windows/wine.sh --end # programs read it when they start

@@ -15,6 +15,7 @@ unset WAYLAND_DISPLAY
 export LC_ALL=${ORRERY_WINE_LOCALE:-C.UTF-8}
 
 ready=$WINEPREFIX/orrery-ready
+log=$WINEPREFIX.log # what Wine itself says when it starts
 
 case $* in
 --end)
@@ -35,11 +36,20 @@ start_services() {
         wineserver --kill=0 && exit # they run
         wineserver --persistent=60 9>&-
         wine cmd /c exit 9>&-
-    ) 9>"$WINEPREFIX/orrery-lock" </dev/null >/dev/null 2>&1
+    ) 9>"$WINEPREFIX/orrery-lock" </dev/null >>"$log" 2>&1
 }
 
+# Wine may fail for a moment, for want of disk space or in its own folder of sockets (where it asks to
+# be run again). What a failed attempt leaves is removed: Wine would take it for a finished set-up.
 set_up() {
-    start_services && wine winecfg -v win10 </dev/null >/dev/null 2>&1 && touch "$ready"
+    for pause in 3 10 0; do
+        start_services && wine winecfg -v win10 </dev/null >>"$log" 2>&1 && touch "$ready" && return
+        { echo "wine.sh: the set-up failed. The disk:" && df -h "$WINEPREFIX"; } >>"$log" 2>&1
+        wineserver --kill && wineserver --wait
+        find "$WINEPREFIX" -mindepth 1 ! -name orrery-setup-lock -delete
+        sleep $pause
+    done
+    return 1
 }
 
 if [ ! -e "$ready" ]; then
@@ -47,7 +57,8 @@ if [ ! -e "$ready" ]; then
     (
         flock 8
         [ -e "$ready" ] || set_up 8>&- || {
-            echo "wine.sh: no Windows could be set up in $WINEPREFIX." >&2
+            echo "wine.sh: no Windows could be set up in $WINEPREFIX. Wine's last words:" >&2
+            tail --lines=20 "$log" >&2
             exit 125
         }
     ) 8>"$WINEPREFIX/orrery-setup-lock"

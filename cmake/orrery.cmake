@@ -55,8 +55,9 @@ function(orrery_library name)
     target_link_libraries(${name} PUBLIC orrery_options ${ARG_LINK})
 endfunction()
 
-# orrery_test(NAME SOURCES... LINK libraries...): one folder's tests in one program. If the unit tests run
-# in another build, the program is built only on request.
+# orrery_test(NAME SOURCES... LINK libraries...): one folder's tests in one program, which is one test of
+# CTest's where the sources are joined, and many elsewhere. If the unit tests run in another build, the
+# program is built only on request.
 function(orrery_test name)
     cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
     add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
@@ -66,10 +67,12 @@ function(orrery_test name)
         set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
         return()
     endif()
-    if(WIN32) # a program is one test, because every start costs time there
-        target_compile_options(${name} PRIVATE "$<$<BOOL:${MINGW}>:-O0;-Wa,-mbig-obj>")
+    if(MINGW)
+        target_compile_options(${name} PRIVATE -O0 -Wa,-mbig-obj)
+    endif()
+    if(WIN32 OR ORRERY_JOIN_TESTS) # every start of a program costs time
         add_test(NAME ${name} COMMAND ${name})
-        set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+        set_tests_properties(${name} PROPERTIES TIMEOUT 900)
     else()
         gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
                              NO_PRETTY_VALUES PROPERTIES TIMEOUT 300)

@@ -2,7 +2,7 @@
 # Installs what is missing, cross-builds the Windows program and its packages, and tests them under
 # Wine: the suite as Windows programs, the Excel engine against a server that stands in for Excel, the
 # windows, the set-up program. The set-up program and the zip are then in build/windows. The first run
-# builds the libraries from Debian's sources, in about ten minutes.
+# builds the libraries from Debian's sources, in about five minutes.
 #
 #   scripts/windows.sh          what every push runs
 #   scripts/windows.sh --full   every workbook and long loops here, too

@@ -60,9 +60,9 @@ build_wxwidgets() {
     source=$(source_of 'wxwidgets3.2')
     mkdir "$build"
     (cd "$build" && "$source/configure" --host=$host --prefix="$prefix" \
-        CC="$compiler_cache $host-gcc-posix" CXX="$compiler_cache $host-g++-posix" \
+        CC=$host-gcc-posix CXX=$host-g++-posix \
         CFLAGS="$flags" CXXFLAGS="$flags -Wno-deprecated-declarations" \
-        --disable-shared --enable-unicode --disable-debug_flag --with-zlib=sys --without-libpng \
+        --disable-shared --enable-unicode --disable-debug_flag --enable-pch --with-zlib=sys --without-libpng \
         --without-libjpeg --without-libtiff --without-regex --without-expat --without-opengl \
         --disable-svg --disable-mdi --disable-docview --disable-xrc --disable-aui --disable-html \
         --disable-propgrid --disable-ribbon --disable-richtext --disable-stc --disable-webview \
@@ -72,8 +72,7 @@ build_wxwidgets() {
     make -C "$build" install
 }
 
-compiler_cache=$(command -v ccache || true)
-say "Building the Windows libraries into $prefix (about ten minutes; later runs find them)"
+say "Building the Windows libraries into $prefix (about five minutes; later runs find them)"
 {
     fetch_sources
     with_cmake pugixml

@@ -42,6 +42,7 @@ start_services() {
 # Wine may fail for a moment, for want of disk space or in its own folder of sockets (where it asks to
 # be run again). What a failed attempt leaves is removed: Wine would take it for a finished set-up.
 set_up() {
+    : >"$log"
     for pause in 3 10 0; do
         start_services && wine winecfg -v win10 </dev/null >>"$log" 2>&1 && touch "$ready" && return
         { echo "wine.sh: the set-up failed. The disk:" && df -h "$WINEPREFIX"; } >>"$log" 2>&1

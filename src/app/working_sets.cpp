@@ -4,6 +4,8 @@
 #include "util/file_read.h"
 #include "util/paths.h"
 
+#include <utility>
+
 namespace orrery::app {
 
 WorkingSets LoadWorkingSets(Settings& settings, const std::string& templateFile)
@@ -12,10 +14,13 @@ WorkingSets LoadWorkingSets(Settings& settings, const std::string& templateFile)
     WorkingSets working{model::CopyDefaults(settings.defaults)};
     working.readError = util::FindExistingTextReadError(util::ToPath(file));
     working.parameterFileExists = util::FileExists(file);
-    if (working.parameterFileExists)
-        model::ReadParameterFile(util::ToPath(file), settings.names, working.sets);
-    else
+    if (!working.parameterFileExists) {
         working.monthlyChanged = working.yearlyChanged = true;
+        return working;
+    }
+    auto reading = model::ReadParameterFile(util::ToPath(file), settings.names, working.sets);
+    working.monthlyProblems = std::move(reading.monthlyProblems);
+    working.yearlyProblems = std::move(reading.yearlyProblems);
     return working;
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "app/settings.h"
+#include "holidays/error.h"
 #include "model/parameters.h"
 #include "util/error.h"
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace orrery::app {
 
@@ -17,6 +19,9 @@ struct WorkingSets {
     bool yearlyChanged = false;
     /// Why the parameter file could not be read although it exists.
     std::optional<util::Error> readError = {};
+    /// Lines of the parameter file that are not read.
+    std::vector<holidays::LineProblem> monthlyProblems = {};
+    std::vector<holidays::LineProblem> yearlyProblems = {};
 
     bool Changed() const { return monthlyChanged || yearlyChanged; }
     void ClearChanged() { monthlyChanged = yearlyChanged = false; }

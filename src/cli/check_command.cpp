@@ -1,18 +1,24 @@
 #include "cli/commands.h"
 #include "generate/trial_run.h"
+#include "holidays/holiday_readers.h"
+#include "model/parameter_file.h"
 #include "util/error_text.h"
 #include "util/paths.h"
 
-#include <chrono>
+#include <ctime>
 #include <ostream>
+#include <set>
+#include <string>
+#include <vector>
 
 namespace orrery::cli {
 namespace {
 
+/// In local time, as the calendar on the user's wall.
 std::string ThisYear()
 {
-    const auto today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
-    return std::to_string(static_cast<int>(std::chrono::year_month_day(today).year()));
+    const std::time_t now = std::time(nullptr);
+    return std::to_string(std::localtime(&now)->tm_year + 1900);
 }
 
 /// Ends the application at the end of the scope.
@@ -51,13 +57,30 @@ std::vector<std::string> FindProblems(Session& session, const ChosenTemplate& ch
     return generate::TryCalendars(workbook, year, chosen.sets, chosen.settings.names);
 }
 
+void AddLineProblems(const std::string& file, const std::vector<holidays::LineProblem>& problems,
+                     std::vector<std::string>& findings)
+{
+    for (const holidays::LineProblem& problem : problems)
+        findings.push_back(util::FileName(file) + ", line " + std::to_string(problem.line) + ": " +
+                           util::ErrorText(problem.error));
+}
+
 /// The holiday files matter only if the template has no holidays of its own.
 void AddHolidayProblems(const ChosenTemplate& chosen, std::vector<std::string>& findings)
 {
-    if (chosen.hasParameterFile)
+    if (chosen.hasParameterFile) {
+        const auto file = model::ParameterFilePath(chosen.settings.TemplatePath, chosen.file);
+        AddLineProblems(file, chosen.problems, findings);
         return;
+    }
     for (const Error& error : chosen.settings.holidayFileErrors)
         findings.push_back("Holidays: " + util::ErrorText(error));
+    const model::DefaultParameters& defaults = chosen.settings.defaults;
+    for (const std::string& file :
+         std::set{defaults.MonthlyHolidayFile, defaults.YearlyHolidayFile}) {
+        holidays::HolidayList list;
+        AddLineProblems(file, holidays::ReadHolidayFile(util::ToPath(file), list), findings);
+    }
 }
 
 } // namespace

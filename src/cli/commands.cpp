@@ -9,10 +9,12 @@
 #include "util/file_read.h"
 #include "util/paths.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
 #include <exception>
+#include <iterator>
 #include <ostream>
 #include <utility>
 
@@ -117,6 +119,8 @@ void RunHolidaysCommand(Session& session)
     JsonWriter json;
     json.BeginObject().Key("year").Number(*year).Key("holidays").BeginArray();
     for (std::int16_t i = 0; i < dates.Count; ++i) {
+        if (dates.DateAt(i) == holidays::kNoDate)
+            continue;
         const std::string date = IsoDate(dates.DateAt(i));
         json.BeginObject().Key("date").Text(date).Key("name").Text(dates.NameAt(i)).EndObject();
         if (!session.line.json)
@@ -239,6 +243,8 @@ ChosenTemplate ChooseTemplate(Session& session)
         throw Error(*working.readError);
     chosen.sets = std::move(working.sets);
     chosen.hasParameterFile = working.parameterFileExists;
+    chosen.problems = std::move(working.monthlyProblems);
+    std::ranges::move(working.yearlyProblems, std::back_inserter(chosen.problems));
     return chosen;
 }
 

@@ -42,6 +42,7 @@ struct ChosenTemplate {
     app::Settings settings;
     model::ParameterSets sets; ///< the defaults, changed by its parameter file
     bool hasParameterFile = false;
+    std::vector<holidays::LineProblem> problems; ///< lines of the file that are not read
 };
 
 app::Settings LoadSettings(Session& session, const std::optional<std::string>& templateFolder);

@@ -22,8 +22,11 @@ std::int16_t WeekdayOf(Date date);
 /// not in the years [1:9999].
 Date MakeDate(std::int16_t year, std::int16_t month, std::int16_t day);
 
-/// Easter Sunday. Kept on purpose: it is computed in 16 bits and throws OverflowError from the year
-/// 6554 on.
+/// The last year whose Easter Sunday can be computed, and so the last of a calendar.
+inline constexpr std::int16_t kLastYear = 6553;
+
+/// Easter Sunday. Kept on purpose: it is computed in 16 bits and throws OverflowError after
+/// `kLastYear`.
 Date EasterDate(std::int16_t year);
 
 } // namespace orrery::holidays

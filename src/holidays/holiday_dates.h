@@ -9,14 +9,18 @@
 
 namespace orrery::holidays {
 
+/// The date of a slot that was never filled: before every calendar.
+inline constexpr Date kNoDate = Date::min();
+
 /// The holidays of a year, sorted by date, with the read position of the month writer.
 struct HolidayDateList {
     static constexpr std::size_t kCapacity = 1025;
-    std::array<Date, kCapacity> Dates{};
+    std::array<Date, kCapacity> Dates;
     std::array<std::string, kCapacity> Names;
     std::int16_t Count = 0;
     std::int16_t Cursor = 0; ///< only moves forward; reset to 0 when the list is rebuilt
 
+    HolidayDateList() { Dates.fill(kNoDate); }
     /// Throws OutOfRangeError beyond the 1,025 slots.
     Date DateAt(std::int16_t index) const;
     const std::string& NameAt(std::int16_t index) const;

@@ -1,81 +1,92 @@
 #include "holidays/holiday_readers.h"
 
 #include "holidays/key_line.h"
+#include "holidays/rule_reader.h"
 #include "util/error.h"
 #include "util/file_read.h"
+#include "util/numbers.h"
 #include "util/text.h"
+
+#include <string>
+#include <string_view>
+#include <variant>
 
 namespace orrery::holidays {
 
 namespace {
 
-void AppendRule(std::string_view line, HolidayList& list)
+/// Whether a line of a holiday file is meant as a rule and not as a comment: it begins with a
+/// number and a comma, or its kind is known.
+bool IsMeantAsRule(std::string_view line)
 {
-    if (auto rule = ParseHolidayLine(line))
-        list.Append(*std::move(rule));
+    const std::size_t comma = line.find(',');
+    if (comma == std::string_view::npos)
+        return false;
+    if (util::ReadNumber(util::Trim(line.substr(0, comma))))
+        return true;
+    const auto rule = ParseHolidayLine(line);
+    const auto* const error = std::get_if<util::Error>(&rule);
+    return error == nullptr || (error->Kind() != ErrorKind::RuleWithoutFields &&
+                                error->Kind() != ErrorKind::UnknownRuleKind);
 }
 
-void ReadRules(std::string_view text, HolidayList& list)
+std::vector<LineProblem> ReadRules(std::string_view text, HolidayList& list)
 {
-    for (const std::string_view line : util::SplitLines(text)) {
-        if (list.IsFull())
-            return;
-        AppendRule(util::Trim(line), list);
+    RuleReader reader(list);
+    const auto lines = util::SplitLines(text);
+    for (std::size_t i = 0; i < lines.size() && !reader.HasEnded(); ++i) {
+        const std::string_view line = util::Trim(lines[i]);
+        if (IsMeantAsRule(line))
+            reader.Read(i + 1, line);
     }
+    return reader.TakeProblems();
 }
 
-void ReadSectionRules(std::string_view text, std::string_view header, HolidayList& list)
+std::vector<LineProblem> ReadSectionRules(std::string_view text, std::string_view header,
+                                          HolidayList& list)
 {
+    RuleReader reader(list);
     bool inSection = false;
-    for (const std::string_view whole : util::SplitLines(text)) {
-        const std::string_view line = util::Trim(whole);
+    const auto lines = util::SplitLines(text);
+    for (std::size_t i = 0; i < lines.size() && !reader.HasEnded(); ++i) {
+        const std::string_view line = util::Trim(lines[i]);
         if (!inSection) {
             inSection = line == header;
             continue;
         }
         if (line.starts_with('['))
-            return;
+            break;
         const auto entry = ReadKeyLine(line);
-        if (!entry || !IsHolidayKey(entry->key))
-            continue;
-        if (list.IsFull())
-            return;
-        AppendRule(entry->value, list);
+        if (entry && IsHolidayKey(entry->key))
+            reader.Read(i + 1, entry->value);
     }
+    return reader.TakeProblems();
 }
 
-/// Runs a reader over a file's text. If the file cannot be opened the list stays empty; an error in
-/// a rule ends the reading and keeps the rules before it.
+/// Runs a reader over a file's text. If the file cannot be read the list stays empty.
 template <typename Reader>
-void ReadFileInto(const std::filesystem::path& path, HolidayList& list, Reader read)
+std::vector<LineProblem> ReadFileInto(const std::filesystem::path& path, HolidayList& list,
+                                      Reader read)
 {
     list.Clear();
     const auto bytes = util::ReadTextFile(path);
-    if (!bytes)
-        return;
-    try {
-        read(util::DecodeTextFile(*bytes));
-    }
-    catch (const util::Error&) {
-        // A number too large or a date in month 0; the list keeps the rules before it.
-        return;
-    }
+    return bytes ? read(util::DecodeTextFile(*bytes)) : std::vector<LineProblem>();
 }
 
 } // namespace
 
-void ReadHolidayFile(const std::filesystem::path& path, HolidayList& list)
+std::vector<LineProblem> ReadHolidayFile(const std::filesystem::path& path, HolidayList& list)
 {
-    ReadFileInto(path, list, [&](const std::string& text) { ReadRules(text, list); });
+    return ReadFileInto(path, list, [&](const std::string& text) { return ReadRules(text, list); });
 }
 
-void ReadTemplateHolidays(CalendarKind calendar, const std::filesystem::path& path,
-                          HolidayList& list)
+std::vector<LineProblem> ReadTemplateHolidays(CalendarKind calendar,
+                                              const std::filesystem::path& path, HolidayList& list)
 {
     const std::string_view header =
         calendar == CalendarKind::Monthly ? kMonthlySection : kYearlySection;
-    ReadFileInto(path, list,
-                 [&](const std::string& text) { ReadSectionRules(text, header, list); });
+    return ReadFileInto(
+        path, list, [&](const std::string& text) { return ReadSectionRules(text, header, list); });
 }
 
 } // namespace orrery::holidays

@@ -1,15 +1,19 @@
 #include "holidays/holiday_rule.h"
 
 #include "holidays/date.h"
+#include "holidays/error.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 namespace orrery::holidays {
 
 namespace {
+
+using RuleOrError = std::variant<HolidayDef, util::Error>;
 
 /// The three fields of a rule line; later commas stay in the name.
 struct Fields {
@@ -63,6 +67,7 @@ constexpr std::array<Word, 5> kEasterDays = {{{"FRI", "FRIDAY", -2},
                                               {"TUE", "TUESDAY", 2}}};
 
 /// Days from Easter Sunday, taken from the weekday after the word EASTER, else from the date field.
+/// Throws OverflowError.
 std::int16_t EasterOffset(const Fields& fields)
 {
     const std::string_view rest = std::string_view(fields.kind).substr(kEasterWord.size());
@@ -71,24 +76,36 @@ std::int16_t EasterOffset(const Fields& fields)
     return util::RoundTo16(util::ReadNumber(fields.date).value_or(0));
 }
 
-/// The date code of a fixed date or a weekday of a month, or nothing if the date field has none.
-std::optional<std::int16_t> MonthAndDayCode(const Fields& fields, std::int16_t kind)
+/// A rule of a fixed date or of a weekday of a month. Throws OverflowError.
+RuleOrError DateRule(const Fields& fields, std::int16_t kind)
 {
+    const auto fail = [&](ErrorKind error) { return util::Error(error, std::string(fields.date)); };
     const auto number = util::ReadNumber(fields.date);
     if (!number)
-        return std::nullopt;
+        return fail(ErrorKind::RuleDateNotNumeric);
     const std::int32_t code = util::RoundTo32(*number);
     // Rounded, not truncated: 1250 passes as month 12 and 1251 fails as month 13.
     const std::int32_t month = util::RoundTo32(code / 100.0);
     const std::int32_t day = code % 100;
     if (month < 0 || month > 12)
-        return std::nullopt;
-    // Month 0 throws here, which ends the reading of a file.
+        return fail(ErrorKind::NoSuchRuleDate);
+    if (kind == kFixedDay && month == 0)
+        return fail(ErrorKind::RuleWithoutMonth);
     if (kind == kFixedDay && day > TableDaysInMonth(static_cast<std::int16_t>(month)))
-        return std::nullopt;
+        return fail(ErrorKind::NoSuchRuleDate);
     if (day < 0)
-        return std::nullopt;
-    return util::RoundTo16(code);
+        return fail(ErrorKind::NoSuchRuleDate);
+    return HolidayDef{util::RoundTo16(code), kind, std::string(fields.name)};
+}
+
+/// Throws OverflowError for a number that does not fit.
+RuleOrError RuleOf(const Fields& fields)
+{
+    if (const auto kind = FindWord(kKinds, fields.kind))
+        return DateRule(fields, *kind);
+    if (fields.kind.starts_with(kEasterWord))
+        return HolidayDef{EasterOffset(fields), kEaster, std::string(fields.name)};
+    return util::Error(ErrorKind::UnknownRuleKind, fields.kind);
 }
 
 } // namespace
@@ -110,19 +127,17 @@ void HolidayList::Append(HolidayDef rule)
         rules_.push_back(std::move(rule));
 }
 
-std::optional<HolidayDef> ParseHolidayLine(std::string_view line)
+std::variant<HolidayDef, util::Error> ParseHolidayLine(std::string_view line)
 {
     const auto fields = SplitFields(line);
     if (!fields)
-        return std::nullopt;
-    const std::string name(fields->name);
-    if (const auto kind = FindWord(kKinds, fields->kind)) {
-        const auto code = MonthAndDayCode(*fields, *kind);
-        return code ? std::optional(HolidayDef{*code, *kind, name}) : std::nullopt;
+        return util::Error(ErrorKind::RuleWithoutFields, std::string(line));
+    try {
+        return RuleOf(*fields);
     }
-    if (fields->kind.starts_with(kEasterWord))
-        return HolidayDef{EasterOffset(*fields), kEaster, name};
-    return std::nullopt;
+    catch (const util::OverflowError&) {
+        return util::Error(ErrorKind::RuleNumberTooLarge, std::string(fields->date));
+    }
 }
 
 } // namespace orrery::holidays

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "util/error.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace orrery::holidays {
@@ -50,11 +52,11 @@ private:
 };
 
 /// Parses one rule line: date field, kind field and name, separated by commas. Blanks around the
-/// first two fields do not count. Returns nothing for a line that is not a rule. Throws
-/// OverflowError for an Easter offset beyond 16 bits or another date field beyond 32 bits, and
-/// OutOfRangeError for a DAY rule of month 0; both end the reading of a file.
+/// first two fields do not count. For a line that is not a rule, gives an error of
+/// `holidays::ErrorKind`; a number beyond its width and a DAY rule of month 0 end the reading of a
+/// file. Throws nothing.
 ///     accepted: "0704, DAY, Independence Day"    ", EASTER MON, Easter Monday"
 ///     rejected: "2, HOLIDAY, x"                  "/* comment */"
-std::optional<HolidayDef> ParseHolidayLine(std::string_view line);
+std::variant<HolidayDef, util::Error> ParseHolidayLine(std::string_view line);
 
 } // namespace orrery::holidays

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/name_lists.h"
+#include "model/parameter_reading.h"
 #include "model/parameters.h"
 
 #include <filesystem>
@@ -14,11 +15,13 @@ std::string ParameterFilePath(const std::string& templateFolder, const std::stri
 /// Reads a parameter file into the sets, which must contain the defaults: a missing or invalid key
 /// leaves its field unchanged. Unknown name lists are added to the tables. The holidays of both
 /// sets are cleared first, even if the file cannot be read.
-void ReadParameterFile(const std::filesystem::path& path, NameTables& names, ParameterSets& sets);
+ParameterReading ReadParameterFile(const std::filesystem::path& path, NameTables& names,
+                                   ParameterSets& sets);
 
-/// Writes both sets and replaces the file. Other sections of the old file, and holiday rules that
-/// cannot be parsed, are kept. False if it cannot be written; the old file then stays.
-bool WriteParameterFile(const std::filesystem::path& path, const NameTables& names,
+/// Writes both sets and replaces the file. What the old file has beside them is kept. If it cannot
+/// be written the old file stays. Throws Error (FileNotWritable, DiskFull, ...; OutOfRange for an
+/// index outside the tables of names).
+void WriteParameterFile(const std::filesystem::path& path, const NameTables& names,
                         const ParameterSets& sets);
 
 } // namespace orrery::model

@@ -1,11 +1,19 @@
 #include "model/parameter_text.h"
 
 #include "holidays/key_line.h"
+#include "holidays/rule_reader.h"
+#include "model/error.h"
 #include "model/parameter_table.h"
+#include "util/error.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace orrery::model {
 
@@ -75,51 +83,123 @@ private:
     bool isParameter_ = false;
 };
 
-/// If the list is full the rule is not even parsed.
-void AppendHoliday(std::string_view value, holidays::HolidayList& list)
-{
-    if (list.IsFull())
-        return;
-    if (auto rule = holidays::ParseHolidayLine(value))
-        list.Append(*std::move(rule));
-}
-
-template <typename Set> void ApplyLine(const holidays::KeyLine& line, NameTables& names, Set& set)
-{
-    LineReader reader(line, names);
-    VisitParameters(set, reader);
-    if (!reader.IsParameter() && holidays::IsHolidayKey(line.key))
-        AppendHoliday(line.value, set.Holidays);
-}
-
-enum class Section { None, Monthly, Yearly };
+enum class Section { None, Monthly, Yearly, Other };
 
 Section SectionOf(std::string_view header)
 {
     if (header == holidays::kMonthlySection)
         return Section::Monthly;
-    return header == holidays::kYearlySection ? Section::Yearly : Section::None;
+    return header == holidays::kYearlySection ? Section::Yearly : Section::Other;
+}
+
+/// Reads the lines of a parameter file into the sets.
+class FileReader {
+public:
+    FileReader(std::string_view text, NameTables& names, ParameterSets& sets)
+        : text_(text), lines_(util::SplitLines(text)), names_(names), sets_(sets),
+          monthlyRules_(sets.Monthly.Holidays), yearlyRules_(sets.Yearly.Holidays)
+    {
+    }
+
+    ParameterReading Read();
+
+private:
+    std::string_view WholeLine() const;
+    void ReadLine(const holidays::KeyLine& entry);
+    template <typename Set>
+    void ReadLine(const holidays::KeyLine& entry, Set& set, holidays::RuleReader& rules,
+                  std::vector<std::string>& unreadRules);
+    void End();
+
+    std::string_view text_;
+    const std::vector<std::string_view> lines_;
+    NameTables& names_;
+    ParameterSets& sets_;
+    holidays::RuleReader monthlyRules_;
+    holidays::RuleReader yearlyRules_;
+    ParameterReading reading_;
+    Section section_ = Section::None;
+    std::size_t line_ = 0; // index of the current one
+    bool hasEnded_ = false;
+};
+
+ParameterReading FileReader::Read()
+{
+    for (line_ = 0; line_ < lines_.size(); ++line_) {
+        const std::string_view line = util::Trim(lines_[line_]);
+        const bool isHeader = line.starts_with('[');
+        if (isHeader)
+            section_ = SectionOf(line);
+        if (section_ == Section::Other)
+            reading_.extras.sections += WholeLine();
+        else if (hasEnded_)
+            reading_.extras.unread += WholeLine();
+        else if (const auto entry = isHeader ? std::nullopt : holidays::ReadKeyLine(line))
+            ReadLine(*entry);
+    }
+    const auto prepend = [](std::vector<holidays::LineProblem> first, auto& problems) {
+        problems.insert(problems.begin(), first.begin(), first.end());
+    };
+    prepend(monthlyRules_.TakeProblems(), reading_.monthlyProblems);
+    prepend(yearlyRules_.TakeProblems(), reading_.yearlyProblems);
+    return std::move(reading_);
+}
+
+/// The current line with its end.
+std::string_view FileReader::WholeLine() const
+{
+    const char* const begin = lines_[line_].data();
+    const char* const end =
+        line_ + 1 < lines_.size() ? lines_[line_ + 1].data() : text_.data() + text_.size();
+    return {begin, end};
+}
+
+void FileReader::ReadLine(const holidays::KeyLine& entry)
+{
+    try {
+        if (section_ == Section::Monthly)
+            ReadLine(entry, sets_.Monthly, monthlyRules_, reading_.extras.monthlyRules);
+        else if (section_ == Section::Yearly)
+            ReadLine(entry, sets_.Yearly, yearlyRules_, reading_.extras.yearlyRules);
+    }
+    catch (const util::OutOfRangeError&) { // the table of names is full
+        auto& problems =
+            section_ == Section::Monthly ? reading_.monthlyProblems : reading_.yearlyProblems;
+        problems.push_back(
+            {line_ + 1, util::Error(ErrorKind::TooManyNameLists, std::string(entry.value))});
+        End();
+    }
+}
+
+template <typename Set>
+void FileReader::ReadLine(const holidays::KeyLine& entry, Set& set, holidays::RuleReader& rules,
+                          std::vector<std::string>& unreadRules)
+{
+    LineReader reader(entry, names_);
+    VisitParameters(set, reader);
+    if (reader.IsParameter() || !holidays::IsHolidayKey(entry.key))
+        return;
+    const bool isRead = rules.Read(line_ + 1, entry.value);
+    if (rules.HasEnded())
+        End();
+    else if (!isRead)
+        unreadRules.emplace_back(lines_[line_]);
+}
+
+/// Ends the reading at the current line.
+void FileReader::End()
+{
+    hasEnded_ = true;
+    reading_.extras.unread =
+        section_ == Section::Monthly ? holidays::kMonthlySection : holidays::kYearlySection;
+    (reading_.extras.unread += "\r\n") += WholeLine();
 }
 
 } // namespace
 
-void ApplyParameterText(std::string_view text, NameTables& names, ParameterSets& sets)
+ParameterReading ApplyParameterText(std::string_view text, NameTables& names, ParameterSets& sets)
 {
-    Section section = Section::None;
-    for (const std::string_view whole : util::SplitLines(text)) {
-        const std::string_view line = util::Trim(whole);
-        if (line.starts_with('[')) {
-            section = SectionOf(line);
-            continue;
-        }
-        if (section == Section::None)
-            continue;
-        const auto entry = holidays::ReadKeyLine(line);
-        if (entry && section == Section::Monthly)
-            ApplyLine(*entry, names, sets.Monthly);
-        if (entry && section == Section::Yearly)
-            ApplyLine(*entry, names, sets.Yearly);
-    }
+    return FileReader(text, names, sets).Read();
 }
 
 } // namespace orrery::model

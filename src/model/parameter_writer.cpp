@@ -62,6 +62,17 @@ public:
             Line(rule);
     }
     void Line(std::string_view text) { (text_ += text) += "\r\n"; }
+    /// Appends lines unchanged, with an empty line before them.
+    void Text(std::string_view lines)
+    {
+        if (lines.empty())
+            return;
+        if (!text_.ends_with('\n'))
+            Line("");
+        if (!text_.ends_with("\n\r\n"))
+            Line("");
+        text_ += lines;
+    }
     std::string Take() { return std::move(text_); }
 
 private:
@@ -92,9 +103,9 @@ std::string FormatParameterText(const NameTables& names, const ParameterSets& se
     out.Section(holidays::kMonthlySection, sets.Monthly, extras.monthlyRules);
     out.Line("");
     out.Section(holidays::kYearlySection, sets.Yearly, extras.yearlyRules);
-    if (!extras.sections.empty())
-        out.Line("");
-    return out.Take() + extras.sections;
+    out.Text(extras.sections);
+    out.Text(extras.unread);
+    return out.Take();
 }
 
 } // namespace orrery::model

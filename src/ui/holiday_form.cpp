@@ -1,6 +1,7 @@
 #include "ui/holiday_form.h"
 
 #include "model/parameter_file.h"
+#include "ui/line_problems.h"
 #include "util/paths.h"
 
 #include <utility>
@@ -73,18 +74,22 @@ void HolidayForm::cboHolidayFile_Click()
 {
     if (!cboHolidayFile.HasSelection() || !cboHolidayFile.changed)
         return;
+    lblProblems.ShowText(SummarizeProblems(ReadChosenFile()));
+    ShowHolidays();
+}
+
+std::vector<holidays::LineProblem> HolidayForm::ReadChosenFile()
+{
     if (templateHasFile_ && cboHolidayFile.selected == 0) {
         const auto file =
             model::ParameterFilePath(location_.templateFolder, location_.templateFile);
-        if (HasCalendar())
-            holidays::ReadTemplateHolidays(calendarKind_, util::ToPath(file), shown_);
+        return HasCalendar()
+                   ? holidays::ReadTemplateHolidays(calendarKind_, util::ToPath(file), shown_)
+                   : std::vector<holidays::LineProblem>();
     }
-    else {
-        const auto entry = static_cast<std::size_t>(cboHolidayFile.selected);
-        const std::string file = location_.holidayFolder + cboHolidayFile.entries[entry];
-        holidays::ReadHolidayFile(util::ToPath(file), shown_);
-    }
-    ShowHolidays();
+    const auto entry = static_cast<std::size_t>(cboHolidayFile.selected);
+    const std::string file = location_.holidayFolder + cboHolidayFile.entries[entry];
+    return holidays::ReadHolidayFile(util::ToPath(file), shown_);
 }
 
 void HolidayForm::cmdOK_Click()

@@ -36,12 +36,15 @@ public:
     ListBox lstHoliday{"lstHoliday"};
     /// Tab stops of `lstHoliday`, in quarters of a character's width.
     const std::vector<int> tabStops;
+    Label lblProblems{"lblProblems"}; ///< lines of the chosen file that are not read
     Button cmdOK{"cmdOK", "&OK"};
     Button cmdCancel{"cmdCancel", "&Cancel"};
 
 private:
     void Form_Load();
     bool HasCalendar() const;
+    /// Reads the chosen file into the shown list; returns its lines that are not read.
+    std::vector<holidays::LineProblem> ReadChosenFile();
 
     const holidays::CalendarKind calendarKind_;
     const app::TemplateLocation location_;

@@ -146,13 +146,12 @@ void MainForm::cboTemplateFile_Click()
 bool MainForm::SaveParameters(const std::string& templateFile)
 {
     const auto file = model::ParameterFilePath(settings_.TemplatePath, templateFile);
-    bool written = false;
-    {
+    try {
         const Hourglass hourglass(desktop_);
-        written = model::WriteParameterFile(util::ToPath(file), settings_.names, working.sets);
+        model::WriteParameterFile(util::ToPath(file), settings_.names, working.sets);
     }
-    if (!written) {
-        desktop_.Report(util::ErrorText(Error(util::ErrorKind::FileNotWritable, file)));
+    catch (const Error& error) {
+        desktop_.Report(util::ErrorText(error));
         return false;
     }
     working.parameterFileExists = true;

@@ -60,7 +60,7 @@ public:
     Button cmdOpenTemplate{"cmdOpenTemplate", "O&pen"};
     Label lblYear{"lblYear", "&Year:"};
     TextBox txtYear{"txtYear"};
-    UpDown updYear{"updYear", txtYear, 1, 9999};
+    UpDown updYear{"updYear", txtYear, 1, holidays::kLastYear};
     Label lblParameter{"lblParameter", "Parameters:"};
     Button cmdModify{"cmdModify", "&Modify"};
     Button cmdSave{"cmdSave", "&Save"};

@@ -1,6 +1,7 @@
 #include "ui/parameter_form.h"
 
 #include "ui/holiday_form.h"
+#include "ui/line_problems.h"
 
 #include <utility>
 
@@ -26,6 +27,8 @@ void ParameterForm::Form_Load()
     const model::ParameterSets& sets = working_.sets;
     monthly.Show(sets.Monthly);
     yearly.Show(sets.Yearly);
+    monthly.lblHolidayProblems.ShowText(SummarizeProblems(working_.monthlyProblems));
+    yearly.lblHolidayProblems.ShowText(SummarizeProblems(working_.yearlyProblems));
     tabOrrery_Click(sets.Yearly.Output && !sets.Monthly.Output ? kYearlyTab : kMonthlyTab);
 }
 

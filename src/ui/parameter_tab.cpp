@@ -126,7 +126,8 @@ ParameterTab::ParameterTab(char letter, std::string tabKey, std::string outputCa
       cboMultiHolidays(ControlName("cbo", letter, "MultiHolidays")),
       lblHolidaySLabel(ControlName("lbl", letter, "HolidaySLabel"), "Holiday Sample:"),
       lblHolidaySample(ControlName("lbl", letter, "HolidaySample")),
-      cmdChangeHoliday(ControlName("cmd", letter, "ChangeHoliday"), "Chan&ge"), names_(names)
+      cmdChangeHoliday(ControlName("cmd", letter, "ChangeHoliday"), "Chan&ge"),
+      lblHolidayProblems(ControlName("lbl", letter, "HolidayProblems")), names_(names)
 {
     cboWeekdayName.entries = EntriesOf(names.Weekdays);
     cboMonthName.entries = EntriesOf(names.Months);

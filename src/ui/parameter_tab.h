@@ -76,6 +76,7 @@ public:
     Label lblHolidaySLabel;
     Label lblHolidaySample;
     Button cmdChangeHoliday;
+    Label lblHolidayProblems; ///< the rules of the parameter file that are not read
 
     holidays::HolidayList holidays; ///< the edited list, which the holiday dialog replaces
     bool holidaysChanged = false;

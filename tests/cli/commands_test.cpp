@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <sstream>
 
 namespace orrery::cli {
@@ -334,10 +335,38 @@ TEST_F(CommandsTest, CheckPrintsALineForEachFinding)
                               "\n");
 }
 
+TEST_F(CommandsTest, CheckTellsWhichHolidaysAreNotRead)
+{
+    Write("template/Desk.ini", "[Monthly Calendar]\nHoliday1=0101,DAY,a\nHoliday2=1 May,DAY,b\n"
+                               "[Yearly Calendar]\n\nHoliday1=99999,EASTER,typo\n");
+    EXPECT_EQ(Run(Command::Check), 1);
+    EXPECT_EQ(out_.str(),
+              "Desk.ini, line 3: The date \"1 May\" is not a number. Write the month and "
+              "the day, such as 1225.\n"
+              "Desk.ini, line 6: The number \"99999\" is too large. Nothing after this "
+              "line is read.\n");
+}
+
+TEST_F(CommandsTest, CheckTellsWhichLinesOfTheHolidayFilesAreNotRead)
+{
+    Write("orrery.ini", "[Monthly Calendar]\nHolidayFile=Own.txt\n"
+                        "[Yearly Calendar]\nHolidayFile=Own.txt\n");
+    Write("holiday/Own.txt", "# own days\n0101,DAY,a\n0230,DAY,b\n");
+    EXPECT_EQ(Run(Command::Check), 1);
+    EXPECT_EQ(out_.str(),
+              "Own.txt, line 3: The date \"0230\" does not exist. Write the month and the "
+              "day, such as 1225.\n");
+}
+
 TEST_F(CommandsTest, CheckUsesThisYearByDefault)
 {
+    const std::time_t now = std::time(nullptr);
+    const int year = std::localtime(&now)->tm_year + 1900;
     line_.years.clear();
+    line_.json = true;
     EXPECT_EQ(Run(Command::Check), 0);
+    EXPECT_NE(out_.str().find("\"year\":" + std::to_string(year) + ","), std::string::npos)
+        << out_.str();
 }
 
 TEST_F(CommandsTest, CheckReportsATemplateThatCannotBeOpened)
@@ -358,6 +387,15 @@ TEST_F(CommandsTest, HolidaysAreSortedAndNamedAsWritten)
     EXPECT_EQ(Run(Command::Holidays), 0);
     EXPECT_EQ(out_.str(), "2027-01-01\tA\n2027-01-01\tB\n2027-03-29\t Easter Monday\n"
                           "2027-05-31\tLast of May\n2027-12-25\t Christmas\n");
+}
+
+TEST_F(CommandsTest, ARuleWithoutADateIsNotPrinted)
+{
+    Write("holiday/a.txt", "0005,MON,in no month\n0101,DAY,New Year\n");
+    line_.years = {"1970"};
+    line_.holidayFile = "a.txt";
+    EXPECT_EQ(Run(Command::Holidays), 0);
+    EXPECT_EQ(out_.str(), "1970-01-01\tNew Year\n");
 }
 
 TEST_F(CommandsTest, HolidaysOfAParameterFileAndAsJson)

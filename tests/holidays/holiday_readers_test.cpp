@@ -174,5 +174,69 @@ TEST(ReadTemplateHolidays, IsEmptyWithoutAFile)
     EXPECT_EQ(list.Count(), 0);
 }
 
+/// "3 The number ..." for each problem.
+std::vector<std::string> TextsOf(const std::vector<LineProblem>& problems)
+{
+    std::vector<std::string> texts;
+    for (const LineProblem& problem : problems)
+        texts.push_back(DescribeProblem(problem));
+    return texts;
+}
+
+TEST(ReadHolidayFile, TellsWhichLinesAreMeantAsRulesButAreNotRead)
+{
+    const ScratchFolder scratch;
+    HolidayList list;
+    const auto problems =
+        ReadHolidayFile(scratch.Write("h", "# Left out: Monday, Tuesday and so on\n"
+                                           "\n"
+                                           "0101, DAY, a\n"
+                                           "0102, b\n"
+                                           "2027: nothing new\n"
+                                           "0704, off, switched off\n"
+                                           "1 May, DAY, c\n"
+                                           "May 1, Monday, d\n"
+                                           "Some words, and more, as a comment\n"
+                                           "0505, MONDAI, e\r\n"
+                                           "99999, EASTER, f\n"
+                                           "1399, DAY, not reached\n"),
+                        list);
+    EXPECT_EQ(list.Count(), 1);
+    EXPECT_THAT(
+        TextsOf(problems),
+        ElementsAre(
+            "Line 4: \"0102, b\" is not a holiday. Write the date, the kind and the name "
+            "with commas between them, such as 1225,DAY,Christmas Day.",
+            "Line 7: The date \"1 May\" is not a number. Write the month and the day, such "
+            "as 1225.",
+            "Line 8: The date \"May 1\" is not a number. Write the month and the day, such "
+            "as 1225.",
+            "Line 10: The kind \"MONDAI\" is not known. Write DAY, a weekday or EASTER.",
+            "Line 11: The number \"99999\" is too large. Nothing after this line is read."));
+}
+
+TEST(ReadHolidayFile, TellsOnceWhereTheListIsFull)
+{
+    const ScratchFolder scratch;
+    HolidayList list;
+    EXPECT_TRUE(
+        ReadHolidayFile(scratch.Write("h", ManyRules(1025, "") + "\n# end\n"), list).empty());
+    const auto problems =
+        ReadHolidayFile(scratch.Write("h", ManyRules(1027, "") + "0001,DAY,x\n"), list);
+    EXPECT_THAT(TextsOf(problems), ElementsAre("Line 1026: There are more than 1,025 holidays. "
+                                               "Those from this line on are not read."));
+}
+
+TEST(ReadTemplateHolidays, TellsWhichRulesOfTheSectionAreNotRead)
+{
+    const ScratchFolder scratch;
+    HolidayList list;
+    const auto file = scratch.Write("a.ini", kParameterFile);
+    EXPECT_THAT(TextsOf(ReadTemplateHolidays(CalendarKind::Monthly, file, list)),
+                ElementsAre("Line 13: The date \"1399\" does not exist. Write the month and the "
+                            "day, such as 1225."));
+    EXPECT_THAT(TextsOf(ReadTemplateHolidays(CalendarKind::Yearly, file, list)), IsEmpty());
+}
+
 } // namespace
 } // namespace orrery::holidays

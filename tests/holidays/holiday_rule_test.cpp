@@ -1,7 +1,13 @@
+#include "holidays/error.h"
 #include "holidays/holiday_rule.h"
-#include "util/error.h"
+#include "util/error_text.h"
+#include "util/expect_sentences.h"
 
 #include <gtest/gtest.h>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
 
 namespace orrery::holidays {
 namespace {
@@ -19,7 +25,11 @@ std::string CaseName(const testing::TestParamInfo<RuleCase>& row)
 class ParseHolidayLineTest : public testing::TestWithParam<RuleCase> {};
 TEST_P(ParseHolidayLineTest, ReadsRule)
 {
-    EXPECT_EQ(ParseHolidayLine(GetParam().line), GetParam().expected);
+    const auto rule = ParseHolidayLine(GetParam().line);
+    ASSERT_EQ(std::holds_alternative<HolidayDef>(rule), GetParam().expected.has_value());
+    if (GetParam().expected) {
+        EXPECT_EQ(std::get<HolidayDef>(rule), *GetParam().expected);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -117,20 +127,63 @@ INSTANTIATE_TEST_SUITE_P(NoRules, ParseHolidayLineTest,
                                          RuleCase{"TruncatedEaster", "2, EASTE, x", std::nullopt}),
                          CaseName);
 
-TEST(ParseHolidayLine, OverflowsBeyondTheWidthOfANumber)
+struct FaultCase {
+    const char* name;
+    std::string_view line;
+    ErrorKind kind;
+    const char* subject;
+};
+
+class RuleFaultTest : public testing::TestWithParam<FaultCase> {};
+TEST_P(RuleFaultTest, NamesWhatIsWrong)
 {
-    for (const char* line :
-         {"40000,EASTER,x", "-32769,EASTER,x", "1e400,EASTER,x", "32767.5,EASTER WED,x",
-          "2147483648,DAY,x", "1e10,MON,x", "-1e400,DAY,x"})
-        EXPECT_THROW(ParseHolidayLine(line), util::OverflowError) << line;
-    EXPECT_EQ(ParseHolidayLine("32767,EASTER,x")->DateCode, 32767);
-    EXPECT_EQ(ParseHolidayLine("-32768,EASTER,x")->DateCode, -32768);
+    const auto rule = ParseHolidayLine(GetParam().line);
+    const auto* const error = std::get_if<util::Error>(&rule);
+    ASSERT_NE(error, nullptr);
+    EXPECT_TRUE(error->Kind() == GetParam().kind) << util::ErrorText(*error);
+    EXPECT_EQ(error->Subject(), GetParam().subject);
+    const bool ends = GetParam().kind == ErrorKind::RuleNumberTooLarge ||
+                      GetParam().kind == ErrorKind::RuleWithoutMonth;
+    EXPECT_EQ(EndsReading(*error), ends);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Lines, RuleFaultTest,
+    testing::Values(
+        FaultCase{"Text", "/* comment */", ErrorKind::RuleWithoutFields, "/* comment */"},
+        FaultCase{"OneComma", "0101, DAY", ErrorKind::RuleWithoutFields, "0101, DAY"},
+        FaultCase{"Kind", "2, Holiday, x", ErrorKind::UnknownRuleKind, "HOLIDAY"},
+        FaultCase{"NoDate", ", DAY, x", ErrorKind::RuleDateNotNumeric, ""},
+        FaultCase{"Words", "1 May, DAY, x", ErrorKind::RuleDateNotNumeric, "1 May"},
+        FaultCase{"NoSuchDay", "1232,DAY,x", ErrorKind::NoSuchRuleDate, "1232"},
+        FaultCase{"NoSuchMonth", "1300,MON,x", ErrorKind::NoSuchRuleDate, "1300"},
+        FaultCase{"NegativeOrdinal", "-102,MON,x", ErrorKind::NoSuchRuleDate, "-102"},
+        FaultCase{"MonthZero", "0,DAY,x", ErrorKind::RuleWithoutMonth, "0"},
+        FaultCase{"MonthZeroAndADay", "0001,DAY,x", ErrorKind::RuleWithoutMonth, "0001"},
+        FaultCase{"RoundedToMonthZero", "0050,DAY,x", ErrorKind::RuleWithoutMonth, "0050"},
+        FaultCase{"MinusOne", "-1,DAY,x", ErrorKind::RuleWithoutMonth, "-1"},
+        FaultCase{"EmptyKind", "12,,x", ErrorKind::RuleWithoutMonth, "12"},
+        FaultCase{"Offset", "40000,EASTER,x", ErrorKind::RuleNumberTooLarge, "40000"},
+        FaultCase{"NegativeOffset", "-32769,EASTER,x", ErrorKind::RuleNumberTooLarge, "-32769"},
+        FaultCase{"Huge", "1e400,EASTER,x", ErrorKind::RuleNumberTooLarge, "1e400"},
+        FaultCase{"RoundedUp", "32767.5,EASTER WED,x", ErrorKind::RuleNumberTooLarge, "32767.5"},
+        FaultCase{"Date", "2147483648,DAY,x", ErrorKind::RuleNumberTooLarge, "2147483648"},
+        FaultCase{"Weekday", "1e10,MON,x", ErrorKind::RuleNumberTooLarge, "1e10"},
+        FaultCase{"NegativeHuge", "-1e400,DAY,x", ErrorKind::RuleNumberTooLarge, "-1e400"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(ParseHolidayLine, ReadsOffsetsOfSixteenBits)
+{
+    const auto offset = [](std::string_view line) {
+        return std::get<HolidayDef>(ParseHolidayLine(line)).DateCode;
+    };
+    EXPECT_EQ(offset("32767,EASTER,x"), 32767);
+    EXPECT_EQ(offset("-32768,EASTER,x"), -32768);
 }
 
-TEST(ParseHolidayLine, ThrowsForMonthZero)
+TEST(RuleErrors, HaveOneMessageEach)
 {
-    for (const char* line : {"0,DAY,x", "0001,DAY,x", "0050,DAY,x", "-1,DAY,x", "12,,x"})
-        EXPECT_THROW(ParseHolidayLine(line), util::OutOfRangeError) << line;
+    test::ExpectSentences(ErrorKind::TooManyRules, {});
+    test::ExpectNoEmptyName(ErrorKind::RuleDateNotNumeric);
 }
 
 TEST(HolidayList, IgnoresRulesBeyondItsCapacity)

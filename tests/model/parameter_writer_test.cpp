@@ -1,5 +1,6 @@
 #include "model/parameter_file.h"
 #include "parameter_samples.h"
+#include "util/error.h"
 #include "util/paths.h"
 #include "util/scratch_folder.h"
 #include "util/text.h"
@@ -16,7 +17,7 @@ using testing_support::ScratchFolder;
 TEST(WriteParameterFile, WritesEveryLineInOrder)
 {
     const ScratchFolder scratch;
-    ASSERT_TRUE(WriteParameterFile(scratch / "a.ini", SomeNames(), FullSets()));
+    WriteParameterFile(scratch / "a.ini", SomeNames(), FullSets());
     const std::string cells = "ColIntervalOfDay=2\r\n"
                               "RowIntervalOfDay=3\r\n"
                               "OutWeekday=Y\r\n"
@@ -61,7 +62,7 @@ TEST(WriteParameterFile, WritesEveryLineInOrder)
 TEST(WriteParameterFile, RoundTripsOverOtherDefaults)
 {
     const ScratchFolder scratch;
-    ASSERT_TRUE(WriteParameterFile(scratch / "a.ini", SomeNames(), FullSets()));
+    WriteParameterFile(scratch / "a.ini", SomeNames(), FullSets());
     ParameterSets sets = SomeDefaults();
     NameTables names = SomeNames();
     ReadParameterFile(scratch / "a.ini", names, sets);
@@ -74,7 +75,7 @@ TEST(WriteParameterFile, LosesOnlyASundayOverADefaultMonday)
     const ScratchFolder scratch;
     ParameterSets sunday = FullSets();
     sunday.Monthly.FirstDayOfWeek = 0;
-    ASSERT_TRUE(WriteParameterFile(scratch / "a.ini", SomeNames(), sunday));
+    WriteParameterFile(scratch / "a.ini", SomeNames(), sunday);
     ParameterSets sets = SomeDefaults();
     sets.Monthly.FirstDayOfWeek = 1;
     NameTables names = SomeNames();
@@ -89,7 +90,7 @@ TEST(WriteParameterFile, NumbersAFullList)
     for (int i = 0; i < 1025; ++i)
         sets.Yearly.Holidays.Append({101, 0, std::to_string(i)});
     const ScratchFolder scratch;
-    ASSERT_TRUE(WriteParameterFile(scratch / "a.ini", SomeNames(), sets));
+    WriteParameterFile(scratch / "a.ini", SomeNames(), sets);
     EXPECT_TRUE(BytesOf(scratch / "a.ini").ends_with("\r\nHoliday1025=0101,,1024\r\n"));
     ParameterSets back = SomeDefaults();
     NameTables names = SomeNames();
@@ -105,7 +106,7 @@ TEST(WriteParameterFile, WritesNegativeCodesWithFourDigits)
     sets.Monthly.Holidays.Append({-5, 8, "b"});
     sets.Monthly.Holidays.Append({12345, 1, "c"});
     const ScratchFolder scratch;
-    ASSERT_TRUE(WriteParameterFile(scratch / "a.ini", SomeNames(), sets));
+    WriteParameterFile(scratch / "a.ini", SomeNames(), sets);
     EXPECT_NE(BytesOf(scratch / "a.ini")
                   .find("Holiday1=-0005,,a\r\nHoliday2=-5,Easter,b\r\nHoliday3=12345,Sunday,c\r\n"),
               std::string::npos);
@@ -115,7 +116,7 @@ TEST(WriteParameterFile, ReplacesTheWholeFile)
 {
     const ScratchFolder scratch;
     const auto file = scratch.Write("a.ini", "; own comment\r\n" + std::string(5000, 'x'));
-    ASSERT_TRUE(WriteParameterFile(file, SomeNames(), FullSets()));
+    WriteParameterFile(file, SomeNames(), FullSets());
     EXPECT_TRUE(BytesOf(file).starts_with("[Monthly Calendar]\r\n"));
     EXPECT_EQ(BytesOf(file).find("xxx"), std::string::npos);
 }
@@ -124,13 +125,13 @@ TEST(WriteParameterFile, KeepsOtherSectionsAfterBoth)
 {
     const ScratchFolder scratch;
     const auto plain = scratch / "plain.ini";
-    ASSERT_TRUE(WriteParameterFile(plain, SomeNames(), FullSets()));
+    WriteParameterFile(plain, SomeNames(), FullSets());
     const std::string first = "[Weekly Calendar]\nOutput=Y\n; mine\n\n";
     const std::string last = "[monthly calendar]\r\nHoliday1=never\r\n[]\r\nend";
     const auto file = scratch.Write("a.ini", "[Monthly Calendar]\r\nOutput=N\r\n" + first +
                                                  "[Yearly Calendar]\r\nOutput=N\r\n" + last);
     for (int i = 0; i < 3; ++i) {
-        ASSERT_TRUE(WriteParameterFile(file, SomeNames(), FullSets()));
+        WriteParameterFile(file, SomeNames(), FullSets());
         EXPECT_EQ(BytesOf(file), BytesOf(plain) + "\r\n" + first + last);
     }
 }
@@ -146,28 +147,77 @@ TEST(WriteParameterFile, KeepsUnknownRulesAfterItsOwn)
                                              "Holiday1=0704,,known\r\n"
                                              "  Holiday2 = 0704, LUNAR, newer\r\n"
                                              "[Yearly Calendar]\r\n"
-                                             "Holiday1=99999999999,,ends the reading\r\n"
                                              "holidays=?\r\n");
     for (int i = 0; i < 3; ++i) {
-        ASSERT_TRUE(WriteParameterFile(file, SomeNames(), sets));
+        WriteParameterFile(file, SomeNames(), sets);
         const std::string text = BytesOf(file);
         EXPECT_NE(text.find("Holiday1=0101,,a\r\n  Holiday2 = 0704, LUNAR, newer\r\n\r\n[Yearly"),
                   std::string::npos)
             << text;
         EXPECT_TRUE(text.ends_with("Holiday1=0101,,a\r\nholidays=?\r\n")) << text;
         EXPECT_EQ(text.find("known"), std::string::npos);
-        EXPECT_EQ(text.find("ends the reading"), std::string::npos);
     }
 }
 
-TEST(WriteParameterFile, ReportsAFailedWrite)
+TEST(WriteParameterFile, KeepsWhatIsBehindALineThatEndsTheReading)
 {
     const ScratchFolder scratch;
-    EXPECT_FALSE(WriteParameterFile(scratch / "missing/a.ini", SomeNames(), FullSets()));
+    const std::string unread = "Holiday2=99999,EASTER,typo\r\n"
+                               "Holiday3=0303,,mine\r\n"
+                               "SheetName=mine, too\r\n"
+                               "[Yearly Calendar]\r\n"
+                               "Output=N\r\n";
+    const auto file = scratch.Write("a.ini", "[Monthly Calendar]\r\n"
+                                             "Holiday1=0101,,a\r\n" +
+                                                 unread + "[Other]\r\nkey=1\r\n");
+    for (int i = 0; i < 3; ++i) {
+        NameTables names = SomeNames();
+        ParameterSets sets = FullSets();
+        const auto reading = ReadParameterFile(file, names, sets);
+        ASSERT_EQ(reading.monthlyProblems.size(), 1U);
+        EXPECT_EQ(sets.Monthly.Holidays.Count(), 1);
+        EXPECT_NE(sets.Monthly.SheetName, "mine, too") << "reading ends where it did";
+        YearlyParameters yearly = FullSets().Yearly;
+        yearly.Holidays.Clear();
+        EXPECT_EQ(sets.Yearly, yearly);
+        WriteParameterFile(file, names, sets);
+        EXPECT_TRUE(BytesOf(file).ends_with(
+            "\r\n\r\n[Other]\r\nkey=1\r\n\r\n[Monthly Calendar]\r\n" + unread))
+            << BytesOf(file);
+    }
+}
+
+TEST(WriteParameterFile, KeepsRulesBeyondAFullList)
+{
+    const ScratchFolder scratch;
+    std::string text = "[Yearly Calendar]\r\n";
+    for (int i = 1; i <= 1027; ++i)
+        text += "Holiday" + std::to_string(i) + "=0101,," + std::to_string(i) + "\r\n";
+    const auto file = scratch.Write("a.ini", text);
+    NameTables names = SomeNames();
+    ParameterSets sets = FullSets();
+    ReadParameterFile(file, names, sets);
+    WriteParameterFile(file, names, sets);
+    EXPECT_TRUE(BytesOf(file).ends_with(
+        "Holiday1025=0101,,1025\r\nHoliday1026=0101,,1026\r\nHoliday1027=0101,,1027\r\n"));
+}
+
+TEST(WriteParameterFile, SaysWhyItFailed)
+{
+    const ScratchFolder scratch;
+    try {
+        WriteParameterFile(scratch / "missing/a.ini", SomeNames(), FullSets());
+        ADD_FAILURE() << "there is no such folder";
+    }
+    catch (const util::Error& error) {
+        EXPECT_TRUE(error.Kind() == util::ErrorKind::FileNotWritable);
+        EXPECT_NE(error.Cause(), "");
+    }
     const auto file = scratch.Write("a.ini", "old");
     ParameterSets sets = FullSets();
     sets.Yearly.MonthName = 257;
-    EXPECT_FALSE(WriteParameterFile(file, SomeNames(), sets)) << "no such list";
+    EXPECT_THROW(WriteParameterFile(file, SomeNames(), sets), util::OutOfRangeError)
+        << "no such list";
     EXPECT_EQ(BytesOf(file), "old");
     EXPECT_EQ(scratch.Entries(), 1);
 }

@@ -69,6 +69,22 @@ TEST_F(HolidayFormTest, ControlsHaveTheirCaptions)
 
 // ---- what is shown
 
+TEST_F(HolidayFormTest, TellsWhichLinesOfTheChosenFileAreNotRead)
+{
+    Write("holiday/c.txt", "0101, DAY, New Year\n0230, DAY, x\n0231, DAY, y\n");
+    Write("template/My.Desk.ini", "[Monthly Calendar]\nHoliday1=0202,,Month\nHoliday2=?\n");
+    HolidayForm& form = Open();
+    EXPECT_EQ(form.lblProblems.caption, "") << "the edited list is what it is";
+    Choose("c.txt");
+    EXPECT_EQ(form.lblProblems.caption,
+              "2 lines are not read. Line 2: The date \"0230\" does not exist. Write the month and "
+              "the day, such as 1225.");
+    Choose("(Template)");
+    EXPECT_TRUE(form.lblProblems.caption.starts_with("Line 3: \"?\" is not a holiday."));
+    Choose("b.txt");
+    EXPECT_EQ(form.lblProblems.caption, "");
+}
+
 TEST_F(HolidayFormTest, OpensWithTheEditedListAndNoFileChosen)
 {
     const HolidayForm& form = Open();

@@ -77,12 +77,12 @@ TEST_F(MainFormTest, TodayIsTheCurrentDay)
     EXPECT_EQ(std::to_string(today.year) + (month.size() == 1 ? " 0" : " ") + month, text.data());
 }
 
-TEST_F(MainFormTest, TheYearStepsFrom1To9999)
+TEST_F(MainFormTest, TheYearStepsFrom1To6553)
 {
     MainForm& form = Open();
-    form.txtYear.text = "9999";
+    form.txtYear.text = "6553";
     form.updYear.Step(1);
-    EXPECT_EQ(form.txtYear.text, "9999");
+    EXPECT_EQ(form.txtYear.text, "6553");
     form.txtYear.text = "1";
     form.updYear.Step(-1);
     EXPECT_EQ(form.txtYear.text, "1");

@@ -26,6 +26,16 @@ TEST_F(ParameterFormTest, HasItsNamesAndCaptions)
     EXPECT_TRUE(form().isOpen);
 }
 
+TEST_F(ParameterFormTest, TellsWhichHolidaysOfTheFileAreNotRead)
+{
+    EXPECT_EQ(Open().monthly.lblHolidayProblems.caption, "");
+    working.yearlyProblems = {{7, util::Error(holidays::ErrorKind::UnknownRuleKind, "MONDAI")}};
+    Open();
+    EXPECT_EQ(form().monthly.lblHolidayProblems.caption, "");
+    EXPECT_EQ(form().yearly.lblHolidayProblems.caption,
+              "Line 7: The kind \"MONDAI\" is not known. Write DAY, a weekday or EASTER.");
+}
+
 // ---- the tabs
 
 struct FirstTabCase {

@@ -41,6 +41,7 @@ void ShowHolidayDialog(const DialogContext& context, HolidayForm& form)
     binder.Relate(form.lblHolidays, form.lstHoliday);
     list.Window().SetMinSize(dialog->ConvertDialogToPixels(wxSize(kListWidth, kListHeight)));
     column->Add(&list.Window(), wxSizerFlags(line).Proportion(1).Expand());
+    column->Add(AddNote(*dialog, binder, form.lblProblems), wxSizerFlags(line).Expand());
     auto* const ok = AddButton(
         *dialog, binder, form.cmdOK, [&form] { form.cmdOK_Click(); }, wxID_OK);
     auto* const cancel = AddButton(

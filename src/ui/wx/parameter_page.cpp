@@ -139,6 +139,14 @@ public:
         grid_->Add(line, wxGBPosition(row_, kCellColumn), wxGBSpan(1, kColumns - 1), wxEXPAND);
     }
 
+    /// A line of text across all columns.
+    void AddNoteLine(Label& note)
+    {
+        ++row_;
+        grid_->Add(AddNote(page_, binder_, note), wxGBPosition(row_, 0), wxGBSpan(1, kColumns),
+                   wxEXPAND | wxLEFT, page_.FromDIP(kIndent));
+    }
+
 private:
     static constexpr int kCellColumn = 1;
     static constexpr int kNameColumn = 2;
@@ -244,6 +252,7 @@ wxSizer* ParameterPage::BuildOutputs(ParameterTab& tab, Handler onChangeHoliday)
     groups.AddChoiceLine(tab.lblMultiHolidays, tab.cboMultiHolidays);
     groups.AddTextLine(tab.lblHolidaySLabel, tab.lblHolidaySample, tab.cmdChangeHoliday,
                        std::move(onChangeHoliday));
+    groups.AddNoteLine(tab.lblHolidayProblems);
     return groups.Finish();
 }
 

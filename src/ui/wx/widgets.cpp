@@ -68,6 +68,20 @@ wxStaticText* AddWrappedLabel(wxWindow& parent, Binder& binder, Label& state, in
     return label;
 }
 
+wxStaticText* AddNote(wxWindow& parent, Binder& binder, Label& state)
+{
+    auto* const note = new wxStaticText(&parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                                        wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE);
+    binder.BindControl(state, *note, [&state, note] {
+        const wxString text = LinesToWx(state.caption);
+        if (note->GetLabelText() == text)
+            return;
+        note->SetLabelText(text);
+        note->SetToolTip(text);
+    });
+    return note;
+}
+
 wxTextCtrl* AddTextBox(wxWindow& parent, Binder& binder, TextBox& state)
 {
     auto* const box = new wxTextCtrl(&parent, wxID_ANY, ToWx(state.text));

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "holidays/error.h"
+
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace orrery::model {
@@ -9,13 +10,19 @@ namespace orrery::model {
 /// Content of a parameter file that the reader does not use, written by people or newer versions.
 /// It is kept when the file is saved.
 struct ParameterExtras {
-    // Lines of holiday rules that cannot be parsed.
+    // Lines of holiday rules that are not read.
     std::vector<std::string> monthlyRules;
     std::vector<std::string> yearlyRules;
     std::string sections; ///< all other sections, unchanged
+    /// The line that ended the reading and what is behind it, with the header of its section.
+    std::string unread;
 };
 
-/// Finds the extras in the text of a parameter file.
-ParameterExtras FindExtras(std::string_view text);
+/// What was not read of a parameter file.
+struct ParameterReading {
+    std::vector<holidays::LineProblem> monthlyProblems;
+    std::vector<holidays::LineProblem> yearlyProblems;
+    ParameterExtras extras;
+};
 
 } // namespace orrery::model

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "holidays/error.h"
+#include "holidays/holiday_rule.h"
+
+#include <cstddef>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace orrery::holidays {
+
+/// Appends the rules of a file or section to a list, and collects the lines that are not read.
+class RuleReader {
+public:
+    explicit RuleReader(HolidayList& list) : list_(list) {}
+
+    /// Reads the rule of a line, counted from 1; false if it is not read. The first rule beyond a
+    /// full list is a problem; those after it are passed over.
+    bool Read(std::size_t line, std::string_view rule);
+    /// Whether a rule ended the reading: nothing after it may be read.
+    bool HasEnded() const { return hasEnded_; }
+    std::vector<LineProblem> TakeProblems() { return std::move(problems_); }
+
+private:
+    HolidayList& list_;
+    std::vector<LineProblem> problems_;
+    bool isBeyondCapacity_ = false;
+    bool hasEnded_ = false;
+};
+
+} // namespace orrery::holidays

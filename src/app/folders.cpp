@@ -4,6 +4,9 @@
 #include "util/file_read.h"
 #include "util/file_replace.h"
 #include "util/paths.h"
+#include "util/text.h"
+
+#include <string_view>
 
 namespace orrery::app {
 namespace {
@@ -16,21 +19,43 @@ Locations LocationsIn(const std::string& configFolder, const std::string& dataFo
     return {configFolder + kSettingsName, dataFolder, dataFolder + kTipsName};
 }
 
-/// Copies the whole file or nothing, so that an interrupted start leaves no half file behind.
-void CopyIfMissing(const std::string& from, const std::string& to)
+/// Writes the whole file or nothing, so that an interrupted start leaves no half file behind. False
+/// if it cannot be written; the program works without it.
+bool WriteIfPossible(const std::string& file, const std::string& bytes)
 {
-    if (!util::IsMissing(util::ToPath(to)))
-        return;
-    const auto bytes = util::ReadFile(util::ToPath(from));
-    if (!bytes)
-        return;
-    util::EnsureFolder(util::ParentFolder(to));
+    util::EnsureFolder(util::ParentFolder(file));
     try {
-        util::ReplaceFile(util::ToPath(to), *bytes);
+        util::ReplaceFile(util::ToPath(file), bytes);
+        return true;
     }
     catch (const util::Error&) {
-        return; // the program works without the file
+        return false;
     }
+}
+
+/// False if the copy cannot be written.
+bool CopyIfMissing(const std::string& from, const std::string& to)
+{
+    if (!util::IsMissing(util::ToPath(to)))
+        return true;
+    const auto bytes = util::ReadFile(util::ToPath(from));
+    return !bytes || WriteIfPossible(to, *bytes);
+}
+
+/// Whether a settings file has the places of windows and nothing else. They are also saved where
+/// the first start found nothing to copy.
+bool HasOnlyPlaces(std::string_view settings)
+{
+    bool hasPlaces = false;
+    for (const std::string_view line : util::SplitLines(settings)) {
+        const std::string_view header = util::Trim(line);
+        if (!header.starts_with('['))
+            continue;
+        if (!util::EqualIgnoringCase(header, std::string("[") + kPlacesSection + ']'))
+            return false;
+        hasPlaces = true;
+    }
+    return hasPlaces;
 }
 
 } // namespace
@@ -54,17 +79,23 @@ Locations LocationsBeside(const std::string& settingsFile)
 
 void CopyInstalledFiles(const Locations& locations, const std::string& installed)
 {
-    if (installed.empty() || !util::IsMissing(util::ToPath(locations.settingsFile)))
+    const auto settingsFile = util::ToPath(locations.settingsFile);
+    const std::string places = util::ReadTextFile(settingsFile).value_or("");
+    if (installed.empty() || (!util::IsMissing(settingsFile) && !HasOnlyPlaces(places)))
         return;
+    bool isWhole = true;
     for (const std::string name : {"holiday", "template"}) {
         const std::string from = installed + name + util::kSeparator;
         const std::string to = locations.folder + name + util::kSeparator;
         for (const std::string& file : util::ListFiles(from))
-            CopyIfMissing(from + file, to + file);
+            isWhole = CopyIfMissing(from + file, to + file) && isWhole;
     }
-    CopyIfMissing(installed + kTipsName, locations.tipsFile);
+    isWhole = CopyIfMissing(installed + kTipsName, locations.tipsFile) && isWhole;
     // Last, because the settings file shows that the first start is done.
-    CopyIfMissing(installed + kSettingsName, locations.settingsFile);
+    const auto settings = util::ReadFile(util::ToPath(installed + kSettingsName));
+    if (isWhole && settings)
+        WriteIfPossible(locations.settingsFile,
+                        places.empty() ? *settings : *settings + "\r\n" + places);
 }
 
 } // namespace orrery::app

@@ -27,6 +27,9 @@ struct Locations {
     std::string tipsFile;
 };
 
+/// The section of the settings file with the places of windows.
+inline constexpr const char* kPlacesSection = "Windows";
+
 /// Beside the executable if there is an orrery.ini, if the system prefers that and the folder is
 /// writable, or if the user has no home folder; else in the user's own folders.
 Locations LocationsFor(const SystemFolders& system);
@@ -34,8 +37,10 @@ Locations LocationsFor(const SystemFolders& system);
 /// Everything beside the given settings file. A relative path starts at the current folder.
 Locations LocationsBeside(const std::string& settingsFile);
 
-/// At the first start, when there is no settings file, copies the installed settings file, tips,
-/// holiday files and templates. Existing files stay. Ignores failures: every setting has a default.
+/// At the first start, when there is no settings file or only places of windows in it, copies the
+/// installed settings file, tips, holiday files and templates. Existing files stay. A file that
+/// cannot be copied is passed over: every setting has a default, and the next start is then the
+/// first one again.
 void CopyInstalledFiles(const Locations& locations, const std::string& installed);
 
 } // namespace orrery::app

@@ -83,6 +83,11 @@ void LoadNameTables(const Profile& profile, model::NameTables& names)
     LoadLists(profile, "WeekdayName", kEnglishWeekdays, names.Weekdays);
 }
 
+bool ShowsTips(const Profile& profile)
+{
+    return !util::EqualIgnoringCase(ReadTrimmed(profile, "ShowTips", "Y"), "N");
+}
+
 Settings LoadSettings(const Locations& locations, const FolderOverrides& overrides)
 {
     const Profile profile(util::ToPath(locations.settingsFile));
@@ -96,7 +101,7 @@ Settings LoadSettings(const Locations& locations, const FolderOverrides& overrid
     LoadNameTables(profile, settings.names);
     settings.defaults = LoadDefaults(profile, settings.names, settings.HolidayFilePath);
     settings.holidayFileErrors = FindHolidayFileErrors(profile, settings.HolidayFilePath);
-    settings.ShowTips = !util::EqualIgnoringCase(ReadTrimmed(profile, "ShowTips", "Y"), "N");
+    settings.ShowTips = ShowsTips(profile);
     settings.Pdf = util::EqualIgnoringCase(ReadTrimmed(profile, kPdf, "N"), "Y");
     settings.Engine = ReadTrimmed(profile, "Engine", "auto");
     return settings;

@@ -38,6 +38,9 @@ struct FolderOverrides {
 /// name lists and the default sets. The settings file may be missing: every key has a default.
 Settings LoadSettings(const Locations& locations, const FolderOverrides& overrides = {});
 
+/// Whether the tip of the day is shown at start-up.
+bool ShowsTips(const util::Profile& profile);
+
 /// Saves whether the window also makes a PDF. False if the settings file cannot be written.
 bool SavePdfSetting(const Locations& locations, bool on);
 

@@ -21,6 +21,12 @@ public:
     Form& operator=(const Form&) = delete;
 
     void Close() { isOpen = false; }
+    /// Closes a dialog whose changes are taken.
+    void Accept()
+    {
+        isAccepted = true;
+        Close();
+    }
     /// A key that no control handles: Escape closes the form.
     void Form_KeyPress(int characterCode)
     {
@@ -35,6 +41,7 @@ public:
     std::string caption;        ///< the window's title
     const std::string helpPage; ///< the page that F1 opens, such as "main"
     bool isOpen = true;
+    bool isAccepted = false;        ///< a dialog that is cancelled leaves nothing behind
     const Control* focus = nullptr; ///< read and cleared by the window
 };
 

@@ -94,7 +94,7 @@ std::vector<holidays::LineProblem> HolidayForm::ReadChosenFile()
 
 void HolidayForm::cmdOK_Click()
 {
-    Close();
+    Accept();
     if (!cboHolidayFile.changed || !HasCalendar())
         return;
     edited_ = shown_;

@@ -46,7 +46,8 @@ void MainForm::DropFiles(const std::vector<std::string>& files)
 {
     std::vector<std::string> noTemplates;
     std::string last;
-    for (const std::string& file : files) {
+    for (const std::string& given : files) {
+        const std::string file = util::AbsolutePath(given); // a command line may have a mere name
         if (!app::IsTemplateName(util::FileName(file)))
             noTemplates.push_back(Quoted(file));
         else if (AddTemplateFile(file))

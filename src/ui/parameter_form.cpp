@@ -92,7 +92,7 @@ void ParameterForm::cmdOK_Click()
         return;
     SaveYParameters();
     working_.yearlyChanged = yearly.Changed();
-    Close();
+    Accept();
 }
 
 void ParameterForm::tabOrrery_Click(int index)

@@ -1,5 +1,6 @@
 #include "ui/tip_form.h"
 
+#include "app/settings.h"
 #include "util/error.h"
 #include "util/file_read.h"
 #include "util/paths.h"
@@ -42,8 +43,7 @@ std::string WithLineBreaks(std::string_view line)
 TipForm::TipForm(std::string settingsFile, const std::string& tipsFile)
     : Form("frmTip", "Tip of the Day", "tips"), settingsFile_(std::move(settingsFile))
 {
-    const util::Profile profile(util::ToPath(settingsFile_));
-    chkLoadTipsAtStartup.checked = !util::EqualIgnoringCase(profile.Read(kSection, kKey, "Y"), "N");
+    chkLoadTipsAtStartup.checked = app::ShowsTips(util::Profile(util::ToPath(settingsFile_)));
     if (!LoadTips(tipsFile))
         lblTipText.ShowText(kMissingFileText);
 }

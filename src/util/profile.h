@@ -19,8 +19,9 @@ public:
     /// is returned as the empty text.
     std::string Read(std::string_view section, std::string_view key,
                      std::string_view fallback) const;
-    /// Sets the key and keeps all other lines, comments and their order. False if the value has a
-    /// line break or the file cannot be read or written; it then stays unchanged.
+    /// Sets the key and keeps all other lines, comments and their order. Creates the file's folder
+    /// if it is missing. False if the value has a line break or the file cannot be read or written;
+    /// it then stays unchanged.
     bool Write(std::string_view section, std::string_view key, std::string_view value) const;
 
 private:

@@ -1,3 +1,4 @@
+#include "util/paths.h"
 #include "util/profile.h"
 #include "util/profile_file.h"
 
@@ -23,6 +24,7 @@ bool Profile::Write(std::string_view section, std::string_view key, std::string_
 {
     if (value.find_first_of("\r\n") != std::string_view::npos)
         return false;
+    EnsureFolder(ParentFolder(FromPath(file_)));
     content_.reset();
     return WriteProfileFile(file_, section, key, value);
 }

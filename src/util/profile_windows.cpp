@@ -68,6 +68,7 @@ bool Profile::Write(std::string_view section, std::string_view key, std::string_
 {
     if (value.find_first_of("\r\n") != std::string_view::npos)
         return false;
+    EnsureFolder(ParentFolder(FromPath(file_)));
     const auto systemPath = Content(file_).systemPath;
     const auto ansiSection = EncodeCodePage(section);
     const auto ansiKey = EncodeCodePage(key);

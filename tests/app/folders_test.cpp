@@ -80,6 +80,30 @@ TEST_F(FoldersTest, LaterStartsCopyNothing)
     EXPECT_FALSE(fs::exists(At("home/data")));
 }
 
+TEST_F(FoldersTest, PlacesOfWindowsAloneAreNoSettings)
+{
+    Write("installed/orrery.ini", "[Environment]\n");
+    Write("installed/template/Desk.xlsx", "workbook");
+    Write("home/config/orrery/orrery.ini", "[windows]\r\nfrmMain=1 2 3 4\r\n");
+    CopyInstalledFiles(LocationsFor(System()), System().installed);
+    EXPECT_EQ(util::ReadFile(At("home/config/orrery/orrery.ini")),
+              "[Environment]\n\r\n[windows]\r\nfrmMain=1 2 3 4\r\n");
+    EXPECT_EQ(util::ReadFile(At("home/data/orrery/template/Desk.xlsx")), "workbook");
+}
+
+TEST_F(FoldersTest, AFirstStartThatWasCutShortIsMadeAgain)
+{
+    Write("installed/orrery.ini", "new");
+    Write("installed/template/Desk.xlsx", "workbook");
+    Write("home/data/orrery/template", "a file where the folder should be");
+    CopyInstalledFiles(LocationsFor(System()), System().installed);
+    EXPECT_FALSE(fs::exists(At("home/config/orrery/orrery.ini")));
+    fs::remove(At("home/data/orrery/template"));
+    CopyInstalledFiles(LocationsFor(System()), System().installed);
+    EXPECT_EQ(util::ReadFile(At("home/config/orrery/orrery.ini")), "new");
+    EXPECT_EQ(util::ReadFile(At("home/data/orrery/template/Desk.xlsx")), "workbook");
+}
+
 TEST_F(FoldersTest, UnreadableSettingsAreNotAFirstStart)
 {
     Write("installed/orrery.ini", "new");

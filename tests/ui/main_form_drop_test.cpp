@@ -168,6 +168,17 @@ TEST_F(DropTest, ATemplateOfTheFolderIsJustChosen)
     EXPECT_EQ(form_->CurrentTemplate(), "Desk.xls");
 }
 
+TEST_F(DropTest, ANameInTheCurrentFolderIsATemplateOfThatFolder)
+{
+    Open();
+    const fs::path before = fs::current_path();
+    fs::current_path(At("template"));
+    Drop({"Desk.xls"});
+    fs::current_path(before);
+    EXPECT_EQ(desktop_.TakeCalls(), Texts()) << "nothing is asked, nothing is replaced";
+    EXPECT_EQ(form_->CurrentTemplate(), "Desk.xls");
+}
+
 TEST_F(DropTest, AFileOfTheSameNameIsReplacedAfterAQuestion)
 {
     OpenWith("Desk.xls");

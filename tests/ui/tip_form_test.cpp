@@ -149,6 +149,7 @@ INSTANTIATE_TEST_SUITE_P(
                     SettingCase{"Y", "[Environment]\nShowTips=Y\n", true},
                     SettingCase{"N", "[Environment]\nShowTips=N\n", false},
                     SettingCase{"SmallN", "[Environment]\nShowTips=n\n", false},
+                    SettingCase{"QuotedN", "[Environment]\nShowTips=\" N \"\n", false},
                     SettingCase{"No", "[Environment]\nShowTips=No\n", true},
                     SettingCase{"EmptyValue", "[Environment]\nShowTips=\n", true},
                     SettingCase{"OtherSection", "[Other]\nShowTips=N\n", true}),

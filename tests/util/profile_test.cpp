@@ -154,10 +154,18 @@ TEST(Profile, RefusesAValueWithALineBreak)
     EXPECT_EQ(BytesOf(file), "[A]\ny=1\n");
 }
 
+TEST(Profile, MakesTheFolderOfANewFile)
+{
+    const ScratchFolder scratch;
+    EXPECT_TRUE(Profile(scratch / "new/folder/orrery.ini").Write("A", "y", "2"));
+    EXPECT_EQ(Profile(scratch / "new/folder/orrery.ini").Read("A", "y", ""), "2");
+}
+
 TEST(Profile, ReportsAFailedWrite)
 {
     const ScratchFolder scratch;
-    EXPECT_FALSE(Profile(scratch / "missing/orrery.ini").Write("A", "y", "2"));
+    scratch.Write("file", "");
+    EXPECT_FALSE(Profile(scratch / "file/orrery.ini").Write("A", "y", "2")) << "no folder";
     EXPECT_FALSE(Profile(scratch.Path()).Write("A", "y", "2")) << "a folder";
 }
 

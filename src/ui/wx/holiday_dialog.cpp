@@ -54,7 +54,8 @@ void ShowHolidayDialog(const DialogContext& context, HolidayForm& form)
     dialog->CentreOnParent();
     RestorePlacement(*dialog, context.settingsFile);
     dialog->ShowModal();
-    SavePlacement(*dialog, context.settingsFile);
+    if (form.isAccepted)
+        SavePlacement(*dialog, context.settingsFile);
 }
 
 } // namespace orrery::ui::wx

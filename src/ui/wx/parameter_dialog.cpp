@@ -116,7 +116,8 @@ void ShowParameterDialog(const DialogContext& context, ParameterForm& form)
     dialog->CentreOnParent();
     RestorePlacement(*dialog, context.settingsFile);
     dialog->ShowModal();
-    SavePlacement(*dialog, context.settingsFile);
+    if (form.isAccepted)
+        SavePlacement(*dialog, context.settingsFile);
 }
 
 } // namespace orrery::ui::wx

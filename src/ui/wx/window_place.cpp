@@ -1,5 +1,6 @@
 #include "ui/wx/window_place.h"
 
+#include "app/folders.h"
 #include "ui/wx/native.h"
 #include "ui/wx/text.h"
 #include "util/paths.h"
@@ -13,7 +14,7 @@
 namespace orrery::ui::wx {
 namespace {
 
-constexpr const char* kSection = "Windows";
+constexpr const char* kSection = app::kPlacesSection;
 constexpr const char* kMaximized = "maximized";
 
 struct Placement {

@@ -2,6 +2,7 @@
 
 #include "util/error_report.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,20 @@ std::string ShellErrorMessage(int result);
 /// Error(ShellFailure) with the `ShellErrorMessage` as its cause.
 void ShellExecute(const std::string& file, const std::string& parameters,
                   const std::string& directory, const std::string& verb);
+
+/// A program that was asked to open a document. It runs on when this object is gone.
+class ShellOpening {
+public:
+    virtual ~ShellOpening() = default;
+    /// Whether the program has ended, without waiting for it. Throws Error as `ShellExecute` if it
+    /// failed.
+    virtual bool HasEnded() = 0;
+};
+
+/// `ShellExecute` with the verb "open", without waiting for the desktop. Null if there is nothing
+/// to wait for; ask the result from time to time until it has ended. Throws as `ShellExecute` for
+/// what is known at once.
+std::unique_ptr<ShellOpening> StartShellOpen(const std::string& file);
 
 /// `ShellExecute` with the verb "open"; reports a failure. True on success.
 bool ShellOpen(const std::string& file, ErrorReporter& reporter);

@@ -8,12 +8,13 @@
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
-#include <optional>
+#include <memory>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace orrery::util {
 
@@ -94,40 +95,10 @@ private:
     posix_spawnattr_t attributes_ = {};
 };
 
-/// The exit code, or nothing if the process runs longer than an opener needs to fail: it then shows
-/// the document itself and is left alone.
-std::optional<int> WaitBriefly(pid_t process)
+/// The shell result of the opener's exit status.
+int ResultOf(int status)
 {
-    constexpr auto kStep = std::chrono::milliseconds(5);
-    constexpr int kSteps = 300;
-    for (int i = 0; i < kSteps; ++i) {
-        int status = 0;
-        if (::waitpid(process, &status, WNOHANG) == process)
-            return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        std::this_thread::sleep_for(kStep);
-    }
-    return std::nullopt;
-}
-
-/// Runs the desktop's opener; returns a shell result.
-int OpenWithDesktop(const std::string& argument, const std::string& directory)
-{
-    SpawnPlan plan;
-    if (!directory.empty())
-        plan.StartIn(ToPath(directory));
-    pid_t process = 0;
-    switch (plan.Start(kOpener, argument, process)) {
-    case 0:
-        break;
-    case ENOENT:
-        return directory.empty() || fs::exists(ToPath(directory)) ? kNoApplication : kPathNotFound;
-    case ENOMEM:
-    case EAGAIN:
-        return kOutOfMemory;
-    default:
-        return kOtherFailure;
-    }
-    switch (WaitBriefly(process).value_or(0)) {
+    switch (WIFEXITED(status) ? WEXITSTATUS(status) : -1) {
     case 0:
         return kSuccess;
     case 2:
@@ -139,26 +110,86 @@ int OpenWithDesktop(const std::string& argument, const std::string& directory)
     }
 }
 
+void ThrowUnlessSuccess(int result, const std::string& file)
+{
+    if (result != kSuccess)
+        throw Error(ErrorKind::ShellFailure, file, ShellErrorMessage(result));
+}
+
+/// The desktop's opener. It ends when it has passed the document on, or shows it itself and runs
+/// until the user closes it.
+class Opener : public ShellOpening {
+public:
+    Opener(std::string file, pid_t process) : file_(std::move(file)), process_(process) {}
+
+    bool HasEnded() override
+    {
+        int status = 0;
+        if (!hasEnded_ && ::waitpid(process_, &status, WNOHANG) == process_) {
+            hasEnded_ = true;
+            ThrowUnlessSuccess(ResultOf(status), file_);
+        }
+        return hasEnded_;
+    }
+
+private:
+    const std::string file_;
+    const pid_t process_;
+    bool hasEnded_ = false;
+};
+
+/// Starts the desktop's opener for a document; returns a shell result.
+int StartOpener(const std::string& argument, const std::string& directory, pid_t& process)
+{
+    SpawnPlan plan;
+    if (!directory.empty())
+        plan.StartIn(ToPath(directory));
+    switch (plan.Start(kOpener, argument, process)) {
+    case 0:
+        return kSuccess;
+    case ENOENT:
+        return directory.empty() || fs::exists(ToPath(directory)) ? kNoApplication : kPathNotFound;
+    case ENOMEM:
+    case EAGAIN:
+        return kOutOfMemory;
+    default:
+        return kOtherFailure;
+    }
+}
+
+std::unique_ptr<ShellOpening> Start(const std::string& file, const std::string& directory)
+{
+    std::string argument = file;
+    if (!IsAddress(file)) {
+        // Absolute, so that the path is never taken for an option.
+        std::error_code failed;
+        const fs::path path =
+            fs::absolute(ToPath(directory.empty() ? file : ResolvePath(directory, file)), failed);
+        ThrowUnlessSuccess(CheckFile(path), file);
+        argument = FromPath(path);
+    }
+    pid_t process = 0;
+    ThrowUnlessSuccess(StartOpener(argument, directory, process), file);
+    return std::make_unique<Opener>(file, process);
+}
+
 } // namespace
 
 // The opener takes one argument and has one verb, so parameters and verb are unused here.
 void ShellExecute(const std::string& file, const std::string& /*parameters*/,
                   const std::string& directory, const std::string& /*verb*/)
 {
-    std::string argument = file;
-    int result = kSuccess;
-    if (!IsAddress(file)) {
-        // Absolute, so that the path is never taken for an option.
-        std::error_code failed;
-        const fs::path path =
-            fs::absolute(ToPath(directory.empty() ? file : ResolvePath(directory, file)), failed);
-        result = CheckFile(path);
-        argument = FromPath(path);
-    }
-    if (result == kSuccess)
-        result = OpenWithDesktop(argument, directory);
-    if (result != kSuccess)
-        throw Error(ErrorKind::ShellFailure, file, ShellErrorMessage(result));
+    // An opener that runs longer than it needs to fail shows the document itself.
+    constexpr auto kStep = std::chrono::milliseconds(5);
+    constexpr int kSteps = 300;
+    const auto opening = Start(file, directory);
+    for (int i = 0; i < kSteps && !opening->HasEnded(); ++i)
+        std::this_thread::sleep_for(kStep);
+}
+
+std::unique_ptr<ShellOpening> StartShellOpen(const std::string& file)
+{
+    return Start(file, {});
 }
 
 } // namespace orrery::util

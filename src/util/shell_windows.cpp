@@ -53,4 +53,10 @@ void ShellExecute(const std::string& file, const std::string& parameters,
         throw Error(ErrorKind::ShellFailure, file, ShellErrorMessage(result));
 }
 
+std::unique_ptr<ShellOpening> StartShellOpen(const std::string& file)
+{
+    ShellExecute(file, {}, {}, "open");
+    return nullptr;
+}
+
 } // namespace orrery::util

@@ -8,6 +8,9 @@
 #include <cstdlib>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <string>
+#include <sys/wait.h>
+#include <thread>
 
 namespace orrery::util {
 namespace {
@@ -78,6 +81,28 @@ TEST_F(ShellOpenTest, DoesNotWaitForTheApplication)
     const auto start = std::chrono::steady_clock::now();
     EXPECT_TRUE(ShellOpen(FromPath(opener), reporter_));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST_F(ShellOpenTest, TellsLaterThatAStartedOpenerFailed)
+{
+    InstallOpener(0);
+    const fs::path opener = scratch_.Write("xdg-open", "#!/bin/sh\nsleep 0.5\nexit 3\n");
+    const auto opening = StartShellOpen(FromPath(opener));
+    ASSERT_NE(opening, nullptr);
+    EXPECT_FALSE(opening->HasEnded()) << "nobody waited for it";
+    std::string cause;
+    for (int i = 0; i < 500 && cause.empty(); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        try {
+            opening->HasEnded();
+        }
+        catch (const Error& error) {
+            cause = error.Cause();
+        }
+    }
+    EXPECT_EQ(cause, "No application is associated with this file type.");
+    EXPECT_TRUE(opening->HasEnded());
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "the process has been waited for";
 }
 
 TEST_F(ShellOpenTest, DiscardsTheApplicationsOutput)

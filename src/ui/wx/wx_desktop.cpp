@@ -4,13 +4,16 @@
 #include "ui/wx/help.h"
 #include "ui/wx/native.h"
 #include "ui/wx/text.h"
+#include "util/error.h"
 #include "util/error_report.h"
-#include "util/shell.h"
+#include "util/error_text.h"
 
 #include <wx/app.h>
 #include <wx/evtloop.h>
 #include <wx/msgdlg.h>
 #include <wx/utils.h>
+
+#include <utility>
 
 namespace orrery::ui::wx {
 namespace {
@@ -78,7 +81,35 @@ void WxDesktop::Repaint(Painting painting)
 
 void WxDesktop::Open(const std::string& fileOrAddress)
 {
-    util::ShellOpen(fileOrAddress, *this);
+    constexpr int kStep = 50; // milliseconds
+    try {
+        auto opener = util::StartShellOpen(fileOrAddress);
+        if (!opener)
+            return;
+        openers_.push_back(std::move(opener));
+        openersTimer_.Start(kStep);
+    }
+    catch (const Error& error) {
+        Report(util::ErrorText(error));
+    }
+}
+
+void WxDesktop::WatchOpeners()
+{
+    std::vector<std::string> failures;
+    std::erase_if(openers_, [&failures](const auto& opener) {
+        try {
+            return opener->HasEnded();
+        }
+        catch (const Error& error) {
+            failures.push_back(util::ErrorText(error));
+            return true;
+        }
+    });
+    if (openers_.empty())
+        openersTimer_.Stop();
+    for (const std::string& failure : failures)
+        Report(failure);
 }
 
 void WxDesktop::ShowHelp(const std::string& page)

@@ -1,12 +1,16 @@
 #pragma once
 
 #include "ui/desktop.h"
+#include "util/shell.h"
 
+#include <wx/timer.h>
 #include <wx/window.h>
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace orrery::ui::wx {
 
@@ -32,10 +36,23 @@ public:
     void ShowModal(AboutForm& form) override;
 
 private:
+    /// Asks again and again whether the openers that were started have ended.
+    class OpenersTimer : public wxTimer {
+    public:
+        explicit OpenersTimer(WxDesktop& desktop) : desktop_(desktop) {}
+        void Notify() override { desktop_.WatchOpeners(); }
+
+    private:
+        WxDesktop& desktop_;
+    };
+    void WatchOpeners();
+
     const std::string helpFolder_;
     const std::string settingsFile_;
     std::function<void()> repaint_;
     std::chrono::steady_clock::time_point painted_;
+    std::vector<std::unique_ptr<util::ShellOpening>> openers_; // that have not ended
+    OpenersTimer openersTimer_{*this};
 };
 
 } // namespace orrery::ui::wx

@@ -56,8 +56,10 @@ void LoadLists(const Profile& profile, const char* section,
     const std::int16_t count = ReadListCount(profile, section);
     for (std::int16_t i = 0; i < count; ++i) {
         const std::string value = profile.Read(section, std::to_string(i + 1) + "Name", "");
-        if (auto names = model::SplitNames<NamesPerList>(value))
+        if (auto names = model::SplitNames<NamesPerList>(value)) {
             lists.Store(i, std::move(*names));
+            lists.SetTitle(i, profile.Read(section, std::to_string(i + 1) + "Language", ""));
+        }
     }
     if (lists.Count() > 0)
         return;

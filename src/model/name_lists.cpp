@@ -50,9 +50,25 @@ template <std::size_t NamesPerList> std::int16_t NameLists<NamesPerList>::Add(Na
     return index;
 }
 
+template <std::size_t NamesPerList>
+const std::string& NameLists<NamesPerList>::Title(std::int16_t index) const
+{
+    static const std::string none;
+    const auto title = titles_.find(index);
+    return title == titles_.end() ? none : title->second;
+}
+
+template <std::size_t NamesPerList>
+void NameLists<NamesPerList>::SetTitle(std::int16_t index, std::string title)
+{
+    CheckedIndex(index, kCapacity);
+    titles_[index] = std::move(title);
+}
+
 template <std::size_t NamesPerList> void NameLists<NamesPerList>::Clear()
 {
     lists_.clear();
+    titles_.clear();
     count_ = 0;
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,13 +29,18 @@ public:
     /// Stores a list at the index equal to the count, which after a gap may overwrite another list.
     /// Throws OutOfRangeError if the table is full.
     std::int16_t Add(Names names);
+    /// What users call a list: its language, for example. Empty if it has no name of its own.
+    const std::string& Title(std::int16_t index) const;
+    /// Throws OutOfRangeError outside the table.
+    void SetTitle(std::int16_t index, std::string title);
     /// Removes all lists.
     void Clear();
     /// Index of the first stored list with these names, or -1.
     std::int16_t Find(const Names& names) const;
 
 private:
-    std::vector<std::optional<Names>> lists_; ///< up to the last stored list
+    std::vector<std::optional<Names>> lists_;    ///< up to the last stored list
+    std::map<std::int16_t, std::string> titles_; ///< by index
     std::int16_t count_ = 0;
 };
 

@@ -73,11 +73,9 @@ void MainForm::ShowTipAtStartup()
     desktop_.ShowModal(form);
 }
 
-void MainForm::Form_Activate()
+void MainForm::RefreshTemplates()
 {
-    if (cboTemplateFile.entries.empty())
-        FillTemplateList();
-    UpdateButtons();
+    FillTemplateList();
 }
 
 void MainForm::UpdateButtons()

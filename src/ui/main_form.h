@@ -33,7 +33,8 @@ public:
     // The last steps of the start-up, when the window is visible.
     void ReportUnreadableSettings(); ///< if defaults are used although there is a file
     void ShowTipAtStartup();
-    void Form_Activate();
+    /// The window became active, or the user asked for it: lists the template folder again.
+    void RefreshTemplates();
 
     void cboTemplateFile_Click();
     void cmdOpenTemplate_Click();

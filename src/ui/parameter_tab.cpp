@@ -23,11 +23,14 @@ std::string ControlName(const char* prefix, char letter, const char* role)
     return std::string(prefix) + letter + role;
 }
 
+/// "January, February, ...", with the list's title before it: "English: January, ...".
 template <std::size_t NamesPerList>
-std::string JoinedNames(const model::NameLists<NamesPerList>& table, std::int16_t index)
+std::string EntryOf(const model::NameLists<NamesPerList>& table, std::int16_t index)
 {
     const auto& names = table.At(index);
-    return util::Join({names.begin(), names.end()}, ", ");
+    const std::string joined = util::Join({names.begin(), names.end()}, ", ");
+    const std::string& title = table.Title(index);
+    return title.empty() ? joined : title + ": " + joined;
 }
 
 /// One entry for each counted list, by index: a skipped list has an entry without names.
@@ -36,7 +39,7 @@ std::vector<std::string> EntriesOf(const model::NameLists<NamesPerList>& table)
 {
     std::vector<std::string> entries;
     for (std::int16_t index = 0; index < table.Count(); ++index)
-        entries.push_back(JoinedNames(table, index));
+        entries.push_back(EntryOf(table, index));
     return entries;
 }
 
@@ -191,10 +194,10 @@ void ParameterTab::Show(const model::CalendarParameters& parameters)
     txtRowInterval.text = std::to_string(parameters.RowIntervalOfDay);
     chkOutWeekday.checked = parameters.OutWeekday;
     txtFirstCellofWeekday.text = model::FormatCellRef(parameters.FirstCellOfWeekday);
-    SelectText(cboWeekdayName, JoinedNames(names_.Weekdays, parameters.WeekdayName));
+    SelectText(cboWeekdayName, EntryOf(names_.Weekdays, parameters.WeekdayName));
     chkOutMonth.checked = parameters.OutMonth;
     txtFirstCellofMonth.text = model::FormatCellRef(parameters.FirstCellOfMonth);
-    SelectText(cboMonthName, JoinedNames(names_.Months, parameters.MonthName));
+    SelectText(cboMonthName, EntryOf(names_.Months, parameters.MonthName));
     chkOutYear.checked = parameters.OutYear;
     txtFirstCellofYear.text = model::FormatCellRef(parameters.FirstCellOfYear);
     chkOutHoliday.checked = parameters.OutHoliday;

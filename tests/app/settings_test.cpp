@@ -174,6 +174,14 @@ TEST_F(SettingsTest, ListsAreCountedTrimmedAndTruncated)
     EXPECT_EQ(settings.names.Weekdays.Count(), 1);
 }
 
+TEST_F(SettingsTest, AListCanHaveATitle)
+{
+    const Settings settings = Load(std::string("[MonthName]\nCount=2\n1Language=Deutsch\n1Name=") +
+                                   kGerman + "\n2Name=" + kShort + "\n");
+    EXPECT_EQ(settings.names.Months.Title(0), "Deutsch");
+    EXPECT_EQ(settings.names.Months.Title(1), "");
+}
+
 TEST_F(SettingsTest, AShortListIsSkippedWithoutMovingTheLaterOnes)
 {
     const Settings settings = Load("[WeekdayName]\nCount=3\n1Name=a,b,c,d,e,f\n"

@@ -82,7 +82,7 @@ TEST_F(EmptyFolderTest, IsListedAgainWhenTheWindowBecomesActive)
     MainForm& form = Open();
     WriteTemplate("template/New.xls");
     EXPECT_EQ(form.cboTemplateFile.entries, Texts());
-    form.Form_Activate();
+    form.RefreshTemplates();
     EXPECT_EQ(form.cboTemplateFile.entries, Texts{"New.xls"});
     EXPECT_FALSE(form.lblEmptyFolder.visible);
 }
@@ -98,12 +98,24 @@ TEST_F(MainFormTest, AFolderThatCannotBeListedIsNotCalledEmpty)
         << form.lblEmptyFolder.caption;
 }
 
-TEST_F(MainFormTest, AFolderWithTemplatesIsNotListedAgain)
+TEST_F(MainFormTest, TheListFollowsTheFolder)
 {
-    MainForm& form = Open();
+    MainForm& form = OpenWith("Desk.xls");
+    EditMonthlySheet("mine");
     WriteTemplate("template/New.xls");
-    form.Form_Activate();
-    EXPECT_EQ(form.cboTemplateFile.entries, (Texts{"Desk.xls", "Plain.xlsx"}));
+    fs::remove(At("template/Plain.xlsx"));
+    form.RefreshTemplates();
+    EXPECT_EQ(form.cboTemplateFile.entries, (Texts{"Desk.xls", "New.xls"}));
+    EXPECT_EQ(form.cboTemplateFile.selected, 0);
+    EXPECT_EQ(form.working.sets.Monthly.SheetName, "mine") << "the chosen template stays as it is";
+    fs::remove(At("template/Desk.xls"));
+    form.RefreshTemplates();
+    EXPECT_FALSE(form.cboTemplateFile.HasSelection());
+    EXPECT_FALSE(form.cmdGenerate.enabled);
+    WriteTemplate("template/Desk.xls");
+    form.RefreshTemplates();
+    EXPECT_EQ(form.cboTemplateFile.selected, 0);
+    EXPECT_EQ(form.working.sets.Monthly.SheetName, "mine");
 }
 
 // ---- dropped files

@@ -118,6 +118,16 @@ TEST_F(ParameterTabTest, ListsHaveTheirEntries)
                                         "4 x 3 Months", "6 x 2 Months", "12 x 1 Months"}));
 }
 
+TEST_F(ParameterTabTest, ATitleStandsBeforeItsNames)
+{
+    names.Months.SetTitle(1, "English, short");
+    working.sets.Yearly.MonthName = 1;
+    const YearlyTab& yearly = Open().yearly;
+    EXPECT_EQ(yearly.cboMonthName.entries[1],
+              "English, short: Jan, Feb, Mar, Apr, May, Jun, Jul, Aug, Sep, Oct, Nov, Dec");
+    EXPECT_EQ(yearly.cboMonthName.selected, 1);
+}
+
 TEST_F(ParameterTabTest, ArrowsStayInTheRangeOfTheChecks)
 {
     YearlyTab& yearly = Open().yearly;

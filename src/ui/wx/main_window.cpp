@@ -58,8 +58,14 @@ MainWindow::MainWindow(MainForm& form, WxDesktop& desktop)
     Bind(wxEVT_CLOSE_WINDOW, &MainWindow::OnClose, this);
     Bind(wxEVT_ACTIVATE, [this](wxActivateEvent& event) {
         if (event.GetActive())
-            binder_.Run([this] { form_.Form_Activate(); });
+            binder_.Run([this] { form_.RefreshTemplates(); });
         event.Skip();
+    });
+    Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+        if (event.GetKeyCode() == WXK_F5)
+            binder_.Run([this] { form_.RefreshTemplates(); });
+        else
+            event.Skip();
     });
 }
 

@@ -41,7 +41,7 @@ protected:
     {
         form_ = std::make_unique<MainForm>(system_, engines_, desktop_);
         form_->Form_Load(today);
-        form_->Form_Activate();
+        form_->RefreshTemplates();
         return *form_;
     }
     MainForm& OpenWith(const std::string& templateFile)
@@ -69,7 +69,7 @@ protected:
     {
         form_->working.sets.Monthly.SheetName = name;
         form_->working.monthlyChanged = true;
-        form_->Form_Activate();
+        form_->RefreshTemplates();
     }
     std::string ContentOf(const std::string& name) const
     {

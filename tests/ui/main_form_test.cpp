@@ -199,7 +199,7 @@ TEST_F(MainFormTest, EitherSetThatChangedEnablesSave)
     MainForm& form = OpenWith("Desk.xls");
     form.working.yearlyChanged = true;
     EXPECT_FALSE(form.cmdSave.enabled) << "not before the window is active again";
-    form.Form_Activate();
+    form.RefreshTemplates();
     EXPECT_TRUE(form.cmdSave.enabled);
 }
 

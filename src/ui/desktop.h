@@ -32,6 +32,8 @@ public:
     /// Opens a document, a folder or a web address with the program that the system has for it.
     /// Reports a failure.
     virtual void Open(const std::string& fileOrAddress) = 0;
+    /// Puts a text on the clipboard.
+    virtual void Copy(const std::string& text) = 0;
     /// Opens a help page, such as "main". Reports a failure.
     virtual void ShowHelp(const std::string& page) = 0;
 

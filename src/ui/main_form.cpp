@@ -198,6 +198,12 @@ void MainForm::cmdAbout_Click()
     desktop_.ShowModal(form);
 }
 
+void MainForm::CopySavedPath()
+{
+    if (savedPath_)
+        desktop_.Copy(*savedPath_);
+}
+
 void MainForm::cmdOpenFolder_Click()
 {
     if (savedPath_)

@@ -48,6 +48,10 @@ public:
     void cmdExit_Click() { Close(); }
     /// Opens the folder of the workbook that was saved last.
     void cmdOpenFolder_Click();
+    /// Whether a workbook was saved, so that its path can be copied.
+    bool HasSavedPath() const { return savedPath_.has_value(); }
+    /// Puts the path of the workbook that was saved last on the clipboard.
+    void CopySavedPath();
     /// Copies the shipped templates into the empty template folder.
     void cmdCopyTemplates_Click();
 

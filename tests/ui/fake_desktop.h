@@ -38,6 +38,7 @@ public:
     {
         calls.push_back("Open: " + fileOrAddress);
     }
+    void Copy(const std::string& text) override { calls.push_back("Copy: " + text); }
     void ShowHelp(const std::string& page) override { calls.push_back("ShowHelp: " + page); }
 
     void ShowModal(ParameterForm& form) override { Show("frmParameter", onParameter, form); }

@@ -112,6 +112,16 @@ TEST_F(MainFormRunTest, ShowsThePathAndOpensTheFolder)
     EXPECT_TRUE(form.cmdOpenFolder.visible);
     form.cmdOpenFolder_Click();
     EXPECT_EQ(desktop_.TakeCalls(), Texts{"Open: " + At("output")});
+    form.CopySavedPath();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts{"Copy: " + At("output/2027Desk.xls")});
+}
+
+TEST_F(MainFormRunTest, WithoutASavedWorkbookNoPathIsCopied)
+{
+    MainForm& form = OpenDesk();
+    EXPECT_FALSE(form.HasSavedPath());
+    form.CopySavedPath();
+    EXPECT_EQ(desktop_.TakeCalls(), Texts());
 }
 
 TEST_F(MainFormRunTest, ShowsWhichApplicationWroteTheWorkbook)

@@ -7,6 +7,7 @@
 #include "ui/wx/window_place.h"
 
 #include <wx/dnd.h>
+#include <wx/menu.h>
 #include <wx/statline.h>
 
 #include <functional>
@@ -167,9 +168,9 @@ wxSizer* MainWindow::BuildStatusRow(wxPanel& panel)
 {
     auto* const row = new wxBoxSizer(wxHORIZONTAL);
     const auto centre = wxSizerFlags().CentreVertical();
-    auto* const status =
-        AddLabel(panel, binder_, form_.lblStatus, wxST_ELLIPSIZE_MIDDLE | wxST_NO_AUTORESIZE);
+    auto* const status = AddNote(panel, binder_, form_.lblStatus, wxST_ELLIPSIZE_MIDDLE);
     status->SetMinSize(wxSize(1, status->GetCharHeight()));
+    status->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) { ShowStatusMenu(); });
     row->Add(status, wxSizerFlags(1).CentreVertical().Border(wxRIGHT));
     auto* const progress = new wxGauge(&panel, wxID_ANY, 1, wxDefaultPosition,
                                        ConvertDialogToPixels(wxSize(kProgressWidth, -1)));
@@ -179,6 +180,17 @@ wxSizer* MainWindow::BuildStatusRow(wxPanel& panel)
     row->Add(AddCommand(panel, form_.cmdOpenFolder, &MainForm::cmdOpenFolder_Click),
              wxSizerFlags(centre).ReserveSpaceEvenIfHidden());
     return row;
+}
+
+void MainWindow::ShowStatusMenu()
+{
+    if (!form_.HasSavedPath())
+        return;
+    wxMenu menu;
+    menu.Append(wxID_COPY, "&Copy Path");
+    menu.Bind(wxEVT_MENU,
+              [this](wxCommandEvent&) { binder_.Run([this] { form_.CopySavedPath(); }); });
+    PopupMenu(&menu);
 }
 
 wxButton* MainWindow::AddCommand(wxPanel& panel, Button& state, void (MainForm::*onClick)())

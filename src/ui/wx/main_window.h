@@ -32,6 +32,7 @@ private:
     wxSizer* BuildCommandRow(wxPanel& panel);
     wxSizer* BuildEmptyFolder(wxPanel& panel);
     wxSizer* BuildStatusRow(wxPanel& panel);
+    void ShowStatusMenu();
     wxButton* AddCommand(wxPanel& panel, Button& state, void (MainForm::*onClick)());
     void OnClose(wxCloseEvent& event);
 

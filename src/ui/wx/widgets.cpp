@@ -68,10 +68,10 @@ wxStaticText* AddWrappedLabel(wxWindow& parent, Binder& binder, Label& state, in
     return label;
 }
 
-wxStaticText* AddNote(wxWindow& parent, Binder& binder, Label& state)
+wxStaticText* AddNote(wxWindow& parent, Binder& binder, Label& state, long style)
 {
     auto* const note = new wxStaticText(&parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
-                                        wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE);
+                                        style | wxST_NO_AUTORESIZE);
     binder.BindControl(state, *note, [&state, note] {
         const wxString text = LinesToWx(state.caption);
         if (note->GetLabelText() == text)

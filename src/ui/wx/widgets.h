@@ -22,8 +22,10 @@ std::unique_ptr<wxDialog> MakeDialog(wxWindow* parent, const Form& form,
 wxStaticText* AddLabel(wxWindow& parent, Binder& binder, Label& state, long style = 0);
 /// A label whose text is wrapped to at most `width` pixels.
 wxStaticText* AddWrappedLabel(wxWindow& parent, Binder& binder, Label& state, int width);
-/// A line of text that is cut at the width of its window; the whole is its tooltip.
-wxStaticText* AddNote(wxWindow& parent, Binder& binder, Label& state);
+/// A line of text that is cut where its window is too narrow, at the end or as `style` says; the
+/// whole is its tooltip.
+wxStaticText* AddNote(wxWindow& parent, Binder& binder, Label& state,
+                      long style = wxST_ELLIPSIZE_END);
 wxTextCtrl* AddTextBox(wxWindow& parent, Binder& binder, TextBox& state);
 wxCheckBox* AddCheckBox(wxWindow& parent, Binder& binder, CheckBox& state, Handler onClick = {});
 /// A drop-down list at least `width` dialog units wide, whatever its entries.

@@ -9,6 +9,7 @@
 #include "util/error_text.h"
 
 #include <wx/app.h>
+#include <wx/clipbrd.h>
 #include <wx/evtloop.h>
 #include <wx/msgdlg.h>
 #include <wx/utils.h>
@@ -110,6 +111,15 @@ void WxDesktop::WatchOpeners()
         openersTimer_.Stop();
     for (const std::string& failure : failures)
         Report(failure);
+}
+
+void WxDesktop::Copy(const std::string& text)
+{
+    const wxClipboardLocker clipboard;
+    if (!clipboard)
+        return; // another program holds it
+    wxTheClipboard->SetData(new wxTextDataObject(ToWx(text)));
+    wxTheClipboard->Flush(); // the text outlives this program
 }
 
 void WxDesktop::ShowHelp(const std::string& page)

@@ -29,6 +29,7 @@ public:
     void SetHourglass(bool on) override;
     void Repaint(Painting painting) override;
     void Open(const std::string& fileOrAddress) override;
+    void Copy(const std::string& text) override;
     void ShowHelp(const std::string& page) override;
     void ShowModal(ParameterForm& form) override;
     void ShowModal(HolidayForm& form) override;

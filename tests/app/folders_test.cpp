@@ -35,6 +35,19 @@ TEST_F(FoldersTest, SettingsBesideTheExecutableMakeItPortable)
     EXPECT_EQ(locations.tipsFile, At("program/tips.txt"));
 }
 
+TEST_F(FoldersTest, WhereProgramsKeepTheirFilesBesideThemAWritableFolderIsUsed)
+{
+    SystemFolders system = System();
+    system.besideExecutable = true;
+    EXPECT_EQ(LocationsFor(system).settingsFile, At("home/config/orrery/orrery.ini"))
+        << "nothing can be written where there is no folder";
+    fs::create_directories(At("program"));
+    EXPECT_EQ(LocationsFor(system).settingsFile, At("program/orrery.ini"));
+    EXPECT_TRUE(fs::is_empty(At("program"))) << "trying leaves nothing behind";
+    system.besideExecutable = false;
+    EXPECT_EQ(LocationsFor(system).settingsFile, At("home/config/orrery/orrery.ini"));
+}
+
 TEST_F(FoldersTest, WithoutAHomeEverythingIsBesideTheExecutable)
 {
     SystemFolders system = System();

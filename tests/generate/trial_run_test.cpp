@@ -111,6 +111,21 @@ TEST_F(TrialRunTest, ChecksEveryKindOfCell)
     EXPECT_TRUE(findings[0].starts_with("Monthly calendar: in 2023-1, 1 cell cannot be written. "));
 }
 
+TEST_F(TrialRunTest, TheLastCellOfASheetIsInsideAndItsNeighboursAreNot)
+{
+    sets_.Yearly.Output = false;
+    sets_.Monthly.OutYear = true;
+    struct LimitCase {
+        model::CellPosition cell;
+        std::size_t findings; // one for each month
+    };
+    for (const auto& [cell, findings] :
+         {LimitCase{{1048576, 16384}, 0}, {{1048577, 16384}, 12}, {{1048576, 16385}, 12}}) {
+        sets_.Monthly.FirstCellOfYear = cell;
+        EXPECT_EQ(Run({"Sheet2"}).size(), findings) << cell.row << ' ' << cell.column;
+    }
+}
+
 TEST_F(TrialRunTest, ChecksTheHolidaysOfTheYearWithTheirPlacement)
 {
     sets_.Yearly.Output = false;

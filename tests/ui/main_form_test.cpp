@@ -250,6 +250,18 @@ TEST_F(MainFormTest, UnchangedSetsAreLeftWithoutAQuestion)
     EXPECT_EQ(desktop_.TakeCalls(), Texts());
 }
 
+TEST_F(MainFormTest, OneChangedSetIsEnoughForTheQuestion)
+{
+    for (const bool yearly : {false, true}) {
+        MainForm& form = OpenWith("Plain.xlsx");
+        form.working.monthlyChanged = !yearly;
+        form.working.yearlyChanged = yearly;
+        desktop_.answers = {false};
+        Choose("Desk.xls");
+        EXPECT_EQ(desktop_.TakeCalls(), Texts{kQuestion}) << yearly;
+    }
+}
+
 TEST_F(MainFormTest, YesSavesTheOldTemplatesParametersFirst)
 {
     const MainForm& form = OpenWith("Plain.xlsx");

@@ -221,6 +221,38 @@ TEST_P(YearlyCheckTest, IsSkippedWithoutTheCalendar)
 
 INSTANTIATE_TEST_SUITE_P(Steps, YearlyCheckTest, testing::ValuesIn(kYearlyChecks), NameOf);
 
+// ---- checks of one text box
+
+/// A cell that is too far right and too far down.
+struct CornerCase {
+    bool isYearly;
+    TextBox ParameterTab::*box;
+    const char* text;
+    std::string columnCheck; ///< the one that reports it
+};
+
+TEST_F(ParameterTest, ACellBeyondACornerIsReportedForItsColumn)
+{
+    for (const CornerCase& corner :
+         {CornerCase{false, &ParameterTab::txtFirstCellofDay, "IQ65512", "5ColumnsOfDay"},
+          {false, &ParameterTab::txtFirstCellofHoliday, "IQ65512", "14ColumnsOfHoliday"},
+          {true, &ParameterTab::txtFirstCellofDay, "IA65505", "8ColumnsOfDay"},
+          {true, &ParameterTab::txtFirstCellofWeekday, "IA65510", "12ColumnsOfWeekday"},
+          {true, &ParameterTab::txtFirstCellofMonth, "IG65510", "16ColumnsOfMonth"},
+          {true, &ParameterTab::txtFirstCellofHoliday, "IA65505", "20ColumnsOfHoliday"}}) {
+        SCOPED_TRACE(corner.columnCheck);
+        const auto& checks = corner.isYearly ? kYearlyChecks : kMonthlyChecks;
+        const auto expected = std::ranges::find(checks, corner.columnCheck, &CheckCase::name);
+        ASSERT_NE(expected, checks.end());
+        Open();
+        ParameterTab& tab =
+            corner.isYearly ? static_cast<ParameterTab&>(form().yearly) : form().monthly;
+        (tab.*corner.box).Type(corner.text);
+        form().cmdOK_Click();
+        EXPECT_EQ(desktop.TakeCalls(), std::vector{std::string("Report: ") + expected->message});
+    }
+}
+
 // ---- checks that depend on a check box
 
 struct BoxCase {

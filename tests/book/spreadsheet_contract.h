@@ -348,6 +348,31 @@ TEST_P(SpreadsheetContract, KeepsTextsUnchanged)
                   orrery::contract::Value(texts[i]));
 }
 
+TEST_P(SpreadsheetContract, KeepsTextsThatLookLikeSomethingElse)
+{
+    const Names texts = {
+        "01",           "1.5",     "1,5",    "1.000", "1e5",   "50%",   "$5",   "5 \xE2\x82\xAC",
+        "1-2",          "3/4",     "1. Mai", "May 1", "28.3.", "12:30", "TRUE", "False",
+        "WAHR",         "=x",      "=1+1",   "=1+",   "+1",    "-5",    "- x",  "@x",
+        "#N/A",         "#NV",     "'01",    "''",    "'",     "=",     " 7 ",  "(5)",
+        "\xEF\xBC\x91", "\xC2\xBD"};
+    auto& workbook = Open();
+    auto* const sheet = workbook.FindWorksheet("Sheet2");
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        for (const bool isSecond : {false, true}) {
+            sheet->SetCell(static_cast<std::int32_t>(i) + 2, isSecond ? 4 : 3, texts[i],
+                           isSecond ? orrery::book::CellMember::Value
+                                    : orrery::book::CellMember::Default);
+        }
+    }
+    const auto saved = SaveAndRead(workbook)[1];
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        for (const std::int32_t column : {3, 4})
+            EXPECT_EQ(saved.cells.at({static_cast<std::int32_t>(i) + 2, column}),
+                      orrery::contract::Value(texts[i]));
+    }
+}
+
 TEST_P(SpreadsheetContract, WritesTheEmptyTextOverAValue)
 {
     auto& workbook = Open();

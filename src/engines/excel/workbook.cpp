@@ -1,5 +1,6 @@
 #include "engines/excel/workbook.h"
 
+#include "engines/excel/typed_text.h"
 #include "util/paths.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ Variant VariantOf(const book::CellValue& value)
 {
     if (const auto* const number = std::get_if<std::int16_t>(&value))
         return Variant(*number);
-    return Variant(std::string_view(std::get<std::string>(value)));
+    return Variant(std::string_view(TypedAsText(std::get<std::string>(value))));
 }
 
 } // namespace

@@ -10,8 +10,9 @@ namespace orrery::automation {
 
 /// The server's settings, under the current user.
 inline constexpr const char* kServerKey = "Software\\Orrery\\ExcelServer";
-inline constexpr const char* kLogValue = "Log";       ///< path of the log
-inline constexpr const char* kFaultsValue = "Faults"; ///< one fault in each line
+inline constexpr const char* kLogValue = "Log";           ///< path of the log
+inline constexpr const char* kFaultsValue = "Faults";     ///< one fault in each line
+inline constexpr const char* kLanguageValue = "Language"; ///< "de"; else English
 
 /// Creates a missing key. Throws std::system_error, like all functions that write.
 void WriteText(HKEY root, const std::string& key, const std::string& value,

@@ -18,9 +18,12 @@ int Serve()
 {
     const auto log =
         automation::ReadText(HKEY_CURRENT_USER, automation::kServerKey, automation::kLogValue);
+    const auto language =
+        automation::ReadText(HKEY_CURRENT_USER, automation::kServerKey, automation::kLanguageValue);
     Server server(
         util::ToPath(log),
-        automation::ReadLines(HKEY_CURRENT_USER, automation::kServerKey, automation::kFaultsValue));
+        automation::ReadLines(HKEY_CURRENT_USER, automation::kServerKey, automation::kFaultsValue),
+        language == "de" ? Language::German : Language::English);
     Session session(server);
     ClassFactory factory(session);
     MessageFilter filter(server);

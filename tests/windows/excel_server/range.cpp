@@ -6,21 +6,6 @@ namespace orrery::excel_server {
 
 using automation::Variant;
 
-namespace {
-
-book::CellValue ValueOf(const Variant& value)
-{
-    if (value.Type() == VT_BSTR)
-        return value.AsText();
-    VARIANT source = value.Get();
-    Variant number;
-    if (FAILED(VariantChangeType(number.Fill(), &source, 0, VT_I2)))
-        throw ExcelFailure(kExcelError);
-    return V_I2(&number.Get());
-}
-
-} // namespace
-
 Range::Range(Server& server, const void* identity, const CellRange& cells)
     : DispatchObject(server, kKind, identity), cells_(cells)
 {
@@ -55,7 +40,23 @@ Variant Range::CellOf(Server& server, const CellRange& cells, const Arguments& a
     return ObjectFor<Range>(server, nullptr, Locate(cells, arguments));
 }
 
-void Range::Write(const CellRange& cell, const Variant& value)
+book::CellValue Range::ValueOf(const Variant& value) const
+{
+    if (value.Type() == VT_BSTR) {
+        const TypedValue typed = ReadTyped(value.AsText(), server_.language);
+        if (typed.kind == TypedKind::Text)
+            return typed.text;
+        server_.log.Write("Range takes " + Quoted(value.AsText()) + " for " + NameOf(typed.kind));
+        return std::int16_t{0};
+    }
+    VARIANT source = value.Get();
+    Variant number;
+    if (FAILED(VariantChangeType(number.Fill(), &source, 0, VT_I2)))
+        throw ExcelFailure(kExcelError);
+    return V_I2(&number.Get());
+}
+
+void Range::Write(const CellRange& cell, const Variant& value) const
 {
     if (cell.row == 0)
         throw ExcelFailure(kExcelError, "This server fills no whole sheet.");

@@ -15,8 +15,9 @@ struct CellRange {
     std::int32_t column;
 };
 
-/// `Range`: a cell, or all cells of a sheet, which only gives cells. A text is stored as it is:
-/// this server does not interpret it as Excel interprets what a user types.
+/// `Range`: a cell, or all cells of a sheet, which only gives cells. A text is interpreted as if it
+/// were typed. For anything but a text the cell gets a zero: the workbook is written by an engine
+/// that writes only texts and small numbers.
 class Range : public DispatchObject {
 public:
     static constexpr const char* kKind = "Range";
@@ -35,7 +36,8 @@ private:
     automation::Variant GetColumn(const Arguments& arguments);
 
     static CellRange Locate(const CellRange& cells, const Arguments& arguments);
-    static void Write(const CellRange& cell, const automation::Variant& value);
+    void Write(const CellRange& cell, const automation::Variant& value) const;
+    book::CellValue ValueOf(const automation::Variant& value) const;
 
     CellRange cells_;
 };

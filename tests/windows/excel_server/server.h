@@ -4,6 +4,7 @@
 #include "excel_server/faults.h"
 #include "excel_server/lifetime.h"
 #include "excel_server/log.h"
+#include "excel_server/typed_value.h"
 
 #include <map>
 #include <string>
@@ -17,8 +18,9 @@ class DispatchObject;
 /// The state that all objects of the process share. Used by one thread only.
 class Server {
 public:
-    Server(const std::filesystem::path& logFile, const std::vector<std::string>& faultLines)
-        : log(logFile), faults(faultLines), lifetime(log)
+    Server(const std::filesystem::path& logFile, const std::vector<std::string>& faultLines,
+           Language itsLanguage)
+        : log(logFile), faults(faultLines), lifetime(log), language(itsLanguage)
     {
     }
     Server(const Server&) = delete;
@@ -37,6 +39,7 @@ public:
     Log log;
     Faults faults;
     Lifetime lifetime;
+    const Language language;
 
 private:
     using Key = std::pair<std::string, const void*>;

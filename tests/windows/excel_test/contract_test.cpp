@@ -32,7 +32,10 @@ contract::Engine XlsxContract()
     engine.extension = ".xlsx";
     engine.rows = 1048576;
     engine.columns = 16384;
-    engine.start = excel::CreateApplication;
+    engine.start = [] {
+        excel_test::TestServer::SetLanguage("en");
+        return excel::CreateApplication();
+    };
     engine.makeTemplate = [](const std::filesystem::path& path) {
         std::filesystem::copy_file(excel_test::XlsxTemplate(), path);
     };
@@ -54,7 +57,20 @@ contract::Engine XlsContract()
     return engine;
 }
 
+/// An Excel that understands dates, numbers and words in German.
+contract::Engine GermanContract()
+{
+    contract::Engine engine = XlsxContract();
+    engine.name = "GermanExcelXlsx";
+    engine.start = [] {
+        excel_test::TestServer::SetLanguage("de");
+        return excel::CreateApplication();
+    };
+    return engine;
+}
+
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Excel, SpreadsheetContract, testing::Values(XlsxContract(), XlsContract()),
+INSTANTIATE_TEST_SUITE_P(Excel, SpreadsheetContract,
+                         testing::Values(XlsxContract(), XlsContract(), GermanContract()),
                          contract::NameOf);

@@ -113,6 +113,66 @@ TEST_F(ExcelServerTest, HasDefaultMembers)
     EXPECT_EQ(V_I4(&Get(inner, "Column").value.Get()), 3);
 }
 
+/// What the server takes texts for when they are given to a cell.
+class ExcelServerTypingTest : public ExcelServerTest {
+protected:
+    /// Starts anew in the language and gives the texts to a cell.
+    void Type(const std::string& language, const std::vector<std::string>& texts)
+    {
+        application_ = {};
+        ASSERT_TRUE(TestServer::WaitForProcesses(0));
+        TestServer::SetLanguage(language);
+        application_ = StartServer();
+        const auto cell = Get(Sheet("Sheet2"), "Cells", {Variant::Long(2), Variant::Long(3)}).value;
+        for (const auto& text : texts)
+            EXPECT_EQ(Put(cell, "Value", Variant::Text(text)).result, S_OK) << text;
+    }
+    /// Such as "Range takes "01" for a number".
+    std::vector<std::string> Taken() const
+    {
+        auto lines = server_.Lines();
+        std::erase_if(lines, [](const auto& line) { return !line.starts_with("Range takes "); });
+        return lines;
+    }
+};
+
+TEST_F(ExcelServerTypingTest, TakesTextsAsTypedInEnglish)
+{
+    Type("en", {"01", "1,000.5", "$5", "12:30", "1-2", "May 1", "TRUE", "#N/A", "=x", "-x"});
+    EXPECT_THAT(
+        Taken(),
+        ElementsAre("Range takes \"01\" for a number", "Range takes \"1,000.5\" for a number",
+                    "Range takes \"$5\" for a number", "Range takes \"12:30\" for a number",
+                    "Range takes \"1-2\" for a date", "Range takes \"May 1\" for a date",
+                    "Range takes \"TRUE\" for a logical value",
+                    "Range takes \"#N/A\" for an error value", "Range takes \"=x\" for a formula",
+                    "Range takes \"-x\" for a formula"));
+}
+
+TEST_F(ExcelServerTypingTest, TakesTextsAsTypedInGerman)
+{
+    Type("de", {"1.000,5", "5 \xE2\x82\xAC", "1. Mai", "28.3.", "Wahr", "#NV"});
+    EXPECT_THAT(Taken(),
+                ElementsAre("Range takes \"1.000,5\" for a number",
+                            "Range takes \"5 \xE2\x82\xAC\" for a number",
+                            "Range takes \"1. Mai\" for a date", "Range takes \"28.3.\" for a date",
+                            "Range takes \"Wahr\" for a logical value",
+                            "Range takes \"#NV\" for an error value"));
+}
+
+TEST_F(ExcelServerTypingTest, KeepsTextsAndWhatFollowsAnApostrophe)
+{
+    Type("en", {"January", "1. Mai", "WAHR", "#NV", "'01", "'=x", "Day 1", ""});
+    Type("de", {"Januar", "May 1", "TRUE", "#N/A", "'1. Mai", "'WAHR"});
+    EXPECT_THAT(Taken(), testing::IsEmpty());
+}
+
+TEST_F(ExcelServerTypingTest, RefusesAFormulaWithoutAnEnd)
+{
+    const auto cell = Get(Sheet("Sheet2"), "Cells", {Variant::Long(2), Variant::Long(3)}).value;
+    EXPECT_EQ(Put(cell, "Value", Variant::Text("=1+")).code, kExcelError);
+}
+
 TEST_F(ExcelServerTest, FollowsReferences)
 {
     const auto sheets = Get(Open(), "Worksheets").value;

@@ -72,6 +72,7 @@ TestServer::TestServer()
     automation::WriteText(HKEY_CURRENT_USER, automation::kServerKey, automation::kLogValue,
                           util::FromPath(log_));
     SetFaults({});
+    SetLanguage("en");
     if (!isRegistered)
         Register();
 }
@@ -104,6 +105,12 @@ void TestServer::SetFaults(const std::vector<std::string>& faults)
 {
     automation::WriteLines(HKEY_CURRENT_USER, automation::kServerKey, automation::kFaultsValue,
                            faults);
+}
+
+void TestServer::SetLanguage(const std::string& language)
+{
+    automation::WriteText(HKEY_CURRENT_USER, automation::kServerKey, automation::kLanguageValue,
+                          language);
 }
 
 std::vector<std::string> TestServer::Lines() const

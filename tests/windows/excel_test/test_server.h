@@ -24,6 +24,8 @@ public:
     static void Unregister();
     /// Sets what goes wrong in the servers that start from now on; see excel_server/faults.h.
     static void SetFaults(const std::vector<std::string>& faults);
+    /// Sets what the servers that start from now on understand: "de" is German, all else English.
+    static void SetLanguage(const std::string& language);
 
     /// All lines of the log so far.
     std::vector<std::string> Lines() const;

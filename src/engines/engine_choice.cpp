@@ -2,6 +2,7 @@
 
 #include "book/error.h"
 #include "engines/builtin/application.h"
+#include "engines/builtin/opening_check.h"
 #include "engines/builtin/structure_protection.h"
 #include "engines/excel/application.h"
 #include "engines/libreoffice/libreoffice.h"
@@ -72,7 +73,7 @@ std::unique_ptr<book::Application> CreateApplication(EngineChoice choice, book::
 {
     switch (ResolveEngine(choice)) {
     case EngineChoice::Excel:
-        return excel::CreateApplication();
+        return excel::CreateApplication({builtin::CheckBeforeOpening});
     case EngineChoice::LibreOffice:
         return libreoffice::CreateApplication(builtin::HasProtectedStructure);
     default:

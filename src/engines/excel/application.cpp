@@ -8,6 +8,7 @@
 
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace orrery::excel {
 namespace {
@@ -53,13 +54,13 @@ bool IsInstalled()
     return FindClass().has_value();
 }
 
-std::unique_ptr<book::Application> CreateApplication()
+std::unique_ptr<book::Application> CreateApplication(StartOptions options)
 {
     const auto classId = FindClass();
     if (!classId)
         throw Error(ErrorKind::EngineMissing, "excel");
     return std::make_unique<ExcelApplication>([&] { return StartInstance(*classId); },
-                                              std::make_unique<SystemClock>());
+                                              std::make_unique<SystemClock>(), std::move(options));
 }
 
 } // namespace orrery::excel

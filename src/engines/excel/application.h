@@ -1,6 +1,7 @@
 #pragma once
 
 #include "book/spreadsheet.h"
+#include "engines/excel/start_options.h"
 
 #include <memory>
 
@@ -12,6 +13,6 @@ bool IsInstalled();
 /// Starts a separate instance that is not visible; one that the user has open is never used. It
 /// goes on running after it was made visible; otherwise it ends with the object. Throws
 /// Error(EngineMissing) if there is no Excel, Error(ApplicationFailure) if it does not start.
-std::unique_ptr<book::Application> CreateApplication();
+std::unique_ptr<book::Application> CreateApplication(StartOptions options = {});
 
 } // namespace orrery::excel

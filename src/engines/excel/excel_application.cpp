@@ -10,8 +10,10 @@ constexpr std::chrono::milliseconds kQuitTimeout = std::chrono::seconds(10);
 
 } // namespace
 
-ExcelApplication::ExcelApplication(const Starter& start, std::unique_ptr<Clock> clock)
-    : clock_(std::move(clock)), model_(*clock_)
+ExcelApplication::ExcelApplication(const Starter& start, std::unique_ptr<Clock> clock,
+                                   StartOptions options)
+    : clock_(std::move(clock)), checkBeforeOpening_(std::move(options.checkBeforeOpening)),
+      model_(*clock_)
 {
     Instance instance = start();
     if (instance.process)
@@ -43,6 +45,8 @@ bool ExcelApplication::Visible() const
 
 book::Workbook& ExcelApplication::OpenWorkbook(const std::filesystem::path& path, bool readOnly)
 {
+    if (checkBeforeOpening_)
+        checkBeforeOpening_(path);
     const Object books = ObjectFrom(application_->Get("Workbooks"), model_.workbooks);
     // File name, update of links, read-only.
     Variant book = books.Call(

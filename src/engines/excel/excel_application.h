@@ -4,6 +4,7 @@
 #include "engines/excel/dispatch.h"
 #include "engines/excel/message_filter.h"
 #include "engines/excel/process.h"
+#include "engines/excel/start_options.h"
 #include "engines/excel/waiting.h"
 #include "engines/excel/workbook.h"
 
@@ -27,7 +28,7 @@ public:
     /// Returns the instance; called when COM is ready. Its errors are passed on.
     using Starter = std::function<Instance()>;
 
-    ExcelApplication(const Starter& start, std::unique_ptr<Clock> clock);
+    ExcelApplication(const Starter& start, std::unique_ptr<Clock> clock, StartOptions options = {});
     ~ExcelApplication() override;
     ExcelApplication(const ExcelApplication&) = delete;
     ExcelApplication& operator=(const ExcelApplication&) = delete;
@@ -49,6 +50,7 @@ private:
     Apartment apartment_;
     MessageFilter filter_;
     std::unique_ptr<Clock> clock_;
+    const OpeningCheck checkBeforeOpening_;
     ObjectModel model_;
     std::optional<Process> process_;
     std::optional<Object> application_;

@@ -9,7 +9,7 @@ bool IsInstalled()
     return false; // Excel can only be reached on Windows
 }
 
-std::unique_ptr<book::Application> CreateApplication()
+std::unique_ptr<book::Application> CreateApplication(StartOptions /*options*/)
 {
     throw Error(book::ErrorKind::EngineMissing, "excel");
 }

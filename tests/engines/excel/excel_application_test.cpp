@@ -79,6 +79,24 @@ TEST_F(ExcelApplicationTest, OpensATemplateReadOnlyAndOmitsTheRest)
                      "Workbooks.Open call (BSTR \"C:\\t\\Desk.xls\", omitted, BOOL true)"}));
 }
 
+TEST_F(ExcelApplicationTest, OpensNothingThatTheCheckRefuses)
+{
+    std::filesystem::path checked;
+    StartOptions options;
+    options.checkBeforeOpening = [&](const std::filesystem::path& path) {
+        checked = path;
+        throw Error(book::ErrorKind::PasswordProtected);
+    };
+    ExcelApplication application(
+        [this] {
+            return Instance{fake::MakeObject(world_, "Application"), std::nullopt};
+        },
+        std::make_unique<fake::PausedClock>(), options);
+    EXPECT_THROW(application.OpenWorkbook(LR"(C:\t\Desk.xls)", true), Error);
+    EXPECT_EQ(checked, LR"(C:\t\Desk.xls)");
+    EXPECT_EQ(TakeCalls(), Texts());
+}
+
 TEST_F(ExcelApplicationTest, FindsSheetsThroughOneCollection)
 {
     auto& workbook = Open();

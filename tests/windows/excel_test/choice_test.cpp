@@ -58,7 +58,7 @@ TEST_F(EngineChoiceWithExcelTest, AutoIsBuiltInIfExcelIsNotRegistered)
 TEST_F(EngineChoiceWithExcelTest, MissingExcelIsOneSentenceThatSuggestsTheBuiltInEngine)
 {
     TestServer::Unregister();
-    EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
+    EXPECT_EQ(Run(StartExcel), std::nullopt);
     EXPECT_THAT(observer_.reports, ElementsAre(HasSubstr("\"builtin\"")));
     EXPECT_FALSE(observer_.hourglass);
 }
@@ -71,7 +71,7 @@ TEST_F(EngineChoiceWithExcelTest, RegistrationThatLeadsNowhereCountsAsMissing)
                              "") +
         "\\LocalServer32";
     automation::WriteText(HKEY_LOCAL_MACHINE, key, "", "\"C:\\gone\\EXCEL.EXE\" /automation");
-    EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
+    EXPECT_EQ(Run(StartExcel), std::nullopt);
     EXPECT_THAT(observer_.reports, ElementsAre(HasSubstr("\"builtin\"")));
     TestServer::Unregister();
 }

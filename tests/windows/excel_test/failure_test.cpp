@@ -36,7 +36,7 @@ protected:
 TEST_F(ExcelFailureTest, TemplateThatCannotBeOpenedQuitsTheApplication)
 {
     TestServer::SetFaults({"fail Workbooks.Open 1 The workbook is open elsewhere."});
-    ExpectNothingLeft(Run(excel::CreateApplication));
+    ExpectNothingLeft(Run(StartExcel));
     EXPECT_THAT(observer_.reports, ElementsAre(OpenSentence() + "The workbook is open elsewhere."));
     EXPECT_TRUE(server_.Has("Application#1.Visible get () -> VT_BOOL false"));
     EXPECT_TRUE(server_.Has("Application#1.Quit call ()"));
@@ -46,15 +46,29 @@ TEST_F(ExcelFailureTest, TemplateThatCannotBeOpenedQuitsTheApplication)
 TEST_F(ExcelFailureTest, TemplateThatIsNotAWorkbookIsReportedInTheApplicationsWords)
 {
     folder_.Write("Desk.xlsx", "plain text");
-    ExpectNothingLeft(Run(excel::CreateApplication));
+    ExpectNothingLeft(Run(StartExcel));
     ASSERT_THAT(observer_.reports, SizeIs(1));
     EXPECT_THAT(observer_.reports.front(), HasSubstr("is not a workbook"));
+}
+
+TEST_F(ExcelFailureTest, TemplateThatAsksForAPasswordNeverReachesTheApplication)
+{
+    std::filesystem::copy_file(
+        places::SourceFolder() / "tests/engines/libreoffice/data/password.xlsx",
+        folder_ / "Desk.xlsx", std::filesystem::copy_options::overwrite_existing);
+    ExpectNothingLeft(Run(StartExcel));
+    EXPECT_THAT(observer_.reports,
+                ElementsAre(OpenSentence() + '"' + util::FromPath(folder_ / "Desk.xlsx") +
+                            "\" is protected by a password. Remove the password in the spreadsheet "
+                            "program and try again."));
+    EXPECT_EQ(server_.Count("Workbooks.Open"), 0);
+    EXPECT_TRUE(server_.Has("Application#1.Quit call ()"));
 }
 
 TEST_F(ExcelFailureTest, FailureWithoutADescriptionGetsOne)
 {
     TestServer::SetFaults({"answer Workbooks.Open 1 1 0x80070005"});
-    ExpectNothingLeft(Run(excel::CreateApplication));
+    ExpectNothingLeft(Run(StartExcel));
     ASSERT_THAT(observer_.reports, SizeIs(1));
     EXPECT_GT(observer_.reports.front().size(), OpenSentence().size());
 }
@@ -62,7 +76,7 @@ TEST_F(ExcelFailureTest, FailureWithoutADescriptionGetsOne)
 TEST_F(ExcelFailureTest, SaveThatFailsQuitsTheApplication)
 {
     TestServer::SetFaults({"fail Workbook.SaveAs 1 The disk is full."});
-    ExpectNothingLeft(Run(excel::CreateApplication));
+    ExpectNothingLeft(Run(StartExcel));
     EXPECT_THAT(observer_.reports,
                 ElementsAre("Failed to save the calendar file.\r\nThe disk is full."));
     EXPECT_TRUE(server_.Has("Application#1.Quit call ()"));
@@ -72,7 +86,7 @@ TEST_F(ExcelFailureTest, SaveThatFailsQuitsTheApplication)
 TEST_F(ExcelFailureTest, CellThatFailsEndsOnlyItsMonth)
 {
     TestServer::SetFaults({"fail Range.Value 40 The cell is protected."});
-    EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
+    EXPECT_EQ(Run(StartExcel), util::FromPath(Target()));
     EXPECT_THAT(observer_.reports,
                 ElementsAre("Error in filling data(2024-2).\r\nThe cell is protected."));
     EXPECT_EQ(TestServer::Processes().size(), 1U);
@@ -82,7 +96,7 @@ TEST_F(ExcelFailureTest, CellThatFailsEndsOnlyItsMonth)
 TEST_F(ExcelFailureTest, MissingSheetIsReportedAndTheRunContinues)
 {
     sets_.Monthly.SheetName = "Nowhere";
-    EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
+    EXPECT_EQ(Run(StartExcel), util::FromPath(Target()));
     EXPECT_THAT(observer_.reports, ElementsAre("The sheet Nowhere does not exist."));
     TestServer::CloseAll();
 }
@@ -91,7 +105,7 @@ TEST_F(ExcelFailureTest, QuitThatFailsLeavesNoProcess)
 {
     TestServer::SetFaults(
         {"fail Workbook.SaveAs 1 The disk is full.", "fail Application.Quit 1 Not now."});
-    ExpectNothingLeft(Run(excel::CreateApplication));
+    ExpectNothingLeft(Run(StartExcel));
 }
 
 TEST_F(ExcelFailureTest, BusyApplicationIsWaitedFor)
@@ -99,7 +113,7 @@ TEST_F(ExcelFailureTest, BusyApplicationIsWaitedFor)
     TestServer::SetFaults(
         {"answer Worksheet.Cells 5 3 0x800AC472", "answer Workbooks.Open 1 1 0x80010001",
          "answer Workbook.SaveAs 1 2 0x8001010A", "answer Application.Visible 1 1 0x800AC472"});
-    EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
+    EXPECT_EQ(Run(StartExcel), util::FromPath(Target()));
     EXPECT_THAT(observer_.reports, IsEmpty());
     EXPECT_EQ(server_.Count("-> answers 0x800AC472"), 4);
     EXPECT_EQ(server_.Count("-> answers 0x80010001"), 1);
@@ -110,7 +124,7 @@ TEST_F(ExcelFailureTest, BusyApplicationIsWaitedFor)
 TEST_F(ExcelFailureTest, MessageFilterOfTheApplicationIsWaitedFor)
 {
     TestServer::SetFaults({"reject Workbooks.Open 1 3", "retry Range.Value 20 2"});
-    EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
+    EXPECT_EQ(Run(StartExcel), util::FromPath(Target()));
     EXPECT_THAT(observer_.reports, IsEmpty());
     EXPECT_EQ(server_.Count("Filter rejects a call"), 3);
     EXPECT_EQ(server_.Count("Filter asks to retry later"), 2);
@@ -173,7 +187,7 @@ class ExcelDeathTest : public ExcelFailureTest, public testing::WithParamInterfa
 TEST_P(ExcelDeathTest, EndsTheRunWithOneReportAndNoProcess)
 {
     TestServer::SetFaults({std::string("die ") + GetParam().order});
-    const auto saved = Run(excel::CreateApplication);
+    const auto saved = Run(StartExcel);
     EXPECT_EQ(server_.Count("-> dies"), 1);
     EXPECT_THAT(observer_.reports, SizeIs(1));
     EXPECT_FALSE(observer_.hourglass);
@@ -205,7 +219,7 @@ TEST_F(ExcelFailureTest, DeathAtQuitLeavesTheReportOfTheFailureBefore)
 {
     TestServer::SetFaults(
         {"fail Workbooks.Open 1 The workbook is open elsewhere.", "die Application.Quit 1"});
-    ExpectNothingLeft(Run(excel::CreateApplication));
+    ExpectNothingLeft(Run(StartExcel));
     ASSERT_THAT(observer_.reports, testing::Not(IsEmpty()));
     EXPECT_EQ(observer_.reports.front(), OpenSentence() + "The workbook is open elsewhere.");
 }
@@ -220,7 +234,7 @@ TEST_F(ExcelFailureTest, HangingApplicationThatIsEndedEndsTheRun)
         std::this_thread::sleep_for(std::chrono::milliseconds(500));
         TestServer::KillAll();
     });
-    ExpectNothingLeft(Run(excel::CreateApplication));
+    ExpectNothingLeft(Run(StartExcel));
     user.join();
     EXPECT_THAT(observer_.reports, ElementsAre(HasSubstr("Error in filling data(2024-2).\r\n")));
 }
@@ -228,9 +242,9 @@ TEST_F(ExcelFailureTest, HangingApplicationThatIsEndedEndsTheRun)
 TEST_F(ExcelFailureTest, NextRunWorksAfterADeath)
 {
     TestServer::SetFaults({"die Worksheet.Cells 10"});
-    EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
+    EXPECT_EQ(Run(StartExcel), std::nullopt);
     TestServer::SetFaults({});
-    EXPECT_EQ(Run(excel::CreateApplication), util::FromPath(Target()));
+    EXPECT_EQ(Run(StartExcel), util::FromPath(Target()));
     EXPECT_THAT(observer_.reports, SizeIs(1));
     TestServer::CloseAll();
 }
@@ -242,7 +256,7 @@ TEST_F(ExcelFailureTest, InstanceOfTheUserIsLeftAlone)
     ASSERT_NE(ofUser.AsObject(), nullptr);
     EXPECT_EQ(Put(ofUser, "Visible", automation::Variant::Boolean(true)).result, S_OK);
     TestServer::SetFaults({"die Worksheet.Cells 10"});
-    EXPECT_EQ(Run(excel::CreateApplication), std::nullopt);
+    EXPECT_EQ(Run(StartExcel), std::nullopt);
     EXPECT_TRUE(TestServer::WaitForProcesses(1));
     EXPECT_EQ(Get(ofUser, "Name").value.AsText(), "Microsoft Excel");
 }

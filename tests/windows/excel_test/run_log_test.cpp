@@ -1,5 +1,4 @@
 // A whole run, call by call, with the types of the arguments.
-#include "engines/excel/application.h"
 #include "excel_test/expected_run.h"
 #include "excel_test/run_test.h"
 #include "saved_sheets.h"
@@ -110,7 +109,7 @@ public:
         sets_.Yearly.MonthLayout = kBlocks;
         sets_.Yearly.ColIntervalOfMonth = kBlockColumns;
         sets_.Yearly.RowIntervalOfMonth = kBlockRows;
-        saved = Run(excel::CreateApplication).value_or("");
+        saved = Run(StartExcel).value_or("");
         reports = observer_.reports;
     }
     void TestBody() override {}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/engine_choice.h"
 #include "excel_test/test_server.h"
 #include "excel_test/workbooks.h"
 #include "generate/run.h"
@@ -11,10 +12,17 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
 namespace orrery::excel_test {
+
+/// Starts Excel as the program does.
+inline std::unique_ptr<book::Application> StartExcel()
+{
+    return engines::CreateApplication(engines::EngineChoice::Excel, {});
+}
 
 /// Runs for the year 2024 on a template "Desk.xlsx" of three sheets; both calendars are on and
 /// write only days.

@@ -45,14 +45,15 @@ std::vector<std::uint32_t> ReadTable(std::string_view bytes)
 
 } // namespace
 
-CompoundFile::CompoundFile(std::string bytes)
+CompoundFile::CompoundFile(std::string bytes, EncryptedPackage package)
     : bytes_(std::move(bytes)), sectorSize_(ReadSectorSize(bytes_)),
       miniCutoff_(ReadU32(bytes_, 56)), sectors_(AfterHeader(bytes_, sectorSize_), sectorSize_),
       miniSectors_({}, kMiniSector)
 {
     ReadFat();
     ReadDirectory();
-    if (Find("EncryptedPackage")) // reported even if the package itself is damaged
+    // Reported even if the package itself is damaged.
+    if (package == EncryptedPackage::Refuse && Find("EncryptedPackage"))
         throw Error(ErrorKind::PasswordProtected);
     ReadMiniStream();
     ClaimStreams();

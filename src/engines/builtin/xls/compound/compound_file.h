@@ -17,14 +17,17 @@ inline constexpr std::size_t kCompoundHeader = 512;   ///< bytes
 inline constexpr std::size_t kMiniSector = 64;        ///< bytes
 inline constexpr std::size_t kHeaderFatSectors = 109; ///< FAT sectors that the header itself lists
 
+/// What becomes of a compound file that holds an encrypted package. [MS-OFFCRYPTO] 2.3.4
+enum class EncryptedPackage { Refuse, Accept };
+
 /// A compound file that was read whole: a file system of storages and streams in one file.
 /// [MS-CFB]
 class CompoundFile {
 public:
     /// Checks that every stream can be read and that no two share a sector. The bytes are kept.
     /// Throws Error, without a subject: NotAWorkbook if they are not a compound file,
-    /// PasswordProtected for an encrypted package, DamagedWorkbook.
-    explicit CompoundFile(std::string bytes);
+    /// PasswordProtected for an encrypted package that is not accepted, DamagedWorkbook.
+    explicit CompoundFile(std::string bytes, EncryptedPackage package = EncryptedPackage::Refuse);
     CompoundFile(const CompoundFile&) = delete;
     CompoundFile& operator=(const CompoundFile&) = delete;
 

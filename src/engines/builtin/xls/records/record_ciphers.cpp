@@ -1,6 +1,7 @@
 #include "engines/builtin/xls/records/record_ciphers.h"
 
 #include "engines/builtin/xls/compound/bytes.h"
+#include "engines/builtin/xls/records/digest.h"
 #include "util/unicode.h"
 
 #include <algorithm>
@@ -8,7 +9,6 @@
 #include <bit>
 #include <cstdint>
 #include <limits>
-#include <mbedtls/md.h>
 #include <numeric>
 #include <utility>
 
@@ -20,30 +20,6 @@ constexpr unsigned kRc4 = 1;
 constexpr std::size_t kSaltSize = 16;
 constexpr std::size_t kVerifierSize = 16;
 constexpr std::size_t kBlockSize = 1024; ///< bytes of a stream that share one key
-
-std::string Hash(mbedtls_md_type_t type, std::string_view bytes)
-{
-    const mbedtls_md_info_t* const info = mbedtls_md_info_from_type(type);
-    std::array<unsigned char, MBEDTLS_MD_MAX_SIZE> hash{};
-    mbedtls_md(info, reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(),
-               hash.data());
-    return {reinterpret_cast<const char*>(hash.data()), mbedtls_md_get_size(info)};
-}
-
-std::string Utf16Bytes(std::string_view utf8)
-{
-    std::string bytes;
-    for (const char16_t unit : util::ToUtf16(utf8))
-        AppendU16(bytes, unit);
-    return bytes;
-}
-
-std::string BlockNumber(std::uint32_t block)
-{
-    std::string bytes;
-    AppendU32(bytes, block);
-    return bytes;
-}
 
 /// The key stream that RC4 makes from a key.
 class Rc4 {
@@ -115,7 +91,7 @@ RecordCipher CheckedRc4(BlockKey key, mbedtls_md_type_t hash, std::string_view e
 {
     std::string verifier(encryptedVerifier);
     Rc4(key(0)).Apply(verifier);
-    if (Hash(hash, verifier.substr(0, kVerifierSize)) != verifier.substr(kVerifierSize))
+    if (Digest(hash, verifier.substr(0, kVerifierSize)) != verifier.substr(kVerifierSize))
         return {};
     return KeyStream(std::move(key));
 }
@@ -126,13 +102,13 @@ RecordCipher MakeRc4(std::string_view header, std::string_view password)
     constexpr std::size_t kSecret = 5;
     constexpr std::size_t kMd5Size = 16;
     const std::string_view salt = Slice(header, 4, kSaltSize);
-    const std::string start = Hash(MBEDTLS_MD_MD5, Utf16Bytes(password)).substr(0, kSecret);
+    const std::string start = Digest(MBEDTLS_MD_MD5, Utf16Bytes(password)).substr(0, kSecret);
     std::string repeated;
     for (int i = 0; i < 16; ++i)
         repeated.append(start).append(salt);
-    const std::string secret = Hash(MBEDTLS_MD_MD5, repeated).substr(0, kSecret);
+    const std::string secret = Digest(MBEDTLS_MD_MD5, repeated).substr(0, kSecret);
     const auto key = [secret](std::uint32_t block) {
-        return Hash(MBEDTLS_MD_MD5, secret + BlockNumber(block));
+        return Digest(MBEDTLS_MD_MD5, secret + NumberBytes(block));
     };
     return CheckedRc4(key, MBEDTLS_MD_MD5, Slice(header, 4 + kSaltSize, kVerifierSize + kMd5Size));
 }
@@ -157,9 +133,9 @@ RecordCipher MakeCryptoApiRc4(std::string_view header, std::string_view password
 
     std::string salted(Slice(verification, 4, kSaltSize));
     salted += Utf16Bytes(password);
-    const std::string secret = Hash(MBEDTLS_MD_SHA1, salted);
+    const std::string secret = Digest(MBEDTLS_MD_SHA1, salted);
     const auto key = [secret, keySize](std::uint32_t block) {
-        std::string bytes = Hash(MBEDTLS_MD_SHA1, secret + BlockNumber(block)).substr(0, keySize);
+        std::string bytes = Digest(MBEDTLS_MD_SHA1, secret + NumberBytes(block)).substr(0, keySize);
         if (keySize == kMinKeySize)
             bytes.resize(kMaxKeySize); // the provider pads the shortest keys with zeros
         return bytes;

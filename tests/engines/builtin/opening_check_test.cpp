@@ -1,0 +1,98 @@
+#include "engines/builtin/opening_check.h"
+
+#include "book/error.h"
+#include "places/places.h"
+#include "util/error.h"
+#include "util/file_replace.h"
+#include "util/scratch_folder.h"
+#include "xls/built_compound.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace orrery::builtin {
+namespace {
+
+using book::ErrorKind;
+using testing_support::BytesOf;
+using xls::test::BuildCompound;
+using xls::test::Stream;
+
+const std::filesystem::path kTests = places::SourceFolder() / "tests/engines";
+
+class OpeningCheckTest : public testing::Test {
+protected:
+    /// What is wrong with a file of that name and content; nothing if it may be opened.
+    std::optional<util::Error> Problem(const std::string& name, const std::string& bytes)
+    {
+        const std::filesystem::path file = folder_ / name;
+        util::ReplaceFile(file, bytes);
+        try {
+            CheckBeforeOpening(file);
+        }
+        catch (const util::Error& error) {
+            EXPECT_EQ(error.Subject(), file.string());
+            return error;
+        }
+        return std::nullopt;
+    }
+    std::optional<util::AnyErrorKind> KindOf(const std::string& name, const std::string& bytes)
+    {
+        const auto problem = Problem(name, bytes);
+        return problem ? std::optional(problem->Kind()) : std::nullopt;
+    }
+    /// An encrypted package whose password is described by a stream.
+    static std::string Package(const std::string& info)
+    {
+        return BuildCompound(
+            {Stream(u"EncryptionInfo", info), Stream(u"EncryptedPackage", std::string(5000, 'x'))});
+    }
+
+    testing_support::ScratchFolder folder_;
+};
+
+TEST_F(OpeningCheckTest, LetsWorkbooksPass)
+{
+    EXPECT_EQ(KindOf("a.xls", BytesOf(kTests / "builtin/xls/data/contract.xls")), std::nullopt);
+    EXPECT_EQ(KindOf("a.xlsx", BytesOf(kTests / "builtin/xlsx/data/contract.xlsx")), std::nullopt);
+}
+
+TEST_F(OpeningCheckTest, RefusesWhatAsksForAPassword)
+{
+    EXPECT_EQ(KindOf("a.xlsx", BytesOf(kTests / "libreoffice/data/password.xlsx")),
+              ErrorKind::PasswordProtected);
+    EXPECT_EQ(KindOf("a.xlsx", Package("some other method")), ErrorKind::PasswordProtected);
+    EXPECT_EQ(KindOf("a.xls", BuildCompound({Stream(u"Workbook",
+                                                    BytesOf(kTests / "builtin/xls/data" /
+                                                            "encrypted_other_password.stream"))})),
+              ErrorKind::PasswordProtected);
+}
+
+TEST_F(OpeningCheckTest, LetsTheDefaultPasswordPass)
+{
+    EXPECT_EQ(KindOf("a.xlsx", Package(BytesOf(kTests / "builtin/data/encryption_standard.info"))),
+              std::nullopt);
+    EXPECT_EQ(KindOf("a.xlsx", Package(BytesOf(kTests / "builtin/data/encryption_agile.info"))),
+              std::nullopt);
+    EXPECT_EQ(KindOf("a.xls", BytesOf(kTests / "builtin/xls/data/encrypted_libreoffice.xls")),
+              std::nullopt);
+}
+
+TEST_F(OpeningCheckTest, LeavesDamageToTheProgram)
+{
+    EXPECT_EQ(KindOf("a.xls", BuildCompound({Stream(u"Workbook", "no records")})), std::nullopt);
+    EXPECT_EQ(KindOf("a.xls", BuildCompound({}).substr(0, 68)), std::nullopt);
+    EXPECT_EQ(KindOf("a.xlsx", "PK\x03\x04 and no more"), std::nullopt);
+}
+
+TEST_F(OpeningCheckTest, AMissingOrEmptyFileIsRefused)
+{
+    EXPECT_THROW(CheckBeforeOpening(folder_ / "missing.xls"), util::Error);
+    EXPECT_EQ(KindOf("a.xls", ""), ErrorKind::NotAWorkbook);
+}
+
+} // namespace
+} // namespace orrery::builtin

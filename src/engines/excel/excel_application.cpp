@@ -1,12 +1,40 @@
 #include "engines/excel/excel_application.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace orrery::excel {
 namespace {
 
 /// How long an application that quits has to end.
 constexpr std::chrono::milliseconds kQuitTimeout = std::chrono::seconds(10);
+
+/// Macros of workbooks that are opened in its lifetime do not run, and no window asks about them.
+class MacrosOff {
+public:
+    explicit MacrosOff(const Object& application) : application_(application)
+    {
+        constexpr std::int32_t forceDisable = 3;
+        Set(forceDisable);
+    }
+    ~MacrosOff()
+    {
+        constexpr std::int32_t low = 1; // what the application begins with when it is driven
+        try {
+            Set(low);
+        }
+        catch (...) {
+            // An application that is gone says so at the next call.
+        }
+    }
+    MacrosOff(const MacrosOff&) = delete;
+    MacrosOff& operator=(const MacrosOff&) = delete;
+
+private:
+    void Set(std::int32_t security) { application_.Put("AutomationSecurity", Variant(security)); }
+
+    const Object& application_;
+};
 
 } // namespace
 
@@ -48,6 +76,7 @@ book::Workbook& ExcelApplication::OpenWorkbook(const std::filesystem::path& path
     if (checkBeforeOpening_)
         checkBeforeOpening_(path);
     const Object books = ObjectFrom(application_->Get("Workbooks"), model_.workbooks);
+    const MacrosOff macrosOff(*application_);
     // File name, update of links, read-only.
     Variant book = books.Call(
         "Open", {Variant(std::string_view(PathText(path))), Variant::Omitted(), Variant(readOnly)});

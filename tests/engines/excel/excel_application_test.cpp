@@ -75,8 +75,9 @@ TEST_F(ExcelApplicationTest, OpensATemplateReadOnlyAndOmitsTheRest)
 {
     Open();
     EXPECT_EQ(TakeCalls(),
-              (Texts{"Application.Workbooks get ()",
-                     "Workbooks.Open call (BSTR \"C:\\t\\Desk.xls\", omitted, BOOL true)"}));
+              (Texts{"Application.Workbooks get ()", "Application.AutomationSecurity put (I4 3)",
+                     "Workbooks.Open call (BSTR \"C:\\t\\Desk.xls\", omitted, BOOL true)",
+                     "Application.AutomationSecurity put (I4 1)"}));
 }
 
 TEST_F(ExcelApplicationTest, OpensNothingThatTheCheckRefuses)

@@ -26,6 +26,11 @@ const Members& Application::Table() const
          {},
          Handle<&Application::GetAlerts>,
          Handle<&Application::PutAlerts>},
+        {"AutomationSecurity",
+         2823,
+         {},
+         Handle<&Application::GetSecurity>,
+         Handle<&Application::PutSecurity>},
         {"Visible",
          558,
          {},
@@ -66,6 +71,20 @@ Variant Application::GetAlerts(const Arguments& /*arguments*/)
 Variant Application::PutAlerts(const Arguments& arguments)
 {
     session_.alerts = arguments.BooleanValue();
+    return {};
+}
+
+Variant Application::GetSecurity(const Arguments& /*arguments*/)
+{
+    return Variant::Long(session_.security);
+}
+
+Variant Application::PutSecurity(const Arguments& arguments)
+{
+    const std::int32_t security = arguments.IntegerValue();
+    if (security < 1 || security > 3) // low, as the user's settings say, forced off
+        throw ExcelFailure(kExcelError);
+    session_.security = security;
     return {};
 }
 

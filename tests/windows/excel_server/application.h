@@ -3,6 +3,7 @@
 #include "excel_server/book.h"
 #include "excel_server/dispatch_object.h"
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -15,6 +16,7 @@ struct Session {
     std::unique_ptr<book::Application> engine;
     std::vector<std::unique_ptr<Book>> books; ///< the open ones
     bool alerts = true;
+    std::int32_t security = 1; ///< of macros, as an application begins that is driven
 };
 
 /// `Application`: switches, workbooks and quitting.
@@ -30,6 +32,8 @@ private:
     automation::Variant GetAlerts(const Arguments& arguments);
     automation::Variant PutAlerts(const Arguments& arguments);
     automation::Variant PutVisible(const Arguments& arguments);
+    automation::Variant GetSecurity(const Arguments& arguments);
+    automation::Variant PutSecurity(const Arguments& arguments);
     automation::Variant GetName(const Arguments& arguments);
     automation::Variant GetWorkbooks(const Arguments& arguments);
     automation::Variant Quit(const Arguments& arguments);

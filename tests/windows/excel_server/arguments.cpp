@@ -107,6 +107,12 @@ bool Arguments::BooleanValue() const
     return V_BOOL(&flag.Get()) != VARIANT_FALSE;
 }
 
+std::int32_t Arguments::IntegerValue() const
+{
+    const Variant number = ConvertTo(VT_I4, value_, 0);
+    return V_I4(&number.Get());
+}
+
 std::string Arguments::TextValue() const
 {
     return ConvertTo(VT_BSTR, value_, 0).AsText();

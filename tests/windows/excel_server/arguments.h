@@ -32,6 +32,7 @@ public:
     /// The new value of a property.
     const automation::Variant& Value() const { return value_; }
     bool BooleanValue() const;
+    std::int32_t IntegerValue() const;
     std::string TextValue() const;
 
 private:

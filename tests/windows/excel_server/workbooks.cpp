@@ -75,6 +75,8 @@ Variant Workbooks::Open(const Arguments& arguments)
         std::make_unique<Book>(*session_.engine, util::ToPath(arguments.Text(0))));
     Book& book = *session_.books.back();
     book.readOnly = arguments.Has(2) && arguments.Boolean(2);
+    if (session_.security != 3)
+        server_.log.Write("Macros of " + util::FromPath(book.path.filename()) + " run");
     return ObjectFor<Workbook>(server_, &book, session_, book);
 }
 

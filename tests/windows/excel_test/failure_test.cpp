@@ -65,6 +65,22 @@ TEST_F(ExcelFailureTest, TemplateThatAsksForAPasswordNeverReachesTheApplication)
     EXPECT_TRUE(server_.Has("Application#1.Quit call ()"));
 }
 
+TEST_F(ExcelFailureTest, MacrosAreSwitchedOnAgainWhenATemplateCannotBeOpened)
+{
+    TestServer::SetFaults({"fail Workbooks.Open 1 No."});
+    ExpectNothingLeft(Run(StartExcel));
+    EXPECT_EQ(server_.Count("Application#1.AutomationSecurity put (VT_I4 3)"), 1);
+    EXPECT_EQ(server_.Count("Application#1.AutomationSecurity put (VT_I4 1)"), 1);
+}
+
+TEST_F(ExcelFailureTest, TemplateIsNotOpenedIfMacrosCannotBeSwitchedOff)
+{
+    TestServer::SetFaults({"fail Application.AutomationSecurity 1 Not allowed."});
+    ExpectNothingLeft(Run(StartExcel));
+    EXPECT_THAT(observer_.reports, ElementsAre(OpenSentence() + "Not allowed."));
+    EXPECT_EQ(server_.Count("Workbooks.Open"), 0);
+}
+
 TEST_F(ExcelFailureTest, FailureWithoutADescriptionGetsOne)
 {
     TestServer::SetFaults({"answer Workbooks.Open 1 1 0x80070005"});
@@ -201,7 +217,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Death{"FirstSwitch", "Application.DisplayAlerts 1"},
         Death{"LastSwitchOff", "Application.ScreenUpdating 1"},
-        Death{"Workbooks", "Application.Workbooks 1"}, Death{"Open", "Workbooks.Open 1"},
+        Death{"Workbooks", "Application.Workbooks 1"},
+        Death{"MacrosOff", "Application.AutomationSecurity 1"},
+        Death{"MacrosOn", "Application.AutomationSecurity 2"}, Death{"Open", "Workbooks.Open 1"},
         Death{"Worksheets", "Workbook.Worksheets 1"}, Death{"MonthlySheet", "Sheets._Default 1"},
         Death{"YearlySheet", "Sheets._Default 2"}, Death{"FirstName", "Worksheet.Name 1"},
         Death{"FifthName", "Worksheet.Name 5"}, Death{"Copy", "Worksheet.Copy 3"},

@@ -138,8 +138,10 @@ protected:
         ExpectedRun run;
         ExpectSwitches(run, {"DisplayAlerts", "Visible", "Interactive", "ScreenUpdating"}, "false");
         run.Call("Application#1.Workbooks get () -> VT_DISPATCH Workbooks#1");
+        run.Call("Application#1.AutomationSecurity put (VT_I4 3)");
         run.Call("Workbooks#1.Open call (" + LoggedText(run_->Template()) +
                  ", omitted, VT_BOOL true) -> VT_DISPATCH Workbook#1");
+        run.Call("Application#1.AutomationSecurity put (VT_I4 1)");
         ExpectMonthly(run);
         ExpectYearly(run);
         run.Call("Workbook#1.SaveAs call (" + LoggedText(run_->saved) +
@@ -169,13 +171,14 @@ TEST_F(RunLogTest, MakesTwoRoundTripsForEachCellAndNoneThatCanBeAvoided)
     EXPECT_EQ(run_->Server().Count(".Cells get|call ("), cells);
     EXPECT_EQ(run_->Server().Count(" put (VT_I2 "), 2 * (366 + 12));
     const int sheets = 1 + 2 + 13 + 11 + 2 * 11; // collection, two found, names, copies, next ones
-    const int others = 4 + 2 + 1 + 4 + 1;        // switches, open, save, switches, visible
+    const int others = 4 + 2 + 2 + 1 + 4 + 1;    // switches, macros, open, save, switches, visible
     EXPECT_EQ(run_->Server().Calls().size(), static_cast<std::size_t>(2 * cells + sheets + others));
 }
 
 TEST_F(RunLogTest, LooksUpEachMemberOncePerKindOfObject)
 {
-    const std::multiset<std::string> expected = {"Application looks up DisplayAlerts",
+    const std::multiset<std::string> expected = {"Application looks up AutomationSecurity",
+                                                 "Application looks up DisplayAlerts",
                                                  "Application looks up Interactive",
                                                  "Application looks up ScreenUpdating",
                                                  "Application looks up Visible",
@@ -194,6 +197,11 @@ TEST_F(RunLogTest, LooksUpEachMemberOncePerKindOfObject)
             lookups.insert(line);
     }
     EXPECT_EQ(lookups, expected);
+}
+
+TEST_F(RunLogTest, RunsNoMacros)
+{
+    EXPECT_EQ(run_->Server().Count("Macros of "), 0);
 }
 
 TEST_F(RunLogTest, KeepsNoReferenceAndLeavesTheApplicationToItsUser)

@@ -77,6 +77,19 @@ TEST_F(ExcelServerTest, ConvertsTheValueOfASwitch)
               DISP_E_TYPEMISMATCH);
 }
 
+TEST_F(ExcelServerTest, RunsMacrosUnlessTheyAreForcedOff)
+{
+    const auto security = Get(application_, "AutomationSecurity").value;
+    EXPECT_EQ(V_I4(&security.Get()), 1);
+    EXPECT_EQ(Put(application_, "AutomationSecurity", Variant::Long(4)).code, kExcelError);
+    EXPECT_EQ(Put(application_, "AutomationSecurity", Variant::Long(3)).result, S_OK);
+    Open();
+    EXPECT_EQ(server_.Count("Macros of contract.xlsx run"), 0);
+    EXPECT_EQ(Put(application_, "AutomationSecurity", Variant::Long(2)).result, S_OK);
+    Open();
+    EXPECT_EQ(server_.Count("Macros of contract.xlsx run"), 1);
+}
+
 TEST_F(ExcelServerTest, CountsSheetsFromOneAndFindsThemByNameInAnyCase)
 {
     const auto sheets = Get(Open(), "Worksheets").value;

@@ -4,10 +4,7 @@
 #include "engines/excel/excel_application.h"
 #include "engines/excel/registration.h"
 #include "util/error.h"
-#include "util/system_message.h"
 
-#include <string>
-#include <system_error>
 #include <utility>
 
 namespace orrery::excel {
@@ -28,9 +25,7 @@ bool IsProgramMissing(HRESULT code)
 {
     if (IsProgramMissing(code))
         throw Error(ErrorKind::EngineMissing, "excel");
-    throw Error(ErrorKind::ApplicationFailure, kApplicationName,
-                std::string(kApplicationName) + " could not be started: " +
-                    util::SystemMessage({code, std::system_category()}) + '.');
+    FailWith("Excel could not be started", code);
 }
 
 Instance StartInstance(const CLSID& classId)
@@ -40,8 +35,12 @@ Instance StartInstance(const CLSID& classId)
     const HRESULT code = CoCreateInstance(classId, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch,
                                           application.ReceiveAny());
     auto process = watch.Started();
-    if (!Failed(code))
-        return {std::move(application), std::move(process)};
+    if (!Failed(code)) {
+        std::function<void()> allowForeground;
+        if (process)
+            allowForeground = [id = process->Id()] { AllowSetForegroundWindow(id); };
+        return {std::move(application), std::move(process), std::move(allowForeground)};
+    }
     if (process) // it was started but did not become ready in time
         process->End();
     FailToStart(code);
@@ -51,12 +50,13 @@ Instance StartInstance(const CLSID& classId)
 
 bool IsInstalled()
 {
-    return FindClass().has_value();
+    return FindClass(Apartment()).has_value();
 }
 
 std::unique_ptr<book::Application> CreateApplication(StartOptions options)
 {
-    const auto classId = FindClass();
+    const Apartment apartment;
+    const auto classId = FindClass(apartment);
     if (!classId)
         throw Error(ErrorKind::EngineMissing, "excel");
     return std::make_unique<ExcelApplication>([&] { return StartInstance(*classId); },

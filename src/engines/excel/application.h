@@ -7,7 +7,8 @@
 
 namespace orrery::excel {
 
-/// Whether Excel is registered on this machine.
+/// Whether Excel is registered on this machine. Throws Error(ApplicationFailure) if that cannot be
+/// found out.
 bool IsInstalled();
 
 /// Starts a separate instance that is not visible; one that the user has open is never used. It

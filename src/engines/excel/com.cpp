@@ -1,8 +1,12 @@
 #include "engines/excel/com.h"
 
+#include "book/error.h"
+#include "util/error.h"
+#include "util/system_message.h"
 #include "util/wide.h"
 
 #include <new>
+#include <system_error>
 
 namespace orrery::excel {
 namespace {
@@ -14,8 +18,8 @@ constexpr HRESULT kErrorOfNumber = static_cast<HRESULT>(0x800A0000); // plus the
 } // namespace
 
 Apartment::Apartment()
-    // Fails if the thread is in an apartment of the other kind, which will do as well.
-    : entered_(!Failed(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)))
+    : entered_(
+          HasEntered(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)))
 {
 }
 
@@ -23,6 +27,20 @@ Apartment::~Apartment()
 {
     if (entered_)
         CoUninitialize();
+}
+
+bool HasEntered(HRESULT result)
+{
+    if (Failed(result) && result != RPC_E_CHANGED_MODE)
+        FailWith("Windows is not ready to reach Excel", result, kOtherEngineAdvice);
+    return !Failed(result);
+}
+
+void FailWith(const std::string& sentence, HRESULT code, const std::string& advice)
+{
+    const std::string reason = util::SystemMessage({code, std::system_category()});
+    throw Error(book::ErrorKind::ApplicationFailure, {},
+                sentence + ": " + reason + '.' + (advice.empty() ? "" : ' ' + advice));
 }
 
 Pointer<IUnknown> IdentityOf(IUnknown& object)

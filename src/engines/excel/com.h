@@ -23,6 +23,7 @@ inline bool Failed(HRESULT result)
 /// Everything that comes from COM must be released before it is destroyed.
 class Apartment {
 public:
+    /// Throws Error(ApplicationFailure) if COM does not start.
     Apartment();
     ~Apartment();
     Apartment(const Apartment&) = delete;
@@ -31,6 +32,19 @@ public:
 private:
     bool entered_;
 };
+
+/// Whether the thread has to leave the apartment that it asked to enter: not if it is in one of the
+/// other kind, which will do as well. Throws Error(ApplicationFailure) for a failure.
+bool HasEntered(HRESULT result);
+
+/// Throws Error(ApplicationFailure): the sentence without its full stop, the system's reason, and
+/// what to do, another sentence or nothing.
+[[noreturn]] void FailWith(const std::string& sentence, HRESULT code,
+                           const std::string& advice = {});
+
+/// What to do when nothing is wrong with the workbook or with Excel itself.
+inline constexpr const char* kOtherEngineAdvice =
+    "Restart Windows, or choose the engine \"builtin\".";
 
 /// A counted reference to an interface; may be empty.
 template <class Interface> class Pointer {

@@ -46,6 +46,7 @@ ExcelApplication::ExcelApplication(const Starter& start, std::unique_ptr<Clock> 
     Instance instance = start();
     if (instance.process)
         process_.emplace(std::move(*instance.process));
+    allowForeground_ = std::move(instance.allowForeground);
     application_.emplace(std::move(instance.application), model_.application);
 }
 
@@ -62,6 +63,8 @@ ExcelApplication::~ExcelApplication()
 
 void ExcelApplication::SetVisible(bool on)
 {
+    if (on && allowForeground_)
+        allowForeground_();
     Switch("Visible", on);
     belongsToUser_ = on;
 }

@@ -19,6 +19,9 @@ namespace orrery::excel {
 struct Instance {
     Pointer<IDispatch> application;
     std::optional<Process> process; ///< nothing if it could not be found
+    /// Lets its windows come to the front, which the system allows only to the program that the
+    /// user works with and to those that it names. May be empty.
+    std::function<void()> allowForeground = {};
 };
 
 /// A separate instance. Once made visible it belongs to the user and goes on running; otherwise its
@@ -53,6 +56,7 @@ private:
     const OpeningCheck checkBeforeOpening_;
     ObjectModel model_;
     std::optional<Process> process_;
+    std::function<void()> allowForeground_;
     std::optional<Object> application_;
     std::vector<std::unique_ptr<Workbook>> workbooks_;
     bool belongsToUser_ = false;

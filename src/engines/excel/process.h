@@ -21,6 +21,7 @@ public:
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
+    DWORD Id() const { return GetProcessId(handle_); }
     /// Whether it ends within that time; windows are painted meanwhile.
     bool WaitForEnd(std::chrono::milliseconds time) const;
     /// Kills it and waits until it is gone.

@@ -42,12 +42,21 @@ std::wstring ProgramOf(const std::wstring& command)
 
 } // namespace
 
-std::optional<CLSID> FindClass()
+std::optional<CLSID> FindClass(const Apartment& /*apartment*/)
 {
     CLSID classId = {};
-    if (Failed(CLSIDFromProgID(kProgId, &classId)))
+    if (!HasFound(CLSIDFromProgID(kProgId, &classId)))
         return std::nullopt;
     return classId;
+}
+
+bool HasFound(HRESULT result)
+{
+    if (result == CO_E_CLASSSTRING || result == REGDB_E_CLASSNOTREG)
+        return false;
+    if (Failed(result))
+        FailWith("Excel could not be looked up", result, kOtherEngineAdvice);
+    return true;
 }
 
 std::wstring ServerImage(const CLSID& classId)

@@ -1,11 +1,37 @@
 #include "engines/excel/com.h"
 
+#include "book/error.h"
 #include "fake_object.h"
+#include "util/error_text.h"
 
 #include <gtest/gtest.h>
 
 namespace orrery::excel {
 namespace {
+
+TEST(ApartmentTest, IsOneInEitherKindOfApartment)
+{
+    EXPECT_TRUE(HasEntered(S_OK));
+    EXPECT_TRUE(HasEntered(S_FALSE)) << "entered again";
+    EXPECT_FALSE(HasEntered(RPC_E_CHANGED_MODE)) << "the other kind";
+    EXPECT_NO_THROW(Apartment());
+}
+
+TEST(ApartmentTest, AFailureIsAnErrorThatOffersTheBuiltInEngine)
+{
+    for (const HRESULT failure : {E_OUTOFMEMORY, E_UNEXPECTED, CO_E_INIT_TLS}) {
+        try {
+            HasEntered(failure);
+            ADD_FAILURE() << "nothing was thrown";
+        }
+        catch (const Error& error) {
+            EXPECT_EQ(error.Kind(), book::ErrorKind::ApplicationFailure);
+            const std::string text = util::ErrorText(error);
+            EXPECT_TRUE(text.starts_with("Windows is not ready to reach Excel: ")) << text;
+            EXPECT_NE(text.find("\"builtin\""), std::string::npos) << text;
+        }
+    }
+}
 
 TEST(PointerTest, CountsItsReferences)
 {

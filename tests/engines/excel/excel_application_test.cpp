@@ -62,6 +62,20 @@ TEST_F(ExcelApplicationTest, Switches)
                                   "Application.ScreenUpdating put (BOOL true)"}));
 }
 
+TEST_F(ExcelApplicationTest, MayComeToTheFrontBeforeItIsShown)
+{
+    ExcelApplication application(
+        [this] {
+            return Instance{fake::MakeObject(world_, "Application"), std::nullopt,
+                            [this] { world_.calls.push_back("may come to the front"); }};
+        },
+        std::make_unique<fake::PausedClock>());
+    application.SetVisible(false);
+    application.SetVisible(true);
+    EXPECT_EQ(TakeCalls(), (Texts{"Application.Visible put (BOOL false)", "may come to the front",
+                                  "Application.Visible put (BOOL true)"}));
+}
+
 TEST_F(ExcelApplicationTest, ReadsWhetherItIsVisible)
 {
     world_.answers["Application.Visible"] = fake::GiveBool(true);

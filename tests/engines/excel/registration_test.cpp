@@ -1,5 +1,8 @@
 #include "engines/excel/registration.h"
 
+#include "book/error.h"
+#include "util/error_text.h"
+
 #include <gtest/gtest.h>
 
 namespace orrery::excel {
@@ -13,6 +16,23 @@ TEST(ImageOfCommandTest, FindsTheFileName)
     EXPECT_EQ(ImageOfCommand(LR"("C:\a.exe b\server.exe" -x)"), L"server.exe");
     EXPECT_EQ(ImageOfCommand(L"excel.exe"), L"excel.exe");
     EXPECT_EQ(ImageOfCommand(LR"("C:\unclosed\server.exe)"), L"server.exe");
+}
+
+TEST(HasFoundTest, OnlyAMissingClassIsNoError)
+{
+    EXPECT_TRUE(HasFound(S_OK));
+    EXPECT_FALSE(HasFound(CO_E_CLASSSTRING));
+    EXPECT_FALSE(HasFound(REGDB_E_CLASSNOTREG));
+    for (const HRESULT failure : {CO_E_NOTINITIALIZED, REGDB_E_READREGDB, E_OUTOFMEMORY}) {
+        try {
+            HasFound(failure);
+            ADD_FAILURE() << "nothing was thrown";
+        }
+        catch (const Error& error) {
+            EXPECT_EQ(error.Kind(), book::ErrorKind::ApplicationFailure);
+            EXPECT_TRUE(util::ErrorText(error).starts_with("Excel could not be looked up: "));
+        }
+    }
 }
 
 TEST(ServerImageTest, IsTheUsualOneForAClassThatIsNotRegistered)

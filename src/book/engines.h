@@ -7,11 +7,20 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace orrery::book {
 
 /// Opens a saved workbook for the user.
 using Opener = std::function<void(const std::filesystem::path&)>;
+
+/// What an application is started for.
+struct StartRequest {
+    /// Gets the saved workbook, when the application becomes visible and has no window of its own.
+    /// May be empty.
+    Opener opener = {};
+    std::vector<std::filesystem::path> files = {}; ///< that the application will open and save
+};
 
 /// The spreadsheet applications that are available.
 class Engines {
@@ -19,9 +28,9 @@ public:
     virtual ~Engines() = default;
     /// Resolves a name such as "auto" to the name of an application. Throws Error(EngineMissing).
     virtual std::string Resolve(const std::string& name) const = 0;
-    /// Starts an application by its resolved name. If it has no window of its own, it passes the
-    /// saved workbook to the opener, which may be empty, when it becomes visible.
-    virtual std::unique_ptr<Application> Start(const std::string& name, Opener opener) = 0;
+    /// Starts an application by its resolved name. Throws Error(PathTooLong) if it cannot open or
+    /// save one of the files, Error (EngineMissing, ApplicationFailure) if it does not start.
+    virtual std::unique_ptr<Application> Start(const std::string& name, StartRequest request) = 0;
 
     /// Whether workbooks can be printed to PDF files, whichever application wrote them.
     virtual bool CanPrintPdf() const = 0;

@@ -29,6 +29,12 @@ std::string WorkbookSentence(ErrorKind kind, const util::ErrorDetails& details)
         return path +
                " was saved by an old version of the spreadsheet program. Open it there and save it "
                "again as .xls or .xlsx.";
+    case ErrorKind::WrongExtension:
+        return path + " is a workbook of another kind than its name says" + Because(details) +
+               ". Give it the right ending, or choose the engine \"builtin\".";
+    case ErrorKind::PathTooLong:
+        return path + " is too long a path" + Because(details) +
+               ". Use folders with shorter names, or choose the engine \"builtin\".";
     case ErrorKind::TooLargeUnpacked:
         return path + " becomes too large when it is unpacked" + Because(details) +
                ". Make it smaller in the spreadsheet program.";

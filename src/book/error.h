@@ -14,6 +14,8 @@ enum class ErrorKind {
     PasswordProtected,
     BinaryWorkbook,  ///< .xlsb
     OldBinaryFormat, ///< .xls of the versions before BIFF8
+    WrongExtension,  ///< the cause is the extension that fits the content
+    PathTooLong,     ///< for an application; the cause says what it takes
     TooLargeUnpacked,
     TooLargeOutput, ///< the cause says what would exceed which limit
     TooDeeplyNested,

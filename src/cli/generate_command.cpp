@@ -97,8 +97,11 @@ SavedFiles GenerateYears(Session& session, ChosenTemplate& chosen, const std::st
                                                 chosen.settings.OutputPath};
         const auto saved = generate::RunGenerate(
             request, chosen.sets,
-            [&] { return session.engines.Start(engine, OpenerFor(line, observer)); }, context,
-            line.pdf ? &pdfMaker : nullptr);
+            [&](const generate::GenerateJob& job) {
+                return session.engines.Start(engine,
+                                             {OpenerFor(line, observer), generate::FilesOf(job)});
+            },
+            context, line.pdf ? &pdfMaker : nullptr);
         observer.EndYear();
         if (!saved)
             continue;

@@ -69,15 +69,16 @@ EngineChoice ResolveEngine(EngineChoice choice)
     throw Error(book::ErrorKind::EngineMissing, std::string(EngineName(choice)));
 }
 
-std::unique_ptr<book::Application> CreateApplication(EngineChoice choice, book::Opener opener)
+std::unique_ptr<book::Application> CreateApplication(EngineChoice choice,
+                                                     book::StartRequest request)
 {
     switch (ResolveEngine(choice)) {
     case EngineChoice::Excel:
-        return excel::CreateApplication({builtin::CheckBeforeOpening});
+        return excel::CreateApplication({builtin::CheckBeforeOpening, std::move(request.files)});
     case EngineChoice::LibreOffice:
         return libreoffice::CreateApplication(builtin::HasProtectedStructure);
     default:
-        return builtin::CreateApplication(std::move(opener));
+        return builtin::CreateApplication(std::move(request.opener));
     }
 }
 
@@ -87,9 +88,9 @@ std::string InstalledEngines::Resolve(const std::string& name) const
 }
 
 std::unique_ptr<book::Application> InstalledEngines::Start(const std::string& name,
-                                                           book::Opener opener)
+                                                           book::StartRequest request)
 {
-    return CreateApplication(ChoiceOf(name), std::move(opener));
+    return CreateApplication(ChoiceOf(name), std::move(request));
 }
 
 bool InstalledEngines::CanPrintPdf() const

@@ -27,14 +27,17 @@ std::string_view EngineName(EngineChoice choice);
 EngineChoice ResolveEngine(EngineChoice choice);
 
 /// Starts the chosen application. When the built-in one is made visible, it passes the last saved
-/// workbook to the opener, if there is one. Throws as `ResolveEngine`.
-std::unique_ptr<book::Application> CreateApplication(EngineChoice choice, book::Opener opener);
+/// workbook to the opener, if there is one. Throws as `ResolveEngine` and as
+/// `book::Engines::Start`.
+std::unique_ptr<book::Application> CreateApplication(EngineChoice choice,
+                                                     book::StartRequest request);
 
 /// The applications of this build, by the names above.
 class InstalledEngines : public book::Engines {
 public:
     std::string Resolve(const std::string& name) const override;
-    std::unique_ptr<book::Application> Start(const std::string& name, book::Opener opener) override;
+    std::unique_ptr<book::Application> Start(const std::string& name,
+                                             book::StartRequest request) override;
     bool CanPrintPdf() const override;
     std::unique_ptr<book::PdfPrinter> StartPdfPrinter() override;
 };

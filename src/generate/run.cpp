@@ -180,6 +180,11 @@ std::variant<GenerateJob, RequestProblem> CheckRequest(const GenerateRequest& re
                        request.outputFolder + std::to_string(*year) + request.templateFile};
 }
 
+std::vector<std::filesystem::path> FilesOf(const GenerateJob& job)
+{
+    return {util::ToPath(job.templatePath), util::ToPath(job.outputPath)};
+}
+
 std::optional<SavedCalendar> RunGenerate(const GenerateRequest& request, model::ParameterSets& sets,
                                          const ApplicationFactory& startApplication,
                                          Context& context, PdfMaker* pdfMaker)
@@ -215,7 +220,7 @@ void GenerateCalendar(const ApplicationFactory& startApplication, const Generate
                       std::optional<SavedCalendar>& saved)
 {
     UnfinishedOutput unfinished; // removed last: the application may keep the file open
-    const std::unique_ptr<book::Application> application = startApplication();
+    const std::unique_ptr<book::Application> application = startApplication(job);
     try {
         RunInApplication(*application, job, sets, context, unfinished, saved);
     }

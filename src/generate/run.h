@@ -6,17 +6,16 @@
 #include "model/parameters.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 namespace orrery::generate {
-
-/// Starts an instance of the spreadsheet application. Throws Error if there is none.
-using ApplicationFactory = std::function<std::unique_ptr<book::Application>()>;
 
 /// What the user chose.
 struct GenerateRequest {
@@ -32,6 +31,14 @@ struct GenerateJob {
     std::string templatePath;
     std::string outputPath; ///< output folder, year, template's file name
 };
+
+/// The files that an application opens and saves in a run.
+std::vector<std::filesystem::path> FilesOf(const GenerateJob& job);
+
+/// Starts an instance of the spreadsheet application for a run. Throws Error if there is none, or
+/// if it cannot open or save files of these paths.
+using ApplicationFactory =
+    std::function<std::unique_ptr<book::Application>(const GenerateJob& job)>;
 
 inline constexpr const char* kNoYearMessage = "Please inupt a year."; ///< kept on purpose
 inline constexpr const char* kNoTemplateMessage = "Please select a template.";

@@ -132,9 +132,9 @@ void MainForm::cmdGenerate_Click()
         desktop_.Open(util::FromPath(workbook));
     };
     std::string engine;
-    const auto start = [&] {
+    const auto start = [&](const generate::GenerateJob& job) {
         engine = engines_.Resolve(settings_.Engine);
-        return engines_.Start(engine, open);
+        return engines_.Start(engine, {open, generate::FilesOf(job)});
     };
     const bool asPdf = chkPdf.visible && chkPdf.checked;
     generate::PdfMaker pdfMaker(engines_);

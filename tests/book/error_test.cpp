@@ -40,6 +40,17 @@ TEST(BookErrors, ReportAPassword)
         "and try again.");
 }
 
+TEST(BookErrors, SayWhatIsWrongWithAName)
+{
+    EXPECT_EQ(
+        ErrorText(Error(ErrorKind::WrongExtension, "X.xlsx", ".xls")),
+        "\"X.xlsx\" is a workbook of another kind than its name says: .xls. Give it the right "
+        "ending, or choose the engine \"builtin\".");
+    EXPECT_EQ(ErrorText(Error(ErrorKind::PathTooLong, "X.xlsx", "Excel takes 218 characters")),
+              "\"X.xlsx\" is too long a path: Excel takes 218 characters. Use folders with shorter "
+              "names, or choose the engine \"builtin\".");
+}
+
 TEST(BookErrors, ShowTheApplicationsMessage)
 {
     EXPECT_EQ(ErrorText(Error(ErrorKind::ApplicationFailure, "B6", "Name is taken")),

@@ -21,10 +21,11 @@ public:
             throw Error(book::ErrorKind::EngineMissing, name);
         return resolved;
     }
-    std::unique_ptr<book::Application> Start(const std::string& name, book::Opener opener) override
+    std::unique_ptr<book::Application> Start(const std::string& name,
+                                             book::StartRequest request) override
     {
         started.push_back(name);
-        openers.push_back(std::move(opener));
+        requests.push_back(std::move(request));
         return std::make_unique<Application>(log);
     }
 
@@ -39,7 +40,7 @@ public:
     bool canPrintPdf = false;
     std::string resolved = "fake"; ///< the result for every known name
     std::vector<std::string> started;
-    std::vector<book::Opener> openers; ///< the opener of each start; may be empty
+    std::vector<book::StartRequest> requests; ///< of each start
 };
 
 } // namespace orrery::fake

@@ -66,13 +66,25 @@ TEST_F(CommandsTest, GenerateStartsTheEngineForEachYearWithoutAnOpener)
 {
     line_.years = {"2027", "2028"};
     Run(Command::Generate);
-    ASSERT_EQ(engines_.openers.size(), 2U);
-    EXPECT_FALSE(engines_.openers[0] || engines_.openers[1]);
+    ASSERT_EQ(engines_.requests.size(), 2U);
+    EXPECT_FALSE(engines_.requests[0].opener || engines_.requests[1].opener);
     line_.open = true;
-    engines_.openers.clear();
+    engines_.requests.clear();
     Run(Command::Generate);
-    ASSERT_EQ(engines_.openers.size(), 2U);
-    EXPECT_TRUE(engines_.openers[0] && engines_.openers[1]);
+    ASSERT_EQ(engines_.requests.size(), 2U);
+    EXPECT_TRUE(engines_.requests[0].opener && engines_.requests[1].opener);
+}
+
+TEST_F(CommandsTest, TheEngineIsToldWhichFilesItWillOpenAndSave)
+{
+    using Paths = std::vector<fs::path>;
+    Run(Command::Generate);
+    ASSERT_EQ(engines_.requests.size(), 1U);
+    EXPECT_EQ(engines_.requests[0].files,
+              (Paths{At("template/Desk.xlsx"), At("output/2027Desk.xlsx")}));
+    Run(Command::Check);
+    ASSERT_EQ(engines_.requests.size(), 2U);
+    EXPECT_EQ(engines_.requests[1].files, Paths{At("template/Desk.xlsx")});
 }
 
 TEST_F(CommandsTest, GenerateContinuesAfterAFailedYear)

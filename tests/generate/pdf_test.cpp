@@ -70,7 +70,7 @@ protected:
         const std::string folder = util::WithTrailingSeparator(util::FromPath(folder_));
         return generate::RunGenerate(
             {year, "Desk.fake", folder, folder}, sets_,
-            [this] { return engines_.Start("fake", {}); }, context_, &maker_);
+            [this](const auto& /*job*/) { return engines_.Start("fake", {}); }, context_, &maker_);
     }
     std::string At(const std::string& name) const { return util::FromPath(folder_ / name); }
     std::string Content(const std::string& name) const

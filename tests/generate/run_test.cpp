@@ -121,7 +121,7 @@ protected:
     std::optional<std::string> Run()
     {
         const auto saved = generate::RunGenerate(
-            request_, sets_, [this] { return Start(); }, context_);
+            request_, sets_, [this](const GenerateJob& /*job*/) { return Start(); }, context_);
         return saved ? std::optional(saved->workbook) : std::nullopt;
     }
 

@@ -142,9 +142,17 @@ TEST_F(MainFormRunTest, TheSavedWorkbookIsOpenedForTheUser)
     OpenDesk().cmdGenerate_Click();
     EXPECT_EQ(engines_.started, Texts{"fake"});
     desktop_.TakeCalls();
-    ASSERT_TRUE(engines_.openers.at(0));
-    engines_.openers[0]("2027Desk.xls");
+    const book::StartRequest& request = engines_.requests.at(0);
+    ASSERT_TRUE(request.opener);
+    request.opener("2027Desk.xls");
     EXPECT_EQ(desktop_.TakeCalls(), Texts{"Open: 2027Desk.xls"});
+}
+
+TEST_F(MainFormRunTest, TheEngineIsToldWhichFilesItWillOpenAndSave)
+{
+    OpenDesk().cmdGenerate_Click();
+    EXPECT_EQ(engines_.requests.at(0).files,
+              (std::vector<fs::path>{At("template/Desk.xls"), At("output/2027Desk.xls")}));
 }
 
 TEST_F(MainFormRunTest, ProgressIsShownMonthByMonth)

@@ -5,12 +5,18 @@
 #include "engines/builtin/package_password.h"
 #include "engines/builtin/xls/compound/compound_file.h"
 #include "engines/builtin/xls/records/encryption.h"
-#include "engines/builtin/zip/archive.h"
+#include "engines/builtin/xlsx/package/package.h"
 #include "engines/common/file_kind.h"
 #include "util/error.h"
 #include "util/file_read.h"
+#include "util/paths.h"
+#include "util/text.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace orrery::builtin {
 namespace {
@@ -19,28 +25,85 @@ using book::ErrorKind;
 using engines::FileKind;
 using util::Error;
 
-/// Whether a compound file asks for a password, as a workbook or as an encrypted package.
-bool AsksForPassword(const xls::CompoundFile& file)
+/// The extensions of workbooks and the types of their main parts.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 8> kExtensions = {{
+    {".xls", ""},
+    {".xlt", ""},
+    {".xlsb", ""},
+    {".xlsx", "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml"},
+    {".xltx", "application/vnd.openxmlformats-officedocument.spreadsheetml.template.main+xml"},
+    {".xlsm", "application/vnd.ms-excel.sheet.macroEnabled.main+xml"},
+    {".xltm", "application/vnd.ms-excel.template.macroEnabled.main+xml"},
+    {".xlam", "application/vnd.ms-excel.addin.macroEnabled.main+xml"},
+}};
+
+/// The extension of a workbook's path in lower case, ".xls" also for a template of that format;
+/// empty if it is not that of a workbook.
+std::string_view ExtensionOf(const std::filesystem::path& path)
 {
-    if (file.Find("EncryptedPackage")) {
-        const auto info = file.Find("EncryptionInfo");
-        return !info || !OpensPackage(file.ReadStream(*info), xls::kDefaultPassword);
+    const std::string extension = util::FromPath(path.extension());
+    for (const auto& [known, type] : kExtensions) {
+        if (util::EqualIgnoringCase(known, extension))
+            return known == ".xlt" ? ".xls" : known;
     }
-    const auto workbook = file.Find("Workbook");
-    return workbook && !xls::Decrypt(file.ReadStream(*workbook));
+    return {};
 }
 
-void CheckContent(const std::filesystem::path& path, FileKind kind)
+// The extension for what a workbook is; empty if that is unknown.
+
+std::string_view FindPackageExtension(const std::filesystem::path& path)
 {
-    if (kind == FileKind::Compound) {
-        const xls::CompoundFile file(util::ReadFile(path).value_or(std::string()),
-                                     xls::EncryptedPackage::Accept);
-        if (AsksForPassword(file))
+    try {
+        const xlsx::Package package(path); // refuses one with encrypted parts
+        const std::string type = package.TypeOf(package.MainPart());
+        const auto* const known =
+            std::find_if(kExtensions.begin(), kExtensions.end(), [&](const auto& one) {
+                return !type.empty() && one.second == type;
+            });
+        return known == kExtensions.end() ? std::string_view() : known->first;
+    }
+    catch (const Error& error) {
+        if (error.Kind() == ErrorKind::BinaryWorkbook)
+            return ".xlsb";
+        throw;
+    }
+}
+
+std::string_view FindCompoundExtension(const std::filesystem::path& path)
+{
+    const xls::CompoundFile file(util::ReadFile(path).value_or(std::string()),
+                                 xls::EncryptedPackage::Accept);
+    if (file.Find("EncryptedPackage")) {
+        const auto info = file.Find("EncryptionInfo");
+        if (!info || !OpensPackage(file.ReadStream(*info), xls::kDefaultPassword))
             throw Error(ErrorKind::PasswordProtected);
+        return {};
     }
-    else if (kind == FileKind::Other) {
-        const zip::Reader container(path); // refuses one with encrypted parts
+    const auto workbook = file.Find("Workbook");
+    if (!workbook && !file.Find("Book"))
+        throw Error(ErrorKind::NotAWorkbook);
+    if (workbook && !xls::Decrypt(file.ReadStream(*workbook)))
+        throw Error(ErrorKind::PasswordProtected);
+    return ".xls";
+}
+
+std::string_view FindExtension(const std::filesystem::path& path, FileKind kind)
+{
+    switch (kind) {
+    case FileKind::Compound:
+        return FindCompoundExtension(path);
+    case FileKind::OldSheet:
+        return ".xls";
+    case FileKind::Other:
+        break;
     }
+    return FindPackageExtension(path);
+}
+
+bool IsPassedOn(const util::AnyErrorKind& kind, std::string_view extension)
+{
+    return kind == ErrorKind::PasswordProtected || kind == ErrorKind::WrongExtension ||
+           (kind == ErrorKind::NotAWorkbook && !extension.empty());
 }
 
 } // namespace
@@ -48,11 +111,16 @@ void CheckContent(const std::filesystem::path& path, FileKind kind)
 void CheckBeforeOpening(const std::filesystem::path& path)
 {
     const FileKind kind = engines::DetectFileKind(path);
+    const std::string_view extension = ExtensionOf(path);
     try {
-        WithErrorPath(path, [&] { CheckContent(path, kind); });
+        WithErrorPath(path, [&] {
+            const std::string_view fitting = FindExtension(path, kind);
+            if (!extension.empty() && !fitting.empty() && extension != fitting)
+                throw Error(ErrorKind::WrongExtension, {}, std::string(fitting));
+        });
     }
     catch (const Error& error) {
-        if (error.Kind() == ErrorKind::PasswordProtected)
+        if (IsPassedOn(error.Kind(), extension))
             throw;
     }
 }

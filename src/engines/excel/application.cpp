@@ -2,6 +2,7 @@
 
 #include "book/error.h"
 #include "engines/excel/excel_application.h"
+#include "engines/excel/paths.h"
 #include "engines/excel/registration.h"
 #include "util/error.h"
 
@@ -59,6 +60,8 @@ std::unique_ptr<book::Application> CreateApplication(StartOptions options)
     const auto classId = FindClass(apartment);
     if (!classId)
         throw Error(ErrorKind::EngineMissing, "excel");
+    for (const auto& file : options.files)
+        CheckPathLength(file);
     return std::make_unique<ExcelApplication>([&] { return StartInstance(*classId); },
                                               std::make_unique<SystemClock>(), std::move(options));
 }

@@ -13,7 +13,8 @@ bool IsInstalled();
 
 /// Starts a separate instance that is not visible; one that the user has open is never used. It
 /// goes on running after it was made visible; otherwise it ends with the object. Throws
-/// Error(EngineMissing) if there is no Excel, Error(ApplicationFailure) if it does not start.
+/// Error(EngineMissing) if there is no Excel, Error(PathTooLong) before it is started if it cannot
+/// open or save one of the files, Error(ApplicationFailure) if it does not start.
 std::unique_ptr<book::Application> CreateApplication(StartOptions options = {});
 
 } // namespace orrery::excel

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <vector>
 
 namespace orrery::excel {
 
@@ -10,7 +11,8 @@ using OpeningCheck = std::function<void(const std::filesystem::path&)>;
 
 /// What an instance is started with.
 struct StartOptions {
-    OpeningCheck checkBeforeOpening = {}; ///< may be empty
+    OpeningCheck checkBeforeOpening = {};          ///< may be empty
+    std::vector<std::filesystem::path> files = {}; ///< that it will open and save
 };
 
 } // namespace orrery::excel

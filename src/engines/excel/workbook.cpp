@@ -1,7 +1,6 @@
 #include "engines/excel/workbook.h"
 
 #include "engines/excel/typed_text.h"
-#include "util/paths.h"
 
 #include <algorithm>
 
@@ -24,11 +23,6 @@ Variant VariantOf(const book::CellValue& value)
 }
 
 } // namespace
-
-std::string PathText(const std::filesystem::path& path)
-{
-    return util::AbsolutePath(util::FromPath(path));
-}
 
 void Worksheet::CopyAfter(book::Worksheet& after)
 {

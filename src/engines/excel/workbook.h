@@ -2,6 +2,7 @@
 
 #include "book/spreadsheet.h"
 #include "engines/excel/dispatch.h"
+#include "engines/excel/paths.h"
 
 #include <filesystem>
 #include <memory>
@@ -10,9 +11,6 @@
 #include <vector>
 
 namespace orrery::excel {
-
-/// A path in the application's form: absolute, with "\", without the prefix of long paths.
-std::string PathText(const std::filesystem::path& path);
 
 class Workbook;
 

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <tuple>
 
 namespace orrery::builtin {
 namespace {
@@ -79,6 +80,45 @@ TEST_F(OpeningCheckTest, LetsTheDefaultPasswordPass)
               std::nullopt);
     EXPECT_EQ(KindOf("a.xls", BytesOf(kTests / "builtin/xls/data/encrypted_libreoffice.xls")),
               std::nullopt);
+}
+
+TEST_F(OpeningCheckTest, RefusesTheExtensionOfAnotherKindAndNamesTheRightOne)
+{
+    const auto binary = BytesOf(kTests / "builtin/xls/data/contract.xls");
+    const auto package = BytesOf(kTests / "builtin/xlsx/data/contract.xlsx");
+    for (const auto& [name, bytes, expected] : {std::tuple{"a.xlsx", binary, ".xls"},
+                                                {"a.xlsm", binary, ".xls"},
+                                                {"a.xls", package, ".xlsx"},
+                                                {"a.XLS", package, ".xlsx"},
+                                                {"a.xlsm", package, ".xlsx"},
+                                                {"a.xltx", package, ".xlsx"},
+                                                {"a.xlsb", package, ".xlsx"}}) {
+        const auto problem = Problem(name, bytes);
+        ASSERT_TRUE(problem) << name;
+        EXPECT_EQ(problem->Kind(), ErrorKind::WrongExtension) << name;
+        EXPECT_EQ(problem->Cause(), expected) << name;
+    }
+}
+
+TEST_F(OpeningCheckTest, LetsEveryExtensionThatFitsAndEveryUnknownOnePass)
+{
+    const auto binary = BytesOf(kTests / "builtin/xls/data/contract.xls");
+    const auto package = BytesOf(kTests / "builtin/xlsx/data/contract.xlsx");
+    for (const char* const name : {"a.xls", "a.XLS", "a.xlt", "a.calendar", "a"})
+        EXPECT_EQ(KindOf(name, binary), std::nullopt) << name;
+    for (const char* const name : {"a.xlsx", "a.Xlsx", "a.calendar"})
+        EXPECT_EQ(KindOf(name, package), std::nullopt) << name;
+    EXPECT_EQ(KindOf("a.xls", std::string("\x09\x04\x06\x00\x00\x04\x10\x00", 8)), std::nullopt);
+}
+
+TEST_F(OpeningCheckTest, RefusesWhatOnlyHasTheNameOfAWorkbook)
+{
+    const std::string page = "<html><table><tr><td>1</td></tr></table></html>";
+    EXPECT_EQ(KindOf("a.xls", page), ErrorKind::NotAWorkbook);
+    EXPECT_EQ(KindOf("a.xlsx", page), ErrorKind::NotAWorkbook);
+    EXPECT_EQ(KindOf("a.xls", BuildCompound({Stream(u"WordDocument", "text")})),
+              ErrorKind::NotAWorkbook);
+    EXPECT_EQ(KindOf("a.htm", page), std::nullopt) << "Excel opens and saves that";
 }
 
 TEST_F(OpeningCheckTest, LeavesDamageToTheProgram)

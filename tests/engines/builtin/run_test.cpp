@@ -2,6 +2,7 @@
 #include "generate/run.h"
 #include "generate/run_support.h"
 #include "places/places.h"
+#include "saved_sheets.h"
 #include "util/paths.h"
 #include "xlsx/saved_package.h"
 
@@ -9,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,6 +27,8 @@ const std::filesystem::path kTemplate =
 
 class BuiltInRunTest : public testing::Test {
 protected:
+    using Starter = std::function<std::unique_ptr<book::Application>()>;
+
     void SetUp() override
     {
         std::filesystem::create_directories(folder_);
@@ -34,12 +39,12 @@ protected:
     }
     void TearDown() override { std::filesystem::remove_all(folder_); }
 
-    std::optional<std::string> Run(const generate::ApplicationFactory& start)
+    std::optional<std::string> Run(const Starter& start)
     {
         const auto folder = util::WithTrailingSeparator(util::FromPath(folder_));
         const auto saved = generate::RunGenerate(
             {"2027", "Desk.xlsx", folder, util::WithTrailingSeparator(folder + "out")}, sets_,
-            start, context_);
+            [&](const auto& /*job*/) { return start(); }, context_);
         return saved ? std::optional(saved->workbook) : std::nullopt;
     }
 
@@ -66,6 +71,17 @@ TEST_F(BuiltInRunTest, SavesTwelveMonthsAndAYear)
     EXPECT_THAT(workbook.Values(workbook.SheetPart("February"), "//c[@r='C5']/v"),
                 ElementsAre("1"));
     EXPECT_THAT(workbook.Values(workbook.SheetPart("February"), "//c[@r='B5']"), IsEmpty());
+}
+
+TEST_F(BuiltInRunTest, SavesATemplateWhoseNameIsThatOfAnotherFormat)
+{
+    std::filesystem::copy_file(
+        places::SourceFolder() / "tests/engines/builtin/xls/data/contract.xls",
+        folder_ / "Desk.xlsx", std::filesystem::copy_options::overwrite_existing);
+    const auto saved = Run([] { return CreateApplication({}); });
+    ASSERT_TRUE(saved);
+    EXPECT_THAT(observer_.reports, IsEmpty());
+    EXPECT_EQ(orrery::test::ReadXls(*saved).size(), 14U);
 }
 
 TEST_F(BuiltInRunTest, TemplateThatVanishesIsReportedUnderTheOutputsName)

@@ -242,5 +242,17 @@ TEST(PathTextTest, IsInTheApplicationsForm)
     EXPECT_EQ(PathText(L"Desk.xls")[1], ':');
 }
 
+TEST(CheckPathLengthTest, TakesUpTo218Units)
+{
+    const std::string folder = "C:\\";
+    EXPECT_NO_THROW(CheckPathLength(util::ToPath(folder + std::string(215, 'x'))));
+    EXPECT_THROW(CheckPathLength(util::ToPath(folder + std::string(216, 'x'))), Error);
+    std::string letters; // of two bytes and one unit each
+    for (int i = 0; i < 215; ++i)
+        letters += "\xC3\xA4";
+    EXPECT_NO_THROW(CheckPathLength(util::ToPath(folder + letters)));
+    EXPECT_THROW(CheckPathLength(util::ToPath(folder + letters + "x")), Error);
+}
+
 } // namespace
 } // namespace orrery::excel

@@ -16,6 +16,8 @@
 
 #include <csignal>
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <string>
 
 namespace orrery::libreoffice {
@@ -31,13 +33,16 @@ class OfficeRunTest : public testing::Test {
 protected:
     OfficeRunTest() { model::ReadParameterFile(kTemplates / "Desk.ini", names_, sets_); }
 
-    bool Run(const generate::ApplicationFactory& start, const std::filesystem::path& target,
+    using Starter = std::function<std::unique_ptr<book::Application>()>;
+
+    bool Run(const Starter& start, const std::filesystem::path& target,
              const std::filesystem::path& source)
     {
         context_.easter = holidays::EasterDate(2027);
         std::optional<generate::SavedCalendar> saved;
-        generate::GenerateCalendar(start, {2027, util::FromPath(source), util::FromPath(target)},
-                                   sets_, context_, saved);
+        generate::GenerateCalendar([&](const auto& /*job*/) { return start(); },
+                                   {2027, util::FromPath(source), util::FromPath(target)}, sets_,
+                                   context_, saved);
         return saved.has_value();
     }
 

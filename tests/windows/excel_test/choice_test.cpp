@@ -21,7 +21,7 @@ namespace {
 
 class EngineChoiceWithExcelTest : public RunTest {
 protected:
-    generate::ApplicationFactory Installed(const std::string& name)
+    Starter Installed(const std::string& name)
     {
         return [this, name] { return engines_.Start(name, {}); };
     }

@@ -3,6 +3,7 @@
 #include "engines/excel/excel_application.h"
 #include "excel_test/client.h"
 #include "excel_test/run_test.h"
+#include "util/file_replace.h"
 
 #include <chrono>
 #include <thread>
@@ -63,6 +64,47 @@ TEST_F(ExcelFailureTest, TemplateThatAsksForAPasswordNeverReachesTheApplication)
                             "program and try again."));
     EXPECT_EQ(server_.Count("Workbooks.Open"), 0);
     EXPECT_TRUE(server_.Has("Application#1.Quit call ()"));
+}
+
+TEST_F(ExcelFailureTest, TemplateOfAnotherKindThanItsNameSaysNeverReachesTheApplication)
+{
+    std::filesystem::copy_file(XlsTemplate(), folder_ / "Desk.xlsx",
+                               std::filesystem::copy_options::overwrite_existing);
+    ExpectNothingLeft(Run(StartExcel));
+    EXPECT_THAT(observer_.reports,
+                ElementsAre(testing::AllOf(testing::StartsWith(OpenSentence()),
+                                           HasSubstr("another kind than its name says: .xls."))));
+    EXPECT_EQ(server_.Count("Workbooks.Open"), 0);
+}
+
+TEST_F(ExcelFailureTest, OutputPathThatIsTooLongIsReportedBeforeAnythingIsStarted)
+{
+    const auto start = [this](const generate::GenerateJob& job) {
+        return engines::CreateApplication(engines::EngineChoice::Excel,
+                                          {{}, generate::FilesOf(job)});
+    };
+    const std::string folder = util::WithTrailingSeparator(util::FromPath(folder_.Path()));
+    const std::string name = "2024Desk.xlsx";
+    const auto output = [&](std::size_t length) {
+        return folder + std::string(length - folder.size() - 1 - name.size(), 'x') +
+               util::kSeparator;
+    };
+    std::filesystem::create_directory(util::ToPath(output(219)));
+    util::ReplaceFile(util::ToPath(output(219) + name), "last year's");
+    const auto tooLong =
+        generate::RunGenerate({"2024", "Desk.xlsx", folder, output(219)}, sets_, start, context_);
+    EXPECT_FALSE(tooLong);
+    EXPECT_THAT(
+        observer_.reports,
+        ElementsAre('"' + output(219) + name +
+                    "\" is too long a path: Excel takes 218 characters at most. Use folders "
+                    "with shorter names, or choose the engine \"builtin\"."));
+    EXPECT_THAT(server_.Lines(), IsEmpty());
+    EXPECT_EQ(util::ReadFile(util::ToPath(output(219) + name)), "last year's");
+    EXPECT_TRUE(
+        generate::RunGenerate({"2024", "Desk.xlsx", folder, output(218)}, sets_, start, context_));
+    EXPECT_THAT(observer_.reports, SizeIs(1));
+    TestServer::CloseAll();
 }
 
 TEST_F(ExcelFailureTest, MacrosAreSwitchedOnAgainWhenATemplateCannotBeOpened)

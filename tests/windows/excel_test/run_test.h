@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -35,8 +36,15 @@ protected:
         sets_.Yearly = fake::YearOfDays();
     }
 
+    using Starter = std::function<std::unique_ptr<book::Application>()>;
+
     /// The saved path, as the Generate command returns it.
-    std::optional<std::string> Run(const generate::ApplicationFactory& start)
+    std::optional<std::string> Run(const Starter& start)
+    {
+        return RunFor([&](const auto& /*job*/) { return start(); });
+    }
+    /// The same for a start that knows the files of the run.
+    std::optional<std::string> RunFor(const generate::ApplicationFactory& start)
     {
         const std::string folder = util::WithTrailingSeparator(util::FromPath(folder_.Path()));
         const std::string output = folder + "out" + util::kSeparator;

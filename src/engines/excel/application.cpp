@@ -43,7 +43,7 @@ Instance StartInstance(const CLSID& classId)
         return {std::move(application), std::move(process), std::move(allowForeground)};
     }
     if (process) // it was started but did not become ready in time
-        process->End();
+        process->EndUnlessShown();
     FailToStart(code);
 }
 

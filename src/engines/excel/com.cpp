@@ -114,6 +114,11 @@ bool Variant::AsBool() const
     return value_.vt == VT_BOOL && value_.boolVal != kFalse;
 }
 
+std::int32_t Variant::AsNumber() const
+{
+    return value_.vt == VT_I4 ? value_.lVal : 0;
+}
+
 std::string Variant::AsText() const
 {
     return value_.vt == VT_BSTR ? TextOf(value_.bstrVal) : std::string();

@@ -137,8 +137,9 @@ public:
     /// For a call that returns a value; clears the old one.
     VARIANT* Receive();
 
-    bool AsBool() const;        ///< false if it is something else
-    std::string AsText() const; ///< UTF-8; empty if it is something else
+    bool AsBool() const;           ///< false if it is something else
+    std::int32_t AsNumber() const; ///< of VT_I4; 0 if it is something else
+    std::string AsText() const;    ///< UTF-8; empty if it is something else
     /// The object, or an empty pointer if it is another kind of value.
     Pointer<IDispatch> TakeObject();
 

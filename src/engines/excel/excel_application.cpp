@@ -53,7 +53,7 @@ ExcelApplication::ExcelApplication(const Starter& start, std::unique_ptr<Clock> 
 ExcelApplication::~ExcelApplication()
 {
     // An application that does not answer would not answer the release of its objects either.
-    if (!belongsToUser_ && !hasQuit_)
+    if (!hasQuit_ && !TryToLeave())
         EndProcess();
     workbooks_.clear();
     application_.reset();
@@ -95,9 +95,42 @@ void ExcelApplication::ReleaseWorkbook(book::Workbook& workbook)
 
 void ExcelApplication::Quit()
 {
+    if (LeaveIfShared())
+        return;
     application_->Call("Quit");
     hasQuit_ = true;
     workbooks_.clear();
+}
+
+bool ExcelApplication::HoldsOtherWorkbooks() const
+{
+    const Object books = ObjectFrom(application_->Get("Workbooks"), model_.workbooks);
+    return books.Get("Count").AsNumber() > static_cast<std::int32_t>(workbooks_.size());
+}
+
+bool ExcelApplication::LeaveIfShared()
+{
+    if (!HoldsOtherWorkbooks())
+        return false;
+    belongsToUser_ = true; // even if a step fails
+    for (const auto& workbook : workbooks_)
+        workbook->Close();
+    workbooks_.clear();
+    SetInteractive(true);
+    SetScreenUpdating(true);
+    SetVisible(true);
+    SetDisplayAlerts(true);
+    return true;
+}
+
+bool ExcelApplication::TryToLeave()
+{
+    try {
+        return belongsToUser_ || LeaveIfShared();
+    }
+    catch (const Error&) { // it does not answer
+        return belongsToUser_;
+    }
 }
 
 void ExcelApplication::Switch(std::string_view property, bool on) const
@@ -108,7 +141,7 @@ void ExcelApplication::Switch(std::string_view property, bool on) const
 void ExcelApplication::EndProcess()
 {
     if (process_)
-        process_->End();
+        process_->EndUnlessShown();
 }
 
 } // namespace orrery::excel

@@ -25,7 +25,9 @@ struct Instance {
 };
 
 /// A separate instance. Once made visible it belongs to the user and goes on running; otherwise its
-/// process ends with this object, whatever happened to it.
+/// process ends with this object, whatever happened to it. Windows may open a workbook that the
+/// user double-clicks in the instance: then it is made visible instead of ended, without the
+/// workbooks that were opened here.
 class ExcelApplication : public book::Application {
 public:
     /// Returns the instance; called when COM is ready. Its errors are passed on.
@@ -47,6 +49,12 @@ public:
 
 private:
     void Switch(std::string_view property, bool on) const;
+    /// Whether it has workbooks that were not opened here.
+    bool HoldsOtherWorkbooks() const;
+    /// Leaves an instance with other workbooks to its user; else returns false.
+    bool LeaveIfShared();
+    /// The same. True if it is left, or was left before; does not throw.
+    bool TryToLeave();
     void EndProcess();
 
     // In this order: the last ones are released first.

@@ -7,12 +7,14 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <string_view>
 #include <vector>
 
 namespace orrery::excel {
 namespace {
 
 constexpr std::chrono::milliseconds kExitTimeout(5000);
+constexpr std::wstring_view kMainWindowClass = L"XLMAIN"; // in every version
 
 bool IsSameFileName(const std::wstring& left, const std::wstring& right)
 {
@@ -60,6 +62,24 @@ bool IsOfImage(HANDLE process, const std::wstring& image)
     return IsSameFileName(std::filesystem::path(path.data()).filename().wstring(), image);
 }
 
+/// What `EnumWindows` looks for, and whether it found it.
+struct WindowSearch {
+    DWORD process;
+    bool isFound;
+};
+
+BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter)
+{
+    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    std::array<wchar_t, 64> name = {};
+    GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    search.isFound = process == search.process && IsWindowVisible(window) != FALSE &&
+                     std::wstring_view(name.data()) == kMainWindowClass;
+    return search.isFound ? FALSE : TRUE; // FALSE ends the search
+}
+
 } // namespace
 
 std::optional<Process> Process::Open(DWORD id, const std::wstring& image)
@@ -89,6 +109,21 @@ void Process::End() const
 {
     TerminateProcess(handle_, 1);
     WaitForEnd(kExitTimeout);
+}
+
+bool Process::EndUnlessShown() const
+{
+    if (IsShown())
+        return false;
+    End();
+    return true;
+}
+
+bool Process::IsShown() const
+{
+    WindowSearch search{Id(), false};
+    EnumWindows(LookAtWindow, reinterpret_cast<LPARAM>(&search));
+    return search.isFound;
 }
 
 ProcessWatch::ProcessWatch(std::wstring image) : image_(std::move(image))

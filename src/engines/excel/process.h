@@ -26,6 +26,11 @@ public:
     bool WaitForEnd(std::chrono::milliseconds time) const;
     /// Kills it and waits until it is gone.
     void End() const;
+    /// The same, unless it shows a main window of the application: what its user opened there must
+    /// not be lost. False then.
+    bool EndUnlessShown() const;
+    /// Whether it shows a main window of the application.
+    bool IsShown() const;
 
 private:
     explicit Process(HANDLE handle) : handle_(handle) {}

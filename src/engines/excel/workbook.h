@@ -39,6 +39,8 @@ public:
 
     book::Worksheet* FindWorksheet(std::string_view name) override;
     void SaveAs(const std::filesystem::path& target, book::AccessMode accessMode) override;
+    /// Closes it without saving; nothing else may be called then.
+    void Close() const { workbook_.Call("Close", {Variant(false)}); }
 
     /// The one sheet for an object of the application.
     Worksheet& SheetOf(Pointer<IDispatch> sheet);

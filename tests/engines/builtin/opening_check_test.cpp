@@ -18,11 +18,10 @@ namespace orrery::builtin {
 namespace {
 
 using book::ErrorKind;
-using testing_support::BytesOf;
 using xls::test::BuildCompound;
 using xls::test::Stream;
 
-const std::filesystem::path kTests = places::SourceFolder() / "tests/engines";
+const std::filesystem::path kEngineTests = places::SourceFolder() / "tests/engines";
 
 class OpeningCheckTest : public testing::Test {
 protected:
@@ -57,35 +56,44 @@ protected:
 
 TEST_F(OpeningCheckTest, LetsWorkbooksPass)
 {
-    EXPECT_EQ(KindOf("a.xls", BytesOf(kTests / "builtin/xls/data/contract.xls")), std::nullopt);
-    EXPECT_EQ(KindOf("a.xlsx", BytesOf(kTests / "builtin/xlsx/data/contract.xlsx")), std::nullopt);
+    EXPECT_EQ(
+        KindOf("a.xls", testing_support::BytesOf(kEngineTests / "builtin/xls/data/contract.xls")),
+        std::nullopt);
+    EXPECT_EQ(KindOf("a.xlsx",
+                     testing_support::BytesOf(kEngineTests / "builtin/xlsx/data/contract.xlsx")),
+              std::nullopt);
 }
 
 TEST_F(OpeningCheckTest, RefusesWhatAsksForAPassword)
 {
-    EXPECT_EQ(KindOf("a.xlsx", BytesOf(kTests / "libreoffice/data/password.xlsx")),
-              ErrorKind::PasswordProtected);
+    EXPECT_EQ(
+        KindOf("a.xlsx", testing_support::BytesOf(kEngineTests / "libreoffice/data/password.xlsx")),
+        ErrorKind::PasswordProtected);
     EXPECT_EQ(KindOf("a.xlsx", Package("some other method")), ErrorKind::PasswordProtected);
-    EXPECT_EQ(KindOf("a.xls", BuildCompound({Stream(u"Workbook",
-                                                    BytesOf(kTests / "builtin/xls/data" /
+    EXPECT_EQ(KindOf("a.xls",
+                     BuildCompound({Stream(u"Workbook", testing_support::BytesOf(
+                                                            kEngineTests / "builtin/xls/data" /
                                                             "encrypted_other_password.stream"))})),
               ErrorKind::PasswordProtected);
 }
 
 TEST_F(OpeningCheckTest, LetsTheDefaultPasswordPass)
 {
-    EXPECT_EQ(KindOf("a.xlsx", Package(BytesOf(kTests / "builtin/data/encryption_standard.info"))),
+    EXPECT_EQ(KindOf("a.xlsx", Package(testing_support::BytesOf(
+                                   kEngineTests / "builtin/data/encryption_standard.info"))),
               std::nullopt);
-    EXPECT_EQ(KindOf("a.xlsx", Package(BytesOf(kTests / "builtin/data/encryption_agile.info"))),
+    EXPECT_EQ(KindOf("a.xlsx", Package(testing_support::BytesOf(
+                                   kEngineTests / "builtin/data/encryption_agile.info"))),
               std::nullopt);
-    EXPECT_EQ(KindOf("a.xls", BytesOf(kTests / "builtin/xls/data/encrypted_libreoffice.xls")),
+    EXPECT_EQ(KindOf("a.xls", testing_support::BytesOf(
+                                  kEngineTests / "builtin/xls/data/encrypted_libreoffice.xls")),
               std::nullopt);
 }
 
 TEST_F(OpeningCheckTest, RefusesTheExtensionOfAnotherKindAndNamesTheRightOne)
 {
-    const auto binary = BytesOf(kTests / "builtin/xls/data/contract.xls");
-    const auto package = BytesOf(kTests / "builtin/xlsx/data/contract.xlsx");
+    const auto binary = testing_support::BytesOf(kEngineTests / "builtin/xls/data/contract.xls");
+    const auto package = testing_support::BytesOf(kEngineTests / "builtin/xlsx/data/contract.xlsx");
     for (const auto& [name, bytes, expected] : {std::tuple{"a.xlsx", binary, ".xls"},
                                                 {"a.xlsm", binary, ".xls"},
                                                 {"a.xls", package, ".xlsx"},
@@ -102,8 +110,8 @@ TEST_F(OpeningCheckTest, RefusesTheExtensionOfAnotherKindAndNamesTheRightOne)
 
 TEST_F(OpeningCheckTest, LetsEveryExtensionThatFitsAndEveryUnknownOnePass)
 {
-    const auto binary = BytesOf(kTests / "builtin/xls/data/contract.xls");
-    const auto package = BytesOf(kTests / "builtin/xlsx/data/contract.xlsx");
+    const auto binary = testing_support::BytesOf(kEngineTests / "builtin/xls/data/contract.xls");
+    const auto package = testing_support::BytesOf(kEngineTests / "builtin/xlsx/data/contract.xlsx");
     for (const char* const name : {"a.xls", "a.XLS", "a.xlt", "a.calendar", "a"})
         EXPECT_EQ(KindOf(name, binary), std::nullopt) << name;
     for (const char* const name : {"a.xlsx", "a.Xlsx", "a.calendar"})

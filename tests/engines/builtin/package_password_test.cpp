@@ -13,32 +13,30 @@
 namespace orrery::builtin {
 namespace {
 
-using testing_support::BytesOf;
+const std::string kDefaultWord = "VelvetSweatshop";
 
-const std::string kDefault = "VelvetSweatshop";
-
-std::string Fixture(const std::string& name)
+std::string InfoOf(const std::string& name)
 {
-    return BytesOf(places::SourceFolder() / "tests/engines/builtin/data" /
-                   ("encryption_" + name + ".info"));
+    return testing_support::BytesOf(places::SourceFolder() / "tests/engines/builtin/data" /
+                                    ("encryption_" + name + ".info"));
 }
 
 class OpensPackageTest : public testing::TestWithParam<const char*> {};
 
 TEST_P(OpensPackageTest, TakesTheRightPasswordOnly)
 {
-    const std::string info = Fixture(GetParam());
-    EXPECT_TRUE(OpensPackage(info, kDefault));
+    const std::string info = InfoOf(GetParam());
+    EXPECT_TRUE(OpensPackage(info, kDefaultWord));
     for (const char* const other : {"velvetsweatshop", "secret", ""})
         EXPECT_FALSE(OpensPackage(info, other)) << other;
 }
 
 TEST_P(OpensPackageTest, SurvivesATruncatedStream)
 {
-    const std::string info = Fixture(GetParam());
+    const std::string info = InfoOf(GetParam());
     for (std::size_t size = 0; size < info.size(); size += 7) {
         try {
-            OpensPackage(info.substr(0, size), kDefault); // may have read enough
+            OpensPackage(info.substr(0, size), kDefaultWord); // may have read enough
         }
         catch (const util::Error& error) {
             EXPECT_EQ(error.Kind(), book::ErrorKind::DamagedWorkbook);
@@ -52,29 +50,30 @@ INSTANTIATE_TEST_SUITE_P(Methods, OpensPackageTest, testing::Values("standard", 
 TEST(OpensPackageOtherTest, ReadsWhatLibreOfficeWrote)
 {
     const xls::CompoundFile file(
-        BytesOf(places::SourceFolder() / "tests/engines/libreoffice/data/password.xlsx"),
+        testing_support::BytesOf(places::SourceFolder() /
+                                 "tests/engines/libreoffice/data/password.xlsx"),
         xls::EncryptedPackage::Accept);
     const std::string info = file.ReadStream(file.Find("EncryptionInfo").value());
     EXPECT_TRUE(OpensPackage(info, "secret"));
-    EXPECT_FALSE(OpensPackage(info, kDefault));
+    EXPECT_FALSE(OpensPackage(info, kDefaultWord));
 }
 
 TEST(OpensPackageOtherTest, RefusesUnknownMethods)
 {
-    std::string info = Fixture("standard");
+    std::string info = InfoOf("standard");
     info[2] = '\x03'; // extensible
-    EXPECT_FALSE(OpensPackage(info, kDefault));
-    info = Fixture("standard");
+    EXPECT_FALSE(OpensPackage(info, kDefaultWord));
+    info = InfoOf("standard");
     info[12 + 13] = '\x00'; // another digest
-    EXPECT_FALSE(OpensPackage(info, kDefault));
-    info = Fixture("agile");
+    EXPECT_FALSE(OpensPackage(info, kDefaultWord));
+    info = InfoOf("agile");
     info.replace(info.find("<p:encryptedKey"), 0, "<!--");
     info.replace(info.find("</keyEncryptors>"), 0, "-->");
-    EXPECT_FALSE(OpensPackage(info, kDefault)) << "no password opens it";
-    info = Fixture("agile");
+    EXPECT_FALSE(OpensPackage(info, kDefaultWord)) << "no password opens it";
+    info = InfoOf("agile");
     const auto digest = info.rfind("SHA512");
     info.replace(digest, 6, "SHA999");
-    EXPECT_FALSE(OpensPackage(info, kDefault));
+    EXPECT_FALSE(OpensPackage(info, kDefaultWord));
 }
 
 } // namespace

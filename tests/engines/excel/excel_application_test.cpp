@@ -196,7 +196,43 @@ TEST_F(ExcelApplicationTest, Quits)
     Open();
     TakeCalls();
     application_->Quit();
-    EXPECT_EQ(TakeCalls(), Texts{"Application.Quit call ()"});
+    EXPECT_EQ(TakeCalls(), (Texts{"Application.Workbooks get ()", "Workbooks.Count get ()",
+                                  "Application.Quit call ()"}));
+}
+
+const Texts kLeft = {"Application.Workbooks get ()",
+                     "Workbooks.Count get ()",
+                     "Workbook.Close call (BOOL false)",
+                     "Application.Interactive put (BOOL true)",
+                     "Application.ScreenUpdating put (BOOL true)",
+                     "Application.Visible put (BOOL true)",
+                     "Application.DisplayAlerts put (BOOL true)"};
+
+TEST_F(ExcelApplicationTest, IsLeftToItsUserInsteadOfEndedIfItHasOtherWorkbooks)
+{
+    Open();
+    world_.answers["Workbooks.Count"] = fake::GiveNumber(2);
+    TakeCalls();
+    application_->Quit();
+    EXPECT_EQ(TakeCalls(), kLeft);
+    application_.reset();
+    EXPECT_EQ(TakeCalls(), Texts()) << "it belongs to its user";
+}
+
+TEST_F(ExcelApplicationTest, IsLeftToItsUserAfterAnError)
+{
+    Open();
+    world_.answers["Workbooks.Count"] = fake::GiveNumber(2);
+    TakeCalls();
+    application_.reset(); // as when a run ends without Quit
+    EXPECT_EQ(TakeCalls(), kLeft);
+}
+
+TEST_F(ExcelApplicationTest, EndsQuietlyIfItCannotBeAskedAboutOtherWorkbooks)
+{
+    Open();
+    world_.answers["Workbooks.Count"] = fake::Refuse(RPC_E_DISCONNECTED);
+    EXPECT_NO_THROW(application_.reset());
 }
 
 TEST_F(ExcelApplicationTest, MakesNoCallsOnceItIsGone)

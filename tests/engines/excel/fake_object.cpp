@@ -186,6 +186,15 @@ Answer GiveBool(bool value)
     };
 }
 
+Answer GiveNumber(std::int32_t value)
+{
+    return [value](VARIANT* result, EXCEPINFO*) {
+        result->vt = VT_I4;
+        result->lVal = value;
+        return S_OK;
+    };
+}
+
 Answer GiveText(std::string utf8)
 {
     return [utf8](VARIANT* result, EXCEPINFO*) {

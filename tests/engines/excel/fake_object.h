@@ -4,6 +4,7 @@
 #include "engines/excel/waiting.h"
 
 #include <chrono>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <map>
@@ -41,6 +42,7 @@ Pointer<IDispatch> MakeObject(World& world, const std::string& kind);
 Answer GiveObject(World& world, const std::string& kind);
 Answer GiveNoObject();
 Answer GiveBool(bool value);
+Answer GiveNumber(std::int32_t value);
 Answer GiveText(std::string utf8);
 Answer Refuse(HRESULT result);
 /// As an application that describes its failure.

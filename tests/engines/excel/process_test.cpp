@@ -60,7 +60,8 @@ TEST(ProcessWatchTest, FindsTheProcessStartedSince)
     const auto found = watch.Started();
     ASSERT_TRUE(found.has_value());
     EXPECT_FALSE(found->WaitForEnd(50ms));
-    found->End();
+    EXPECT_FALSE(found->IsShown());
+    EXPECT_TRUE(found->EndUnlessShown());
     EXPECT_TRUE(found->WaitForEnd(0ms));
     EXPECT_FALSE(program.Runs());
     EXPECT_TRUE(before.Runs());
@@ -86,6 +87,42 @@ TEST(ProcessTest, OpensOnlyRunningProcesses)
 {
     EXPECT_FALSE(Process::Open(0, L"excel_tests.exe").has_value());
     EXPECT_TRUE(Process::Open(GetCurrentProcessId(), L"EXCEL_tests.exe").has_value());
+}
+
+/// A window of this process.
+class OwnWindow {
+public:
+    explicit OwnWindow(const wchar_t* className)
+    {
+        WNDCLASSW windowClass = {};
+        windowClass.lpfnWndProc = DefWindowProcW;
+        windowClass.lpszClassName = className;
+        windowClass.hInstance = GetModuleHandleW(nullptr);
+        RegisterClassW(&windowClass);
+        handle = CreateWindowW(className, L"", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr,
+                               windowClass.hInstance, nullptr);
+    }
+    ~OwnWindow() { DestroyWindow(handle); }
+    OwnWindow(const OwnWindow&) = delete;
+    OwnWindow& operator=(const OwnWindow&) = delete;
+
+    HWND handle = nullptr;
+};
+
+TEST(ProcessTest, IsShownByAVisibleMainWindowOnly)
+{
+    const auto self = Process::Open(GetCurrentProcessId(), L"excel_tests.exe");
+    ASSERT_TRUE(self.has_value());
+    const OwnWindow other(L"OrreryOther");
+    ASSERT_NE(other.handle, nullptr);
+    ShowWindow(other.handle, SW_SHOWNA);
+    EXPECT_FALSE(self->IsShown());
+    const OwnWindow main(L"XLMAIN");
+    ASSERT_NE(main.handle, nullptr);
+    EXPECT_FALSE(self->IsShown());
+    ShowWindow(main.handle, SW_SHOWNA);
+    EXPECT_TRUE(self->IsShown());
+    EXPECT_FALSE(self->EndUnlessShown());
 }
 
 TEST(ProcessTest, OpensNoProcessOfAnotherImage)

@@ -2,6 +2,7 @@
 
 #include "engines/builtin/application.h"
 #include "excel_server/workbooks.h"
+#include "util/paths.h"
 
 #include <algorithm>
 
@@ -9,7 +10,13 @@ namespace orrery::excel_server {
 
 using automation::Variant;
 
-Session::Session(Server& shared) : server(shared), engine(builtin::CreateApplication({})) {}
+Session::Session(Server& shared) : server(shared), engine(builtin::CreateApplication({}))
+{
+    server.openForUser = [this](const std::string& path) {
+        books.push_back(std::make_unique<Book>(*engine, util::ToPath(path)));
+        server.log.Write("The user opens " + path);
+    };
+}
 
 Application::Application(Server& server, const void* identity, Session& session)
     : DispatchObject(server, kKind, identity), session_(session)

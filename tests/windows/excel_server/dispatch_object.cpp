@@ -1,6 +1,7 @@
 #include "excel_server/dispatch_object.h"
 
 #include "automation/wide_text.h"
+#include "excel_server/main_window.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/text.h"
@@ -213,6 +214,13 @@ void DispatchObject::ApplyFault(const std::string& member, const std::string& li
     case FaultKind::Die:
         server_.log.Write(line + " -> dies");
         TerminateProcess(GetCurrentProcess(), 1);
+        return;
+    case FaultKind::Open:
+        server_.openForUser(fault.description);
+        return;
+    case FaultKind::Show:
+        ShowMainWindow();
+        server_.log.Write("A main window appears");
         return;
     case FaultKind::Hang:
         server_.log.Write(line + " -> hangs");

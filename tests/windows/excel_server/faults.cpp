@@ -22,12 +22,18 @@ Faults::Order Faults::Parse(const std::string& line)
         order.fault.kind = FaultKind::Answer;
         order.fault.result = static_cast<HRESULT>(std::stoul(code, nullptr, 16));
     }
-    else if (order.verb == "fail") {
-        order.fault.kind = FaultKind::Fail;
+    else if (order.verb == "fail" || order.verb == "open") {
+        order.fault.kind = order.verb == "fail" ? FaultKind::Fail : FaultKind::Open;
         std::getline(words >> std::ws, order.fault.description);
     }
-    else if (order.verb == "die" || order.verb == "hang") {
-        order.fault.kind = order.verb == "die" ? FaultKind::Die : FaultKind::Hang;
+    else if (order.verb == "die") {
+        order.fault.kind = FaultKind::Die;
+    }
+    else if (order.verb == "hang") {
+        order.fault.kind = FaultKind::Hang;
+    }
+    else if (order.verb == "show") {
+        order.fault.kind = FaultKind::Show;
     }
     else if (order.verb == "reject" || order.verb == "retry") {
         words >> order.count;

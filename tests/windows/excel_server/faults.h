@@ -16,12 +16,14 @@ enum class FaultKind {
     Fail,   ///< the call does nothing and raises an exception with a description
     Die,    ///< the process ends at once
     Hang,   ///< the call never returns
+    Open,   ///< before the call the user opens a workbook in this process
+    Show,   ///< before the call a main window appears
 };
 
 struct Fault {
     FaultKind kind = FaultKind::None;
     HRESULT result = S_OK;   ///< of Answer
-    std::string description; ///< of Fail
+    std::string description; ///< of Fail; of Open the path
 };
 
 /// The faults that a test has requested, one in each line. MEMBER is the kind of object and the
@@ -30,6 +32,8 @@ struct Fault {
 ///     fail MEMBER FIRST DESCRIPTION...
 ///     die MEMBER FIRST
 ///     hang MEMBER FIRST
+///     open MEMBER FIRST PATH...           the user opens a workbook in this process
+///     show MEMBER FIRST                   a main window appears
 ///     reject MEMBER FIRST COUNT           after that call the message filter rejects COUNT calls
 ///     retry MEMBER FIRST COUNT            the same, asking the client to try again later
 class Faults {

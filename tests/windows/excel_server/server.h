@@ -6,6 +6,7 @@
 #include "excel_server/log.h"
 #include "excel_server/typed_value.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -40,6 +41,8 @@ public:
     Faults faults;
     Lifetime lifetime;
     const Language language;
+    /// Opens a workbook as if the user had double-clicked it.
+    std::function<void(const std::string& path)> openForUser;
 
 private:
     using Key = std::pair<std::string, const void*>;

@@ -45,6 +45,12 @@ const Members& Workbook::Table() const
          nullptr,
          nullptr,
          Handle<&Workbook::SaveAs>},
+        {"Close",
+         277,
+         {{"SaveChanges"}, {"Filename"}, {"RouteWorkbook"}},
+         nullptr,
+         nullptr,
+         Handle<&Workbook::Close>},
     };
     return members;
 }
@@ -64,6 +70,16 @@ Variant Workbook::GetWorksheets(const Arguments& arguments)
     if (arguments.Has(0))
         return Sheets::Item(server_, book_, arguments);
     return ObjectFor<Sheets>(server_, &book_.sheets, book_);
+}
+
+Variant Workbook::Close(const Arguments& arguments)
+{
+    if (!arguments.Has(0) && book_.changed && session_.alerts)
+        throw ExcelFailure(kExcelError, "Whether to save was asked and not answered.");
+    if (arguments.Has(0) && arguments.Boolean(0))
+        throw ExcelFailure(kExcelError, "This server closes without saving alone.");
+    std::erase_if(session_.books, [this](const auto& open) { return open.get() == &book_; });
+    return {};
 }
 
 Variant Workbook::SaveAs(const Arguments& arguments)

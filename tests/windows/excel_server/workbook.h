@@ -16,6 +16,7 @@ private:
     automation::Variant GetReadOnly(const Arguments& arguments);
     automation::Variant GetWorksheets(const Arguments& arguments);
     automation::Variant SaveAs(const Arguments& arguments);
+    automation::Variant Close(const Arguments& arguments);
 
     Session& session_;
     Book& book_;

@@ -309,6 +309,69 @@ TEST_F(ExcelFailureTest, NextRunWorksAfterADeath)
     TestServer::CloseAll();
 }
 
+/// Windows may open what the user double-clicks in the instance of a run.
+class SharedExcelTest : public ExcelFailureTest {
+protected:
+    /// A fault: the user opens a workbook at this call.
+    std::string UserOpensAt(const std::string& call) const
+    {
+        const auto path = folder_.Path() / "Mine.xlsx";
+        std::filesystem::copy_file(XlsxTemplate(), path);
+        return "open " + call + ' ' + util::FromPath(path);
+    }
+    /// Checks that the instance shows the user's workbook, and only that.
+    void ExpectLeftToItsUser()
+    {
+        EXPECT_EQ(server_.Count("The user opens "), 1);
+        EXPECT_EQ(server_.Count("Workbook#1.Close call (VT_BOOL false)"), 1);
+        EXPECT_EQ(server_.Count(".Quit"), 0);
+        for (const char* const name : {"Interactive", "ScreenUpdating", "Visible", "DisplayAlerts"})
+            EXPECT_TRUE(server_.Has(std::string("Application#1.") + name + " put (VT_BOOL true)"))
+                << name;
+        EXPECT_FALSE(TestServer::WaitForProcesses(0, std::chrono::milliseconds(500)));
+        TestServer::CloseAll();
+    }
+};
+
+TEST_F(SharedExcelTest, FailedSaveLeavesTheWorkbookOfTheUserOpen)
+{
+    TestServer::SetFaults(
+        {UserOpensAt("Worksheet.Copy 3"), "fail Workbook.SaveAs 1 The disk is full."});
+    EXPECT_EQ(Run(StartExcel), std::nullopt);
+    EXPECT_THAT(observer_.reports,
+                ElementsAre("Failed to save the calendar file.\r\nThe disk is full."));
+    EXPECT_FALSE(std::filesystem::exists(Target()));
+    ExpectLeftToItsUser();
+}
+
+TEST_F(SharedExcelTest, RunThatBreaksOffLeavesTheWorkbookOfTheUserOpen)
+{
+    TestServer::SetFaults(
+        {UserOpensAt("Worksheet.Copy 3"), "fail Application.Interactive 2 Not now."});
+    EXPECT_EQ(Run(StartExcel), std::nullopt);
+    EXPECT_THAT(observer_.reports, ElementsAre("Not now."));
+    ExpectLeftToItsUser();
+}
+
+TEST_F(SharedExcelTest, BusyInstanceThatIsGivenUpIsLeftIfItShowsAWorkbook)
+{
+    TestServer::SetFaults({UserOpensAt("Worksheet.Copy 3"), "show Worksheet.Copy 4",
+                           "answer Worksheet.Cells 20 1000000 0x80010001"});
+    std::chrono::milliseconds passed{0};
+    EXPECT_EQ(Run([&] { return StartWithClock(passed); }), std::nullopt);
+    EXPECT_THAT(observer_.reports, SizeIs(1));
+    EXPECT_EQ(TestServer::Processes().size(), 1U);
+}
+
+TEST_F(SharedExcelTest, FinishedCalendarIsBesideTheWorkbookOfTheUser)
+{
+    TestServer::SetFaults({UserOpensAt("Worksheet.Copy 3")});
+    EXPECT_EQ(Run(StartExcel), util::FromPath(Target()));
+    EXPECT_THAT(observer_.reports, IsEmpty());
+    EXPECT_EQ(server_.Count(".Close"), 0);
+    TestServer::CloseAll();
+}
+
 TEST_F(ExcelFailureTest, InstanceOfTheUserIsLeftAlone)
 {
     const Apartment apartment;

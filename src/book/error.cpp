@@ -96,8 +96,8 @@ std::string ApplicationSentence(ErrorKind kind, const util::ErrorDetails& detail
                " is not available here; choose the engine \"builtin\", which needs no other "
                "program.";
     case ErrorKind::PdfNotAvailable:
-        return "A PDF needs LibreOffice on Linux, which is not available here. Install it, or "
-               "generate the calendar without a PDF.";
+        return "A PDF needs Excel on Windows or LibreOffice on Linux, which is not available here. "
+               "Install it, or generate the calendar without a PDF.";
     case ErrorKind::NothingToPrint:
         return "The workbook has no calendar sheet that can be seen. Switch a calendar on in the "
                "parameters, and do not hide its sheet in the template.";

@@ -93,7 +93,7 @@ void AddGenerate(CLI::App& app, CommandLine& line)
         ->type_name("DIR");
     AddEngine(command, line);
     command.add_flag("--pdf", line.pdf,
-                     "Make a PDF of the calendar's pages, too; this needs LibreOffice");
+                     "Make a PDF of the calendar's pages, too; this needs Excel or LibreOffice");
     command.add_flag("--open", line.open, "Open each saved workbook with the desktop's program");
     AddJson(command, line);
     command.footer("Prints the path of each saved workbook. For a year and a template Desk.xls\n"

@@ -95,14 +95,21 @@ std::unique_ptr<book::Application> InstalledEngines::Start(const std::string& na
 
 bool InstalledEngines::CanPrintPdf() const
 {
-    return libreoffice::IsInstalled();
+    try {
+        return libreoffice::IsInstalled() || excel::IsInstalled();
+    }
+    catch (const Error&) { // nobody knows, so it is not offered
+        return false;
+    }
 }
 
 std::unique_ptr<book::PdfPrinter> InstalledEngines::StartPdfPrinter()
 {
-    if (!CanPrintPdf())
-        throw Error(book::ErrorKind::PdfNotAvailable);
-    return libreoffice::CreatePdfPrinter();
+    if (libreoffice::IsInstalled())
+        return libreoffice::CreatePdfPrinter();
+    if (excel::IsInstalled())
+        return excel::CreatePdfPrinter({builtin::CheckBeforeOpening});
+    throw Error(book::ErrorKind::PdfNotAvailable);
 }
 
 } // namespace orrery::engines

@@ -29,6 +29,9 @@ public:
 
     /// The file to write: empty, in the target's folder, with an unused name.
     const std::filesystem::path& TemporaryPath() const { return temporary_.Path(); }
+    /// Writes the bytes of another file into the temporary one. Throws Error (FileNotWritable,
+    /// DiskFull, FileSizeLimit).
+    void CopyFrom(const std::filesystem::path& source);
     /// Flushes the temporary file to the disk and renames it over the target.
     /// Throws Error (FileNotWritable, DiskFull).
     void Commit();

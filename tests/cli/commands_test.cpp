@@ -147,8 +147,8 @@ TEST_F(CommandsTest, GenerateWithPdfChecksForAPrinterFirst)
     line_.years = {"2027", "2028"};
     EXPECT_EQ(Run(Command::Generate), 1);
     EXPECT_EQ(out_.str(), "");
-    EXPECT_EQ(err_.str(), "Error!\nError Info: A PDF needs LibreOffice on Linux, which is not "
-                          "available here. Install it, or generate the calendar without a PDF.\n");
+    EXPECT_EQ(err_.str(), "Error!\nError Info: A PDF needs Excel on Windows or LibreOffice on "
+                          "Linux, which is not available here. Install it, or generate the calendar without a PDF.\n");
     EXPECT_EQ(engines_.started, Texts());
     EXPECT_FALSE(fs::exists(At("output")));
 }

@@ -100,8 +100,8 @@ class Generate(Program):
                                   self.output, program=self.without_libreoffice())
         self.assertEqual((result.returncode, result.stdout), (1, ""))
         self.assertEqual(result.stderr,
-                         "Error!\nError Info: A PDF needs LibreOffice on Linux, which is not "
-                         "available here. Install it, or generate the calendar without a PDF.\n")
+                         "Error!\nError Info: A PDF needs Excel on Windows or LibreOffice on "
+                         "Linux, which is not available here. Install it, or generate the calendar without a PDF.\n")
         self.assertFalse(self.output.exists())
 
     def without_libreoffice(self):

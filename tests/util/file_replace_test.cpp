@@ -94,6 +94,21 @@ TEST(FileReplacement, DoesNothingWithoutACommit)
     EXPECT_EQ(scratch.Entries(), 1);
 }
 
+TEST(FileReplacement, TakesTheBytesOfAnotherFile)
+{
+    const ScratchFolder scratch;
+    const fs::path source = scratch.Write("source", std::string("a\r\n\0b", 5));
+    const fs::path file = scratch.Write("a", "old");
+    {
+        FileReplacement replacement(file);
+        EXPECT_THROW(replacement.CopyFrom(scratch / "missing"), Error);
+        replacement.CopyFrom(source);
+        EXPECT_EQ(BytesOf(file), "old");
+        replacement.Commit();
+    }
+    EXPECT_EQ(BytesOf(file), std::string("a\r\n\0b", 5));
+}
+
 TEST(FileReplacement, CommitsATemporaryFileThatAnotherWriterReplaced)
 {
     const ScratchFolder scratch;

@@ -3,6 +3,7 @@
 #include "book/error.h"
 #include "engines/excel/excel_application.h"
 #include "engines/excel/paths.h"
+#include "engines/excel/pdf_printer.h"
 #include "engines/excel/registration.h"
 #include "util/error.h"
 
@@ -47,14 +48,7 @@ Instance StartInstance(const CLSID& classId)
     FailToStart(code);
 }
 
-} // namespace
-
-bool IsInstalled()
-{
-    return FindClass(Apartment()).has_value();
-}
-
-std::unique_ptr<book::Application> CreateApplication(StartOptions options)
+std::unique_ptr<ExcelApplication> Start(StartOptions options)
 {
     const Apartment apartment;
     const auto classId = FindClass(apartment);
@@ -64,6 +58,23 @@ std::unique_ptr<book::Application> CreateApplication(StartOptions options)
         CheckPathLength(file);
     return std::make_unique<ExcelApplication>([&] { return StartInstance(*classId); },
                                               std::make_unique<SystemClock>(), std::move(options));
+}
+
+} // namespace
+
+bool IsInstalled()
+{
+    return FindClass(Apartment()).has_value();
+}
+
+std::unique_ptr<book::Application> CreateApplication(StartOptions options)
+{
+    return Start(std::move(options));
+}
+
+std::unique_ptr<book::PdfPrinter> CreatePdfPrinter(StartOptions options)
+{
+    return std::make_unique<ExcelPdfPrinter>(Start(std::move(options)));
 }
 
 } // namespace orrery::excel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "book/pdf_printer.h"
 #include "book/spreadsheet.h"
 #include "engines/excel/start_options.h"
 
@@ -16,5 +17,8 @@ bool IsInstalled();
 /// Error(EngineMissing) if there is no Excel, Error(PathTooLong) before it is started if it cannot
 /// open or save one of the files, Error(ApplicationFailure) if it does not start.
 std::unique_ptr<book::Application> CreateApplication(StartOptions options = {});
+
+/// Starts an instance that makes PDF files and is never shown. Throws as `CreateApplication`.
+std::unique_ptr<book::PdfPrinter> CreatePdfPrinter(StartOptions options = {});
 
 } // namespace orrery::excel

@@ -74,7 +74,7 @@ bool ExcelApplication::Visible() const
     return application_->Get("Visible").AsBool();
 }
 
-book::Workbook& ExcelApplication::OpenWorkbook(const std::filesystem::path& path, bool readOnly)
+Workbook& ExcelApplication::OpenWorkbook(const std::filesystem::path& path, bool readOnly)
 {
     if (checkBeforeOpening_)
         checkBeforeOpening_(path);

@@ -43,7 +43,7 @@ public:
     bool Visible() const override;
     void SetInteractive(bool on) override { Switch("Interactive", on); }
     void SetScreenUpdating(bool on) override { Switch("ScreenUpdating", on); }
-    book::Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) override;
+    Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) override;
     void ReleaseWorkbook(book::Workbook& workbook) override;
     void Quit() override;
 

@@ -14,4 +14,9 @@ std::unique_ptr<book::Application> CreateApplication(StartOptions /*options*/)
     throw Error(book::ErrorKind::EngineMissing, "excel");
 }
 
+std::unique_ptr<book::PdfPrinter> CreatePdfPrinter(StartOptions /*options*/)
+{
+    throw Error(book::ErrorKind::EngineMissing, "excel");
+}
+
 } // namespace orrery::excel

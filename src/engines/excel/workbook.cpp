@@ -1,6 +1,8 @@
 #include "engines/excel/workbook.h"
 
+#include "book/error.h"
 #include "engines/excel/typed_text.h"
+#include "util/error.h"
 
 #include <algorithm>
 
@@ -44,7 +46,18 @@ void Worksheet::SetCell(std::int32_t row, std::int32_t column, const book::CellV
     cell.Put(member == book::CellMember::Value ? "Value" : kDefaultMember, VariantOf(value));
 }
 
+bool Worksheet::IsVisible() const
+{
+    constexpr std::int32_t visible = -1; // the two kinds of hidden sheets have other numbers
+    return sheet_.Get("Visible").AsNumber() == visible;
+}
+
 book::Worksheet* Workbook::FindWorksheet(std::string_view name)
+{
+    return Find(name);
+}
+
+Worksheet* Workbook::Find(std::string_view name)
 {
     const Object& worksheets = Worksheets();
     try {
@@ -66,6 +79,29 @@ void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode acce
                    {Variant(std::string_view(PathText(target))), Variant::Omitted(),
                     Variant::Omitted(), Variant::Omitted(), Variant::Omitted(), Variant::Omitted(),
                     Variant(std::int32_t{static_cast<std::int16_t>(accessMode)})});
+}
+
+void Workbook::ExportPdf(const std::vector<std::string>& sheets,
+                         const std::filesystem::path& target)
+{
+    bool isAnySelected = false;
+    for (const std::string& name : sheets) {
+        const Worksheet* const sheet = Find(name);
+        if (sheet == nullptr || !sheet->IsVisible())
+            continue;
+        sheet->Select(!isAnySelected);
+        isAnySelected = true;
+    }
+    if (!isAnySelected)
+        throw Error(book::ErrorKind::NothingToPrint);
+    // The active sheet is exported together with the others that are selected.
+    const Object active = ObjectFrom(workbook_.Get("ActiveSheet"), model_.worksheet);
+    // Type, file name, quality, document properties, print areas ignored, first page, last page,
+    // open afterwards.
+    active.Call("ExportAsFixedFormat",
+                {Variant(std::int32_t{0}), Variant(std::string_view(PathText(target))),
+                 Variant(std::int32_t{0}), Variant(true), Variant(false), Variant::Omitted(),
+                 Variant::Omitted(), Variant(false)});
 }
 
 Worksheet& Workbook::SheetOf(Pointer<IDispatch> sheet)

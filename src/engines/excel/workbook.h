@@ -27,6 +27,10 @@ public:
     void SetCell(std::int32_t row, std::int32_t column, const book::CellValue& value,
                  book::CellMember member) override;
 
+    bool IsVisible() const;
+    /// Selects it, alone or beside what is selected.
+    void Select(bool alone) const { sheet_.Call("Select", {Variant(alone)}); }
+
 private:
     Object sheet_;
     Workbook& workbook_;
@@ -39,10 +43,13 @@ public:
 
     book::Worksheet* FindWorksheet(std::string_view name) override;
     void SaveAs(const std::filesystem::path& target, book::AccessMode accessMode) override;
+    /// Prints the named sheets, in the order of the workbook and without hidden ones, to a PDF
+    /// file, whose name ends in ".pdf". Throws also Error(NothingToPrint).
+    void ExportPdf(const std::vector<std::string>& sheets, const std::filesystem::path& target);
     /// Closes it without saving; nothing else may be called then.
     void Close() const { workbook_.Call("Close", {Variant(false)}); }
 
-    /// The one sheet for an object of the application.
+    /// The one sheet for an object of the application; the workbook owns it.
     Worksheet& SheetOf(Pointer<IDispatch> sheet);
     ObjectModel& Model() const { return model_; }
 
@@ -53,6 +60,7 @@ private:
     };
 
     const Object& Worksheets();
+    Worksheet* Find(std::string_view name);
 
     Object workbook_;
     ObjectModel& model_;

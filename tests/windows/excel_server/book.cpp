@@ -5,6 +5,7 @@
 #include "engines/builtin/xls/records/globals.h"
 #include "engines/builtin/xlsx/package/package.h"
 #include "engines/builtin/xlsx/workbook_part.h"
+#include "engines/builtin/xml/scanner.h"
 #include "engines/common/file_kind.h"
 #include "util/file_replace.h"
 
@@ -25,6 +26,22 @@ template <class Entries> std::vector<std::string> NamesOf(const Entries& entries
     for (const auto& entry : entries)
         names.push_back(entry.Name);
     return names;
+}
+
+std::set<std::string> ReadHiddenSheets(const std::filesystem::path& path)
+{
+    std::set<std::string> hidden;
+    if (IsBinary(path))
+        return hidden;
+    const xlsx::Package package(path);
+    const auto text = package.ReadXml(package.MainPart());
+    xml::Scanner scanner(*text);
+    for (auto token = scanner.Next(); token != xml::Scanner::Token::End; token = scanner.Next()) {
+        if (token == xml::Scanner::Token::StartTag && scanner.LocalName() == "sheet" &&
+            scanner.AttributeText("state").value_or("visible") != "visible")
+            hidden.insert(scanner.AttributeText("name").value_or(""));
+    }
+    return hidden;
 }
 
 } // namespace
@@ -51,6 +68,21 @@ Book::Book(book::Application& engine, std::filesystem::path file)
         if (auto* const sheet = workbook.FindWorksheet(name))
             sheets.push_back(sheet);
     }
+    hidden = ReadHiddenSheets(path);
+    for (auto* const sheet : sheets) {
+        if (selected.empty() && !hidden.contains(sheet->Name()))
+            selected.push_back(sheet);
+    }
+}
+
+std::vector<book::Worksheet*> Book::SelectedInOrder() const
+{
+    std::vector<book::Worksheet*> ordered;
+    for (auto* const sheet : sheets) {
+        if (std::find(selected.begin(), selected.end(), sheet) != selected.end())
+            ordered.push_back(sheet);
+    }
+    return ordered;
 }
 
 book::Worksheet* Book::Find(const std::string& name) const

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,9 +21,13 @@ struct Book {
     std::vector<book::Worksheet*> sheets; ///< the worksheets in their order
     std::int32_t rows;                    ///< of each sheet
     std::int32_t columns;
+    std::set<std::string> hidden;           ///< the names of hidden sheets; known for .xlsx alone
+    std::vector<book::Worksheet*> selected; ///< the active one first
     bool readOnly = false;
     bool changed = false;
 
+    /// The selected sheets in the order of the workbook.
+    std::vector<book::Worksheet*> SelectedInOrder() const;
     /// The worksheet of that name or nullptr.
     book::Worksheet* Find(const std::string& name) const;
     /// Position from 0; the sheet is one of the workbook's.

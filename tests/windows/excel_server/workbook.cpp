@@ -1,6 +1,7 @@
 #include "excel_server/workbook.h"
 
 #include "excel_server/sheets.h"
+#include "excel_server/worksheet.h"
 #include "util/paths.h"
 
 #include <system_error>
@@ -27,6 +28,7 @@ const Members& Workbook::Table() const
     static const Members members = {
         {"Name", 110, {}, Handle<&Workbook::GetName>},
         {"ReadOnly", 296, {}, Handle<&Workbook::GetReadOnly>},
+        {"ActiveSheet", 307, {}, Handle<&Workbook::GetActiveSheet>},
         {"Worksheets", 494, {{"Index"}}, Handle<&Workbook::GetWorksheets>},
         {"SaveAs",
          1925,
@@ -63,6 +65,14 @@ Variant Workbook::GetName(const Arguments& /*arguments*/)
 Variant Workbook::GetReadOnly(const Arguments& /*arguments*/)
 {
     return Variant::Boolean(book_.readOnly);
+}
+
+Variant Workbook::GetActiveSheet(const Arguments& /*arguments*/)
+{
+    if (book_.selected.empty())
+        return Variant::Object(nullptr);
+    book::Worksheet& active = *book_.selected.front();
+    return ObjectFor<Worksheet>(server_, &active, book_, active);
 }
 
 Variant Workbook::GetWorksheets(const Arguments& arguments)

@@ -14,6 +14,7 @@ private:
     const Members& Table() const override;
     automation::Variant GetName(const Arguments& arguments);
     automation::Variant GetReadOnly(const Arguments& arguments);
+    automation::Variant GetActiveSheet(const Arguments& arguments);
     automation::Variant GetWorksheets(const Arguments& arguments);
     automation::Variant SaveAs(const Arguments& arguments);
     automation::Variant Close(const Arguments& arguments);

@@ -1,6 +1,12 @@
 #include "excel_server/worksheet.h"
 
 #include "excel_server/range.h"
+#include "util/paths.h"
+
+#include <algorithm>
+#include <fstream>
+#include <string>
+#include <vector>
 
 namespace orrery::excel_server {
 
@@ -18,6 +24,22 @@ const Members& Worksheet::Table() const
         {"Index", 486, {}, Handle<&Worksheet::GetIndex>},
         {"Next", 502, {}, Handle<&Worksheet::GetNext>},
         {"Cells", 238, {{"RowIndex"}, {"ColumnIndex"}}, Handle<&Worksheet::GetCells>},
+        {"Visible", 558, {}, Handle<&Worksheet::GetVisible>},
+        {"Select", 235, {{"Replace"}}, nullptr, nullptr, Handle<&Worksheet::Select>},
+        {"ExportAsFixedFormat",
+         2493,
+         {{"Type", true},
+          {"Filename"},
+          {"Quality"},
+          {"IncludeDocProperties"},
+          {"IgnorePrintAreas"},
+          {"From"},
+          {"To"},
+          {"OpenAfterPublish"},
+          {"FixedFormatExtClassPtr"}},
+         nullptr,
+         nullptr,
+         Handle<&Worksheet::Export>},
         {"Copy", 551, {{"Before"}, {"After"}}, nullptr, nullptr, Handle<&Worksheet::Copy>},
     };
     return members;
@@ -53,6 +75,40 @@ Variant Worksheet::GetCells(const Arguments& arguments)
     const CellRange all{book_, sheet_, 0, 0};
     return arguments.Has(0) ? Range::CellOf(server_, all, arguments)
                             : ObjectFor<Range>(server_, nullptr, all);
+}
+
+Variant Worksheet::GetVisible(const Arguments& /*arguments*/)
+{
+    return Variant::Long(book_.hidden.contains(sheet_.Name()) ? 0 : -1);
+}
+
+Variant Worksheet::Select(const Arguments& arguments)
+{
+    if (book_.hidden.contains(sheet_.Name()))
+        throw ExcelFailure(kExcelError, "Select method of Worksheet class failed");
+    if (!arguments.Has(0) || arguments.Boolean(0))
+        book_.selected.clear();
+    book_.selected.push_back(&sheet_);
+    return {};
+}
+
+/// Writes the names of the sheets instead of their pages.
+Variant Worksheet::Export(const Arguments& arguments)
+{
+    if (arguments.Integer(0) != 0 || !arguments.Has(1))
+        throw ExcelFailure(kExcelError, "This server writes PDF files alone.");
+    std::string path = arguments.Text(1);
+    if (!path.ends_with(".pdf"))
+        path += ".pdf";
+    const auto selected = book_.SelectedInOrder();
+    const bool isSelected = std::find(selected.begin(), selected.end(), &sheet_) != selected.end();
+    std::ofstream file(util::ToPath(path), std::ios::binary);
+    file << "%PDF-1.7\n";
+    for (const auto* const sheet : isSelected ? selected : std::vector{&sheet_})
+        file << sheet->Name() << '\n';
+    if (!file.flush())
+        throw ExcelFailure(kExcelError, "Document not saved.");
+    return {};
 }
 
 Variant Worksheet::Copy(const Arguments& arguments)

@@ -18,6 +18,9 @@ private:
     automation::Variant GetIndex(const Arguments& arguments);
     automation::Variant GetNext(const Arguments& arguments);
     automation::Variant GetCells(const Arguments& arguments);
+    automation::Variant GetVisible(const Arguments& arguments);
+    automation::Variant Select(const Arguments& arguments);
+    automation::Variant Export(const Arguments& arguments);
     automation::Variant Copy(const Arguments& arguments);
 
     Book& book_;

@@ -44,12 +44,13 @@ protected:
         return RunFor([&](const auto& /*job*/) { return start(); });
     }
     /// The same for a start that knows the files of the run.
-    std::optional<std::string> RunFor(const generate::ApplicationFactory& start)
+    std::optional<std::string> RunFor(const generate::ApplicationFactory& start,
+                                      generate::PdfMaker* pdfMaker = nullptr)
     {
         const std::string folder = util::WithTrailingSeparator(util::FromPath(folder_.Path()));
         const std::string output = folder + "out" + util::kSeparator;
-        const auto saved =
-            generate::RunGenerate({"2024", "Desk.xlsx", folder, output}, sets_, start, context_);
+        const auto saved = generate::RunGenerate({"2024", "Desk.xlsx", folder, output}, sets_,
+                                                 start, context_, pdfMaker);
         return saved ? std::optional(saved->workbook) : std::nullopt;
     }
 

@@ -3,18 +3,16 @@
 #include "book/error.h"
 #include "engines/common/file_kind.h"
 #include "engines/libreoffice/plugin/questions.h"
-#include "util/file_error.h"
 #include "util/file_replace.h"
 #include "util/paths.h"
+#include "util/program_output.h"
 
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/io/IOException.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <rtl/ref.hxx>
 
-#include <cerrno>
 #include <cstdint>
-#include <fstream>
 #include <map>
 #include <optional>
 #include <system_error>
@@ -58,24 +56,6 @@ std::optional<ErrorKind> ReasonToRefuse(const Reference<css::lang::XComponent>& 
                 util::FromPath(target), isFull ? "" : "LibreOffice could not store it");
 }
 
-/// A file that LibreOffice writes before it is moved to its place.
-class StoredFile {
-public:
-    explicit StoredFile(fs::path path) : path_(std::move(path)) {}
-    ~StoredFile()
-    {
-        std::error_code ignored; // the next one overwrites it
-        fs::remove(path_, ignored);
-    }
-    StoredFile(const StoredFile&) = delete;
-    StoredFile& operator=(const StoredFile&) = delete;
-
-    const fs::path& Path() const { return path_; }
-
-private:
-    fs::path path_;
-};
-
 } // namespace
 
 void StoreDocument(Office& office, const Reference<css::frame::XModel2>& document,
@@ -83,7 +63,7 @@ void StoreDocument(Office& office, const Reference<css::frame::XModel2>& documen
 {
     util::FileReplacement replacement(target);
     // Not beside the target: an instance that dies leaves temporary files beside its output.
-    const StoredFile stored(office.Folder() / "stored");
+    const util::ProgramOutput stored(office.Folder() / "stored");
     office.Call([&] {
         const Reference<css::frame::XStorable> storable(document, UNO_QUERY_THROW);
         try {
@@ -94,12 +74,7 @@ void StoreDocument(Office& office, const Reference<css::frame::XModel2>& documen
             ThrowNotStored(target, stored.Path());
         }
     });
-    std::ifstream from(stored.Path(), std::ios::binary);
-    std::ofstream to(replacement.TemporaryPath(), std::ios::binary | std::ios::trunc);
-    errno = 0;
-    if (!(to << from.rdbuf()) || !to.flush())
-        throw util::MakeWriteError(target, {errno, std::generic_category()});
-    to.close();
+    replacement.CopyFrom(stored.Path());
     replacement.Commit();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "book/patience.h"
 #include "book/pdf_printer.h"
 #include "book/spreadsheet.h"
 
@@ -20,6 +21,7 @@ struct StartRequest {
     /// May be empty.
     Opener opener = {};
     std::vector<std::filesystem::path> files = {}; ///< that the application will open and save
+    Patience* patience = nullptr;                  ///< outlives the application; may be null
 };
 
 /// The spreadsheet applications that are available.
@@ -34,8 +36,9 @@ public:
 
     /// Whether workbooks can be printed to PDF files, whichever application wrote them.
     virtual bool CanPrintPdf() const = 0;
-    /// Throws Error (PdfNotAvailable, ApplicationFailure).
-    virtual std::unique_ptr<PdfPrinter> StartPdfPrinter() = 0;
+    /// The patience outlives the printer and may be null. Throws Error (PdfNotAvailable,
+    /// ApplicationFailure).
+    virtual std::unique_ptr<PdfPrinter> StartPdfPrinter(Patience* patience) = 0;
 };
 
 } // namespace orrery::book

@@ -51,7 +51,8 @@ std::vector<std::string> FindProblems(Session& session, const ChosenTemplate& ch
 {
     const std::string path = chosen.settings.TemplatePath + chosen.file;
     ScopedApplication application(
-        session.engines.Start(ChooseEngine(session, chosen.settings), {{}, {util::ToPath(path)}}));
+        session.engines.Start(ChooseEngine(session, chosen.settings),
+                              {{}, {util::ToPath(path)}, session.console.patience}));
     application->SetDisplayAlerts(false);
     book::Workbook& workbook = application->OpenWorkbook(util::ToPath(path), true);
     return generate::TryCalendars(workbook, year, chosen.sets, chosen.settings.names);

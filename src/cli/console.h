@@ -1,5 +1,6 @@
 #pragma once
 
+#include "book/patience.h"
 #include "util/error_report.h"
 
 #include <cstddef>
@@ -14,6 +15,7 @@ struct Console {
     std::ostream& out;
     std::ostream& err;
     bool errIsTerminal = false;
+    book::Patience* patience = nullptr; ///< over when the user presses Ctrl+C; may be null
 };
 
 /// Converts line ends for the console: CR LF becomes LF.

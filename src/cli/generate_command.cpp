@@ -82,26 +82,30 @@ void AddSavedFile(const std::string& path, Session& session, std::vector<std::st
     paths.push_back(path);
 }
 
-/// One run for each year; a failed year does not stop the others.
+bool IsInterrupted(const Session& session)
+{
+    return session.console.patience != nullptr && session.console.patience->IsOver();
+}
+
+/// One run for each year; a failed year does not stop the others, Ctrl+C does.
 SavedFiles GenerateYears(Session& session, ChosenTemplate& chosen, const std::string& engine)
 {
     const CommandLine& line = session.line;
     ConsoleObserver observer(session);
     generate::Context context{chosen.settings.names, observer};
-    generate::PdfMaker pdfMaker(session.engines);
+    generate::PdfMaker pdfMaker(session.engines, session.console.patience);
+    const auto start = [&](const generate::GenerateJob& job) {
+        return session.engines.Start(
+            engine, {OpenerFor(line, observer), generate::FilesOf(job), session.console.patience});
+    };
     SavedFiles files;
-    for (std::size_t year = 0; year < line.years.size(); ++year) {
+    for (std::size_t year = 0; year < line.years.size() && !IsInterrupted(session); ++year) {
         observer.BeginYear(year);
         const generate::GenerateRequest request{line.years[year], chosen.file,
                                                 chosen.settings.TemplatePath,
                                                 chosen.settings.OutputPath};
-        const auto saved = generate::RunGenerate(
-            request, chosen.sets,
-            [&](const generate::GenerateJob& job) {
-                return session.engines.Start(engine,
-                                             {OpenerFor(line, observer), generate::FilesOf(job)});
-            },
-            context, line.pdf ? &pdfMaker : nullptr);
+        const auto saved = generate::RunGenerate(request, chosen.sets, start, context,
+                                                 line.pdf ? &pdfMaker : nullptr);
         observer.EndYear();
         if (!saved)
             continue;
@@ -109,6 +113,9 @@ SavedFiles GenerateYears(Session& session, ChosenTemplate& chosen, const std::st
         if (saved->pdf)
             AddSavedFile(*saved->pdf, session, files.pdfs);
     }
+    if (IsInterrupted(session) && session.reporter.Reports().empty() &&
+        files.workbooks.size() < line.years.size())
+        observer.Report("Ctrl+C ended the command before all calendars were made.");
     return files;
 }
 

@@ -22,7 +22,9 @@ int main(int argc, char** argv)
         pointers.push_back(argument.c_str());
     const auto parsed = cli::ParseCommandLine(static_cast<int>(pointers.size()), pointers.data(),
                                               std::cout, std::cerr);
-    cli::Console console{std::cout, std::cerr, cli::ErrorOutputIsTerminal()};
+    book::Patience patience;
+    const auto interrupts = cli::WatchInterrupts(patience);
+    cli::Console console{std::cout, std::cerr, cli::ErrorOutputIsTerminal(), &patience};
     if (const auto* finished = std::get_if<cli::Finished>(&parsed))
         return cli::FinishOutput(console, finished->exitCode);
     engines::InstalledEngines installed;

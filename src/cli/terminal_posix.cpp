@@ -14,6 +14,11 @@ std::shared_ptr<void> UseUtf8Terminal()
     return {};
 }
 
+std::shared_ptr<void> WatchInterrupts(book::Patience& /*patience*/)
+{
+    return {}; // the guard of an application ends it with this program
+}
+
 bool ErrorOutputIsTerminal()
 {
     return isatty(STDERR_FILENO) == 1;

@@ -2,12 +2,26 @@
 
 #include "util/wide.h"
 
+#include <atomic>
 #include <memory>
 #include <windows.h>
 
 #include <shellapi.h>
 
 namespace orrery::cli {
+namespace {
+
+/// What Ctrl+C ends; the system tells about it on a thread of its own.
+std::atomic<book::Patience*> interrupted = nullptr;
+
+BOOL WINAPI HandleInterrupt(DWORD event)
+{
+    book::Patience* const patience = interrupted;
+    const bool isUsers = event <= CTRL_CLOSE_EVENT; // Ctrl+C, Ctrl+Break, the console is closed
+    return isUsers && patience != nullptr && patience->GiveUp() ? TRUE : FALSE;
+}
+
+} // namespace
 
 std::vector<std::string> ProgramArguments(int argc, const char* const* argv)
 {
@@ -30,6 +44,16 @@ std::shared_ptr<void> UseUtf8Terminal()
         return {};
     SetConsoleOutputCP(CP_UTF8);
     return std::shared_ptr<void>(nullptr, [before](void*) { SetConsoleOutputCP(before); });
+}
+
+std::shared_ptr<void> WatchInterrupts(book::Patience& patience)
+{
+    interrupted = &patience;
+    SetConsoleCtrlHandler(HandleInterrupt, TRUE);
+    return std::shared_ptr<void>(nullptr, [](void*) {
+        SetConsoleCtrlHandler(HandleInterrupt, FALSE);
+        interrupted = nullptr;
+    });
 }
 
 bool ErrorOutputIsTerminal()

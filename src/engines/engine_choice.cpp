@@ -74,7 +74,8 @@ std::unique_ptr<book::Application> CreateApplication(EngineChoice choice,
 {
     switch (ResolveEngine(choice)) {
     case EngineChoice::Excel:
-        return excel::CreateApplication({builtin::CheckBeforeOpening, std::move(request.files)});
+        return excel::CreateApplication(
+            {builtin::CheckBeforeOpening, std::move(request.files), request.patience});
     case EngineChoice::LibreOffice:
         return libreoffice::CreateApplication(builtin::HasProtectedStructure);
     default:
@@ -103,12 +104,12 @@ bool InstalledEngines::CanPrintPdf() const
     }
 }
 
-std::unique_ptr<book::PdfPrinter> InstalledEngines::StartPdfPrinter()
+std::unique_ptr<book::PdfPrinter> InstalledEngines::StartPdfPrinter(book::Patience* patience)
 {
     if (libreoffice::IsInstalled())
         return libreoffice::CreatePdfPrinter();
     if (excel::IsInstalled())
-        return excel::CreatePdfPrinter({builtin::CheckBeforeOpening});
+        return excel::CreatePdfPrinter({builtin::CheckBeforeOpening, {}, patience});
     throw Error(book::ErrorKind::PdfNotAvailable);
 }
 

@@ -39,7 +39,7 @@ public:
     std::unique_ptr<book::Application> Start(const std::string& name,
                                              book::StartRequest request) override;
     bool CanPrintPdf() const override;
-    std::unique_ptr<book::PdfPrinter> StartPdfPrinter() override;
+    std::unique_ptr<book::PdfPrinter> StartPdfPrinter(book::Patience* patience) override;
 };
 
 } // namespace orrery::engines

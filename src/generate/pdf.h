@@ -18,8 +18,11 @@ std::string PdfPath(const std::string& workbookPath);
 /// this object.
 class PdfMaker {
 public:
-    /// `engines` must outlive the object.
-    explicit PdfMaker(book::Engines& engines) : engines_(engines) {}
+    /// `engines` and `patience`, which may be null, must outlive the object.
+    explicit PdfMaker(book::Engines& engines, book::Patience* patience = nullptr)
+        : engines_(engines), patience_(patience)
+    {
+    }
 
     /// Prints these sheets of a saved workbook to a PDF, replacing an old one, and returns its
     /// path. Reports a failure and returns nothing.
@@ -31,6 +34,7 @@ private:
                const std::string& pdfPath);
 
     book::Engines& engines_;
+    book::Patience* patience_;
     std::unique_ptr<book::PdfPrinter> printer_; ///< null until it is needed, and after it is lost
 };
 

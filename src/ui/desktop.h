@@ -10,6 +10,7 @@ class AboutForm;
 class HolidayForm;
 class ParameterForm;
 class TipForm;
+struct Button;
 
 inline constexpr const char* kProductName = "Orrery";
 
@@ -29,6 +30,9 @@ public:
     virtual void SetHourglass(bool on) = 0;
     /// Paints changes while a command is running; the user cannot start another command.
     virtual void Repaint(Painting painting) = 0;
+    /// The same in the middle of a call that goes on for long: the user can press that button, and
+    /// nothing else.
+    virtual void LetPress(const Button& button) = 0;
     /// Opens a document, a folder or a web address with the program that the system has for it.
     /// Reports a failure.
     virtual void Open(const std::string& fileOrAddress) = 0;

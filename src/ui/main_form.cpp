@@ -43,7 +43,7 @@ MainForm::MainForm(const app::SystemFolders& system, book::Engines& engines, Des
       locations_(app::LocationsFor(system))
 {
     lblEmptyFolder.visible = cmdCopyTemplates.visible = false;
-    prgRun.visible = cmdOpenFolder.visible = false;
+    prgRun.visible = cmdCancel.visible = cmdOpenFolder.visible = false;
     chkPdf.visible = engines_.CanPrintPdf();
     UpdateButtons();
 }

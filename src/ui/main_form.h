@@ -9,6 +9,7 @@
 #include "ui/form.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -43,6 +44,8 @@ public:
     void cmdGenerate_Click();
     /// Saves the choice in the settings. Throws Error(FileNotWritable) if they cannot be written.
     void chkPdf_Click();
+    /// Ends the application that a run waits for.
+    void cmdCancel_Click();
     void cmdHelp_Click();
     void cmdAbout_Click();
     void cmdExit_Click() { Close(); }
@@ -77,7 +80,8 @@ public:
     Label lblEmptyFolder{"lblEmptyFolder"}; ///< visible while there is no template
     Button cmdCopyTemplates{"cmdCopyTemplates", "&Copy the Shipped Templates"};
     Label lblStatus{"lblStatus"};
-    ProgressBar prgRun{"prgRun"};                          ///< visible during a run
+    ProgressBar prgRun{"prgRun"};            ///< visible during a run
+    Button cmdCancel{"cmdCancel", "Cancel"}; ///< visible when a run waits for an application
     Button cmdOpenFolder{"cmdOpenFolder", "Open Fo&lder"}; ///< visible after a run
 
     app::WorkingSets working;
@@ -104,6 +108,7 @@ private:
     app::Settings settings_;
     std::string currentTemplate_;
     std::optional<std::string> savedPath_;
+    std::function<void()> cancelRun_; ///< empty between runs
 };
 
 } // namespace orrery::ui

@@ -1,7 +1,9 @@
 #include "ui/main_form.h"
 #include "util/paths.h"
 
+#include <chrono>
 #include <filesystem>
+#include <functional>
 #include <utility>
 
 namespace orrery::ui {
@@ -32,15 +34,20 @@ std::string SavedText(const generate::SavedCalendar& saved, const std::string& e
     return asPdf ? text + ", but not as PDF" : text;
 }
 
-/// Shows a run in the main window. However it ends, hourglass and progress bar disappear.
-class RunView : public generate::RunObserver {
+/// Shows a run in the main window. However it ends, hourglass and progress bar disappear. When an
+/// application does not answer for a minute, the user can cancel the run.
+class RunView : public generate::RunObserver, public book::Patience {
 public:
-    RunView(MainForm& form, Desktop& desktop, const generate::GenerateRequest& request)
-        : form_(form), desktop_(desktop), request_(request)
+    /// `cancel` is what the form's Cancel does during the run.
+    RunView(MainForm& form, Desktop& desktop, const generate::GenerateRequest& request,
+            std::function<void()>& cancel)
+        : form_(form), desktop_(desktop), request_(request), cancel_(cancel)
     {
+        cancel_ = [this] { Cancel(); };
     }
     ~RunView() override
     {
+        cancel_ = nullptr;
         if (running_)
             End();
     }
@@ -68,6 +75,7 @@ public:
 
     void MonthDone(CalendarKind kind, std::int16_t month) override
     {
+        HideCancel();
         const bool isYearly = kind == CalendarKind::Yearly;
         form_.prgRun.done = isYearly ? kMonths + month : month;
         form_.lblStatus.ShowText("Writing " + file_ + (isYearly ? ": yearly" : ": monthly") +
@@ -78,6 +86,7 @@ public:
 
     void Saving() override
     {
+        HideCancel();
         form_.prgRun.done = form_.prgRun.total;
         form_.lblStatus.ShowText("Saving " + file_);
         desktop_.Repaint(Painting::Now);
@@ -85,11 +94,41 @@ public:
 
     void Printing(const std::string& pdfPath) override
     {
+        HideCancel();
         form_.lblStatus.ShowText("Making " + util::FileName(pdfPath));
         desktop_.Repaint(Painting::Now);
     }
 
+    void OnWaiting(std::chrono::milliseconds time) noexcept override
+    {
+        constexpr auto kLong = std::chrono::minutes(1);
+        if (time < kLong)
+            return;
+        if (!form_.cmdCancel.visible) {
+            form_.cmdCancel.visible = true;
+            form_.SetFocus(form_.cmdCancel);
+            form_.lblStatus.ShowText("The spreadsheet program has not answered for a minute.");
+        }
+        desktop_.LetPress(form_.cmdCancel);
+    }
+
 private:
+    void Cancel()
+    {
+        form_.cmdCancel.enabled = false;
+        GiveUp();
+    }
+
+    /// The application has answered.
+    void HideCancel()
+    {
+        if (!form_.cmdCancel.visible)
+            return;
+        form_.cmdCancel.visible = false;
+        form_.cmdCancel.enabled = true;
+        form_.SetFocus(form_.cmdGenerate);
+    }
+
     /// Called after the request has passed its checks.
     void Begin()
     {
@@ -108,6 +147,7 @@ private:
     void End()
     {
         running_ = false;
+        HideCancel();
         form_.prgRun.visible = false;
         form_.lblStatus.ShowText(file_ + " was not finished.");
         desktop_.SetHourglass(false);
@@ -116,17 +156,24 @@ private:
     MainForm& form_;
     Desktop& desktop_;
     const generate::GenerateRequest& request_;
+    std::function<void()>& cancel_;
     std::string file_; ///< the workbook's name
     bool running_ = false;
 };
 
 } // namespace
 
+void MainForm::cmdCancel_Click()
+{
+    if (cancelRun_)
+        cancelRun_();
+}
+
 void MainForm::cmdGenerate_Click()
 {
     const generate::GenerateRequest request{txtYear.text, SelectedTemplate(),
                                             settings_.TemplatePath, settings_.OutputPath};
-    RunView view(*this, desktop_, request);
+    RunView view(*this, desktop_, request, cancelRun_);
     generate::Context context{settings_.names, view};
     const auto open = [this](const std::filesystem::path& workbook) {
         desktop_.Open(util::FromPath(workbook));
@@ -134,10 +181,10 @@ void MainForm::cmdGenerate_Click()
     std::string engine;
     const auto start = [&](const generate::GenerateJob& job) {
         engine = engines_.Resolve(settings_.Engine);
-        return engines_.Start(engine, {open, generate::FilesOf(job)});
+        return engines_.Start(engine, {open, generate::FilesOf(job), &view});
     };
     const bool asPdf = chkPdf.visible && chkPdf.checked;
-    generate::PdfMaker pdfMaker(engines_);
+    generate::PdfMaker pdfMaker(engines_, &view);
     auto saved =
         generate::RunGenerate(request, working.sets, start, context, asPdf ? &pdfMaker : nullptr);
     if (!saved)

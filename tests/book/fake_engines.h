@@ -30,8 +30,9 @@ public:
     }
 
     bool CanPrintPdf() const override { return canPrintPdf; }
-    std::unique_ptr<book::PdfPrinter> StartPdfPrinter() override
+    std::unique_ptr<book::PdfPrinter> StartPdfPrinter(book::Patience* patience) override
     {
+        printerPatience = patience;
         log.Record("Start PDF printer");
         return std::make_unique<PdfPrinter>(log);
     }
@@ -40,7 +41,8 @@ public:
     bool canPrintPdf = false;
     std::string resolved = "fake"; ///< the result for every known name
     std::vector<std::string> started;
-    std::vector<book::StartRequest> requests; ///< of each start
+    std::vector<book::StartRequest> requests;  ///< of each start
+    book::Patience* printerPatience = nullptr; ///< of the last PDF printer
 };
 
 } // namespace orrery::fake

@@ -40,12 +40,13 @@ protected:
         line_.command = command;
         out_.str("");
         err_.str("");
-        Console console{out_, err_};
+        Console console{out_, err_, false, &patience_};
         return RunCommand(line_, system_, engines_, console);
     }
 
     app::SystemFolders system_;
     fake::Engines engines_;
+    book::Patience patience_;
     CommandLine line_;
     std::ostringstream out_;
     std::ostringstream err_;
@@ -85,6 +86,65 @@ TEST_F(CommandsTest, TheEngineIsToldWhichFilesItWillOpenAndSave)
     Run(Command::Check);
     ASSERT_EQ(engines_.requests.size(), 2U);
     EXPECT_EQ(engines_.requests[1].files, Paths{At("template/Desk.xlsx")});
+}
+
+/// An application that was ended because the user pressed Ctrl+C.
+class EndedApplication : public book::Endable {
+public:
+    void End() override {}
+};
+
+TEST_F(CommandsTest, CtrlCEndsTheCommand)
+{
+    line_.years = {"2027", "2028", "2029"};
+    EndedApplication application;
+    patience_.Add(application);
+    patience_.GiveUp();
+    EXPECT_EQ(Run(Command::Generate), 1);
+    EXPECT_EQ(engines_.started, Texts()) << "it was pressed before the first year";
+    EXPECT_EQ(err_.str(),
+              "Error!\nError Info: Ctrl+C ended the command before all calendars were made.\n");
+}
+
+/// Presses Ctrl+C when the first application is started.
+class InterruptedEngines : public fake::Engines {
+public:
+    std::unique_ptr<book::Application> Start(const std::string& name,
+                                             book::StartRequest request) override
+    {
+        request.patience->Add(application_);
+        request.patience->GiveUp();
+        request.patience->Remove(application_);
+        return fake::Engines::Start(name, std::move(request));
+    }
+
+private:
+    EndedApplication application_;
+};
+
+TEST_F(CommandsTest, CtrlCLeavesOneReportOfARunThatItEnded)
+{
+    InterruptedEngines engines;
+    engines.log.LoseAt("Worksheets(Sheet1)");
+    line_.command = Command::Generate;
+    line_.years = {"2027", "2028"};
+    Console console{out_, err_, false, &patience_};
+    EXPECT_EQ(RunCommand(line_, system_, engines, console), 1);
+    EXPECT_EQ(engines.started.size(), 1U);
+    EXPECT_NE(err_.str().find("does not answer any more"), std::string::npos) << err_.str();
+    EXPECT_EQ(err_.str().find("Error!"), err_.str().rfind("Error!")) << "one report";
+}
+
+TEST_F(CommandsTest, CtrlCKeepsTheCalendarThatWasFinished)
+{
+    InterruptedEngines engines;
+    line_.command = Command::Generate;
+    line_.years = {"2027", "2028"};
+    Console console{out_, err_, false, &patience_};
+    EXPECT_EQ(RunCommand(line_, system_, engines, console), 1);
+    EXPECT_EQ(out_.str(), At("output/2027Desk.xlsx") + "\n");
+    EXPECT_EQ(err_.str(),
+              "Error!\nError Info: Ctrl+C ended the command before all calendars were made.\n");
 }
 
 TEST_F(CommandsTest, GenerateContinuesAfterAFailedYear)
@@ -148,7 +208,8 @@ TEST_F(CommandsTest, GenerateWithPdfChecksForAPrinterFirst)
     EXPECT_EQ(Run(Command::Generate), 1);
     EXPECT_EQ(out_.str(), "");
     EXPECT_EQ(err_.str(), "Error!\nError Info: A PDF needs Excel on Windows or LibreOffice on "
-                          "Linux, which is not available here. Install it, or generate the calendar without a PDF.\n");
+                          "Linux, which is not available here. Install it, or generate the "
+                          "calendar without a PDF.\n");
     EXPECT_EQ(engines_.started, Texts());
     EXPECT_FALSE(fs::exists(At("output")));
 }

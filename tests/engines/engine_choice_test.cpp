@@ -71,7 +71,7 @@ TEST(EngineChoiceTest, PdfFilesNeedLibreOfficeOrExcel)
     if (installed.CanPrintPdf())
         return; // other tests cover PDF files with either
     try {
-        installed.StartPdfPrinter();
+        installed.StartPdfPrinter(nullptr);
         FAIL() << "nothing was thrown";
     }
     catch (const Error& error) {

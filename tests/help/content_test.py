@@ -16,7 +16,7 @@ DATA = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"]) / "data"
 # The windows' captions; "&" stands before the mnemonic.
 CAPTIONS = {
     "main": ["Template &File:", "O&pen", "&Year:", "Parameters:", "&Modify", "&Save", "&Generate",
-             "Also as P&DF", "&Help", "&About", "E&xit", "Open Fo&lder", "&Copy the Shipped Templates"],
+             "Also as P&DF", "&Help", "&About", "E&xit", "Open Fo&lder", "Cancel", "&Copy the Shipped Templates"],
     "parameters": [
         "&Monthly Calendar", "&Yearly Calendar", "Output &Monthly Calendar",
         "Output &Yearly Calendar", "&Sheet Name:", "First Day of Week:", "First Cell of &Day:",

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/controls.h"
 #include "ui/desktop.h"
 
 #include <deque>
@@ -34,6 +35,12 @@ public:
         if (onRepaint)
             onRepaint();
     }
+    void LetPress(const Button& button) override
+    {
+        calls.push_back("LetPress: " + button.name);
+        if (onLetPress)
+            onLetPress();
+    }
     void Open(const std::string& fileOrAddress) override
     {
         calls.push_back("Open: " + fileOrAddress);
@@ -57,6 +64,7 @@ public:
     std::function<void(TipForm&)> onTip;
     std::function<void(AboutForm&)> onAbout;
     std::function<void()> onRepaint;
+    std::function<void()> onLetPress;
 
 private:
     template <typename Dialog>

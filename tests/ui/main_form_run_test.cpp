@@ -2,7 +2,10 @@
 
 #include "util/error.h"
 
+#include <chrono>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace orrery::ui {
 namespace {
@@ -235,6 +238,102 @@ TEST_F(MainFormRunTest, TheHourglassAlwaysDisappears)
     desktop_.onRepaint = {};
     form.cmdGenerate_Click();
     EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls") + " by fake");
+}
+
+// ---- an application that does not answer
+
+/// Counts how often it is ended.
+class StuckApplication : public book::Endable {
+public:
+    void End() override { ++ends; }
+    int ends = 0;
+};
+
+/// The engine does not answer when it has written March.
+class MainFormWaitingTest : public MainFormRunTest {
+protected:
+    /// Lets a call go on for these times.
+    void RunWithWaiting(const std::vector<std::chrono::seconds>& times)
+    {
+        desktop_.onRepaint = [this, times] {
+            const bool isMarch = form_->prgRun.done == 3;
+            if (!isMarch || std::exchange(hasWaited_, true))
+                return;
+            book::Patience& patience = *engines_.requests.back().patience;
+            patience.Add(stuck_);
+            for (const auto& time : times)
+                patience.OnWaiting(time);
+            patience.Remove(stuck_);
+        };
+        OpenDesk().cmdGenerate_Click();
+    }
+
+    StuckApplication stuck_;
+    bool hasWaited_ = false;
+};
+
+TEST_F(MainFormWaitingTest, NothingIsShownForAMinute)
+{
+    RunWithWaiting({std::chrono::seconds(1), std::chrono::seconds(59)});
+    EXPECT_TRUE(hasWaited_);
+    EXPECT_EQ(CallsWithoutRepaint(), (Texts{"Hourglass on", "Hourglass off"}));
+    EXPECT_FALSE(form_->cmdCancel.visible);
+}
+
+TEST_F(MainFormWaitingTest, ThenCancelIsShownUntilThereIsAnAnswer)
+{
+    std::vector<bool> visible;
+    desktop_.onLetPress = [&] {
+        EXPECT_TRUE(form_->cmdCancel.visible);
+        EXPECT_TRUE(form_->cmdCancel.enabled);
+        EXPECT_EQ(form_->focus, &form_->cmdCancel);
+        EXPECT_EQ(form_->lblStatus.caption,
+                  "The spreadsheet program has not answered for a minute.");
+        visible.push_back(true);
+    };
+    RunWithWaiting({std::chrono::seconds(59), std::chrono::seconds(60), std::chrono::seconds(61)});
+    EXPECT_EQ(visible.size(), 2U);
+    EXPECT_EQ(CallsWithoutRepaint(), (Texts{"Hourglass on", "LetPress: cmdCancel",
+                                            "LetPress: cmdCancel", "Hourglass off"}));
+    EXPECT_EQ(stuck_.ends, 0);
+    EXPECT_FALSE(form_->cmdCancel.visible);
+    EXPECT_EQ(form_->focus, &form_->cmdGenerate);
+    EXPECT_EQ(form_->lblStatus.caption, "Saved as " + At("output/2027Desk.xls") + " by fake");
+}
+
+TEST_F(MainFormWaitingTest, CancelEndsTheApplication)
+{
+    desktop_.onLetPress = [&] { form_->cmdCancel_Click(); };
+    RunWithWaiting({std::chrono::seconds(60)});
+    EXPECT_EQ(stuck_.ends, 1);
+    EXPECT_TRUE(form_->cmdCancel.enabled) << "for the next run";
+    EXPECT_FALSE(form_->cmdCancel.visible);
+}
+
+TEST_F(MainFormWaitingTest, CancelCanBePressedOnce)
+{
+    desktop_.onLetPress = [&] {
+        form_->cmdCancel_Click();
+        EXPECT_FALSE(form_->cmdCancel.enabled);
+    };
+    RunWithWaiting({std::chrono::seconds(60)});
+}
+
+TEST_F(MainFormWaitingTest, CancelDoesNothingBetweenRuns)
+{
+    RunWithWaiting({});
+    form_->cmdCancel_Click();
+    EXPECT_EQ(stuck_.ends, 0);
+}
+
+TEST_F(MainFormWaitingTest, ThePrinterCanBeGivenUp)
+{
+    engines_.canPrintPdf = true;
+    OpenDesk();
+    form_->chkPdf.checked = true;
+    form_->cmdGenerate_Click();
+    EXPECT_NE(engines_.printerPatience, nullptr);
+    EXPECT_EQ(engines_.printerPatience, engines_.requests.back().patience);
 }
 
 // ---- the PDF

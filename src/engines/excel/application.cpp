@@ -1,12 +1,14 @@
 #include "engines/excel/application.h"
 
 #include "book/error.h"
+#include "engines/excel/call_watch.h"
 #include "engines/excel/excel_application.h"
 #include "engines/excel/paths.h"
 #include "engines/excel/pdf_printer.h"
 #include "engines/excel/registration.h"
 #include "util/error.h"
 
+#include <optional>
 #include <utility>
 
 namespace orrery::excel {
@@ -30,21 +32,37 @@ bool IsProgramMissing(HRESULT code)
     FailWith("Excel could not be started", code);
 }
 
-Instance StartInstance(const CLSID& classId)
+HRESULT Create(const CLSID& classId, Pointer<IDispatch>& application, CallWatch* watch)
 {
-    const ProcessWatch watch(ServerImage(classId));
+    const CallWatch::Call call(watch);
+    return CoCreateInstance(classId, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch,
+                            application.ReceiveAny());
+}
+
+Instance StartInstance(const CLSID& classId, book::Patience* patience)
+{
+    const ProcessWatch started(ServerImage(classId));
+    std::optional<CallWatch> watch;
+    if (patience != nullptr) {
+        watch.emplace(*patience, [&started] {
+            const auto process = started.Started();
+            return process && process->EndUnlessShown();
+        });
+    }
     Pointer<IDispatch> application;
-    const HRESULT code = CoCreateInstance(classId, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                                          application.ReceiveAny());
-    auto process = watch.Started();
-    if (!Failed(code)) {
+    const HRESULT code = Create(classId, application, watch ? &*watch : nullptr);
+    auto process = started.Started();
+    const bool isGivenUp = watch && watch->IsGivenUp();
+    if (!Failed(code) && !isGivenUp) {
         std::function<void()> allowForeground;
         if (process)
             allowForeground = [id = process->Id()] { AllowSetForegroundWindow(id); };
         return {std::move(application), std::move(process), std::move(allowForeground)};
     }
-    if (process) // it was started but did not become ready in time
+    if (process) // it was started but did not become ready in time, or is not wanted any more
         process->EndUnlessShown();
+    if (isGivenUp)
+        throw Error(ErrorKind::ApplicationLost, kApplicationName, kGivenUp);
     FailToStart(code);
 }
 
@@ -56,7 +74,8 @@ std::unique_ptr<ExcelApplication> Start(StartOptions options)
         throw Error(ErrorKind::EngineMissing, "excel");
     for (const auto& file : options.files)
         CheckPathLength(file);
-    return std::make_unique<ExcelApplication>([&] { return StartInstance(*classId); },
+    book::Patience* const patience = options.patience;
+    return std::make_unique<ExcelApplication>([&] { return StartInstance(*classId, patience); },
                                               std::make_unique<SystemClock>(), std::move(options));
 }
 

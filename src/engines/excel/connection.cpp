@@ -76,8 +76,15 @@ void Connection::Make(const std::string& call, const Try& attempt)
 {
     if (lost_)
         throw Error(*lost_);
+    const auto checkPatience = [this] {
+        if (watch_ != nullptr && watch_->IsGivenUp())
+            MarkLost(kGivenUp);
+    };
+    checkPatience();
     ExceptionInfo info;
     const HRESULT code = RetryWhileBusy(attempt, info);
+    if (Failed(code))
+        checkPatience();
     if (IsBusy(code))
         MarkLost("it has been busy for a minute");
     if (IsGone(code))
@@ -88,6 +95,7 @@ void Connection::Make(const std::string& call, const Try& attempt)
 
 HRESULT Connection::RetryWhileBusy(const Try& attempt, ExceptionInfo& info)
 {
+    const CallWatch::Call call(watch_);
     const auto begin = clock_.Now();
     for (;;) {
         const HRESULT result = attempt(info);

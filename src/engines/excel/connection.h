@@ -1,6 +1,7 @@
 #pragma once
 
 #include "book/error.h"
+#include "engines/excel/call_watch.h"
 #include "engines/excel/com.h"
 #include "engines/excel/waiting.h"
 #include "util/error.h"
@@ -13,6 +14,9 @@ namespace orrery::excel {
 
 /// The application's name in messages.
 inline constexpr const char* kApplicationName = "Excel";
+
+/// Why it is lost if its user has given up.
+inline constexpr const char* kGivenUp = "the run was cancelled";
 
 /// A call that the application refused; `Error` contains its own description.
 class CallFailure : public Error {
@@ -37,9 +41,14 @@ public:
     explicit Connection(Clock& clock) : clock_(clock) {}
 
     /// Makes a call and repeats it while the application is busy. Throws CallFailure if it is
-    /// refused; Error(ApplicationLost) if the application is gone, or busy for longer than
-    /// `kBusyLimit`, and at once from then on. `call` is a name such as "Worksheet.Copy".
+    /// refused; Error(ApplicationLost) if the application is gone, busy for longer than
+    /// `kBusyLimit`, or given up by its user, and at once from then on. `call` is a name such as
+    /// "Worksheet.Copy".
     void Make(const std::string& call, const Try& attempt);
+
+    /// From now on the user may give up during a call, which ends the application. The watch
+    /// outlives the calls.
+    void WatchBy(CallWatch& watch) { watch_ = &watch; }
 
     bool IsLost() const { return lost_.has_value(); }
 
@@ -48,6 +57,7 @@ private:
     [[noreturn]] void MarkLost(const std::string& cause);
 
     Clock& clock_;
+    CallWatch* watch_ = nullptr;
     std::optional<Error> lost_;
 };
 

@@ -48,6 +48,10 @@ ExcelApplication::ExcelApplication(const Starter& start, std::unique_ptr<Clock> 
         process_.emplace(std::move(*instance.process));
     allowForeground_ = std::move(instance.allowForeground);
     application_.emplace(std::move(instance.application), model_.application);
+    if (options.patience != nullptr) {
+        watch_.emplace(*options.patience, [this] { return EndProcess(); });
+        model_.connection.WatchBy(*watch_);
+    }
 }
 
 ExcelApplication::~ExcelApplication()
@@ -138,10 +142,17 @@ void ExcelApplication::Switch(std::string_view property, bool on) const
     application_->Put(property, Variant(on));
 }
 
-void ExcelApplication::EndProcess()
+bool ExcelApplication::EndProcess()
 {
-    if (process_)
-        process_->EndUnlessShown();
+    return !belongsToUser_ && process_ && process_->EndUnlessShown();
+}
+
+bool ExcelApplication::OnMessage()
+{
+    if (!watch_)
+        return false;
+    watch_->Tick();
+    return watch_->IsLeft();
 }
 
 } // namespace orrery::excel

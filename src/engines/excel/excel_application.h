@@ -1,6 +1,7 @@
 #pragma once
 
 #include "book/spreadsheet.h"
+#include "engines/excel/call_watch.h"
 #include "engines/excel/dispatch.h"
 #include "engines/excel/message_filter.h"
 #include "engines/excel/process.h"
@@ -8,6 +9,7 @@
 #include "engines/excel/waiting.h"
 #include "engines/excel/workbook.h"
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -55,19 +57,23 @@ private:
     bool LeaveIfShared();
     /// The same. True if it is left, or was left before; does not throw.
     bool TryToLeave();
-    void EndProcess();
+    /// Ends the process unless it belongs to the user. False if it goes on. On any thread.
+    bool EndProcess();
+    /// Whether the call in progress is to be cancelled.
+    bool OnMessage();
 
     // In this order: the last ones are released first.
     Apartment apartment_;
-    MessageFilter filter_;
+    MessageFilter filter_{[this] { return OnMessage(); }};
     std::unique_ptr<Clock> clock_;
     const OpeningCheck checkBeforeOpening_;
     ObjectModel model_;
     std::optional<Process> process_;
     std::function<void()> allowForeground_;
+    std::optional<CallWatch> watch_;
     std::optional<Object> application_;
     std::vector<std::unique_ptr<Workbook>> workbooks_;
-    bool belongsToUser_ = false;
+    std::atomic<bool> belongsToUser_ = false;
     bool hasQuit_ = false;
 };
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace orrery::excel {
 namespace {
@@ -13,7 +14,7 @@ constexpr DWORD kMinPause = 100; // smaller answers mean "at once"
 
 } // namespace
 
-MessageFilter::MessageFilter()
+MessageFilter::MessageFilter(std::function<bool()> onMessage) : onMessage_(std::move(onMessage))
 {
     // Fails in a multithreaded apartment, where rejected calls return at once.
     registered_ = !Failed(CoRegisterMessageFilter(this, before_.Receive()));
@@ -48,6 +49,8 @@ DWORD MessageFilter::RetryRejectedCall(HTASK /*callee*/, DWORD ticks, DWORD /*an
 
 DWORD MessageFilter::MessagePending(HTASK /*callee*/, DWORD /*ticks*/, DWORD /*nesting*/)
 {
+    if (onMessage_ && onMessage_())
+        return PENDINGMSG_CANCELCALL;
     return PENDINGMSG_WAITDEFPROCESS; // paints, but lets no key or click through
 }
 

@@ -2,6 +2,8 @@
 
 #include "engines/excel/com.h"
 
+#include <functional>
+
 namespace orrery::excel {
 
 /// Decides what happens on this thread during a call to another program: windows are painted, input
@@ -9,7 +11,9 @@ namespace orrery::excel {
 /// then the previous filter is restored.
 class MessageFilter final : private IMessageFilter {
 public:
-    MessageFilter();
+    /// `onMessage` is called when a message arrives during a call; true cancels the call. It may be
+    /// empty.
+    explicit MessageFilter(std::function<bool()> onMessage = {});
     ~MessageFilter();
     MessageFilter(const MessageFilter&) = delete;
     MessageFilter& operator=(const MessageFilter&) = delete;
@@ -27,6 +31,7 @@ private:
     STDMETHODIMP_(DWORD) RetryRejectedCall(HTASK callee, DWORD ticks, DWORD answer) override;
     STDMETHODIMP_(DWORD) MessagePending(HTASK callee, DWORD ticks, DWORD nesting) override;
 
+    std::function<bool()> onMessage_;
     Pointer<IMessageFilter> before_;
     bool registered_ = false;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "book/patience.h"
+
 #include <filesystem>
 #include <functional>
 #include <vector>
@@ -13,6 +15,7 @@ using OpeningCheck = std::function<void(const std::filesystem::path&)>;
 struct StartOptions {
     OpeningCheck checkBeforeOpening = {};          ///< may be empty
     std::vector<std::filesystem::path> files = {}; ///< that it will open and save
+    book::Patience* patience = nullptr;            ///< outlives the instance; may be null
 };
 
 } // namespace orrery::excel

@@ -177,6 +177,8 @@ wxSizer* MainWindow::BuildStatusRow(wxPanel& panel)
     binder_.Bind(form_.prgRun, *progress);
     binder_.Describe(form_.prgRun, "Progress");
     row->Add(progress, centre);
+    row->Add(AddCommand(panel, form_.cmdCancel, &MainForm::cmdCancel_Click),
+             wxSizerFlags(centre).Border(wxLEFT));
     row->Add(AddCommand(panel, form_.cmdOpenFolder, &MainForm::cmdOpenFolder_Click),
              wxSizerFlags(centre).ReserveSpaceEvenIfHidden());
     return row;

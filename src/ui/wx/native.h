@@ -37,6 +37,9 @@ void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption);
 /// wxID_YES. Shows the style's icon on every system.
 int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title, long style);
 
+/// Handles the user's input for one control, in the middle of something long; other input waits.
+void HandleInputOf(wxWindow& control);
+
 /// Highlights the button as the main action of its window.
 void Emphasize(wxButton& button);
 

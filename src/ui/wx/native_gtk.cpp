@@ -2,6 +2,8 @@
 
 #include <gtk/gtk.h>
 
+#include <wx/eventfilter.h>
+#include <wx/evtloop.h>
 #include <wx/msgdlg.h> // before the generic one
 
 #include <wx/generic/msgdlgg.h>
@@ -51,6 +53,29 @@ void DeletePosition(gpointer position, GClosure* /*closure*/)
 {
     delete static_cast<wxPoint*>(position);
 }
+
+/// In its lifetime the user's input reaches one window alone, and no window is closed.
+class InputFor : private wxEventFilter {
+public:
+    explicit InputFor(const wxWindow& window) : window_(window) { wxEvtHandler::AddFilter(this); }
+    ~InputFor() override { wxEvtHandler::RemoveFilter(this); }
+    InputFor(const InputFor&) = delete;
+    InputFor& operator=(const InputFor&) = delete;
+
+private:
+    int FilterEvent(wxEvent& event) override
+    {
+        if (event.GetEventType() == wxEVT_CLOSE_WINDOW) {
+            auto& closing = static_cast<wxCloseEvent&>(event);
+            closing.Veto(closing.CanVeto());
+            return closing.CanVeto() ? Event_Processed : Event_Skip;
+        }
+        const bool isInput = (event.GetEventCategory() & wxEVT_CATEGORY_USER_INPUT) != 0;
+        return isInput && event.GetEventObject() != &window_ ? Event_Processed : Event_Skip;
+    }
+
+    const wxWindow& window_;
+};
 
 } // namespace
 
@@ -111,6 +136,13 @@ int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title
         event.Skip();
     });
     return box.ShowModal();
+}
+
+void HandleInputOf(wxWindow& control)
+{
+    const InputFor onlyThis(control);
+    if (auto* const loop = wxEventLoopBase::GetActive())
+        loop->YieldFor(wxEVT_CATEGORY_UI | wxEVT_CATEGORY_USER_INPUT);
 }
 
 void Emphasize(wxButton& button)

@@ -155,6 +155,15 @@ int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title
     return answer == IDYES ? wxID_YES : wxID_NO;
 }
 
+void HandleInputOf(wxWindow& control)
+{
+    MSG message = {};
+    while (::PeekMessageW(&message, control.GetHWND(), 0, 0, PM_REMOVE) != FALSE) {
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
+    }
+}
+
 // The system highlights the default button, but the toolkit sets it only in an active window, and a
 // window is not active while it is being built.
 void Emphasize(wxButton& button)

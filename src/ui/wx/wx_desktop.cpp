@@ -1,5 +1,6 @@
 #include "ui/wx/wx_desktop.h"
 
+#include "ui/controls.h"
 #include "ui/wx/dialogs.h"
 #include "ui/wx/help.h"
 #include "ui/wx/native.h"
@@ -78,6 +79,14 @@ void WxDesktop::Repaint(Painting painting)
         repaint_();
     if (auto* const loop = wxEventLoopBase::GetActive())
         loop->YieldFor(wxEVT_CATEGORY_UI); // keys and clicks wait until the command ends
+}
+
+void WxDesktop::LetPress(const Button& button)
+{
+    if (repaint_)
+        repaint_();
+    if (wxWindow* const window = wxWindow::FindWindowByName(ToWx(button.name), TopWindow()))
+        HandleInputOf(*window);
 }
 
 void WxDesktop::Open(const std::string& fileOrAddress)

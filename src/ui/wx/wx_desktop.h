@@ -28,6 +28,7 @@ public:
     bool Ask(const std::string& question) override;
     void SetHourglass(bool on) override;
     void Repaint(Painting painting) override;
+    void LetPress(const Button& button) override;
     void Open(const std::string& fileOrAddress) override;
     void Copy(const std::string& text) override;
     void ShowHelp(const std::string& page) override;

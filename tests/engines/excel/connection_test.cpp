@@ -142,6 +142,45 @@ TEST_F(ConnectionTest, FailsAtOnceAfterItWasBusyForTooLong)
     EXPECT_EQ(tries_, 0U);
 }
 
+TEST_F(ConnectionTest, AnApplicationThatIsGivenUpCountsAsLost)
+{
+    book::Patience patience;
+    CallWatch watch(patience, [] { return true; });
+    connection_.WatchBy(watch);
+    EXPECT_NO_THROW(Make({fake::Refuse(S_OK)}));
+    const Error during = ErrorOf({[&patience](VARIANT*, EXCEPINFO*) {
+        patience.GiveUp();
+        return RPC_E_SERVER_DIED;
+    }});
+    EXPECT_EQ(during.Kind(), ErrorKind::ApplicationLost);
+    EXPECT_EQ(util::ErrorText(during), "\"Excel\" does not answer any more: the run was cancelled. "
+                                       "Generate the calendar again.");
+    tries_ = 0;
+    EXPECT_EQ(util::ErrorText(ErrorOf({fake::Refuse(S_OK)})), util::ErrorText(during));
+    EXPECT_EQ(tries_, 0U);
+}
+
+TEST_F(ConnectionTest, IsNotAskedAfterTheUserGaveUpBetweenCalls)
+{
+    book::Patience patience;
+    CallWatch watch(patience, [] { return true; });
+    connection_.WatchBy(watch);
+    patience.GiveUp();
+    EXPECT_EQ(ErrorOf({fake::Refuse(S_OK)}).Kind(), ErrorKind::ApplicationLost);
+    EXPECT_EQ(tries_, 0U);
+}
+
+TEST_F(ConnectionTest, ACallThatEndsWellIsKeptAlthoughTheUserGaveUp)
+{
+    book::Patience patience;
+    CallWatch watch(patience, [] { return true; });
+    connection_.WatchBy(watch);
+    EXPECT_NO_THROW(Make({[&patience](VARIANT*, EXCEPINFO*) {
+        patience.GiveUp();
+        return S_OK;
+    }}));
+}
+
 class LossTest : public ConnectionTest, public testing::WithParamInterface<HRESULT> {};
 
 TEST_P(LossTest, EveryLaterCallFailsAtOnceWithTheSameError)

@@ -257,6 +257,25 @@ TEST_F(ExcelApplicationTest, MakesNoCallsOnceItIsGone)
     EXPECT_EQ(TakeCalls(), Texts{});
 }
 
+TEST_F(ExcelApplicationTest, CanBeGivenUpWhileItLives)
+{
+    book::Patience patience;
+    {
+        StartOptions options;
+        options.patience = &patience;
+        ExcelApplication application(
+            [this, &patience] {
+                EXPECT_FALSE(patience.GiveUp()) << "there is none yet";
+                return Instance{fake::MakeObject(world_, "Application"), std::nullopt};
+            },
+            std::make_unique<fake::PausedClock>(), options);
+        EXPECT_TRUE(patience.GiveUp());
+        EXPECT_THROW(application.SetVisible(false), Error);
+        EXPECT_EQ(TakeCalls(), Texts());
+    }
+    EXPECT_FALSE(patience.GiveUp());
+}
+
 TEST_F(ExcelApplicationTest, AStartThatFailsIsPassedOn)
 {
     EXPECT_THROW(ExcelApplication([]() -> Instance { throw Error(book::ErrorKind::EngineMissing); },

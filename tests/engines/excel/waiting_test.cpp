@@ -109,6 +109,19 @@ TEST(MessageFilterTest, PaintsAndHoldsInputBack)
               static_cast<DWORD>(PENDINGMSG_WAITDEFPROCESS));
 }
 
+TEST(MessageFilterTest, TellsAboutMessagesAndCancelsTheCallOnRequest)
+{
+    const Apartment apartment;
+    int messages = 0;
+    MessageFilter filter([&messages] { return ++messages == 2; });
+    const auto pending = [&filter] {
+        return filter.Interface().MessagePending(nullptr, 100, PENDINGTYPE_TOPLEVEL);
+    };
+    EXPECT_EQ(pending(), static_cast<DWORD>(PENDINGMSG_WAITDEFPROCESS));
+    EXPECT_EQ(pending(), static_cast<DWORD>(PENDINGMSG_CANCELCALL));
+    EXPECT_EQ(messages, 2);
+}
+
 TEST(MessageFilterTest, RestoresThePreviousFilter)
 {
     const Apartment apartment;

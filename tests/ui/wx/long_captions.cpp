@@ -39,7 +39,7 @@ void Lengthen(MainForm& form)
     Lengthen({&form.lblTemplateFile, &form.cmdOpenTemplate, &form.lblYear, &form.lblParameter,
               &form.cmdModify, &form.cmdSave, &form.cmdGenerate, &form.chkPdf, &form.cmdHelp,
               &form.cmdAbout, &form.cmdExit, &form.lblEmptyFolder, &form.cmdCopyTemplates,
-              &form.cmdOpenFolder});
+              &form.cmdCancel, &form.cmdOpenFolder});
 }
 
 void TestDesktop::ShowModal(ParameterForm& form)

@@ -196,6 +196,23 @@ TEST_F(MainWindowTest, MakesAPdfIfPossible)
     EXPECT_FALSE(OnMain([] { return wxIsBusy(); })) << "the hourglass is still there";
 }
 
+TEST_F(MainWindowTest, CancelEndsARunThatWaitsForAnApplication)
+{
+    StartWith("Desk.xlsx");
+    EXPECT_FALSE(user_->IsShown("cmdCancel"));
+    OnMain([this] { return program_->engines.isStuck = true; });
+    user_->Key('G', wxMOD_ALT);
+    WaitFor("Cancel", [this] { return program_->form.cmdCancel.visible; });
+    EXPECT_EQ(user_->TextOf("lblStatus"), "The spreadsheet program has not answered for a minute.");
+    user_->Click("cmdCancel");
+    EXPECT_THAT(user_->WaitForMessage(), HasSubstr("does not answer any more"));
+    user_->Answer(WXK_RETURN);
+    WaitFor("the run's end", [this] { return !program_->form.cmdCancel.visible; });
+    EXPECT_EQ(user_->TextOf("lblStatus"), "2027Desk.xlsx was not finished.");
+    EXPECT_FALSE(OnMain([] { return wxIsBusy(); })) << "the hourglass is still there";
+    EXPECT_FALSE(user_->IsShown("cmdCancel"));
+}
+
 TEST_F(MainWindowTest, TabReachesTheCheckBoxAfterTheGenerateButton)
 {
     options_.printsPdf = true;

@@ -18,6 +18,10 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object)
     *object = nullptr;
     if (outer != nullptr)
         return CLASS_E_NOAGGREGATION;
+    if (session_.server.faults.AtCall("Class.Create").kind == FaultKind::Hang) {
+        session_.server.log.Write("Class.Create -> hangs");
+        Sleep(INFINITE); // a test ends the process
+    }
     const auto application = ObjectFor<Application>(session_.server, &session_, session_);
     session_.server.log.Write("Application begins");
     return application.AsObject()->QueryInterface(iid, object);

@@ -27,7 +27,8 @@ struct Fault {
 };
 
 /// The faults that a test has requested, one in each line. MEMBER is the kind of object and the
-/// member, "Worksheet.Cells"; FIRST counts its calls from 1 in the whole process.
+/// member, "Worksheet.Cells", or "Class.Create" for the start; FIRST counts its calls from 1 in the
+/// whole process.
 ///     answer MEMBER FIRST COUNT RESULT    COUNT calls return the code, "0x800AC472"
 ///     fail MEMBER FIRST DESCRIPTION...
 ///     die MEMBER FIRST

@@ -76,40 +76,70 @@ TEST_F(EngineChoiceWithExcelTest, RegistrationThatLeadsNowhereCountsAsMissing)
     TestServer::Unregister();
 }
 
-/// Runs the command-line program and returns its standard output.
-std::string RunProgram(const std::string& arguments, const std::filesystem::path& output)
-{
-    SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-    const HANDLE file = CreateFileW(output.c_str(), GENERIC_WRITE, 0, &inherited, CREATE_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = file;
-    startup.hStdError = file;
-    std::wstring command = L'"' + std::filesystem::absolute(places::ConsoleProgram()).wstring() +
-                           L"\" " + automation::Wide(arguments);
-    PROCESS_INFORMATION process = {};
-    EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                               &startup, &process));
-    WaitForSingleObject(process.hProcess, INFINITE);
-    CloseHandle(process.hProcess);
-    CloseHandle(process.hThread);
-    CloseHandle(file);
-    std::ifstream written(output, std::ios::binary);
-    return {std::istreambuf_iterator<char>(written), {}};
-}
+/// The command-line program with these arguments. Its output goes to a file.
+class StartedProgram {
+public:
+    StartedProgram(const std::string& arguments, std::filesystem::path output, DWORD flags = 0)
+        : output_(std::move(output))
+    {
+        SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+        const HANDLE file = CreateFileW(output_.c_str(), GENERIC_WRITE, 0, &inherited,
+                                        CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        STARTUPINFOW startup = {};
+        startup.cb = sizeof startup;
+        startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdOutput = file;
+        startup.hStdError = file;
+        std::wstring command = L'"' +
+                               std::filesystem::absolute(places::ConsoleProgram()).wstring() +
+                               L"\" " + automation::Wide(arguments);
+        EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, flags, nullptr,
+                                   nullptr, &startup, &process_));
+        CloseHandle(file);
+    }
+    ~StartedProgram()
+    {
+        CloseHandle(process_.hProcess);
+        CloseHandle(process_.hThread);
+    }
+    StartedProgram(const StartedProgram&) = delete;
+    StartedProgram& operator=(const StartedProgram&) = delete;
+
+    DWORD Id() const { return process_.dwProcessId; }
+    /// Waits for the end and returns the exit code.
+    DWORD ExitCode() const
+    {
+        WaitForSingleObject(process_.hProcess, INFINITE);
+        DWORD code = 0;
+        GetExitCodeProcess(process_.hProcess, &code);
+        return code;
+    }
+    /// Waits for the end and returns what was printed.
+    std::string Output() const
+    {
+        ExitCode();
+        std::ifstream written(output_, std::ios::binary);
+        return {std::istreambuf_iterator<char>(written), {}};
+    }
+
+private:
+    std::filesystem::path output_;
+    PROCESS_INFORMATION process_ = {};
+};
 
 class ProgramWithExcelTest : public RunTest {
 protected:
     std::string Generate(const std::string& options)
     {
+        return StartedProgram(Arguments("2024", options), folder_ / "printed.txt").Output();
+    }
+    std::string Arguments(const std::string& years, const std::string& options) const
+    {
         const auto quoted = [](const std::filesystem::path& path) {
             return '"' + util::FromPath(path) + '"';
         };
-        return RunProgram("generate " + quoted(folder_ / "Desk.xlsx") + " 2024 --output-folder " +
-                              quoted(folder_ / "out") + ' ' + options,
-                          folder_ / "printed.txt");
+        return "generate " + quoted(folder_ / "Desk.xlsx") + ' ' + years + " --output-folder " +
+               quoted(folder_ / "out") + ' ' + options;
     }
 };
 
@@ -125,6 +155,33 @@ TEST_F(ProgramWithExcelTest, JsonSaysWhichEngineRan)
     TestServer::Unregister();
     EXPECT_THAT(Generate("--json"), HasSubstr("\"engine\":\"builtin\"")) << "auto";
     EXPECT_THAT(Generate("--engine excel"), HasSubstr("choose the engine \"builtin\""));
+}
+
+/// Presses Ctrl+C in the console of a process, which has one of its own.
+void PressCtrlC(DWORD process)
+{
+    FreeConsole();
+    ASSERT_TRUE(AttachConsole(process));
+    SetConsoleCtrlHandler(nullptr, TRUE); // not for this program, which is in the console now
+    EXPECT_TRUE(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0));
+    FreeConsole();
+    AttachConsole(ATTACH_PARENT_PROCESS);
+    SetConsoleCtrlHandler(nullptr, FALSE);
+}
+
+TEST_F(ProgramWithExcelTest, CtrlCEndsAnExcelThatDoesNotAnswerAndTheCommand)
+{
+    TestServer::SetFaults({"hang Range.Value 50"});
+    const StartedProgram program(Arguments("2024-2030", "--engine excel"), folder_ / "printed.txt",
+                                 CREATE_NO_WINDOW);
+    while (server_.Count("-> hangs") == 0)
+        Sleep(20);
+    PressCtrlC(program.Id());
+    EXPECT_EQ(program.ExitCode(), 1U);
+    EXPECT_THAT(program.Output(), HasSubstr("the run was cancelled"));
+    EXPECT_EQ(server_.Count("Application begins"), 1) << "no other year was begun";
+    EXPECT_TRUE(TestServer::WaitForProcesses(0));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_ / "out"));
 }
 
 } // namespace

@@ -299,6 +299,86 @@ TEST_F(ExcelFailureTest, HangingApplicationThatIsEndedEndsTheRun)
     EXPECT_THAT(observer_.reports, ElementsAre(HasSubstr("Error in filling data(2024-2).\r\n")));
 }
 
+/// A user whose patience ends when a call has gone on for a while.
+class ShortPatience : public book::Patience {
+public:
+    explicit ShortPatience(std::chrono::milliseconds limit) : limit_(limit) {}
+    void OnWaiting(std::chrono::milliseconds time) noexcept override
+    {
+        if (time > limit_)
+            GiveUp();
+    }
+
+private:
+    std::chrono::milliseconds limit_;
+};
+
+/// An Excel that does not answer, and is given up.
+class ExcelCancelTest : public ExcelFailureTest {
+protected:
+    std::optional<std::string> RunWith(book::Patience& patience)
+    {
+        return Run([&patience] {
+            return engines::CreateApplication(engines::EngineChoice::Excel, {{}, {}, &patience});
+        });
+    }
+};
+
+TEST_F(ExcelCancelTest, CancelEndsAnExcelThatDoesNotAnswerWithOneReport)
+{
+    TestServer::SetFaults({"hang Range.Value 50"});
+    ShortPatience patience(std::chrono::milliseconds(700));
+    ExpectNothingLeft(RunWith(patience));
+    EXPECT_THAT(observer_.reports,
+                ElementsAre("Error in filling data(2024-2).\r\n\"Excel\" does not answer any more: "
+                            "the run was cancelled. Generate the calendar again."));
+}
+
+TEST_F(ExcelCancelTest, CancelEndsAnExcelThatDoesNotAnswerAtItsStart)
+{
+    TestServer::SetFaults({"hang Class.Create 1"});
+    ShortPatience patience(std::chrono::milliseconds(700));
+    ExpectNothingLeft(RunWith(patience));
+    EXPECT_THAT(observer_.reports, ElementsAre("\"Excel\" does not answer any more: the run was "
+                                               "cancelled. Generate the calendar again."));
+}
+
+TEST_F(ExcelCancelTest, InterruptFromAnotherThreadEndsExcelInTheMiddleOfACall)
+{
+    TestServer::SetFaults({"hang Workbook.SaveAs 1"});
+    book::Patience patience;
+    std::thread user([this, &patience] {
+        while (server_.Count("-> hangs") == 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        EXPECT_TRUE(patience.GiveUp());
+    });
+    ExpectNothingLeft(RunWith(patience));
+    user.join();
+    EXPECT_THAT(observer_.reports,
+                ElementsAre(testing::AllOf(testing::StartsWith("Failed to save the calendar file."),
+                                           HasSubstr("the run was cancelled"))));
+}
+
+TEST_F(ExcelCancelTest, InterruptBetweenCallsEndsTheRunAtTheNextOne)
+{
+    book::Patience patience;
+    observer_.monthDone = [&patience](generate::CalendarKind kind, std::int16_t month) {
+        if (kind == generate::CalendarKind::Monthly && month == 3)
+            patience.GiveUp();
+    };
+    ExpectNothingLeft(RunWith(patience));
+    EXPECT_THAT(observer_.reports, ElementsAre(HasSubstr("the run was cancelled")));
+}
+
+TEST_F(ExcelCancelTest, ShortCallsAskForNoPatience)
+{
+    ShortPatience patience(std::chrono::seconds(20));
+    EXPECT_EQ(RunWith(patience), util::FromPath(Target()));
+    EXPECT_FALSE(patience.GiveUp()) << "the calendar is the user's";
+    EXPECT_THAT(observer_.reports, IsEmpty());
+    TestServer::CloseAll();
+}
+
 TEST_F(ExcelFailureTest, NextRunWorksAfterADeath)
 {
     TestServer::SetFaults({"die Worksheet.Cells 10"});
@@ -361,6 +441,20 @@ TEST_F(SharedExcelTest, BusyInstanceThatIsGivenUpIsLeftIfItShowsAWorkbook)
     EXPECT_EQ(Run([&] { return StartWithClock(passed); }), std::nullopt);
     EXPECT_THAT(observer_.reports, SizeIs(1));
     EXPECT_EQ(TestServer::Processes().size(), 1U);
+}
+
+TEST_F(SharedExcelTest, CancelLeavesAnInstanceThatShowsAWorkbook)
+{
+    TestServer::SetFaults(
+        {UserOpensAt("Worksheet.Copy 3"), "show Worksheet.Copy 4", "hang Range.Value 50"});
+    ShortPatience patience(std::chrono::milliseconds(700));
+    EXPECT_EQ(
+        Run([&patience] {
+            return engines::CreateApplication(engines::EngineChoice::Excel, {{}, {}, &patience});
+        }),
+        std::nullopt);
+    EXPECT_THAT(observer_.reports, ElementsAre(HasSubstr("the run was cancelled")));
+    EXPECT_EQ(TestServer::Processes().size(), 1U) << "it was ended";
 }
 
 TEST_F(SharedExcelTest, FinishedCalendarIsBesideTheWorkbookOfTheUser)

@@ -48,7 +48,7 @@ TEST_F(ExcelPdfTest, HasTheCalendarSheetsAloneWhoeverWroteThem)
 TEST_F(ExcelPdfTest, MakesNoOtherCalls)
 {
     const auto workbook = folder_ / "Desk.xlsx";
-    engines_.StartPdfPrinter()->Print(workbook, {"Third", "Sheet1"}, folder_ / "Desk.pdf");
+    engines_.StartPdfPrinter(nullptr)->Print(workbook, {"Third", "Sheet1"}, folder_ / "Desk.pdf");
     ASSERT_TRUE(TestServer::WaitForProcesses(0));
     std::vector<std::string> expected;
     for (const char* const name : {"DisplayAlerts", "Visible", "Interactive", "ScreenUpdating"})
@@ -115,7 +115,7 @@ std::string OneSheet(const std::string& state)
 
 TEST_F(ExcelPdfTest, LeavesHiddenSheetsOut)
 {
-    const auto printer = engines_.StartPdfPrinter();
+    const auto printer = engines_.StartPdfPrinter(nullptr);
     const auto workbook = folder_.Write("Hidden.xlsx", OneSheet("hidden"));
     try {
         printer->Print(workbook, {"First"}, folder_ / "Hidden.pdf");

@@ -12,7 +12,6 @@
 #include "util/paths.h"
 #include "util/text.h"
 
-#include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
@@ -56,11 +55,11 @@ std::string_view FindPackageExtension(const std::filesystem::path& path)
     try {
         const xlsx::Package package(path); // refuses one with encrypted parts
         const std::string type = package.TypeOf(package.MainPart());
-        const auto* const known =
-            std::find_if(kExtensions.begin(), kExtensions.end(), [&](const auto& one) {
-                return !type.empty() && one.second == type;
-            });
-        return known == kExtensions.end() ? std::string_view() : known->first;
+        for (const auto& [extension, known] : kExtensions) {
+            if (!known.empty() && known == type)
+                return extension;
+        }
+        return {};
     }
     catch (const Error& error) {
         if (error.Kind() == ErrorKind::BinaryWorkbook)

@@ -117,12 +117,12 @@ bool ExcelApplication::LeaveIfShared()
     if (!HoldsOtherWorkbooks())
         return false;
     belongsToUser_ = true; // even if a step fails
-    for (const auto& workbook : workbooks_)
-        workbook->Close();
-    workbooks_.clear();
     SetInteractive(true);
     SetScreenUpdating(true);
     SetVisible(true);
+    for (const auto& workbook : workbooks_)
+        workbook->Close();
+    workbooks_.clear();
     SetDisplayAlerts(true);
     return true;
 }

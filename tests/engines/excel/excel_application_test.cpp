@@ -202,10 +202,10 @@ TEST_F(ExcelApplicationTest, Quits)
 
 const Texts kLeft = {"Application.Workbooks get ()",
                      "Workbooks.Count get ()",
-                     "Workbook.Close call (BOOL false)",
                      "Application.Interactive put (BOOL true)",
                      "Application.ScreenUpdating put (BOOL true)",
                      "Application.Visible put (BOOL true)",
+                     "Workbook.Close call (BOOL false)",
                      "Application.DisplayAlerts put (BOOL true)"};
 
 TEST_F(ExcelApplicationTest, IsLeftToItsUserInsteadOfEndedIfItHasOtherWorkbooks)

@@ -28,7 +28,7 @@ public:
     }
 };
 
-/// Does not answer when it is hidden, until its user gives up.
+/// Does not answer its first call until its user gives up.
 class StuckApplication : public book::Application, private book::Endable {
 public:
     explicit StuckApplication(book::Patience& patience) : patience_(patience)

@@ -10,11 +10,9 @@ namespace orrery::book {
 /// An application at work that can be ended although it does not answer.
 class Endable {
 public:
+    virtual ~Endable() = default;
     /// Called on any thread.
     virtual void End() = 0;
-
-protected:
-    ~Endable() = default;
 };
 
 /// The user's patience with applications that do not answer. When it is over, they are ended, and

@@ -20,7 +20,7 @@ public:
     /// `end` ends the instance, on any thread; it returns false if the instance must be left.
     /// `patience` outlives the watch.
     CallWatch(book::Patience& patience, std::function<bool()> end);
-    ~CallWatch();
+    ~CallWatch() override;
     CallWatch(const CallWatch&) = delete;
     CallWatch& operator=(const CallWatch&) = delete;
 

@@ -106,7 +106,7 @@ void ExcelApplication::Quit()
     workbooks_.clear();
 }
 
-bool ExcelApplication::HoldsOtherWorkbooks() const
+bool ExcelApplication::HoldsOtherWorkbooks()
 {
     const Object books = ObjectFrom(application_->Get("Workbooks"), model_.workbooks);
     return books.Get("Count").AsNumber() > static_cast<std::int32_t>(workbooks_.size());

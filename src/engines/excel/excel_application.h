@@ -52,7 +52,7 @@ public:
 private:
     void Switch(std::string_view property, bool on) const;
     /// Whether it has workbooks that were not opened here.
-    bool HoldsOtherWorkbooks() const;
+    bool HoldsOtherWorkbooks();
     /// Leaves an instance with other workbooks to its user; else returns false.
     bool LeaveIfShared();
     /// The same. True if it is left, or was left before; does not throw.

@@ -1,4 +1,5 @@
 // PDF files of calendars through Excel.
+#include "book/error.h"
 #include "engines/builtin/application.h"
 #include "excel_test/expected_run.h"
 #include "excel_test/run_test.h"

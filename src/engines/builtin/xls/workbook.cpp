@@ -177,8 +177,12 @@ void Workbook::CheckCopyable(const Sheet& model)
 
 SharedStrings& Workbook::Strings()
 {
-    if (!strings_)
-        strings_.emplace(globals_->StringsOnly().In(stream_));
+    if (!strings_) {
+        std::size_t used = 0;
+        for (TemplateSheet& sheet : template_)
+            used = std::max(used, sheet.Strings().used);
+        strings_.emplace(globals_->StringsOnly().In(stream_), used);
+    }
     return *strings_;
 }
 

@@ -106,7 +106,7 @@ std::uint32_t Workbook::StringReferences()
     std::size_t references = 0;
     for (const Sheet* sheet : Sheets<Sheet>())
         references += sheet->cells_ ? sheet->cells_->StringReferences()
-                                    : sheet->Original().StringReferences();
+                                    : sheet->Original().Strings().references;
     return static_cast<std::uint32_t>(references);
 }
 

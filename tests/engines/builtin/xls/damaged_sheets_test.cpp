@@ -212,7 +212,8 @@ TEST(XlsTemplateSheetTest, ReadsAsFarAsItCan)
     const std::size_t second = stream.size() - WorksheetOf("").size();
     TemplateSheet sheet(stream, 0, second, true);
     EXPECT_EQ(sheet.Bytes(), stream.substr(0, second));
-    EXPECT_EQ(sheet.StringReferences(), 1U);
+    EXPECT_EQ(sheet.Strings().references, 1U);
+    EXPECT_EQ(sheet.Strings().used, 1U);
     EXPECT_FALSE(sheet.IsIntact());
     EXPECT_FALSE(sheet.Facts().hasFormulas);
     EXPECT_TRUE(TemplateSheet(stream, second, stream.size(), true).IsIntact());

@@ -92,6 +92,28 @@ TEST_F(XlsFailedCallsTest, ATextThatCannotBeAddedChangesNothing)
     EXPECT_EQ(folder_.Entries(), 1) << "nothing is left beside it";
 }
 
+TEST_F(XlsFailedCallsTest, TextsThatTheTableDoesNotCountStayInTheirCells)
+{
+    auto& book = Open(RowOf(0, 0, 2) + LabelSstOf(0, 0, 15, 0) + LabelSstOf(0, 1, 15, 1),
+                      TextTableOf({"col1", "col2"}, 0));
+    Model().SetCell(2, 1, CellValue(std::string("January")), CellMember::Value);
+    book.SaveAs(target_, AccessMode::NoChange);
+    const SavedBook saved(target_);
+    const auto& cells = saved.At("Model").cells;
+    EXPECT_EQ(cells.at({1, 1}).value, SavedBook::Value("col1"));
+    EXPECT_EQ(cells.at({1, 2}).value, SavedBook::Value("col2"));
+    EXPECT_EQ(cells.at({2, 1}).value, SavedBook::Value("January"));
+}
+
+TEST_F(XlsFailedCallsTest, ATextThatACellUsesAndTheTableLacksIsNotReplaced)
+{
+    Open(RowOf(0, 0, 1) + LabelSstOf(0, 0, 15, 1), TextTableOf({"one"}, 1));
+    const auto failure = Failure(
+        [&] { Model().SetCell(2, 1, CellValue(std::string("January")), CellMember::Value); });
+    ASSERT_TRUE(NamesTheFile(failure));
+    EXPECT_EQ(failure->Cause(), "its cells use 2 shared texts, and there are 1");
+}
+
 TEST_F(XlsFailedCallsTest, ADamagedFormatIsReportedEachTime)
 {
     auto& book = Open({}, RecordOf(RecordType::Xf, "ab"));

@@ -1,9 +1,12 @@
 #include "engines/builtin/xls/records/shared_string_reader.h"
 
+#include "book/error.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/records/unicode_string.h"
+#include "util/error.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace orrery::xls {
 namespace {
@@ -61,8 +64,29 @@ std::uint32_t SharedStringReader::ReadNumber(std::size_t size)
     return number;
 }
 
+/// How many strings follow this place: those of all the data that is left, or none if that is not
+/// made of whole strings. Some writers count none at all, and cells refer to them nevertheless.
+std::uint32_t SharedStringReader::UncountedStrings() const
+{
+    SharedStringReader rest(*this);
+    rest.count_ = std::numeric_limits<std::uint32_t>::max();
+    try {
+        SharedString string;
+        while (rest.Next(string)) {
+        }
+    }
+    catch (const util::Error& error) {
+        if (error.Kind() != book::ErrorKind::DamagedWorkbook)
+            throw;
+        return 0;
+    }
+    return rest.read_ - read_;
+}
+
 bool SharedStringReader::Next(SharedString& string)
 {
+    if (read_ == count_)
+        count_ += UncountedStrings();
     if (read_ == count_ || !GoToData())
         return false;
     string.recordBegin = record_.begin;

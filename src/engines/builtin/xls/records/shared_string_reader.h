@@ -30,8 +30,8 @@ public:
     std::uint32_t Count() const { return count_; }
 
     /// Reads the next string into `string`. False, with `string` unchanged, at the end: when the
-    /// count is reached or the records end. Throws Error(DamagedWorkbook) if they end within a
-    /// string.
+    /// records end, or when the count is reached and what follows is not made of whole strings.
+    /// Throws Error(DamagedWorkbook) if the records end within a string that is counted.
     bool Next(SharedString& string);
     /// Offset after the last string that `Next` read (at first, after the counts).
     std::size_t Position() const { return record_.DataBegin() + position_; }
@@ -39,6 +39,7 @@ public:
 private:
     bool AtEndOfRecord() const { return position_ == record_.data.size(); }
     bool GoToData();
+    std::uint32_t UncountedStrings() const;
     void NextRecord();
     std::uint32_t ReadNumber(std::size_t size);
     void ReadText(std::size_t count, std::uint8_t flags, std::u16string& text);

@@ -137,11 +137,22 @@ SharedStrings::Texts SharedStrings::ReadTexts(std::string_view records)
     return texts;
 }
 
+void SharedStrings::CheckUse(const Texts& texts) const
+{
+    if (texts.count < used_) {
+        ThrowDamaged("its cells use " + std::to_string(used_) + " shared texts, and there are " +
+                     std::to_string(texts.count));
+    }
+}
+
 std::size_t SharedStrings::IndexOf(std::string_view utf8)
 {
     engines::CheckTextLength(utf8);
-    if (!texts_)
-        texts_ = ReadTexts(records_);
+    if (!texts_) {
+        auto texts = ReadTexts(records_);
+        CheckUse(texts);
+        texts_ = std::move(texts);
+    }
     auto text = util::ToUtf16(utf8);
     if (const auto found = texts_->indexes.find(text); found != texts_->indexes.end())
         return found->second;

@@ -21,13 +21,18 @@ struct SharedStringRecords {
 class SharedStrings {
 public:
     /// `records` is the SST record with its CONTINUE records; empty if the workbook has none. The
-    /// bytes belong to the caller and outlive this object. Nothing is read yet.
-    explicit SharedStrings(std::string_view records) : records_(records) {}
+    /// bytes belong to the caller and outlive this object. `used` is how many strings the
+    /// workbook's cells need: one more than the highest index among them. Nothing is read yet.
+    explicit SharedStrings(std::string_view records, std::size_t used = 0)
+        : records_(records), used_(used)
+    {
+    }
 
     /// The index of a plain string (no formatting runs, no phonetic data), which is added if it is
     /// new. `utf8` is UTF-8. Throws Error(TextTooLong) beyond 32,767 UTF-16 units, and
-    /// Error(DamagedWorkbook) if the old strings cannot be read; then nothing is added, neither now
-    /// nor by a later call.
+    /// Error(DamagedWorkbook) if the old strings cannot be read, or are fewer than the cells use,
+    /// so that a new one would show in an old cell; then nothing is added, neither now nor by a
+    /// later call.
     std::size_t IndexOf(std::string_view utf8);
     bool Changed() const { return texts_ && !texts_->added.empty(); }
     /// How many cells refer to the table according to the file; 0 without a table.
@@ -48,8 +53,10 @@ private:
         std::deque<std::u16string> added;
     };
     static Texts ReadTexts(std::string_view records);
+    void CheckUse(const Texts& texts) const;
 
     std::string_view records_;
+    std::size_t used_;
     std::optional<Texts> texts_; // set when all of them could be read
 };
 

@@ -4,16 +4,28 @@
 #include "engines/builtin/xls/compound/bytes.h"
 #include "util/error.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <string>
 
 namespace orrery::xls {
 
 namespace {
 
-std::size_t CountStringReferences(std::string_view sheet)
+constexpr std::size_t kStringIndex = 6; // in LABELSST, [MS-XLS] 2.4.149
+
+/// A record that is too short belongs to a damaged sheet.
+void AddString(StringUse& use, const Record& record)
+{
+    ++use.references;
+    if (record.data.size() >= kStringIndex + sizeof(std::uint32_t))
+        use.used = std::max(use.used, std::size_t{ReadU32(record.data, kStringIndex)} + 1);
+}
+
+StringUse ReadStringUse(std::string_view sheet)
 {
     RecordReader reader(sheet);
-    std::size_t count = 0;
+    StringUse use;
     std::size_t depth = 0; // charts are nested
     while (const auto record = reader.Next()) {
         if (record->type == RecordType::Bof)
@@ -21,9 +33,9 @@ std::size_t CountStringReferences(std::string_view sheet)
         else if (record->type == RecordType::Eof)
             --depth;
         else if (record->type == RecordType::LabelSst && depth == 1)
-            ++count;
+            AddString(use, *record);
     }
-    return count;
+    return use;
 }
 
 } // namespace
@@ -66,11 +78,11 @@ bool TemplateSheet::IsIntact()
     return *isIntact_;
 }
 
-std::size_t TemplateSheet::StringReferences()
+const StringUse& TemplateSheet::Strings()
 {
-    if (!stringReferences_)
-        stringReferences_ = CountStringReferences(Readable());
-    return *stringReferences_;
+    if (!strings_)
+        strings_ = ReadStringUse(Readable());
+    return *strings_;
 }
 
 const FormulaFacts& TemplateSheet::Facts()

@@ -16,6 +16,12 @@
 
 namespace orrery::xls {
 
+/// How the cells of a sheet use the shared strings.
+struct StringUse {
+    std::size_t references = 0; ///< cells that refer to one
+    std::size_t used = 0;       ///< one more than the highest index among them
+};
+
 /// A sheet of the template: its substream in the workbook stream, and what is read from it on
 /// demand. The stream must outlive it.
 class TemplateSheet {
@@ -39,10 +45,9 @@ public:
     const std::shared_ptr<const SheetText>& Text();
     /// Whether `Text` does not throw. A damaged sheet is saved as it is.
     bool IsIntact();
-    /// How many cells refer to shared strings.
-    std::size_t StringReferences();
 
     // Read from the records that can be read.
+    const StringUse& Strings();
     const FormulaFacts& Facts();
     const DrawingPlaces& Drawings();
     const EmbeddedPlaces& Embedded();
@@ -66,7 +71,7 @@ private:
     SheetPlaces places_;
     std::shared_ptr<const SheetText> text_;
     std::optional<bool> isIntact_;
-    std::optional<std::size_t> stringReferences_;
+    std::optional<StringUse> strings_;
     std::optional<FormulaFacts> facts_;
     std::optional<DrawingPlaces> drawings_;
     std::optional<EmbeddedPlaces> embedded_;

@@ -356,6 +356,54 @@ TEST(SharedStringsTest, AcceptsFewerStringsThanDeclared)
     EXPECT_EQ(strings.ToRecords(9, 0).sst, Records({Counts(9, 2) + Plain("a") + Plain("b")}));
 }
 
+struct UncountedCase {
+    const char* name;
+    std::uint32_t count;
+    std::vector<std::string> pieces; ///< of the data after the counts
+};
+class UncountedStringsTest : public testing::TestWithParam<UncountedCase> {};
+TEST_P(UncountedStringsTest, AreCounted)
+{
+    auto pieces = GetParam().pieces;
+    pieces.front().insert(0, Counts(3, GetParam().count));
+    const auto records = Records(pieces);
+    SharedStrings strings(records, 3);
+    EXPECT_EQ(strings.IndexOf("Tue"), 1U);
+    EXPECT_EQ(strings.IndexOf("January"), 3U);
+    const auto result = strings.ToRecords(4, kOffset);
+    EXPECT_EQ(PlainReading(result.sst),
+              (std::vector<std::u16string>{u"Mon", u"Tue", u"Wed", u"January"}));
+    CheckExtSst(result, kOffset, 4);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Tables, UncountedStringsTest,
+    testing::Values(
+        UncountedCase{"All", 0, {Plain("Mon") + Plain("Tue") + Plain("Wed")}},
+        UncountedCase{"Last", 2, {Plain("Mon") + Plain("Tue") + Plain("Wed")}},
+        UncountedCase{"InTheNextRecord", 1, {Plain("Mon"), Plain("Tue") + Plain("Wed")}},
+        UncountedCase{"SplitOverRecords", 0, {Plain("Mon") + Plain("Tue") + "\3\0\0W"s, "\0ed"s}}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+TEST(SharedStringsTest, AddsNothingToATableWithFewerStringsThanCellsUse)
+{
+    for (const auto& records :
+         {Records({Counts(3, 3) + Plain("Mon") + Plain("Tue")}),
+          Records({Counts(3, 0) + Plain("Mon") + Plain("Tue") + "rest"}), std::string()}) {
+        SharedStrings strings(records, 3);
+        for (int i = 0; i < 2; ++i) {
+            try {
+                strings.IndexOf("January");
+                ADD_FAILURE();
+            }
+            catch (const util::Error& error) {
+                EXPECT_EQ(error.Kind(), book::ErrorKind::DamagedWorkbook);
+                EXPECT_NE(error.Cause().find("its cells use 3 shared texts"), std::string::npos);
+            }
+        }
+        EXPECT_FALSE(strings.Changed());
+    }
+}
+
 TEST(SharedStringsTest, DataAfterTheLastStringIsReplaced)
 {
     const auto expected = Records({Counts(1, 2) + Plain("a") + Plain("b")});

@@ -45,6 +45,12 @@ INSTANTIATE_TEST_SUITE_P(
             {1, 2, 1},
             R"(<sst xmlns="u" count="14" uniqueCount="3"><si><t>Mon</t></si><si><t>Tue</t></si><si><t>Wed</t></si></sst>)"},
         AddCase{
+            "CountsThatLie",
+            R"(<sst count="0" uniqueCount="0"><si><t>Mon</t></si><si><t>Tue</t></si></sst>)",
+            {"Tue", "January"},
+            {1, 2},
+            R"(<sst count="5" uniqueCount="3"><si><t>Mon</t></si><si><t>Tue</t></si><si><t>January</t></si></sst>)"},
+        AddCase{
             "OldIsUsedAgain",
             R"(<sst count="9"><si><t>Mon</t></si><si><t>Tue</t></si><si><t>Mon</t></si></sst>)",
             {"Tue", "Mon"},

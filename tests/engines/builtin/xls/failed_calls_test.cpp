@@ -1,4 +1,5 @@
 #include "book/error.h"
+#include "engines/builtin/xls/drawing/drawing_places.h"
 #include "engines/builtin/xls/records/shared_strings.h"
 #include "engines/builtin/xls/workbook.h"
 #include "util/error.h"
@@ -136,6 +137,26 @@ TEST_F(XlsFailedCallsTest, ASheetThatCannotBeCopiedIsFilledAndSaved)
     const SavedBook saved(target_);
     EXPECT_EQ(saved.Names(), std::vector<std::string>{"Model"});
     EXPECT_EQ(std::get<double>(saved.Sheets()[0].cells.at({1, 1}).value), 7);
+}
+
+TEST_F(XlsFailedCallsTest, ASheetIsCopiedWithADrawingOfVersion0)
+{
+    const auto shapes = ArtOf(0xF003, ShapeOf(0x400) + ShapeOf(0x401));
+    const auto art = ArtOf(0xF002, ArtOf(0xF008, LongNumbers({2, 0x401}), 1) + shapes);
+    const auto group = GroupOf({0x402, 2, 2, 1, 1, 2});
+    auto& book =
+        Open(RecordOf(RecordType::MsoDrawing, art), RecordOf(RecordType::MsoDrawingGroup, group));
+    Model().CopyAfter(Model());
+    book.SaveAs(target_, AccessMode::NoChange);
+    const SavedBook saved(target_);
+    const auto model = FindDrawings(saved.At("Model").bytes);
+    const auto copy = FindDrawings(saved.At("Model (2)").bytes);
+    ASSERT_EQ(model.drawings.size(), 1U);
+    ASSERT_EQ(copy.drawings.size(), 1U);
+    EXPECT_NE(copy.drawings[0].Id(), model.drawings[0].Id());
+    ASSERT_EQ(copy.drawings[0].shapes.size(), 2U);
+    for (std::size_t i = 0; i < 2; ++i)
+        EXPECT_NE(copy.drawings[0].shapes[i].value, model.drawings[0].shapes[i].value);
 }
 
 TEST_F(XlsFailedCallsTest, AControlStreamThatIsAStorageHasNoControls)

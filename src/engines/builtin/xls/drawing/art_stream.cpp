@@ -9,6 +9,15 @@ namespace {
 
 constexpr std::size_t kArtHeader = 8;
 constexpr unsigned kContainer = 15;
+constexpr std::uint16_t kFirstContainer = 0xF000; // OfficeArtDggContainer, [MS-ODRAW] 2.2.12
+constexpr std::uint16_t kLastContainer = 0xF005;  // OfficeArtSolverContainer, [MS-ODRAW] 2.2.18
+
+/// Report servers write containers with the version of other records.
+bool IsContainer(const ArtRecord& record)
+{
+    return record.version == kContainer ||
+           (record.type >= kFirstContainer && record.type <= kLastContainer);
+}
 
 } // namespace
 
@@ -78,7 +87,7 @@ bool ArtReader::Next(ArtRecord& record)
     if (record.size > end - position_ - kArtHeader)
         return false;
     position_ += kArtHeader;
-    if (record.version == kContainer)
+    if (IsContainer(record))
         ends_.push_back(position_ + record.size);
     else
         position_ += record.size;

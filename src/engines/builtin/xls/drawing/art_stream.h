@@ -11,7 +11,7 @@ namespace orrery::xls {
 struct ArtRecord {
     std::uint16_t type = 0;
     std::uint16_t instance = 0; ///< 12 bits
-    std::uint8_t version = 0;   ///< 15: it contains records
+    std::uint8_t version = 0;   ///< 15 if it contains records; some writers say 0 nevertheless
     std::size_t begin = 0;      ///< offset of the header in the art
     std::size_t size = 0;       ///< of the data, in bytes
     std::size_t depth = 0;      ///< 0 for the outermost

@@ -76,6 +76,23 @@ TEST(DrawingPlacesTest, FindsTheIdsOfADrawing)
     EXPECT_EQ(Values(drawing.shapes), (Ids{0x400, 0x402}));
 }
 
+TEST(DrawingPlacesTest, ReadsContainersWhateverTheirVersion)
+{
+    for (const std::uint16_t version : std::vector<std::uint16_t>{0, 1, 15}) {
+        const auto container = [version](std::uint16_t type, const std::string& content) {
+            return ArtOf(type, content, 0, version);
+        };
+        const auto shape = container(0xF004, ArtOf(0xF00A, LongNumbers({0x400, 0}), 1, 2));
+        const auto data = ArtOf(0xF008, LongNumbers({2, 0x402}), 7);
+        const auto art = container(0xF002, data + container(0xF003, shape + ShapeOf(0x402)));
+        const auto places = FindDrawings(SheetOf(DrawingRecord(art)));
+        ASSERT_TRUE(places.understood) << version;
+        ASSERT_EQ(places.drawings.size(), 1U) << version;
+        EXPECT_EQ(places.drawings[0].Id(), 7U) << version;
+        EXPECT_EQ(Values(places.drawings[0].shapes), (Ids{0x400, 0x402})) << version;
+    }
+}
+
 TEST(DrawingPlacesTest, FindsTheIdsInRulesAndProperties)
 {
     const auto rules =

@@ -61,7 +61,7 @@ def _may_change(package, name, plan, owned):
     fixed = {CONTENT_TYPES, workbook, rels_name(workbook), plan.model.part,
              package.first_related(workbook, "sharedStrings"),
              package.first_related(workbook, "calcChain"),
-             package.first_related("", "extended-properties")}
+             package.properties}
     if name in fixed or name.lower() == CONTENT_TYPES.lower():
         return True
     if any(word in name.lower() for word in _MAY_GO) or name == "_rels/.rels":

@@ -135,6 +135,12 @@ class Package:
         return self.first_related("", "officeDocument")
 
     @functools.cached_property
+    def properties(self):
+        """The part that lists the titles; a strict workbook spells the relationship otherwise."""
+        return (self.first_related("", "extended-properties")
+                or self.first_related("", "extendedProperties"))
+
+    @functools.cached_property
     def sheets(self):
         """The workbook's sheets in their order, of all kinds."""
         rels = self.rels(self.workbook)

@@ -134,7 +134,7 @@ def _dead_entries(package):
 
 def title_failures(before, after):
     """The document properties list the sheets' titles."""
-    part = after.first_related("", "extended-properties")
+    part = after.properties
     if part is None or part not in after or part not in before:
         return
     titles = _titles(after, part)

@@ -220,6 +220,17 @@ private:
 
 } // namespace
 
+/// A strict workbook spells the relationship in another way. [ISO/IEC 29500-1] 15.2.12.3
+std::string TitlesPart(const Package& package)
+{
+    const Relationships& links = package.RelationshipsOf("");
+    for (const std::string_view type : {"extended-properties", "extendedProperties"}) {
+        if (const Relationship* link = links.FindByType(type))
+            return ResolveTarget("", link->Target);
+    }
+    return {};
+}
+
 std::string UpdateTitles(std::string_view xml, std::string_view partName,
                          const std::vector<std::string>& oldSheets,
                          const std::vector<SavedSheet>& newSheets)

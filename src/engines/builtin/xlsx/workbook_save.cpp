@@ -337,8 +337,7 @@ void Workbook::Saving::PutWorkbookPart()
 
 void Workbook::Saving::PutTitles()
 {
-    const auto* relationship = package_.RelationshipsOf("").FindByType("extended-properties");
-    const auto part = relationship ? ResolveTarget("", relationship->Target) : std::string();
+    const auto part = TitlesPart(package_);
     if (!package_.Has(part) || (!workbook_.HasCopies() && !workbook_.HasRenamedOriginals()))
         return;
     UnlessDamaged([&] {

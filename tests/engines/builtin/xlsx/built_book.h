@@ -56,6 +56,18 @@ public:
         return *this;
     }
 
+    /// Spells all namespaces and relationships as a strict workbook does.
+    BuiltBook& MakeStrict()
+    {
+        for (ZipPart& part : parts_) {
+            ReplaceAll(part.content, kMain, "http://purl.oclc.org/ooxml/spreadsheetml/main");
+            ReplaceAll(part.content, kRelations,
+                       "http://purl.oclc.org/ooxml/officeDocument/relationships");
+            ReplaceAll(part.content, "/extended-properties\"", "/extendedProperties\"");
+        }
+        return *this;
+    }
+
     std::string Bytes()
     {
         std::string types =
@@ -108,6 +120,12 @@ public:
     }
 
 private:
+    static void ReplaceAll(std::string& text, std::string_view what, std::string_view with)
+    {
+        for (auto at = text.find(what); at != text.npos; at = text.find(what, at + with.size()))
+            text.replace(at, what.size(), with);
+    }
+
     static constexpr std::string_view kMain =
         "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
     static constexpr std::string_view kRelations =

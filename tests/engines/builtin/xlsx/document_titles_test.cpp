@@ -1,5 +1,11 @@
 #include "engines/builtin/xlsx/document_titles.h"
 
+#include "engines/builtin/xlsx/workbook.h"
+#include "util/scratch_folder.h"
+#include "xlsx/built_book.h"
+#include "xlsx/saved_package.h"
+
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace orrery::xlsx {
@@ -101,6 +107,26 @@ TEST(UpdateTitlesTest, ChangesNothingForTheSameSheets)
             xml, "/docProps/app.xml", kOld,
             {{"Desk", 0, false, 0, ""}, {"Chart", 1, false, 0, ""}, {"Year", 2, false, 0, ""}}),
         xml);
+}
+
+TEST(UpdateTitlesTest, FindsTheListOfAStrictWorkbook)
+{
+    test::BuiltBook built;
+    built.Put("_rels/.rels", test::BuiltBook::Links({{"officeDocument", "xl/workbook.xml"},
+                                                     {"extended-properties", "docProps/app.xml"}}));
+    built.Put("docProps/app.xml", Properties(Pair("Worksheets", 1), Titles({"Model"}), 1),
+              "extended-properties");
+    const testing_support::ScratchFolder folder;
+    Workbook workbook(built.MakeStrict().WriteTo(folder));
+    auto& model = *workbook.FindWorksheet("Model");
+    model.SetName("January");
+    model.CopyAfter(model);
+    workbook.SaveAs(folder / "saved.xlsx", book::AccessMode::NoChange);
+    const test::SavedPackage saved(folder / "saved.xlsx");
+    EXPECT_THAT(saved.Values("docProps/app.xml", "//TitlesOfParts//vt:lpstr"),
+                testing::ElementsAre("January", "January (2)"));
+    EXPECT_THAT(saved.Values("docProps/app.xml", "//HeadingPairs//vt:i4"),
+                testing::ElementsAre("2"));
 }
 
 } // namespace

@@ -3,7 +3,9 @@
 #include "generate/run_support.h"
 #include "places/places.h"
 #include "saved_sheets.h"
+#include "util/file_replace.h"
 #include "util/paths.h"
+#include "xlsx/built_book.h"
 #include "xlsx/saved_package.h"
 
 #include <gmock/gmock.h>
@@ -82,6 +84,23 @@ TEST_F(BuiltInRunTest, SavesATemplateWhoseNameIsThatOfAnotherFormat)
     ASSERT_TRUE(saved);
     EXPECT_THAT(observer_.reports, IsEmpty());
     EXPECT_EQ(orrery::test::ReadXls(*saved).size(), 14U);
+}
+
+TEST_F(BuiltInRunTest, AReportNamesThePartBecauseOfWhichASheetIsNotCopied)
+{
+    test::BuiltBook book;
+    book.Put("xl/drawings/drawing1.xml", "<a><b></a>", "drawing");
+    book.Put("xl/worksheets/_rels/sheet1.xml.rels",
+             test::BuiltBook::Links({{"drawing", "../drawings/drawing1.xml"}}));
+    util::ReplaceFile(folder_ / "Desk.xlsx", book.Bytes());
+    sets_.Monthly.SheetName = "Model";
+    sets_.Yearly.Output = false;
+    ASSERT_TRUE(Run([] { return CreateApplication({}); }));
+    ASSERT_EQ(observer_.reports.size(), 1U);
+    EXPECT_THAT(observer_.reports[0],
+                testing::AllOf(StartsWith("Error in making monthly calendar.\r\n"),
+                               testing::HasSubstr("\"January\" cannot be copied: "
+                                                  "/xl/drawings/drawing1.xml")));
 }
 
 TEST_F(BuiltInRunTest, TemplateThatVanishesIsReportedUnderTheOutputsName)

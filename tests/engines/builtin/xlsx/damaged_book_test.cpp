@@ -4,6 +4,8 @@
 #include "book/error.h"
 #include "engines/builtin/xlsx/workbook.h"
 #include "util/error.h"
+#include "util/error_text.h"
+#include "util/paths.h"
 #include "xlsx/built_book.h"
 #include "xlsx/saved_package.h"
 
@@ -214,6 +216,18 @@ TEST_F(DamagedBookTest, AnEmptyReferenceIsCalledEmpty)
     Open();
     EXPECT_THAT(ErrorOf([this] { Write(Model()); }).Cause(),
                 HasSubstr("a row with an empty number"));
+}
+
+TEST_F(DamagedBookTest, ASentenceAboutADamagedSheetNamesTheWorkbookAndThePart)
+{
+    book.Put(kSheet, "<worksheet><sheetData></worksheet>");
+    Open();
+    for (const auto& step : {std::function<void()>([this] { Write(Model()); }),
+                             std::function<void()>([this] { CopyModel(); })}) {
+        EXPECT_THAT(util::ErrorText(ErrorOf(step)),
+                    testing::StartsWith("\"" + util::FromPath(Folder() / "template.xlsx") +
+                                        "\" is damaged: /xl/worksheets/sheet1.xml"));
+    }
 }
 
 TEST_F(DamagedBookTest, PartsThatNoCalendarTouchesStayAsTheyAre)

@@ -1,8 +1,8 @@
 #include "engines/builtin/xlsx/copy_plan.h"
 
 #include "book/error.h"
-#include "engines/builtin/xlsx/identities.h"
 #include "engines/builtin/xlsx/package/part_names.h"
+#include "engines/builtin/xlsx/part_kinds.h"
 #include "util/error.h"
 #include "util/paths.h"
 
@@ -40,11 +40,18 @@ bool IsShared(const Relationship& relationship)
                        [&](std::string_view type) { return relationship.Is(type); });
 }
 
+/// Whether a relationship leads to the cells that are mapped to elements of the workbook's XML
+/// maps. An element is mapped once, so a copy's cells are not.
+bool MapsCells(const Relationship& relationship)
+{
+    return relationship.Is("tableSingleCells");
+}
+
 /// The part that a relationship of `part` owns; nothing if it owns none.
 std::optional<std::string> OwnedBy(const Package& package, const std::string& part,
                                    const Relationship& relationship)
 {
-    if (relationship.External || IsInnerLink(relationship))
+    if (relationship.External || IsInnerLink(relationship) || MapsCells(relationship))
         return std::nullopt;
     auto target = ResolveTarget(part, relationship.Target);
     if (!package.Has(target) || !package.CanBeOwned(target))
@@ -113,7 +120,7 @@ private:
         CheckIds(package_, part, package_.RelationshipsOf(part));
         const std::size_t index = plan_.parts.size();
         found_.emplace(PartKey(part), index);
-        plan_.parts.push_back({part, NameLike(part), &package_.RelationshipsOf(part), {}});
+        plan_.parts.push_back({part, NameLike(part), &package_.RelationshipsOf(part), {}, {}});
         plan_.size += package_.SizeOf(part) + package_.SizeOf(RelationshipsPartName(part));
         plan_.steps.push_back({index, false});
         open_.push_back({index, 0});
@@ -123,6 +130,8 @@ private:
     void Follow(const Place& place)
     {
         const Relationship& relationship = plan_.parts[place.part].relationships->All()[place.next];
+        if (MapsCells(relationship))
+            plan_.parts[place.part].dropped.push_back(place.next);
         const auto target = OwnedBy(package_, plan_.parts[place.part].original, relationship);
         if (!target)
             return;
@@ -180,6 +189,19 @@ std::vector<std::string> OwnedParts(const Package& package, const std::string& s
         }
     }
     return found;
+}
+
+Relationships PlannedRelationships(const PlannedPart& part)
+{
+    Relationships relationships = *part.relationships;
+    if (part.targets.empty() && part.dropped.empty())
+        return relationships;
+    auto& all = relationships.Change();
+    for (const auto& [index, target] : part.targets)
+        all[index].Target = target;
+    for (auto index = part.dropped.rbegin(); index != part.dropped.rend(); ++index)
+        all.erase(all.begin() + static_cast<std::ptrdiff_t>(*index));
+    return relationships;
 }
 
 bool IsInnerLink(const Relationship& relationship)

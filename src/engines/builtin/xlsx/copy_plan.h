@@ -20,6 +20,7 @@ struct PlannedPart {
     const Relationships* relationships{}; ///< of the original, in the package
     /// The targets that differ in the copy, by the position of their relationship.
     std::vector<std::pair<std::size_t, std::string>> targets;
+    std::vector<std::size_t> dropped; ///< positions of relationships that the copy does not have
 };
 
 /// The names of the parts of all copies so far.
@@ -51,6 +52,9 @@ CopyPlan PlanCopy(const Package& package, const std::string& sheet, const NewPar
 
 /// The parts that a sheet owns, without itself, in the order of its relationships.
 std::vector<std::string> OwnedParts(const Package& package, const std::string& sheet);
+
+/// The relationships of a copied part: the original's as the plan wants them.
+Relationships PlannedRelationships(const PlannedPart& part);
 
 /// Whether a relationship is a link into the workbook ("#Sheet1!A1").
 bool IsInnerLink(const Relationship& relationship);

@@ -1,11 +1,14 @@
 #pragma once
 
-#include "engines/builtin/common/text_patch.h"
 #include "engines/builtin/xlsx/package/package.h"
+#include "engines/builtin/xlsx/shape_ids.h"
+#include "engines/builtin/xlsx/sheet/sheet_identities.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
-#include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -14,40 +17,49 @@
 
 namespace orrery::xlsx {
 
-using builtin::TextPatch;
-
 /// The names and ids of a copied sheet that differ from its model's, by the model's.
 struct CopyIdentity {
-    std::map<std::string, std::string> tables;     ///< display names
-    std::map<std::string, std::string> slicers;    ///< slicers and timelines
-    std::map<std::string, std::string> guids;      ///< threaded comments, braces included
-    std::map<std::string, std::uint32_t> tableIds; ///< by the model's display name
+    std::uint32_t number = 0;                  ///< of the copy, from 1; its GUIDs derive from it
+    std::map<std::string, std::string> tables; ///< display names
+    std::map<std::string, std::uint32_t> tableIds;      ///< by the model's display name
+    std::map<std::uint32_t, std::uint32_t> newTableIds; ///< the same by the model's id
+    std::map<std::string, std::string> slicers;         ///< slicers and timelines
+    std::map<std::string, std::string> bindings;        ///< of add-ins to ranges of the sheet
+    ShapeBlocks shapes;                                 ///< of VML drawings
 };
+
+inline constexpr std::size_t kGuidLength = 38; ///< braces included
+/// Whether a text is a GUID in braces.
+bool IsGuid(std::string_view text);
+/// What a copy has instead of an id of its model, the same in every run: another GUID for a GUID,
+/// in whichever case it is written; other ids get the copy's number.
+std::string OwnId(std::string_view id, std::uint32_t copy);
 
 /// The names and ids that must be unique in a workbook; copied parts get new ones.
 class Identities {
 public:
     /// Collects those of the package's parts and the given defined names. Parts that cannot be read
-    /// are ignored.
+    /// are ignored. The package outlives this object.
     Identities(const Package& package, const std::vector<std::string>& definedNames);
 
-    /// New ones for everything that these parts of a sheet declare. Throws Error as `Package` does
-    /// if one cannot be read; no name is taken then.
-    CopyIdentity ForCopy(const Package& package, const std::vector<std::string>& ownedParts);
+    /// New ones for everything that a sheet and these parts of it declare. Throws Error as
+    /// `Package` does if one cannot be read; no name is taken then.
+    CopyIdentity ForCopy(const std::vector<std::string>& ownedParts,
+                         const SheetIdentities& sheet = {});
 
 private:
     std::string FreeName(const std::string& name);
+    void FindShapeBlocksOfAll();
+    void GiveShapeBlocks(const std::vector<std::string>& ownedParts, CopyIdentity& identity);
 
+    const Package& package_;
     std::unordered_set<std::string> taken_; // upper-case names of tables, slicers, defined names
     std::unordered_map<std::string, unsigned> numbers_; // the next number to try for such a name
     std::uint32_t lastTableId_ = 0;
     std::uint32_t copies_ = 0;
+    /// Those of each VML drawing, by its PartKey; read when a sheet with such a drawing is copied.
+    std::optional<std::map<std::string, std::set<std::uint32_t>>> shapeBlocks_;
+    std::uint32_t lastShapeBlock_ = 0;
 };
-
-/// The replacements that give a copied part its own identity.
-TextPatch ApplyIdentity(std::string_view xml, std::string_view partName, std::string_view type,
-                        const CopyIdentity& identity);
-/// Whether parts of this content type declare or use such names.
-bool HasIdentity(std::string_view type);
 
 } // namespace orrery::xlsx

@@ -1,7 +1,9 @@
 #include "engines/builtin/xlsx/sheet_copy.h"
 
 #include "book/error.h"
+#include "engines/builtin/xlsx/identity_patch.h"
 #include "engines/builtin/xlsx/package/part_names.h"
+#include "engines/builtin/xlsx/part_kinds.h"
 #include "engines/builtin/xlsx/part_references.h"
 #include "util/error.h"
 #include "util/paths.h"
@@ -11,18 +13,10 @@
 namespace orrery::xlsx {
 namespace {
 
-/// The relationships of a copied part: the original's, with new targets.
-std::string RelationshipsXml(const Relationships& original,
-                             const std::vector<std::pair<std::size_t, std::string>>& targets,
-                             const NamesOfOwner& names)
+std::string RelationshipsXml(const PlannedPart& part, const NamesOfOwner& names)
 {
-    const bool hasInnerLinks = HasInnerLinks(original);
-    if (targets.empty() && !hasInnerLinks)
-        return original.ToXml();
-    Relationships relationships = original;
-    for (const auto& [index, target] : targets)
-        relationships.Change()[index].Target = target;
-    if (hasInnerLinks)
+    auto relationships = PlannedRelationships(part);
+    if (HasInnerLinks(relationships))
         relationships = RenameInnerLinks(std::move(relationships), names.sheets);
     return relationships.ToXml();
 }
@@ -34,12 +28,13 @@ SheetCopier::SheetCopier(const Package& package, const std::vector<std::string>&
 {
 }
 
-std::shared_ptr<const SheetCopy> SheetCopier::Copy(const std::string& model)
+std::shared_ptr<const SheetCopy> SheetCopier::Copy(const std::string& model,
+                                                   const SheetIdentities& identities)
 {
     if (const auto known = refusals_.find(model); known != refusals_.end())
         throw util::Error(known->second);
     try {
-        return CopyOnce(model);
+        return CopyOnce(model, identities);
     }
     catch (const util::Error& error) {
         refusals_.emplace(model, error);
@@ -47,13 +42,14 @@ std::shared_ptr<const SheetCopy> SheetCopier::Copy(const std::string& model)
     }
 }
 
-std::shared_ptr<const SheetCopy> SheetCopier::CopyOnce(const std::string& model)
+std::shared_ptr<const SheetCopy> SheetCopier::CopyOnce(const std::string& model,
+                                                       const SheetIdentities& identities)
 {
     auto copy = std::make_shared<SheetCopy>();
     copy->plan = PlanCopy(package_, model, names_);
     const CopyPlan& plan = copy->plan;
     CheckLimits(plan);
-    copy->identity = identities_.ForCopy(package_, OwnedParts(package_, model));
+    copy->identity = identities_.ForCopy(OwnedParts(package_, model), identities);
     for (std::size_t i = 1; i < plan.parts.size(); ++i)
         FindReferencesOf(plan.parts[i].original);
     copy->number = copies_++;
@@ -97,7 +93,7 @@ void SheetCopier::Put(PackageEdit& edit, const SheetCopy& copy, const Content& c
         if (isRelationships) {
             if (!part.relationships->All().empty()) {
                 edit.PutRelationships(part.copy, [&part, names](zip::EntrySink& sink) {
-                    sink.Add(RelationshipsXml(*part.relationships, part.targets, *names));
+                    sink.Add(RelationshipsXml(part, *names));
                 });
             }
             continue;

@@ -45,10 +45,11 @@ public:
     /// The package outlives the copier.
     SheetCopier(const Package& package, const std::vector<std::string>& definedNames);
 
-    /// Plans a copy of the template's sheet `model`. Every failure happens here: throws Error
-    /// (DamagedWorkbook, TooDeeplyNested, TooLargeOutput). A sheet that once could not be copied
-    /// cannot be copied later.
-    std::shared_ptr<const SheetCopy> Copy(const std::string& model);
+    /// Plans a copy of the template's sheet `model`, which has these identities. Every failure
+    /// happens here: throws Error (DamagedWorkbook, TooDeeplyNested, TooLargeOutput). A sheet that
+    /// once could not be copied cannot be copied later.
+    std::shared_ptr<const SheetCopy> Copy(const std::string& model,
+                                          const SheetIdentities& identities = {});
     bool HasPart(const std::string& part) const;
 
     /// Puts the parts of a copy into a package to be saved. `content` makes the text of the copied
@@ -57,7 +58,8 @@ public:
              const std::shared_ptr<const NamesOfOwner>& names) const;
 
 private:
-    std::shared_ptr<const SheetCopy> CopyOnce(const std::string& model);
+    std::shared_ptr<const SheetCopy> CopyOnce(const std::string& model,
+                                              const SheetIdentities& identities);
     void CheckLimits(const CopyPlan& plan) const;
     void FindReferencesOf(const std::string& part);
     Content ContentOf(const std::string& part, const SheetCopy& copy,

@@ -149,7 +149,7 @@ std::unique_ptr<Sheet> Workbook::Copy(Sheet& model)
     copy->text_ = model.Text();
     copy->cells_ = model.cells_;
     copy->tables_ = model.Tables();
-    copy->copy_ = copier_->Copy(model.part_);
+    copy->copy_ = copier_->Copy(model.part_, model.Text()->Identities());
     const auto* modelRelationship = links_.FindById(model.relationshipId_);
     copy->relationshipId_ =
         links_.Add(modelRelationship->Type, RelativeTarget(workbookPart_, copy->copy_->Part()));

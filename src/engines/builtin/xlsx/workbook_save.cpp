@@ -1,6 +1,7 @@
 #include "engines/builtin/common/error_path.h"
 #include "engines/builtin/edit/recalculation.h"
 #include "engines/builtin/xlsx/document_titles.h"
+#include "engines/builtin/xlsx/identity_patch.h"
 #include "engines/builtin/xlsx/package/package_edit.h"
 #include "engines/builtin/xlsx/package/part_errors.h"
 #include "engines/builtin/xlsx/part_references.h"
@@ -212,6 +213,8 @@ TextPatch Workbook::Saving::PatchOf(std::size_t position) const
     else if (recalculate_[position])
         patch.Add(SheetCells(sheet.Text()).Patch(true, rename));
     patch.Add(SelectionPatch(sheet));
+    if (sheet.IsCopy())
+        patch.Add(ApplyIdentity(text, sheet.copy_->identity));
     return patch;
 }
 

@@ -75,7 +75,9 @@ public:
             "<Default Extension=\"rels\" "
             "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
             "<Default Extension=\"xml\" ContentType=\"application/xml\"/>"
-            "<Default Extension=\"bin\" ContentType=\"application/x-settings\"/>";
+            "<Default Extension=\"bin\" ContentType=\"application/x-settings\"/>"
+            "<Default Extension=\"vml\" "
+            "ContentType=\"application/vnd.openxmlformats-officedocument.vmlDrawing\"/>";
         for (const auto& [name, type] : types_) {
             types += "<Override PartName=\"" + name +
                      "\" ContentType=\"application/vnd.openxmlformats-officedocument." +

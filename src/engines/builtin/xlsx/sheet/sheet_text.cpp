@@ -52,6 +52,7 @@ SheetText::SheetText(PartText xml, std::string partName)
         throw util::Error(book::ErrorKind::TooLargeUnpacked, {}, partName_);
     xml::Scanner scanner(*xml_, partName_);
     xml::EnterRoot(scanner);
+    AddIdentities(scanner, identities_);
     xml::ForEachChild(scanner, [&] { ReadPart(scanner); });
     CollectArrays();
     references_ = FindReferences(*xml_, partName_);
@@ -81,7 +82,7 @@ void SheetText::ReadPart(xml::Scanner& scanner)
             dimension_ = ValueRange(scanner.Attribute("ref"));
         if (name == "sheetProtection")
             isProtected_ = xml::IsTrue(scanner.Attribute("sheet"));
-        scanner.SkipElement();
+        ReadIdentities(scanner, identities_);
     }
 }
 

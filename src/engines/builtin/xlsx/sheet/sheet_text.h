@@ -7,6 +7,7 @@
 #include "engines/builtin/xlsx/formula/references.h"
 #include "engines/builtin/xlsx/package/package.h"
 #include "engines/builtin/xlsx/sheet/sheet_elements.h"
+#include "engines/builtin/xlsx/sheet/sheet_identities.h"
 #include "engines/builtin/xlsx/sheet/sheet_index.h"
 
 #include <cstddef>
@@ -40,6 +41,8 @@ public:
     const std::string& PartName() const { return partName_; }
     /// Where the part refers to sheets and tables.
     const std::vector<ReferenceSite>& References() const { return references_; }
+    /// What a copy must have otherwise.
+    const SheetIdentities& Identities() const { return identities_; }
     /// What the formulas of the cells read.
     const FormulaFacts& Facts() const { return index_.facts; }
     bool HasFormulas() const { return index_.hasFormulas; }
@@ -85,6 +88,7 @@ private:
     PartText xml_;
     std::string partName_;
     std::vector<ReferenceSite> references_;
+    SheetIdentities identities_;
     SheetIndex index_;
     std::optional<StartTag> sheetData_;
     std::size_t sheetDataEnd_ = 0;

@@ -1,0 +1,293 @@
+// What identifies things on a sheet must differ in its copies, and what refers to such a thing must
+// refer to the copy's.
+
+#include "engines/builtin/xlsx/workbook.h"
+#include "xlsx/built_book.h"
+#include "xlsx/saved_package.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace orrery::xlsx {
+namespace {
+
+using book::AccessMode;
+using test::BuiltBook;
+using test::SavedPackage;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+
+using Texts = std::vector<std::string>;
+
+constexpr const char* kModel = "xl/worksheets/sheet1.xml";
+constexpr const char* kModelLinks = "xl/worksheets/_rels/sheet1.xml.rels";
+const std::string kGuid = "{ABCDEF01-0000-4000-8000-00000000000";
+
+/// A GUID with a last digit.
+std::string Guid(char digit)
+{
+    return kGuid + digit + "}";
+}
+
+class CopiedIdentitiesTest : public testing::Test {
+protected:
+    /// Saves the book with three months: the model and two copies.
+    SavedPackage Save()
+    {
+        Workbook workbook(book.WriteTo(folder_));
+        auto& model = *workbook.FindWorksheet("Model");
+        model.SetName("January");
+        model.CopyAfter(model);
+        model.Next()->SetName("February");
+        model.Next()->CopyAfter(*model.Next());
+        model.Next()->Next()->SetName("March");
+        workbook.SaveAs(folder_ / "saved.xlsx", AccessMode::NoChange);
+        return SavedPackage(folder_ / "saved.xlsx");
+    }
+
+    /// The parts of a kind that belong to the sheets of the three months, in their order.
+    static Texts PartsOf(const SavedPackage& saved, const std::string& kind)
+    {
+        Texts parts;
+        for (const char* month : {"January", "February", "March"}) {
+            for (const auto& target : saved.Targets(saved.SheetPart(month))) {
+                if (target.type.ends_with("/" + kind))
+                    parts.push_back(target.target);
+            }
+        }
+        return parts;
+    }
+    /// The one value that an XPath finds in each of the parts.
+    static Texts EachOf(const SavedPackage& saved, const Texts& parts, const char* xpath)
+    {
+        Texts values;
+        for (const auto& part : parts) {
+            const auto found = saved.Values(part, xpath);
+            EXPECT_THAT(found, SizeIs(1)) << part << ' ' << xpath;
+            values.insert(values.end(), found.begin(), found.end());
+        }
+        return values;
+    }
+    static Texts SheetsOf(const SavedPackage& saved)
+    {
+        return {saved.SheetPart("January"), saved.SheetPart("February"), saved.SheetPart("March")};
+    }
+    /// That the values are three, the model's first, and all different.
+    static void ExpectOwn(const Texts& values, const std::string& model)
+    {
+        ASSERT_THAT(values, SizeIs(3));
+        EXPECT_EQ(values[0], model);
+        EXPECT_THAT(std::set<std::string>(values.begin(), values.end()), SizeIs(3));
+    }
+
+    BuiltBook book;
+
+private:
+    testing_support::ScratchFolder folder_;
+};
+
+constexpr const char* kVml =
+    R"(<xml xmlns:v="urn:v" xmlns:o="urn:o"><o:shapelayout><o:idmap v:ext="edit" data="1"/>)"
+    R"(</o:shapelayout><v:shapetype id="_x0000_t201"/>)"
+    R"(<v:shape id="_x0000_s1025" type="#_x0000_t201"/>)"
+    R"(<v:shape id="Object" o:spid="_x0000_s1026"/></xml>)";
+
+TEST_F(CopiedIdentitiesTest, ShapesHaveBlocksOfNumbersOfTheirOwn)
+{
+    book.Put("xl/drawings/vmlDrawing1.vml", kVml);
+    book.Put("xl/drawings/vmlDrawing2.vml", R"(<xml><o:idmap data="6"/></xml>)"); // of no sheet
+    book.Put(
+        "xl/drawings/drawing1.xml",
+        R"(<d xmlns:a="urn:a"><cNvPr id="1025"><a:compatExt spid="_x0000_s1025"/></cNvPr></d>)",
+        "drawing");
+    book.Put(kModelLinks, BuiltBook::Links({{"vmlDrawing", "../drawings/vmlDrawing1.vml"},
+                                            {"drawing", "../drawings/drawing1.xml"}}));
+    book.Put(kModel, BuiltBook::Worksheet(
+                         R"(<sheetData/><drawing r:id="rId2"/><legacyDrawing r:id="rId1"/>)"
+                         R"(<oleObjects><oleObject shapeId="1026"/></oleObjects>)"
+                         R"(<controls><control shapeId="1025" name="Box"/></controls>)"));
+    const auto saved = Save();
+    const auto sheets = SheetsOf(saved);
+    EXPECT_THAT(EachOf(saved, sheets, "//control/@shapeId"), ElementsAre("1025", "7169", "8193"));
+    EXPECT_THAT(EachOf(saved, sheets, "//oleObject/@shapeId"), ElementsAre("1026", "7170", "8194"));
+    const auto drawings = PartsOf(saved, "drawing");
+    EXPECT_THAT(EachOf(saved, drawings, "//cNvPr/@id"), ElementsAre("1025", "7169", "8193"));
+    EXPECT_THAT(EachOf(saved, drawings, "//@spid"),
+                ElementsAre("_x0000_s1025", "_x0000_s7169", "_x0000_s8193"));
+    const auto vml = PartsOf(saved, "vmlDrawing");
+    EXPECT_THAT(EachOf(saved, vml, "//o:idmap/@data"), ElementsAre("1", "7", "8"));
+    EXPECT_THAT(EachOf(saved, vml, "//v:shape[1]/@id"),
+                ElementsAre("_x0000_s1025", "_x0000_s7169", "_x0000_s8193"));
+    EXPECT_THAT(EachOf(saved, vml, "//@o:spid"),
+                ElementsAre("_x0000_s1026", "_x0000_s7170", "_x0000_s8194"));
+    EXPECT_EQ(saved.Bytes("xl/drawings/vmlDrawing1.vml"), kVml);
+}
+
+/// The model's part with a uid of its own and this content.
+std::string SheetWithUid(const std::string& content)
+{
+    auto xml = BuiltBook::Worksheet(content);
+    xml.insert(xml.find(' '),
+               R"( xmlns:xr="http://schemas.microsoft.com/office/spreadsheetml/2014/revision")"
+               " xr:uid=\"" +
+                   Guid('1') + "\"");
+    return xml;
+}
+
+TEST_F(CopiedIdentitiesTest, SheetAndFilterHaveUidsThatNamedViewsFollow)
+{
+    book.Put(kModel,
+             SheetWithUid("<sheetData/><autoFilter ref=\"A1:B2\" xr:uid=\"" + Guid('2') + "\"/>"));
+    book.Put("xl/views1.xml",
+             "<namedSheetViews><namedSheetView name=\"Own\" id=\"" + Guid('3') +
+                 "\"><nsvFilter filterId=\"" + Guid('2') +
+                 "\" ref=\"A1:B2\" tableId=\"0\"/></namedSheetView></namedSheetViews>",
+             "namedsheetviews");
+    book.Put(kModelLinks, BuiltBook::Links({{"namedSheetView", "../views1.xml"}}));
+    const auto saved = Save();
+    const auto sheets = SheetsOf(saved);
+    const auto views = PartsOf(saved, "namedSheetView");
+    ExpectOwn(EachOf(saved, sheets, "/worksheet/@xr:uid"), Guid('1'));
+    ExpectOwn(EachOf(saved, sheets, "//autoFilter/@xr:uid"), Guid('2'));
+    ExpectOwn(EachOf(saved, views, "//namedSheetView/@id"), Guid('3'));
+    EXPECT_EQ(EachOf(saved, views, "//nsvFilter/@filterId"),
+              EachOf(saved, sheets, "//autoFilter/@xr:uid"));
+    EXPECT_THAT(EachOf(saved, views, "//nsvFilter/@tableId"), ElementsAre("0", "0", "0"));
+}
+
+TEST_F(CopiedIdentitiesTest, NamedViewsFollowTheTable)
+{
+    book.Put("xl/table1.xml",
+             "<table xmlns:xr=\"urn:xr\" id=\"4\" name=\"T\" displayName=\"T\" ref=\"A1:A2\">"
+             "<autoFilter ref=\"A1:A2\" xr:uid=\"" +
+                 Guid('1') + "\"/><tableColumns><tableColumn id=\"1\" xr:uid=\"" + Guid('2') +
+                 "\" name=\"Day\"/></tableColumns></table>",
+             "table");
+    book.Put("xl/views1.xml",
+             "<namedSheetViews><nsvFilter filterId=\"" + Guid('1') +
+                 "\" tableId=\"4\"><columnFilter colId=\"0\" id=\"" + Guid('2') +
+                 "\"/></nsvFilter></namedSheetViews>",
+             "namedsheetviews");
+    book.Put(kModelLinks,
+             BuiltBook::Links({{"table", "../table1.xml"}, {"namedSheetView", "../views1.xml"}}));
+    const auto saved = Save();
+    const auto tables = PartsOf(saved, "table");
+    const auto views = PartsOf(saved, "namedSheetView");
+    EXPECT_THAT(EachOf(saved, tables, "/table/@id"), ElementsAre("4", "5", "6"));
+    EXPECT_THAT(EachOf(saved, views, "//@tableId"), ElementsAre("4", "5", "6"));
+    ExpectOwn(EachOf(saved, views, "//@filterId"), Guid('1'));
+    EXPECT_EQ(EachOf(saved, views, "//@filterId"), EachOf(saved, tables, "//autoFilter/@xr:uid"));
+    ExpectOwn(EachOf(saved, views, "//columnFilter/@id"), Guid('2'));
+    EXPECT_EQ(EachOf(saved, views, "//columnFilter/@id"),
+              EachOf(saved, tables, "//tableColumn/@xr:uid"));
+}
+
+TEST_F(CopiedIdentitiesTest, MentionsInThreadsAreTheirOwnAndOfTheSamePerson)
+{
+    book.Put("xl/thread1.xml",
+             "<ThreadedComments><threadedComment ref=\"A1\" id=\"" + Guid('1') + "\" personId=\"" +
+                 Guid('2') + "\"><mentions><mention mentionpersonId=\"" + Guid('2') +
+                 "\" mentionId=\"" + Guid('3') +
+                 "\"/></mentions></threadedComment></ThreadedComments>",
+             "threadedcomments");
+    book.Put("xl/comments1.xml",
+             "<comments xmlns:xr=\"urn:xr\"><authors><author>tc=" + Guid('1') +
+                 "</author></authors><commentList><comment ref=\"A1\" authorId=\"0\" xr:uid=\"" +
+                 Guid('1') + "\"/></commentList></comments>",
+             "comments");
+    book.Put(kModelLinks, BuiltBook::Links({{"threadedComment", "../thread1.xml"},
+                                            {"comments", "../comments1.xml"}}));
+    const auto saved = Save();
+    const auto threads = PartsOf(saved, "threadedComment");
+    const auto comments = PartsOf(saved, "comments");
+    const auto ids = EachOf(saved, threads, "//threadedComment/@id");
+    ExpectOwn(ids, Guid('1'));
+    ExpectOwn(EachOf(saved, threads, "//@mentionId"), Guid('3'));
+    for (const char* person : {"//@personId", "//@mentionpersonId"})
+        EXPECT_THAT(EachOf(saved, threads, person), testing::Each(Guid('2')));
+    EXPECT_EQ(EachOf(saved, comments, "//comment/@xr:uid"), ids);
+    EXPECT_THAT(EachOf(saved, comments, "//author"),
+                ElementsAre("tc=" + ids[0], "tc=" + ids[1], "tc=" + ids[2]));
+}
+
+/// The extension of a sheet that lists ranges to which add-ins are bound.
+std::string BoundRanges(const Texts& ids)
+{
+    std::string xml = "<extLst><ext uri=\"{7E03D99C-DC04-49d9-9315-930204A7B6E9}\" "
+                      "xmlns:x15=\"urn:x15\" xmlns:xm=\"urn:xm\"><x15:webExtensions>";
+    for (const auto& id : ids)
+        xml +=
+            "<x15:webExtension appRef=\"" + id + "\"><xm:f>Model!A1:B2</xm:f></x15:webExtension>";
+    return "<sheetData/>" + xml + "</x15:webExtensions></ext></extLst>";
+}
+
+/// The part of an add-in that is bound to these ranges.
+std::string AddIn(const Texts& bindings)
+{
+    std::string xml = "<we:webextension xmlns:we=\"urn:we\" id=\"" + Guid('1') +
+                      "\"><we:reference id=\"wa104\"/><we:bindings>";
+    for (const auto& binding : bindings)
+        xml += "<we:binding id=\"data\" type=\"matrix\" appref=\"" + binding + "\"/>";
+    return xml + "</we:bindings></we:webextension>";
+}
+
+TEST_F(CopiedIdentitiesTest, AddInsAreBoundToRangesOfTheCopy)
+{
+    book.Put("xl/webextensions/webextension1.xml", AddIn({Guid('2'), "data", Guid('9')}),
+             "webextension");
+    book.Put("xl/drawings/drawing1.xml", "<d/>", "drawing");
+    book.Put("xl/drawings/_rels/drawing1.xml.rels",
+             BuiltBook::Links({{"webextension", "../webextensions/webextension1.xml"}}));
+    book.Put(kModelLinks, BuiltBook::Links({{"drawing", "../drawings/drawing1.xml"}}));
+    book.Put(kModel, BuiltBook::Worksheet(BoundRanges({Guid('2'), Guid('3'), "data"})));
+    const auto saved = Save();
+    const auto addIns =
+        Texts{"xl/webextensions/webextension1.xml", "xl/webextensions/webextension2.xml",
+              "xl/webextensions/webextension3.xml"};
+    ExpectOwn(EachOf(saved, addIns, "/we:webextension/@id"), Guid('1'));
+    EXPECT_THAT(EachOf(saved, addIns, "//we:reference/@id"), testing::Each("wa104"));
+    const auto sheets = SheetsOf(saved);
+    EXPECT_THAT(saved.Values(sheets[0], "//@appRef"), ElementsAre(Guid('2'), Guid('3'), "data"));
+    for (const std::size_t copy : {1U, 2U}) {
+        const auto bound = saved.Values(sheets[copy], "//@appRef");
+        ASSERT_THAT(bound, SizeIs(2)) << "what another add-in is bound to stays the model's";
+        EXPECT_THAT(bound, Not(testing::Contains(Guid('2'))));
+        EXPECT_THAT(saved.Values(addIns[copy], "//@appref"),
+                    ElementsAre(bound[0], bound[1], Guid('9')))
+            << "the last one is bound to another sheet";
+    }
+    EXPECT_THAT(saved.Values(sheets[1], "//xm:f"), testing::Each("February!A1:B2"));
+}
+
+TEST_F(CopiedIdentitiesTest, RangesOfAddInsOfTheWorkbookStayTheModels)
+{
+    book.Put(kModel, BuiltBook::Worksheet(BoundRanges({Guid('2')})));
+    const auto saved = Save();
+    const auto sheets = SheetsOf(saved);
+    EXPECT_THAT(saved.Values(sheets[0], "//ext"), SizeIs(1));
+    for (const std::size_t copy : {1U, 2U})
+        EXPECT_THAT(saved.Values(sheets[copy], "//ext"), IsEmpty());
+}
+
+TEST_F(CopiedIdentitiesTest, CellsOfXmlMapsStayTheModels)
+{
+    book.Put("xl/tables/tableSingleCells1.xml", "<singleXmlCells/>", "tableSingleCells");
+    book.Put("xl/printer1.bin", "settings");
+    book.Put(kModelLinks, BuiltBook::Links({{"tableSingleCells", "../tables/tableSingleCells1.xml"},
+                                            {"printerSettings", "../printer1.bin"}}));
+    const auto saved = Save();
+    EXPECT_THAT(saved.NamesWith("xl/tables/"), SizeIs(1));
+    EXPECT_THAT(PartsOf(saved, "tableSingleCells"), SizeIs(1));
+    EXPECT_THAT(PartsOf(saved, "printerSettings"), SizeIs(3));
+    EXPECT_THAT(saved.Bytes("[Content_Types].xml"), Not(HasSubstr("tableSingleCells2")));
+}
+
+} // namespace
+} // namespace orrery::xlsx

@@ -67,9 +67,18 @@ private:
             if (!sheets_[i].IsCopy || ownNames_.contains({key, sheets_[i].Origin}))
                 continue;
             auto copied = FormulaAt(entry, i);
-            if (copied != formula)
+            if (IsChartData(entry.Name))
+                AddTwin(entry, i, copied);
+            else if (copied != formula)
                 RepeatName(entry, i, copied);
         }
+    }
+
+    /// Adds the same element under the name that the copy at `position` has for it.
+    void AddTwin(const NameEntry& entry, std::size_t position, const std::string& formula)
+    {
+        if (const auto name = scopes_.TablesFor(position).NameOf(entry.Name))
+            patch_.Insert(entry.end, ElementLike(entry, "name", *name, formula));
     }
 
     std::string FormulaAt(const NameEntry& entry, std::size_t position) const
@@ -89,16 +98,24 @@ private:
     /// twice on one sheet would make the workbook unreadable.
     void RepeatName(const NameEntry& entry, std::size_t position, const std::string& formula)
     {
-        if (!addedNames_.emplace(FoldCase(entry.Name), position).second)
-            return;
+        if (addedNames_.emplace(FoldCase(entry.Name), position).second) {
+            patch_.Insert(entry.end,
+                          ElementLike(entry, kLocalSheet, std::to_string(position), formula));
+        }
+    }
+
+    /// The element with another value of an attribute and another formula.
+    std::string ElementLike(const NameEntry& entry, std::string_view attribute,
+                            std::string_view value, const std::string& formula) const
+    {
         const std::string_view element = xml_.substr(entry.begin, entry.end - entry.begin);
         TextPatch copy;
-        xml::SetAttribute(copy, element, 0, kLocalSheet, std::to_string(position));
+        xml::SetAttribute(copy, element, 0, attribute, value);
         if (formula != entry.Formula) {
             copy.Replace(entry.formulaBegin - entry.begin, entry.formulaEnd - entry.begin,
                          xml::EncodeText(formula));
         }
-        patch_.Insert(entry.end, copy.Apply(element));
+        return copy.Apply(element);
     }
 
     using Key = std::pair<std::string, std::size_t>; // folded name, sheet

@@ -17,46 +17,6 @@ namespace {
 
 constexpr std::uint32_t kHighestId = std::numeric_limits<std::int32_t>::max();
 
-/// What a part declares: the name of a table or slicer, or the binding of an add-in.
-struct Declaration {
-    PartKind kind = PartKind::Other;
-    std::string name;
-    std::uint32_t tableId = 0;
-};
-
-bool Declares(PartKind kind)
-{
-    return kind == PartKind::Table || kind == PartKind::Slicers || kind == PartKind::AddIn;
-}
-
-std::vector<Declaration> DeclarationsIn(const Package& package, const std::string& part,
-                                        PartKind kind)
-{
-    std::vector<Declaration> declared;
-    if (!Declares(kind))
-        return declared;
-    const auto xml = package.ReadXml(part);
-    xml::Scanner element(*xml, part);
-    const auto text = [&](std::string_view name) {
-        return element.AttributeText(name).value_or("");
-    };
-    for (auto token = element.Next(); token != xml::Scanner::Token::End; token = element.Next()) {
-        if (token != xml::Scanner::Token::StartTag)
-            continue;
-        if (kind == PartKind::Table && element.Depth() == 1) {
-            const auto id = xml::ReadDigits(text("id")).value_or(0);
-            declared.push_back({kind, text("displayName"), static_cast<std::uint32_t>(id)});
-        }
-        else if (kind == PartKind::Slicers && IsSlicer(element.LocalName())) {
-            declared.push_back({kind, text("name"), 0});
-        }
-        else if (kind == PartKind::AddIn && element.LocalName() == "binding") {
-            declared.push_back({kind, text("appref"), 0});
-        }
-    }
-    return declared;
-}
-
 /// Formulas refer to tables by name alone.
 void CheckTableNames(const std::vector<Declaration>& declared)
 {
@@ -125,9 +85,21 @@ Identities::Identities(const Package& package, const std::vector<std::string>& d
 
 std::string Identities::FreeName(const std::string& name)
 {
-    auto& number = numbers_.try_emplace(util::ToUpperAscii(name), 2).first->second;
+    return FreeNumber(name + "_", 2);
+}
+
+/// "_xlchart.v1.4" for "_xlchart.v1.3": Excel numbers these names.
+std::string Identities::FreeChartName(const std::string& name)
+{
+    return FreeNumber(name.substr(0, name.rfind('.') + 1), 0);
+}
+
+/// A free name: the prefix with the first number, from `first` on, that is not taken.
+std::string Identities::FreeNumber(const std::string& prefix, unsigned first)
+{
+    auto& number = numbers_.try_emplace(util::ToUpperAscii(prefix), first).first->second;
     while (true) {
-        auto candidate = name + "_" + std::to_string(number++);
+        auto candidate = prefix + std::to_string(number++);
         if (taken_.insert(util::ToUpperAscii(candidate)).second)
             return candidate;
     }
@@ -145,9 +117,19 @@ CopyIdentity Identities::ForCopy(const std::vector<std::string>& ownedParts,
     CopyIdentity identity;
     identity.number = ++copies_;
     GiveShapeBlocks(ownedParts, identity);
-    std::unordered_set<std::string_view> bound; // ids of the ranges of the sheet
+    GiveNames(declared, identity);
+    std::unordered_set<std::string_view> ranges; // of the sheet; add-ins may use other sheets', too
     for (const auto& binding : sheet.bindings)
-        bound.insert(binding.id);
+        ranges.insert(binding.id);
+    for (const auto& [kind, name, tableId] : declared) {
+        if (kind == PartKind::AddIn && ranges.contains(name))
+            identity.bindings.emplace(name, OwnId(name, identity.number));
+    }
+    return identity;
+}
+
+void Identities::GiveNames(const std::vector<Declaration>& declared, CopyIdentity& identity)
+{
     for (const auto& [kind, name, tableId] : declared) {
         if (kind == PartKind::Table) {
             const auto model = name.empty() ? std::string("Table") : name;
@@ -158,11 +140,11 @@ CopyIdentity Identities::ForCopy(const std::vector<std::string>& ownedParts,
         else if (kind == PartKind::Slicers) {
             identity.slicers.emplace(name, FreeName(name));
         }
-        else if (bound.contains(name)) { // others are bound to another sheet, as the model's is
-            identity.bindings.emplace(name, OwnId(name, identity.number));
+        else if (kind == PartKind::Chart2016 && taken_.contains(util::ToUpperAscii(name)) &&
+                 !identity.names.contains(name)) {
+            identity.names.emplace(name, FreeChartName(name));
         }
     }
-    return identity;
 }
 
 void Identities::FindShapeBlocksOfAll()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/builtin/xlsx/declarations.h"
 #include "engines/builtin/xlsx/package/package.h"
 #include "engines/builtin/xlsx/shape_ids.h"
 #include "engines/builtin/xlsx/sheet/sheet_identities.h"
@@ -24,6 +25,7 @@ struct CopyIdentity {
     std::map<std::string, std::uint32_t> tableIds;      ///< by the model's display name
     std::map<std::uint32_t, std::uint32_t> newTableIds; ///< the same by the model's id
     std::map<std::string, std::string> slicers;         ///< slicers and timelines
+    std::map<std::string, std::string> names;           ///< of the workbook, as formulas use them
     std::map<std::string, std::string> bindings;        ///< of add-ins to ranges of the sheet
     ShapeBlocks shapes;                                 ///< of VML drawings
 };
@@ -49,6 +51,9 @@ public:
 
 private:
     std::string FreeName(const std::string& name);
+    std::string FreeChartName(const std::string& name);
+    std::string FreeNumber(const std::string& prefix, unsigned first);
+    void GiveNames(const std::vector<Declaration>& declared, CopyIdentity& identity);
     void FindShapeBlocksOfAll();
     void GiveShapeBlocks(const std::vector<std::string>& ownedParts, CopyIdentity& identity);
 

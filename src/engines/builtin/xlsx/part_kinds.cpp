@@ -7,7 +7,7 @@ namespace orrery::xlsx {
 namespace {
 
 /// Content types of all families end in the same word.
-constexpr std::array<std::pair<std::string_view, PartKind>, 11> kLastWords = {{
+constexpr std::array<std::pair<std::string_view, PartKind>, 12> kLastWords = {{
     {".table+xml", PartKind::Table},
     {".slicer+xml", PartKind::Slicers},
     {".timeline+xml", PartKind::Slicers},
@@ -17,6 +17,7 @@ constexpr std::array<std::pair<std::string_view, PartKind>, 11> kLastWords = {{
     {".vmlDrawing", PartKind::VmlDrawing},
     {".namedsheetviews+xml", PartKind::NamedViews},
     {".webextension+xml", PartKind::AddIn},
+    {".chartex+xml", PartKind::Chart2016},
     {".pivotTable+xml", PartKind::PivotTable},
     {".queryTable+xml", PartKind::QueryTable},
 }};

@@ -15,6 +15,7 @@ enum class PartKind {
     VmlDrawing,
     NamedViews,
     AddIn,
+    Chart2016,
     PivotTable,
     QueryTable
 };

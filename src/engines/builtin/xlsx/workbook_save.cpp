@@ -172,6 +172,8 @@ Workbook::Saving::Names Workbook::Saving::NamesSeenBy(const Sheet* owner) const
             change.name = own;
             tables.Set(model, std::move(change));
         }
+        for (const auto& [model, own] : owner->copy_->identity.names)
+            tables.Set(model, {own, {}, {}, {}});
     }
     return std::make_shared<const NamesOfOwner>(
         NamesOfOwner{{workbook_.NamesSeenBy(owner), workbook_.NamesSeenBy(nullptr)}, tables});

@@ -276,6 +276,45 @@ TEST_F(CopiedIdentitiesTest, RangesOfAddInsOfTheWorkbookStayTheModels)
         EXPECT_THAT(saved.Values(sheets[copy], "//ext"), IsEmpty());
 }
 
+TEST_F(CopiedIdentitiesTest, NamesOfChartDataHaveTwinsForEachCopy)
+{
+    const auto name = [](const std::string& number, const std::string& cells) {
+        return "<definedName name=\"_xlchart.v1." + number + "\" hidden=\"1\">" + cells +
+               "</definedName>";
+    };
+    book.Put("xl/workbook.xml",
+             BuiltBook::Workbook("<sheets>" + BuiltBook::Sheet("Model", "1", "rId1") +
+                                 "</sheets><definedNames>" + name("0", "Model!$A$1:$A$3") +
+                                 name("1", "Model!$B$1:$B$3") + name("3", "Model!$C$1") +
+                                 "</definedNames>"));
+    book.Put(
+        "xl/charts/chartEx1.xml",
+        "<cx:chartSpace xmlns:cx=\"urn:cx\"><cx:strDim><cx:f>_xlchart.v1.0</cx:f></cx:strDim>"
+        "<cx:numDim><cx:f>_xlchart.v1.1</cx:f></cx:numDim><cx:tx><cx:f>Model!$B$1</cx:f></cx:tx>"
+        "<cx:numDim><cx:f>_xlchart.v1.1</cx:f></cx:numDim></cx:chartSpace>",
+        "chartex");
+    book.Put("xl/drawings/drawing1.xml", "<d/>", "drawing");
+    book.Put("xl/drawings/_rels/drawing1.xml.rels",
+             BuiltBook::Links({{"chartEx", "../charts/chartEx1.xml"}}));
+    book.Put(kModelLinks, BuiltBook::Links({{"drawing", "../drawings/drawing1.xml"}}));
+    const auto saved = Save();
+    EXPECT_THAT(saved.Values("xl/charts/chartEx1.xml", "//cx:f"),
+                ElementsAre("_xlchart.v1.0", "_xlchart.v1.1", "January!$B$1", "_xlchart.v1.1"));
+    EXPECT_THAT(saved.Values("xl/charts/chartEx2.xml", "//cx:f"),
+                ElementsAre("_xlchart.v1.2", "_xlchart.v1.4", "February!$B$1", "_xlchart.v1.4"));
+    EXPECT_THAT(saved.Values("xl/charts/chartEx3.xml", "//cx:f"),
+                ElementsAre("_xlchart.v1.5", "_xlchart.v1.6", "March!$B$1", "_xlchart.v1.6"));
+    EXPECT_THAT(saved.Values("xl/workbook.xml", "//definedName/@name"),
+                ElementsAre("_xlchart.v1.0", "_xlchart.v1.2", "_xlchart.v1.5", "_xlchart.v1.1",
+                            "_xlchart.v1.4", "_xlchart.v1.6", "_xlchart.v1.3"));
+    EXPECT_THAT(saved.Values("xl/workbook.xml", "//definedName"),
+                ElementsAre("January!$A$1:$A$3", "February!$A$1:$A$3", "March!$A$1:$A$3",
+                            "January!$B$1:$B$3", "February!$B$1:$B$3", "March!$B$1:$B$3",
+                            "January!$C$1"));
+    EXPECT_THAT(saved.Values("xl/workbook.xml", "//@localSheetId"), IsEmpty());
+    EXPECT_THAT(saved.Values("xl/workbook.xml", "//definedName/@hidden"), SizeIs(7));
+}
+
 TEST_F(CopiedIdentitiesTest, CellsOfXmlMapsStayTheModels)
 {
     book.Put("xl/tables/tableSingleCells1.xml", "<singleXmlCells/>", "tableSingleCells");

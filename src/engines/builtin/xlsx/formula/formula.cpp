@@ -149,6 +149,11 @@ std::string QuoteSheetName(std::string_view name)
     return NeedsQuotes(name) ? InApostrophes(name) : std::string(name);
 }
 
+bool IsChartData(std::string_view name)
+{
+    return name.starts_with("_xlchart.");
+}
+
 std::optional<std::string> RenameInFormula(std::string_view formula, const SheetNames& sheets,
                                            const TableNames& tables)
 {

@@ -49,6 +49,10 @@ private:
 /// value).
 std::string QuoteSheetName(std::string_view name);
 
+/// Whether a name of the workbook holds data of a chart of the 2016 kind ("_xlchart.v1.3"). Excel
+/// makes these names, and such a chart refers to cells by them alone.
+bool IsChartData(std::string_view name);
+
 /// The formula with the names of sheets (before "!", both ends of a range of sheets), of tables
 /// (before "[" or alone) and of their columns (in the brackets) replaced; nothing if no name
 /// changes. Texts in quotes and references to other workbooks ("[1]Sheet1!A1") stay as they are.

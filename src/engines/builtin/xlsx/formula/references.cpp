@@ -64,7 +64,7 @@ bool IsFormulaElement(std::string_view name)
 /// Checks the undecoded text, in which "!" and "[" may also be written as character references.
 bool MayReferToSomething(std::string_view raw)
 {
-    return raw.find_first_of("![") != raw.npos || raw.find("&#") != raw.npos;
+    return raw.find_first_of("![") != raw.npos || raw.find("&#") != raw.npos || IsChartData(raw);
 }
 
 bool IsWorthListing(SiteKind kind, std::string_view raw)

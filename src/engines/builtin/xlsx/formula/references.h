@@ -29,8 +29,8 @@ struct ReferenceSite {
 };
 
 /// Every place of an XML part that contains a formula or a sheet name, found in one pass; only
-/// those that refer to something (contain "!" or "[" or are bare names) are listed. Knows
-/// worksheets, chart sheets, charts, drawings, tables, pivot caches, control properties,
+/// those that refer to something (contain "!" or "[", are bare names or a chart's) are listed.
+/// Knows worksheets, chart sheets, charts, drawings, tables, pivot caches, control properties,
 /// connections, slicers and extension lists, by element and attribute names alone. References to
 /// another file (r:id beside the name) are left out. Throws Error as `xml::Scanner` does.
 std::vector<ReferenceSite> FindReferences(std::string_view xml, std::string_view partName);

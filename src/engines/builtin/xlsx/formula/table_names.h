@@ -26,7 +26,8 @@ struct TableChange {
     const std::string* FindColumn(std::string_view column) const;
 };
 
-/// The current names of the tables that formulas refer to, and of their columns. Names are found
+/// The current names of the tables that formulas refer to, and of their columns. Other names of the
+/// workbook that a copy has under names of its own count as tables without columns. Names are found
 /// without regard to case. Copies are cheap.
 class TableNames {
 public:

@@ -23,6 +23,7 @@ TableNames NewTables()
 {
     TableNames tables;
     tables.Set("Days", {"Days_2", {}, {}, {}});
+    tables.Set("_xlchart.v1.0", {"_xlchart.v1.9", {}, {}, {}});
     return tables;
 }
 
@@ -72,6 +73,8 @@ INSTANTIATE_TEST_SUITE_P(
         PlaceCase{"Sparkline",
                   "<x14:sparkline><xm:f>Desk!A1:C1</xm:f><xm:sqref>D1</xm:sqref></x14:sparkline>",
                   "<x14:sparkline><xm:f>Jan!A1:C1</xm:f><xm:sqref>D1</xm:sqref></x14:sparkline>"},
+        PlaceCase{"ChartOf2016", "<cx:f>_xlchart.v1.0</cx:f><cx:f>_xlchart.v1.00</cx:f>",
+                  "<cx:f>_xlchart.v1.9</cx:f><cx:f>_xlchart.v1.00</cx:f>"},
         PlaceCase{"ChartSeries",
                   "<c:multiLvlStrRef><c:f>Desk!$A$1</c:f><c:pt><c:v>Desk!A1</c:v></c:pt></"
                   "c:multiLvlStrRef>",

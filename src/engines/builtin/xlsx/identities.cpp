@@ -105,8 +105,9 @@ std::string Identities::FreeNumber(const std::string& prefix, unsigned first)
     }
 }
 
-CopyIdentity Identities::ForCopy(const std::vector<std::string>& ownedParts,
-                                 const SheetIdentities& sheet)
+CopyIdentity Identities::ForCopy(const std::string& sheet,
+                                 const std::vector<std::string>& ownedParts,
+                                 const SheetIdentities& identities)
 {
     std::vector<Declaration> declared;
     for (const auto& part : ownedParts) {
@@ -117,9 +118,14 @@ CopyIdentity Identities::ForCopy(const std::vector<std::string>& ownedParts,
     CopyIdentity identity;
     identity.number = ++copies_;
     GiveShapeBlocks(ownedParts, identity);
+    if (const auto* link = package_.RelationshipsOf(sheet).FindById(identities.drawing)) {
+        const auto drawing = identity.drawings.find(PartKey(ResolveTarget(sheet, link->Target)));
+        if (drawing != identity.drawings.end())
+            identity.shapes = drawing->second;
+    }
     GiveNames(declared, identity);
     std::unordered_set<std::string_view> ranges; // of the sheet; add-ins may use other sheets', too
-    for (const auto& binding : sheet.bindings)
+    for (const auto& binding : identities.bindings)
         ranges.insert(binding.id);
     for (const auto& [kind, name, tableId] : declared) {
         if (kind == PartKind::AddIn && ranges.contains(name))
@@ -172,9 +178,10 @@ void Identities::GiveShapeBlocks(const std::vector<std::string>& ownedParts, Cop
         const auto found = shapeBlocks_->find(PartKey(part));
         if (found == shapeBlocks_->end())
             continue;
+        auto& own = identity.drawings[found->first];
         for (const std::uint32_t block : found->second) {
-            if (lastShapeBlock_ < kLastShapeBlock && !identity.shapes.contains(block))
-                identity.shapes.emplace(block, ++lastShapeBlock_);
+            if (lastShapeBlock_ < kLastShapeBlock)
+                own.emplace(block, ++lastShapeBlock_);
         }
     }
 }

@@ -27,7 +27,8 @@ struct CopyIdentity {
     std::map<std::string, std::string> slicers;         ///< slicers and timelines
     std::map<std::string, std::string> names;           ///< of the workbook, as formulas use them
     std::map<std::string, std::string> bindings;        ///< of add-ins to ranges of the sheet
-    ShapeBlocks shapes;                                 ///< of VML drawings
+    std::map<std::string, ShapeBlocks> drawings;        ///< of VML drawings, by PartKey
+    ShapeBlocks shapes; ///< of the one with the sheet's controls and objects
 };
 
 inline constexpr std::size_t kGuidLength = 38; ///< braces included
@@ -44,10 +45,10 @@ public:
     /// are ignored. The package outlives this object.
     Identities(const Package& package, const std::vector<std::string>& definedNames);
 
-    /// New ones for everything that a sheet and these parts of it declare. Throws Error as
+    /// New ones for everything that a sheet and the parts that it owns declare. Throws Error as
     /// `Package` does if one cannot be read; no name is taken then.
-    CopyIdentity ForCopy(const std::vector<std::string>& ownedParts,
-                         const SheetIdentities& sheet = {});
+    CopyIdentity ForCopy(const std::string& sheet, const std::vector<std::string>& ownedParts,
+                         const SheetIdentities& identities = {});
 
 private:
     std::string FreeName(const std::string& name);

@@ -207,8 +207,10 @@ TextPatch ApplyIdentity(std::string_view text, std::string_view partName, std::s
     const PartKind kind = KindOf(type);
     if (kind == PartKind::Other)
         return {};
-    if (kind == PartKind::VmlDrawing)
-        return MoveShapes(text, identity.shapes);
+    if (kind == PartKind::VmlDrawing) {
+        const auto blocks = identity.drawings.find(PartKey(partName));
+        return blocks != identity.drawings.end() ? MoveShapes(text, blocks->second) : TextPatch();
+    }
     PartPatcher patcher(text, kind, identity);
     xml::Scanner scanner(text, partName);
     for (auto token = scanner.Next(); token != xml::Scanner::Token::End; token = scanner.Next()) {

@@ -49,7 +49,7 @@ std::shared_ptr<const SheetCopy> SheetCopier::CopyOnce(const std::string& model,
     copy->plan = PlanCopy(package_, model, names_);
     const CopyPlan& plan = copy->plan;
     CheckLimits(plan);
-    copy->identity = identities_.ForCopy(OwnedParts(package_, model), identities);
+    copy->identity = identities_.ForCopy(model, OwnedParts(package_, model), identities);
     for (std::size_t i = 1; i < plan.parts.size(); ++i)
         FindReferencesOf(plan.parts[i].original);
     copy->number = copies_++;

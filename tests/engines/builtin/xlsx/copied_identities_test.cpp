@@ -99,34 +99,42 @@ constexpr const char* kVml =
     R"(<v:shape id="_x0000_s1025" type="#_x0000_t201"/>)"
     R"(<v:shape id="Object" o:spid="_x0000_s1026"/></xml>)";
 
-TEST_F(CopiedIdentitiesTest, ShapesHaveBlocksOfNumbersOfTheirOwn)
+constexpr const char* kHeaderVml =
+    R"(<xml xmlns:v="urn:v" xmlns:o="urn:o"><o:idmap v:ext="edit" data="1"/>)"
+    R"(<v:shape id="LH" o:spid="_x0000_s1025"/></xml>)";
+
+TEST_F(CopiedIdentitiesTest, EachDrawingHasABlockOfNumbersOfShapes)
 {
-    book.Put("xl/drawings/vmlDrawing1.vml", kVml);
-    book.Put("xl/drawings/vmlDrawing2.vml", R"(<xml><o:idmap data="6"/></xml>)"); // of no sheet
+    book.Put("xl/drawings/vmlDrawing1.vml", kVml).Put("xl/drawings/vmlDrawing2.vml", kHeaderVml);
+    book.Put("xl/drawings/vmlDrawing3.vml", R"(<xml><o:idmap data="6"/></xml>)"); // of no sheet
     book.Put(
         "xl/drawings/drawing1.xml",
         R"(<d xmlns:a="urn:a"><cNvPr id="1025"><a:compatExt spid="_x0000_s1025"/></cNvPr></d>)",
         "drawing");
-    book.Put(kModelLinks, BuiltBook::Links({{"vmlDrawing", "../drawings/vmlDrawing1.vml"},
+    book.Put(kModelLinks, BuiltBook::Links({{"vmlDrawing", "../drawings/vmlDrawing2.vml"},
+                                            {"vmlDrawing", "../drawings/vmlDrawing1.vml"},
                                             {"drawing", "../drawings/drawing1.xml"}}));
     book.Put(kModel, BuiltBook::Worksheet(
-                         R"(<sheetData/><drawing r:id="rId2"/><legacyDrawing r:id="rId1"/>)"
+                         R"(<sheetData/><drawing r:id="rId3"/><legacyDrawing r:id="rId2"/>)"
+                         R"(<legacyDrawingHF r:id="rId1"/>)"
                          R"(<oleObjects><oleObject shapeId="1026"/></oleObjects>)"
                          R"(<controls><control shapeId="1025" name="Box"/></controls>)"));
     const auto saved = Save();
     const auto sheets = SheetsOf(saved);
-    EXPECT_THAT(EachOf(saved, sheets, "//control/@shapeId"), ElementsAre("1025", "7169", "8193"));
-    EXPECT_THAT(EachOf(saved, sheets, "//oleObject/@shapeId"), ElementsAre("1026", "7170", "8194"));
+    // Blocks 7 and 9 are those of the headers.
+    EXPECT_THAT(EachOf(saved, sheets, "//control/@shapeId"), ElementsAre("1025", "8193", "10241"));
+    EXPECT_THAT(EachOf(saved, sheets, "//oleObject/@shapeId"),
+                ElementsAre("1026", "8194", "10242"));
     const auto drawings = PartsOf(saved, "drawing");
-    EXPECT_THAT(EachOf(saved, drawings, "//cNvPr/@id"), ElementsAre("1025", "7169", "8193"));
+    EXPECT_THAT(EachOf(saved, drawings, "//cNvPr/@id"), ElementsAre("1025", "8193", "10241"));
     EXPECT_THAT(EachOf(saved, drawings, "//@spid"),
-                ElementsAre("_x0000_s1025", "_x0000_s7169", "_x0000_s8193"));
-    const auto vml = PartsOf(saved, "vmlDrawing");
-    EXPECT_THAT(EachOf(saved, vml, "//o:idmap/@data"), ElementsAre("1", "7", "8"));
-    EXPECT_THAT(EachOf(saved, vml, "//v:shape[1]/@id"),
-                ElementsAre("_x0000_s1025", "_x0000_s7169", "_x0000_s8193"));
+                ElementsAre("_x0000_s1025", "_x0000_s8193", "_x0000_s10241"));
+    const auto vml = PartsOf(saved, "vmlDrawing"); // of each month its header's first
+    EXPECT_THAT(EachOf(saved, vml, "//o:idmap/@data"), ElementsAre("1", "1", "7", "8", "9", "10"));
     EXPECT_THAT(EachOf(saved, vml, "//@o:spid"),
-                ElementsAre("_x0000_s1026", "_x0000_s7170", "_x0000_s8194"));
+                ElementsAre("_x0000_s1025", "_x0000_s1026", "_x0000_s7169", "_x0000_s8194",
+                            "_x0000_s9217", "_x0000_s10242"));
+    EXPECT_THAT(saved.Values(vml[3], "//v:shape/@id"), ElementsAre("_x0000_s8193", "Object"));
     EXPECT_EQ(saved.Bytes("xl/drawings/vmlDrawing1.vml"), kVml);
 }
 

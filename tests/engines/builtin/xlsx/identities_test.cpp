@@ -14,6 +14,7 @@
 namespace orrery::xlsx {
 namespace {
 
+constexpr const char* kSheet1 = "/xl/worksheets/sheet1.xml";
 constexpr const char* kFirstGuid = "{ABCDEF01-0000-4000-8000-000000000001}";
 constexpr const char* kSecondGuid = "{ABCDEF01-0000-4000-8000-000000000002}";
 constexpr std::string_view kTableType =
@@ -23,8 +24,8 @@ TEST(IdentitiesTest, TableNamesAvoidDefinedNamesWithoutRegardToCase)
 {
     const auto package = Package(test::EverythingPath());
     Identities identities(package, {"PLAN_2", "plan_4"});
-    EXPECT_EQ(identities.ForCopy({"/xl/tables/table1.xml"}).tables.at("Plan"), "Plan_3");
-    EXPECT_EQ(identities.ForCopy({"/xl/tables/table1.xml"}).tables.at("Plan"), "Plan_5");
+    EXPECT_EQ(identities.ForCopy(kSheet1, {"/xl/tables/table1.xml"}).tables.at("Plan"), "Plan_3");
+    EXPECT_EQ(identities.ForCopy(kSheet1, {"/xl/tables/table1.xml"}).tables.at("Plan"), "Plan_5");
 }
 
 TEST(IdentitiesTest, GuidsKeepTheirShapeAndDependOnlyOnModelAndCopy)

@@ -76,7 +76,7 @@ TEST(SheetCopierTest, CopiesOfOneSheetHaveNothingInCommon)
     EXPECT_EQ(first->identity.tables.at("Plan"), "Plan_2");
     EXPECT_EQ(second->identity.tables.at("Plan"), "Plan_3");
     EXPECT_NE(first->identity.number, second->identity.number);
-    EXPECT_NE(first->identity.shapes, second->identity.shapes);
+    EXPECT_NE(first->identity.drawings, second->identity.drawings);
     EXPECT_EQ(first->plan.parts.size(), 10U);
     std::set<std::string> parts;
     for (const auto* copy : {first.get(), second.get()}) {

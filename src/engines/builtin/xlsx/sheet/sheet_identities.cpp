@@ -44,6 +44,8 @@ void AddIdentities(const xml::Scanner& element, SheetIdentities& found)
             found.uids.push_back(ValueOf(attribute));
         else if (hasShape && attribute.name == "shapeId")
             found.shapes.push_back(ValueOf(attribute));
+        else if (name == "legacyDrawing" && attribute.name.ends_with(":id"))
+            found.drawing = xml::DecodeAttribute(attribute.raw);
     }
 }
 

@@ -18,6 +18,7 @@ struct SheetIdentities {
     };
     std::vector<xml::TextRange> uids;   ///< values of "xr:uid": of the sheet, its filter, its links
     std::vector<xml::TextRange> shapes; ///< numbers of the shapes of controls and objects
+    std::string drawing;                ///< the relationship to the VML drawing with these shapes
     std::vector<Binding> bindings;
 };
 

@@ -255,13 +255,27 @@ def controls(sheet):
                              if root.get("fmlaLink")]}
 
 
+def _filtered_tables(sheet):
+    """The ids of the tables that the slicers of a sheet filter, through caches of the workbook."""
+    package = sheet.package
+    caches = [package.tree(rel.target) for rel in package.rels(package.workbook).values()
+              if rel.kind == "slicerCache" and rel.target in package]
+    shown = {element.get("cache") for part in sheet.related("slicer")
+             for element in package.tree(part)}
+    return {filtered.get("tableId") for cache in caches if cache.get("name") in shown
+            for filtered in deep(cache, "tableSlicerCache")}
+
+
 def slicers(sheet):
     def names(each):
         return [element.get("name") for part in each.related("slicer")
                 for element in sheet.package.tree(part)]
     own = names(sheet)
+    filtered = _filtered_tables(sheet)
     everywhere = [name for each in sheet.book.sheets for name in names(each)]
     drawn = [element.get("name") for part in sheet.related("drawing")
              for element in deep(sheet.package.tree(part), "slicer")]
     return {"slicers": len([name for name in own if name in drawn]) or None,
-            "names of their own": bool(own) and all(everywhere.count(name) == 1 for name in own)}
+            "names of their own": bool(own) and all(everywhere.count(name) == 1 for name in own),
+            "the tables of the sheet": bool(filtered) and filtered <= {table.get("id")
+                                                                       for table in sheet.tables}}

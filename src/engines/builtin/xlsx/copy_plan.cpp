@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <deque>
 #include <optional>
 #include <set>
@@ -59,6 +60,8 @@ std::optional<std::string> OwnedBy(const Package& package, const std::string& pa
     // A part with unique names cannot be shared, whatever kind of relationship leads to it.
     if (IsShared(relationship) && !HasIdentity(package.TypeOf(target)))
         return std::nullopt;
+    if (KindOf(package.TypeOf(target)) == PartKind::SlicerCache)
+        return std::nullopt; // the workbook's
     return target;
 }
 
@@ -93,9 +96,25 @@ public:
         plan_.names.numbers = earlier.numbers;
     }
 
-    CopyPlan Plan(const std::string& sheet)
+    CopyPlan Plan(const std::string& sheet, const std::vector<std::string>& others)
     {
-        Enter(sheet);
+        EnterAll(sheet);
+        for (const std::string& other : others) {
+            if (!found_.contains(PartKey(other)))
+                EnterAll(other);
+        }
+        return std::move(plan_);
+    }
+
+private:
+    struct Place { // in the relationships of a part
+        std::size_t part = 0;
+        std::size_t next = 0;
+    };
+
+    void EnterAll(const std::string& part)
+    {
+        Enter(part);
         while (!open_.empty()) {
             const Place place = open_.back();
             if (place.next == plan_.parts[place.part].relationships->All().size()) {
@@ -106,14 +125,7 @@ public:
             ++open_.back().next;
             Follow(place);
         }
-        return std::move(plan_);
     }
-
-private:
-    struct Place { // in the relationships of a part
-        std::size_t part = 0;
-        std::size_t next = 0;
-    };
 
     std::size_t Enter(const std::string& part)
     {
@@ -167,9 +179,19 @@ private:
 
 } // namespace
 
-CopyPlan PlanCopy(const Package& package, const std::string& sheet, const NewPartNames& earlier)
+const std::string& CopyPlan::CopyOf(const std::string& original) const
 {
-    return Planner(package, earlier).Plan(sheet);
+    const auto part = std::ranges::find(parts, PartKey(original), [](const PlannedPart& planned) {
+        return PartKey(planned.original);
+    });
+    assert(part != parts.end());
+    return part->copy;
+}
+
+CopyPlan PlanCopy(const Package& package, const std::string& sheet,
+                  const std::vector<std::string>& others, const NewPartNames& earlier)
+{
+    return Planner(package, earlier).Plan(sheet, others);
 }
 
 std::vector<std::string> OwnedParts(const Package& package, const std::string& sheet)

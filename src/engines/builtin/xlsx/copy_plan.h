@@ -42,13 +42,18 @@ struct CopyPlan {
     std::vector<Step> steps;
     std::uint64_t size = 0; ///< of the originals, unpacked, in bytes
     NewPartNames names;     ///< its own keys, and the next numbers
+
+    /// The name of the copy of a part.
+    const std::string& CopyOf(const std::string& original) const;
 };
 
 /// What a copy of a sheet consists of: its own part and every part that it owns, each once, however
 /// often it is referred to and however it is spelled. The copies have names like those of their
 /// models ("/xl/charts/chart12.xml") with the first number that is free in the package and among
 /// the names of earlier copies. Throws Error as `Package` does if relationships are damaged.
-CopyPlan PlanCopy(const Package& package, const std::string& sheet, const NewPartNames& earlier);
+/// `others` are parts of the workbook that the copy needs for itself.
+CopyPlan PlanCopy(const Package& package, const std::string& sheet,
+                  const std::vector<std::string>& others, const NewPartNames& earlier);
 
 /// The parts that a sheet owns, without itself, in the order of its relationships.
 std::vector<std::string> OwnedParts(const Package& package, const std::string& sheet);

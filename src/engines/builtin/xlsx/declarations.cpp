@@ -10,8 +10,8 @@ namespace {
 
 bool Declares(PartKind kind)
 {
-    return kind == PartKind::Table || kind == PartKind::Slicers || kind == PartKind::AddIn ||
-           kind == PartKind::Chart2016;
+    return kind == PartKind::Table || kind == PartKind::Slicers || kind == PartKind::SlicerCache ||
+           kind == PartKind::AddIn || kind == PartKind::Chart2016;
 }
 
 } // namespace
@@ -35,6 +35,9 @@ std::vector<Declaration> DeclarationsIn(const Package& package, const std::strin
             declared.push_back({kind, text("displayName"), static_cast<std::uint32_t>(id)});
         }
         else if (kind == PartKind::Slicers && IsSlicer(element.LocalName())) {
+            declared.push_back({kind, text("name"), 0, text("cache")});
+        }
+        else if (kind == PartKind::SlicerCache && element.Depth() == 1) {
             declared.push_back({kind, text("name"), 0});
         }
         else if (kind == PartKind::AddIn && element.LocalName() == "binding") {

@@ -15,6 +15,7 @@ struct Declaration {
     PartKind kind = PartKind::Other; ///< of the part
     std::string name;
     std::uint32_t tableId = 0; ///< of tables only
+    std::string cache{};       ///< of slicers only: the name of what they show
 };
 
 /// Those of a part of that kind. Throws Error as `Package` does if it cannot be read.

@@ -17,6 +17,13 @@ namespace {
 constexpr std::size_t kNoSheet = std::numeric_limits<std::size_t>::max();
 constexpr std::string_view kLocalSheet = "localSheetId";
 
+/// Whether copies may have the name under names of their own: that of a chart's data, or of the
+/// cache of a slicer, whose formula is an error.
+bool MayHaveTwins(const NameEntry& entry)
+{
+    return IsChartData(entry.Name) || entry.Formula == "#N/A";
+}
+
 class NamePatcher {
 public:
     NamePatcher(std::string_view xml, const std::vector<NameEntry>& names,
@@ -67,7 +74,7 @@ private:
             if (!sheets_[i].IsCopy || ownNames_.contains({key, sheets_[i].Origin}))
                 continue;
             auto copied = FormulaAt(entry, i);
-            if (IsChartData(entry.Name))
+            if (MayHaveTwins(entry))
                 AddTwin(entry, i, copied);
             else if (copied != formula)
                 RepeatName(entry, i, copied);

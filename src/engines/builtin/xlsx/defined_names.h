@@ -44,8 +44,8 @@ struct NameScopes {
 /// The replacements in the defined names for the sheets as they are saved. The names of a sheet are
 /// repeated for its copies. A name of the workbook is repeated on every copy from which its formula
 /// reads differently, because it refers to the copy's model; but not if the model has a name of its
-/// own that is the same, and not for macros. Names of chart data are the workbook's: those that a
-/// copy uses get twins with the names that `TablesFor` gives them.
+/// own that is the same, and not for macros. Names of chart data and of slicers' caches are the
+/// workbook's: those that a copy uses get twins with the names that `TablesFor` gives them.
 TextPatch PatchDefinedNames(std::string_view xml, const std::vector<NameEntry>& names,
                             const std::vector<SavedSheet>& sheets, const NameScopes& scopes);
 

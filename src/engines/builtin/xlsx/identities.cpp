@@ -71,7 +71,7 @@ Identities::Identities(const Package& package, const std::vector<std::string>& d
     for (const auto& part : package.PartNames()) {
         // Some readers take "/xl/./tables/table1.xml" for the part without the ".".
         const auto kind = KindOf(package.TypeOf(ResolveTarget("", part)));
-        if (kind != PartKind::Table && kind != PartKind::Slicers)
+        if (kind != PartKind::Table && kind != PartKind::Slicers && kind != PartKind::SlicerCache)
             continue;
         UnlessDamaged([&] {
             for (const Declaration& declared : DeclarationsIn(package, part, kind)) {
@@ -107,7 +107,7 @@ std::string Identities::FreeNumber(const std::string& prefix, unsigned first)
 
 CopyIdentity Identities::ForCopy(const std::string& sheet,
                                  const std::vector<std::string>& ownedParts,
-                                 const SheetIdentities& identities)
+                                 const SheetIdentities& identities, SheetIds ids)
 {
     std::vector<Declaration> declared;
     for (const auto& part : ownedParts) {
@@ -116,6 +116,7 @@ CopyIdentity Identities::ForCopy(const std::string& sheet,
     }
     CheckTableNames(declared);
     CopyIdentity identity;
+    identity.sheet = ids;
     identity.number = ++copies_;
     GiveShapeBlocks(ownedParts, identity);
     if (const auto* link = package_.RelationshipsOf(sheet).FindById(identities.drawing)) {
@@ -127,7 +128,7 @@ CopyIdentity Identities::ForCopy(const std::string& sheet,
     std::unordered_set<std::string_view> ranges; // of the sheet; add-ins may use other sheets', too
     for (const auto& binding : identities.bindings)
         ranges.insert(binding.id);
-    for (const auto& [kind, name, tableId] : declared) {
+    for (const auto& [kind, name, tableId, cache] : declared) {
         if (kind == PartKind::AddIn && ranges.contains(name))
             identity.bindings.emplace(name, OwnId(name, identity.number));
     }
@@ -136,7 +137,7 @@ CopyIdentity Identities::ForCopy(const std::string& sheet,
 
 void Identities::GiveNames(const std::vector<Declaration>& declared, CopyIdentity& identity)
 {
-    for (const auto& [kind, name, tableId] : declared) {
+    for (const auto& [kind, name, tableId, cache] : declared) {
         if (kind == PartKind::Table) {
             const auto model = name.empty() ? std::string("Table") : name;
             identity.tables.emplace(model, FreeName(model));
@@ -145,6 +146,9 @@ void Identities::GiveNames(const std::vector<Declaration>& declared, CopyIdentit
         }
         else if (kind == PartKind::Slicers) {
             identity.slicers.emplace(name, FreeName(name));
+        }
+        else if (kind == PartKind::SlicerCache) {
+            identity.names.emplace(name, FreeName(name));
         }
         else if (kind == PartKind::Chart2016 && taken_.contains(util::ToUpperAscii(name)) &&
                  !identity.names.contains(name)) {

@@ -18,8 +18,15 @@
 
 namespace orrery::xlsx {
 
+/// The "sheetId" of a copied sheet and of its model.
+struct SheetIds {
+    std::uint32_t model = 0;
+    std::uint32_t copy = 0;
+};
+
 /// The names and ids of a copied sheet that differ from its model's, by the model's.
 struct CopyIdentity {
+    SheetIds sheet;
     std::uint32_t number = 0;                  ///< of the copy, from 1; its GUIDs derive from it
     std::map<std::string, std::string> tables; ///< display names
     std::map<std::string, std::uint32_t> tableIds;      ///< by the model's display name
@@ -48,7 +55,7 @@ public:
     /// New ones for everything that a sheet and the parts that it owns declare. Throws Error as
     /// `Package` does if one cannot be read; no name is taken then.
     CopyIdentity ForCopy(const std::string& sheet, const std::vector<std::string>& ownedParts,
-                         const SheetIdentities& identities = {});
+                         const SheetIdentities& identities = {}, SheetIds ids = {});
 
 private:
     std::string FreeName(const std::string& name);

@@ -1,6 +1,7 @@
 #include "engines/builtin/xlsx/identity_patch.h"
 
 #include "engines/builtin/xlsx/part_kinds.h"
+#include "engines/builtin/xlsx/slicer_caches.h"
 #include "engines/builtin/xml/attribute_patch.h"
 #include "engines/builtin/xml/reading.h"
 
@@ -90,6 +91,11 @@ private:
         const auto found = identity_.slicers.find(*name);
         if (found != identity_.slicers.end())
             SetAttribute(element, "name", found->second);
+        if (const auto cache = element.Attribute("cache")) { // in its own part
+            const auto own = identity_.names.find(xml::DecodeAttribute(cache->raw));
+            if (own != identity_.names.end())
+                Set(*cache, own->second);
+        }
     }
 
     /// The table of a filter; 0 for the sheet's own. [MS-XLSX] 2.6.212
@@ -220,6 +226,8 @@ TextPatch ApplyIdentity(std::string_view text, std::string_view partName, std::s
     auto patch = patcher.Take();
     if (kind == PartKind::Table)
         patch.Add(RemoveXmlMapping(text, partName));
+    else if (kind == PartKind::SlicerCache)
+        patch.Add(PatchSlicerCache(text, partName, identity));
     else if (kind == PartKind::Comments)
         patch.Add(RenameThreads(text, identity));
     else if (kind == PartKind::Drawing)

@@ -7,10 +7,12 @@ namespace orrery::xlsx {
 namespace {
 
 /// Content types of all families end in the same word.
-constexpr std::array<std::pair<std::string_view, PartKind>, 12> kLastWords = {{
+constexpr std::array<std::pair<std::string_view, PartKind>, 14> kLastWords = {{
     {".table+xml", PartKind::Table},
     {".slicer+xml", PartKind::Slicers},
     {".timeline+xml", PartKind::Slicers},
+    {".slicerCache+xml", PartKind::SlicerCache},
+    {".timelineCache+xml", PartKind::SlicerCache},
     {".threadedcomments+xml", PartKind::ThreadedComments},
     {".comments+xml", PartKind::Comments},
     {".drawing+xml", PartKind::Drawing},

@@ -9,6 +9,7 @@ enum class PartKind {
     Other,
     Table,
     Slicers, ///< or timelines
+    SlicerCache,
     ThreadedComments,
     Comments,
     Drawing,

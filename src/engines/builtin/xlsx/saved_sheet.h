@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orrery::xlsx {
@@ -16,6 +17,8 @@ struct SavedSheet {
     // of copies only
     std::uint32_t SheetId = 0;
     std::string RelationshipId;
+    /// Relationships of the workbook part: the model's and its own, for parts of both.
+    std::vector<std::pair<std::string, std::string>> OfWorkbook{};
 };
 
 /// The position of the template's sheet; the number of sheets if it is missing.

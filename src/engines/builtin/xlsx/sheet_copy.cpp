@@ -8,6 +8,8 @@
 #include "util/error.h"
 #include "util/paths.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace orrery::xlsx {
@@ -29,12 +31,12 @@ SheetCopier::SheetCopier(const Package& package, const std::vector<std::string>&
 }
 
 std::shared_ptr<const SheetCopy> SheetCopier::Copy(const std::string& model,
-                                                   const SheetIdentities& identities)
+                                                   const SheetIdentities& identities, SheetIds ids)
 {
     if (const auto known = refusals_.find(model); known != refusals_.end())
         throw util::Error(known->second);
     try {
-        return CopyOnce(model, identities);
+        return CopyOnce(model, identities, ids);
     }
     catch (const util::Error& error) {
         refusals_.emplace(model, error);
@@ -42,14 +44,22 @@ std::shared_ptr<const SheetCopy> SheetCopier::Copy(const std::string& model,
     }
 }
 
-std::shared_ptr<const SheetCopy> SheetCopier::CopyOnce(const std::string& model,
-                                                       const SheetIdentities& identities)
+std::shared_ptr<const SheetCopy>
+SheetCopier::CopyOnce(const std::string& model, const SheetIdentities& identities, SheetIds ids)
 {
     auto copy = std::make_shared<SheetCopy>();
-    copy->plan = PlanCopy(package_, model, names_);
+    auto owned = OwnedParts(package_, model);
+    const auto caches = CachesOf(owned, ids.model);
+    std::vector<std::string> ofWorkbook;
+    for (const SlicerCache& cache : caches)
+        ofWorkbook.push_back(cache.part);
+    copy->plan = PlanCopy(package_, model, ofWorkbook, names_);
     const CopyPlan& plan = copy->plan;
     CheckLimits(plan);
-    copy->identity = identities_.ForCopy(model, OwnedParts(package_, model), identities);
+    owned.insert(owned.end(), ofWorkbook.begin(), ofWorkbook.end());
+    copy->identity = identities_.ForCopy(model, owned, identities, ids);
+    for (const SlicerCache& cache : caches)
+        copy->ofWorkbook.push_back({cache.relationshipId, plan.CopyOf(cache.part)});
     for (std::size_t i = 1; i < plan.parts.size(); ++i)
         FindReferencesOf(plan.parts[i].original);
     copy->number = copies_++;
@@ -59,6 +69,25 @@ std::shared_ptr<const SheetCopy> SheetCopier::CopyOnce(const std::string& model,
         parts_ += part.relationships->All().empty() ? std::size_t{1} : 2;
     bytes_ += plan.size;
     return copy;
+}
+
+std::vector<SlicerCache> SheetCopier::CachesOf(const std::vector<std::string>& ownedParts,
+                                               std::uint32_t sheetId)
+{
+    const auto kindOf = [this](const std::string& part) { return KindOf(package_.TypeOf(part)); };
+    const auto hasSlicers = [&](const std::string& part) {
+        return kindOf(part) == PartKind::Slicers;
+    };
+    if (std::ranges::none_of(ownedParts, hasSlicers))
+        return {};
+    if (!caches_)
+        caches_ = ReadSlicerCaches(package_);
+    std::vector<Declaration> declared;
+    for (const auto& part : ownedParts) {
+        auto found = DeclarationsIn(package_, part, kindOf(part));
+        std::ranges::move(found, std::back_inserter(declared));
+    }
+    return CachesOfCopy(*caches_, declared, sheetId);
 }
 
 bool SheetCopier::HasPart(const std::string& part) const

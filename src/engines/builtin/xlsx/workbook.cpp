@@ -149,11 +149,19 @@ std::unique_ptr<Sheet> Workbook::Copy(Sheet& model)
     copy->text_ = model.Text();
     copy->cells_ = model.cells_;
     copy->tables_ = model.Tables();
-    copy->copy_ = copier_->Copy(model.part_, model.Text()->Identities());
-    const auto* modelRelationship = links_.FindById(model.relationshipId_);
-    copy->relationshipId_ =
-        links_.Add(modelRelationship->Type, RelativeTarget(workbookPart_, copy->copy_->Part()));
+    copy->copy_ = copier_->Copy(model.part_, model.Text()->Identities(),
+                                {OriginalOf(model).sheetId_, copy->sheetId_});
+    copy->relationshipId_ = LinkLike(model.relationshipId_, copy->copy_->Part());
+    for (const auto& [modelId, part] : copy->copy_->ofWorkbook)
+        copy->ofWorkbook_.emplace_back(modelId, LinkLike(modelId, part));
     return copy;
+}
+
+/// Adds a relationship of the same type to another part; returns its id.
+std::string Workbook::LinkLike(const std::string& id, const std::string& part)
+{
+    const std::string type = links_.FindById(id)->Type;
+    return links_.Add(type, RelativeTarget(workbookPart_, part));
 }
 
 /// One above the highest; if Excel would refuse that, the lowest free one.

@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orrery::xlsx {
@@ -50,7 +51,9 @@ private:
     mutable bool isDamaged_ = false;
     std::optional<SheetCells> cells_;
     std::optional<SheetTables> tables_;
-    std::shared_ptr<const SheetCopy> copy_; // of a copy
+    // of a copy
+    std::shared_ptr<const SheetCopy> copy_;
+    std::vector<std::pair<std::string, std::string>> ofWorkbook_; // as in SavedSheet
 };
 
 /// An open .xlsx workbook that is edited in place. Nothing is rewritten when a sheet is renamed,
@@ -74,6 +77,7 @@ private:
     void ReadSheets();
     std::uint32_t FreeSheetId() const;
     std::unique_ptr<Sheet> Copy(Sheet& model);
+    std::string LinkLike(const std::string& id, const std::string& part);
     SharedStrings& Strings();
     void CheckNoStringsAreUnlinked() const;
     std::string AddStringsRelationship();

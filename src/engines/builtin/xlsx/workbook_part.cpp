@@ -32,6 +32,12 @@ std::optional<xml::ScannedAttribute> RelationshipAttribute(const xml::Scanner& e
     return std::nullopt;
 }
 
+/// Extensions list the caches of slicers and timelines.
+bool IsListEntry(std::string_view localName)
+{
+    return localName == "slicerCache" || localName == "timelineCacheRef";
+}
+
 } // namespace
 
 class WorkbookPart::Reader {
@@ -46,6 +52,9 @@ public:
         for (auto token = scanner_.Next(); token != Token::End; token = scanner_.Next()) {
             if (token == Token::StartTag && IsMainNamespace(scanner_.NamespaceUri())) {
                 ReadElement();
+            }
+            else if (token == Token::StartTag && IsListEntry(scanner_.LocalName())) {
+                ReadListEntry();
             }
             else if (token == Token::EndTag) {
                 EndElement();
@@ -103,6 +112,17 @@ private:
         part_.sheets_.push_back(std::move(entry));
     }
 
+    void ReadListEntry()
+    {
+        const auto id = RelationshipAttribute(scanner_);
+        if (!id)
+            return;
+        ListEntry entry{xml::DecodeAttribute(id->raw), std::string(id->name), scanner_.Begin(), 0};
+        scanner_.SkipElement();
+        entry.end = scanner_.End();
+        part_.lists_.push_back(std::move(entry));
+    }
+
     void ReadView()
     {
         if (part_.views_.empty())
@@ -147,6 +167,7 @@ std::string WorkbookPart::ToXml(const std::vector<SavedSheet>& sheets, bool reca
 {
     TextPatch patch;
     PatchSheets(patch, sheets);
+    PatchLists(patch, sheets);
     patch.Add(PatchDefinedNames(*xml_, names_, sheets,
                                 {workbookNames, workbookTables, namesFor, tablesFor}));
     PatchViews(patch, sheets);
@@ -181,6 +202,23 @@ std::string WorkbookPart::CopiedEntry(const SheetEntry& entry, const SavedSheet&
     if (!entry.relationshipAttribute.empty())
         xml::SetAttribute(patch, element, 0, entry.relationshipAttribute, copy.RelationshipId);
     return patch.Apply(element);
+}
+
+void WorkbookPart::PatchLists(TextPatch& patch, const std::vector<SavedSheet>& sheets) const
+{
+    for (const SavedSheet& sheet : sheets) {
+        for (const auto& [model, own] : sheet.OfWorkbook) {
+            for (const ListEntry& entry : lists_) {
+                if (entry.relationshipId != model)
+                    continue;
+                const auto element =
+                    std::string_view(*xml_).substr(entry.begin, entry.end - entry.begin);
+                TextPatch copy;
+                xml::SetAttribute(copy, element, 0, entry.relationshipAttribute, own);
+                patch.Insert(entry.end, copy.Apply(element));
+            }
+        }
+    }
 }
 
 void WorkbookPart::PatchViews(TextPatch& patch, const std::vector<SavedSheet>& sheets) const

@@ -48,6 +48,7 @@ public:
     /// names are repeated for each copy, referring to the copy; a workbook name that refers to a
     /// model gets a name of the same kind on each copy (unless the model has one of its own); old
     /// names keep their order, new ones follow their originals;
+    /// - lists of slicers' caches: those of a copy after its model's;
     /// - views: activeTab and firstSheet use the new order; custom views refer to sheets by id and
     /// stay;
     /// - calcPr: fullCalcOnLoad="1" if `recalculate`.
@@ -61,9 +62,17 @@ public:
 
 private:
     class Reader;
+    /// An element of a list that leads to a part of the workbook: the cache of a slicer.
+    struct ListEntry {
+        std::string relationshipId;
+        std::string relationshipAttribute; ///< the name of that attribute, prefix included
+        std::size_t begin = 0;
+        std::size_t end = 0;
+    };
 
     void PatchSheets(TextPatch& patch, const std::vector<SavedSheet>& sheets) const;
     std::string CopiedEntry(const SheetEntry& entry, const SavedSheet& copy) const;
+    void PatchLists(TextPatch& patch, const std::vector<SavedSheet>& sheets) const;
     void PatchViews(TextPatch& patch, const std::vector<SavedSheet>& sheets) const;
     void PatchCalculation(TextPatch& patch) const;
 
@@ -71,6 +80,7 @@ private:
     std::string partName_;
     std::vector<SheetEntry> sheets_;
     std::vector<NameEntry> names_;
+    std::vector<ListEntry> lists_;
     std::vector<std::size_t> views_;        // where each <workbookView> begins
     std::vector<std::size_t> calculations_; // where each <calcPr> begins
     std::size_t calculationPlace_ = 0;      // where a missing <calcPr> belongs

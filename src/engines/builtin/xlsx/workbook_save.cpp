@@ -115,7 +115,7 @@ std::vector<SavedSheet> Workbook::Saving::SavedSheets() const
     std::vector<SavedSheet> saved;
     for (const Sheet* sheet : sheets_)
         saved.push_back({sheet->CurrentName(), sheet->Origin(), sheet->IsCopy(), sheet->sheetId_,
-                         sheet->relationshipId_});
+                         sheet->relationshipId_, sheet->ofWorkbook_});
     return saved;
 }
 

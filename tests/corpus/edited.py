@@ -72,8 +72,8 @@ class EditedWorkbook:
 
     def _sheet_failures(self, index, sheet, planned):
         left, right = self._names(index)
-        yield from SheetComparison(Side(self.before, left), Side(self.after, right)).run(
-            self.plan.model.part, sheet.part)
+        yield from SheetComparison(Side(self.before, left), Side(self.after, right),
+                                   is_copy=index > 0).run(self.plan.model.part, sheet.part)
         cells = cells_of(self.after, sheet.part)
         yield from compare_cells(self.model_cells, cells, (left, right), planned.written,
                                  planned.either, strip_values=True)

@@ -73,6 +73,12 @@ BROKEN = (
     ("a relationship of an unknown type", "unknown type",
      relationship("http://example.org/theme", "../theme/theme1.xml")),
     ("a relationship to nothing", "link to nothing", relationship(OFFICE + "/image", "no.png")),
+    ("a block of shapes of two sheets", "block of shapes twice", lambda parts: parts.update({
+        "xl/new.vml": b'<xml xmlns:o="urn:o"><o:idmap data="1"/></xml>',
+        "xl/worksheets/_rels/sheet3.xml.rels": (
+            b'<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships">'
+            b'<Relationship Id="rId1" Type="' + OFFICE.encode() + b'/vmlDrawing" '
+            b'Target="../new.vml"/></Relationships>')})),
     ("markup", "not well-formed", put("xl/theme/theme1.xml", b"<a>")),
     ("a part that no edit touches", "theme1.xml changed", edited("xl/theme/theme1.xml",
                                                                  replace("Office", "Home"))),

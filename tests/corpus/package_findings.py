@@ -14,6 +14,8 @@ from urllib.parse import unquote
 from xml.etree import ElementTree
 from xml.parsers import expat
 
+import vml
+
 # Of the content of such a part nothing is known; what is wrong with it shows when it is mended.
 UNREADABLE = "part cannot be unpacked"
 CONTENT_TYPES = "[content_types].xml"
@@ -60,6 +62,7 @@ def _plain(name):
 class _Package:
     def __init__(self, container):
         self.parts, self.found, self.trees = {}, [], {}
+        self.drawings = []  # VML: owner and part
         names = Counter()
         left = _LONGEST_ALL
         for entry in container.infolist():
@@ -94,6 +97,7 @@ class _Package:
                 yield from self._relationships(name)
         yield from self._workbook()
         yield from self._tables()
+        yield from self._shapes()
 
     def _is_xml(self, name):
         return name.endswith((".xml", ".rels", ".vml"))
@@ -110,7 +114,8 @@ class _Package:
                 if _is_well_formed(data):
                     yield "prefix without a namespace", extension
                 else:
-                    yield "not well-formed", extension, hashlib.sha256(data).hexdigest()[:12]
+                    digest = hashlib.sha256(vml.neutral(data)).hexdigest()
+                    yield "not well-formed", extension, digest[:12]
 
     def _types(self):
         root = self.trees.get(CONTENT_TYPES)
@@ -147,6 +152,8 @@ class _Package:
             if element.get("TargetMode") == "External" or target.startswith("#"):
                 continue
             target = self._target(owner, target)
+            if target.endswith(".vml"):
+                self.drawings.append((owner, target))
             if target not in self.parts:
                 yield "link to nothing", element.get("Type", "").rpartition("/")[2], target
         kind = "" if not owner else posixpath.basename(posixpath.dirname(owner))
@@ -169,6 +176,16 @@ class _Package:
             counted = Counter((tree.get(attribute) or "").lower() for tree in roots)
             if any(count > 1 for count in counted.values()):
                 yield "table twice", attribute  # its copies have that in common
+
+
+    def _shapes(self):
+        """A block belongs to one drawing; many writers give those of one sheet the same."""
+        owners = {}
+        for owner, target in self.drawings:
+            for block in vml.blocks(self.parts.get(target) or b""):
+                owners.setdefault(block, set()).add(owner)
+        if any(len(sheets) > 1 for sheets in owners.values()):
+            yield ("block of shapes twice",)
 
 
 def _workbook_findings(tree):

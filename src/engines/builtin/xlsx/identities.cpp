@@ -128,33 +128,40 @@ CopyIdentity Identities::ForCopy(const std::string& sheet,
     std::unordered_set<std::string_view> ranges; // of the sheet; add-ins may use other sheets', too
     for (const auto& binding : identities.bindings)
         ranges.insert(binding.id);
-    for (const auto& [kind, name, tableId, cache] : declared) {
-        if (kind == PartKind::AddIn && ranges.contains(name))
-            identity.bindings.emplace(name, OwnId(name, identity.number));
+    for (const Declaration& one : declared) {
+        if (one.kind == PartKind::AddIn && ranges.contains(one.name))
+            identity.bindings.emplace(one.name, OwnId(one.name, identity.number));
     }
     return identity;
 }
 
 void Identities::GiveNames(const std::vector<Declaration>& declared, CopyIdentity& identity)
 {
-    for (const auto& [kind, name, tableId, cache] : declared) {
-        if (kind == PartKind::Table) {
-            const auto model = name.empty() ? std::string("Table") : name;
+    for (const Declaration& one : declared) {
+        if (one.kind == PartKind::Table) {
+            const auto model = one.name.empty() ? std::string("Table") : one.name;
             identity.tables.emplace(model, FreeName(model));
             identity.tableIds.emplace(model, ++lastTableId_);
-            identity.newTableIds.emplace(tableId, lastTableId_);
+            if (one.tableId != 0) // which stands for the sheet itself
+                identity.newTableIds.emplace(one.tableId, lastTableId_);
         }
-        else if (kind == PartKind::Slicers) {
-            identity.slicers.emplace(name, FreeName(name));
+        else if (one.kind == PartKind::Slicers) {
+            identity.slicers.emplace(one.name, FreeName(one.name));
         }
-        else if (kind == PartKind::SlicerCache) {
-            identity.names.emplace(name, FreeName(name));
+        else if (one.kind == PartKind::SlicerCache) {
+            identity.names.emplace(one.name, FreeName(one.name));
         }
-        else if (kind == PartKind::Chart2016 && taken_.contains(util::ToUpperAscii(name)) &&
-                 !identity.names.contains(name)) {
-            identity.names.emplace(name, FreeChartName(name));
+        else if (one.kind == PartKind::Chart2016 && IsName(one.name) &&
+                 !identity.names.contains(one.name)) {
+            identity.names.emplace(one.name, FreeChartName(one.name));
         }
     }
+}
+
+/// Whether the workbook has a name; a chart whose data has none keeps what it says.
+bool Identities::IsName(const std::string& name) const
+{
+    return taken_.contains(util::ToUpperAscii(name));
 }
 
 void Identities::FindShapeBlocksOfAll()
@@ -165,11 +172,18 @@ void Identities::FindShapeBlocksOfAll()
             continue;
         UnlessDamaged([&] {
             auto blocks = FindShapeBlocks(*package_.Read(part));
-            if (!blocks.empty())
-                lastShapeBlock_ = std::max(lastShapeBlock_, *blocks.rbegin());
+            takenShapeBlocks_.insert(blocks.begin(), blocks.end());
             shapeBlocks_->emplace(PartKey(part), std::move(blocks));
         });
     }
+}
+
+/// One beyond the last if there is none.
+std::uint32_t Identities::FreeShapeBlock()
+{
+    while (takenShapeBlocks_.contains(nextShapeBlock_))
+        ++nextShapeBlock_;
+    return nextShapeBlock_ <= kLastShapeBlock ? nextShapeBlock_++ : nextShapeBlock_;
 }
 
 void Identities::GiveShapeBlocks(const std::vector<std::string>& ownedParts, CopyIdentity& identity)
@@ -184,8 +198,8 @@ void Identities::GiveShapeBlocks(const std::vector<std::string>& ownedParts, Cop
             continue;
         auto& own = identity.drawings[found->first];
         for (const std::uint32_t block : found->second) {
-            if (lastShapeBlock_ < kLastShapeBlock)
-                own.emplace(block, ++lastShapeBlock_);
+            if (const std::uint32_t free = FreeShapeBlock(); free <= kLastShapeBlock)
+                own.emplace(block, free);
         }
     }
 }

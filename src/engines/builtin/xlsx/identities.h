@@ -58,11 +58,13 @@ public:
                          const SheetIdentities& identities = {}, SheetIds ids = {});
 
 private:
+    bool IsName(const std::string& name) const;
     std::string FreeName(const std::string& name);
     std::string FreeChartName(const std::string& name);
     std::string FreeNumber(const std::string& prefix, unsigned first);
     void GiveNames(const std::vector<Declaration>& declared, CopyIdentity& identity);
     void FindShapeBlocksOfAll();
+    std::uint32_t FreeShapeBlock();
     void GiveShapeBlocks(const std::vector<std::string>& ownedParts, CopyIdentity& identity);
 
     const Package& package_;
@@ -72,7 +74,8 @@ private:
     std::uint32_t copies_ = 0;
     /// Those of each VML drawing, by its PartKey; read when a sheet with such a drawing is copied.
     std::optional<std::map<std::string, std::set<std::uint32_t>>> shapeBlocks_;
-    std::uint32_t lastShapeBlock_ = 0;
+    std::set<std::uint32_t> takenShapeBlocks_; // of all of them
+    std::uint32_t nextShapeBlock_ = 1;         // no block below it is free
 };
 
 } // namespace orrery::xlsx

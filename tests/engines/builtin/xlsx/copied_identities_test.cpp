@@ -27,7 +27,7 @@ constexpr const char* kHeaderVml =
 TEST_F(CopiedIdentitiesTest, EachDrawingHasABlockOfNumbersOfShapes)
 {
     book.Put("xl/drawings/vmlDrawing1.vml", kVml).Put("xl/drawings/vmlDrawing2.vml", kHeaderVml);
-    book.Put("xl/drawings/vmlDrawing3.vml", R"(<xml><o:idmap data="6"/></xml>)"); // of no sheet
+    book.Put("xl/drawings/vmlDrawing3.vml", R"(<xml><o:idmap data="2"/></xml>)"); // of no sheet
     book.Put(
         "xl/drawings/drawing1.xml",
         R"(<d xmlns:a="urn:a"><cNvPr id="1025"><a:compatExt spid="_x0000_s1025"/></cNvPr></d>)",
@@ -42,20 +42,19 @@ TEST_F(CopiedIdentitiesTest, EachDrawingHasABlockOfNumbersOfShapes)
                          R"(<controls><control shapeId="1025" name="Box"/></controls>)"));
     const auto saved = Save();
     const auto sheets = SheetsOf(saved);
-    // Blocks 7 and 9 are those of the headers.
-    EXPECT_THAT(EachOf(saved, sheets, "//control/@shapeId"), ElementsAre("1025", "8193", "10241"));
-    EXPECT_THAT(EachOf(saved, sheets, "//oleObject/@shapeId"),
-                ElementsAre("1026", "8194", "10242"));
+    // Blocks 3 and 5 are those of the headers.
+    EXPECT_THAT(EachOf(saved, sheets, "//control/@shapeId"), ElementsAre("1025", "4097", "6145"));
+    EXPECT_THAT(EachOf(saved, sheets, "//oleObject/@shapeId"), ElementsAre("1026", "4098", "6146"));
     const auto drawings = PartsOf(saved, "drawing");
-    EXPECT_THAT(EachOf(saved, drawings, "//cNvPr/@id"), ElementsAre("1025", "8193", "10241"));
+    EXPECT_THAT(EachOf(saved, drawings, "//cNvPr/@id"), ElementsAre("1025", "4097", "6145"));
     EXPECT_THAT(EachOf(saved, drawings, "//@spid"),
-                ElementsAre("_x0000_s1025", "_x0000_s8193", "_x0000_s10241"));
+                ElementsAre("_x0000_s1025", "_x0000_s4097", "_x0000_s6145"));
     const auto vml = PartsOf(saved, "vmlDrawing"); // of each month its header's first
-    EXPECT_THAT(EachOf(saved, vml, "//o:idmap/@data"), ElementsAre("1", "1", "7", "8", "9", "10"));
+    EXPECT_THAT(EachOf(saved, vml, "//o:idmap/@data"), ElementsAre("1", "1", "3", "4", "5", "6"));
     EXPECT_THAT(EachOf(saved, vml, "//@o:spid"),
-                ElementsAre("_x0000_s1025", "_x0000_s1026", "_x0000_s7169", "_x0000_s8194",
-                            "_x0000_s9217", "_x0000_s10242"));
-    EXPECT_THAT(saved.Values(vml[3], "//v:shape/@id"), ElementsAre("_x0000_s8193", "Object"));
+                ElementsAre("_x0000_s1025", "_x0000_s1026", "_x0000_s3073", "_x0000_s4098",
+                            "_x0000_s5121", "_x0000_s6146"));
+    EXPECT_THAT(saved.Values(vml[3], "//v:shape/@id"), ElementsAre("_x0000_s4097", "Object"));
     EXPECT_EQ(saved.Bytes("xl/drawings/vmlDrawing1.vml"), kVml);
 }
 

@@ -107,6 +107,13 @@ The test `fidelity.tables` compares them with a new measurement.
 LibreOffice reads a workbook and writes a new one, so what its columns lack is mostly what it does not
 know, or keeps in another way. Some of its references still name the first month because it does not move
 them along with a copy. Protection is measured on a second template, whose sheet is protected.
+
+What the other programs do not know at all is proved by tests of the built-in engine
+(`tests/engines/builtin/xlsx/copied_*_test.cpp`): on a copied sheet charts of the 2016 kinds show the copy's
+cells; slicers, timelines and named sheet views filter the copy's tables and pivot tables; add-ins are bound
+to its ranges; mentions in threads, shapes of comments and controls, the sheet and its filters have ids of
+their own. Cells and tables that are mapped to XML stay mapped once, on the model, as in Excel. Macros stay
+the model's: a copied sheet has no code of its own.
 """
 
 

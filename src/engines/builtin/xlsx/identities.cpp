@@ -4,6 +4,7 @@
 #include "engines/builtin/xlsx/package/part_errors.h"
 #include "engines/builtin/xlsx/part_kinds.h"
 #include "engines/builtin/xml/reading.h"
+#include "engines/common/sheet_names.h"
 #include "util/text.h"
 
 #include <algorithm>
@@ -13,6 +14,9 @@
 #include <limits>
 
 namespace orrery::xlsx {
+
+using engines::FoldCase;
+
 namespace {
 
 constexpr std::uint32_t kHighestId = std::numeric_limits<std::int32_t>::max();
@@ -22,7 +26,7 @@ void CheckTableNames(const std::vector<Declaration>& declared)
 {
     std::unordered_set<std::string> names;
     for (const Declaration& one : declared) {
-        if (one.kind == PartKind::Table && !names.insert(util::ToUpperAscii(one.name)).second) {
+        if (one.kind == PartKind::Table && !names.insert(FoldCase(one.name)).second) {
             throw util::Error(book::ErrorKind::DamagedWorkbook, {},
                               "two tables have the name \"" + one.name + "\"");
         }
@@ -67,7 +71,7 @@ Identities::Identities(const Package& package, const std::vector<std::string>& d
     : package_(package)
 {
     for (const auto& name : definedNames)
-        taken_.insert(util::ToUpperAscii(name));
+        taken_.insert(FoldCase(name));
     for (const auto& part : package.PartNames()) {
         // Some readers take "/xl/./tables/table1.xml" for the part without the ".".
         const auto kind = KindOf(package.TypeOf(ResolveTarget("", part)));
@@ -75,7 +79,7 @@ Identities::Identities(const Package& package, const std::vector<std::string>& d
             continue;
         UnlessDamaged([&] {
             for (const Declaration& declared : DeclarationsIn(package, part, kind)) {
-                taken_.insert(util::ToUpperAscii(declared.name));
+                taken_.insert(FoldCase(declared.name));
                 if (declared.tableId <= kHighestId) // later ids must be in range, too
                     lastTableId_ = std::max(lastTableId_, declared.tableId);
             }
@@ -97,10 +101,10 @@ std::string Identities::FreeChartName(const std::string& name)
 /// A free name: the prefix with the first number, from `first` on, that is not taken.
 std::string Identities::FreeNumber(const std::string& prefix, unsigned first)
 {
-    auto& number = numbers_.try_emplace(util::ToUpperAscii(prefix), first).first->second;
+    auto& number = numbers_.try_emplace(FoldCase(prefix), first).first->second;
     while (true) {
         auto candidate = prefix + std::to_string(number++);
-        if (taken_.insert(util::ToUpperAscii(candidate)).second)
+        if (taken_.insert(FoldCase(candidate)).second)
             return candidate;
     }
 }
@@ -161,7 +165,7 @@ void Identities::GiveNames(const std::vector<Declaration>& declared, CopyIdentit
 /// Whether the workbook has a name; a chart whose data has none keeps what it says.
 bool Identities::IsName(const std::string& name) const
 {
-    return taken_.contains(util::ToUpperAscii(name));
+    return taken_.contains(FoldCase(name));
 }
 
 void Identities::FindShapeBlocksOfAll()

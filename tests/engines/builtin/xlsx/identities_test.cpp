@@ -1,5 +1,7 @@
 #include "engines/builtin/xlsx/identity_patch.h"
 
+#include "util/scratch_folder.h"
+#include "xlsx/built_book.h"
 #include "xlsx/saved_package.h"
 
 #include <gmock/gmock.h>
@@ -26,6 +28,20 @@ TEST(IdentitiesTest, TableNamesAvoidDefinedNamesWithoutRegardToCase)
     Identities identities(package, {"PLAN_2", "plan_4"});
     EXPECT_EQ(identities.ForCopy(kSheet1, {"/xl/tables/table1.xml"}).tables.at("Plan"), "Plan_3");
     EXPECT_EQ(identities.ForCopy(kSheet1, {"/xl/tables/table1.xml"}).tables.at("Plan"), "Plan_5");
+}
+
+TEST(IdentitiesTest, TableNamesAvoidOthersWithoutRegardToCaseInEveryScript)
+{
+    const testing_support::ScratchFolder folder;
+    test::BuiltBook book;
+    book.Put("xl/table1.xml",
+             "<table xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" id=\"1\" "
+             "name=\"Übersicht\" displayName=\"Übersicht\" ref=\"A1:B2\"/>",
+             "table");
+    const Package package(book.WriteTo(folder));
+    Identities identities(package, {"ÜBERSICHT_2", "übersicht_3", "Обзор"});
+    const auto copy = identities.ForCopy(kSheet1, {"/xl/table1.xml"});
+    EXPECT_EQ(copy.tables.at("Übersicht"), "Übersicht_4");
 }
 
 TEST(IdentitiesTest, GuidsKeepTheirShapeAndDependOnlyOnModelAndCopy)

@@ -34,15 +34,15 @@ void ParameterForm::Form_Load()
 
 bool ParameterForm::ValidateMParameters()
 {
-    return Accept(CheckMonthly(monthly), kMonthlyTab);
+    return Passes(CheckMonthly(monthly), kMonthlyTab);
 }
 
 bool ParameterForm::ValidateYParameters()
 {
-    return Accept(CheckYearly(yearly), kYearlyTab);
+    return Passes(CheckYearly(yearly), kYearlyTab);
 }
 
-bool ParameterForm::Accept(const std::optional<Problem>& problem, int tab)
+bool ParameterForm::Passes(const std::optional<Problem>& problem, int tab)
 {
     if (!problem)
         return true;

@@ -58,7 +58,8 @@ public:
 
 private:
     void Form_Load();
-    bool Accept(const std::optional<Problem>& problem, int tab);
+    /// True without a problem; else reports it, shows its tab and moves the focus there.
+    bool Passes(const std::optional<Problem>& problem, int tab);
 
     app::WorkingSets& working_;
     const app::TemplateLocation location_;

@@ -63,14 +63,33 @@ def read_lists(settings: RawConfigParser, section: str, names_in_list: int) -> l
     keys = [key for key in settings[section] if key != "Count"]
     count = settings.getint(section, "Count")
     expect(MIN_LISTS <= count <= MAX_LISTS, f"[{section}] Count={count}")
-    expected = [f"{i}Name" for i in range(1, count + 1)]
+    expected = [f"{i}{word}" for i in range(1, count + 1) for word in ("Language", "Name")]
     expect(keys == expected, f"[{section}] Count={count} does not match the keys {keys}")
+    keys = [key for key in keys if key.endswith("Name")]
     lists = [settings[section][key].split(",") for key in keys]
     for key, names in zip(keys, lists):
         expect(len(names) == names_in_list, f"[{section}] {key} has {len(names)} names")
         trimmed = all(name and name == name.strip() for name in names)
         expect(trimmed, f"[{section}] {key} has an empty name or blanks around one")
     return lists
+
+
+def read_titles(settings: RawConfigParser, section: str) -> list[str]:
+    titles = [value for key, value in settings[section].items() if key.endswith("Language")]
+    expect(len(set(titles)) == len(titles), f"[{section}] two lists have the same title")
+    return titles
+
+
+def check_titles(titles: list[str], section: str) -> None:
+    """A title begins with what the language calls itself."""
+    for title, locale in zip(titles, LOCALES):
+        if locale is None:
+            continue
+        language, width = locale.split(":")
+        own = icu.Locale(language).getDisplayLanguage(icu.Locale(language))
+        name, _, rest = title.partition(", ")
+        expect(own.casefold().startswith(name.casefold()), f"[{section}] {title} but {own}")
+        expect(rest == ("short" if width == "short" else ""), f"[{section}] {title} is {width}")
 
 
 def is_sheet_name(name: str) -> bool:
@@ -185,6 +204,8 @@ def check_settings(folder: Path) -> None:
     weekdays = read_lists(settings, "WeekdayName", GRID_DAYS)
     check_month_names(months)
     check_languages(months, weekdays)
+    for section in ("MonthName", "WeekdayName"):
+        check_titles(read_titles(settings, section), section)
     lists = {"MonthName": months, "WeekdayName": weekdays}
     holidays = folder / "holiday"
     check_calendar(settings, "Monthly Calendar", MONTHLY_KEYS, lists, holidays)

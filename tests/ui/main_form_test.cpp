@@ -335,8 +335,8 @@ TEST_F(MainFormTest, AFailedSaveIsReportedAndKeepsTheFlags)
     EXPECT_EQ(desktop_.TakeCalls(),
               (Texts{"Hourglass on", "Hourglass off",
                      "Report: \"" + At("template/Plain.ini") +
-                         "\" cannot be written. Close it in other programs and check the "
-                         "permissions of the file and its folder."}));
+                         "\" is not a regular file: it is a folder. Only regular files are read "
+                         "and replaced: use another name, or put a file in its place."}));
     EXPECT_FALSE(form.working.parameterFileExists);
     EXPECT_TRUE(form.working.monthlyChanged);
     EXPECT_TRUE(form.working.yearlyChanged);

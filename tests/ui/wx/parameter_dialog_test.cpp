@@ -47,7 +47,7 @@ TEST_F(ParametersTest, ShowsTheSetsOfTheTemplate)
     EXPECT_EQ(user_->TextOf("cboMFirstDayofWeek"), "Sunday");
     EXPECT_EQ(user_->TextOf("txtMFirstCellofDay"), "B6");
     EXPECT_EQ(user_->TextOf("txtMRowInterval"), "4");
-    EXPECT_THAT(user_->TextOf("cboMWeekdayName"), StartsWith("Sunday, Monday"));
+    EXPECT_THAT(user_->TextOf("cboMWeekdayName"), StartsWith("English: Sunday, Monday"));
     EXPECT_EQ(user_->TextOf("cboMMultiHolidays"), "Next Row");
     EXPECT_EQ(user_->TextOf("lblMHolidaySample"), "New Year's Day");
     EXPECT_EQ(user_->TextOf("cboLayoutofMonths"), "3 x 4 Months");

@@ -7,6 +7,15 @@
 #include <utility>
 
 namespace orrery::app {
+namespace {
+
+void TakeProblems(model::ParameterReading reading, WorkingSets& working)
+{
+    working.monthlyProblems = std::move(reading.monthlyProblems);
+    working.yearlyProblems = std::move(reading.yearlyProblems);
+}
+
+} // namespace
 
 WorkingSets LoadWorkingSets(Settings& settings, const std::string& templateFile)
 {
@@ -18,10 +27,18 @@ WorkingSets LoadWorkingSets(Settings& settings, const std::string& templateFile)
         working.monthlyChanged = working.yearlyChanged = true;
         return working;
     }
-    auto reading = model::ReadParameterFile(util::ToPath(file), settings.names, working.sets);
-    working.monthlyProblems = std::move(reading.monthlyProblems);
-    working.yearlyProblems = std::move(reading.yearlyProblems);
+    TakeProblems(model::ReadParameterFile(util::ToPath(file), settings.names, working.sets),
+                 working);
     return working;
+}
+
+void FindLineProblems(const Settings& settings, const std::string& templateFile,
+                      WorkingSets& working)
+{
+    const auto file = model::ParameterFilePath(settings.TemplatePath, templateFile);
+    model::NameTables names = settings.names;
+    model::ParameterSets sets;
+    TakeProblems(model::ReadParameterFile(util::ToPath(file), names, sets), working);
 }
 
 } // namespace orrery::app

@@ -32,6 +32,10 @@ struct WorkingSets {
 /// file both sets count as changed, so that the defaults can be saved.
 WorkingSets LoadWorkingSets(Settings& settings, const std::string& templateFile);
 
+/// Finds the lines that are not read again, in the template's parameter file as it is now.
+void FindLineProblems(const Settings& settings, const std::string& templateFile,
+                      WorkingSets& working);
+
 /// Where the files of the chosen template are.
 struct TemplateLocation {
     std::string templateFolder; ///< ends in a separator, like the next

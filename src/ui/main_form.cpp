@@ -129,15 +129,14 @@ void MainForm::cboTemplateFile_Click()
     const bool save =
         working.Changed() && desktop_.Ask("The parameters for " + currentTemplate_ +
                                           " has been changed.\r\nDo you want to save the changes?");
-    if (save && !SaveParameters(currentTemplate_)) {
-        SelectEntry(currentTemplate_); // keep the changes that could not be saved
-    }
-    else {
+    if (!save || SaveParameters(currentTemplate_)) { // else keep what could not be saved
         working = app::LoadWorkingSets(settings_, chosen);
         currentTemplate_ = chosen;
         if (working.readError)
             desktop_.Report(util::ErrorText(*working.readError));
     }
+    // After a message box the window is active again, and has listed the old choice.
+    SelectEntry(currentTemplate_);
     UpdateButtons();
 }
 
@@ -154,6 +153,7 @@ bool MainForm::SaveParameters(const std::string& templateFile)
     }
     working.parameterFileExists = true;
     working.ClearChanged();
+    app::FindLineProblems(settings_, templateFile, working); // in other places now
     UpdateButtons();
     return true;
 }

@@ -92,6 +92,7 @@ void MainForm::AddParameterFile(const std::string& file)
     // The chosen template keeps its current sets, which differ from the new file.
     working.parameterFileExists = true;
     working.monthlyChanged = working.yearlyChanged = true;
+    app::FindLineProblems(settings_, currentTemplate_, working);
 }
 
 bool MainForm::CopyIfConfirmed(const std::string& file)

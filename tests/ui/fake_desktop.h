@@ -22,6 +22,8 @@ public:
     bool Ask(const std::string& question) override
     {
         calls.push_back("Ask: " + question);
+        if (onAsk)
+            onAsk();
         if (answers.empty())
             throw std::logic_error("unexpected question: " + question);
         const bool yes = answers.front();
@@ -63,6 +65,7 @@ public:
     std::function<void(HolidayForm&)> onHoliday;
     std::function<void(TipForm&)> onTip;
     std::function<void(AboutForm&)> onAbout;
+    std::function<void()> onAsk; ///< what else happens while a question is shown
     std::function<void()> onRepaint;
     std::function<void()> onLetPress;
 

@@ -2,6 +2,7 @@
 #include "ui/main_form_support.h"
 #include "ui/parameter_form.h"
 #include "ui/tip_form.h"
+#include "util/text.h"
 
 #include <array>
 #include <ctime>
@@ -262,6 +263,17 @@ TEST_F(MainFormTest, OneChangedSetIsEnoughForTheQuestion)
     }
 }
 
+TEST_F(MainFormTest, AWindowThatIsActiveAgainAfterTheQuestionKeepsTheNewChoice)
+{
+    MainForm& form = OpenWith("Plain.xlsx");
+    desktop_.answers = {false};
+    desktop_.onAsk = [&form] { form.RefreshTemplates(); };
+    Choose("Desk.xls");
+    EXPECT_EQ(desktop_.TakeCalls(), Texts{kQuestion});
+    EXPECT_EQ(form.CurrentTemplate(), "Desk.xls");
+    EXPECT_EQ(Selected(), "Desk.xls");
+}
+
 TEST_F(MainFormTest, YesSavesTheOldTemplatesParametersFirst)
 {
     const MainForm& form = OpenWith("Plain.xlsx");
@@ -325,6 +337,20 @@ TEST_F(MainFormTest, SavedParametersAreReadBack)
     EXPECT_EQ(form.working.sets.Monthly, saved.Monthly);
     EXPECT_EQ(form.working.sets.Yearly, saved.Yearly);
     EXPECT_EQ(form.working.sets.Monthly.SheetName, "mine");
+}
+
+TEST_F(MainFormTest, AfterSavingTheLinesThatAreNotReadAreThoseOfTheNewFile)
+{
+    Write("template/Desk.ini", "[Monthly Calendar]\nHoliday1=?\nFirstCellOfDay=C6\n");
+    MainForm& form = OpenWith("Desk.xls");
+    const auto& problems = form.working.monthlyProblems;
+    ASSERT_EQ(problems.size(), 1U);
+    EXPECT_EQ(problems[0].line, 2U);
+    form.cmdSave_Click();
+    const std::string saved = ContentOf("template/Desk.ini");
+    ASSERT_EQ(problems.size(), 1U);
+    EXPECT_EQ(util::SplitLines(saved).at(problems[0].line - 1), "Holiday1=?");
+    EXPECT_TRUE(form.working.yearlyProblems.empty());
 }
 
 TEST_F(MainFormTest, AFailedSaveIsReportedAndKeepsTheFlags)

@@ -40,6 +40,7 @@ void NameLists<NamesPerList>::Store(std::int16_t index, Names names)
     if (slot >= lists_.size())
         lists_.resize(slot + 1);
     lists_[slot] = std::move(names);
+    titles_.erase(index); // of a list that was there
     count_ = util::Add16(count_, 1);
 }
 

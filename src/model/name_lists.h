@@ -31,7 +31,8 @@ public:
     std::int16_t Add(Names names);
     /// What users call a list: its language, for example. Empty if it has no name of its own.
     const std::string& Title(std::int16_t index) const;
-    /// Throws OutOfRangeError outside the table.
+    /// Names a stored list, until another takes its place. Throws OutOfRangeError outside the
+    /// table.
     void SetTitle(std::int16_t index, std::string title);
     /// Removes all lists.
     void Clear();

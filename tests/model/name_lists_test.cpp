@@ -45,6 +45,18 @@ TEST(NameLists, AddsAtTheCountOverExistingLists)
     EXPECT_LT(lists.Find(Numbered(2)), 0);
 }
 
+TEST(NameLists, AListThatTakesAnothersPlaceHasNotItsTitle)
+{
+    WeekdayNameList lists;
+    lists.Store(0, Numbered(0));
+    lists.Store(2, Numbered(2));
+    lists.SetTitle(0, "Zero");
+    lists.SetTitle(2, "Two");
+    ASSERT_EQ(lists.Add(Numbered(7)), 2);
+    EXPECT_EQ(lists.Title(2), "");
+    EXPECT_EQ(lists.Title(0), "Zero");
+}
+
 TEST(NameLists, FindsTheFirstEqualList)
 {
     WeekdayNameList lists;

@@ -125,11 +125,13 @@ public:
     bool HasEnded() override
     {
         int status = 0;
-        if (!hasEnded_ && ::waitpid(process_, &status, WNOHANG) == process_) {
-            hasEnded_ = true;
+        const pid_t ended = hasEnded_ ? 0 : ::waitpid(process_, &status, WNOHANG);
+        if (ended == 0)
+            return hasEnded_;
+        hasEnded_ = true;
+        if (ended == process_) // else nobody keeps its status: whoever started us ignores SIGCHLD
             ThrowUnlessSuccess(ResultOf(status), file_);
-        }
-        return hasEnded_;
+        return true;
     }
 
 private:

@@ -13,7 +13,7 @@ constexpr const char* kNothingAfter = " Nothing after this line is read.";
 
 std::string Sentence(ErrorKind kind, const util::ErrorDetails& details)
 {
-    const std::string subject = util::Quoted(details.subject);
+    const std::string subject = util::QuotedBeginning(details.subject);
     switch (kind) {
     case ErrorKind::RuleWithoutFields:
         return subject + " is not a holiday. Write the date, the kind and the name with commas "

@@ -6,7 +6,7 @@ namespace orrery::model {
 
 std::string Sentence(ErrorKind /*kind*/, const util::ErrorDetails& details)
 {
-    return "The names " + util::Quoted(details.subject) +
+    return "The names " + util::QuotedBeginning(details.subject) +
            " are a new list, and there are already 257. Remove lists from the settings file. "
            "Nothing after this line is read.";
 }

@@ -23,6 +23,17 @@ std::string Quoted(const std::string& subject)
     return '"' + subject + '"';
 }
 
+std::string QuotedBeginning(std::string_view text)
+{
+    constexpr std::size_t kMost = 80; // bytes
+    if (text.size() <= kMost)
+        return Quoted(std::string(text));
+    std::size_t end = 0; // of the last character that fits
+    for (std::size_t at = 0; at <= kMost; NextCharacter(text, at))
+        end = at;
+    return Quoted(std::string(text.substr(0, end)) + "...");
+}
+
 std::string QuotedOr(const std::string& subject, const char* unknown)
 {
     return subject.empty() ? unknown : Quoted(subject);

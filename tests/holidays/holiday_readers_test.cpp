@@ -215,6 +215,16 @@ TEST(ReadHolidayFile, TellsWhichLinesAreMeantAsRulesButAreNotRead)
             "Line 11: The number \"99999\" is too large. Nothing after this line is read."));
 }
 
+TEST(ReadHolidayFile, ShowsTheBeginningOfALongLineThatIsNotRead)
+{
+    const ScratchFolder scratch;
+    HolidayList list;
+    const auto problems =
+        ReadHolidayFile(scratch.Write("h", "1," + std::string(1000000, 'x') + "\n"), list);
+    ASSERT_EQ(problems.size(), 1U);
+    EXPECT_LT(DescribeProblem(problems[0]).size(), 300U);
+}
+
 TEST(ReadHolidayFile, TellsOnceWhereTheListIsFull)
 {
     const ScratchFolder scratch;

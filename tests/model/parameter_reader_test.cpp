@@ -272,13 +272,18 @@ TEST(ReadParameterFile, StopsAtAFullNameTable)
         names.Weekdays.Add(*SplitNames<7>(std::to_string(names.Weekdays.Count()) + ",,,,,,"));
     ParameterSets sets = SomeDefaults();
     const ScratchFolder scratch;
-    ReadParameterFile(scratch.Write("a.ini",
-                                    "[Monthly Calendar]\nSheetName=a\nWeekdayName=256,,,,,,\n"
-                                    "WeekdayName=new,,,,,,\nSheetName=b\n"),
-                      names, sets);
+    const auto reading = ReadParameterFile(
+        scratch.Write("a.ini", "[Monthly Calendar]\nSheetName=a\nWeekdayName=256,,,,,,\n"
+                               "WeekdayName=new,,,,,,\nSheetName=b\n"),
+        names, sets);
     EXPECT_EQ(sets.Monthly.SheetName, "a");
     EXPECT_EQ(sets.Monthly.WeekdayName, 256) << "a known list is still found";
     EXPECT_EQ(names.Weekdays.Count(), 257);
+    ASSERT_EQ(reading.monthlyProblems.size(), 1U);
+    EXPECT_EQ(holidays::DescribeProblem(reading.monthlyProblems[0]),
+              "Line 4: The names \"new,,,,,,\" are a new list, and there are already 257. Remove "
+              "lists from the settings file. Nothing after this line is read.");
+    EXPECT_EQ(reading.extras.unread, "[Monthly Calendar]\r\nWeekdayName=new,,,,,,\nSheetName=b\n");
 }
 
 TEST(ReadParameterFile, StopsAtARuleThatThrows)

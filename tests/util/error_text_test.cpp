@@ -44,6 +44,16 @@ TEST(ErrorText, ReplacesControlCharactersInNames)
     EXPECT_TRUE(text.starts_with("\"a\xEF\xBF\xBD[31m\" cannot be read: b\xEF\xBF\xBD.")) << text;
 }
 
+TEST(ErrorText, ShowsOnlyTheBeginningOfALongText)
+{
+    const std::string most(80, 'x');
+    EXPECT_EQ(QuotedBeginning(most), '"' + most + '"');
+    EXPECT_EQ(QuotedBeginning(most + "y"), '"' + most + "...\"");
+    const std::string before(79, 'x');
+    EXPECT_EQ(QuotedBeginning(before + "\xC3\xA4y"), '"' + before + "...\"")
+        << "no character is split";
+}
+
 TEST(ErrorText, ShowsTheShellsMessage)
 {
     EXPECT_EQ(ErrorText(Error(ErrorKind::ShellFailure, "a.xls", "File not found")),

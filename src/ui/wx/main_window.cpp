@@ -169,7 +169,6 @@ wxSizer* MainWindow::BuildStatusRow(wxPanel& panel)
     auto* const row = new wxBoxSizer(wxHORIZONTAL);
     const auto centre = wxSizerFlags().CentreVertical();
     auto* const status = AddNote(panel, binder_, form_.lblStatus, wxST_ELLIPSIZE_MIDDLE);
-    status->SetMinSize(wxSize(1, status->GetCharHeight()));
     status->Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) { ShowStatusMenu(); });
     row->Add(status, wxSizerFlags(1).CentreVertical().Border(wxRIGHT));
     auto* const progress = new wxGauge(&panel, wxID_ANY, 1, wxDefaultPosition,

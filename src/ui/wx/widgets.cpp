@@ -72,6 +72,7 @@ wxStaticText* AddNote(wxWindow& parent, Binder& binder, Label& state, long style
 {
     auto* const note = new wxStaticText(&parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                                         style | wxST_NO_AUTORESIZE);
+    note->SetMinSize(wxSize(1, note->GetCharHeight())); // a long text widens no window
     binder.BindControl(state, *note, [&state, note] {
         const wxString text = LinesToWx(state.caption);
         if (note->GetLabelText() == text)

@@ -117,6 +117,33 @@ TEST_F(HolidayTest, CancelAndEscapeDiscardTheChoice)
     EXPECT_EQ(user_->TextOf("lblMHolidaySample"), "New Year's Day");
 }
 
+TEST_F(HolidayTest, OnlyOkWritesTheDialogsPlace)
+{
+    const std::string before = testing_support::BytesOf(At("orrery.ini"));
+    OpenMonthly();
+    Leave("cmdCancel");
+    Settle();
+    EXPECT_EQ(testing_support::BytesOf(At("orrery.ini")), before);
+    user_->Click("cmdMChangeHoliday");
+    user_->WaitForWindow("frmHoliday");
+    Leave("cmdOK");
+    WaitFor("the place", [this] { return !Setting("Windows", "frmHoliday").empty(); });
+}
+
+TEST_F(HolidayTest, LinesThatAreNotReadAreShownInAWindowOfTheSameWidth)
+{
+    WriteHolidays("Bad.txt", "0230, DAY, " + std::string(300, 'x') + "\n0101, DAI, y\n");
+    const auto width = [] { return FrontWindow()->GetSize().x; };
+    OpenMonthly();
+    const int before = OnMain(width);
+    user_->Choose("cboHolidayFile", "Bad.txt");
+    EXPECT_THAT(user_->TextOf("lblProblems"),
+                testing::StartsWith("2 lines are not read. Line 1: The date \"0230\""));
+    EXPECT_EQ(OnMain(width), before);
+    user_->Choose("cboHolidayFile", "Other.txt");
+    EXPECT_EQ(user_->TextOf("lblProblems"), "");
+}
+
 TEST_F(HolidayTest, OkWithoutAChoiceChangesNothing)
 {
     OpenMonthly();

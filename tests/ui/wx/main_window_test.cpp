@@ -1,10 +1,12 @@
 #include "main_thread.h"
 #include "native_eyes.h"
+#include "ui/wx/text.h"
 #include "window_test.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
 #include <thread>
+#include <wx/clipbrd.h>
 #include <wx/dnd.h>
 #include <wx/utils.h>
 
@@ -17,6 +19,16 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
+
+/// The text on the clipboard; empty if it has none.
+std::string CopiedText()
+{
+    const wxClipboardLocker clipboard;
+    wxTextDataObject copied;
+    if (!clipboard || !wxTheClipboard->GetData(copied))
+        return {};
+    return FromWx(copied.GetText());
+}
 
 class MainWindowTest : public WindowTest {
 protected:
@@ -229,6 +241,35 @@ TEST_F(MainWindowTest, OpensTheFolderOfTheSavedWorkbook)
     EXPECT_TRUE(user_->IsShown("cmdOpenFolder"));
     user_->Key('L', wxMOD_ALT);
     EXPECT_THAT(WaitForOpened(2), StartsWith(At("output").string()));
+}
+
+TEST_F(MainWindowTest, TheStatusLineHasATooltipAndAMenuThatCopiesThePath)
+{
+    GenerateWith("Desk.xlsx", "2028");
+    WaitForOpened();
+    const auto tooltip = OnMain([] { return FromWx(FindControl("lblStatus").GetToolTipText()); });
+    EXPECT_EQ(tooltip, user_->TextOf("lblStatus"));
+    user_->RightClick("lblStatus");
+    user_->Key(WXK_DOWN);
+    user_->Key(WXK_RETURN);
+    const std::string path = At("output/2028Desk.xlsx").string();
+    WaitFor("the path on the clipboard", [path] { return CopiedText() == path; });
+}
+
+TEST_F(MainWindowTest, TheFolderIsListedAgainByF5AndByActivation)
+{
+    Start();
+    fs::copy(At("template/Desk.xlsx"), At("template/New.xlsx"));
+    user_->Key(WXK_F5);
+    EXPECT_THAT(user_->EntriesOf("cboTemplateFile"),
+                ElementsAre("Desk.xlsx", "New.xlsx", "Wall.xls"));
+    fs::remove(At("template/New.xlsx"));
+    user_->Click("cmdAbout");
+    user_->WaitForWindow("frmAbout");
+    user_->Key(WXK_ESCAPE);
+    user_->WaitForWindow("frmMain");
+    WaitFor("the list without the template",
+            [this] { return program_->form.cboTemplateFile.entries.size() == 2; });
 }
 
 TEST_F(MainWindowTest, AMissingYearIsAskedFor)

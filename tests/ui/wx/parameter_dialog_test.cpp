@@ -1,5 +1,6 @@
 #include "parameter_dialog_support.h"
 #include "surroundings.h"
+#include "ui/wx/text.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
@@ -13,6 +14,7 @@ namespace fs = std::filesystem;
 using testing::Each;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
+using testing::HasSubstr;
 using testing::StartsWith;
 
 class ParametersTest : public ParameterDialogTest {
@@ -99,6 +101,38 @@ TEST_F(ParametersTest, CancelAndEscapeStoreNothing)
     user_->Key('C', wxMOD_ALT);
     user_->WaitForWindow("frmMain");
     EXPECT_FALSE(user_->IsEnabled("cmdSave"));
+}
+
+TEST_F(ParametersTest, OnlyOkWritesTheDialogsPlace)
+{
+    const std::string before = testing_support::BytesOf(At("orrery.ini"));
+    Open();
+    user_->Key(WXK_ESCAPE);
+    user_->WaitForWindow("frmMain");
+    Settle();
+    EXPECT_EQ(testing_support::BytesOf(At("orrery.ini")), before);
+    user_->Click("cmdModify");
+    user_->WaitForWindow("frmParameter");
+    Accept();
+    WaitFor("the place", [this] { return !Setting("Windows", "frmParameter").empty(); });
+}
+
+TEST_F(ParametersTest, ALineThatIsNotReadIsShownInAWindowOfTheSameWidth)
+{
+    const auto width = [] { return FrontWindow()->GetSize().x; };
+    Open();
+    EXPECT_EQ(user_->TextOf("lblMHolidayProblems"), "");
+    const int before = OnMain(width);
+    End();
+    WriteParameter("Desk.ini", "Monthly Calendar", "Holiday99", std::string(300, 'x'));
+    Open();
+    EXPECT_EQ(OnMain(width), before);
+    EXPECT_TRUE(user_->IsShown("lblMHolidayProblems"));
+    EXPECT_THAT(user_->TextOf("lblMHolidayProblems"), HasSubstr("is not a holiday. Write the"));
+    EXPECT_EQ(user_->TextOf("lblYHolidayProblems"), "");
+    const auto tooltip =
+        OnMain([] { return FromWx(FindControl("lblMHolidayProblems").GetToolTipText()); });
+    EXPECT_EQ(tooltip, user_->TextOf("lblMHolidayProblems"));
 }
 
 TEST_F(ParametersTest, TheWindowManagersKeyClosesOnlyTheDialog)

@@ -165,6 +165,13 @@ void Robot::Click(const std::string& name)
     ClickAt(OnMain([name] { return CentreOf(name); }));
 }
 
+void Robot::RightClick(const std::string& name)
+{
+    MoveTo(OnMain([name] { return CentreOf(name); }));
+    hands_->MouseClick(wxMOUSE_BTN_RIGHT);
+    Settle();
+}
+
 void Robot::MoveAway()
 {
     MoveTo(wxPoint());

@@ -25,6 +25,8 @@ public:
     void Type(const std::string& text);
     void Click(const std::string& name);
     void ClickAt(const wxPoint& screenPosition);
+    /// Opens the menu of a control.
+    void RightClick(const std::string& name);
     /// Moves the mouse to a corner of the screen, where it highlights nothing.
     void MoveAway();
     /// Types into a text box, replacing its text.

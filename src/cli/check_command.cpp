@@ -1,3 +1,4 @@
+#include "app/today.h"
 #include "cli/commands.h"
 #include "generate/trial_run.h"
 #include "holidays/holiday_readers.h"
@@ -5,7 +6,6 @@
 #include "util/error_text.h"
 #include "util/paths.h"
 
-#include <ctime>
 #include <ostream>
 #include <set>
 #include <string>
@@ -14,11 +14,12 @@
 namespace orrery::cli {
 namespace {
 
-/// In local time, as the calendar on the user's wall.
-std::string ThisYear()
+/// The year of the command line, by default this one.
+std::string YearOf(const Session& session)
 {
-    const std::time_t now = std::time(nullptr);
-    return std::to_string(std::localtime(&now)->tm_year + 1900);
+    const auto& years = session.line.years;
+    return years.empty() ? std::to_string(app::LocalMonth(session.console.now).year)
+                         : years.front();
 }
 
 /// Ends the application at the end of the scope.
@@ -88,8 +89,7 @@ void AddHolidayProblems(const ChosenTemplate& chosen, std::vector<std::string>& 
 
 bool RunCheckCommand(Session& session)
 {
-    const auto year = ReadYearArgument(
-        session, session.line.years.empty() ? ThisYear() : session.line.years.front());
+    const auto year = ReadYearArgument(session, YearOf(session));
     if (!year)
         return false;
     const ChosenTemplate chosen = ChooseTemplate(session);

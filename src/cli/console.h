@@ -4,18 +4,20 @@
 #include "util/error_report.h"
 
 #include <cstddef>
+#include <ctime>
 #include <iosfwd>
 #include <string>
 #include <vector>
 
 namespace orrery::cli {
 
-/// The streams that a command writes to.
+/// Where a command runs: the streams that it writes to, its user and the time.
 struct Console {
     std::ostream& out;
     std::ostream& err;
     bool errIsTerminal = false;
     book::Patience* patience = nullptr; ///< over when the user presses Ctrl+C; may be null
+    std::time_t now = std::time(nullptr);
 };
 
 /// Converts line ends for the console: CR LF becomes LF.

@@ -10,8 +10,6 @@
 #include "util/file_read.h"
 #include "util/paths.h"
 
-#include <ctime>
-
 namespace orrery::ui {
 namespace {
 
@@ -29,15 +27,6 @@ private:
 
 } // namespace
 
-YearAndMonth Today()
-{
-    constexpr int firstYear = 1900;
-    const std::time_t now = std::time(nullptr);
-    const std::tm& today = *std::localtime(&now);
-    return {static_cast<std::int16_t>(today.tm_year + firstYear),
-            static_cast<std::int16_t>(today.tm_mon + 1)};
-}
-
 MainForm::MainForm(const app::SystemFolders& system, book::Engines& engines, Desktop& desktop)
     : Form("frmMain", kProductName, "main"), system_(system), engines_(engines), desktop_(desktop),
       locations_(app::LocationsFor(system))
@@ -48,7 +37,7 @@ MainForm::MainForm(const app::SystemFolders& system, book::Engines& engines, Des
     UpdateButtons();
 }
 
-void MainForm::Form_Load(YearAndMonth today)
+void MainForm::Form_Load(app::YearAndMonth today)
 {
     app::CopyInstalledFiles(locations_, system_.installed);
     settings_ = app::LoadSettings(locations_);

@@ -2,6 +2,7 @@
 
 #include "app/folders.h"
 #include "app/settings.h"
+#include "app/today.h"
 #include "app/working_sets.h"
 #include "book/engines.h"
 #include "generate/run.h"
@@ -16,13 +17,6 @@
 
 namespace orrery::ui {
 
-/// A year and a month [1:12].
-struct YearAndMonth {
-    std::int16_t year;
-    std::int16_t month;
-};
-YearAndMonth Today();
-
 /// The program's main window (frmMain). Owns the working sets of the chosen template.
 class MainForm : public Form {
 public:
@@ -30,7 +24,7 @@ public:
     MainForm(const app::SystemFolders& system, book::Engines& engines, Desktop& desktop);
 
     /// The start-up: settings, folders, year, templates, buttons.
-    void Form_Load(YearAndMonth today);
+    void Form_Load(app::YearAndMonth today);
     // The last steps of the start-up, when the window is visible.
     void ReportUnreadableSettings(); ///< if defaults are used although there is a file
     void ShowTipAtStartup();

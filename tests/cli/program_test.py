@@ -1,5 +1,6 @@
 """The command-line program as a user starts it: output, exit codes and files on disk."""
 
+import datetime
 import json
 import os
 import pathlib
@@ -149,6 +150,11 @@ class OtherCommands(Program):
         findings = json.loads(self.run_program("check", "./Mine.xlsx", 2027, "--json").stdout)
         self.assertEqual(findings["findings"], [result.stdout.rstrip("\n")])
         self.assertFalse((self.home / "2027Mine.xlsx").exists())
+
+    def test_check_takes_this_year(self):
+        before = datetime.date.today().year
+        checked = json.loads(self.run_program("check", "Desk.xlsx", "--json").stdout)["year"]
+        self.assertIn(checked, (before, datetime.date.today().year))
 
     def test_check_knows_the_limits_of_the_sheet(self):
         shutil.copy(DATA / "template/Desk.xlsx", self.home / "Mine.xlsx")

@@ -37,7 +37,7 @@ protected:
         fake::WriteWorkbookFile(folder_ / name, {{"Sheet1", {}}, {"Sheet2", {}}});
         return At(name);
     }
-    MainForm& Open(YearAndMonth today = {2027, 6})
+    MainForm& Open(app::YearAndMonth today = {2027, 6})
     {
         form_ = std::make_unique<MainForm>(system_, engines_, desktop_);
         form_->Form_Load(today);

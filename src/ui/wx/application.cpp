@@ -4,6 +4,7 @@
 #include "ui/wx/text.h"
 #include "util/error_text.h"
 
+#include <ctime>
 #include <exception>
 
 namespace orrery::ui::wx {
@@ -21,7 +22,7 @@ bool Application::OnInit()
     system_ = app::FindSystemFolders();
     desktop_ = std::make_unique<WxDesktop>(system_.help, app::LocationsFor(system_).settingsFile);
     mainForm_ = std::make_unique<MainForm>(system_, *engines_, *desktop_);
-    mainForm_->Form_Load(Today());
+    mainForm_->Form_Load(app::LocalMonth(std::time(nullptr)));
     auto* const window = new MainWindow(*mainForm_, *desktop_);
     window->Show();
     window->CallAfter([window, files = files_] { window->FinishStartup(files); });

@@ -223,31 +223,50 @@ INSTANTIATE_TEST_SUITE_P(Steps, YearlyCheckTest, testing::ValuesIn(kYearlyChecks
 
 // ---- checks of one text box
 
-/// A cell that is too far right and too far down.
-struct CornerCase {
+/// A text with which two checks of its box fail, and the check that has to report it. The pairs
+/// above cannot show that: the second edit of a box replaces the first.
+struct OneBoxCase {
     bool isYearly;
     TextBox ParameterTab::*box;
     const char* text;
-    std::string columnCheck; ///< the one that reports it
+    std::string check;
 };
 
-TEST_F(ParameterTest, ACellBeyondACornerIsReportedForItsColumn)
+const std::vector<OneBoxCase> kOneBoxCases{
+    // no row, or no column, although the other one is the last
+    {false, &ParameterTab::txtFirstCellofDay, "IV0", "2CellOfDay"},
+    {false, &ParameterTab::txtFirstCellofDay, "65536", "2CellOfDay"},
+    {false, &ParameterTab::txtFirstCellofWeekday, "IV0", "7CellOfWeekday"},
+    {false, &ParameterTab::txtFirstCellofHoliday, "IV0", "13CellOfHoliday"},
+    {false, &ParameterTab::txtFirstCellofHoliday, "65536", "13CellOfHoliday"},
+    {true, &ParameterTab::txtFirstCellofDay, "IV0", "2CellOfDay"},
+    {true, &ParameterTab::txtFirstCellofDay, "65536", "2CellOfDay"},
+    {true, &ParameterTab::txtFirstCellofWeekday, "IV0", "10CellOfWeekday"},
+    {true, &ParameterTab::txtFirstCellofWeekday, "65536", "10CellOfWeekday"},
+    {true, &ParameterTab::txtFirstCellofMonth, "IV0", "14CellOfMonth"},
+    {true, &ParameterTab::txtFirstCellofMonth, "65536", "14CellOfMonth"},
+    {true, &ParameterTab::txtFirstCellofHoliday, "IV0", "19CellOfHoliday"},
+    {true, &ParameterTab::txtFirstCellofHoliday, "65536", "19CellOfHoliday"},
+    // too far right and too far down
+    {false, &ParameterTab::txtFirstCellofDay, "IQ65512", "5ColumnsOfDay"},
+    {false, &ParameterTab::txtFirstCellofHoliday, "IQ65512", "14ColumnsOfHoliday"},
+    {true, &ParameterTab::txtFirstCellofDay, "IA65505", "8ColumnsOfDay"},
+    {true, &ParameterTab::txtFirstCellofWeekday, "IA65510", "12ColumnsOfWeekday"},
+    {true, &ParameterTab::txtFirstCellofMonth, "IG65510", "16ColumnsOfMonth"},
+    {true, &ParameterTab::txtFirstCellofHoliday, "IA65505", "20ColumnsOfHoliday"},
+};
+
+TEST_F(ParameterTest, OfTwoChecksOfOneBoxTheFirstReportsIt)
 {
-    for (const CornerCase& corner :
-         {CornerCase{false, &ParameterTab::txtFirstCellofDay, "IQ65512", "5ColumnsOfDay"},
-          {false, &ParameterTab::txtFirstCellofHoliday, "IQ65512", "14ColumnsOfHoliday"},
-          {true, &ParameterTab::txtFirstCellofDay, "IA65505", "8ColumnsOfDay"},
-          {true, &ParameterTab::txtFirstCellofWeekday, "IA65510", "12ColumnsOfWeekday"},
-          {true, &ParameterTab::txtFirstCellofMonth, "IG65510", "16ColumnsOfMonth"},
-          {true, &ParameterTab::txtFirstCellofHoliday, "IA65505", "20ColumnsOfHoliday"}}) {
-        SCOPED_TRACE(corner.columnCheck);
-        const auto& checks = corner.isYearly ? kYearlyChecks : kMonthlyChecks;
-        const auto expected = std::ranges::find(checks, corner.columnCheck, &CheckCase::name);
+    for (const OneBoxCase& typed : kOneBoxCases) {
+        SCOPED_TRACE(typed.check + ' ' + typed.text + (typed.isYearly ? " yearly" : " monthly"));
+        const auto& checks = typed.isYearly ? kYearlyChecks : kMonthlyChecks;
+        const auto expected = std::ranges::find(checks, typed.check, &CheckCase::name);
         ASSERT_NE(expected, checks.end());
         Open();
         ParameterTab& tab =
-            corner.isYearly ? static_cast<ParameterTab&>(form().yearly) : form().monthly;
-        (tab.*corner.box).Type(corner.text);
+            typed.isYearly ? static_cast<ParameterTab&>(form().yearly) : form().monthly;
+        (tab.*typed.box).Type(typed.text);
         form().cmdOK_Click();
         EXPECT_EQ(desktop.TakeCalls(), std::vector{std::string("Report: ") + expected->message});
     }

@@ -1,6 +1,7 @@
 #include "book/fake_spreadsheet.h"
 
 #include "book/error.h"
+#include "engines/common/sheet_names.h"
 #include "util/error.h"
 #include "util/file_replace.h"
 #include "util/text.h"
@@ -204,7 +205,7 @@ book::Worksheet* Workbook::FindWorksheet(std::string_view name)
 {
     log_.Call("Worksheets(" + std::string(name) + ')');
     for (const auto& sheet : sheets_) {
-        if (util::EqualIgnoringCase(sheet->Name(), name))
+        if (engines::SameSheetName(sheet->Name(), name))
             return sheet.get();
     }
     return nullptr;
@@ -259,7 +260,7 @@ void Workbook::InsertAfter(const book::Worksheet& sheet, SheetContent content)
 bool Workbook::IsTaken(std::string_view name, const Worksheet* self) const
 {
     return std::any_of(sheets_.begin(), sheets_.end(), [&](const auto& sheet) {
-        return sheet.get() != self && util::EqualIgnoringCase(sheet->Name(), name);
+        return sheet.get() != self && engines::SameSheetName(sheet->Name(), name);
     });
 }
 

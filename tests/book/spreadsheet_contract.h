@@ -203,6 +203,20 @@ TEST_P(SpreadsheetContract, RefusesTheNameOfAnotherSheetInAnyCase)
     EXPECT_EQ(SavedNames(workbook), (Names{"Sheet1", "Sheet2", "Third"}));
 }
 
+TEST_P(SpreadsheetContract, RefusesTheNameOfAnotherSheetInAnyCaseOfAnyScript)
+{
+    auto& workbook = Open();
+    auto* const sheet = workbook.FindWorksheet("Sheet2");
+    auto* const third = workbook.FindWorksheet("Third");
+    for (const auto& [name, alike] :
+         {std::pair{"März", "MÄRZ"}, {"Май", "мАЙ"}, {"Μάιος", "ΜΆΙΟΣ"}, {"Մայ", "ՄԱՅ"}}) {
+        third->SetName(name);
+        EXPECT_NE(DescriptionOf([&, alike = alike] { sheet->SetName(alike); }), "") << alike;
+        EXPECT_EQ(sheet->Name(), "Sheet2");
+        EXPECT_EQ(workbook.FindWorksheet(alike), third) << alike;
+    }
+}
+
 TEST_P(SpreadsheetContract, WalksTheSheetsInOrder)
 {
     auto& workbook = Open();

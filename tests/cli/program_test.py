@@ -151,6 +151,25 @@ class OtherCommands(Program):
         self.assertEqual(findings["findings"], [result.stdout.rstrip("\n")])
         self.assertFalse((self.home / "2027Mine.xlsx").exists())
 
+    def test_check_finds_months_that_are_alike_as_a_run_meets_them(self):
+        shutil.copy(DATA / "template/Desk.xlsx", self.home / "Mine.xlsx")
+        months = "Um,Dois,Μάρτιος,Quatro,Cinco,Seis,Sete,MÄRZ,ΜΆΡΤΙΟΣ,Dez,März,Doze"
+        monthly = (DATA / "template/Desk.ini").read_text(encoding="utf-8").split("[Yearly")[0]
+        (self.home / "Mine.ini").write_text(f"{monthly}MonthName={months}\n", encoding="utf-8")
+        result = self.run_program("check", "./Mine.xlsx", 2027, "--json")
+        self.assertEqual((result.returncode, result.stderr), (1, ""))
+        findings = json.loads(result.stdout)["findings"]
+        self.assertEqual(len(findings), 2, findings)
+        for month, finding in zip((9, 11), findings):
+            self.assertIn(f"Monthly calendar: The sheet of month {month} is not named after it.",
+                          finding)
+        result = self.generate("./Mine.xlsx", 2027)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        names = openpyxl.load_workbook(self.output / "2027Mine.xlsx").sheetnames
+        first = names.index("Um")
+        expected = months.replace("ΜΆΡΤΙΟΣ", "September").replace("März", "November").split(",")
+        self.assertEqual(names[first:first + 12], expected)
+
     def test_check_takes_this_year(self):
         before = datetime.date.today().year
         checked = json.loads(self.run_program("check", "Desk.xlsx", "--json").stdout)["year"]
@@ -164,6 +183,22 @@ class OtherCommands(Program):
             "FirstCellOfDay=A65536\nRowIntervalOfDay=10000\nMonthLayout=1\n"
             "RowIntervalOfMonth=10000\nColIntervalOfDay=36\n")
         self.assertEqual(self.run_program("check", "./Mine.xlsx", 2027).returncode, 0)
+
+    def test_check_knows_the_last_cells_of_an_old_sheet(self):
+        shutil.copy(DATA / "template/Desk.xls", self.home / "Mine.xls")
+        parameters = ("[Monthly Calendar]\nOutput=N\n[Yearly Calendar]\nOutput=Y\nSheetName=Year\n"
+                      "OutWeekday=N\nOutMonth=N\nOutYear=N\nOutHoliday=N\nMonthLayout=1\n"
+                      "RowIntervalOfMonth=1\nColIntervalOfDay=1\nRowIntervalOfDay=1\n"
+                      "FirstCellOfDay=")
+        # December 2027 begins eleven rows down, on a Wednesday, and has five weeks.
+        for cell, finding in (("IP65521", None),
+                              ("IP65522", "in 2027-12, 6 cells cannot be written."),
+                              ("IQ65521", "in 2027-1, 5 cells cannot be written.")):
+            (self.home / "Mine.ini").write_text(parameters + cell + "\n")
+            result = self.run_program("check", "./Mine.xls", 2027)
+            self.assertEqual(result.returncode, 1 if finding else 0, result)
+            self.assertIn(f"Yearly calendar: {finding}" if finding else "lies inside it",
+                          result.stdout.splitlines()[0])
 
     def test_holidays(self):
         (self.home / "Here.txt").write_text("1225, DAY, Christmas\n-2, EASTER,Good Friday\n")

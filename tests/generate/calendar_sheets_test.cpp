@@ -182,6 +182,20 @@ TEST_F(CalendarSheetsTest, ACopyFallsBackToTheFirstList)
     EXPECT_TRUE(observer_.reports.empty());
 }
 
+TEST_F(CalendarSheetsTest, ACopyWhoseNameIsLikeThatOfAnotherMonthFallsBack)
+{
+    names_.Months.Store(2, {"a", "März", "c", "Май", "MÄRZ", "f", "мАЙ", "h", "A", "j", "k", "l"});
+    MakeWorkbook({"Sheet2", "L"});
+    monthly_.MonthName = 2;
+    MakeMonthly();
+    EXPECT_EQ(workbook_->SheetNames(), (Texts{"a", "März", "c", "Май", "May", "f", "July", "h",
+                                              "September", "j", "k", "December", "L"}));
+    EXPECT_EQ(WrittenMonths(),
+              (Texts{"a", "März", "c", "Май", "MÄRZ", "f", "мАЙ", "h", "A", "j", "k", "l", ""}))
+        << "the cells have the names of the selected list";
+    EXPECT_TRUE(observer_.reports.empty());
+}
+
 TEST_F(CalendarSheetsTest, ACopyThatNeitherListNamesKeepsItsDefaultName)
 {
     MakeWorkbook({"Sheet2", "M5", "May"});
@@ -268,6 +282,17 @@ TEST_F(CalendarSheetsTest, MonthlyBuildsTheHolidaysOfItsOwnSet)
     EXPECT_EQ(log_.CallsWith("New Year"), (Texts{"January(6,3) = \"New Year\" Value"}));
     EXPECT_EQ(context_.holidayDates.Count, 2);
     EXPECT_EQ(context_.holidayDates.Cursor, 2);
+}
+
+TEST_F(CalendarSheetsTest, ARuleThatNeverHadADateWritesNothing)
+{
+    MakeWorkbook({"Sheet2"});
+    monthly_.OutHoliday = true;
+    monthly_.Holidays.Append({5, 2, "no month"}); // the last Monday of month 0
+    MakeMonthly(1970);                            // where clocks begin to count
+    EXPECT_EQ(context_.holidayDates.Count, 1);
+    EXPECT_EQ(log_.CallsWith("\"\""), Texts());
+    EXPECT_TRUE(observer_.reports.empty());
 }
 
 TEST_F(CalendarSheetsTest, TheHolidayListIsUnchangedWhenHolidaysAreOff)

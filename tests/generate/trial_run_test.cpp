@@ -79,6 +79,26 @@ TEST_F(TrialRunTest, FindsMonthsWhoseSheetsKeepTheirNames)
             << finding;
 }
 
+TEST_F(TrialRunTest, FindsMonthsWithNamesThatAreAlike)
+{
+    names_.Months.Store(2, {"a", "März", "c", "d", "MÄRZ", "f", "g", "h", "A", "j", "k", "l"});
+    sets_.Monthly.MonthName = 2;
+    EXPECT_EQ(Run({"Sheet1", "Sheet2"}),
+              (Texts{"Monthly calendar: The sheet of month 5 is not named after it. Another sheet "
+                     "is named \"MÄRZ\" already. Rename that sheet in the template.",
+                     "Monthly calendar: The sheet of month 9 is not named after it. Another sheet "
+                     "is named \"A\" already. Rename that sheet in the template."}));
+}
+
+TEST_F(TrialRunTest, TheMonthlyCalendarTakesItsNamesBeforeTheYearlyOne)
+{
+    names_.Months.Store(2, {"a", "b", "c", "2023", "e", "f", "g", "h", "i", "j", "k", "l"});
+    sets_.Monthly.MonthName = 2;
+    EXPECT_EQ(Run({"Sheet1", "Sheet2"}),
+              (Texts{"Yearly calendar: Error in making yearly calendar. Another sheet is named "
+                     "\"2023\" already. Rename that sheet in the template."}));
+}
+
 TEST_F(TrialRunTest, FindsSheetsThatAreNotCopied)
 {
     log_.FailAt("February.Copy after February", "It is full.");

@@ -21,5 +21,7 @@ std::filesystem::path ConsoleProgram();
 std::filesystem::path WindowProgram();
 /// Windows only: what answers in the place of Excel.
 std::filesystem::path ExcelServer();
+/// Windows only: a program that writes how it is shown into the file "shown" beside it.
+std::filesystem::path ShowModeProgram();
 
 } // namespace orrery::places

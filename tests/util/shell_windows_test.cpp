@@ -2,6 +2,7 @@
 #undef ShellExecute // a macro of <windows.h>; here it is our own function
 
 #include "list_reporter.h"
+#include "places/places.h"
 #include "scratch_folder.h"
 #include "util/error.h"
 #include "util/file_read.h"
@@ -10,6 +11,7 @@
 #include "util/wide.h"
 
 #include <array>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -55,19 +57,41 @@ protected:
 
     void InstallApplication() const
     {
+        InstallCommand(L"cmd.exe /c copy \"%1\" \"" + ToWide(FromPath(scratch_ / "opened")) +
+                       L"\"");
+    }
+    void InstallCommand(const std::wstring& command) const
+    {
         SetDefault(kExtension, kType);
-        SetDefault(std::wstring(kType) + L"\\shell\\open\\command",
-                   L"cmd.exe /c copy \"%1\" \"" + ToWide(FromPath(scratch_ / "opened")) + L"\"");
+        SetDefault(std::wstring(kType) + L"\\shell\\open\\command", command);
+    }
+    /// Copies the program that writes how it is shown into the scratch folder.
+    std::string InstallProgram(const char* name) const
+    {
+        std::filesystem::copy_file(places::ShowModeProgram(), scratch_ / name);
+        return FromPath(scratch_ / name);
     }
 
     /// The content of the document that was opened; waits until the application has copied it.
     std::string Opened() const
     {
+        WaitForFile("opened");
+        return BytesOf(scratch_ / "opened");
+    }
+    /// How that program was shown: the number of the system's mode.
+    std::string ShownAs() const
+    {
+        WaitForFile("shown");
+        const std::string mode = BytesOf(scratch_ / "shown");
+        std::filesystem::remove(scratch_ / "shown");
+        return mode;
+    }
+    void WaitForFile(const char* name) const
+    {
         constexpr DWORD kPause = 100;
-        for (int i = 0; i < 100 && !FileExists(FromPath(scratch_ / "opened")); ++i)
+        for (int i = 0; i < 100 && !FileExists(FromPath(scratch_ / name)); ++i)
             Sleep(kPause);
         Sleep(kPause);
-        return BytesOf(scratch_ / "opened");
     }
 
     ScratchFolder scratch_;
@@ -125,6 +149,33 @@ TEST_F(ShellOpenTest, LooksForTheFileInTheGivenFolder)
     scratch_.Write("a.orrerytest", "in the folder");
     EXPECT_NO_THROW(ShellExecute("a.orrerytest", "", FromPath(scratch_.Path()), "open"));
     EXPECT_EQ(Opened(), "in the folder");
+}
+
+// ---- how programs are shown
+
+TEST_F(ShellOpenTest, AProgramIsStartedHidden)
+{
+    const std::string program = InstallProgram("Show.eXe");
+    ShellExecute(program, "argument", "", "open");
+    EXPECT_EQ(ShownAs(), std::to_string(SW_HIDE));
+    ShellExecute(program, "", FromPath(scratch_.Path()), "open");
+    EXPECT_EQ(ShownAs(), std::to_string(SW_HIDE)) << "with a folder as well";
+}
+
+TEST_F(ShellOpenTest, AProgramThatIsOpenedLikeADocumentIsShown)
+{
+    EXPECT_TRUE(ShellOpen(InstallProgram("show.exe"), reporter_));
+    EXPECT_EQ(ShownAs(), std::to_string(SW_SHOWNORMAL));
+}
+
+TEST_F(ShellOpenTest, ADocumentIsShownNormallyAndInAFolderAsTheSystemLikes)
+{
+    InstallCommand(L'"' + ToWide(InstallProgram("show.exe")) + L"\" \"%1\"");
+    const auto document = scratch_.Write("a.orrerytest", "");
+    EXPECT_TRUE(ShellOpen(FromPath(document), reporter_));
+    EXPECT_EQ(ShownAs(), std::to_string(SW_SHOWNORMAL));
+    ShellExecute("a.orrerytest", "", FromPath(scratch_.Path()), "open");
+    EXPECT_EQ(ShownAs(), std::to_string(SW_SHOWDEFAULT));
 }
 
 } // namespace

@@ -11,12 +11,16 @@ class wxWindow;
 /// What a user sees but the portable toolkit does not report. Main thread only.
 namespace orrery::ui::wx {
 
+/// The picture in a message box.
+enum class Sign { None, Exclamation, Question, Other };
+
 /// A message box. On some systems it is the system's own and not a window of the toolkit.
 struct MessageBox {
     std::string title;
     std::string text;
     std::vector<std::string> buttons; ///< captions without mnemonics
     bool takesKeys = false;
+    Sign sign = Sign::None;
 };
 
 /// The message box in front.

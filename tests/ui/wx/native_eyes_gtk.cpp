@@ -6,6 +6,7 @@
 #include <gtk/gtk.h>
 #include <wx/button.h>
 #include <wx/msgdlg.h>
+#include <wx/statbmp.h>
 
 #include <wx/generic/msgdlgg.h>
 
@@ -23,6 +24,26 @@ wxWindow* WindowAround(GtkWidget* widget, wxWindow& window)
     return widget == own || gtk_widget_is_ancestor(widget, own) ? &window : nullptr;
 }
 
+Sign SignOf(const wxGenericMessageDialog& box)
+{
+    bool isShown = false;
+    for (const wxWindow* const child : box.GetChildren()) {
+        const auto* const picture = dynamic_cast<const wxStaticBitmap*>(child);
+        isShown =
+            isShown || (picture != nullptr && picture->IsShown() && picture->GetBitmap().IsOk());
+    }
+    if (!isShown)
+        return Sign::None;
+    switch (box.GetMessageDialogStyle() & wxICON_MASK) {
+    case wxICON_EXCLAMATION:
+        return Sign::Exclamation;
+    case wxICON_QUESTION:
+        return Sign::Question;
+    default:
+        return Sign::Other;
+    }
+}
+
 } // namespace
 
 // On this system message boxes are dialogs of the toolkit.
@@ -31,7 +52,8 @@ std::optional<MessageBox> FindMessageBox()
     auto* const box = dynamic_cast<wxGenericMessageDialog*>(FrontWindow());
     if (box == nullptr)
         return std::nullopt;
-    MessageBox seen{FromWx(box->GetTitle()), FromWx(box->GetMessage()), {}, box->IsActive()};
+    MessageBox seen{
+        FromWx(box->GetTitle()), FromWx(box->GetMessage()), {}, box->IsActive(), SignOf(*box)};
     for (const wxWindow* const child : box->GetChildren()) {
         if (const auto* const button = dynamic_cast<const wxButton*>(child))
             seen.buttons.push_back(FromWx(button->GetLabelText()));

@@ -38,11 +38,26 @@ BOOL CALLBACK FindBox(HWND window, LPARAM found)
     return !isBox;
 }
 
+Sign SignOf(LRESULT icon)
+{
+    const auto isOfSystem = [icon](const wchar_t* name) {
+        return reinterpret_cast<LRESULT>(::LoadIconW(nullptr, name)) == icon;
+    };
+    if (isOfSystem(IDI_EXCLAMATION))
+        return Sign::Exclamation;
+    return isOfSystem(IDI_QUESTION) ? Sign::Question : Sign::Other;
+}
+
 BOOL CALLBACK ReadPart(HWND part, LPARAM box)
 {
     auto& seen = *reinterpret_cast<MessageBox*>(box);
     const std::string text = TextOf(part);
-    if (!::IsWindowVisible(part) || text.empty())
+    if (!::IsWindowVisible(part))
+        return TRUE;
+    const bool isStatic = ClassOf(part) == L"Static";
+    if (const LRESULT icon = isStatic ? ::SendMessageW(part, STM_GETICON, 0, 0) : 0; icon != 0)
+        seen.sign = SignOf(icon);
+    if (text.empty())
         return TRUE;
     if (ClassOf(part) == L"Button")
         seen.buttons.push_back(FromWx(wxControl::RemoveMnemonics(ToWx(text))));
@@ -59,7 +74,7 @@ std::optional<MessageBox> FindMessageBox()
     ::EnumThreadWindows(::GetCurrentThreadId(), FindBox, reinterpret_cast<LPARAM>(&box));
     if (box == nullptr)
         return std::nullopt;
-    MessageBox seen{TextOf(box), {}, {}, ::GetForegroundWindow() == box};
+    MessageBox seen{TextOf(box), {}, {}, ::GetForegroundWindow() == box, Sign::None};
     ::EnumChildWindows(box, ReadPart, reinterpret_cast<LPARAM>(&seen));
     return seen;
 }

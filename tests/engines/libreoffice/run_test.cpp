@@ -80,6 +80,42 @@ TEST_P(OfficeWholeRunTest, WritesWhatTheBuiltInEngineWrites)
 INSTANTIATE_TEST_SUITE_P(Formats, OfficeWholeRunTest, testing::Values("xlsx", "xls"),
                          [](const auto& format) { return std::string(format.param); });
 
+/// An application that the test goes on looking at after a run.
+class LentApplication : public book::Application {
+public:
+    explicit LentApplication(book::Application& real) : real_(real) {}
+    void SetDisplayAlerts(bool on) override { real_.SetDisplayAlerts(on); }
+    void SetVisible(bool on) override { real_.SetVisible(on); }
+    bool Visible() const override { return real_.Visible(); }
+    void SetInteractive(bool on) override { real_.SetInteractive(on); }
+    void SetScreenUpdating(bool on) override { real_.SetScreenUpdating(on); }
+    book::Workbook& OpenWorkbook(const std::filesystem::path& path, bool readOnly) override
+    {
+        return real_.OpenWorkbook(path, readOnly);
+    }
+    void ReleaseWorkbook(book::Workbook& workbook) override { real_.ReleaseWorkbook(workbook); }
+    void Quit() override { real_.Quit(); }
+
+private:
+    book::Application& real_;
+};
+
+TEST_F(OfficeRunTest, IsVisibleAfterARunButNotAfterOneThatFailed)
+{
+    OfficeApplication application(test::Options());
+    const auto lend = [&] { return std::make_unique<LentApplication>(application); };
+    observer_.monthDone = [&](auto /*kind*/, auto /*month*/) {
+        EXPECT_FALSE(application.Visible());
+    };
+    ASSERT_TRUE(Run(lend, folder_ / "2027Desk.xlsx", kTemplates / "Desk.xlsx"));
+    EXPECT_TRUE(application.Visible());
+    EXPECT_THAT(observer_.reports, IsEmpty());
+    observer_.saving = [&] { std::filesystem::remove_all(folder_ / "out"); };
+    EXPECT_FALSE(Run(lend, folder_ / "out/2027Desk.xlsx", kTemplates / "Desk.xlsx"));
+    EXPECT_FALSE(application.Visible());
+    EXPECT_THAT(observer_.reports, ElementsAre(StartsWith("Failed to save the calendar file.")));
+}
+
 /// When the instance is interrupted, and the beginning of the single report.
 struct Interruption {
     const char* name;

@@ -191,6 +191,21 @@ TEST_F(DropTest, ANameInTheCurrentFolderIsATemplateOfThatFolder)
     EXPECT_EQ(form_->CurrentTemplate(), "Desk.xls");
 }
 
+TEST_F(DropTest, SlashesSeparateFoldersOnEverySystem)
+{
+    Open();
+    const auto withSlashes = [](std::string path) {
+        std::replace(path.begin(), path.end(), '\\', '/');
+        return path;
+    };
+    Drop({withSlashes(At("template/Desk.xls"))});
+    EXPECT_EQ(desktop_.TakeCalls(), Texts()) << "it is in the folder";
+    EXPECT_EQ(form_->CurrentTemplate(), "Desk.xls");
+    Drop({withSlashes(WriteTemplate("from/New.xlsx"))});
+    EXPECT_EQ(form_->cboTemplateFile.entries, (Texts{"Desk.xls", "New.xlsx", "Plain.xlsx"}));
+    EXPECT_EQ(form_->CurrentTemplate(), "New.xlsx");
+}
+
 TEST_F(DropTest, AFileOfTheSameNameIsReplacedAfterAQuestion)
 {
     OpenWith("Desk.xls");

@@ -11,7 +11,7 @@ struct YearAndMonth {
     std::int16_t month;
 };
 
-/// The month of a moment on the calendar on the user's wall: in local time.
+/// The month in which a moment lies, in local time.
 YearAndMonth LocalMonth(std::time_t moment);
 
 } // namespace orrery::app

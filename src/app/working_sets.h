@@ -32,7 +32,7 @@ struct WorkingSets {
 /// file both sets count as changed, so that the defaults can be saved.
 WorkingSets LoadWorkingSets(Settings& settings, const std::string& templateFile);
 
-/// Finds the lines that are not read again, in the template's parameter file as it is now.
+/// Finds which lines of the template's parameter file are not read, as the file is now.
 void FindLineProblems(const Settings& settings, const std::string& templateFile,
                       WorkingSets& working);
 

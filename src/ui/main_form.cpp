@@ -142,7 +142,7 @@ bool MainForm::SaveParameters(const std::string& templateFile)
     }
     working.parameterFileExists = true;
     working.ClearChanged();
-    app::FindLineProblems(settings_, templateFile, working); // in other places now
+    app::FindLineProblems(settings_, templateFile, working); // their numbers have changed
     UpdateButtons();
     return true;
 }

@@ -6,6 +6,7 @@
 #include "edit_workbook.h"
 
 #include "engines/builtin/xlsx/workbook.h"
+#include "engines/builtin/zip/writer.h"
 #include "util/file_replace.h"
 
 #include <array>
@@ -53,12 +54,12 @@ void WriteInput(const std::filesystem::path& path, std::string_view input)
     }
     const std::size_t chosen =
         input.empty() ? 0 : static_cast<unsigned char>(input.front()) % kParts.size();
-    orrery::zip::Writer writer(path);
+    orrery::zip::Writer writer;
     for (std::size_t i = 0; i < kParts.size(); ++i) {
         const std::string text(i == chosen && !input.empty() ? input.substr(1) : kParts[i].text);
         writer.AddEntry(kParts[i].name, [text](orrery::zip::EntrySink& sink) { sink.Add(text); });
     }
-    writer.Close();
+    writer.Write(path);
 }
 
 } // namespace

@@ -1,13 +1,13 @@
 # The Debian packages that the project needs, by purpose, and `install_packages`, which installs what is
 # missing, as root or with sudo. Sourced by the other scripts.
 
-packages_build=(g++ ccache cmake ninja-build pkg-config libzip-dev libcli11-dev
+packages_build=(g++ ccache cmake ninja-build pkg-config libcli11-dev libdeflate-dev
     libmbedtls-dev zlib1g-dev libwxgtk3.2-dev libgtk-3-dev librsvg2-bin icoutils fp-utils-3.2.2
     python3 python3-markdown)
 # What the window tests need: a display, a window manager, the buses, fonts and icons.
 packages_window_test=(xvfb openbox xdotool imagemagick dbus x11-utils at-spi2-core python3-gi
     gir1.2-atspi-2.0 fonts-cantarell adwaita-icon-theme)
-packages_test=(libpugixml-dev libgtest-dev libgmock-dev libbenchmark-dev clang clang-tidy clang-format llvm
+packages_test=(libpugixml-dev libzip-dev libgtest-dev libgmock-dev libbenchmark-dev clang clang-tidy clang-format llvm
     libclang-rt-14-dev git unzip zip xz-utils man-db groff bash-completion
     python3 python3-openpyxl python3-xlsxwriter python3-pil python3-numpy python3-dateutil
     python3-icu python3-uno python3-xlrd python3-xlwt libapache-poi-java default-jdk-headless
@@ -17,7 +17,7 @@ packages_test=(libpugixml-dev libgtest-dev libgmock-dev libbenchmark-dev clang c
 # The Windows program: cross compiler, tools for its libraries and its set-up program, and Wine.
 packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev xz-utils make nsis wine
     wine64 fonts-wine locales)
-packages_bench=(libbenchmark-dev python3 python3-openpyxl python3-xlrd python3-xlwt python3-uno
+packages_bench=(libbenchmark-dev libzip-dev python3 python3-openpyxl python3-xlrd python3-xlwt python3-uno
     libreoffice-calc libreoffice-dev)
 
 install_packages() {

@@ -32,7 +32,7 @@ fetch_sources() {
         -o APT::Sandbox::User=root)
     apt-get "${options[@]}" update
     (cd "$prefix/src" && apt-get "${options[@]}" source \
-        wxwidgets3.2 pugixml libzip mbedtls googletest)
+        wxwidgets3.2 pugixml libdeflate libzip mbedtls googletest)
 }
 
 # source_of PACKAGE: the folder of its unpacked sources.
@@ -72,6 +72,15 @@ build_wxwidgets() {
     make -C "$build" install
 }
 
+# Its makefile knows the system by the compiler's name, which must not end in a thread model.
+build_libdeflate() {
+    local source
+    source=$(source_of libdeflate)
+    make -C "$source" CC=$host-gcc-posix AR=$host-ar CFLAGS="$flags -O2" libdeflatestatic.lib
+    cp "$source/libdeflatestatic.lib" "$prefix/lib/"
+    cp "$source/libdeflate.h" "$prefix/include/"
+}
+
 say "Building the Windows libraries into $prefix (about five minutes; later runs find them)"
 {
     fetch_sources
@@ -81,6 +90,7 @@ say "Building the Windows libraries into $prefix (about five minutes; later runs
         -DENABLE_OPENSSL=OFF -DENABLE_WINDOWS_CRYPTO=OFF -DENABLE_BZIP2=OFF -DENABLE_LZMA=OFF \
         -DENABLE_ZSTD=OFF -DBUILD_TOOLS=OFF -DBUILD_REGRESS=OFF -DBUILD_EXAMPLES=OFF \
         -DBUILD_DOC=OFF
+    build_libdeflate
     with_cmake googletest -DBUILD_GMOCK=ON -Dgtest_disable_pthreads=OFF
     build_wxwidgets
 } >"$log" 2>&1

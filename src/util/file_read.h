@@ -30,6 +30,8 @@ public:
     void CheckUnchanged() const;
     /// Reads the next bytes, fewer than `count` only at the end. Throws Error(FileNotReadable).
     std::size_t Read(char* buffer, std::size_t count);
+    /// The next bytes are those from this offset on. Throws Error(FileNotReadable).
+    void Seek(std::uint64_t offset);
     /// Reads all remaining bytes. Throws Error: TextFileTooLarge if the file has, or grows to, more
     /// than `maxSize` bytes; FileNotReadable, also if another program changes the file meanwhile.
     std::string ReadAll(std::uint64_t maxSize);

@@ -62,6 +62,12 @@ InputFile::InputFile(const fs::path& path) : path_(path)
     stamp_ = StampOf(file_.get()).value_or(Stamp());
 }
 
+void InputFile::Seek(std::uint64_t offset)
+{
+    if (::fseeko(file_.get(), static_cast<off_t>(offset), SEEK_SET) != 0)
+        ThrowReadError(path_);
+}
+
 std::optional<InputFile::Stamp> InputFile::StampOf(std::FILE* file)
 {
     struct stat status = {};

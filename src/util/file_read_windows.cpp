@@ -36,6 +36,12 @@ InputFile::InputFile(const fs::path& path) : path_(path)
     stamp_ = StampOf(file_.get()).value_or(Stamp());
 }
 
+void InputFile::Seek(std::uint64_t offset)
+{
+    if (_fseeki64(file_.get(), static_cast<std::int64_t>(offset), SEEK_SET) != 0)
+        throw MakeReadError(path_, {errno, std::generic_category()});
+}
+
 std::optional<InputFile::Stamp> InputFile::StampOf(std::FILE* file)
 {
     const auto join = [](DWORD high, DWORD low) {

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+struct libdeflate_compressor;
+
 namespace orrery::zip {
 
 /// Bytes compressed with the deflate method, [RFC 1951].
@@ -15,6 +17,23 @@ struct Packed {
     std::string bytes;
     std::uint32_t crc = 0;  ///< of the unpacked bytes, as zip containers have it
     std::uint64_t size = 0; ///< of the unpacked bytes
+};
+
+/// Compresses small contents at once, better and in half the time of a stream.
+class Deflater {
+public:
+    /// Throws std::bad_alloc.
+    Deflater();
+
+    /// Throws std::bad_alloc.
+    Packed Compress(std::string_view content);
+
+private:
+    struct Closer {
+        void operator()(libdeflate_compressor* compressor) const;
+    };
+    std::unique_ptr<libdeflate_compressor, Closer> compressor_;
+    std::string room_; // for packed bytes
 };
 
 /// A stream of zlib's without header and trailer.
@@ -40,11 +59,12 @@ private:
     std::vector<std::optional<Packed>> chunks_; // by number; what is left at the end is no chunk
 };
 
-/// Takes the content of one entry piece by piece and compresses it. Its functions throw
-/// std::bad_alloc.
+/// Takes the content of one entry piece by piece and compresses it: small contents at once, others
+/// as a stream. Its functions throw std::bad_alloc.
 class EntrySink {
 public:
-    EntrySink();
+    /// The deflater outlives it.
+    explicit EntrySink(Deflater& deflater);
     ~EntrySink();
     EntrySink(const EntrySink&) = delete;
     EntrySink& operator=(const EntrySink&) = delete;
@@ -56,10 +76,13 @@ public:
     Packed Finish();
 
 private:
+    void BeginStream();
     void AddPacked(const Packed& chunk);
 
-    std::unique_ptr<DeflateStream> stream_;
-    Packed packed_;
+    Deflater& deflater_;
+    std::string content_;                   // all of it, as long as there is no stream
+    std::unique_ptr<DeflateStream> stream_; // null for small contents
+    Packed packed_;                         // what came out of the stream
 };
 
 } // namespace orrery::zip

@@ -1,5 +1,5 @@
 #include "book/error.h"
-#include "engines/builtin/zip/archive.h"
+#include "engines/builtin/zip/writer.h"
 #include "util/scratch_folder.h"
 #include "zip/built_zip.h"
 #include "zip/thrown_kind.h"
@@ -61,14 +61,15 @@ TEST(Writer, LeavesNoFileIfWritingFails)
     const ScratchFolder folder;
     {
         const FileSizeLimit limit(64 * 1024);
-        Writer writer(folder / "a.zip");
+        Writer writer;
         writer.AddEntry("a", [](EntrySink& sink) {
             std::string noise;
             for (unsigned value = 1; noise.size() < kMiB; value = value * 1664525 + 1013904223)
                 noise += static_cast<char>(value >> 24);
             sink.Add(noise);
         });
-        EXPECT_EQ(KindThrownBy([&] { writer.Close(); }), util::ErrorKind::FileSizeLimit);
+        EXPECT_EQ(KindThrownBy([&] { writer.Write(folder / "a.zip"); }),
+                  util::ErrorKind::FileSizeLimit);
     }
     EXPECT_EQ(folder.Entries(), 0);
 }

@@ -2,7 +2,7 @@
 
 #include "engines/builtin/xlsx/package/content_types.h"
 #include "engines/builtin/xlsx/package/relationships.h"
-#include "engines/builtin/zip/archive.h"
+#include "engines/builtin/zip/reader.h"
 
 #include <cstddef>
 #include <cstdint>

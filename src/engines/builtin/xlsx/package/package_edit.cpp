@@ -74,9 +74,9 @@ void PackageEdit::Save(const std::filesystem::path& target) const
     Verify();
     util::FileReplacement replacement(target);
     try {
-        zip::Writer writer(replacement.TemporaryPath());
+        zip::Writer writer;
         WriteEntries(writer);
-        writer.Close();
+        writer.Write(replacement.TemporaryPath());
         package_.zip_->CheckUnchanged(); // else one half could be of one version and one of another
     }
     catch (const util::Error& error) { // the user knows the target, not the temporary file
@@ -94,7 +94,7 @@ const PackageEdit::Change* PackageEdit::ChangeOf(std::size_t entry) const
     return change != changes_.end() && package_.IsPart(entry) ? &change->second : nullptr;
 }
 
-/// libzip does not check entries that it copies packed.
+/// Entries that are copied packed are not looked at when they are written.
 void PackageEdit::Verify() const
 {
     for (std::size_t index = 0; index < package_.zip_->Entries().size(); ++index) {

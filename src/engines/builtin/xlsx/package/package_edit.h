@@ -3,7 +3,7 @@
 #include "engines/builtin/xlsx/package/content_types.h"
 #include "engines/builtin/xlsx/package/package.h"
 #include "engines/builtin/xlsx/package/relationships.h"
-#include "engines/builtin/zip/entry_source.h"
+#include "engines/builtin/zip/writer.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -19,7 +19,7 @@ namespace orrery::xlsx {
 /// were opened.
 class PackageEdit {
 public:
-    using Content = zip::EntrySource::Producer;
+    using Content = zip::Producer;
 
     /// The package outlives its edits.
     explicit PackageEdit(const Package& package);

@@ -1,4 +1,4 @@
-#include "engines/builtin/zip/archive.h"
+#include "engines/builtin/zip/reader.h"
 
 #include "book/error.h"
 #include "util/error.h"
@@ -76,6 +76,16 @@ INSTANTIATE_TEST_SUITE_P(
         LieCase{"LessThanDeclared", {.name = "a", .content = kText, .declaredSize = 1000}},
         LieCase{"StoredLessThanDeclared",
                 {.name = "a", .content = kText, .stored = true, .declaredSize = 1000}},
+        LieCase{"StoredMoreThanDeclared",
+                {.name = "a", .content = kText, .stored = true, .declaredSize = 10}},
+        LieCase{"LargeLessThanDeclared",
+                {.name = "a", .content = std::string(2 * kMiB, 'x'), .declaredSize = 3 * kMiB}},
+        LieCase{"LargeMoreThanDeclared",
+                {.name = "a", .content = std::string(3 * kMiB, 'x'), .declaredSize = 2 * kMiB}},
+        LieCase{"LargePackedCut",
+                {.name = "a", .content = std::string(2 * kMiB, 'x'), .declaredPacked = 50}},
+        LieCase{"PackedBeyondTheFile",
+                {.name = "a", .content = kText, .declaredPacked = 1'000'000}},
         LieCase{"OtherChecksum", {.name = "a", .content = kText, .declaredChecksum = 1}},
         LieCase{"PackedCut", {.name = "a", .content = kText, .declaredPacked = 5}}),
     [](const auto& row) { return std::string(row.param.name); });
@@ -178,6 +188,42 @@ TEST(Reader, AcceptsTwoNamesOfAnEntryBeyondAscii)
     EXPECT_EQ(zip.Entries().front().name, "xl/\xC3\xA4.xml");
 }
 
+TEST(Reader, DecodesNamesOfOldPrograms)
+{
+    const ScratchFolder folder;
+    const Reader zip(folder.Write("a.zip", BuildZip({{"\x84\x8E\xE1.xml", "1"}, // code page 437
+                                                     {"\xC3\xA4.xml", "2"}})));
+    EXPECT_EQ(zip.Entries()[0].name, "\xC3\xA4\xC3\x84\xC3\x9F.xml");
+    EXPECT_EQ(zip.Entries()[1].name, "\xC3\xA4.xml");
+}
+
+TEST(Reader, IgnoresTheDirectoryOfAContainerInside)
+{
+    const ScratchFolder folder;
+    const std::string inner = BuildZip({{"inner", kText}});
+    const Reader zip(folder.Write("a.zip", BuildZip({{"first", "1"}, {"b.xlsx", inner, true}})));
+    ASSERT_EQ(zip.Entries().size(), 2U);
+    EXPECT_EQ(zip.Read(1), inner);
+}
+
+TEST(Reader, NamesTheMethodThatItDoesNotUnpack)
+{
+    const ScratchFolder folder;
+    std::string bytes = BuildZip({{"a.xml", kText}});
+    constexpr std::size_t kMethod = 10; // in the directory's header
+    bytes.replace(bytes.find("PK\x01\x02") + kMethod, 2, std::string("\x0E\0", 2));
+    const Reader zip(folder.Write("a.zip", bytes));
+    try {
+        zip.Read(0);
+        FAIL();
+    }
+    catch (const util::Error& error) {
+        EXPECT_EQ(error.Kind(), ErrorKind::DamagedWorkbook);
+        EXPECT_EQ(error.Cause(),
+                  "a.xml: it is compressed with method 14, which workbooks do not have");
+    }
+}
+
 TEST(Reader, VerifiesWithoutKeeping)
 {
     const ScratchFolder folder;
@@ -203,131 +249,6 @@ TEST(Reader, DistinguishesMissingFilesFromFolders)
     EXPECT_EQ(KindThrownBy([&] { Reader zip(folder / "none.zip"); }),
               util::ErrorKind::FileNotFound);
     EXPECT_EQ(KindThrownBy([&] { Reader zip(folder.Path()); }), util::ErrorKind::NotARegularFile);
-}
-
-TEST(Writer, CopiesPackedBytesAndTimes)
-{
-    const ScratchFolder folder;
-    const std::string source = BuildZip({{"packed", kText + kText},
-                                         {"stored", kText, true},
-                                         {"empty", ""},
-                                         {"large", std::string(kMiB, 'x')},
-                                         {"folder/", "", true}});
-    const Reader reader(folder.Write("a.zip", source));
-    Writer writer(folder / "b.zip");
-    for (std::size_t i = 0; i < reader.Entries().size(); ++i)
-        writer.CopyEntry(reader, i, reader.Entries()[i].name);
-    writer.CopyEntry(reader, 0, "again");
-    writer.Close();
-
-    const std::string copy = BytesOf(folder / "b.zip");
-    for (const char* const name : {"packed", "stored", "empty", "large", "folder/"}) {
-        ASSERT_TRUE(PackedBytes(copy, name)) << name;
-        EXPECT_EQ(PackedBytes(copy, name), PackedBytes(source, name)) << name;
-    }
-    EXPECT_EQ(PackedBytes(copy, "again"), PackedBytes(source, "packed"));
-    EXPECT_EQ(copy.substr(10, 4), source.substr(10, 4)) << "time and date of the first entry";
-
-    const Reader read(folder / "b.zip");
-    std::vector<std::string> names;
-    for (std::size_t i = 0; i < read.Entries().size(); ++i)
-        names.push_back(read.Entries()[i].name);
-    EXPECT_THAT(names,
-                testing::ElementsAre("packed", "stored", "empty", "large", "folder/", "again"));
-    EXPECT_EQ(read.Read(5), kText + kText);
-}
-
-TEST(Writer, CopiesEntriesOfStreamsAndZip64)
-{
-    const ScratchFolder folder;
-    const std::string packed = test::Deflate(kText, 1);
-    const Reader reader(folder.Write("a.zip", BuildZip({{"descriptor", kText, false, true},
-                                                        {"zip64", kText, false, false, true}})));
-    Writer writer(folder / "b.zip");
-    writer.CopyEntry(reader, 0, "descriptor");
-    writer.CopyEntry(reader, 1, "zip64");
-    writer.Close();
-    const std::string copy = BytesOf(folder / "b.zip");
-    EXPECT_EQ(PackedBytes(copy, "descriptor"), packed);
-    EXPECT_EQ(PackedBytes(copy, "zip64"), packed);
-}
-
-TEST(Writer, PacksNewEntries)
-{
-    const ScratchFolder folder;
-    Writer writer(folder / "a.zip");
-    writer.AddEntry("a.xml", [](EntrySink& sink) { sink.Add(kText + kText); });
-    writer.AddEntry("empty.xml", [](EntrySink& sink) { sink.Add(""); });
-    writer.AddEntry("large.xml", [](EntrySink& sink) { sink.Add(std::string(5 * kMiB, 'x')); });
-    writer.Close();
-    const Reader reader(folder / "a.zip");
-    EXPECT_EQ(reader.Read(0), kText + kText);
-    EXPECT_LT(reader.Entries()[0].compressedSize, kText.size());
-    EXPECT_EQ(reader.Read(1), "");
-    EXPECT_EQ(reader.Read(2), std::string(5 * kMiB, 'x'));
-}
-
-TEST(Writer, WritesPlainHeadersOfAFixedDate)
-{
-    const ScratchFolder folder;
-    for (const char* const name : {"a.zip", "b.zip"}) {
-        Writer writer(folder / name);
-        writer.AddEntry("a.xml", [](EntrySink& sink) { sink.Add(kText); });
-        writer.Close();
-    }
-    const std::string bytes = BytesOf(folder / "a.zip");
-    EXPECT_EQ(bytes, BytesOf(folder / "b.zip"));
-    EXPECT_EQ(bytes.substr(4, 2), std::string("\x14\0", 2)) << "version 2.0, not zip64";
-    EXPECT_EQ(bytes.substr(6, 2), std::string(2, '\0')) << "no descriptor";
-    EXPECT_EQ(bytes.substr(10, 4), std::string("\0\0\x21\0", 4)) << "1980-01-01";
-}
-
-TEST(Writer, AsksForOneContentAtATime)
-{
-    const ScratchFolder folder;
-    std::vector<std::string> asked;
-    Writer writer(folder / "a.zip");
-    for (const char* const name : {"a", "b", "c"})
-        writer.AddEntry(name, [&asked, name](EntrySink& sink) {
-            asked.emplace_back(name);
-            sink.Add(kText);
-        });
-    EXPECT_TRUE(asked.empty()) << "nothing is made before the end";
-    writer.Close();
-    EXPECT_THAT(asked, testing::ElementsAre("a", "b", "c"));
-}
-
-TEST(Writer, PassesOnWhatAProducerThrows)
-{
-    const ScratchFolder folder;
-    {
-        Writer writer(folder / "a.zip");
-        writer.AddEntry("a", [](EntrySink& sink) { sink.Add(kText); });
-        writer.AddEntry("b", [](EntrySink&) { throw std::invalid_argument("mine"); });
-        EXPECT_THROW(writer.Close(), std::invalid_argument);
-    }
-    EXPECT_EQ(folder.Entries(), 0) << "nothing is left behind";
-}
-
-TEST(Writer, DiscardsWhatIsNotClosed)
-{
-    const ScratchFolder folder;
-    {
-        Writer writer(folder / "a.zip");
-        writer.AddEntry("a", [](EntrySink& sink) { sink.Add(kText); });
-    }
-    EXPECT_EQ(folder.Entries(), 0);
-}
-
-TEST(Writer, NamesTheFileThatCannotBeWritten)
-{
-    const ScratchFolder folder;
-    EXPECT_EQ(KindThrownBy([&] {
-                  Writer writer(folder / "none/a.zip");
-                  writer.AddEntry("a", [](EntrySink& sink) { sink.Add(kText); });
-                  writer.Close();
-              }),
-              util::ErrorKind::FileNotWritable);
 }
 
 } // namespace

@@ -97,6 +97,12 @@ def compare_xls(designs):
               f"{peak:9.1f}")
 
 
+def compare_starts():
+    times, _ = side_by_side({"orrery": [CLI, "--version"], "empty": [TOOLS / "empty"]}, {})
+    print(f"\nStart-up: {times['orrery']:.2f} ms, {times['orrery'] - times['empty']:.2f} ms more than "
+          "an empty program")
+
+
 def compare_years(template, folder):
     start = median(ROUNDS, CLI, "--version")[0]
     one, single = median(ROUNDS, *generate(template, YEAR, folder))
@@ -154,7 +160,7 @@ def main():
         designs = [Design(template, folder) for template in templates]
         compare_xlsx(designs)
         compare_xls(designs)
-        print()
+        compare_starts()
         for template in (designs[0].xlsx, designs[0].xls):
             compare_years(template, folder)
         compare_sizes(designs[0].xlsx, (2, 10, 50), heavy_xlsx, folder)

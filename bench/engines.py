@@ -1,8 +1,8 @@
 """Times the same calendars with every engine, in turns, and writes docs/performance.md.
 
-usage: engines.py ORRERY_CLI TOOLS_FOLDER TEMPLATE.xlsx DOCUMENT [ROUNDS]
+usage: engines.py ORRERY_CLI TOOLS_FOLDER DOCUMENT TEMPLATE.xlsx...
 
-One calendar and ten years of the template: the built-in engine with the .xlsx and with the .xls
+One calendar and ten years of each template: the built-in engine with the .xlsx and with the .xls
 beside it, LibreOffice with an existing profile and with a new one, and openpyxl.
 """
 import datetime
@@ -15,6 +15,7 @@ import statistics
 import subprocess
 import sys
 import tempfile
+import zipfile
 
 import openpyxl
 
@@ -137,10 +138,10 @@ def versions(cli):
 _DOCUMENT = """\
 # Performance
 
-How long a whole process takes for calendars of twelve month sheets and a year sheet from the
-template `{template}`, from the start of the process to its end, with the workbook on the disk.
+How long a whole process takes for calendars of twelve month sheets and a year sheet, from the start of
+the process to its end, with the workbook on the disk.
 
-{table}
+{tables}
 
 - Measured on {date} on {machine}; {versions}; load of the machine {before} before, {after} after.
 - Times are medians of {one} runs for one calendar and {ten} for ten years. The programs took turns;
@@ -154,27 +155,39 @@ template `{template}`, from the start of the process to its end, with the workbo
 - openpyxl does only part of the work: it gets the same cells to write, and its copies lack much of
   the template ([fidelity.md](fidelity.md)).
 - The built-in engine leaves formulas to the program that opens the workbook. LibreOffice computes them.
+- `Rich.xlsx` is made by `bench/rich_template.py`: pictures, charts, comments, validations, conditional
+  formats on both sheets.
 
 `bench/compare.sh` measures again and writes this file. It also compares the built-in engine with the
 least that any program must do, and for .xls with xlrd and xlwt.
 """
 
 
-def main():
-    cli, tools, template, document, *rounds = sys.argv[1:]
-    template, processes = pathlib.Path(template).resolve(), Processes(cli, tools)
-    counts = (int(rounds[0]),) * 2 if rounds else (ONE_ROUNDS, TEN_ROUNDS)
-    before, found = os.getloadavg()[0], []
-    for years, count in zip(((FIRST,), TEN), counts):
+def parts(template):
+    with zipfile.ZipFile(template) as package:
+        return len(package.namelist())
+
+
+def measured_table(processes, template):
+    found = []
+    for years, rounds in (((FIRST,), ONE_ROUNDS), (TEN, TEN_ROUNDS)):
         with tempfile.TemporaryDirectory() as folder:
             found.append(summary(Comparison(processes, template, years, pathlib.Path(folder))
-                                 .measure(count)))
-    text = table(*found)
-    print(f"\nEvery engine, {template.name}:\n{text}")
+                                 .measure(rounds)))
+    text = f"From the template `{template.name}` ({parts(template)} parts):\n\n{table(*found)}"
+    print(f"\n{text}")
+    return text
+
+
+def main():
+    cli, tools, document, *templates = sys.argv[1:]
+    processes, before = Processes(cli, tools), os.getloadavg()[0]
+    tables = "\n\n".join(measured_table(processes, pathlib.Path(template).resolve())
+                         for template in templates)
     pathlib.Path(document).write_text(_DOCUMENT.format(
-        template=template.name, table=text, date=datetime.date.today(), machine=machine(),
-        versions=versions(cli), before=f"{before:.1f}", after=f"{os.getloadavg()[0]:.1f}",
-        one=counts[0], ten=counts[1]), encoding="utf-8")
+        tables=tables, date=datetime.date.today(), machine=machine(), versions=versions(cli),
+        before=f"{before:.1f}", after=f"{os.getloadavg()[0]:.1f}", one=ONE_ROUNDS,
+        ten=TEN_ROUNDS), encoding="utf-8")
 
 
 main()

@@ -6,7 +6,6 @@ namespace orrery::excel {
 namespace {
 
 using std::chrono::milliseconds;
-using Clock = std::chrono::steady_clock;
 
 constexpr milliseconds kTick(100);
 constexpr UINT kTickMessage = WM_APP;
@@ -52,7 +51,7 @@ CallWatch::Call::Call(CallWatch* watch) : watch_(watch)
 {
     if (watch_ == nullptr)
         return;
-    watch_->begin_ = Clock::now();
+    watch_->begin_ = std::chrono::steady_clock::now();
     watch_->isCalling_ = true;
 }
 
@@ -67,7 +66,8 @@ void CallWatch::Tick()
     if (!isCalling_ || isTicking_) // what is told may handle messages itself
         return;
     isTicking_ = true;
-    patience_.OnWaiting(std::chrono::duration_cast<milliseconds>(Clock::now() - begin_));
+    patience_.OnWaiting(
+        std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - begin_));
     isTicking_ = false;
 }
 

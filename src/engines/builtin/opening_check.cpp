@@ -68,31 +68,49 @@ std::string_view FindPackageExtension(const std::filesystem::path& path)
     }
 }
 
-std::string_view FindCompoundExtension(const std::filesystem::path& path)
+/// An encrypted package is a workbook in XML; nobody knows which kind. `extension` is that of its
+/// path.
+std::string_view FindEncryptedExtension(const xls::CompoundFile& file, std::string_view extension)
 {
-    const xls::CompoundFile file(util::ReadFile(path).value_or(std::string()),
-                                 xls::EncryptedPackage::Accept);
-    if (file.Find("EncryptedPackage")) {
-        const auto info = file.Find("EncryptionInfo");
-        if (!info || !OpensPackage(file.ReadStream(*info), xls::kDefaultPassword))
-            throw Error(ErrorKind::PasswordProtected);
-        return {};
-    }
-    const auto workbook = file.Find("Workbook");
-    if (!workbook && !file.Find("Book"))
+    const auto info = file.Find("EncryptionInfo");
+    if (!info || !OpensPackage(file.ReadStream(*info), xls::kDefaultPassword))
+        throw Error(ErrorKind::PasswordProtected);
+    return extension == ".xls" ? ".xlsx" : extension;
+}
+
+/// `extension` is that of the workbook's path.
+std::string_view FindCompoundExtension(std::string bytes, std::string_view extension)
+{
+    const xls::CompoundFile file(std::move(bytes), xls::EncryptedPackage::Accept);
+    if (file.Find("EncryptedPackage"))
+        return FindEncryptedExtension(file, extension);
+    auto workbook = file.Find("Workbook");
+    if (!workbook)
+        workbook = file.Find("Book"); // of earlier versions
+    if (!workbook)
         throw Error(ErrorKind::NotAWorkbook);
-    if (workbook && !xls::Decrypt(file.ReadStream(*workbook)))
+    if (xls::NeedsPassword(file.ReadStream(*workbook)))
         throw Error(ErrorKind::PasswordProtected);
     return ".xls";
 }
 
-std::string_view FindExtension(const std::filesystem::path& path, FileKind kind)
+std::string_view FindOldSheetExtension(std::string_view bytes)
 {
+    if (xls::NeedsPassword(bytes))
+        throw Error(ErrorKind::PasswordProtected);
+    return ".xls";
+}
+
+/// `extension` is that of the path.
+std::string_view FindExtension(const std::filesystem::path& path, FileKind kind,
+                               std::string_view extension)
+{
+    const auto bytes = [&path] { return util::ReadFile(path).value_or(std::string()); };
     switch (kind) {
     case FileKind::Compound:
-        return FindCompoundExtension(path);
+        return FindCompoundExtension(bytes(), extension);
     case FileKind::OldSheet:
-        return ".xls";
+        return FindOldSheetExtension(bytes());
     case FileKind::Other:
         break;
     }
@@ -113,7 +131,7 @@ void CheckBeforeOpening(const std::filesystem::path& path)
     const std::string_view extension = ExtensionOf(path);
     try {
         WithErrorPath(path, [&] {
-            const std::string_view fitting = FindExtension(path, kind);
+            const std::string_view fitting = FindExtension(path, kind, extension);
             if (!extension.empty() && !fitting.empty() && extension != fitting)
                 throw Error(ErrorKind::WrongExtension, {}, std::string(fitting));
         });

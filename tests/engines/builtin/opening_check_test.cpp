@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 
 namespace orrery::builtin {
@@ -75,6 +76,51 @@ TEST_F(OpeningCheckTest, RefusesWhatAsksForAPassword)
                                                             kEngineTests / "builtin/xls/data" /
                                                             "encrypted_other_password.stream"))})),
               ErrorKind::PasswordProtected);
+}
+
+// The records BOF of a workbook and of a sheet that is a file of its own, before BIFF8.
+constexpr std::string_view kWorkbook5("\x09\x08\x08\x00\x00\x05\x05\x00\xD3\x10\xCC\x07", 12);
+constexpr std::string_view kSheet4("\x09\x04\x06\x00\x00\x04\x10\x00\x00\x00", 10);
+
+/// The same with FILEPASS, which tells the key and the verifier of a password, and EOF.
+std::string WithPassword(std::string_view begin, std::string_view keyAndVerifier)
+{
+    std::string records(begin);
+    records += std::string_view("\x2F\x00\x04\x00", 4);
+    records += keyAndVerifier;
+    records += std::string_view("\x0A\x00\x00\x00", 4);
+    return records;
+}
+
+TEST_F(OpeningCheckTest, RefusesEarlierVersionsThatAskForAPassword)
+{
+    const std::string someNumbers = "1234";
+    EXPECT_EQ(
+        KindOf("a.xls", BuildCompound({Stream(u"Book", WithPassword(kWorkbook5, someNumbers))})),
+        ErrorKind::PasswordProtected);
+    EXPECT_EQ(KindOf("a.xls", WithPassword(kSheet4, someNumbers)), ErrorKind::PasswordProtected);
+}
+
+TEST_F(OpeningCheckTest, LetsTheDefaultPasswordOfEarlierVersionsPass)
+{
+    const std::string stream =
+        testing_support::BytesOf(kEngineTests / "builtin/xls/data/encrypted_xor.stream");
+    const std::string_view filePass("\x2F\x00\x06\x00\x00\x00", 6); // with the method
+    const std::string numbers = stream.substr(stream.find(filePass) + filePass.size(), 4);
+    EXPECT_EQ(KindOf("a.xls", BuildCompound({Stream(u"Book", WithPassword(kWorkbook5, numbers))})),
+              std::nullopt);
+    EXPECT_EQ(KindOf("a.xls", WithPassword(kSheet4, numbers)), std::nullopt);
+}
+
+TEST_F(OpeningCheckTest, AnEncryptedPackageIsNoXls)
+{
+    const auto package =
+        Package(testing_support::BytesOf(kEngineTests / "builtin/data/encryption_standard.info"));
+    const auto problem = Problem("a.xls", package);
+    ASSERT_TRUE(problem);
+    EXPECT_EQ(problem->Kind(), ErrorKind::WrongExtension);
+    EXPECT_EQ(problem->Cause(), ".xlsx");
+    EXPECT_EQ(KindOf("a.xlsm", package), std::nullopt) << "nobody knows which kind it is";
 }
 
 TEST_F(OpeningCheckTest, LetsTheDefaultPasswordPass)

@@ -118,4 +118,16 @@ std::optional<std::string> Decrypt(std::string stream, std::string_view password
     return stream;
 }
 
+bool NeedsPassword(std::string_view stream)
+{
+    const auto filePass = FindFilePass(stream);
+    if (!filePass)
+        return false;
+    constexpr std::size_t kEarlierSize = 4; // before BIFF8: key and verifier, without the method
+    std::string data(filePass->data);
+    if (data.size() == kEarlierSize)
+        data.insert(0, 2, '\0');
+    return !MakeRecordCipher(data, kDefaultPassword);
+}
+
 } // namespace orrery::xls

@@ -16,4 +16,9 @@ inline constexpr std::string_view kDefaultPassword = "VelvetSweatshop";
 std::optional<std::string> Decrypt(std::string stream,
                                    std::string_view password = kDefaultPassword);
 
+/// Whether a workbook stream needs a password other than the default one, or uses an unknown
+/// method. Also for the streams of earlier versions, and for the sheets that were files of their
+/// own. Throws as `Decrypt`.
+bool NeedsPassword(std::string_view stream);
+
 } // namespace orrery::xls

@@ -8,6 +8,7 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr milliseconds kTick(100);
+constexpr milliseconds kAnswerTime(1000); // for an instance that was left
 constexpr UINT kTickMessage = WM_APP;
 
 /// A window that only gets messages.
@@ -71,9 +72,21 @@ void CallWatch::Tick()
     isTicking_ = false;
 }
 
+bool CallWatch::IsLeft()
+{
+    const std::lock_guard lock(ending_);
+    return isLeft_;
+}
+
+bool CallWatch::IsToBeCancelled() const
+{
+    return isLeft_ && std::chrono::steady_clock::now() - begin_ >= kAnswerTime;
+}
+
 void CallWatch::End()
 {
-    isGivenUp_ = true;
+    const std::lock_guard lock(ending_);
+    isGivenUp_ = true; // first: a call fails as soon as the instance ends
     isLeft_ = !end_();
 }
 
@@ -81,7 +94,10 @@ void CallWatch::SendTicks()
 {
     std::unique_lock lock(mutex_);
     while (!changed_.wait_for(lock, kTick, [this] { return isStopped_; })) {
-        if (isCalling_ && !isTickSent_.exchange(true))
+        // Calls are cancelled when a message is posted; one that is sent is only handled.
+        if (isLeft_)
+            PostMessageW(window_, kTickMessage, 0, 0);
+        else if (isCalling_ && !isTickSent_.exchange(true))
             SendNotifyMessageW(window_, kTickMessage, 0, 0);
     }
 }

@@ -41,8 +41,11 @@ public:
     void Tick();
     /// Whether the user has given up.
     bool IsGivenUp() const { return isGivenUp_; }
-    /// Whether the instance was not ended then, so that the call goes on.
-    bool IsLeft() const { return isLeft_; }
+    /// Whether the instance was not ended then. Waits while that is being decided.
+    bool IsLeft();
+    /// Whether a call is to be cancelled: the instance was left, and does not answer within a
+    /// second. On the calling thread.
+    bool IsToBeCancelled() const;
 
 private:
     void End() override;
@@ -51,6 +54,7 @@ private:
 
     book::Patience& patience_;
     std::function<bool()> end_;
+    std::mutex ending_; // locked while the instance is ended
     std::atomic<bool> isGivenUp_ = false;
     std::atomic<bool> isLeft_ = false;
     std::atomic<bool> isCalling_ = false;

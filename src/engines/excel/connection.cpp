@@ -77,7 +77,7 @@ void Connection::Make(const std::string& call, const Try& attempt)
     if (lost_)
         throw Error(*lost_);
     const auto checkPatience = [this] {
-        if (watch_ != nullptr && watch_->IsGivenUp())
+        if (watch_ != nullptr && watch_->IsGivenUp() && !asksAgain_)
             MarkLost(kGivenUp);
     };
     checkPatience();
@@ -91,6 +91,15 @@ void Connection::Make(const std::string& call, const Try& attempt)
         MarkLost(SystemText(code));
     if (Failed(code))
         throw CallFailure(call, code, DescriptionOf(call, code, info));
+}
+
+void Connection::AskAgain()
+{
+    if (watch_ == nullptr || !watch_->IsLeft())
+        return;
+    asksAgain_ = true;
+    if (lost_ && lost_->Cause() == kGivenUp)
+        lost_.reset();
 }
 
 HRESULT Connection::RetryWhileBusy(const Try& attempt, ExceptionInfo& info)

@@ -49,6 +49,9 @@ public:
     /// From now on the user may give up during a call, which ends the application. The watch
     /// outlives the calls.
     void WatchBy(CallWatch& watch) { watch_ = &watch; }
+    /// If the user gave up and the application was left, calls are made again, to give it back to
+    /// its user. Those that it does not answer are cancelled.
+    void AskAgain();
 
     bool IsLost() const { return lost_.has_value(); }
 
@@ -58,6 +61,7 @@ private:
 
     Clock& clock_;
     CallWatch* watch_ = nullptr;
+    bool asksAgain_ = false;
     std::optional<Error> lost_;
 };
 

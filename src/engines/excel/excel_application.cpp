@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <exception>
 
 namespace orrery::excel {
 namespace {
@@ -57,12 +58,18 @@ ExcelApplication::ExcelApplication(const Starter& start, std::unique_ptr<Clock> 
 ExcelApplication::~ExcelApplication()
 {
     // An application that does not answer would not answer the release of its objects either.
-    if (!hasQuit_ && !TryToLeave())
-        EndProcess();
+    if (!hasQuit_)
+        LeaveOrEnd();
     workbooks_.clear();
     application_.reset();
     if (!belongsToUser_ && hasQuit_ && process_ && !process_->WaitForEnd(kQuitTimeout))
         EndProcess();
+}
+
+void ExcelApplication::SetDisplayAlerts(bool on)
+{
+    Switch("DisplayAlerts", on);
+    areAlertsOn_ = on;
 }
 
 void ExcelApplication::SetVisible(bool on)
@@ -106,34 +113,51 @@ void ExcelApplication::Quit()
     workbooks_.clear();
 }
 
-bool ExcelApplication::HoldsOtherWorkbooks()
+bool ExcelApplication::IsShared()
 {
     const Object books = ObjectFrom(application_->Get("Workbooks"), model_.workbooks);
-    return books.Get("Count").AsNumber() > static_cast<std::int32_t>(workbooks_.size());
+    return books.Get("Count").AsNumber() > static_cast<std::int32_t>(workbooks_.size()) ||
+           (process_ && process_->IsShown());
 }
 
 bool ExcelApplication::LeaveIfShared()
 {
-    if (!HoldsOtherWorkbooks())
+    if (!IsShared())
         return false;
     belongsToUser_ = true; // even if a step fails
-    SetInteractive(true);
-    SetScreenUpdating(true);
-    SetVisible(true);
+    std::exception_ptr failure;
+    const auto attempt = [&failure](const auto& step) {
+        try {
+            step();
+        }
+        catch (const Error&) {
+            if (!failure)
+                failure = std::current_exception();
+        }
+    };
+    attempt([this] { SetInteractive(true); });
+    attempt([this] { SetScreenUpdating(true); });
+    attempt([this] { SetVisible(true); });
     for (const auto& workbook : workbooks_)
-        workbook->Close();
+        attempt([&workbook] { workbook->Close(); });
     workbooks_.clear();
-    SetDisplayAlerts(true);
+    attempt([this] { SetDisplayAlerts(true); });
+    if (failure)
+        std::rethrow_exception(failure);
     return true;
 }
 
-bool ExcelApplication::TryToLeave()
+void ExcelApplication::LeaveOrEnd()
 {
     try {
-        return belongsToUser_ || LeaveIfShared();
+        model_.connection.AskAgain();
+        if (belongsToUser_ && !areAlertsOn_)
+            SetDisplayAlerts(true); // else its user would lose what is not saved
+        else if (!belongsToUser_ && !LeaveIfShared() && !EndProcess())
+            application_->Call("Quit"); // nobody knows its process
     }
     catch (const Error&) { // it does not answer
-        return belongsToUser_;
+        EndProcess();
     }
 }
 
@@ -152,7 +176,7 @@ bool ExcelApplication::OnMessage()
     if (!watch_)
         return false;
     watch_->Tick();
-    return watch_->IsLeft();
+    return watch_->IsToBeCancelled();
 }
 
 } // namespace orrery::excel

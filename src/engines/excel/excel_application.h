@@ -40,7 +40,7 @@ public:
     ExcelApplication(const ExcelApplication&) = delete;
     ExcelApplication& operator=(const ExcelApplication&) = delete;
 
-    void SetDisplayAlerts(bool on) override { Switch("DisplayAlerts", on); }
+    void SetDisplayAlerts(bool on) override;
     void SetVisible(bool on) override;
     bool Visible() const override;
     void SetInteractive(bool on) override { Switch("Interactive", on); }
@@ -51,12 +51,14 @@ public:
 
 private:
     void Switch(std::string_view property, bool on) const;
-    /// Whether it has workbooks that were not opened here.
-    bool HoldsOtherWorkbooks();
-    /// Leaves an instance with other workbooks to its user; else returns false.
+    /// Whether its user has something in it: workbooks that were not opened here, or a window, such
+    /// as that of a file in Protected View, which is no workbook yet.
+    bool IsShared();
+    /// Leaves a shared instance to its user; else returns false. Every step is tried; throws the
+    /// first failure at the end.
     bool LeaveIfShared();
-    /// The same. True if it is left, or was left before; does not throw.
-    bool TryToLeave();
+    /// Leaves the instance to its user or ends it; its failures are not thrown.
+    void LeaveOrEnd();
     /// Ends the process unless it belongs to the user. False if it goes on. On any thread.
     bool EndProcess();
     /// Whether the call in progress is to be cancelled.
@@ -74,6 +76,7 @@ private:
     std::optional<Object> application_;
     std::vector<std::unique_ptr<Workbook>> workbooks_;
     std::atomic<bool> belongsToUser_ = false;
+    bool areAlertsOn_ = true;
     bool hasQuit_ = false;
 };
 

@@ -108,6 +108,44 @@ TEST_F(CallWatchTest, KnowsThatAnInstanceWasLeft)
     EXPECT_TRUE(watch_->IsLeft());
 }
 
+TEST_F(CallWatchTest, AnInstanceThatWasLeftHasASecondForEachCall)
+{
+    Watch(false);
+    std::optional<CallWatch::Call> call(&*watch_);
+    WaitAndPaint(nullptr, 1100ms);
+    EXPECT_FALSE(watch_->IsToBeCancelled()) << "nobody gave up";
+    patience_.GiveUp();
+    EXPECT_TRUE(watch_->IsToBeCancelled());
+    call.emplace(&*watch_);
+    EXPECT_FALSE(watch_->IsToBeCancelled()) << "a new call";
+    WaitAndPaint(nullptr, 1100ms);
+    EXPECT_TRUE(watch_->IsToBeCancelled());
+}
+
+TEST_F(CallWatchTest, CallsOfAnInstanceThatWasEndedFailByThemselves)
+{
+    Watch();
+    const CallWatch::Call call(&*watch_);
+    patience_.GiveUp();
+    WaitAndPaint(nullptr, 1100ms);
+    EXPECT_FALSE(watch_->IsToBeCancelled());
+}
+
+TEST_F(CallWatchTest, PostsMessagesOnceAnInstanceWasLeft)
+{
+    const auto isPosted = [] {
+        MSG message = {};
+        return PeekMessageW(&message, nullptr, WM_APP, WM_APP, PM_NOREMOVE) != FALSE;
+    };
+    Watch(false);
+    const CallWatch::Call call(&*watch_);
+    WaitAndPaint(nullptr, 300ms);
+    EXPECT_FALSE(isPosted());
+    patience_.GiveUp();
+    WaitAndPaint(nullptr, 300ms);
+    EXPECT_TRUE(isPosted()) << "without one, a call in progress is not cancelled";
+}
+
 TEST_F(CallWatchTest, IsNotEndedAfterItsLifetime)
 {
     Watch();

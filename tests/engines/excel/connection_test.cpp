@@ -181,6 +181,44 @@ TEST_F(ConnectionTest, ACallThatEndsWellIsKeptAlthoughTheUserGaveUp)
     }}));
 }
 
+TEST_F(ConnectionTest, OneThatWasLeftIsAskedAgainOnRequest)
+{
+    book::Patience patience;
+    CallWatch watch(patience, [] { return false; });
+    connection_.WatchBy(watch);
+    connection_.AskAgain(); // changes nothing before the user gives up
+    patience.GiveUp();
+    EXPECT_EQ(ErrorOf({fake::Refuse(S_OK)}).Kind(), ErrorKind::ApplicationLost);
+    EXPECT_EQ(tries_, 0U);
+    connection_.AskAgain();
+    EXPECT_NO_THROW(Make({fake::Refuse(S_OK)}));
+    EXPECT_EQ(tries_, 1U);
+}
+
+TEST_F(ConnectionTest, OneThatIsGoneIsNotAskedAgain)
+{
+    book::Patience patience;
+    CallWatch watch(patience, [] { return false; });
+    connection_.WatchBy(watch);
+    ErrorOf({fake::Refuse(RPC_E_DISCONNECTED)});
+    patience.GiveUp();
+    connection_.AskAgain();
+    tries_ = 0;
+    EXPECT_EQ(ErrorOf({fake::Refuse(S_OK)}).Kind(), ErrorKind::ApplicationLost);
+    EXPECT_EQ(tries_, 0U);
+}
+
+TEST_F(ConnectionTest, OneThatWasEndedIsNotAskedAgain)
+{
+    book::Patience patience;
+    CallWatch watch(patience, [] { return true; });
+    connection_.WatchBy(watch);
+    patience.GiveUp();
+    connection_.AskAgain();
+    EXPECT_EQ(ErrorOf({fake::Refuse(S_OK)}).Kind(), ErrorKind::ApplicationLost);
+    EXPECT_EQ(tries_, 0U);
+}
+
 class LossTest : public ConnectionTest, public testing::WithParamInterface<HRESULT> {};
 
 TEST_P(LossTest, EveryLaterCallFailsAtOnceWithTheSameError)

@@ -228,6 +228,63 @@ TEST_F(ExcelApplicationTest, IsLeftToItsUserAfterAnError)
     EXPECT_EQ(TakeCalls(), kLeft);
 }
 
+TEST_F(ExcelApplicationTest, QuitsAfterAnErrorIfNobodyKnowsItsProcess)
+{
+    Open();
+    TakeCalls();
+    application_.reset();
+    EXPECT_EQ(TakeCalls(), (Texts{"Application.Workbooks get ()", "Workbooks.Count get ()",
+                                  "Application.Quit call ()"}));
+}
+
+TEST_F(ExcelApplicationTest, EveryStepIsTriedBeforeItIsLeftToItsUser)
+{
+    Open();
+    world_.answers["Workbooks.Count"] = fake::GiveNumber(2);
+    world_.answers["Application.Interactive"] = fake::Explain(L"Not now.", 0);
+    world_.answers["Workbook.Close"] = fake::Refuse(E_FAIL);
+    TakeCalls();
+    try {
+        application_->Quit();
+        ADD_FAILURE() << "nothing was thrown";
+    }
+    catch (const Error& error) {
+        EXPECT_EQ(util::ErrorText(error), "Not now.") << "the first failure";
+    }
+    EXPECT_EQ(TakeCalls(), kLeft);
+}
+
+TEST_F(ExcelApplicationTest, IsLeftToItsUserAlthoughTheRunWasGivenUp)
+{
+    book::Patience patience;
+    StartOptions options;
+    options.patience = &patience;
+    auto application = std::make_unique<ExcelApplication>(
+        [this] {
+            return Instance{fake::MakeObject(world_, "Application"), std::nullopt};
+        },
+        std::make_unique<fake::PausedClock>(), options);
+    application->OpenWorkbook(LR"(C:\t\Desk.xls)", true);
+    world_.answers["Workbooks.Count"] = fake::GiveNumber(2);
+    patience.GiveUp(); // it cannot be ended: nobody knows its process
+    EXPECT_THROW(application->SetVisible(false), Error);
+    TakeCalls();
+    application.reset();
+    EXPECT_EQ(TakeCalls(), kLeft);
+}
+
+TEST_F(ExcelApplicationTest, ItsUserGetsItWithAlerts)
+{
+    application_->SetDisplayAlerts(false);
+    application_->SetVisible(true);
+    world_.answers["Application.DisplayAlerts"] = fake::Refuse(E_FAIL);
+    EXPECT_THROW(application_->SetDisplayAlerts(true), Error);
+    world_.answers.erase("Application.DisplayAlerts");
+    TakeCalls();
+    application_.reset();
+    EXPECT_EQ(TakeCalls(), Texts{"Application.DisplayAlerts put (BOOL true)"});
+}
+
 TEST_F(ExcelApplicationTest, EndsQuietlyIfItCannotBeAskedAboutOtherWorkbooks)
 {
     Open();

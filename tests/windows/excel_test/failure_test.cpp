@@ -403,6 +403,11 @@ protected:
     void ExpectLeftToItsUser()
     {
         EXPECT_EQ(server_.Count("The user opens "), 1);
+        ExpectLeft();
+    }
+    /// The same of an instance that need not have another workbook.
+    void ExpectLeft()
+    {
         EXPECT_EQ(server_.Count("Workbook#1.Close call (VT_BOOL false)"), 1);
         EXPECT_EQ(server_.Count(".Quit"), 0);
         for (const char* const name : {"Interactive", "ScreenUpdating", "Visible", "DisplayAlerts"})
@@ -430,6 +435,44 @@ TEST_F(SharedExcelTest, RunThatBreaksOffLeavesTheWorkbookOfTheUserOpen)
         {UserOpensAt("Worksheet.Copy 3"), "fail Application.Interactive 2 Not now."});
     EXPECT_EQ(Run(StartExcel), std::nullopt);
     EXPECT_THAT(observer_.reports, ElementsAre("Not now."));
+    ExpectLeftToItsUser();
+}
+
+TEST_F(SharedExcelTest, SwitchesAreOnAlthoughOurWorkbookCannotBeClosed)
+{
+    TestServer::SetFaults({UserOpensAt("Worksheet.Copy 3"),
+                           "fail Workbook.SaveAs 1 The disk is full.",
+                           "fail Workbook.Close 1 Not now."});
+    EXPECT_EQ(Run(StartExcel), std::nullopt);
+    EXPECT_THAT(observer_.reports,
+                ElementsAre("Failed to save the calendar file.\r\nThe disk is full.", "Not now."));
+    ExpectLeftToItsUser();
+}
+
+TEST_F(SharedExcelTest, InstanceThatShowsAWindowIsLeftToItsUser)
+{
+    TestServer::SetFaults({"show Worksheet.Copy 4", "fail Workbook.SaveAs 1 The disk is full."});
+    EXPECT_EQ(Run(StartExcel), std::nullopt);
+    EXPECT_THAT(observer_.reports,
+                ElementsAre("Failed to save the calendar file.\r\nThe disk is full."));
+    ExpectLeft();
+}
+
+TEST_F(SharedExcelTest, InterruptedRunGivesTheInstanceBackToItsUser)
+{
+    TestServer::SetFaults({UserOpensAt("Worksheet.Copy 3"), "show Worksheet.Copy 4"});
+    book::Patience patience;
+    observer_.monthDone = [&patience](generate::CalendarKind kind, std::int16_t month) {
+        if (kind == generate::CalendarKind::Monthly && month == 3)
+            patience.GiveUp();
+    };
+    EXPECT_EQ(
+        Run([&patience] {
+            return engines::CreateApplication(engines::EngineChoice::Excel, {{}, {}, &patience});
+        }),
+        std::nullopt);
+    EXPECT_THAT(observer_.reports, ElementsAre(HasSubstr("the run was cancelled")));
+    EXPECT_FALSE(std::filesystem::exists(Target()));
     ExpectLeftToItsUser();
 }
 

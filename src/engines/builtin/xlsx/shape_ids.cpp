@@ -35,19 +35,20 @@ template <typename Visit> void ForEachListedBlock(std::string_view vml, Visit vi
 {
     constexpr std::string_view kTag = ":idmap ";
     constexpr std::string_view kList = "data=";
-    for (auto tag = vml.find(kTag); tag != vml.npos; tag = vml.find(kTag, tag + 1)) {
-        const std::size_t tagEnd = std::min(vml.find('>', tag), vml.size());
-        const std::size_t list = vml.find(kList, tag);
-        if (list >= tagEnd || list + kList.size() >= tagEnd)
+    std::size_t end = 0; // of the tag
+    for (auto tag = vml.find(kTag); tag != vml.npos; tag = vml.find(kTag, end)) {
+        end = std::min(vml.find('>', tag), vml.size());
+        const std::string_view text = vml.substr(0, end);
+        std::size_t at = text.find(kList, tag);
+        if (at == text.npos || at + kList.size() == end)
             continue;
-        const char quote = vml[list + kList.size()];
-        std::size_t at = list + kList.size() + 1;
-        const std::size_t listEnd = std::min(vml.find(quote, at), tagEnd);
+        at += kList.size() + 1;
+        const std::size_t listEnd = std::min(text.find(text[at - 1], at), end);
         for (; at < listEnd; ++at) {
-            const std::size_t end = DigitsEnd(vml, at);
-            if (const auto number = xml::ReadDigits(vml.substr(at, end - at)))
-                visit(at, end, *number);
-            at = end;
+            const std::size_t digitsEnd = DigitsEnd(text, at);
+            if (const auto number = xml::ReadDigits(text.substr(at, digitsEnd - at)))
+                visit(at, digitsEnd, *number);
+            at = digitsEnd;
         }
     }
 }

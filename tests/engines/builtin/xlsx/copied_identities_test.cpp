@@ -148,7 +148,7 @@ TEST_F(CopiedIdentitiesTest, MentionsInThreadsAreTheirOwnAndOfTheSamePerson)
 /// The extension of a sheet that lists ranges to which add-ins are bound.
 std::string BoundRanges(const Texts& ids)
 {
-    std::string xml = "<extLst><ext uri=\"{7E03D99C-DC04-49d9-9315-930204A7B6E9}\" "
+    std::string xml = "<extLst><ext uri=\"{F7C9EE02-42E1-4005-9D12-6889AFFD525C}\" "
                       "xmlns:x15=\"urn:x15\" xmlns:xm=\"urn:xm\"><x15:webExtensions>";
     for (const auto& id : ids)
         xml +=
@@ -202,6 +202,25 @@ TEST_F(CopiedIdentitiesTest, RangesOfAddInsOfTheWorkbookStayTheModels)
     EXPECT_THAT(saved.Values(sheets[0], "//ext"), SizeIs(1));
     for (const std::size_t copy : {1U, 2U})
         EXPECT_THAT(saved.Values(sheets[copy], "//ext"), IsEmpty());
+}
+
+TEST_F(CopiedIdentitiesTest, RangesOfAddInsAreFoundHoweverTheyAreNested)
+{
+    const std::string bound = "<x15:webExtension appRef=\"" + Guid('2') + "\">";
+    for (const std::string& content :
+         {"<ext><ext/>" + bound + bound + "</x15:webExtension></x15:webExtension></ext>",
+          "<ext>" + bound + "</x15:webExtension><ext/></ext>",
+          "<ext>" + bound + "<ext/></x15:webExtension></ext>"}) {
+        book.Put(kModel, BuiltBook::Worksheet("<sheetData/><extLst xmlns:x15=\"urn:x15\">" +
+                                              content + "</extLst>"));
+        const auto saved = Save();
+        const auto sheets = SheetsOf(saved);
+        EXPECT_THAT(saved.Values(sheets[0], "//ext"), SizeIs(2)) << content;
+        for (const std::size_t copy : {1U, 2U}) {
+            EXPECT_THAT(saved.Values(sheets[copy], "//extLst"), SizeIs(1)) << content;
+            EXPECT_THAT(saved.Values(sheets[copy], "//ext"), IsEmpty()) << content;
+        }
+    }
 }
 
 TEST_F(CopiedIdentitiesTest, NamesOfChartDataHaveTwinsForEachCopy)

@@ -36,6 +36,14 @@ INSTANTIATE_TEST_SUITE_P(
         BlocksCase{"DataOfAnotherTag", R"(<o:idmap v:ext="edit"/><x data="4"/>)", {}}),
     [](const auto& row) { return std::string(row.param.name); });
 
+TEST(ShapeBlocksTest, ListsWithoutAnEndAreReadOnce)
+{
+    std::string vml;
+    for (int i = 0; i < 1'000'000; ++i)
+        vml += "<o:idmap ";
+    EXPECT_THAT(FindShapeBlocks(vml), IsEmpty()) << "and not in hours";
+}
+
 TEST(MoveShapesTest, ReplacesNumbersOfTheBlocksAndTheirList)
 {
     const std::string vml =

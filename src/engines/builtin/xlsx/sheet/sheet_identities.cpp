@@ -1,5 +1,7 @@
 #include "engines/builtin/xlsx/sheet/sheet_identities.h"
 
+#include <utility>
+
 namespace orrery::xlsx {
 
 namespace {
@@ -11,26 +13,29 @@ xml::TextRange ValueOf(const xml::ScannedAttribute& attribute)
     return {attribute.valueBegin, attribute.end - 1};
 }
 
-void BeginBinding(const xml::Scanner& element, std::size_t extension, SheetIdentities& found)
+/// Adds the binding whose start tag the scanner is at, and reads it to its end. `extensions` are
+/// where the enclosing <ext> elements begin.
+void AddBinding(xml::Scanner& element, const std::vector<std::size_t>& extensions,
+                SheetIdentities& found)
 {
     const auto id = element.Attribute("appRef");
-    if (element.LocalName() != "webExtension" || !id)
+    if (!id)
         return;
-    found.bindings.push_back(
-        {xml::DecodeAttribute(id->raw), ValueOf(*id), {element.Begin(), 0}, {extension, 0}});
+    SheetIdentities::Binding binding{
+        xml::DecodeAttribute(id->raw), ValueOf(*id), {element.Begin(), 0}, {}};
+    if (!extensions.empty())
+        binding.extension.begin = extensions.back();
+    element.SkipElement();
+    binding.element.end = element.End();
+    found.bindings.push_back(std::move(binding));
 }
 
-void EndBinding(const xml::Scanner& element, std::size_t extension, SheetIdentities& found)
+void EndExtension(std::size_t begin, std::size_t end, SheetIdentities& found)
 {
-    const std::string_view name = element.LocalName();
     auto& bindings = found.bindings;
-    if (name == "webExtension" && !bindings.empty() && bindings.back().element.end == 0)
-        bindings.back().element.end = element.End();
-    if (name != "ext")
-        return;
-    for (auto one = bindings.rbegin(); one != bindings.rend() && one->extension.begin == extension;
+    for (auto one = bindings.rbegin(); one != bindings.rend() && one->extension.begin == begin;
          ++one)
-        one->extension.end = element.End();
+        one->extension.end = end;
 }
 
 } // namespace
@@ -52,19 +57,21 @@ void AddIdentities(const xml::Scanner& element, SheetIdentities& found)
 void ReadIdentities(xml::Scanner& scanner, SheetIdentities& found)
 {
     const std::size_t depth = scanner.Depth();
-    std::size_t extension = scanner.Begin(); // of the last <ext>
+    std::vector<std::size_t> extensions; // where the open ones begin
     for (auto token = Token::StartTag;; token = scanner.Next()) {
         if (token == Token::StartTag) {
-            if (scanner.LocalName() == "ext")
-                extension = scanner.Begin();
             AddIdentities(scanner, found);
-            BeginBinding(scanner, extension, found);
+            if (scanner.LocalName() == "ext")
+                extensions.push_back(scanner.Begin());
+            else if (scanner.LocalName() == "webExtension")
+                AddBinding(scanner, extensions, found);
         }
-        else if (token == Token::EndTag) {
-            EndBinding(scanner, extension, found);
-            if (scanner.Depth() < depth)
-                return;
+        else if (token == Token::EndTag && scanner.LocalName() == "ext") {
+            EndExtension(extensions.back(), scanner.End(), found);
+            extensions.pop_back();
         }
+        if (scanner.Depth() < depth)
+            return;
     }
 }
 

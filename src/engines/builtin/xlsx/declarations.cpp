@@ -3,6 +3,7 @@
 #include "engines/builtin/xlsx/formula/formula.h"
 #include "engines/builtin/xml/reading.h"
 
+#include <string_view>
 #include <utility>
 
 namespace orrery::xlsx {
@@ -12,6 +13,12 @@ bool Declares(PartKind kind)
 {
     return kind == PartKind::Table || kind == PartKind::Slicers || kind == PartKind::SlicerCache ||
            kind == PartKind::AddIn || kind == PartKind::Chart2016;
+}
+
+/// Whether an element refers to data of a chart, or to the name of that data.
+bool IsChartFormula(std::string_view localName)
+{
+    return localName == "f" || localName == "nf";
 }
 
 } // namespace
@@ -43,7 +50,7 @@ std::vector<Declaration> DeclarationsIn(const Package& package, const std::strin
         else if (kind == PartKind::AddIn && element.LocalName() == "binding") {
             declared.push_back({kind, text("appref"), 0});
         }
-        else if (kind == PartKind::Chart2016 && element.LocalName() == "f") {
+        else if (kind == PartKind::Chart2016 && IsChartFormula(element.LocalName())) {
             if (auto formula = element.ElementText(); IsChartData(formula))
                 declared.push_back({kind, std::move(formula), 0});
         }

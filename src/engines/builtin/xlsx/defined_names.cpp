@@ -70,15 +70,23 @@ private:
         if (entry.IsMacro)
             return;
         const std::string key = FoldCase(entry.Name);
+        const bool mayHaveTwins = MayHaveTwins(entry);
         for (std::size_t i = 0; i < sheets_.size(); ++i) {
-            if (!sheets_[i].IsCopy || ownNames_.contains({key, sheets_[i].Origin}))
+            if (!sheets_[i].IsCopy)
                 continue;
-            auto copied = FormulaAt(entry, i);
-            if (MayHaveTwins(entry))
-                AddTwin(entry, i, copied);
-            else if (copied != formula)
-                RepeatName(entry, i, copied);
+            if (mayHaveTwins)
+                AddTwin(entry, i, FormulaAt(entry, i));
+            else if (!ownNames_.contains({key, sheets_[i].Origin}))
+                AddForCopy(entry, i, formula);
         }
+    }
+
+    /// Adds the name for the copy at `position` if its formula reads differently there.
+    void AddForCopy(const NameEntry& entry, std::size_t position, const std::string& formula)
+    {
+        const auto copied = FormulaAt(entry, position);
+        if (copied != formula)
+            RepeatName(entry, position, copied);
     }
 
     /// Adds the same element under the name that the copy at `position` has for it.

@@ -233,10 +233,11 @@ TEST_F(CopiedIdentitiesTest, NamesOfChartDataHaveTwinsForEachCopy)
              BuiltBook::Workbook("<sheets>" + BuiltBook::Sheet("Model", "1", "rId1") +
                                  "</sheets><definedNames>" + name("0", "Model!$A$1:$A$3") +
                                  name("1", "Model!$B$1:$B$3") + name("3", "Model!$C$1") +
-                                 "</definedNames>"));
+                                 name("4", "Model!$D$1") + "</definedNames>"));
     book.Put(
         "xl/charts/chartEx1.xml",
-        "<cx:chartSpace xmlns:cx=\"urn:cx\"><cx:strDim><cx:f>_xlchart.v1.0</cx:f></cx:strDim>"
+        "<cx:chartSpace xmlns:cx=\"urn:cx\"><cx:strDim><cx:f "
+        "dir=\"row\">_xlchart.v1.0</cx:f><cx:nf>_xlchart.v1.4</cx:nf></cx:strDim>"
         "<cx:numDim><cx:f>_xlchart.v1.1</cx:f></cx:numDim><cx:tx><cx:f>Model!$B$1</cx:f></cx:tx>"
         "<cx:numDim><cx:f>_xlchart.v1.1</cx:f></cx:numDim></cx:chartSpace>",
         "chartex");
@@ -248,18 +249,44 @@ TEST_F(CopiedIdentitiesTest, NamesOfChartDataHaveTwinsForEachCopy)
     EXPECT_THAT(saved.Values("xl/charts/chartEx1.xml", "//cx:f"),
                 ElementsAre("_xlchart.v1.0", "_xlchart.v1.1", "January!$B$1", "_xlchart.v1.1"));
     EXPECT_THAT(saved.Values("xl/charts/chartEx2.xml", "//cx:f"),
-                ElementsAre("_xlchart.v1.2", "_xlchart.v1.4", "February!$B$1", "_xlchart.v1.4"));
+                ElementsAre("_xlchart.v1.2", "_xlchart.v1.6", "February!$B$1", "_xlchart.v1.6"));
     EXPECT_THAT(saved.Values("xl/charts/chartEx3.xml", "//cx:f"),
-                ElementsAre("_xlchart.v1.5", "_xlchart.v1.6", "March!$B$1", "_xlchart.v1.6"));
+                ElementsAre("_xlchart.v1.7", "_xlchart.v1.9", "March!$B$1", "_xlchart.v1.9"));
+    EXPECT_THAT(
+        EachOf(saved,
+               {"xl/charts/chartEx1.xml", "xl/charts/chartEx2.xml", "xl/charts/chartEx3.xml"},
+               "//cx:nf"),
+        ElementsAre("_xlchart.v1.4", "_xlchart.v1.5", "_xlchart.v1.8"));
     EXPECT_THAT(saved.Values("xl/workbook.xml", "//definedName/@name"),
-                ElementsAre("_xlchart.v1.0", "_xlchart.v1.2", "_xlchart.v1.5", "_xlchart.v1.1",
-                            "_xlchart.v1.4", "_xlchart.v1.6", "_xlchart.v1.3"));
+                ElementsAre("_xlchart.v1.0", "_xlchart.v1.2", "_xlchart.v1.7", "_xlchart.v1.1",
+                            "_xlchart.v1.6", "_xlchart.v1.9", "_xlchart.v1.3", "_xlchart.v1.4",
+                            "_xlchart.v1.5", "_xlchart.v1.8"));
     EXPECT_THAT(saved.Values("xl/workbook.xml", "//definedName"),
                 ElementsAre("January!$A$1:$A$3", "February!$A$1:$A$3", "March!$A$1:$A$3",
                             "January!$B$1:$B$3", "February!$B$1:$B$3", "March!$B$1:$B$3",
-                            "January!$C$1"));
+                            "January!$C$1", "January!$D$1", "February!$D$1", "March!$D$1"));
     EXPECT_THAT(saved.Values("xl/workbook.xml", "//@localSheetId"), IsEmpty());
-    EXPECT_THAT(saved.Values("xl/workbook.xml", "//definedName/@hidden"), SizeIs(7));
+    EXPECT_THAT(saved.Values("xl/workbook.xml", "//definedName/@hidden"), SizeIs(10));
+}
+
+TEST_F(CopiedIdentitiesTest, ANameOfTheSheetIsNotTheOneOfItsChart)
+{
+    const std::string name = "<definedName name=\"_xlchart.v1.0\"";
+    book.Put("xl/workbook.xml",
+             BuiltBook::Workbook("<sheets>" + BuiltBook::Sheet("Model", "1", "rId1") +
+                                 "</sheets><definedNames>" + name + ">Model!$A$1</definedName>" +
+                                 name + " localSheetId=\"0\">Model!$B$1</definedName>" +
+                                 "</definedNames>"));
+    book.Put("xl/charts/chartEx1.xml",
+             "<cx:chartSpace xmlns:cx=\"urn:cx\"><cx:f>_xlchart.v1.0</cx:f></cx:chartSpace>",
+             "chartex");
+    book.Put(kModelLinks, BuiltBook::Links({{"chartEx", "../charts/chartEx1.xml"}}));
+    const auto saved = Save();
+    EXPECT_THAT(saved.Values("xl/charts/chartEx2.xml", "//cx:f"), ElementsAre("_xlchart.v1.1"));
+    EXPECT_THAT(saved.Values("xl/workbook.xml", "//definedName[not(@localSheetId)]/@name"),
+                ElementsAre("_xlchart.v1.0", "_xlchart.v1.1", "_xlchart.v1.2"));
+    EXPECT_THAT(saved.Values("xl/workbook.xml", "//definedName[not(@localSheetId)]"),
+                ElementsAre("January!$A$1", "February!$A$1", "March!$A$1"));
 }
 
 TEST_F(CopiedIdentitiesTest, CellsOfXmlMapsStayTheModels)

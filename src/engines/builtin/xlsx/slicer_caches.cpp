@@ -53,6 +53,24 @@ void PatchNumber(TextPatch& patch, const xml::Scanner& element, std::string_view
         patch.Replace(attribute->valueBegin, attribute->end - 1, std::to_string(found->second));
 }
 
+/// Whether the extension with which the text begins lists pivot tables, as of charts, none of which
+/// is on the sheet. A list may not be empty, so a copy has none.
+bool ListsOthersOnly(std::string_view text, std::uint32_t sheetId)
+{
+    xml::Scanner scanner(text);
+    scanner.Next();
+    bool isList = false;
+    for (auto token = scanner.Next(); scanner.Depth() > 0; token = scanner.Next()) {
+        if (token != Token::StartTag)
+            continue;
+        if (scanner.LocalName() == "slicerCachePivotTables")
+            isList = true;
+        else if (xml::ReadDigits(scanner.Attribute("tabId")) == sheetId)
+            return false;
+    }
+    return isList;
+}
+
 } // namespace
 
 std::vector<SlicerCache> ReadSlicerCaches(const Package& package)
@@ -96,6 +114,7 @@ std::vector<SlicerCache> CachesOfCopy(const std::vector<SlicerCache>& caches,
     return own;
 }
 
+// Only children of a child of the root count as extensions, so that none is read within another.
 TextPatch PatchSlicerCache(std::string_view xml, std::string_view partName,
                            const CopyIdentity& identity)
 {
@@ -111,6 +130,11 @@ TextPatch PatchSlicerCache(std::string_view xml, std::string_view partName,
             const auto own = identity.names.find(scanner.AttributeText("name").value_or(""));
             if (own != identity.names.end())
                 xml::SetAttribute(patch, xml, begin, "name", own->second);
+        }
+        else if (scanner.Depth() == 3 && scanner.LocalName() == "ext" &&
+                 ListsOthersOnly(xml.substr(begin), identity.sheet.model)) {
+            scanner.SkipElement();
+            patch.Remove(begin, scanner.End());
         }
         else if (scanner.LocalName() == "tableSlicerCache") {
             PatchNumber(patch, scanner, "tableId", identity.newTableIds);

@@ -133,6 +133,29 @@ TEST_F(CopiedFiltersTest, SlicersOfAPivotTableFilterThatOfTheCopyAlone)
     }
 }
 
+TEST_F(CopiedFiltersTest, SlicersOfACopyFilterNoPivotTablesOfCharts)
+{
+    const auto charts = [](const std::string& tables) {
+        return "<ext><x15:slicerCachePivotTables xmlns:x15=\"urn:x15\">" + tables +
+               "</x15:slicerCachePivotTables></ext>";
+    };
+    const std::string own = R"(<pivotTable tabId="4" name="P"/>)";
+    const std::string chart = R"(<pivotTable tabId="4294967295" name="Chart"/>)";
+    PutSlicerCache("<pivotTables>" + own + "</pivotTables><extLst><ext><other/></ext>" +
+                   charts(chart) + charts(chart + own) + "</extLst>");
+    PutSlicer();
+    book.Put(kModelLinks, BuiltBook::Links({{"slicer", "../slicers/slicer1.xml"}}));
+    const auto saved = Save();
+    const auto caches = CachesOf(saved);
+    EXPECT_THAT(saved.Values(caches[0], "//pivotTable/@name"),
+                ElementsAre("P", "Chart", "Chart", "P"));
+    for (const std::size_t copy : {1U, 2U}) {
+        EXPECT_THAT(saved.Values(caches[copy], "//pivotTable/@name"), ElementsAre("P", "P"));
+        EXPECT_THAT(saved.Values(caches[copy], "//extLst/ext"), SizeIs(2));
+        EXPECT_THAT(saved.Values(caches[copy], "//other"), SizeIs(1));
+    }
+}
+
 TEST_F(CopiedFiltersTest, SlicersThatFilterAnotherSheetShareItsCache)
 {
     PutSlicerCache(R"(<pivotTables><pivotTable tabId="2" name="Q"/></pivotTables>)");

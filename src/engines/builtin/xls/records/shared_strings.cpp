@@ -194,7 +194,7 @@ std::string ExtSstRecord(std::string_view sstRecords, std::size_t offset)
     std::string data;
     AppendU16(data, static_cast<std::uint16_t>(texts));
     SharedString string;
-    for (std::uint32_t i = 0; reader.Next(string); ++i) {
+    for (std::uint32_t i = 0; i < reader.Count() && reader.Next(string); ++i) {
         if (i % texts != 0)
             continue;
         AppendU32(data, static_cast<std::uint32_t>(offset + string.begin));

@@ -384,6 +384,20 @@ INSTANTIATE_TEST_SUITE_P(
         UncountedCase{"SplitOverRecords", 0, {Plain("Mon") + Plain("Tue") + "\3\0\0W"s, "\0ed"s}}),
     [](const auto& test) { return std::string(test.param.name); });
 
+TEST(SharedStringsTest, EntriesLeadOnlyToStringsThatAreCounted)
+{
+    std::string texts;
+    for (int i = 0; i < 100; ++i)
+        texts += Plain("Mon");
+    const auto records = Records({Counts(3, 2) + texts});
+    SharedStrings strings(records, 100);
+    EXPECT_EQ(strings.IndexOf("Mon"), 0U);
+    const auto result = strings.ToRecords(3, kOffset);
+    EXPECT_EQ(result.sst, records);
+    RecordReader reader(result.extSst);
+    EXPECT_EQ(reader.Next()->data.size(), 2U + 8U) << "one entry for up to eight strings";
+}
+
 TEST(SharedStringsTest, AddsNothingToATableWithFewerStringsThanCellsUse)
 {
     for (const auto& records :

@@ -43,6 +43,7 @@ ALL = (
     _xlsx(heavy_xlsx.tables_of_one_name, 1_500),
     _xlsx(heavy_xlsx.tables_of_one_stem, 1_500),
     _xlsx(heavy_xlsx.names_and_tables, 20_000),
+    _xlsx(heavy_xlsx.slicers, 3_000),
     _xlsx(heavy_xlsx.relationships, 100_000),
     _xlsx(heavy_xlsx.sheets_that_read_the_next, 1_200),
     _xlsx(heavy_xlsx.namespaces, 100_000),

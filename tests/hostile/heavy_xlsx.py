@@ -15,6 +15,8 @@ PACKAGE = "http://schemas.openxmlformats.org/package/2006"
 OFFICE = "http://schemas.openxmlformats.org/officeDocument/2006/relationships"
 _SPREADSHEET = "application/vnd.openxmlformats-officedocument.spreadsheetml."
 _DRAWING = "application/vnd.openxmlformats-officedocument.drawing+xml"
+_X14 = "http://schemas.microsoft.com/office/spreadsheetml/2009/9/main"
+_X15 = "http://schemas.microsoft.com/office/spreadsheetml/2010/11/main"
 _DECLARATION = '<?xml version="1.0" encoding="UTF-8" standalone="yes"?>\n'
 _SHEET = "xl/worksheets/sheet1.xml"
 
@@ -137,6 +139,47 @@ def names_and_tables(count):
                     f"Model!$A${number + 1}</definedName>" for number in range(count))
     return _tables(count // 40, lambda number: f"Table{number + 1}",
                    f"<definedNames>{names}</definedNames>")
+
+
+def _add(parts, part, content):
+    """Adds content at the end of the part's root."""
+    before, end = parts[part].rsplit(b"</", 1)
+    parts[part] = before + content.encode() + b"</" + end
+
+
+def _slicer_cache(number):
+    return f'<slicerCacheDefinition xmlns="{_X14}" name="Cache{number}" sourceName="Column">' \
+           f'<extLst><x:ext xmlns:x="{MAIN}" uri="{{2F2917AC-EB37-4324-AD4E-5DD8C200BD13}}">' \
+           f'<x15:tableSlicerCache xmlns:x15="{_X15}" tableId="1" column="1"/></x:ext></extLst>' \
+           "</slicerCacheDefinition>"
+
+
+def slicers(count):
+    """Slicers of a table of the sheet, each with a cache that the workbook lists and names."""
+    numbers = range(1, count + 1)
+    names = "".join(f'<definedName name="Cache{number}">#N/A</definedName>' for number in numbers)
+    listed = "".join(f'<x14:slicerCache r:id="cache{number}"/>' for number in numbers)
+    shown = "".join(f'<slicer name="Slicer{number}" cache="Cache{number}" rowHeight="241300"/>'
+                    for number in numbers)
+    made = _tables(1, lambda number: "Table", f"<definedNames>{names}</definedNames>")
+    _add(made, "xl/workbook.xml", f'<extLst><ext uri="{{46BE6895-7355-4a93-B00E-2C351335B9C9}}">'
+         f'<x15:slicerCaches xmlns:x15="{_X15}" xmlns:x14="{_X14}">{listed}</x15:slicerCaches>'
+         "</ext></extLst>")
+    _add(made, _rels("xl/workbook.xml"), "".join(
+        _link(f"cache{number}", "slicerCache", f"slicerCaches/slicerCache{number}.xml")
+        for number in numbers))
+    _add(made, _SHEET, '<extLst><ext uri="{3A4CF648-6AED-40f4-86FF-DC5316D8AED3}">'
+         f'<x14:slicerList xmlns:x14="{_X14}"><x14:slicer r:id="slicers"/></x14:slicerList>'
+         "</ext></extLst>")
+    _add(made, _rels(_SHEET), _link("slicers", "slicer", "../slicers/slicer1.xml"))
+    made["xl/slicers/slicer1.xml"] = f'<slicers xmlns="{_X14}">{shown}</slicers>'.encode()
+    own = {f"xl/slicerCaches/slicerCache{number}.xml": _slicer_cache(number).encode()
+           for number in numbers}
+    _add(made, "[Content_Types].xml", "".join(
+        f'<Override PartName="/{part}" ContentType="application/vnd.ms-excel.{kind}+xml"/>'
+        for part, kind in [("xl/slicers/slicer1.xml", "slicer"),
+                           *((part, "slicerCache") for part in own)]))
+    return {**made, **own}
 
 
 def relationships(count):

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cassert>
 #include <deque>
 #include <optional>
 #include <set>
@@ -100,7 +99,7 @@ public:
     {
         EnterAll(sheet);
         for (const std::string& other : others) {
-            if (!found_.contains(PartKey(other)))
+            if (!plan_.indexes.contains(PartKey(other)))
                 EnterAll(other);
         }
         return std::move(plan_);
@@ -131,7 +130,7 @@ private:
     {
         CheckIds(package_, part, package_.RelationshipsOf(part));
         const std::size_t index = plan_.parts.size();
-        found_.emplace(PartKey(part), index);
+        plan_.indexes.emplace(PartKey(part), index);
         plan_.parts.push_back({part, NameLike(part), &package_.RelationshipsOf(part), {}, {}});
         plan_.size += package_.SizeOf(part) + package_.SizeOf(RelationshipsPartName(part));
         plan_.steps.push_back({index, false});
@@ -147,8 +146,8 @@ private:
         const auto target = OwnedBy(package_, plan_.parts[place.part].original, relationship);
         if (!target)
             return;
-        const auto known = found_.find(PartKey(*target));
-        const std::size_t owned = known != found_.end() ? known->second : Enter(*target);
+        const auto known = plan_.indexes.find(PartKey(*target));
+        const std::size_t owned = known != plan_.indexes.end() ? known->second : Enter(*target);
         PlannedPart& part = plan_.parts[place.part];
         const std::string& copy = plan_.parts[owned].copy;
         part.targets.emplace_back(place.next, relationship.Target.starts_with('/')
@@ -173,7 +172,6 @@ private:
     const Package& package_;
     const NewPartNames& earlier_;
     CopyPlan plan_;
-    std::map<std::string, std::size_t> found_; // by PartKey
     std::vector<Place> open_;
 };
 
@@ -181,11 +179,7 @@ private:
 
 const std::string& CopyPlan::CopyOf(const std::string& original) const
 {
-    const auto part = std::ranges::find(parts, PartKey(original), [](const PlannedPart& planned) {
-        return PartKey(planned.original);
-    });
-    assert(part != parts.end());
-    return part->copy;
+    return parts[indexes.at(PartKey(original))].copy;
 }
 
 CopyPlan PlanCopy(const Package& package, const std::string& sheet,

@@ -40,10 +40,11 @@ struct CopyPlan {
     };
     std::vector<PlannedPart> parts; ///< the sheet first
     std::vector<Step> steps;
-    std::uint64_t size = 0; ///< of the originals, unpacked, in bytes
-    NewPartNames names;     ///< its own keys, and the next numbers
+    std::uint64_t size = 0;                     ///< of the originals, unpacked, in bytes
+    NewPartNames names;                         ///< its own keys, and the next numbers
+    std::map<std::string, std::size_t> indexes; ///< of the parts, by the PartKey of the original
 
-    /// The name of the copy of a part.
+    /// The name of the copy of a part, which is one of the plan.
     const std::string& CopyOf(const std::string& original) const;
 };
 

@@ -151,17 +151,25 @@ std::unique_ptr<Sheet> Workbook::Copy(Sheet& model)
     copy->tables_ = model.Tables();
     copy->copy_ = copier_->Copy(model.part_, model.Text()->Identities(),
                                 {OriginalOf(model).sheetId_, copy->sheetId_});
-    copy->relationshipId_ = LinkLike(model.relationshipId_, copy->copy_->Part());
-    for (const auto& [modelId, part] : copy->copy_->ofWorkbook)
-        copy->ofWorkbook_.emplace_back(modelId, LinkLike(modelId, part));
+    LinkCopy(model, *copy);
     return copy;
 }
 
-/// Adds a relationship of the same type to another part; returns its id.
-std::string Workbook::LinkLike(const std::string& id, const std::string& part)
+/// Adds relationships to the parts of the copy, of the types of those to the model's.
+void Workbook::LinkCopy(const Sheet& model, Sheet& copy)
 {
-    const std::string type = links_.FindById(id)->Type;
-    return links_.Add(type, RelativeTarget(workbookPart_, part));
+    std::vector<Relationship> links;
+    const auto add = [&](const std::string& modelId, const std::string& part) {
+        links.push_back(
+            {{}, links_.FindById(modelId)->Type, RelativeTarget(workbookPart_, part), false});
+    };
+    add(model.relationshipId_, copy.copy_->Part());
+    for (const auto& [modelId, part] : copy.copy_->ofWorkbook)
+        add(modelId, part);
+    const auto ids = links_.AddAll(std::move(links));
+    copy.relationshipId_ = ids.front();
+    for (std::size_t i = 1; i < ids.size(); ++i)
+        copy.ofWorkbook_.emplace_back(copy.copy_->ofWorkbook[i - 1].relationshipId, ids[i]);
 }
 
 /// One above the highest; if Excel would refuse that, the lowest free one.

@@ -77,7 +77,7 @@ private:
     void ReadSheets();
     std::uint32_t FreeSheetId() const;
     std::unique_ptr<Sheet> Copy(Sheet& model);
-    std::string LinkLike(const std::string& id, const std::string& part);
+    void LinkCopy(const Sheet& model, Sheet& copy);
     SharedStrings& Strings();
     void CheckNoStringsAreUnlinked() const;
     std::string AddStringsRelationship();

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cassert>
+#include <map>
 
 namespace orrery::xlsx {
 namespace {
@@ -207,16 +208,19 @@ std::string WorkbookPart::CopiedEntry(const SheetEntry& entry, const SavedSheet&
 void WorkbookPart::PatchLists(TextPatch& patch, const std::vector<SavedSheet>& sheets) const
 {
     for (const SavedSheet& sheet : sheets) {
-        for (const auto& [model, own] : sheet.OfWorkbook) {
-            for (const ListEntry& entry : lists_) {
-                if (entry.relationshipId != model)
-                    continue;
-                const auto element =
-                    std::string_view(*xml_).substr(entry.begin, entry.end - entry.begin);
-                TextPatch copy;
-                xml::SetAttribute(copy, element, 0, entry.relationshipAttribute, own);
-                patch.Insert(entry.end, copy.Apply(element));
-            }
+        if (sheet.OfWorkbook.empty())
+            continue;
+        const std::map<std::string_view, std::string_view> own(sheet.OfWorkbook.begin(),
+                                                               sheet.OfWorkbook.end());
+        for (const ListEntry& entry : lists_) {
+            const auto found = own.find(entry.relationshipId);
+            if (found == own.end())
+                continue;
+            const auto element =
+                std::string_view(*xml_).substr(entry.begin, entry.end - entry.begin);
+            TextPatch copy;
+            xml::SetAttribute(copy, element, 0, entry.relationshipAttribute, found->second);
+            patch.Insert(entry.end, copy.Apply(element));
         }
     }
 }

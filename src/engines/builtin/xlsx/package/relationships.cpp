@@ -3,6 +3,7 @@
 #include "engines/builtin/xml/list.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <unordered_set>
 
@@ -115,15 +116,24 @@ const Relationship* Relationships::FindByType(std::string_view typeName) const
 
 std::string Relationships::Add(std::string type, std::string target)
 {
+    return AddAll({Relationship{{}, std::move(type), std::move(target), false}}).front();
+}
+
+std::vector<std::string> Relationships::AddAll(std::vector<Relationship> added)
+{
     std::unordered_set<std::string_view> taken;
     for (const Relationship& one : all_)
         taken.insert(one.Id);
-    std::size_t number = all_.size() + 1;
-    while (taken.contains("rId" + std::to_string(number)))
-        ++number;
-    std::string id = "rId" + std::to_string(number);
-    Change().push_back({id, std::move(type), std::move(target), false});
-    return id;
+    std::vector<std::string> ids;
+    std::size_t number = all_.size();
+    for (Relationship& one : added) {
+        do {
+            one.Id = "rId" + std::to_string(++number);
+        } while (taken.contains(one.Id));
+        ids.push_back(one.Id);
+    }
+    std::ranges::move(added, std::back_inserter(Change()));
+    return ids;
 }
 
 void Relationships::Remove(std::string_view id)

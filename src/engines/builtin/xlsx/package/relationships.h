@@ -39,6 +39,8 @@ public:
     const Relationship* FindByType(std::string_view typeName) const;
     /// Adds one with a free id ("rId7") and returns the id.
     std::string Add(std::string type, std::string target);
+    /// Adds several, whatever their ids are, with free ones, which it returns in the same order.
+    std::vector<std::string> AddAll(std::vector<Relationship> added);
     void Remove(std::string_view id);
 
 private:

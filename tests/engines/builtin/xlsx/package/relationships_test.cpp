@@ -110,6 +110,20 @@ TEST(Relationships, AddsAtTheEndWithAFreeId)
         EXPECT_EQ(all.Add("t/image", "b.png"), id) << "rId7 is taken";
 }
 
+TEST(Relationships, AddsSeveralInTheirOrder)
+{
+    Relationships all = Parse(kHead + kSheetRelation +
+                              "<Relationship Id=\"rId4\" Type=\"a\" "
+                              "Target=\"b\"/>" +
+                              kEnd);
+    EXPECT_EQ(all.AddAll({{"any", "t/x", "x.xml", false}, {"", "t/y", "y.xml", false}}),
+              (std::vector<std::string>{"rId3", "rId5"}));
+    ASSERT_EQ(all.All().size(), 4U);
+    EXPECT_EQ(all.All()[2], (Relationship{"rId3", "t/x", "x.xml", false}));
+    EXPECT_EQ(all.All()[3], (Relationship{"rId5", "t/y", "y.xml", false}));
+    EXPECT_TRUE(all.AddAll({}).empty());
+}
+
 TEST(Relationships, AddsWithTheRootsPrefix)
 {
     Relationships all = Parse("<r:Relationships xmlns:r=\"u\"/>");

@@ -177,7 +177,6 @@ class _Package:
             if any(count > 1 for count in counted.values()):
                 yield "table twice", attribute  # its copies have that in common
 
-
     def _shapes(self):
         """A block belongs to one drawing; many writers give those of one sheet the same."""
         owners = {}

@@ -75,6 +75,22 @@ TEST(DrawingGroupTest, ACopyGetsADrawingIdAndClustersOfItsOwn)
     EXPECT_EQ(RecordsOf(group), GroupRecords(GroupOf({0x1001, 4, 8, 3, 1, 3, 2, 2, 3, 2})));
 }
 
+TEST(DrawingGroupTest, ReadsContainersWhateverTheirVersion)
+{
+    const auto recordsOf = [](const std::vector<std::uint32_t>& table, std::uint32_t uses) {
+        const auto pictures = ArtOf(0xF001, PictureOf(uses));
+        return GroupRecords(ArtOf(0xF000, ArtOf(0xF006, LongNumbers(table)) + pictures));
+    };
+    const auto sheet = SheetWithArt(
+        DrawingOf(1, 2, 0x401, ShapeOf(0x400, PropertiesOf({{0x4104, 1}})) + ShapeOf(0x401)));
+    const auto records = recordsOf({0x402, 2, 2, 1, 1, 2}, 1);
+    DrawingGroup group(DrawingKind::Sheet, records);
+    const auto copy = FindDrawings(Copied(group, sheet)).drawings.at(0);
+    EXPECT_EQ(copy.Id(), 2U);
+    EXPECT_EQ(copy.shapes.at(0).value, 0x800U);
+    EXPECT_EQ(RecordsOf(group), recordsOf({0xC01, 3, 4, 2, 1, 2, 2, 2}, 2));
+}
+
 TEST(DrawingGroupTest, EveryCopyGetsNewIdsThatAreTheSameInEveryRun)
 {
     const auto records = GroupRecords(GroupOf({0x402, 2, 2, 1, 1, 2}));

@@ -23,6 +23,16 @@ std::string RelationshipsXml(const PlannedPart& part, const NamesOfOwner& names)
     return relationships.ToXml();
 }
 
+/// Whether copies of a part have names or ids of their own. Those of pivot tables and queries, some
+/// of which are large, are only the uids that newer programs write.
+bool HasOwnIdentity(const Package& package, const std::string& part)
+{
+    const PartKind kind = KindOf(package.TypeOf(part));
+    if (kind == PartKind::PivotTable || kind == PartKind::QueryTable)
+        return package.ReadXml(part)->find(":uid") != std::string::npos;
+    return kind != PartKind::Other;
+}
+
 } // namespace
 
 SheetCopier::SheetCopier(const Package& package, const std::vector<std::string>& definedNames)
@@ -61,7 +71,7 @@ SheetCopier::CopyOnce(const std::string& model, const SheetIdentities& identitie
     for (const SlicerCache& cache : caches)
         copy->ofWorkbook.push_back({cache.relationshipId, plan.CopyOf(cache.part)});
     for (std::size_t i = 1; i < plan.parts.size(); ++i)
-        FindReferencesOf(plan.parts[i].original);
+        FindChangesOf(plan.parts[i].original);
     copy->number = copies_++;
     names_.numbers = plan.names.numbers;
     names_.keys.insert(plan.names.keys.begin(), plan.names.keys.end());
@@ -107,11 +117,13 @@ void SheetCopier::CheckLimits(const CopyPlan& plan) const
         fail("1 GiB unpacked");
 }
 
-void SheetCopier::FindReferencesOf(const std::string& part)
+void SheetCopier::FindChangesOf(const std::string& part)
 {
     const auto key = PartKey(part);
-    if (MayReferToSheets(package_.TypeOf(part)) && !references_.contains(key))
-        references_.emplace(key, FindReferencesIn(package_, part));
+    if (MayReferToSheets(package_.TypeOf(part)) && !changes_.contains(key)) {
+        changes_.emplace(key,
+                         Changes{FindReferencesIn(package_, part), HasOwnIdentity(package_, part)});
+    }
 }
 
 void SheetCopier::Put(PackageEdit& edit, const SheetCopy& copy, const Content& content,
@@ -140,10 +152,10 @@ SheetCopier::Content SheetCopier::ContentOf(const std::string& part, const Sheet
                                             const std::shared_ptr<const NamesOfOwner>& names) const
 {
     const auto type = package_.TypeOf(part);
-    const auto found = references_.find(PartKey(part));
-    if (found == references_.end() || (found->second.empty() && !HasIdentity(type)))
+    const auto found = changes_.find(PartKey(part));
+    if (found == changes_.end() || (found->second.references.empty() && !found->second.hasIdentity))
         return {};
-    return [this, part, type, &sites = found->second, &identity = copy.identity,
+    return [this, part, type, &sites = found->second.references, &identity = copy.identity,
             names](zip::EntrySink& sink) {
         const auto text = ReadText(package_, part);
         auto patch = RenameInPart(*text, part, type, sites, names->sheets, names->tables);

@@ -67,12 +67,18 @@ public:
              const std::shared_ptr<const NamesOfOwner>& names) const;
 
 private:
+    /// What changes in the copies of a part.
+    struct Changes {
+        std::vector<ReferenceSite> references;
+        bool hasIdentity = false; ///< it has names or ids
+    };
+
     std::shared_ptr<const SheetCopy> CopyOnce(const std::string& model,
                                               const SheetIdentities& identities, SheetIds ids);
     std::vector<SlicerCache> CachesOf(const std::vector<std::string>& ownedParts,
                                       std::uint32_t sheetId);
     void CheckLimits(const CopyPlan& plan) const;
-    void FindReferencesOf(const std::string& part);
+    void FindChangesOf(const std::string& part);
     Content ContentOf(const std::string& part, const SheetCopy& copy,
                       const std::shared_ptr<const NamesOfOwner>& names) const;
 
@@ -81,10 +87,10 @@ private:
     NewPartNames names_;
     std::optional<std::vector<SlicerCache>> caches_; // read when a sheet with slicers is copied
     std::size_t copies_ = 0;
-    std::size_t parts_ = 0;                                        // of the copies
-    std::uint64_t bytes_ = 0;                                      // of the copies, unpacked
-    std::map<std::string, util::Error> refusals_;                  // by model
-    std::map<std::string, std::vector<ReferenceSite>> references_; // by the PartKey of the original
+    std::size_t parts_ = 0;                       // of the copies
+    std::uint64_t bytes_ = 0;                     // of the copies, unpacked
+    std::map<std::string, util::Error> refusals_; // by model
+    std::map<std::string, Changes> changes_;      // by the PartKey of the original
 };
 
 } // namespace orrery::xlsx

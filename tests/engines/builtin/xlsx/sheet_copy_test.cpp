@@ -2,6 +2,7 @@
 
 #include "engines/builtin/xlsx/part_references.h"
 #include "util/scratch_folder.h"
+#include "xlsx/built_book.h"
 #include "xlsx/saved_package.h"
 
 #include <gmock/gmock.h>
@@ -106,6 +107,38 @@ TEST(SheetCopierTest, ACopyHasThePartsOfItsModelUnderOtherNames)
     for (std::size_t i = 1; i < copy->plan.parts.size(); ++i)
         copies.push_back(copy->plan.parts[i].copy);
     EXPECT_THAT(OwnedParts(saved, copy->Part()), testing::UnorderedElementsAreArray(copies));
+}
+
+TEST(SheetCopierTest, APivotTableWithoutAUidIsCopiedPacked)
+{
+    const std::string text = " name=\"" + std::string(1000, 'P') + "\"/>";
+    test::BuiltBook book;
+    book.Put("xl/pivotTable1.xml", "<pivotTableDefinition" + text, "pivotTable");
+    book.Part("xl/pivotTable1.xml").stored = true; // what is rewritten is compressed
+    book.Put("xl/pivotTable2.xml",
+             "<pivotTableDefinition xmlns:xr=\"urn:xr\" "
+             "xr:uid=\"{ABCDEF01-0000-4000-8000-000000000001}\"" +
+                 text,
+             "pivotTable");
+    book.Put("xl/worksheets/_rels/sheet1.xml.rels",
+             test::BuiltBook::Links(
+                 {{"pivotTable", "../pivotTable1.xml"}, {"pivotTable", "../pivotTable2.xml"}}));
+    const testing_support::ScratchFolder folder;
+    const auto bytes = book.Bytes();
+    const Package package(book.WriteTo(folder));
+    SheetCopier copier(package, {});
+    const auto copy = copier.Copy("/xl/worksheets/sheet1.xml");
+    PackageEdit edit(package);
+    copier.Put(
+        edit, *copy, [](zip::EntrySink& sink) { sink.Add("<a/>"); },
+        std::make_shared<const NamesOfOwner>());
+    edit.Save(folder / "saved.xlsx");
+    const auto saved = testing_support::BytesOf(folder / "saved.xlsx");
+    const auto packed = test::PackedBytes(bytes, "xl/pivotTable1.xml");
+    ASSERT_TRUE(packed);
+    EXPECT_EQ(test::PackedBytes(saved, "xl/pivotTable3.xml"), packed);
+    EXPECT_NE(*Package(folder / "saved.xlsx").Read("/xl/pivotTable4.xml"),
+              *package.Read("/xl/pivotTable2.xml"));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "util/file_replace.h"
 #include "util/unicode.h"
 
+#include <algorithm>
 #include <cassert>
 #include <numeric>
 #include <utility>
@@ -95,12 +96,8 @@ public:
 private:
     void LinkTrees()
     {
-        if (directory_.size() != writer_.source_.Entries().size()) {
-            std::vector<EntryId> members;
-            for (const auto& [name, id] : writer_.rootMembers_)
-                members.push_back(id);
-            BuildTree(directory_, kRootEntry, std::move(members));
-        }
+        for (const EntryId storage : writer_.changed_)
+            BuildTree(directory_, storage, writer_.MembersOf(storage));
     }
 
     void Produce()
@@ -268,7 +265,53 @@ std::optional<EntryId> CompoundWriter::CopyStorage(EntryId storage, std::string_
     const EntryId top = copies.at(storage);
     directory_[top].name = newName;
     rootMembers_.emplace(std::move(newName), top);
+    changed_.insert(kRootEntry);
     return top;
+}
+
+std::optional<EntryId> CompoundWriter::AddStream(EntryId storage, std::string_view name,
+                                                 std::string bytes)
+{
+    std::u16string newName = util::ToUtf16(name);
+    const auto members = MembersOf(storage);
+    const bool isTaken = std::any_of(members.begin(), members.end(), [&](EntryId member) {
+        return CompareNames(directory_[member].name, newName) == 0;
+    });
+    if (isTaken || newName.empty() || newName.size() > kMaxNameUnits)
+        return std::nullopt;
+    const auto stream = static_cast<EntryId>(directory_.size());
+    DirectoryEntry entry;
+    entry.name = newName;
+    entry.type = EntryType::Stream;
+    entry.parent = storage;
+    directory_.push_back(std::move(entry));
+    originals_.push_back(kNoEntry);
+    replaced_.emplace(stream, std::move(bytes));
+    if (storage == kRootEntry)
+        rootMembers_.emplace(std::move(newName), stream);
+    changed_.insert(storage);
+    return stream;
+}
+
+void CompoundWriter::RemoveStream(EntryId stream)
+{
+    assert(directory_.at(stream).IsStream());
+    const EntryId storage = directory_[stream].parent;
+    if (storage == kRootEntry)
+        rootMembers_.erase(directory_[stream].name);
+    replaced_.erase(stream);
+    directory_[stream] = DirectoryEntry();
+    changed_.insert(storage);
+}
+
+std::vector<EntryId> CompoundWriter::MembersOf(EntryId storage) const
+{
+    std::vector<EntryId> members;
+    for (EntryId id = 0; id < directory_.size(); ++id) {
+        if (directory_[id].parent == storage)
+            members.push_back(id);
+    }
+    return members;
 }
 
 std::map<EntryId, EntryId> CompoundWriter::NumberCopies(EntryId storage) const

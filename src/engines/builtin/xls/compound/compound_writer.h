@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,6 +42,11 @@ public:
     /// and no copy, if `storage` is not a storage, if the root has a member of that name, and if
     /// the name is empty or longer than 31 units.
     std::optional<EntryId> CopyStorage(EntryId storage, std::string_view name);
+    /// Adds a stream to a storage of the source. Nothing, and no stream, if it has a member of that
+    /// name, and if the name is empty or longer than 31 units.
+    std::optional<EntryId> AddStream(EntryId storage, std::string_view name, std::string bytes);
+    /// Leaves a stream of the source out. Its storage must not be copied afterwards.
+    void RemoveStream(EntryId stream);
 
     /// Writes the whole file. The file at `target` is replaced at the end, or stays as it was.
     /// Throws Error (FileNotWritable, DiskFull) and whatever the producer throws.
@@ -56,11 +62,14 @@ private:
     };
     /// The entries of a storage to be copied, itself first, with their new ids.
     std::map<EntryId, EntryId> NumberCopies(EntryId storage) const;
+    /// The members of a storage, whatever its tree is.
+    std::vector<EntryId> MembersOf(EntryId storage) const;
 
     const CompoundFile& source_;
     Directory directory_;
     std::vector<EntryId> originals_; ///< for each entry, the one of the source that has its bytes
     std::map<std::u16string, EntryId, NameOrder> rootMembers_;
+    std::set<EntryId> changed_; ///< storages that have other members than in the source
     std::map<EntryId, std::string> replaced_;
     EntryId produced_ = kNoEntry;
     Producer producer_;

@@ -189,6 +189,81 @@ TEST(CompoundWriterTest, CopiesStoragesUnderTheRoot)
     test::ExpectSame(written, expected);
 }
 
+/// Without ids, which a change gives anew.
+Snapshot WithoutIds(Snapshot snapshot)
+{
+    for (auto& [path, content] : snapshot)
+        content.id = 0;
+    return snapshot;
+}
+
+TEST(CompoundWriterTest, AddsStreamsToAStorage)
+{
+    const CompoundFile file(
+        BuildCompound({Stream(u"Workbook", Noise(4096, 2)), Storage(u"s", {Stream(u"one", "1")})}));
+    for (const EntryId storage : {kRootEntry, *file.Find("s")}) {
+        CompoundWriter writer(file);
+        Snapshot expected = SnapshotOf(file);
+        const std::u16string folder = storage == kRootEntry ? u"/" : u"/s/";
+        for (unsigned i = 0; i < 40; ++i) {
+            const std::string name = "Sheet" + std::to_string(i);
+            ASSERT_TRUE(writer.AddStream(storage, name, Noise(i * 300, i)));
+            expected[folder + Name(name)] = {
+                0, Name(name), EntryType::Stream, std::string(16, '\0'), 0,
+                0, 0,          Noise(i * 300, i)};
+        }
+        test::ExpectSame(WithoutIds(SnapshotOf(CompoundFile(Written(writer)))),
+                         WithoutIds(expected));
+    }
+}
+
+TEST(CompoundWriterTest, AddsNoStreamWithoutAFreeName)
+{
+    const CompoundFile file(BuildCompound({Storage(u"s", {Stream(u"one", "1")})}));
+    CompoundWriter writer(file);
+    const EntryId storage = *file.Find("s");
+    EXPECT_FALSE(writer.AddStream(storage, "ONE", "2"));
+    EXPECT_FALSE(writer.AddStream(storage, "", "2"));
+    EXPECT_FALSE(writer.AddStream(storage, std::string(32, 'n'), "2"));
+    EXPECT_TRUE(writer.AddStream(storage, std::string(31, 'n'), "2"));
+    EXPECT_FALSE(writer.AddStream(storage, std::string(31, 'N'), "2"));
+    EXPECT_TRUE(writer.AddStream(kRootEntry, "one", "2")) << "in another storage";
+}
+
+TEST(CompoundWriterTest, RemovesStreams)
+{
+    std::vector<Node> members;
+    for (int i = 0; i < 20; ++i)
+        members.push_back(Stream(Name("m" + std::to_string(i)), Noise(3000, 1)));
+    const CompoundFile file(
+        BuildCompound({Stream(u"a", "x"), Stream(u"b", "y"), Storage(u"s", members)}));
+    CompoundWriter writer(file);
+    Snapshot expected = SnapshotOf(file);
+    writer.RemoveStream(*file.Find("a"));
+    expected.erase(u"/a");
+    for (int i = 0; i < 20; i += 3) {
+        const std::string name = "m" + std::to_string(i);
+        writer.RemoveStream(*file.Find(name, *file.Find("s")));
+        expected.erase(u"/s/" + Name(name));
+    }
+    ASSERT_TRUE(writer.AddStream(*file.Find("s"), "m0", "again"));
+    const Snapshot written = SnapshotOf(CompoundFile(Written(writer)));
+    EXPECT_EQ(written.at(u"/s/m0").bytes, "again");
+    expected[u"/s/m0"] = written.at(u"/s/m0");
+    test::ExpectSame(written, expected);
+}
+
+TEST(CompoundWriterTest, AStorageMayLoseAllItsStreams)
+{
+    const CompoundFile file(
+        BuildCompound({Stream(u"a", "x"), Storage(u"s", {Stream(u"one", "1")})}));
+    CompoundWriter writer(file);
+    writer.RemoveStream(*file.Find("one", *file.Find("s")));
+    Snapshot expected = SnapshotOf(file);
+    expected.erase(u"/s/one");
+    test::ExpectSame(SnapshotOf(CompoundFile(Written(writer))), expected);
+}
+
 TEST(CompoundWriterTest, CopiesInTimeThatGrowsWithTheirNumber)
 {
     std::vector<Node> objects;

@@ -41,6 +41,13 @@ std::string WorkbookSentence(ErrorKind kind, const util::ErrorDetails& details)
     case ErrorKind::TooLargeOutput:
         return path + " would become too large" + Because(details) +
                ". Use a smaller sheet, or fewer objects on it, in the template.";
+    case ErrorKind::MacrosNotCopied:
+        return path + " has macros that cannot be copied" + Because(details) +
+               ". The copied sheets have none. Save the template again in the spreadsheet program "
+               "and generate the calendar again.";
+    case ErrorKind::SignatureNotKept:
+        return path + " has signed macros, and the calendar is not signed because its copied "
+                      "sheets have macros of their own. Sign it in the spreadsheet program.";
     case ErrorKind::TooDeeplyNested:
         return path + " is nested too deeply to be read" + Because(details) +
                ". Save it again in the spreadsheet program.";

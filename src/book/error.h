@@ -17,7 +17,9 @@ enum class ErrorKind {
     WrongExtension,  ///< the cause is the extension that fits the content
     PathTooLong,     ///< for an application; the cause says what it takes
     TooLargeUnpacked,
-    TooLargeOutput, ///< the cause says what would exceed which limit
+    TooLargeOutput,   ///< the cause says what would exceed which limit
+    MacrosNotCopied,  ///< copied sheets have none; the cause says why
+    SignatureNotKept, ///< of the macros, because copied sheets have macros of their own
     TooDeeplyNested,
     // sheets and cells; the subject is the name or the cell
     InvalidSheetName,

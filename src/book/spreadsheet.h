@@ -1,10 +1,13 @@
 #pragma once
 
+#include "util/error.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 /// What the generation needs from a spreadsheet application, named after Excel's object model. Text
 /// is UTF-8. Every operation throws Error if it fails.
@@ -46,6 +49,8 @@ public:
     /// Writes the whole file in the workbook's own format; an existing target stays untouched
     /// until the new one is complete.
     virtual void SaveAs(const std::filesystem::path& target, AccessMode accessMode) = 0;
+    /// What the file that was saved last lacks, although saving it did not fail. For the user.
+    virtual std::vector<util::Error> Losses() const { return {}; }
 };
 
 /// One instance of the application.

@@ -23,6 +23,15 @@ void ConsoleReporter::Report(const std::string& text)
     console_.err << WithPlainLineEnds(util::ErrorReportText(text)) << '\n' << std::flush;
 }
 
+void ConsoleReporter::Warn(const std::string& text)
+{
+    const std::string plain = WithPlainLineEnds(text);
+    if (std::find(warnings_.begin(), warnings_.end(), plain) != warnings_.end())
+        return;
+    warnings_.push_back(plain);
+    console_.err << "Warning: " << plain << '\n' << std::flush;
+}
+
 int ConsoleReporter::ExitCode() const
 {
     return reports_.empty() ? kExitSuccess : kExitReported;

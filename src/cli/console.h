@@ -23,17 +23,22 @@ struct Console {
 /// Converts line ends for the console: CR LF becomes LF.
 std::string WithPlainLineEnds(const std::string& text);
 
-/// Writes error reports to standard error and remembers them.
+/// Writes error reports and warnings to standard error and remembers them.
 class ConsoleReporter : public util::ErrorReporter {
 public:
     explicit ConsoleReporter(Console& console) : console_(console) {}
     void Report(const std::string& text) override;
+    /// Something that is not an error. A text is written once, however many calendars it is about.
+    void Warn(const std::string& text);
     const std::vector<std::string>& Reports() const { return reports_; }
+    const std::vector<std::string>& Warnings() const { return warnings_; }
+    /// Warnings do not count.
     int ExitCode() const;
 
 private:
     Console& console_;
     std::vector<std::string> reports_;
+    std::vector<std::string> warnings_;
 };
 
 /// Flushes the output. Returns the exit code, or `kExitReported` if the output cannot be written.

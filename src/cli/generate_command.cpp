@@ -34,6 +34,11 @@ public:
         bar_.Clear();
         reporter_.Report(text);
     }
+    void Warn(const std::string& text) override
+    {
+        bar_.Clear();
+        reporter_.Warn(text);
+    }
     void MonthDone(generate::CalendarKind kind, std::int16_t month) override
     {
         const std::size_t before = kind == generate::CalendarKind::Monthly ? 0 : kStepsPerYear / 2;
@@ -42,7 +47,7 @@ public:
     }
 
 private:
-    util::ErrorReporter& reporter_;
+    ConsoleReporter& reporter_;
     const std::vector<std::string>& years_;
     ProgressBar bar_;
     std::size_t year_ = 0; ///< index in the list
@@ -70,7 +75,10 @@ void PrintGenerateJson(Session& session, const std::string& engine, const SavedF
     json.BeginObject().Key("engine").Text(engine).Key("saved").Texts(files.workbooks);
     if (session.line.pdf)
         json.Key("pdf").Texts(files.pdfs);
-    json.Key("reports").Texts(session.reporter.Reports()).EndObject();
+    json.Key("reports").Texts(session.reporter.Reports());
+    if (!session.reporter.Warnings().empty())
+        json.Key("warnings").Texts(session.reporter.Warnings());
+    json.EndObject();
     PrintJson(session, json);
 }
 

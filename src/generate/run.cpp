@@ -108,6 +108,12 @@ book::Workbook& OpenTemplate(book::Application& application, const GenerateJob& 
     }
 }
 
+void WarnOfLosses(const book::Workbook& workbook, Context& context)
+{
+    for (const Error& loss : workbook.Losses())
+        context.observer.Warn(util::ErrorText(loss));
+}
+
 /// The steps of a run between starting the application and releasing it.
 void RunInApplication(book::Application& application, const GenerateJob& job,
                       model::ParameterSets& sets, Context& context, UnfinishedOutput& unfinished,
@@ -122,6 +128,7 @@ void RunInApplication(book::Application& application, const GenerateJob& job,
         if (SaveCalendar(*workbook, job.outputPath, context)) {
             saved = SavedCalendar{job.outputPath, std::nullopt};
             unfinished.Keep();
+            WarnOfLosses(*workbook, context);
             ShowApplication(application);
             application.ReleaseWorkbook(*workbook);
         }

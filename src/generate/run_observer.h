@@ -30,6 +30,9 @@ public:
     virtual void FailureIgnored(const std::string& /*what*/, const std::exception& /*error*/) {}
     /// A month [1:12] was filled, or has failed.
     virtual void MonthDone(CalendarKind /*kind*/, std::int16_t /*month*/) {}
+    /// The calendar was saved, but something of the template is missing in it. `text` is for the
+    /// user.
+    virtual void Warn(const std::string& /*text*/) {}
     /// The workbook is about to be saved, which takes long when its sheets are large.
     virtual void Saving() {}
     /// A PDF is about to be printed to that path.

@@ -56,6 +56,8 @@ public:
 
     void Report(const std::string& text) override { desktop_.Report(text); }
 
+    void Warn(const std::string& text) override { desktop_.ShowMessage(text); }
+
     void ShowProblem(const generate::RequestProblem& problem) override
     {
         desktop_.ShowMessage(problem.message);

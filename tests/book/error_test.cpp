@@ -40,6 +40,17 @@ TEST(BookErrors, ReportAPassword)
         "and try again.");
 }
 
+TEST(BookErrors, SayWhatTheCopiesOfASheetLack)
+{
+    EXPECT_EQ(ErrorText(Error(ErrorKind::MacrosNotCopied, "X.xls", "\"dir\" is missing")),
+              "\"X.xls\" has macros that cannot be copied: \"dir\" is missing. The copied sheets "
+              "have none. Save the template again in the spreadsheet program and generate the "
+              "calendar again.");
+    EXPECT_EQ(ErrorText(Error(ErrorKind::SignatureNotKept, "X.xls")),
+              "\"X.xls\" has signed macros, and the calendar is not signed because its copied "
+              "sheets have macros of their own. Sign it in the spreadsheet program.");
+}
+
 TEST(BookErrors, SayWhatIsWrongWithAName)
 {
     EXPECT_EQ(

@@ -2,6 +2,7 @@
 
 #include "book/pdf_printer.h"
 #include "book/spreadsheet.h"
+#include "util/error.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -31,6 +32,9 @@ public:
     void Record(const std::string& call);
     /// Logs a call to the application, like `Record`, and throws once the application is gone.
     void Call(const std::string& call);
+
+    /// What workbooks lack from now on, when they are saved.
+    std::vector<util::Error> losses{};
 
     const std::vector<std::string>& Calls() const { return calls_; }
     /// The calls that contain the text.
@@ -87,6 +91,7 @@ public:
     Workbook(CallLog& log, WorkbookContent content);
     book::Worksheet* FindWorksheet(std::string_view name) override;
     void SaveAs(const std::filesystem::path& target, book::AccessMode accessMode) override;
+    std::vector<util::Error> Losses() const override { return log_.losses; }
 
     CallLog& Log() { return log_; }
     WorkbookContent Content() const;

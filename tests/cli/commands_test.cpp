@@ -1,7 +1,9 @@
 #include "cli/commands.h"
 
+#include "book/error.h"
 #include "book/fake_engines.h"
 #include "util/error.h"
+#include "util/error_text.h"
 #include "util/scratch_folder_test.h"
 #include "util/text.h"
 
@@ -173,6 +175,26 @@ TEST_F(CommandsTest, GenerateAsJson)
     EXPECT_EQ(out_.str(), R"({"engine":"fake","saved":[")" + Escaped(At("output/2027Desk.xlsx")) +
                               R"("],"reports":["Please inupt a year."]})" + "\n");
     EXPECT_NE(err_.str(), "");
+}
+
+TEST_F(CommandsTest, GenerateWarnsAndSucceeds)
+{
+    const Error loss(book::ErrorKind::MacrosNotCopied, "Desk.xlsx", "they are cut off");
+    engines_.log.losses = {loss};
+    line_.years = {"2027", "2028"};
+    EXPECT_EQ(Run(Command::Generate), 0);
+    EXPECT_EQ(out_.str(), At("output/2027Desk.xlsx") + "\n" + At("output/2028Desk.xlsx") + "\n");
+    EXPECT_EQ(err_.str(), "Warning: " + util::ErrorText(loss) + "\n") << "once for all years";
+}
+
+TEST_F(CommandsTest, GenerateAsJsonNamesWarningsIfThereAreAny)
+{
+    engines_.log.losses = {Error(book::ErrorKind::SignatureNotKept)};
+    line_.json = true;
+    EXPECT_EQ(Run(Command::Generate), 0);
+    const std::string text = util::ErrorText(engines_.log.losses[0]);
+    EXPECT_EQ(out_.str(), R"({"engine":"fake","saved":[")" + Escaped(At("output/2027Desk.xlsx")) +
+                              R"("],"reports":[],"warnings":[")" + text + R"("]})" + "\n");
 }
 
 TEST_F(CommandsTest, GenerateWithPdfPrintsItsPathAfterTheWorkbooks)

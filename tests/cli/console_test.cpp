@@ -28,6 +28,23 @@ TEST(ConsoleReporterTest, WritesTheReportWithPlainLineEnds)
               (std::vector<std::string>{"Error in filling data(2024-3).\nThe cell is locked."}));
 }
 
+TEST(ConsoleReporterTest, WritesAWarningOnceAndCountsItForNothing)
+{
+    std::ostringstream out;
+    std::ostringstream err;
+    Console console{out, err};
+    ConsoleReporter reporter(console);
+    reporter.Warn("The macros\r\nare gone.");
+    reporter.Warn("The macros\r\nare gone.");
+    reporter.Warn("The signature is gone.");
+    EXPECT_EQ(err.str(), "Warning: The macros\nare gone.\nWarning: The signature is gone.\n");
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(reporter.ExitCode(), 0);
+    EXPECT_EQ(reporter.Reports(), std::vector<std::string>());
+    EXPECT_EQ(reporter.Warnings(),
+              (std::vector<std::string>{"The macros\nare gone.", "The signature is gone."}));
+}
+
 TEST(ProgressBarTest, FillsFromEmptyToFull)
 {
     std::ostringstream err;

@@ -17,6 +17,7 @@ namespace orrery::fake {
 class ListObserver : public generate::RunObserver {
 public:
     void Report(const std::string& text) override { reports.push_back(text); }
+    void Warn(const std::string& text) override { warnings.push_back(text); }
     void ShowProblem(const generate::RequestProblem& problem) override
     {
         problems.push_back(problem.message);
@@ -35,6 +36,7 @@ public:
     void Printing(const std::string& path) override { printed.push_back(path); }
 
     std::vector<std::string> reports;
+    std::vector<std::string> warnings;
     std::vector<std::string> problems;
     std::vector<std::string> printed;
     bool hourglass = false;

@@ -1,8 +1,10 @@
 #include "generate/run.h"
 
+#include "book/error.h"
 #include "book/fake_spreadsheet.h"
 #include "generate/run_support.h"
 #include "util/error.h"
+#include "util/error_text.h"
 #include "util/file_replace.h"
 #include "util/paths.h"
 #include "util/scratch_folder.h"
@@ -94,6 +96,11 @@ public:
         log_.Record("Report");
         ListObserver::Report(text);
     }
+    void Warn(const std::string& text) override
+    {
+        log_.Record("Warn");
+        ListObserver::Warn(text);
+    }
     void SetHourglass(bool on) override { log_.Record(on ? "Hourglass" : "Arrow"); }
 
 private:
@@ -181,6 +188,29 @@ TEST_F(RunTest, GoesThroughTheStepsInOrder)
                             "SaveAs 2024Desk.fake", "Interactive = true", "ScreenUpdating = true",
                             "Visible = true", "DisplayAlerts = true", "Release workbook",
                             "Visible?", "Release application", "Arrow"}));
+}
+
+TEST_F(RunTest, WarnsOfWhatTheSavedCalendarLacks)
+{
+    log_.losses = {Error(book::ErrorKind::MacrosNotCopied, "Desk.fake", "they are cut off"),
+                   Error(book::ErrorKind::SignatureNotKept, "Desk.fake")};
+    EXPECT_EQ(Run(), util::FromPath(Output()));
+    EXPECT_EQ(observer_.warnings,
+              (Texts{util::ErrorText(log_.losses[0]), util::ErrorText(log_.losses[1])}));
+    EXPECT_TRUE(observer_.reports.empty());
+    const auto& calls = log_.Calls();
+    const auto saved = std::find(calls.begin(), calls.end(), "SaveAs 2024Desk.fake");
+    ASSERT_GE(calls.end() - saved, 4);
+    EXPECT_EQ(Texts(saved + 1, saved + 4), (Texts{"Warn", "Warn", "Interactive = true"}))
+        << "before the application is shown";
+}
+
+TEST_F(RunTest, DoesNotWarnOfACalendarThatIsNotSaved)
+{
+    log_.losses = {Error(book::ErrorKind::SignatureNotKept, "Desk.fake")};
+    log_.FailAt("SaveAs 2024Desk.fake", "The disk is full.");
+    EXPECT_EQ(Run(), std::nullopt);
+    EXPECT_TRUE(observer_.warnings.empty());
 }
 
 TEST_F(RunTest, StopsAtTheChecks)

@@ -1,6 +1,8 @@
 #include "ui/main_form_support.h"
 
+#include "book/error.h"
 #include "util/error.h"
+#include "util/error_text.h"
 
 #include <chrono>
 #include <stdexcept>
@@ -188,6 +190,17 @@ TEST_F(MainFormRunTest, TheFileIsNamedAfterTheParsedYear)
     MainForm& form = OpenDesk();
     form.txtYear.text = " 2027.4 ";
     form.cmdGenerate_Click();
+    EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls") + " by fake");
+}
+
+TEST_F(MainFormRunTest, ShowsWhatTheSavedWorkbookLacks)
+{
+    const Error loss(book::ErrorKind::MacrosNotCopied, "Desk.xls", "they are cut off");
+    engines_.log.losses = {loss};
+    MainForm& form = OpenDesk();
+    form.cmdGenerate_Click();
+    EXPECT_EQ(CallsWithoutRepaint(),
+              (Texts{"Hourglass on", "ShowMessage: " + util::ErrorText(loss), "Hourglass off"}));
     EXPECT_EQ(form.lblStatus.caption, "Saved as " + At("output/2027Desk.xls") + " by fake");
 }
 

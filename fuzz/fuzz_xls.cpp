@@ -67,6 +67,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     static const auto source = fuzz::Scratch(".in");
     WriteInput(source, {reinterpret_cast<const char*>(data), size});
-    fuzz::EditAndOpenAgain<xls::Workbook>(source, {"Model", "Sheet1"});
+    fuzz::EditAndOpenAgain<xls::Workbook>(source, {"Model", "Sheet1", "Month"});
     return 0;
 }

@@ -23,6 +23,7 @@ from results import Case, feature_failures
 from xls_book import Book
 from xls_compound import CompoundFile, added, same_failures
 from xls_copies import EditedBook, count_sheet
+from xls_macros import EditedMacros
 from xls_plan import make_plan
 from xls_readers import Poi, xlrd_view
 from xls_views import view_failures
@@ -68,10 +69,14 @@ class WorkbookCase(Case):
 
     def _judge(self, before, after, plan):
         book = EditedBook(before, after, plan)
-        may_differ = {before.path, ()} | xls_embedded.grown(before.file, after.file)
-        self.result.failures += same_failures(before.file, after.file, may_differ)
+        macros = EditedMacros(before, after, book.first, book.copies)
+        self.result.failures += macros.failures
+        may_differ = {before.path, (), *macros.may_differ,
+                      *xls_embedded.grown(before.file, after.file)}
+        self.result.failures += same_failures(before.file, after.file, may_differ, macros.may_go)
         self.result.failures += [f"{'/'.join(path)!r} was added" for path in
-                                 added(before.file, after.file) if not path[0].startswith("MBD")]
+                                 added(before.file, after.file)
+                                 if not path[0].startswith("MBD") and path not in macros.added]
         self.result.failures += book.failures()
         self.result.failures += xls_structure.new_failures(before, after, book.first,
                                                            len(plan.sheets))

@@ -214,12 +214,14 @@ def _order(name):
     return len(units), upper.encode("utf-16-be", "surrogatepass")
 
 
-def same_failures(before, after, may_differ=()):
-    """Streams and storages of two compound files; those at the paths `may_differ` may differ."""
+def same_failures(before, after, may_differ=(), may_go=()):
+    """Streams and storages of two compound files; those at the paths `may_differ` may differ, and
+    those at `may_go` may be missing."""
     for path, entry in before.entries.items():
         shown, twin = "/".join(path) or "the root", after.entries.get(path)
         if twin is None:
-            yield f"{shown!r} is gone"
+            if path not in may_go:
+                yield f"{shown!r} is gone"
         elif path not in may_differ and entry.identity() != twin.identity():
             parts = ("kind", "class id", "state", "times", "bytes")
             differing = [part for part, mine, other in zip(parts, entry.identity(), twin.identity())

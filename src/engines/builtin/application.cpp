@@ -30,6 +30,8 @@ public:
         lastSaved_ = target;
     }
 
+    std::vector<util::Error> Losses() const override { return workbook_->Losses(); }
+
 private:
     std::filesystem::path path_;
     std::unique_ptr<book::Workbook> workbook_;

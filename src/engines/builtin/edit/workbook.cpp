@@ -4,6 +4,7 @@
 #include "engines/builtin/common/error_path.h"
 #include "engines/common/sheet_names.h"
 #include "util/error.h"
+#include "util/paths.h"
 
 #include <algorithm>
 #include <utility>
@@ -87,6 +88,16 @@ void Workbook::CheckStructure(const Sheet& sheet) const
 {
     if (IsStructureProtected())
         throw Error(ErrorKind::StructureProtected, sheet.name_);
+}
+
+void Workbook::SetLosses(const std::vector<util::Error>& losses)
+{
+    losses_.clear();
+    for (const Error& loss : losses) {
+        const bool isNamed = !loss.Subject().empty();
+        losses_.emplace_back(loss.Kind(), isNamed ? loss.Subject() : util::FromPath(path_),
+                             loss.Cause());
+    }
 }
 
 void Workbook::Rename(Sheet& sheet, std::string_view name)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "book/spreadsheet.h"
+#include "util/error.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -67,6 +68,7 @@ using NameLookup = std::function<std::optional<std::string>(std::string_view nam
 class Workbook : public book::Workbook {
 public:
     book::Worksheet* FindWorksheet(std::string_view name) final;
+    std::vector<util::Error> Losses() const final { return losses_; }
 
     const std::filesystem::path& Path() const { return path_; }
 
@@ -105,6 +107,9 @@ protected:
     /// Whether each sheet was written, by position.
     std::vector<bool> WrittenSheets() const;
 
+    /// For `Losses`; those without a subject get the path.
+    void SetLosses(const std::vector<util::Error>& losses);
+
     /// Throws Error(StructureProtected) if the workbook's structure is protected.
     void CheckStructure(const Sheet& sheet) const;
 
@@ -123,6 +128,7 @@ private:
     std::vector<std::unique_ptr<Sheet>> sheets_;
     std::vector<Sheet*> originals_;                        // by position in the template
     std::unordered_map<std::string, const Sheet*> byName_; // the same by folded name
+    std::vector<util::Error> losses_;                      // of the last save
 };
 
 } // namespace orrery::edit

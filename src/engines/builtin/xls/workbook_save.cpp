@@ -3,6 +3,7 @@
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/compound/compound_writer.h"
 #include "engines/builtin/xls/copy_identities.h"
+#include "engines/builtin/xls/copy_macros.h"
 #include "engines/builtin/xls/globals_patch.h"
 #include "engines/builtin/xls/sheet/sheet_bytes.h"
 #include "engines/builtin/xls/stale_sheets.h"
@@ -46,12 +47,14 @@ struct Workbook::Saving {
     std::vector<std::uint16_t> tabIds;
     References references;
     CopyIdentities identities;
+    CopyMacros macros;
     std::vector<bool> recalculate; // by position
 
     explicit Saving(Workbook& workbook)
         : sheets(workbook.SavedSheets()), tabIds(TabIds(*workbook.globals_, sheets)),
           references(*workbook.globals_, sheets),
           identities(*workbook.globals_, *workbook.file_, workbook.template_, sheets),
+          macros(*workbook.file_, workbook.template_, sheets),
           recalculate(workbook.SheetsToRecalculate(sheets))
     {
     }
@@ -66,6 +69,7 @@ void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode /*ac
             saving.emplace(*this);
             CheckSize(*saving);
             saving->identities.CopyData(writer);
+            saving->macros.WriteTo(writer);
             writer.ProduceStream(streamEntry_,
                                  [&](StreamSink& sink) { WriteStream(sink, *saving); });
         }
@@ -73,6 +77,7 @@ void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode /*ac
             writer.ReplaceStream(streamEntry_, stream_);
         }
         writer.SaveTo(target);
+        SetLosses(saving ? saving->macros.Losses() : std::vector<util::Error>());
     });
 }
 
@@ -80,7 +85,8 @@ void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode /*ac
 void Workbook::CheckSize(const Saving& saving) const
 {
     CheckGrowth("the data of its controls", saving.identities.ControlBytes(), kMaxControlBytes);
-    std::uint64_t bytes = file_->Size() + saving.identities.AddedBytes();
+    std::uint64_t bytes =
+        file_->Size() + saving.identities.AddedBytes() + saving.macros.AddedBytes();
     for (const auto& sheet : saving.sheets) {
         if (sheet.IsCopy)
             bytes += template_[sheet.Origin].Bytes().size();
@@ -156,7 +162,7 @@ TextPatch Workbook::MakeCopyBytes(std::string& bytes, std::size_t position, cons
         RemapFormulas(bytes, saving.references.MapFor(position));
     saving.identities.Apply(bytes, patch, position);
     places.SetTabId(bytes, saving.tabIds[position]);
-    places.RemoveCodeName(patch);
+    places.SetCodeName(patch, saving.macros.CodeNameOf(position));
     return patch;
 }
 

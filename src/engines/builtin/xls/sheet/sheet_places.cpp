@@ -206,10 +206,26 @@ void SheetPlaces::SetTabId(std::string& bytes, std::uint16_t id) const
         PutU16(bytes, view + kViewTabId, id);
 }
 
-void SheetPlaces::RemoveCodeName(TextPatch& patch) const
+std::optional<std::string> SheetPlaces::CodeName(std::string_view bytes) const
 {
+    if (codeNames_.empty())
+        return std::nullopt;
+    return RenamedIfRead(codeNames_.front().In(bytes).substr(kRecordHeader),
+                         [](std::string_view data) -> std::optional<std::string> {
+                             return ReadUnicodeString(data, 0).text;
+                         });
+}
+
+void SheetPlaces::SetCodeName(TextPatch& patch, const std::optional<std::string>& name) const
+{
+    std::string record;
+    if (name) {
+        std::string data;
+        AppendUnicodeString(data, *name);
+        AppendRecord(record, RecordType::CodeName, data);
+    }
     for (const auto& place : codeNames_)
-        patch.Remove(place.begin, place.end);
+        patch.Replace(place.begin, place.end, std::exchange(record, {}));
 }
 
 void SheetPlaces::Rename(TextPatch& patch, std::string_view bytes,

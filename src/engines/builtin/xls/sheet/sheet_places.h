@@ -27,8 +27,11 @@ public:
     void Select(std::string& bytes, bool selected) const;
     /// Gives the sheet's part of each custom view the id of another sheet. [MS-XLS] 2.4.339
     void SetTabId(std::string& bytes, std::uint16_t id) const;
-    /// The code name ties a sheet to its module of the macros; a copy has none.
-    void RemoveCodeName(TextPatch& patch) const;
+    /// The code name, which ties the sheet to its module of the macros; nothing if there is none or
+    /// it cannot be read. [MS-XLS] 2.4.51
+    std::optional<std::string> CodeName(std::string_view bytes) const;
+    /// Gives a copy a code name of its own, or takes it away.
+    void SetCodeName(TextPatch& patch, const std::optional<std::string>& name) const;
     /// Renames sheets in links to places in the workbook and in sources of consolidations and pivot
     /// tables.
     void Rename(TextPatch& patch, std::string_view bytes, const SheetNameLookup& nameOf) const;

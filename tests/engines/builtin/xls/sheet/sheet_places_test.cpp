@@ -114,12 +114,47 @@ TEST(SheetPlacesTest, CustomViewsTakeTheIdOfTheCopy)
               RecordOf(RecordType::UserSheetViewBegin, std::string(16, 'g') + Numbers({12, 0, 9})));
 }
 
-TEST(SheetPlacesTest, ACopyHasNoCodeName)
+std::string CodeNameOf(std::string_view name)
 {
-    const auto bytes = BofOf(0x10) + RecordOf(RecordType::CodeName, "name") + EofRecord();
+    std::string data;
+    AppendUnicodeString(data, name);
+    return RecordOf(RecordType::CodeName, data);
+}
+
+std::string WithCodeName(const std::string& bytes, const std::optional<std::string>& name)
+{
     TextPatch patch;
-    SheetPlaces(bytes).RemoveCodeName(patch);
-    EXPECT_EQ(patch.Apply(bytes), BofOf(0x10) + EofRecord());
+    SheetPlaces(bytes).SetCodeName(patch, name);
+    return patch.Apply(bytes);
+}
+
+TEST(SheetPlacesTest, ACopyHasNoCodeNameOrOneOfItsOwn)
+{
+    const auto bytes = BofOf(0x10) + CodeNameOf("Sheet1") + EofRecord();
+    EXPECT_EQ(WithCodeName(bytes, std::nullopt), BofOf(0x10) + EofRecord());
+    EXPECT_EQ(WithCodeName(bytes, "Sheet12"), BofOf(0x10) + CodeNameOf("Sheet12") + EofRecord());
+    EXPECT_EQ(WithCodeName(bytes, "\xD0\x9B\xD0\xB8\xD1\x81\xD1\x82"
+                                  "4"),
+              BofOf(0x10) +
+                  RecordOf(RecordType::CodeName,
+                           Numbers({5}) + '\1' + Numbers({0x41B, 0x438, 0x441, 0x442, '4'})) +
+                  EofRecord());
+}
+
+TEST(SheetPlacesTest, OnlyOneCodeNameIsLeft)
+{
+    const auto twice = CodeNameOf("Sheet1") + CodeNameOf("Sheet2");
+    EXPECT_EQ(WithCodeName(twice, "Sheet3"), CodeNameOf("Sheet3"));
+}
+
+TEST(SheetPlacesTest, ReadsTheCodeName)
+{
+    const auto named = BofOf(0x10) + CodeNameOf("Sheet1") + EofRecord();
+    EXPECT_EQ(SheetPlaces(named).CodeName(named), "Sheet1");
+    const auto unnamed = BofOf(0x10) + EofRecord();
+    EXPECT_EQ(SheetPlaces(unnamed).CodeName(unnamed), std::nullopt);
+    const auto damaged = RecordOf(RecordType::CodeName, Numbers({9}));
+    EXPECT_EQ(SheetPlaces(damaged).CodeName(damaged), std::nullopt);
 }
 
 TEST(SheetPlacesTest, KnowsDialogs)

@@ -78,7 +78,25 @@ public:
     {
     }
 
+    explicit Saver(CompoundWriter& writer)
+        : writer_(writer), directory_(writer.directory_), file_(writer.source_.SectorSize())
+    {
+    }
+
     void Save()
+    {
+        Write();
+        file_.Close();
+    }
+
+    std::string Bytes()
+    {
+        Write();
+        return file_.Bytes();
+    }
+
+private:
+    void Write()
     {
         LinkTrees();
         Produce();
@@ -90,10 +108,8 @@ public:
         root.start = file_.WriteChain(miniStream_);
         root.size = miniStream_.size();
         WriteHeader();
-        file_.Close();
     }
 
-private:
     void LinkTrees()
     {
         for (const EntryId storage : writer_.changed_)
@@ -335,6 +351,11 @@ void CompoundWriter::SaveTo(const std::filesystem::path& target)
     util::FileReplacement replacement(target);
     Saver(*this, replacement.TemporaryPath(), target).Save();
     replacement.Commit();
+}
+
+std::string CompoundWriter::ToBytes()
+{
+    return Saver(*this).Bytes();
 }
 
 } // namespace orrery::xls

@@ -51,6 +51,8 @@ public:
     /// Writes the whole file. The file at `target` is replaced at the end, or stays as it was.
     /// Throws Error (FileNotWritable, DiskFull) and whatever the producer throws.
     void SaveTo(const std::filesystem::path& target);
+    /// The same in memory.
+    std::string ToBytes();
 
 private:
     class Saver;

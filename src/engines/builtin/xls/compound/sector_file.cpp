@@ -37,11 +37,16 @@ std::size_t CeilDiv(std::size_t dividend, std::size_t divisor)
 
 SectorFile::SectorFile(const std::filesystem::path& path, std::filesystem::path target,
                        std::size_t sectorSize)
-    : target_(std::move(target)), sectorSize_(sectorSize)
+    : target_(std::move(target)), sectorSize_(sectorSize), out_(file_)
 {
     errno = 0;
     Check(file_.open(path, std::ios::out | std::ios::binary | std::ios::trunc) != nullptr);
     Append(std::string(sectorSize_, '\0')); // room for the header
+}
+
+SectorFile::SectorFile(std::size_t sectorSize) : sectorSize_(sectorSize), out_(memory_)
+{
+    Append(std::string(sectorSize_, '\0'));
 }
 
 std::uint32_t SectorFile::NextSector() const
@@ -58,7 +63,7 @@ void SectorFile::Append(std::string_view bytes)
     }
     errno = 0;
     const auto count = static_cast<std::streamsize>(bytes.size());
-    Check(file_.sputn(bytes.data(), count) == count);
+    Check(out_.sputn(bytes.data(), count) == count);
     size_ += bytes.size();
 }
 
@@ -67,11 +72,11 @@ void SectorFile::Patch(std::uint64_t offset, std::string_view bytes)
     if (offset > size_ || bytes.size() > size_ - offset)
         ThrowTooShort();
     const auto seek = [this](std::uint64_t to) {
-        return file_.pubseekpos(static_cast<std::streamoff>(to)) != std::filebuf::pos_type(-1);
+        return out_.pubseekpos(static_cast<std::streamoff>(to)) != std::streambuf::pos_type(-1);
     };
     const auto count = static_cast<std::streamsize>(bytes.size());
     errno = 0;
-    Check(seek(offset) && file_.sputn(bytes.data(), count) == count && seek(size_));
+    Check(seek(offset) && out_.sputn(bytes.data(), count) == count && seek(size_));
 }
 
 void SectorFile::EndChain()

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
+#include <streambuf>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +18,10 @@ public:
     /// Empties the file at `path`; errors name `target`.
     SectorFile(const std::filesystem::path& path, std::filesystem::path target,
                std::size_t sectorSize);
+    /// Is kept in memory.
+    explicit SectorFile(std::size_t sectorSize);
+    SectorFile(const SectorFile&) = delete;
+    SectorFile& operator=(const SectorFile&) = delete;
 
     std::size_t SectorSize() const { return sectorSize_; }
     /// Bytes so far, the header's sector included.
@@ -41,7 +47,10 @@ public:
     /// Writes the sector table after the last chain. The header lists `inHeader` FAT sectors, DIFAT
     /// sectors list the rest.
     Tables WriteTables(std::uint32_t inHeader);
+    /// For a file; nothing can be written any more.
     void Close();
+    /// What was written in memory.
+    std::string Bytes() const { return memory_.str(); }
 
 private:
     void Check(bool isDone) const;
@@ -49,6 +58,8 @@ private:
     std::filesystem::path target_;
     std::size_t sectorSize_;
     std::filebuf file_;
+    std::stringbuf memory_;
+    std::streambuf& out_; // one of these
     std::uint64_t size_ = 0;
     std::vector<std::uint32_t> fat_;
 };

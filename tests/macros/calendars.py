@@ -19,9 +19,9 @@ CODE_NAMES = ["Sheet1", *[f"Sheet{number}" for number in range(3, 14)]]
 class MacrosProgram(Program):
     def setUp(self):
         super().setUp()
-        self.template = self.home / "macros.xls"
-        for name in ("macros.xls", "macros.ini"):
+        for name in ("macros.xls", "macros.xlsx", "macros.ini"):
             shutil.copy(DATA / name, self.home)
+        self.template = self.home / "macros.xls"
 
     def make(self, *arguments):
         """Makes the calendar of 2027. Returns what the program printed, and the calendar."""

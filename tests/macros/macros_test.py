@@ -1,8 +1,11 @@
 """Macros of copied sheets, read by code of the tests' own."""
 
 import json
+import re
 import struct
+import tempfile
 import unittest
+import zipfile
 
 import xls_compound
 from calendars import CODE_NAMES, MONTHS, MacrosProgram, write
@@ -30,7 +33,45 @@ def code_name(sheet):
     return None
 
 
-class Macros(MacrosProgram):
+def read_parts(path):
+    with zipfile.ZipFile(path) as package:
+        return {name: package.read(name) for name in package.namelist()}
+
+
+def package_project(parts):
+    with tempfile.NamedTemporaryFile(suffix=".bin") as file:
+        file.write(parts["xl/vbaProject.bin"])
+        file.flush()
+        found = xls_compound.CompoundFile(file.name)
+    return found, Project(found.entries)
+
+
+class XlsxMacros(MacrosProgram):
+    def setUp(self):
+        super().setUp()
+        self.template = self.home / "macros.xlsx"
+
+    def test_every_month_has_a_module_with_the_code_of_the_template(self):
+        result, path = self.make()
+        self.assertEqual(result.stderr, "Warning: " + SIGNED.format(shown(self.template)) + "\n")
+        parts = read_parts(path)
+        names = [re.findall(rb'codeName="(\w+)"', content) for name, content in parts.items()
+                 if name.startswith("xl/worksheets/sheet")]
+        self.assertEqual(sorted(names), sorted([[name.encode()]
+                                                for name in [*CODE_NAMES, "Sheet2"]]))
+        _, before = package_project(read_parts(self.template))
+        file, after = package_project(parts)
+        self.assertEqual((file.problems, after.problems, after.is_compiled), ([], [], False))
+        for name in CODE_NAMES:
+            self.assertEqual(after.module(name).code, before.module("Sheet1").code)
+            self.assertIn(name.encode(), after.documents)
+        self.assertEqual(after.outside_of_modules(), before.outside_of_modules())
+        self.assertEqual([name for name in parts if "Signature" in name], [])
+        self.assertNotIn(b"Signature", parts["[Content_Types].xml"])
+        self.assertNotIn(b"Signature", parts["xl/_rels/vbaProject.bin.rels"])
+
+
+class XlsMacros(MacrosProgram):
     def change(self, path, data):
         """Gives a stream of the template other bytes."""
         file = xls_compound.CompoundFile(self.template)

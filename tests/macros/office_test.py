@@ -30,7 +30,14 @@ def has(lines, part):
 
 
 class Office(MacrosProgram):
-    def test_every_month_has_the_code(self):
+    def test_every_month_of_an_xls_calendar_has_the_code(self):
+        self.judge()
+
+    def test_every_month_of_an_xlsx_calendar_has_the_code(self):
+        self.template = self.home / "macros.xlsx"
+        self.judge()
+
+    def judge(self):
         _, path = self.make()
         sheets, modules = seen_by_office(path)
         self.assertEqual({name: sheets[name] for name in MONTHS}, dict(zip(MONTHS, CODE_NAMES)))

@@ -13,6 +13,7 @@ from xls_writer import CompoundWriter  # noqa: E402
 STORAGE, STREAM, ROOT = xls_compound.STORAGE, xls_compound.STREAM, xls_compound.ROOT
 _NONE = 0xFFFFFFFF
 _RED, _BLACK = 0, 1
+_CACHE = 300  # bytes in the place of what a program compiles of a module
 SHEET_BASE, BOOK_BASE = "00020820", "00020819"
 PROJECT_ID = "{5B6E4C1A-3D2F-4A1B-9C8D-0E1F2A3B4C5D}"
 
@@ -32,12 +33,8 @@ class Module:
                       "Attribute VB_TemplateDerived = False", "Attribute VB_Customizable = True"]
         return ("\r\n".join(lines) + "\r\n" + self.code).encode("latin-1")
 
-    def cache(self):
-        """Bytes in the place of what a program compiles."""
-        return bytes((7 * i + len(self.name)) % 256 for i in range(300))
-
-    def stream(self):
-        return self.cache() + compress(self.source())
+    def stream(self, cache):
+        return bytes((7 * i + len(self.name)) % 256 for i in range(cache)) + compress(self.source())
 
 
 def compress(data):
@@ -89,7 +86,7 @@ def _text(kind, kind_in_unicode, text):
                                                            text.encode("utf-16-le"))
 
 
-def _dir(modules):
+def dir_stream(modules, cache=_CACHE):
     library = b"*\\G{00020430-0000-0000-C000-000000000046}#2.0#0#stdole2.tlb#OLE Automation"
     reference = struct.pack("<I", len(library)) + library + bytes(6)
     parts = [_record(1, struct.pack("<I", 1)), _record(2, struct.pack("<I", 0x409)),
@@ -101,7 +98,7 @@ def _dir(modules):
              _record(0x0F, struct.pack("<H", len(modules))), _record(0x13, b"\xff\xff")]
     for module in modules:
         parts += [_text(0x19, 0x47, module.name), _text(0x1A, 0x32, module.name),
-                  _text(0x1C, 0x48, ""), _record(0x31, struct.pack("<I", len(module.cache()))),
+                  _text(0x1C, 0x48, ""), _record(0x31, struct.pack("<I", cache)),
                   _record(0x1E, bytes(4)), _record(0x2C, b"\xff\xff"),
                   _record(0x22 if module.base else 0x21), _record(0x2B)]
     return b"".join(parts) + _record(0x10)
@@ -136,12 +133,15 @@ def _names(modules):
                     + b"\0\0" for module in modules) + b"\0\0"
 
 
-def members(modules):
+def members(modules, is_compiled=True):
     """The members of a project's storage: names with bytes, or with members of their own."""
-    compiled = b"\xcc\x61\x79\x00\x00\x01\x00\xff" + bytes(range(200))
-    streams = {"dir": compress(_dir(modules)), "_VBA_PROJECT": compiled,
-               "__SRP_0": compiled * 3, "__SRP_1": compiled}
-    streams |= {module.name: module.stream() for module in modules}
+    cache = _CACHE if is_compiled else 0
+    streams = {"dir": compress(dir_stream(modules, cache)),
+               "_VBA_PROJECT": b"\xcc\x61\xff\xff\x00\x00\x00"}
+    if is_compiled:
+        compiled = b"\xcc\x61\x79\x00\x00\x01\x00\xff" + bytes(range(200))
+        streams |= {"_VBA_PROJECT": compiled, "__SRP_0": compiled * 3, "__SRP_1": compiled}
+    streams |= {module.name: module.stream(cache) for module in modules}
     return {"VBA": streams, "PROJECT": _project(modules), "PROJECTwm": _names(modules)}
 
 

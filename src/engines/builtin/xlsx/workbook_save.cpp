@@ -2,6 +2,7 @@
 #include "engines/builtin/edit/recalculation.h"
 #include "engines/builtin/xlsx/document_titles.h"
 #include "engines/builtin/xlsx/identity_patch.h"
+#include "engines/builtin/xlsx/macros/copy_macros.h"
 #include "engines/builtin/xlsx/package/package_edit.h"
 #include "engines/builtin/xlsx/package/part_errors.h"
 #include "engines/builtin/xlsx/part_references.h"
@@ -44,12 +45,15 @@ public:
     explicit Saving(const Workbook& workbook);
 
     void SaveTo(const std::filesystem::path& target) const { edit_.Save(target); }
+    /// What the saved workbook lacks.
+    const std::vector<util::Error>& Losses() const { return macros_.Losses(); }
 
 private:
     using Names = std::shared_ptr<const NamesOfOwner>;
 
     // computed from the current sheets
     std::vector<SavedSheet> SavedSheets() const;
+    std::vector<vba::SheetModule> SheetModules() const;
     std::vector<bool> SheetsToRecalculate() const;
     edit::SheetReads ReadsOf(const Sheet& sheet,
                              const std::map<const edit::Sheet*, std::size_t>& positions) const;
@@ -77,8 +81,9 @@ private:
 
     const Workbook& workbook_;
     const Package& package_;
-    const std::vector<Sheet*> sheets_;      // the current ones
-    const std::vector<SavedSheet> saved_;   // the same
+    const std::vector<Sheet*> sheets_;    // the current ones
+    const std::vector<SavedSheet> saved_; // the same
+    const CopyMacros macros_;
     const std::vector<bool> recalculate_;   // whether their stored results are left out
     const std::vector<TableChange> tables_; // of the template
     const Names workbookNames_;
@@ -91,14 +96,18 @@ private:
 
 void Workbook::SaveAs(const std::filesystem::path& target, book::AccessMode /*accessMode*/)
 {
-    builtin::WithErrorPath(package_.Path(), [&] { Saving(*this).SaveTo(target); });
+    builtin::WithErrorPath(package_.Path(), [&] {
+        const Saving saving(*this);
+        saving.SaveTo(target);
+        SetLosses(saving.Losses());
+    });
 }
 
 Workbook::Saving::Saving(const Workbook& workbook)
     : workbook_(workbook), package_(workbook.package_), sheets_(workbook.Sheets<Sheet>()),
-      saved_(SavedSheets()), recalculate_(SheetsToRecalculate()), tables_(ChangedTables()),
-      workbookNames_(NamesSeenBy(nullptr)), names_(NamesOfSheets()), links_(workbook.links_),
-      edit_(workbook.package_)
+      saved_(SavedSheets()), macros_(package_, SheetModules()), recalculate_(SheetsToRecalculate()),
+      tables_(ChangedTables()), workbookNames_(NamesSeenBy(nullptr)), names_(NamesOfSheets()),
+      links_(workbook.links_), edit_(workbook.package_)
 {
     PutCopies();
     PutSheets();
@@ -106,6 +115,7 @@ Workbook::Saving::Saving(const Workbook& workbook)
     PutSharedStrings();
     PutWorkbookPart();
     PutTitles();
+    macros_.Put(edit_);
     DropCalculationChain();
     PutLinks();
 }
@@ -117,6 +127,18 @@ std::vector<SavedSheet> Workbook::Saving::SavedSheets() const
         saved.push_back({sheet->CurrentName(), sheet->Origin(), sheet->IsCopy(), sheet->sheetId_,
                          sheet->relationshipId_, sheet->ofWorkbook_});
     return saved;
+}
+
+std::vector<vba::SheetModule> Workbook::Saving::SheetModules() const
+{
+    std::vector<vba::SheetModule> modules;
+    if (!workbook_.HasCopies())
+        return modules;
+    for (const Sheet* sheet : sheets_) {
+        const SheetText* const text = sheet->ReadableText();
+        modules.push_back({text ? text->CodeName() : std::string(), sheet->IsCopy()});
+    }
+    return modules;
 }
 
 // Decided for whole sheets, not for single cells: a sheet is computed again if it was written or if
@@ -215,13 +237,15 @@ TextPatch Workbook::Saving::PatchOf(std::size_t position) const
     else if (recalculate_[position])
         patch.Add(SheetCells(sheet.Text()).Patch(true, rename));
     patch.Add(SelectionPatch(sheet));
-    if (sheet.IsCopy())
+    if (sheet.IsCopy()) {
+        patch.Add(text.SetCodeName(macros_.CodeNameOf(position)));
         patch.Add(ApplyIdentity(text, sheet.copy_->identity));
+    }
     return patch;
 }
 
 // An entry into several selected sheets would go into all of them, so beside copies only the active
-// sheet stays selected. A code name belongs to one module of the macros.
+// sheet stays selected.
 TextPatch Workbook::Saving::SelectionPatch(const Sheet& sheet) const
 {
     const auto& text = *sheet.Text();
@@ -229,8 +253,6 @@ TextPatch Workbook::Saving::SelectionPatch(const Sheet& sheet) const
     const bool active = !sheet.IsCopy() && sheet.Origin() == workbook_.part_->ActiveSheet();
     if (workbook_.HasCopies())
         patch.Add(text.SelectTab(active));
-    if (const auto& codeName = text.CodeName(); codeName && sheet.IsCopy())
-        patch.Remove(codeName->begin, codeName->end);
     return patch;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/builtin/xlsx/workbook.h"
+#include "util/error.h"
 #include "util/scratch_folder.h"
 #include "xlsx/built_book.h"
 #include "xlsx/saved_package.h"
@@ -40,6 +41,7 @@ protected:
         model.Next()->CopyAfter(*model.Next());
         model.Next()->Next()->SetName("March");
         workbook.SaveAs(folder_ / "saved.xlsx", book::AccessMode::NoChange);
+        losses = workbook.Losses();
         return SavedPackage(folder_ / "saved.xlsx");
     }
 
@@ -79,6 +81,7 @@ protected:
     }
 
     BuiltBook book;
+    std::vector<util::Error> losses; ///< of the last save
 
 private:
     testing_support::ScratchFolder folder_;

@@ -88,8 +88,11 @@ void SheetText::ReadPart(xml::Scanner& scanner)
 
 void SheetText::ReadProperties(xml::Scanner& scanner)
 {
-    if (const auto codeName = scanner.Attribute("codeName"))
-        codeName_ = xml::TextRange{codeName->begin, codeName->end};
+    if (const auto codeName = scanner.Attribute("codeName")) {
+        std::string decoded;
+        codeName_ = codeName->Value(decoded);
+        codeNamePlace_ = xml::TextRange{codeName->begin, codeName->end};
+    }
     scanner.SkipElement();
 }
 
@@ -133,6 +136,18 @@ void SheetText::CollectArrays()
         if (array.kind == ArrayFormula::Kind::Fixed)
             ranges.push_back(array.range);
     fixedArrays_ = RangeIndex(std::move(ranges));
+}
+
+TextPatch SheetText::SetCodeName(const std::optional<std::string>& name) const
+{
+    TextPatch patch;
+    if (!codeNamePlace_)
+        return patch;
+    std::string attribute;
+    if (name)
+        attribute = " codeName=\"" + xml::EncodeAttribute(*name) + '"';
+    patch.Replace(codeNamePlace_->begin, codeNamePlace_->end, std::move(attribute));
+    return patch;
 }
 
 TextPatch SheetText::SelectTab(bool selected) const

@@ -47,8 +47,10 @@ public:
     const FormulaFacts& Facts() const { return index_.facts; }
     bool HasFormulas() const { return index_.hasFormulas; }
 
-    /// The sheet's codeName attribute with the blank before it, so that both can be cut out.
-    const std::optional<xml::TextRange>& CodeName() const { return codeName_; }
+    /// The name of the sheet's module of the macros.
+    const std::string& CodeName() const { return codeName_; }
+    /// The replacement that gives a copy a code name of its own, or takes it away.
+    TextPatch SetCodeName(const std::optional<std::string>& name) const;
     /// The replacements that select the sheet, or deselect it, in every view.
     TextPatch SelectTab(bool selected) const;
 
@@ -93,7 +95,8 @@ private:
     std::optional<StartTag> sheetData_;
     std::size_t sheetDataEnd_ = 0;
     std::optional<xml::TextRange> dimension_;
-    std::optional<xml::TextRange> codeName_;
+    std::string codeName_;
+    std::optional<xml::TextRange> codeNamePlace_; // of the attribute with the blank before it
     std::vector<StartTag> views_;
     std::vector<ColumnFormat> columns_; // by first column
     RangeIndex merges_;

@@ -125,7 +125,7 @@ TEST(SheetText, TakesSheetsWithoutCells)
     const auto sheet =
         ReadSheet(R"(<chartsheet xmlns="u"><sheetPr codeName="Chart1"/></chartsheet>)");
     EXPECT_FALSE(sheet->HasCells());
-    EXPECT_EQ(PieceOf(*sheet, sheet->CodeName()), " codeName=\"Chart1\"");
+    EXPECT_EQ(sheet->CodeName(), "Chart1");
     EXPECT_TRUE(SheetCells(sheet).Patch(true).Empty());
     EXPECT_THROW(SheetCells(sheet).CheckWritable(1, 1, Styles("", "")), util::Error);
 }
@@ -135,12 +135,27 @@ TEST(SheetText, FindsPropertiesOfTheSheet)
     const auto sheet = ReadSheet(
         WorksheetXml(R"(<sheetPr filterMode="1" codeName='Sheet&amp;'><pageSetUpPr/></sheetPr>)"
                      R"(<dimension ref="A1:B2"/><sheetData/>)"));
-    EXPECT_EQ(PieceOf(*sheet, sheet->CodeName()), " codeName='Sheet&amp;'");
+    EXPECT_EQ(sheet->CodeName(), "Sheet&");
     EXPECT_EQ(PieceOf(*sheet, sheet->Dimension()), "A1:B2");
     EXPECT_FALSE(sheet->HasFormulas());
     const auto bare = ReadSheet(WorksheetXml("<sheetData/>"));
-    EXPECT_EQ(PieceOf(*bare, bare->CodeName()), "nothing");
+    EXPECT_EQ(bare->CodeName(), "");
     EXPECT_EQ(PieceOf(*bare, bare->Dimension()), "nothing");
+}
+
+TEST(SheetText, GivesACopyACodeNameOrTakesItAway)
+{
+    const auto with = [](const std::string& properties, const std::optional<std::string>& name) {
+        const auto sheet = ReadSheet(WorksheetXml(properties + "<sheetData/>"));
+        return sheet->SetCodeName(name).Apply(sheet->Xml());
+    };
+    const auto plain = [](const std::string& properties) {
+        return WorksheetXml(properties + "<sheetData/>");
+    };
+    const std::string named = "<sheetPr codeName='Sheet1' filterMode='1'/>";
+    EXPECT_EQ(with(named, std::nullopt), plain("<sheetPr filterMode='1'/>"));
+    EXPECT_EQ(with(named, "Sheet<2"), plain("<sheetPr codeName=\"Sheet&lt;2\" filterMode='1'/>"));
+    EXPECT_EQ(with("<sheetPr/>", "Sheet2"), plain("<sheetPr/>")) << "the model has none";
 }
 
 TEST(SheetText, CollectsWhatFormulasRead)

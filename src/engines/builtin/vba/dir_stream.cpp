@@ -89,6 +89,8 @@ template <class Ids> bool Has(const Ids& ids, Id id)
 
 constexpr std::size_t kHead = 6;        ///< the bytes of a record's id and size
 constexpr std::size_t kVersionSize = 6; ///< of that record, whatever its size says
+/// Bytes, in either encoding: more than any name has, and short enough to be shown.
+constexpr std::size_t kLongestName = 512;
 
 [[noreturn]] void ThrowUnknownRecord()
 {
@@ -207,6 +209,8 @@ private:
         places.record.end = at_;
         if (places.stream.begin == 0 || places.offset.begin == 0)
             ThrowUnknownRecord();
+        if (In(places.name).size() > kLongestName || In(places.nameInUnicode).size() > kLongestName)
+            ThrowDamaged("the name of a module is too long");
         found.name = {TextOf(places.name, places.nameInUnicode), std::string(In(places.name))};
         found.stream = TextOf(places.stream, places.streamInUnicode);
         dir_.modules_.push_back(std::move(found));

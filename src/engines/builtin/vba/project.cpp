@@ -4,6 +4,7 @@
 #include "engines/builtin/vba/module_source.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/common/sheet_names.h"
+#include "util/sentence.h"
 #include "util/text.h"
 #include "util/unicode.h"
 
@@ -15,12 +16,14 @@ namespace orrery::vba {
 namespace {
 
 using engines::FoldCase;
+using util::Quoted;
+using util::QuotedOr;
 using xls::CompoundFile;
 using xls::EntryId;
 using xls::ThrowDamaged;
 
-/// The limit of the code of a module: many times the 65,534 lines that it may have.
-constexpr std::size_t kMaxSource = std::size_t{16} << 20U;
+/// The limit of the code of a module, and of the list of modules: 65,534 lines of 64 characters.
+constexpr std::size_t kMaxSource = std::size_t{4} << 20U;
 /// The same for all modules together, and for any stream.
 constexpr std::size_t kMaxProject = std::size_t{64} << 20U;
 constexpr std::size_t kMaxName = 31; ///< units of a module's name, and of a stream's
@@ -34,16 +37,16 @@ EntryId FindMember(const CompoundFile& file, EntryId storage, const std::string&
 {
     const auto member = file.Find(name, storage);
     if (!member)
-        ThrowDamaged('"' + name + "\" is missing");
+        ThrowDamaged(Quoted(name) + " is missing");
     return *member;
 }
 
 void CheckStream(const CompoundFile& file, EntryId entry, const std::string& name)
 {
     if (!file.Entry(entry).IsStream())
-        ThrowDamaged('"' + name + "\" is no stream");
+        ThrowDamaged(QuotedOr(name, "a module") + " is no stream");
     if (file.Entry(entry).size > kMaxProject)
-        ThrowDamaged('"' + name + "\" is too large");
+        ThrowDamaged(QuotedOr(name, "a module") + " is too large");
 }
 
 EntryId FindStream(const CompoundFile& file, EntryId storage, const std::string& name)
@@ -140,7 +143,7 @@ EntryId Project::StreamOf(const Module& listed)
 {
     const auto found = members_.find(util::ToUtf16(listed.stream));
     if (found == members_.end())
-        ThrowDamaged("the module \"" + listed.name.text + "\" is missing");
+        ThrowDamaged(QuotedOr(listed.name.text, "a module") + " is missing");
     CheckStream(file_, found->second, listed.name.text);
     return found->second;
 }

@@ -51,6 +51,7 @@ void ProjectText::AddDocument(std::string_view model, std::string_view copy)
 {
     bool isListed = false;
     bool isWorkspace = false;
+    bool hasWindow = false;
     for (std::size_t at = 0; at < text_.size();) {
         const Line line = LineAt(at);
         at = line.next;
@@ -60,8 +61,9 @@ void ProjectText::AddDocument(std::string_view model, std::string_view copy)
             InsertBehind(line, std::string(kDocument) + std::string(copy) + "/&H00000000");
             isListed = true;
         }
-        else if (isWorkspace && IsEntry(line.text, {}, model, '=')) {
+        else if (isWorkspace && !hasWindow && IsEntry(line.text, {}, model, '=')) {
             InsertBehind(line, std::string(copy) + "=0, 0, 0, 0, C");
+            hasWindow = true;
         }
     }
     if (!isListed)

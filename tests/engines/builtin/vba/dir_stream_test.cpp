@@ -144,6 +144,13 @@ TEST(DirStreamTest, RefusesWhatItDoesNotKnow)
     EXPECT_EQ(CauseOf(DirOf(kModules) + '\0'), kUnknown) << "behind its end";
 }
 
+TEST(DirStreamTest, RefusesEndlessNames)
+{
+    EXPECT_EQ(CauseOf(DirOf(std::vector<BuiltModule>{{std::string(256, 'n')}})), std::nullopt);
+    EXPECT_EQ(CauseOf(DirOf(std::vector<BuiltModule>{{std::string(257, 'n')}})),
+              "the name of a module is too long");
+}
+
 TEST(DirStreamTest, RefusesAnotherNumberOfModules)
 {
     const std::string count = DirRecord(0x0F, U16(3));

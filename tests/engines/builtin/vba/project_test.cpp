@@ -309,9 +309,9 @@ TEST(ProjectTest, RefusesNamesThatMeanSomethingElse)
 
 TEST(ProjectTest, RefusesCodeBeyondTheLimits)
 {
-    // 4 KiB become 16 MiB: each chunk is one byte and its repetition.
+    // 6 bytes become 4 KiB: a chunk is one byte and its repetition.
     std::string container = "\x01";
-    for (int chunk = 0; chunk < 4097; ++chunk)
+    for (int chunk = 0; chunk < 1025; ++chunk)
         container += std::string("\x03\xB0\x02\x61\xFC\x0F", 6);
     EXPECT_EQ(Refusal(WithStream(u"Module1", std::string(50, 'c') + container)),
               "their code is too large");

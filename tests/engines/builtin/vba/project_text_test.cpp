@@ -45,6 +45,13 @@ TEST(ProjectTextTest, WindowsNeedNotBeListed)
               "Document=Sheet1/&H0\r\nDocument=Sheet2/&H00000000\r\n[Workspace]\r\nOther=0\r\n");
 }
 
+TEST(ProjectTextTest, AModelThatIsListedTwiceHasOneCopy)
+{
+    EXPECT_EQ(WithDocument("Document=S/&H0\nDocument=S/&H0\n[Workspace]\nS=0\nS=0\n", "S", "T"),
+              "Document=S/&H0\nDocument=T/&H00000000\nDocument=S/&H0\n[Workspace]\nS=0\n"
+              "T=0, 0, 0, 0, C\nS=0\n");
+}
+
 TEST(ProjectTextTest, LinesEndAsTheyDid)
 {
     EXPECT_EQ(WithDocument("Document=S1/&H0\n\rName=1\n\r", "S1", "S2"),

@@ -90,6 +90,8 @@ _WRONG = {
     "control": lambda: _say("The sheet \x1b[31m is damaged.\n", 1),
     "not-utf-8": lambda: _say(b"The sheet \xff is damaged.\n", 1),
     "speaks-with-success": lambda: _say_and_save("Something.\n", 0),
+    "warns": lambda: _say_and_save('Warning: "a.xls" has signed macros.\n', 0),
+    "warns-of-nothing": lambda: _say_and_save("Warning: 12\n", 0),
     "out-of-memory": lambda: _say("Out of memory.\n", 1),
     "no-output": lambda: None,
     "output-after-failure": lambda: _say_and_save(

@@ -121,7 +121,8 @@ def _inner_line(ended):
 
 
 def message_failures(ended):
-    """With 1 there is at least one sentence; every line is one, and nothing but sentences."""
+    """With 1 there is at least one sentence; every line is one, and nothing but sentences. With 0
+    there are warnings alone."""
     try:
         text = ended.stderr.decode("utf-8")
     except UnicodeDecodeError:
@@ -130,7 +131,8 @@ def message_failures(ended):
     lines = text.split("\n")
     if ended.code == 1 and not text.strip():
         yield Failure("no sentence", "exit code 1, and nothing is said")
-    if ended.code == 0 and text.strip():
+    if ended.code == 0 and any(line and not (line.startswith("Warning: ") and line.endswith("."))
+                               for line in lines):
         yield Failure("message with success", text[:300])
     if ended.code == 1 and any(line and not line.endswith((".", "!")) for line in lines):
         yield Failure("no sentence", text[:300])

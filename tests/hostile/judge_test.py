@@ -39,6 +39,8 @@ _EXPECTED = (
     ("control", ["control characters in a message"]),
     ("not-utf-8", ["message is not UTF-8"]),
     ("speaks-with-success", ["message with success"]),
+    ("warns", []),
+    ("warns-of-nothing", ["message with success"]),
     ("out-of-memory", ["message speaks of Out of memory"]),
     ("no-output", ["no output"]),
     ("output-after-failure", ["output after a failure"]),

@@ -132,9 +132,10 @@ class XlsMacros(MacrosProgram):
         self.assertEqual(names, ["Sheet1", *[None] * 11, "Sheet2"])
 
     def test_a_project_without_code_on_the_sheet_is_not_touched(self):
-        (self.home / "macros.ini").write_text(
-            "[Monthly Calendar]\nOutput=Y\nSheetName=Year\nFirstCellOfDay=B5\nOutHoliday=N\n"
-            "[Yearly Calendar]\nOutput=N\n")
+        parameters = self.home / "macros.ini"
+        monthly = parameters.read_text().partition("[Yearly Calendar]")[0]
+        parameters.write_text(monthly.replace("SheetName=Month", "SheetName=Year")
+                              + "[Yearly Calendar]\nOutput=N\n")
         result, path = self.make()
         self.assertEqual(result.stderr, "")
         before, after = (xls_compound.CompoundFile(each) for each in (self.template, path))

@@ -66,7 +66,7 @@ Instance StartInstance(const CLSID& classId, book::Patience* patience)
     FailToStart(code);
 }
 
-std::unique_ptr<ExcelApplication> Start(StartOptions options)
+std::unique_ptr<ExcelApplication> Start(const StartOptions& options)
 {
     const Apartment apartment;
     const auto classId = FindClass(apartment);
@@ -76,7 +76,7 @@ std::unique_ptr<ExcelApplication> Start(StartOptions options)
         CheckPathLength(file);
     book::Patience* const patience = options.patience;
     return std::make_unique<ExcelApplication>([&] { return StartInstance(*classId, patience); },
-                                              std::make_unique<SystemClock>(), std::move(options));
+                                              std::make_unique<SystemClock>(), options);
 }
 
 } // namespace
@@ -86,14 +86,14 @@ bool IsInstalled()
     return FindClass(Apartment()).has_value();
 }
 
-std::unique_ptr<book::Application> CreateApplication(StartOptions options)
+std::unique_ptr<book::Application> CreateApplication(const StartOptions& options)
 {
-    return Start(std::move(options));
+    return Start(options);
 }
 
-std::unique_ptr<book::PdfPrinter> CreatePdfPrinter(StartOptions options)
+std::unique_ptr<book::PdfPrinter> CreatePdfPrinter(const StartOptions& options)
 {
-    return std::make_unique<ExcelPdfPrinter>(Start(std::move(options)));
+    return std::make_unique<ExcelPdfPrinter>(Start(options));
 }
 
 } // namespace orrery::excel

@@ -16,9 +16,9 @@ bool IsInstalled();
 /// goes on running after it was made visible; otherwise it ends with the object. Throws
 /// Error(EngineMissing) if there is no Excel, Error(PathTooLong) before it is started if it cannot
 /// open or save one of the files, Error(ApplicationFailure) if it does not start.
-std::unique_ptr<book::Application> CreateApplication(StartOptions options = {});
+std::unique_ptr<book::Application> CreateApplication(const StartOptions& options = {});
 
 /// Starts an instance that makes PDF files and is never shown. Throws as `CreateApplication`.
-std::unique_ptr<book::PdfPrinter> CreatePdfPrinter(StartOptions options = {});
+std::unique_ptr<book::PdfPrinter> CreatePdfPrinter(const StartOptions& options = {});
 
 } // namespace orrery::excel

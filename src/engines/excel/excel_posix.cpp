@@ -9,12 +9,12 @@ bool IsInstalled()
     return false; // Excel can only be reached on Windows
 }
 
-std::unique_ptr<book::Application> CreateApplication(StartOptions /*options*/)
+std::unique_ptr<book::Application> CreateApplication(const StartOptions& /*options*/)
 {
     throw Error(book::ErrorKind::EngineMissing, "excel");
 }
 
-std::unique_ptr<book::PdfPrinter> CreatePdfPrinter(StartOptions /*options*/)
+std::unique_ptr<book::PdfPrinter> CreatePdfPrinter(const StartOptions& /*options*/)
 {
     throw Error(book::ErrorKind::EngineMissing, "excel");
 }

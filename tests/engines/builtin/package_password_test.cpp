@@ -68,7 +68,7 @@ TEST(OpensPackageOtherTest, RefusesUnknownMethods)
     EXPECT_FALSE(OpensPackage(info, kDefaultWord));
     info = InfoOf("agile");
     info.replace(info.find("<p:encryptedKey"), 0, "<!--");
-    info.replace(info.find("</keyEncryptors>"), 0, "-->");
+    info.replace(info.find("</keyEncryptor>"), 0, "-->");
     EXPECT_FALSE(OpensPackage(info, kDefaultWord)) << "no password opens it";
     info = InfoOf("agile");
     const auto digest = info.rfind("SHA512");

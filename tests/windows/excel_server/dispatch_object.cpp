@@ -220,6 +220,7 @@ void DispatchObject::ApplyFault(const std::string& member, const std::string& li
         return;
     case FaultKind::Show:
         ShowMainWindow();
+        server_.lifetime.SetVisible(true); // its user sees it
         server_.log.Write("A main window appears");
         return;
     case FaultKind::Hang:

@@ -83,8 +83,10 @@ public:
         : output_(std::move(output))
     {
         SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-        const HANDLE file = CreateFileW(output_.c_str(), GENERIC_WRITE, 0, &inherited,
-                                        CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        // The program's console, which outlives it for a moment, may hold the file, too.
+        const HANDLE file =
+            CreateFileW(output_.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                        &inherited, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
         STARTUPINFOW startup = {};
         startup.cb = sizeof startup;
         startup.dwFlags = STARTF_USESTDHANDLES;

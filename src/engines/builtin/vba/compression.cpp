@@ -10,7 +10,7 @@
 namespace orrery::vba {
 namespace {
 
-constexpr char kSignature = 1;
+constexpr char kContainerSignature = 1;
 constexpr std::size_t kChunk = 4096; ///< bytes that a chunk holds
 constexpr std::size_t kChunkHeader = 2;
 constexpr unsigned kCompressed = 0x8000; ///< in the header of a chunk
@@ -185,7 +185,7 @@ void AppendChunk(std::string_view chunk, std::string& container)
 
 std::string Decompress(std::string_view container, std::size_t most)
 {
-    if (!container.starts_with(kSignature))
+    if (!container.starts_with(kContainerSignature))
         ThrowBadCompression();
     std::string bytes;
     for (std::size_t at = 1; at < container.size();) {
@@ -211,7 +211,7 @@ std::string Decompress(std::string_view container, std::size_t most)
 
 std::string Compress(std::string_view bytes)
 {
-    std::string container(1, kSignature);
+    std::string container(1, kContainerSignature);
     for (std::size_t at = 0; at < bytes.size(); at += kChunk)
         AppendChunk(bytes.substr(at, kChunk), container);
     return container;

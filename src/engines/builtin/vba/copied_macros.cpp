@@ -19,8 +19,7 @@ CopiedMacros::CopiedMacros(const xls::CompoundFile& file, xls::EntryId storage,
     : codeNames_(sheets.size())
 {
     try {
-        project_.emplace(file, storage);
-        AddModules(sheets);
+        AddModules(project_.emplace(file, storage), sheets);
     }
     catch (const util::Error& error) {
         loss_ = MacrosNotCopied(error);
@@ -31,17 +30,17 @@ CopiedMacros::CopiedMacros(const xls::CompoundFile& file, xls::EntryId storage,
         project_.reset();
 }
 
-void CopiedMacros::AddModules(const std::vector<SheetModule>& sheets)
+void CopiedMacros::AddModules(Project& project, const std::vector<SheetModule>& sheets)
 {
     std::map<std::string, bool> haveCode; // by code name
     for (const SheetModule& sheet : sheets) {
-        project_->Reserve(sheet.codeName);
+        project.Reserve(sheet.codeName);
         if (sheet.isCopy && !haveCode.contains(sheet.codeName))
-            haveCode.emplace(sheet.codeName, project_->HasCode(sheet.codeName));
+            haveCode.emplace(sheet.codeName, project.HasCode(sheet.codeName));
     }
     for (std::size_t i = 0; i < sheets.size(); ++i) {
         if (sheets[i].isCopy && haveCode.at(sheets[i].codeName))
-            codeNames_[i] = project_->AddCopy(sheets[i].codeName);
+            codeNames_[i] = project.AddCopy(sheets[i].codeName);
     }
 }
 

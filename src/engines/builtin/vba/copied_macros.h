@@ -40,7 +40,7 @@ public:
     const std::optional<util::Error>& Loss() const { return loss_; }
 
 private:
-    void AddModules(const std::vector<SheetModule>& sheets);
+    void AddModules(Project& project, const std::vector<SheetModule>& sheets);
 
     std::optional<Project> project_;
     std::vector<std::string> codeNames_; ///< by position

@@ -10,12 +10,9 @@
 #include <utility>
 
 namespace orrery::vba {
-namespace {
 
-using xls::ThrowDamaged;
-
-// The records of the stream. [MS-OVBA] 2.3.4.2
-enum class Id : std::uint16_t {
+/// The records of the stream. [MS-OVBA] 2.3.4.2
+enum class RecordId : std::uint16_t {
     System = 0x0001,
     Locale = 0x0002,
     CodePage = 0x0003,
@@ -57,32 +54,36 @@ enum class Id : std::uint16_t {
     CompatibleVersion = 0x004A,
 };
 
-// Those that stay as they are.
-constexpr auto kOfProject = std::to_array<Id>({Id::System,
-                                               Id::Locale,
-                                               Id::CodePage,
-                                               Id::Description,
-                                               Id::HelpFile,
-                                               Id::ProjectHelp,
-                                               Id::LibraryFlags,
-                                               Id::Version,
-                                               Id::Constants,
-                                               Id::ReferenceRegistered,
-                                               Id::ReferenceProject,
-                                               Id::InvokeLocale,
-                                               Id::ReferenceControl,
-                                               Id::ReferenceExtended,
-                                               Id::ReferenceOriginal,
-                                               Id::ConstantsInUnicode,
-                                               Id::HelpFileAgain,
-                                               Id::ReferenceNameInUnicode,
-                                               Id::DescriptionInUnicode,
-                                               Id::CompatibleVersion});
-constexpr auto kOfModule =
-    std::to_array<Id>({Id::Procedural, Id::ModuleDescription, Id::ModuleDescriptionInUnicode,
-                       Id::ModuleHelp, Id::ModuleCookie, Id::ReadOnly, Id::Private});
+namespace {
 
-template <class Ids> bool Has(const Ids& ids, Id id)
+using xls::ThrowDamaged;
+
+// Those that stay as they are.
+constexpr auto kOfProject = std::to_array<RecordId>({RecordId::System,
+                                                     RecordId::Locale,
+                                                     RecordId::CodePage,
+                                                     RecordId::Description,
+                                                     RecordId::HelpFile,
+                                                     RecordId::ProjectHelp,
+                                                     RecordId::LibraryFlags,
+                                                     RecordId::Version,
+                                                     RecordId::Constants,
+                                                     RecordId::ReferenceRegistered,
+                                                     RecordId::ReferenceProject,
+                                                     RecordId::InvokeLocale,
+                                                     RecordId::ReferenceControl,
+                                                     RecordId::ReferenceExtended,
+                                                     RecordId::ReferenceOriginal,
+                                                     RecordId::ConstantsInUnicode,
+                                                     RecordId::HelpFileAgain,
+                                                     RecordId::ReferenceNameInUnicode,
+                                                     RecordId::DescriptionInUnicode,
+                                                     RecordId::CompatibleVersion});
+constexpr auto kOfModule = std::to_array<RecordId>(
+    {RecordId::Procedural, RecordId::ModuleDescription, RecordId::ModuleDescriptionInUnicode,
+     RecordId::ModuleHelp, RecordId::ModuleCookie, RecordId::ReadOnly, RecordId::Private});
+
+template <class Ids> bool Has(const Ids& ids, RecordId id)
 {
     return std::find(ids.begin(), ids.end(), id) != ids.end();
 }
@@ -145,19 +146,19 @@ public:
     {
         const std::size_t count = ReadProject();
         Record record = Next();
-        if (record.id == Id::Cookie)
+        if (record.id == RecordId::Cookie)
             record = Next();
         for (std::size_t i = 0; i < count; ++i) {
             ReadModule(record);
             record = Next();
         }
-        if (record.id != Id::End || at_ != bytes_.size())
+        if (record.id != RecordId::End || at_ != bytes_.size())
             ThrowUnknownRecord();
     }
 
 private:
     struct Record {
-        Id id{};
+        RecordId id{};
         std::size_t begin = 0;
         Range data;
     };
@@ -166,9 +167,9 @@ private:
     {
         Record record;
         record.begin = at_;
-        record.id = static_cast<Id>(xls::ReadU16(bytes_, at_));
+        record.id = static_cast<RecordId>(xls::ReadU16(bytes_, at_));
         const std::size_t size =
-            record.id == Id::Version ? kVersionSize : xls::ReadU32(bytes_, at_ + 2);
+            record.id == RecordId::Version ? kVersionSize : xls::ReadU32(bytes_, at_ + 2);
         xls::Slice(bytes_, at_ + kHead, size);
         record.data = {at_ + kHead, at_ + kHead + size};
         at_ = record.data.end;
@@ -184,11 +185,11 @@ private:
     std::size_t ReadProject()
     {
         for (Record record = Next();; record = Next()) {
-            if (record.id == Id::Modules) {
+            if (record.id == RecordId::Modules) {
                 dir_.count_ = record.data;
                 return xls::ReadU16(In(record.data), 0);
             }
-            if (record.id == Id::ProjectName || record.id == Id::ReferenceName)
+            if (record.id == RecordId::ProjectName || record.id == RecordId::ReferenceName)
                 dir_.otherNames_.emplace_back(In(record.data));
             else if (!Has(kOfProject, record.id))
                 ThrowUnknownRecord();
@@ -197,12 +198,12 @@ private:
 
     void ReadModule(Record record)
     {
-        if (record.id != Id::ModuleName)
+        if (record.id != RecordId::ModuleName)
             ThrowUnknownRecord();
         Module found;
         Places places;
         places.record.begin = record.begin;
-        while (record.id != Id::ModuleEnd) {
+        while (record.id != RecordId::ModuleEnd) {
             ReadField(record, found, places);
             record = Next();
         }
@@ -227,23 +228,23 @@ private:
     void ReadField(const Record& record, Module& found, Places& places) const
     {
         switch (record.id) {
-        case Id::ModuleName:
+        case RecordId::ModuleName:
             Set(places.name, record.data);
             break;
-        case Id::ModuleNameInUnicode:
+        case RecordId::ModuleNameInUnicode:
             Set(places.nameInUnicode, record.data);
             break;
-        case Id::StreamName:
+        case RecordId::StreamName:
             Set(places.stream, record.data);
             break;
-        case Id::StreamNameInUnicode:
+        case RecordId::StreamNameInUnicode:
             Set(places.streamInUnicode, record.data);
             break;
-        case Id::Offset:
+        case RecordId::Offset:
             Set(places.offset, record.data);
             found.offset = xls::ReadU32(In(record.data), 0);
             break;
-        case Id::Document:
+        case RecordId::Document:
             found.isDocument = true;
             break;
         default:

@@ -238,7 +238,7 @@ void Project::WriteTo(xls::CompoundWriter& writer) const
     writer.ReplaceStream(cacheStream_, std::string(kNoCache));
     writer.ReplaceStream(dirStream_, Compress(dir_.Bytes()));
     writer.ReplaceStream(textStream_, text_.Bytes());
-    if (names_)
+    if (names_ && namesStream_)
         writer.ReplaceStream(*namesStream_, names_->Bytes());
     for (const Copy& copy : copies_)
         writer.AddStream(storage_, copy.stream, copy.source);

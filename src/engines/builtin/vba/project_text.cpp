@@ -70,7 +70,7 @@ void ProjectText::AddDocument(std::string_view model, std::string_view copy)
         xls::ThrowDamaged("\"PROJECT\" does not list the module of the sheet");
 }
 
-ProjectNames::ProjectNames(std::string bytes) : bytes_(std::move(bytes)), end_(0)
+ProjectNames::ProjectNames(std::string bytes) : bytes_(std::move(bytes))
 {
     while (xls::ReadU8(bytes_, end_) != 0) {
         end_ = bytes_.find('\0', end_);

@@ -46,7 +46,7 @@ public:
 
 private:
     std::string bytes_;
-    std::size_t end_; ///< of the names
+    std::size_t end_ = 0; ///< of the names
 };
 
 } // namespace orrery::vba

@@ -13,7 +13,7 @@
 namespace orrery::vba {
 namespace {
 
-constexpr std::uint32_t kSignature = 0x18; // GKPIDDSI_DIGSIG
+constexpr std::uint32_t kSignatureProperty = 0x18; // GKPIDDSI_DIGSIG
 constexpr std::string_view
     kDocumentSummary("\x02\xD5\xCD\xD5\x9C\x2E\x1B\x10\x93\x97\x08\x00\x2B\x2C\xF9\xAE", 16);
 
@@ -69,7 +69,7 @@ void Put(builtin::TextPatch& patch, std::size_t at, std::size_t value)
 {
     std::string bytes;
     xls::AppendU32(bytes, static_cast<std::uint32_t>(value));
-    patch.Replace(at, at + bytes.size(), std::move(bytes));
+    patch.Replace(at, at + sizeof(std::uint32_t), std::move(bytes));
 }
 
 /// Takes a property out of its set. Returns the bytes that go.
@@ -117,8 +117,9 @@ std::optional<std::string> RemoveSignature(std::string_view stream)
     if (which == offsets.size())
         return std::nullopt;
     const PropertySet set = ReadSet(stream, offsets[which]);
-    const auto signature = std::find_if(set.properties.begin(), set.properties.end(),
-                                        [](const Property& each) { return each.id == kSignature; });
+    const auto signature =
+        std::find_if(set.properties.begin(), set.properties.end(),
+                     [](const Property& each) { return each.id == kSignatureProperty; });
     if (signature == set.properties.end())
         return std::nullopt;
     builtin::TextPatch patch;

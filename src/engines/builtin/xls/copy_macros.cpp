@@ -37,10 +37,10 @@ CopyMacros::CopyMacros(const CompoundFile& file, const std::vector<TemplateSheet
     const auto modules = ModulesOf(originals, sheets);
     if (!vba::MayNeedModules(modules))
         return;
-    macros_.emplace(file, *storage, modules);
-    if (macros_->Loss())
-        losses_.push_back(*macros_->Loss());
-    if (macros_->IsChanged())
+    const vba::CopiedMacros& macros = macros_.emplace(file, *storage, modules);
+    if (const auto& loss = macros.Loss())
+        losses_.push_back(*loss);
+    if (macros.IsChanged())
         RemoveSignature(file);
 }
 

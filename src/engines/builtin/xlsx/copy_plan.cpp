@@ -215,8 +215,9 @@ Relationships PlannedRelationships(const PlannedPart& part)
     auto& all = relationships.Change();
     for (const auto& [index, target] : part.targets)
         all[index].Target = target;
-    for (auto index = part.dropped.rbegin(); index != part.dropped.rend(); ++index)
-        all.erase(all.begin() + static_cast<std::ptrdiff_t>(*index));
+    std::for_each(part.dropped.rbegin(), part.dropped.rend(), [&](std::size_t index) {
+        all.erase(all.begin() + static_cast<std::ptrdiff_t>(index));
+    });
     return relationships;
 }
 

@@ -68,7 +68,8 @@ private:
     void GiveShapeBlocks(const std::vector<std::string>& ownedParts, CopyIdentity& identity);
 
     const Package& package_;
-    std::unordered_set<std::string> taken_; // names of tables, slicers and the workbook, by FoldCase
+    /// Names of tables, slicers and the workbook, by FoldCase.
+    std::unordered_set<std::string> taken_;
     std::unordered_map<std::string, unsigned> numbers_; // the next number to try for such a name
     std::uint32_t lastTableId_ = 0;
     std::uint32_t copies_ = 0;

@@ -61,6 +61,7 @@ SheetCopier::CopyOnce(const std::string& model, const SheetIdentities& identitie
     auto owned = OwnedParts(package_, model);
     const auto caches = CachesOf(owned, ids.model);
     std::vector<std::string> ofWorkbook;
+    ofWorkbook.reserve(caches.size());
     for (const SlicerCache& cache : caches)
         ofWorkbook.push_back(cache.part);
     copy->plan = PlanCopy(package_, model, ofWorkbook, names_);

@@ -44,7 +44,7 @@ class DeflateStream;
 class SharedText {
 public:
     /// Large enough to compress as well as the whole, but for a hundredth.
-    static constexpr std::size_t kChunk = std::size_t{1} << 18U;
+    static constexpr std::size_t kChunk = std::size_t{1} << 19U;
 
     explicit SharedText(std::string_view text) : text_(text), chunks_(text.size() / kChunk) {}
 

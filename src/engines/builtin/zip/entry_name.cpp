@@ -11,7 +11,6 @@
 namespace orrery::zip {
 namespace {
 
-constexpr std::uint16_t kNameIsUtf8 = 0x800;        // a flag
 constexpr std::uint16_t kUnicodePathField = 0x7075; // an extra field
 
 /// The upper half of code page 437.

@@ -26,6 +26,8 @@ template <std::size_t Size> void Put(std::string& bytes, std::uint64_t number)
         bytes += static_cast<char>(number >> (8 * i) & 0xFFU);
 }
 
+inline constexpr std::uint16_t kNameIsUtf8 = 0x800; // a flag of an entry, [APPNOTE] 4.4.4
+
 // What containers of 32-bit numbers have in place of those that an extra field gives in 64 bits.
 inline constexpr std::uint64_t kIn64Bits = 0xFFFFFFFF;
 inline constexpr std::uint64_t kCountIn64Bits = 0xFFFF;

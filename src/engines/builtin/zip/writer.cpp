@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::uint16_t kVersion = 20;         // needed for deflate and for folders
 constexpr std::uint16_t kVersionOf64Bits = 45; // [APPNOTE] 4.4.3
-constexpr std::uint16_t kNameIsUtf8 = 0x800;
 constexpr std::uint16_t kMadeBy = 3 << 8 | 63; // like Unix, version 6.3; the same on every system
 constexpr std::uint32_t kRegularFile = 0100666U << 16U;
 constexpr std::uint16_t kNewYear1980 = 1 << 5 | 1; // the first date that an entry can have

@@ -101,8 +101,8 @@ std::string Mixed(std::size_t size)
 TEST(CompressTest, DecompressesToTheSameBytes)
 {
     for (const std::size_t size :
-         {1,   2,   3,    4,    7,    8,    9,    16,   17,   18,    255,
-          256, 257, 4095, 4096, 4097, 4098, 8191, 8192, 8193, 12289, 100000}) {
+         {1U,   2U,   3U,    4U,    7U,    8U,    9U,    16U,   17U,   18U,    255U,
+          256U, 257U, 4095U, 4096U, 4097U, 4098U, 8191U, 8192U, 8193U, 12289U, 100000U}) {
         for (const std::string& bytes :
              {Lines(size), Mixed(size), std::string(size, '\0'), std::string(size, ' ')}) {
             const std::string container = Compress(bytes);

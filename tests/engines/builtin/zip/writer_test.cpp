@@ -21,13 +21,13 @@ using test::PackedBytes;
 using testing_support::BytesOf;
 using testing_support::ScratchFolder;
 
-const std::string kText = "All work and no play makes Jack a dull boy. All work and no play ...";
+const std::string kSample = "All work and no play makes Jack a dull boy. All work and no play ...";
 
 TEST(Writer, CopiesPackedBytesAndTimes)
 {
     const ScratchFolder folder;
-    const std::string source = BuildZip({{"packed", kText + kText},
-                                         {"stored", kText, true},
+    const std::string source = BuildZip({{"packed", kSample + kSample},
+                                         {"stored", kSample, true},
                                          {"empty", ""},
                                          {"large", std::string(kMiB, 'x')},
                                          {"folder/", "", true}});
@@ -52,15 +52,15 @@ TEST(Writer, CopiesPackedBytesAndTimes)
         names.push_back(read.Entries()[i].name);
     EXPECT_THAT(names,
                 testing::ElementsAre("packed", "stored", "empty", "large", "folder/", "again"));
-    EXPECT_EQ(read.Read(5), kText + kText);
+    EXPECT_EQ(read.Read(5), kSample + kSample);
 }
 
 TEST(Writer, CopiesEntriesOfStreamsAndZip64)
 {
     const ScratchFolder folder;
-    const std::string packed = test::Deflate(kText, 1);
-    const Reader reader(folder.Write("a.zip", BuildZip({{"descriptor", kText, false, true},
-                                                        {"zip64", kText, false, false, true}})));
+    const std::string packed = test::Deflate(kSample, 1);
+    const Reader reader(folder.Write("a.zip", BuildZip({{"descriptor", kSample, false, true},
+                                                        {"zip64", kSample, false, false, true}})));
     Writer writer;
     writer.CopyEntry(reader, 0, "descriptor");
     writer.CopyEntry(reader, 1, "zip64");
@@ -74,13 +74,13 @@ TEST(Writer, PacksNewEntries)
 {
     const ScratchFolder folder;
     Writer writer;
-    writer.AddEntry("a.xml", [](EntrySink& sink) { sink.Add(kText + kText); });
+    writer.AddEntry("a.xml", [](EntrySink& sink) { sink.Add(kSample + kSample); });
     writer.AddEntry("empty.xml", [](EntrySink& sink) { sink.Add(""); });
     writer.AddEntry("large.xml", [](EntrySink& sink) { sink.Add(std::string(5 * kMiB, 'x')); });
     writer.Write(folder / "a.zip");
     const Reader reader(folder / "a.zip");
-    EXPECT_EQ(reader.Read(0), kText + kText);
-    EXPECT_LT(reader.Entries()[0].packed, kText.size());
+    EXPECT_EQ(reader.Read(0), kSample + kSample);
+    EXPECT_LT(reader.Entries()[0].packed, kSample.size());
     EXPECT_EQ(reader.Read(1), "");
     EXPECT_EQ(reader.Read(2), std::string(5 * kMiB, 'x'));
 }
@@ -90,7 +90,7 @@ TEST(Writer, WritesPlainHeadersOfAFixedDate)
     const ScratchFolder folder;
     for (const char* const name : {"a.zip", "b.zip"}) {
         Writer writer;
-        writer.AddEntry("a.xml", [](EntrySink& sink) { sink.Add(kText); });
+        writer.AddEntry("a.xml", [](EntrySink& sink) { sink.Add(kSample); });
         writer.Write(folder / name);
     }
     const std::string bytes = BytesOf(folder / "a.zip");
@@ -108,7 +108,7 @@ TEST(Writer, AsksForOneContentAtATime)
     for (const char* const name : {"a", "b", "c"})
         writer.AddEntry(name, [&asked, name](EntrySink& sink) {
             asked.emplace_back(name);
-            sink.Add(kText);
+            sink.Add(kSample);
         });
     EXPECT_TRUE(asked.empty()) << "nothing is made before the end";
     writer.Write(folder / "a.zip");
@@ -120,7 +120,7 @@ TEST(Writer, PassesOnWhatAProducerThrows)
     const ScratchFolder folder;
     {
         Writer writer;
-        writer.AddEntry("a", [](EntrySink& sink) { sink.Add(kText); });
+        writer.AddEntry("a", [](EntrySink& sink) { sink.Add(kSample); });
         writer.AddEntry("b", [](EntrySink&) { throw std::invalid_argument("mine"); });
         EXPECT_THROW(writer.Write(folder / "a.zip"), std::invalid_argument);
     }
@@ -130,7 +130,7 @@ TEST(Writer, PassesOnWhatAProducerThrows)
 TEST(Writer, KeepsTheAttributesOfCopiesAndMarksNamesBeyondAscii)
 {
     const ScratchFolder folder;
-    const Reader reader(folder.Write("a.zip", BuildZip({{"a", kText}, {"b", kText}})));
+    const Reader reader(folder.Write("a.zip", BuildZip({{"a", kSample}, {"b", kSample}})));
     Writer writer;
     writer.CopyEntry(reader, 0,
                      "xl/gr\xC3\xB6\xC3\x9F"
@@ -166,7 +166,7 @@ TEST(Writer, NamesTheFileThatCannotBeWritten)
 {
     const ScratchFolder folder;
     Writer writer;
-    writer.AddEntry("a", [](EntrySink& sink) { sink.Add(kText); });
+    writer.AddEntry("a", [](EntrySink& sink) { sink.Add(kSample); });
     EXPECT_EQ(KindThrownBy([&] { writer.Write(folder / "none/a.zip"); }),
               util::ErrorKind::FileNotWritable);
 }

@@ -43,10 +43,10 @@ CopyMacros::CopyMacros(const Package& package, const std::vector<vba::SheetModul
 void CopyMacros::ReadProject(const std::vector<vba::SheetModule>& sheets)
 {
     file_ = std::make_unique<xls::CompoundFile>(*package_.Read(part_));
-    macros_.emplace(*file_, xls::kRootEntry, sheets);
-    if (macros_->Loss())
-        losses_.push_back(*macros_->Loss());
-    if (macros_->IsChanged())
+    const vba::CopiedMacros& macros = macros_.emplace(*file_, xls::kRootEntry, sheets);
+    if (const auto& loss = macros.Loss())
+        losses_.push_back(*loss);
+    if (macros.IsChanged())
         FindSignatures();
 }
 

@@ -86,9 +86,9 @@ TEST(CompoundWriterTest, WritesWhatItRead)
 TEST(CompoundWriterTest, WritesTheSameInMemory)
 {
     for (const std::size_t sectorSize : {512U, 4096U}) {
-        const CompoundFile file(BuildCompound(
-            {Stream(u"a", Noise(100'000, 1)), Storage(u"s", {Stream(u"b", "small")})},
-            {sectorSize}));
+        const CompoundFile file(
+            BuildCompound({Stream(u"a", Noise(100'000, 1)), Storage(u"s", {Stream(u"b", "small")})},
+                          {sectorSize}));
         CompoundWriter writer(file);
         writer.ReplaceStream(*file.Find("b", *file.Find("s")), Noise(9000, 2));
         EXPECT_TRUE(CompoundWriter(writer).ToBytes() == Written(writer));

@@ -77,7 +77,7 @@ std::string SpunDigest(mbedtls_md_type_t type, std::string_view salt, std::strin
 {
     std::string digest = Digest(type, std::string(salt) + xls::Utf16Bytes(password));
     for (std::uint32_t i = 0; i < times; ++i)
-        digest = Digest(type, xls::NumberBytes(i) + digest);
+        digest = Digest(type, xls::NumberBytes(i).append(digest));
     return digest;
 }
 

@@ -57,6 +57,8 @@ TEST(ProcessWatchTest, FindsTheProcessStartedSince)
     EXPECT_FALSE(watch.Started().has_value());
     const WaitingProgram program;
     ASSERT_TRUE(program.Runs());
+    for (int i = 0; i < 100 && !watch.Started(); ++i)
+        Sleep(20); // a process that has just begun may not have an image yet
     const auto found = watch.Started();
     ASSERT_TRUE(found.has_value());
     EXPECT_FALSE(found->WaitForEnd(50ms));

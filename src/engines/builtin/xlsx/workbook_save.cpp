@@ -73,6 +73,7 @@ private:
     void PutRenamedPart(const std::string& part);
     void PutRenamedLinks(const std::string& part);
     void PutSharedStrings();
+    void CheckStringsAreThere() const;
     void PutWorkbookPart();
     void PutTitles();
     void DropCalculationChain();
@@ -340,6 +341,7 @@ void Workbook::Saving::PutSharedStrings()
 {
     if (!workbook_.strings_ || !workbook_.strings_->Changed())
         return;
+    CheckStringsAreThere();
     long references = 0;
     for (const Sheet* sheet : sheets_) {
         if (sheet->cells_)
@@ -348,6 +350,21 @@ void Workbook::Saving::PutSharedStrings()
     edit_.Put(workbook_.stringsPart_, kStringsType, [this, references](zip::EntrySink& sink) {
         sink.Add(workbook_.strings_->ToXml(references));
     });
+}
+
+/// A cell that uses a string beyond the last one would show one of the new strings.
+void Workbook::Saving::CheckStringsAreThere() const
+{
+    const std::size_t count = workbook_.strings_->Count();
+    for (const Sheet* sheet : sheets_) {
+        const SheetText* const text = sheet->ReadableText();
+        const std::size_t used = text ? text->Index().stringsUsed : 0;
+        if (used > count) {
+            throw Error(ErrorKind::DamagedWorkbook, {},
+                        "the cells of " + sheet->part_ + " use " + std::to_string(used) +
+                            " shared texts, and there are " + std::to_string(count));
+        }
+    }
 }
 
 void Workbook::Saving::PutWorkbookPart()

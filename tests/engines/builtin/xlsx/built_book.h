@@ -108,6 +108,14 @@ public:
         return "<worksheet xmlns=\"" + std::string(kMain) + "\" xmlns:r=\"" +
                std::string(kRelations) + "\">" + content + "</worksheet>";
     }
+    /// A part of plain shared strings.
+    static std::string Strings(const std::vector<std::string>& texts)
+    {
+        std::string xml = "<sst xmlns=\"" + std::string(kMain) + "\">";
+        for (const std::string& text : texts)
+            xml += "<si><t>" + text + "</t></si>";
+        return xml + "</sst>";
+    }
     /// Relationships "rId1", "rId2" ... of these types and targets.
     static std::string Links(const std::vector<std::pair<std::string, std::string>>& links)
     {

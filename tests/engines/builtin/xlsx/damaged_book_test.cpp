@@ -73,6 +73,13 @@ protected:
     {
         book.Put(kSheetLinks, BuiltBook::Links({{type, target}}));
     }
+    void GiveAString()
+    {
+        book.Put("xl/strings.xml", BuiltBook::Strings({"only"}), "sharedStrings");
+        book.Put("xl/_rels/workbook.xml.rels",
+                 BuiltBook::Links(
+                     {{"worksheet", "worksheets/sheet1.xml"}, {"sharedStrings", "strings.xml"}}));
+    }
 
     const testing_support::ScratchFolder& Folder() const { return folder_; }
 
@@ -287,6 +294,29 @@ TEST_F(DamagedBookTest, MissingStringsAreNotReplacedByNewOnes)
     EXPECT_THAT(Save().NamesWith("xl/strings"), IsEmpty());
 }
 
+TEST_F(DamagedBookTest, CellsWithMissingStringsDoNotGetNewOnes)
+{
+    const auto useString = [this](const std::string& index) {
+        book.Put(kSheet, BuiltBook::Worksheet("<sheetData><row r=\"9\"><c r=\"A9\" t=\"s\"><v>" +
+                                              index + "</v></c></row></sheetData>"));
+        Open();
+    };
+    const auto writeAndSave = [this] {
+        Write(Model());
+        Save();
+    };
+    GiveAString();
+    useString("0");
+    EXPECT_NO_THROW(writeAndSave());
+    for (const std::string index : {"1", "4294967295"}) {
+        useString(index);
+        EXPECT_THAT(ErrorOf(writeAndSave).Cause(), HasSubstr("/xl/worksheets/sheet1.xml use"));
+    }
+    useString("1");
+    Model().SetName("January"); // which adds no string
+    EXPECT_NO_THROW(Save());
+}
+
 TEST_F(DamagedBookTest, StringsAreOnlyAddedToAPartOfStrings)
 {
     for (const std::string target :
@@ -427,6 +457,7 @@ INSTANTIATE_TEST_SUITE_P(Ids, SheetIdTest,
 
 TEST_F(DamagedBookTest, PlacesMayBeWrittenWithReferences)
 {
+    GiveAString();
     book.Put(kSheet,
              BuiltBook::Worksheet(
                  "<sheetData><row r=\"&#x32;\"><c r=\"&#66;&#x32;\" t=\"&#115;\"><v>0</v></c>"

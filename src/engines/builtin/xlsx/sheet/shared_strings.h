@@ -24,6 +24,8 @@ public:
     /// characters and texts that look like their escapes ("_x0041_") are escaped as Excel does.
     /// Throws Error(TextTooLong) beyond 32,767 UTF-16 units.
     std::size_t IndexOf(std::string_view text);
+    /// How many the part held when it was read.
+    std::size_t Count() const { return count_; }
     bool Changed() const { return !added_.empty(); }
     /// The part with the new strings; `references` is how many more cells than before refer to it
     /// (may be negative).

@@ -67,6 +67,7 @@ private:
     void ReadCell(RowPlace& row);
     std::int32_t ReadColumn(RowPlace& row);
     void CountFromCell(RowPlace& row, std::int32_t number);
+    void ReadStringIndex();
     void ReadFormula(bool hasMetadata);
     void AddShared(std::size_t group, bool hasText, bool hasRange);
     void AddArray(std::optional<xml::ScannedAttribute> ref, ArrayFormula::Kind kind);
@@ -116,6 +117,8 @@ void SheetDataReader::ReadCell(RowPlace& row)
     const auto metadata = scanner_.Attribute("cm");
     const bool hasMetadata = metadata && !metadata->Is("0");
     xml::ForEachChild(scanner_, [&] {
+        if (scanner_.LocalName() == "v" && cell.Has(CellPlace::SharedString))
+            return ReadStringIndex();
         if (scanner_.LocalName() != "f")
             return scanner_.SkipElement();
         cell.flags |= CellPlace::Formula;
@@ -151,6 +154,12 @@ void SheetDataReader::CountFromCell(RowPlace& row, std::int32_t number)
     if (row.number != number)
         Fail("row " + std::to_string(row.number) + " holds a cell of row " +
              std::to_string(number));
+}
+
+void SheetDataReader::ReadStringIndex()
+{
+    if (const auto index = xml::ReadDigits(scanner_.ElementText()))
+        index_.stringsUsed = std::max(index_.stringsUsed, *index + 1);
 }
 
 void SheetDataReader::ReadFormula(bool hasMetadata)

@@ -61,6 +61,7 @@ struct SheetIndex {
     std::vector<ArrayFormula> arrays;          ///< in the order of their anchors
     FormulaFacts facts;                        ///< what all the formulas read
     bool hasFormulas = false;
+    std::size_t stringsUsed = 0; ///< one more than the highest index of a shared string
 
     /// The row, or nullptr if the text has none of that number.
     const RowPlace* FindRow(std::int32_t row) const;

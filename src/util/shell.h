@@ -25,9 +25,9 @@ public:
     virtual bool HasEnded() = 0;
 };
 
-/// `ShellExecute` with the verb "open", without waiting for the desktop. Null if there is nothing
-/// to wait for; ask the result from time to time until it has ended. Throws as `ShellExecute` for
-/// what is known at once.
+/// `ShellExecute` with the verb "open", without waiting for the desktop: what fails is told by the
+/// result. Null if there is nothing to wait for; ask the result from time to time until it has
+/// ended. Throws as `ShellExecute` for what is known at once.
 std::unique_ptr<ShellOpening> StartShellOpen(const std::string& file);
 
 /// `ShellExecute` with the verb "open"; reports a failure. True on success.

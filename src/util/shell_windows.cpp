@@ -9,7 +9,10 @@
 #include "util/text.h"
 #include "util/wide.h"
 
+#include <chrono>
 #include <cstdint>
+#include <future>
+#include <objbase.h>
 #include <optional>
 
 namespace orrery::util {
@@ -32,13 +35,10 @@ int ResultOf(HINSTANCE instance)
     return result > kLastFailure ? kLastFailure + 1 : static_cast<int>(result);
 }
 
-} // namespace
-
-void ShellExecute(const std::string& file, const std::string& parameters,
-                  const std::string& directory, const std::string& verb)
+void Execute(HWND owner, const std::string& file, const std::string& parameters,
+             const std::string& directory, const std::string& verb)
 {
     const int mode = ShowMode(file, parameters.empty() && directory.empty());
-    HWND const owner = GetActiveWindow();
     const auto ansiFile = EncodeCodePage(file);
     const auto ansiParameters = EncodeCodePage(parameters);
     const auto ansiDirectory = EncodeCodePage(directory);
@@ -53,10 +53,59 @@ void ShellExecute(const std::string& file, const std::string& parameters,
         throw Error(ErrorKind::ShellFailure, file, ShellErrorMessage(result));
 }
 
+/// The shell may use extensions and DDE, which want an apartment of their own on the thread.
+class ShellApartment {
+public:
+    ShellApartment() : result_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
+    ~ShellApartment()
+    {
+        if (SUCCEEDED(result_))
+            CoUninitialize();
+    }
+    ShellApartment(const ShellApartment&) = delete;
+    ShellApartment& operator=(const ShellApartment&) = delete;
+
+private:
+    HRESULT result_;
+};
+
+/// A call of the shell on a thread of its own. What was asked for is opened even if this object
+/// goes first: it then waits for the call.
+class ShellCall : public ShellOpening {
+public:
+    explicit ShellCall(const std::string& file)
+        : call_(std::async(std::launch::async, [owner = GetActiveWindow(), file] {
+              const ShellApartment apartment;
+              Execute(owner, file, {}, {}, "open");
+          }))
+    {
+    }
+
+    bool HasEnded() override
+    {
+        if (!call_.valid()) // its end was told already
+            return true;
+        if (call_.wait_for(std::chrono::seconds(0)) != std::future_status::ready)
+            return false;
+        call_.get();
+        return true;
+    }
+
+private:
+    std::future<void> call_;
+};
+
+} // namespace
+
+void ShellExecute(const std::string& file, const std::string& parameters,
+                  const std::string& directory, const std::string& verb)
+{
+    Execute(GetActiveWindow(), file, parameters, directory, verb);
+}
+
 std::unique_ptr<ShellOpening> StartShellOpen(const std::string& file)
 {
-    ShellExecute(file, {}, {}, "open");
-    return nullptr;
+    return std::make_unique<ShellCall>(file);
 }
 
 } // namespace orrery::util

@@ -157,8 +157,8 @@ TEST(Profile, RefusesAValueWithALineBreak)
 TEST(Profile, MakesTheFolderOfANewFile)
 {
     const ScratchFolder scratch;
-    EXPECT_TRUE(Profile(scratch / "new/folder/orrery.ini").Write("A", "y", "2"));
-    EXPECT_EQ(Profile(scratch / "new/folder/orrery.ini").Read("A", "y", ""), "2");
+    EXPECT_TRUE(Profile(scratch / "new" / "folder" / "orrery.ini").Write("A", "y", "2"));
+    EXPECT_EQ(Profile(scratch / "new" / "folder" / "orrery.ini").Read("A", "y", ""), "2");
 }
 
 TEST(Profile, ReportsAFailedWrite)

@@ -151,6 +151,31 @@ TEST_F(ShellOpenTest, LooksForTheFileInTheGivenFolder)
     EXPECT_EQ(Opened(), "in the folder");
 }
 
+// ---- without waiting
+
+TEST_F(ShellOpenTest, TellsLaterThatAFileIsMissing)
+{
+    const auto opening = StartShellOpen(FromPath(scratch_ / "gone.orrerytest"));
+    std::string cause;
+    try {
+        constexpr DWORD kPause = 20;
+        for (int i = 0; i < 500 && !opening->HasEnded(); ++i)
+            Sleep(kPause);
+    }
+    catch (const Error& error) {
+        cause = error.Cause();
+    }
+    EXPECT_EQ(cause, "File not found");
+    EXPECT_TRUE(opening->HasEnded());
+}
+
+TEST_F(ShellOpenTest, OpensTheDocumentThatNobodyWaitsFor)
+{
+    InstallApplication();
+    StartShellOpen(FromPath(scratch_.Write("a.orrerytest", "content"))).reset();
+    EXPECT_EQ(Opened(), "content");
+}
+
 // ---- how programs are shown
 
 TEST_F(ShellOpenTest, AProgramIsStartedHidden)

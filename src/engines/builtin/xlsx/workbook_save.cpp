@@ -1,3 +1,4 @@
+#include "book/error.h"
 #include "engines/builtin/common/error_path.h"
 #include "engines/builtin/edit/recalculation.h"
 #include "engines/builtin/xlsx/document_titles.h"
@@ -8,6 +9,7 @@
 #include "engines/builtin/xlsx/part_references.h"
 #include "engines/builtin/xlsx/workbook.h"
 #include "engines/builtin/zip/deflate.h"
+#include "util/error.h"
 
 #include <algorithm>
 #include <map>
@@ -360,9 +362,9 @@ void Workbook::Saving::CheckStringsAreThere() const
         const SheetText* const text = sheet->ReadableText();
         const std::size_t used = text ? text->Index().stringsUsed : 0;
         if (used > count) {
-            throw Error(ErrorKind::DamagedWorkbook, {},
-                        "the cells of " + sheet->part_ + " use " + std::to_string(used) +
-                            " shared texts, and there are " + std::to_string(count));
+            throw util::Error(book::ErrorKind::DamagedWorkbook, {},
+                              "the cells of " + sheet->part_ + " use " + std::to_string(used) +
+                                  " shared texts, and there are " + std::to_string(count));
         }
     }
 }

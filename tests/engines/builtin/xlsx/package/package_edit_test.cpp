@@ -163,12 +163,13 @@ TEST_F(PackageEditTest, ReadingAndSavingElsewhereLeavesTheFileAlone)
 TEST_F(PackageEditTest, SavesOverItsOwnFile)
 {
     edit.Put("/xl/workbook.xml", kBookType, "<workbook/>");
-    if (util::kSeparator == '\\') { // Windows does not replace an open file
-        EXPECT_EQ(KindThrownBy([&] { edit.Save(source); }), util::ErrorKind::FileNotWritable);
+    const auto failure = KindThrownBy([&] { edit.Save(source); });
+    if (util::kSeparator == '\\' && failure) { // not every Windows replaces an open file
+        EXPECT_EQ(failure, util::ErrorKind::FileNotWritable);
         EXPECT_EQ(BytesOf(source), bytes);
         return;
     }
-    edit.Save(source);
+    ASSERT_EQ(failure, std::nullopt);
     EXPECT_EQ(Entry(source, "xl/workbook.xml"), "<workbook/>");
     EXPECT_EQ(*package.Read("/xl/worksheets/sheet1.xml"), kSheet) << "the old file is still open";
     edit.Save(source);

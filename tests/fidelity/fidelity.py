@@ -112,8 +112,13 @@ What the other programs do not know at all is proved by tests of the built-in en
 (`tests/engines/builtin/xlsx/copied_*_test.cpp`): on a copied sheet charts of the 2016 kinds show the copy's
 cells; slicers, timelines and named sheet views filter the copy's tables and pivot tables; add-ins are bound
 to its ranges; mentions in threads, shapes of comments and controls, the sheet and its filters have ids of
-their own. Cells and tables that are mapped to XML stay mapped once, on the model, as in Excel. Macros stay
-the model's: a copied sheet has no code of its own.
+their own. Cells and tables that are mapped to XML stay mapped once, on the model, as in Excel, in `.xls`
+too (`tests/engines/builtin/xls/copied_tables_test.cpp`).
+
+Macros, in both formats: if the model's module has code, each copy has a module of its own with that code and a
+code name of its own, *Sheet4* after *Sheet3*. The password of the macros stays, a digital signature of them
+falls away. Macros that cannot be read stay as they are, and the copies have none; the program says so in
+both cases. `tests/macros` proves it, with LibreOffice as a witness.
 """
 
 

@@ -72,9 +72,11 @@ enum class RecordType : std::uint16_t {
     HeaderFooterPicture = 0x0866,
     TablesHeader = 0x0871, // "FeatHdr11"
     Feature11 = 0x0872,
+    ContinueFrt11 = 0x0875,
     List12 = 0x0877,
     Feature12 = 0x0878,
     AutoFilter12 = 0x087E,
+    ContinueFrt12 = 0x087F,
     SortData = 0x0895,
     Feature = 0x0868,             // "Feat"
     ConditionalFormat12 = 0x087A, // "CF12"

@@ -4,6 +4,7 @@
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/records/records.h"
 #include "engines/builtin/xls/records/unicode_string.h"
+#include "engines/builtin/xls/sheet/table_fields.h"
 #include "engines/common/sheet_names.h"
 #include "util/error.h"
 
@@ -17,14 +18,8 @@ namespace {
 using engines::CutToUnits;
 using engines::FoldCase;
 
-// FEATURE11 and FEATURE12: a header, the table's ranges, the table. [MS-XLS] 2.4.114
-constexpr std::size_t kRangeCount = 19;
-constexpr std::size_t kRanges = 27;
-constexpr std::size_t kRangeSize = 8;
-constexpr std::size_t kTableId = 4;    // in the table, [MS-XLS] 2.5.266
-constexpr std::size_t kTableName = 64; // the same
-
-constexpr std::size_t kNextTableId = 23; // in FEATHDR11, [MS-XLS] 2.4.113
+constexpr std::size_t kFutureHeader = 12; // of records that newer versions added, [MS-XLS] 2.5.135
+constexpr std::size_t kNextTableId = 23;  // in FEATHDR11, [MS-XLS] 2.4.113
 
 // LIST12: a header, the kind of content, the table's id. [MS-XLS] 2.4.157
 constexpr std::size_t kListContent = 12;
@@ -68,6 +63,56 @@ std::optional<std::size_t> EndOfText(std::string_view data, std::size_t at)
     return end <= data.size() ? std::optional(end) : std::nullopt;
 }
 
+/// The record at an offset and those that continue it.
+Span WithContinuations(std::string_view sheet, std::size_t record)
+{
+    RecordReader reader(sheet, record);
+    reader.Next();
+    for (auto next = reader.Peek(); next && (next->type == RecordType::ContinueFrt11 ||
+                                             next->type == RecordType::ContinueFrt12);
+         next = reader.Peek())
+        reader.Next();
+    return {record, reader.Position()};
+}
+
+/// The data of a table's record and of those that continue it, each of which has a header.
+/// [MS-XLS] 2.4.61
+std::string JoinTable(std::string_view records)
+{
+    RecordReader reader(records);
+    std::string data(reader.Next().value().data);
+    while (const auto record = reader.Next())
+        data += record->data.substr(std::min(kFutureHeader, record->data.size()));
+    return data;
+}
+
+std::string SplitTable(RecordType type, std::string_view data)
+{
+    std::string records;
+    AppendRecord(records, type, data.substr(0, kMaxRecordSize));
+    for (std::size_t at = kMaxRecordSize; at < data.size(); at += kMaxRecordSize - kFutureHeader) {
+        std::string piece;
+        AppendU16(piece, static_cast<std::uint16_t>(RecordType::ContinueFrt11));
+        piece.resize(kFutureHeader);
+        piece += data.substr(at, kMaxRecordSize - kFutureHeader);
+        AppendRecord(records, RecordType::ContinueFrt11, piece);
+    }
+    return records;
+}
+
+/// What unmaps a table; nothing if it cannot be read.
+std::optional<TextPatch> UnmappedTable(std::string_view data)
+{
+    try {
+        return RemoveXmlMapping(data);
+    }
+    catch (const util::Error& error) {
+        if (error.Kind() != book::ErrorKind::DamagedWorkbook)
+            throw;
+        return std::nullopt;
+    }
+}
+
 class TableFinder {
 public:
     void Add(const Record& record)
@@ -76,6 +121,7 @@ public:
         case RecordType::TablesHeader:
             if (NumberAt(record, kNextTableId))
                 places_.nextIds.push_back(record.DataBegin() + kNextTableId);
+            headers_.push_back(record.begin);
             break;
         case RecordType::Feature11:
         case RecordType::Feature12:
@@ -104,25 +150,40 @@ public:
         }
     }
 
-    TablePlaces Take() { return std::move(places_); }
+    TablePlaces Take(std::string_view sheet)
+    {
+        for (const std::size_t record : mapped_)
+            AddMapped(sheet, record);
+        if (!places_.mappedCells.empty())
+            AddModelOnly(sheet);
+        return std::move(places_);
+    }
 
 private:
     void AddTable(const Record& record)
     {
-        if (record.data.size() < kRanges)
-            return;
-        const std::size_t table =
-            kRanges + std::size_t{ReadU16(record.data, kRangeCount)} * kRangeSize;
-        if (const auto id = NumberAt(record, table + kTableId)) {
-            AddName(record, table + kTableName, *id);
-            AddId(record, table + kTableId);
+        const auto table = TablePlace(record.data);
+        const auto id = table ? NumberAt(record, *table + kTableId) : std::nullopt;
+        if (id) {
+            AddName(record, *table + kTableName, *id);
+            AddId(record, *table + kTableId);
         }
+        const auto mapping = XmlMappingOf(record.data);
+        if (mapping == XmlMapping::Columns)
+            mapped_.push_back(record.begin);
+        if (mapping == XmlMapping::Cell)
+            places_.mappedCells.insert(id.value());
+        else
+            otherTables_.insert(id.value_or(0));
     }
 
     void AddId(const Record& record, std::size_t at)
     {
-        if (const auto id = NumberAt(record, at))
-            places_.ids.emplace(record.DataBegin() + at, *id);
+        const auto id = NumberAt(record, at);
+        if (!id)
+            return;
+        places_.ids.emplace(record.DataBegin() + at, *id);
+        owners_.emplace_back(record.begin, *id);
     }
 
     void AddName(const Record& record, std::size_t at, std::uint32_t id)
@@ -138,8 +199,61 @@ private:
              std::min(ReadU16(record.data, at) + room / width, kMaxNameLength)});
     }
 
+    void AddMapped(std::string_view sheet, std::size_t record)
+    {
+        const auto name = std::lower_bound(
+            places_.names.begin(), places_.names.end(), record,
+            [](const TableNamePlace& place, std::size_t wanted) { return place.record < wanted; });
+        const Span records = WithContinuations(sheet, record);
+        auto unmapped = UnmappedTable(JoinTable(records.In(sheet)));
+        if (name == places_.names.end() || name->record != record || !unmapped) {
+            places_.understood = false;
+            return;
+        }
+        name->longest = kMaxNameLength; // because the records are rebuilt
+        const std::size_t data = record + kRecordHeader;
+        places_.mapped.push_back(
+            {records, {name->begin - data, name->end - data}, name->id, std::move(*unmapped)});
+    }
+
+    void AddModelOnly(std::string_view sheet)
+    {
+        const auto& cells = places_.mappedCells;
+        const auto isOfCell = [&](std::uint32_t id) { return cells.contains(id); };
+        if (isOfCell(0) || std::any_of(otherTables_.begin(), otherTables_.end(), isOfCell))
+            places_.understood = false; // an id does not tell the table
+        for (const auto& [record, id] : owners_) {
+            if (isOfCell(id))
+                places_.modelOnly.push_back(WithContinuations(sheet, record));
+        }
+        if (otherTables_.empty()) {
+            for (const std::size_t record : headers_)
+                places_.modelOnly.push_back(WithContinuations(sheet, record));
+        }
+    }
+
     TablePlaces places_;
+    std::vector<std::pair<std::size_t, std::uint32_t>> owners_; // records with the id of a table
+    std::vector<std::size_t> headers_;                          // records before all tables
+    std::vector<std::size_t> mapped_;                           // records of mapped columns
+    std::set<std::uint32_t> otherTables_; // ids of those that are not mapped cells, 0 if damaged
 };
+
+/// The records of a table that a copy has instead of those of its model. `sheet` is the copy.
+std::string UnmappedRecords(std::string_view sheet, const MappedTable& table,
+                            const std::string& name)
+{
+    const auto records = table.records.In(sheet);
+    TextPatch patch = table.unmapped;
+    std::string text;
+    AppendUnicodeString(text, name);
+    patch.Replace(table.name.begin, table.name.end, std::move(text));
+    auto data = patch.Apply(JoinTable(records));
+    if (ReadU32(data, kTableSizeField) != 0)
+        PutU32(data, kTableSizeField,
+               static_cast<std::uint32_t>(data.size() - TablePlace(data).value()));
+    return SplitTable(static_cast<RecordType>(ReadU16(records, 0)), data);
+}
 
 } // namespace
 
@@ -149,7 +263,7 @@ TablePlaces FindTables(std::string_view sheet)
     RecordReader reader(sheet);
     while (const auto record = reader.Next())
         finder.Add(*record);
-    return finder.Take();
+    return finder.Take(sheet);
 }
 
 void PutTables(std::string& sheet, TextPatch& patch, const TablePlaces& places,
@@ -162,9 +276,17 @@ void PutTables(std::string& sheet, TextPatch& patch, const TablePlaces& places,
     }
     for (const std::size_t at : places.nextIds)
         PutU32(sheet, at, tables.nextId);
+    for (const Span& records : places.modelOnly)
+        patch.Remove(records.begin, records.end);
+    for (const auto& table : places.mapped)
+        patch.Replace(table.records.begin, table.records.end,
+                      UnmappedRecords(sheet, table, tables.names.at(table.id)));
     for (const auto& place : places.names) {
+        const auto fresh = tables.names.find(place.id);
+        if (fresh == tables.names.end())
+            continue; // of a mapped cell
         std::string name;
-        AppendUnicodeString(name, tables.names.at(place.id));
+        AppendUnicodeString(name, fresh->second);
         const std::size_t size = ReadU16(sheet, place.record + 2);
         std::string newSize;
         AppendU16(newSize,
@@ -190,6 +312,9 @@ void TableIdentities::Reserve(const TablePlaces& places)
 
 FreshTables TableIdentities::AddCopy(const TablePlaces& places)
 {
+    if (!places.understood)
+        throw util::Error(book::ErrorKind::SheetNotCopied, {},
+                          "the XML mapping of one of its tables is damaged");
     std::map<std::uint32_t, std::size_t> longest;
     for (const auto& place : places.names) {
         const auto known = longest.emplace(place.id, place.longest).first;
@@ -197,6 +322,8 @@ FreshTables TableIdentities::AddCopy(const TablePlaces& places)
     }
     FreshTables tables;
     for (const auto& place : places.names) {
+        if (places.mappedCells.contains(place.id))
+            continue;
         if (tables.ids.emplace(place.id, lastId_ + 1).second) {
             ++lastId_;
             tables.names[place.id] = FreeName(place.name, longest[place.id]);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/builtin/common/text_patch.h"
+#include "engines/builtin/xls/records/globals.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -25,17 +26,32 @@ struct TableNamePlace {
     std::size_t longest = 0; ///< the longest name that fits into the record, in UTF-16 units
 };
 
+/// A table with columns that are mapped to elements of the workbook's XML maps.
+struct MappedTable {
+    Span records; ///< its record and what continues it, in the sheet
+    Span name;    ///< in the joined data of those records
+    std::uint32_t id = 0;
+    TextPatch unmapped; ///< of that data: what makes it a plain table
+};
+
 /// The tables ("lists") of a sheet: names and ids that must be unique in the workbook, and where
 /// they are. [MS-XLS] 2.5.266, 2.4.157
+/// An element of an XML map is mapped once, so that a copy's tables are not mapped, and it lacks
+/// those that are nothing but a mapped cell.
 struct TablePlaces {
     std::vector<TableNamePlace> names;        ///< several for a table whose name is repeated
     std::map<std::size_t, std::uint32_t> ids; ///< by offset in the sheet, four bytes each
     std::vector<std::size_t> nextIds;         ///< offsets of the id that a new table would get
+    std::vector<MappedTable> mapped;
+    std::set<std::uint32_t> mappedCells; ///< ids
+    std::vector<Span> modelOnly;         ///< the records of those cells
+    bool understood = true;              ///< false: a mapped table is damaged
 
-    bool Empty() const { return names.empty(); }
+    bool Empty() const { return names.empty() && mappedCells.empty() && understood; }
 };
 
-/// Finds them in a sheet's substream. Tables with damaged records are left out.
+/// Finds them in a sheet's substream. Tables with damaged records are left out; a mapped one also
+/// clears `understood`.
 /// Throws Error(DamagedWorkbook) if a record runs past the end.
 TablePlaces FindTables(std::string_view sheet);
 
@@ -46,8 +62,8 @@ struct FreshTables {
     std::uint32_t nextId = 0;
 };
 
-/// Writes the ids into a copy's bytes and adds the names to a patch of them. `places` are those of
-/// the model.
+/// Writes the ids into a copy's bytes and adds names, and what unmaps it, to a patch of them.
+/// `places` are those of the model.
 void PutTables(std::string& sheet, TextPatch& patch, const TablePlaces& places,
                const FreshTables& tables);
 
@@ -60,7 +76,7 @@ public:
     /// Registers the tables of a sheet of the template.
     void Reserve(const TablePlaces& places);
     /// New ids and names for one more copy: "Table1" becomes "Table1_2", then "Table1_3". Throws
-    /// Error(SheetNotCopied) without a subject if no such name fits.
+    /// Error(SheetNotCopied) without a subject if no such name fits or a table was not understood.
     FreshTables AddCopy(const TablePlaces& places);
 
 private:

@@ -1,6 +1,5 @@
 #include "engines/builtin/xls/sheet/sheet_tables.h"
-#include "xls/art_builder.h"
-#include "xls/stream_builder.h"
+#include "xls/table_builder.h"
 
 #include <gtest/gtest.h>
 
@@ -8,11 +7,6 @@ namespace orrery::xls {
 namespace {
 
 using namespace test;
-
-std::string FutureHeader(RecordType type)
-{
-    return Numbers({static_cast<std::uint16_t>(type), 0, 0, 0, 0, 0});
-}
 
 /// FEATURE11 of a table with one range; `more` bytes follow its name.
 std::string ListTableOf(std::uint32_t id, std::string_view name, std::size_t more = 20,
@@ -27,40 +21,11 @@ std::string ListTableOf(std::uint32_t id, std::string_view name, std::size_t mor
     return RecordOf(type, data + std::string(more, '\x33'));
 }
 
-std::string ListOf(std::uint16_t content, std::uint32_t id, std::string_view name = "None")
-{
-    std::string data = FutureHeader(RecordType::List12) + Numbers({content}) + LongNumbers({id});
-    AppendUnicodeString(data, name);
-    AppendUnicodeString(data, "a comment");
-    return RecordOf(RecordType::List12, data);
-}
-
-std::string FilterOf(std::uint32_t id)
-{
-    return RecordOf(RecordType::AutoFilter12, FutureHeader(RecordType::AutoFilter12) +
-                                                  std::string(28, '\0') + LongNumbers({id}) +
-                                                  std::string(16, '\0'));
-}
-
-std::string SortOf(std::uint16_t flags, std::uint32_t id)
-{
-    return RecordOf(RecordType::SortData, FutureHeader(RecordType::SortData) + Numbers({flags}) +
-                                              std::string(20, '\0') + LongNumbers({id}));
-}
-
 std::string FieldOf(std::string_view numbers, std::string_view title)
 {
     std::string data = Numbers({0x0807, 0}) + std::string(numbers);
     AppendUnicodeString(data, title);
     return RecordOf(RecordType::QueryField, data);
-}
-
-std::string TablesHeader(std::uint32_t next)
-{
-    std::string data = FutureHeader(RecordType::TablesHeader) + Numbers({5});
-    AppendU8(data, 1);
-    data += std::string(8, '\xFF') + LongNumbers({next}) + Numbers({0});
-    return RecordOf(RecordType::TablesHeader, data);
 }
 
 std::string Copied(TableIdentities& identities, const std::string& sheet)

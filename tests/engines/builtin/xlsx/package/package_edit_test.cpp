@@ -163,18 +163,13 @@ TEST_F(PackageEditTest, ReadingAndSavingElsewhereLeavesTheFileAlone)
 TEST_F(PackageEditTest, SavesOverItsOwnFile)
 {
     edit.Put("/xl/workbook.xml", kBookType, "<workbook/>");
-    const auto failure = KindThrownBy([&] { edit.Save(source); });
-    if (util::kSeparator == '\\' && failure) { // not every Windows replaces an open file
-        EXPECT_EQ(failure, util::ErrorKind::FileNotWritable);
-        EXPECT_EQ(BytesOf(source), bytes);
-        return;
-    }
-    ASSERT_EQ(failure, std::nullopt);
+    edit.Save(source);
     EXPECT_EQ(Entry(source, "xl/workbook.xml"), "<workbook/>");
     EXPECT_EQ(*package.Read("/xl/worksheets/sheet1.xml"), kSheet) << "the old file is still open";
     edit.Save(source);
     EXPECT_EQ(Entry(source, "xl/media/image1.png"), "no picture, but bytes");
-    EXPECT_EQ(folder.Entries(), 1);
+    const bool staysUntilClosed = util::kSeparator == '\\';
+    EXPECT_EQ(folder.Entries(), staysUntilClosed ? 2 : 1);
 }
 
 TEST_F(PackageEditTest, KeepsTheOldTargetWhenContentFails)

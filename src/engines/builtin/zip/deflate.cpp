@@ -1,6 +1,5 @@
 #include "engines/builtin/zip/deflate.h"
 
-#include <algorithm>
 #include <array>
 #include <cassert>
 #include <libdeflate.h>
@@ -29,15 +28,21 @@ Deflater::Deflater() : compressor_(libdeflate_alloc_compressor(kLevel))
         throw std::bad_alloc();
 }
 
-Packed Deflater::Compress(std::string_view content)
+std::size_t Deflater::MostPacked(std::size_t size)
 {
-    room_.resize(std::max(room_.size(),
-                          libdeflate_deflate_compress_bound(compressor_.get(), content.size())));
-    const std::size_t size = libdeflate_deflate_compress(
-        compressor_.get(), content.data(), content.size(), room_.data(), room_.size());
+    return libdeflate_deflate_compress_bound(nullptr, size);
+}
+
+void Deflater::Compress(std::string_view content, Packed& packed)
+{
+    packed.bytes.resize(MostPacked(content.size()));
+    const std::size_t size =
+        libdeflate_deflate_compress(compressor_.get(), content.data(), content.size(),
+                                    packed.bytes.data(), packed.bytes.size());
     assert(size != 0); // the room is never too small
-    return {room_.substr(0, size), libdeflate_crc32(0, content.data(), content.size()),
-            content.size()};
+    packed.bytes.resize(size);
+    packed.crc = libdeflate_crc32(0, content.data(), content.size());
+    packed.size = content.size();
 }
 
 class DeflateStream {
@@ -102,7 +107,7 @@ const Packed& SharedText::Chunk(std::size_t number)
     return *chunk;
 }
 
-EntrySink::EntrySink(Deflater& deflater) : deflater_(deflater) {}
+EntrySink::EntrySink() = default;
 
 EntrySink::~EntrySink() = default;
 
@@ -149,10 +154,10 @@ void EntrySink::AddPacked(const Packed& chunk)
     packed_.size += chunk.size;
 }
 
-Packed EntrySink::Finish()
+EntryContent EntrySink::Finish()
 {
     if (!stream_)
-        return deflater_.Compress(content_);
+        return std::move(content_);
     stream_->Finish(packed_);
     return std::move(packed_);
 }

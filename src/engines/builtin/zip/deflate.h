@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 struct libdeflate_compressor;
@@ -25,15 +26,17 @@ public:
     /// Throws std::bad_alloc.
     Deflater();
 
-    /// Throws std::bad_alloc.
-    Packed Compress(std::string_view content);
+    /// The most packed bytes that so many can become.
+    static std::size_t MostPacked(std::size_t size);
+    /// Compresses into `packed`, which needs no memory if it has room for `MostPacked` bytes.
+    /// Throws std::bad_alloc otherwise.
+    void Compress(std::string_view content, Packed& packed);
 
 private:
     struct Closer {
         void operator()(libdeflate_compressor* compressor) const;
     };
     std::unique_ptr<libdeflate_compressor, Closer> compressor_;
-    std::string room_; // for packed bytes
 };
 
 /// A stream of zlib's without header and trailer.
@@ -59,12 +62,14 @@ private:
     std::vector<std::optional<Packed>> chunks_; // by number; what is left at the end is no chunk
 };
 
-/// Takes the content of one entry piece by piece and compresses it: small contents at once, others
-/// as a stream. Its functions throw std::bad_alloc.
+/// The content of an entry: a small one as it is, a large one compressed.
+using EntryContent = std::variant<std::string, Packed>;
+
+/// Takes the content of one entry piece by piece and compresses it as a stream when it gets large.
+/// Its functions throw std::bad_alloc.
 class EntrySink {
 public:
-    /// The deflater outlives it.
-    explicit EntrySink(Deflater& deflater);
+    EntrySink();
     ~EntrySink();
     EntrySink(const EntrySink&) = delete;
     EntrySink& operator=(const EntrySink&) = delete;
@@ -73,13 +78,12 @@ public:
     /// Adds the bytes [begin:end) of a text that other entries contain, too.
     void Add(SharedText& text, std::size_t begin, std::size_t end);
     /// Ends the content and gives it. Nothing can be added afterwards.
-    Packed Finish();
+    EntryContent Finish();
 
 private:
     void BeginStream();
     void AddPacked(const Packed& chunk);
 
-    Deflater& deflater_;
     std::string content_;                   // all of it, as long as there is no stream
     std::unique_ptr<DeflateStream> stream_; // null for small contents
     Packed packed_;                         // what came out of the stream

@@ -1,12 +1,15 @@
 #include "engines/builtin/zip/writer.h"
 
+#include "engines/builtin/zip/compression_queue.h"
 #include "engines/builtin/zip/output_file.h"
 #include "engines/builtin/zip/records.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <deque>
 #include <string_view>
 #include <utility>
+#include <variant>
 
 namespace orrery::zip {
 namespace {
@@ -15,7 +18,8 @@ constexpr std::uint16_t kVersion = 20;         // needed for deflate and for fol
 constexpr std::uint16_t kVersionOf64Bits = 45; // [APPNOTE] 4.4.3
 constexpr std::uint16_t kMadeBy = 3 << 8 | 63; // like Unix, version 6.3; the same on every system
 constexpr std::uint32_t kRegularFile = 0100666U << 16U;
-constexpr std::uint16_t kNewYear1980 = 1 << 5 | 1; // the first date that an entry can have
+constexpr std::uint16_t kNewYear1980 = 1 << 5 | 1;          // the first date that an entry can have
+constexpr std::size_t kMostPending = std::size_t{1} << 20U; // bytes of contents not yet written
 
 /// What the directory says of an entry whose content is this.
 Entry Describe(const std::string& name, const Packed& packed)
@@ -112,34 +116,74 @@ std::string EndRecords(std::uint64_t begin, std::uint64_t size, std::uint64_t co
     return bytes;
 }
 
-/// A container that is being written.
+/// A container that is being written. Small contents are compressed while others are made.
 class Container {
 public:
     explicit Container(OutputFile& file) : file_(file) {}
 
     void Add(const std::string& name, const Producer& content)
     {
-        EntrySink sink(deflater_);
+        EntrySink sink;
         content(sink);
-        const Packed packed = sink.Finish();
-        Begin(Describe(name, packed));
-        file_.Write(packed.bytes);
+        auto made = sink.Finish();
+        if (auto* const packed = std::get_if<Packed>(&made)) {
+            WriteUntil(0);
+            Write(name, *packed);
+            return;
+        }
+        auto& small = std::get<std::string>(made);
+        pending_.push_back({&name, small.size()});
+        pendingBytes_ += small.size();
+        queue_.Add(std::move(small));
+        WriteUntil(kMostPending);
     }
     void Copy(const std::string& name, const Reader& source, std::size_t index)
     {
-        Entry entry = source.Entries()[index];
-        entry.name = name;
-        Begin(std::move(entry));
-        source.ReadPacked(index, [this](std::string_view piece) { file_.Write(piece); });
+        pending_.push_back({&name, 0, &source, index});
     }
     void Finish()
     {
+        WriteUntil(0);
         const std::uint64_t begin = file_.Position();
         file_.Write(directory_);
         file_.Write(EndRecords(begin, directory_.size(), count_));
     }
 
 private:
+    /// An entry whose turn has not come; one without a source is in the queue.
+    struct Pending {
+        const std::string* name = nullptr;
+        std::size_t size = 0; // in the queue
+        const Reader* source = nullptr;
+        std::size_t index = 0;
+    };
+
+    /// Writes entries, the first first, until the contents of the others are that small.
+    void WriteUntil(std::size_t bytes)
+    {
+        while (!pending_.empty() && (bytes == 0 || pendingBytes_ > bytes)) {
+            const Pending entry = pending_.front();
+            pending_.pop_front();
+            pendingBytes_ -= entry.size;
+            if (entry.source == nullptr)
+                Write(*entry.name, queue_.Take());
+            else
+                WriteCopy(entry);
+        }
+    }
+    void Write(const std::string& name, const Packed& packed)
+    {
+        Begin(Describe(name, packed));
+        file_.Write(packed.bytes);
+    }
+    void WriteCopy(const Pending& pending)
+    {
+        Entry entry = pending.source->Entries()[pending.index];
+        entry.name = *pending.name;
+        Begin(std::move(entry));
+        pending.source->ReadPacked(pending.index,
+                                   [this](std::string_view piece) { file_.Write(piece); });
+    }
     void Begin(Entry entry)
     {
         entry.header = file_.Position();
@@ -149,7 +193,9 @@ private:
     }
 
     OutputFile& file_;
-    Deflater deflater_;
+    CompressionQueue queue_;
+    std::deque<Pending> pending_;
+    std::size_t pendingBytes_ = 0;
     std::string directory_;
     std::uint64_t count_ = 0;
 };

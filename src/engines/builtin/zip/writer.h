@@ -15,7 +15,7 @@ namespace orrery::zip {
 using Producer = std::function<void(EntrySink&)>;
 
 /// Writes a new zip container. Content is requested when the container is written, one entry at a
-/// time, so that only one packed entry is in memory.
+/// time, so that only the contents of a few are in memory.
 class Writer {
 public:
     /// Adds an entry with the packed bytes, the time and the attributes of another container's.

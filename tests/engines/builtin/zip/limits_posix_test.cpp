@@ -1,4 +1,5 @@
 #include "book/error.h"
+#include "engines/builtin/zip/compression_queue.h"
 #include "engines/builtin/zip/writer.h"
 #include "util/scratch_folder.h"
 #include "zip/built_zip.h"
@@ -6,7 +7,11 @@
 
 #include <csignal>
 #include <gtest/gtest.h>
+#include <pthread.h>
+#include <string>
 #include <sys/resource.h>
+#include <system_error>
+#include <thread>
 
 namespace orrery::zip {
 namespace {
@@ -31,6 +36,25 @@ TEST(Reader, AllocatesNoMemoryForDeclaredSizes)
     rusage after = {};
     getrusage(RUSAGE_SELF, &after);
     EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 * 1024) << "in KiB";
+}
+
+TEST(CompressionQueue, NeedsNoThread)
+{
+    pthread_attr_t before;
+    pthread_attr_t huge;
+    pthread_getattr_default_np(&before);
+    pthread_getattr_default_np(&huge);
+    pthread_attr_setstacksize(&huge, std::size_t{1} << 46U); // more than the system gives
+    ASSERT_EQ(pthread_setattr_default_np(&huge), 0);
+    EXPECT_THROW(std::thread([] {}).join(), std::system_error);
+    std::string content(100'000, 'x');
+    CompressionQueue queue;
+    queue.Add(content);
+    queue.Add(content);
+    const Packed first = queue.Take();
+    EXPECT_EQ(first.size, content.size());
+    EXPECT_EQ(queue.Take().bytes, first.bytes);
+    pthread_setattr_default_np(&before);
 }
 
 /// Limits the size of the files that this process can write, until the scope ends.

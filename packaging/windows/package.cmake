@@ -3,7 +3,7 @@
 # beside itself.
 
 file(READ ${PROJECT_SOURCE_DIR}/LICENSE license)
-file(READ ${CMAKE_CURRENT_SOURCE_DIR}/windows/notices.txt notices)
+file(READ ${CMAKE_CURRENT_SOURCE_DIR}/notices.txt notices)
 configure_file(windows/LICENSE.txt.in LICENSE.txt @ONLY NEWLINE_STYLE CRLF)
 configure_file(windows/README.txt.in README.txt @ONLY NEWLINE_STYLE CRLF)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/LICENSE.txt ${CMAKE_CURRENT_BINARY_DIR}/README.txt

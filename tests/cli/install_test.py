@@ -44,8 +44,9 @@ class Install(unittest.TestCase):
         expected = {"bin/orrery-cli", "share/man/man1/orrery-cli.1.gz",
                     "share/bash-completion/completions/orrery-cli",
                     "share/orrery/orrery.ini", "share/orrery/tips.txt",
-                    "share/doc/orrery/copyright", "share/doc/orrery/README.md",
-                    "share/doc/orrery/CHANGELOG.md", "share/doc/orrery/changelog.gz"}
+                    "share/doc/orrery/copyright", "share/doc/orrery/notices.txt",
+                    "share/doc/orrery/README.md", "share/doc/orrery/CHANGELOG.md",
+                    "share/doc/orrery/changelog.gz"}
         if WINDOW:
             expected |= window_files()
         if LIBREOFFICE:

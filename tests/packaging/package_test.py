@@ -105,6 +105,7 @@ class Package(unittest.TestCase):
         names = {str(path) for path in files}
         expected = {"/usr/bin/orrery", "/usr/bin/orrery-cli", "/usr/share/orrery/orrery.ini",
                     "/usr/share/orrery/help/index.html", "/usr/share/doc/orrery/copyright",
+                    "/usr/share/doc/orrery/notices.txt",
                     "/usr/share/doc/orrery/changelog.gz", "/usr/share/man/man1/orrery.1.gz",
                     f"/usr/share/applications/{ID}.desktop",
                     f"/usr/share/metainfo/{ID}.metainfo.xml",

@@ -67,9 +67,9 @@ BENCHMARK(SetCell);
 void CheckCell(benchmark::State& state)
 {
     const SheetCells cells(Index(MakeSheet(50, 40)));
-    const Formats formats("", "");
+    const Styles styles("", "");
     for ([[maybe_unused]] auto _ : state)
-        cells.CheckWritable(25, 20, formats);
+        cells.CheckWritable(25, 20, styles);
 }
 BENCHMARK(CheckCell);
 

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Times whole processes and prints medians and ratios of one run. For .xlsx: this program, the same
-# cells with openpyxl, and the limit (unpack the template's bytes, pack the output's bytes with
-# zlib level 6); also for a template with much in it, which rich_template.py makes. For .xls: this program, the same cells with xlrd and xlwt and with LibreOffice,
-# and the limit (write the template's bytes twelve times). The start-up beside that of an empty
-# program. Finally one calendar and ten years with every engine, which is also written to
-# docs/performance.md.
+# Times whole processes and prints medians and ratios of one run, for the shipped templates and for
+# one with much in it, which rich_template.py makes. For .xlsx: this program, the same cells with
+# openpyxl, and the limit (unpack the template's bytes, pack the output's bytes with zlib level 6).
+# For .xls: this program, the same cells with xlrd and xlwt and with LibreOffice, and the limit
+# (write the template's bytes twelve times). The start-up beside that of an empty program. Finally
+# one calendar and ten years with every engine, which is also written to docs/performance.md.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh

@@ -26,6 +26,18 @@ std::optional<char> ReadEscape(std::string_view text)
     return static_cast<char>(value);
 }
 
+/// Appends a name without its escapes, which are rare.
+void AppendDecoded(std::string_view name, std::string& decoded)
+{
+    for (auto at = name.find('%'); at != name.npos; at = name.find('%')) {
+        decoded += name.substr(0, at);
+        const auto escaped = ReadEscape(name.substr(at));
+        decoded += escaped.value_or('%');
+        name.remove_prefix(at + (escaped ? 3 : 1));
+    }
+    decoded += name;
+}
+
 /// The folder of a part, "/" at its end.
 std::string_view FolderOf(std::string_view part)
 {
@@ -40,13 +52,9 @@ std::string PartKey(std::string_view name)
     key.reserve(name.size() + 1);
     if (!name.starts_with('/') && !name.starts_with('\\'))
         key += '/';
-    for (std::size_t at = 0; at < name.size(); ++at) {
-        const auto escaped = ReadEscape(name.substr(at));
-        if (escaped)
-            at += 2;
-        const char c = escaped.value_or(name[at]);
-        key += c == '\\' ? '/' : ToLower(c);
-    }
+    AppendDecoded(name, key);
+    for (char& c : key)
+        c = c == '\\' ? '/' : ToLower(c);
     return key;
 }
 

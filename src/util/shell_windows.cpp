@@ -14,6 +14,8 @@
 #include <future>
 #include <objbase.h>
 #include <optional>
+#include <thread>
+#include <utility>
 
 namespace orrery::util {
 namespace {
@@ -53,10 +55,13 @@ void Execute(HWND owner, const std::string& file, const std::string& parameters,
         throw Error(ErrorKind::ShellFailure, file, ShellErrorMessage(result));
 }
 
-/// The shell may use extensions and DDE, which want an apartment of their own on the thread.
+/// The shell may use extensions, which want an apartment of their own on the thread.
 class ShellApartment {
 public:
-    ShellApartment() : result_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
+    ShellApartment()
+        : result_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE))
+    {
+    }
     ~ShellApartment()
     {
         if (SUCCEEDED(result_))
@@ -69,30 +74,55 @@ private:
     HRESULT result_;
 };
 
-/// A call of the shell on a thread of its own. What was asked for is opened even if this object
-/// goes first: it then waits for the call.
+void DispatchMessages()
+{
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE;)
+        DispatchMessageW(&message);
+}
+
+/// A call of the shell on a thread of its own. If this object goes first, as when the program ends,
+/// it waits for the call for a while: what was asked for is opened, but a call that never returns
+/// keeps no program alive. Its failure is not told then.
 class ShellCall : public ShellOpening {
 public:
+    /// Throws std::system_error if there is no thread to be had.
     explicit ShellCall(const std::string& file)
-        : call_(std::async(std::launch::async, [owner = GetActiveWindow(), file] {
-              const ShellApartment apartment;
-              Execute(owner, file, {}, {}, "open");
-          }))
     {
+        HWND const owner = GetAncestor(GetActiveWindow(), GA_ROOTOWNER); // a dialog may close
+        std::packaged_task<void()> task([owner, file] {
+            const ShellApartment apartment;
+            Execute(owner, file, {}, {}, "open");
+        });
+        call_ = task.get_future();
+        std::thread(std::move(task)).detach();
     }
+    ~ShellCall() override
+    {
+        constexpr auto kStep = std::chrono::milliseconds(10);
+        constexpr int kSteps = 500;
+        for (int i = 0; i < kSteps && !IsReady(kStep); ++i)
+            DispatchMessages(); // the call may send some to this thread's windows
+    }
+    ShellCall(const ShellCall&) = delete;
+    ShellCall& operator=(const ShellCall&) = delete;
 
     bool HasEnded() override
     {
-        if (!call_.valid()) // its end was told already
-            return true;
-        if (call_.wait_for(std::chrono::seconds(0)) != std::future_status::ready)
+        if (!IsReady(std::chrono::milliseconds(0)))
             return false;
-        call_.get();
+        if (call_.valid())
+            call_.get();
         return true;
     }
 
 private:
-    std::future<void> call_;
+    /// Whether the call has ended, then or earlier.
+    bool IsReady(std::chrono::milliseconds time) const
+    {
+        return !call_.valid() || call_.wait_for(time) == std::future_status::ready;
+    }
+
+    std::future<void> call_; // not valid when its end was told
 };
 
 } // namespace

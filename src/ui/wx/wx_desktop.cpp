@@ -99,7 +99,7 @@ void WxDesktop::Open(const std::string& fileOrAddress)
         openers_.push_back(std::move(opener));
         openersTimer_.Start(kStep);
     }
-    catch (const Error& error) {
+    catch (const std::exception& error) {
         Report(util::ErrorText(error));
     }
 }
@@ -111,7 +111,7 @@ void WxDesktop::WatchOpeners()
         try {
             return opener->HasEnded();
         }
-        catch (const Error& error) {
+        catch (const std::exception& error) {
             failures.push_back(util::ErrorText(error));
             return true;
         }

@@ -30,7 +30,8 @@ struct BuiltColumn {
     std::string insertFormat{};
     bool hasFilter = false;
     std::string filter{};
-    std::string total{}; ///< the tokens of the formula
+    std::string formula{}; ///< its tokens
+    std::string total{};   ///< the same
     bool totalIsArray = false;
     std::string totalText{};
     std::string headerStyle{}; ///< only of a table without a header row
@@ -91,9 +92,9 @@ inline std::string ColumnOf(const BuiltColumn& column, const BuiltTable& table)
 {
     const bool isMapped = !column.element.empty();
     const std::uint32_t flags =
-        (column.hasFilter ? 1U : 0U) | (isMapped ? 4U : 0U) | (column.total.empty() ? 0U : 0x80U) |
-        (column.totalIsArray ? 0x100U : 0U) | (column.headerStyle.empty() ? 0U : 0x200U) |
-        (column.totalText.empty() ? 0U : 0x400U);
+        (column.hasFilter ? 1U : 0U) | (isMapped ? 4U : 0U) | (column.formula.empty() ? 0U : 8U) |
+        (column.total.empty() ? 0U : 0x80U) | (column.totalIsArray ? 0x100U : 0U) |
+        (column.headerStyle.empty() ? 0U : 0x200U) | (column.totalText.empty() ? 0U : 0x400U);
     const auto size = [](std::string_view bytes) {
         return static_cast<std::uint32_t>(bytes.size());
     };
@@ -108,6 +109,8 @@ inline std::string ColumnOf(const BuiltColumn& column, const BuiltTable& table)
         data += LongNumbers({size(column.filter)}) + "\xFF\xFF" + column.filter;
     if (isMapped)
         data += Numbers({1}) + LongNumbers({2, 1}) + TextOf(column.element);
+    if (!column.formula.empty())
+        data += Numbers({static_cast<std::uint16_t>(column.formula.size())}) + column.formula;
     if (!column.total.empty())
         data += Numbers({static_cast<std::uint16_t>(column.total.size())}) + column.total;
     if (!column.totalText.empty())

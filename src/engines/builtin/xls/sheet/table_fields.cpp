@@ -29,6 +29,7 @@ constexpr std::uint32_t kHasEntryId = 1U << 20;
 // Of a column. [MS-XLS] 2.5.113
 constexpr std::uint32_t kHasFilter = 1U << 0;
 constexpr std::uint32_t kHasXmlMap = 1U << 2;
+constexpr std::uint32_t kHasFormula = 1U << 3;
 constexpr std::uint32_t kHasTotal = 1U << 7;
 constexpr std::uint32_t kTotalIsArray = 1U << 8;
 constexpr std::uint32_t kHasHeaderStyle = 1U << 9;
@@ -106,6 +107,8 @@ private:
             SkipFilter();
         if ((flags & kHasXmlMap) != 0)
             RemoveXmlMap();
+        if ((flags & kHasFormula) != 0)
+            SkipFormula();
         if ((flags & kHasTotal) != 0)
             SkipTotal((flags & kTotalIsArray) != 0);
         if ((flags & kHasTotalText) != 0)
@@ -133,11 +136,16 @@ private:
         patch_.Remove(begin, at_);
     }
 
-    void SkipTotal(bool isArray) // [MS-XLS] 2.5.118
+    std::string_view SkipFormula() // [MS-XLS] 2.5.114
     {
         const std::size_t size = ReadU16(record_, at_);
         at_ += 2;
-        const auto tokens = Skip(size);
+        return Skip(size);
+    }
+
+    void SkipTotal(bool isArray) // [MS-XLS] 2.5.118
+    {
+        const auto tokens = SkipFormula();
         if (isArray)
             CheckHasNoExtraData(tokens);
     }

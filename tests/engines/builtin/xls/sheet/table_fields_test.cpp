@@ -27,6 +27,7 @@ BuiltTable FullTable()
                       .insertFormat = "italic",
                       .hasFilter = true,
                       .filter = "a filter",
+                      .formula = kTokens + kTokens,
                       .total = kTokens,
                       .totalIsArray = true,
                       .headerStyle = "Heading 1"},

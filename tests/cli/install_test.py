@@ -86,6 +86,21 @@ class Install(unittest.TestCase):
         self.assertEqual((result.returncode, result.stdout), (1, ""))
         self.assertIn('The engine "libreoffice" is not available here;', result.stderr)
 
+    @unittest.skipUnless(LIBREOFFICE, "the build loads no libraries later")
+    def test_exceptions_have_one_code_for_the_program_and_its_libraries(self):
+        program = self.prefix / "bin/orrery-cli"
+        dynamic = subprocess.run(["readelf", "-W", "--dynamic", program], check=True, text=True,
+                                 capture_output=True).stdout
+        if "libstdc++" in dynamic:
+            return  # all have that
+        symbols = subprocess.run(["nm", "-D", "--defined-only", program], check=True, text=True,
+                                 capture_output=True).stdout
+        exported = {line.split()[-1] for line in symbols.splitlines()}
+        self.assertLessEqual({"__cxa_throw", "__cxa_rethrow", "__cxa_begin_catch",
+                              "__cxa_end_catch", "__cxa_get_globals", "__gxx_personality_v0",
+                              "_ZNSt3_V215system_categoryEv", "_ZNSt3_V216generic_categoryEv"},
+                             exported)
+
     def test_the_data_comes_from_the_installation(self):
         template = self.prefix / "share/orrery/template/Only here.xlsx"
         shutil.copy(self.prefix / "share/orrery/template/Desk.xlsx", template)

@@ -363,8 +363,9 @@ void Workbook::Saving::CheckStringsAreThere() const
         const std::size_t used = text ? text->Index().stringsUsed : 0;
         if (used > count) {
             throw util::Error(book::ErrorKind::DamagedWorkbook, {},
-                              "the cells of " + sheet->part_ + " use " + std::to_string(used) +
-                                  " shared texts, and there are " + std::to_string(count));
+                              "a cell of " + sheet->part_ + " uses the shared text " +
+                                  std::to_string(used) + ", and there are " +
+                                  std::to_string(count));
         }
     }
 }

@@ -30,12 +30,13 @@ void CompressionQueue::Add(std::string content)
     room.bytes.resize(Deflater::MostPacked(content.size()));
     {
         const std::lock_guard lock(mutex_);
-        waitingBytes_ += content.size();
+        const std::size_t size = content.size();
         jobs_.push_back({std::move(content), std::move(room)});
+        waitingBytes_ += size;
     }
     if (thread_.joinable())
         changed_.notify_all();
-    else if (waitingBytes_ >= kWorthAThread)
+    else if (waitingBytes_ >= kWorthAThread && !std::exchange(hasAsked_, true))
         StartThread();
 }
 

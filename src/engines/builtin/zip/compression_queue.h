@@ -47,6 +47,7 @@ private:
     std::size_t started_ = 0; // how many of them
     std::size_t waitingBytes_ = 0;
     bool isClosing_ = false;
+    bool hasAsked_ = false; // for a thread
     std::thread thread_;
 };
 

@@ -44,10 +44,10 @@ TEST(CompressionQueue, NeedsNoThread)
     pthread_attr_t huge;
     pthread_getattr_default_np(&before);
     pthread_getattr_default_np(&huge);
-    pthread_attr_setstacksize(&huge, std::size_t{1} << 46U); // more than the system gives
+    pthread_attr_setstacksize(&huge, std::size_t{1} << 62U); // more than the system gives
     ASSERT_EQ(pthread_setattr_default_np(&huge), 0);
     EXPECT_THROW(std::thread([] {}).join(), std::system_error);
-    std::string content(100'000, 'x');
+    const std::string content(100'000, 'x');
     CompressionQueue queue;
     queue.Add(content);
     queue.Add(content);

@@ -102,6 +102,19 @@ TEST_P(PicturesTest, MainPdf)
     Look("main-pdf");
 }
 
+TEST_P(PicturesTest, MainThatWaits)
+{
+    StartWith("Desk.xlsx");
+    OnMain([this] { return program_->engines.isStuck = true; });
+    user_->Key('G', wxMOD_ALT);
+    WaitFor("Cancel", [this] { return program_->form.cmdCancel.visible; });
+    Look("main-waits");
+    user_->Click("cmdCancel");
+    user_->WaitForMessage();
+    user_->Answer(WXK_RETURN);
+    WaitFor("the run's end", [this] { return !program_->form.cmdCancel.visible; });
+}
+
 TEST_P(PicturesTest, MainEmpty)
 {
     fs::remove_all(At("template"));
@@ -120,6 +133,22 @@ TEST_P(PicturesTest, ParametersYearly)
     Open();
     GoToYearly();
     Look("parameters-yearly");
+}
+
+TEST_P(PicturesTest, ParametersWithUnreadRules)
+{
+    WriteParameter("Desk.ini", "Monthly Calendar", "Holiday99", "99999,EASTER,typo");
+    Open();
+    Look("parameters-unread");
+}
+
+TEST_P(PicturesTest, HolidaysWithUnreadLines)
+{
+    std::ofstream(At("holiday/Mine.txt")) << "0101,DAY,New Year\n0230,DAY,Never\n0101,DAI,Odd\n";
+    Open();
+    OpenFromMain("cmdMChangeHoliday", "frmHoliday");
+    user_->Choose("cboHolidayFile", "Mine.txt");
+    Look("holidays-unread");
 }
 
 TEST_P(PicturesTest, Holidays)

@@ -108,6 +108,7 @@ public:
             return;
         if (!form_.cmdCancel.visible) {
             form_.cmdCancel.visible = true;
+            form_.prgRun.visible = false; // leaves room for the sentence
             form_.SetFocus(form_.cmdCancel);
             form_.lblStatus.ShowText("The spreadsheet program has not answered for a minute.");
         }
@@ -128,6 +129,7 @@ private:
             return;
         form_.cmdCancel.visible = false;
         form_.cmdCancel.enabled = true;
+        form_.prgRun.visible = true;
         form_.SetFocus(form_.cmdGenerate);
     }
 

@@ -298,6 +298,7 @@ TEST_F(MainFormWaitingTest, ThenCancelIsShownUntilThereIsAnAnswer)
     std::vector<bool> visible;
     desktop_.onLetPress = [&] {
         EXPECT_TRUE(form_->cmdCancel.visible);
+        EXPECT_FALSE(form_->prgRun.visible) << "the sentence needs the room";
         EXPECT_TRUE(form_->cmdCancel.enabled);
         EXPECT_EQ(form_->focus, &form_->cmdCancel);
         EXPECT_EQ(form_->lblStatus.caption,

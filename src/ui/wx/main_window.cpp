@@ -176,10 +176,16 @@ wxSizer* MainWindow::BuildStatusRow(wxPanel& panel)
     binder_.Bind(form_.prgRun, *progress);
     binder_.Describe(form_.prgRun, "Progress");
     row->Add(progress, centre);
-    row->Add(AddCommand(panel, form_.cmdCancel, &MainForm::cmdCancel_Click),
-             wxSizerFlags(centre).Border(wxLEFT));
-    row->Add(AddCommand(panel, form_.cmdOpenFolder, &MainForm::cmdOpenFolder_Click),
-             wxSizerFlags(centre).ReserveSpaceEvenIfHidden());
+    // One of the two is shown at a time, or none; the place stays.
+    auto* const cancel = AddCommand(panel, form_.cmdCancel, &MainForm::cmdCancel_Click);
+    auto* const openFolder = AddCommand(panel, form_.cmdOpenFolder, &MainForm::cmdOpenFolder_Click);
+    wxSize size = openFolder->GetBestSize();
+    size.IncTo(cancel->GetBestSize());
+    auto* const place = new wxBoxSizer(wxHORIZONTAL);
+    place->SetMinSize(size);
+    place->Add(cancel, wxSizerFlags(1));
+    place->Add(openFolder, wxSizerFlags(1));
+    row->Add(place, wxSizerFlags(centre).Border(wxLEFT));
     return row;
 }
 

@@ -37,6 +37,11 @@ protected:
         HidePaths();
         user_->MoveAway();
         Settle();
+        LookAtOnce(name);
+    }
+    /// The same while the window takes no input.
+    void LookAtOnce(const std::string& name)
+    {
         std::this_thread::sleep_for(std::chrono::milliseconds(150)); // wait for painting
         EXPECT_THAT(OnMain([] { return LayoutProblems(*FrontWindow()); }), IsEmpty()) << name;
         const fs::path file = Folder() / (name + ".png");
@@ -108,7 +113,7 @@ TEST_P(PicturesTest, MainThatWaits)
     OnMain([this] { return program_->engines.isStuck = true; });
     user_->Key('G', wxMOD_ALT);
     WaitFor("Cancel", [this] { return program_->form.cmdCancel.visible; });
-    Look("main-waits");
+    LookAtOnce("main-waits");
     user_->Click("cmdCancel");
     user_->WaitForMessage();
     user_->Answer(WXK_RETURN);

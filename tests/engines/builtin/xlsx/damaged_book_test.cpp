@@ -310,7 +310,8 @@ TEST_F(DamagedBookTest, CellsWithMissingStringsDoNotGetNewOnes)
     EXPECT_NO_THROW(writeAndSave());
     for (const std::string index : {"1", "4294967295"}) {
         useString(index);
-        EXPECT_THAT(ErrorOf(writeAndSave).Cause(), HasSubstr("/xl/worksheets/sheet1.xml uses the shared text"));
+        EXPECT_THAT(ErrorOf(writeAndSave).Cause(),
+                    HasSubstr("/xl/worksheets/sheet1.xml uses the shared text"));
     }
     useString("1");
     Model().SetName("January"); // which adds no string

@@ -201,7 +201,7 @@ TEST(CompoundWriterTest, CopiesStoragesUnderTheRoot)
     test::ExpectSame(written, expected);
 }
 
-/// Without ids, which a change gives anew.
+/// Without ids: a change gives new ones.
 Snapshot WithoutIds(Snapshot snapshot)
 {
     for (auto& [path, content] : snapshot)

@@ -37,7 +37,8 @@ void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption);
 /// wxID_YES. Shows the style's icon on every system.
 int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title, long style);
 
-/// Handles the user's input for one control, in the middle of something long; other input waits.
+/// Handles the user's input for one control, in the middle of something long. Other input is
+/// dropped.
 void HandleInputOf(wxWindow& control);
 
 /// Highlights the button as the main action of its window.

@@ -157,11 +157,19 @@ int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title
 
 void HandleInputOf(wxWindow& control)
 {
+    HWND const handle = control.GetHWND();
     MSG message = {};
-    while (::PeekMessageW(&message, control.GetHWND(), 0, 0, PM_REMOVE) != FALSE) {
+    const auto dispatch = [&message] {
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);
+    };
+    // What the user presses elsewhere would otherwise happen after the wait.
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_INPUT) != FALSE) {
+        if (message.hwnd == handle)
+            dispatch();
     }
+    while (::PeekMessageW(&message, handle, 0, 0, PM_REMOVE) != FALSE)
+        dispatch();
 }
 
 // The system highlights the default button, but the toolkit sets it only in an active window, and a

@@ -216,6 +216,7 @@ TEST_F(MainWindowTest, CancelEndsARunThatWaitsForAnApplication)
     user_->Key('G', wxMOD_ALT);
     WaitFor("Cancel", [this] { return program_->form.cmdCancel.visible; });
     EXPECT_EQ(user_->TextOf("lblStatus"), "The spreadsheet program has not answered for a minute.");
+    user_->Click("cmdAbout"); // nothing but Cancel takes input
     user_->Click("cmdCancel");
     EXPECT_THAT(user_->WaitForMessage(), HasSubstr("does not answer any more"));
     user_->Answer(WXK_RETURN);
@@ -223,6 +224,7 @@ TEST_F(MainWindowTest, CancelEndsARunThatWaitsForAnApplication)
     EXPECT_EQ(user_->TextOf("lblStatus"), "2027Desk.xlsx was not finished.");
     EXPECT_FALSE(OnMain([] { return wxIsBusy(); })) << "the hourglass is still there";
     EXPECT_FALSE(user_->IsShown("cmdCancel"));
+    EXPECT_TRUE(OnMain([this] { return FrontWindow() == program_->window; }));
 }
 
 TEST_F(MainWindowTest, TabReachesTheCheckBoxAfterTheGenerateButton)

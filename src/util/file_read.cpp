@@ -64,7 +64,7 @@ void InputFile::CheckUnchanged() const
 
 std::string InputFile::ReadAll(std::uint64_t maxSize)
 {
-    constexpr std::size_t kChunk = 65536;
+    constexpr std::size_t kChunk = 4096;
     CheckTextSize(path_, Size(), maxSize);
     std::string bytes;
     std::size_t size = 0;

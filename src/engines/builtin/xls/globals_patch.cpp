@@ -4,6 +4,7 @@
 #include "engines/builtin/xls/records/unicode_string.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orrery::xls {
 namespace {
@@ -22,9 +23,10 @@ std::string BoundSheet(const SheetEntry& entry, const std::string& name)
 
 class Patcher {
 public:
-    Patcher(const Globals& globals, const SavedGlobals& saved)
-        : globals_(globals), saved_(saved), bytes_(globals.Stream().substr(0, globals.End())),
-          positions_(PositionsOfOriginals(saved.sheets))
+    Patcher(const Globals& globals, SavedGlobals saved)
+        : globals_(globals), saved_(std::move(saved)),
+          bytes_(globals.Stream().substr(0, globals.End())),
+          positions_(PositionsOfOriginals(saved_.sheets))
     {
     }
 
@@ -34,9 +36,9 @@ public:
         PatchSheets();
         PatchReferences();
         if (!saved_.drawingGroup.empty())
-            Replace(globals_.DrawingGroupPlace(), saved_.drawingGroup);
+            Replace(globals_.DrawingGroupPlace(), std::move(saved_.drawingGroup));
         if (!saved_.headerPictures.empty())
-            Replace(globals_.HeaderPicturesPlace(), saved_.headerPictures);
+            Replace(globals_.HeaderPicturesPlace(), std::move(saved_.headerPictures));
         SheetPlaces(bytes_).Rename(patch_, bytes_, saved_.nameOf);
         if (saved_.strings)
             PatchStrings();
@@ -143,7 +145,7 @@ private:
     }
 
     const Globals& globals_;
-    const SavedGlobals& saved_;
+    SavedGlobals saved_;
     std::string_view bytes_;
     std::vector<std::size_t> positions_;
     TextPatch patch_;
@@ -167,9 +169,9 @@ std::vector<std::uint16_t> TabIds(const Globals& globals, const std::vector<Save
     return saved;
 }
 
-std::string PatchGlobals(const Globals& globals, const SavedGlobals& saved)
+std::string PatchGlobals(const Globals& globals, SavedGlobals saved)
 {
-    return Patcher(globals, saved).Patched();
+    return Patcher(globals, std::move(saved)).Patched();
 }
 
 std::vector<std::size_t> OffsetPlaces(std::string_view savedGlobals)

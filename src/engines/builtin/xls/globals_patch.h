@@ -29,7 +29,7 @@ struct SavedGlobals {
 std::vector<std::uint16_t> TabIds(const Globals& globals, const std::vector<SavedSheet>& sheets);
 
 /// The globals of the saved workbook. The offsets of the sheets are filled in later.
-std::string PatchGlobals(const Globals& globals, const SavedGlobals& saved);
+std::string PatchGlobals(const Globals& globals, SavedGlobals saved);
 
 /// Offsets in the saved globals of the sheets' offsets, four bytes each, in order.
 std::vector<std::size_t> OffsetPlaces(std::string_view savedGlobals);

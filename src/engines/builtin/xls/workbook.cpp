@@ -101,11 +101,12 @@ void Workbook::Read()
 {
     file_ = std::make_unique<CompoundFile>(ReadWholeFile(Path()));
     streamEntry_ = FindStream(*file_);
-    auto encrypted = file_->ReadStream(streamEntry_);
-    auto stream = Decrypt(encrypted);
+    auto stored = file_->ReadStream(streamEntry_);
+    const std::size_t size = stored.size();
+    auto stream = Decrypt(std::move(stored));
     if (!stream)
         throw Error(ErrorKind::PasswordProtected);
-    wasEncrypted_ = *stream != encrypted;
+    wasEncrypted_ = stream->size() != size; // decrypting removes a record
     stream_ = std::move(*stream);
     globals_.emplace(stream_);
     ReadSheets();

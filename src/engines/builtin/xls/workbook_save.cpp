@@ -32,13 +32,6 @@ void CheckGrowth(const char* what, std::uint64_t bytes, std::uint64_t most)
                               " MiB, and " + std::to_string(most >> 20) + " MiB is the limit");
 }
 
-std::string Number(std::uint32_t value)
-{
-    std::string bytes;
-    AppendU32(bytes, value);
-    return bytes;
-}
-
 } // namespace
 
 /// Everything that saving works out before it writes.
@@ -118,7 +111,7 @@ std::uint32_t Workbook::StringReferences()
 
 void Workbook::WriteStream(StreamSink& sink, const Saving& saving)
 {
-    const auto globals = GlobalsBytes(saving);
+    auto globals = GlobalsBytes(saving);
     sink.Append(globals);
     const auto places = OffsetPlaces(globals);
     const auto sheets = Sheets<Sheet>();
@@ -129,12 +122,16 @@ void Workbook::WriteStream(StreamSink& sink, const Saving& saving)
             throw util::Error(book::ErrorKind::SheetNotCopied, sheets[i]->CurrentName(),
                               "the workbook would be larger than its format allows");
         const auto offset = static_cast<std::uint32_t>(sink.Size());
-        sink.Patch(places[i], Number(offset));
+        PutU32(globals, places[i], offset);
         sink.Append(SheetBytes(i, offset, saving));
         if (!sheets[i]->IsCopy())
             sink.Append(sheets[i]->Original().Tail());
     }
     sink.Append(end_.In(stream_));
+    // The sheets' offsets, which are near each other.
+    const std::size_t begin = places.front();
+    const std::size_t end = places.back() + sizeof(std::uint32_t);
+    sink.Patch(begin, std::string_view(globals).substr(begin, end - begin));
 }
 
 std::string Workbook::GlobalsBytes(const Saving& saving)
@@ -150,7 +147,7 @@ std::string Workbook::GlobalsBytes(const Saving& saving)
     saved.stringReferences = StringReferences();
     saved.drawingGroup = saving.identities.DrawingGroup();
     saved.headerPictures = saving.identities.HeaderPictures();
-    return PatchGlobals(*globals_, saved);
+    return PatchGlobals(*globals_, std::move(saved));
 }
 
 /// Makes a copy's bytes differ from its model's where they must.

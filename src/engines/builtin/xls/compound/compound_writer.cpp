@@ -24,15 +24,13 @@ public:
 
     void Append(std::string_view bytes) override
     {
-        if (IsInFile()) {
-            file_.Append(bytes);
-        }
-        else {
-            beginning_ += bytes;
-            if (beginning_.size() >= kMiniCutoff)
-                MoveToFile();
-        }
         size_ += bytes.size();
+        if (!IsInFile() && size_ >= kMiniCutoff)
+            MoveToFile();
+        if (IsInFile())
+            file_.Append(bytes);
+        else
+            beginning_ += bytes;
     }
 
     std::uint64_t Size() const override { return size_; }

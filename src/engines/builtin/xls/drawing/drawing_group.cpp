@@ -217,6 +217,7 @@ void DrawingGroup::AppendTo(std::string& stream) const
         stream += records_;
         return;
     }
+    stream.reserve(stream.size() + records_.size() + TableSize());
     GroupWriter writer(kind_, records_, stream);
     writer.Append(Beginning());
     for (const auto& piece : art_.Pieces()) {

@@ -6,11 +6,15 @@ import zlib
 import package_findings
 from cells import SheetCells
 from formulas import names_sheet
+from macros import macro_failures
 from opc import CONTENT_TYPES, local, rels_name, rels_owner
+from vba import Project
 from workbook import formula_texts, is_selected
+from xls_compound import CompoundFile
 
 # What may go: a signature does not hold any more, a calculation chain is made anew.
 _MAY_GO = ("_xmlsignatures/", "calcchain")
+_MACROS = "application/vnd.ms-office.vbaProject"
 _TYPE_BASES = ("http://schemas.openxmlformats.org/officeDocument/2006/relationships/",
                "http://purl.oclc.org/ooxml/officeDocument/relationships/")
 
@@ -51,9 +55,29 @@ def untouched_failures(before, after, plan):
         if name not in after:
             if not any(word in name.lower() for word in _MAY_GO):
                 yield f"{name} is gone"
+        elif before.content_type(name) == _MACROS:
+            yield from _macro_failures(before, after, name, plan)
         elif before.read(name) != after.read(name) and not _may_change(before, name, plan, owned) \
                 and not _lost_values(before, after, name):
             yield f"{name} changed"
+
+
+def _macro_failures(before, after, name, plan):
+    """Only copies of a sheet whose module has code change the macros."""
+    old, new = (Project(CompoundFile(name, package.read(name)).entries)
+                for package in (before, after))
+    model = old.module(_code_name(before, plan.model) or "")
+    copied = {sheet.name for sheet in plan.sheets[1:]}
+    copies = [sheet for sheet in after.sheets if sheet.name in copied]
+    if copies and model and model.code:
+        yield from macro_failures(old, new, model, [_code_name(after, each) for each in copies])
+    elif before.read(name) != after.read(name):
+        yield f"{name} changed"
+
+
+def _code_name(package, sheet):
+    return next((element.get("codeName") for element in package.tree(sheet.part)
+                 if local(element.tag) == "sheetPr"), None)
 
 
 def _may_change(package, name, plan, owned):

@@ -33,10 +33,12 @@ class Entry:
 class CompoundFile:
     """`entries` maps a path of names to its Entry; `problems` says what is against the rules."""
 
-    def __init__(self, path):
-        self.path = path
-        with open(path, "rb") as file:
-            self.bytes = file.read()
+    def __init__(self, path, data=None):
+        """`data` are the bytes of a file that is inside another one."""
+        self.path, self.bytes = path, data
+        if data is None:
+            with open(path, "rb") as file:
+                self.bytes = file.read()
         if self.bytes[:8] != _MAGIC:
             raise ValueError("no compound file")
         self.problems = []

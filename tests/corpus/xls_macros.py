@@ -1,9 +1,9 @@
-"""The macros of an edited .xls workbook: each copy of a sheet whose module has code has a module with
-that code, and nothing else changed."""
+"""The macros of an edited .xls workbook, and what their changes mean for its streams."""
 
 import struct
 
 import xls_book as biff
+from macros import macro_failures
 from vba import STORAGE, Project
 from xls_places import CODENAME
 
@@ -33,29 +33,9 @@ class EditedMacros:
         if not copies or not model or not model.code:
             return
         new = _project(after.file)
-        self.failures += [f"macros: {problem}" for problem in new.problems
-                          if problem not in old.problems]
-        if new.is_compiled:
-            self.failures.append("macros: something compiled is left")
-        if new.outside_of_modules() != old.outside_of_modules():
-            self.failures.append("macros: the project changed")
         names = [_code_name(sheet) for sheet in after.sheets[first + 1:first + 1 + copies]]
-        self._judge_copies(old, new, model, names)
+        self.failures += macro_failures(old, new, model, names)
         self._find_paths(old, names)
-
-    def _judge_copies(self, old, new, model, names):
-        for name in names:
-            copy = new.module(name or "")
-            if copy is None or old.module(name) is not None:
-                self.failures.append(f"macros: no module of its own for {name}")
-            elif copy.code != model.code or not copy.is_document:
-                self.failures.append(f"macros: {name} has other code than {model.name}")
-            elif copy.bytes not in new.documents:
-                self.failures.append(f"macros: {name} is no document's")
-        kept = [each for each in new.modules if each.name not in names]
-        if [(each.name, each.source) for each in kept] != [
-                (each.name, each.source) for each in old.modules]:
-            self.failures.append("macros: the modules of the template changed")
 
     def _find_paths(self, old, names):
         modules = (STORAGE, "VBA")

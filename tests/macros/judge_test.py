@@ -3,10 +3,15 @@
 import os
 import tempfile
 import unittest
+import zipfile
+from types import SimpleNamespace
 
 import calendars  # noqa: F401  which knows where the judges are
+import integrity
+import make_macros
 import project
 from make_macros import MODULES, workbook_stream
+from opc import Package
 from project import SHEET_BASE, Module
 from vba import STORAGE, Project
 from xls_book import Book
@@ -14,6 +19,7 @@ from xls_macros import EditedMacros
 
 EVENT = MODULES[1].code
 COPY = Module("Sheet3", EVENT, SHEET_BASE)
+MACROS = project.compound_file(project.members(MODULES))
 BEFORE = {"Month": "Sheet1", "Year": "Sheet2"}
 AFTER = {"Month": "Sheet1", "Month (2)": "Sheet3", "Year": "Sheet2"}
 
@@ -110,6 +116,51 @@ class Judge(unittest.TestCase):
         self.assertTrue(found.is_compiled)
         self.assertEqual([module.source for module in found.modules],
                          [module.source() for module in MODULES])
+
+
+class PackageJudge(unittest.TestCase):
+    """The same in an .xlsx file. What else a copy needs is left out: others look for that."""
+
+    def package(self, macros, copies=()):
+        parts = make_macros.package()
+        parts["xl/vbaProject.bin"] = macros
+        for name, code_name in copies:
+            part = f"worksheets/{name}.xml"
+            parts["xl/" + part] = parts["xl/worksheets/sheet1.xml"].replace("Sheet1", code_name)
+            parts["xl/workbook.xml"] = parts["xl/workbook.xml"].replace(
+                "</sheets>", f'<sheet name="{name}" sheetId="9" r:id="copy"/></sheets>')
+            parts["xl/_rels/workbook.xml.rels"] = parts["xl/_rels/workbook.xml.rels"].replace(
+                "</Relationships>", f'<Relationship Id="copy" Type="{make_macros.SHEET_LINK}" '
+                f'Target="{part}"/></Relationships>')
+        with tempfile.NamedTemporaryFile(suffix=".xlsx", delete=False) as file:
+            with zipfile.ZipFile(file, "w") as package:
+                for name, content in parts.items():
+                    package.writestr(name, content)
+        self.addCleanup(os.unlink, file.name)
+        return Package(file.name)
+
+    def judged(self, modules, copies=(("Copy", "Sheet3"),), model=0):
+        """What is found about the macros where the first sheet was copied."""
+        before = self.package(MACROS)
+        after = self.package(project.compound_file(project.members(modules, not copies)), copies)
+        plan = SimpleNamespace(model=before.sheets[model],
+                               sheets=[SimpleNamespace(name=name) for name in ("Month", "Copy")])
+        return [failure for failure in integrity.untouched_failures(before, after, plan)
+                if "macros: " in failure or "vbaProject" in failure]
+
+    def test_nothing_is_found_in_a_good_copy(self):
+        self.assertEqual(self.judged([*MODULES, COPY]), [])
+
+    def test_a_copy_without_a_module_or_with_other_code(self):
+        self.assertEqual(self.judged(MODULES), ["macros: no module of its own for Sheet3"])
+        self.assertEqual(self.judged([*MODULES, Module("Sheet3", "Beep", SHEET_BASE)]),
+                         ["macros: Sheet3 has other code than Sheet1"])
+
+    def test_macros_that_nothing_had_to_change(self):
+        self.assertEqual(self.judged(MODULES, copies=()), [])
+        for judged in (self.judged([*MODULES, COPY], copies=()),
+                       self.judged([*MODULES, COPY], model=1)):  # which has no code
+            self.assertEqual(judged, ["xl/vbaProject.bin changed"])
 
 
 if __name__ == "__main__":

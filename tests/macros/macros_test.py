@@ -3,7 +3,6 @@
 import json
 import re
 import struct
-import tempfile
 import unittest
 import zipfile
 
@@ -39,10 +38,7 @@ def read_parts(path):
 
 
 def package_project(parts):
-    with tempfile.NamedTemporaryFile(suffix=".bin") as file:
-        file.write(parts["xl/vbaProject.bin"])
-        file.flush()
-        found = xls_compound.CompoundFile(file.name)
+    found = xls_compound.CompoundFile("vbaProject.bin", parts["xl/vbaProject.bin"])
     return found, Project(found.entries)
 
 

@@ -83,6 +83,7 @@ def workbook_stream(code_names):
 
 _RELATIONS = "http://schemas.openxmlformats.org/officeDocument/2006/relationships"
 _MACROS = "http://schemas.microsoft.com/office/2006/relationships"
+SHEET_LINK = _RELATIONS + "/worksheet"
 _MAIN = "http://schemas.openxmlformats.org/spreadsheetml/2006/main"
 _SHEETS = "application/vnd.openxmlformats-officedocument.spreadsheetml"
 _HEAD = '<?xml version="1.0" encoding="UTF-8" standalone="yes"?>\n'
@@ -101,7 +102,7 @@ def _sheet(name, code_name):
             '<row r="2"><c r="A2"><v>7</v></c></row></sheetData></worksheet>')
 
 
-def _package():
+def package():
     """The parts of an .xlsx file whose content is that of a workbook with macros."""
     types = (_HEAD + '<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types">'
              '<Default Extension="rels" '
@@ -123,8 +124,8 @@ def _package():
         "_rels/.rels": _links((f"{_RELATIONS}/officeDocument", "xl/workbook.xml")),
         "xl/workbook.xml": workbook,
         "xl/_rels/workbook.xml.rels": _links(
-            (f"{_RELATIONS}/worksheet", "worksheets/sheet1.xml"),
-            (f"{_RELATIONS}/worksheet", "worksheets/sheet2.xml"),
+            (SHEET_LINK, "worksheets/sheet1.xml"),
+            (SHEET_LINK, "worksheets/sheet2.xml"),
             (f"{_MACROS}/vbaProject", "vbaProject.bin")),
         "xl/worksheets/sheet1.xml": _sheet("Month", CODE_NAMES["Month"]),
         "xl/worksheets/sheet2.xml": _sheet("Year", CODE_NAMES["Year"]),
@@ -136,11 +137,11 @@ def _package():
 
 
 def _write_package(path):
-    with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as package:
-        for name, content in _package().items():
+    with zipfile.ZipFile(path, "w", zipfile.ZIP_DEFLATED) as file:
+        for name, content in package().items():
             entry = zipfile.ZipInfo(name, (2027, 1, 1, 0, 0, 0))
             entry.compress_type = zipfile.ZIP_DEFLATED
-            package.writestr(entry, content)
+            file.writestr(entry, content)
 
 
 def main():

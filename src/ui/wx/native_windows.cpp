@@ -163,7 +163,7 @@ void HandleInputOf(wxWindow& control)
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);
     };
-    // What the user presses elsewhere would otherwise happen after the wait.
+    // Clicks and keys for others would otherwise take effect after the wait.
     while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_INPUT) != FALSE) {
         if (message.hwnd == handle)
             dispatch();

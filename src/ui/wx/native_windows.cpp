@@ -158,6 +158,9 @@ int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title
 void HandleInputOf(wxWindow& control)
 {
     HWND const handle = control.GetHWND();
+    // What changed is drawn at once, since no other message than the control's is handled.
+    ::RedrawWindow(::GetAncestor(handle, GA_ROOT), nullptr, nullptr,
+                   RDW_UPDATENOW | RDW_ALLCHILDREN);
     MSG message = {};
     const auto dispatch = [&message] {
         ::TranslateMessage(&message);

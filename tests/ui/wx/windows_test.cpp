@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdlib>
 #include <gmock/gmock.h>
+#include <set>
 #include <wx/listbox.h>
 
 namespace orrery::ui::wx {
@@ -162,6 +163,36 @@ public:
 private:
     PROCESS_INFORMATION process_{};
 };
+
+/// The colours of a part of the screen.
+std::set<COLORREF> ColoursOn(const wxRect& place)
+{
+    HDC const screen = ::GetDC(nullptr);
+    std::set<COLORREF> colours;
+    for (int y = place.GetTop(); y <= place.GetBottom(); ++y) {
+        for (int x = place.GetLeft(); x <= place.GetRight(); ++x)
+            colours.insert(::GetPixel(screen, x, y));
+    }
+    ::ReleaseDC(nullptr, screen);
+    return colours;
+}
+
+TEST_F(WindowsTest, CancelIsDrawnWhileARunWaits)
+{
+    Start();
+    user_->Choose("cboTemplateFile", "Desk.xlsx");
+    OnMain([this] { program_->engines.isStuck = true; });
+    user_->Key('G', wxMOD_ALT);
+    WaitFor("Cancel", [this] { return program_->form.cmdCancel.visible; });
+    WaitFor("its picture", [] {
+        // A button has a frame, a face and a caption; the window has one colour there without it.
+        return ColoursOn(FindControl("cmdCancel").GetScreenRect()).size() > 2;
+    });
+    user_->Click("cmdCancel");
+    user_->WaitForMessage();
+    user_->Answer(WXK_RETURN);
+    WaitFor("the run's end", [this] { return !program_->form.cmdCancel.visible; });
+}
 
 TEST_F(WindowsTest, TheProgramAcceptsTemplateNamesOutsideTheCodePage)
 {

@@ -205,7 +205,7 @@ book::Worksheet* Workbook::FindWorksheet(std::string_view name)
 {
     log_.Call("Worksheets(" + std::string(name) + ')');
     for (const auto& sheet : sheets_) {
-        if (engines::SameSheetName(sheet->Name(), name))
+        if (book::SameName(sheet->Name(), name))
             return sheet.get();
     }
     return nullptr;
@@ -260,7 +260,7 @@ void Workbook::InsertAfter(const book::Worksheet& sheet, SheetContent content)
 bool Workbook::IsTaken(std::string_view name, const Worksheet* self) const
 {
     return std::any_of(sheets_.begin(), sheets_.end(), [&](const auto& sheet) {
-        return sheet.get() != self && engines::SameSheetName(sheet->Name(), name);
+        return sheet.get() != self && book::SameName(sheet->Name(), name);
     });
 }
 

@@ -1,36 +1,17 @@
 #pragma once
 
-#include <compare>
+#include "book/cell_address.h"
+
 #include <cstdint>
-#include <string>
 
 namespace orrery::engines {
 
-/// A cell of a sheet, counted from 1: "B6" is row 6, column 2. Ordered row by row, as in the file.
-struct CellAddress {
-    std::int32_t row = 0;    ///< from 1
-    std::int32_t column = 0; ///< from 1
-    friend auto operator<=>(const CellAddress&, const CellAddress&) = default;
-};
-
-/// A rectangle of cells, both corners included.
-struct CellRange {
-    CellAddress first; ///< upper left
-    CellAddress last;  ///< lower right
-    friend bool operator==(const CellRange&, const CellRange&) = default;
-
-    bool Contains(CellAddress cell) const;
-    bool IsOneCell() const { return first == last; }
-    /// Extends the rectangle to include the cell.
-    void Widen(CellAddress cell);
-};
+using book::CellAddress;
+using book::CellRange;
+using book::FormatCellAddress;
+using book::FormatCellRange;
 
 /// Throws Error(CellOutsideSheet). Row and column are those of the request.
 [[noreturn]] void ThrowOutsideSheet(std::int32_t row, std::int32_t column);
-
-/// "B6". Row and column are positive.
-std::string FormatCellAddress(CellAddress cell);
-/// "B6:C9", or "B6" for one cell.
-std::string FormatCellRange(const CellRange& range);
 
 } // namespace orrery::engines

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "book/names.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -7,14 +9,12 @@
 
 namespace orrery::engines {
 
+using book::FoldCase;
+using book::SameName;
+
 /// Excel's rules for a sheet's name, except uniqueness: 1 to 31 UTF-16 units, none of : \ / ? * [
 /// ], no apostrophe at either end, not "History", no control characters, valid UTF-8.
 bool IsValidSheetName(std::string_view name);
-/// Whether Excel treats two sheet names (or defined names) as the same: case is ignored, beyond
-/// ASCII too, whatever the locale.
-bool SameSheetName(std::string_view left, std::string_view right);
-/// The case-folded form of a name; names that are the same to Excel fold to the same form.
-std::string FoldCase(std::string_view name);
 /// The longest beginning of the text with at most `units` UTF-16 units that splits no character.
 std::string_view CutToUnits(std::string_view text, std::size_t units);
 /// Checks that a sheet may have the name among `others`, the workbook's other sheets. Throws Error

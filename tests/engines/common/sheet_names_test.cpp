@@ -72,8 +72,8 @@ class SameSheetNameTest : public testing::TestWithParam<SameCase> {};
 TEST_P(SameSheetNameTest, IgnoresCase)
 {
     const auto& [name, left, right, same] = GetParam();
-    EXPECT_EQ(SameSheetName(left, right), same);
-    EXPECT_EQ(SameSheetName(right, left), same);
+    EXPECT_EQ(SameName(left, right), same);
+    EXPECT_EQ(SameName(right, left), same);
     EXPECT_EQ(FoldCase(left) == FoldCase(right), same);
 }
 INSTANTIATE_TEST_SUITE_P(

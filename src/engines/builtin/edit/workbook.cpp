@@ -55,7 +55,7 @@ void Workbook::Add(std::unique_ptr<Sheet> sheet)
 book::Worksheet* Workbook::FindWorksheet(std::string_view name)
 {
     for (const auto& sheet : sheets_) {
-        if (sheet->IsWorksheet() && engines::SameSheetName(sheet->name_, name))
+        if (sheet->IsWorksheet() && book::SameName(sheet->name_, name))
             return sheet.get();
     }
     return nullptr;
@@ -143,7 +143,7 @@ bool Workbook::IsChanged() const
 NameLookup Workbook::NamesSeenBy(const Sheet* owner) const
 {
     return [this, owner](std::string_view name) -> std::optional<std::string> {
-        const bool itself = owner != nullptr && engines::SameSheetName(owner->templateName_, name);
+        const bool itself = owner != nullptr && book::SameName(owner->templateName_, name);
         const Sheet* const meant = itself ? owner : FindOriginal(name);
         if (meant == nullptr || !meant->IsRenamed())
             return std::nullopt;

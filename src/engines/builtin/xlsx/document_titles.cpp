@@ -13,7 +13,7 @@
 namespace orrery::xlsx {
 
 using builtin::TextPatch;
-using engines::SameSheetName;
+using book::SameName;
 
 namespace {
 
@@ -135,7 +135,7 @@ private:
     std::size_t OldSheet(std::string_view name) const
     {
         const auto found = std::find_if(oldSheets_.begin(), oldSheets_.end(),
-                                        [&](const auto& old) { return SameSheetName(old, name); });
+                                        [&](const auto& old) { return SameName(old, name); });
         return static_cast<std::size_t>(found - oldSheets_.begin());
     }
 

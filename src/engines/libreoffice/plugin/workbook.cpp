@@ -52,7 +52,7 @@ Workbook::Workbook(Office& office, const std::filesystem::path& path, const Swit
 book::Worksheet* Workbook::FindWorksheet(std::string_view name)
 {
     for (const std::string& each : sheets_.Names()) {
-        if (engines::SameSheetName(each, name))
+        if (book::SameName(each, name))
             return &sheets_.Of(each);
     }
     return nullptr;

@@ -62,7 +62,7 @@ private:
     {
         return [this, &sheets, viewer](std::string_view name) -> std::optional<std::string> {
             const auto is = [&](const SavedSheet& sheet) {
-                return engines::SameSheetName(part_.Sheets()[sheet.Origin].Name, name);
+                return book::SameName(part_.Sheets()[sheet.Origin].Name, name);
             };
             if (viewer < sheets.size() && is(sheets[viewer]))
                 return sheets[viewer].Name;

@@ -7,7 +7,7 @@
 namespace orrery::xlsx {
 
 using engines::FoldCase;
-using engines::SameSheetName;
+using book::SameName;
 
 const std::string* TableChange::FindColumn(std::string_view column) const
 {
@@ -36,7 +36,7 @@ TableNames TableNames::Inside(std::string_view templateName) const
 std::optional<std::string> TableNames::NameOf(std::string_view name) const
 {
     const TableChange* table = Find(name);
-    if (table == nullptr || SameSheetName(table->name, name))
+    if (table == nullptr || SameName(table->name, name))
         return std::nullopt;
     return table->name;
 }

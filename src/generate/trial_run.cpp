@@ -7,74 +7,99 @@
 #include "util/error_text.h"
 #include "util/text.h"
 
-#include <optional>
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace orrery::generate {
 namespace {
 
-/// Collects the reports of a run, one line each, after its calendar's name.
-class FindingList : public RunObserver {
+/// Collects the reports of a run, one line each after its calendar's name, and the written cells.
+class TrialObserver : public RunObserver {
 public:
-    FindingList(RecordingWorkbook& workbook, std::int16_t year) : workbook_(workbook), year_(year)
+    TrialObserver(RecordingWorkbook& workbook, std::int16_t year) : workbook_(workbook), year_(year)
     {
     }
-    void Begin(std::string calendar) { calendar_ = std::move(calendar); }
+    /// Begins a calendar whose model is the template's sheet of that name.
+    void Begin(std::string calendar, std::string model)
+    {
+        calendar_ = std::move(calendar);
+        model_ = std::move(model);
+    }
 
     void Report(const std::string& text) override
     {
         std::string line;
         for (const std::string_view part : util::SplitLines(text))
             line += (line.empty() ? "" : " ") + std::string(part);
-        lines_.push_back(calendar_ + ": " + line);
+        trial_.findings.push_back(calendar_ + ": " + line);
     }
     void FailureIgnored(const std::string& what, const std::exception& error) override
     {
         Report(what + "\r\n" + util::ErrorText(error));
     }
-    void MonthDone(CalendarKind /*kind*/, std::int16_t month) override
+    void MonthDone(CalendarKind kind, std::int16_t month) override
     {
-        std::size_t count = 0;
-        std::optional<util::Error> first;
-        for (RecordedCell& cell : workbook_.Take()) {
-            if (cell.error && count++ == 0)
-                first = std::move(cell.error);
-        }
-        if (first) {
-            Report("in " + std::to_string(year_) + '-' + std::to_string(month) + ", " +
-                   std::to_string(count) + (count == 1 ? " cell" : " cells") +
-                   " cannot be written. " + util::ErrorText(*first));
-        }
+        auto cells = workbook_.Take();
+        ReportErrors(cells, month);
+        const bool opensSheet = kind == CalendarKind::Monthly || month == 1;
+        if (opensSheet)
+            trial_.sheets.push_back(
+                {{}, model_, kind == CalendarKind::Monthly ? month : std::int16_t{0}, {}});
+        auto& all = trial_.sheets.back().cells;
+        std::move(cells.begin(), cells.end(), std::back_inserter(all));
     }
 
-    std::vector<std::string> Take() { return std::move(lines_); }
+    /// The trial, whose sheets get the names of the filled ones.
+    Trial Take(const std::vector<std::string>& names)
+    {
+        // A calendar that ended early has begun a sheet that the run does not count as filled.
+        trial_.sheets.resize(std::min(trial_.sheets.size(), names.size()));
+        for (std::size_t i = 0; i < trial_.sheets.size(); ++i)
+            trial_.sheets[i].name = names[i];
+        return std::move(trial_);
+    }
 
 private:
+    void ReportErrors(const std::vector<RecordedCell>& cells, std::int16_t month)
+    {
+        const auto failed = [](const RecordedCell& cell) { return cell.error.has_value(); };
+        const auto first = std::find_if(cells.begin(), cells.end(), failed);
+        if (first == cells.end())
+            return;
+        const auto count = std::count_if(first, cells.end(), failed);
+        Report("in " + std::to_string(year_) + '-' + std::to_string(month) + ", " +
+               std::to_string(count) + (count == 1 ? " cell" : " cells") + " cannot be written. " +
+               util::ErrorText(*first->error));
+    }
+
     RecordingWorkbook& workbook_;
     std::int16_t year_;
     std::string calendar_;
-    std::vector<std::string> lines_;
+    std::string model_;
+    Trial trial_;
 };
 
 } // namespace
 
-std::vector<std::string> TryCalendars(book::Workbook& workbook, std::int16_t year,
-                                      model::ParameterSets sets, const model::NameTables& names)
+Trial TryCalendars(book::Workbook& workbook, std::int16_t year, model::ParameterSets sets,
+                   const model::NameTables& names)
 {
     RecordingWorkbook recording(workbook);
-    FindingList findings(recording, year);
-    Context context{names, findings};
+    TrialObserver observer(recording, year);
+    std::vector<std::string> filled;
+    Context context{names, observer, &filled};
     context.easter = holidays::EasterDate(year);
     try {
-        findings.Begin("Monthly calendar");
+        observer.Begin("Monthly calendar", sets.Monthly.SheetName);
         MakeMonthlyCalendar(recording, year, sets.Monthly, context);
-        findings.Begin("Yearly calendar");
+        observer.Begin("Yearly calendar", sets.Yearly.SheetName);
         MakeYearlyCalendar(recording, year, sets.Yearly, context);
     }
     catch (const RunEnded&) {
         // The last finding says that the application is lost.
     }
-    return findings.Take();
+    return observer.Take(filled);
 }
 
 } // namespace orrery::generate

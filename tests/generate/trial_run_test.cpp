@@ -5,7 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
+#include <map>
+#include <utility>
 
 namespace orrery::generate {
 namespace {
@@ -26,19 +29,66 @@ protected:
         for (const std::string& sheet : sheets)
             content.push_back({sheet, {}});
         fake::Workbook workbook(log_, content);
-        return TryCalendars(workbook, static_cast<std::int16_t>(year), sets_, names_);
+        trial_ = TryCalendars(workbook, static_cast<std::int16_t>(year), sets_, names_);
+        return trial_.findings;
     }
 
     fake::CallLog log_;
     model::NameTables names_;
     model::ParameterSets sets_;
+    Trial trial_;
 };
+
+using CellTexts = std::map<std::pair<std::int32_t, std::int32_t>, std::string>;
+
+/// What a trial leaves in the cells of a sheet.
+CellTexts TextsOf(const TrialSheet& sheet)
+{
+    CellTexts texts;
+    for (const RecordedCell& cell : sheet.cells) {
+        const auto* const number = std::get_if<std::int16_t>(&cell.value);
+        texts[{cell.cell.row, cell.cell.column}] =
+            number != nullptr ? std::to_string(*number) : std::get<std::string>(cell.value);
+    }
+    return texts;
+}
 
 TEST_F(TrialRunTest, FindsNothingInAGoodTemplateAndSavesNothing)
 {
     EXPECT_EQ(Run({"Sheet1", "Sheet2"}), Texts{});
     EXPECT_EQ(log_.CallsWith("SaveAs"), Texts{});
     EXPECT_EQ(log_.CallsWith("December(").size(), 31U) << "it is the real generation";
+}
+
+TEST_F(TrialRunTest, TellsTheSheetsAndWhatIsWrittenOnThem)
+{
+    sets_.Monthly.OutMonth = true;
+    sets_.Monthly.FirstCellOfMonth = {1, 30};
+    Run({"Sheet1", "Sheet2"});
+    ASSERT_EQ(trial_.sheets.size(), 13U);
+    EXPECT_EQ(trial_.sheets[1].name, "February");
+    EXPECT_EQ(trial_.sheets[1].model, "Sheet2");
+    EXPECT_EQ(trial_.sheets[1].month, 2);
+    EXPECT_EQ(trial_.sheets[12].name, "2023");
+    EXPECT_EQ(trial_.sheets[12].model, "Sheet1");
+    EXPECT_EQ(trial_.sheets[12].month, 0);
+    const auto february = TextsOf(trial_.sheets[1]);
+    const auto days = std::count_if(february.begin(), february.end(), [](const auto& cell) {
+        return cell.second.size() <= 2 && !cell.second.empty();
+    });
+    EXPECT_EQ(days, 28) << "of 2023";
+    EXPECT_EQ(february.at({1, 30}), "February");
+    std::size_t daysOfYear = 0;
+    for (const auto& [cell, text] : TextsOf(trial_.sheets[12]))
+        daysOfYear += text.empty() ? 0U : 1U;
+    EXPECT_EQ(daysOfYear, 365U) << "all blocks are on one sheet";
+}
+
+TEST_F(TrialRunTest, TellsNoSheetsOfACalendarThatIsNotMade)
+{
+    Run({"Sheet1"});
+    ASSERT_EQ(trial_.sheets.size(), 1U);
+    EXPECT_EQ(trial_.sheets[0].month, 0);
 }
 
 TEST_F(TrialRunTest, FindsMissingSheets)

@@ -46,8 +46,8 @@ protected:
     Texts Check() const
     {
         const auto application = CreateApplication({});
-        return generate::TryCalendars(application->OpenWorkbook(Template(), true), 2027, sets_,
-                                      names_);
+        auto& workbook = application->OpenWorkbook(Template(), true);
+        return generate::TryCalendars(workbook, 2027, sets_, names_).findings;
     }
     /// The sheets of the calendar of 2027.
     std::vector<contract::SavedSheet> Run()

@@ -24,6 +24,8 @@ struct StartRequest {
     Patience* patience = nullptr;                  ///< outlives the application; may be null
 };
 
+class WorkbookView;
+
 /// The spreadsheet applications that are available.
 class Engines {
 public:
@@ -33,6 +35,11 @@ public:
     /// Starts an application by its resolved name. Throws Error(PathTooLong) if it cannot open or
     /// save one of the files, Error (EngineMissing, ApplicationFailure) if it does not start.
     virtual std::unique_ptr<Application> Start(const std::string& name, StartRequest request) = 0;
+
+    /// Opens a workbook to look at it, without an application. Throws Error: FileNotFound,
+    /// FileNotReadable, NotARegularFile, NotAWorkbook, PasswordProtected, OldBinaryFormat,
+    /// BinaryWorkbook, DamagedWorkbook, TooLargeUnpacked.
+    virtual std::unique_ptr<WorkbookView> OpenView(const std::filesystem::path& path) = 0;
 
     /// Whether workbooks can be printed to PDF files, whichever application wrote them.
     virtual bool CanPrintPdf() const = 0;

@@ -2,6 +2,7 @@
 
 #include "book/error.h"
 #include "engines/builtin/application.h"
+#include "engines/builtin/open_view.h"
 #include "engines/builtin/opening_check.h"
 #include "engines/builtin/structure_protection.h"
 #include "engines/excel/application.h"
@@ -92,6 +93,11 @@ std::unique_ptr<book::Application> InstalledEngines::Start(const std::string& na
                                                            book::StartRequest request)
 {
     return CreateApplication(ChoiceOf(name), std::move(request));
+}
+
+std::unique_ptr<book::WorkbookView> InstalledEngines::OpenView(const std::filesystem::path& path)
+{
+    return builtin::OpenWorkbookView(path);
 }
 
 bool InstalledEngines::CanPrintPdf() const

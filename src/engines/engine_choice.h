@@ -38,6 +38,7 @@ public:
     std::string Resolve(const std::string& name) const override;
     std::unique_ptr<book::Application> Start(const std::string& name,
                                              book::StartRequest request) override;
+    std::unique_ptr<book::WorkbookView> OpenView(const std::filesystem::path& path) override;
     bool CanPrintPdf() const override;
     std::unique_ptr<book::PdfPrinter> StartPdfPrinter(book::Patience* patience) override;
 };

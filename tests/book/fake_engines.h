@@ -3,6 +3,7 @@
 #include "book/engines.h"
 #include "book/error.h"
 #include "book/fake_spreadsheet.h"
+#include "book/look/workbook_view.h"
 #include "util/error.h"
 
 #include <memory>
@@ -11,6 +12,22 @@
 #include <vector>
 
 namespace orrery::fake {
+
+/// A workbook whose worksheets look as given.
+class WorkbookView : public book::WorkbookView {
+public:
+    explicit WorkbookView(std::vector<book::SheetLook> sheets) : sheets_(std::move(sheets))
+    {
+        for (const book::SheetLook& sheet : sheets_)
+            workbook_.sheets.push_back({sheet.name, {}, {}});
+    }
+    const book::WorkbookLook& Workbook() const override { return workbook_; }
+    const book::SheetLook& Sheet(std::size_t index) override { return sheets_.at(index); }
+
+private:
+    book::WorkbookLook workbook_;
+    std::vector<book::SheetLook> sheets_;
+};
 
 /// Offers one spreadsheet application, "fake", also known as "auto".
 class Engines : public book::Engines {
@@ -29,6 +46,11 @@ public:
         return std::make_unique<Application>(log);
     }
 
+    std::unique_ptr<book::WorkbookView> OpenView(const std::filesystem::path& /*path*/) override
+    {
+        return std::make_unique<WorkbookView>(sheetsToSee);
+    }
+
     bool CanPrintPdf() const override { return canPrintPdf; }
     std::unique_ptr<book::PdfPrinter> StartPdfPrinter(book::Patience* patience) override
     {
@@ -38,6 +60,7 @@ public:
     }
 
     CallLog log;
+    std::vector<book::SheetLook> sheetsToSee; ///< of every workbook that is looked at
     bool canPrintPdf = false;
     std::string resolved = "fake"; ///< the result for every known name
     std::vector<std::string> started;

@@ -10,6 +10,15 @@
 
 namespace orrery::book {
 
+/// A rectangle in shares of the box around it.
+struct ShareBox {
+    double left = 0;
+    double top = 0;
+    double right = 1;
+    double bottom = 1;
+    friend bool operator==(const ShareBox&, const ShareBox&) = default;
+};
+
 /// The line around or through something; absent colours are automatic ones.
 struct Outline {
     bool isVisible = true;
@@ -91,6 +100,8 @@ struct ChartAxis {
     bool hasLabels = true;
     std::string numberFormat; ///< empty: that of the values
     std::optional<Font> font;
+    bool hasLine = true; ///< the axis itself
+    std::optional<Color> lineColor;
 };
 
 enum class LegendPlace : std::uint8_t { Right, Left, Top, Bottom, TopRight };
@@ -104,10 +115,12 @@ struct Chart {
     std::optional<LegendPlace> legend;
     std::optional<Color> fill; ///< of the whole chart; absent: none
     std::optional<Color> plotFill;
+    std::optional<ShareBox> plotPlace; ///< of the plot between its axes, if it was set by hand
     Outline outline;
     bool is3D = false;
     std::string kindName;       ///< of `ChartKind::Other`, as the file calls it ("waterfall")
     std::vector<Color> accents; ///< of the theme: the colours of series without their own
+    Font font;                  ///< of texts without one of their own
 };
 
 } // namespace orrery::book

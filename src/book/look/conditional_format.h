@@ -105,7 +105,8 @@ struct IconSet {
     std::vector<Icon> icons;
 };
 
-/// One rule. Formulas are relative to the first cell of the first range.
+/// One rule. Formulas are relative to the upper left cell of the rectangle
+/// around all ranges of the format. [MS-XLS] 2.4.56 (refBound)
 struct ConditionalRule {
     ConditionKind kind = ConditionKind::Expression;
     std::int32_t priority = 0; ///< a lower number wins

@@ -29,15 +29,6 @@ struct Anchor {
     std::int64_t height = 0;
 };
 
-/// A rectangle in shares of the box around it.
-struct ShareBox {
-    double left = 0;
-    double top = 0;
-    double right = 1;
-    double bottom = 1;
-    friend bool operator==(const ShareBox&, const ShareBox&) = default;
-};
-
 struct ParagraphRun {
     std::string text;
     Font font;
@@ -67,13 +58,17 @@ struct Drawing {
     Anchor anchor;       ///< of a drawing on the sheet
     ShareBox place;      ///< of one in a group: in the group's box
     double rotation = 0; ///< degrees clockwise around its middle
+    /// The anchor holds the drawing after a quarter turn: its box, unturned, has the same middle
+    /// with width and height exchanged.
+    bool isAnchorTurned = false;
     bool flipsHorizontally = false;
     bool flipsVertically = false;
 
-    std::string geometry = "rect";   ///< of shapes: ECMA-376 20.1.10.56 (ST_ShapeType)
-    std::vector<double> adjustments; ///< of the geometry, in 1/100,000, in its order
-    std::optional<Fill> fill;        ///< absent: none
-    double fillOpacity = 1;          ///< [0:1]
+    std::string geometry = "rect"; ///< of shapes: ECMA-376 20.1.10.56 (ST_ShapeType)
+    std::vector<double>
+        adjustments; ///< of the geometry, in 1/100,000, in its order; NaN: as it has it itself
+    std::optional<Fill> fill; ///< absent: none
+    double fillOpacity = 1;   ///< [0:1]
     Outline outline;
     bool hasArrowAtStart = false;
     bool hasArrowAtEnd = false;

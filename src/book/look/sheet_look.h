@@ -58,8 +58,10 @@ struct SheetLook {
     // Sizes
     std::optional<double> standardWidth;    ///< of columns without one, as `ColumnLook::width`
     double baseWidth = 8;                   ///< digits, if there is no standard width
+    std::optional<double> basePadding;      ///< digits beside them; absent: five pixels
     std::optional<double> defaultRowHeight; ///< points
     bool areRowsHidden = false;             ///< those without an entry
+    bool areRowsWholePixels = true;         ///< as Excel shows them; false: as high as stored
     std::vector<ColumnLook> columns;        ///< rising, without overlaps
     std::vector<RowLook> rows;              ///< rising
 

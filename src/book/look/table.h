@@ -3,6 +3,7 @@
 #include "book/cell_address.h"
 #include "book/look/cell_style.h"
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -29,8 +30,8 @@ enum class TablePart : std::uint8_t {
 
 struct TableStyle {
     std::map<TablePart, PartialStyle> parts;
-    std::int32_t rowStripe[2] = {1, 1}; ///< rows of the first and of the second stripe
-    std::int32_t columnStripe[2] = {1, 1};
+    std::array<std::int32_t, 2> rowStripe = {1, 1}; ///< rows of the first and of the second stripe
+    std::array<std::int32_t, 2> columnStripe = {1, 1};
 };
 
 /// A table with a style; a pivot table's style likewise.

@@ -37,6 +37,13 @@ struct WorkbookLook {
     std::size_t activeSheet = 0;
 };
 
+/// A cell of a workbook.
+struct CellOfSheet {
+    std::size_t sheet = 0; ///< its index
+    CellAddress cell;
+    friend auto operator<=>(const CellOfSheet&, const CellOfSheet&) = default;
+};
+
 /// A workbook that is looked at.
 class WorkbookView {
 public:
@@ -47,6 +54,15 @@ public:
     virtual const SheetLook& Sheet(std::size_t index) = 0;
     /// The index of the sheet with that name, ignoring case.
     std::optional<std::size_t> FindSheet(std::string_view name) const;
+    /// The index of the sheet that formulas of the sheet `from` mean by a name.
+    virtual std::optional<std::size_t> ReferencedSheet(std::string_view name,
+                                                       std::size_t /*from*/) const
+    {
+        return FindSheet(name);
+    }
+    /// The cells that differ from the file's: stored results of formulas that read them, directly
+    /// or not, are out of date.
+    virtual std::vector<CellOfSheet> WrittenCells() const { return {}; }
 };
 
 } // namespace orrery::book

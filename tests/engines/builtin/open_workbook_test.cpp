@@ -1,6 +1,7 @@
 #include "engines/builtin/open_workbook.h"
 
 #include "book/error.h"
+#include "engines/builtin/open_view.h"
 #include "places/places.h"
 #include "util/error.h"
 #include "util/file_replace.h"
@@ -25,12 +26,20 @@ const std::filesystem::path kTests = places::SourceFolder() / "tests/engines/bui
 
 class OpenWorkbookTest : public testing::Test {
 protected:
-    /// The kind of error for a file of these bytes; nothing if it opens.
+    /// The kind of error for a file of these bytes, which is the same whether it is filled or
+    /// looked at; nothing if it opens.
     std::optional<util::AnyErrorKind> Problem(const std::string& bytes)
     {
         util::ReplaceFile(file_, bytes);
+        const auto problem = ProblemOf([this] { OpenWorkbookFile(file_); });
+        EXPECT_EQ(problem, ProblemOf([this] { OpenWorkbookView(file_); }));
+        return problem;
+    }
+
+    template <typename Action> std::optional<util::AnyErrorKind> ProblemOf(Action action)
+    {
         try {
-            OpenWorkbookFile(file_);
+            action();
         }
         catch (const util::Error& error) {
             EXPECT_EQ(error.Subject(), file_.string());

@@ -4,10 +4,8 @@
 #include "engines/builtin/common/error_path.h"
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/copy_identities.h"
-#include "engines/builtin/xls/records/encryption.h"
+#include "engines/builtin/xls/records/workbook_stream.h"
 #include "util/error.h"
-#include "util/file_replace.h"
-#include "util/paths.h"
 
 #include <algorithm>
 #include <limits>
@@ -21,26 +19,6 @@ using builtin::WithErrorPath;
 using util::Error;
 
 constexpr std::uint8_t kWorksheetType = 0;
-
-std::string ReadWholeFile(const std::filesystem::path& path)
-{
-    auto bytes = util::ReadFile(path);
-    if (!bytes)
-        throw Error(util::ErrorKind::FileNotReadable, util::FromPath(path));
-    return std::move(*bytes);
-}
-
-/// The workbook stream. Files for two versions have both, of which the first is the newer; some
-/// programs give the newer one the older name.
-EntryId FindStream(const CompoundFile& file)
-{
-    for (const auto* name : {"Workbook", "Book"}) {
-        const auto stream = file.Find(name);
-        if (stream && file.Entry(*stream).type == EntryType::Stream)
-            return *stream;
-    }
-    throw Error(ErrorKind::NotAWorkbook);
-}
 
 } // namespace
 
@@ -100,14 +78,10 @@ std::size_t Workbook::MaxSheets() const
 void Workbook::Read()
 {
     file_ = std::make_unique<CompoundFile>(ReadWholeFile(Path()));
-    streamEntry_ = FindStream(*file_);
-    auto stored = file_->ReadStream(streamEntry_);
-    const std::size_t size = stored.size();
-    auto stream = Decrypt(std::move(stored));
-    if (!stream)
-        throw Error(ErrorKind::PasswordProtected);
-    wasEncrypted_ = stream->size() != size; // decrypting removes a record
-    stream_ = std::move(*stream);
+    streamEntry_ = FindWorkbookStream(*file_);
+    auto stream = ReadWorkbookStream(*file_, streamEntry_);
+    wasEncrypted_ = stream.wasEncrypted;
+    stream_ = std::move(stream.bytes);
     globals_.emplace(stream_);
     ReadSheets();
 }

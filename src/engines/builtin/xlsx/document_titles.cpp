@@ -12,8 +12,8 @@
 
 namespace orrery::xlsx {
 
-using builtin::TextPatch;
 using book::SameName;
+using builtin::TextPatch;
 
 namespace {
 

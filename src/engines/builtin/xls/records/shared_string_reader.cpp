@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::uint8_t kHasReadingAids = 0x04; // "fExtSt"
 constexpr std::uint8_t kHasRuns = 0x08;        // "fRichSt"
-constexpr std::size_t kRunSize = 4;            // bytes of "FormatRun"
 constexpr std::size_t kCountsSize = 8;
 
 [[noreturn]] void ThrowTableDamaged()
@@ -93,11 +92,12 @@ bool SharedStringReader::Next(SharedString& string)
     string.begin = Position();
     const std::size_t count = ReadNumber(2);
     const auto flags = static_cast<std::uint8_t>(ReadNumber(1));
-    const std::uint64_t runs = (flags & kHasRuns) != 0 ? ReadNumber(2) : 0;
+    const std::size_t runs = (flags & kHasRuns) != 0 ? ReadNumber(2) : 0;
     const std::uint64_t aids = (flags & kHasReadingAids) != 0 ? ReadNumber(4) : 0;
     string.plain = (flags & (kHasRuns | kHasReadingAids)) == 0;
     ReadText(count, flags, string.text);
-    Skip(runs * kRunSize + aids);
+    ReadRuns(runs, string.runs);
+    Skip(aids);
     ++read_;
     return true;
 }
@@ -116,6 +116,15 @@ void SharedStringReader::ReadText(std::size_t count, std::uint8_t flags, std::u1
             return;
         NextRecord();
         wide = (ReadNumber(1) & kWideCharacters) != 0;
+    }
+}
+
+void SharedStringReader::ReadRuns(std::size_t count, std::vector<FormatRun>& runs)
+{
+    runs.clear();
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto begin = static_cast<std::uint16_t>(ReadNumber(2));
+        runs.push_back({begin, static_cast<std::uint16_t>(ReadNumber(2))});
     }
 }
 

@@ -6,8 +6,15 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orrery::xls {
+
+/// From a character on, a text of the table has another font. [MS-XLS] 2.5.129
+struct FormatRun {
+    std::uint16_t begin = 0; ///< UTF-16 units before it
+    std::uint16_t font = 0;  ///< as other records count fonts
+};
 
 /// A string of the table and where it is in the records.
 struct SharedString {
@@ -15,6 +22,7 @@ struct SharedString {
     std::size_t begin = 0;       ///< offset of the string in the records
     bool plain = true;           ///< no formatting runs, no phonetic data
     std::u16string text;
+    std::vector<FormatRun> runs;
 };
 
 /// Reads the strings of an SST record and its CONTINUE records. The characters of a string may
@@ -43,6 +51,7 @@ private:
     void NextRecord();
     std::uint32_t ReadNumber(std::size_t size);
     void ReadText(std::size_t count, std::uint8_t flags, std::u16string& text);
+    void ReadRuns(std::size_t count, std::vector<FormatRun>& runs);
     void Skip(std::uint64_t size);
 
     RecordReader reader_;

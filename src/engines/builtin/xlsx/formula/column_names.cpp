@@ -3,29 +3,11 @@
 #include "engines/builtin/xlsx/formula/escaped_text.h"
 #include "engines/builtin/xml/text.h"
 #include "util/text.h"
-#include "util/unicode.h"
-
-#include <charconv>
 
 namespace orrery::xlsx {
 namespace {
 
 constexpr std::string_view kMarked = "'[]#@"; // need an apostrophe before them
-constexpr std::size_t kEscapeLength = 7;      // "_x000a_"
-
-/// The UTF-16 unit that an escape at the beginning of the text stands for; nothing if there is no
-/// escape, or only half a character.
-std::optional<char32_t> EscapeAt(std::string_view text)
-{
-    if (text.size() < kEscapeLength || !text.starts_with("_x") || text[kEscapeLength - 1] != '_')
-        return std::nullopt;
-    unsigned code = 0;
-    const char* const end = text.data() + kEscapeLength - 1;
-    const auto [rest, error] = std::from_chars(text.data() + 2, end, code, 16);
-    const bool half = code >= 0xD800 && code <= 0xDFFF;
-    return error == std::errc() && rest == end && !half ? std::optional<char32_t>(code)
-                                                        : std::nullopt;
-}
 
 /// The end of the name that begins at `at`: the first "[" or "]" without an apostrophe before it.
 std::size_t NameEnd(std::string_view text, std::size_t at)
@@ -113,17 +95,7 @@ std::string EncodeColumnName(std::string_view name)
 
 std::string DecodeColumnName(std::string_view value)
 {
-    std::string name;
-    for (std::size_t at = 0; at < value.size();) {
-        if (const auto character = EscapeAt(value.substr(at))) {
-            util::AppendUtf8(name, *character);
-            at += kEscapeLength;
-        }
-        else {
-            name += value[at++];
-        }
-    }
-    return name;
+    return UnescapeText(value);
 }
 
 std::optional<std::string> RenameInBrackets(std::string_view brackets, const ColumnLookup& columns)

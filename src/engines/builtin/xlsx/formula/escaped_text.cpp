@@ -1,11 +1,16 @@
 #include "engines/builtin/xlsx/formula/escaped_text.h"
 
+#include "util/unicode.h"
+
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
+#include <optional>
 
 namespace orrery::xlsx {
 namespace {
 
+constexpr std::size_t kEscapeLength = 7;                    // "_x000a_"
 constexpr std::string_view kNotCharacter1 = "\xEF\xBF\xBE"; // U+FFFE
 constexpr std::string_view kNotCharacter2 = "\xEF\xBF\xBF"; // U+FFFF
 
@@ -53,6 +58,20 @@ bool LooksLikeEscape(std::string_view text)
            (text[kDigitsEnd] == '_' || UnwritableAt(text.substr(kDigitsEnd)).length != 0);
 }
 
+/// The UTF-16 unit that an escape at the beginning of the text stands for; nothing if there is no
+/// escape, or only half a character.
+std::optional<char32_t> EscapeAt(std::string_view text)
+{
+    if (text.size() < kEscapeLength || !text.starts_with("_x") || text[kEscapeLength - 1] != '_')
+        return std::nullopt;
+    unsigned code = 0;
+    const char* const end = text.data() + kEscapeLength - 1;
+    const auto [rest, error] = std::from_chars(text.data() + 2, end, code, 16);
+    const bool half = code >= 0xD800 && code <= 0xDFFF;
+    return error == std::errc() && rest == end && !half ? std::optional<char32_t>(code)
+                                                        : std::nullopt;
+}
+
 } // namespace
 
 std::string EscapeText(std::string_view text)
@@ -73,6 +92,22 @@ std::string EscapeText(std::string_view text)
         ++at;
     }
     return escaped;
+}
+
+std::string UnescapeText(std::string_view escaped)
+{
+    std::string text;
+    text.reserve(escaped.size());
+    for (std::size_t at = 0; at < escaped.size();) {
+        if (const auto character = EscapeAt(escaped.substr(at))) {
+            util::AppendUtf8(text, *character);
+            at += kEscapeLength;
+        }
+        else {
+            text += escaped[at++];
+        }
+    }
+    return text;
 }
 
 } // namespace orrery::xlsx

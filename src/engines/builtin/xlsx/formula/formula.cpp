@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/formula/formula.h"
 
+#include "engines/builtin/common/sheet_quotes.h"
 #include "engines/builtin/xlsx/formula/formula_lexer.h"
 #include "util/text.h"
 
@@ -10,6 +11,8 @@
 namespace orrery::xlsx {
 namespace {
 
+using builtin::InApostrophes;
+using builtin::NeedsApostrophes;
 using Kind = FormulaToken::Kind;
 
 // Functions whose result may change although no cell that they refer to does.
@@ -27,49 +30,19 @@ bool IsVolatile(std::string_view function)
            kVolatileFunctions.end();
 }
 
-bool IsPlain(char c)
-{
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' ||
-           c == '.';
-}
-
 bool IsTruthValue(std::string_view upper)
 {
     return upper == "TRUE" || upper == "FALSE";
-}
-
-/// Whether a name without apostrophes could be read as a cell ("JAN27", "R1C1", "RC"), a number or
-/// a truth value, or would not be read as one name. It is true a little more often than in Excel,
-/// because apostrophes are always allowed.
-bool NeedsQuotes(std::string_view name)
-{
-    if (name.empty() || !std::all_of(name.begin(), name.end(), IsPlain))
-        return true;
-    const std::string upper = util::ToUpperAscii(name);
-    if (!(upper[0] >= 'A' && upper[0] <= 'Z') && upper[0] != '_')
-        return true;
-    std::size_t letters = 0;
-    const bool cellLike = ReadColumn(upper, letters) != 0 && letters < upper.size() &&
-                          upper[letters] >= '0' && upper[letters] <= '9';
-    return cellLike || IsTruthValue(upper) || upper == "R" || upper == "C" || upper == "RC";
-}
-
-std::string InApostrophes(std::string_view text)
-{
-    std::string quoted = "'";
-    for (const char c : text)
-        quoted.append(c == '\'' ? 2 : 1, c);
-    return quoted + '\'';
 }
 
 /// A prefix as a formula writes it; one pair of apostrophes encloses everything.
 std::string FormatPrefix(const SheetPrefix& prefix)
 {
     std::string text = prefix.Book + prefix.First;
-    bool quotes = NeedsQuotes(prefix.First);
+    bool quotes = NeedsApostrophes(prefix.First);
     if (!prefix.Last.empty()) {
         text += ':' + prefix.Last;
-        quotes |= NeedsQuotes(prefix.Last);
+        quotes |= NeedsApostrophes(prefix.Last);
     }
     return (quotes ? InApostrophes(text) : text) + '!';
 }
@@ -146,7 +119,7 @@ private:
 
 std::string QuoteSheetName(std::string_view name)
 {
-    return NeedsQuotes(name) ? InApostrophes(name) : std::string(name);
+    return NeedsApostrophes(name) ? InApostrophes(name) : std::string(name);
 }
 
 bool IsChartData(std::string_view name)

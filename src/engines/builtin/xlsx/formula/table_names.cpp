@@ -6,8 +6,8 @@
 
 namespace orrery::xlsx {
 
-using engines::FoldCase;
 using book::SameName;
+using engines::FoldCase;
 
 const std::string* TableChange::FindColumn(std::string_view column) const
 {

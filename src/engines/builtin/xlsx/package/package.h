@@ -52,6 +52,9 @@ public:
     /// Kept after the first call. Throws Error (DamagedWorkbook, TooDeeplyNested,
     /// TooLargeUnpacked).
     PartText ReadXml(std::string_view part) const;
+    /// The text of an XML part in UTF-8, neither checked nor kept: for large parts that are read
+    /// once. Throws Error (DamagedWorkbook, TooLargeUnpacked).
+    std::string Text(std::string_view part) const;
     /// The relationships of a part, or of the package for ""; empty if it has no .rels part.
     const Relationships& RelationshipsOf(std::string_view part) const;
     /// The unpacked size of a part of the container in bytes; 0 if it is missing.
@@ -87,7 +90,6 @@ private:
     bool IsContentTypes(std::size_t entry) const;
     std::string Bytes(std::string_view part) const;
     std::string BytesOf(std::size_t entry) const;
-    std::string Text(std::string_view part) const;
 
     std::filesystem::path path_;
     std::unique_ptr<zip::Reader> zip_;

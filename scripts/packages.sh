@@ -1,7 +1,8 @@
 # The Debian packages that the project needs, by purpose, and `install_packages`, which installs what is
 # missing, as root or with sudo. Sourced by the other scripts.
 
-packages_build=(g++ ccache cmake ninja-build pkg-config libcli11-dev libdeflate-dev
+packages_build=(g++ ccache cmake ninja-build pkg-config libcli11-dev libdeflate-dev libutf8proc-dev
+    fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation fonts-dejavu-core
     libmbedtls-dev zlib1g-dev libwxgtk3.2-dev libgtk-3-dev librsvg2-bin icoutils fp-utils-3.2.2
     python3 python3-markdown)
 # What the window tests need: a display, a window manager, the buses, fonts and icons.
@@ -11,8 +12,8 @@ packages_test=(libpugixml-dev libzip-dev libgtest-dev libgmock-dev libbenchmark-
     libclang-rt-14-dev git unzip zip xz-utils man-db groff bash-completion
     python3 python3-openpyxl python3-xlsxwriter python3-pil python3-numpy python3-dateutil
     python3-icu python3-uno python3-xlrd python3-xlwt libapache-poi-java default-jdk-headless
-    gnumeric libreoffice-calc libreoffice-dev poppler-utils
-    fonts-crosextra-carlito fonts-liberation
+    gnumeric libreoffice-calc libreoffice-dev poppler-utils chromium firefox-esr
+    python3-fonttools
     python3-html5lib lintian desktop-file-utils appstream xdg-utils gtk-update-icon-cache dpkg-dev)
 # The Windows program: cross compiler, tools for its libraries and its set-up program, and Wine.
 packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev xz-utils make nsis wine

@@ -23,6 +23,7 @@ install_packages "${packages_build[@]}" "${packages_test[@]}" "${packages_window
 install_node
 install_node_modules tests/data
 install_node_modules tests/corpus
+install_node_modules tests/look/number_format
 
 step "Layout of the code"
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run --Werror

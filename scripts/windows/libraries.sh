@@ -32,7 +32,7 @@ fetch_sources() {
         -o APT::Sandbox::User=root)
     apt-get "${options[@]}" update
     (cd "$prefix/src" && apt-get "${options[@]}" source \
-        wxwidgets3.2 pugixml libdeflate libzip mbedtls googletest)
+        wxwidgets3.2 pugixml libdeflate libzip mbedtls googletest utf8proc)
 }
 
 # source_of PACKAGE: the folder of its unpacked sources.
@@ -85,6 +85,7 @@ say "Building the Windows libraries into $prefix (about five minutes; later runs
 {
     fetch_sources
     with_cmake pugixml
+    with_cmake utf8proc -DUTF8PROC_ENABLE_TESTING=OFF
     with_cmake mbedtls -DENABLE_PROGRAMS=OFF -DENABLE_TESTING=OFF -DMBEDTLS_FATAL_WARNINGS=OFF
     with_cmake libzip -DENABLE_COMMONCRYPTO=OFF -DENABLE_GNUTLS=OFF -DENABLE_MBEDTLS=OFF \
         -DENABLE_OPENSSL=OFF -DENABLE_WINDOWS_CRYPTO=OFF -DENABLE_BZIP2=OFF -DENABLE_LZMA=OFF \

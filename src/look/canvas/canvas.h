@@ -18,13 +18,14 @@ struct Pen {
     double opacity = 1;
 };
 
-/// What fills: a colour, or a gradient over the filled box, or a pattern of 8 by 8 pixels.
+/// What fills: a colour, or a gradient over the filled box, or a pattern of 8 by 8 pixels. A
+/// pattern of None fills nothing.
 struct Brush {
     book::Fill fill; ///< a solid pattern, another one, or a gradient
     double opacity = 1;
 };
 
-/// A line of curves: moves, lines and Bézier curves.
+/// A line of curves: moves, lines and Bézier curves. Filled is what it winds around (nonzero).
 struct PathStep {
     enum class Kind { Move, Line, Curve, Close } kind = Kind::Move;
     Point point;    ///< where it ends
@@ -54,6 +55,8 @@ public:
     virtual void DrawPath(const Path& path, const std::optional<Brush>& fill,
                           const std::optional<Pen>& pen) = 0;
     /// One run of text, left end at `at` on the baseline; `width` is how wide it was measured.
+    /// Of the font, name, size, weight and slant count: who draws, draws underlines as lines and
+    /// gives raised texts their place and size.
     virtual void DrawText(Point at, std::string_view text, const TextStyle& style,
                           double width) = 0;
     /// False if it cannot draw pictures of this type; then nothing was drawn.
@@ -64,7 +67,9 @@ public:
     virtual void Rotate(Point around, double degrees) = 0;
     /// Mirrors what follows at the box's middle, until `Restore`.
     virtual void Flip(const Box& box, bool horizontally, bool vertically) = 0;
-    /// Takes back the last of the three above that was not taken back.
+    /// Scales what follows, and places its origin at a point, until `Restore`.
+    virtual void Place(Point origin, double scale) = 0;
+    /// Takes back the last of the four above that was not taken back.
     virtual void Restore() = 0;
     /// Begins something with a name ("B6"); `title` is what a reader is told of it, and may be
     /// empty.

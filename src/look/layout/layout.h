@@ -74,12 +74,12 @@ struct Layout {
     std::vector<CellBox> cells; ///< row by row
     std::vector<DrawingBox> drawings;
     std::vector<PageBox> pages;
-    std::vector<book::LeftOut> leftOut;
+    std::vector<book::LeftOut> leftOut; ///< the sheet's own first
 
     /// The cell at a point, or nothing outside of the range.
     std::optional<book::CellAddress> CellAt(Point point) const;
     /// The box of a cell of the range.
-    Box BoxOf(book::CellRange cells) const;
+    Box BoxOf(book::CellRange wanted) const;
 };
 
 } // namespace orrery::look

@@ -11,6 +11,8 @@ struct LineMetrics {
     double ascent = 0;  ///< above the baseline
     double descent = 0; ///< below it
     double height = 0;  ///< from line to line
+    /// Of a row with one such line as it is made to fit, in whole pixels; 0 if it is not known.
+    double rowHeight = 0;
 };
 
 /// Measures text in the fonts that draw it.

@@ -40,6 +40,7 @@ struct CellDisplay {
     std::optional<book::Color>
         color;                    ///< of the text, if the number format or a condition gives one
     bool isNumber = false;        ///< does not overflow: "###" if it is too wide
+    bool isTooWide = false;       ///< "#" over the whole cell: a date outside of the calendar
     bool isGeneralNumber = false; ///< "General": fewer digits rather than "###"
     double number = 0;            ///< of a number
     /// `style`'s, General replaced by what the value asks for.

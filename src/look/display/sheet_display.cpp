@@ -1,0 +1,110 @@
+#include "look/display/sheet_display.h"
+
+#include "look/display/style_layers.h"
+
+#include <utility>
+#include <variant>
+
+namespace orrery::look {
+namespace {
+
+using book::CellContent;
+using book::HorizontalAlignment;
+
+/// Where a value stands that has no alignment of its own.
+HorizontalAlignment GeneralAlignment(const CellContent& content)
+{
+    if (std::holds_alternative<double>(content))
+        return HorizontalAlignment::Right;
+    if (std::holds_alternative<bool>(content) || std::holds_alternative<book::CellError>(content))
+        return HorizontalAlignment::Center;
+    return HorizontalAlignment::General; // a text's direction decides
+}
+
+} // namespace
+
+SheetDisplay::SheetDisplay(book::WorkbookView& view, std::size_t sheet, Evaluator& evaluator)
+    : view_(view), sheet_(sheet), look_(view.Sheet(sheet)), evaluator_(evaluator),
+      conditions_(evaluator, look_, sheet)
+{
+}
+
+CellDisplay SheetDisplay::Display(book::CellAddress address)
+{
+    CellDisplay display;
+    const book::Cell* const cell = look_.FindCell(address);
+    display.style = look_.styles[cell != nullptr ? cell->style : look_.StyleAt(address)];
+    if (const auto table = TableStyleAt(look_, address))
+        LayUnder(display.style, *table);
+    ApplyConditions(address, display);
+    if (cell == nullptr) {
+        display.horizontal = display.style.alignment.horizontal;
+        return display;
+    }
+    if (look_.view.showsFormulas && cell->formula >= 0)
+        ShowFormula(*cell, display);
+    else
+        ShowValue(ValueOf(*cell, display), cell, display);
+    return display;
+}
+
+CellContent SheetDisplay::ValueOf(const book::Cell& cell, CellDisplay& display)
+{
+    const EvaluatedCell evaluated = evaluator_.ValueOf(sheet_, cell.address);
+    if (evaluated.source != EvaluatedCell::Source::NotComputed)
+        return evaluated.value;
+    display.isComputed = false;
+    notComputed_.insert(cell.address);
+    return {};
+}
+
+void SheetDisplay::ShowFormula(const book::Cell& cell, CellDisplay& display) const
+{
+    display.text = '=' + look_.formulas[static_cast<std::size_t>(cell.formula)].text;
+    const auto own = display.style.alignment.horizontal;
+    display.horizontal = own == HorizontalAlignment::General ? HorizontalAlignment::Left : own;
+}
+
+void SheetDisplay::ShowValue(const CellContent& content, const book::Cell* cell,
+                             CellDisplay& display)
+{
+    const auto own = display.style.alignment.horizontal;
+    display.horizontal = own == HorizontalAlignment::General ? GeneralAlignment(content) : own;
+    const auto* const number = std::get_if<double>(&content);
+    if (number != nullptr && *number == 0 && !look_.view.showsZeros)
+        return;
+    FormattedValue formatted = Format(content, display.style.numberFormat);
+    display.text = std::move(formatted.text);
+    display.color = formatted.color;
+    display.fillAt = formatted.fillAt;
+    display.fillCharacter = std::move(formatted.fillCharacter);
+    display.isNumber = number != nullptr;
+    display.number = number != nullptr ? *number : 0;
+    display.isGeneralNumber = number != nullptr && formatted.isGeneral;
+    display.isTooWide = formatted.isTooWide;
+    const bool isText = std::holds_alternative<std::string>(content);
+    if (isText && cell->richText >= 0 && cell->formula < 0)
+        display.runs = look_.richTexts[static_cast<std::size_t>(cell->richText)];
+}
+
+void SheetDisplay::ApplyConditions(book::CellAddress cell, CellDisplay& display)
+{
+    const ConditionDisplay conditions = conditions_.Display(cell);
+    LayOver(display.style, conditions.style);
+    if (conditions.scaleColor) {
+        display.style.fill = {};
+        display.style.fill.pattern = book::FillPattern::Solid;
+        display.style.fill.foreground = conditions.scaleColor;
+    }
+    display.bar = conditions.bar;
+    display.icon = conditions.icon;
+    display.showsValue = conditions.showsValue;
+}
+
+FormattedValue SheetDisplay::Format(const CellContent& content, const std::string& code)
+{
+    const auto found = formats_.try_emplace(code, code).first;
+    return found->second.Format(content, view_.Workbook().dateSystem);
+}
+
+} // namespace orrery::look

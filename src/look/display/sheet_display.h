@@ -1,0 +1,45 @@
+#pragma once
+
+#include "book/look/workbook_view.h"
+#include "look/conditions/sheet_conditions.h"
+#include "look/evaluate/evaluator.h"
+#include "look/number_format/number_format.h"
+#include "look/values/cell_display.h"
+
+#include <cstddef>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace orrery::look {
+
+/// What the cells of one sheet show: values computed, formatted, and styled by tables and
+/// conditional formats.
+class SheetDisplay : public CellSource {
+public:
+    /// Both outlive the object.
+    SheetDisplay(book::WorkbookView& view, std::size_t sheet, Evaluator& evaluator);
+
+    CellDisplay Display(book::CellAddress address) override;
+    /// The cells asked for so far whose formulas cannot be computed, row by row.
+    const std::set<book::CellAddress>& NotComputed() const { return notComputed_; }
+    /// A value as a format code shows it.
+    FormattedValue Format(const book::CellContent& content, const std::string& code);
+
+private:
+    book::CellContent ValueOf(const book::Cell& cell, CellDisplay& display);
+    void ShowFormula(const book::Cell& cell, CellDisplay& display) const;
+    void ShowValue(const book::CellContent& content, const book::Cell* cell, CellDisplay& display);
+    void ApplyConditions(book::CellAddress cell, CellDisplay& display);
+
+    book::WorkbookView& view_;
+    std::size_t sheet_;
+    const book::SheetLook& look_;
+    Evaluator& evaluator_;
+    SheetConditions conditions_;
+    std::unordered_map<std::string, NumberFormat> formats_;
+    std::set<book::CellAddress> notComputed_;
+};
+
+} // namespace orrery::look

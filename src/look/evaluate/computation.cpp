@@ -1,0 +1,409 @@
+#include "look/evaluate/computation.h"
+
+#include "book/names.h"
+#include "look/evaluate/functions/functions.h"
+#include "look/evaluate/operators.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace orrery::formula {
+namespace {
+
+/// Names lead to formulas, these to names: beyond this depth it is a circle.
+constexpr int kDeepest = 320;
+/// Names that each use the next one twice are a tree; a name costs about as much as so many cells.
+constexpr std::size_t kStepsOfName = 20;
+
+class DepthScope {
+public:
+    explicit DepthScope(int& depth) : depth_(depth) { ++depth_; }
+    ~DepthScope() { --depth_; }
+    DepthScope(const DepthScope&) = delete;
+    DepthScope& operator=(const DepthScope&) = delete;
+
+private:
+    int& depth_;
+};
+
+/// How the parameters of a function take arguments.
+class Parameters {
+public:
+    explicit Parameters(const FunctionEntry& function)
+        : letters_(function.parameters), repeated_(static_cast<std::size_t>(function.repeated))
+    {
+        required_ = std::min(letters_.find('|'), letters_.size());
+        letters_.erase(std::remove(letters_.begin(), letters_.end(), '|'), letters_.end());
+    }
+    bool Accept(std::size_t count) const
+    {
+        return count >= required_ && (count <= letters_.size() || repeated_ > 0);
+    }
+    char Letter(std::size_t at) const
+    {
+        if (at < letters_.size())
+            return letters_[at];
+        return letters_[letters_.size() - repeated_ + (at - letters_.size()) % repeated_];
+    }
+
+private:
+    std::string letters_;
+    std::size_t repeated_;
+    std::size_t required_ = 0;
+};
+
+bool JoinsReferences(Operator op)
+{
+    return op == Operator::Union || op == Operator::Intersection || op == Operator::Range;
+}
+
+const Array* TableOf(const Operand& operand)
+{
+    const auto* table = std::get_if<ArrayPointer>(&operand);
+    return table != nullptr ? table->get() : nullptr;
+}
+
+} // namespace
+
+std::optional<CellResult> Computation::RunForCell(const Formula& formula,
+                                                  const std::optional<book::CellRange>& array)
+{
+    const Mode mode = array ? Mode::Table : Mode::Single;
+    const Operand operand = Dereference(Evaluate(formula, formula.nodes[formula.root], mode), mode);
+    if (HasFailed())
+        return std::nullopt;
+    CellResult result;
+    const auto* table = std::get_if<ArrayPointer>(&operand);
+    if (table != nullptr && array && !array->IsOneCell())
+        result.table = *table;
+    result.value = table != nullptr ? (*table)->values.front() : std::get<Value>(operand);
+    if (IsBlank(result.value))
+        result.value = 0.0;
+    return result;
+}
+
+std::optional<Value> Computation::RunWithTables(const Formula& formula)
+{
+    const Operand operand =
+        Dereference(Evaluate(formula, formula.nodes[formula.root], Mode::Table), Mode::Table);
+    if (HasFailed())
+        return std::nullopt;
+    const Array* table = TableOf(operand);
+    Value value = table != nullptr ? table->values.front() : std::get<Value>(operand);
+    return IsBlank(value) ? Value(0.0) : std::move(value);
+}
+
+std::optional<std::vector<Value>> Computation::RunForValues(const Formula& formula)
+{
+    const Operand operand =
+        Dereference(Evaluate(formula, formula.nodes[formula.root], Mode::Table), Mode::Table);
+    if (HasFailed())
+        return std::nullopt;
+    if (const Array* table = TableOf(operand))
+        return table->values;
+    return std::vector{std::get<Value>(operand)};
+}
+
+Operand Computation::Evaluate(const Formula& formula, const Node& node, Mode mode)
+{
+    const DepthScope scope(engine_.depth);
+    if (engine_.depth > kDeepest || !Spend(1))
+        return Fail();
+    return EvaluateNode(formula, node, mode);
+}
+
+Operand Computation::EvaluateNode(const Formula& formula, const Node& node, Mode mode)
+{
+    switch (node.kind) {
+    case NodeKind::Number:
+        return Value(formula.numbers[node.index]);
+    case NodeKind::Text:
+        return Value(formula.texts[node.index]);
+    case NodeKind::Logical:
+        return Value(node.index != 0);
+    case NodeKind::Error:
+        return Value(static_cast<CellError>(node.index));
+    case NodeKind::Missing:
+        return Missing{};
+    case NodeKind::Array:
+        return formula.arrays[node.index];
+    case NodeKind::Area:
+        return EvaluateArea(formula.areas[node.index]);
+    case NodeKind::Name:
+        return EvaluateName(formula.names[node.index]);
+    case NodeKind::Table:
+        return EvaluateTable(formula.tables[node.index]);
+    case NodeKind::External:
+        return Fail();
+    case NodeKind::Unary:
+        return EvaluateUnary(formula, node, mode);
+    case NodeKind::Binary:
+        return EvaluateChain(formula, node, mode);
+    case NodeKind::Call:
+        return EvaluateCall(formula, node, mode);
+    }
+    return Fail();
+}
+
+Operand Computation::EvaluateArea(const AreaText& text)
+{
+    const auto area = engine_.Names().AreaOf(text, place_);
+    if (!area)
+        return Value(CellError::Reference);
+    return Reference{*area};
+}
+
+Operand Computation::EvaluateTable(const TableText& table)
+{
+    const auto area = engine_.Names().AreaOfTable(table, place_);
+    if (const auto* error = std::get_if<CellError>(&area))
+        return Value(*error);
+    return Reference{std::get<Area>(area)};
+}
+
+/// The formula of a name is written for the first cell of a sheet, and works on tables.
+Operand Computation::EvaluateName(const NameText& name)
+{
+    const auto variable =
+        std::find_if(variables_.rbegin(), variables_.rend(), [&](const auto& known) {
+            return !name.hasSheet && book::SameName(known.first, name.name);
+        });
+    if (variable != variables_.rend())
+        return variable->second;
+    const book::DefinedName* found = engine_.Names().FindName(name, place_.sheet);
+    if (found == nullptr && !name.hasSheet && engine_.Names().IsTable(name.name)) {
+        TableText table;
+        table.table = name.name;
+        table.hasData = true;
+        return EvaluateTable(table);
+    }
+    if (found == nullptr)
+        return Value(CellError::Name);
+    const Formula* formula = engine_.Parsed(found->formula);
+    if (formula == nullptr || !Spend(kStepsOfName))
+        return Fail();
+    const Place before = std::exchange(place_, {place_.sheet, place_.cell, {1, 1}});
+    const auto variables = std::exchange(variables_, {});
+    Operand result = Evaluate(*formula, formula->nodes[formula->root], Mode::Table);
+    variables_ = variables;
+    place_ = before;
+    return result;
+}
+
+Operand Computation::EvaluateUnary(const Formula& formula, const Node& node, Mode mode)
+{
+    if (node.op == Operator::Single) {
+        const Operand operand = Evaluate(formula, formula.Child(node, 0), mode);
+        const auto* reference = std::get_if<Reference>(&operand);
+        return reference != nullptr ? Beside(*reference) : SingleOf(operand);
+    }
+    if (node.op == Operator::Plus)
+        return Evaluate(formula, formula.Child(node, 0), mode);
+    if (node.op == Operator::Spill)
+        return Fail();
+    const Operand plain = EvaluateValue(formula, formula.Child(node, 0), mode);
+    const Array* table = TableOf(plain);
+    if (table == nullptr)
+        return ApplyUnary(node.op, std::get<Value>(plain), Rules());
+    if (!Spend(table->values.size()))
+        return Fail();
+    Array result(table->rows, table->columns);
+    for (std::size_t at = 0; at < table->values.size(); ++at)
+        result.values[at] = ApplyUnary(node.op, table->values[at], Rules());
+    return MakeTable(std::move(result));
+}
+
+/// Operators that lean to the left are a chain as long as the formula: no recursion.
+Operand Computation::EvaluateChain(const Formula& formula, const Node& node, Mode mode)
+{
+    std::vector<const Node*> chain = {&node};
+    while (formula.Child(*chain.back(), 0).kind == NodeKind::Binary)
+        chain.push_back(&formula.Child(*chain.back(), 0));
+    const auto evaluate = [&](const Node& operand, Operator op) {
+        return JoinsReferences(op) ? Evaluate(formula, operand, mode)
+                                   : EvaluateValue(formula, operand, mode);
+    };
+    Operand left = evaluate(formula.Child(*chain.back(), 0), chain.back()->op);
+    for (; !chain.empty() && !HasFailed(); chain.pop_back()) {
+        const Operator op = chain.back()->op;
+        const Operand right = evaluate(formula.Child(*chain.back(), 1), op);
+        left = JoinsReferences(op) ? JoinReferences(op, left, right) : Join(op, left, right, mode);
+    }
+    return left;
+}
+
+Operand Computation::JoinReferences(Operator op, const Operand& left, const Operand& right)
+{
+    const auto* first = std::get_if<Reference>(&left);
+    const auto* second = std::get_if<Reference>(&right);
+    if (first == nullptr || second == nullptr) {
+        const Value value = first == nullptr ? SingleOf(left) : SingleOf(right);
+        return IsError(value) ? value : Value(CellError::Value);
+    }
+    Reference joined;
+    if (op == Operator::Union) {
+        joined = *first;
+        joined.insert(joined.end(), second->begin(), second->end());
+        return joined.size() > 10'000 ? Fail() : Operand(joined);
+    }
+    if (op == Operator::Range) {
+        std::optional<Area> area = first->front();
+        for (const Reference* reference : {first, second})
+            for (const Area& more : *reference)
+                area = area ? Enclose(*area, more) : area;
+        return area ? Operand(Reference{*area}) : Operand(Value(CellError::Value));
+    }
+    for (const Area& one : *first) {
+        for (const Area& other : *second) {
+            if (!Spend(1))
+                return Fail();
+            if (const auto common = Intersect(one, other))
+                joined.push_back(*common);
+        }
+    }
+    return joined.empty() ? Operand(Value(CellError::Null)) : Operand(joined);
+}
+
+Operand Computation::Join(Operator op, const Operand& left, const Operand& right, Mode mode)
+{
+    const Operand first = Dereference(left, mode);
+    const Operand second = Dereference(right, mode);
+    const Array* firstTable = TableOf(first);
+    const Array* secondTable = TableOf(second);
+    if (firstTable == nullptr && secondTable == nullptr)
+        return ApplyBinary(op, std::get<Value>(first), std::get<Value>(second), Rules());
+    const auto rows = std::max(firstTable != nullptr ? firstTable->rows : 1,
+                               secondTable != nullptr ? secondTable->rows : 1);
+    const auto columns = std::max(firstTable != nullptr ? firstTable->columns : 1,
+                                  secondTable != nullptr ? secondTable->columns : 1);
+    const std::int64_t size = std::int64_t{rows} * columns;
+    if (size > kLargestArray || !Spend(static_cast<std::size_t>(size)))
+        return Fail();
+    Array result(rows, columns);
+    for (std::int32_t row = 0; row < rows; ++row) {
+        for (std::int32_t column = 0; column < columns; ++column) {
+            const Value& one = firstTable != nullptr ? ElementOf(*firstTable, row, column)
+                                                     : std::get<Value>(first);
+            const Value& other = secondTable != nullptr ? ElementOf(*secondTable, row, column)
+                                                        : std::get<Value>(second);
+            result.At(row, column) = ApplyBinary(op, one, other, Rules());
+        }
+    }
+    return MakeTable(std::move(result));
+}
+
+/// The cell of an area that is in the row and in the column of the formula; of a single row or
+/// column the other one is enough.
+Value Computation::Beside(const Reference& reference)
+{
+    const Area& area = reference.front();
+    if (reference.size() > 1 || area.firstSheet != area.lastSheet)
+        return CellError::Value;
+    book::CellAddress cell = place_.cell;
+    if (area.Rows() == 1)
+        cell.row = area.range.first.row;
+    if (area.Columns() == 1)
+        cell.column = area.range.first.column;
+    return area.range.Contains(cell) ? ValueAt(area.firstSheet, cell) : Value(CellError::Value);
+}
+
+/// An operand of an operator, or an argument where one value is wanted.
+Operand Computation::EvaluateValue(const Formula& formula, const Node& node, Mode mode)
+{
+    return Dereference(Evaluate(formula, node, mode), mode);
+}
+
+Operand Computation::Dereference(const Operand& operand, Mode mode)
+{
+    if (std::holds_alternative<Missing>(operand))
+        return Value();
+    const auto* reference = std::get_if<Reference>(&operand);
+    if (reference == nullptr)
+        return operand;
+    const Area& area = reference->front();
+    if (reference->size() == 1 && area.IsOneCell())
+        return ValueAt(area.firstSheet, area.range.first);
+    if (mode == Mode::Single)
+        return Beside(*reference);
+    if (reference->size() > 1 || area.firstSheet != area.lastSheet)
+        return Value(CellError::Value);
+    return ValuesOf(area);
+}
+
+Value Computation::SingleOf(const Operand& operand)
+{
+    const Operand plain = Dereference(operand, Mode::Table);
+    const Array* table = TableOf(plain);
+    return table != nullptr ? table->values.front() : std::get<Value>(plain);
+}
+
+Operand Computation::EvaluateCall(const Formula& formula, const Node& node, Mode mode)
+{
+    if (auto choice = EvaluateChoice(formula, node, mode))
+        return std::move(*choice);
+    const FunctionEntry* function = FindFunction(formula.texts[node.index]);
+    if (function == nullptr)
+        return Fail();
+    const Parameters parameters(*function);
+    if (!parameters.Accept(node.childCount))
+        return Fail();
+    std::vector<Operand> arguments;
+    bool hasTables = false;
+    for (std::uint32_t at = 0; at < node.childCount; ++at) {
+        const char letter = parameters.Letter(at);
+        const Node& child = formula.Child(node, at);
+        Operand argument = letter == 'v' && child.kind != NodeKind::Missing
+                               ? EvaluateValue(formula, child, mode)
+                               : Evaluate(formula, child, letter == 'a' ? Mode::Table : mode);
+        hasTables = hasTables || (letter == 'v' && TableOf(argument) != nullptr);
+        if (HasFailed())
+            return Value(CellError::Value);
+        arguments.push_back(std::move(argument));
+    }
+    return hasTables ? CallForTables(*function, std::move(arguments))
+                     : CallFunction(*function, std::move(arguments));
+}
+
+Operand Computation::CallFunction(const FunctionEntry& function, std::vector<Operand> arguments)
+{
+    Call call(*this, std::move(arguments));
+    Operand result =
+        function.value != nullptr ? Operand(function.value(call)) : function.operand(call);
+    if (call.failure)
+        return Value(*call.failure);
+    if (const auto* value = std::get_if<Value>(&result))
+        if (const auto* number = std::get_if<double>(value))
+            return NumberOrError(*number);
+    return result;
+}
+
+/// Calls a function for each value of the tables that stand where it takes one value.
+Operand Computation::CallForTables(const FunctionEntry& function, std::vector<Operand> arguments)
+{
+    const Parameters parameters(function);
+    std::vector<std::pair<std::size_t, ArrayPointer>> tables;
+    std::int32_t rows = 1;
+    std::int32_t columns = 1;
+    for (std::size_t at = 0; at < arguments.size(); ++at) {
+        const auto* table = std::get_if<ArrayPointer>(&arguments[at]);
+        if (parameters.Letter(at) != 'v' || table == nullptr)
+            continue;
+        rows = std::max(rows, (*table)->rows);
+        columns = std::max(columns, (*table)->columns);
+        tables.emplace_back(at, *table);
+    }
+    const std::int64_t size = std::int64_t{rows} * columns;
+    if (size > kLargestArray || !Spend(static_cast<std::size_t>(size)))
+        return Fail();
+    Array result(rows, columns);
+    for (std::int32_t row = 0; row < rows; ++row) {
+        for (std::int32_t column = 0; column < columns && !HasFailed(); ++column) {
+            for (const auto& [at, table] : tables)
+                arguments[at] = ElementOf(*table, row, column);
+            result.At(row, column) = SingleOf(CallFunction(function, arguments));
+        }
+    }
+    return MakeTable(std::move(result));
+}
+
+} // namespace orrery::formula

@@ -1,0 +1,140 @@
+#include "look/painter/painter.h"
+
+#include "look/painter/bars.h"
+#include "look/painter/borders.h"
+#include "look/painter/cell_fills.h"
+#include "look/painter/cell_texts.h"
+#include "look/painter/drawings.h"
+#include "look/painter/icons.h"
+#include "look/painter/page.h"
+#include "look/painter/pixels.h"
+#include "look/painter/sparklines.h"
+
+namespace orrery::look {
+
+namespace {
+
+const Brush kPaper{{book::FillPattern::Solid, book::kWhite, {}, {}}, 1};
+constexpr book::Color kMark{0xA6, 0xA6, 0xA6};
+constexpr double kMarkSize = 5;
+
+void PaintMark(const Box& cell, Canvas& canvas)
+{
+    using enum PathStep::Kind;
+    const Box box = OnPixels(cell);
+    canvas.DrawPath({{Move, {box.Right() - 1, box.y}, {}, {}},
+                     {Line, {box.Right() - 1, box.y + kMarkSize}, {}, {}},
+                     {Line, {box.Right() - 1 - kMarkSize, box.y}, {}, {}},
+                     {Close, {}, {}, {}}},
+                    Brush{{book::FillPattern::Solid, kMark, {}, {}}, 1}, {});
+}
+
+/// Paints one part of a sheet, in sheet coordinates.
+class SheetPainter {
+public:
+    SheetPainter(const Layout& layout, Canvas& canvas, const TextMeasure& measure,
+                 const PaintOptions& options, const Box& visible)
+        : layout_(layout), canvas_(canvas), measure_(measure), options_(options), visible_(visible)
+    {
+    }
+
+    void Paint(bool hasGrid)
+    {
+        if (hasGrid) {
+            canvas_.BeginGroup("grid", {});
+            PaintGridLines(layout_, visible_, canvas_);
+            canvas_.EndGroup();
+        }
+        PaintFills(layout_, visible_, hasGrid, canvas_);
+        PaintBars();
+        PaintSparklines();
+        PaintIcons();
+        PaintBorders(layout_, visible_, canvas_);
+        PaintTexts();
+        PaintDrawings(layout_, visible_, canvas_, measure_, options_);
+    }
+
+private:
+    void PaintBars()
+    {
+        for (const auto& cell : layout_.cells) {
+            if (cell.display.bar && Overlaps(cell.box, visible_))
+                PaintBar(*cell.display.bar, cell.box, canvas_);
+        }
+    }
+
+    void PaintIcons()
+    {
+        for (const auto& cell : layout_.cells) {
+            if (cell.display.icon && cell.iconBox && Overlaps(cell.box, visible_))
+                PaintIcon(*cell.display.icon, *cell.iconBox, canvas_);
+        }
+    }
+
+    void PaintSparklines()
+    {
+        if (!options_.sparklines || !options_.sparklineValues)
+            return;
+        for (const auto& group : *options_.sparklines) {
+            for (const auto& sparkline : group.sparklines) {
+                if (!layout_.range.Contains(sparkline.cell))
+                    continue;
+                const Box box = layout_.BoxOf({sparkline.cell, sparkline.cell});
+                if (Overlaps(box, visible_))
+                    PaintSparkline(group, options_.sparklineValues(sparkline.formula), box,
+                                   canvas_);
+            }
+        }
+    }
+
+    void PaintTexts()
+    {
+        for (const auto& cell : layout_.cells) {
+            if (!Overlaps(cell.clip, visible_) && !Overlaps(cell.box, visible_))
+                continue;
+            if (!cell.lines.empty()) {
+                canvas_.BeginGroup(book::FormatCellAddress(cell.range.first), "");
+                PaintCellText(cell, measure_, canvas_);
+                canvas_.EndGroup();
+            }
+            if (options_.marksNotComputed && !cell.display.isComputed)
+                PaintMark(cell.box, canvas_);
+        }
+    }
+
+    const Layout& layout_;
+    Canvas& canvas_;
+    const TextMeasure& measure_;
+    const PaintOptions& options_;
+    const Box visible_;
+};
+
+} // namespace
+
+void PaintSheet(const Layout& layout, Canvas& canvas, const TextMeasure& measure,
+                const PaintOptions& options)
+{
+    const Box whole{0, 0, layout.width, layout.height};
+    const Box visible = options.visible ? Common(*options.visible, whole) : whole;
+    canvas.FillBox(visible, kPaper);
+    SheetPainter(layout, canvas, measure, options, visible).Paint(layout.showsGridLines);
+}
+
+void PaintPage(const Layout& layout, const PageBox& page, Canvas& canvas,
+               const TextMeasure& measure, const PaintOptions& options)
+{
+    canvas.FillBox({0, 0, page.paperWidth, page.paperHeight}, kPaper);
+    for (const auto& part : PartsOf(page)) {
+        canvas.Place(
+            {part.place.x - part.area.x * page.scale, part.place.y - part.area.y * page.scale},
+            page.scale);
+        canvas.Clip(part.area);
+        SheetPainter(layout, canvas, measure, options, part.area).Paint(options.printsGridLines);
+        canvas.Restore();
+        canvas.Restore();
+    }
+    for (const auto& line : page.headerAndFooter)
+        PaintLine(line, canvas);
+}
+
+} // namespace orrery::look

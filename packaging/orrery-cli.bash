@@ -13,7 +13,8 @@ _orrery_cli_positionals()
     local count=0 i
     for ((i = 2; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-            --settings | --template-folder | --output-folder | --holiday-folder | --engine | --section)
+            --settings | --template-folder | --output-folder | --holiday-folder | --engine | --section | \
+                --sheet | --year | --month | --svg)
                 ((i++))
                 ;;
             -*) ;;
@@ -54,13 +55,13 @@ _orrery_cli()
     COMPREPLY=()
 
     if ((COMP_CWORD == 1)); then
-        _orrery_cli_offer "$current" < <(printf '%s\n' generate templates parameters check \
+        _orrery_cli_offer "$current" < <(printf '%s\n' generate templates parameters check look \
             holidays easter --help --version)
         return
     fi
 
     case $previous in
-        --settings)
+        --settings | --svg)
             _orrery_cli_offer "$current" < <(compgen -f -- "$current")
             return
             ;;
@@ -76,6 +77,17 @@ _orrery_cli()
             _orrery_cli_offer "$current" < <(printf '%s\n' monthly yearly)
             return
             ;;
+        --year)
+            _orrery_cli_offer "$current" < <(_orrery_cli_years | head -n 2)
+            return
+            ;;
+        --month)
+            _orrery_cli_offer "$current" < <(seq 12)
+            return
+            ;;
+        --sheet)
+            return
+            ;;
     esac
 
     if [[ $current == -* ]]; then
@@ -85,6 +97,9 @@ _orrery_cli()
                 ;;
             check)
                 set -- $folders --engine --json --help
+                ;;
+            look)
+                set -- $folders --sheet --year --month --svg --json --help
                 ;;
             holidays)
                 set -- $folders --section --json --help
@@ -101,7 +116,7 @@ _orrery_cli()
     fi
 
     case $command:$(_orrery_cli_positionals) in
-        generate:0 | parameters:0 | check:0)
+        generate:0 | parameters:0 | check:0 | look:0)
             mapfile -t given < <(_orrery_cli_folders)
             _orrery_cli_offer "$current" < <("${COMP_WORDS[0]}" templates "${given[@]}" \
                 2>/dev/null)

@@ -24,6 +24,8 @@ constexpr const char* kExamples = R"(Examples:
       The calendar, and a PDF of its pages made by LibreOffice.
   orrery-cli check Desk.xls 2027
       Whether the sheets are there and every cell lies inside them.
+  orrery-cli look Desk.xls --year 2027 --month 5 --svg May.svg
+      A picture of the page as it will come out.
   orrery-cli holidays Germany.txt 2027
   orrery-cli easter 2027-2030
 
@@ -124,6 +126,29 @@ void AddTemplateCommands(CLI::App& app, CommandLine& line)
     AddJson(check, line);
 }
 
+void AddLook(CLI::App& app, CommandLine& line)
+{
+    CLI::App& command = AddCommand(app, line, Command::Look, "look",
+                                   "Tell how a sheet of a workbook looks, or draw it");
+    command.add_option("FILE", line.templateName, kTemplateHelp)->required();
+    command.add_option("--sheet", line.sheetName, "This sheet instead of the one that opens first")
+        ->type_name("NAME");
+    CLI::Option* const year =
+        AddYears(command, line, "--year", "The calendar's page of this year, as it will come out");
+    year->type_name("YEAR");
+    command.add_option("--month", line.month, "The page of this month instead of the year's")
+        ->type_name("MONTH")
+        ->check(CLI::Range(1, 12))
+        ->needs(year);
+    command.add_option("--svg", line.svgFile, "Save a picture of the sheet; a file is replaced")
+        ->type_name("FILE");
+    AddSettings(command, line);
+    AddJson(command, line);
+    command.footer(
+        "Without a year the sheet is shown as it is in the file. Nothing is changed, and no\n"
+        "spreadsheet program is needed.");
+}
+
 void AddDateCommands(CLI::App& app, CommandLine& line)
 {
     CLI::App& holidays = AddCommand(app, line, Command::Holidays, "holidays",
@@ -207,6 +232,7 @@ std::variant<CommandLine, Finished> ParseCommandLine(int argc, const char* const
     app.require_subcommand(0, 1);
     AddGenerate(app, line);
     AddTemplateCommands(app, line);
+    AddLook(app, line);
     AddDateCommands(app, line);
     try {
         app.parse(argc, argv);
@@ -222,7 +248,8 @@ std::variant<CommandLine, Finished> ParseCommandLine(int argc, const char* const
     if (const auto wrong = ExpandAll(line.years))
         return Finished{ReportWrongUsage(
             '"' + *wrong + "\" is neither a year nor a range; write 2027 or 2027-2036", err)};
-    const bool oneYear = line.command == Command::Check || line.command == Command::Holidays;
+    const bool oneYear = line.command == Command::Check || line.command == Command::Look ||
+                         line.command == Command::Holidays;
     if (oneYear && line.years.size() > 1)
         return Finished{ReportWrongUsage("this command takes one year; write 2027", err)};
     return line;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <optional>
 #include <string>
@@ -8,7 +9,7 @@
 
 namespace orrery::cli {
 
-enum class Command { Generate, Templates, Parameters, Check, Holidays, Easter };
+enum class Command { Generate, Templates, Parameters, Check, Look, Holidays, Easter };
 
 /// A parsed command line. Texts are unchanged; fields that a command does not use stay empty.
 struct CommandLine {
@@ -16,6 +17,9 @@ struct CommandLine {
     std::string templateName;       ///< a name in the template folder, or a path
     std::vector<std::string> years; ///< one number for each year
     std::string holidayFile;        ///< a holiday file, or a parameter file if there is a section
+    std::string sheetName;          ///< a sheet to look at; empty means the one that opens first
+    std::string svgFile;            ///< where its picture is saved; empty means nowhere
+    std::int16_t month = 0;         ///< [1:12] of the calendar to look at; 0 means its year
     std::string section;            ///< "monthly", "yearly" or empty
     std::string settingsFile;       ///< empty means the program's own
     std::optional<std::string> templateFolder;

@@ -173,6 +173,9 @@ bool Run(Session& session)
         return true;
     case Command::Check:
         return RunCheckCommand(session);
+    case Command::Look:
+        RunLookCommand(session);
+        return true;
     case Command::Holidays:
         RunHolidaysCommand(session);
         return true;

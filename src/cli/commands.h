@@ -35,6 +35,7 @@ void RunGenerateCommand(Session& session);
 /// True if nothing was found.
 bool RunCheckCommand(Session& session);
 void RunParametersCommand(Session& session);
+void RunLookCommand(Session& session);
 
 /// A template, its settings and its parameters.
 struct ChosenTemplate {

@@ -4,9 +4,19 @@
 
 namespace orrery::cli {
 
-std::string Sentence(ErrorKind /*kind*/, const util::ErrorDetails& details)
+std::string Sentence(ErrorKind kind, const util::ErrorDetails& details)
 {
-    return "The command is not understood" + util::Because(details) + ". See --help.";
+    switch (kind) {
+    case ErrorKind::WrongUsage:
+        return "The command is not understood" + util::Because(details) + ". See --help.";
+    case ErrorKind::NoSuchSheet:
+        return "The workbook has no sheet " + util::Quoted(details.subject) +
+               util::Because(details) + ". Name another sheet.";
+    case ErrorKind::NoSuchPage:
+        return "The template makes no page for " + details.subject + util::Because(details) +
+               ". Look at its parameters, or use the command check.";
+    }
+    return {};
 }
 
 } // namespace orrery::cli

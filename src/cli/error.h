@@ -7,7 +7,9 @@
 namespace orrery::cli {
 
 enum class ErrorKind {
-    WrongUsage, ///< an invalid command line; the cause says why
+    WrongUsage,  ///< an invalid command line; the cause says why
+    NoSuchSheet, ///< the subject is a sheet's name, the cause the names that there are
+    NoSuchPage,  ///< the template makes no page for a month or the year, which is the subject
 };
 
 std::string Sentence(ErrorKind kind, const util::ErrorDetails& details);

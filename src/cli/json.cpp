@@ -3,6 +3,8 @@
 #include "util/text.h"
 
 #include <array>
+#include <charconv>
+#include <cmath>
 
 namespace orrery::cli {
 namespace {
@@ -125,6 +127,29 @@ JsonWriter& JsonWriter::Number(std::int64_t value)
 {
     Separate();
     text_ += std::to_string(value);
+    return *this;
+}
+
+JsonWriter& JsonWriter::Decimal(double value)
+{
+    constexpr double kLargest = 1e15; // beyond it there are no decimals
+    if (!std::isfinite(value))
+        return Null();
+    Separate();
+    std::array<char, 64> digits{};
+    const bool isLarge = std::abs(value) > kLargest;
+    const double rounded = isLarge ? value : std::round(value * 1000) / 1000;
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), rounded == 0 ? 0.0 : rounded)
+            .ptr;
+    text_.append(digits.data(), end);
+    return *this;
+}
+
+JsonWriter& JsonWriter::Null()
+{
+    Separate();
+    text_ += "null";
     return *this;
 }
 

@@ -19,7 +19,10 @@ public:
     JsonWriter& Text(std::string_view value);
     JsonWriter& Texts(const std::vector<std::string>& values);
     JsonWriter& Number(std::int64_t value);
+    /// Writes a number with at most three decimals; one that is not finite becomes null.
+    JsonWriter& Decimal(double value);
     JsonWriter& Boolean(bool value);
+    JsonWriter& Null();
 
     const std::string& Result() const { return text_; }
 

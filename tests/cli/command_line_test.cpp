@@ -64,6 +64,33 @@ INSTANTIATE_TEST_SUITE_P(
 
 // ---- commands and options
 
+TEST(CommandLineTest, LookHasEveryOption)
+{
+    const Parsed parsed =
+        Parse({"look", "Desk.xls", "--sheet", "Month", "--year", "2027", "--month", "5", "--svg",
+               "May.svg", "--settings", "s.ini", "--json"});
+    const CommandLine& line = parsed.Line();
+    EXPECT_EQ(line.command, Command::Look);
+    EXPECT_EQ(line.templateName, "Desk.xls");
+    EXPECT_EQ(line.sheetName, "Month");
+    EXPECT_EQ(line.years, (Texts{"2027"}));
+    EXPECT_EQ(line.month, 5);
+    EXPECT_EQ(line.svgFile, "May.svg");
+    EXPECT_TRUE(line.json);
+}
+
+TEST(CommandLineTest, LookTakesAMonthOfOneYearOnly)
+{
+    for (const Texts& wrong : {Texts{"look", "Desk.xls", "--month", "5"},
+                               Texts{"look", "Desk.xls", "--year", "2027", "--month", "13"},
+                               Texts{"look", "Desk.xls", "--year", "2027", "--month", "0"},
+                               Texts{"look", "Desk.xls", "--year", "2027-2028"}, Texts{"look"}}) {
+        const Parsed parsed = Parse(wrong);
+        EXPECT_EQ(parsed.ExitCode(), kExitUsage);
+        EXPECT_FALSE(parsed.err.empty());
+    }
+}
+
 TEST(CommandLineTest, GenerateHasEveryOption)
 {
     const Parsed parsed =

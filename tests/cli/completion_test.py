@@ -43,11 +43,12 @@ class Completion(unittest.TestCase):
 
     def test_commands(self):
         self.assertEqual(self.complete(""), ["generate", "templates", "parameters", "check",
-                                             "holidays", "easter", "--help", "--version"])
+                                             "look", "holidays", "easter", "--help", "--version"])
         self.assertEqual(self.complete("g"), ["generate"])
 
     def test_offers_exactly_the_options_that_the_help_names(self):
-        for command in ("generate", "templates", "parameters", "check", "holidays", "easter"):
+        for command in ("generate", "templates", "parameters", "check", "look", "holidays",
+                        "easter"):
             text = subprocess.run([CLI, command, "--help"], text=True, capture_output=True).stdout
             named = {word.split(",")[-1] for line in text.split("\n")
                      for word in line.split()[:1] if word.startswith("-")}
@@ -66,6 +67,9 @@ class Completion(unittest.TestCase):
         self.assertEqual(self.complete("generate", "--engine", ""),
                          ["auto", "builtin", "excel", "libreoffice"])
         self.assertEqual(self.complete("holidays", "--section", "m"), ["monthly"])
+        self.assertEqual(self.complete("look", "Desk.xlsx", "--month", "1"),
+                         ["1", "10", "11", "12"])
+        self.assertEqual(len(self.complete("look", "Desk.xlsx", "--year", "")), 2)
         years = self.complete("generate", "Desk.xlsx", "")
         self.assertEqual(len(years), 3)
         self.assertEqual(subprocess.run([CLI, "easter", *years], capture_output=True).returncode, 0)

@@ -9,7 +9,7 @@ namespace {
 
 TEST(CommandLineErrors, HaveOneMessageEach)
 {
-    test::ExpectSentences(ErrorKind::WrongUsage, {});
+    test::ExpectSentences(ErrorKind::NoSuchPage, {});
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace orrery::cli {
 namespace {
 
@@ -43,6 +45,28 @@ TEST(JsonWriterTest, SeparatesMembersAndValues)
     json.BeginObject().EndObject().EndArray().Key("f").Texts({}).EndObject();
     EXPECT_EQ(json.Result(), R"({"a":-5,"b":true,"c":["x","y"],"d":[{"e":false},{}],"f":[]})");
 }
+
+struct DecimalCase {
+    const char* name;
+    double value;
+    const char* expected;
+};
+
+class JsonDecimalTest : public testing::TestWithParam<DecimalCase> {};
+
+TEST_P(JsonDecimalTest, HasAtMostThreeDecimals)
+{
+    EXPECT_EQ(JsonWriter().Decimal(GetParam().value).Result(), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, JsonDecimalTest,
+    testing::Values(DecimalCase{"Whole", 64, "64"}, DecimalCase{"Half", 0.5, "0.5"},
+                    DecimalCase{"Rounded", 2.0 / 3, "0.667"},
+                    DecimalCase{"NoNegativeZero", -0.0001, "0"},
+                    DecimalCase{"Negative", -1.25, "-1.25"},
+                    DecimalCase{"Infinite", std::numeric_limits<double>::infinity(), "null"}),
+    [](const auto& each) { return std::string(each.param.name); });
 
 } // namespace
 } // namespace orrery::cli

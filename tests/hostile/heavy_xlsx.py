@@ -13,12 +13,12 @@ from zip_container import Container, Entry
 MAIN = "http://schemas.openxmlformats.org/spreadsheetml/2006/main"
 PACKAGE = "http://schemas.openxmlformats.org/package/2006"
 OFFICE = "http://schemas.openxmlformats.org/officeDocument/2006/relationships"
-_SPREADSHEET = "application/vnd.openxmlformats-officedocument.spreadsheetml."
-_DRAWING = "application/vnd.openxmlformats-officedocument.drawing+xml"
+SPREADSHEET = "application/vnd.openxmlformats-officedocument.spreadsheetml."
+DRAWING = "application/vnd.openxmlformats-officedocument.drawing+xml"
 _X14 = "http://schemas.microsoft.com/office/spreadsheetml/2009/9/main"
 _X15 = "http://schemas.microsoft.com/office/spreadsheetml/2010/11/main"
-_DECLARATION = '<?xml version="1.0" encoding="UTF-8" standalone="yes"?>\n'
-_SHEET = "xl/worksheets/sheet1.xml"
+DECLARATION = '<?xml version="1.0" encoding="UTF-8" standalone="yes"?>\n'
+SHEET = "xl/worksheets/sheet1.xml"
 
 
 def to_bytes(parts):
@@ -29,37 +29,37 @@ def to_bytes(parts):
     return file.getvalue()
 
 
-def _link(number, kind, target, mode=""):
+def link_text(number, kind, target, mode=""):
     return f'<Relationship Id="{number}" Type="{OFFICE}/{kind}" Target="{target}"{mode}/>'
 
 
-def _links(links):
-    return f'{_DECLARATION}<Relationships xmlns="{PACKAGE}/relationships">{"".join(links)}' \
+def links_text(links):
+    return f'{DECLARATION}<Relationships xmlns="{PACKAGE}/relationships">{"".join(links)}' \
            "</Relationships>"
 
 
-def _rels(part):
+def rels_of(part):
     folder, _, base = part.rpartition("/")
     return f"{folder}/_rels/{base}.rels"
 
 
-def _workbook(sheets, names="", attributes="", more=""):
+def workbook_text(sheets, names="", attributes="", more=""):
     listed = "".join(f'<sheet name="{name}" sheetId="{number}" r:id="rId{number}"/>'
                      for number, name in enumerate(sheets, 1))
-    return f'{_DECLARATION}<workbook xmlns="{MAIN}" xmlns:r="{OFFICE}"{attributes}>' \
+    return f'{DECLARATION}<workbook xmlns="{MAIN}" xmlns:r="{OFFICE}"{attributes}>' \
            f"<sheets>{listed}</sheets>{names}{more}</workbook>"
 
 
-def _sheet(rows="", behind=""):
-    return f'{_DECLARATION}<worksheet xmlns="{MAIN}" xmlns:r="{OFFICE}">' \
+def sheet_text(rows="", behind=""):
+    return f'{DECLARATION}<worksheet xmlns="{MAIN}" xmlns:r="{OFFICE}">' \
            f"<sheetData>{rows}</sheetData>{behind}</worksheet>"
 
 
-def _package(sheets, workbook=None, parts=None, types=()):
+def package_of(sheets, workbook=None, parts=None, types=()):
     """A workbook of these sheets (name -> text), other parts, and the types of those: (part, type)
     or (extension, type)."""
-    overrides = [("xl/workbook.xml", _SPREADSHEET + "sheet.main+xml")]
-    overrides += [(f"xl/worksheets/sheet{number}.xml", _SPREADSHEET + "worksheet+xml")
+    overrides = [("xl/workbook.xml", SPREADSHEET + "sheet.main+xml")]
+    overrides += [(f"xl/worksheets/sheet{number}.xml", SPREADSHEET + "worksheet+xml")
                   for number in range(1, len(sheets) + 1)]
     overrides += [(name, kind) for name, kind in types if "." in name]
     defaults = [("rels", "application/vnd.openxmlformats-package.relationships+xml"),
@@ -68,12 +68,12 @@ def _package(sheets, workbook=None, parts=None, types=()):
     listed = [f'<Default Extension="{name}" ContentType="{kind}"/>' for name, kind in defaults]
     listed += [f'<Override PartName="/{name}" ContentType="{kind}"/>' for name, kind in overrides]
     made = {
-        "[Content_Types].xml": f'{_DECLARATION}<Types xmlns="{PACKAGE}/content-types">'
+        "[Content_Types].xml": f'{DECLARATION}<Types xmlns="{PACKAGE}/content-types">'
                                f'{"".join(listed)}</Types>',
-        "_rels/.rels": _links([_link("rId1", "officeDocument", "xl/workbook.xml")]),
-        "xl/workbook.xml": workbook or _workbook(sheets),
-        "xl/_rels/workbook.xml.rels": _links(
-            _link(f"rId{number}", "worksheet", f"worksheets/sheet{number}.xml")
+        "_rels/.rels": links_text([link_text("rId1", "officeDocument", "xl/workbook.xml")]),
+        "xl/workbook.xml": workbook or workbook_text(sheets),
+        "xl/_rels/workbook.xml.rels": links_text(
+            link_text(f"rId{number}", "worksheet", f"worksheets/sheet{number}.xml")
             for number in range(1, len(sheets) + 1))}
     for number, text in enumerate(sheets.values(), 1):
         made[f"xl/worksheets/sheet{number}.xml"] = text
@@ -85,22 +85,22 @@ def hyperlinks(count):
     """Hyperlinks of one sheet, each with a relationship."""
     links = "".join(f'<hyperlink ref="A{100 + number}" r:id="rId{number}"/>'
                     for number in range(count))
-    rels = _links(_link(f"rId{number}", "hyperlink", f"https://example.org/{number}",
-                        ' TargetMode="External"') for number in range(count))
-    return _package({"Model": _sheet(behind=f"<hyperlinks>{links}</hyperlinks>")},
-                    parts={_rels(_SHEET): rels})
+    rels = links_text(link_text(f"rId{number}", "hyperlink", f"https://example.org/{number}",
+                                ' TargetMode="External"') for number in range(count))
+    return package_of({"Model": sheet_text(behind=f"<hyperlinks>{links}</hyperlinks>")},
+                      parts={rels_of(SHEET): rels})
 
 
 def parts_of_one_sheet(count):
     """Custom properties, each a part of its own."""
     listed = "".join(f'<customPr name="p{number}" r:id="rId{number}"/>' for number in range(count))
-    rels = _links(_link(f"rId{number}", "customProperty", f"../customProperty{number}.bin")
-                  for number in range(count))
+    rels = links_text(link_text(f"rId{number}", "customProperty", f"../customProperty{number}.bin")
+                       for number in range(count))
     own = {f"xl/customProperty{number}.bin": b"x" for number in range(count)}
-    return _package(
-        {"Model": _sheet(behind=f"<customProperties>{listed}</customProperties>")},
-        parts={_rels(_SHEET): rels, **own},
-        types=[("bin", _SPREADSHEET + "customProperty")])
+    return package_of(
+        {"Model": sheet_text(behind=f"<customProperties>{listed}</customProperties>")},
+        parts={rels_of(SHEET): rels, **own},
+        types=[("bin", SPREADSHEET + "customProperty")])
 
 
 def _tables(count, name_of, names=""):
@@ -110,16 +110,17 @@ def _tables(count, name_of, names=""):
         row = 1000 + 3 * number
         rows.append(f'<row r="{row}"><c r="A{row}" t="inlineStr"><is><t>Column</t></is></c></row>')
         part, name = f"xl/tables/table{number + 1}.xml", name_of(number)
-        parts[part] = f'{_DECLARATION}<table xmlns="{MAIN}" id="{number + 1}" name="{name}" ' \
+        parts[part] = f'{DECLARATION}<table xmlns="{MAIN}" id="{number + 1}" name="{name}" ' \
             f'displayName="{name}" ref="A{row}:A{row + 1}" totalsRowShown="0">' \
             '<tableColumns count="1"><tableColumn id="1" name="Column"/></tableColumns></table>'
-        types.append((part, _SPREADSHEET + "table+xml"))
+        types.append((part, SPREADSHEET + "table+xml"))
     listed = "".join(f'<tablePart r:id="rId{number}"/>' for number in range(count))
-    parts[_rels(_SHEET)] = _links(_link(f"rId{number}", "table", f"../tables/table{number + 1}.xml")
-                                  for number in range(count))
+    parts[rels_of(SHEET)] = links_text(
+        link_text(f"rId{number}", "table", f"../tables/table{number + 1}.xml")
+        for number in range(count))
     behind = f'<tableParts count="{count}">{listed}</tableParts>'
-    return _package({"Model": _sheet("".join(rows), behind)}, _workbook(["Model"], names), parts,
-                    types)
+    return package_of({"Model": sheet_text("".join(rows), behind)},
+                      workbook_text(["Model"], names), parts, types)
 
 
 def tables_of_one_name(count):
@@ -165,13 +166,13 @@ def slicers(count):
     _add(made, "xl/workbook.xml", f'<extLst><ext uri="{{46BE6895-7355-4a93-B00E-2C351335B9C9}}">'
          f'<x15:slicerCaches xmlns:x15="{_X15}" xmlns:x14="{_X14}">{listed}</x15:slicerCaches>'
          "</ext></extLst>")
-    _add(made, _rels("xl/workbook.xml"), "".join(
-        _link(f"cache{number}", "slicerCache", f"slicerCaches/slicerCache{number}.xml")
+    _add(made, rels_of("xl/workbook.xml"), "".join(
+        link_text(f"cache{number}", "slicerCache", f"slicerCaches/slicerCache{number}.xml")
         for number in numbers))
-    _add(made, _SHEET, '<extLst><ext uri="{3A4CF648-6AED-40f4-86FF-DC5316D8AED3}">'
+    _add(made, SHEET, '<extLst><ext uri="{3A4CF648-6AED-40f4-86FF-DC5316D8AED3}">'
          f'<x14:slicerList xmlns:x14="{_X14}"><x14:slicer r:id="slicers"/></x14:slicerList>'
          "</ext></extLst>")
-    _add(made, _rels(_SHEET), _link("slicers", "slicer", "../slicers/slicer1.xml"))
+    _add(made, rels_of(SHEET), link_text("slicers", "slicer", "../slicers/slicer1.xml"))
     made["xl/slicers/slicer1.xml"] = f'<slicers xmlns="{_X14}">{shown}</slicers>'.encode()
     own = {f"xl/slicerCaches/slicerCache{number}.xml": _slicer_cache(number).encode()
            for number in numbers}
@@ -184,37 +185,38 @@ def slicers(count):
 
 def relationships(count):
     """Relationships of a sheet that nothing uses."""
-    rels = _links(_link(f"rId{number}", "hyperlink", f"https://example.org/{number}",
-                        ' TargetMode="External"') for number in range(count))
-    return _package({"Model": _sheet()}, parts={_rels(_SHEET): rels})
+    rels = links_text(link_text(f"rId{number}", "hyperlink", f"https://example.org/{number}",
+                                ' TargetMode="External"') for number in range(count))
+    return package_of({"Model": sheet_text()}, parts={rels_of(SHEET): rels})
 
 
 def sheets_that_read_the_next(count):
     """Each sheet reads the one behind it, the last but one reads the model."""
     names = [*(f"Sheet{number}" for number in range(1, count)), "Model"]
-    sheets = {name: _sheet(f'<row r="1"><c r="A1"><f>{following}!A1+1</f><v>1</v></c></row>')
+    sheets = {name: sheet_text(f'<row r="1"><c r="A1"><f>{following}!A1+1</f><v>1</v></c></row>')
               for name, following in zip(names, names[1:])}
-    return _package({**sheets, "Model": _sheet('<row r="1"><c r="A1"><v>1</v></c></row>')})
+    return package_of({**sheets, "Model": sheet_text('<row r="1"><c r="A1"><v>1</v></c></row>')})
 
 
 def namespaces(count):
     """Prefixes declared at the root of the workbook part, each used by one element."""
     declared = "".join(f' xmlns:n{number}="urn:n{number}"' for number in range(count))
     used = "".join(f"<n{number}:e/>" for number in range(count))
-    workbook = _workbook(["Model"], attributes=declared,
+    workbook = workbook_text(["Model"], attributes=declared,
                          more=f'<extLst><ext uri="urn:x">{used}</ext></extLst>')
-    return _package({"Model": _sheet()}, workbook)
+    return package_of({"Model": sheet_text()}, workbook)
 
 
 def blanks(count):
     """Blanks between two rows of a sheet."""
     rows = f'<row r="1"><c r="A1"><v>1</v></c></row>{" " * count}<row r="2"/>'
-    return _package({"Model": _sheet(rows)})
+    return package_of({"Model": sheet_text(rows)})
 
 
 def blanks_in_a_tag(count):
     """Blanks within the tag of a cell."""
-    return _package({"Model": _sheet(f'<row r="1"><c r="A1"{" " * count}><v>1</v></c></row>')})
+    rows = f'<row r="1"><c r="A1"{" " * count}><v>1</v></c></row>'
+    return package_of({"Model": sheet_text(rows)})
 
 
 def packed_blanks(count):
@@ -223,7 +225,7 @@ def packed_blanks(count):
     block = b" " * (1 << 16)
     packer = zlib.compressobj(9, zlib.DEFLATED, -15)
     first = packer.compress(block) + packer.flush(zlib.Z_FULL_FLUSH)
-    begin, end = _sheet(behind="\0").split("\0")
+    begin, end = sheet_text(behind="\0").split("\0")
     times = count // len(first)
     last = packer.compress(end.encode()) + packer.flush()
     head = zlib.compressobj(9, zlib.DEFLATED, -15)
@@ -232,9 +234,9 @@ def packed_blanks(count):
     for _ in range(times):
         crc = zlib.crc32(block, crc)
     container = Container([Entry(name.encode(), data) for name, data in
-                           _package({"Model": ""}).items()])
+                           package_of({"Model": ""}).items()])
     for entry in container.entries:
-        if entry.text_name == _SHEET:
+        if entry.text_name == SHEET:
             entry.packed, entry.crc = packed, zlib.crc32(end.encode(), crc)
             entry.size = len(begin) + times * len(block) + len(end)
     return container.to_bytes()
@@ -242,16 +244,17 @@ def packed_blanks(count):
 
 def chain(count):
     """Parts of which each owns the next; the sheet owns the first."""
-    parts = {_rels(_SHEET): _links([_link("rId1", "drawing", "../drawings/drawing0.xml")])}
+    parts = {rels_of(SHEET): links_text([link_text("rId1", "drawing", "../drawings/drawing0.xml")])}
     for number in range(count):
         name = f"xl/drawings/drawing{number}.xml"
         parts[name] = '<xdr:wsDr xmlns:xdr="http://schemas.openxmlformats.org/drawingml/2006/' \
                       'spreadsheetDrawing"/>'
         if number + 1 < count:
-            parts[_rels(name)] = _links([_link("rId1", "drawing", f"drawing{number + 1}.xml")])
-    return _package({"Model": _sheet(behind='<drawing r:id="rId1"/>')}, parts=parts,
-                    types=[(f"xl/drawings/drawing{number}.xml", _DRAWING)
-                           for number in range(count)])
+            parts[rels_of(name)] = links_text(
+                [link_text("rId1", "drawing", f"drawing{number + 1}.xml")])
+    return package_of({"Model": sheet_text(behind='<drawing r:id="rId1"/>')}, parts=parts,
+                      types=[(f"xl/drawings/drawing{number}.xml", DRAWING)
+                             for number in range(count)])
 
 
 def _spelled(name, number):
@@ -263,19 +266,20 @@ def _spelled(name, number):
 def spellings(count):
     """One part that the sheet owns, under as many spellings."""
     name = "abcdefghijklmnopq.xml"
-    rels = _links(_link(f"rId{number}", "drawing", f"../drawings/{_spelled(name, number)}")
-                  for number in range(count))
-    return _package({"Model": _sheet()},
-                    parts={_rels(_SHEET): rels, f"xl/drawings/{name}": "<a/>"},
-                    types=[(f"xl/drawings/{name}", _DRAWING)])
+    rels = links_text(link_text(f"rId{number}", "drawing", f"../drawings/{_spelled(name, number)}")
+                       for number in range(count))
+    return package_of({"Model": sheet_text()},
+                      parts={rels_of(SHEET): rels, f"xl/drawings/{name}": "<a/>"},
+                      types=[(f"xl/drawings/{name}", DRAWING)])
 
 
 def ring_of_spellings(count):
     """One part that owns itself under as many spellings."""
     name = "abcdefghijklmnopq.xml"
-    own = _links(_link(f"rId{number}", "drawing", _spelled(name, number))
-                 for number in range(count))
-    return _package({"Model": _sheet(behind='<drawing r:id="rId1"/>')},
-                    parts={_rels(_SHEET): _links([_link("rId1", "drawing", f"../drawings/{name}")]),
-                           f"xl/drawings/{name}": "<a/>", _rels(f"xl/drawings/{name}"): own},
-                    types=[(f"xl/drawings/{name}", _DRAWING)])
+    own = links_text(link_text(f"rId{number}", "drawing", _spelled(name, number))
+                     for number in range(count))
+    return package_of({"Model": sheet_text(behind='<drawing r:id="rId1"/>')},
+                      parts={rels_of(SHEET): links_text(
+                                 [link_text("rId1", "drawing", f"../drawings/{name}")]),
+                             f"xl/drawings/{name}": "<a/>", rels_of(f"xl/drawings/{name}"): own},
+                      types=[(f"xl/drawings/{name}", DRAWING)])

@@ -1,0 +1,92 @@
+"""What LibreOffice knows of a sheet: places, sizes and texts of cells, and a picture of it."""
+
+import pathlib
+import re
+
+import uno
+from com.sun.star.awt import Size
+from com.sun.star.beans import PropertyValue
+from com.sun.star.table import CellRangeAddress
+
+PIXELS = 96 / 2540           # of a hundredth of a millimetre
+LARGEST_PAGE = 100_000       # hundredths of a millimetre that a page of LibreOffice may have
+_FORMATS = 23                # com.sun.star.sheet.CellFlags: VALUE, DATETIME, STRING, FORMULA
+_ADDRESS = re.compile(r"([A-Z]+)([0-9]+)$")
+
+
+def address_of(text):
+    """Column and row from 0 of "B6"."""
+    letters, digits = _ADDRESS.match(text).groups()
+    column = 0
+    for letter in letters:
+        column = column * 26 + ord(letter) - 64
+    return column - 1, int(digits) - 1
+
+
+def text_of(column, row):
+    letters = ""
+    column += 1
+    while column:
+        column, rest = divmod(column - 1, 26)
+        letters = chr(65 + rest) + letters
+    return f"{letters}{row + 1}"
+
+
+def visible_sheets(document):
+    return [sheet for sheet in document.Sheets if sheet.IsVisible]
+
+
+def measure(sheet, column, row):
+    """Box in pixels and displayed text of a cell, or of the merged cells that begin there."""
+    cell = sheet.getCellByPosition(column, row)
+    area = cell
+    if cell.IsMerged:
+        area = sheet.createCursorByRange(cell)
+        area.collapseToMergedArea()
+    position, size = area.Position, area.Size
+    return ([position.X * PIXELS, position.Y * PIXELS, size.Width * PIXELS, size.Height * PIXELS],
+            cell.String)
+
+
+def filled_cells(sheet, limit):
+    """Addresses of cells that have a content, at most `limit` of them."""
+    found = []
+    for area in sheet.queryContentCells(_FORMATS).RangeAddresses:
+        for row in range(area.StartRow, area.EndRow + 1):
+            for column in range(area.StartColumn, area.EndColumn + 1):
+                found.append((column, row))
+                if len(found) == limit:
+                    return found
+    return found
+
+
+def save_page(document, sheet, last, path):
+    """Saves the cells from A1 to `last` (column and row from 0) of a sheet as one PDF page in the
+    coordinates of the sheet. Returns False if the page would be too large."""
+    area = sheet.getCellRangeByPosition(0, 0, *last)
+    width, height = area.Size.Width, area.Size.Height
+    if not 0 < width < LARGEST_PAGE or not 0 < height < LARGEST_PAGE:
+        return False
+    style = document.StyleFamilies.getByName("PageStyles").getByName(sheet.PageStyle)
+    for name in ("Left", "Right", "Top", "Bottom"):
+        setattr(style, name + "Margin", 0)
+        setattr(style, name + "BorderDistance", 0)
+    for name in ("HeaderIsOn", "FooterIsOn", "PrintGrid", "PrintHeaders", "CenterHorizontally",
+                 "CenterVertically"):
+        setattr(style, name, False)
+    style.IsLandscape = False
+    style.Size = Size(width + 20, height + 20)
+    style.PageScale = 100
+    for index, other in enumerate(document.Sheets):
+        address = CellRangeAddress(index, 0, 0, *last)
+        other.setPrintAreas((address,) if other.Name == sheet.Name else ())
+    sheet.removeAllManualPageBreaks()
+    sheet.setPrintTitleColumns(False)
+    sheet.setPrintTitleRows(False)
+    document.storeToURL(
+        pathlib.Path(path).resolve().as_uri(),
+        (PropertyValue("FilterName", 0, "calc_pdf_Export", 0),
+         PropertyValue("FilterData", 0, uno.Any("[]com.sun.star.beans.PropertyValue", (
+             PropertyValue("Selection", 0, area, 0),
+             PropertyValue("ExportBookmarks", 0, False, 0))), 0)))
+    return True

@@ -1,0 +1,334 @@
+#include "ui/wx/look/wx_canvas.h"
+
+#include "ui/wx/look/brushes.h"
+#include "ui/wx/look/dashes.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <cmath>
+#include <numbers>
+
+namespace orrery::ui::wx {
+namespace {
+
+using look::Box;
+using look::Path;
+using look::PathStep;
+using look::Point;
+
+/// Coordinates so far outside of what is seen are cut: the toolkit's numbers are not as large as
+/// a sheet.
+constexpr double kReach = 1e5;
+constexpr double kLargestScale = 1e3;
+
+Path BoxPath(const Box& box)
+{
+    using enum PathStep::Kind;
+    return {{Move, {box.x, box.y}, {}, {}},
+            {Line, {box.Right(), box.y}, {}, {}},
+            {Line, {box.Right(), box.Bottom()}, {}, {}},
+            {Line, {box.x, box.Bottom()}, {}, {}},
+            {Close, {}, {}, {}}};
+}
+
+bool IsFinite(Point point)
+{
+    return std::isfinite(point.x) && std::isfinite(point.y);
+}
+
+bool IsFinite(const Box& box)
+{
+    return IsFinite(Point{box.x, box.y}) && IsFinite(Point{box.width, box.height});
+}
+
+bool IsFromInside(const book::Fill& fill)
+{
+    return fill.gradient && fill.gradient->isPath && fill.gradient->stops.size() > 1;
+}
+
+wxGraphicsPen MakePen(wxGraphicsContext& context, const look::Pen& pen)
+{
+    return context.CreatePen(wxGraphicsPenInfo(ToColour(pen.color, pen.opacity), pen.width)
+                                 .Join(wxJOIN_MITER)
+                                 .Cap(wxCAP_BUTT));
+}
+
+} // namespace
+
+WxCanvas::WxCanvas(wxGraphicsContext& context, PictureCache& pictures)
+    : context_(context), pictures_(pictures), texts_(MakeTextDrawing(context))
+{
+    context_.DisableOffset(); // who paints has chosen the places of lines
+}
+
+WxCanvas::~WxCanvas()
+{
+    while (depth_ > 0)
+        Restore();
+}
+
+const Box& WxCanvas::Visible()
+{
+    if (!visible_) {
+        Box box;
+        context_.GetClipBox(&box.x, &box.y, &box.width, &box.height);
+        visible_ = box;
+    }
+    return *visible_;
+}
+
+Point WxCanvas::Within(Point point)
+{
+    const Box& seen = Visible();
+    const auto within = [](double value, double low, double high) {
+        return std::isnan(value) ? low : std::clamp(value, low - kReach, high + kReach);
+    };
+    return {within(point.x, seen.x, seen.Right()), within(point.y, seen.y, seen.Bottom())};
+}
+
+wxGraphicsPath WxCanvas::MakePath(const Path& path)
+{
+    wxGraphicsPath made = context_.CreatePath();
+    bool isBegun = false;
+    for (const PathStep& step : path) {
+        const Point point = Within(step.point);
+        if (!isBegun && step.kind != PathStep::Kind::Close)
+            made.MoveToPoint(point.x, point.y);
+        isBegun = isBegun || step.kind != PathStep::Kind::Close;
+        switch (step.kind) {
+        case PathStep::Kind::Move:
+            made.MoveToPoint(point.x, point.y);
+            break;
+        case PathStep::Kind::Line:
+            made.AddLineToPoint(point.x, point.y);
+            break;
+        case PathStep::Kind::Curve: {
+            const Point first = Within(step.control1);
+            const Point second = Within(step.control2);
+            made.AddCurveToPoint(first.x, first.y, second.x, second.y, point.x, point.y);
+            break;
+        }
+        case PathStep::Kind::Close:
+            if (isBegun)
+                made.CloseSubpath();
+            break;
+        }
+    }
+    return made;
+}
+
+void WxCanvas::FillPath(const wxGraphicsPath& path, const wxGraphicsBrush& brush)
+{
+    context_.SetBrush(brush);
+    context_.FillPath(path, wxWINDING_RULE);
+}
+
+void WxCanvas::FillBox(const Box& box, const look::Brush& brush)
+{
+    if (!(box.width > 0 && box.height > 0) || !IsFinite(box) || !IsFilling(brush.fill))
+        return;
+    if (IsFromInside(brush.fill)) {
+        FillAlongEdges(box, *brush.fill.gradient, brush.opacity);
+        return;
+    }
+    FillPath(MakePath(BoxPath(box)), PlainBrush(context_, brush, box));
+}
+
+void WxCanvas::FillAlongEdges(const Box& box, const book::Gradient& gradient, double opacity)
+{
+    const auto share = [](double value) { return std::clamp(value, 0.0, 1.0); };
+    const double left = box.x + share(gradient.left) * box.width;
+    const double right = std::max(left, box.x + share(gradient.right) * box.width);
+    const double top = box.y + share(gradient.top) * box.height;
+    const double bottom = std::max(top, box.y + share(gradient.bottom) * box.height);
+    const auto solid = [opacity](book::Color color) {
+        return look::Brush{{book::FillPattern::Solid, color, {}, {}}, opacity};
+    };
+    if (opacity >= 1) // no gap shows between the parts
+        FillBox(box, solid(gradient.stops.back().color));
+    const Box inner{left, top, right - left, bottom - top};
+    // A side: its outer edge, its inner edge, the box around both and the way outwards.
+    const auto side = [&](std::array<Point, 4> corners, const Box& part, double degree) {
+        if (!(part.width > 0 && part.height > 0))
+            return;
+        using enum PathStep::Kind;
+        const Path path{{Move, corners[0], {}, {}},
+                        {Line, corners[1], {}, {}},
+                        {Line, corners[2], {}, {}},
+                        {Line, corners[3], {}, {}},
+                        {Close, {}, {}, {}}};
+        FillPath(MakePath(path), LinearBrush(context_, gradient.stops, degree, part, opacity));
+    };
+    const Point outer1{box.x, box.y};
+    const Point outer2{box.Right(), box.y};
+    const Point outer3{box.Right(), box.Bottom()};
+    const Point outer4{box.x, box.Bottom()};
+    side({outer1, {left, top}, {left, bottom}, outer4}, {box.x, box.y, left - box.x, box.height},
+         180);
+    side({outer2, {right, top}, {right, bottom}, outer3},
+         {right, box.y, box.Right() - right, box.height}, 0);
+    side({outer1, {left, top}, {right, top}, outer2}, {box.x, box.y, box.width, top - box.y}, 270);
+    side({outer4, {left, bottom}, {right, bottom}, outer3},
+         {box.x, bottom, box.width, box.Bottom() - bottom}, 90);
+    FillBox(inner, solid(gradient.stops.front().color));
+}
+
+void WxCanvas::FillFromInside(const Path& path, const Box& box, const book::Gradient& gradient,
+                              double opacity)
+{
+    const auto inBox = [&box](Point point) {
+        return Point{(point.x - box.x) / box.width, (point.y - box.y) / box.height};
+    };
+    Path unit = path;
+    for (PathStep& step : unit) {
+        step.point = inBox(step.point);
+        step.control1 = inBox(step.control1);
+        step.control2 = inBox(step.control2);
+    }
+    Push();
+    context_.Translate(box.x, box.y);
+    context_.Scale(box.width, box.height);
+    FillPath(MakePath(unit), RadialBrush(context_, gradient, opacity));
+    Restore();
+}
+
+void WxCanvas::Fill(const Path& path, const look::Brush& brush)
+{
+    if (!IsFilling(brush.fill))
+        return;
+    const wxGraphicsPath made = MakePath(path);
+    Box box;
+    if (brush.fill.gradient)
+        made.GetBox(&box.x, &box.y, &box.width, &box.height);
+    if (IsFromInside(brush.fill) && box.width > 0 && box.height > 0)
+        FillFromInside(path, box, *brush.fill.gradient, brush.opacity);
+    else
+        FillPath(made, PlainBrush(context_, brush, box));
+}
+
+void WxCanvas::Stroke(const Path& path, const look::Pen& pen)
+{
+    if (!(pen.width > 0) || !std::isfinite(pen.width))
+        return;
+    context_.SetPen(MakePen(context_, pen));
+    if (pen.dashes.empty()) {
+        context_.StrokePath(MakePath(path));
+        return;
+    }
+    const Box& seen = Visible();
+    const double margin = pen.width + 1;
+    const Path dashed = DashedPath(
+        path, pen.dashes,
+        {seen.x - margin, seen.y - margin, seen.width + 2 * margin, seen.height + 2 * margin});
+    context_.StrokePath(MakePath(dashed));
+}
+
+void WxCanvas::DrawLine(Point from, Point to, const look::Pen& pen)
+{
+    if (IsFinite(from) && IsFinite(to))
+        Stroke({{PathStep::Kind::Move, from, {}, {}}, {PathStep::Kind::Line, to, {}, {}}}, pen);
+}
+
+void WxCanvas::DrawPath(const Path& path, const std::optional<look::Brush>& fill,
+                        const std::optional<look::Pen>& pen)
+{
+    if (path.empty())
+        return;
+    if (fill)
+        Fill(path, *fill);
+    if (pen)
+        Stroke(path, *pen);
+}
+
+void WxCanvas::DrawText(Point at, std::string_view text, const look::TextStyle& style, double width)
+{
+    if (!text.empty() && style.font.size > 0 && IsFinite(at) && Within(at) == at)
+        texts_->Draw(at, text, style, std::isfinite(width) ? width : 0);
+}
+
+bool WxCanvas::DrawPicture(const Box& box, const look::PictureSource& picture)
+{
+    const Box& shown = picture.shown;
+    if (picture.bytes.empty() || !(shown.width > 0 && shown.height > 0) || !IsFinite(box))
+        return false;
+    const wxGraphicsBitmap* const bitmap = pictures_.Find(context_, picture.bytes);
+    if (bitmap == nullptr)
+        return false;
+    if (!(box.width > 0 && box.height > 0))
+        return true; // too small to be seen
+    const Box whole{box.x - shown.x * box.width / shown.width,
+                    box.y - shown.y * box.height / shown.height, box.width / shown.width,
+                    box.height / shown.height};
+    if (!IsFinite(whole) || Within({whole.x, whole.y}) != Point{whole.x, whole.y})
+        return true; // far from what is seen
+    const bool isCut = whole != box;
+    if (isCut)
+        Clip(box);
+    context_.DrawBitmap(*bitmap, whole.x, whole.y, whole.width, whole.height);
+    if (isCut)
+        Restore();
+    return true;
+}
+
+void WxCanvas::Push()
+{
+    context_.PushState();
+    ++depth_;
+    visible_.reset();
+}
+
+void WxCanvas::Clip(const Box& box)
+{
+    const Point from = Within({box.x, box.y});
+    const Point to = Within({box.Right(), box.Bottom()});
+    Push();
+    context_.Clip(from.x, from.y, std::max(to.x - from.x, 0.0), std::max(to.y - from.y, 0.0));
+}
+
+void WxCanvas::Rotate(Point around, double degrees)
+{
+    Push();
+    if (!IsFinite(around) || !std::isfinite(degrees))
+        return;
+    context_.Translate(around.x, around.y);
+    context_.Rotate(std::fmod(degrees, 360) * std::numbers::pi / 180);
+    context_.Translate(-around.x, -around.y);
+}
+
+void WxCanvas::Flip(const Box& box, bool horizontally, bool vertically)
+{
+    Push();
+    const Point middle = box.Middle();
+    if (!IsFinite(middle))
+        return;
+    context_.Translate(middle.x, middle.y);
+    context_.Scale(horizontally ? -1 : 1, vertically ? -1 : 1);
+    context_.Translate(-middle.x, -middle.y);
+}
+
+void WxCanvas::Place(Point origin, double scale)
+{
+    Push();
+    if (!IsFinite(origin) || !(scale > 0))
+        return;
+    context_.Translate(origin.x, origin.y);
+    const double within = std::clamp(scale, 1 / kLargestScale, kLargestScale);
+    context_.Scale(within, within);
+}
+
+void WxCanvas::Restore()
+{
+    assert(depth_ > 0);
+    if (depth_ == 0)
+        return;
+    context_.PopState();
+    --depth_;
+    visible_.reset();
+}
+
+void WxCanvas::BeginGroup(std::string_view /*id*/, std::string_view /*title*/) {}
+
+void WxCanvas::EndGroup() {}
+
+} // namespace orrery::ui::wx

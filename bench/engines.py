@@ -10,15 +10,15 @@ import json
 import os
 import pathlib
 import platform
-import re
 import statistics
-import subprocess
 import sys
 import tempfile
 import zipfile
 
 import openpyxl
 
+from document import replace_rest
+from machine import first_match, machine, output_of
 from processes import HERE, Processes, written_cells
 
 FIRST, TEN = 2027, range(2027, 2037)
@@ -109,24 +109,7 @@ def table(one, ten):
     return "\n".join(lines)
 
 
-# ---------------------------------------------------------------- the machine
-
-def first_match(pattern, text):
-    found = re.search(pattern, text, re.MULTILINE)
-    return found[1] if found else "unknown"
-
-
-def output_of(*command):
-    return subprocess.run(command, capture_output=True, text=True, check=False).stdout
-
-
-def machine():
-    kibibytes = first_match(r"MemTotal: +(\d+)", pathlib.Path("/proc/meminfo").read_text())
-    memory = int(kibibytes) / 2**20
-    model = first_match(r"model name\s*: (.*)", pathlib.Path("/proc/cpuinfo").read_text())
-    system = first_match(r'^PRETTY_NAME="(.*)"', pathlib.Path("/etc/os-release").read_text())
-    return f"{model}, {os.cpu_count()} cores, {memory:.0f} GiB of memory, {system}"
-
+# ---------------------------------------------------------------- the document
 
 def versions(cli):
     office = first_match(r"(LibreOffice [\d.]+)", output_of("soffice", "--version"))
@@ -158,7 +141,7 @@ the process to its end, with the workbook on the disk.
 - `Rich.xlsx` is made by `bench/rich_template.py`: pictures, charts, comments, validations, conditional
   formats on both sheets.
 
-`bench/compare.sh` measures again and writes this file. It also compares the built-in engine with the
+`bench/compare.sh` measures again and writes this part. It also compares the built-in engine with the
 least that any program must do, and for .xls with xlrd and xlwt.
 """
 
@@ -184,10 +167,10 @@ def main():
     processes, before = Processes(cli, tools), os.getloadavg()[0]
     tables = "\n\n".join(measured_table(processes, pathlib.Path(template).resolve())
                          for template in templates)
-    pathlib.Path(document).write_text(_DOCUMENT.format(
+    replace_rest(pathlib.Path(document), _DOCUMENT.format(
         tables=tables, date=datetime.date.today(), machine=machine(), versions=versions(cli),
         before=f"{before:.1f}", after=f"{os.getloadavg()[0]:.1f}", one=ONE_ROUNDS,
-        ten=TEN_ROUNDS), encoding="utf-8")
+        ten=TEN_ROUNDS))
 
 
 main()

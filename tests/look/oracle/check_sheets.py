@@ -256,26 +256,32 @@ def main():
             groups.append((f"corpus .{kind}", sample(paths, arguments.sample), 0))
     if arguments.pictures:
         arguments.pictures.mkdir(parents=True, exist_ok=True)
-    good = True
     with tempfile.TemporaryDirectory(prefix="orrery-look-") as scratch:
         session = OfficeSession(scratch)
-        for title, paths, bar in groups:
-            tallies = {}
-            for path in paths:
-                if arguments.only and arguments.only not in path.name:
-                    continue
-                try:
-                    tallies[path.name] = compare_workbook(arguments.cli, session, path,
-                                                          pathlib.Path(scratch), arguments.pictures)
-                except Failed as error:
-                    print(f"{path.name} does not count: LibreOffice {error}")
-                    session.restart()
-            good &= report(title, tallies, bar, sys.stdout)
-            if arguments.report:
-                with arguments.report.open("a", encoding="utf-8") as out:
-                    report(title, tallies, bar, out)
-        session.close()
-    return 0 if good else 1
+        try:
+            good = [compare_group(arguments, session, pathlib.Path(scratch), *group)
+                    for group in groups]
+        finally:
+            session.close()
+    return 0 if all(good) else 1
+
+
+def compare_group(arguments, session, folder, title, paths, bar):
+    """Compares workbooks and reports. Whether no bar is missed."""
+    tallies = {}
+    for path in paths:
+        if arguments.only and arguments.only not in path.name:
+            continue
+        try:
+            tallies[path.name] = compare_workbook(arguments.cli, session, path, folder,
+                                                  arguments.pictures)
+        except Failed as error:
+            print(f"{path.name} does not count: LibreOffice {error}")
+            session.restart()
+    if arguments.report:
+        with arguments.report.open("a", encoding="utf-8") as out:
+            report(title, tallies, bar, out)
+    return report(title, tallies, bar, sys.stdout)
 
 
 if __name__ == "__main__":

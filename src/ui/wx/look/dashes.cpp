@@ -107,6 +107,7 @@ private:
 std::vector<double> Pairs(const std::vector<double>& dashes)
 {
     std::vector<double> pairs;
+    pairs.reserve(2 * dashes.size());
     for (const double dash : dashes)
         pairs.push_back(dash > 0 ? dash : 0);
     if (pairs.size() % 2 != 0)

@@ -41,7 +41,7 @@ def means_something_else(sheet, address, text):
     cell = sheet.getCellRangeByName(address)
     if text.startswith("Err:"):
         return True
-    if "MULTIPLE.OPERATIONS" in cell.Formula:  # data tables: computed anew, or not at all
+    if "MULTIPLE.OPERATIONS" in cell.Formula:  # data tables: computed again, or not at all
         return True
     if cell.Type.value in ("VALUE", "FORMULA") and 0 <= cell.Value < _EARLY and _is_date(text):
         return True  # days before March 1900 are others there
@@ -53,7 +53,7 @@ def _is_date(text):
 
 
 def _is_in_pivot_table(sheet, address):
-    """LibreOffice lays pivot tables out anew when it opens them."""
+    """LibreOffice lays pivot tables out again when it opens them."""
     column, row = office_sheets.address_of(address)
     for table in sheet.getDataPilotTables():
         area = table.OutputRange

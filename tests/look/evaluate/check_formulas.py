@@ -5,6 +5,7 @@ such a cell. Where LibreOffice differs, the result that is stored in the file de
 all the files were written by Excel. What differs from both must be in the list of known ones.
 """
 
+import pathlib
 import argparse
 import csv
 import json
@@ -23,7 +24,9 @@ sys.path.append(os.path.join(_HERE, "..", "..", "corpus"))
 from sample import sample  # noqa: E402
 from volatile import readers_of  # noqa: E402
 
-_SKIPPED = 77
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "places"))
+from corpus_status import without_corpus  # noqa: E402
+
 _WANTED = 0.99  # share of the formulas that are compared with LibreOffice
 _SECONDS, _LONGEST_START = 120, 90
 _NOW = 46349.5
@@ -176,9 +179,8 @@ def main():
     parser.add_argument("--corpus", required=True)
     parser.add_argument("--sample", type=int, default=0, help="files; 0 is all")
     options = parser.parse_args()
-    if not os.path.isdir(options.corpus) or not shutil.which("soffice"):
-        print("SKIPPED: no corpus, or no LibreOffice")
-        return _SKIPPED
+    if not os.path.isdir(options.corpus):
+        return without_corpus(options.corpus)
     office = Office()
     dump = subprocess.Popen([options.dump, str(_NOW)], stdin=subprocess.PIPE,
                             stdout=subprocess.PIPE)

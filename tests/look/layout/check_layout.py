@@ -20,7 +20,9 @@ import tempfile
 sys.path.insert(0, str(pathlib.Path(__file__).parents[3] / "scripts"))
 import libreoffice  # noqa: E402
 
-SKIPPED = 77
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "places"))
+from corpus_status import without_corpus  # noqa: E402
+
 PIXELS = 96 / 2540  # for a hundredth of a millimetre
 MOST_CELLS = 400  # of each sheet: every call takes its time
 REFUSED = object()
@@ -96,8 +98,7 @@ def main():
     parser.add_argument("--only", default="")
     options = parser.parse_args()
     if not options.corpus.is_dir():
-        print("there is no corpus")
-        return SKIPPED
+        return without_corpus(options.corpus)
     paths = []
     for form in ("xlsx", "xls"):
         found = sorted(path for path in (options.corpus / form).iterdir() if options.only in path.name)

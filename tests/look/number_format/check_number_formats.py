@@ -20,6 +20,9 @@ import cases
 import differences
 from office_reference import office_texts
 
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "places"))
+from corpus_status import corpus_is_required  # noqa: E402
+
 HERE = Path(__file__).resolve().parent
 LEAST_PAIRS = 2000
 LEAST_EQUAL = {"numfmt": 0.98, "LibreOffice": 0.95}
@@ -102,6 +105,8 @@ def main():
         pairs += cases.corpus_pairs(arguments.corpus)
     else:
         print("the corpus is absent: only our own codes are compared")
+        if corpus_is_required():
+            return 1
     pairs = unique(pairs)
     ours = our_texts(arguments.program, pairs)
     numfmt = numfmt_texts(pairs)

@@ -21,6 +21,9 @@ import zipfile
 
 import xlrd
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[4] / "places"))
+from corpus_status import without_corpus  # noqa: E402
+
 OFFICE = ["ffffff", "000000", "eeece1", "1f497d", "4f81bd", "c0504d", "9bbb59", "8064a2", "4bacc6",
           "f79646", "0000ff", "800080"]
 THEME_NAMES = ["lt1", "dk1", "lt2", "dk2", "accent1", "accent2", "accent3", "accent4", "accent5",
@@ -361,8 +364,7 @@ def main():
     options = parser.parse_args()
     files = options.files or sorted((options.corpus / "xls").glob("*.xls"))
     if not files:
-        print("There is no corpus.")
-        return 77
+        return without_corpus(options.corpus)
     differing = compared = skipped = 0
     for path in files:
         dumped = subprocess.run([options.dump, str(path)], capture_output=True, timeout=300, check=False)

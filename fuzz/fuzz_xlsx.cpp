@@ -4,10 +4,9 @@
 // the rest is its text.
 
 #include "edit_workbook.h"
+#include "parts.h"
 
 #include "engines/builtin/xlsx/workbook.h"
-#include "engines/builtin/zip/writer.h"
-#include "util/file_replace.h"
 
 #include <array>
 #include <cstddef>
@@ -20,12 +19,7 @@ namespace {
 
 using namespace orrery;
 
-struct Part {
-    const char* name;
-    const char* text;
-};
-
-const std::array<Part, 9> kParts = {
+const std::array<fuzz::Part, 9> kParts = {
     {
         {"[Content_Types].xml",
          R"(<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types"><Default Extension="xml" ContentType="application/xml"/><Default Extension="rels" ContentType="application/vnd.openxmlformats-package.relationships+xml"/><Override PartName="/xl/workbook.xml" ContentType="application/vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml"/><Override PartName="/xl/sheet1.xml" ContentType="application/vnd.openxmlformats-officedocument.spreadsheetml.worksheet+xml"/><Override PartName="/xl/sst.xml" ContentType="application/vnd.openxmlformats-officedocument.spreadsheetml.sharedStrings+xml"/><Override PartName="/xl/styles.xml" ContentType="application/vnd.openxmlformats-officedocument.spreadsheetml.styles+xml"/><Override PartName="/xl/table1.xml" ContentType="application/vnd.openxmlformats-officedocument.spreadsheetml.table+xml"/></Types>)"},
@@ -46,28 +40,12 @@ const std::array<Part, 9> kParts = {
          R"(<table xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main" id="1" name="T" displayName="T" ref="A1:A2"><tableColumns count="1"><tableColumn id="1" name="a"/></tableColumns></table>)"},
     }};
 
-void WriteInput(const std::filesystem::path& path, std::string_view input)
-{
-    if (input.starts_with("PK")) {
-        util::ReplaceFile(path, input);
-        return;
-    }
-    const std::size_t chosen =
-        input.empty() ? 0 : static_cast<unsigned char>(input.front()) % kParts.size();
-    orrery::zip::Writer writer;
-    for (std::size_t i = 0; i < kParts.size(); ++i) {
-        const std::string text(i == chosen && !input.empty() ? input.substr(1) : kParts[i].text);
-        writer.AddEntry(kParts[i].name, [text](orrery::zip::EntrySink& sink) { sink.Add(text); });
-    }
-    writer.Write(path);
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const auto source = fuzz::Scratch(".in");
-    WriteInput(source, {reinterpret_cast<const char*>(data), size});
+    fuzz::WriteWithPart(source, kParts, {reinterpret_cast<const char*>(data), size});
     fuzz::EditAndOpenAgain<xlsx::Workbook>(source, {"Model"});
     return 0;
 }

@@ -145,7 +145,7 @@ function(orrery_sources variable folder)
 endfunction()
 
 # orrery_tidy(): a target `tidy` that runs clang-tidy over the sources below src for this system. It runs
-# again only when something there, or the configuration, has changed.
+# again only over what has changed, or when the configuration has.
 function(orrery_tidy)
     find_program(ORRERY_CLANG_TIDY clang-tidy)
     if(NOT ORRERY_CLANG_TIDY)
@@ -167,9 +167,10 @@ function(orrery_tidy)
         string(REPLACE "/" "_" stamp ${name})
         set(stamp ${PROJECT_BINARY_DIR}/tidy/${stamp}.stamp)
         add_custom_command(OUTPUT ${stamp}
-            COMMAND ${ORRERY_CLANG_TIDY} --quiet ${checks} -p ${PROJECT_BINARY_DIR} ${source}
+            COMMAND ${PROJECT_SOURCE_DIR}/scripts/tidy.py ${PROJECT_BINARY_DIR} ${source} ${checks}
             COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
             DEPENDS ${source} ${included} ${headers} ${PROJECT_SOURCE_DIR}/.clang-tidy
+                    ${PROJECT_SOURCE_DIR}/scripts/tidy.py
             WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
             COMMENT "clang-tidy ${name}")
         list(APPEND stamps ${stamp})

@@ -47,4 +47,13 @@ Box AnchorBox(const book::Anchor& anchor, const Axis& columns, const Axis& rows)
             std::max(Pixels(anchor.height), 0.0)};
 }
 
+Box UnturnedBox(const book::Drawing& drawing, const Axis& columns, const Axis& rows)
+{
+    const Box box = AnchorBox(drawing.anchor, columns, rows);
+    if (!drawing.isAnchorTurned)
+        return box;
+    const Point middle = box.Middle();
+    return {middle.x - box.height / 2, middle.y - box.width / 2, box.height, box.width};
+}
+
 } // namespace orrery::look

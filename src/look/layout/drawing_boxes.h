@@ -11,4 +11,7 @@ namespace orrery::look {
 /// do in Excel where a column became narrower; hidden ones have no room. Sizes are not negative.
 Box AnchorBox(const book::Anchor& anchor, const Axis& columns, const Axis& rows);
 
+/// The box of a drawing on the sheet before it is turned.
+Box UnturnedBox(const book::Drawing& drawing, const Axis& columns, const Axis& rows);
+
 } // namespace orrery::look

@@ -167,8 +167,7 @@ private:
         const std::size_t count = std::min(sheet_.drawings.size(), options_.mostDrawings);
         for (std::size_t i = 0; i < count; ++i) {
             const book::Drawing& drawing = sheet_.drawings[i];
-            layout_.drawings.push_back(
-                {&drawing, OnPage(AnchorBox(drawing.anchor, columns_, rows_))});
+            layout_.drawings.push_back({&drawing, OnPage(UnturnedBox(drawing, columns_, rows_))});
         }
         if (count < sheet_.drawings.size())
             layout_.leftOut.push_back({"drawings", "", "the sheet has too many"});

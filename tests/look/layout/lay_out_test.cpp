@@ -271,6 +271,19 @@ TEST(Drawings, StandAtTheirAnchors)
     EXPECT_EQ(layout.range.last, (CellAddress{4, 3}));
 }
 
+TEST(Drawings, OnTheirSideHaveTheirAnchorOnlyAfterTheTurn)
+{
+    FakeSheet sheet;
+    sheet.Put({9, 9}, "x");
+    book::Drawing drawing;
+    drawing.rotation = 90;
+    drawing.isAnchorTurned = true;
+    drawing.anchor.from = {{2, 2}, 0, 0, 0, 0}; // 200 by 60 pixels, with (200, 50) in the middle
+    drawing.anchor.to = book::AnchorPoint{{5, 4}, 0, 0, 0, 0};
+    sheet.sheet.drawings = {drawing};
+    EXPECT_EQ(sheet.LayOut().drawings.at(0).box, (Box{170, -50, 60, 200}));
+}
+
 TEST(Limits, LargeRangesCostNothing)
 {
     FakeSheet sheet;

@@ -67,10 +67,13 @@ def look(cli, path, sheet, svg=None):
 
 
 def compare_cells(tally, sheet, ours, name):
+    """Compares cells. Gives what each shows in LibreOffice, by its address."""
+    shown = {}
     cells = {cell["cell"]: cell for cell in ours["cells"][:CELLS]}
     mirrored = bool(sheet.getPropertyValue("TableLayout"))
     for address, cell in cells.items():
         box, text = office_sheets.measure(sheet, *office_sheets.address_of(address))
+        shown[address] = text
         where = f"{name}!{address}"
         sizes = all(abs(a - b) <= 1 for a, b in zip(cell["box"][2:], box[2:]))
         tally.count("sizes", sizes, f"{where} {cell['box'][2:]} not {_rounded(box[2:])}")
@@ -89,9 +92,11 @@ def compare_cells(tally, sheet, ours, name):
                     and not known_differences.means_something_else(sheet, address, cell.String) \
                     and not _is_hidden(sheet, column, row):
                 tally.count("texts", False, f"{name}!{address} '' not {cell.String!r}")
+    return shown
 
 
-def compare_pictures(tally, document, sheet, ours, name, folder, svg):
+def compare_pictures(tally, document, sheet, ours, shown, folder, svg):
+    name = sheet.Name
     last = _last_cell(ours)
     pdf = folder / "page.pdf"
     if last is None or not office_sheets.save_page(document, sheet, last, pdf):
@@ -112,26 +117,38 @@ def compare_pictures(tally, document, sheet, ours, name, folder, svg):
         if one is not None and other is not None:
             tally.count("fills", abs(one - other).max() <= 8,
                         f"{name}!{cell['cell']} {list(one)} not {list(other)}")
-    _compare_words(tally, ours, page_pictures.words_of(pdf), name)
+    _compare_words(tally, ours, shown, page_pictures.words_of(pdf), name)
 
 
-def _compare_words(tally, ours, words, name):
+def _compare_words(tally, ours, shown, words, name):
     places = {}
+    broken = []
     for cell in ours["cells"]:
-        for word in cell["text"].split():
+        texts = cell["text"].split()
+        # A word that differs in LibreOffice is wrong as a text, not for its place.
+        for word in {*texts, *shown.get(cell["cell"], "").split()}:
             places.setdefault(word, []).append(cell["clip"])
-    for (x0, y0, x1, y1), word in words:
-        x, y = (x0 + x1) / 2, (y0 + y1) / 2
-        if word not in places or any(_contains(drawing["box"], x, y)
-                                     for drawing in ours["drawings"]):
+        if cell["wrap"]:
+            broken += [(word, cell["clip"]) for word in texts]
+    for box, word in words:
+        if word not in places or any(_shows(drawing["box"], box) for drawing in ours["drawings"]):
             continue  # part of a broken word, or of a drawing
-        inside = any(_contains(box, x, y) for box in places[word])
-        tally.count("words", inside, f"{name} {word!r} at {round(x)}, {round(y)}")
+        inside = any(_shows(place, box) for place in places[word]) \
+            or any(word in whole and _shows(place, box) for whole, place in broken)
+        tally.count("words", inside, f"{name} {word!r} at {[round(number) for number in box]}")
 
 
-def _contains(box, x, y):
-    left, top, width, height = box
-    return left - 1 <= x <= left + width + 1 and top - 1 <= y <= top + height + 1
+def _shows(place, word):
+    """Whether a word stands in a place: its centre does, or any part of it where the place is too
+    small for it, since words of a PDF have the size that they had if nothing cut them off."""
+    for start, size, low, high in zip(place[:2], place[2:], word[:2], word[2:]):
+        if high - low > size:
+            inside = low < start + size and start < high
+        else:
+            inside = start - 1 <= (low + high) / 2 <= start + size + 1
+        if not inside:
+            return False
+    return True
 
 
 def _corner(ours):
@@ -188,8 +205,8 @@ def compare_sheet(tally, cli, document, sheet, path, folder):
         tally.count("texts", False)
         return
     if ours["cells"] or ours["drawings"]:
-        compare_cells(tally, sheet, ours, sheet.Name)
-        compare_pictures(tally, document, sheet, ours, sheet.Name, folder, svg)
+        shown = compare_cells(tally, sheet, ours, sheet.Name)
+        compare_pictures(tally, document, sheet, ours, shown, folder, svg)
 
 
 def _keep(pictures, path, sheet, folder):

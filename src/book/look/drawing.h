@@ -49,6 +49,32 @@ struct TextBody {
     double bottom = 3.6;
 };
 
+/// A point in shares of a shape's box, which it may leave.
+struct SharePoint {
+    double x = 0;
+    double y = 0;
+    friend bool operator==(const SharePoint&, const SharePoint&) = default;
+};
+struct FreeformStep {
+    enum class Kind : std::uint8_t { Move, Line, Curve, Close } kind = Kind::Move;
+    SharePoint point;    ///< where it ends
+    SharePoint control1; ///< of a cubic Bézier curve
+    SharePoint control2;
+    friend bool operator==(const FreeformStep&, const FreeformStep&) = default;
+};
+/// A part of a freeform's outline. Filled is what its lines are around an odd number of times.
+struct FreeformPart {
+    std::vector<FreeformStep> steps;
+    bool isFilled = true;
+    bool isStroked = true;
+    double shade = 0; ///< of its fill: towards black [-1:0] or white [0:1]
+};
+/// The outline of a shape that no other one has.
+struct Freeform {
+    std::vector<FreeformPart> parts; ///< in the order of painting
+    ShareBox text;                   ///< where the shape's text stands, before the insets
+};
+
 enum class DrawingKind : std::uint8_t { Picture, Shape, Line, Group, Chart, Control, Placeholder };
 
 /// What lies above the cells. Lists are in the order of painting.
@@ -67,8 +93,9 @@ struct Drawing {
     std::string geometry = "rect"; ///< of shapes: ECMA-376 20.1.10.56 (ST_ShapeType)
     std::vector<double>
         adjustments; ///< of the geometry, in 1/100,000, in its order; NaN: as it has it itself
-    std::optional<Fill> fill; ///< absent: none
-    double fillOpacity = 1;   ///< [0:1]
+    std::shared_ptr<const Freeform> freeform; ///< then the geometry does not count
+    std::optional<Fill> fill;                 ///< absent: none
+    double fillOpacity = 1;                   ///< [0:1]
     Outline outline;
     bool hasArrowAtStart = false;
     bool hasArrowAtEnd = false;

@@ -23,9 +23,11 @@ struct Pen {
 struct Brush {
     book::Fill fill; ///< a solid pattern, another one, or a gradient
     double opacity = 1;
+    bool isEvenOdd = false; ///< fills only what a path winds around an odd number of times
 };
 
-/// A line of curves: moves, lines and Bézier curves. Filled is what it winds around (nonzero).
+/// A line of curves: moves, lines and Bézier curves. Filled is what it winds around (nonzero),
+/// unless the brush says otherwise.
 struct PathStep {
     enum class Kind { Move, Line, Curve, Close } kind = Kind::Move;
     Point point;    ///< where it ends

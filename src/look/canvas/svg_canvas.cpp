@@ -232,7 +232,9 @@ void SvgCanvas::DrawLine(Point from, Point to, const Pen& pen)
 void SvgCanvas::DrawPath(const Path& path, const std::optional<Brush>& fill,
                          const std::optional<Pen>& pen)
 {
-    const std::string inside = fill ? BrushCss(*fill) : std::string();
+    std::string inside = fill ? BrushCss(*fill) : std::string();
+    if (!inside.empty() && fill->isEvenOdd)
+        inside += ";fill-rule:evenodd";
     std::string css = pen ? PenCss(*pen) : std::string();
     if (path.empty() || (inside.empty() && css.empty()))
         return;

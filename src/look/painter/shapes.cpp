@@ -1,6 +1,7 @@
 #include "look/painter/shapes.h"
 
 #include "look/painter/border_lines.h"
+#include "look/shape/freeform.h"
 #include "look/shape/shape.h"
 
 #include <algorithm>
@@ -28,7 +29,7 @@ std::optional<Brush> PartBrush(const book::Drawing& drawing, const ShapePart& pa
 {
     if (!drawing.fill || !part.isFilled)
         return std::nullopt;
-    Brush brush{*drawing.fill, std::clamp(drawing.fillOpacity, 0.0, 1.0)};
+    Brush brush{*drawing.fill, std::clamp(drawing.fillOpacity, 0.0, 1.0), part.isEvenOdd};
     if (part.shade != 0 && !brush.fill.gradient)
         brush.fill.foreground = Shaded(brush.fill.foreground.value_or(book::kWhite), part.shade);
     return brush;
@@ -66,6 +67,17 @@ void PaintHeads(const book::Drawing& drawing, const Path& path, const Pen& pen, 
         PaintHead(last.point, isCurve ? last.control2 : path[path.size() - 2].point, pen, canvas);
 }
 
+Shape ShapeOf(const book::Drawing& drawing, const Box& box)
+{
+    if (drawing.freeform)
+        return MakeFreeform(*drawing.freeform, box);
+    const bool isPlainLine =
+        drawing.kind == book::DrawingKind::Line && !IsKnownShape(drawing.geometry);
+    const bool isBoxOfLine = drawing.kind == book::DrawingKind::Line && drawing.geometry == "rect";
+    return MakeShape(isPlainLine || isBoxOfLine ? "line" : drawing.geometry, box,
+                     drawing.adjustments);
+}
+
 } // namespace
 
 std::optional<Pen> OutlinePen(const book::Outline& outline)
@@ -85,16 +97,13 @@ std::optional<Pen> OutlinePen(const book::Outline& outline)
 
 Box PaintShape(const book::Drawing& drawing, const Box& box, Canvas& canvas)
 {
-    const bool isPlainLine =
-        drawing.kind == book::DrawingKind::Line && !IsKnownShape(drawing.geometry);
-    const bool isBoxOfLine = drawing.kind == book::DrawingKind::Line && drawing.geometry == "rect";
-    const auto shape =
-        MakeShape(isPlainLine || isBoxOfLine ? "line" : drawing.geometry, box, drawing.adjustments);
+    const Shape shape = ShapeOf(drawing, box);
     const auto pen = OutlinePen(drawing.outline);
     for (const auto& part : shape.parts) {
         canvas.DrawPath(part.path, PartBrush(drawing, part),
                         part.isStroked ? pen : std::optional<Pen>());
-        if (pen && !part.isFilled && (drawing.hasArrowAtStart || drawing.hasArrowAtEnd))
+        const bool hasEnds = drawing.freeform ? part.isStroked : !part.isFilled;
+        if (pen && hasEnds && (drawing.hasArrowAtStart || drawing.hasArrowAtEnd))
             PaintHeads(drawing, part.path, *pen, canvas);
     }
     return shape.textBox;

@@ -12,6 +12,7 @@ struct ShapePart {
     bool isFilled = true;
     bool isStroked = true;
     double shade = 0; ///< of its fill: towards black [-1:0] or white [0:1]
+    bool isEvenOdd = false;
 };
 
 struct Shape {

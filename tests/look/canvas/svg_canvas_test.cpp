@@ -313,5 +313,14 @@ TEST_F(SvgCanvasTest, DrawsPathsWithFillAndPen)
     EXPECT_EQ(Css(element), "fill:#f00;fill-opacity:0.5;stroke:#00f;stroke-width:1.5");
 }
 
+TEST_F(SvgCanvasTest, HolesAreWhatAPathWindsAroundTwice)
+{
+    using enum PathStep::Kind;
+    const Path path{{Move, {1, 2}, {}, {}}, {Line, {0, 9}, {}, {}}, {Close, {}, {}, {}}};
+    canvas_.DrawPath(path, Brush{Solid(kRed).fill, 1, true}, {});
+    Read();
+    EXPECT_EQ(Css(document_.child("svg").child("path")), "fill:#f00;fill-rule:evenodd");
+}
+
 } // namespace
 } // namespace orrery::look

@@ -104,6 +104,23 @@ TEST_F(DrawingsTest, LinesHaveHeadsAtTheirEnds)
                                            "path 100 50 94 47 94 53 in #000000", "end"));
 }
 
+TEST_F(DrawingsTest, FreeformsHaveTheirOwnOutlineAndHeads)
+{
+    auto shape = Make(DrawingKind::Shape, "Freeform 1");
+    auto freeform = std::make_shared<book::Freeform>();
+    using enum book::FreeformStep::Kind;
+    freeform->parts.push_back(
+        {{{Move, {0, 0}, {}, {}}, {Line, {1, 0}, {}, {}}, {Line, {1, 1}, {}, {}}}});
+    shape.freeform = freeform;
+    shape.fill = SolidFill(kPaint);
+    shape.outline.width = 1.5;
+    shape.hasArrowAtEnd = true;
+    Paint(shape);
+    EXPECT_THAT(canvas_.lines,
+                ElementsAre("group Freeform 1", "path 10 20 90 20 90 60 in #ff0000 with #000000 2",
+                            "path 90 60 93 54 87 54 in #000000", "end"));
+}
+
 TEST_F(DrawingsTest, PicturesAreCropped)
 {
     auto picture = Make(DrawingKind::Picture, "Picture 1");

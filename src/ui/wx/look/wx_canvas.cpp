@@ -118,10 +118,10 @@ wxGraphicsPath WxCanvas::MakePath(const Path& path)
     return made;
 }
 
-void WxCanvas::FillPath(const wxGraphicsPath& path, const wxGraphicsBrush& brush)
+void WxCanvas::FillPath(const wxGraphicsPath& path, const wxGraphicsBrush& brush, bool isEvenOdd)
 {
     context_.SetBrush(brush);
-    context_.FillPath(path, wxWINDING_RULE);
+    context_.FillPath(path, isEvenOdd ? wxODDEVEN_RULE : wxWINDING_RULE);
 }
 
 void WxCanvas::FillBox(const Box& box, const look::Brush& brush)
@@ -174,8 +174,7 @@ void WxCanvas::FillAlongEdges(const Box& box, const book::Gradient& gradient, do
     FillBox(inner, solid(gradient.stops.front().color));
 }
 
-void WxCanvas::FillFromInside(const Path& path, const Box& box, const book::Gradient& gradient,
-                              double opacity)
+void WxCanvas::FillFromInside(const Path& path, const Box& box, const look::Brush& brush)
 {
     const auto inBox = [&box](Point point) {
         return Point{(point.x - box.x) / box.width, (point.y - box.y) / box.height};
@@ -189,7 +188,8 @@ void WxCanvas::FillFromInside(const Path& path, const Box& box, const book::Grad
     Push();
     context_.Translate(box.x, box.y);
     context_.Scale(box.width, box.height);
-    FillPath(MakePath(unit), RadialBrush(context_, gradient, opacity));
+    FillPath(MakePath(unit), RadialBrush(context_, *brush.fill.gradient, brush.opacity),
+             brush.isEvenOdd);
     Restore();
 }
 
@@ -202,9 +202,9 @@ void WxCanvas::Fill(const Path& path, const look::Brush& brush)
     if (brush.fill.gradient)
         made.GetBox(&box.x, &box.y, &box.width, &box.height);
     if (IsFromInside(brush.fill) && box.width > 0 && box.height > 0)
-        FillFromInside(path, box, *brush.fill.gradient, brush.opacity);
+        FillFromInside(path, box, brush);
     else
-        FillPath(made, PlainBrush(context_, brush, box));
+        FillPath(made, PlainBrush(context_, brush, box), brush.isEvenOdd);
 }
 
 void WxCanvas::Stroke(const Path& path, const look::Pen& pen)

@@ -44,10 +44,9 @@ private:
     void Push();
     look::Point Within(look::Point point);
     wxGraphicsPath MakePath(const look::Path& path);
-    void FillPath(const wxGraphicsPath& path, const wxGraphicsBrush& brush);
+    void FillPath(const wxGraphicsPath& path, const wxGraphicsBrush& brush, bool isEvenOdd = false);
     void FillAlongEdges(const look::Box& box, const book::Gradient& gradient, double opacity);
-    void FillFromInside(const look::Path& path, const look::Box& box,
-                        const book::Gradient& gradient, double opacity);
+    void FillFromInside(const look::Path& path, const look::Box& box, const look::Brush& brush);
     void Fill(const look::Path& path, const look::Brush& brush);
     void Stroke(const look::Path& path, const look::Pen& pen);
 

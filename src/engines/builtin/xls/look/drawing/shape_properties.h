@@ -26,7 +26,13 @@ enum class ShapeProperty : std::uint16_t {
     CropLeft = 0x0102,
     CropRight = 0x0103,
     Picture = 0x0104,
+    GeometryLeft = 0x0140,
+    GeometryTop = 0x0141,
+    GeometryRight = 0x0142,
+    GeometryBottom = 0x0143,
+    ShapePath = 0x0144,
     Vertices = 0x0145,
+    Segments = 0x0146,
     Adjustment = 0x0147, // and the nine after it
     FillKind = 0x0180,
     FillColor = 0x0181,

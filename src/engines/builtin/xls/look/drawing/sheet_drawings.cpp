@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/look/drawing/sheet_drawings.h"
 
+#include "engines/builtin/xls/look/drawing/freeform.h"
 #include "engines/builtin/xls/look/drawing/geometry_names.h"
 #include "engines/builtin/xls/look/drawing/shape_look.h"
 
@@ -155,6 +156,8 @@ std::optional<book::Drawing> SheetDrawings::Convert(const ArtShape& shape)
     const bool hasFrame = drawing.kind == Shape || drawing.kind == Line;
     if (drawing.kind != Chart && drawing.kind != Control)
         ReadShapeLook(shape, source_.styles, hasFrame, drawing);
+    if (hasFrame && shape.type == kFreeform)
+        ReadOutline(shape, drawing);
     ReadText(shape, drawing);
     drawing.name = shape.properties.Text(ShapeProperty::Name);
     if (drawing.name.empty() && object != nullptr)
@@ -227,6 +230,14 @@ void SheetDrawings::ReadChartOf(const SheetObject& object, book::Drawing& drawin
     ++badCharts_;
 }
 
+void SheetDrawings::ReadOutline(const ArtShape& shape, book::Drawing& drawing)
+{
+    if (shape.properties.Data(ShapeProperty::Vertices).empty())
+        return;
+    drawing.freeform = ReadFreeform(shape.properties, stepsLeft_);
+    outlinesLeftOut_ += drawing.freeform == nullptr;
+}
+
 void SheetDrawings::ReadText(const ArtShape& shape, book::Drawing& drawing)
 {
     const bool hadRoom = texts_.pieces > 0;
@@ -272,6 +283,8 @@ void SheetDrawings::Report()
         leftOut_.push_back({"drawing", {}, "the records of the drawings are damaged"});
     Count("picture", tooLarge_, "the workbook's pictures have more than 64 MiB");
     Count("picture", unreadable_, "they are damaged, or of a kind that is not known");
+    Count("freeform", outlinesLeftOut_,
+          "their outlines are damaged, have arcs, or too many points together");
     Count("chart", badCharts_, "their records are missing or damaged");
     Count("text", textsCut_, "the sheet's drawings have too many paragraphs");
 }

@@ -36,6 +36,7 @@ private:
     void ReadContent(const ArtShape& shape, const SheetObject* object, book::Drawing& drawing);
     void ReadPicture(const ArtShape& shape, std::uint32_t number, book::Drawing& drawing);
     void ReadChartOf(const SheetObject& object, book::Drawing& drawing);
+    void ReadOutline(const ArtShape& shape, book::Drawing& drawing);
     void ReadText(const ArtShape& shape, book::Drawing& drawing);
     const SheetObject* ObjectOf(const ArtShape& shape) const;
     void Count(std::string_view what, std::size_t count, std::string_view reason);
@@ -51,6 +52,8 @@ private:
     std::size_t tooLarge_ = 0;   // pictures
     std::size_t unreadable_ = 0; // pictures
     std::size_t badCharts_ = 0;
+    std::size_t stepsLeft_ = 500'000; // of the outlines of freeforms
+    std::size_t outlinesLeftOut_ = 0;
     std::size_t textsCut_ = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include "engines/builtin/xlsx/look/drawing/chart/chart_part.h"
 #include "engines/builtin/xlsx/look/drawing/diagram.h"
+#include "engines/builtin/xlsx/look/drawing/geometry/custom_geometry.h"
 #include "engines/builtin/xlsx/look/drawing/values/attribute_values.h"
 #include "engines/builtin/xlsx/look/drawing/values/text_body.h"
 #include "util/error.h"
@@ -61,12 +62,9 @@ std::optional<std::size_t> AdjustmentIndex(std::string_view name)
     return number - 1;
 }
 
-void ReadGeometry(const xml::Element& properties, book::Drawing& drawing)
+void ReadPreset(const xml::Element& preset, book::Drawing& drawing)
 {
-    const xml::Element preset = properties.Child("prstGeom");
-    if (properties.Child("custGeom"))
-        drawing.geometry = "custom";
-    else if (preset.Has("prst"))
+    if (preset.Has("prst"))
         drawing.geometry = preset.Attribute("prst");
     for (const xml::Element guide : preset.Child("avLst")) {
         const auto index = AdjustmentIndex(guide.Attribute("name"));
@@ -160,6 +158,18 @@ std::optional<book::Drawing> ShapeReader::ReadIn(const xml::Element& element,
     else
         ReadShape(element, space, drawing);
     return drawing;
+}
+
+void ShapeReader::ReadGeometry(const xml::Element& properties, book::Drawing& drawing)
+{
+    const xml::Element custom = properties.Child("custGeom");
+    if (!custom)
+        return ReadPreset(properties.Child("prstGeom"), drawing);
+    const xml::Element extent = properties.Child("xfrm").Child("ext");
+    drawing.geometry = "custom";
+    drawing.freeform =
+        ReadCustomGeometry(custom, Emu(extent, "cx"), Emu(extent, "cy"), budget_.stepsLeft);
+    budget_.tooFine += drawing.freeform == nullptr;
 }
 
 void ShapeReader::ReadLook(const xml::Element& element, const GroupSpace* space,

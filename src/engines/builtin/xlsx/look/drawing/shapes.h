@@ -17,12 +17,15 @@ struct ShapeBudget {
     static constexpr std::size_t kMaxShapes = 10000;
     static constexpr int kMaxNesting = 32;
     static constexpr std::size_t kMaxDiagrams = 200;
+    static constexpr std::size_t kMaxSteps = 500000; ///< of the outlines of freeforms
 
     std::size_t shapes = 0; ///< read so far, those in groups included
     std::size_t tooMany = 0;
     std::size_t tooDeep = 0;
     std::size_t unreadable = 0; ///< charts and diagrams
     std::size_t diagrams = 0;
+    std::size_t stepsLeft = kMaxSteps;
+    std::size_t tooFine = 0;                                          ///< freeforms
     std::map<std::string, std::shared_ptr<const book::Chart>> charts; ///< by part
 };
 
@@ -54,6 +57,7 @@ private:
                                         int depth);
     void ReadShape(const xml::Element& element, const GroupSpace* space, book::Drawing& drawing);
     void ReadPicture(const xml::Element& element, book::Drawing& drawing);
+    void ReadGeometry(const xml::Element& properties, book::Drawing& drawing);
     void ReadLook(const xml::Element& element, const GroupSpace* space, book::Drawing& drawing);
     void ReadGroup(const xml::Element& element, const GroupSpace* space, int depth,
                    book::Drawing& drawing);

@@ -6,9 +6,11 @@
 
 class wxChoice;
 class wxPoint;
+class wxUIActionSimulator;
 class wxWindow;
 
-/// What a user sees but the portable toolkit does not report. Main thread only.
+/// What a user sees and does but the portable toolkit does not offer. Main thread only, but for
+/// what says otherwise.
 namespace orrery::ui::wx {
 
 /// The picture in a message box.
@@ -41,6 +43,11 @@ bool IsInputPending();
 /// Makes the main thread run posted functions, also in the system's own event loops. From any
 /// thread.
 void WakeMainThread();
+
+/// Presses and releases a mouse button at that position, where the pointer already is. On systems
+/// that may move it back at any time, the position goes with the press in one event. From the
+/// robot's thread.
+void PressMouse(wxUIActionSimulator& hands, int button, const wxPoint& screenPosition);
 
 /// Whether the pointer has reached that position. True on systems where moves and clicks come in
 /// order.

@@ -7,6 +7,7 @@
 #include <wx/button.h>
 #include <wx/msgdlg.h>
 #include <wx/statbmp.h>
+#include <wx/uiaction.h>
 
 #include <wx/generic/msgdlgg.h>
 
@@ -81,6 +82,11 @@ bool IsInputPending()
 
 // All event loops belong to the toolkit.
 void WakeMainThread() {}
+
+void PressMouse(wxUIActionSimulator& hands, int button, const wxPoint& /*screenPosition*/)
+{
+    hands.MouseClick(button);
+}
 
 // Moves and clicks come in order.
 bool IsMouseAt(const wxPoint& /*screenPosition*/)

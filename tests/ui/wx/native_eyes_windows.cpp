@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <wx/choice.h>
 #include <wx/control.h>
+#include <wx/mousestate.h>
 #include <wx/msw/private.h>
 #include <wx/thread.h>
 
@@ -99,6 +100,24 @@ bool IsInputPending()
 void WakeMainThread()
 {
     ::PostThreadMessageW(static_cast<DWORD>(wxThread::GetMainId()), WM_NULL, 0, 0);
+}
+
+// The pointer may be moved back between a move and a press that come by themselves.
+void PressMouse(wxUIActionSimulator&, int button, const wxPoint& screenPosition)
+{
+    constexpr LONG kWhole = 65536; // of the screen's width and height
+    constexpr std::array<DWORD, 2> kLeftButton = {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP};
+    constexpr std::array<DWORD, 2> kRightButton = {MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP};
+    const LONG width = ::GetSystemMetrics(SM_CXSCREEN);
+    const LONG height = ::GetSystemMetrics(SM_CYSCREEN);
+    INPUT event{};
+    event.type = INPUT_MOUSE;
+    event.mi.dx = (screenPosition.x * kWhole + width - 1) / width;
+    event.mi.dy = (screenPosition.y * kWhole + height - 1) / height;
+    for (const DWORD press : button == wxMOUSE_BTN_RIGHT ? kRightButton : kLeftButton) {
+        event.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | press;
+        ::SendInput(1, &event, sizeof event);
+    }
 }
 
 bool IsMouseAt(const wxPoint& screenPosition)

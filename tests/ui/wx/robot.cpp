@@ -142,8 +142,13 @@ void Robot::Type(const std::string& text)
 
 void Robot::ClickAt(const wxPoint& screenPosition)
 {
+    PressAt(screenPosition, wxMOUSE_BTN_LEFT);
+}
+
+void Robot::PressAt(const wxPoint& screenPosition, int button)
+{
     MoveTo(screenPosition);
-    hands_->MouseClick();
+    PressMouse(*hands_, button, screenPosition);
     Settle();
 }
 
@@ -167,9 +172,7 @@ void Robot::Click(const std::string& name)
 
 void Robot::RightClick(const std::string& name)
 {
-    MoveTo(OnMain([name] { return CentreOf(name); }));
-    hands_->MouseClick(wxMOUSE_BTN_RIGHT);
-    Settle();
+    PressAt(OnMain([name] { return CentreOf(name); }), wxMOUSE_BTN_RIGHT);
 }
 
 void Robot::MoveAway()

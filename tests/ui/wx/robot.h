@@ -55,6 +55,7 @@ public:
     std::vector<std::string> RowsOf(const std::string& name) const;
 
 private:
+    void PressAt(const wxPoint& screenPosition, int button);
     void MoveTo(const wxPoint& screenPosition);
 
     std::unique_ptr<wxUIActionSimulator> hands_;

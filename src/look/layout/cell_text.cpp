@@ -438,11 +438,9 @@ bool MayOverflow(const CellDisplay& display)
 
 HorizontalAlignment DrawnAlignment(const CellDisplay& display)
 {
-    const bool isGeneral = display.style.alignment.horizontal == HorizontalAlignment::General;
-    if (isGeneral && display.horizontal == HorizontalAlignment::Left && IsRightToLeftText(display))
-        return HorizontalAlignment::Right;
-    return display.horizontal == HorizontalAlignment::General ? HorizontalAlignment::Left
-                                                              : display.horizontal;
+    if (display.horizontal != HorizontalAlignment::General)
+        return display.horizontal;
+    return IsRightToLeftText(display) ? HorizontalAlignment::Right : HorizontalAlignment::Left;
 }
 
 double FittingHeight(const CellDisplay& display, double width, const TextRoom& room)

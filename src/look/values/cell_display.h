@@ -43,8 +43,9 @@ struct CellDisplay {
     bool isTooWide = false;       ///< "#" over the whole cell: a date outside of the calendar
     bool isGeneralNumber = false; ///< "General": fewer digits rather than "###"
     double number = 0;            ///< of a number
-    /// `style`'s, General replaced by what the value asks for.
-    book::HorizontalAlignment horizontal = book::HorizontalAlignment::Left;
+    /// `style`'s, General replaced by what a number, a logical value or an error asks for. A text
+    /// keeps General: its direction decides.
+    book::HorizontalAlignment horizontal = book::HorizontalAlignment::General;
     std::optional<std::size_t>
         fillAt; ///< offset in `text` at which a character is repeated ("* " in a format)
     std::string fillCharacter;

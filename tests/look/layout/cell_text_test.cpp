@@ -201,7 +201,7 @@ TEST_F(CellTextTest, RightToLeftTextIsAtTheRight)
     EXPECT_NEAR(LineX(), 1080 - kMargin, 1e-9);
     EXPECT_TRUE(cell.lines[0].isRightToLeft);
     cell.lines.clear();
-    Alignment().horizontal = HorizontalAlignment::Left;
+    cell.display.horizontal = HorizontalAlignment::Left;
     Place("\u05D0\u05D1");
     EXPECT_NEAR(LineX(), 1000 + kMargin, 1e-9);
     cell.lines.clear();

@@ -23,13 +23,13 @@ void AppendText(xml::Scanner& scanner, std::string& text)
         text += UnescapeText(piece);
 }
 
-/// The font of a run. What it does not tell about name, size and colour is as in the cell.
+/// The font of a run. A name or a size that it does not tell is as in the cell. A colour that it
+/// does not tell is automatic: Excel writes that of the cell, too, where a run has it.
 book::Font RunFont(xml::Scanner& scanner, const ColorScheme& colors, const book::Font& cell)
 {
     book::Font base;
     base.name = cell.name;
     base.size = cell.size;
-    base.color = cell.color;
     return ReadFont(scanner, colors, base);
 }
 

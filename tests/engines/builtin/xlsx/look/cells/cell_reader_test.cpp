@@ -168,7 +168,8 @@ TEST(CellReader, ReadsRunsWithTheirFonts)
     const CellSheet sheet("<row><c t=\"s\" s=\"1\"><v>0</v></c><c t=\"s\" s=\"1\"><v>0</v></c>"
                           "<c t=\"s\"><v>0</v></c></row>",
                           rich,
-                          "<fonts><font/><font><sz val=\"20\"/><name val=\"Arial\"/></font></fonts>"
+                          "<fonts><font/><font><sz val=\"20\"/><color rgb=\"FF0000FF\"/>"
+                          "<name val=\"Arial\"/></font></fonts>"
                           "<cellXfs><xf/><xf fontId=\"1\"/></cellXfs>");
     const auto& look = sheet.Look();
     EXPECT_EQ(sheet.Content(1, 1), Text("abc"));
@@ -182,6 +183,8 @@ TEST(CellReader, ReadsRunsWithTheirFonts)
     EXPECT_TRUE(runs[1].font.bold);
     EXPECT_EQ(runs[1].font.size, 8);
     EXPECT_EQ(runs[1].font.name, "Arial");
+    EXPECT_EQ(runs[0].font.color, (book::Color{0, 0, 255})); // the cell's own font
+    EXPECT_EQ(runs[1].font.color, std::nullopt);             // automatic
 }
 
 TEST(CellReader, TellsWhatSharedTextIsMissing)

@@ -37,11 +37,11 @@ def visible_sheets(document):
     return [sheet for sheet in document.Sheets if sheet.IsVisible]
 
 
-def measure(sheet, column, row):
-    """Box in pixels and displayed text of a cell, or of the merged cells that begin there."""
+def measure(sheet, column, row, merges=True):
+    """Box in pixels and displayed text of a cell, or of the merged cells that begin there if `merges`."""
     cell = sheet.getCellByPosition(column, row)
     area = cell
-    if cell.IsMerged:
+    if cell.IsMerged and merges:
         area = sheet.createCursorByRange(cell)
         area.collapseToMergedArea()
     position, size = area.Position, area.Size

@@ -62,13 +62,23 @@ def similarity(one, other):
 
 def background(picture, box):
     """The commonest colour inside a box of pixels, or None if it is too small."""
-    left, top, width, height = box
-    part = picture[max(0, round(top) + 2):round(top + height) - 2,
-                   max(0, round(left) + 2):round(left + width) - 2]
+    part = _inside(picture, box)
     if part.size < 12:
         return None
     colours, counts = numpy.unique(part.reshape(-1, 3), axis=0, return_counts=True)
     return colours[counts.argmax()].astype(int)
+
+
+def mean_difference(one, other, box):
+    """How far the mean colours inside a box of pixels differ, at most [0:255]."""
+    first, second = (_inside(each, box).mean(axis=(0, 1)) for each in (one, other))
+    return abs(first - second).max()
+
+
+def _inside(picture, box):
+    left, top, width, height = box
+    return picture[max(0, round(top) + 2):round(top + height) - 2,
+                   max(0, round(left) + 2):round(left + width) - 2]
 
 
 def _blocks(picture):

@@ -1,0 +1,4 @@
+"""Workbooks of the corpus that miss a bar, each with its reasons."""
+
+KNOWN = {
+}

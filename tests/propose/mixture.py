@@ -1,0 +1,62 @@
+"""Checks that many designs together are as varied as they should be."""
+
+import collections
+
+import designs
+
+COUNT = 600
+KINDS = {"monthly": (0.38, 0.54), "yearly": (0.14, 0.26), "both": (0.07, 0.16), "none": (0.17, 0.30)}
+# Every one of these occurs.
+LABELS = ("title turned", "title between", "title combined", "title empty", "weekdays dates",
+          "weekdays absent", "weekdays empty", "5 weeks", "right to left", "mini calendars", "week numbers",
+          "hidden column", "day merged block", "day number at the right", "day number at the bottom",
+          "caption turned", "caption corner", "captions empty", "days formulas", "days dates", "days texts",
+          "year none", "timetable", "months downwards", "uneven year", "lottery")
+
+
+def check_mixture(problems, seed):
+    made = [designs.design(seed, number) for number in range(COUNT)]
+    kinds = collections.Counter(design.truth.kind for design in made)
+    for kind, (low, high) in KINDS.items():
+        problems.check(low <= kinds[kind] / COUNT <= high, kind, "has a share of", kinds[kind] / COUNT)
+    labels = {label for design in made for label in design.labels}
+    problems.check(not set(LABELS) - labels, "no design is", sorted(set(LABELS) - labels))
+    monthly = [design.truth.monthly for design in made if design.truth.monthly["Output"] == "Y"]
+    yearly = [design.truth.yearly for design in made if design.truth.yearly["Output"] == "Y"]
+    _values(problems, yearly, "MonthLayout", {"1", "2", "3", "4", "6", "12"})
+    _values(problems, monthly, "ColIntervalOfDay", {"1", "2", "3", "4", "5", "6", "7", "12"})
+    _values(problems, monthly, "RowIntervalOfDay", {"1", "2", "3", "4", "5", "6", "7", "8", "10"})
+    _values(problems, monthly + yearly, "FirstDayOfWeek", {"0", "1"})
+    problems.check(len({values.get("WeekdayName") for values in monthly}) > 40, "few weekday names")
+    for design in made:
+        _check_truth(problems, design)
+    _check_certain(problems, made)
+
+
+def _values(problems, sets, key, wanted):
+    missing = wanted - {values[key] for values in sets}
+    problems.check(not missing, f"no {key} of", sorted(missing))
+
+
+def _check_truth(problems, design):
+    truth = design.truth
+    sheets = [sheet.name for sheet in design.book.sheets]
+    problems.check(len({name.casefold() for name in sheets}) == len(sheets), design.name, "sheets", sheets)
+    problems.check(bool(truth.why_none) == (truth.kind == "none"), design.name, "is", truth.why_none)
+    for which in ("monthly", "yearly"):
+        values = getattr(truth, which)
+        keys = {key.split(".")[1] for key in truth.knowable if key.startswith(which)}
+        problems.check(keys == set(values), design.name, "does not tell of each key how sure it is")
+        for key, value in values.items():
+            problems.check(truth.accept[f"{which}.{key}"][0] == value, design.name, key, "is not accepted")
+            problems.check(
+                isinstance(value, str) and value.strip() == value and value, design.name, key, repr(value))
+        if values["Output"] == "Y":
+            problems.check(values["SheetName"] in sheets, design.name, "no sheet", values["SheetName"])
+
+
+def _check_certain(problems, made):
+    """Most parameters can be read off a sheet, but not all."""
+    sure = collections.Counter(value for design in made for value in design.truth.knowable.values())
+    share = sure["certain"] / sum(sure.values())
+    problems.check(0.7 < share < 0.95, "a share of", share, "is certain:", dict(sure))

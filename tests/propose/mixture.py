@@ -3,6 +3,7 @@
 import collections
 
 import designs
+from designs.judge import judge
 
 COUNT = 600
 KINDS = {"monthly": (0.38, 0.54), "yearly": (0.14, 0.26), "both": (0.07, 0.16), "none": (0.17, 0.30)}
@@ -30,6 +31,7 @@ def check_mixture(problems, seed):
     problems.check(len({values.get("WeekdayName") for values in monthly}) > 40, "few weekday names")
     for design in made:
         _check_truth(problems, design)
+        _check_judge(problems, design)
     _check_certain(problems, made)
 
 
@@ -53,6 +55,22 @@ def _check_truth(problems, design):
                 isinstance(value, str) and value.strip() == value and value, design.name, key, repr(value))
         if values["Output"] == "Y":
             problems.check(values["SheetName"] in sheets, design.name, "no sheet", values["SheetName"])
+
+
+def _check_judge(problems, design):
+    """The truth itself is all right; nothing proposed, and a calendar on the wrong sheet, are not."""
+    truth = design.truth
+    told = {"monthly": truth.monthly, "yearly": truth.yearly,
+            "unknown": [name for name, sure in truth.knowable.items() if sure == "no"]}
+    best = judge(truth, told)
+    problems.check(best.kind and all(best.grids.values()) and not (
+        best.wrong or best.likely_wrong or best.likely_open or best.guessed), design.name, "is", best)
+    nothing = judge(truth, {"monthly": {}, "yearly": {}})
+    problems.check(nothing.kind == (truth.kind == "none"), design.name, "has a kind without a proposal")
+    problems.check(not any(nothing.grids.values()) and not nothing.false_proposal, design.name, nothing)
+    other = judge(truth, {"monthly": {**truth.monthly, "Output": "Y", "FirstCellOfDay": "IV9"}})
+    problems.check(other.false_proposal == (truth.monthly["Output"] == "N"), design.name, other)
+    problems.check(not other.grids.get("monthly") and not other.grids.get("yearly"), design.name, other)
 
 
 def _check_certain(problems, made):

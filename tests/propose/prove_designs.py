@@ -51,11 +51,11 @@ class Prover:
 
     def check_notices(self):
         """A truth that is wrong in one parameter is found out."""
-        number = next(n for n in range(100) if designs.design(self.seed, n).truth.kind == "yearly"
-                      and designs.design(self.seed, n).truth.yearly["OutWeekday"] == "Y")
-        for key, wrong in (("FirstCellOfDay", "AA50"), ("ColIntervalOfMonth",
-                                                        "30"), ("RowIntervalOfDay", "3"), ("OutWeekday", "N"),
-                           ("FirstDayOfWeek", None), ("FirstCellOfMonth", "A90")):
+        truths = ((n, designs.design(self.seed, n).truth) for n in range(200))
+        number = next(n for n, truth in truths if truth.kind == "yearly"
+                      and truth.yearly["MonthLayout"] == "3" and truth.yearly["OutWeekday"] == "Y")
+        for key, wrong in (("FirstCellOfDay", "AA50"), ("ColIntervalOfMonth", "35"), ("RowIntervalOfDay", "3"),
+                           ("OutWeekday", "N"), ("FirstDayOfWeek", None), ("FirstCellOfMonth", "A90")):
             other = Prover(self.cli, self.seed, self.folder)
             for design in designs.designs(self.seed, 1, "xlsx", first=number):
                 values = design.truth.yearly

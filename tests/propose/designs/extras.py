@@ -66,7 +66,7 @@ def notes_below(rng, sheet, theme, words, row, left, right):
 
 def panel(rng, sheet, theme, names, words, plan, top, column, rows, sample):
     """Something at the right of the grid, one column of text or seven of a small calendar."""
-    way = rng.choice(("notes", "todo", "dates", "mini"))
+    way = rng.choice(("notes", "todo", "dates", "mini", "months"))
     if way == "mini" and sample:
         for number, (year, month) in enumerate(neighbors_of(sample.year, sample.month)):
             if number == 0 or rows >= 17:
@@ -75,20 +75,24 @@ def panel(rng, sheet, theme, names, words, plan, top, column, rows, sample):
             sheet.widths[column + offset] = 2.8
         return "mini calendars"
     sheet.widths[column] = rng.choice((18, 24, 30))
-    title = {"notes": words.notes, "todo": words.todo, "dates": words.important, "mini": words.birthdays}[way]
+    title = {"notes": words.notes, "todo": words.todo, "dates": words.important, "mini": words.birthdays,
+             "months": words.year}[way]
     sheet.put(top, column, title, theme.heading_style())
     for row in range(top + 1, top + rows):
         sheet.put(row, column, "☐" if way == "todo" else None, theme.text(size=theme.size, bottom=theme.line))
     if way == "dates":
         for row, text in zip(range(top + 1, top + rows), ("01.05. Picnic", "12.05. Exam", "31.05. Tax")):
             sheet.put(row, column, text)
+    if way == "months":  # such as lead to the other months' sheets
+        for row, text in zip(range(top + 1, top + rows), names.months):
+            sheet.put(row, column, text)
     return "panel"
 
 
 def banner(rng, sheet, theme, words, row, left, right):
     """A line above everything: the owner, the word calendar, a saying."""
-    text = rng.choice(
-        (words.calendar, rng.choice(OWNERS), rng.choice(QUOTES), f"{rng.choice(OWNERS)} – {words.calendar}"))
+    owner = rng.choice(OWNERS)
+    text = rng.choice((words.calendar, owner, rng.choice(QUOTES), f"{owner} – {words.calendar}"))
     sheet.area(row, left, row, right, theme.quiet(across=rng.choice(("left", "center"))), text,
                merge=rng.random() < 0.6)
 

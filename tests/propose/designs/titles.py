@@ -20,7 +20,7 @@ class Title:
 
 
 KINDS = {"left and right": 24, "year left": 4, "centered": 15, "together": 9, "combined": 11,
-         "turned": 8, "labels": 5, "month only": 7, "between": 6, "side": 5, "none": 3, "below": 3}
+         "turned": 8, "labels": 5, "month only": 7, "between": 30, "side": 5, "none": 3, "below": 3}
 # What the cells hold: the sample month, nothing, words that stand for them, dates, formulas of today.
 STATES = {"sample": 52, "empty": 28, "placeholder": 7, "dates": 9, "today": 4}
 

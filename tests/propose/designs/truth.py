@@ -2,7 +2,7 @@
 
 A parameter is
   "certain"  if the sheet alone tells it,
-  "likely"   if people would mostly agree, but could be wrong: either answer and none are fair,
+  "likely"   if most people would say it, but could be wrong; not to say it is as right,
   "no"       if it cannot be known.
 """
 

@@ -27,11 +27,11 @@ def timetable(rng, theme, names, words):
     sheet, top, left = _titled(rng, theme, rng.choice(("Timetable", "Stundenplan", "Horaire")),
                                rng.choice(("Timetable", "Stundenplan", "Class 4b")))
     count = rng.choice((5, 6, 7, 7))
-    rows = []
-    for hour in range(rng.choice((5, 6, 8, 10))):
-        label = rng.choice((hour + 1, f"{hour + 8}:00", f"{hour + 8:02}:00–{hour + 9:02}:00"))
-        rows.append([label] +
-                    [rng.choice((None, "Maths", "English", "Sport", "Art", None)) for _ in range(count)])
+    hours = range(rng.choice((5, 6, 8, 10)))
+    labels = rng.choice(([hour + 1 for hour in hours], [f"{hour + 8}:00" for hour in hours],
+                         [f"{hour + 8:02}:00–{hour + 9:02}:00" for hour in hours]))
+    lessons = (None, "Maths", "English", "Sport", "Art", None)
+    rows = [[label, *(rng.choice(lessons) for _ in range(count))] for label in labels]
     fill_table(sheet, theme, top, left, ["", *_weekdays(names, count=count)], rows,
                theme.text(across="center"))
     for number in range(len(rows)):
@@ -43,14 +43,12 @@ def timetable(rng, theme, names, words):
 
 def weekly_planner(rng, theme, names, words):
     """One week on a page: seven columns with a heading and many lines, or rows of half hours."""
-    sheet, top, left = _titled(rng, theme, "Week", rng.choice(
-        ("Weekly planner", "Meine Woche", "Ma semaine")))
-    hours = rng.random() < 0.6
-    labels = [f"{8 + n // 2}:{'00' if n % 2 == 0 else '30'}"
-              for n in range(20)] if hours else [None] * rng.choice((12, 20))
-    fill_table(sheet, theme, top, left, ["", *_weekdays(names,
-                                                        rng.random() < 0.7)],
-               [[text] + [None] * 7 for text in labels])
+    sheet, top, left = _titled(rng, theme, "Week",
+                               rng.choice(("Weekly planner", "Meine Woche", "Ma semaine")))
+    half_hours = [f"{8 + n // 2}:{'00' if n % 2 == 0 else '30'}" for n in range(20)]
+    labels = half_hours if rng.random() < 0.6 else [None] * rng.choice((12, 20))
+    headings = ["", *_weekdays(names, rng.random() < 0.7)]
+    fill_table(sheet, theme, top, left, headings, [[text] + [None] * 7 for text in labels])
     for column in range(left + 1, left + 8):
         sheet.widths[column] = 14
     return sheet

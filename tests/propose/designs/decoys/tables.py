@@ -29,8 +29,9 @@ def _titled(rng, theme, name, title):
 
 def price_list(rng, theme, names, words):
     sheet, top, left = _titled(rng, theme, "Prices", "Price list")
-    rows = [(number, good, rng.randint(1, 30), round(rng.uniform(0.5, 20), 2), "kg", rng.choice(
-        (7, 19)), None) for number, good in enumerate(rng.sample(GOODS, rng.randint(6, 20)), 1)]
+    goods = rng.sample(GOODS, rng.randint(6, 20))
+    rows = [(number, good, rng.randint(1, 30), round(rng.uniform(0.5, 20), 2), "kg", rng.choice((7, 19)), None)
+            for number, good in enumerate(goods, 1)]
     fill_table(sheet, theme, top, left, ("No.", "Article", "Stock", "Price", "Unit", "VAT %", "Note"), rows)
     sheet.widths[left + 1] = 22
     return sheet
@@ -107,8 +108,8 @@ def seven_columns(rng, theme, names, words):
     """Seven headings over empty rows."""
     sheet, top, left = _titled(rng, theme, rng.choice(("List", "Inventory", "Liste")),
                                rng.choice(("Members", "Inventory", "Fuel log")))
-    headings = rng.choice((("Name", "A", "B", "C", "D", "E", "Total"), ("No", "Date", "Km", "Litres", "Price",
-                                                                        "Per l", "Per 100"),
+    headings = rng.choice((("Name", "A", "B", "C", "D", "E", "Total"),
+                           ("No", "Date", "Km", "Litres", "Price", "Per l", "Per 100"),
                            ("Item", "Room", "Bought", "Price", "Serial", "Owner", "State")))
     fill_table(sheet, theme, top, left, headings, [(None,) * 7] * rng.choice((5, 6, 12, 25)))
     for column in range(left, left + 7):

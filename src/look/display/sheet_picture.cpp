@@ -1,6 +1,7 @@
 #include "look/display/sheet_picture.h"
 
 #include "look/chart/paint_chart.h"
+#include "look/evaluate/values/dates.h"
 #include "look/layout/lay_out.h"
 #include "look/layout/pages/pages.h"
 #include "look/painter/painter.h"
@@ -79,7 +80,8 @@ std::vector<PageBox> PagesOf(const book::SheetLook& sheet, const Layout& layout,
 SheetPicture::SheetPicture(book::WorkbookView& view, std::size_t sheet, const TextMeasure& measure,
                            const PictureOptions& options)
     : view_(view), measure_(measure), name_(view.Workbook().sheets.at(sheet).name), sheet_(sheet),
-      evaluator_(view, options.now), display_(view, sheet, evaluator_),
+      evaluator_(view, formula::FromSystem1900(options.now, view.Workbook().dateSystem)),
+      display_(view, sheet, evaluator_),
       layout_(LayOut(view.Sheet(sheet), view.Workbook(), display_, measure))
 {
     layout_.pages =

@@ -28,7 +28,7 @@ std::int32_t DaysInMonthOf(std::int32_t year, std::int32_t month, book::DateSyst
 bool IsLeapYear(std::int32_t year);
 /// 0 Sunday to 6 Saturday. Counts the 29th of February 1900, too: its system begins on a Sunday.
 int WeekdayOfSerial(double serial, book::DateSystem system);
-/// A serial number of the system of 1900 in the given one, and the other way round.
+/// A serial number of the system of 1900, in the given one.
 double FromSystem1900(double serial, book::DateSystem system);
 
 } // namespace orrery::formula

@@ -19,12 +19,20 @@ bool IsShown(const CellBox& cell, const Box& visible)
                     visible);
 }
 
+/// Whether columns run from right to left: their edges fall.
+bool IsMirrored(const Layout& layout)
+{
+    return !layout.columns.empty() && layout.columns.front() > layout.columns.back();
+}
+
 void PaintColumnLines(const Layout& layout, const Box& visible, const Pen& pen, Canvas& canvas)
 {
     const double bottom = std::min(layout.height, visible.Bottom());
     for (std::size_t i = 1; i < layout.columns.size(); ++i) {
-        const double x = layout.columns[i];
-        if (x <= layout.columns[i - 1] || x < visible.x || x > visible.Right() + 1)
+        // The line of a column is at its right edge, which is the first one if edges fall.
+        const double x = std::max(layout.columns[i - 1], layout.columns[i]);
+        const bool isHidden = layout.columns[i - 1] == layout.columns[i];
+        if (isHidden || x < visible.x || x > visible.Right() + 1)
             continue; // a hidden column has no line
         const double middle = LineMiddle(x, 1, layout.width);
         canvas.DrawLine({middle, std::max(0.0, visible.y)}, {middle, bottom}, pen);
@@ -62,21 +70,28 @@ void ClearBelowText(const Layout& layout, const CellBox& cell, Canvas& canvas)
     if (cell.lines.empty() || (extent.x >= cell.box.x && extent.Right() <= cell.box.Right()))
         return;
     const Box row = OnPixels(cell.box);
-    const auto begin = std::upper_bound(layout.columns.begin(), layout.columns.end(), extent.x);
-    const auto end = std::lower_bound(begin, layout.columns.end(), extent.Right());
-    for (auto edge = begin; edge < end; ++edge)
-        canvas.FillBox({LineMiddle(*edge, 1, layout.width) - 0.5, row.y, 1, row.height - 1},
-                       kWhiteBrush);
+    const auto clear = [&](auto first, auto last) { // edges that rise
+        const auto begin = std::upper_bound(first, last, extent.x);
+        const auto end = std::lower_bound(begin, last, extent.Right());
+        for (auto edge = begin; edge != end; ++edge)
+            canvas.FillBox({LineMiddle(*edge, 1, layout.width) - 0.5, row.y, 1, row.height - 1},
+                           kWhiteBrush);
+    };
+    if (IsMirrored(layout))
+        clear(layout.columns.rbegin(), layout.columns.rend());
+    else
+        clear(layout.columns.begin(), layout.columns.end());
 }
 
 /// The boxes of a fill that cover the grid at its left and above it, where no filled cell is.
-void CoverGrid(const CellBox& cell, const FilledCells& filled, Canvas& canvas)
+void CoverGrid(const CellBox& cell, const FilledCells& filled, bool isMirrored, Canvas& canvas)
 {
     const Box box = OnPixels(cell.box);
     const auto& fill = cell.display.style.fill;
     const auto [row, column] = cell.range.first;
+    const std::int32_t atLeft = isMirrored ? cell.range.last.column + 1 : column - 1;
     const Brush brush{fill, 1};
-    if (!filled.contains({row, column - 1}))
+    if (!filled.contains({row, atLeft}))
         canvas.FillBox({box.x - 1, box.y, 1, box.height}, brush);
     if (!filled.contains({row - 1, column}))
         canvas.FillBox({box.x, box.y - 1, box.width, 1}, brush);
@@ -121,7 +136,7 @@ void PaintFills(const Layout& layout, const Box& visible, bool hasGrid, Canvas& 
         if (!IsFilled(fill) || !IsShown(cell, visible))
             continue;
         if (hasGrid)
-            CoverGrid(cell, filled, canvas);
+            CoverGrid(cell, filled, IsMirrored(layout), canvas);
         canvas.FillBox(OnPixels(cell.box), {fill, 1});
     }
 }

@@ -53,6 +53,43 @@ TEST_F(PaintSheetTest, HiddenColumnsHaveNoGridLine)
     EXPECT_EQ(canvas_.All("line 49.5").size(), 1u);
 }
 
+TEST_F(PaintSheetTest, ASheetFromRightToLeftHasItsGrid)
+{
+    layout_.showsGridLines = true;
+    layout_.columns = {150, 100, 50, 0};
+    Paint();
+    EXPECT_EQ(canvas_.All("line 49.5 0").size(), 1u);
+    EXPECT_EQ(canvas_.All("line 99.5 0").size(), 1u);
+    EXPECT_EQ(canvas_.All("line 149.5 0").size(), 1u);
+}
+
+TEST_F(PaintSheetTest, InASheetFromRightToLeftTextsHideTheLinesThatTheyCross)
+{
+    layout_.showsGridLines = true;
+    layout_.columns = {150, 100, 50, 0};
+    auto cell = MakeCell(1, 1);
+    cell.box = {100, 0, 50, 20};
+    cell.clip = {0, 0, 150, 20};
+    cell.lines = {MakeLine("Sunday", {78, 15}, 70)}; // across the line at 100 alone
+    layout_.cells = {cell};
+    Paint();
+    EXPECT_THAT(canvas_.All("fill"),
+                ElementsAre("fill 0 0 150 40 #ffffff", "fill 99 0 1 19 #ffffff"));
+}
+
+TEST_F(PaintSheetTest, InASheetFromRightToLeftFillsKeepTheirLeftNeighbours)
+{
+    layout_.showsGridLines = true;
+    layout_.columns = {150, 100, 50, 0};
+    auto first = Filled(1, 1, kRed); // at the right
+    first.box = {100, 0, 50, 20};
+    auto second = Filled(1, 2, kBlue);
+    layout_.cells = {first, second};
+    Paint();
+    EXPECT_TRUE(canvas_.All("fill 99 0 1 20 #ff0000").empty());
+    EXPECT_EQ(canvas_.All("fill 49 0 1 20 #0000ff").size(), 1u);
+}
+
 TEST_F(PaintSheetTest, FillsCoverTheGridAroundThem)
 {
     layout_.showsGridLines = true;

@@ -104,12 +104,16 @@ void Take(BorderLine& line, const BorderLine* other)
         line = *other;
 }
 
-/// Merged cells have their lines in the cells at their edges.
+/// Merged cells have their lines in the cells at their edges. A line of the first cell that lies
+/// inside of the range is not seen; one that a condition sets is around the whole range.
 void TakeFromEdgeCells(const book::SheetLook& sheet, CellBox& cell)
 {
     const book::CellRange& range = cell.range;
-    Take(cell.border.right, &sheet.Style({range.first.row, range.last.column}).border.right);
-    Take(cell.border.bottom, &sheet.Style({range.last.row, range.first.column}).border.bottom);
+    const book::Border& own = sheet.Style(range.first).border;
+    if (cell.border.right == own.right)
+        cell.border.right = sheet.Style({range.first.row, range.last.column}).border.right;
+    if (cell.border.bottom == own.bottom)
+        cell.border.bottom = sheet.Style({range.last.row, range.first.column}).border.bottom;
 }
 
 } // namespace

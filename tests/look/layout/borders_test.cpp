@@ -52,5 +52,31 @@ TEST(ResolveBorders, MergedCellsHaveTheLinesOfTheirEdgeCells)
     EXPECT_EQ(border.top.style, LineStyle::None);
 }
 
+TEST(ResolveBorders, LinesInsideOfMergedCellsAreNotSeen)
+{
+    FakeSheet sheet;
+    sheet.sheet.merges = {{{2, 2}, {3, 4}}};
+    book::Border& border = sheet.Put({2, 2}, "a").style.border;
+    for (BorderLine* line : {&border.left, &border.right, &border.top, &border.bottom})
+        line->style = LineStyle::Thin;
+    const Layout layout = sheet.LayOut();
+    ASSERT_EQ(layout.cells.size(), 1U);
+    EXPECT_EQ(layout.cells[0].border.left.style, LineStyle::Thin);
+    EXPECT_EQ(layout.cells[0].border.top.style, LineStyle::Thin);
+    EXPECT_EQ(layout.cells[0].border.right.style, LineStyle::None);
+    EXPECT_EQ(layout.cells[0].border.bottom.style, LineStyle::None);
+}
+
+TEST(ResolveBorders, ALineOfAConditionIsAroundMergedCells)
+{
+    FakeSheet sheet;
+    sheet.sheet.merges = {{{2, 2}, {3, 4}}};
+    sheet.Put({2, 2}, "a");
+    sheet.LayOut(); // the sheet has its styles
+    sheet.displays.at({2, 2}).style.border.right.style = LineStyle::Thick;
+    const Layout layout = LayOut(sheet.sheet, sheet.workbook, sheet, sheet.measure);
+    EXPECT_EQ(layout.cells.at(0).border.right.style, LineStyle::Thick);
+}
+
 } // namespace
 } // namespace orrery::look

@@ -3,6 +3,8 @@
 #include "look/layout/merged_cells.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 namespace orrery::look {
 namespace {
@@ -36,8 +38,11 @@ public:
         }
         for (const auto& table : sheet.tables)
             Add(table.range);
-        std::sort(addresses_.begin(), addresses_.end());
-        addresses_.erase(std::unique(addresses_.begin(), addresses_.end()), addresses_.end());
+        if (sheet.view.showsGridLines)
+            AddMerges();
+        Shrink();
+        isCut_ = isCut_ || addresses_.size() > most_;
+        addresses_.resize(std::min(addresses_.size(), most_));
     }
 
     const std::vector<CellAddress>& Addresses() const { return addresses_; }
@@ -49,27 +54,55 @@ private:
         return style < sheet_.styles.size() && IsVisible(sheet_.styles[style]);
     }
 
+    /// Merged cells hide the grid, also where they show nothing.
+    void AddMerges()
+    {
+        for (const CellRange& merge : sheet_.merges) {
+            if (!merge.IsOneCell() && range_.Contains(merge.first))
+                Add({merge.first, merge.first});
+        }
+    }
+
     void Add(const CellRange& area)
     {
         const CellAddress first{std::max(area.first.row, range_.first.row),
                                 std::max(area.first.column, range_.first.column)};
         const CellAddress last{std::min(area.last.row, range_.last.row),
                                std::min(area.last.column, range_.last.column)};
+        if (!areas_.emplace(first, last).second)
+            return; // many conditions are of the same cells
         for (std::int32_t row = first.row; row <= last.row; ++row) {
             for (std::int32_t column = first.column; column <= last.column; ++column) {
-                if (addresses_.size() >= most_) {
-                    isCut_ = true;
+                if (!HasRoom())
                     return;
-                }
                 addresses_.push_back({row, column});
             }
         }
+    }
+
+    /// Whether another address has room, when those that are there twice are gone.
+    bool HasRoom()
+    {
+        constexpr std::size_t kMostTurns = 40;
+        if (addresses_.size() >= 2 * most_ && !isCut_) {
+            Shrink();
+            isCut_ = addresses_.size() >= most_ || ++turns_ > kMostTurns;
+        }
+        return !isCut_;
+    }
+
+    void Shrink()
+    {
+        std::sort(addresses_.begin(), addresses_.end());
+        addresses_.erase(std::unique(addresses_.begin(), addresses_.end()), addresses_.end());
     }
 
     const book::SheetLook& sheet_;
     const CellRange& range_;
     std::size_t most_;
     std::vector<CellAddress> addresses_;
+    std::set<std::pair<CellAddress, CellAddress>> areas_; ///< that were added
+    std::size_t turns_ = 0;                               ///< how often `addresses_` was full
     bool isCut_ = false;
 };
 

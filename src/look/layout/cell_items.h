@@ -24,7 +24,8 @@ struct CellItems {
 bool IsVisible(const book::CellStyle& style);
 
 /// The cells of a range that may show something: those with content or a visible style, of their
-/// own or of their row or column, those with conditions, in tables, and merged ranges once.
+/// own or of their row or column, those with conditions, in tables, and merged ranges once; where
+/// there is a grid, also merged ranges that only hide it.
 CellItems CollectItems(const book::SheetLook& sheet, const book::CellRange& range, std::size_t most,
                        CellSource& source);
 

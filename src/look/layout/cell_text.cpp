@@ -96,7 +96,10 @@ private:
     void PlaceOneLine(double lineRoom)
     {
         const double width = text_.Width(text_.All());
-        if (width > lineRoom && Style().alignment.shrink && width > 0) {
+        if (cell_.display.isTooWide) {
+            FillWithSigns(lineRoom);
+        }
+        else if (width > lineRoom && Style().alignment.shrink && width > 0) {
             text_.Scale(lineRoom / width);
         }
         else if (width > lineRoom + kTolerance && cell_.display.isNumber) {
@@ -122,8 +125,13 @@ private:
         if (cell_.display.isGeneralNumber)
             text = FitGeneralNumber(cell_.display.number, fits);
         if (text.empty())
-            text = NumberSigns(lineRoom, room_.measure->Width("#", Style().font));
+            return FillWithSigns(lineRoom);
         ReplaceText(std::move(text));
+    }
+
+    void FillWithSigns(double lineRoom)
+    {
+        ReplaceText(NumberSigns(lineRoom, room_.measure->Width("#", Style().font)));
     }
 
     void Repeat(double times)
@@ -143,10 +151,10 @@ private:
         const TextMeasure& measure = *room_.measure;
         const book::Font& font = Style().font;
         const double rest = lineRoom - measure.Width(text, font);
-        if (rest < -kTolerance) {
+        if (rest < -kTolerance && cell_.display.isNumber) {
             ReplaceNumber(lineRoom);
         }
-        else {
+        else if (rest > 0) {
             const std::string& fill = cell_.display.fillCharacter;
             const double one = measure.Width(fill, font);
             std::string filled = text.substr(0, at);
@@ -441,6 +449,17 @@ HorizontalAlignment DrawnAlignment(const CellDisplay& display)
     if (display.horizontal != HorizontalAlignment::General)
         return display.horizontal;
     return IsRightToLeftText(display) ? HorizontalAlignment::Right : HorizontalAlignment::Left;
+}
+
+double OneLineWidth(const CellDisplay& display, const TextRoom& room)
+{
+    constexpr std::size_t kMostBytes = 4096; // wider than any column
+    if (display.text.empty())
+        return 0;
+    const StyledText text(display.text.substr(0, kMostBytes), display.style.font, display.runs,
+                          *room.measure);
+    const double indent = room.indentWidth * std::max<double>(display.style.alignment.indent, 0);
+    return text.Width(text.All()) + indent + 2 * kCellMargin;
 }
 
 double FittingHeight(const CellDisplay& display, double width, const TextRoom& room)

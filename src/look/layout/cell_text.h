@@ -27,6 +27,8 @@ bool MayOverflow(const CellDisplay& display);
 /// The alignment at which the text is drawn: a text that begins with letters from right to left is
 /// at the right, unless its style says otherwise.
 book::HorizontalAlignment DrawnAlignment(const CellDisplay& display);
+/// How wide a cell must be to hold its text in one line. Of long texts the beginning counts.
+double OneLineWidth(const CellDisplay& display, const TextRoom& room);
 /// The height that the text needs in a row that is made to fit, in a cell of that width.
 double FittingHeight(const CellDisplay& display, double width, const TextRoom& room);
 

@@ -59,8 +59,10 @@ public:
     {
     }
 
-    Layout Make()
+    Layout Make(CellSource& source)
     {
+        if (!options_.range)
+            ReachTexts(source);
         layout_.range = range_;
         layout_.leftOut = sheet_.leftOut;
         layout_.showsGridLines = sheet_.view.showsGridLines;
@@ -75,6 +77,34 @@ public:
 
 private:
     bool IsMirrored() const { return sheet_.view.isRightToLeft; }
+
+    /// Widens the range by the empty columns that texts flow into.
+    void ReachTexts(CellSource& source)
+    {
+        const std::int32_t last = LastReachedColumn(sheet_, range_, found_.items, columns_,
+                                                    {0, 0, indentWidth_, &measure_});
+        if (last <= range_.last.column)
+            return;
+        const CellRange beyond{{range_.first.row, range_.last.column + 1}, {range_.last.row, last}};
+        const std::size_t used = std::min(found_.items.size(), options_.mostCells);
+        CellItems more = CollectItems(sheet_, beyond, options_.mostCells - used, source);
+        range_.last.column = last;
+        found_.isCut = found_.isCut || more.isCut;
+        for (CellItem& item : more.items) {
+            if (beyond.Contains(item.range.first))
+                found_.items.push_back(std::move(item));
+        }
+        std::stable_sort(found_.items.begin(), found_.items.end(),
+                         [](const CellItem& left, const CellItem& right) {
+                             return left.range.first < right.range.first;
+                         });
+    }
+
+    /// Merged cells that show nothing hide the grid.
+    bool IsSeen(const CellItem& item) const
+    {
+        return IsShown(item.display) || (sheet_.view.showsGridLines && !item.range.IsOneCell());
+    }
 
     void SetEdges()
     {
@@ -120,7 +150,7 @@ private:
         layout_.cells.reserve(found_.items.size()); // boxes are large: growing would move them
         for (std::size_t i = 0; i < found_.items.size(); ++i) {
             CellItem& item = found_.items[i];
-            if (!IsShown(item.display))
+            if (!IsSeen(item))
                 continue;
             CellBox cell;
             cell.range = item.range;
@@ -246,7 +276,7 @@ CellRange UsedRange(const book::SheetLook& sheet)
 Layout LayOut(const book::SheetLook& sheet, const book::WorkbookLook& workbook, CellSource& source,
               const TextMeasure& measure, const LayoutOptions& options)
 {
-    return Maker(sheet, workbook, source, measure, options).Make();
+    return Maker(sheet, workbook, source, measure, options).Make(source);
 }
 
 } // namespace orrery::look

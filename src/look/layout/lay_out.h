@@ -10,8 +10,8 @@
 namespace orrery::look {
 
 struct LayoutOptions {
-    /// The cells to lay out; absent: from A1 to the last one that shows something, with drawings
-    /// and print areas.
+    /// The cells to lay out; absent: from A1 to the last one that shows something, with drawings,
+    /// print areas and the columns that texts flow into.
     std::optional<book::CellRange> range;
     std::size_t mostCells = 100'000; ///< that show something; the rest is left out
     std::size_t mostDrawings = 10'000;
@@ -22,7 +22,7 @@ struct LayoutOptions {
 Layout LayOut(const book::SheetLook& sheet, const book::WorkbookLook& workbook, CellSource& source,
               const TextMeasure& measure, const LayoutOptions& options = {});
 
-/// The cells that `LayOut` lays out by default.
+/// The cells that `LayOut` lays out by default, without the columns that texts flow into.
 book::CellRange UsedRange(const book::SheetLook& sheet);
 
 } // namespace orrery::look

@@ -236,5 +236,25 @@ TEST_F(CellTextTest, ACellWithoutRoomIsBorne)
     EXPECT_EQ(Line(0), "#");
 }
 
+TEST_F(CellTextTest, ATextThatIsTooWideForItsFillIsCut)
+{
+    cell.display.fillAt = 15;
+    cell.display.fillCharacter = ".";
+    Place("fifteen letters");
+    EXPECT_EQ(Line(0), "fifteen letters");
+    EXPECT_EQ(cell.clip, cell.box);
+}
+
+TEST_F(CellTextTest, ADateOutsideOfTheCalendarFillsTheCell)
+{
+    cell.display.isNumber = cell.display.isTooWide = true;
+    Place("########");
+    EXPECT_EQ(Line(0), "#########"); // of ten pixels in 97
+    cell.lines.clear();
+    cell.box.width = 200;
+    Place("########");
+    EXPECT_EQ(Line(0).size(), 19U);
+}
+
 } // namespace
 } // namespace orrery::look

@@ -90,6 +90,18 @@ TEST(LayOut, MergedCellsAreThereOnce)
     EXPECT_EQ(layout.cells[0].box, (Box{0, 0, 3 * kColumn, 2 * kRow}));
 }
 
+TEST(LayOut, EmptyMergedCellsAreThereToHideTheGrid)
+{
+    FakeSheet sheet;
+    sheet.Put({4, 4}, "x");
+    sheet.sheet.merges = {{{1, 1}, {2, 3}}, {{3, 1}, {3, 1}}};
+    Layout layout = sheet.LayOut();
+    ASSERT_EQ(layout.cells.size(), 2U);
+    EXPECT_EQ(layout.cells[0].range, (CellRange{{1, 1}, {2, 3}}));
+    sheet.sheet.view.showsGridLines = false;
+    EXPECT_EQ(sheet.LayOut().cells.size(), 1U);
+}
+
 TEST(LayOut, APartOfTheSheetHasMergedCellsFromOutside)
 {
     FakeSheet sheet;
@@ -192,6 +204,43 @@ TEST(Overflow, IsMirroredInARightToLeftSheet)
     EXPECT_EQ(cell.clip.Right(), 300);
     EXPECT_LT(cell.clip.x, 200);
     EXPECT_GE(cell.clip.x, 100);
+}
+
+TEST(Overflow, BehindTheLastColumnTheSheetHasMoreColumns)
+{
+    FakeSheet sheet;
+    sheet.Put({1, 1}, "twenty-five letters, or so"); // 260 pixels
+    sheet.Put({2, 1}, "x");
+    sheet.sheet.columns = {{2, 2, 5.0, true, 0}}; // hidden
+    const Layout layout = sheet.LayOut();
+    EXPECT_EQ(layout.range.last, (CellAddress{2, 4}));
+    EXPECT_EQ(layout.width, 3 * kColumn);
+    EXPECT_GT(FindBox(layout, {1, 1})->clip.Right(), 260);
+}
+
+TEST(Overflow, ColumnsBehindTheLastOneHaveTheStylesOfTheirRows)
+{
+    FakeSheet sheet;
+    book::CellStyle filled = sheet.sheet.styles[0];
+    filled.fill.pattern = book::FillPattern::Solid;
+    sheet.sheet.styles.push_back(filled);
+    sheet.sheet.rows = {{1, std::nullopt, false, false, 1U}};
+    sheet.Put({1, 1}, "fifteen letters").style = filled;
+    const Layout layout = sheet.LayOut();
+    EXPECT_EQ(layout.range.last, (CellAddress{1, 2}));
+    EXPECT_NE(FindBox(layout, {1, 2}), nullptr);
+}
+
+TEST(Overflow, OnlyWhatIsSeenMakesMoreColumns)
+{
+    FakeSheet sheet;
+    sheet.Put({1, 1}, "fifteen letters").horizontal = book::HorizontalAlignment::Right;
+    sheet.Put({2, 1}, "fifteen letters").style.alignment.wrap = true;
+    sheet.Put({3, 1}, "fifteen letters");
+    sheet.sheet.rows = {{3, std::nullopt, true, false, std::nullopt}};
+    EXPECT_EQ(sheet.LayOut().range.last, (CellAddress{3, 1}));
+    sheet.sheet.view.isRightToLeft = true; // flows to the left, where the next column is
+    EXPECT_EQ(sheet.LayOut().range.last, (CellAddress{3, 2}));
 }
 
 TEST(Overflow, NumbersStayInTheirCells)
@@ -314,6 +363,21 @@ TEST(Limits, ConditionsOfTheWholeSheetEnd)
     const Layout layout = sheet.LayOut();
     EXPECT_EQ(layout.cells.size(), 1U);
     EXPECT_EQ(layout.leftOut.size(), 1U);
+}
+
+TEST(Limits, ManyConditionsOfTheSameCellsAreNoManyCells)
+{
+    FakeSheet sheet;
+    book::CellStyle filled = sheet.sheet.styles[0];
+    filled.fill.pattern = book::FillPattern::Solid;
+    for (std::int32_t i = 0; i < 8; ++i) // of 24 cells each, no two alike
+        sheet.sheet.conditions.push_back({{{{1 + i, 1}, {8 + i, 3}}}, {}});
+    sheet.Put({15, 3}, "x");
+    for (std::int32_t row = 1; row <= 15; ++row)
+        sheet.displays[{row, 1}].style = filled;
+    const Layout layout = sheet.LayOut({std::nullopt, 100, 10});
+    EXPECT_TRUE(layout.leftOut.empty());
+    EXPECT_EQ(layout.cells.size(), 16U);
 }
 
 TEST(Limits, DamagedGeometryIsBorne)

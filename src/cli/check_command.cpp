@@ -6,6 +6,8 @@
 #include "util/error_text.h"
 #include "util/paths.h"
 
+#include <algorithm>
+#include <iterator>
 #include <ostream>
 #include <set>
 #include <string>
@@ -67,13 +69,15 @@ void AddLineProblems(const std::string& file, const std::vector<holidays::LinePr
                            util::ErrorText(problem.error));
 }
 
-/// The holiday files matter only if the template has no holidays of its own.
-void AddHolidayProblems(const ChosenTemplate& chosen, std::vector<std::string>& findings)
+} // namespace
+
+std::vector<std::string> FindFileProblems(const ChosenTemplate& chosen)
 {
+    std::vector<std::string> findings;
     if (chosen.hasParameterFile) {
         const auto file = model::ParameterFilePath(chosen.settings.TemplatePath, chosen.file);
         AddLineProblems(file, chosen.problems, findings);
-        return;
+        return findings;
     }
     for (const Error& error : chosen.settings.holidayFileErrors)
         findings.push_back("Holidays: " + util::ErrorText(error));
@@ -83,9 +87,8 @@ void AddHolidayProblems(const ChosenTemplate& chosen, std::vector<std::string>& 
         holidays::HolidayList list;
         AddLineProblems(file, holidays::ReadHolidayFile(util::ToPath(file), list), findings);
     }
+    return findings;
 }
-
-} // namespace
 
 bool RunCheckCommand(Session& session)
 {
@@ -94,7 +97,7 @@ bool RunCheckCommand(Session& session)
         return false;
     const ChosenTemplate chosen = ChooseTemplate(session);
     auto findings = FindProblems(session, chosen, *year);
-    AddHolidayProblems(chosen, findings);
+    std::ranges::move(FindFileProblems(chosen), std::back_inserter(findings));
     if (session.line.json) {
         JsonWriter json;
         json.BeginObject().Key("template").Text(chosen.settings.TemplatePath + chosen.file);

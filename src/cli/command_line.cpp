@@ -140,7 +140,9 @@ void AddLook(CLI::App& app, CommandLine& line)
         ->type_name("MONTH")
         ->check(CLI::Range(1, 12))
         ->needs(year);
-    command.add_option("--svg", line.svgFile, "Save a picture of the sheet; a file is replaced")
+    command
+        .add_option("--svg", line.svgFile,
+                    "Save a picture of the sheet; a file is replaced, \"-\" is the standard output")
         ->type_name("FILE");
     AddSettings(command, line);
     AddJson(command, line);
@@ -252,6 +254,9 @@ std::variant<CommandLine, Finished> ParseCommandLine(int argc, const char* const
                          line.command == Command::Holidays;
     if (oneYear && line.years.size() > 1)
         return Finished{ReportWrongUsage("this command takes one year; write 2027", err)};
+    if (line.json && line.svgFile == kStandardOutput)
+        return Finished{
+            ReportWrongUsage("--json and --svg - would both write to the standard output", err)};
     return line;
 }
 

@@ -4,6 +4,7 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -18,10 +19,10 @@ struct CommandLine {
     std::vector<std::string> years; ///< one number for each year
     std::string holidayFile;        ///< a holiday file, or a parameter file if there is a section
     std::string sheetName;          ///< a sheet to look at; empty means the one that opens first
-    std::string svgFile;            ///< where its picture is saved; empty means nowhere
-    std::int16_t month = 0;         ///< [1:12] of the calendar to look at; 0 means its year
-    std::string section;            ///< "monthly", "yearly" or empty
-    std::string settingsFile;       ///< empty means the program's own
+    std::string svgFile;    ///< where its picture is saved; empty means nowhere, "-" is the output
+    std::int16_t month = 0; ///< [1:12] of the calendar to look at; 0 means its year
+    std::string section;    ///< "monthly", "yearly" or empty
+    std::string settingsFile; ///< empty means the program's own
     std::optional<std::string> templateFolder;
     std::optional<std::string> outputFolder;
     std::optional<std::string> holidayFolder;
@@ -30,6 +31,9 @@ struct CommandLine {
     bool pdf = false;   ///< also make a PDF
     bool json = false;
 };
+
+/// The name of a file that stands for the standard output.
+inline constexpr std::string_view kStandardOutput = "-";
 
 /// The program ends at once.
 struct Finished {

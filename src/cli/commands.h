@@ -51,6 +51,9 @@ app::Settings LoadSettings(Session& session, const std::optional<std::string>& t
 /// for the template, and also (TextFileTooLarge) for an existing settings or parameter file that
 /// cannot be read.
 ChosenTemplate ChooseTemplate(Session& session);
+/// What is wrong with lines of the parameter file, one line each. Without one, of the holiday
+/// files, which take the place of its holidays.
+std::vector<std::string> FindFileProblems(const ChosenTemplate& chosen);
 /// The resolved engine from the command line or the settings.
 std::string ChooseEngine(Session& session, const app::Settings& settings);
 

@@ -15,6 +15,9 @@ std::string Sentence(ErrorKind kind, const util::ErrorDetails& details)
     case ErrorKind::NoSuchPage:
         return "The template makes no page for " + details.subject + util::Because(details) +
                ". Look at its parameters, or use the command check.";
+    case ErrorKind::WouldReplaceInput:
+        return "The picture would replace " + util::Quoted(details.subject) +
+               util::Because(details) + ". Save it under another name.";
     }
     return {};
 }

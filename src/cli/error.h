@@ -7,9 +7,10 @@
 namespace orrery::cli {
 
 enum class ErrorKind {
-    WrongUsage,  ///< an invalid command line; the cause says why
-    NoSuchSheet, ///< the subject is a sheet's name, the cause the names that there are
-    NoSuchPage,  ///< the template makes no page for a month or the year, which is the subject
+    WrongUsage,        ///< an invalid command line; the cause says why
+    NoSuchSheet,       ///< the subject is a sheet's name, the cause the names that there are
+    NoSuchPage,        ///< the template makes no page for a month or the year, which is the subject
+    WouldReplaceInput, ///< a workbook or a parameter file, which is the subject, by a picture
 };
 
 std::string Sentence(ErrorKind kind, const util::ErrorDetails& details);

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace orrery::cli {
 namespace {
@@ -147,7 +148,7 @@ void WriteLeftOut(JsonWriter& json, const std::vector<book::LeftOut>& leftOut)
 
 } // namespace
 
-JsonWriter LookJson(const look::SheetPicture& picture)
+JsonWriter LookJson(const look::SheetPicture& picture, const std::vector<std::string>& warnings)
 {
     const look::Layout& layout = picture.Layout();
     JsonWriter json;
@@ -170,6 +171,8 @@ JsonWriter LookJson(const look::SheetPicture& picture)
         json.Text(book::FormatCellAddress(cell));
     json.EndArray().Key("leftOut");
     WriteLeftOut(json, layout.leftOut);
+    if (!warnings.empty())
+        json.Key("warnings").Texts(warnings);
     json.EndObject();
     return json;
 }

@@ -84,7 +84,8 @@ TEST(CommandLineTest, LookTakesAMonthOfOneYearOnly)
     for (const Texts& wrong : {Texts{"look", "Desk.xls", "--month", "5"},
                                Texts{"look", "Desk.xls", "--year", "2027", "--month", "13"},
                                Texts{"look", "Desk.xls", "--year", "2027", "--month", "0"},
-                               Texts{"look", "Desk.xls", "--year", "2027-2028"}, Texts{"look"}}) {
+                               Texts{"look", "Desk.xls", "--year", "2027-2028"}, Texts{"look"},
+                               Texts{"look", "Desk.xls", "--svg", "-", "--json"}}) {
         const Parsed parsed = Parse(wrong);
         EXPECT_EQ(parsed.ExitCode(), kExitUsage);
         EXPECT_FALSE(parsed.err.empty());

@@ -9,7 +9,7 @@ namespace {
 
 TEST(CommandLineErrors, HaveOneMessageEach)
 {
-    test::ExpectSentences(ErrorKind::NoSuchPage, {});
+    test::ExpectSentences(ErrorKind::WouldReplaceInput, {});
 }
 
 } // namespace

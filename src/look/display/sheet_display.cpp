@@ -82,9 +82,21 @@ void SheetDisplay::ShowValue(const CellContent& content, const book::Cell* cell,
     display.number = number != nullptr ? *number : 0;
     display.isGeneralNumber = number != nullptr && formatted.isGeneral;
     display.isTooWide = formatted.isTooWide;
-    const bool isText = std::holds_alternative<std::string>(content);
-    if (isText && cell->richText >= 0 && cell->formula < 0)
-        display.runs = look_.richTexts[static_cast<std::size_t>(cell->richText)];
+    const auto* const text = std::get_if<std::string>(&content);
+    if (text != nullptr && cell->richText >= 0 && cell->formula < 0)
+        ShowRuns(*text, look_.richTexts[static_cast<std::size_t>(cell->richText)], display);
+}
+
+/// The runs of a text stand where the number format puts the text: "x "@.
+void SheetDisplay::ShowRuns(const std::string& text, const std::vector<book::TextRun>& runs,
+                            CellDisplay& display) const
+{
+    const std::size_t begin = display.text.find(text);
+    if (begin == std::string::npos)
+        return;
+    display.runs = runs;
+    for (book::TextRun& run : display.runs)
+        run.begin += begin;
 }
 
 void SheetDisplay::ApplyConditions(book::CellAddress cell, CellDisplay& display)

@@ -31,6 +31,8 @@ private:
     book::CellContent ValueOf(const book::Cell& cell, CellDisplay& display);
     void ShowFormula(const book::Cell& cell, CellDisplay& display) const;
     void ShowValue(const book::CellContent& content, const book::Cell* cell, CellDisplay& display);
+    void ShowRuns(const std::string& text, const std::vector<book::TextRun>& runs,
+                  CellDisplay& display) const;
     void ApplyConditions(book::CellAddress cell, CellDisplay& display);
 
     book::WorkbookView& view_;

@@ -34,5 +34,24 @@ TEST(SheetPicture, KnowsTheDayInBothDateSystems)
     }
 }
 
+TEST(SheetPicture, FontsOfRichTextsStandWhereTheNumberFormatPutsTheText)
+{
+    FakeWorkbook book;
+    book.Set({1, 1}, std::string("plain bold"));
+    book::Font bold;
+    bold.bold = true;
+    book.Look().richTexts = {{{6, bold}}};
+    book.Look().cells.back().richText = 0;
+    book.Look().styles[0].numberFormat = "\"to \"@";
+    const FontTables fonts;
+    const SheetPicture picture(book, 0, fonts, {kNow, "Book.xlsx", ""});
+    ASSERT_EQ(picture.Layout().cells.size(), 1U);
+    const auto& pieces = picture.Layout().cells[0].lines.at(0).pieces;
+    ASSERT_EQ(pieces.size(), 2U);
+    EXPECT_EQ(pieces[0].text, "to plain ");
+    EXPECT_EQ(pieces[1].text, "bold");
+    EXPECT_TRUE(pieces[1].font.bold);
+}
+
 } // namespace
 } // namespace orrery::look

@@ -68,15 +68,21 @@ private:
 
     std::vector<CellRange> PrintedRanges() const
     {
+        constexpr std::int64_t kMostRowsAndColumns = 4'000'000; // of all areas
+        std::int64_t lines = 0;
         std::vector<CellRange> ranges;
         const CellRange& all = layout_.range;
         for (const CellRange& area : setup_.printAreas) {
+            if (lines > kMostRowsAndColumns || ranges.size() >= options_.mostPages)
+                break; // more than Excel has pages for
             const CellRange common{{std::max(area.first.row, all.first.row),
                                     std::max(area.first.column, all.first.column)},
                                    {std::min(area.last.row, all.last.row),
                                     std::min(area.last.column, all.last.column)}};
-            if (common.first.row <= common.last.row && common.first.column <= common.last.column)
-                ranges.push_back(common);
+            if (common.first.row > common.last.row || common.first.column > common.last.column)
+                continue;
+            ranges.push_back(common);
+            lines += common.last.row - common.first.row + common.last.column - common.first.column;
         }
         if (ranges.empty())
             ranges.push_back(all);

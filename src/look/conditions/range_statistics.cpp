@@ -2,54 +2,68 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <utility>
 
 namespace orrery::look {
 
-void RangeStatistics::Read()
+void RangeStatistics::ReadNumbers()
 {
-    if (isRead_)
+    if (std::exchange(hasNumbers_, true))
         return;
-    isRead_ = true;
     for (const book::CellRange& range : *ranges_) {
-        evaluator_->ForEachCell(sheet_, range, [this](book::CellAddress, const Value& value) {
-            if (formula::IsError(value))
-                return;
-            ++counts_[value];
+        evaluator_->ForEachCell(sheet_, range, 1, [this](book::CellAddress, const Value& value) {
             if (const auto* number = std::get_if<double>(&value))
                 numbers_.push_back(*number);
         });
     }
     std::sort(numbers_.begin(), numbers_.end());
     const auto count = static_cast<double>(numbers_.size());
+    // Divided once: the mean of equal numbers is not a little less than they are.
     for (const double number : numbers_)
-        mean_ += number / count;
+        mean_ += number;
+    mean_ = numbers_.empty() ? 0 : mean_ / count;
     double squares = 0;
     for (const double number : numbers_)
         squares += (number - mean_) * (number - mean_);
     deviation_ = numbers_.empty() ? 0 : std::sqrt(squares / count);
 }
 
+void RangeStatistics::ReadCounts()
+{
+    constexpr std::uint64_t kStepsOfCount = 10; // it keeps each value
+    if (std::exchange(hasCounts_, true))
+        return;
+    for (const book::CellRange& range : *ranges_) {
+        evaluator_->ForEachCell(sheet_, range, kStepsOfCount,
+                                [this](book::CellAddress, const Value& value) {
+                                    if (!formula::IsError(value))
+                                        ++counts_[value];
+                                });
+    }
+}
+
 const std::vector<double>& RangeStatistics::Numbers()
 {
-    Read();
+    ReadNumbers();
     return numbers_;
 }
 
 double RangeStatistics::Mean()
 {
-    Read();
+    ReadNumbers();
     return mean_;
 }
 
 double RangeStatistics::Deviation()
 {
-    Read();
+    ReadNumbers();
     return deviation_;
 }
 
 double RangeStatistics::Percentile(double share)
 {
-    Read();
+    ReadNumbers();
     if (numbers_.empty())
         return 0;
     const double place = std::clamp(share, 0.0, 1.0) * static_cast<double>(numbers_.size() - 1);
@@ -61,7 +75,7 @@ double RangeStatistics::Percentile(double share)
 
 std::size_t RangeStatistics::CountOf(const Value& value)
 {
-    Read();
+    ReadCounts();
     const auto found = counts_.find(value);
     return found == counts_.end() ? 0 : found->second;
 }

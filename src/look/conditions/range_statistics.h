@@ -30,12 +30,14 @@ public:
     std::size_t CountOf(const Value& value);
 
 private:
-    void Read();
+    void ReadNumbers();
+    void ReadCounts();
 
     Evaluator* evaluator_;
     std::size_t sheet_;
     const std::vector<book::CellRange>* ranges_;
-    bool isRead_ = false;
+    bool hasNumbers_ = false;
+    bool hasCounts_ = false;
     std::vector<double> numbers_;
     double mean_ = 0;
     double deviation_ = 0;

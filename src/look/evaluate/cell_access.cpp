@@ -16,8 +16,16 @@ bool Computation::Spend(std::size_t steps)
     return !HasFailed();
 }
 
+bool Computation::SpendKept(const Value& value)
+{
+    constexpr std::size_t kBytesOfStep = 4;
+    const auto* const text = std::get_if<std::string>(&value);
+    return text == nullptr || Spend(text->size() / kBytesOfStep);
+}
+
 Value Computation::ValueAt(std::size_t sheet, book::CellAddress cell)
 {
+    Spend(engine_.Sheet(sheet).StepsOfArrays());
     auto value = HasFailed() ? std::nullopt : engine_.Read({sheet, cell});
     if (!value)
         hasGivenUp_ = true;
@@ -30,11 +38,12 @@ void Computation::ForEachCell(
     for (std::size_t sheet = area.firstSheet; sheet <= area.lastSheet && !HasFailed(); ++sheet) {
         const SheetCells& cells = engine_.Sheet(sheet);
         cells.ForEach(area.range, [&](std::uint32_t index) {
-            if (!Spend(1))
+            if (!Spend(1 + cells.StepsOfArrays()))
                 return false;
             const auto value = engine_.ReadFound(sheet, index);
             hasGivenUp_ = hasGivenUp_ || !value;
-            if (hasGivenUp_)
+            const auto* const text = value ? std::get_if<std::string>(&*value) : nullptr;
+            if (hasGivenUp_ || (text != nullptr && !Spend(StepsOfText(text->size()))))
                 return false;
             return IsBlank(*value) || take(sheet, cells.Look().cells[index].address, *value);
         });
@@ -178,7 +187,10 @@ Converted<std::string> Computation::Format(const Value& value, std::string_view 
             shown = *number;
     if (IsBlank(shown))
         shown = 0.0;
-    return {format.Format(shown, Rules().system).text, std::nullopt};
+    auto formatted = format.Format(shown, Rules().system);
+    if (formatted.isTooWide) // a date outside of the calendar
+        return {"", CellError::Value};
+    return {std::move(formatted.text), std::nullopt};
 }
 
 } // namespace orrery::formula

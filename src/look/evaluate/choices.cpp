@@ -67,6 +67,7 @@ Operand Computation::Choose(const Array& conditions,
             const auto* table = std::get_if<ArrayPointer>(&choice);
             result.At(row, column) =
                 table != nullptr ? ElementOf(**table, row, column) : std::get<Value>(choice);
+            SpendKept(result.At(row, column));
         }
     }
     return MakeTable(std::move(result));

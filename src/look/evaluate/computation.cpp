@@ -26,6 +26,12 @@ private:
     int& depth_;
 };
 
+/// A table that a cell keeps takes memory until the end.
+std::size_t StepsOfKept(const Array& table)
+{
+    return table.values.size() * 8;
+}
+
 /// How the parameters of a function take arguments.
 class Parameters {
 public:
@@ -79,6 +85,8 @@ std::optional<CellResult> Computation::RunForCell(const Formula& formula,
     result.value = table != nullptr ? (*table)->values.front() : std::get<Value>(operand);
     if (IsBlank(result.value))
         result.value = 0.0;
+    if (!SpendKept(result.value) || (result.table && !Spend(StepsOfKept(*result.table))))
+        return std::nullopt;
     return result;
 }
 
@@ -99,9 +107,10 @@ std::optional<std::vector<Value>> Computation::RunForValues(const Formula& formu
         Dereference(Evaluate(formula, formula.nodes[formula.root], Mode::Table), Mode::Table);
     if (HasFailed())
         return std::nullopt;
-    if (const Array* table = TableOf(operand))
-        return table->values;
-    return std::vector{std::get<Value>(operand)};
+    const Array* const table = TableOf(operand);
+    if (table == nullptr)
+        return std::vector{std::get<Value>(operand)};
+    return Spend(table->values.size()) ? std::optional(table->values) : std::nullopt;
 }
 
 Operand Computation::Evaluate(const Formula& formula, const Node& node, Mode mode)
@@ -179,7 +188,7 @@ Operand Computation::EvaluateName(const NameText& name)
     }
     if (found == nullptr)
         return Value(CellError::Name);
-    const Formula* formula = engine_.Parsed(found->formula);
+    const auto formula = engine_.Parsed(found->formula);
     if (formula == nullptr || !Spend(kStepsOfName))
         return Fail();
     const Place before = std::exchange(place_, {place_.sheet, place_.cell, {1, 1}});
@@ -287,6 +296,8 @@ Operand Computation::Join(Operator op, const Operand& left, const Operand& right
             const Value& other = secondTable != nullptr ? ElementOf(*secondTable, row, column)
                                                         : std::get<Value>(second);
             result.At(row, column) = ApplyBinary(op, one, other, Rules());
+            if (!SpendKept(result.At(row, column)))
+                return Fail();
         }
     }
     return MakeTable(std::move(result));
@@ -401,6 +412,7 @@ Operand Computation::CallForTables(const FunctionEntry& function, std::vector<Op
             for (const auto& [at, table] : tables)
                 arguments[at] = ElementOf(*table, row, column);
             result.At(row, column) = SingleOf(CallFunction(function, arguments));
+            SpendKept(result.At(row, column));
         }
     }
     return MakeTable(std::move(result));

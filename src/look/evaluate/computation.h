@@ -48,6 +48,8 @@ public:
     bool IsRowHidden(std::size_t sheet, std::int32_t row) override;
     Converted<std::string> Format(const Value& value, std::string_view code) override;
     bool Spend(std::size_t steps) override;
+    /// Counts the memory that a value takes which is kept.
+    bool SpendKept(const Value& value);
     void GiveUp() override { hasGivenUp_ = true; }
 
 private:

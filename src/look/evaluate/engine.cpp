@@ -71,18 +71,18 @@ bool Engine::Spend(std::uint64_t steps)
     return steps_ <= limits_.ofAll;
 }
 
-const Formula* Engine::Parsed(const std::string& text)
+std::shared_ptr<const Formula> Engine::Parsed(const std::string& text)
 {
     const auto found = parsed_.find(text);
     if (found != parsed_.end())
-        return found->second.get();
-    if (parsed_.size() >= kMostParsed && depth == 0)
+        return found->second;
+    if (parsed_.size() >= kMostParsed)
         parsed_.clear();
     auto formula = ParseFormula(text);
     auto& kept = parsed_[text];
     if (formula)
-        kept = std::make_unique<Formula>(std::move(*formula));
-    return kept.get();
+        kept = std::make_shared<const Formula>(std::move(*formula));
+    return kept;
 }
 
 const std::string* Engine::FormulaText(const CellKey& key)

@@ -98,7 +98,7 @@ public:
     const StepLimits& Limits() const { return limits_; }
     const book::WorkbookLook& Workbook() const { return view_.Workbook(); }
     /// A parsed text; kept, since names and conditions come again. nullptr if it is no formula.
-    const Formula* Parsed(const std::string& text);
+    std::shared_ptr<const Formula> Parsed(const std::string& text);
     const std::string* FormulaText(const CellKey& key);
     bool IsBlocked() const { return blocked_.has_value(); }
     bool Spend(std::uint64_t steps);
@@ -129,7 +129,7 @@ private:
     References references_;
     RangeCache cache_;
     std::map<std::size_t, std::unique_ptr<SheetState>> sheets_;
-    std::map<std::string, std::unique_ptr<Formula>> parsed_;
+    std::map<std::string, std::shared_ptr<const Formula>> parsed_;
     std::set<CellKey> written_;
     std::set<CellKey> unfed_; ///< formula cells that no written cell feeds
     std::vector<CellKey> running_;

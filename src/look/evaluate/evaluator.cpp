@@ -55,7 +55,7 @@ std::optional<Value> Evaluator::Compute(std::string_view text, std::size_t sheet
     std::optional<Value> value;
     engine_->Complete([&] {
         value.reset();
-        const formula::Formula* parsed = engine_->Parsed(std::string(text));
+        const auto parsed = engine_->Parsed(std::string(text));
         if (parsed != nullptr)
             value =
                 formula::Computation(*engine_, {sheet, cell, relativeTo}).RunWithTables(*parsed);
@@ -68,18 +68,20 @@ std::optional<std::vector<Value>> Evaluator::ValuesOf(std::string_view text, std
     std::optional<std::vector<Value>> values;
     engine_->Complete([&] {
         values.reset();
-        const formula::Formula* parsed = engine_->Parsed(std::string(text));
+        const auto parsed = engine_->Parsed(std::string(text));
         if (parsed != nullptr)
             values = formula::Computation(*engine_, {sheet, {1, 1}, {1, 1}}).RunForValues(*parsed);
     });
     return values;
 }
 
-void Evaluator::ForEachCell(std::size_t sheet, const book::CellRange& range,
+void Evaluator::ForEachCell(std::size_t sheet, const book::CellRange& range, std::uint64_t steps,
                             const std::function<void(book::CellAddress, const Value&)>& take)
 {
     const formula::SheetCells& cells = engine_->Sheet(sheet);
     cells.ForEach(range, [&](std::uint32_t at) {
+        if (!engine_->Spend(steps + cells.StepsOfArrays()))
+            return false;
         const book::CellAddress cell = cells.Look().cells[at].address;
         const EvaluatedCell found = ValueOf(sheet, cell);
         if (!formula::IsBlank(found.value))

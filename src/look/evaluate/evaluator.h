@@ -55,8 +55,9 @@ public:
     /// The values of a formula that stands on a sheet: of a reference those of its cells, row by
     /// row. Nothing if it cannot be computed.
     std::optional<std::vector<Value>> ValuesOf(std::string_view text, std::size_t sheet);
-    /// Calls for each cell of a range of a sheet that has a value, row by row.
-    void ForEachCell(std::size_t sheet, const book::CellRange& range,
+    /// Calls for each cell of a range of a sheet that has a value, row by row. Each counts so many
+    /// steps; it ends when the limit is reached.
+    void ForEachCell(std::size_t sheet, const book::CellRange& range, std::uint64_t steps,
                      const std::function<void(book::CellAddress, const Value&)>& take);
     /// Whether the steps of all formulas have run out: from then on none is computed.
     bool HasReachedLimit() const;

@@ -70,7 +70,7 @@ private:
         const book::DefinedName* name = engine_.Names().FindName(text, place.sheet);
         if (name == nullptr)
             return;
-        const Formula* formula = engine_.Parsed(name->formula);
+        const auto formula = engine_.Parsed(name->formula);
         if (formula == nullptr || ++names_ > kMostNames) {
             reads_.isUnknown = true;
             return;
@@ -105,7 +105,8 @@ bool IsFedByWritten(Engine& engine, const CellKey& formula, const std::set<CellK
         const CellKey key = waiting.back();
         waiting.pop_back();
         const std::string* text = engine.FormulaText(key);
-        const auto parsed = text != nullptr ? ParseFormula(*text) : std::nullopt;
+        const bool isAffordable = text != nullptr && engine.Spend(1 + StepsOfText(text->size()));
+        const auto parsed = isAffordable ? ParseFormula(*text) : std::nullopt;
         if (!parsed || seen.size() > kMostCells)
             return true;
         const Reads reads =

@@ -8,6 +8,17 @@ namespace {
 constexpr std::size_t kMostValues = 4'000'000;
 constexpr std::size_t kMostSummaries = 200'000;
 
+/// How many plain values take as much memory.
+std::size_t SizeOf(const Array& array)
+{
+    std::size_t bytes = 0;
+    for (const Value& value : array.values) {
+        const auto* const text = std::get_if<std::string>(&value);
+        bytes += sizeof(Value) + (text != nullptr ? text->size() : 0);
+    }
+    return bytes / sizeof(Value);
+}
+
 } // namespace
 
 void RangeCache::MakeRoom(std::size_t values)
@@ -34,7 +45,7 @@ ArrayPointer RangeCache::FindValues(const Area& area) const
 
 void RangeCache::KeepValues(const Area& area, const ArrayPointer& values)
 {
-    MakeRoom(values->values.size());
+    MakeRoom(SizeOf(*values));
     values_[KeyOf(area)] = values;
 }
 

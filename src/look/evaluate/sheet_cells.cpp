@@ -36,16 +36,6 @@ std::optional<std::uint32_t> SheetCells::Find(book::CellAddress cell) const
     return static_cast<std::uint32_t>(found - look_->cells.data());
 }
 
-std::optional<book::CellRange> SheetCells::UsedPart(const book::CellRange& range) const
-{
-    book::CellRange part = range;
-    part.last.row = std::min(part.last.row, used_.last.row);
-    part.last.column = std::min(part.last.column, used_.last.column);
-    if (part.first.row > part.last.row || part.first.column > part.last.column)
-        return std::nullopt;
-    return part;
-}
-
 std::optional<std::uint32_t> SheetCells::ArrayOwner(book::CellAddress cell) const
 {
     const auto found = std::find_if(arrays_.begin(), arrays_.end(), [cell](const auto& array) {

@@ -19,12 +19,12 @@ public:
     const book::SheetLook& Look() const { return *look_; }
     /// The index in `Look().cells`, or nothing.
     std::optional<std::uint32_t> Find(book::CellAddress cell) const;
-    /// The part of a range in which there are cells.
-    std::optional<book::CellRange> UsedPart(const book::CellRange& range) const;
     std::int32_t LastRow() const { return used_.last.row; }
     std::int32_t LastColumn() const { return used_.last.column; }
     /// The index of the cell with the array formula that fills another cell, or nothing.
     std::optional<std::uint32_t> ArrayOwner(book::CellAddress cell) const;
+    /// What it counts to look through all arrays for a cell.
+    std::size_t StepsOfArrays() const { return arrays_.size() / 64; }
 
     /// Calls with the index of each cell of a range, row by row, until the call returns false.
     template <class Take> void ForEach(const book::CellRange& range, const Take& take) const

@@ -170,6 +170,27 @@ TEST_F(SheetConditionsTest, ComparesWithTheAverage)
     EXPECT_EQ(PatternOf(rule), ".......x");
 }
 
+TEST_F(SheetConditionsTest, EqualNumbersAreNotAboveTheirAverage)
+{
+    SetColumn(std::vector<book::CellContent>(10, 1.0)); // 1/10 is no binary fraction
+    auto rule = RuleOf(ConditionKind::AboveAverage);
+    EXPECT_EQ(PatternOf(rule), "..........");
+    rule.isBelow = rule.includesEqual = true;
+    EXPECT_EQ(PatternOf(rule), "xxxxxxxxxx");
+}
+
+TEST_F(SheetConditionsTest, ReadingTheCellsOfManyRulesEnds)
+{
+    SetColumn(std::vector<book::CellContent>(99, 1.0));
+    for (int i = 0; i < 50; ++i)
+        Add(RuleOf(ConditionKind::DuplicateValues));
+    EvaluationLimits limits;
+    limits.steps = 10'000;
+    Evaluator evaluator(workbook_, kNow, limits);
+    SheetConditions(evaluator, workbook_.Sheet(0), 0).Display({1, 1});
+    EXPECT_TRUE(evaluator.HasReachedLimit());
+}
+
 TEST_F(SheetConditionsTest, FindsPeriods)
 {
     using Period = book::TimePeriod;

@@ -248,6 +248,53 @@ TEST(EvaluatorTest, HostileFormulasEnd)
     EXPECT_EQ(compute("WORKDAY(1,1E300)"), Value(CellError::Number));
     EXPECT_EQ(compute("COMBIN(1E300,1E299)"), Value(CellError::Number));
     EXPECT_EQ(compute(std::string(100'000, '1')), std::nullopt);
+    EXPECT_EQ(compute("SEARCH(\"a*\"&REPT(\"a\",200)&\"b\",REPT(\"a\",32767))"),
+              Value(CellError::Value));
+}
+
+TEST(EvaluatorTest, TextsThatAreKeptCountAsSteps)
+{
+    FakeWorkbook book;
+    for (std::int32_t row = 1; row <= 20; ++row)
+        book.SetFormula({row, 1}, "REPT(\"x\",30000)");
+    EvaluationLimits limits;
+    limits.steps = 100'000;
+    Evaluator evaluator(book, 0, limits);
+    for (std::int32_t row = 1; row <= 20; ++row)
+        evaluator.ValueOf(0, {row, 1});
+    EXPECT_TRUE(evaluator.HasReachedLimit());
+}
+
+TEST(EvaluatorTest, LookingThroughALineCountsAsSteps)
+{
+    for (const char* const formula :
+         {"MATCH(0,A1:A1000,-1)", "LOOKUP(0,A1:A1000)", "_xlfn.XMATCH(0,A1:A1000,1)",
+          "SUMXMY2(A1:A1000,A1:A1000)", "ROWS(TRANSPOSE(A1:A1000))"}) {
+        FakeWorkbook book;
+        for (std::int32_t row = 1; row <= 1000; ++row)
+            book.Set({row, 1}, std::string("x"));
+        for (std::int32_t row = 1; row <= 100; ++row)
+            book.SetFormula({row, 2}, formula);
+        EvaluationLimits limits;
+        limits.steps = 50'000;
+        Evaluator evaluator(book, 0, limits);
+        for (std::int32_t row = 1; row <= 100; ++row)
+            evaluator.ValueOf(0, {row, 2});
+        EXPECT_TRUE(evaluator.HasReachedLimit()) << formula;
+    }
+}
+
+TEST(EvaluatorTest, ManyFormulasAreForgottenWhileNamesLeadToNames)
+{
+    FakeWorkbook book;
+    for (int at = 0; at < 20; ++at)
+        book.Name("name_" + std::to_string(at), "name_" + std::to_string(at + 1) + "+$A$1");
+    book.SetFormula({1, 2}, "RAND()+name_0", 5.0);
+    Evaluator evaluator(book, 0);
+    evaluator.MarkWritten(0, {9, 9});
+    for (int at = 0; at < 4'090; ++at)
+        evaluator.Compute("1+" + std::to_string(at), 0, {1, 1}, {1, 1});
+    EXPECT_EQ(evaluator.ValueOf(0, {1, 2}).source, Source::Stored);
 }
 
 TEST(EvaluatorTest, TheLimitOfStepsEndsAFormula)

@@ -204,6 +204,7 @@ INSTANTIATE_TEST_SUITE_P(
         FormulaCase{"VALUE(\"$1,234.50\")", "1234.5"}, FormulaCase{"VALUE(\"12%\")", "0.12"},
         FormulaCase{"VALUE(\"1,23\")", "#VALUE!"}, FormulaCase{"FIXED(1234.567,1)", "\"1,234.6\""},
         FormulaCase{"TEXT(46349,\"yyyy-mm-dd\")", "\"2026-11-23\""},
+        FormulaCase{"TEXT(-1,\"yyyy\")", "#VALUE!"},
         FormulaCase{"TEXT(0.285,\"0.0%\")", "\"28.5%\""}, FormulaCase{"T(5)", "\"\""}));
 
 INSTANTIATE_TEST_SUITE_P(
@@ -250,7 +251,9 @@ INSTANTIATE_TEST_SUITE_P(
         FormulaCase{"SUMIFS(A1:A5,A1:A5,\">1\",B1:B5,\"a*\")", "5"},
         FormulaCase{"AVERAGEIF(A1:A5,\">3\")", "4.5"},
         FormulaCase{"MAXIFS(A1:A5,B1:B5,\"a*\")", "3"}, FormulaCase{"SUBTOTAL(9,A1:A5)", "15"},
-        FormulaCase{"AGGREGATE(9,6,C1:C5,A1:A2)", "3"},
+        FormulaCase{"SUBTOTAL(3,C1:C5)", "1"}, FormulaCase{"SUBTOTAL(2,C1:C5)", "0"},
+        FormulaCase{"SUBTOTAL(9,C1:C5)", "#N/A"}, FormulaCase{"AGGREGATE(3,4,C1:C5)", "1"},
+        FormulaCase{"AGGREGATE(3,6,C1:C5)", "0"}, FormulaCase{"AGGREGATE(9,6,C1:C5,A1:A2)", "3"},
         FormulaCase{"SUM(FREQUENCY(A1:A5,{2,4}))", "5"}));
 
 INSTANTIATE_TEST_SUITE_P(

@@ -111,8 +111,9 @@ TextPattern::TextPattern(std::string_view pattern) : isTooLong_(pattern.size() >
     }
 }
 
-/// After a star that failed the text is tried one character later: no recursion.
-bool TextPattern::MatchesFrom(std::u32string_view folded, bool isWhole) const
+/// After a star that failed the text is tried one character later: no recursion. What fails behind
+/// a star fails wherever the text begins: `isHopeless`.
+bool TextPattern::MatchesFrom(std::u32string_view folded, bool isWhole, bool& isHopeless) const
 {
     constexpr auto kNone = static_cast<std::size_t>(-1);
     std::size_t at = 0;
@@ -140,18 +141,21 @@ bool TextPattern::MatchesFrom(std::u32string_view folded, bool isWhole) const
     }
     while (IsStar(item))
         ++item;
+    isHopeless = starItem != kNone;
     return item == items_.size();
 }
 
 bool TextPattern::Matches(std::string_view text) const
 {
-    return !isTooLong_ && MatchesFrom(ToCharacters(book::FoldCase(text)), true);
+    bool isHopeless = false;
+    return !isTooLong_ && MatchesFrom(ToCharacters(book::FoldCase(text)), true, isHopeless);
 }
 
 std::size_t TextPattern::Find(std::u32string_view folded, std::size_t from) const
 {
-    for (std::size_t at = from; at <= folded.size() && !isTooLong_; ++at) {
-        if (MatchesFrom(folded.substr(at), false))
+    bool isHopeless = isTooLong_;
+    for (std::size_t at = from; at <= folded.size() && !isHopeless; ++at) {
+        if (MatchesFrom(folded.substr(at), false, isHopeless))
             return at;
     }
     return std::u32string_view::npos;

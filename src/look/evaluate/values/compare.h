@@ -35,7 +35,7 @@ private:
     {
         return item < items_.size() && !items_[item].isPlain && items_[item].character == '*';
     }
-    bool MatchesFrom(std::u32string_view folded, bool isWhole) const;
+    bool MatchesFrom(std::u32string_view folded, bool isWhole, bool& isHopeless) const;
     std::vector<Item> items_;
     bool isTooLong_ = false;
 };

@@ -46,6 +46,7 @@ std::string Call::Text(std::size_t at, std::string_view absent)
     auto converted = ToText(Single(at));
     if (converted.error)
         Fail(*converted.error);
+    context.Spend(StepsOfText(converted.value.size()));
     return std::move(converted.value);
 }
 
@@ -75,6 +76,12 @@ ArrayPointer Call::Table(std::size_t at)
     Array array(1, 1);
     array.values.front() = Single(at);
     return std::make_shared<const Array>(std::move(array));
+}
+
+ArrayPointer Call::WholeTable(std::size_t at)
+{
+    ArrayPointer table = Table(at);
+    return context.Spend(table->values.size()) ? table : std::make_shared<const Array>(1, 1);
 }
 
 void Call::ForEach(std::size_t at, const std::function<bool(const Value&, Source)>& take)

@@ -38,6 +38,9 @@ public:
     const Reference* AsReference(std::size_t at) const;
     /// The argument as a table of at least one value; of a reference its first area.
     ArrayPointer Table(std::size_t at);
+    /// The same for a function that goes through all of it: counts as many steps. One value if
+    /// there are not so many left.
+    ArrayPointer WholeTable(std::size_t at);
 
     /// Where a value stands.
     enum class Source { Direct, Array, Cell };

@@ -62,6 +62,12 @@ public:
     virtual void GiveUp() = 0;
 };
 
+/// What working with a text counts in steps, beside one for each value.
+inline std::size_t StepsOfText(std::size_t bytes)
+{
+    return bytes / 32;
+}
+
 /// The largest table, and the longest text, that a function makes.
 inline constexpr std::int64_t kLargestArray = 1'048'576;
 inline constexpr std::size_t kLongestText = 32'767;

@@ -33,7 +33,8 @@ template <bool IsVertical> Value LookUpInTable(Call& call)
     if (index > (IsVertical ? table->columns : table->rows))
         return CellError::Reference;
     const Line line{table, IsVertical, 0};
-    const auto found = isExact ? FindEqual(call.context, line, wanted) : FindNotAbove(line, wanted);
+    const auto found =
+        isExact ? FindEqual(call.context, line, wanted) : FindNotAbove(call.context, line, wanted);
     if (!found)
         return CellError::NotAvailable;
     const auto other = static_cast<std::int32_t>(index) - 1;
@@ -46,7 +47,7 @@ Value LookUp(Call& call)
     const Value wanted = Wanted(call);
     const ArrayPointer table = call.Table(1);
     const bool isColumn = table->rows >= table->columns;
-    const auto found = FindNotAbove({table, isColumn, 0}, wanted);
+    const auto found = FindNotAbove(call.context, {table, isColumn, 0}, wanted);
     if (!found)
         return CellError::NotAvailable;
     if (!call.Has(2)) {
@@ -74,16 +75,17 @@ Value Match(Call& call)
     if (!line)
         return CellError::NotAvailable;
     const auto found = type == 0  ? FindEqual(call.context, *line, wanted)
-                       : type > 0 ? FindNotAbove(*line, wanted)
-                                  : FindNotBelow(*line, wanted);
+                       : type > 0 ? FindNotAbove(call.context, *line, wanted)
+                                  : FindNotBelow(call.context, *line, wanted);
     return found ? Value(*found + 1.0) : Value(CellError::NotAvailable);
 }
 
 /// The nearest value on one side, in any order.
-std::optional<std::int32_t> FindNearest(const Line& line, const Value& wanted, bool isBelow)
+std::optional<std::int32_t> FindNearest(Call& call, const Line& line, const Value& wanted,
+                                        bool isBelow)
 {
     std::optional<std::int32_t> best;
-    for (std::int32_t at = 0; at < line.Size(); ++at) {
+    for (std::int32_t at = 0; at < line.Size() && call.context.Spend(1); ++at) {
         const Value& value = line.At(at);
         if (value.index() != wanted.index())
             continue;
@@ -120,7 +122,7 @@ std::optional<std::int32_t> FindByMode(Call& call, const Line& line, const Value
         return found;
     }
     if (mode == -1 || mode == 1)
-        return FindNearest(line, wanted, mode == -1);
+        return FindNearest(call, line, wanted, mode == -1);
     return std::nullopt;
 }
 
@@ -145,6 +147,8 @@ Operand XLookUp(Call& call)
     if (!found)
         return call.Has(3) ? Operand(call.arguments[3]) : Operand(Value(CellError::NotAvailable));
     Array row(line->isColumn ? 1 : results->rows, line->isColumn ? results->columns : 1);
+    if (!call.context.Spend(row.values.size()))
+        return Value();
     for (std::int32_t r = 0; r < row.rows; ++r)
         for (std::int32_t c = 0; c < row.columns; ++c)
             row.At(r, c) = line->isColumn ? results->At(*found, c) : results->At(r, *found);

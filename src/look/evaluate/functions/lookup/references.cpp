@@ -64,6 +64,8 @@ Operand Index(Call& call)
     if (slice->rows == 1 && slice->columns == 1)
         return table->At(slice->firstRow, slice->firstColumn);
     Array part(slice->rows, slice->columns);
+    if (!call.context.Spend(part.values.size()))
+        return Value();
     for (std::int32_t row = 0; row < part.rows; ++row)
         for (std::int32_t column = 0; column < part.columns; ++column)
             part.At(row, column) = table->At(slice->firstRow + row, slice->firstColumn + column);

@@ -21,7 +21,7 @@ std::optional<std::int32_t> FindEqual(Context& context, const Line& line, const 
     return std::nullopt;
 }
 
-std::optional<std::int32_t> FindNotAbove(const Line& line, const Value& wanted)
+std::optional<std::int32_t> FindNotAbove(Context& context, const Line& line, const Value& wanted)
 {
     const auto isComparable = [&](std::int32_t at) {
         return line.At(at).index() == wanted.index();
@@ -34,6 +34,8 @@ std::optional<std::int32_t> FindNotAbove(const Line& line, const Value& wanted)
         std::int32_t at = middle;
         while (at <= high && !isComparable(at))
             ++at;
+        if (!context.Spend(1 + static_cast<std::size_t>(at - middle)))
+            return std::nullopt;
         if (at > high) {
             high = middle - 1;
             continue;
@@ -46,7 +48,8 @@ std::optional<std::int32_t> FindNotAbove(const Line& line, const Value& wanted)
         found = at;
         low = at + 1;
         if (order == 0) { // the last of equal neighbours
-            while (low <= high && isComparable(low) && CompareValues(line.At(low), wanted) == 0)
+            while (low <= high && isComparable(low) && CompareValues(line.At(low), wanted) == 0 &&
+                   context.Spend(1))
                 found = low++;
             return found;
         }
@@ -54,10 +57,10 @@ std::optional<std::int32_t> FindNotAbove(const Line& line, const Value& wanted)
     return found;
 }
 
-std::optional<std::int32_t> FindNotBelow(const Line& line, const Value& wanted)
+std::optional<std::int32_t> FindNotBelow(Context& context, const Line& line, const Value& wanted)
 {
     std::optional<std::int32_t> found;
-    for (std::int32_t at = 0; at < line.Size(); ++at) {
+    for (std::int32_t at = 0; at < line.Size() && context.Spend(1); ++at) {
         if (line.At(at).index() != wanted.index())
             continue;
         const int order = CompareValues(line.At(at), wanted);

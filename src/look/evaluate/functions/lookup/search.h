@@ -27,8 +27,8 @@ std::optional<std::int32_t> FindEqual(Context& context, const Line& line, const 
                                       bool hasPatterns = true);
 /// The last value that is not above the wanted one, in a line that rises. Found by halving, so that
 /// an unsorted line gives what Excel gives; values of other kinds are passed over.
-std::optional<std::int32_t> FindNotAbove(const Line& line, const Value& wanted);
+std::optional<std::int32_t> FindNotAbove(Context& context, const Line& line, const Value& wanted);
 /// The last value that is not below the wanted one, in a line that falls.
-std::optional<std::int32_t> FindNotBelow(const Line& line, const Value& wanted);
+std::optional<std::int32_t> FindNotBelow(Context& context, const Line& line, const Value& wanted);
 
 } // namespace orrery::formula

@@ -14,7 +14,7 @@ using Indexes = std::vector<std::int32_t>;
 
 Operand Transpose(Call& call)
 {
-    const ArrayPointer table = call.Table(0);
+    const ArrayPointer table = call.WholeTable(0);
     Array turned(table->columns, table->rows);
     for (std::int32_t row = 0; row < table->rows; ++row)
         for (std::int32_t column = 0; column < table->columns; ++column)
@@ -41,8 +41,8 @@ Operand Pick(const Array& table, const Indexes& chosen, bool areRows)
 
 Operand Filter(Call& call)
 {
-    const ArrayPointer table = call.Table(0);
-    const ArrayPointer include = call.Table(1);
+    const ArrayPointer table = call.WholeTable(0);
+    const ArrayPointer include = call.WholeTable(1);
     const bool areRows = include->rows == table->rows && include->columns == 1;
     if (!call.Require(areRows || (include->columns == table->columns && include->rows == 1),
                       CellError::Value))
@@ -62,7 +62,7 @@ Operand Filter(Call& call)
 
 Operand Sort(Call& call)
 {
-    const ArrayPointer table = call.Table(0);
+    const ArrayPointer table = call.WholeTable(0);
     const bool areRows = !call.Logical(3);
     const double key = call.Whole(1, 1);
     const bool isFalling = call.Number(2, 1) < 0;
@@ -89,7 +89,7 @@ Operand Sort(Call& call)
 /// Rows that stand once, or the first of equal ones.
 Operand Unique(Call& call)
 {
-    const ArrayPointer table = call.Table(0);
+    const ArrayPointer table = call.WholeTable(0);
     const bool areRows = !call.Logical(1);
     const bool wantsOnce = call.Logical(2);
     const std::int32_t count = areRows ? table->rows : table->columns;

@@ -127,6 +127,8 @@ Value Combin(Call& call)
     const double chosen = std::trunc(call.Number(1));
     if (all < 0 || chosen < 0 || chosen > all || std::min(chosen, all - chosen) > 10'000)
         return CellError::Number;
+    if (!call.context.Spend(static_cast<std::size_t>(std::min(chosen, all - chosen))))
+        return {};
     return NumberOrError(Combinations(all, chosen));
 }
 
@@ -136,6 +138,8 @@ Value Combina(Call& call)
     const double chosen = std::trunc(call.Number(1));
     if (all < 0 || chosen < 0 || chosen > 10'000 || (all == 0 && chosen > 0))
         return CellError::Number;
+    if (!call.context.Spend(static_cast<std::size_t>(chosen)))
+        return {};
     return all == 0 ? Value(1.0) : NumberOrError(Combinations(all + chosen - 1, chosen));
 }
 
@@ -145,6 +149,8 @@ Value Permut(Call& call)
     const double chosen = std::trunc(call.Number(1));
     if (all < 0 || chosen < 0 || chosen > all || chosen > 10'000)
         return CellError::Number;
+    if (!call.context.Spend(static_cast<std::size_t>(chosen)))
+        return {};
     double ways = 1;
     for (int at = 0; at < static_cast<int>(chosen); ++at)
         ways *= all - at;

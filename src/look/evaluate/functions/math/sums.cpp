@@ -81,8 +81,8 @@ Value SumProduct(Call& call)
 /// Sums what a function makes of pairs of numbers; pairs with something else do not count.
 Value SumOfPairs(Call& call, double (*join)(double, double))
 {
-    const ArrayPointer left = call.Table(0);
-    const ArrayPointer right = call.Table(1);
+    const ArrayPointer left = call.WholeTable(0);
+    const ArrayPointer right = call.WholeTable(1);
     if (left->values.size() != right->values.size())
         return CellError::NotAvailable;
     double sum = 0;
@@ -115,8 +115,8 @@ std::vector<double> Matrix(Call& call, const Array& table)
 
 Operand MultiplyMatrices(Call& call)
 {
-    const ArrayPointer left = call.Table(0);
-    const ArrayPointer right = call.Table(1);
+    const ArrayPointer left = call.WholeTable(0);
+    const ArrayPointer right = call.WholeTable(1);
     const auto a = Matrix(call, *left);
     const auto b = Matrix(call, *right);
     const std::int64_t size = std::int64_t{left->rows} * right->columns;
@@ -176,7 +176,7 @@ struct Eliminated {
 Eliminated EliminateTable(Call& call)
 {
     constexpr std::int32_t kLargest = 100;
-    const ArrayPointer table = call.Table(0);
+    const ArrayPointer table = call.WholeTable(0);
     Eliminated result;
     result.size = table->rows;
     if (!call.Require(table->rows == table->columns && table->rows <= kLargest, CellError::Value))

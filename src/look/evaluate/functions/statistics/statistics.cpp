@@ -158,8 +158,8 @@ struct Pairs {
 Pairs ReadPairs(Call& call, std::size_t first, std::size_t second)
 {
     Pairs pairs;
-    const ArrayPointer left = call.Table(first);
-    const ArrayPointer right = call.Table(second);
+    const ArrayPointer left = call.WholeTable(first);
+    const ArrayPointer right = call.WholeTable(second);
     if (!call.Require(left->values.size() == right->values.size(), CellError::NotAvailable))
         return pairs;
     for (std::size_t at = 0; at < left->values.size(); ++at) {
@@ -256,6 +256,8 @@ Value Poisson(Call& call)
         return call.Logical(2) || events == 0 ? 1.0 : 0.0;
     if (!call.Logical(2))
         return density(events);
+    if (!call.context.Spend(static_cast<std::size_t>(events)))
+        return {};
     double sum = 0;
     double count = 0;
     while (count <= events)

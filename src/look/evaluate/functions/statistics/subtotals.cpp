@@ -9,11 +9,15 @@
 namespace orrery::formula {
 namespace {
 
+/// The number of the function that counts values of all kinds.
+constexpr double kCountOfValues = 3;
+
 /// What a subtotal leaves out.
 struct Exclusions {
     bool hiddenRows = false;
     bool errors = false;
     bool subtotals = true;
+    bool failsForErrors = true; ///< false: they are values like others
 };
 
 struct Collected {
@@ -40,7 +44,7 @@ Collected Collect(Call& call, std::size_t from, std::size_t end, const Exclusion
         ++collected.values;
         if (const auto* number = std::get_if<double>(&value))
             collected.numbers.push_back(*number);
-        else if (IsError(value))
+        else if (IsError(value) && without.failsForErrors)
             call.Convert(value);
         return !call.failure;
     };
@@ -136,6 +140,7 @@ Value Subtotal(Call& call)
     without.hiddenRows = isVisibleOnly;
     // An error in a cell does not keep COUNT from counting.
     without.errors = function == 2;
+    without.failsForErrors = function != kCountOfValues;
     return Apply(static_cast<int>(function), Collect(call, 1, call.Count(), without));
 }
 
@@ -150,6 +155,7 @@ Value Aggregate(Call& call)
     without.hiddenRows = bits % 2 == 1;
     without.errors = bits == 2 || bits == 3 || bits >= 6;
     without.subtotals = bits < 4;
+    without.failsForErrors = function != kCountOfValues;
     if (function < 14)
         return Apply(static_cast<int>(function), Collect(call, 2, call.Count(), without));
     if (!call.Has(3))

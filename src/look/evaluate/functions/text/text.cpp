@@ -26,6 +26,12 @@ std::size_t Count(Call& call, std::size_t at, double absent, double lowest = 0)
     return static_cast<std::size_t>(std::min(count, 1e9));
 }
 
+/// Looking for a text in another may compare each character with each.
+bool SpendSearch(Call& call, std::size_t text, std::size_t wanted)
+{
+    return call.context.Spend(text * wanted / 1024);
+}
+
 Value Bounded(Call& call, std::string text)
 {
     call.Require(text.size() <= 3 * kLongestText, CellError::Value);
@@ -58,7 +64,7 @@ Value Find(Call& call)
     const std::u16string wanted = Units(call, 0);
     const std::u16string text = Units(call, 1);
     const std::size_t from = Count(call, 2, 1, 1);
-    if (from == 0 || from > text.size() + 1)
+    if (from == 0 || from > text.size() + 1 || !SpendSearch(call, text.size(), wanted.size()))
         return CellError::Value;
     const std::size_t found = text.find(wanted, from - 1);
     return found == kNone ? Value(CellError::Value) : Value(static_cast<double>(found + 1));
@@ -73,10 +79,11 @@ std::size_t CountUnits(std::u32string_view characters)
 
 Value Search(Call& call)
 {
-    const TextPattern pattern(call.Text(0));
+    const std::string wanted = call.Text(0);
+    const TextPattern pattern(wanted);
     const std::u32string text = ToCharacters(book::FoldCase(call.Text(1)));
     const std::size_t from = Count(call, 2, 1, 1);
-    if (from == 0 || from > text.size() + 1)
+    if (from == 0 || from > text.size() + 1 || !SpendSearch(call, text.size(), wanted.size()))
         return CellError::Value;
     const std::size_t found = pattern.Find(text, from - 1);
     if (found == std::u32string::npos)
@@ -104,7 +111,7 @@ Value Substitute(Call& call)
     const double only = call.Whole(3, 0);
     if (call.Has(3) && only < 1)
         return CellError::Value;
-    if (wanted.empty())
+    if (wanted.empty() || !SpendSearch(call, text.size(), wanted.size()))
         return text;
     std::string result;
     std::size_t begin = 0;
@@ -215,7 +222,7 @@ Value Around(Call& call, bool isBefore)
     const std::string text = call.Text(0);
     const std::string mark = call.Text(1);
     const double instance = std::trunc(call.Number(2, 1));
-    if (instance == 0 || mark.empty())
+    if (instance == 0 || mark.empty() || !SpendSearch(call, text.size(), mark.size()))
         return CellError::Value;
     std::size_t at = std::string::npos;
     std::size_t from = instance > 0 ? 0 : text.size();

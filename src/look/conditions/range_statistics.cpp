@@ -31,7 +31,7 @@ void RangeStatistics::ReadNumbers()
 
 void RangeStatistics::ReadCounts()
 {
-    constexpr std::uint64_t kStepsOfCount = 10; // it keeps each value
+    constexpr std::uint64_t kStepsOfCount = 25; // it keeps each value
     if (std::exchange(hasCounts_, true))
         return;
     for (const book::CellRange& range : *ranges_) {

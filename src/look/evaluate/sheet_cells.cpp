@@ -24,7 +24,9 @@ SheetCells::SheetCells(const book::SheetLook& look) : look_(&look)
             continue;
         const auto& array = look.formulas[static_cast<std::size_t>(formula)].array;
         if (array && !array->IsOneCell() && array->first == address && arrays_.size() < kMostArrays)
-            arrays_.emplace_back(*array, static_cast<std::uint32_t>(at));
+            arrays_.push_back(
+                {*array, static_cast<std::uint32_t>(at),
+                 std::max(arrays_.empty() ? 0 : arrays_.back().lowestRow, array->last.row)});
     }
 }
 
@@ -38,10 +40,14 @@ std::optional<std::uint32_t> SheetCells::Find(book::CellAddress cell) const
 
 std::optional<std::uint32_t> SheetCells::ArrayOwner(book::CellAddress cell) const
 {
-    const auto found = std::find_if(arrays_.begin(), arrays_.end(), [cell](const auto& array) {
-        return array.first.Contains(cell) && array.first.first != cell;
-    });
-    return found == arrays_.end() ? std::nullopt : std::optional(found->second);
+    auto at = std::upper_bound(
+        arrays_.begin(), arrays_.end(), cell.row,
+        [](std::int32_t row, const FilledRange& each) { return row < each.range.first.row; });
+    while (at != arrays_.begin() && (--at)->lowestRow >= cell.row) {
+        if (at->range.Contains(cell) && at->range.first != cell)
+            return at->owner;
+    }
+    return std::nullopt;
 }
 
 std::size_t SheetCells::FirstRow(std::int32_t row) const

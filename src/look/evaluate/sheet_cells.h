@@ -47,8 +47,14 @@ private:
 
     const book::SheetLook* look_;
     book::CellRange used_{{1, 1}, {0, 0}};
-    std::vector<std::pair<std::int32_t, std::uint32_t>> rows_;      ///< numbers and first cells
-    std::vector<std::pair<book::CellRange, std::uint32_t>> arrays_; ///< of more than one cell
+    std::vector<std::pair<std::int32_t, std::uint32_t>> rows_; ///< numbers and first cells
+    /// Cells that an array formula fills.
+    struct FilledRange {
+        book::CellRange range;
+        std::uint32_t owner = 0;
+        std::int32_t lowestRow = 0; ///< of this one and those before it
+    };
+    std::vector<FilledRange> arrays_; ///< of more than one cell, by first row
 };
 
 } // namespace orrery::formula

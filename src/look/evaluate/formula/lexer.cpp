@@ -323,13 +323,4 @@ bool Lexer::ReadSymbol(Token& token)
     return true;
 }
 
-std::optional<AreaText> ReadAreaText(std::string_view text)
-{
-    Lexer lexer(text);
-    const Token token = lexer.Next();
-    if (token.kind != TokenKind::Area || lexer.Next().kind != TokenKind::End)
-        return std::nullopt;
-    return token.area;
-}
-
 } // namespace orrery::formula

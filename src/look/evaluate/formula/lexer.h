@@ -39,8 +39,6 @@ class Lexer {
 public:
     explicit Lexer(std::string_view text) : text_(text) {}
     Token Next();
-    std::size_t Position() const { return at_; }
-    void MoveTo(std::size_t position) { at_ = position; }
 
 private:
     Token Read();
@@ -65,8 +63,5 @@ private:
 
 /// Whether a byte may stand in a name: letters, digits, "_", ".", "\\", "?" and all beyond ASCII.
 bool IsWordByte(char byte);
-
-/// The area of a text, "$A$1:B2", without sheets; nothing if it is none.
-std::optional<AreaText> ReadAreaText(std::string_view text);
 
 } // namespace orrery::formula

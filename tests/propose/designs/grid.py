@@ -81,7 +81,6 @@ def pick_plan(rng, theme, names, area, small=False):
                                   across=rng.choice(("center",) * 5 + ("left", "right")))
     kinds, weights = ("names", "empty", "absent", "dates"), ((66, 10, 22, 2) if small else (80, 9, 6, 5))
     kind = rng.choices(kinds, weights)[0]
-    monday_share = {"English": 0.3, "日本語": 0.3, "한국어": 0.2, "Português": 0.3}.get(names.base, 0.85)
     if kind == "dates" and small and area.widths[0] < 5:
         kind = "names"
     if kind == "dates":
@@ -90,7 +89,7 @@ def pick_plan(rng, theme, names, area, small=False):
     narrow = rng.choice((0.6, 0.8, 1.3)) if len(weekdays[0]) < 5 else 1.3
     if kind == "empty" and not heading.fill and theme.grid_lines not in ("all", "days"):
         kind = "names"  # an empty row that nobody could see
-    return Plan(area, 6, rng.random() < monday_share, kind, weekdays, number, note,
+    return Plan(area, 6, theme.monday, kind, weekdays, number, note,
                 holiday if area.own_holiday_style else note, heading,
                 narrow if not small and rng.random() < 0.3 else 1.0,
                 rng.random() > 0.06 or area.columns > 1)

@@ -25,7 +25,8 @@ class _Maker:
         self.area = day_area.pick(rng)
         self.plan = grid.pick_plan(rng, theme, names, self.area)
         self.sample = self._pick_sample()
-        self.days_filled = rng.random() < 0.45
+        # Nobody could guess an unusual place of the number in an empty day.
+        self.days_filled = rng.random() < 0.45 or self.area.number != (0, 0)
         if rng.random() < 0.15 and grid.weeks_of(self.sample, self.plan.monday) <= 5:
             self.plan.weeks = 5
         self.kind = titles.pick_kind(rng, self.area)

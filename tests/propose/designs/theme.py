@@ -27,6 +27,8 @@ COLORS = (
     ("333333", "FF69B4", "FFC0CB", "8B0045", "FFE4EC", "FF99CC", ("FFFFFF", "FFF5F8")),
 )
 RAINBOW = ("FFE5E5", "FFF2DD", "FFFFDD", "E5F7E5", "DDF3FF", "E8E5FF", "FBE5FA")
+SHARE_OF_MONDAY = {"English": 0.3, "日本語": 0.3, "한국어": 0.2, "Português": 0.3, "עברית": 0.1,
+                   "العربية": 0.2}
 LINES = ("thin",) * 8 + ("hair", "dotted", "medium", "dashed")
 
 
@@ -48,6 +50,7 @@ class Theme:
     weekend: str         # fill, ink, both, none: how weekends differ
     weekend_days: str    # both, sunday
     heading: str         # filled, bold, plain, line: how weekday names look
+    monday: bool         # weeks begin on Monday
 
     def text(self, **changes):
         return Style(font=self.font, size=self.size, color=self.ink, down="center").but(**changes)
@@ -101,4 +104,5 @@ def pick(rng, language):
         pattern=rng.choices(("weeks", "days", "columns", "none"), (11, 4, 4, 81))[0],
         weekend=rng.choices(("fill", "ink", "both", "none"), (30, 20, 15, 35))[0],
         weekend_days="both" if rng.random() < 0.75 else "sunday",
-        heading=rng.choices(("filled", "bold", "plain", "line"), (55, 25, 10, 10))[0])
+        heading=rng.choices(("filled", "bold", "plain", "line"), (55, 25, 10, 10))[0],
+        monday=rng.random() < SHARE_OF_MONDAY.get(language, 0.85))

@@ -39,6 +39,8 @@ def pick_state(rng, kind):
     state = rng.choices(list(states), states.values())[0]
     if state == "empty" and kind in ("turned", "side", "below"):
         return "placeholder"  # nobody would find an empty cell there
+    if state == "placeholder" and kind == "labels":
+        return "empty"
     return state
 
 

@@ -68,7 +68,17 @@ def make(monthly=None, yearly=None, why_none=""):
                 values[key] = calendar.values[key]
                 truth.knowable[f"{name}.{key}"] = calendar.knowable[key]
                 truth.accept[f"{name}.{key}"] = calendar.accept[key]
+    if truth.kind == "both":
+        _learn_from_each_other(truth)
     return truth
+
+
+def _learn_from_each_other(truth):
+    """What one page does not tell, the other page of the workbook may."""
+    for key in ("FirstDayOfWeek", "WeekdayName", "MonthName"):
+        sure = [truth.knowable.get(f"{which}.{key}") for which in ("monthly", "yearly")]
+        if "certain" in sure and "no" in sure:
+            truth.knowable[f"{('monthly', 'yearly')[sure.index('no')]}.{key}"] = "likely"
 
 
 def _base(language):

@@ -74,18 +74,21 @@ CLI::Option* AddYears(CLI::App& command, CommandLine& line, const char* name, co
     return command.add_option_function<std::string>(name, take, help);
 }
 
-CLI::App& AddCommand(CLI::App& app, CommandLine& line, Command kind, const char* name,
-                     const char* description)
+using AddOptions = void (*)(CLI::App& command, CommandLine& line);
+
+/// Options are added when the command is met: those of all commands would take a large part of the
+/// time in which a calendar is made.
+void AddCommand(CLI::App& app, CommandLine& line, Command kind, const char* name,
+                const char* description, AddOptions addOptions)
 {
     CLI::App* const command = app.add_subcommand(name, description);
+    command->preparse_callback(
+        [command, &line, addOptions](std::size_t) { addOptions(*command, line); });
     command->callback([&line, kind] { line.command = kind; });
-    return *command;
 }
 
-void AddGenerate(CLI::App& app, CommandLine& line)
+void AddGenerate(CLI::App& command, CommandLine& line)
 {
-    CLI::App& command = AddCommand(app, line, Command::Generate, "generate",
-                                   "Write the calendars of one or more years from a template");
     AddTemplate(command, line);
     AddYears(command, line, "YEARS", "A year or a range: 2027 or 2027-2036")->required();
     AddSettings(command, line);
@@ -103,33 +106,30 @@ void AddGenerate(CLI::App& app, CommandLine& line)
                    "follows, 2027Desk.pdf in the same folder.");
 }
 
-void AddTemplateCommands(CLI::App& app, CommandLine& line)
+void AddTemplates(CLI::App& command, CommandLine& line)
 {
-    CLI::App& templates =
-        AddCommand(app, line, Command::Templates, "templates", "List the template folder");
-    AddSettings(templates, line);
-    AddJson(templates, line);
-
-    CLI::App& parameters =
-        AddCommand(app, line, Command::Parameters, "parameters",
-                   "Print a template's parameters: the defaults and what its file changes");
-    AddTemplate(parameters, line);
-    AddSettings(parameters, line);
-    AddJson(parameters, line);
-
-    CLI::App& check = AddCommand(app, line, Command::Check, "check",
-                                 "Check that a template has the sheets and cells to be written");
-    AddTemplate(check, line);
-    AddYears(check, line, "YEAR", "The year to look at instead of this one");
-    AddSettings(check, line);
-    AddEngine(check, line);
-    AddJson(check, line);
+    AddSettings(command, line);
+    AddJson(command, line);
 }
 
-void AddLook(CLI::App& app, CommandLine& line)
+void AddParameters(CLI::App& command, CommandLine& line)
 {
-    CLI::App& command = AddCommand(app, line, Command::Look, "look",
-                                   "Tell how a sheet of a workbook looks, or draw it");
+    AddTemplate(command, line);
+    AddSettings(command, line);
+    AddJson(command, line);
+}
+
+void AddCheck(CLI::App& command, CommandLine& line)
+{
+    AddTemplate(command, line);
+    AddYears(command, line, "YEAR", "The year to look at instead of this one");
+    AddSettings(command, line);
+    AddEngine(command, line);
+    AddJson(command, line);
+}
+
+void AddLook(CLI::App& command, CommandLine& line)
+{
     command.add_option("FILE", line.templateName, kTemplateHelp)->required();
     command.add_option("--sheet", line.sheetName, "This sheet instead of the one that opens first")
         ->type_name("NAME");
@@ -151,25 +151,42 @@ void AddLook(CLI::App& app, CommandLine& line)
         "spreadsheet program is needed.");
 }
 
-void AddDateCommands(CLI::App& app, CommandLine& line)
+void AddHolidays(CLI::App& command, CommandLine& line)
 {
-    CLI::App& holidays = AddCommand(app, line, Command::Holidays, "holidays",
-                                    "Print the dates and names of a file's holidays in a year");
-    holidays.add_option("FILE", line.holidayFile, "A name in the holiday folder, or a path")
+    command.add_option("FILE", line.holidayFile, "A name in the holiday folder, or a path")
         ->required();
-    AddYears(holidays, line, "YEAR", "The year")->required();
-    holidays
+    AddYears(command, line, "YEAR", "The year")->required();
+    command
         .add_option("--section", line.section,
                     "Read the holidays of a parameter file's monthly or yearly calendar")
         ->type_name("NAME")
         ->check(CLI::IsMember({"monthly", "yearly"}));
-    AddSettings(holidays, line);
-    AddJson(holidays, line);
+    AddSettings(command, line);
+    AddJson(command, line);
+}
 
-    CLI::App& easter =
-        AddCommand(app, line, Command::Easter, "easter", "Print the date of Easter Sunday");
-    easter.add_option("YEAR", line.years, "Years or ranges")->required();
-    AddJson(easter, line);
+void AddEaster(CLI::App& command, CommandLine& line)
+{
+    command.add_option("YEAR", line.years, "Years or ranges")->required();
+    AddJson(command, line);
+}
+
+void AddCommands(CLI::App& app, CommandLine& line)
+{
+    AddCommand(app, line, Command::Generate, "generate",
+               "Write the calendars of one or more years from a template", AddGenerate);
+    AddCommand(app, line, Command::Templates, "templates", "List the template folder",
+               AddTemplates);
+    AddCommand(app, line, Command::Parameters, "parameters",
+               "Print a template's parameters: the defaults and what its file changes",
+               AddParameters);
+    AddCommand(app, line, Command::Check, "check",
+               "Check that a template has the sheets and cells to be written", AddCheck);
+    AddCommand(app, line, Command::Look, "look", "Tell how a sheet of a workbook looks, or draw it",
+               AddLook);
+    AddCommand(app, line, Command::Holidays, "holidays",
+               "Print the dates and names of a file's holidays in a year", AddHolidays);
+    AddCommand(app, line, Command::Easter, "easter", "Print the date of Easter Sunday", AddEaster);
 }
 
 std::optional<std::int16_t> ReadRangeEnd(const std::string& digits)
@@ -232,10 +249,7 @@ std::variant<CommandLine, Finished> ParseCommandLine(int argc, const char* const
     app.footer(kExamples);
     app.set_version_flag("--version", std::string("orrery-cli ") + ORRERY_VERSION);
     app.require_subcommand(0, 1);
-    AddGenerate(app, line);
-    AddTemplateCommands(app, line);
-    AddLook(app, line);
-    AddDateCommands(app, line);
+    AddCommands(app, line);
     try {
         app.parse(argc, argv);
     }

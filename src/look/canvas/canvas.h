@@ -26,6 +26,8 @@ struct Brush {
     bool isEvenOdd = false; ///< fills only what a path winds around an odd number of times
 };
 
+Brush SolidBrush(book::Color color, double opacity = 1);
+
 /// A line of curves: moves, lines and Bézier curves. Filled is what it winds around (nonzero),
 /// unless the brush says otherwise.
 struct PathStep {
@@ -35,6 +37,8 @@ struct PathStep {
     Point control2;
 };
 using Path = std::vector<PathStep>;
+
+Path PathOfBox(const Box& box);
 
 struct TextStyle {
     book::Font font;

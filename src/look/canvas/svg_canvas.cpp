@@ -192,9 +192,7 @@ void SvgCanvas::FillAlongEdges(const Box& box, const book::Gradient& gradient, d
     const double right = std::max(left, box.x + share(gradient.right) * box.width);
     const double top = box.y + share(gradient.top) * box.height;
     const double bottom = std::max(top, box.y + share(gradient.bottom) * box.height);
-    const auto solid = [opacity](book::Color color) {
-        return Brush{{book::FillPattern::Solid, color, {}, {}}, opacity};
-    };
+    const auto solid = [opacity](book::Color color) { return SolidBrush(color, opacity); };
     if (opacity >= 1) // no gap shows between the parts
         FillBox(box, solid(gradient.stops.back().color));
     const auto part = [&](Point a, Point b, Point c, Point d, double degree) {

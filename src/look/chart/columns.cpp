@@ -46,14 +46,6 @@ void PaintLabel(const SeriesPainter& painter, const PlottedGroup& group, const P
 
 } // namespace
 
-Brush SolidBrush(book::Color color)
-{
-    Brush brush;
-    brush.fill.pattern = book::FillPattern::Solid;
-    brush.fill.foreground = color;
-    return brush;
-}
-
 Pen SeriesPainter::PenOf(const book::Outline& outline, book::Color otherwise) const
 {
     Pen pen;
@@ -100,16 +92,6 @@ void SeriesPainter::PaintColumns(const PlottedGroup& group, const Plot& plot) co
                 PaintLabel(*this, group, plot, column, series, *series.values[point]);
         }
     }
-}
-
-Path PathOfBox(const Box& box)
-{
-    using Kind = PathStep::Kind;
-    return {{Kind::Move, {box.x, box.y}, {}, {}},
-            {Kind::Line, {box.Right(), box.y}, {}, {}},
-            {Kind::Line, {box.Right(), box.Bottom()}, {}, {}},
-            {Kind::Line, {box.x, box.Bottom()}, {}, {}},
-            {Kind::Close, {}, {}, {}}};
 }
 
 } // namespace orrery::look

@@ -33,8 +33,4 @@ struct SeriesPainter {
     Pen PenOf(const book::Outline& outline, book::Color otherwise) const;
 };
 
-/// A brush of one colour.
-Brush SolidBrush(book::Color color);
-Path PathOfBox(const Box& box);
-
 } // namespace orrery::look

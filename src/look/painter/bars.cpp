@@ -21,9 +21,7 @@ book::Color Faded(const book::Color& color)
 
 Brush BarBrush(const BarDisplay& bar)
 {
-    Brush brush;
-    brush.fill.pattern = book::FillPattern::Solid;
-    brush.fill.foreground = bar.color;
+    Brush brush = SolidBrush(bar.color);
     if (bar.isGradient) {
         book::Gradient gradient;
         gradient.degree = bar.growsLeft ? 180 : 0;
@@ -31,16 +29,6 @@ Brush BarBrush(const BarDisplay& bar)
         brush.fill.gradient = gradient;
     }
     return brush;
-}
-
-Path Frame(const Box& box)
-{
-    using enum PathStep::Kind;
-    return {{Move, {box.x + 0.5, box.y + 0.5}, {}, {}},
-            {Line, {box.Right() - 0.5, box.y + 0.5}, {}, {}},
-            {Line, {box.Right() - 0.5, box.Bottom() - 0.5}, {}, {}},
-            {Line, {box.x + 0.5, box.Bottom() - 0.5}, {}, {}},
-            {Close, {}, {}, {}}};
 }
 
 } // namespace
@@ -59,7 +47,7 @@ void PaintBar(const BarDisplay& bar, const Box& cell, Canvas& canvas)
     if (box.width > 0) {
         canvas.FillBox(box, BarBrush(bar));
         if (bar.border && box.width > 1)
-            canvas.DrawPath(Frame(box), {}, Pen{*bar.border, 1, {}, 1});
+            canvas.DrawPath(FrameOfPixels(box), {}, Pen{*bar.border, 1, {}, 1});
     }
     if (bar.axis) {
         const double x = std::round(room.x + std::clamp(*bar.axis, 0.0, 1.0) * room.width) + 0.5;

@@ -11,8 +11,6 @@ namespace {
 
 using FilledCells = std::set<book::CellAddress>;
 
-const Brush kWhiteBrush{{book::FillPattern::Solid, book::kWhite, {}, {}}, 1};
-
 bool IsShown(const CellBox& cell, const Box& visible)
 {
     return Overlaps({cell.box.x - 1, cell.box.y - 1, cell.box.width + 2, cell.box.height + 2},
@@ -75,7 +73,7 @@ void ClearBelowText(const Layout& layout, const CellBox& cell, Canvas& canvas)
         const auto end = std::lower_bound(begin, last, extent.Right());
         for (auto edge = begin; edge != end; ++edge)
             canvas.FillBox({LineMiddle(*edge, 1, layout.width) - 0.5, row.y, 1, row.height - 1},
-                           kWhiteBrush);
+                           SolidBrush(book::kWhite));
     };
     if (IsMirrored(layout))
         clear(layout.columns.rbegin(), layout.columns.rend());
@@ -113,7 +111,7 @@ void PaintGridLines(const Layout& layout, const Box& visible, Canvas& canvas)
     for (const auto& cell : layout.cells) {
         if (!cell.range.IsOneCell() && IsShown(cell, visible)) {
             const Box box = OnPixels(cell.box);
-            canvas.FillBox({box.x, box.y, box.width - 1, box.height - 1}, kWhiteBrush);
+            canvas.FillBox({box.x, box.y, box.width - 1, box.height - 1}, SolidBrush(book::kWhite));
         }
     }
     for (const auto& cell : layout.cells) {

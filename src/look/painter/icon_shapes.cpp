@@ -12,11 +12,6 @@ namespace {
 constexpr book::Color kUnlit{0xD0, 0xD0, 0xD0};
 constexpr book::Color kDark{0x50, 0x50, 0x50};
 
-Brush PlainBrush(book::Color color)
-{
-    return {{book::FillPattern::Solid, color, {}, {}}, 1};
-}
-
 /// A part of the icon's box, in shares.
 Box PartOf(const IconSheet& icon, double left, double top, double right, double bottom)
 {
@@ -29,7 +24,7 @@ void FillShape(const IconSheet& icon, const char* name, const Box& box, book::Co
                const std::vector<double>& adjustments = {})
 {
     for (const auto& part : MakeShape(name, box, adjustments).parts)
-        icon.canvas.DrawPath(part.path, PlainBrush(color), {});
+        icon.canvas.DrawPath(part.path, SolidBrush(color), {});
 }
 
 /// A closed line through points, in shares of the box.
@@ -172,7 +167,7 @@ void DrawQuartersIcon(const IconSheet& icon)
 {
     const Box disc = PartOf(icon, 0.08, 0.08, 0.92, 0.92);
     const auto outline = MakeShape("ellipse", disc, {}).parts[0].path;
-    icon.canvas.DrawPath(outline, PlainBrush(book::kWhite), {});
+    icon.canvas.DrawPath(outline, SolidBrush(book::kWhite), {});
     if (icon.value >= 4) {
         FillShape(icon, "ellipse", disc, icon.color);
     }
@@ -199,10 +194,10 @@ void DrawStarIcon(const IconSheet& icon)
 {
     const Box box = PartOf(icon, 0.04, 0.04, 0.96, 0.96);
     const auto outline = MakeShape("star5", box, {}).parts[0].path;
-    icon.canvas.DrawPath(outline, PlainBrush(icon.value >= 2 ? icon.color : book::kWhite), {});
+    icon.canvas.DrawPath(outline, SolidBrush(icon.value >= 2 ? icon.color : book::kWhite), {});
     if (icon.value == 1) {
         icon.canvas.Clip({box.x, box.y, box.width / 2, box.height});
-        icon.canvas.DrawPath(outline, PlainBrush(icon.color), {});
+        icon.canvas.DrawPath(outline, SolidBrush(icon.color), {});
         icon.canvas.Restore();
     }
     icon.canvas.DrawPath(outline, {}, Pen{icon.color, 1, {}, 1});

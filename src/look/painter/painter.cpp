@@ -14,7 +14,6 @@ namespace orrery::look {
 
 namespace {
 
-const Brush kPaper{{book::FillPattern::Solid, book::kWhite, {}, {}}, 1};
 constexpr book::Color kMark{0xA6, 0xA6, 0xA6};
 constexpr double kMarkSize = 5;
 
@@ -26,7 +25,7 @@ void PaintMark(const Box& cell, Canvas& canvas)
                      {Line, {box.Right() - 1, box.y + kMarkSize}, {}, {}},
                      {Line, {box.Right() - 1 - kMarkSize, box.y}, {}, {}},
                      {Close, {}, {}, {}}},
-                    Brush{{book::FillPattern::Solid, kMark, {}, {}}, 1}, {});
+                    SolidBrush(kMark), {});
 }
 
 /// Paints one part of a sheet, in sheet coordinates.
@@ -116,14 +115,14 @@ void PaintSheet(const Layout& layout, Canvas& canvas, const TextMeasure& measure
 {
     const Box whole{0, 0, layout.width, layout.height};
     const Box visible = options.visible ? Common(*options.visible, whole) : whole;
-    canvas.FillBox(visible, kPaper);
+    canvas.FillBox(visible, SolidBrush(book::kWhite));
     SheetPainter(layout, canvas, measure, options, visible).Paint(layout.showsGridLines);
 }
 
 void PaintPage(const Layout& layout, const PageBox& page, Canvas& canvas,
                const TextMeasure& measure, const PaintOptions& options)
 {
-    canvas.FillBox({0, 0, page.paperWidth, page.paperHeight}, kPaper);
+    canvas.FillBox({0, 0, page.paperWidth, page.paperHeight}, SolidBrush(book::kWhite));
     for (const auto& part : PartsOf(page)) {
         canvas.Place(
             {part.place.x - part.area.x * page.scale, part.place.y - part.area.y * page.scale},

@@ -42,17 +42,7 @@ void PaintPlaceholder(std::string_view text, const Box& box, const TextMeasure& 
     const Box outer = OnPixels(box);
     if (outer.width < 1 || outer.height < 1)
         return;
-    using enum PathStep::Kind;
-    const double left = outer.x + 0.5;
-    const double top = outer.y + 0.5;
-    const double right = outer.Right() - 0.5;
-    const double bottom = outer.Bottom() - 0.5;
-    canvas.DrawPath({{Move, {left, top}, {}, {}},
-                     {Line, {right, top}, {}, {}},
-                     {Line, {right, bottom}, {}, {}},
-                     {Line, {left, bottom}, {}, {}},
-                     {Close, {}, {}, {}}},
-                    Brush{{book::FillPattern::Solid, kGround, {}, {}}, 1}, Pen{kFrame, 1, {}, 1});
+    canvas.DrawPath(FrameOfPixels(outer), SolidBrush(kGround), Pen{kFrame, 1, {}, 1});
     if (outer.width < kLeastTextWidth || outer.height < kLeastTextHeight)
         return;
     book::TextBody body;

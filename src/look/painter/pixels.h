@@ -1,6 +1,6 @@
 #pragma once
 
-#include "look/values/geometry.h"
+#include "look/canvas/canvas.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,6 +13,12 @@ inline Box OnPixels(const Box& box)
     const double left = std::round(box.x);
     const double top = std::round(box.y);
     return {left, top, std::round(box.Right()) - left, std::round(box.Bottom()) - top};
+}
+
+/// A line of one pixel inside of a box on pixels.
+inline Path FrameOfPixels(const Box& box)
+{
+    return PathOfBox({box.x + 0.5, box.y + 0.5, box.width - 1, box.height - 1});
 }
 
 inline bool Overlaps(const Box& a, const Box& b)

@@ -48,7 +48,7 @@ void PaintHead(Point tip, Point from, const Pen& pen, Canvas& canvas)
     using enum PathStep::Kind;
     canvas.DrawPath(
         {{Move, tip, {}, {}}, {Line, left, {}, {}}, {Line, right, {}, {}}, {Close, {}, {}, {}}},
-        Brush{{book::FillPattern::Solid, pen.color, {}, {}}, 1}, {});
+        SolidBrush(pen.color), {});
 }
 
 /// The points that tell from where a line arrives at its ends.

@@ -47,7 +47,7 @@ public:
         for (std::size_t i = 0; i < values_.size(); ++i) {
             const auto color = values_[i] ? MarkOf(i) : std::nullopt;
             if (const auto shown = color ? color : values_[i] ? group_.markers : color)
-                canvas_.FillBox({X(i) - 1.5, Y(*values_[i]) - 1.5, 3, 3}, Solid(*shown));
+                canvas_.FillBox({X(i) - 1.5, Y(*values_[i]) - 1.5, 3, 3}, SolidBrush(*shown));
         }
     }
 
@@ -70,7 +70,7 @@ public:
             const double x = box_.x + step * static_cast<double>(Place(i));
             canvas_.FillBox({x + step * 0.1, std::min(zero, end), step * 0.8,
                              std::max(std::abs(zero - end), 0.5)},
-                            Solid(MarkOf(i).value_or(group_.color)));
+                            SolidBrush(MarkOf(i).value_or(group_.color)));
         }
     }
 
@@ -81,7 +81,6 @@ public:
     }
 
 private:
-    static Brush Solid(book::Color color) { return {{book::FillPattern::Solid, color, {}, {}}, 1}; }
     std::size_t Place(std::size_t index) const
     {
         return group_.isRightToLeft ? values_.size() - 1 - index : index;

@@ -22,16 +22,6 @@ using look::Point;
 constexpr double kReach = 1e5;
 constexpr double kLargestScale = 1e3;
 
-Path BoxPath(const Box& box)
-{
-    using enum PathStep::Kind;
-    return {{Move, {box.x, box.y}, {}, {}},
-            {Line, {box.Right(), box.y}, {}, {}},
-            {Line, {box.Right(), box.Bottom()}, {}, {}},
-            {Line, {box.x, box.Bottom()}, {}, {}},
-            {Close, {}, {}, {}}};
-}
-
 bool IsFinite(Point point)
 {
     return std::isfinite(point.x) && std::isfinite(point.y);
@@ -132,7 +122,7 @@ void WxCanvas::FillBox(const Box& box, const look::Brush& brush)
         FillAlongEdges(box, *brush.fill.gradient, brush.opacity);
         return;
     }
-    FillPath(MakePath(BoxPath(box)), PlainBrush(context_, brush, box));
+    FillPath(MakePath(look::PathOfBox(box)), PlainBrush(context_, brush, box));
 }
 
 void WxCanvas::FillAlongEdges(const Box& box, const book::Gradient& gradient, double opacity)
@@ -142,9 +132,7 @@ void WxCanvas::FillAlongEdges(const Box& box, const book::Gradient& gradient, do
     const double right = std::max(left, box.x + share(gradient.right) * box.width);
     const double top = box.y + share(gradient.top) * box.height;
     const double bottom = std::max(top, box.y + share(gradient.bottom) * box.height);
-    const auto solid = [opacity](book::Color color) {
-        return look::Brush{{book::FillPattern::Solid, color, {}, {}}, opacity};
-    };
+    const auto solid = [opacity](book::Color color) { return look::SolidBrush(color, opacity); };
     if (opacity >= 1) // no gap shows between the parts
         FillBox(box, solid(gradient.stops.back().color));
     const Box inner{left, top, right - left, bottom - top};

@@ -61,10 +61,35 @@ HEAD = """\
 
 #include "look/number_format/locale_table.h"
 
+#include <array>
+
 namespace orrery::look {{
+namespace {{
 
 // clang-format off
-const std::array<LocaleNames, {count}> kLocaleTable{{{{
+constexpr std::array<LocaleEntry, {count}> kLocales{{{{
+"""
+MIDDLE = """\
+}};
+
+constexpr std::string_view kTexts =
+"""
+TAIL = """\
+// clang-format on
+
+} // namespace
+
+std::span<const LocaleEntry> Locales()
+{
+    return kLocales;
+}
+
+std::string_view LocaleTexts()
+{
+    return kTexts;
+}
+
+} // namespace orrery::look
 """
 
 
@@ -119,25 +144,29 @@ def names(tag):
     return found
 
 
-def quote(text):
-    return f'R"code({text})code"' if '"' in text else f'"{text}"'
-
-
-def entry(language, tag):
+def texts(tag):
+    """In the order of LocaleLine, in groups that stand on a line each."""
     found = names(tag)
-    lines = [f'    {{0x{language:04X}, {quote(tag)}, {quote(found["longDate"])}, '
-             f'{quote(found["longTime"])},']
-    for field in ("halvesOfDay", "days", "shortDays", "months", "shortMonths", "monthsOfDate"):
-        lines.append("     {" + ", ".join(map(quote, found[field])) + "},")
-    lines[-1] = lines[-1][:-1] + "},"
-    return "\n".join(lines) + "\n"
+    return [[found["longDate"], found["longTime"]]] + [
+        found[field]
+        for field in ("halvesOfDay", "days", "shortDays", "months", "shortMonths", "monthsOfDate")]
+
+
+def literal(words):
+    text = "".join(word.replace("\\", "\\\\").replace('"', '\\"') + "\\n" for word in words)
+    return f'    "{text}"'
 
 
 def main():
-    text = HEAD.format(version=icu.ICU_VERSION, count=len(LANGUAGES))
+    entries, lines, begin = [], [], 0
     for language, tag in sorted(LANGUAGES.items()):
-        text += entry(language, tag)
-    print(text + "}};\n// clang-format on\n\n} // namespace orrery::look")
+        entries.append(f'    {{0x{language:04X}, "{tag}", {begin}}},')
+        lines.append(f"    // {tag}")
+        for words in texts(tag):
+            lines.append(literal(words))
+            begin += sum(len(word.encode()) + 1 for word in words)
+    head = HEAD.format(version=icu.ICU_VERSION, count=len(LANGUAGES))
+    print(head + "\n".join(entries) + "\n" + MIDDLE + "\n".join(lines) + ";\n" + TAIL, end="")
 
 
 if __name__ == "__main__":

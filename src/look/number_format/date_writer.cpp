@@ -157,15 +157,15 @@ private:
             writer_.DatePart(date_.month, count);
         }
         else if (count == 3) {
-            writer_.Text(names_.shortMonths[month]);
+            writer_.Text(names_.ShortMonth(month));
         }
         else if (count == 5) {
-            writer_.Text(FirstCharacter(names_.months[month]));
+            writer_.Text(FirstCharacter(names_.Month(month)));
         }
         else {
             const bool isInflected = (language_ & kInflected) == kInflected;
-            writer_.Text(section_.hasDayOfMonth || isInflected ? names_.monthsOfDate[month]
-                                                               : names_.months[month]);
+            writer_.Text(section_.hasDayOfMonth || isInflected ? names_.MonthOfDate(month)
+                                                               : names_.Month(month));
         }
     }
 
@@ -176,7 +176,7 @@ private:
             writer_.DatePart(date_.day, count);
         }
         else {
-            writer_.Text(count == 3 ? names_.shortDays[weekday] : names_.days[weekday]);
+            writer_.Text(count == 3 ? names_.ShortDay(weekday) : names_.Day(weekday));
         }
     }
 
@@ -213,7 +213,7 @@ private:
     {
         const std::size_t half = date_.hour < 12 ? 0 : 1;
         if (util::EqualIgnoringCase(halves, "AM/PM")) {
-            return writer_.Text(names_.halvesOfDay[half]);
+            return writer_.Text(names_.HalfOfDay(half));
         }
         const auto slash = halves.find('/');
         writer_.Text(half == 0 ? halves.substr(0, slash) : halves.substr(slash + 1));
@@ -222,7 +222,7 @@ private:
     const Section& section_;
     const SerialDate& date_;
     std::uint16_t language_;
-    const LocaleNames& names_;
+    LocaleNames names_;
     Writer& writer_;
 };
 

@@ -2,431 +2,568 @@
 
 #include "look/number_format/locale_table.h"
 
+#include <array>
+
 namespace orrery::look {
+namespace {
 
 // clang-format off
-const std::array<LocaleNames, 60> kLocaleTable{{
-    {0x0401, "ar-SA", "dddd، d mmmm yyyy", "h:mm:ss AM/PM",
-     {"ص", "م"},
-     {"الأحد", "الاثنين", "الثلاثاء", "الأربعاء", "الخميس", "الجمعة", "السبت"},
-     {"الأحد", "الاثنين", "الثلاثاء", "الأربعاء", "الخميس", "الجمعة", "السبت"},
-     {"يناير", "فبراير", "مارس", "أبريل", "مايو", "يونيو", "يوليو", "أغسطس", "سبتمبر", "أكتوبر", "نوفمبر", "ديسمبر"},
-     {"يناير", "فبراير", "مارس", "أبريل", "مايو", "يونيو", "يوليو", "أغسطس", "سبتمبر", "أكتوبر", "نوفمبر", "ديسمبر"},
-     {"يناير", "فبراير", "مارس", "أبريل", "مايو", "يونيو", "يوليو", "أغسطس", "سبتمبر", "أكتوبر", "نوفمبر", "ديسمبر"}},
-    {0x0402, "bg-BG", R"code(dddd, d mmmm yyyy "г".)code", R"code(h:mm:ss "ч".)code",
-     {"пр.об.", "сл.об."},
-     {"неделя", "понеделник", "вторник", "сряда", "четвъртък", "петък", "събота"},
-     {"нд", "пн", "вт", "ср", "чт", "пт", "сб"},
-     {"януари", "февруари", "март", "април", "май", "юни", "юли", "август", "септември", "октомври", "ноември", "декември"},
-     {"яну", "фев", "мар", "апр", "май", "юни", "юли", "авг", "сеп", "окт", "ное", "дек"},
-     {"януари", "февруари", "март", "април", "май", "юни", "юли", "август", "септември", "октомври", "ноември", "декември"}},
-    {0x0403, "ca-ES", R"code(dddd, d mmmm "de" yyyy)code", "h:mm:ss",
-     {"a. m.", "p. m."},
-     {"diumenge", "dilluns", "dimarts", "dimecres", "dijous", "divendres", "dissabte"},
-     {"dg.", "dl.", "dt.", "dc.", "dj.", "dv.", "ds."},
-     {"gener", "febrer", "març", "abril", "maig", "juny", "juliol", "agost", "setembre", "octubre", "novembre", "desembre"},
-     {"gen.", "febr.", "març", "abr.", "maig", "juny", "jul.", "ag.", "set.", "oct.", "nov.", "des."},
-     {"gener", "febrer", "març", "abril", "maig", "juny", "juliol", "agost", "setembre", "octubre", "novembre", "desembre"}},
-    {0x0404, "zh-TW", "yyyy年m月d日 dddd", "AM/PMh:mm:ss",
-     {"上午", "下午"},
-     {"星期日", "星期一", "星期二", "星期三", "星期四", "星期五", "星期六"},
-     {"週日", "週一", "週二", "週三", "週四", "週五", "週六"},
-     {"一月", "二月", "三月", "四月", "五月", "六月", "七月", "八月", "九月", "十月", "十一月", "十二月"},
-     {"一月", "二月", "三月", "四月", "五月", "六月", "七月", "八月", "九月", "十月", "十一月", "十二月"},
-     {"一月", "二月", "三月", "四月", "五月", "六月", "七月", "八月", "九月", "十月", "十一月", "十二月"}},
-    {0x0405, "cs-CZ", "dddd d. mmmm yyyy", "h:mm:ss",
-     {"dop.", "odp."},
-     {"neděle", "pondělí", "úterý", "středa", "čtvrtek", "pátek", "sobota"},
-     {"ne", "po", "út", "st", "čt", "pá", "so"},
-     {"leden", "únor", "březen", "duben", "květen", "červen", "červenec", "srpen", "září", "říjen", "listopad", "prosinec"},
-     {"I", "II", "III", "IV", "V", "VI", "VII", "VIII", "IX", "X", "XI", "XII"},
-     {"ledna", "února", "března", "dubna", "května", "června", "července", "srpna", "září", "října", "listopadu", "prosince"}},
-    {0x0406, "da-DK", R"code(dddd "den" d. mmmm yyyy)code", "hh.mm.ss",
-     {"AM", "PM"},
-     {"søndag", "mandag", "tirsdag", "onsdag", "torsdag", "fredag", "lørdag"},
-     {"sø", "ma", "ti", "on", "to", "fr", "lø"},
-     {"januar", "februar", "marts", "april", "maj", "juni", "juli", "august", "september", "oktober", "november", "december"},
-     {"jan", "feb", "mar", "apr", "maj", "jun", "jul", "aug", "sep", "okt", "nov", "dec"},
-     {"januar", "februar", "marts", "april", "maj", "juni", "juli", "august", "september", "oktober", "november", "december"}},
-    {0x0407, "de-DE", "dddd, d. mmmm yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"Sonntag", "Montag", "Dienstag", "Mittwoch", "Donnerstag", "Freitag", "Samstag"},
-     {"So", "Mo", "Di", "Mi", "Do", "Fr", "Sa"},
-     {"Januar", "Februar", "März", "April", "Mai", "Juni", "Juli", "August", "September", "Oktober", "November", "Dezember"},
-     {"Jan", "Feb", "Mrz", "Apr", "Mai", "Jun", "Jul", "Aug", "Sep", "Okt", "Nov", "Dez"},
-     {"Januar", "Februar", "März", "April", "Mai", "Juni", "Juli", "August", "September", "Oktober", "November", "Dezember"}},
-    {0x0408, "el-GR", "dddd d mmmm yyyy", "h:mm:ss AM/PM",
-     {"π.μ.", "μ.μ."},
-     {"Κυριακή", "Δευτέρα", "Τρίτη", "Τετάρτη", "Πέμπτη", "Παρασκευή", "Σάββατο"},
-     {"Κυρ", "Δευ", "Τρι", "Τετ", "Πεμ", "Παρ", "Σαβ"},
-     {"Ιανουαρίου", "Φεβρουαρίου", "Μαρτίου", "Απριλίου", "Μαΐου", "Ιουνίου", "Ιουλίου", "Αυγούστου", "Σεπτεμβρίου", "Οκτωβρίου", "Νοεμβρίου", "Δεκεμβρίου"},
-     {"Ιαν", "Φεβ", "Μαρ", "Απρ", "Μαϊ", "Ιουν", "Ιουλ", "Αυγ", "Σεπ", "Οκτ", "Νοε", "Δεκ"},
-     {"Ιανουαρίου", "Φεβρουαρίου", "Μαρτίου", "Απριλίου", "Μαΐου", "Ιουνίου", "Ιουλίου", "Αυγούστου", "Σεπτεμβρίου", "Οκτωβρίου", "Νοεμβρίου", "Δεκεμβρίου"}},
-    {0x0409, "en-US", "dddd, mmmm d, yyyy", "h:mm:ss AM/PM",
-     {"AM", "PM"},
-     {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"},
-     {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"},
-     {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October", "November", "December"},
-     {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"},
-     {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October", "November", "December"}},
-    {0x040A, "es-ES", R"code(dddd, d "de" mmmm "de" yyyy)code", "h:mm:ss",
-     {"AM", "PM"},
-     {"domingo", "lunes", "martes", "miércoles", "jueves", "viernes", "sábado"},
-     {"dom", "lun", "mar", "mié", "jue", "vie", "sáb"},
-     {"enero", "febrero", "marzo", "abril", "mayo", "junio", "julio", "agosto", "septiembre", "octubre", "noviembre", "diciembre"},
-     {"ene", "feb", "mar", "abr", "may", "jun", "jul", "ago", "sep", "oct", "nov", "dic"},
-     {"enero", "febrero", "marzo", "abril", "mayo", "junio", "julio", "agosto", "septiembre", "octubre", "noviembre", "diciembre"}},
-    {0x040B, "fi-FI", "dddd d. mmmm yyyy", "h.mm.ss",
-     {"ap.", "ip."},
-     {"sunnuntai", "maanantai", "tiistai", "keskiviikko", "torstai", "perjantai", "lauantai"},
-     {"su", "ma", "ti", "ke", "to", "pe", "la"},
-     {"tammikuu", "helmikuu", "maaliskuu", "huhtikuu", "toukokuu", "kesäkuu", "heinäkuu", "elokuu", "syyskuu", "lokakuu", "marraskuu", "joulukuu"},
-     {"tammi", "helmi", "maalis", "huhti", "touko", "kesä", "heinä", "elo", "syys", "loka", "marras", "joulu"},
-     {"tammikuuta", "helmikuuta", "maaliskuuta", "huhtikuuta", "toukokuuta", "kesäkuuta", "heinäkuuta", "elokuuta", "syyskuuta", "lokakuuta", "marraskuuta", "joulukuuta"}},
-    {0x040C, "fr-FR", "dddd d mmmm yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"dimanche", "lundi", "mardi", "mercredi", "jeudi", "vendredi", "samedi"},
-     {"dim.", "lun.", "mar.", "mer.", "jeu.", "ven.", "sam."},
-     {"janvier", "février", "mars", "avril", "mai", "juin", "juillet", "août", "septembre", "octobre", "novembre", "décembre"},
-     {"janv.", "févr.", "mars", "avr.", "mai", "juin", "juil.", "août", "sept.", "oct.", "nov.", "déc."},
-     {"janvier", "février", "mars", "avril", "mai", "juin", "juillet", "août", "septembre", "octobre", "novembre", "décembre"}},
-    {0x040D, "he-IL", "dddd, d בmmmm yyyy", "h:mm:ss",
-     {"לפנה״צ", "אחה״צ"},
-     {"יום ראשון", "יום שני", "יום שלישי", "יום רביעי", "יום חמישי", "יום שישי", "שבת"},
-     {"יום א", "יום ב", "יום ג", "יום ד", "יום ה", "יום ו", "שבת"},
-     {"ינואר", "פברואר", "מרץ", "אפריל", "מאי", "יוני", "יולי", "אוגוסט", "ספטמבר", "אוקטובר", "נובמבר", "דצמבר"},
-     {"ינו", "פבר", "מרץ", "אפר", "מאי", "יוני", "יולי", "אוג", "ספט", "אוק", "נוב", "דצמ"},
-     {"ינואר", "פברואר", "מרץ", "אפריל", "מאי", "יוני", "יולי", "אוגוסט", "ספטמבר", "אוקטובר", "נובמבר", "דצמבר"}},
-    {0x040E, "hu-HU", "yyyy. mmmm d., dddd", "h:mm:ss",
-     {"de.", "du."},
-     {"vasárnap", "hétfő", "kedd", "szerda", "csütörtök", "péntek", "szombat"},
-     {"V", "H", "K", "Sze", "Cs", "P", "Szo"},
-     {"január", "február", "március", "április", "május", "június", "július", "augusztus", "szeptember", "október", "november", "december"},
-     {"jan", "febr", "márc", "ápr", "máj", "jún", "júl", "aug", "szept", "okt", "nov", "dec"},
-     {"január", "február", "március", "április", "május", "június", "július", "augusztus", "szeptember", "október", "november", "december"}},
-    {0x040F, "is-IS", "dddd, d. mmmm yyyy", "hh:mm:ss",
-     {"f.h.", "e.h."},
-     {"sunnudagur", "mánudagur", "þriðjudagur", "miðvikudagur", "fimmtudagur", "föstudagur", "laugardagur"},
-     {"sun", "mán", "þri", "mið", "fim", "fös", "lau"},
-     {"janúar", "febrúar", "mars", "apríl", "maí", "júní", "júlí", "ágúst", "september", "október", "nóvember", "desember"},
-     {"jan", "feb", "mar", "apr", "maí", "jún", "júl", "ágú", "sep", "okt", "nóv", "des"},
-     {"janúar", "febrúar", "mars", "apríl", "maí", "júní", "júlí", "ágúst", "september", "október", "nóvember", "desember"}},
-    {0x0410, "it-IT", "dddd d mmmm yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"domenica", "lunedì", "martedì", "mercoledì", "giovedì", "venerdì", "sabato"},
-     {"dom", "lun", "mar", "mer", "gio", "ven", "sab"},
-     {"gennaio", "febbraio", "marzo", "aprile", "maggio", "giugno", "luglio", "agosto", "settembre", "ottobre", "novembre", "dicembre"},
-     {"gen", "feb", "mar", "apr", "mag", "giu", "lug", "ago", "set", "ott", "nov", "dic"},
-     {"gennaio", "febbraio", "marzo", "aprile", "maggio", "giugno", "luglio", "agosto", "settembre", "ottobre", "novembre", "dicembre"}},
-    {0x0411, "ja-JP", "yyyy年m月d日dddd", "h:mm:ss",
-     {"午前", "午後"},
-     {"日曜日", "月曜日", "火曜日", "水曜日", "木曜日", "金曜日", "土曜日"},
-     {"日", "月", "火", "水", "木", "金", "土"},
-     {"1月", "2月", "3月", "4月", "5月", "6月", "7月", "8月", "9月", "10月", "11月", "12月"},
-     {"1月", "2月", "3月", "4月", "5月", "6月", "7月", "8月", "9月", "10月", "11月", "12月"},
-     {"1月", "2月", "3月", "4月", "5月", "6月", "7月", "8月", "9月", "10月", "11月", "12月"}},
-    {0x0412, "ko-KR", "yyyy년 m월 d일 dddd", "AM/PM h:mm:ss",
-     {"오전", "오후"},
-     {"일요일", "월요일", "화요일", "수요일", "목요일", "금요일", "토요일"},
-     {"일", "월", "화", "수", "목", "금", "토"},
-     {"1월", "2월", "3월", "4월", "5월", "6월", "7월", "8월", "9월", "10월", "11월", "12월"},
-     {"1월", "2월", "3월", "4월", "5월", "6월", "7월", "8월", "9월", "10월", "11월", "12월"},
-     {"1월", "2월", "3월", "4월", "5월", "6월", "7월", "8월", "9월", "10월", "11월", "12월"}},
-    {0x0413, "nl-NL", "dddd d mmmm yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"zondag", "maandag", "dinsdag", "woensdag", "donderdag", "vrijdag", "zaterdag"},
-     {"zo", "ma", "di", "wo", "do", "vr", "za"},
-     {"januari", "februari", "maart", "april", "mei", "juni", "juli", "augustus", "september", "oktober", "november", "december"},
-     {"jan", "feb", "mrt", "apr", "mei", "jun", "jul", "aug", "sep", "okt", "nov", "dec"},
-     {"januari", "februari", "maart", "april", "mei", "juni", "juli", "augustus", "september", "oktober", "november", "december"}},
-    {0x0414, "nb-NO", "dddd d. mmmm yyyy", "hh:mm:ss",
-     {"a.m.", "p.m."},
-     {"søndag", "mandag", "tirsdag", "onsdag", "torsdag", "fredag", "lørdag"},
-     {"søn", "man", "tir", "ons", "tor", "fre", "lør"},
-     {"januar", "februar", "mars", "april", "mai", "juni", "juli", "august", "september", "oktober", "november", "desember"},
-     {"jan", "feb", "mar", "apr", "mai", "jun", "jul", "aug", "sep", "okt", "nov", "des"},
-     {"januar", "februar", "mars", "april", "mai", "juni", "juli", "august", "september", "oktober", "november", "desember"}},
-    {0x0415, "pl-PL", "dddd, d mmmm yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"niedziela", "poniedziałek", "wtorek", "środa", "czwartek", "piątek", "sobota"},
-     {"niedz", "pon", "wt", "śr", "czw", "pt", "sob"},
-     {"styczeń", "luty", "marzec", "kwiecień", "maj", "czerwiec", "lipiec", "sierpień", "wrzesień", "październik", "listopad", "grudzień"},
-     {"sty", "lut", "mar", "kwi", "maj", "cze", "lip", "sie", "wrz", "paź", "lis", "gru"},
-     {"stycznia", "lutego", "marca", "kwietnia", "maja", "czerwca", "lipca", "sierpnia", "września", "października", "listopada", "grudnia"}},
-    {0x0416, "pt-BR", R"code(dddd, d "de" mmmm "de" yyyy)code", "hh:mm:ss",
-     {"AM", "PM"},
-     {"domingo", "segunda-feira", "terça-feira", "quarta-feira", "quinta-feira", "sexta-feira", "sábado"},
-     {"dom", "seg", "ter", "qua", "qui", "sex", "sáb"},
-     {"janeiro", "fevereiro", "março", "abril", "maio", "junho", "julho", "agosto", "setembro", "outubro", "novembro", "dezembro"},
-     {"jan", "fev", "mar", "abr", "mai", "jun", "jul", "ago", "set", "out", "nov", "dez"},
-     {"janeiro", "fevereiro", "março", "abril", "maio", "junho", "julho", "agosto", "setembro", "outubro", "novembro", "dezembro"}},
-    {0x0418, "ro-RO", "dddd, d mmmm yyyy", "hh:mm:ss",
-     {"a.m.", "p.m."},
-     {"duminică", "luni", "marți", "miercuri", "joi", "vineri", "sâmbătă"},
-     {"dum", "lun", "mar", "mie", "joi", "vin", "sâm"},
-     {"ianuarie", "februarie", "martie", "aprilie", "mai", "iunie", "iulie", "august", "septembrie", "octombrie", "noiembrie", "decembrie"},
-     {"ian", "feb", "mar", "apr", "mai", "iun", "iul", "aug", "sept", "oct", "nov", "dec"},
-     {"ianuarie", "februarie", "martie", "aprilie", "mai", "iunie", "iulie", "august", "septembrie", "octombrie", "noiembrie", "decembrie"}},
-    {0x0419, "ru-RU", R"code(dddd, d mmmm yyyy "г".)code", "hh:mm:ss",
-     {"AM", "PM"},
-     {"воскресенье", "понедельник", "вторник", "среда", "четверг", "пятница", "суббота"},
-     {"Вс", "Пн", "Вт", "Ср", "Чт", "Пт", "Сб"},
-     {"Январь", "Февраль", "Март", "Апрель", "Май", "Июнь", "Июль", "Август", "Сентябрь", "Октябрь", "Ноябрь", "Декабрь"},
-     {"янв", "фев", "мар", "апр", "май", "июн", "июл", "авг", "сен", "окт", "ноя", "дек"},
-     {"января", "февраля", "марта", "апреля", "мая", "июня", "июля", "августа", "сентября", "октября", "ноября", "декабря"}},
-    {0x041A, "hr-HR", "dddd, d. mmmm yyyy.", "hh:mm:ss",
-     {"AM", "PM"},
-     {"nedjelja", "ponedjeljak", "utorak", "srijeda", "četvrtak", "petak", "subota"},
-     {"ned", "pon", "uto", "sri", "čet", "pet", "sub"},
-     {"siječanj", "veljača", "ožujak", "travanj", "svibanj", "lipanj", "srpanj", "kolovoz", "rujan", "listopad", "studeni", "prosinac"},
-     {"sij", "velj", "ožu", "tra", "svi", "lip", "srp", "kol", "ruj", "lis", "stu", "pro"},
-     {"siječnja", "veljače", "ožujka", "travnja", "svibnja", "lipnja", "srpnja", "kolovoza", "rujna", "listopada", "studenoga", "prosinca"}},
-    {0x041B, "sk-SK", "dddd d. mmmm yyyy", "h:mm:ss",
-     {"AM", "PM"},
-     {"nedeľa", "pondelok", "utorok", "streda", "štvrtok", "piatok", "sobota"},
-     {"ne", "po", "ut", "st", "št", "pi", "so"},
-     {"január", "február", "marec", "apríl", "máj", "jún", "júl", "august", "september", "október", "november", "december"},
-     {"jan", "feb", "mar", "apr", "máj", "jún", "júl", "aug", "sep", "okt", "nov", "dec"},
-     {"januára", "februára", "marca", "apríla", "mája", "júna", "júla", "augusta", "septembra", "októbra", "novembra", "decembra"}},
-    {0x041C, "sq-AL", "dddd, d mmmm yyyy", "h:mm:ss AM/PM",
-     {"AM", "PM"},
-     {"e diel", "e hënë", "e martë", "e mërkurë", "e enjte", "e premte", "e shtunë"},
-     {"Die", "Hën", "Mar", "Mër", "Enj", "Pre", "Sht"},
-     {"janar", "shkurt", "mars", "prill", "maj", "qershor", "korrik", "gusht", "shtator", "tetor", "nëntor", "dhjetor"},
-     {"jan", "shk", "mar", "pri", "maj", "qer", "korr", "gush", "sht", "tet", "nën", "dhj"},
-     {"janar", "shkurt", "mars", "prill", "maj", "qershor", "korrik", "gusht", "shtator", "tetor", "nëntor", "dhjetor"}},
-    {0x041D, "sv-SE", "dddd d mmmm yyyy", "hh:mm:ss",
-     {"fm", "em"},
-     {"söndag", "måndag", "tisdag", "onsdag", "torsdag", "fredag", "lördag"},
-     {"sön", "mån", "tis", "ons", "tors", "fre", "lör"},
-     {"januari", "februari", "mars", "april", "maj", "juni", "juli", "augusti", "september", "oktober", "november", "december"},
-     {"jan", "feb", "mar", "apr", "maj", "jun", "jul", "aug", "sep", "okt", "nov", "dec"},
-     {"januari", "februari", "mars", "april", "maj", "juni", "juli", "augusti", "september", "oktober", "november", "december"}},
-    {0x041E, "th-TH", "ddddที่ d mmmm  yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"อาทิตย์", "จันทร์", "อังคาร", "พุธ", "พฤหัสบดี", "ศุกร์", "เสาร์"},
-     {"อา.", "จ.", "อ.", "พ.", "พฤ.", "ศ.", "ส."},
-     {"มกราคม", "กุมภาพันธ์", "มีนาคม", "เมษายน", "พฤษภาคม", "มิถุนายน", "กรกฎาคม", "สิงหาคม", "กันยายน", "ตุลาคม", "พฤศจิกายน", "ธันวาคม"},
-     {"ม.ค.", "ก.พ.", "มี.ค.", "เม.ย.", "พ.ค.", "มิ.ย.", "ก.ค.", "ส.ค.", "ก.ย.", "ต.ค.", "พ.ย.", "ธ.ค."},
-     {"มกราคม", "กุมภาพันธ์", "มีนาคม", "เมษายน", "พฤษภาคม", "มิถุนายน", "กรกฎาคม", "สิงหาคม", "กันยายน", "ตุลาคม", "พฤศจิกายน", "ธันวาคม"}},
-    {0x041F, "tr-TR", "d mmmm yyyy dddd", "hh:mm:ss",
-     {"ÖÖ", "ÖS"},
-     {"Pazar", "Pazartesi", "Salı", "Çarşamba", "Perşembe", "Cuma", "Cumartesi"},
-     {"Paz", "Pzt", "Sal", "Çar", "Per", "Cum", "Cmt"},
-     {"Ocak", "Şubat", "Mart", "Nisan", "Mayıs", "Haziran", "Temmuz", "Ağustos", "Eylül", "Ekim", "Kasım", "Aralık"},
-     {"Oca", "Şub", "Mar", "Nis", "May", "Haz", "Tem", "Ağu", "Eyl", "Eki", "Kas", "Ara"},
-     {"Ocak", "Şubat", "Mart", "Nisan", "Mayıs", "Haziran", "Temmuz", "Ağustos", "Eylül", "Ekim", "Kasım", "Aralık"}},
-    {0x0421, "id-ID", "dddd, dd mmmm yyyy", "hh.mm.ss",
-     {"AM", "PM"},
-     {"Minggu", "Senin", "Selasa", "Rabu", "Kamis", "Jumat", "Sabtu"},
-     {"Min", "Sen", "Sel", "Rab", "Kam", "Jum", "Sab"},
-     {"Januari", "Februari", "Maret", "April", "Mei", "Juni", "Juli", "Agustus", "September", "Oktober", "November", "Desember"},
-     {"Jan", "Feb", "Mar", "Apr", "Mei", "Jun", "Jul", "Agu", "Sep", "Okt", "Nov", "Des"},
-     {"Januari", "Februari", "Maret", "April", "Mei", "Juni", "Juli", "Agustus", "September", "Oktober", "November", "Desember"}},
-    {0x0422, "uk-UA", R"code(dddd, d mmmm yyyy "р".)code", "hh:mm:ss",
-     {"дп", "пп"},
-     {"неділя", "понеділок", "вівторок", "середа", "четвер", "п'ятниця", "субота"},
-     {"Нд", "Пн", "Вт", "Ср", "Чт", "Пт", "Сб"},
-     {"січень", "лютий", "березень", "квітень", "травень", "червень", "липень", "серпень", "вересень", "жовтень", "листопад", "грудень"},
-     {"січ", "лют", "бер", "кві", "тра", "чер", "лип", "сер", "вер", "жов", "лис", "гру"},
-     {"січня", "лютого", "березня", "квітня", "травня", "червня", "липня", "серпня", "вересня", "жовтня", "листопада", "грудня"}},
-    {0x0423, "be-BY", R"code(dddd, d mmmm yyyy "г".)code", "hh:mm:ss",
-     {"AM", "PM"},
-     {"нядзеля", "панядзелак", "аўторак", "серада", "чацвер", "пятніца", "субота"},
-     {"нд", "пн", "аў", "ср", "чц", "пт", "сб"},
-     {"студзень", "люты", "сакавік", "красавік", "май", "чэрвень", "ліпень", "жнівень", "верасень", "кастрычнік", "лістапад", "снежань"},
-     {"сту", "лют", "сак", "кра", "май", "чэр", "ліп", "жні", "вер", "кас", "ліс", "сне"},
-     {"студзеня", "лютага", "сакавіка", "красавіка", "мая", "чэрвеня", "ліпеня", "жніўня", "верасня", "кастрычніка", "лістапада", "снежня"}},
-    {0x0424, "sl-SI", "dddd, d. mmmm yyyy", "hh:mm:ss",
-     {"dop.", "pop."},
-     {"nedelja", "ponedeljek", "torek", "sreda", "četrtek", "petek", "sobota"},
-     {"ned", "pon", "tor", "sre", "čet", "pet", "sob"},
-     {"januar", "februar", "marec", "april", "maj", "junij", "julij", "avgust", "september", "oktober", "november", "december"},
-     {"jan", "feb", "mar", "apr", "maj", "jun", "jul", "avg", "sep", "okt", "nov", "dec"},
-     {"januar", "februar", "marec", "april", "maj", "junij", "julij", "avgust", "september", "oktober", "november", "december"}},
-    {0x0425, "et-EE", "dddd, d. mmmm yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"pühapäev", "esmaspäev", "teisipäev", "kolmapäev", "neljapäev", "reede", "laupäev"},
-     {"P", "E", "T", "K", "N", "R", "L"},
-     {"jaanuar", "veebruar", "märts", "aprill", "mai", "juuni", "juuli", "august", "september", "oktoober", "november", "detsember"},
-     {"jaan", "veebr", "märts", "apr", "mai", "juuni", "juuli", "aug", "sept", "okt", "nov", "dets"},
-     {"jaanuar", "veebruar", "märts", "aprill", "mai", "juuni", "juuli", "august", "september", "oktoober", "november", "detsember"}},
-    {0x0426, "lv-LV", R"code(dddd, yyyy. "gada" d. mmmm)code", "hh:mm:ss",
-     {"priekšpusdienā", "pēcpusdienā"},
-     {"svētdiena", "pirmdiena", "otrdiena", "trešdiena", "ceturtdiena", "piektdiena", "sestdiena"},
-     {"svētd", "pirmd", "otrd", "trešd", "ceturtd", "piektd", "sestd"},
-     {"janvāris", "februāris", "marts", "aprīlis", "maijs", "jūnijs", "jūlijs", "augusts", "septembris", "oktobris", "novembris", "decembris"},
-     {"janv", "febr", "marts", "apr", "maijs", "jūn", "jūl", "aug", "sept", "okt", "nov", "dec"},
-     {"janvāris", "februāris", "marts", "aprīlis", "maijs", "jūnijs", "jūlijs", "augusts", "septembris", "oktobris", "novembris", "decembris"}},
-    {0x0427, "lt-LT", R"code(yyyy "m". mmmm d "d"., dddd)code", "hh:mm:ss",
-     {"priešpiet", "popiet"},
-     {"sekmadienis", "pirmadienis", "antradienis", "trečiadienis", "ketvirtadienis", "penktadienis", "šeštadienis"},
-     {"sk", "pr", "an", "tr", "kt", "pn", "št"},
-     {"sausis", "vasaris", "kovas", "balandis", "gegužė", "birželis", "liepa", "rugpjūtis", "rugsėjis", "spalis", "lapkritis", "gruodis"},
-     {"saus", "vas", "kov", "bal", "geg", "birž", "liep", "rugp", "rugs", "spal", "lapkr", "gruod"},
-     {"sausio", "vasario", "kovo", "balandžio", "gegužės", "birželio", "liepos", "rugpjūčio", "rugsėjo", "spalio", "lapkričio", "gruodžio"}},
-    {0x0429, "fa-IR", "dddd d mmmm yyyy", "h:mm:ss",
-     {"قبل‌ازظهر", "بعدازظهر"},
-     {"یکشنبه", "دوشنبه", "سه‌شنبه", "چهارشنبه", "پنجشنبه", "جمعه", "شنبه"},
-     {"یکشنبه", "دوشنبه", "سه‌شنبه", "چهارشنبه", "پنجشنبه", "جمعه", "شنبه"},
-     {"ژانویه", "فوریه", "مارس", "آوریل", "مه", "ژوئن", "ژوئیه", "اوت", "سپتامبر", "اکتبر", "نوامبر", "دسامبر"},
-     {"ژانویه", "فوریه", "مارس", "آوریل", "مه", "ژوئن", "ژوئیه", "اوت", "سپتامبر", "اکتبر", "نوامبر", "دسامبر"},
-     {"ژانویهٔ", "فوریهٔ", "مارس", "آوریل", "مهٔ", "ژوئن", "ژوئیهٔ", "اوت", "سپتامبر", "اکتبر", "نوامبر", "دسامبر"}},
-    {0x042A, "vi-VN", "dddd, d mmmm, yyyy", "hh:mm:ss",
-     {"SA", "CH"},
-     {"Chủ Nhật", "Thứ Hai", "Thứ Ba", "Thứ Tư", "Thứ Năm", "Thứ Sáu", "Thứ Bảy"},
-     {"CN", "Th 2", "Th 3", "Th 4", "Th 5", "Th 6", "Th 7"},
-     {"Tháng 1", "Tháng 2", "Tháng 3", "Tháng 4", "Tháng 5", "Tháng 6", "Tháng 7", "Tháng 8", "Tháng 9", "Tháng 10", "Tháng 11", "Tháng 12"},
-     {"Thg 1", "Thg 2", "Thg 3", "Thg 4", "Thg 5", "Thg 6", "Thg 7", "Thg 8", "Thg 9", "Thg 10", "Thg 11", "Thg 12"},
-     {"tháng 1", "tháng 2", "tháng 3", "tháng 4", "tháng 5", "tháng 6", "tháng 7", "tháng 8", "tháng 9", "tháng 10", "tháng 11", "tháng 12"}},
-    {0x042D, "eu-ES", R"code(yyyy("e")"ko" mmmm"ren" d("a"), dddd)code", "hh:mm:ss",
-     {"AM", "PM"},
-     {"igandea", "astelehena", "asteartea", "asteazkena", "osteguna", "ostirala", "larunbata"},
-     {"ig", "al", "ar", "az", "og", "or", "lr"},
-     {"urtarrila", "otsaila", "martxoa", "apirila", "maiatza", "ekaina", "uztaila", "abuztua", "iraila", "urria", "azaroa", "abendua"},
-     {"urt", "ots", "mar", "api", "mai", "eka", "uzt", "abu", "ira", "urr", "aza", "abe"},
-     {"urtarrila", "otsaila", "martxoa", "apirila", "maiatza", "ekaina", "uztaila", "abuztua", "iraila", "urria", "azaroa", "abendua"}},
-    {0x042F, "mk-MK", "dddd, d mmmm yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"недела", "понеделник", "вторник", "среда", "четврток", "петок", "сабота"},
-     {"нед", "пон", "вто", "сре", "чет", "пет", "саб"},
-     {"јануари", "февруари", "март", "април", "мај", "јуни", "јули", "август", "септември", "октомври", "ноември", "декември"},
-     {"јан", "фев", "мар", "апр", "мај", "јун", "јул", "авг", "септ", "окт", "ноем", "дек"},
-     {"јануари", "февруари", "март", "април", "мај", "јуни", "јули", "август", "септември", "октомври", "ноември", "декември"}},
-    {0x0436, "af-ZA", "dddd dd mmmm yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"Sondag", "Maandag", "Dinsdag", "Woensdag", "Donderdag", "Vrydag", "Saterdag"},
-     {"So", "Ma", "Di", "Wo", "Do", "Vr", "Sa"},
-     {"Januarie", "Februarie", "Maart", "April", "Mei", "Junie", "Julie", "Augustus", "September", "Oktober", "November", "Desember"},
-     {"Jan", "Feb", "Mrt", "Apr", "Mei", "Jun", "Jul", "Aug", "Sep", "Okt", "Nov", "Des"},
-     {"Januarie", "Februarie", "Maart", "April", "Mei", "Junie", "Julie", "Augustus", "September", "Oktober", "November", "Desember"}},
-    {0x0437, "ka-GE", "dddd, dd mmmm, yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"კვირა", "ორშაბათი", "სამშაბათი", "ოთხშაბათი", "ხუთშაბათი", "პარასკევი", "შაბათი"},
-     {"კვი", "ორშ", "სამ", "ოთხ", "ხუთ", "პარ", "შაბ"},
-     {"იანვარი", "თებერვალი", "მარტი", "აპრილი", "მაისი", "ივნისი", "ივლისი", "აგვისტო", "სექტემბერი", "ოქტომბერი", "ნოემბერი", "დეკემბერი"},
-     {"იან", "თებ", "მარ", "აპრ", "მაი", "ივნ", "ივლ", "აგვ", "სექ", "ოქტ", "ნოე", "დეკ"},
-     {"იანვარი", "თებერვალი", "მარტი", "აპრილი", "მაისი", "ივნისი", "ივლისი", "აგვისტო", "სექტემბერი", "ოქტომბერი", "ნოემბერი", "დეკემბერი"}},
-    {0x0439, "hi-IN", "dddd, d mmmm yyyy", "h:mm:ss AM/PM",
-     {"am", "pm"},
-     {"रविवार", "सोमवार", "मंगलवार", "बुधवार", "गुरुवार", "शुक्रवार", "शनिवार"},
-     {"रवि.", "सोम.", "मंगल.", "बुध.", "गुरु.", "शुक्र.", "शनि."},
-     {"जनवरी", "फ़रवरी", "मार्च", "अप्रैल", "मई", "जून", "जुलाई", "अगस्त", "सितंबर", "अक्तूबर", "नवंबर", "दिसंबर"},
-     {"जन॰", "फ़र॰", "मार्च", "अप्रैल", "मई", "जून", "जुल॰", "अग॰", "सित॰", "अक्तू॰", "नव॰", "दिस॰"},
-     {"जनवरी", "फ़रवरी", "मार्च", "अप्रैल", "मई", "जून", "जुलाई", "अगस्त", "सितंबर", "अक्तूबर", "नवंबर", "दिसंबर"}},
-    {0x043E, "ms-MY", "dddd, d mmmm yyyy", "h:mm:ss AM/PM",
-     {"AM", "PM"},
-     {"Ahad", "Isnin", "Selasa", "Rabu", "Khamis", "Jumaat", "Sabtu"},
-     {"Ahd", "Isn", "Sel", "Rab", "Kha", "Jum", "Sab"},
-     {"Januari", "Februari", "Mac", "April", "Mei", "Jun", "Julai", "Ogos", "September", "Oktober", "November", "Disember"},
-     {"Jan", "Feb", "Mac", "Apr", "Mei", "Jun", "Jul", "Ogo", "Sep", "Okt", "Nov", "Dis"},
-     {"Januari", "Februari", "Mac", "April", "Mei", "Jun", "Julai", "Ogos", "September", "Oktober", "November", "Disember"}},
-    {0x0456, "gl-ES", R"code(dddd, d "de" mmmm "de" yyyy)code", "hh:mm:ss",
-     {"a.m.", "p.m."},
-     {"domingo", "luns", "martes", "mércores", "xoves", "venres", "sábado"},
-     {"dom", "luns", "mar", "mér", "xov", "ven", "sáb"},
-     {"Xaneiro", "Febreiro", "Marzo", "Abril", "Maio", "Xuño", "Xullo", "Agosto", "Setembro", "Outubro", "Novembro", "Decembro"},
-     {"Xan", "Feb", "Mar", "Abr", "Maio", "Xuño", "Xul", "Ago", "Set", "Out", "Nov", "Dec"},
-     {"xaneiro", "febreiro", "marzo", "abril", "maio", "xuño", "xullo", "agosto", "setembro", "outubro", "novembro", "decembro"}},
-    {0x0804, "zh-CN", "yyyy年m月d日dddd", "hh:mm:ss",
-     {"上午", "下午"},
-     {"星期日", "星期一", "星期二", "星期三", "星期四", "星期五", "星期六"},
-     {"周日", "周一", "周二", "周三", "周四", "周五", "周六"},
-     {"一月", "二月", "三月", "四月", "五月", "六月", "七月", "八月", "九月", "十月", "十一月", "十二月"},
-     {"1月", "2月", "3月", "4月", "5月", "6月", "7月", "8月", "9月", "10月", "11月", "12月"},
-     {"一月", "二月", "三月", "四月", "五月", "六月", "七月", "八月", "九月", "十月", "十一月", "十二月"}},
-    {0x0807, "de-CH", "dddd, d. mmmm yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"Sonntag", "Montag", "Dienstag", "Mittwoch", "Donnerstag", "Freitag", "Samstag"},
-     {"So", "Mo", "Di", "Mi", "Do", "Fr", "Sa"},
-     {"Januar", "Februar", "März", "April", "Mai", "Juni", "Juli", "August", "September", "Oktober", "November", "Dezember"},
-     {"Jan", "Feb", "Mär", "Apr", "Mai", "Jun", "Jul", "Aug", "Sep", "Okt", "Nov", "Dez"},
-     {"Januar", "Februar", "März", "April", "Mai", "Juni", "Juli", "August", "September", "Oktober", "November", "Dezember"}},
-    {0x0809, "en-GB", "dddd, d mmmm yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"},
-     {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"},
-     {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October", "November", "December"},
-     {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"},
-     {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October", "November", "December"}},
-    {0x080A, "es-MX", R"code(dddd, d "de" mmmm "de" yyyy)code", "hh:mm:ss",
-     {"AM", "PM"},
-     {"domingo", "lunes", "martes", "miércoles", "jueves", "viernes", "sábado"},
-     {"dom", "lun", "mar", "mié", "jue", "vie", "sáb"},
-     {"enero", "febrero", "marzo", "abril", "mayo", "junio", "julio", "agosto", "septiembre", "octubre", "noviembre", "diciembre"},
-     {"ene", "feb", "mar", "abr", "may", "jun", "jul", "ago", "sep", "oct", "nov", "dic"},
-     {"enero", "febrero", "marzo", "abril", "mayo", "junio", "julio", "agosto", "septiembre", "octubre", "noviembre", "diciembre"}},
-    {0x0814, "nn-NO", "dddd d. mmmm yyyy", "hh:mm:ss",
-     {"a.m.", "p.m."},
-     {"søndag", "måndag", "tysdag", "onsdag", "torsdag", "fredag", "laurdag"},
-     {"sø", "må", "ty", "on", "to", "fr", "la"},
-     {"januar", "februar", "mars", "april", "mai", "juni", "juli", "august", "september", "oktober", "november", "desember"},
-     {"jan", "feb", "mar", "apr", "mai", "jun", "jul", "aug", "sep", "okt", "nov", "des"},
-     {"januar", "februar", "mars", "april", "mai", "juni", "juli", "august", "september", "oktober", "november", "desember"}},
-    {0x0816, "pt-PT", R"code(dddd, d "de" mmmm "de" yyyy)code", "hh:mm:ss",
-     {"AM", "PM"},
-     {"domingo", "segunda-feira", "terça-feira", "quarta-feira", "quinta-feira", "sexta-feira", "sábado"},
-     {"dom", "seg", "ter", "qua", "qui", "sex", "sáb"},
-     {"janeiro", "fevereiro", "março", "abril", "maio", "junho", "julho", "agosto", "setembro", "outubro", "novembro", "dezembro"},
-     {"jan", "fev", "mar", "abr", "mai", "jun", "jul", "ago", "set", "out", "nov", "dez"},
-     {"janeiro", "fevereiro", "março", "abril", "maio", "junho", "julho", "agosto", "setembro", "outubro", "novembro", "dezembro"}},
-    {0x081A, "sr-Latn-CS", "dddd, d. mmmm yyyy.", "hh:mm:ss",
-     {"AM", "PM"},
-     {"nedelja", "ponedeljak", "utorak", "sreda", "četvrtak", "petak", "subota"},
-     {"ned", "pon", "uto", "sre", "čet", "pet", "sub"},
-     {"januar", "februar", "mart", "april", "maj", "jun", "jul", "avgust", "septembar", "oktobar", "novembar", "decembar"},
-     {"jan", "feb", "mar", "apr", "maj", "jun", "jul", "avg", "sep", "okt", "nov", "dec"},
-     {"januar", "februar", "mart", "april", "maj", "jun", "jul", "avgust", "septembar", "oktobar", "novembar", "decembar"}},
-    {0x0C04, "zh-HK", "yyyy年m月d日dddd", "AM/PMh:mm:ss",
-     {"上午", "下午"},
-     {"星期日", "星期一", "星期二", "星期三", "星期四", "星期五", "星期六"},
-     {"週日", "週一", "週二", "週三", "週四", "週五", "週六"},
-     {"一月", "二月", "三月", "四月", "五月", "六月", "七月", "八月", "九月", "十月", "十一月", "十二月"},
-     {"一月", "二月", "三月", "四月", "五月", "六月", "七月", "八月", "九月", "十月", "十一月", "十二月"},
-     {"一月", "二月", "三月", "四月", "五月", "六月", "七月", "八月", "九月", "十月", "十一月", "十二月"}},
-    {0x0C07, "de-AT", "dddd, d. mmmm yyyy", "hh:mm:ss",
-     {"AM", "PM"},
-     {"Sonntag", "Montag", "Dienstag", "Mittwoch", "Donnerstag", "Freitag", "Samstag"},
-     {"So", "Mo", "Di", "Mi", "Do", "Fr", "Sa"},
-     {"Jänner", "Februar", "März", "April", "Mai", "Juni", "Juli", "August", "September", "Oktober", "November", "Dezember"},
-     {"Jän", "Feb", "Mär", "Apr", "Mai", "Jun", "Jul", "Aug", "Sep", "Okt", "Nov", "Dez"},
-     {"Jänner", "Februar", "März", "April", "Mai", "Juni", "Juli", "August", "September", "Oktober", "November", "Dezember"}},
-    {0x0C09, "en-AU", "dddd, d mmmm yyyy", "h:mm:ss AM/PM",
-     {"AM", "PM"},
-     {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"},
-     {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"},
-     {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October", "November", "December"},
-     {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"},
-     {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October", "November", "December"}},
-    {0x0C0A, "es-ES", R"code(dddd, d "de" mmmm "de" yyyy)code", "h:mm:ss",
-     {"AM", "PM"},
-     {"domingo", "lunes", "martes", "miércoles", "jueves", "viernes", "sábado"},
-     {"dom", "lun", "mar", "mié", "jue", "vie", "sáb"},
-     {"enero", "febrero", "marzo", "abril", "mayo", "junio", "julio", "agosto", "septiembre", "octubre", "noviembre", "diciembre"},
-     {"ene", "feb", "mar", "abr", "may", "jun", "jul", "ago", "sep", "oct", "nov", "dic"},
-     {"enero", "febrero", "marzo", "abril", "mayo", "junio", "julio", "agosto", "septiembre", "octubre", "noviembre", "diciembre"}},
-    {0x0C0C, "fr-CA", "dddd d mmmm yyyy", R"code(hh "h" mm "min" ss "s")code",
-     {"AM", "PM"},
-     {"dimanche", "lundi", "mardi", "mercredi", "jeudi", "vendredi", "samedi"},
-     {"dim.", "lun.", "mar.", "mer.", "jeu.", "ven.", "sam."},
-     {"janvier", "février", "mars", "avril", "mai", "juin", "juillet", "août", "septembre", "octobre", "novembre", "décembre"},
-     {"janv.", "févr.", "mars", "avr.", "mai", "juin", "juill.", "août", "sept.", "oct.", "nov.", "déc."},
-     {"janvier", "février", "mars", "avril", "mai", "juin", "juillet", "août", "septembre", "octobre", "novembre", "décembre"}},
-    {0x0C1A, "sr-Cyrl-CS", "dddd, d. mmmm yyyy.", "hh:mm:ss",
-     {"AM", "PM"},
-     {"недеља", "понедељак", "уторак", "среда", "четвртак", "петак", "субота"},
-     {"нед", "пон", "уто", "сре", "чет", "пет", "суб"},
-     {"јануар", "фебруар", "март", "април", "мај", "јун", "јул", "август", "септембар", "октобар", "новембар", "децембар"},
-     {"јан", "феб", "мар", "апр", "мај", "јун", "јул", "авг", "сеп", "окт", "нов", "дец"},
-     {"јануар", "фебруар", "март", "април", "мај", "јун", "јул", "август", "септембар", "октобар", "новембар", "децембар"}},
-    {0x1009, "en-CA", "dddd, mmmm d, yyyy", "h:mm:ss AM/PM",
-     {"AM", "PM"},
-     {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"},
-     {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"},
-     {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October", "November", "December"},
-     {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"},
-     {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October", "November", "December"}},
+constexpr std::array<LocaleEntry, 60> kLocales{{
+    {0x0401, "ar-SA", 0},
+    {0x0402, "bg-BG", 647},
+    {0x0403, "ca-ES", 1233},
+    {0x0404, "zh-TW", 1593},
+    {0x0405, "cs-CZ", 2030},
+    {0x0406, "da-DK", 2371},
+    {0x0407, "de-DE", 2702},
+    {0x0408, "el-GR", 3033},
+    {0x0409, "en-US", 3754},
+    {0x040A, "es-ES", 4098},
+    {0x040B, "fi-FI", 4451},
+    {0x040C, "fr-FR", 4882},
+    {0x040D, "he-IL", 5243},
+    {0x040E, "hu-HU", 5823},
+    {0x040F, "is-IS", 6206},
+    {0x0410, "it-IT", 6604},
+    {0x0411, "ja-JP", 6962},
+    {0x0412, "ko-KR", 7291},
+    {0x0413, "nl-NL", 7629},
+    {0x0414, "nb-NO", 7965},
+    {0x0415, "pl-PL", 8299},
+    {0x0416, "pt-BR", 8675},
+    {0x0418, "ro-RO", 9056},
+    {0x0419, "ru-RU", 9420},
+    {0x041A, "hr-HR", 9995},
+    {0x041B, "sk-SK", 10366},
+    {0x041C, "sq-AL", 10710},
+    {0x041D, "sv-SE", 11051},
+    {0x041E, "th-TH", 11388},
+    {0x041F, "tr-TR", 12255},
+    {0x0421, "id-ID", 12589},
+    {0x0422, "uk-UA", 12916},
+    {0x0423, "be-BY", 13522},
+    {0x0424, "sl-SI", 14147},
+    {0x0425, "et-EE", 14487},
+    {0x0426, "lv-LV", 14849},
+    {0x0427, "lt-LT", 15305},
+    {0x0429, "fa-IR", 15741},
+    {0x042A, "vi-VN", 16379},
+    {0x042D, "eu-ES", 16819},
+    {0x042F, "mk-MK", 17194},
+    {0x0436, "af-ZA", 17781},
+    {0x0437, "ka-GE", 18125},
+    {0x0439, "hi-IN", 19068},
+    {0x043E, "ms-MY", 19883},
+    {0x0456, "gl-ES", 20204},
+    {0x0804, "zh-CN", 20560},
+    {0x0807, "de-CH", 20965},
+    {0x0809, "en-GB", 21297},
+    {0x080A, "es-MX", 21635},
+    {0x0814, "nn-NO", 21989},
+    {0x0816, "pt-PT", 22316},
+    {0x081A, "sr-Latn-CS", 22697},
+    {0x0C04, "zh-HK", 23026},
+    {0x0C07, "de-AT", 23462},
+    {0x0C09, "en-AU", 23797},
+    {0x0C0A, "es-ES", 24140},
+    {0x0C0C, "fr-CA", 24493},
+    {0x0C1A, "sr-Cyrl-CS", 24869},
+    {0x1009, "en-CA", 25434},
 }};
+
+constexpr std::string_view kTexts =
+    // ar-SA
+    "dddd، d mmmm yyyy\nh:mm:ss AM/PM\n"
+    "ص\nم\n"
+    "الأحد\nالاثنين\nالثلاثاء\nالأربعاء\nالخميس\nالجمعة\nالسبت\n"
+    "الأحد\nالاثنين\nالثلاثاء\nالأربعاء\nالخميس\nالجمعة\nالسبت\n"
+    "يناير\nفبراير\nمارس\nأبريل\nمايو\nيونيو\nيوليو\nأغسطس\nسبتمبر\nأكتوبر\nنوفمبر\nديسمبر\n"
+    "يناير\nفبراير\nمارس\nأبريل\nمايو\nيونيو\nيوليو\nأغسطس\nسبتمبر\nأكتوبر\nنوفمبر\nديسمبر\n"
+    "يناير\nفبراير\nمارس\nأبريل\nمايو\nيونيو\nيوليو\nأغسطس\nسبتمبر\nأكتوبر\nنوفمبر\nديسمبر\n"
+    // bg-BG
+    "dddd, d mmmm yyyy \"г\".\nh:mm:ss \"ч\".\n"
+    "пр.об.\nсл.об.\n"
+    "неделя\nпонеделник\nвторник\nсряда\nчетвъртък\nпетък\nсъбота\n"
+    "нд\nпн\nвт\nср\nчт\nпт\nсб\n"
+    "януари\nфевруари\nмарт\nаприл\nмай\nюни\nюли\nавгуст\nсептември\nоктомври\nноември\nдекември\n"
+    "яну\nфев\nмар\nапр\nмай\nюни\nюли\nавг\nсеп\nокт\nное\nдек\n"
+    "януари\nфевруари\nмарт\nаприл\nмай\nюни\nюли\nавгуст\nсептември\nоктомври\nноември\nдекември\n"
+    // ca-ES
+    "dddd, d mmmm \"de\" yyyy\nh:mm:ss\n"
+    "a. m.\np. m.\n"
+    "diumenge\ndilluns\ndimarts\ndimecres\ndijous\ndivendres\ndissabte\n"
+    "dg.\ndl.\ndt.\ndc.\ndj.\ndv.\nds.\n"
+    "gener\nfebrer\nmarç\nabril\nmaig\njuny\njuliol\nagost\nsetembre\noctubre\nnovembre\ndesembre\n"
+    "gen.\nfebr.\nmarç\nabr.\nmaig\njuny\njul.\nag.\nset.\noct.\nnov.\ndes.\n"
+    "gener\nfebrer\nmarç\nabril\nmaig\njuny\njuliol\nagost\nsetembre\noctubre\nnovembre\ndesembre\n"
+    // zh-TW
+    "yyyy年m月d日 dddd\nAM/PMh:mm:ss\n"
+    "上午\n下午\n"
+    "星期日\n星期一\n星期二\n星期三\n星期四\n星期五\n星期六\n"
+    "週日\n週一\n週二\n週三\n週四\n週五\n週六\n"
+    "一月\n二月\n三月\n四月\n五月\n六月\n七月\n八月\n九月\n十月\n十一月\n十二月\n"
+    "一月\n二月\n三月\n四月\n五月\n六月\n七月\n八月\n九月\n十月\n十一月\n十二月\n"
+    "一月\n二月\n三月\n四月\n五月\n六月\n七月\n八月\n九月\n十月\n十一月\n十二月\n"
+    // cs-CZ
+    "dddd d. mmmm yyyy\nh:mm:ss\n"
+    "dop.\nodp.\n"
+    "neděle\npondělí\núterý\nstředa\nčtvrtek\npátek\nsobota\n"
+    "ne\npo\nút\nst\nčt\npá\nso\n"
+    "leden\núnor\nbřezen\nduben\nkvěten\nčerven\nčervenec\nsrpen\nzáří\nříjen\nlistopad\nprosinec\n"
+    "I\nII\nIII\nIV\nV\nVI\nVII\nVIII\nIX\nX\nXI\nXII\n"
+    "ledna\núnora\nbřezna\ndubna\nkvětna\nčervna\nčervence\nsrpna\nzáří\nříjna\nlistopadu\nprosince\n"
+    // da-DK
+    "dddd \"den\" d. mmmm yyyy\nhh.mm.ss\n"
+    "AM\nPM\n"
+    "søndag\nmandag\ntirsdag\nonsdag\ntorsdag\nfredag\nlørdag\n"
+    "sø\nma\nti\non\nto\nfr\nlø\n"
+    "januar\nfebruar\nmarts\napril\nmaj\njuni\njuli\naugust\nseptember\noktober\nnovember\ndecember\n"
+    "jan\nfeb\nmar\napr\nmaj\njun\njul\naug\nsep\nokt\nnov\ndec\n"
+    "januar\nfebruar\nmarts\napril\nmaj\njuni\njuli\naugust\nseptember\noktober\nnovember\ndecember\n"
+    // de-DE
+    "dddd, d. mmmm yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "Sonntag\nMontag\nDienstag\nMittwoch\nDonnerstag\nFreitag\nSamstag\n"
+    "So\nMo\nDi\nMi\nDo\nFr\nSa\n"
+    "Januar\nFebruar\nMärz\nApril\nMai\nJuni\nJuli\nAugust\nSeptember\nOktober\nNovember\nDezember\n"
+    "Jan\nFeb\nMrz\nApr\nMai\nJun\nJul\nAug\nSep\nOkt\nNov\nDez\n"
+    "Januar\nFebruar\nMärz\nApril\nMai\nJuni\nJuli\nAugust\nSeptember\nOktober\nNovember\nDezember\n"
+    // el-GR
+    "dddd d mmmm yyyy\nh:mm:ss AM/PM\n"
+    "π.μ.\nμ.μ.\n"
+    "Κυριακή\nΔευτέρα\nΤρίτη\nΤετάρτη\nΠέμπτη\nΠαρασκευή\nΣάββατο\n"
+    "Κυρ\nΔευ\nΤρι\nΤετ\nΠεμ\nΠαρ\nΣαβ\n"
+    "Ιανουαρίου\nΦεβρουαρίου\nΜαρτίου\nΑπριλίου\nΜαΐου\nΙουνίου\nΙουλίου\nΑυγούστου\nΣεπτεμβρίου\nΟκτωβρίου\nΝοεμβρίου\nΔεκεμβρίου\n"
+    "Ιαν\nΦεβ\nΜαρ\nΑπρ\nΜαϊ\nΙουν\nΙουλ\nΑυγ\nΣεπ\nΟκτ\nΝοε\nΔεκ\n"
+    "Ιανουαρίου\nΦεβρουαρίου\nΜαρτίου\nΑπριλίου\nΜαΐου\nΙουνίου\nΙουλίου\nΑυγούστου\nΣεπτεμβρίου\nΟκτωβρίου\nΝοεμβρίου\nΔεκεμβρίου\n"
+    // en-US
+    "dddd, mmmm d, yyyy\nh:mm:ss AM/PM\n"
+    "AM\nPM\n"
+    "Sunday\nMonday\nTuesday\nWednesday\nThursday\nFriday\nSaturday\n"
+    "Sun\nMon\nTue\nWed\nThu\nFri\nSat\n"
+    "January\nFebruary\nMarch\nApril\nMay\nJune\nJuly\nAugust\nSeptember\nOctober\nNovember\nDecember\n"
+    "Jan\nFeb\nMar\nApr\nMay\nJun\nJul\nAug\nSep\nOct\nNov\nDec\n"
+    "January\nFebruary\nMarch\nApril\nMay\nJune\nJuly\nAugust\nSeptember\nOctober\nNovember\nDecember\n"
+    // es-ES
+    "dddd, d \"de\" mmmm \"de\" yyyy\nh:mm:ss\n"
+    "AM\nPM\n"
+    "domingo\nlunes\nmartes\nmiércoles\njueves\nviernes\nsábado\n"
+    "dom\nlun\nmar\nmié\njue\nvie\nsáb\n"
+    "enero\nfebrero\nmarzo\nabril\nmayo\njunio\njulio\nagosto\nseptiembre\noctubre\nnoviembre\ndiciembre\n"
+    "ene\nfeb\nmar\nabr\nmay\njun\njul\nago\nsep\noct\nnov\ndic\n"
+    "enero\nfebrero\nmarzo\nabril\nmayo\njunio\njulio\nagosto\nseptiembre\noctubre\nnoviembre\ndiciembre\n"
+    // fi-FI
+    "dddd d. mmmm yyyy\nh.mm.ss\n"
+    "ap.\nip.\n"
+    "sunnuntai\nmaanantai\ntiistai\nkeskiviikko\ntorstai\nperjantai\nlauantai\n"
+    "su\nma\nti\nke\nto\npe\nla\n"
+    "tammikuu\nhelmikuu\nmaaliskuu\nhuhtikuu\ntoukokuu\nkesäkuu\nheinäkuu\nelokuu\nsyyskuu\nlokakuu\nmarraskuu\njoulukuu\n"
+    "tammi\nhelmi\nmaalis\nhuhti\ntouko\nkesä\nheinä\nelo\nsyys\nloka\nmarras\njoulu\n"
+    "tammikuuta\nhelmikuuta\nmaaliskuuta\nhuhtikuuta\ntoukokuuta\nkesäkuuta\nheinäkuuta\nelokuuta\nsyyskuuta\nlokakuuta\nmarraskuuta\njoulukuuta\n"
+    // fr-FR
+    "dddd d mmmm yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "dimanche\nlundi\nmardi\nmercredi\njeudi\nvendredi\nsamedi\n"
+    "dim.\nlun.\nmar.\nmer.\njeu.\nven.\nsam.\n"
+    "janvier\nfévrier\nmars\navril\nmai\njuin\njuillet\naoût\nseptembre\noctobre\nnovembre\ndécembre\n"
+    "janv.\nfévr.\nmars\navr.\nmai\njuin\njuil.\naoût\nsept.\noct.\nnov.\ndéc.\n"
+    "janvier\nfévrier\nmars\navril\nmai\njuin\njuillet\naoût\nseptembre\noctobre\nnovembre\ndécembre\n"
+    // he-IL
+    "dddd, d בmmmm yyyy\nh:mm:ss\n"
+    "לפנה״צ\nאחה״צ\n"
+    "יום ראשון\nיום שני\nיום שלישי\nיום רביעי\nיום חמישי\nיום שישי\nשבת\n"
+    "יום א\nיום ב\nיום ג\nיום ד\nיום ה\nיום ו\nשבת\n"
+    "ינואר\nפברואר\nמרץ\nאפריל\nמאי\nיוני\nיולי\nאוגוסט\nספטמבר\nאוקטובר\nנובמבר\nדצמבר\n"
+    "ינו\nפבר\nמרץ\nאפר\nמאי\nיוני\nיולי\nאוג\nספט\nאוק\nנוב\nדצמ\n"
+    "ינואר\nפברואר\nמרץ\nאפריל\nמאי\nיוני\nיולי\nאוגוסט\nספטמבר\nאוקטובר\nנובמבר\nדצמבר\n"
+    // hu-HU
+    "yyyy. mmmm d., dddd\nh:mm:ss\n"
+    "de.\ndu.\n"
+    "vasárnap\nhétfő\nkedd\nszerda\ncsütörtök\npéntek\nszombat\n"
+    "V\nH\nK\nSze\nCs\nP\nSzo\n"
+    "január\nfebruár\nmárcius\náprilis\nmájus\njúnius\njúlius\naugusztus\nszeptember\noktóber\nnovember\ndecember\n"
+    "jan\nfebr\nmárc\nápr\nmáj\njún\njúl\naug\nszept\nokt\nnov\ndec\n"
+    "január\nfebruár\nmárcius\náprilis\nmájus\njúnius\njúlius\naugusztus\nszeptember\noktóber\nnovember\ndecember\n"
+    // is-IS
+    "dddd, d. mmmm yyyy\nhh:mm:ss\n"
+    "f.h.\ne.h.\n"
+    "sunnudagur\nmánudagur\nþriðjudagur\nmiðvikudagur\nfimmtudagur\nföstudagur\nlaugardagur\n"
+    "sun\nmán\nþri\nmið\nfim\nfös\nlau\n"
+    "janúar\nfebrúar\nmars\napríl\nmaí\njúní\njúlí\nágúst\nseptember\noktóber\nnóvember\ndesember\n"
+    "jan\nfeb\nmar\napr\nmaí\njún\njúl\nágú\nsep\nokt\nnóv\ndes\n"
+    "janúar\nfebrúar\nmars\napríl\nmaí\njúní\njúlí\nágúst\nseptember\noktóber\nnóvember\ndesember\n"
+    // it-IT
+    "dddd d mmmm yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "domenica\nlunedì\nmartedì\nmercoledì\ngiovedì\nvenerdì\nsabato\n"
+    "dom\nlun\nmar\nmer\ngio\nven\nsab\n"
+    "gennaio\nfebbraio\nmarzo\naprile\nmaggio\ngiugno\nluglio\nagosto\nsettembre\nottobre\nnovembre\ndicembre\n"
+    "gen\nfeb\nmar\napr\nmag\ngiu\nlug\nago\nset\nott\nnov\ndic\n"
+    "gennaio\nfebbraio\nmarzo\naprile\nmaggio\ngiugno\nluglio\nagosto\nsettembre\nottobre\nnovembre\ndicembre\n"
+    // ja-JP
+    "yyyy年m月d日dddd\nh:mm:ss\n"
+    "午前\n午後\n"
+    "日曜日\n月曜日\n火曜日\n水曜日\n木曜日\n金曜日\n土曜日\n"
+    "日\n月\n火\n水\n木\n金\n土\n"
+    "1月\n2月\n3月\n4月\n5月\n6月\n7月\n8月\n9月\n10月\n11月\n12月\n"
+    "1月\n2月\n3月\n4月\n5月\n6月\n7月\n8月\n9月\n10月\n11月\n12月\n"
+    "1月\n2月\n3月\n4月\n5月\n6月\n7月\n8月\n9月\n10月\n11月\n12月\n"
+    // ko-KR
+    "yyyy년 m월 d일 dddd\nAM/PM h:mm:ss\n"
+    "오전\n오후\n"
+    "일요일\n월요일\n화요일\n수요일\n목요일\n금요일\n토요일\n"
+    "일\n월\n화\n수\n목\n금\n토\n"
+    "1월\n2월\n3월\n4월\n5월\n6월\n7월\n8월\n9월\n10월\n11월\n12월\n"
+    "1월\n2월\n3월\n4월\n5월\n6월\n7월\n8월\n9월\n10월\n11월\n12월\n"
+    "1월\n2월\n3월\n4월\n5월\n6월\n7월\n8월\n9월\n10월\n11월\n12월\n"
+    // nl-NL
+    "dddd d mmmm yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "zondag\nmaandag\ndinsdag\nwoensdag\ndonderdag\nvrijdag\nzaterdag\n"
+    "zo\nma\ndi\nwo\ndo\nvr\nza\n"
+    "januari\nfebruari\nmaart\napril\nmei\njuni\njuli\naugustus\nseptember\noktober\nnovember\ndecember\n"
+    "jan\nfeb\nmrt\napr\nmei\njun\njul\naug\nsep\nokt\nnov\ndec\n"
+    "januari\nfebruari\nmaart\napril\nmei\njuni\njuli\naugustus\nseptember\noktober\nnovember\ndecember\n"
+    // nb-NO
+    "dddd d. mmmm yyyy\nhh:mm:ss\n"
+    "a.m.\np.m.\n"
+    "søndag\nmandag\ntirsdag\nonsdag\ntorsdag\nfredag\nlørdag\n"
+    "søn\nman\ntir\nons\ntor\nfre\nlør\n"
+    "januar\nfebruar\nmars\napril\nmai\njuni\njuli\naugust\nseptember\noktober\nnovember\ndesember\n"
+    "jan\nfeb\nmar\napr\nmai\njun\njul\naug\nsep\nokt\nnov\ndes\n"
+    "januar\nfebruar\nmars\napril\nmai\njuni\njuli\naugust\nseptember\noktober\nnovember\ndesember\n"
+    // pl-PL
+    "dddd, d mmmm yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "niedziela\nponiedziałek\nwtorek\nśroda\nczwartek\npiątek\nsobota\n"
+    "niedz\npon\nwt\nśr\nczw\npt\nsob\n"
+    "styczeń\nluty\nmarzec\nkwiecień\nmaj\nczerwiec\nlipiec\nsierpień\nwrzesień\npaździernik\nlistopad\ngrudzień\n"
+    "sty\nlut\nmar\nkwi\nmaj\ncze\nlip\nsie\nwrz\npaź\nlis\ngru\n"
+    "stycznia\nlutego\nmarca\nkwietnia\nmaja\nczerwca\nlipca\nsierpnia\nwrześnia\npaździernika\nlistopada\ngrudnia\n"
+    // pt-BR
+    "dddd, d \"de\" mmmm \"de\" yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "domingo\nsegunda-feira\nterça-feira\nquarta-feira\nquinta-feira\nsexta-feira\nsábado\n"
+    "dom\nseg\nter\nqua\nqui\nsex\nsáb\n"
+    "janeiro\nfevereiro\nmarço\nabril\nmaio\njunho\njulho\nagosto\nsetembro\noutubro\nnovembro\ndezembro\n"
+    "jan\nfev\nmar\nabr\nmai\njun\njul\nago\nset\nout\nnov\ndez\n"
+    "janeiro\nfevereiro\nmarço\nabril\nmaio\njunho\njulho\nagosto\nsetembro\noutubro\nnovembro\ndezembro\n"
+    // ro-RO
+    "dddd, d mmmm yyyy\nhh:mm:ss\n"
+    "a.m.\np.m.\n"
+    "duminică\nluni\nmarți\nmiercuri\njoi\nvineri\nsâmbătă\n"
+    "dum\nlun\nmar\nmie\njoi\nvin\nsâm\n"
+    "ianuarie\nfebruarie\nmartie\naprilie\nmai\niunie\niulie\naugust\nseptembrie\noctombrie\nnoiembrie\ndecembrie\n"
+    "ian\nfeb\nmar\napr\nmai\niun\niul\naug\nsept\noct\nnov\ndec\n"
+    "ianuarie\nfebruarie\nmartie\naprilie\nmai\niunie\niulie\naugust\nseptembrie\noctombrie\nnoiembrie\ndecembrie\n"
+    // ru-RU
+    "dddd, d mmmm yyyy \"г\".\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "воскресенье\nпонедельник\nвторник\nсреда\nчетверг\nпятница\nсуббота\n"
+    "Вс\nПн\nВт\nСр\nЧт\nПт\nСб\n"
+    "Январь\nФевраль\nМарт\nАпрель\nМай\nИюнь\nИюль\nАвгуст\nСентябрь\nОктябрь\nНоябрь\nДекабрь\n"
+    "янв\nфев\nмар\nапр\nмай\nиюн\nиюл\nавг\nсен\nокт\nноя\nдек\n"
+    "января\nфевраля\nмарта\nапреля\nмая\nиюня\nиюля\nавгуста\nсентября\nоктября\nноября\nдекабря\n"
+    // hr-HR
+    "dddd, d. mmmm yyyy.\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "nedjelja\nponedjeljak\nutorak\nsrijeda\nčetvrtak\npetak\nsubota\n"
+    "ned\npon\nuto\nsri\nčet\npet\nsub\n"
+    "siječanj\nveljača\nožujak\ntravanj\nsvibanj\nlipanj\nsrpanj\nkolovoz\nrujan\nlistopad\nstudeni\nprosinac\n"
+    "sij\nvelj\nožu\ntra\nsvi\nlip\nsrp\nkol\nruj\nlis\nstu\npro\n"
+    "siječnja\nveljače\nožujka\ntravnja\nsvibnja\nlipnja\nsrpnja\nkolovoza\nrujna\nlistopada\nstudenoga\nprosinca\n"
+    // sk-SK
+    "dddd d. mmmm yyyy\nh:mm:ss\n"
+    "AM\nPM\n"
+    "nedeľa\npondelok\nutorok\nstreda\nštvrtok\npiatok\nsobota\n"
+    "ne\npo\nut\nst\nšt\npi\nso\n"
+    "január\nfebruár\nmarec\napríl\nmáj\njún\njúl\naugust\nseptember\noktóber\nnovember\ndecember\n"
+    "jan\nfeb\nmar\napr\nmáj\njún\njúl\naug\nsep\nokt\nnov\ndec\n"
+    "januára\nfebruára\nmarca\napríla\nmája\njúna\njúla\naugusta\nseptembra\noktóbra\nnovembra\ndecembra\n"
+    // sq-AL
+    "dddd, d mmmm yyyy\nh:mm:ss AM/PM\n"
+    "AM\nPM\n"
+    "e diel\ne hënë\ne martë\ne mërkurë\ne enjte\ne premte\ne shtunë\n"
+    "Die\nHën\nMar\nMër\nEnj\nPre\nSht\n"
+    "janar\nshkurt\nmars\nprill\nmaj\nqershor\nkorrik\ngusht\nshtator\ntetor\nnëntor\ndhjetor\n"
+    "jan\nshk\nmar\npri\nmaj\nqer\nkorr\ngush\nsht\ntet\nnën\ndhj\n"
+    "janar\nshkurt\nmars\nprill\nmaj\nqershor\nkorrik\ngusht\nshtator\ntetor\nnëntor\ndhjetor\n"
+    // sv-SE
+    "dddd d mmmm yyyy\nhh:mm:ss\n"
+    "fm\nem\n"
+    "söndag\nmåndag\ntisdag\nonsdag\ntorsdag\nfredag\nlördag\n"
+    "sön\nmån\ntis\nons\ntors\nfre\nlör\n"
+    "januari\nfebruari\nmars\napril\nmaj\njuni\njuli\naugusti\nseptember\noktober\nnovember\ndecember\n"
+    "jan\nfeb\nmar\napr\nmaj\njun\njul\naug\nsep\nokt\nnov\ndec\n"
+    "januari\nfebruari\nmars\napril\nmaj\njuni\njuli\naugusti\nseptember\noktober\nnovember\ndecember\n"
+    // th-TH
+    "ddddที่ d mmmm  yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "อาทิตย์\nจันทร์\nอังคาร\nพุธ\nพฤหัสบดี\nศุกร์\nเสาร์\n"
+    "อา.\nจ.\nอ.\nพ.\nพฤ.\nศ.\nส.\n"
+    "มกราคม\nกุมภาพันธ์\nมีนาคม\nเมษายน\nพฤษภาคม\nมิถุนายน\nกรกฎาคม\nสิงหาคม\nกันยายน\nตุลาคม\nพฤศจิกายน\nธันวาคม\n"
+    "ม.ค.\nก.พ.\nมี.ค.\nเม.ย.\nพ.ค.\nมิ.ย.\nก.ค.\nส.ค.\nก.ย.\nต.ค.\nพ.ย.\nธ.ค.\n"
+    "มกราคม\nกุมภาพันธ์\nมีนาคม\nเมษายน\nพฤษภาคม\nมิถุนายน\nกรกฎาคม\nสิงหาคม\nกันยายน\nตุลาคม\nพฤศจิกายน\nธันวาคม\n"
+    // tr-TR
+    "d mmmm yyyy dddd\nhh:mm:ss\n"
+    "ÖÖ\nÖS\n"
+    "Pazar\nPazartesi\nSalı\nÇarşamba\nPerşembe\nCuma\nCumartesi\n"
+    "Paz\nPzt\nSal\nÇar\nPer\nCum\nCmt\n"
+    "Ocak\nŞubat\nMart\nNisan\nMayıs\nHaziran\nTemmuz\nAğustos\nEylül\nEkim\nKasım\nAralık\n"
+    "Oca\nŞub\nMar\nNis\nMay\nHaz\nTem\nAğu\nEyl\nEki\nKas\nAra\n"
+    "Ocak\nŞubat\nMart\nNisan\nMayıs\nHaziran\nTemmuz\nAğustos\nEylül\nEkim\nKasım\nAralık\n"
+    // id-ID
+    "dddd, dd mmmm yyyy\nhh.mm.ss\n"
+    "AM\nPM\n"
+    "Minggu\nSenin\nSelasa\nRabu\nKamis\nJumat\nSabtu\n"
+    "Min\nSen\nSel\nRab\nKam\nJum\nSab\n"
+    "Januari\nFebruari\nMaret\nApril\nMei\nJuni\nJuli\nAgustus\nSeptember\nOktober\nNovember\nDesember\n"
+    "Jan\nFeb\nMar\nApr\nMei\nJun\nJul\nAgu\nSep\nOkt\nNov\nDes\n"
+    "Januari\nFebruari\nMaret\nApril\nMei\nJuni\nJuli\nAgustus\nSeptember\nOktober\nNovember\nDesember\n"
+    // uk-UA
+    "dddd, d mmmm yyyy \"р\".\nhh:mm:ss\n"
+    "дп\nпп\n"
+    "неділя\nпонеділок\nвівторок\nсереда\nчетвер\nп'ятниця\nсубота\n"
+    "Нд\nПн\nВт\nСр\nЧт\nПт\nСб\n"
+    "січень\nлютий\nберезень\nквітень\nтравень\nчервень\nлипень\nсерпень\nвересень\nжовтень\nлистопад\nгрудень\n"
+    "січ\nлют\nбер\nкві\nтра\nчер\nлип\nсер\nвер\nжов\nлис\nгру\n"
+    "січня\nлютого\nберезня\nквітня\nтравня\nчервня\nлипня\nсерпня\nвересня\nжовтня\nлистопада\nгрудня\n"
+    // be-BY
+    "dddd, d mmmm yyyy \"г\".\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "нядзеля\nпанядзелак\nаўторак\nсерада\nчацвер\nпятніца\nсубота\n"
+    "нд\nпн\nаў\nср\nчц\nпт\nсб\n"
+    "студзень\nлюты\nсакавік\nкрасавік\nмай\nчэрвень\nліпень\nжнівень\nверасень\nкастрычнік\nлістапад\nснежань\n"
+    "сту\nлют\nсак\nкра\nмай\nчэр\nліп\nжні\nвер\nкас\nліс\nсне\n"
+    "студзеня\nлютага\nсакавіка\nкрасавіка\nмая\nчэрвеня\nліпеня\nжніўня\nверасня\nкастрычніка\nлістапада\nснежня\n"
+    // sl-SI
+    "dddd, d. mmmm yyyy\nhh:mm:ss\n"
+    "dop.\npop.\n"
+    "nedelja\nponedeljek\ntorek\nsreda\nčetrtek\npetek\nsobota\n"
+    "ned\npon\ntor\nsre\nčet\npet\nsob\n"
+    "januar\nfebruar\nmarec\napril\nmaj\njunij\njulij\navgust\nseptember\noktober\nnovember\ndecember\n"
+    "jan\nfeb\nmar\napr\nmaj\njun\njul\navg\nsep\nokt\nnov\ndec\n"
+    "januar\nfebruar\nmarec\napril\nmaj\njunij\njulij\navgust\nseptember\noktober\nnovember\ndecember\n"
+    // et-EE
+    "dddd, d. mmmm yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "pühapäev\nesmaspäev\nteisipäev\nkolmapäev\nneljapäev\nreede\nlaupäev\n"
+    "P\nE\nT\nK\nN\nR\nL\n"
+    "jaanuar\nveebruar\nmärts\naprill\nmai\njuuni\njuuli\naugust\nseptember\noktoober\nnovember\ndetsember\n"
+    "jaan\nveebr\nmärts\napr\nmai\njuuni\njuuli\naug\nsept\nokt\nnov\ndets\n"
+    "jaanuar\nveebruar\nmärts\naprill\nmai\njuuni\njuuli\naugust\nseptember\noktoober\nnovember\ndetsember\n"
+    // lv-LV
+    "dddd, yyyy. \"gada\" d. mmmm\nhh:mm:ss\n"
+    "priekšpusdienā\npēcpusdienā\n"
+    "svētdiena\npirmdiena\notrdiena\ntrešdiena\nceturtdiena\npiektdiena\nsestdiena\n"
+    "svētd\npirmd\notrd\ntrešd\nceturtd\npiektd\nsestd\n"
+    "janvāris\nfebruāris\nmarts\naprīlis\nmaijs\njūnijs\njūlijs\naugusts\nseptembris\noktobris\nnovembris\ndecembris\n"
+    "janv\nfebr\nmarts\napr\nmaijs\njūn\njūl\naug\nsept\nokt\nnov\ndec\n"
+    "janvāris\nfebruāris\nmarts\naprīlis\nmaijs\njūnijs\njūlijs\naugusts\nseptembris\noktobris\nnovembris\ndecembris\n"
+    // lt-LT
+    "yyyy \"m\". mmmm d \"d\"., dddd\nhh:mm:ss\n"
+    "priešpiet\npopiet\n"
+    "sekmadienis\npirmadienis\nantradienis\ntrečiadienis\nketvirtadienis\npenktadienis\nšeštadienis\n"
+    "sk\npr\nan\ntr\nkt\npn\nšt\n"
+    "sausis\nvasaris\nkovas\nbalandis\ngegužė\nbirželis\nliepa\nrugpjūtis\nrugsėjis\nspalis\nlapkritis\ngruodis\n"
+    "saus\nvas\nkov\nbal\ngeg\nbirž\nliep\nrugp\nrugs\nspal\nlapkr\ngruod\n"
+    "sausio\nvasario\nkovo\nbalandžio\ngegužės\nbirželio\nliepos\nrugpjūčio\nrugsėjo\nspalio\nlapkričio\ngruodžio\n"
+    // fa-IR
+    "dddd d mmmm yyyy\nh:mm:ss\n"
+    "قبل‌ازظهر\nبعدازظهر\n"
+    "یکشنبه\nدوشنبه\nسه‌شنبه\nچهارشنبه\nپنجشنبه\nجمعه\nشنبه\n"
+    "یکشنبه\nدوشنبه\nسه‌شنبه\nچهارشنبه\nپنجشنبه\nجمعه\nشنبه\n"
+    "ژانویه\nفوریه\nمارس\nآوریل\nمه\nژوئن\nژوئیه\nاوت\nسپتامبر\nاکتبر\nنوامبر\nدسامبر\n"
+    "ژانویه\nفوریه\nمارس\nآوریل\nمه\nژوئن\nژوئیه\nاوت\nسپتامبر\nاکتبر\nنوامبر\nدسامبر\n"
+    "ژانویهٔ\nفوریهٔ\nمارس\nآوریل\nمهٔ\nژوئن\nژوئیهٔ\nاوت\nسپتامبر\nاکتبر\nنوامبر\nدسامبر\n"
+    // vi-VN
+    "dddd, d mmmm, yyyy\nhh:mm:ss\n"
+    "SA\nCH\n"
+    "Chủ Nhật\nThứ Hai\nThứ Ba\nThứ Tư\nThứ Năm\nThứ Sáu\nThứ Bảy\n"
+    "CN\nTh 2\nTh 3\nTh 4\nTh 5\nTh 6\nTh 7\n"
+    "Tháng 1\nTháng 2\nTháng 3\nTháng 4\nTháng 5\nTháng 6\nTháng 7\nTháng 8\nTháng 9\nTháng 10\nTháng 11\nTháng 12\n"
+    "Thg 1\nThg 2\nThg 3\nThg 4\nThg 5\nThg 6\nThg 7\nThg 8\nThg 9\nThg 10\nThg 11\nThg 12\n"
+    "tháng 1\ntháng 2\ntháng 3\ntháng 4\ntháng 5\ntháng 6\ntháng 7\ntháng 8\ntháng 9\ntháng 10\ntháng 11\ntháng 12\n"
+    // eu-ES
+    "yyyy(\"e\")\"ko\" mmmm\"ren\" d(\"a\"), dddd\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "igandea\nastelehena\nasteartea\nasteazkena\nosteguna\nostirala\nlarunbata\n"
+    "ig\nal\nar\naz\nog\nor\nlr\n"
+    "urtarrila\notsaila\nmartxoa\napirila\nmaiatza\nekaina\nuztaila\nabuztua\niraila\nurria\nazaroa\nabendua\n"
+    "urt\nots\nmar\napi\nmai\neka\nuzt\nabu\nira\nurr\naza\nabe\n"
+    "urtarrila\notsaila\nmartxoa\napirila\nmaiatza\nekaina\nuztaila\nabuztua\niraila\nurria\nazaroa\nabendua\n"
+    // mk-MK
+    "dddd, d mmmm yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "недела\nпонеделник\nвторник\nсреда\nчетврток\nпеток\nсабота\n"
+    "нед\nпон\nвто\nсре\nчет\nпет\nсаб\n"
+    "јануари\nфевруари\nмарт\nаприл\nмај\nјуни\nјули\nавгуст\nсептември\nоктомври\nноември\nдекември\n"
+    "јан\nфев\nмар\nапр\nмај\nјун\nјул\nавг\nсепт\nокт\nноем\nдек\n"
+    "јануари\nфевруари\nмарт\nаприл\nмај\nјуни\nјули\nавгуст\nсептември\nоктомври\nноември\nдекември\n"
+    // af-ZA
+    "dddd dd mmmm yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "Sondag\nMaandag\nDinsdag\nWoensdag\nDonderdag\nVrydag\nSaterdag\n"
+    "So\nMa\nDi\nWo\nDo\nVr\nSa\n"
+    "Januarie\nFebruarie\nMaart\nApril\nMei\nJunie\nJulie\nAugustus\nSeptember\nOktober\nNovember\nDesember\n"
+    "Jan\nFeb\nMrt\nApr\nMei\nJun\nJul\nAug\nSep\nOkt\nNov\nDes\n"
+    "Januarie\nFebruarie\nMaart\nApril\nMei\nJunie\nJulie\nAugustus\nSeptember\nOktober\nNovember\nDesember\n"
+    // ka-GE
+    "dddd, dd mmmm, yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "კვირა\nორშაბათი\nსამშაბათი\nოთხშაბათი\nხუთშაბათი\nპარასკევი\nშაბათი\n"
+    "კვი\nორშ\nსამ\nოთხ\nხუთ\nპარ\nშაბ\n"
+    "იანვარი\nთებერვალი\nმარტი\nაპრილი\nმაისი\nივნისი\nივლისი\nაგვისტო\nსექტემბერი\nოქტომბერი\nნოემბერი\nდეკემბერი\n"
+    "იან\nთებ\nმარ\nაპრ\nმაი\nივნ\nივლ\nაგვ\nსექ\nოქტ\nნოე\nდეკ\n"
+    "იანვარი\nთებერვალი\nმარტი\nაპრილი\nმაისი\nივნისი\nივლისი\nაგვისტო\nსექტემბერი\nოქტომბერი\nნოემბერი\nდეკემბერი\n"
+    // hi-IN
+    "dddd, d mmmm yyyy\nh:mm:ss AM/PM\n"
+    "am\npm\n"
+    "रविवार\nसोमवार\nमंगलवार\nबुधवार\nगुरुवार\nशुक्रवार\nशनिवार\n"
+    "रवि.\nसोम.\nमंगल.\nबुध.\nगुरु.\nशुक्र.\nशनि.\n"
+    "जनवरी\nफ़रवरी\nमार्च\nअप्रैल\nमई\nजून\nजुलाई\nअगस्त\nसितंबर\nअक्तूबर\nनवंबर\nदिसंबर\n"
+    "जन॰\nफ़र॰\nमार्च\nअप्रैल\nमई\nजून\nजुल॰\nअग॰\nसित॰\nअक्तू॰\nनव॰\nदिस॰\n"
+    "जनवरी\nफ़रवरी\nमार्च\nअप्रैल\nमई\nजून\nजुलाई\nअगस्त\nसितंबर\nअक्तूबर\nनवंबर\nदिसंबर\n"
+    // ms-MY
+    "dddd, d mmmm yyyy\nh:mm:ss AM/PM\n"
+    "AM\nPM\n"
+    "Ahad\nIsnin\nSelasa\nRabu\nKhamis\nJumaat\nSabtu\n"
+    "Ahd\nIsn\nSel\nRab\nKha\nJum\nSab\n"
+    "Januari\nFebruari\nMac\nApril\nMei\nJun\nJulai\nOgos\nSeptember\nOktober\nNovember\nDisember\n"
+    "Jan\nFeb\nMac\nApr\nMei\nJun\nJul\nOgo\nSep\nOkt\nNov\nDis\n"
+    "Januari\nFebruari\nMac\nApril\nMei\nJun\nJulai\nOgos\nSeptember\nOktober\nNovember\nDisember\n"
+    // gl-ES
+    "dddd, d \"de\" mmmm \"de\" yyyy\nhh:mm:ss\n"
+    "a.m.\np.m.\n"
+    "domingo\nluns\nmartes\nmércores\nxoves\nvenres\nsábado\n"
+    "dom\nluns\nmar\nmér\nxov\nven\nsáb\n"
+    "Xaneiro\nFebreiro\nMarzo\nAbril\nMaio\nXuño\nXullo\nAgosto\nSetembro\nOutubro\nNovembro\nDecembro\n"
+    "Xan\nFeb\nMar\nAbr\nMaio\nXuño\nXul\nAgo\nSet\nOut\nNov\nDec\n"
+    "xaneiro\nfebreiro\nmarzo\nabril\nmaio\nxuño\nxullo\nagosto\nsetembro\noutubro\nnovembro\ndecembro\n"
+    // zh-CN
+    "yyyy年m月d日dddd\nhh:mm:ss\n"
+    "上午\n下午\n"
+    "星期日\n星期一\n星期二\n星期三\n星期四\n星期五\n星期六\n"
+    "周日\n周一\n周二\n周三\n周四\n周五\n周六\n"
+    "一月\n二月\n三月\n四月\n五月\n六月\n七月\n八月\n九月\n十月\n十一月\n十二月\n"
+    "1月\n2月\n3月\n4月\n5月\n6月\n7月\n8月\n9月\n10月\n11月\n12月\n"
+    "一月\n二月\n三月\n四月\n五月\n六月\n七月\n八月\n九月\n十月\n十一月\n十二月\n"
+    // de-CH
+    "dddd, d. mmmm yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "Sonntag\nMontag\nDienstag\nMittwoch\nDonnerstag\nFreitag\nSamstag\n"
+    "So\nMo\nDi\nMi\nDo\nFr\nSa\n"
+    "Januar\nFebruar\nMärz\nApril\nMai\nJuni\nJuli\nAugust\nSeptember\nOktober\nNovember\nDezember\n"
+    "Jan\nFeb\nMär\nApr\nMai\nJun\nJul\nAug\nSep\nOkt\nNov\nDez\n"
+    "Januar\nFebruar\nMärz\nApril\nMai\nJuni\nJuli\nAugust\nSeptember\nOktober\nNovember\nDezember\n"
+    // en-GB
+    "dddd, d mmmm yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "Sunday\nMonday\nTuesday\nWednesday\nThursday\nFriday\nSaturday\n"
+    "Sun\nMon\nTue\nWed\nThu\nFri\nSat\n"
+    "January\nFebruary\nMarch\nApril\nMay\nJune\nJuly\nAugust\nSeptember\nOctober\nNovember\nDecember\n"
+    "Jan\nFeb\nMar\nApr\nMay\nJun\nJul\nAug\nSep\nOct\nNov\nDec\n"
+    "January\nFebruary\nMarch\nApril\nMay\nJune\nJuly\nAugust\nSeptember\nOctober\nNovember\nDecember\n"
+    // es-MX
+    "dddd, d \"de\" mmmm \"de\" yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "domingo\nlunes\nmartes\nmiércoles\njueves\nviernes\nsábado\n"
+    "dom\nlun\nmar\nmié\njue\nvie\nsáb\n"
+    "enero\nfebrero\nmarzo\nabril\nmayo\njunio\njulio\nagosto\nseptiembre\noctubre\nnoviembre\ndiciembre\n"
+    "ene\nfeb\nmar\nabr\nmay\njun\njul\nago\nsep\noct\nnov\ndic\n"
+    "enero\nfebrero\nmarzo\nabril\nmayo\njunio\njulio\nagosto\nseptiembre\noctubre\nnoviembre\ndiciembre\n"
+    // nn-NO
+    "dddd d. mmmm yyyy\nhh:mm:ss\n"
+    "a.m.\np.m.\n"
+    "søndag\nmåndag\ntysdag\nonsdag\ntorsdag\nfredag\nlaurdag\n"
+    "sø\nmå\nty\non\nto\nfr\nla\n"
+    "januar\nfebruar\nmars\napril\nmai\njuni\njuli\naugust\nseptember\noktober\nnovember\ndesember\n"
+    "jan\nfeb\nmar\napr\nmai\njun\njul\naug\nsep\nokt\nnov\ndes\n"
+    "januar\nfebruar\nmars\napril\nmai\njuni\njuli\naugust\nseptember\noktober\nnovember\ndesember\n"
+    // pt-PT
+    "dddd, d \"de\" mmmm \"de\" yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "domingo\nsegunda-feira\nterça-feira\nquarta-feira\nquinta-feira\nsexta-feira\nsábado\n"
+    "dom\nseg\nter\nqua\nqui\nsex\nsáb\n"
+    "janeiro\nfevereiro\nmarço\nabril\nmaio\njunho\njulho\nagosto\nsetembro\noutubro\nnovembro\ndezembro\n"
+    "jan\nfev\nmar\nabr\nmai\njun\njul\nago\nset\nout\nnov\ndez\n"
+    "janeiro\nfevereiro\nmarço\nabril\nmaio\njunho\njulho\nagosto\nsetembro\noutubro\nnovembro\ndezembro\n"
+    // sr-Latn-CS
+    "dddd, d. mmmm yyyy.\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "nedelja\nponedeljak\nutorak\nsreda\nčetvrtak\npetak\nsubota\n"
+    "ned\npon\nuto\nsre\nčet\npet\nsub\n"
+    "januar\nfebruar\nmart\napril\nmaj\njun\njul\navgust\nseptembar\noktobar\nnovembar\ndecembar\n"
+    "jan\nfeb\nmar\napr\nmaj\njun\njul\navg\nsep\nokt\nnov\ndec\n"
+    "januar\nfebruar\nmart\napril\nmaj\njun\njul\navgust\nseptembar\noktobar\nnovembar\ndecembar\n"
+    // zh-HK
+    "yyyy年m月d日dddd\nAM/PMh:mm:ss\n"
+    "上午\n下午\n"
+    "星期日\n星期一\n星期二\n星期三\n星期四\n星期五\n星期六\n"
+    "週日\n週一\n週二\n週三\n週四\n週五\n週六\n"
+    "一月\n二月\n三月\n四月\n五月\n六月\n七月\n八月\n九月\n十月\n十一月\n十二月\n"
+    "一月\n二月\n三月\n四月\n五月\n六月\n七月\n八月\n九月\n十月\n十一月\n十二月\n"
+    "一月\n二月\n三月\n四月\n五月\n六月\n七月\n八月\n九月\n十月\n十一月\n十二月\n"
+    // de-AT
+    "dddd, d. mmmm yyyy\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "Sonntag\nMontag\nDienstag\nMittwoch\nDonnerstag\nFreitag\nSamstag\n"
+    "So\nMo\nDi\nMi\nDo\nFr\nSa\n"
+    "Jänner\nFebruar\nMärz\nApril\nMai\nJuni\nJuli\nAugust\nSeptember\nOktober\nNovember\nDezember\n"
+    "Jän\nFeb\nMär\nApr\nMai\nJun\nJul\nAug\nSep\nOkt\nNov\nDez\n"
+    "Jänner\nFebruar\nMärz\nApril\nMai\nJuni\nJuli\nAugust\nSeptember\nOktober\nNovember\nDezember\n"
+    // en-AU
+    "dddd, d mmmm yyyy\nh:mm:ss AM/PM\n"
+    "AM\nPM\n"
+    "Sunday\nMonday\nTuesday\nWednesday\nThursday\nFriday\nSaturday\n"
+    "Sun\nMon\nTue\nWed\nThu\nFri\nSat\n"
+    "January\nFebruary\nMarch\nApril\nMay\nJune\nJuly\nAugust\nSeptember\nOctober\nNovember\nDecember\n"
+    "Jan\nFeb\nMar\nApr\nMay\nJun\nJul\nAug\nSep\nOct\nNov\nDec\n"
+    "January\nFebruary\nMarch\nApril\nMay\nJune\nJuly\nAugust\nSeptember\nOctober\nNovember\nDecember\n"
+    // es-ES
+    "dddd, d \"de\" mmmm \"de\" yyyy\nh:mm:ss\n"
+    "AM\nPM\n"
+    "domingo\nlunes\nmartes\nmiércoles\njueves\nviernes\nsábado\n"
+    "dom\nlun\nmar\nmié\njue\nvie\nsáb\n"
+    "enero\nfebrero\nmarzo\nabril\nmayo\njunio\njulio\nagosto\nseptiembre\noctubre\nnoviembre\ndiciembre\n"
+    "ene\nfeb\nmar\nabr\nmay\njun\njul\nago\nsep\noct\nnov\ndic\n"
+    "enero\nfebrero\nmarzo\nabril\nmayo\njunio\njulio\nagosto\nseptiembre\noctubre\nnoviembre\ndiciembre\n"
+    // fr-CA
+    "dddd d mmmm yyyy\nhh \"h\" mm \"min\" ss \"s\"\n"
+    "AM\nPM\n"
+    "dimanche\nlundi\nmardi\nmercredi\njeudi\nvendredi\nsamedi\n"
+    "dim.\nlun.\nmar.\nmer.\njeu.\nven.\nsam.\n"
+    "janvier\nfévrier\nmars\navril\nmai\njuin\njuillet\naoût\nseptembre\noctobre\nnovembre\ndécembre\n"
+    "janv.\nfévr.\nmars\navr.\nmai\njuin\njuill.\naoût\nsept.\noct.\nnov.\ndéc.\n"
+    "janvier\nfévrier\nmars\navril\nmai\njuin\njuillet\naoût\nseptembre\noctobre\nnovembre\ndécembre\n"
+    // sr-Cyrl-CS
+    "dddd, d. mmmm yyyy.\nhh:mm:ss\n"
+    "AM\nPM\n"
+    "недеља\nпонедељак\nуторак\nсреда\nчетвртак\nпетак\nсубота\n"
+    "нед\nпон\nуто\nсре\nчет\nпет\nсуб\n"
+    "јануар\nфебруар\nмарт\nаприл\nмај\nјун\nјул\nавгуст\nсептембар\nоктобар\nновембар\nдецембар\n"
+    "јан\nфеб\nмар\nапр\nмај\nјун\nјул\nавг\nсеп\nокт\nнов\nдец\n"
+    "јануар\nфебруар\nмарт\nаприл\nмај\nјун\nјул\nавгуст\nсептембар\nоктобар\nновембар\nдецембар\n"
+    // en-CA
+    "dddd, mmmm d, yyyy\nh:mm:ss AM/PM\n"
+    "AM\nPM\n"
+    "Sunday\nMonday\nTuesday\nWednesday\nThursday\nFriday\nSaturday\n"
+    "Sun\nMon\nTue\nWed\nThu\nFri\nSat\n"
+    "January\nFebruary\nMarch\nApril\nMay\nJune\nJuly\nAugust\nSeptember\nOctober\nNovember\nDecember\n"
+    "Jan\nFeb\nMar\nApr\nMay\nJun\nJul\nAug\nSep\nOct\nNov\nDec\n"
+    "January\nFebruary\nMarch\nApril\nMay\nJune\nJuly\nAugust\nSeptember\nOctober\nNovember\nDecember\n";
 // clang-format on
+
+} // namespace
+
+std::span<const LocaleEntry> Locales()
+{
+    return kLocales;
+}
+
+std::string_view LocaleTexts()
+{
+    return kTexts;
+}
 
 } // namespace orrery::look

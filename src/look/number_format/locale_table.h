@@ -1,26 +1,27 @@
 #pragma once
 
-#include <array>
+#include "util/fixed_text.h"
+
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 namespace orrery::look {
 
-/// How a language writes dates.
-struct LocaleNames {
-    std::uint16_t language;    ///< Windows' language identifier
-    std::string_view tag;      ///< "en-US"
-    std::string_view longDate; ///< the system's long date, as a number format code
-    std::string_view longTime; ///< the system's long time, as a number format code
-    std::array<std::string_view, 2> halvesOfDay;
-    std::array<std::string_view, 7> days; ///< Sunday first
-    std::array<std::string_view, 7> shortDays;
-    std::array<std::string_view, 12> months;
-    std::array<std::string_view, 12> shortMonths;
-    std::array<std::string_view, 12> monthsOfDate; ///< as behind the number of a day
+/// Where the texts of a language begin.
+struct LocaleEntry {
+    std::uint16_t language;  ///< Windows' language identifier
+    util::FixedText<10> tag; ///< "en-US"
+    std::uint16_t begin;     ///< in `LocaleTexts()`
 };
 
 /// Rising by language.
-extern const std::array<LocaleNames, 60> kLocaleTable;
+std::span<const LocaleEntry> Locales();
+
+/// The lines of every language, one behind the other; each ends with a line feed. The first is the
+/// system's long date as a number format code, the second its long time; then come the halves of
+/// the day, the days from Sunday on, their short forms, the months, their short forms, and the
+/// months as they stand behind the number of a day.
+std::string_view LocaleTexts();
 
 } // namespace orrery::look

@@ -18,9 +18,9 @@ void UseSystemDates(std::vector<Section>& sections, std::uint16_t language)
         if (!section.locale.isSystemDate && !section.locale.isSystemTime) {
             continue;
         }
-        const auto& names = NamesOf(language);
+        const auto names = NamesOf(language);
         auto system =
-            ParseFormatCode(section.locale.isSystemDate ? names.longDate : names.longTime);
+            ParseFormatCode(section.locale.isSystemDate ? names.LongDate() : names.LongTime());
         if (!system || system->numbers.empty()) {
             continue;
         }

@@ -1,6 +1,7 @@
 #include "look/number_format/numerals.h"
 
 #include "look/number_format/locale_names.h"
+#include "util/fixed_text.h"
 #include "util/unicode.h"
 
 #include <array>
@@ -8,11 +9,11 @@
 namespace orrery::look {
 
 struct Ideographs {
-    std::array<std::string_view, 10> digits;
-    std::array<std::string_view, 4> units;  ///< of a digit before the last ones of a group of four
-    std::array<std::string_view, 4> groups; ///< of a group of four digits before the last ones
-    bool saysOne;                           ///< 一百, not 百
-    bool saysZero;                          ///< 一百〇五, not 百五
+    std::array<util::FixedText<3>, 10> digits;
+    std::array<util::FixedText<3>, 4> units; ///< of a digit before the last ones of a group of four
+    std::array<util::FixedText<6>, 4> groups; ///< of a group of four digits before the last ones
+    bool saysOne;                             ///< 一百, not 百
+    bool saysZero;                            ///< 一百〇五, not 百五
 };
 
 namespace {
@@ -119,7 +120,7 @@ void Numerals::AppendWords(std::string& text, std::string_view digits, bool isOf
     bool hasGroup = false;
     for (std::size_t i = 0; i < digits.size(); ++i) {
         const auto place = digits.size() - 1 - i;
-        const auto unit = ideographs_->units[place % kGroup];
+        const std::string_view unit = ideographs_->units[place % kGroup];
         if (digits[i] == '0') {
             isZeroDue = true;
         }
@@ -138,7 +139,7 @@ void Numerals::AppendWords(std::string& text, std::string_view digits, bool isOf
             hasGroup = true;
         }
         if (place % kGroup == 0) {
-            text += hasGroup ? ideographs_->groups[place / kGroup] : "";
+            text += hasGroup ? std::string_view(ideographs_->groups[place / kGroup]) : "";
             hasGroup = false;
         }
     }

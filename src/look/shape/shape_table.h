@@ -1,10 +1,10 @@
 #pragma once
 
 #include "look/shape/shape_draft.h"
+#include "util/fixed_text.h"
 
 #include <cstdint>
 #include <span>
-#include <string_view>
 
 namespace orrery::look {
 
@@ -19,7 +19,7 @@ enum class ShapeTurn : std::uint8_t {
 };
 
 struct ShapeRule {
-    std::string_view name;
+    util::FixedText<26> name;
     void (*make)(ShapeDraft& draft);
     ShapeTurn turn = ShapeTurn::None;
 };

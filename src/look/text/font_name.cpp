@@ -1,5 +1,7 @@
 #include "look/text/font_name.h"
 
+#include "util/fixed_text.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -8,7 +10,7 @@ namespace orrery::look {
 namespace {
 
 struct KnownFont {
-    std::string_view name; ///< in lower case
+    util::FixedText<31> name; ///< in lower case
     FontMatch match;
 };
 

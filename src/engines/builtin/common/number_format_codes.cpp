@@ -1,11 +1,13 @@
 #include "engines/builtin/common/number_format_codes.h"
 
+#include "util/fixed_text.h"
+
 #include <array>
 
 namespace orrery::builtin {
 namespace {
 
-using Code = std::string_view;
+using Code = util::FixedText<63>;
 
 constexpr Code kDate = "m/d/yyyy";
 constexpr Code kTime = "h:mm:ss";
@@ -101,7 +103,7 @@ constexpr std::array<Code, 82> kCodes = {
 
 std::optional<std::string_view> BuiltInNumberFormat(std::size_t id)
 {
-    if (id >= kCodes.size() || kCodes[id].empty())
+    if (id >= kCodes.size() || kCodes[id] == "")
         return std::nullopt;
     return kCodes[id];
 }

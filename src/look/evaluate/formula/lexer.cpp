@@ -1,5 +1,6 @@
 #include "look/evaluate/formula/lexer.h"
 
+#include "util/fixed_text.h"
 #include "util/text.h"
 
 #include <algorithm>
@@ -309,17 +310,18 @@ bool Lexer::ReadBrackets(Token& token)
 
 bool Lexer::ReadSymbol(Token& token)
 {
-    static constexpr std::array<std::string_view, 23> kSymbols = {
+    static constexpr std::array<util::FixedText<2>, 23> kSymbols = {
         "<=", ">=", "<>", "<", ">", "=", "+", "-", "*", "/", "^", "&",
         "%",  "(",  ")",  ",", ":", "{", "}", ";", "@", "#", "!"};
-    const auto found = std::find_if(kSymbols.begin(), kSymbols.end(), [this](auto symbol) {
-        return text_.substr(at_, symbol.size()) == symbol;
-    });
+    const auto found =
+        std::find_if(kSymbols.begin(), kSymbols.end(), [this](std::string_view symbol) {
+            return text_.substr(at_, symbol.size()) == symbol;
+        });
     if (found == kSymbols.end())
         return false;
     token.kind = TokenKind::Symbol;
-    token.text = *found;
-    at_ += found->size();
+    token.text = std::string_view(*found);
+    at_ += token.text.size();
     return true;
 }
 

@@ -1,14 +1,15 @@
 #pragma once
 
+#include "util/fixed_text.h"
+
 #include <cstdint>
-#include <string_view>
 
 namespace orrery::xls {
 
 /// A function that formulas call by its number. [MS-XLS] 2.5.198.17
 struct BuiltInFunction {
     std::uint16_t number = 0;
-    std::string_view name; ///< in English, as in .xlsx files
+    util::FixedText<20> name; ///< in English, as in .xlsx files
     std::uint8_t fewest = 0;
     std::uint8_t most = 0; ///< arguments
 };

@@ -17,9 +17,10 @@ TEST(FunctionTableTest, HasRisingNumbersAndDifferentNames)
             continue;
         ++count;
         EXPECT_EQ(function->number, number);
-        EXPECT_TRUE(names.insert(function->name).second) << function->name;
-        EXPECT_LE(function->fewest, function->most) << function->name;
-        EXPECT_LE(function->most, 30) << function->name;
+        const std::string_view name = function->name;
+        EXPECT_TRUE(names.insert(name).second) << name;
+        EXPECT_LE(function->fewest, function->most) << name;
+        EXPECT_LE(function->most, 30) << name;
     }
     EXPECT_GT(count, 360U);
 }
@@ -37,7 +38,7 @@ TEST_P(FunctionTest, IsTheOneOfTheFormat)
 {
     const auto* function = FindFunction(GetParam().number);
     ASSERT_NE(function, nullptr);
-    EXPECT_EQ(function->name, GetParam().name);
+    EXPECT_EQ(std::string_view(function->name), GetParam().name);
     EXPECT_EQ(function->fewest, GetParam().fewest);
     EXPECT_EQ(function->most, GetParam().most);
 }

@@ -1,5 +1,7 @@
 #include "engines/builtin/xls/look/drawing/geometry_names.h"
 
+#include "util/fixed_text.h"
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -9,7 +11,7 @@ namespace {
 
 struct NamedType {
     std::uint16_t type;
-    std::string_view name;
+    util::FixedText<26> name;
 };
 
 /// [MS-ODRAW] 2.4.24
@@ -181,7 +183,7 @@ std::string_view GeometryName(std::uint16_t type)
     const auto found = std::lower_bound(
         kTypes.begin(), kTypes.end(), type,
         [](const NamedType& entry, std::uint16_t wanted) { return entry.type < wanted; });
-    return found != kTypes.end() && found->type == type ? found->name : "rect";
+    return found != kTypes.end() && found->type == type ? std::string_view(found->name) : "rect";
 }
 
 bool IsLineType(std::uint16_t type)

@@ -6,15 +6,12 @@
 #include "engines/builtin/xlsx/look/style/attributes.h"
 #include "engines/builtin/xml/reading.h"
 
-#include <array>
-#include <utility>
-
 namespace orrery::xlsx {
 namespace {
 
 using book::CellError;
 
-constexpr std::array<std::pair<std::string_view, ValueType>, 7> kTypes = {{
+constexpr Words<ValueType, 7> kTypes = {{
     {"n", ValueType::Number},
     {"s", ValueType::Shared},
     {"str", ValueType::Text},
@@ -24,7 +21,7 @@ constexpr std::array<std::pair<std::string_view, ValueType>, 7> kTypes = {{
     {"d", ValueType::Date},
 }};
 
-constexpr std::array<std::pair<std::string_view, CellError>, 10> kErrors = {{
+constexpr Words<CellError, 10> kErrors = {{
     {"#NULL!", CellError::Null},
     {"#DIV/0!", CellError::DivisionByZero},
     {"#VALUE!", CellError::Value},
@@ -39,22 +36,14 @@ constexpr std::array<std::pair<std::string_view, CellError>, 10> kErrors = {{
 
 CellError ErrorOf(std::string_view text)
 {
-    for (const auto& [name, error] : kErrors) {
-        if (name == text)
-            return error;
-    }
-    return CellError::Value;
+    return builtin::ValueOfWord(kErrors, text).value_or(CellError::Value);
 }
 
 } // namespace
 
 ValueType ValueTypeOf(std::string_view word)
 {
-    for (const auto& [name, type] : kTypes) {
-        if (name == word)
-            return type;
-    }
-    return ValueType::Number;
+    return builtin::ValueOfWord(kTypes, word).value_or(ValueType::Number);
 }
 
 void CellValues::Set(book::Cell& cell, ValueType type, std::string_view text)

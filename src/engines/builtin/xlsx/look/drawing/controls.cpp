@@ -3,6 +3,7 @@
 #include "engines/builtin/xlsx/look/drawing/values/attribute_values.h"
 #include "engines/builtin/xlsx/look/drawing/values/understood.h"
 #include "engines/builtin/xml/reading.h"
+#include "util/fixed_text.h"
 #include "util/numbers.h"
 #include "util/text.h"
 
@@ -17,8 +18,8 @@ namespace {
 constexpr std::size_t kMaxControlNodes = 1000000;
 
 struct ControlName {
-    std::string_view type;
-    std::string_view description;
+    util::FixedText<15> type;
+    util::FixedText<15> description;
 };
 
 /// ECMA-376-4 19.7.2.12 (ST_ObjectType)
@@ -41,7 +42,7 @@ std::string_view DescriptionOf(std::string_view type)
     const auto* const found =
         std::find_if(kControls.begin(), kControls.end(),
                      [&](const ControlName& control) { return control.type == type; });
-    return found == kControls.end() ? "control" : found->description;
+    return found == kControls.end() ? "control" : std::string_view(found->description);
 }
 
 /// "left column, its offset in pixels, top row, offset, right column ...", ECMA-376-4 19.4.2.1

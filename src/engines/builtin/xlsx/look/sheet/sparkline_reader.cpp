@@ -5,6 +5,7 @@
 #include "engines/builtin/xlsx/look/cells/limits.h"
 #include "engines/builtin/xlsx/look/style/attributes.h"
 #include "engines/builtin/xml/reading.h"
+#include "util/fixed_text.h"
 
 #include <array>
 #include <utility>
@@ -23,8 +24,8 @@ constexpr Words<SparklineKind, 3> kSparklineKinds = {{
 
 /// The attribute that says whether points are marked, and the element with their colour.
 struct Mark {
-    std::string_view attribute;
-    std::string_view element;
+    util::FixedText<15> attribute;
+    util::FixedText<15> element;
     std::optional<book::Color> SparklineGroup::*color;
 };
 constexpr std::array<Mark, 6> kMarks = {{

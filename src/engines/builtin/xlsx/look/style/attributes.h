@@ -1,13 +1,12 @@
 #pragma once
 
+#include "engines/builtin/common/words.h"
 #include "engines/builtin/xml/scanner.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <utility>
 
 /// Reads attributes of the current element. One that is damaged is as good as missing.
 namespace orrery::xlsx {
@@ -25,22 +24,15 @@ std::optional<std::size_t> IndexAttribute(const xml::Scanner& scanner, std::stri
 /// "1", "true", "on" and "0", "false", "off"; anything else gives `absent`.
 bool FlagAttribute(const xml::Scanner& scanner, std::string_view name, bool absent);
 
-/// What files call the values of an enumeration.
-template <typename Value, std::size_t N>
-using Words = std::array<std::pair<std::string_view, Value>, N>;
+using builtin::Words;
 
+/// The value that the attribute names, or nothing.
 template <typename Value, std::size_t N>
 std::optional<Value> WordAttribute(const xml::Scanner& scanner, std::string_view name,
                                    const Words<Value, N>& words)
 {
     const auto attribute = scanner.Attribute(name);
-    if (!attribute)
-        return std::nullopt;
-    for (const auto& [word, value] : words) {
-        if (attribute->raw == word)
-            return value;
-    }
-    return std::nullopt;
+    return attribute ? builtin::ValueOfWord(words, attribute->raw) : std::nullopt;
 }
 
 } // namespace orrery::xlsx

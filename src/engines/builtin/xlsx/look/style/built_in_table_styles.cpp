@@ -1,11 +1,11 @@
 #include "engines/builtin/xlsx/look/style/built_in_table_styles.h"
 
 #include "engines/builtin/common/tint.h"
+#include "engines/builtin/common/words.h"
 #include "engines/builtin/xml/reading.h"
 
 #include <array>
 #include <cstddef>
-#include <utility>
 
 namespace orrery::xlsx {
 namespace {
@@ -141,7 +141,7 @@ constexpr std::array<Family, 20> kFamilies = {{
      "X-25=1+50 X+80=0-15 X+60=0-25"},
 }};
 
-constexpr std::array<std::pair<std::string_view, TablePart>, 10> kPartNames = {{
+constexpr builtin::Words<TablePart, 10> kPartNames = {{
     {"whole", TablePart::WholeTable},
     {"header", TablePart::HeaderRow},
     {"total", TablePart::TotalRow},
@@ -154,7 +154,7 @@ constexpr std::array<std::pair<std::string_view, TablePart>, 10> kPartNames = {{
     {"corner", TablePart::FirstHeaderCell},
 }};
 
-constexpr std::array<std::pair<std::string_view, LineStyle>, 4> kLineNames = {{
+constexpr builtin::Words<LineStyle, 4> kLineNames = {{
     {"thin", LineStyle::Thin},
     {"medium", LineStyle::Medium},
     {"thick", LineStyle::Thick},
@@ -171,13 +171,9 @@ std::string_view Cut(std::string_view& text, std::string_view separator)
 }
 
 template <typename Value, std::size_t N>
-Value Named(const std::array<std::pair<std::string_view, Value>, N>& names, std::string_view name)
+Value Named(const builtin::Words<Value, N>& names, std::string_view name)
 {
-    for (const auto& [known, value] : names) {
-        if (known == name)
-            return value;
-    }
-    return names.front().second;
+    return builtin::ValueOfWord(names, name).value_or(names.front().value);
 }
 
 /// One style of a family.

@@ -1,14 +1,13 @@
 #include "engines/builtin/xlsx/look/style/table_parts.h"
 
-#include <array>
-#include <utility>
+#include "engines/builtin/common/words.h"
 
 namespace orrery::xlsx {
 namespace {
 
 using book::TablePart;
 
-constexpr std::array<std::pair<std::string_view, TablePart>, 13> kParts = {{
+constexpr builtin::Words<TablePart, 13> kParts = {{
     {"wholeTable", TablePart::WholeTable},
     {"firstColumnStripe", TablePart::FirstColumnStripe},
     {"secondColumnStripe", TablePart::SecondColumnStripe},
@@ -28,11 +27,7 @@ constexpr std::array<std::pair<std::string_view, TablePart>, 13> kParts = {{
 
 std::optional<TablePart> TablePartOf(std::string_view type)
 {
-    for (const auto& [name, part] : kParts) {
-        if (name == type)
-            return part;
-    }
-    return std::nullopt;
+    return builtin::ValueOfWord(kParts, type);
 }
 
 std::int32_t* StripeOf(book::TableStyle& style, TablePart part)

@@ -1,10 +1,10 @@
 #include "engines/builtin/xlsx/look/drawing/chart/chart_data.h"
 
+#include "engines/builtin/common/words.h"
 #include "engines/builtin/xlsx/look/drawing/values/attribute_values.h"
 #include "util/numbers.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
 #include <string_view>
 
@@ -14,12 +14,7 @@ namespace {
 using book::CellContent;
 using book::CellError;
 
-struct ErrorName {
-    std::string_view text;
-    CellError error;
-};
-
-constexpr std::array<ErrorName, 7> kErrors{{
+constexpr builtin::Words<CellError, 7> kErrors{{
     {"#NULL!", CellError::Null},
     {"#DIV/0!", CellError::DivisionByZero},
     {"#VALUE!", CellError::Value},
@@ -35,10 +30,8 @@ CellContent ContentOf(std::string text, bool areNumbers)
         return text;
     if (const auto number = util::ReadNumber(text))
         return *number;
-    const auto* const found = std::find_if(
-        kErrors.begin(), kErrors.end(), [&](const ErrorName& name) { return name.text == text; });
-    if (found != kErrors.end())
-        return found->error;
+    if (const auto error = builtin::ValueOfWord(kErrors, text))
+        return *error;
     return text;
 }
 

@@ -1,8 +1,8 @@
 #include "engines/builtin/xlsx/look/drawing/chart/chart_series.h"
 
+#include "engines/builtin/common/words.h"
 #include "engines/builtin/xlsx/look/drawing/values/attribute_values.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -15,12 +15,7 @@ constexpr std::size_t kMaxSeries = 1000;
 constexpr std::size_t kMaxPoints = 4000; // with a look of their own
 constexpr std::size_t kAccent1 = 4;      // in the theme's order
 
-struct KindName {
-    std::string_view name;
-    ChartKind kind;
-};
-
-constexpr std::array<KindName, 16> kKinds{{
+constexpr builtin::Words<ChartKind, 16> kKinds{{
     {"barChart", ChartKind::Column},
     {"bar3DChart", ChartKind::Column},
     {"lineChart", ChartKind::Line},
@@ -155,13 +150,11 @@ private:
 std::optional<book::ChartGroup> ReadChartGroup(const xml::Element& element, const ChartTexts& texts,
                                                const std::vector<book::Color>& accents)
 {
-    const auto* const known = std::find_if(kKinds.begin(), kKinds.end(), [&](const KindName& kind) {
-        return kind.name == element.Name();
-    });
-    if (known == kKinds.end())
+    const auto kind = builtin::ValueOfWord(kKinds, element.Name());
+    if (!kind)
         return std::nullopt;
     book::ChartGroup group;
-    group.kind = known->kind;
+    group.kind = *kind;
     if (group.kind == ChartKind::Column && ValueOf(element, "barDir") == "bar")
         group.kind = ChartKind::Bar;
     group.grouping = GroupingOf(element);

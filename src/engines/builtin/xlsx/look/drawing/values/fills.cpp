@@ -1,9 +1,9 @@
 #include "engines/builtin/xlsx/look/drawing/values/fills.h"
 
+#include "engines/builtin/common/words.h"
 #include "engines/builtin/xlsx/look/drawing/values/attribute_values.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 namespace orrery::xlsx::drawing {
@@ -15,13 +15,8 @@ using book::LineStyle;
 constexpr std::size_t kMaxStops = 64;
 constexpr double kEmuPerPoint = 12700;
 
-struct PatternName {
-    std::string_view name;
-    FillPattern pattern;
-};
-
 /// ECMA-376 20.1.10.51 (ST_PresetPatternVal): the nearest of the patterns of cells.
-constexpr std::array<PatternName, 50> kPatterns{{
+constexpr builtin::Words<FillPattern, 50> kPatterns{{
     {"pct5", FillPattern::Gray0625},           {"pct10", FillPattern::Gray125},
     {"pct20", FillPattern::LightGray},         {"pct25", FillPattern::LightGray},
     {"pct30", FillPattern::LightGray},         {"pct40", FillPattern::MediumGray},
@@ -51,10 +46,7 @@ constexpr std::array<PatternName, 50> kPatterns{{
 
 FillPattern PatternOf(std::string_view name)
 {
-    const auto* const found =
-        std::find_if(kPatterns.begin(), kPatterns.end(),
-                     [&](const PatternName& pattern) { return pattern.name == name; });
-    return found == kPatterns.end() ? FillPattern::MediumGray : found->pattern;
+    return builtin::ValueOfWord(kPatterns, name).value_or(FillPattern::MediumGray);
 }
 
 ShapeFill Filled(const ShapeColor& color)

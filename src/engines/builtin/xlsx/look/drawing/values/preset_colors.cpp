@@ -1,5 +1,7 @@
 #include "engines/builtin/xlsx/look/drawing/values/colors.h"
 
+#include "util/fixed_text.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -9,7 +11,7 @@ namespace orrery::xlsx::drawing {
 namespace {
 
 struct NamedColor {
-    std::string_view name;
+    util::FixedText<20> name;
     std::uint32_t color;
 };
 
@@ -180,9 +182,11 @@ std::string LongName(std::string_view name)
 std::optional<book::Color> PresetColor(std::string_view name)
 {
     const std::string wanted = LongName(name);
-    const auto* const found = std::lower_bound(
-        kNamedColors.begin(), kNamedColors.end(), wanted,
-        [](const NamedColor& left, const std::string& right) { return left.name < right; });
+    const auto* const found =
+        std::lower_bound(kNamedColors.begin(), kNamedColors.end(), wanted,
+                         [](const NamedColor& left, const std::string& right) {
+                             return std::string_view(left.name) < right;
+                         });
     if (found == kNamedColors.end() || found->name != wanted)
         return std::nullopt;
     return book::Color{static_cast<std::uint8_t>(found->color >> 16U),

@@ -11,11 +11,11 @@ namespace {
 using book::CellContent;
 using book::HorizontalAlignment;
 
-/// Where a value stands that has no alignment of its own.
-HorizontalAlignment GeneralAlignment(const CellContent& content)
+/// Where a value stands that has no alignment of its own. A number in the format of texts is one.
+HorizontalAlignment GeneralAlignment(const CellContent& content, bool isTextFormat)
 {
     if (std::holds_alternative<double>(content))
-        return HorizontalAlignment::Right;
+        return isTextFormat ? HorizontalAlignment::General : HorizontalAlignment::Right;
     if (std::holds_alternative<bool>(content) || std::holds_alternative<book::CellError>(content))
         return HorizontalAlignment::Center;
     return HorizontalAlignment::General; // a text's direction decides
@@ -68,12 +68,14 @@ void SheetDisplay::ShowFormula(const book::Cell& cell, CellDisplay& display) con
 void SheetDisplay::ShowValue(const CellContent& content, const book::Cell* cell,
                              CellDisplay& display)
 {
-    const auto own = display.style.alignment.horizontal;
-    display.horizontal = own == HorizontalAlignment::General ? GeneralAlignment(content) : own;
+    const std::string& code = display.style.numberFormat;
+    display.horizontal = display.style.alignment.horizontal;
+    if (display.horizontal == HorizontalAlignment::General)
+        display.horizontal = GeneralAlignment(content, NumberFormatOf(code).IsText());
     const auto* const number = std::get_if<double>(&content);
     if (number != nullptr && *number == 0 && !look_.view.showsZeros)
         return;
-    FormattedValue formatted = Format(content, display.style.numberFormat);
+    FormattedValue formatted = Format(content, code);
     display.text = std::move(formatted.text);
     display.color = formatted.color;
     display.fillAt = formatted.fillAt;
@@ -115,8 +117,12 @@ void SheetDisplay::ApplyConditions(book::CellAddress cell, CellDisplay& display)
 
 FormattedValue SheetDisplay::Format(const CellContent& content, const std::string& code)
 {
-    const auto found = formats_.try_emplace(code, code).first;
-    return found->second.Format(content, view_.Workbook().dateSystem);
+    return NumberFormatOf(code).Format(content, view_.Workbook().dateSystem);
+}
+
+const NumberFormat& SheetDisplay::NumberFormatOf(const std::string& code)
+{
+    return formats_.try_emplace(code, code).first->second;
 }
 
 } // namespace orrery::look

@@ -34,6 +34,7 @@ private:
     void ShowRuns(const std::string& text, const std::vector<book::TextRun>& runs,
                   CellDisplay& display) const;
     void ApplyConditions(book::CellAddress cell, CellDisplay& display);
+    const NumberFormat& NumberFormatOf(const std::string& code);
 
     book::WorkbookView& view_;
     std::size_t sheet_;

@@ -67,8 +67,9 @@ class Result:
     def report(self, out):
         """Prints the figures. Whether no bar is missed: those of all, unless it is a sample, and those
         of each workbook but for the known ones."""
-        print(f"{self._title}: {len(self._tallies)} workbooks, "
-              f"{sum(tally.all['texts'] for tally in self._tallies.values())} cells", file=out)
+        counts = ", ".join(f"{sum(tally.all[what] for tally in self._tallies.values())} {what}"
+                           for what in SHARES)
+        print(f"{self._title}: {len(self._tallies)} workbooks, {counts}", file=out)
         good = self._report_bars(out)
         for name, tally in sorted(self._tallies.items()):
             good &= self._report_misses(name, tally, out)

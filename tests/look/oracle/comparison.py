@@ -167,6 +167,7 @@ class SheetComparison:
 
     def _compare_words(self):
         places, broken = self._places_of_words()
+        high = [(cell["text"].split(), cell["box"]) for cell in self._ours["cells"] if _is_too_low(cell)]
         elsewhere = [drawing["box"] for drawing in self._ours["drawings"]] + self._other_boxes
         for place, word in self._words:
             if word not in places or any(_shows(box, place) for box in elsewhere):
@@ -174,7 +175,10 @@ class SheetComparison:
             inside = any(_shows(box, place) for _, box in places[word]) \
                 or any(word in whole and _shows(box, place) for whole, box in broken)
             if inside or not (any(self._is_moved(address) for address, _ in places[word])
-                              or self._is_cut(word, place, places[word])):
+                              or self._is_cut(word, place, places[word])
+                              # Lines that a cell is too low for are cut by Excel alone.
+                              or any(word in texts and box[0] <= _middle(place)[0] <= box[0] + box[2]
+                                     for texts, box in high)):
                 self._tally.count("words", inside, f"{self._sheet.Name} {word!r} at "
                                                    f"{[round(number) for number in place]}")
 
@@ -206,6 +210,14 @@ class SheetComparison:
     def _is_hidden(self, column, row):
         return not (self._sheet.Columns.getByIndex(column).IsVisible
                     and self._sheet.Rows.getByIndex(row).IsVisible)
+
+
+def _is_too_low(cell):
+    """Whether a cell surely has more lines than room for them."""
+    _, _, width, height = cell["box"]
+    size = cell["size"] * 96 / 72
+    narrowest = 0.4 * size * len(cell["text"])
+    return cell["wrap"] and narrowest / max(width, 1) * size > height
 
 
 def _shows(box, word):

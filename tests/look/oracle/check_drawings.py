@@ -15,7 +15,7 @@ import tempfile
 import numpy
 from PIL import Image, ImageFilter
 
-import check_sheets
+import comparison
 import made_drawings
 import office_sheets
 import page_pictures
@@ -114,7 +114,7 @@ def compare(cli, document, path, drawings, folder):
     last = (max(made.cells[0] + made.cells[2] for made in drawings) + 2,
             max(made.cells[1] + made.cells[3] for made in drawings) + 4)
     svg, pdf = folder / "page.svg", folder / "page.pdf"
-    check_sheets.look(cli, path, sheet.Name, svg)
+    comparison.look(cli, path, sheet.Name, svg)
     if not office_sheets.save_page(document, sheet, last, pdf):
         raise ValueError("the page is too large")
     theirs = page_pictures.from_pdf(pdf)

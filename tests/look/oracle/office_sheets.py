@@ -1,5 +1,6 @@
 """What LibreOffice knows of a sheet: places, sizes and texts of cells, and a picture of it."""
 
+import contextlib
 import pathlib
 import re
 
@@ -7,9 +8,11 @@ import uno
 from com.sun.star.awt import Size
 from com.sun.star.beans import PropertyValue
 from com.sun.star.table import CellRangeAddress
+from com.sun.star.uno import RuntimeException
 
 PIXELS = 96 / 2540           # of a hundredth of a millimetre
 LARGEST_PAGE = 100_000       # hundredths of a millimetre that a page of LibreOffice may have
+TWIP = 2540 / 1440           # in hundredths of a millimetre
 CELL_MARGIN = 35             # hundredths of a millimetre between the edge of a cell and its text
 _FORMATS = 23                # com.sun.star.sheet.CellFlags: VALUE, DATETIME, STRING, FORMULA
 _ADDRESS = re.compile(r"([A-Z]+)([0-9]+)$")
@@ -84,7 +87,10 @@ def save_page(document, sheet, last, path):
     sheet.removeAllManualPageBreaks()
     sheet.setPrintTitleColumns(False)
     sheet.setPrintTitleRows(False)
+    widths, heights = _sizes(area.Columns, "Width"), _sizes(area.Rows, "Height")
     _use_one_margin(area)
+    _set_printed_sizes(area.Columns, "Width", widths)
+    _set_printed_sizes(area.Rows, "Height", heights)
     document.storeToURL(
         pathlib.Path(path).resolve().as_uri(),
         (PropertyValue("FilterName", 0, "calc_pdf_Export", 0),
@@ -98,11 +104,33 @@ def _use_one_margin(area):
     """Gives cells the margin that those of an .xlsx file have.
 
     The filter for .xls sets twice as much on all four sides. Neither format stores a margin, and
-    Excel draws one design alike from both."""
-    rows = [area.Rows.getByIndex(index) for index in range(area.Rows.Count)]
-    heights = [row.Height if row.IsVisible else None for row in rows]
+    Excel draws one design alike from both. A sheet that is protected by a password keeps its own."""
+    if area.Spreadsheet.isProtected():
+        with contextlib.suppress(RuntimeException):
+            area.Spreadsheet.unprotect("")
     for side in ("Left", "Right", "Top", "Bottom"):
         area.setPropertyValue(f"Para{side}Margin", CELL_MARGIN)
-    for row, height in zip(rows, heights):  # rows that fit their texts have changed
-        if height is not None and row.Height != height:
-            row.Height = height
+
+
+def _sizes(lines, name):
+    """Widths of columns or heights of rows, in twips, 0 for hidden ones."""
+    lines = [lines.getByIndex(index) for index in range(lines.Count)]
+    return [round(line.getPropertyValue(name) / TWIP) if line.IsVisible else 0 for line in lines]
+
+
+def _set_printed_sizes(lines, name, sizes):
+    """Sets widths of columns or heights of rows so that they are printed where they are measured.
+
+    LibreOffice prints each with whole hundredths of a millimetre and drops the rest. Over 200 rows
+    that is 7 pixels, although it tells their positions exactly. So what was dropped is added to the
+    next. Rows that fit their texts get the heights again that they had before."""
+    rest = 0.0
+    for index, size in enumerate(sizes):
+        if not size:
+            continue
+        wanted = size * TWIP + rest
+        twips = min((size, size + 1), key=lambda each: abs(int(each * TWIP) - wanted))
+        rest = wanted - int(twips * TWIP)
+        line, value = lines.getByIndex(index), round(twips * TWIP)
+        if line.getPropertyValue(name) != value:
+            line.setPropertyValue(name, value)

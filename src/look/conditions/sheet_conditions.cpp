@@ -72,13 +72,19 @@ const std::vector<SheetConditions::Rule>& SheetConditions::RulesOfRow(std::int32
 {
     if (row_ == row)
         return rulesOfRow_;
+    constexpr std::size_t kChecksOfStep = 16; // of rows, of ranges
     row_ = row;
     rulesOfRow_.clear();
+    std::size_t checks = 0;
     for (const Rule& rule : rules_) {
         const book::CellRange& bounds = formats_[rule.format].bounds;
         if (row >= bounds.first.row && row <= bounds.last.row)
             rulesOfRow_.push_back(rule);
     }
+    for (const Rule& rule : rulesOfRow_)
+        checks += formats_[rule.format].format->ranges.size();
+    stepsOfCell_ = checks / kChecksOfStep;
+    evaluator_.Spend(rules_.size() / kChecksOfStep);
     return rulesOfRow_;
 }
 
@@ -86,11 +92,16 @@ ConditionDisplay SheetConditions::Display(book::CellAddress cell)
 {
     ConditionDisplay display;
     std::optional<Value> value;
-    for (const Rule& rule : RulesOfRow(cell.row)) {
+    const std::vector<Rule>& rules = RulesOfRow(cell.row);
+    if (!evaluator_.Spend(stepsOfCell_))
+        return display;
+    for (const Rule& rule : rules) {
         const auto& ranges = formats_[rule.format].format->ranges;
         if (std::none_of(ranges.begin(), ranges.end(),
                          [cell](const book::CellRange& range) { return range.Contains(cell); }))
             continue;
+        if (!evaluator_.Spend(1))
+            break;
         if (!value)
             value = evaluator_.ValueOf(sheet_, cell).value;
         if (IsVisual(rule.rule->kind)) {

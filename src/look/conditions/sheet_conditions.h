@@ -28,6 +28,7 @@ class SheetConditions {
 public:
     /// Evaluator and look outlive it.
     SheetConditions(Evaluator& evaluator, const book::SheetLook& look, std::size_t sheet);
+    /// Nothing once the evaluator's steps have run out.
     ConditionDisplay Display(book::CellAddress cell);
 
 private:
@@ -50,6 +51,7 @@ private:
     std::vector<Rule> rules_; ///< the most important one first
     std::int32_t row_ = 0;    ///< that `rulesOfRow_` is for
     std::vector<Rule> rulesOfRow_;
+    std::size_t stepsOfCell_ = 0; ///< to see which of them are for a cell
 };
 
 } // namespace orrery::look

@@ -90,6 +90,11 @@ void Evaluator::ForEachCell(std::size_t sheet, const book::CellRange& range, std
     });
 }
 
+bool Evaluator::Spend(std::uint64_t steps)
+{
+    return engine_->Spend(steps);
+}
+
 bool Evaluator::HasReachedLimit() const
 {
     return engine_->HasSpentAll();

@@ -59,6 +59,8 @@ public:
     /// steps; it ends when the limit is reached.
     void ForEachCell(std::size_t sheet, const book::CellRange& range, std::uint64_t steps,
                      const std::function<void(book::CellAddress, const Value&)>& take);
+    /// Counts other work. False: the limit is reached.
+    bool Spend(std::uint64_t steps);
     /// Whether the steps of all formulas have run out: from then on none is computed.
     bool HasReachedLimit() const;
     book::DateSystem Dates() const;

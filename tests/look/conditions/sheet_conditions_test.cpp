@@ -191,6 +191,18 @@ TEST_F(SheetConditionsTest, ReadingTheCellsOfManyRulesEnds)
     EXPECT_TRUE(evaluator.HasReachedLimit());
 }
 
+TEST_F(SheetConditionsTest, RulesWithoutFormulasCountAsSteps)
+{
+    SetColumn({1.0});
+    for (int i = 0; i < 3'000; ++i)
+        Add(RuleOf(ConditionKind::ContainsErrors));
+    EvaluationLimits limits;
+    limits.steps = 2'000;
+    Evaluator evaluator(workbook_, kNow, limits);
+    SheetConditions(evaluator, workbook_.Sheet(0), 0).Display({1, 1});
+    EXPECT_TRUE(evaluator.HasReachedLimit());
+}
+
 TEST_F(SheetConditionsTest, FindsPeriods)
 {
     using Period = book::TimePeriod;

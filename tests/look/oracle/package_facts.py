@@ -1,4 +1,4 @@
-"""What an .xlsx file says itself, for where LibreOffice makes something else of it."""
+"""What a file says itself, for where LibreOffice makes something else of it."""
 
 import dataclasses
 import pathlib
@@ -6,6 +6,7 @@ import posixpath
 import re
 import zipfile
 
+import xls_facts
 from office_sheets import address_of
 
 _TAG = r"<(?:\w+:)?{}\b([^>]*)>"
@@ -25,9 +26,10 @@ class SheetFacts:
 
 
 def facts_of(path):
-    """The facts of each sheet by its name; of another format none."""
+    """The facts of each sheet by its name; of an .xls file the results alone."""
     if pathlib.Path(path).suffix == ".xls":
-        return {}
+        return {name: SheetFacts(results=results)
+                for name, results in xls_facts.results_of(path).items()}
     with zipfile.ZipFile(path) as package:
         names = {name.lower().replace("\\", "/"): name for name in package.namelist()}
 

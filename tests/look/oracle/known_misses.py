@@ -2,6 +2,12 @@
 
 _NO_FONT = "its styles name no font: LibreOffice takes two millimetres for a digit (Excel: Calibri 11)"
 _WHOLE_PIXELS = "Excel ends rows at whole pixels, LibreOffice does not; the difference adds up"
+_PALETTE = ("XFExt has a full colour ([MS-XLS] 2.4.355), of which LibreOffice reads nothing: it shows the "
+            "nearest of the palette")
+_NO_WIDTH = "it has no DefColWidth: Excel takes eight digits, LibreOffice 0.889 inches"
+_FIRST_FONT = ("columns are measured in digits of the Normal style's font ([MS-XLS] 2.4.53), LibreOffice "
+               "takes the first font of the file, which is another")
+_TOO_HIGH = "a row is higher than 409 points, the highest of Excel, which LibreOffice does not mind"
 
 KNOWN = {
     "calamine-inlineStr_with_value.xlsx": {
@@ -25,4 +31,28 @@ KNOWN = {
     "poi-right-to-left.xlsx": {
         "texts": "[$-3000401] asks for the digits of Persian, LibreOffice has those of the language",
     },
+    "calamine-xls_formula_columns_beyond_z.xls": {
+        "sizes": _NO_WIDTH, "edges": _NO_WIDTH, "words": _NO_WIDTH,
+    },
+    "edr-ExcelLibrary_newdoc.xls": {"sizes": _NO_WIDTH, "edges": _NO_WIDTH, "words": _NO_WIDTH},
+    "edr-Test_Issue_11642_ValuesNotLoaded.xls": {"fills": _PALETTE},
+    "phpss-30template.xls": {"fills": _PALETTE + ", or the middle of a gradient"},
+    "phpss-RichTextFontSize.xls": {"fills": _PALETTE},
+    "poi-41139.xls": {"sizes": _FIRST_FONT, "edges": _FIRST_FONT},
+    "poi-44235.xls": {"sizes": _FIRST_FONT, "edges": _FIRST_FONT, "words": _FIRST_FONT},
+    "poi-44958_1.xls": {
+        "texts": "LibreOffice computes the first cell of a data table; the file holds its result",
+    },
+    "poi-45538_classic_Footer.xls": {
+        "words": "a raised mark of a footnote is a word of its own on LibreOffice's page",
+    },
+    "poi-46137.xls": {"fills": _PALETTE},
+    "poi-49219.xls": {
+        "words": "its links lead nowhere: #REF! is stored, LibreOffice has #N/A",
+    },
+    "poi-FormulaEvalTestData.xls": {"fills": _PALETTE},
+    "poi-NewStyleConditionalFormattings.xls": {
+        "fills": "LibreOffice does not read the scales of CF12 ([MS-XLS] 2.4.43); " + _PALETTE,
+    },
+    "poi-NoGutsRecords.xls": {"edges": _TOO_HIGH, "words": _TOO_HIGH},
 }

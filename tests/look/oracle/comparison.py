@@ -183,7 +183,8 @@ class SheetComparison:
                                                    f"{[round(number) for number in place]}")
 
     def _places_of_words(self):
-        """Addresses and boxes of words, and words of wrapped texts with their boxes."""
+        """Addresses and boxes of words; and words with their boxes that the page may hold in parts: of
+        wrapped texts, and where a number format fills the room between them."""
         places = {}
         broken = []
         for cell in self._ours["cells"]:
@@ -191,8 +192,7 @@ class SheetComparison:
             # A word that differs in LibreOffice is wrong as a text, not for its place.
             for word in {*texts, *self._shown.get(cell["cell"], "").split()}:
                 places.setdefault(word, []).append((cell["cell"], cell["clip"]))
-            if cell["wrap"]:
-                broken += [(word, cell["clip"]) for word in texts]
+            broken += [(word, cell["clip"]) for word in texts]
         return places, broken
 
     def _is_cut(self, word, place, places):

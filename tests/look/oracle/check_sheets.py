@@ -5,7 +5,7 @@ usage: check_sheets.py --cli PROGRAM --data FOLDER [--corpus FOLDER] [--kind xls
                        [--only TEXT] [--report FILE] [--pictures FOLDER]
 
 Looks at the visible sheets of the shipped templates and of the corpus's workbooks. Fails if a bar is
-missed by all of them together (bars.py), or by a workbook that is not among the known ones
+missed by all of a kind together (bars.py), or by one workbook that is not among the known ones
 (known_misses.py). Of a sample, only what its workbooks miss counts. A workbook that LibreOffice does
 not open, or that asks for a password, does not count and is named. Exit code 77: there is no corpus.
 """

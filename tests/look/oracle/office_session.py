@@ -10,6 +10,7 @@ from com.sun.star.uno import RuntimeException
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[3] / "scripts"))
 import libreoffice  # noqa: E402
 
+_STARTS = 3  # tried at most
 ERRORS = (DisposedException, ErrorCodeIOException, RuntimeException)
 
 
@@ -26,9 +27,16 @@ class OfficeSession:
         self.restart()
 
     def restart(self):
-        self.close()
-        self._desktop = libreoffice.desktop(self._folder)
-        self._office = self._desktop.__enter__()
+        """Starts LibreOffice, again if it dies at once. Throws Failed."""
+        for _ in range(_STARTS):
+            self.close()
+            self._desktop = libreoffice.desktop(self._folder)
+            try:
+                self._office = self._desktop.__enter__()
+                return
+            except ERRORS:
+                self._desktop = None
+        raise Failed("does not start")
 
     def close(self):
         desktop, self._desktop = self._desktop, None

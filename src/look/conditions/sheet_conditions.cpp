@@ -1,5 +1,6 @@
 #include "look/conditions/sheet_conditions.h"
 
+#include "book/look/range_bounds.h"
 #include "look/conditions/rule_tests.h"
 #include "look/conditions/scales.h"
 
@@ -32,16 +33,6 @@ void Merge(book::PartialStyle& style, const book::PartialStyle& more)
     SetIfAbsent(style.numberFormat, more.numberFormat);
 }
 
-book::CellRange BoundsOf(const std::vector<book::CellRange>& ranges)
-{
-    book::CellRange bounds = ranges.front();
-    for (const book::CellRange& range : ranges) {
-        bounds.Widen(range.first);
-        bounds.Widen(range.last);
-    }
-    return bounds;
-}
-
 bool IsVisual(ConditionKind kind)
 {
     return kind == ConditionKind::ColorScale || kind == ConditionKind::DataBar ||
@@ -59,8 +50,8 @@ SheetConditions::SheetConditions(Evaluator& evaluator, const book::SheetLook& lo
             continue;
         for (const auto& rule : format.rules)
             rules_.push_back({&rule, formats_.size()});
-        formats_.push_back(
-            {&format, BoundsOf(format.ranges), RangeStatistics(evaluator, sheet, format.ranges)});
+        formats_.push_back({&format, book::BoundsOf(format.ranges),
+                            RangeStatistics(evaluator, sheet, format.ranges)});
     }
     std::stable_sort(rules_.begin(), rules_.end(), [](const Rule& left, const Rule& right) {
         return left.rule->priority < right.rule->priority;

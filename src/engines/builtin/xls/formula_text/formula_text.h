@@ -12,8 +12,9 @@ namespace orrery::xls {
 /// Where a formula stands.
 struct FormulaContext {
     const FormulaNames& names;
-    /// The cell whose formula it is, for shared formulas, conditional formats and validations (the
-    /// first cell of the first range). Names count from A1.
+    /// The cell whose formula it is. Shared formulas are told as this cell has them; those of
+    /// conditional formats as the upper left cell around all their ranges has them. Names count
+    /// from A1.
     book::CellAddress cell{1, 1};
 };
 

@@ -102,6 +102,14 @@ TEST(ConditionReaderTest, FormulasAreRelativeToTheFirstCell)
     EXPECT_EQ(rule.style, book::PartialStyle{});
 }
 
+TEST(ConditionReaderTest, FormulasAreRelativeToTheCornerOfAllRanges)
+{
+    // D10:D13, then B5:B10
+    const auto look = LookOf(ConditionsOf(1, 1, {9, 12, 3, 3, 4, 9, 1, 1}) +
+                             RuleOf(2, 0, kNothingSet, '\x4C' + Numbers({0, 0xC000})));
+    EXPECT_EQ(RuleIn(look).formulas, (std::vector<std::string>{"B5"}));
+}
+
 TEST(ConditionReaderTest, ReadsFontsAndBorders)
 {
     // Font: bold, not italic, double underline, blue; line below thin and red

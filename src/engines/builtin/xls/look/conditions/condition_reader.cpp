@@ -1,5 +1,6 @@
 #include "engines/builtin/xls/look/conditions/condition_reader.h"
 
+#include "book/look/range_bounds.h"
 #include "engines/builtin/xls/look/conditions/condition_rules.h"
 #include "engines/builtin/xls/look/records/left_out.h"
 #include "engines/builtin/xls/look/records/ranges.h"
@@ -60,7 +61,7 @@ void ConditionReader::ReadFormat(std::string_view data, bool isNew)
 
 ConditionContext ConditionReader::ContextOf(const Format& format) const
 {
-    return {{names_, format.ranges[0].first}, formats_.Colors()};
+    return {{names_, book::BoundsOf(format.ranges).first}, formats_.Colors()};
 }
 
 ConditionReader::Format* ConditionReader::Find(std::uint16_t id)

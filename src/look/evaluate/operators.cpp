@@ -92,6 +92,12 @@ Value ApplyUnary(Operator op, const Value& operand, const TextRules& rules)
     return op == Operator::Percent ? number.value / 100 : -number.value;
 }
 
+const Array* TableOf(const Operand& operand)
+{
+    const auto* table = std::get_if<ArrayPointer>(&operand);
+    return table != nullptr ? table->get() : nullptr;
+}
+
 const Value& ElementOf(const Array& table, std::int32_t row, std::int32_t column)
 {
     static const Value kMissing = CellError::NotAvailable;

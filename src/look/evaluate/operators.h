@@ -11,6 +11,8 @@ Value ApplyBinary(Operator op, const Value& left, const Value& right, const Text
 /// "-", "+", "%"
 Value ApplyUnary(Operator op, const Value& operand, const TextRules& rules);
 
+/// The table that an operand is, else nullptr.
+const Array* TableOf(const Operand& operand);
 /// The value at a place of a table, which a single row or column repeats; else "#N/A".
 const Value& ElementOf(const Array& table, std::int32_t row, std::int32_t column);
 

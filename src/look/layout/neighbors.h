@@ -2,7 +2,7 @@
 
 #include "look/layout/axis.h"
 #include "look/layout/cell_items.h"
-#include "look/layout/cell_text.h"
+#include "look/layout/text_needs.h"
 
 #include <cstdint>
 #include <vector>

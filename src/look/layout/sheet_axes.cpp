@@ -1,7 +1,7 @@
 #include "look/layout/sheet_axes.h"
 
-#include "look/layout/cell_text.h"
 #include "look/layout/metrics.h"
+#include "look/layout/text_needs.h"
 
 #include <algorithm>
 

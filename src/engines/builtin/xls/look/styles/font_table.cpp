@@ -7,8 +7,8 @@ namespace orrery::xls {
 namespace {
 
 constexpr std::size_t kMissingIndex = 4; // no font has it. [MS-XLS] 2.5.128 (FontIndex)
-constexpr std::uint16_t kItalic = 0x02;
-constexpr std::uint16_t kStrike = 0x08;
+constexpr std::uint16_t kFontItalic = 0x02;
+constexpr std::uint16_t kFontStrike = 0x08;
 constexpr double kTwipsPerPoint = 20;
 
 book::TextPosition PositionOf(std::uint16_t value)
@@ -50,8 +50,8 @@ void FontTable::Add(std::string_view data)
         if (const auto height = cursor.U16(); height > 0)
             entry.font.size = height / kTwipsPerPoint;
         const auto flags = cursor.U16();
-        entry.font.italic = (flags & kItalic) != 0;
-        entry.font.strike = (flags & kStrike) != 0;
+        entry.font.italic = (flags & kFontItalic) != 0;
+        entry.font.strike = (flags & kFontStrike) != 0;
         entry.color = cursor.U16();
         entry.font.bold = IsBold(cursor.U16());
         entry.font.position = PositionOf(cursor.U16());

@@ -1,4 +1,4 @@
-#include "engines/builtin/xlsx/look/style/built_in_table_styles.h"
+#include "engines/builtin/theme/built_in_table_styles.h"
 
 #include "engines/builtin/common/tint.h"
 #include "engines/builtin/common/words.h"
@@ -7,7 +7,7 @@
 #include <array>
 #include <cstddef>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 namespace {
 
 using book::LineStyle;
@@ -141,7 +141,7 @@ constexpr std::array<Family, 20> kFamilies = {{
      "X-25=1+50 X+80=0-15 X+60=0-25"},
 }};
 
-constexpr builtin::Words<TablePart, 10> kPartNames = {{
+constexpr Words<TablePart, 10> kPartNames = {{
     {"whole", TablePart::WholeTable},
     {"header", TablePart::HeaderRow},
     {"total", TablePart::TotalRow},
@@ -154,7 +154,7 @@ constexpr builtin::Words<TablePart, 10> kPartNames = {{
     {"corner", TablePart::FirstHeaderCell},
 }};
 
-constexpr builtin::Words<LineStyle, 4> kLineNames = {{
+constexpr Words<LineStyle, 4> kLineNames = {{
     {"thin", LineStyle::Thin},
     {"medium", LineStyle::Medium},
     {"thick", LineStyle::Thick},
@@ -171,9 +171,9 @@ std::string_view Cut(std::string_view& text, std::string_view separator)
 }
 
 template <typename Value, std::size_t N>
-Value Named(const builtin::Words<Value, N>& names, std::string_view name)
+Value Named(const Words<Value, N>& names, std::string_view name)
 {
-    return builtin::ValueOfWord(names, name).value_or(names.front().value);
+    return ValueOfWord(names, name).value_or(names.front().value);
 }
 
 /// One style of a family.
@@ -257,8 +257,8 @@ private:
         // Files hold tints as shares of 32,767.
         const std::size_t share = percent * 32767 / 100;
         const double tint = static_cast<double>(share) / 32767.0;
-        return builtin::ApplyTint(theme_.ByIndex(index).value_or(book::kBlack),
-                                  text.find('-') == text.npos ? tint : -tint);
+        return ApplyTint(theme_.ByIndex(index).value_or(book::kBlack),
+                         text.find('-') == text.npos ? tint : -tint);
     }
 
     const ThemeColors& theme_;
@@ -281,4 +281,4 @@ std::optional<book::TableStyle> BuiltInTableStyle(std::string_view name, const T
     return std::nullopt;
 }
 
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

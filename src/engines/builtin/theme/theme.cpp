@@ -1,13 +1,12 @@
-#include "engines/builtin/xlsx/look/style/theme.h"
+#include "engines/builtin/theme/theme.h"
 
 #include "engines/builtin/xml/reading.h"
-#include "util/error.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 namespace {
 
 constexpr std::array<std::string_view, 12> kNames = {"lt1",     "dk1",     "lt2",     "dk2",
@@ -128,19 +127,6 @@ const std::string& ThemeColors::FontFor(std::string_view scheme, const std::stri
     return font == nullptr || scriptFonts.contains(name) ? name : *font;
 }
 
-ThemeColors ReadTheme(const Package& package)
-{
-    try {
-        const auto* theme = package.RelationshipsOf(package.MainPart()).FindByType("theme");
-        if (theme != nullptr && !theme->External)
-            return ParseTheme(*package.ReadXml(ResolveTarget(package.MainPart(), theme->Target)));
-    }
-    catch (const util::Error&) {
-        // a damaged theme is as good as none
-    }
-    return {};
-}
-
 ThemeColors ParseTheme(std::string_view xml)
 {
     ThemeColors theme;
@@ -166,4 +152,4 @@ std::optional<book::Color> ParseHexColor(std::string_view text)
     return FromNumber(rgb);
 }
 
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "book/look/color.h"
-#include "engines/builtin/xlsx/package/package.h"
 
 #include <array>
 #include <cstddef>
@@ -11,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 
 /// The colours and fonts that a workbook's theme names. ECMA-376 20.1.6
 struct ThemeColors {
@@ -35,12 +34,11 @@ struct ThemeColors {
     const std::string& FontFor(std::string_view scheme, const std::string& name) const;
 };
 
-/// The theme of the workbook. What is missing or damaged is as in a workbook without a theme.
-ThemeColors ReadTheme(const Package& package);
-/// The same from the text of a theme part.
+/// The theme from the text of its part. What is missing or damaged is as in a workbook without a
+/// theme; throws util::Error where the text is no XML.
 ThemeColors ParseTheme(std::string_view xml);
 
 /// "1F497D", or "FF1F497D" with an opacity that does not count; nothing for other texts.
 std::optional<book::Color> ParseHexColor(std::string_view text);
 
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

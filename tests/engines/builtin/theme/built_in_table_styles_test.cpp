@@ -1,11 +1,11 @@
-#include "engines/builtin/xlsx/look/style/built_in_table_styles.h"
+#include "engines/builtin/theme/built_in_table_styles.h"
 
 #include "engines/builtin/common/tint.h"
 
 #include <gtest/gtest.h>
 #include <string>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 namespace {
 
 using book::Color;
@@ -49,13 +49,13 @@ TEST(BuiltInTableStyle, Medium2HasTheFirstAccent)
     EXPECT_EQ(header.fill->pattern, book::FillPattern::Solid);
     EXPECT_EQ(header.fill->foreground, kAccent1);
     const auto& whole = style.parts.at(TablePart::WholeTable);
-    const book::BorderLine line{LineStyle::Thin, builtin::ApplyTint(kAccent1, 0.39997558519241921)};
+    const book::BorderLine line{LineStyle::Thin, ApplyTint(kAccent1, 0.39997558519241921)};
     EXPECT_EQ(whole.left, line);
     EXPECT_EQ(whole.innerHorizontal, line);
     EXPECT_EQ(whole.innerVertical, std::nullopt);
     EXPECT_EQ(whole.fontColor, book::kBlack);
     EXPECT_EQ(style.parts.at(TablePart::FirstRowStripe).fill->foreground,
-              builtin::ApplyTint(kAccent1, 0.79998168889431442));
+              ApplyTint(kAccent1, 0.79998168889431442));
     EXPECT_EQ(style.parts.at(TablePart::TotalRow).top,
               (book::BorderLine{LineStyle::Double, kAccent1}));
 }
@@ -81,7 +81,7 @@ TEST(BuiltInTableStyle, DarkStylesFrom8OnHaveTwoAccents)
     const auto style = BuiltIn("TableStyleDark9");
     EXPECT_EQ(style.parts.at(TablePart::HeaderRow).fill->foreground, kAccent2);
     EXPECT_EQ(style.parts.at(TablePart::WholeTable).fill->foreground,
-              builtin::ApplyTint(kAccent1, 0.79998168889431442));
+              ApplyTint(kAccent1, 0.79998168889431442));
     EXPECT_EQ(BuiltIn("TableStyleDark8").parts.at(TablePart::HeaderRow).fill->foreground,
               book::kBlack);
     EXPECT_EQ(BuiltIn("TableStyleDark11").parts.at(TablePart::HeaderRow).fill->foreground,
@@ -110,11 +110,11 @@ TEST(BuiltInTableStyle, PivotLight16HasAPaleHeader)
     const auto style = BuiltIn("PivotStyleLight16");
     const auto& header = style.parts.at(TablePart::HeaderRow);
     EXPECT_EQ(header.bold, true);
-    EXPECT_EQ(header.fill->foreground, builtin::ApplyTint(kAccent1, 0.79998168889431442));
-    EXPECT_EQ(header.bottom, (book::BorderLine{LineStyle::Thin,
-                                               builtin::ApplyTint(kAccent1, 0.39997558519241921)}));
+    EXPECT_EQ(header.fill->foreground, ApplyTint(kAccent1, 0.79998168889431442));
+    EXPECT_EQ(header.bottom,
+              (book::BorderLine{LineStyle::Thin, ApplyTint(kAccent1, 0.39997558519241921)}));
     EXPECT_EQ(style.parts.count(TablePart::WholeTable), 0U);
 }
 
 } // namespace
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

@@ -1,8 +1,8 @@
-#include "engines/builtin/xlsx/look/style/theme.h"
+#include "engines/builtin/theme/theme.h"
 
 #include <gtest/gtest.h>
 
-namespace orrery::xlsx {
+namespace orrery::builtin {
 namespace {
 
 constexpr std::string_view kTheme =
@@ -59,4 +59,4 @@ TEST(ParseHexColor, ReadsWithAndWithoutOpacity)
 }
 
 } // namespace
-} // namespace orrery::xlsx
+} // namespace orrery::builtin

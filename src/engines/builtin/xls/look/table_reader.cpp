@@ -1,11 +1,11 @@
 #include "engines/builtin/xls/look/table_reader.h"
 
+#include "engines/builtin/theme/built_in_table_styles.h"
 #include "engines/builtin/xls/look/records/byte_cursor.h"
 #include "engines/builtin/xls/look/records/left_out.h"
 #include "engines/builtin/xls/look/records/ranges.h"
 #include "engines/builtin/xls/records/unicode_string.h"
 #include "engines/builtin/xls/sheet/table_fields.h"
-#include "engines/builtin/xlsx/look/style/built_in_table_styles.h"
 
 #include <algorithm>
 #include <string>
@@ -77,7 +77,7 @@ void TableReader::ReadMore(std::string_view data)
     table.showsRowStripes = (flags & Rows) != 0;
     table.showsColumnStripes = (flags & Columns) != 0;
     const auto name = ReadUnicodeString(data, cursor.Position()).text;
-    if (auto style = xlsx::BuiltInTableStyle(name, theme_))
+    if (auto style = builtin::BuiltInTableStyle(name, theme_))
         table.style = std::move(*style);
     else if (!name.empty())
         LeaveOut(look_, "table style", table.name, "it is not one of Excel's own");

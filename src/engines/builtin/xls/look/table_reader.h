@@ -1,8 +1,8 @@
 #pragma once
 
 #include "book/look/sheet_look.h"
+#include "engines/builtin/theme/theme.h"
 #include "engines/builtin/xls/look/records/look_records.h"
-#include "engines/builtin/xlsx/look/style/theme.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -14,7 +14,8 @@ namespace orrery::xls {
 /// Reads the tables of a sheet. [MS-XLS] 2.4.114, 2.4.157, 2.5.266
 class TableReader {
 public:
-    TableReader(book::SheetLook& look, const xlsx::ThemeColors& theme) : look_(look), theme_(theme)
+    TableReader(book::SheetLook& look, const builtin::ThemeColors& theme)
+        : look_(look), theme_(theme)
     {
     }
 
@@ -29,7 +30,7 @@ private:
     void ReadMore(std::string_view data);
 
     book::SheetLook& look_;
-    const xlsx::ThemeColors& theme_;
+    const builtin::ThemeColors& theme_;
     std::map<std::uint32_t, std::size_t> places_; // in the look, by the table's id
 };
 

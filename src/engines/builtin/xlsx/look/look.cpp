@@ -9,6 +9,7 @@
 #include "engines/builtin/xlsx/look/sheet/sheet_reader.h"
 #include "engines/builtin/xlsx/look/sheet/table_reader.h"
 #include "engines/builtin/xlsx/look/style/style_sheet.h"
+#include "engines/builtin/xlsx/look/style/theme_part.h"
 #include "engines/builtin/xlsx/look/workbook_reader.h"
 #include "engines/builtin/xlsx/package/package.h"
 #include "util/error.h"
@@ -139,7 +140,7 @@ private:
     }
 
     Package package_;
-    ThemeColors theme_;
+    builtin::ThemeColors theme_;
     StyleSheet styles_;
     book::WorkbookLook look_;
     std::vector<std::string> parts_; // of the sheets; empty for one without a part

@@ -2,8 +2,8 @@
 
 #include "book/look/color.h"
 #include "engines/builtin/common/default_palette.h"
+#include "engines/builtin/theme/theme.h"
 #include "engines/builtin/xls/look/records/byte_cursor.h"
-#include "engines/builtin/xlsx/look/style/theme.h"
 
 #include <cstdint>
 #include <optional>
@@ -29,7 +29,7 @@ public:
     void SetPalette(std::string_view data);
     /// Takes the data of a THEME record.
     void SetTheme(std::string_view data);
-    const xlsx::ThemeColors& Theme() const { return theme_; }
+    const builtin::ThemeColors& Theme() const { return theme_; }
     const builtin::Palette& Palette() const { return palette_; }
 
     /// Nothing for the automatic colour. [MS-XLS] 2.5.161
@@ -39,7 +39,7 @@ public:
 
 private:
     builtin::Palette palette_ = builtin::DefaultPalette();
-    xlsx::ThemeColors theme_;
+    builtin::ThemeColors theme_;
 };
 
 } // namespace orrery::xls

@@ -84,12 +84,12 @@ std::string ThemePart(std::string_view package)
 
 } // namespace
 
-xlsx::ThemeColors ReadThemeRecord(std::string_view data)
+builtin::ThemeColors ReadThemeRecord(std::string_view data)
 {
     if (data.size() <= kThemeHead)
         return {};
     try {
-        return xlsx::ParseTheme(ThemePart(data.substr(kThemeHead)));
+        return builtin::ParseTheme(ThemePart(data.substr(kThemeHead)));
     }
     catch (const util::Error&) {
         return {};

@@ -66,7 +66,7 @@ bool LiesOnItsSide(double rotation)
 /// Reads a sheet's drawings and what is left out of them.
 class DrawingsReader {
 public:
-    DrawingsReader(const Package& package, const ThemeColors& theme,
+    DrawingsReader(const Package& package, const builtin::ThemeColors& theme,
                    std::vector<book::LeftOut>& leftOut)
         : package_(package), format_(package), style_{theme, format_}, pictures_(package),
           leftOut_(leftOut)
@@ -174,7 +174,7 @@ private:
 } // namespace drawing
 
 std::vector<book::Drawing> ReadDrawings(const Package& package, const std::string& sheetPart,
-                                        const ThemeColors& theme,
+                                        const builtin::ThemeColors& theme,
                                         std::vector<book::LeftOut>& leftOut)
 {
     return drawing::DrawingsReader(package, theme, leftOut).Read(sheetPart);

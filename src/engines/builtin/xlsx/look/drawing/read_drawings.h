@@ -2,7 +2,7 @@
 
 #include "book/look/drawing.h"
 #include "book/look/sheet_look.h"
-#include "engines/builtin/xlsx/look/style/theme.h"
+#include "engines/builtin/theme/theme.h"
 #include "engines/builtin/xlsx/package/package.h"
 
 #include <string>
@@ -15,7 +15,7 @@ namespace orrery::xlsx {
 /// Never throws for what the parts contain: what cannot be read is added to `leftOut`, once for
 /// each reason.
 std::vector<book::Drawing> ReadDrawings(const Package& package, const std::string& sheetPart,
-                                        const ThemeColors& theme,
+                                        const builtin::ThemeColors& theme,
                                         std::vector<book::LeftOut>& leftOut);
 
 } // namespace orrery::xlsx

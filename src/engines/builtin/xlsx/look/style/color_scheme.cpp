@@ -11,7 +11,7 @@ std::optional<book::Color> BaseColor(const xml::Scanner& scanner, const ColorSch
     if (const auto theme = IndexAttribute(scanner, "theme"))
         return scheme.theme.ByIndex(*theme);
     if (const auto rgb = scanner.Attribute("rgb"))
-        return ParseHexColor(rgb->raw);
+        return builtin::ParseHexColor(rgb->raw);
     if (const auto index = IndexAttribute(scanner, "indexed"))
         return builtin::PaletteColor(scheme.palette, *index);
     return std::nullopt;

@@ -2,7 +2,7 @@
 
 #include "book/look/color.h"
 #include "engines/builtin/common/default_palette.h"
-#include "engines/builtin/xlsx/look/style/theme.h"
+#include "engines/builtin/theme/theme.h"
 #include "engines/builtin/xml/scanner.h"
 
 #include <optional>
@@ -11,7 +11,7 @@ namespace orrery::xlsx {
 
 /// What the colours of styles refer to.
 struct ColorScheme {
-    ThemeColors theme;
+    builtin::ThemeColors theme;
     builtin::Palette palette = builtin::DefaultPalette();
 };
 

@@ -1,7 +1,7 @@
 #include "engines/builtin/xlsx/look/style/style_sheet.h"
 
 #include "engines/builtin/common/number_format_codes.h"
-#include "engines/builtin/xlsx/look/style/built_in_table_styles.h"
+#include "engines/builtin/theme/built_in_table_styles.h"
 #include "engines/builtin/xlsx/look/style/style_sheet_reader.h"
 #include "engines/builtin/xlsx/look/style/table_parts.h"
 
@@ -18,7 +18,7 @@ template <typename Item> Item ItemAt(const std::vector<Item>& items, std::option
 
 } // namespace
 
-StyleSheet::StyleSheet(ThemeColors theme)
+StyleSheet::StyleSheet(builtin::ThemeColors theme)
 {
     lists_.colors.theme = std::move(theme);
     lists_.formats.emplace_back();
@@ -27,7 +27,7 @@ StyleSheet::StyleSheet(ThemeColors theme)
     lists_.fonts.push_back(std::move(font));
 }
 
-StyleSheet::StyleSheet(ThemeColors theme, std::string_view xml)
+StyleSheet::StyleSheet(builtin::ThemeColors theme, std::string_view xml)
 {
     lists_.colors.theme = std::move(theme);
     StyleSheetReader(lists_, xml).Read();
@@ -80,7 +80,7 @@ std::optional<book::TableStyle> StyleSheet::FindTableStyle(std::string_view name
 {
     const auto own = lists_.tableStyles.find(name);
     if (own == lists_.tableStyles.end())
-        return BuiltInTableStyle(name, lists_.colors.theme);
+        return builtin::BuiltInTableStyle(name, lists_.colors.theme);
     book::TableStyle style;
     for (const TableElement& element : own->second) {
         const auto part = TablePartOf(element.type);

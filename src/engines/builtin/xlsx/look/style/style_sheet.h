@@ -15,10 +15,10 @@ namespace orrery::xlsx {
 class StyleSheet {
 public:
     /// Of a workbook without styles: its only format is the default one.
-    explicit StyleSheet(ThemeColors theme);
+    explicit StyleSheet(builtin::ThemeColors theme);
     /// Reads a styles part. Damaged elements are as in a workbook without styles. Throws
     /// Error(DamagedWorkbook) if the text is not well-formed.
-    StyleSheet(ThemeColors theme, std::string_view xml);
+    StyleSheet(builtin::ThemeColors theme, std::string_view xml);
 
     /// At least one.
     std::size_t CountFormats() const { return lists_.formats.size(); }

@@ -52,7 +52,7 @@ void StyleSheetReader::ReadOwnPalette()
             std::size_t index = 0;
             xml::ForEachChild(scanner, [&] {
                 const auto rgb = scanner.Attribute("rgb");
-                const auto color = rgb ? ParseHexColor(rgb->raw) : std::nullopt;
+                const auto color = rgb ? builtin::ParseHexColor(rgb->raw) : std::nullopt;
                 if (color && index < lists_.colors.palette.size())
                     lists_.colors.palette[index] = *color;
                 ++index;

@@ -13,7 +13,7 @@ class CellSheet {
 public:
     explicit CellSheet(const std::string& rows, const std::string& sharedTexts = {},
                        const std::string& styles = {}, const CellLimits& limits = {})
-        : styles_(ThemeColors(), "<styleSheet>" + styles + "</styleSheet>"),
+        : styles_(builtin::ThemeColors(), "<styleSheet>" + styles + "</styleSheet>"),
           texts_("<sst>" + sharedTexts + "</sst>")
     {
         SheetContext context(styles_, texts_, book::DateSystem::From1900, look_);

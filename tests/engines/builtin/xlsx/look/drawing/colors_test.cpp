@@ -22,7 +22,7 @@ TEST_P(ReadColorTest, GivesTheColorThatIsMeant)
     xml::EnterRoot(scanner);
     const xml::Tree tree(
         scanner, [](std::string_view) { return false; }, 100);
-    const ThemeColors theme;
+    const builtin::ThemeColors theme;
     const auto color = ReadColor(tree.Root(), {theme, ShapeColor{{10, 20, 30}, 0.5}});
     ASSERT_EQ(color.has_value(), GetParam().color.has_value());
     if (!color)
@@ -80,7 +80,7 @@ TEST(ReadColor, SchemeNamesOfSheets)
     xml::EnterRoot(scanner);
     const xml::Tree tree(
         scanner, [](std::string_view) { return false; }, 100);
-    const ThemeColors theme;
+    const builtin::ThemeColors theme;
     const auto color = ReadColor(tree.Root(), {theme, std::nullopt});
     ASSERT_TRUE(color);
     EXPECT_EQ(color->color, theme.ByName("dk1"));

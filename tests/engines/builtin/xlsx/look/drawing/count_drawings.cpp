@@ -2,6 +2,7 @@
 // file, the part and the number of drawings of each kind, those in groups included.
 
 #include "engines/builtin/xlsx/look/drawing/read_drawings.h"
+#include "engines/builtin/xlsx/look/style/theme_part.h"
 #include "engines/builtin/xlsx/package/package.h"
 #include "util/error.h"
 
@@ -25,7 +26,7 @@ void Count(const std::vector<book::Drawing>& drawings, Counts& counts)
 void PrintSheets(const std::filesystem::path& file)
 {
     const Package package(file);
-    const ThemeColors theme = ReadTheme(package);
+    const builtin::ThemeColors theme = ReadTheme(package);
     for (const Relationship& sheet : package.RelationshipsOf(package.MainPart()).All()) {
         if (!sheet.Is("worksheet") && !sheet.Is("chartsheet"))
             continue;

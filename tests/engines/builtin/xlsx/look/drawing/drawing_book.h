@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/builtin/xlsx/look/drawing/read_drawings.h"
+#include "engines/builtin/xlsx/look/style/theme_part.h"
 #include "engines/builtin/xlsx/package/package.h"
 #include "util/scratch_folder.h"
 #include "xlsx/built_book.h"

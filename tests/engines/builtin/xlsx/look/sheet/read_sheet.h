@@ -10,7 +10,7 @@ namespace orrery::xlsx {
 /// The look of a worksheet part with these elements, and styles with these lists.
 inline book::SheetLook ReadSheet(const std::string& elements, const std::string& styles = {})
 {
-    const StyleSheet sheet(ThemeColors(), "<styleSheet>" + styles + "</styleSheet>");
+    const StyleSheet sheet(builtin::ThemeColors(), "<styleSheet>" + styles + "</styleSheet>");
     const SharedTexts texts;
     book::SheetLook look;
     SheetContext context(sheet, texts, book::DateSystem::From1900, look);

@@ -9,7 +9,7 @@ using book::TablePart;
 
 TEST(ParseTable, ReadsIt)
 {
-    const StyleSheet styles{ThemeColors()};
+    const StyleSheet styles{builtin::ThemeColors()};
     const auto table = ParseTable(
         "<table ref=\"B2:C9\" name=\"n\" displayName=\"Table1\" totalsRowCount=\"1\">"
         "<tableColumns><tableColumn name=\"A_x000a_B\"/><tableColumn name=\"C\"/></tableColumns>"
@@ -30,7 +30,7 @@ TEST(ParseTable, ReadsIt)
 
 TEST(ParseTable, NeedsARange)
 {
-    const StyleSheet styles{ThemeColors()};
+    const StyleSheet styles{builtin::ThemeColors()};
     EXPECT_FALSE(ParseTable("<table/>", styles).has_value());
     EXPECT_FALSE(ParseTable("<table ref=\"A1:XFE2\"/>", styles).has_value());
     const auto plain = ParseTable("<table ref=\"A1\" headerRowCount=\"7\"/>", styles);
@@ -40,7 +40,7 @@ TEST(ParseTable, NeedsARange)
 
 TEST(ParsePivotTable, ReadsItsPlaceAndStyle)
 {
-    const StyleSheet styles{ThemeColors()};
+    const StyleSheet styles{builtin::ThemeColors()};
     const auto table = ParsePivotTable(
         "<pivotTableDefinition name=\"Pivot\" rowGrandTotals=\"1\"><location ref=\"A3:C20\" "
         "firstDataRow=\"2\"/><pivotTableStyleInfo name=\"PivotStyleLight16\" showRowHeaders=\"1\" "

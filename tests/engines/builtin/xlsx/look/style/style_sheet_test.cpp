@@ -17,7 +17,8 @@ using book::Underline;
 /// A styles part. Format 0 is plain.
 StyleSheet Read(const std::string& lists)
 {
-    return StyleSheet(ThemeColors(), "<styleSheet xmlns=\"urn:main\">" + lists + "</styleSheet>");
+    return StyleSheet(builtin::ThemeColors(),
+                      "<styleSheet xmlns=\"urn:main\">" + lists + "</styleSheet>");
 }
 
 /// The style of a format that uses the second item of each list.
@@ -45,7 +46,7 @@ book::PartialStyle ReadDxf(const std::string& dxf)
 
 TEST(StyleSheet, HasOneFormatWithoutAPart)
 {
-    const StyleSheet sheet{ThemeColors()};
+    const StyleSheet sheet{builtin::ThemeColors()};
     EXPECT_EQ(sheet.CountFormats(), 1U);
     EXPECT_EQ(sheet.Format(0).font.name, "Calibri");
     EXPECT_EQ(sheet.Format(7), sheet.Format(0));
@@ -88,7 +89,7 @@ TEST(StyleSheet, TakesTheFontOfTheTheme)
 
 TEST(StyleSheet, KeepsTheThemesFontOfAnotherScript)
 {
-    ThemeColors theme;
+    builtin::ThemeColors theme;
     theme.scriptFonts.insert("MS PGothic");
     const StyleSheet sheet(theme, "<styleSheet><fonts><font><name val=\"MS PGothic\"/>"
                                   "<scheme val=\"minor\"/></font></fonts></styleSheet>");

@@ -171,7 +171,7 @@ std::optional<book::ChartGroup> ReadChartGroup(const xml::Element& element, cons
     return group;
 }
 
-std::vector<book::Color> ChartColors(int style, const ThemeColors& theme)
+std::vector<book::Color> ChartColors(int style, const builtin::ThemeColors& theme)
 {
     constexpr std::size_t kAccents = 6;
     const std::size_t column = static_cast<std::size_t>(std::clamp(style, 1, 48) - 1) % 8;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "book/look/color.h"
-#include "engines/builtin/xlsx/look/style/theme.h"
+#include "engines/builtin/theme/theme.h"
 #include "engines/builtin/xml/tree.h"
 
 #include <optional>
@@ -16,7 +16,7 @@ struct ShapeColor {
 
 /// What colours are relative to.
 struct ColorSource {
-    const ThemeColors& theme;
+    const builtin::ThemeColors& theme;
     std::optional<ShapeColor> placeholder; ///< what "phClr" stands for
 };
 

@@ -20,7 +20,7 @@ struct ShapeFill {
 
 /// What lines and fills are read with.
 struct StyleSource {
-    const ThemeColors& theme;
+    const builtin::ThemeColors& theme;
     const FormatScheme& format;
 };
 

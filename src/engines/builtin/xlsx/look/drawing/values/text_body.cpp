@@ -25,7 +25,8 @@ book::Underline UnderlineOf(const std::string& name)
     return name == "dbl" || name == "wavyDbl" ? book::Underline::Double : book::Underline::Single;
 }
 
-void ReadTypeface(const xml::Element& properties, const ThemeColors& theme, book::Font& font)
+void ReadTypeface(const xml::Element& properties, const builtin::ThemeColors& theme,
+                  book::Font& font)
 {
     std::string name = properties.Child("latin").Attribute("typeface");
     if (const std::string* scheme = theme.FontOf(name))
@@ -65,7 +66,8 @@ VerticalAlignment VerticalOf(const xml::Element& body)
 /// Reads the paragraphs of one body.
 class ParagraphReader {
 public:
-    ParagraphReader(const ThemeColors& theme, const book::Font& font, const xml::Element& list)
+    ParagraphReader(const builtin::ThemeColors& theme, const book::Font& font,
+                    const xml::Element& list)
         : colors_{theme, std::nullopt}, font_(font), list_(list)
     {
     }
@@ -161,7 +163,7 @@ book::Font ReadFont(const xml::Element& properties, const book::Font& base,
 
 std::optional<book::TextBody> ReadTextBody(const xml::Element& element,
                                            const xml::Element& fontReference,
-                                           const ThemeColors& theme)
+                                           const builtin::ThemeColors& theme)
 {
     if (!element)
         return std::nullopt;

@@ -15,7 +15,7 @@ book::Font ReadFont(const xml::Element& properties, const book::Font& base,
 /// one of the shape's style, or none.
 std::optional<book::TextBody> ReadTextBody(const xml::Element& element,
                                            const xml::Element& fontReference,
-                                           const ThemeColors& theme);
+                                           const builtin::ThemeColors& theme);
 
 /// The paragraphs of a body as lines of plain text.
 std::string PlainText(const xml::Element& body);

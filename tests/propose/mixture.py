@@ -12,7 +12,8 @@ LABELS = ("title turned", "title between", "title combined", "title empty", "wee
           "weekdays absent", "weekdays empty", "5 weeks", "right to left", "mini calendars", "week numbers",
           "hidden column", "day merged block", "day number at the right", "day number at the bottom",
           "caption turned", "caption corner", "captions empty", "days formulas", "days dates", "days texts",
-          "year none", "timetable", "months downwards", "uneven year", "lottery")
+          "year none")
+KINDS_OF_NONE = 24
 
 
 def check_mixture(problems, seed):
@@ -20,8 +21,10 @@ def check_mixture(problems, seed):
     kinds = collections.Counter(design.truth.kind for design in made)
     for kind, (low, high) in KINDS.items():
         problems.check(low <= kinds[kind] / COUNT <= high, kind, "has a share of", kinds[kind] / COUNT)
-    labels = {label.removeprefix("also ") for design in made for label in design.labels}
+    labels = {label for design in made for label in design.labels}
     problems.check(not set(LABELS) - labels, "no design is", sorted(set(LABELS) - labels))
+    none = {design.truth.why_none for design in made} - {""}
+    problems.check(len(none) >= KINDS_OF_NONE, "only these are no calendars:", sorted(none))
     monthly = [design.truth.monthly for design in made if design.truth.monthly["Output"] == "Y"]
     yearly = [design.truth.yearly for design in made if design.truth.yearly["Output"] == "Y"]
     _values(problems, yearly, "MonthLayout", {"1", "2", "3", "4", "6", "12"})

@@ -68,11 +68,11 @@ def is_weekend(plan, theme, column):
 def pick_plan(rng, theme, names, area, small=False):
     """The choices that hold for every month of a page."""
     size = theme.size if small else rng.choice((theme.size, theme.size + 2, 14, 16, 18))
-    number = theme.text(size=min(size, int(area.number_width * 4.2)), bold=rng.random() < 0.35,
+    number = theme.text(size=min(size, int(area.number_width * 3.6)), bold=rng.random() < 0.35,
                         across="center" if small else rng.choice(("left", "right", "center", None)),
                         down=rng.choice(("top", "center", "center", None)),
                         number=rng.choice(("General",) * 5 + ("0", "d", "d", "dd", "00")))
-    if number.across in ("left", "right") and rng.random() < 0.1:
+    if number.across in ("left", "right") and area.number_width > 6 and rng.random() < 0.15:
         number = number.but(indent=1)
     note = theme.text(size=max(7, theme.size - 2), down=rng.choice(("top", "center")),
                       wrap=rng.random() < 0.5, shrink=rng.random() < 0.1)
@@ -84,7 +84,7 @@ def pick_plan(rng, theme, names, area, small=False):
     if kind == "dates" and small and area.widths[0] < 5:
         kind = "names"
     if kind == "dates":
-        heading = heading.but(number="ddd" if small else rng.choice(("ddd", "dddd")))
+        heading = heading.but(number="ddd" if small else rng.choice(("ddd", "dddd")), shrink=True)
     weekdays = small_names(rng, names) if small else names.weekdays
     narrow = rng.choice((0.6, 0.8, 1.3)) if len(weekdays[0]) < 5 else 1.3
     if kind == "empty" and not heading.fill and theme.grid_lines not in ("all", "days"):
@@ -97,7 +97,7 @@ def pick_plan(rng, theme, names, area, small=False):
 
 def small_names(rng, names):
     """Weekday names that fit narrow columns; few people keep long ones there."""
-    if len(names.weekdays[1]) <= 3 or rng.random() < 0.05:
+    if len(names.weekdays[1]) <= 3 or " " in names.weekdays[0] or rng.random() < 0.05:
         return names.weekdays
     short = lists.WEEKDAYS_OF.get(f"{names.base}, short")
     if short and rng.random() < 0.7:

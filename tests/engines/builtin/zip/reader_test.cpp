@@ -133,6 +133,17 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedZipCase{"MoreThanAGibibyte", Bomb(5, 0xFFFFFFF0), ErrorKind::TooLargeUnpacked}),
     [](const auto& row) { return std::string(row.param.name); });
 
+TEST(ZipReader, MayCheckSizesWhenEntriesAreRead)
+{
+    const ScratchFolder folder;
+    const auto path =
+        folder.Write("a.zip", BuildZip({{.name = "a", .content = kText, .declaredSize = 11 * kMiB},
+                                        {.name = "b", .content = kText}}));
+    const Reader zip(path, SizeCheck::WhenRead);
+    EXPECT_EQ(KindThrownBy([&] { zip.Read(0); }), ErrorKind::TooLargeUnpacked);
+    EXPECT_EQ(zip.Read(1), kText);
+}
+
 struct AmbiguousCase {
     const char* name;
     std::string zip;

@@ -30,7 +30,8 @@ public:
     /// Opens a package whose main part is a workbook in XML.
     /// Throws Error: NotAWorkbook, DamagedWorkbook, BinaryWorkbook, TooLargeUnpacked, FileNotFound,
     /// FileNotReadable.
-    explicit Package(const std::filesystem::path& path);
+    explicit Package(const std::filesystem::path& path,
+                     zip::SizeCheck check = zip::SizeCheck::WhenOpened);
 
     const std::filesystem::path& Path() const { return path_; }
     /// The workbook part.

@@ -55,9 +55,9 @@ std::size_t InputFile::Read(char* buffer, std::size_t count)
     return read;
 }
 
-void InputFile::CheckUnchanged() const
+void InputFile::CheckUnchangedSince(const Stamp& stamp) const
 {
-    if (StampOf(file_.get()) != stamp_)
+    if (StampOf(file_.get()) != stamp)
         throw Error(ErrorKind::FileNotReadable, FromPath(path_),
                     "another program changes it at this moment");
 }

@@ -20,6 +20,13 @@ inline constexpr std::uint64_t kMaxTextFileSize = std::uint64_t{16} << 20U;
 /// device or a pipe, is refused without waiting for it.
 class InputFile {
 public:
+    /// What tells that a file was changed.
+    struct Stamp {
+        std::uint64_t size = 0;
+        std::int64_t modified = 0; ///< time of the last change, in the system's units and epoch
+        friend bool operator==(const Stamp&, const Stamp&) = default;
+    };
+
     /// Throws Error (FileNotFound, FileNotReadable, NotARegularFile).
     explicit InputFile(const std::filesystem::path& path);
 
@@ -27,7 +34,10 @@ public:
     std::uint64_t Size() const { return stamp_.size; }
     /// Throws Error(FileNotReadable) if the file's size or modification time changed since it was
     /// opened: another program is writing it.
-    void CheckUnchanged() const;
+    void CheckUnchanged() const { CheckUnchangedSince(stamp_); }
+    /// The same, since another opening of the file.
+    void CheckUnchangedSince(const Stamp& stamp) const;
+    const Stamp& Opened() const { return stamp_; }
     /// Reads the next bytes, fewer than `count` only at the end. Throws Error(FileNotReadable).
     std::size_t Read(char* buffer, std::size_t count);
     /// The next bytes are those from this offset on. Throws Error(FileNotReadable).
@@ -41,11 +51,6 @@ private:
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
     std::filesystem::path path_;
-    struct Stamp {
-        std::uint64_t size = 0;
-        std::int64_t modified = 0; // time of the last change, in the system's units and epoch
-        friend bool operator==(const Stamp&, const Stamp&) = default;
-    };
     static std::optional<Stamp> StampOf(std::FILE* file);
     Stamp stamp_;
     std::unique_ptr<std::FILE, Closer> file_;

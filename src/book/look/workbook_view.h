@@ -63,6 +63,9 @@ public:
     /// The cells that differ from the file's: stored results of formulas that read them, directly
     /// or not, are out of date.
     virtual std::vector<CellOfSheet> WrittenCells() const { return {}; }
+    /// Closes the file until something of it is asked for, so that other programs can replace it;
+    /// `Sheet` then throws FileNotReadable if one did.
+    virtual void CloseFile() {}
 };
 
 } // namespace orrery::book

@@ -32,6 +32,7 @@ public:
     std::optional<std::size_t> ReferencedSheet(std::string_view name,
                                                std::size_t from) const override;
     std::vector<book::CellOfSheet> WrittenCells() const override;
+    void CloseFile() override { model_.CloseFile(); }
 
 private:
     struct Entry {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,20 +19,29 @@ public:
     static constexpr std::size_t kMost = std::size_t{1} << 18U;
 
     /// Throws Error as `util::InputFile` does.
-    explicit FileWindow(const std::filesystem::path& path) : path_(path), file_(path) {}
+    explicit FileWindow(const std::filesystem::path& path)
+        : path_(path), file_(path), stamp_(file_->Opened())
+    {
+    }
 
     const std::filesystem::path& Path() const { return path_; }
     /// In bytes, when it was opened.
-    std::uint64_t Size() const { return file_.Size(); }
+    std::uint64_t Size() const { return stamp_.size; }
     /// The `count` bytes from an offset on, fewer only where the file ends; valid until the next
-    /// call. Throws Error(FileNotReadable).
+    /// call. Throws Error(FileNotReadable), and after `Close` as the constructor.
     std::string_view Read(std::uint64_t offset, std::size_t count);
-    /// Throws Error(FileNotReadable) if another program changed the file since it was opened.
-    void CheckUnchanged() const { file_.CheckUnchanged(); }
+    /// Throws Error(FileNotReadable) if another program changed the file since it was opened. It is
+    /// not closed.
+    void CheckUnchanged() const { file_->CheckUnchanged(); }
+    /// Closes the file, so that other programs can replace it, until what is not in memory is read.
+    void Close() { file_.reset(); }
 
 private:
+    void Open();
+
     std::filesystem::path path_;
-    util::InputFile file_;
+    std::optional<util::InputFile> file_;
+    util::InputFile::Stamp stamp_;
     std::string piece_;
     std::uint64_t begin_ = 0; // of the piece in the file
 };

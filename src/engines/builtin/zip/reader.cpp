@@ -63,11 +63,10 @@ void AppendTo(std::string& bytes, std::string_view piece, std::uint64_t declared
 
 } // namespace
 
-Reader::Reader(const std::filesystem::path& path, SizeCheck check)
-    : file_(path), entries_(ReadDirectory(file_)), verified_(entries_.size())
+Reader::Reader(const std::filesystem::path& path)
+    : file_(path), entries_(ReadDirectory(file_)),
+      unpackedSize_(CheckSizes(path, file_.Size(), entries_)), verified_(entries_.size())
 {
-    if (check == SizeCheck::WhenOpened)
-        unpackedSize_ = CheckSizes(path, file_.Size(), entries_);
 }
 
 /// Where the packed bytes begin: behind the local header, which has lengths of its own.
@@ -150,7 +149,6 @@ template <typename Unpacking> void Reader::Check(std::size_t index, Unpacking un
 
 std::string Reader::Read(std::size_t index) const
 {
-    CheckSize(file_.Path(), entries_[index]);
     std::string bytes;
     Check(index, [&](const Entry& entry, ContentCheck& check) {
         if (IsSmall(entry)) {

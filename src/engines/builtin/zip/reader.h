@@ -13,10 +13,6 @@
 
 namespace orrery::zip {
 
-/// When the sizes that a container declares are checked: of all entries when it is opened, or of
-/// each entry when it is read, for who reads few of them.
-enum class SizeCheck : std::uint8_t { WhenOpened, WhenRead };
-
 /// Reads a zip container.
 class Reader {
 public:
@@ -24,16 +20,15 @@ public:
 
     /// Opens a container. Throws Error: FileNotFound, FileNotReadable, NotARegularFile, and as
     /// `ReadDirectory` and `CheckSizes` do.
-    explicit Reader(const std::filesystem::path& path, SizeCheck check = SizeCheck::WhenOpened);
+    explicit Reader(const std::filesystem::path& path);
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
 
     const std::vector<Entry>& Entries() const { return entries_; }
-    /// The unpacked size of all entries in bytes; at most `kMaxUnpacked`. 0 if each is checked when
-    /// it is read.
+    /// The unpacked size of all entries in bytes; at most `kMaxUnpacked`.
     std::uint64_t UnpackedSize() const { return unpackedSize_; }
     /// The unpacked bytes of an entry; checks length and checksum. Throws Error(DamagedWorkbook,
-    /// FileNotReadable, TooLargeUnpacked).
+    /// FileNotReadable).
     std::string Read(std::size_t index) const;
     /// Makes the same checks without keeping the bytes, once for each entry. Throws as `Read`.
     void Verify(std::size_t index) const;
@@ -41,6 +36,8 @@ public:
     void ReadPacked(std::size_t index, const Take& take) const;
     /// Throws Error(FileNotReadable) where another program changed the file since it was opened.
     void CheckUnchanged() const { file_.CheckUnchanged(); }
+    /// Closes the file until something of it is asked for that is not in memory.
+    void CloseFile() { file_.Close(); }
 
 private:
     std::uint64_t FindContent(const Entry& entry) const;

@@ -32,17 +32,12 @@ std::uint64_t CheckSizes(const std::filesystem::path& path, std::uint64_t fileSi
         if (entry.size > kMaxUnpacked - total)
             ThrowTooLarge(path, "more than 1 GiB");
         total += entry.size;
-        CheckSize(path, entry);
+        if (IsSuspicious(entry.size, entry.packed))
+            ThrowTooLarge(path, entry.name + " unpacks to more than 1,000 times its size");
     }
     if (IsSuspicious(total, fileSize))
         ThrowTooLarge(path, "it unpacks to more than 1,000 times its size");
     return total;
-}
-
-void CheckSize(const std::filesystem::path& path, const Entry& entry)
-{
-    if (IsSuspicious(entry.size, entry.packed))
-        ThrowTooLarge(path, entry.name + " unpacks to more than 1,000 times its size");
 }
 
 } // namespace orrery::zip

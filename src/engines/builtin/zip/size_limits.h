@@ -14,7 +14,4 @@ namespace orrery::zip {
 std::uint64_t CheckSizes(const std::filesystem::path& path, std::uint64_t fileSize,
                          const std::vector<Entry>& entries);
 
-/// Throws Error(TooLargeUnpacked) if the entry is above 10 MiB and compressed by more than 1:1000.
-void CheckSize(const std::filesystem::path& path, const Entry& entry);
-
 } // namespace orrery::zip

@@ -6,6 +6,8 @@
 #include "zip/built_zip.h"
 #include "zip/thrown_kind.h"
 
+#include <cstdint>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -54,6 +56,41 @@ INSTANTIATE_TEST_SUITE_P(
                     ReadCase{"Utf8Name", {"xl/\xC3\xA4.xml", kText, false, false, false, 0x800}},
                     ReadCase{"Long", {"xl/a.xml", std::string(3 * kMiB + 7, 'x')}}),
     [](const auto& row) { return std::string(row.param.name); });
+
+/// A container of 1 MiB that does not pack, so that its beginning and its end are not in memory
+/// together.
+std::string LargeZip()
+{
+    std::string noise(kMiB, '\0');
+    std::uint32_t state = 1;
+    for (char& byte : noise) {
+        state = state * 1664525U + 1013904223U;
+        byte = static_cast<char>(state >> 24U);
+    }
+    return BuildZip({{"first", "1"}, {"noise", noise, true}, {"last", "2"}});
+}
+
+TEST(ClosedZipTest, IsOpenedAgainWhenItIsRead)
+{
+    const ScratchFolder folder;
+    Reader zip(folder.Write("a.zip", LargeZip()));
+    EXPECT_EQ(zip.Read(2), "2");
+    zip.CloseFile();
+    EXPECT_EQ(zip.Read(0), "1");
+    EXPECT_EQ(zip.Read(1).size(), std::size_t{kMiB});
+}
+
+TEST(ClosedZipTest, ARefusalTellsThatItWasReplaced)
+{
+    const ScratchFolder folder;
+    Reader zip(folder.Write("a.zip", LargeZip()));
+    EXPECT_EQ(zip.Read(2), "2");
+    zip.CloseFile();
+    folder.Write("a.zip", BuildZip({{"first", "another"}}));
+    EXPECT_EQ(KindThrownBy([&] { zip.Read(0); }), util::ErrorKind::FileNotReadable);
+    std::filesystem::remove(folder / "a.zip");
+    EXPECT_EQ(KindThrownBy([&] { zip.Read(0); }), util::ErrorKind::FileNotFound);
+}
 
 struct LieCase {
     const char* name;
@@ -132,17 +169,6 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedZipCase{"ManyOverTheRatio", Bomb(3, 10 * kMiB), ErrorKind::TooLargeUnpacked},
         RefusedZipCase{"MoreThanAGibibyte", Bomb(5, 0xFFFFFFF0), ErrorKind::TooLargeUnpacked}),
     [](const auto& row) { return std::string(row.param.name); });
-
-TEST(ZipReader, MayCheckSizesWhenEntriesAreRead)
-{
-    const ScratchFolder folder;
-    const auto path =
-        folder.Write("a.zip", BuildZip({{.name = "a", .content = kText, .declaredSize = 11 * kMiB},
-                                        {.name = "b", .content = kText}}));
-    const Reader zip(path, SizeCheck::WhenRead);
-    EXPECT_EQ(KindThrownBy([&] { zip.Read(0); }), ErrorKind::TooLargeUnpacked);
-    EXPECT_EQ(zip.Read(1), kText);
-}
 
 struct AmbiguousCase {
     const char* name;

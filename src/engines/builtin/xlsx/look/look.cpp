@@ -41,7 +41,7 @@ SheetKind KindOf(const Relationship& relationship)
 class Look : public book::WorkbookView {
 public:
     explicit Look(const std::filesystem::path& path)
-        : package_(path, zip::SizeCheck::WhenRead), theme_(ReadTheme(package_)), styles_(theme_)
+        : package_(path), theme_(ReadTheme(package_)), styles_(theme_)
     {
         const std::string& main = package_.MainPart();
         WorkbookEntries entries = ReadWorkbookPart(*package_.ReadXml(main), main);
@@ -52,6 +52,7 @@ public:
     }
 
     const book::WorkbookLook& Workbook() const override { return look_; }
+    void CloseFile() override { package_.CloseFile(); }
 
     const SheetLook& Sheet(std::size_t index) override
     {

@@ -53,9 +53,9 @@ bool IsWorkbookRoot(std::string_view xml, std::string_view part)
 
 } // namespace
 
-Package::Package(const std::filesystem::path& path, zip::SizeCheck check) : path_(path)
+Package::Package(const std::filesystem::path& path) : path_(path)
 {
-    zip_ = std::make_unique<zip::Reader>(path, check);
+    zip_ = std::make_unique<zip::Reader>(path);
     ListEntries();
     FindMainPart();
     CheckIsWorkbook();

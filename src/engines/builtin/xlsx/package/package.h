@@ -30,8 +30,7 @@ public:
     /// Opens a package whose main part is a workbook in XML.
     /// Throws Error: NotAWorkbook, DamagedWorkbook, BinaryWorkbook, TooLargeUnpacked, FileNotFound,
     /// FileNotReadable.
-    explicit Package(const std::filesystem::path& path,
-                     zip::SizeCheck check = zip::SizeCheck::WhenOpened);
+    explicit Package(const std::filesystem::path& path);
 
     const std::filesystem::path& Path() const { return path_; }
     /// The workbook part.
@@ -63,6 +62,8 @@ public:
     /// The number of parts, relationships included, and their unpacked size in bytes.
     std::size_t CountParts() const { return zip_->Entries().size(); }
     std::uint64_t UnpackedSize() const { return zip_->UnpackedSize(); }
+    /// Closes the file until something of it is asked for, so that other programs can replace it.
+    void CloseFile() { zip_->CloseFile(); }
     /// All parts for which the container has relationships, whether they exist or not; "" is the
     /// package.
     std::vector<std::string> RelationshipsOwners() const;

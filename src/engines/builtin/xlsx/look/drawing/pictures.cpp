@@ -1,6 +1,5 @@
 #include "engines/builtin/xlsx/look/drawing/pictures.h"
 
-#include "book/error.h"
 #include "util/error.h"
 
 namespace orrery::xlsx::drawing {
@@ -74,8 +73,8 @@ bool Pictures::Load(const std::string& part, std::string_view relationship, book
     try {
         return LoadPart(part, relationship, drawing);
     }
-    catch (const util::Error& error) { // the rest of the sheet is still worth seeing
-        ++(error.Kind() == book::ErrorKind::TooLargeUnpacked ? tooLarge : unknown);
+    catch (const util::Error&) {
+        ++unknown; // missing or damaged: the rest of the sheet is still worth seeing
         return false;
     }
 }

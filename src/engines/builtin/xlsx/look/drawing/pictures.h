@@ -26,7 +26,7 @@ public:
     bool Load(const std::string& part, std::string_view relationship, book::Drawing& drawing);
 
     // How many could not be shown, by reason.
-    std::size_t tooLarge = 0; ///< beyond kMaxBytes, or packed too tightly
+    std::size_t tooLarge = 0; ///< beyond kMaxBytes
     std::size_t linked = 0;   ///< outside of the workbook
     std::size_t unknown = 0;  ///< missing, or of a type that is not known
 

@@ -157,8 +157,7 @@ private:
         Add("drawing", budget_.tooDeep, "they are nested more than 32 deep");
         Add("freeform", budget_.tooFine, "the sheet's outlines have more than 500,000 points");
         Add("chart or diagram", budget_.unreadable, "their parts are missing or damaged");
-        Add("picture", pictures_.tooLarge,
-            "they unpack to more than 1,000 times their size, or to 64 MiB together");
+        Add("picture", pictures_.tooLarge, "the sheet's pictures have more than 64 MiB");
         Add("picture", pictures_.linked, "they lie outside of the workbook");
         Add("picture", pictures_.unknown, "they are damaged, or of a kind that is not known");
     }

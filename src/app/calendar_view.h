@@ -31,8 +31,10 @@ public:
     CalendarView(book::Engines& engines, const CalendarRequest& request);
 
     book::WorkbookView& Sheets() { return filled_; }
-    /// What would go wrong, one line each.
-    const std::vector<std::string>& Findings() const { return trial_.findings; }
+    /// What would go wrong.
+    const std::vector<generate::Finding>& Findings() const { return trial_.findings; }
+    /// What was written, in the order of filling.
+    const std::vector<generate::TrialSheet>& Filled() const { return trial_.sheets; }
     /// The index of a month's [1:12] sheet, or with 0 of the year's; nothing if the run makes none.
     std::optional<std::size_t> SheetOf(std::int16_t month) const;
 

@@ -58,7 +58,8 @@ std::vector<std::string> FindProblems(Session& session, const ChosenTemplate& ch
                               {{}, {util::ToPath(path)}, session.console.patience}));
     application->SetDisplayAlerts(false);
     book::Workbook& workbook = application->OpenWorkbook(util::ToPath(path), true);
-    return generate::TryCalendars(workbook, year, chosen.sets, chosen.settings.names).findings;
+    return generate::TextsOf(
+        generate::TryCalendars(workbook, year, chosen.sets, chosen.settings.names).findings);
 }
 
 void AddLineProblems(const std::string& file, const std::vector<holidays::LineProblem>& problems,

@@ -50,16 +50,6 @@ void AppendEscaped(std::string& out, char c)
         out += c;
 }
 
-/// How many characters at the start of the text stand for themselves.
-std::size_t PlainLength(std::string_view text)
-{
-    std::size_t length = 0;
-    while (length < text.size() && text[length] >= ' ' && text[length] <= '~' &&
-           text[length] != '"' && text[length] != '\\')
-        ++length;
-    return length;
-}
-
 } // namespace
 
 void JsonWriter::Separate()
@@ -112,11 +102,6 @@ JsonWriter& JsonWriter::Text(std::string_view value)
     Separate();
     text_ += '"';
     while (!value.empty()) {
-        if (const std::size_t plain = PlainLength(value); plain > 0) {
-            text_ += value.substr(0, plain);
-            value.remove_prefix(plain);
-            continue;
-        }
         const std::size_t length = LeadingCharacter(value);
         if (length == 0)
             text_ += kReplacement;

@@ -86,7 +86,8 @@ std::size_t FindPage(const app::CalendarView& calendar, std::int16_t month, std:
         return *january;
     const std::string date = std::to_string(year) + (month == 0 ? "" : '-' + std::to_string(month));
     const auto& findings = calendar.Findings();
-    throw Error(ErrorKind::NoSuchPage, date, findings.empty() ? std::string() : findings.front());
+    throw Error(ErrorKind::NoSuchPage, date,
+                findings.empty() ? std::string() : findings.front().text);
 }
 
 /// The sheet with that name; by the name that it has in the template, the page that is made of it.
@@ -108,8 +109,8 @@ std::size_t FindSheetOfYear(app::CalendarView& calendar, const CommandLine& line
 void WarnOfFindings(Session& session, const app::CalendarView& calendar,
                     const ChosenTemplate& chosen)
 {
-    for (const std::string& finding : calendar.Findings())
-        session.reporter.Warn(finding);
+    for (const generate::Finding& finding : calendar.Findings())
+        session.reporter.Warn(finding.text);
     for (const std::string& problem : FindFileProblems(chosen))
         session.reporter.Warn(problem);
 }

@@ -8,8 +8,8 @@
 #include "util/text.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
+#include <variant>
 
 namespace orrery::generate {
 namespace {
@@ -27,27 +27,20 @@ public:
         model_ = std::move(model);
     }
 
-    void Report(const std::string& text) override
-    {
-        std::string line;
-        for (const std::string_view part : util::SplitLines(text))
-            line += (line.empty() ? "" : " ") + std::string(part);
-        trial_.findings.push_back(calendar_ + ": " + line);
-    }
+    void Report(const std::string& text) override { Add(text, std::nullopt); }
     void FailureIgnored(const std::string& what, const std::exception& error) override
     {
         Report(what + "\r\n" + util::ErrorText(error));
     }
     void MonthDone(CalendarKind kind, std::int16_t month) override
     {
-        auto cells = workbook_.Take();
-        ReportErrors(cells, month);
+        const auto cells = workbook_.Take();
+        const auto sheet = kind == CalendarKind::Monthly ? month : std::int16_t{0};
+        ReportErrors(cells, month, sheet);
         const bool opensSheet = kind == CalendarKind::Monthly || month == 1;
         if (opensSheet)
-            trial_.sheets.push_back(
-                {{}, model_, kind == CalendarKind::Monthly ? month : std::int16_t{0}, {}});
-        auto& all = trial_.sheets.back().cells;
-        std::move(cells.begin(), cells.end(), std::back_inserter(all));
+            trial_.sheets.push_back({{}, model_, sheet, {}});
+        AddCells(cells, month);
     }
 
     /// The trial, whose sheets get the names of the filled ones.
@@ -61,16 +54,38 @@ public:
     }
 
 private:
-    void ReportErrors(const std::vector<RecordedCell>& cells, std::int16_t month)
+    void Add(const std::string& text, std::optional<std::int16_t> sheet)
+    {
+        std::string line;
+        for (const std::string_view part : util::SplitLines(text))
+            line += (line.empty() ? "" : " ") + std::string(part);
+        trial_.findings.push_back({calendar_ + ": " + line, sheet});
+    }
+
+    /// A day's number comes before its holidays; what comes before the first has no day.
+    void AddCells(const std::vector<RecordedCell>& cells, std::int16_t month)
+    {
+        std::int16_t day = 0;
+        for (const RecordedCell& cell : cells) {
+            const auto* const number = std::get_if<std::int16_t>(&cell.value);
+            if (number != nullptr && *number == day + 1)
+                day = *number;
+            trial_.sheets.back().cells.push_back({cell, month, day});
+        }
+    }
+
+    void ReportErrors(const std::vector<RecordedCell>& cells, std::int16_t month,
+                      std::int16_t sheet)
     {
         const auto failed = [](const RecordedCell& cell) { return cell.error.has_value(); };
         const auto first = std::find_if(cells.begin(), cells.end(), failed);
         if (first == cells.end())
             return;
         const auto count = std::count_if(first, cells.end(), failed);
-        Report("in " + std::to_string(year_) + '-' + std::to_string(month) + ", " +
-               std::to_string(count) + (count == 1 ? " cell" : " cells") + " cannot be written. " +
-               util::ErrorText(*first->error));
+        Add("in " + std::to_string(year_) + '-' + std::to_string(month) + ", " +
+                std::to_string(count) + (count == 1 ? " cell" : " cells") + " cannot be written. " +
+                util::ErrorText(*first->error),
+            sheet);
     }
 
     RecordingWorkbook& workbook_;
@@ -81,6 +96,15 @@ private:
 };
 
 } // namespace
+
+std::vector<std::string> TextsOf(const std::vector<Finding>& findings)
+{
+    std::vector<std::string> texts;
+    texts.reserve(findings.size());
+    for (const Finding& finding : findings)
+        texts.push_back(finding.text);
+    return texts;
+}
 
 Trial TryCalendars(book::Workbook& workbook, std::int16_t year, model::ParameterSets sets,
                    const model::NameTables& names)

@@ -30,7 +30,7 @@ protected:
             content.push_back({sheet, {}});
         fake::Workbook workbook(log_, content);
         trial_ = TryCalendars(workbook, static_cast<std::int16_t>(year), sets_, names_);
-        return trial_.findings;
+        return TextsOf(trial_.findings);
     }
 
     fake::CallLog log_;

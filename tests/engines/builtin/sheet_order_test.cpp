@@ -47,7 +47,7 @@ protected:
     {
         const auto application = CreateApplication({});
         auto& workbook = application->OpenWorkbook(Template(), true);
-        return generate::TryCalendars(workbook, 2027, sets_, names_).findings;
+        return generate::TextsOf(generate::TryCalendars(workbook, 2027, sets_, names_).findings);
     }
     /// The sheets of the calendar of 2027.
     std::vector<contract::SavedSheet> Run()

@@ -1,5 +1,5 @@
 # Writes OUTPUT, a C++ source that holds the PICTURES (files named NAME-SIZE.png, separated by
-# commas) for ui/wx/art.h.
+# commas) for ui/wx/native/art.h.
 
 string(REPLACE "," ";" PICTURES "${PICTURES}")
 set(arrays "")
@@ -12,7 +12,7 @@ foreach(picture ${PICTURES})
     string(APPEND arrays "constexpr unsigned char png${size}[] = {${bytes}};\n")
     string(APPEND rows "    {${size}, png${size}, sizeof png${size}},\n")
 endforeach()
-file(WRITE ${OUTPUT} "#include \"ui/wx/art.h\"
+file(WRITE ${OUTPUT} "#include \"ui/wx/native/art.h\"
 
 namespace orrery::ui::wx {
 namespace {

@@ -48,6 +48,7 @@ struct YearlyParameters : CalendarParameters {
 struct ParameterSets {
     MonthlyParameters Monthly;
     YearlyParameters Yearly;
+    friend bool operator==(const ParameterSets&, const ParameterSets&) = default;
 };
 
 /// The default sets of the settings file, each with its holiday file.

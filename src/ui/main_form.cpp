@@ -28,8 +28,8 @@ private:
 } // namespace
 
 MainForm::MainForm(const app::SystemFolders& system, book::Engines& engines, Desktop& desktop)
-    : Form("frmMain", kProductName, "main"), system_(system), engines_(engines), desktop_(desktop),
-      locations_(app::LocationsFor(system))
+    : Form("frmMain", kProductName, "main"), pvwPages("pvwPages", engines), system_(system),
+      engines_(engines), desktop_(desktop), locations_(app::LocationsFor(system))
 {
     lblEmptyFolder.visible = cmdCopyTemplates.visible = false;
     prgRun.visible = cmdCancel.visible = cmdOpenFolder.visible = false;

@@ -8,6 +8,7 @@
 #include "generate/run.h"
 #include "ui/desktop.h"
 #include "ui/form.h"
+#include "ui/preview.h"
 
 #include <cstdint>
 #include <functional>
@@ -52,6 +53,12 @@ public:
     /// Copies the shipped templates into the empty template folder.
     void cmdCopyTemplates_Click();
 
+    /// Shows in the preview what Generate would make now, or with nothing chosen the first template
+    /// as an example.
+    void RefreshPreview();
+    /// Shows below the preview what will go wrong, as far as its pages were made.
+    void ShowNotes();
+
     /// Files are dropped on the window or named at start: copies the templates among them into the
     /// template folder, each with the parameter file beside it, and selects the last one. Asks
     /// before replacing a file. Reports files that are not templates.
@@ -77,6 +84,9 @@ public:
     ProgressBar prgRun{"prgRun"};            ///< visible during a run
     Button cmdCancel{"cmdCancel", "Cancel"}; ///< visible when a run waits for an application
     Button cmdOpenFolder{"cmdOpenFolder", "Open Fo&lder"}; ///< visible after a run
+    CheckBox chkPreview{"chkPreview", "Pre&view"};
+    Preview pvwPages;
+    Label lblNotes{"lblNotes"}; ///< what will go wrong, below the preview
 
     app::WorkingSets working;
     /// The chosen template's file name as listed; empty at start-up.
@@ -87,6 +97,7 @@ public:
 private:
     void UpdateButtons();
     void FillTemplateList();
+    void ShowExample();
     void ShowEmptyFolder();
     void SelectEntry(const std::string& templateFile);
     std::string SelectedTemplate() const; ///< empty if none is selected

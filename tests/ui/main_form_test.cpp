@@ -416,5 +416,64 @@ TEST_F(MainFormTest, ExitClosesWithoutAQuestion)
     EXPECT_FALSE(fs::exists(At("template/Plain.ini")));
 }
 
+/// The looks of the two sheets of every template.
+std::vector<book::SheetLook> TwoSheets()
+{
+    std::vector<book::SheetLook> sheets(2);
+    sheets[0].name = "Sheet1";
+    sheets[1].name = "Sheet2";
+    for (book::SheetLook& sheet : sheets)
+        sheet.styles.emplace_back();
+    return sheets;
+}
+
+TEST_F(MainFormTest, ThePreviewShowsTheFirstTemplateAsAnExample)
+{
+    engines_.sheetsToSee = TwoSheets();
+    MainForm& form = Open();
+    form.RefreshPreview();
+    EXPECT_TRUE(form.pvwPages.IsExample());
+    EXPECT_EQ(form.pvwPages.Pages().size(), 13U);
+    EXPECT_EQ(form.lblNotes.caption, "Choose a template.");
+    EXPECT_EQ(Selected(), "none");
+    EXPECT_TRUE(form.CurrentTemplate().empty());
+}
+
+TEST_F(MainFormTest, ThePreviewShowsTheChosenTemplateAndEdits)
+{
+    engines_.sheetsToSee = TwoSheets();
+    MainForm& form = OpenWith("Desk.xls");
+    form.RefreshPreview();
+    EXPECT_FALSE(form.pvwPages.IsExample());
+    EXPECT_EQ(form.pvwPages.Pages().size(), 13U);
+    const auto version = form.pvwPages.Version();
+    form.RefreshPreview();
+    EXPECT_EQ(form.pvwPages.Version(), version);
+    form.working.sets.Monthly.Output = false;
+    form.RefreshPreview();
+    EXPECT_EQ(form.pvwPages.Pages().size(), 1U);
+    form.txtYear.Type("");
+    form.RefreshPreview();
+    EXPECT_EQ(form.pvwPages.Sentence(), "Please inupt a year.");
+}
+
+TEST_F(MainFormTest, AnEmptyFolderHasNoPreview)
+{
+    std::filesystem::remove_all(folder_ / "template");
+    std::filesystem::create_directories(folder_ / "template");
+    MainForm& form = Open();
+    form.RefreshPreview();
+    EXPECT_EQ(form.pvwPages.Sentence(), "There is no template to show.");
+}
+
+TEST_F(MainFormTest, WhatWillGoWrongIsSaidBelowThePreview)
+{
+    engines_.sheetsToSee = TwoSheets();
+    MainForm& form = OpenWith("Desk.xls");
+    form.working.sets.Yearly.SheetName = "Gone";
+    form.RefreshPreview();
+    EXPECT_EQ(form.lblNotes.caption, "Yearly calendar: The sheet Gone does not exist.");
+}
+
 } // namespace
 } // namespace orrery::ui

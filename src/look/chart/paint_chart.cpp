@@ -12,8 +12,7 @@ namespace {
 using book::ChartKind;
 
 constexpr double kChartMargin = 8;
-constexpr book::Color kFrame{0xA6, 0xA6, 0xA6}; // of what is not drawn
-constexpr double kSmallest = 8;                 // pixels: what is smaller is only a frame
+constexpr double kSmallest = 8; // pixels: what is smaller is only a frame
 constexpr std::size_t kMaxTitleLines = 6;
 
 bool IsRoundKind(ChartKind kind)
@@ -73,8 +72,6 @@ private:
         PaintTitle(left);
         const bool isRound = Has(IsRoundKind);
         if (!isRound && !Has(HasAxes)) {
-            if (!chart_.outline.isVisible)
-                painter_.canvas.DrawPath(PathOfBox(box_), std::nullopt, Pen{kFrame, 1, {}, 1});
             text_.DrawCentered(KindText(chart_), painter_.font, left.Middle(), TextSide::Middle);
             return;
         }

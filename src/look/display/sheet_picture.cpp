@@ -11,7 +11,6 @@
 #include <variant>
 
 namespace orrery::look {
-namespace {
 
 /// The values of a chart's or a sparkline's cells as they are now.
 class ComputedValues : public ChartValues {
@@ -48,6 +47,8 @@ private:
     SheetDisplay& display_;
     std::size_t sheet_;
 };
+
+namespace {
 
 void AddPicturesNotShown(const book::Drawing& drawing, std::vector<book::LeftOut>& leftOut)
 {
@@ -98,16 +99,30 @@ std::vector<book::CellAddress> SheetPicture::NotComputed() const
     return {cells.begin(), cells.end()};
 }
 
-void SheetPicture::Paint(Canvas& canvas)
+PaintOptions SheetPicture::Options(const ComputedValues& values) const
 {
-    const ComputedValues values(evaluator_, display_, sheet_);
     PaintOptions options;
     options.chart = [&](const book::Chart& chart, const Box& box, Canvas& target) {
         PaintChart(chart, box, target, measure_, values);
     };
     options.sparklines = &view_.Sheet(sheet_).sparklines;
     options.sparklineValues = [&](const std::string& formula) { return values.Numbers(formula); };
-    PaintSheet(layout_, canvas, measure_, options);
+    return options;
+}
+
+void SheetPicture::Paint(Canvas& canvas)
+{
+    const ComputedValues values(evaluator_, display_, sheet_);
+    PaintSheet(layout_, canvas, measure_, Options(values));
+}
+
+void SheetPicture::PaintPage(std::size_t page, Canvas& canvas)
+{
+    const ComputedValues values(evaluator_, display_, sheet_);
+    PaintOptions options = Options(values);
+    options.printsGridLines = view_.Sheet(sheet_).page.printsGridLines;
+    options.marksNotComputed = false;
+    look::PaintPage(layout_, layout_.pages.at(page), canvas, measure_, options);
 }
 
 book::Color TextColor(const CellDisplay& display)

@@ -3,6 +3,7 @@
 #include "look/canvas/canvas.h"
 #include "look/display/sheet_display.h"
 #include "look/layout/layout.h"
+#include "look/painter/paint_options.h"
 #include "look/text/text_measure.h"
 
 #include <cstddef>
@@ -10,6 +11,8 @@
 #include <vector>
 
 namespace orrery::look {
+
+class ComputedValues;
 
 /// What a picture shows that the workbook does not tell.
 struct PictureOptions {
@@ -31,8 +34,12 @@ public:
     std::vector<book::CellAddress> NotComputed() const;
     /// Paints the whole sheet.
     void Paint(Canvas& canvas);
+    /// Paints a printed page of the layout on its paper.
+    void PaintPage(std::size_t page, Canvas& canvas);
 
 private:
+    PaintOptions Options(const ComputedValues& values) const;
+
     book::WorkbookView& view_;
     const TextMeasure& measure_;
     std::string name_;

@@ -255,18 +255,15 @@ Operand Computation::Join(Operator op, const Operand& left, const Operand& right
     const std::int64_t size = std::int64_t{rows} * columns;
     if (size > kLargestArray || !Spend(static_cast<std::size_t>(size)))
         return Fail();
-    Array result;
-    result.rows = rows;
-    result.columns = columns;
-    result.values.reserve(static_cast<std::size_t>(size));
+    Array result(rows, columns);
     for (std::int32_t row = 0; row < rows; ++row) {
         for (std::int32_t column = 0; column < columns; ++column) {
             const Value& one = firstTable != nullptr ? ElementOf(*firstTable, row, column)
                                                      : std::get<Value>(first);
             const Value& other = secondTable != nullptr ? ElementOf(*secondTable, row, column)
                                                         : std::get<Value>(second);
-            result.values.push_back(ApplyBinary(op, one, other, Rules()));
-            if (!SpendKept(result.values.back()))
+            result.At(row, column) = ApplyBinary(op, one, other, Rules());
+            if (!SpendKept(result.At(row, column)))
                 return Fail();
         }
     }

@@ -16,7 +16,6 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -130,7 +129,7 @@ private:
     References references_;
     RangeCache cache_;
     std::map<std::size_t, std::unique_ptr<SheetState>> sheets_;
-    std::unordered_map<std::string, std::shared_ptr<const Formula>> parsed_;
+    std::map<std::string, std::shared_ptr<const Formula>> parsed_;
     std::set<CellKey> written_;
     std::set<CellKey> unfed_; ///< formula cells that no written cell feeds
     std::vector<CellKey> running_;

@@ -26,21 +26,9 @@ struct Face {
     FontMatch match;
 };
 
-/// Texts are measured word by word: mostly the same font is asked for again.
-FontMatch MatchAgain(const std::string& name)
-{
-    thread_local std::string lastName;
-    thread_local FontMatch last = MatchFont(lastName);
-    if (name != lastName) {
-        last = MatchFont(name);
-        lastName = name;
-    }
-    return last;
-}
-
 Face FaceOf(const book::Font& font)
 {
-    const FontMatch match = MatchAgain(font.name);
+    const FontMatch match = MatchFont(font.name);
     const std::size_t style = (font.bold ? 1U : 0U) + (font.italic ? 2U : 0U);
     const auto face = [style](OpenFont open) {
         return kFontFamilies[static_cast<std::size_t>(open)].styles[style];

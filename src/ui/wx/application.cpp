@@ -1,7 +1,7 @@
 #include "ui/wx/application.h"
 
 #include "ui/wx/main_window.h"
-#include "ui/wx/text.h"
+#include "ui/wx/native/text.h"
 #include "util/error_text.h"
 
 #include <ctime>

@@ -1,8 +1,8 @@
 #include "ui/wx/binding.h"
 
-#include "ui/wx/native.h"
-#include "ui/wx/tabbed_list.h"
-#include "ui/wx/text.h"
+#include "ui/wx/native/native.h"
+#include "ui/wx/native/tabbed_list.h"
+#include "ui/wx/native/text.h"
 #include "util/error_text.h"
 
 #include <wx/dialog.h>

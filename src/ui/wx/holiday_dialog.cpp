@@ -1,5 +1,5 @@
 #include "ui/wx/dialogs.h"
-#include "ui/wx/tabbed_list.h"
+#include "ui/wx/native/tabbed_list.h"
 #include "ui/wx/widgets.h"
 #include "ui/wx/window_place.h"
 

@@ -1,11 +1,13 @@
 #include "ui/wx/main_window.h"
 
-#include "ui/wx/icons.h"
-#include "ui/wx/native.h"
-#include "ui/wx/text.h"
+#include "ui/wx/native/icons.h"
+#include "ui/wx/native/native.h"
+#include "ui/wx/native/text.h"
+#include "ui/wx/preview_pane.h"
 #include "ui/wx/widgets.h"
 #include "ui/wx/window_place.h"
 
+#include <wx/display.h>
 #include <wx/dnd.h>
 #include <wx/menu.h>
 #include <wx/statline.h>
@@ -20,6 +22,8 @@ constexpr int kWindowWidth = 272;
 constexpr int kTemplateWidth = 105;
 constexpr int kYearWidth = 80;
 constexpr int kProgressWidth = 74;
+
+constexpr const char* kPreviewPlace = "frmMain.Preview"; // in the settings
 
 constexpr int kEmptyFolderLines = 4; // lines of the text about an empty folder
 
@@ -48,10 +52,14 @@ MainWindow::MainWindow(MainForm& form, WxDesktop& desktop)
     : wxFrame(nullptr, wxID_ANY, ""), form_(form), binder_(*this, form, desktop)
 {
     SetIcons(ApplicationIcons());
-    auto* const panel = new wxPanel(this);
+    preview_ = new PreviewSplitter(*this);
+    auto* const panel = new wxPanel(preview_);
     Build(*panel);
+    auto* const pane = new PreviewPane(*preview_, form, binder_);
     binder_.BindHelpKey();
     binder_.Show();
+    preview_->Initialize(*panel, *pane);
+    PlacePreview();
     Centre(); // not left to the window manager, so that the tip can be centred over it
     RestorePlacement(*this, form.CurrentLocations().settingsFile);
     SetDropTarget(new TemplateDrop(*this));
@@ -83,6 +91,16 @@ void MainWindow::DropFiles(const std::vector<std::string>& files)
     binder_.Run([&] { form_.DropFiles(files); });
 }
 
+bool MainWindow::Layout()
+{
+    const bool isDone = wxFrame::Layout();
+    if (preview_ != nullptr) {
+        for (wxWindow* const side : preview_->GetChildren())
+            side->Layout();
+    }
+    return isDone;
+}
+
 void MainWindow::Build(wxPanel& panel)
 {
     auto* const column = new wxBoxSizer(wxVERTICAL);
@@ -94,9 +112,10 @@ void MainWindow::Build(wxPanel& panel)
     column->Add(new wxStaticLine(&panel), wxSizerFlags(row).DoubleBorder(wxTOP));
     column->Add(BuildStatusRow(panel), wxSizerFlags().Expand().Border());
     panel.SetSizer(column);
+    showsPreview_->MoveAfterInTabOrder(panel.GetChildren().GetLast()->GetData());
 
     auto* const frame = new wxBoxSizer(wxVERTICAL);
-    frame->Add(&panel, wxSizerFlags(1).Expand());
+    frame->Add(preview_, wxSizerFlags(1).Expand());
     SetSizer(frame);
     // Set on the sizer because a minimum of the panel would override what its controls need.
     column->SetMinSize(ConvertDialogToPixels(wxSize(kWindowWidth, -1)));
@@ -128,6 +147,9 @@ wxSizer* MainWindow::BuildTemplateRows(wxPanel& panel)
     parameters->Add(AddCommand(panel, form_.cmdSave, &MainForm::cmdSave_Click),
                     wxSizerFlags().Border(wxLEFT));
     grid->Add(parameters, centre);
+    showsPreview_ = AddCheckBox(panel, binder_, form_.chkPreview,
+                                [this] { ShowPreview(form_.chkPreview.checked); });
+    grid->Add(showsPreview_, centre);
 
     binder_.Relate(form_.lblTemplateFile, form_.cboTemplateFile);
     binder_.Relate(form_.lblYear, form_.txtYear);
@@ -189,6 +211,30 @@ wxSizer* MainWindow::BuildStatusRow(wxPanel& panel)
     return row;
 }
 
+/// As it was when the program ended, or at first as large as is comfortable.
+void MainWindow::PlacePreview()
+{
+    preview_->RestorePlacement(ReadPlacement(kPreviewPlace, form_.CurrentLocations().settingsFile));
+    form_.chkPreview.checked = preview_->IsPictureShown();
+    wxSize size = preview_->ComfortableSize();
+    size.DecTo(wxDisplay(this).GetClientArea().GetSize());
+    size.IncTo(GetClientSize());
+    SetClientSize(size);
+    binder_.Show();
+}
+
+/// The window becomes wider by the picture, or narrower.
+void MainWindow::ShowPreview(bool isShown)
+{
+    const wxSize before = preview_->ComfortableSize();
+    preview_->ShowPicture(isShown);
+    if (IsMaximized())
+        return;
+    wxSize size = GetClientSize() + wxSize(preview_->ComfortableSize().x - before.x, 0);
+    size.IncTo(GetSizer()->CalcMin());
+    SetClientSize(size);
+}
+
 void MainWindow::ShowStatusMenu()
 {
     if (!form_.HasSavedPath())
@@ -209,6 +255,7 @@ wxButton* MainWindow::AddCommand(wxPanel& panel, Button& state, void (MainForm::
 void MainWindow::OnClose(wxCloseEvent& event)
 {
     SavePlacement(*this, form_.CurrentLocations().settingsFile);
+    WritePlacement(kPreviewPlace, preview_->Placement(), form_.CurrentLocations().settingsFile);
     event.Skip();
 }
 

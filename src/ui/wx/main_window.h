@@ -2,6 +2,7 @@
 
 #include "ui/main_form.h"
 #include "ui/wx/binding.h"
+#include "ui/wx/preview/preview_splitter.h"
 #include "ui/wx/wx_desktop.h"
 
 #include <wx/button.h>
@@ -25,6 +26,8 @@ public:
     void FinishStartup(const std::vector<std::string>& files);
     /// Handles files that were dropped on the window.
     void DropFiles(const std::vector<std::string>& files);
+    /// Both sides of the divider, too, which keep their sizes.
+    bool Layout() override;
 
 private:
     void Build(wxPanel& panel);
@@ -32,12 +35,16 @@ private:
     wxSizer* BuildCommandRow(wxPanel& panel);
     wxSizer* BuildEmptyFolder(wxPanel& panel);
     wxSizer* BuildStatusRow(wxPanel& panel);
+    void PlacePreview();
+    void ShowPreview(bool isShown);
     void ShowStatusMenu();
     wxButton* AddCommand(wxPanel& panel, Button& state, void (MainForm::*onClick)());
     void OnClose(wxCloseEvent& event);
 
     MainForm& form_;
     Binder binder_;
+    PreviewSplitter* preview_ = nullptr;
+    wxCheckBox* showsPreview_ = nullptr;
 };
 
 } // namespace orrery::ui::wx

@@ -1,7 +1,7 @@
 #include "ui/wx/dialogs.h"
-#include "ui/wx/native.h"
+#include "ui/wx/native/native.h"
+#include "ui/wx/native/text.h"
 #include "ui/wx/parameter_page.h"
-#include "ui/wx/text.h"
 #include "ui/wx/widgets.h"
 #include "ui/wx/window_place.h"
 

@@ -1,6 +1,6 @@
 #include "ui/wx/parameter_page.h"
 
-#include "ui/wx/text.h"
+#include "ui/wx/native/text.h"
 #include "ui/wx/widgets.h"
 
 #include <wx/gbsizer.h>

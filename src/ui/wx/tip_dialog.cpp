@@ -1,6 +1,6 @@
 #include "ui/wx/dialogs.h"
-#include "ui/wx/icons.h"
-#include "ui/wx/native.h"
+#include "ui/wx/native/icons.h"
+#include "ui/wx/native/native.h"
 #include "ui/wx/widgets.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "ui/wx/widgets.h"
 
-#include "ui/wx/icons.h"
-#include "ui/wx/native.h"
-#include "ui/wx/text.h"
+#include "ui/wx/native/icons.h"
+#include "ui/wx/native/native.h"
+#include "ui/wx/native/text.h"
 
 #include <utility>
 

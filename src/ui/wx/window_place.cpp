@@ -1,8 +1,8 @@
 #include "ui/wx/window_place.h"
 
 #include "app/folders.h"
-#include "ui/wx/native.h"
-#include "ui/wx/text.h"
+#include "ui/wx/native/native.h"
+#include "ui/wx/native/text.h"
 #include "util/paths.h"
 #include "util/profile.h"
 
@@ -85,6 +85,17 @@ void SavePlacement(const wxTopLevelWindow& window, const std::string& settingsFi
             placement.frame = before->frame;
     }
     profile.Write(kSection, name, FormatPlacement(placement));
+}
+
+std::string ReadPlacement(const std::string& part, const std::string& settingsFile)
+{
+    return util::Profile(util::ToPath(settingsFile)).Read(kSection, part, "");
+}
+
+void WritePlacement(const std::string& part, const std::string& placement,
+                    const std::string& settingsFile)
+{
+    util::Profile(util::ToPath(settingsFile)).Write(kSection, part, placement);
 }
 
 } // namespace orrery::ui::wx

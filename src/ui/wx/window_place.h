@@ -12,4 +12,10 @@ void RestorePlacement(wxTopLevelWindow& window, const std::string& settingsFile)
 /// Saves the window's size and position. Ignores a settings file that cannot be written.
 void SavePlacement(const wxTopLevelWindow& window, const std::string& settingsFile);
 
+/// What is stored there of a part of a window; empty if nothing is.
+std::string ReadPlacement(const std::string& part, const std::string& settingsFile);
+/// Stores it. Ignores a settings file that cannot be written.
+void WritePlacement(const std::string& part, const std::string& placement,
+                    const std::string& settingsFile);
+
 } // namespace orrery::ui::wx

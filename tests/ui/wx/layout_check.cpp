@@ -1,6 +1,6 @@
 #include "layout_check.h"
 
-#include "ui/wx/text.h"
+#include "ui/wx/native/text.h"
 
 #include <functional>
 #include <wx/bookctrl.h>

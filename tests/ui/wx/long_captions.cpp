@@ -37,9 +37,9 @@ void Lengthen(ParameterTab& tab)
 void Lengthen(MainForm& form)
 {
     Lengthen({&form.lblTemplateFile, &form.cmdOpenTemplate, &form.lblYear, &form.lblParameter,
-              &form.cmdModify, &form.cmdSave, &form.cmdGenerate, &form.chkPdf, &form.cmdHelp,
-              &form.cmdAbout, &form.cmdExit, &form.lblEmptyFolder, &form.cmdCopyTemplates,
-              &form.cmdCancel, &form.cmdOpenFolder});
+              &form.cmdModify, &form.cmdSave, &form.cmdGenerate, &form.chkPdf, &form.chkPreview,
+              &form.cmdHelp, &form.cmdAbout, &form.cmdExit, &form.lblEmptyFolder,
+              &form.cmdCopyTemplates, &form.cmdCancel, &form.cmdOpenFolder});
 }
 
 void TestDesktop::ShowModal(ParameterForm& form)

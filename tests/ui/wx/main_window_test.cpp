@@ -1,6 +1,6 @@
 #include "main_thread.h"
 #include "native_eyes.h"
-#include "ui/wx/text.h"
+#include "ui/wx/native/text.h"
 #include "window_test.h"
 
 #include <fstream>
@@ -231,9 +231,9 @@ TEST_F(MainWindowTest, TabReachesTheCheckBoxAfterTheGenerateButton)
 {
     options_.printsPdf = true;
     StartWith("Desk.xlsx");
-    EXPECT_THAT(TabOrder(),
-                ElementsAre("cboTemplateFile", "cmdOpenTemplate", "txtYear", "cmdModify",
-                            "cmdGenerate", "chkPdf", "cmdHelp", "cmdAbout", "cmdExit"));
+    EXPECT_THAT(TabOrder(), ElementsAre("cboTemplateFile", "cmdOpenTemplate", "txtYear",
+                                        "cmdModify", "cmdGenerate", "chkPdf", "cmdHelp", "cmdAbout",
+                                        "cmdExit", "chkPreview", "pvwPages"));
 }
 
 TEST_F(MainWindowTest, OpensTheFolderOfTheSavedWorkbook)
@@ -406,9 +406,9 @@ TEST_F(MainWindowTest, TabGoesThroughTheControlsInOrder)
 {
     StartWith("Desk.xlsx");
     ChangeSheetName("Leaf"); // enables Save
-    EXPECT_THAT(TabOrder(),
-                ElementsAre("cboTemplateFile", "cmdOpenTemplate", "txtYear", "cmdModify", "cmdSave",
-                            "cmdGenerate", "cmdHelp", "cmdAbout", "cmdExit"));
+    EXPECT_THAT(TabOrder(), ElementsAre("cboTemplateFile", "cmdOpenTemplate", "txtYear",
+                                        "cmdModify", "cmdSave", "cmdGenerate", "cmdHelp",
+                                        "cmdAbout", "cmdExit", "chkPreview", "pvwPages"));
 }
 
 TEST_F(MainWindowTest, EscapeLeavesItOpen)

@@ -1,7 +1,7 @@
 #include "native_eyes.h"
 
 #include "robot.h"
-#include "ui/wx/text.h"
+#include "ui/wx/native/text.h"
 
 #include <gtk/gtk.h>
 #include <wx/button.h>

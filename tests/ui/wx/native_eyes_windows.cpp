@@ -2,7 +2,7 @@
 
 #include "native_eyes.h"
 
-#include "ui/wx/text.h"
+#include "ui/wx/native/text.h"
 
 #include <array>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #include "parameter_dialog_support.h"
 #include "surroundings.h"
-#include "ui/wx/text.h"
+#include "ui/wx/native/text.h"
 
 #include <fstream>
 #include <gmock/gmock.h>

@@ -4,7 +4,7 @@
 #include "places/places.h"
 #include "screenshot.h"
 #include "surroundings.h"
-#include "ui/wx/text.h"
+#include "ui/wx/native/text.h"
 
 #include <cstdlib>
 #include <fstream>

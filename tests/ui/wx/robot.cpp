@@ -2,7 +2,7 @@
 
 #include "main_thread.h"
 #include "native_eyes.h"
-#include "ui/wx/text.h"
+#include "ui/wx/native/text.h"
 
 #include <algorithm>
 #include <cctype>

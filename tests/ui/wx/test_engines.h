@@ -74,7 +74,7 @@ public:
     std::unique_ptr<book::Application> Start(const std::string& name,
                                              book::StartRequest request) override
     {
-        if (isStuck)
+        if (isStuck && request.patience != nullptr) // a run; others do not wait
             return std::make_unique<StuckApplication>(*request.patience);
         return InstalledEngines::Start(name, std::move(request));
     }

@@ -1,7 +1,6 @@
 #include "engines/builtin/xlsx/look/look.h"
 
 #include "book/error.h"
-#include "engines/builtin/xlsx/package/package.h"
 #include "util/error.h"
 #include "xlsx/built_book.h"
 
@@ -138,33 +137,6 @@ TEST_F(LookTest, RefusesDamagedSheetsOnly)
         EXPECT_EQ(error.Kind(), ErrorKind::DamagedWorkbook);
         EXPECT_FALSE(error.Subject().empty());
     }
-}
-
-TEST_F(LookTest, APictureThatIsPackedTooTightlyIsLeftOut)
-{
-    BuiltBook book;
-    book.Put(kSheet, BuiltBook::Worksheet("<sheetData/><drawing r:id=\"rId1\"/>"))
-        .Put("xl/worksheets/_rels/sheet1.xml.rels",
-             BuiltBook::Links({{"drawing", "../drawings/drawing1.xml"}}))
-        .Put("xl/drawings/drawing1.xml",
-             "<wsDr xmlns:r=\"u:r\"><oneCellAnchor><from/><ext cx=\"9\" cy=\"9\"/><pic><nvPicPr>"
-             "<cNvPr id=\"1\" name=\"Photo\"/></nvPicPr><blipFill><blip "
-             "r:embed=\"rId1\"/></blipFill>"
-             "</pic></oneCellAnchor></wsDr>")
-        .Put("xl/drawings/_rels/drawing1.xml.rels",
-             BuiltBook::Links({{"image", "../media/image1.png"}}))
-        .Put("xl/media/image1.png", "\x89PNG");
-    constexpr std::uint32_t kDeclared = 40U << 20U;
-    book.Part("xl/media/image1.png").declaredSize = kDeclared;
-    const auto path = book.WriteTo(scratch_);
-    const auto view = OpenLook(path);
-    const book::SheetLook& sheet = view->Sheet(0);
-    ASSERT_EQ(sheet.drawings.size(), 1U);
-    EXPECT_EQ(sheet.drawings[0].kind, book::DrawingKind::Placeholder);
-    ASSERT_EQ(sheet.leftOut.size(), 1U);
-    EXPECT_EQ(sheet.leftOut[0].what, "picture");
-    EXPECT_NE(sheet.leftOut[0].reason.find("1,000 times"), std::string::npos);
-    EXPECT_THROW(Package{path}, util::Error) << "a calendar would take the picture along";
 }
 
 } // namespace

@@ -338,24 +338,6 @@ TEST_F(ReadChartTest, ReadsTheTitle)
     EXPECT_FALSE(Read(SeriesOf("a") + SeriesOf("b") + group + TitleOf({}, 1, 0x10))->title);
 }
 
-TEST_F(ReadChartTest, KindsThatAreNotDrawnKeepTheirTitle)
-{
-    const std::vector<std::pair<std::string, book::ChartKind>> kinds = {
-        {ChartRecordOf(ChartRecord::Scatter, Numbers({100, 1, 1})), book::ChartKind::Bubble},
-        {ChartRecordOf(ChartRecord::Radar, Numbers({0, 0})), book::ChartKind::Radar},
-        {ChartRecordOf(ChartRecord::RadarArea, Numbers({0, 0})), book::ChartKind::Radar},
-        {ChartRecordOf(ChartRecord::Surface, Numbers({0})), book::ChartKind::Surface},
-        {{}, book::ChartKind::Other}};
-    for (const auto& [group, kind] : kinds) {
-        const auto chart =
-            Read(SeriesOf("a") + AxesOf(0, GroupOf(group)) + TitleOf(TextRecordOf("Skills"), 1));
-        ASSERT_EQ(chart->groups.size(), 1U);
-        EXPECT_EQ(chart->groups[0].kind, kind);
-        ASSERT_TRUE(chart->title);
-        EXPECT_EQ(chart->title->text, "Skills");
-    }
-}
-
 TEST_F(ReadChartTest, ReadsFramesAndLegend)
 {
     const auto frame = [](std::string_view formats) {

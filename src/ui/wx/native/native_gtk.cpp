@@ -1,4 +1,4 @@
-#include "ui/wx/native.h"
+#include "ui/wx/native/native.h"
 
 #include <gtk/gtk.h>
 

@@ -1,6 +1,6 @@
-#include "ui/wx/tabbed_list.h"
+#include "ui/wx/native/tabbed_list.h"
 
-#include "ui/wx/text.h"
+#include "ui/wx/native/text.h"
 
 #include <wx/dataview.h>
 

@@ -1,7 +1,7 @@
 #include <windows.h>
 
-#include "ui/wx/tabbed_list.h"
-#include "ui/wx/text.h"
+#include "ui/wx/native/tabbed_list.h"
+#include "ui/wx/native/text.h"
 
 #include <wx/listbox.h>
 

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "ui/wx/native.h"
+#include "ui/wx/native/native.h"
 
 #include <algorithm>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "ui/wx/icons.h"
+#include "ui/wx/native/icons.h"
 
 namespace orrery::ui::wx {
 namespace {

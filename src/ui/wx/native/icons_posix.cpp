@@ -1,6 +1,6 @@
-#include "ui/wx/icons.h"
+#include "ui/wx/native/icons.h"
 
-#include "ui/wx/art.h"
+#include "ui/wx/native/art.h"
 
 #include <wx/imagpng.h>
 #include <wx/mstream.h>

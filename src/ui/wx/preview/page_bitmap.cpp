@@ -1,0 +1,74 @@
+#include "ui/wx/preview/page_bitmap.h"
+
+#include "ui/wx/look/wx_canvas.h"
+
+#include <wx/dcmemory.h>
+#include <wx/settings.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+namespace orrery::ui::wx {
+namespace {
+
+constexpr double kGap = 16; // between papers, in pixels at 96 dpi
+constexpr std::size_t kMostPapers = 20;
+
+std::size_t PaperCount(const look::Layout& layout)
+{
+    return std::min(layout.pages.size(), kMostPapers);
+}
+
+} // namespace
+
+wxColour DeskColour()
+{
+    constexpr int kDarker = 88; // percent
+    return wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE).ChangeLightness(kDarker);
+}
+
+wxSize PapersSize(const look::Layout& layout)
+{
+    double width = 1;
+    double height = 0;
+    for (std::size_t page = 0; page < PaperCount(layout); ++page) {
+        width = std::max(width, layout.pages[page].paperWidth);
+        height += layout.pages[page].paperHeight + (page == 0 ? 0 : kGap);
+    }
+    return {static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(std::max(height, 1.0)))};
+}
+
+void PaintPapers(look::SheetPicture& picture, wxGraphicsContext& target, PictureCache& pictures,
+                 double scale)
+{
+    const look::Layout& layout = picture.Layout();
+    double top = 0;
+    for (std::size_t page = 0; page < PaperCount(layout); ++page) {
+        const look::PageBox& paper = layout.pages[page];
+        target.SetPen(*wxLIGHT_GREY_PEN);
+        target.SetBrush(*wxWHITE_BRUSH);
+        target.DrawRectangle(0, top * scale, paper.paperWidth * scale - 1,
+                             paper.paperHeight * scale - 1);
+        WxCanvas canvas(target, pictures);
+        canvas.Place({0, top * scale}, scale);
+        picture.PaintPage(page, canvas);
+        top += paper.paperHeight + kGap;
+    }
+}
+
+wxBitmap PapersBitmap(look::SheetPicture& picture, PictureCache& pictures, double scale)
+{
+    const wxSize size = PapersSize(picture.Layout());
+    wxBitmap bitmap(std::max(1, static_cast<int>(std::lround(size.x * scale))),
+                    std::max(1, static_cast<int>(std::lround(size.y * scale))), 24);
+    wxMemoryDC memory(bitmap);
+    memory.SetBackground(DeskColour());
+    memory.Clear();
+    const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(memory));
+    if (context)
+        PaintPapers(picture, *context, pictures, scale);
+    return bitmap;
+}
+
+} // namespace orrery::ui::wx

@@ -161,7 +161,8 @@ class SheetComparison:
                         # which we tell. Dots beside pixels make the drawn ones a little darker.
                         or (abs(_color(cell["fill"]) - other).max() <= 8
                             and page_pictures.mean_difference(drawn, theirs, box) <= 16))
-            if is_right or not self._differences.has_style_of_table(address):
+            if is_right or not (self._differences.has_style_of_table(address)
+                                or self._differences.has_full_color(address, one)):
                 self._tally.count("fills", is_right, f"{self._sheet.Name}!{address} "
                                                      f"{list(one)} not {list(other)}")
 

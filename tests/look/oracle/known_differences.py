@@ -87,6 +87,12 @@ class SheetDifferences:
         return (any(package_facts.contains(area, *where) for area in self._facts.styled_tables)
                 and self._sheet.getCellRangeByName(address).IsCellBackgroundTransparent)
 
+    def has_full_color(self, address, color):
+        """Whether we show the full colour of a fill that XFExt ([MS-XLS] 2.4.355) adds to the palette's;
+        LibreOffice reads nothing of it, and shows the nearest of the palette."""
+        fill = self._facts.full_fills.get(address)
+        return fill is not None and fill.has(color)
+
     def _has_other_result(self, cell, address, ours):
         """Whether we show the result that Excel stored, but LibreOffice has computed another: random
         numbers, links, and what it computes by other rules ("FALSE=0")."""

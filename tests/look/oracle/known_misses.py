@@ -2,8 +2,6 @@
 
 _NO_FONT = "its styles name no font: LibreOffice takes two millimetres for a digit (Excel: Calibri 11)"
 _WHOLE_PIXELS = "Excel ends rows at whole pixels, LibreOffice does not; the difference adds up"
-_PALETTE = ("XFExt has a full colour ([MS-XLS] 2.4.355), of which LibreOffice reads nothing: it shows the "
-            "nearest of the palette")
 _NO_WIDTH = "it has no DefColWidth: Excel takes eight digits, LibreOffice 0.889 inches"
 _FIRST_FONT = ("columns are measured in digits of the Normal style's font ([MS-XLS] 2.4.53), LibreOffice "
                "takes the first font of the file, which is another")
@@ -35,9 +33,10 @@ KNOWN = {
         "sizes": _NO_WIDTH, "edges": _NO_WIDTH, "words": _NO_WIDTH,
     },
     "edr-ExcelLibrary_newdoc.xls": {"sizes": _NO_WIDTH, "edges": _NO_WIDTH, "words": _NO_WIDTH},
-    "edr-Test_Issue_11642_ValuesNotLoaded.xls": {"fills": _PALETTE},
-    "phpss-30template.xls": {"fills": _PALETTE + ", or the middle of a gradient"},
-    "phpss-RichTextFontSize.xls": {"fills": _PALETTE},
+    "phpss-30template.xls": {
+        "fills": "a gradient of XFExt ([MS-XLS] 2.4.355), of which LibreOffice shows nothing, has no one "
+                 "colour",
+    },
     "poi-41139.xls": {"sizes": _FIRST_FONT, "edges": _FIRST_FONT},
     "poi-44235.xls": {"sizes": _FIRST_FONT, "edges": _FIRST_FONT, "words": _FIRST_FONT},
     "poi-44958_1.xls": {
@@ -46,13 +45,12 @@ KNOWN = {
     "poi-45538_classic_Footer.xls": {
         "words": "a raised mark of a footnote is a word of its own on LibreOffice's page",
     },
-    "poi-46137.xls": {"fills": _PALETTE},
     "poi-49219.xls": {
         "words": "its links lead nowhere: #REF! is stored, LibreOffice has #N/A",
     },
-    "poi-FormulaEvalTestData.xls": {"fills": _PALETTE},
     "poi-NewStyleConditionalFormattings.xls": {
-        "fills": "LibreOffice does not read the scales of CF12 ([MS-XLS] 2.4.43); " + _PALETTE,
+        "fills": "LibreOffice reads neither the scales of CF12 ([MS-XLS] 2.4.43) nor the full colours of "
+                 "conditional formats",
     },
     "poi-NoGutsRecords.xls": {"edges": _TOO_HIGH, "words": _TOO_HIGH},
 }

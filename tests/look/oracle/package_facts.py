@@ -23,13 +23,14 @@ class SheetFacts:
     has_default_height: bool = True
     rows_with_height: set = dataclasses.field(default_factory=set)  # from 0
     results: dict = dataclasses.field(default_factory=dict)  # of formulas, by "B6": type and value
+    full_fills: dict = dataclasses.field(default_factory=dict)  # of .xls, by "B6": xls_colors.FullFill
 
 
 def facts_of(path):
-    """The facts of each sheet by its name; of an .xls file the results alone."""
+    """The facts of each sheet by its name; of an .xls file results and full colours alone."""
     if pathlib.Path(path).suffix == ".xls":
-        return {name: SheetFacts(results=results)
-                for name, results in xls_facts.results_of(path).items()}
+        return {name: SheetFacts(results=results, full_fills=fills)
+                for name, (results, fills) in xls_facts.facts_of(path).items()}
     with zipfile.ZipFile(path) as package:
         names = {name.lower().replace("\\", "/"): name for name in package.namelist()}
 

@@ -21,6 +21,15 @@ HorizontalAlignment GeneralAlignment(const CellContent& content, bool isTextForm
     return HorizontalAlignment::General; // a text's direction decides
 }
 
+/// A conditional format wins over the fonts within a text and over the number format's colour.
+void LayOverText(CellDisplay& display, const book::PartialStyle& conditional)
+{
+    if (conditional.fontColor)
+        display.color = conditional.fontColor;
+    for (book::TextRun& run : display.runs)
+        LayOver(run.font, conditional);
+}
+
 } // namespace
 
 SheetDisplay::SheetDisplay(book::WorkbookView& view, std::size_t sheet, Evaluator& evaluator)
@@ -36,7 +45,7 @@ CellDisplay SheetDisplay::Display(book::CellAddress address)
     display.style = look_.styles[cell != nullptr ? cell->style : look_.StyleAt(address)];
     if (const auto table = TableStyleAt(look_, address))
         LayUnder(display.style, *table);
-    ApplyConditions(address, display);
+    const book::PartialStyle conditional = ApplyConditions(address, display);
     if (cell == nullptr) {
         display.horizontal = display.style.alignment.horizontal;
         return display;
@@ -45,6 +54,7 @@ CellDisplay SheetDisplay::Display(book::CellAddress address)
         ShowFormula(*cell, display);
     else
         ShowValue(ValueOf(*cell, display), cell, display);
+    LayOverText(display, conditional);
     return display;
 }
 
@@ -101,7 +111,7 @@ void SheetDisplay::ShowRuns(const std::string& text, const std::vector<book::Tex
         run.begin += begin;
 }
 
-void SheetDisplay::ApplyConditions(book::CellAddress cell, CellDisplay& display)
+book::PartialStyle SheetDisplay::ApplyConditions(book::CellAddress cell, CellDisplay& display)
 {
     const ConditionDisplay conditions = conditions_.Display(cell);
     LayOver(display.style, conditions.style);
@@ -113,6 +123,7 @@ void SheetDisplay::ApplyConditions(book::CellAddress cell, CellDisplay& display)
     display.bar = conditions.bar;
     display.icon = conditions.icon;
     display.showsValue = conditions.showsValue;
+    return conditions.style;
 }
 
 FormattedValue SheetDisplay::Format(const CellContent& content, const std::string& code)

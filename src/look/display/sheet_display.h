@@ -33,7 +33,8 @@ private:
     void ShowValue(const book::CellContent& content, const book::Cell* cell, CellDisplay& display);
     void ShowRuns(const std::string& text, const std::vector<book::TextRun>& runs,
                   CellDisplay& display) const;
-    void ApplyConditions(book::CellAddress cell, CellDisplay& display);
+    /// Gives what they set of the style.
+    book::PartialStyle ApplyConditions(book::CellAddress cell, CellDisplay& display);
     const NumberFormat& NumberFormatOf(const std::string& code);
 
     book::WorkbookView& view_;

@@ -165,17 +165,22 @@ std::uint8_t Mix(std::uint8_t one, std::uint8_t other, double share)
 
 void LayOver(book::CellStyle& style, const PartialStyle& over)
 {
-    Take(style.font.bold, over.bold);
-    Take(style.font.italic, over.italic);
-    Take(style.font.strike, over.strike);
-    Take(style.font.underline, over.underline);
-    Take(style.font.color, over.fontColor);
+    LayOver(style.font, over);
     Take(style.fill, over.fill);
     Take(style.border.left, over.left);
     Take(style.border.right, over.right);
     Take(style.border.top, over.top);
     Take(style.border.bottom, over.bottom);
     Take(style.numberFormat, over.numberFormat);
+}
+
+void LayOver(book::Font& font, const PartialStyle& over)
+{
+    Take(font.bold, over.bold);
+    Take(font.italic, over.italic);
+    Take(font.strike, over.strike);
+    Take(font.underline, over.underline);
+    Take(font.color, over.fontColor);
 }
 
 void LayUnder(book::CellStyle& style, const PartialStyle& under)

@@ -9,6 +9,7 @@ namespace orrery::look {
 
 /// Lays what a conditional format sets over a style.
 void LayOver(book::CellStyle& style, const book::PartialStyle& over);
+void LayOver(book::Font& font, const book::PartialStyle& over);
 /// Lays a style of a table under a cell's own: what the cell sets itself stays.
 void LayUnder(book::CellStyle& style, const book::PartialStyle& under);
 

@@ -45,5 +45,53 @@ INSTANTIATE_TEST_SUITE_P(
                                   HorizontalAlignment::Center}),
     [](const auto& each) { return std::string(each.param.name); });
 
+/// Shows the text "ab" whose second letter is red and slanted, under a condition that holds.
+CellDisplay ShowRichText(const book::PartialStyle& conditional)
+{
+    FakeWorkbook workbook;
+    book::SheetLook& look = workbook.Look();
+    look.styles.front().numberFormat = "[Blue]@";
+    book::Font slanted;
+    slanted.italic = true;
+    slanted.color = book::Color{255, 0, 0};
+    look.richTexts = {{{1, slanted}}};
+    workbook.Set({1, 1}, std::string("ab"));
+    look.cells.back().richText = 0;
+    book::ConditionalRule rule;
+    rule.kind = book::ConditionKind::Expression;
+    rule.formulas = {"TRUE"};
+    rule.style = conditional;
+    look.conditions = {{{{{1, 1}, {1, 1}}}, {rule}}};
+    Evaluator evaluator(workbook, 46388);
+    return SheetDisplay(workbook, 0, evaluator).Display({1, 1});
+}
+
+TEST(SheetDisplayTest, ConditionsWinOverTheFontsWithinAText)
+{
+    const book::Color green{0, 128, 0};
+    book::PartialStyle conditional;
+    conditional.bold = true;
+    conditional.italic = false;
+    conditional.fontColor = green;
+    const CellDisplay display = ShowRichText(conditional);
+    ASSERT_EQ(display.runs.size(), 1U);
+    EXPECT_EQ(display.runs[0].begin, 1U);
+    EXPECT_TRUE(display.runs[0].font.bold);
+    EXPECT_FALSE(display.runs[0].font.italic);
+    EXPECT_EQ(display.runs[0].font.color, green);
+    EXPECT_EQ(display.color, green);
+}
+
+TEST(SheetDisplayTest, WhatConditionsDoNotSetStays)
+{
+    book::PartialStyle conditional;
+    conditional.bold = true;
+    const CellDisplay display = ShowRichText(conditional);
+    ASSERT_EQ(display.runs.size(), 1U);
+    EXPECT_TRUE(display.runs[0].font.italic);
+    EXPECT_EQ(display.runs[0].font.color, (book::Color{255, 0, 0}));
+    EXPECT_EQ(display.color, (book::Color{0, 0, 255}));
+}
+
 } // namespace
 } // namespace orrery::look

@@ -81,22 +81,19 @@ Operand Computation::CallForTables(const FunctionEntry& function, std::vector<Op
 {
     const Parameters parameters(function);
     std::vector<std::pair<std::size_t, ArrayPointer>> tables;
-    std::int32_t rows = 1;
-    std::int32_t columns = 1;
+    JoinedShape shape;
     for (std::size_t at = 0; at < arguments.size(); ++at) {
         const auto* table = std::get_if<ArrayPointer>(&arguments[at]);
         if (parameters.Letter(at) != 'v' || table == nullptr)
             continue;
-        rows = std::max(rows, (*table)->rows);
-        columns = std::max(columns, (*table)->columns);
+        shape.Add(**table);
         tables.emplace_back(at, *table);
     }
-    const std::int64_t size = std::int64_t{rows} * columns;
-    if (size > kLargestArray || !Spend(static_cast<std::size_t>(size)))
+    if (shape.Size() > kLargestArray || !Spend(static_cast<std::size_t>(shape.Size())))
         return Fail();
-    Array result(rows, columns);
-    for (std::int32_t row = 0; row < rows; ++row) {
-        for (std::int32_t column = 0; column < columns && !HasFailed(); ++column) {
+    Array result = shape.MakeArray();
+    for (std::int32_t row = 0; row < result.rows; ++row) {
+        for (std::int32_t column = 0; column < result.columns && !HasFailed(); ++column) {
             for (const auto& [at, table] : tables)
                 arguments[at] = ElementOf(*table, row, column);
             result.At(row, column) = SingleOf(CallFunction(function, arguments));

@@ -50,16 +50,16 @@ void Computation::ForEachCell(
     }
 }
 
-/// Of whole columns the rows up to the sheet's last one, of whole rows likewise.
+/// Of whole columns the rows up to the one behind the sheet's last, of whole rows likewise.
 ArrayPointer Computation::ValuesOf(const Area& given)
 {
     Area area = given;
     const SheetCells& cells = engine_.Sheet(area.firstSheet);
     if (area.range.first.row == 1 && area.range.last.row == kSheetRows)
-        area.range.last.row = std::max(cells.LastRow(), 1);
+        area.range.last.row = std::min(std::max(cells.LastRow(), 1) + 1, kSheetRows);
     if (area.range.first.column == 1 && area.range.last.column == kSheetColumns)
-        area.range.last.column = std::max(cells.LastColumn(), 1);
-    if (auto kept = engine_.Cache().FindValues(area))
+        area.range.last.column = std::min(std::max(cells.LastColumn(), 1) + 1, kSheetColumns);
+    if (auto kept = engine_.Cache().FindValues(given))
         return kept;
     const std::int64_t size = std::int64_t{area.Rows()} * area.Columns();
     if (area.firstSheet != area.lastSheet || size > kLargestArray ||
@@ -70,12 +70,14 @@ ArrayPointer Computation::ValuesOf(const Area& given)
         return error;
     }
     auto table = std::make_shared<Array>(area.Rows(), area.Columns());
+    table->hasMoreRows = area.range.last.row != given.range.last.row;
+    table->hasMoreColumns = area.range.last.column != given.range.last.column;
     ForEachCell(area, [&](std::size_t, book::CellAddress cell, const Value& value) {
         table->At(cell.row - area.range.first.row, cell.column - area.range.first.column) = value;
         return true;
     });
     if (!HasFailed())
-        engine_.Cache().KeepValues(area, table);
+        engine_.Cache().KeepValues(given, table);
     return table;
 }
 

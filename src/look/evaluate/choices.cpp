@@ -38,8 +38,7 @@ std::optional<Operand> Computation::EvaluateChoice(const Formula& formula, const
 Operand Computation::Choose(const Array& conditions,
                             const std::function<Operand(const Value&)>& choose)
 {
-    std::int32_t rows = conditions.rows;
-    std::int32_t columns = conditions.columns;
+    JoinedShape shape(conditions);
     KeyMap<Operand> choices; // each is computed once
     for (const Value& condition : conditions.values) {
         if (!Spend(1))
@@ -47,18 +46,15 @@ Operand Computation::Choose(const Array& conditions,
         if (choices.count(condition) != 0 || choices.size() > 1'000)
             continue;
         Operand choice = Dereference(choose(condition), Mode::Table);
-        if (const auto* table = std::get_if<ArrayPointer>(&choice)) {
-            rows = std::max(rows, (*table)->rows);
-            columns = std::max(columns, (*table)->columns);
-        }
+        if (const Array* table = TableOf(choice))
+            shape.Add(*table);
         choices.emplace(condition, std::move(choice));
     }
-    const std::int64_t size = std::int64_t{rows} * columns;
-    if (size > kLargestArray || !Spend(static_cast<std::size_t>(size)))
+    if (shape.Size() > kLargestArray || !Spend(static_cast<std::size_t>(shape.Size())))
         return Fail();
-    Array result(rows, columns);
-    for (std::int32_t row = 0; row < rows; ++row) {
-        for (std::int32_t column = 0; column < columns && !HasFailed(); ++column) {
+    Array result = shape.MakeArray();
+    for (std::int32_t row = 0; row < result.rows; ++row) {
+        for (std::int32_t column = 0; column < result.columns && !HasFailed(); ++column) {
             const Value& condition = ElementOf(conditions, row, column);
             const auto found = choices.find(condition);
             const Operand choice = found != choices.end()
@@ -86,8 +82,8 @@ Operand Computation::EvaluateIf(const Formula& formula, const Node& node, Mode m
         return std::holds_alternative<Missing>(chosen) ? Operand(Value(0.0)) : chosen;
     };
     const Operand condition = EvaluateValue(formula, formula.Child(node, 0), mode);
-    const auto* table = std::get_if<ArrayPointer>(&condition);
-    return table != nullptr ? Choose(**table, choose) : choose(std::get<Value>(condition));
+    const Array* table = TableOf(condition);
+    return table != nullptr ? Choose(*table, choose) : choose(std::get<Value>(condition));
 }
 
 Operand Computation::EvaluateIfError(const Formula& formula, const Node& node, Mode mode,

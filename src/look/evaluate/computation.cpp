@@ -31,6 +31,17 @@ std::size_t StepsOfKept(const Array& table)
     return table.values.size() * 8;
 }
 
+/// Without what stands for the rest of whole columns and rows.
+std::vector<Value> UsedValues(const Array& table)
+{
+    std::vector<Value> values;
+    for (std::int32_t row = 0; row < table.rows - (table.hasMoreRows ? 1 : 0); ++row)
+        for (std::int32_t column = 0; column < table.columns - (table.hasMoreColumns ? 1 : 0);
+             ++column)
+            values.push_back(table.At(row, column));
+    return values;
+}
+
 bool JoinsReferences(Operator op)
 {
     return op == Operator::Union || op == Operator::Intersection || op == Operator::Range;
@@ -77,7 +88,7 @@ std::optional<std::vector<Value>> Computation::RunForValues(const Formula& formu
     const Array* const table = TableOf(operand);
     if (table == nullptr)
         return std::vector{std::get<Value>(operand)};
-    return Spend(table->values.size()) ? std::optional(table->values) : std::nullopt;
+    return Spend(table->values.size()) ? std::optional(UsedValues(*table)) : std::nullopt;
 }
 
 Operand Computation::Evaluate(const Formula& formula, const Node& node, Mode mode)
@@ -183,9 +194,9 @@ Operand Computation::EvaluateUnary(const Formula& formula, const Node& node, Mod
         return ApplyUnary(node.op, std::get<Value>(plain), Rules());
     if (!Spend(table->values.size()))
         return Fail();
-    Array result(table->rows, table->columns);
-    for (std::size_t at = 0; at < table->values.size(); ++at)
-        result.values[at] = ApplyUnary(node.op, table->values[at], Rules());
+    Array result = *table;
+    for (Value& value : result.values)
+        value = ApplyUnary(node.op, value, Rules());
     return MakeTable(std::move(result));
 }
 
@@ -248,16 +259,15 @@ Operand Computation::Join(Operator op, const Operand& left, const Operand& right
     const Array* secondTable = TableOf(second);
     if (firstTable == nullptr && secondTable == nullptr)
         return ApplyBinary(op, std::get<Value>(first), std::get<Value>(second), Rules());
-    const auto rows = std::max(firstTable != nullptr ? firstTable->rows : 1,
-                               secondTable != nullptr ? secondTable->rows : 1);
-    const auto columns = std::max(firstTable != nullptr ? firstTable->columns : 1,
-                                  secondTable != nullptr ? secondTable->columns : 1);
-    const std::int64_t size = std::int64_t{rows} * columns;
-    if (size > kLargestArray || !Spend(static_cast<std::size_t>(size)))
+    JoinedShape shape;
+    for (const Array* const table : {firstTable, secondTable})
+        if (table != nullptr)
+            shape.Add(*table);
+    if (shape.Size() > kLargestArray || !Spend(static_cast<std::size_t>(shape.Size())))
         return Fail();
-    Array result(rows, columns);
-    for (std::int32_t row = 0; row < rows; ++row) {
-        for (std::int32_t column = 0; column < columns; ++column) {
+    Array result = shape.MakeArray();
+    for (std::int32_t row = 0; row < result.rows; ++row) {
+        for (std::int32_t column = 0; column < result.columns; ++column) {
             const Value& one = firstTable != nullptr ? ElementOf(*firstTable, row, column)
                                                      : std::get<Value>(first);
             const Value& other = secondTable != nullptr ? ElementOf(*secondTable, row, column)

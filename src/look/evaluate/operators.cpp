@@ -98,14 +98,4 @@ const Array* TableOf(const Operand& operand)
     return table != nullptr ? table->get() : nullptr;
 }
 
-const Value& ElementOf(const Array& table, std::int32_t row, std::int32_t column)
-{
-    static const Value kMissing = CellError::NotAvailable;
-    const std::int32_t tableRow = table.rows == 1 ? 0 : row;
-    const std::int32_t tableColumn = table.columns == 1 ? 0 : column;
-    if (tableRow < 0 || tableColumn < 0 || tableRow >= table.rows || tableColumn >= table.columns)
-        return kMissing;
-    return table.At(tableRow, tableColumn);
-}
-
 } // namespace orrery::formula

@@ -240,7 +240,8 @@ TEST(EvaluatorTest, HostileFormulasEnd)
     EXPECT_EQ(compute("1" + repeated("+A1", 3'000)), Value(3001.0));
     EXPECT_EQ(compute("A1" + repeated(":A1", 3'000)), Value(1.0));
     EXPECT_EQ(compute("SUM(ROW(1:1048576)*COLUMN(A:XFD))"), std::nullopt);
-    EXPECT_EQ(compute("SUM(A1:XFD1048576+1)"), Value(2.0));
+    EXPECT_EQ(compute("SUM(A1:XFD1048576+1)"), Value(17179869185.0)); // one more than cells
+    EXPECT_EQ(compute("MAX(A1:XFD1048576+1)"), std::nullopt);
     EXPECT_EQ(compute("SUM(A1:B1048575+1)"), std::nullopt);
     EXPECT_EQ(compute("SUM(_xlfn.SEQUENCE(1E9))"), Value(CellError::Value));
     EXPECT_EQ(compute("LEN(REPT(REPT(\"a\",32767),32767))"), Value(CellError::Value));

@@ -124,6 +124,44 @@ INSTANTIATE_TEST_SUITE_P(
         FormulaCase{"ROW()", "2"}, FormulaCase{"COLUMN(D1)", "4"},
         FormulaCase{"VLOOKUP(2,CHOOSE({1,2},A1:A5,B1:B5),2,0)", "\"Apple\""}));
 
+// Whole columns and rows are as long as the sheet, however little of it is used.
+INSTANTIATE_TEST_SUITE_P(WholeColumns, FormulaTest,
+                         testing::Values(FormulaCase{"SUMPRODUCT((A:A=1)*(ROW(A:A)>0))", "1"},
+                                         FormulaCase{"SUMPRODUCT((A:A>3)*ROW(A:A))", "9"},
+                                         FormulaCase{"SUMPRODUCT((A:A>3)*1,ROW(A:A))", "9"},
+                                         FormulaCase{"SUMPRODUCT((1:1=1)*COLUMN(1:1))", "1"},
+                                         FormulaCase{"SUMPRODUCT((1:1=\"pear\")*COLUMN(1:1))", "2"},
+                                         FormulaCase{"SUMPRODUCT((A:A=\"\")*1)", "1048571"},
+                                         FormulaCase{"SUMPRODUCT((A:A<>\"\")*{1,10})", "55"},
+                                         FormulaCase{"SUMPRODUCT(ISNUMBER(A:A)*1)", "5"},
+                                         FormulaCase{"SUMPRODUCT(-ISBLANK(A:A))", "-1048571"},
+                                         FormulaCase{"SUMPRODUCT(IF(A:A>3,ROW(A:A),0))", "9"},
+                                         FormulaCase{"SUMPRODUCT((A:A=1)*(B1:B5=\"pear\"))",
+                                                     "#N/A"},
+                                         FormulaCase{"SUMPRODUCT(A:A,A1:A5)", "#VALUE!"},
+                                         FormulaCase{"MATCH(0,INDEX(A:A*1,0),0)", "6"}));
+
+/// A sheet whose cell B1 alone is used.
+TEST(WholeColumnTest, AUsedRowIsNotRepeated)
+{
+    FakeWorkbook book({"Sheet1", "Other"});
+    book.Set({1, 2}, 1.0);
+    book.Set({3, 2}, 1.0, 1);
+    Evaluator evaluator(book, 46349.25);
+    const auto compute = [&](const char* formula) {
+        return Shown(evaluator.Compute(formula, 0, {9, 9}, {9, 9}));
+    };
+    EXPECT_EQ(compute("SUMPRODUCT((B:B=1)*(ROW(B:B)>0))"), "1");
+    EXPECT_EQ(compute("SUMPRODUCT((1:1=1)*(COLUMN(1:1)>0))"), "1");
+    EXPECT_EQ(compute("SUMPRODUCT((B:B=1)*(Other!B:B=0))"), "1");
+    EXPECT_EQ(compute("SUMPRODUCT(B:B,Other!B:B)"), "0");
+    EXPECT_EQ(compute("SUM((B:B=\"\")*1)"), "1048575");
+    EXPECT_EQ(compute("COUNT(B:B+1)"), "1048576");
+    EXPECT_EQ(compute("MIN(B:B*1)"), "0");
+    EXPECT_EQ(compute("AVERAGE(IF(B:B>0,B:B))"), "1");
+    EXPECT_EQ(evaluator.ValuesOf("Sheet1!B:B", 0), (std::vector<Value>{1.0}));
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Logical, FormulaTest,
     testing::Values(FormulaCase{"IF(1>2,\"a\")", "FALSE"}, FormulaCase{"IF(TRUE,,5)", "0"},

@@ -23,10 +23,13 @@ inline bool IsError(const Value& value)
     return std::holds_alternative<CellError>(value);
 }
 
-/// A table of values, row by row. Rows and columns are counted from 0.
+/// A table of values, row by row. Rows and columns are counted from 0. Of whole columns it has the
+/// used rows and one that stands for all others of the sheet, of whole rows likewise.
 struct Array {
     std::int32_t rows = 1;
     std::int32_t columns = 1;
+    bool hasMoreRows = false; ///< the last row goes on to the end of the sheet
+    bool hasMoreColumns = false;
     std::vector<Value> values;
 
     Array() = default;

@@ -1,10 +1,37 @@
 #include "look/evaluate/functions/call/call.h"
 
+#include "look/evaluate/values/table_shape.h"
+
 #include <cmath>
 #include <memory>
 #include <utility>
 
 namespace orrery::formula {
+namespace {
+
+void ForEachOf(Context& context, const Array& table, const std::function<bool(const Value&)>& take)
+{
+    const JoinedShape shape(table);
+    if (!context.Spend(table.values.size()))
+        return;
+    for (std::int32_t row = 0; row < table.rows; ++row) {
+        for (std::int32_t column = 0; column < table.columns; ++column) {
+            const Value& value = table.At(row, column);
+            if (IsBlank(value))
+                continue;
+            const bool isOnce = IsError(value) || std::holds_alternative<bool>(value);
+            const auto count =
+                isOnce ? std::size_t{1} : static_cast<std::size_t>(shape.PlacesOf(row, column));
+            if (count > 1 && !context.Spend(count))
+                return;
+            for (std::size_t taken = 0; taken < count; ++taken)
+                if (!take(value))
+                    return;
+        }
+    }
+}
+
+} // namespace
 
 Value Call::Single(std::size_t at) const
 {
@@ -65,6 +92,12 @@ const Reference* Call::AsReference(std::size_t at) const
     return at < arguments.size() ? std::get_if<Reference>(&arguments[at]) : nullptr;
 }
 
+const Array* Call::AsArray(std::size_t at) const
+{
+    const auto* array = at < arguments.size() ? std::get_if<ArrayPointer>(&arguments[at]) : nullptr;
+    return array != nullptr ? array->get() : nullptr;
+}
+
 ArrayPointer Call::Table(std::size_t at)
 {
     if (at < arguments.size()) {
@@ -93,12 +126,7 @@ void Call::ForEach(std::size_t at, const std::function<bool(const Value&, Source
         return;
     }
     if (const auto* array = std::get_if<ArrayPointer>(&arguments[at])) {
-        if (!context.Spend((*array)->values.size()))
-            return;
-        for (const Value& value : (*array)->values) {
-            if (!IsBlank(value) && !take(value, Source::Array))
-                return;
-        }
+        ForEachOf(context, **array, [&](const Value& value) { return take(value, Source::Array); });
         return;
     }
     bool goesOn = true;

@@ -36,6 +36,7 @@ public:
     bool Logical(std::size_t at, bool absent = false);
 
     const Reference* AsReference(std::size_t at) const;
+    const Array* AsArray(std::size_t at) const; ///< nullptr if it is no table
     /// The argument as a table of at least one value; of a reference its first area.
     ArrayPointer Table(std::size_t at);
     /// The same for a function that goes through all of it: counts as many steps. One value if
@@ -45,7 +46,9 @@ public:
     /// Where a value stands.
     enum class Source { Direct, Array, Cell };
     /// Calls for each value of an argument that is not empty, until the call returns false. An
-    /// argument that is a single empty value is 0.
+    /// argument that is a single empty value is 0. What stands for the rest of whole columns comes
+    /// as often as it stands there; but once if it is an error or a logical value, which tables
+    /// hold to be passed over.
     void ForEach(std::size_t at, const std::function<bool(const Value&, Source)>& take);
     /// The numbers of the arguments from one on, as most statistics take them: texts and logical
     /// values count only if they are arguments themselves.

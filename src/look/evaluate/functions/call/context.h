@@ -37,7 +37,8 @@ public:
     virtual void
     ForEachCell(const Area& area,
                 const std::function<bool(std::size_t, book::CellAddress, const Value&)>& take) = 0;
-    /// The values of an area of one sheet. Of whole rows and columns the used part.
+    /// The values of an area of one sheet. Of whole rows and columns the used
+    /// part and one more, as `Array` tells.
     virtual ArrayPointer ValuesOf(const Area& area) = 0;
     virtual const AreaSummary& Summarize(const Area& area) = 0;
     /// How often each value stands in an area. Errors and empty cells do not count.

@@ -1,5 +1,6 @@
 #include "look/evaluate/functions/math/math.h"
 #include "look/evaluate/values/decimals.h"
+#include "look/evaluate/values/table_shape.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,6 +9,23 @@
 
 namespace orrery::formula {
 namespace {
+
+/// Of whole columns and rows each value as often as it stands there.
+double SumOfTable(Call& call, const Array& table)
+{
+    const JoinedShape shape(table);
+    double sum = 0;
+    if (!call.context.Spend(table.values.size()))
+        return sum;
+    for (std::int32_t row = 0; row < table.rows; ++row) {
+        for (std::int32_t column = 0; column < table.columns && !call.failure; ++column) {
+            const Value& value = table.At(row, column);
+            if (IsError(value) || std::holds_alternative<double>(value))
+                sum += call.Convert(value) * shape.PlacesOf(row, column);
+        }
+    }
+    return sum;
+}
 
 /// Areas of cells are summed once and remembered.
 Value Sum(Call& call)
@@ -23,10 +41,12 @@ Value Sum(Call& call)
             }
             continue;
         }
-        call.ForEach(at, [&](const Value& value, Call::Source source) {
-            if (source == Call::Source::Direct || IsError(value) ||
-                std::holds_alternative<double>(value))
-                sum += call.Convert(value);
+        if (const Array* table = call.AsArray(at)) {
+            sum += SumOfTable(call, *table);
+            continue;
+        }
+        call.ForEach(at, [&](const Value& value, Call::Source) {
+            sum += call.Convert(value);
             return !call.failure;
         });
     }
@@ -50,31 +70,50 @@ Value SumOfSquares(Call& call)
     return NumberOrError(sum);
 }
 
+/// Whether tables have equally many rows and columns; whole ones have those of the sheet.
+bool AreOfOneSize(const Array& one, const Array& other)
+{
+    const auto rows = [](const Array& table) {
+        return table.hasMoreRows ? kSheetRows : table.rows;
+    };
+    const auto columns = [](const Array& table) {
+        return table.hasMoreColumns ? kSheetColumns : table.columns;
+    };
+    return rows(one) == rows(other) && columns(one) == columns(other);
+}
+
 /// Texts and logical values count as 0.
+double ProductAt(Call& call, const std::vector<ArrayPointer>& tables, std::int32_t row,
+                 std::int32_t column)
+{
+    double product = 1;
+    for (const auto& table : tables) {
+        const Value& value = ElementOf(*table, row, column);
+        const auto* number = std::get_if<double>(&value);
+        if (IsError(value))
+            call.Convert(value);
+        product *= number != nullptr ? *number : 0;
+    }
+    return product;
+}
+
 Value SumProduct(Call& call)
 {
     std::vector<ArrayPointer> tables;
+    JoinedShape shape;
     for (std::size_t at = 0; at < call.Count(); ++at) {
         tables.push_back(call.Table(at));
-        if (tables.back()->rows != tables.front()->rows ||
-            tables.back()->columns != tables.front()->columns)
+        if (!AreOfOneSize(*tables.back(), *tables.front()))
             return CellError::Value;
+        shape.Add(*tables.back());
     }
-    double sum = 0;
-    const std::size_t size = tables.front()->values.size();
-    if (!call.context.Spend(size * tables.size()))
+    const auto size = static_cast<std::size_t>(shape.Size());
+    if (size > static_cast<std::size_t>(kLargestArray) || !call.context.Spend(size * tables.size()))
         return {};
-    for (std::size_t at = 0; at < size && !call.failure; ++at) {
-        double product = 1;
-        for (const auto& table : tables) {
-            const Value& value = table->values[at];
-            const auto* number = std::get_if<double>(&value);
-            if (IsError(value))
-                call.Convert(value);
-            product *= number != nullptr ? *number : 0;
-        }
-        sum += product;
-    }
+    double sum = 0;
+    for (std::int32_t row = 0; row < shape.Rows(); ++row)
+        for (std::int32_t column = 0; column < shape.Columns() && !call.failure; ++column)
+            sum += ProductAt(call, tables, row, column) * shape.PlacesOf(row, column);
     return NumberOrError(sum);
 }
 

@@ -46,14 +46,16 @@ Operand Computation::EvaluateCall(const Formula& formula, const Node& node, Mode
     const Parameters parameters(*function);
     if (!parameters.Accept(node.childCount))
         return Fail();
+    const Mode ofReferences = mode == Mode::OneValue ? Mode::Single : mode;
     std::vector<Operand> arguments;
     bool hasTables = false;
     for (std::uint32_t at = 0; at < node.childCount; ++at) {
         const char letter = parameters.Letter(at);
         const Node& child = formula.Child(node, at);
-        Operand argument = letter == 'v' && child.kind != NodeKind::Missing
-                               ? EvaluateValue(formula, child, mode)
-                               : Evaluate(formula, child, letter == 'a' ? Mode::Table : mode);
+        Operand argument =
+            letter == 'v' && child.kind != NodeKind::Missing
+                ? EvaluateValue(formula, child, mode)
+                : Evaluate(formula, child, letter == 'a' ? Mode::Table : ofReferences);
         hasTables = hasTables || (letter == 'v' && TableOf(argument) != nullptr);
         if (HasFailed())
             return Value(CellError::Value);

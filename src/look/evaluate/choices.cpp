@@ -69,6 +69,7 @@ Operand Computation::Choose(const Array& conditions,
     return MakeTable(std::move(result));
 }
 
+/// Where one value is wanted, the first condition of a table decides for all.
 Operand Computation::EvaluateIf(const Formula& formula, const Node& node, Mode mode)
 {
     const auto choose = [&](const Value& condition) -> Operand {
@@ -83,7 +84,9 @@ Operand Computation::EvaluateIf(const Formula& formula, const Node& node, Mode m
     };
     const Operand condition = EvaluateValue(formula, formula.Child(node, 0), mode);
     const Array* table = TableOf(condition);
-    return table != nullptr ? Choose(*table, choose) : choose(std::get<Value>(condition));
+    if (table == nullptr || mode == Mode::OneValue)
+        return choose(SingleOf(condition));
+    return Choose(*table, choose);
 }
 
 Operand Computation::EvaluateIfError(const Formula& formula, const Node& node, Mode mode,

@@ -298,7 +298,8 @@ Value Computation::Beside(const Reference& reference)
 /// An operand of an operator, or an argument where one value is wanted.
 Operand Computation::EvaluateValue(const Formula& formula, const Node& node, Mode mode)
 {
-    return Dereference(Evaluate(formula, node, mode), mode);
+    const Mode wanted = mode == Mode::Single ? Mode::OneValue : mode;
+    return Dereference(Evaluate(formula, node, wanted), wanted);
 }
 
 Operand Computation::Dereference(const Operand& operand, Mode mode)
@@ -311,7 +312,7 @@ Operand Computation::Dereference(const Operand& operand, Mode mode)
     const Area& area = reference->front();
     if (reference->size() == 1 && area.IsOneCell())
         return ValueAt(area.firstSheet, area.range.first);
-    if (mode == Mode::Single)
+    if (mode != Mode::Table)
         return Beside(*reference);
     if (reference->size() > 1 || area.firstSheet != area.lastSheet)
         return Value(CellError::Value);

@@ -54,7 +54,9 @@ public:
 
 private:
     /// What references become where a value is wanted: the one beside the cell, or a table.
-    enum class Mode : std::uint8_t { Single, Table };
+    /// OneValue is Single for an operand or an argument that is to be one value: tokens have data
+    /// types for these ([MS-XLS] 2.2.2).
+    enum class Mode : std::uint8_t { Single, OneValue, Table };
 
     Operand Evaluate(const Formula& formula, const Node& node, Mode mode);
     Operand EvaluateValue(const Formula& formula, const Node& node, Mode mode);

@@ -162,6 +162,18 @@ TEST(WholeColumnTest, AUsedRowIsNotRepeated)
     EXPECT_EQ(evaluator.ValuesOf("Sheet1!B:B", 0), (std::vector<Value>{1.0}));
 }
 
+// Tokens of functions that stand for one value: [MS-XLS] 2.2.2
+INSTANTIATE_TEST_SUITE_P(
+    OneValue, FormulaTest,
+    testing::Values(FormulaCase{"AVERAGE(ABS(IF(FREQUENCY({2,2,4},{2,2,4})-1>0,1)))", "1"},
+                    FormulaCase{"AVERAGE(IF(FREQUENCY({2,2,4},{2,2,4})-1>0,1))", "1"},
+                    FormulaCase{"AVERAGE(IF(FREQUENCY({2,2,4},{2,2,4})>1,1,0))", "0.25"},
+                    FormulaCase{"SUM(IF({1,0},1,0)+{1,2,3})", "9"},
+                    FormulaCase{"SUM(IF({1,0},3,4))", "7"},
+                    FormulaCase{"COUNT(ABS(FREQUENCY({2,2,4},{2,2,4})))", "4"},
+                    FormulaCase{"SUMPRODUCT(IF({1,0},3,4)*1)", "7"},
+                    FormulaCase{"VLOOKUP(\"fig\",IF({1,0},B1:B5,A1:A5),2,0)+1", "5"}));
+
 INSTANTIATE_TEST_SUITE_P(
     Logical, FormulaTest,
     testing::Values(FormulaCase{"IF(1>2,\"a\")", "FALSE"}, FormulaCase{"IF(TRUE,,5)", "0"},

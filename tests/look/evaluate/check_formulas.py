@@ -42,7 +42,6 @@ _KNOWN = [
     ("WEEKNUM(DATE(2013,1,1),-1)", "versions before 2010 took any number for the kind of week"),
     ("MODE(", "one copy of the file holds another program's results"),
     ("SUM(H187,-H194)", "of two errors Excel takes the one that an operator gave"),
-    ("AVERAGE(ABS(IF((FREQUENCY(", "IF without a second choice, in no array formula"),
     ("H$195-H$200", "reads the SUM of two errors"),
 ]
 

@@ -85,7 +85,7 @@ std::vector<AxisSpan> RowSpans(const book::SheetLook& sheet, double defaultHeigh
         if (row.isHidden)
             height = 0;
         else if (row.height)
-            height = RowHeight(*row.height, sheet.areRowsWholePixels);
+            height = RowHeight(*row.height);
         else if (next != fitted.end() && next->first == row.row)
             height = next->size;
         spans.push_back({row.row, row.row, height});

@@ -2,6 +2,7 @@
 
 import contextlib
 import os
+import pathlib
 import subprocess
 import time
 
@@ -11,11 +12,25 @@ from com.sun.star.connection import NoConnectException
 
 LONGEST_START = 60  # seconds
 
+# No lock files beside the documents: whoever lists their folder meanwhile would find them.
+_SETTINGS = (
+    '<?xml version="1.0" encoding="UTF-8"?>\n'
+    '<oor:items xmlns:oor="http://openoffice.org/2001/registry"'
+    ' xmlns:xs="http://www.w3.org/2001/XMLSchema"'
+    ' xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance">'
+    '<item oor:path="/org.openoffice.Office.Common/Misc">'
+    '<prop oor:name="UseLocking" oor:op="fuse"><value>false</value></prop></item>'
+    '</oor:items>\n')
+
 
 @contextlib.contextmanager
 def desktop(folder):
     """The desktop of a new LibreOffice, whose profile is in the folder. Locale and time are neutral."""
     pipe = f"orrery{os.getpid()}"
+    settings = pathlib.Path(folder, "profile", "user", "registrymodifications.xcu")
+    if not settings.exists():
+        settings.parent.mkdir(parents=True, exist_ok=True)
+        settings.write_text(_SETTINGS, encoding="utf-8")
     office = subprocess.Popen(
         ["soffice", f"-env:UserInstallation=file://{folder}/profile", "--headless", "--norestore",
          f"--accept=pipe,name={pipe};urp;"],

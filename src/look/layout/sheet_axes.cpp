@@ -60,7 +60,7 @@ private:
         used_ += display.text.size();
         constexpr double kHighest = 409.5; // points
         return std::min(FittingHeight(display, columns_.Size(item.range.first.column), room_),
-                        RowHeight(kHighest, true));
+                        RowHeight(kHighest));
     }
 
     const book::SheetLook& sheet_;

@@ -55,7 +55,7 @@ void PreviewPane::Outdate()
 void PreviewPane::OnIdle(wxIdleEvent& event)
 {
     event.Skip();
-    if (!IsShownOnScreen())
+    if (!IsShown())
         return;
     if (isOutdated_ && !timer_.IsRunning()) {
         LookAgain();

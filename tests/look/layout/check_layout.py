@@ -101,7 +101,8 @@ def main():
         return without_corpus(options.corpus)
     paths = []
     for form in ("xlsx", "xls"):
-        found = sorted(path for path in (options.corpus / form).iterdir() if options.only in path.name)
+        found = sorted(path for path in (options.corpus / form).glob("[!.]*")
+                       if options.only in path.name)
         paths += evenly(found, options.count)
     judged = differing = 0
     with tempfile.TemporaryDirectory() as folder, libreoffice.desktop(folder) as office:

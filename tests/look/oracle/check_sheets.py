@@ -37,7 +37,7 @@ def main():
     has_corpus = arguments.corpus is None or arguments.corpus.is_dir()
     if arguments.corpus and has_corpus:
         for kind in arguments.kind or ("xlsx", "xls"):
-            paths = sample(sorted((arguments.corpus / kind).iterdir()), arguments.sample)
+            paths = sample(sorted((arguments.corpus / kind).glob("[!.]*")), arguments.sample)
             groups.append((f"corpus .{kind}", paths, bars.CORPUS))
     if arguments.pictures:
         arguments.pictures.mkdir(parents=True, exist_ok=True)

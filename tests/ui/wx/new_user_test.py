@@ -153,11 +153,15 @@ class NewUser(unittest.TestCase):
         self.user.without_tips()
         program = self.user.start()
         exit_button = find(program.main_window(), "Exit")
-        right = self.right_edge(exit_button)
+        main = program.main_window()
+        pages = wait_for("page", lambda: self.find_anew(main, "There is no template to show."))
+        right = self.right_edge(pages)
+        exit_edge = self.right_edge(exit_button)
         width, height = self.size()
         larger = (width + 180, height + 90)
         xdotool("windowsize", xdotool("getactivewindow"), *larger)
-        wait_for("larger window", lambda: self.right_edge(exit_button) == right + 180)
+        wait_for("larger window", lambda: self.right_edge(pages) == right + 180)
+        self.assertEqual(self.right_edge(exit_button), exit_edge)
         self.assertEqual(self.size(), larger)
         xdotool("windowmove", "--sync", xdotool("getactivewindow"), 700, 900)
         place = self.place()
@@ -182,6 +186,12 @@ class NewUser(unittest.TestCase):
 
     def place(self):
         return self.geometry("X", "Y")
+
+    @staticmethod
+    def find_anew(window, name):
+        """The control that has that name now: names that were read before are kept otherwise."""
+        window.clear_cache()
+        return find(window, name)
 
     @staticmethod
     def right_edge(control):

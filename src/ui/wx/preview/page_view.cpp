@@ -4,6 +4,7 @@
 #include "ui/wx/preview/page_bitmap.h"
 
 #include <wx/dcbuffer.h>
+#include <wx/menu.h>
 #include <wx/settings.h>
 
 #include <algorithm>
@@ -35,6 +36,7 @@ PageView::PageView(wxWindow& parent, Preview& preview, PictureCache& pictures,
     Bind(wxEVT_PAINT, &PageView::OnPaint, this);
     Bind(wxEVT_KEY_DOWN, &PageView::OnKey, this);
     Bind(wxEVT_MOUSEWHEEL, &PageView::OnWheel, this);
+    Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) { ShowMenu(); });
     Bind(wxEVT_LEFT_DOWN, &PageView::OnDrag, this);
     Bind(wxEVT_MOTION, &PageView::OnDrag, this);
     Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { Drop(); });
@@ -242,11 +244,11 @@ void PageView::OnKey(wxKeyEvent& event)
     case '+':
     case '=':
     case WXK_NUMPAD_ADD:
-        ZoomTo(Scale() / Unzoomed() * kZoomStep);
+        ZoomBy(kZoomStep);
         break;
     case '-':
     case WXK_NUMPAD_SUBTRACT:
-        ZoomTo(Scale() / Unzoomed() / kZoomStep);
+        ZoomBy(1 / kZoomStep);
         break;
     case '0':
         ZoomToFit();
@@ -267,7 +269,7 @@ void PageView::OnWheel(wxMouseEvent& event)
 {
     const bool up = event.GetWheelRotation() > 0;
     if (event.ControlDown())
-        ZoomTo(Scale() / Unzoomed() * (up ? kZoomStep : 1 / kZoomStep));
+        ZoomBy(up ? kZoomStep : 1 / kZoomStep);
     else if (CanScroll())
         event.Skip();
     else
@@ -288,6 +290,21 @@ void PageView::OnDrag(wxMouseEvent& event)
         dragged_ = event.GetPosition();
         Scroll(start.x - moved.x, start.y - moved.y);
     }
+}
+
+void PageView::ShowMenu()
+{
+    wxMenu menu;
+    const auto add = [&menu](const char* caption, const std::function<void()>& action) {
+        const wxMenuItem* const item = menu.Append(wxID_ANY, caption);
+        menu.Bind(
+            wxEVT_MENU, [action](wxCommandEvent&) { action(); }, item->GetId());
+    };
+    add("&Fit the Window\t0", [this] { ZoomToFit(); });
+    add("&Size on Paper\t1", [this] { ZoomTo(1); });
+    add("Zoom &In\t+", [this] { ZoomBy(kZoomStep); });
+    add("Zoom &Out\t-", [this] { ZoomBy(1 / kZoomStep); });
+    PopupMenu(&menu);
 }
 
 void PageView::Drop()

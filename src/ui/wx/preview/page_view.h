@@ -33,6 +33,9 @@ private:
     void OnKey(wxKeyEvent& event);
     void OnWheel(wxMouseEvent& event);
     void OnDrag(wxMouseEvent& event);
+    void ShowMenu();
+    /// Makes the page larger or smaller by that factor.
+    void ZoomBy(double factor) { ZoomTo(Scale() / Unzoomed() * factor); }
     void Drop();
     /// What a bitmap shows.
     struct Shown {

@@ -36,12 +36,8 @@ void Preview::Show(const PreviewChoice& choice, const model::NameTables& names, 
         return;
     choice_ = choice;
     now_ = now;
-    ++version_;
     const int month = pages_.empty() ? 1 : pages_[selected_].month;
-    picture_.reset();
-    pages_.clear();
-    calendar_.reset();
-    sentence_.clear();
+    Clear();
     try {
         Make(names);
     }
@@ -59,12 +55,18 @@ void Preview::ShowSentence(std::string sentence)
     if (!choice_ && sentence == sentence_)
         return;
     choice_.reset();
+    Clear();
+    sentence_ = std::move(sentence);
+}
+
+void Preview::Clear()
+{
     ++version_;
     picture_.reset();
     pages_.clear();
     calendar_.reset();
     selected_ = 0;
-    sentence_ = std::move(sentence);
+    sentence_.clear();
 }
 
 void Preview::Make(const model::NameTables& names)
@@ -114,7 +116,8 @@ look::SheetPicture* Preview::Picture(std::size_t page)
         picture_ = std::make_unique<look::SheetPicture>(
             calendar_->Sheets(), wanted.sheet, fonts_,
             look::PictureOptions{now_, util::FromPath(choice_->templatePath.filename()),
-                                 util::FromPath(choice_->templatePath.parent_path())});
+                                 util::WithTrailingSeparator(
+                                     util::ParentFolder(util::FromPath(choice_->templatePath)))});
         calendar_->Sheets().CloseFile();
         pictured_ = page;
         if (!wanted.notes)

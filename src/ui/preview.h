@@ -67,6 +67,7 @@ public:
     std::string Description() const;
 
 private:
+    void Clear();
     void Make(const model::NameTables& names);
     void ListPages();
     std::vector<std::string> NotesOf(const PreviewPage& page);

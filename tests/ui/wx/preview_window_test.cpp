@@ -7,8 +7,6 @@
 namespace orrery::ui::wx {
 namespace {
 
-using testing::StartsWith;
-
 /// The preview beside the controls of the main window.
 class PreviewWindowTest : public WindowTest {
 protected:

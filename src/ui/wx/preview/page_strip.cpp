@@ -47,7 +47,7 @@ void PageStrip::ShowState()
     const std::size_t count = preview_.Pages().size();
     if (version_ != preview_.Version()) {
         version_ = preview_.Version();
-        small_.resize(count); // the old ones stay until they are painted anew
+        small_.resize(count); // the old ones stay until the new ones are painted
         painted_.assign(count, false);
     }
     SetScrollRate(1, 1);

@@ -175,7 +175,7 @@ wxRect PageView::PlaceOfPage() const
     return {wxPoint(placed(window.x, size.x, start.x), placed(window.y, size.y, start.y)), size};
 }
 
-/// None of a page that is zoomed so all that its bitmap would be very large.
+/// Makes none of a page that is zoomed so much that its bitmap would be very large.
 void PageView::MakeBitmap(look::SheetPicture& picture)
 {
     const wxSize size = PlaceOfPage().GetSize();

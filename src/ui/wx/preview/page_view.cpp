@@ -110,7 +110,7 @@ void PageView::UpdateSize()
                    static_cast<int>(std::lround(page_.y * Scale())) + margin);
 }
 
-bool PageView::CanScroll() const
+bool PageView::ExceedsWindow() const
 {
     const wxSize window = GetClientSize();
     return zoom_ && (GetVirtualSize().x > window.x || GetVirtualSize().y > window.y);
@@ -210,7 +210,7 @@ void PageView::DrawPage(wxDC& dc)
 void PageView::OnKey(wxKeyEvent& event)
 {
     const int step = FromDIP(kScrollStep);
-    const bool scrolls = CanScroll();
+    const bool scrolls = ExceedsWindow();
     const auto scroll = [this](int x, int y) {
         const wxPoint start = GetViewStart();
         Scroll(start.x + x, start.y + y);
@@ -270,7 +270,7 @@ void PageView::OnWheel(wxMouseEvent& event)
     const bool up = event.GetWheelRotation() > 0;
     if (event.ControlDown())
         ZoomBy(up ? kZoomStep : 1 / kZoomStep);
-    else if (CanScroll())
+    else if (ExceedsWindow())
         event.Skip();
     else
         turn_(up ? -1 : 1);

@@ -52,7 +52,7 @@ private:
     wxRect PlaceOfPage() const;
     void UpdateSize();
     /// Whether the page is larger than the window.
-    bool CanScroll() const;
+    bool ExceedsWindow() const;
     /// Pixels for one at 96 dpi, on this screen.
     double Unzoomed() const;
 

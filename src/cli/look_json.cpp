@@ -106,8 +106,8 @@ void WriteEdges(JsonWriter& json, const std::vector<double>& edges)
 void WriteCell(JsonWriter& json, const CellBox& cell)
 {
     const look::CellDisplay& display = cell.display;
-    const book::Font& font = display.style.font;
-    const auto fill = look::MeanColor(display.style.fill);
+    const book::Font& font = display.style->font;
+    const auto fill = look::MeanColor(display.style->fill);
     json.BeginObject().Key("cell").Text(book::FormatCellAddress(cell.range.first)).Key("box");
     WriteBox(json, cell.box);
     json.Key("clip");
@@ -121,8 +121,8 @@ void WriteCell(JsonWriter& json, const CellBox& cell)
     json.Key("font").Text(font.name).Key("size").Decimal(font.size);
     json.Key("bold").Boolean(font.bold).Key("italic").Boolean(font.italic);
     json.Key("align").Text(HorizontalText(display.horizontal));
-    json.Key("valign").Text(VerticalText(display.style.alignment.vertical));
-    json.Key("wrap").Boolean(display.style.alignment.wrap).EndObject();
+    json.Key("valign").Text(VerticalText(display.style->alignment.vertical));
+    json.Key("wrap").Boolean(display.style->alignment.wrap).EndObject();
 }
 
 void WriteDrawings(JsonWriter& json, const std::vector<look::DrawingBox>& drawings)

@@ -42,12 +42,12 @@ CellDisplay SheetDisplay::Display(book::CellAddress address)
 {
     CellDisplay display;
     const book::Cell* const cell = look_.FindCell(address);
-    display.style = look_.styles[cell != nullptr ? cell->style : look_.StyleAt(address)];
+    display.style = StyleOf(cell != nullptr ? cell->style : look_.StyleAt(address));
     if (const auto table = TableStyleAt(look_, address))
-        LayUnder(display.style, *table);
+        LayUnder(display.style.Edit(), *table);
     const book::PartialStyle conditional = ApplyConditions(address, display);
     if (cell == nullptr) {
-        display.horizontal = display.style.alignment.horizontal;
+        display.horizontal = display.style->alignment.horizontal;
         return display;
     }
     if (look_.view.showsFormulas && cell->formula >= 0)
@@ -56,6 +56,14 @@ CellDisplay SheetDisplay::Display(book::CellAddress address)
         ShowValue(ValueOf(*cell, display), cell, display);
     LayOverText(display, conditional);
     return display;
+}
+
+const SharedStyle& SheetDisplay::StyleOf(std::uint32_t index)
+{
+    const auto [found, isNew] = styles_.try_emplace(index);
+    if (isNew)
+        found->second = SharedStyle(look_.styles[index]);
+    return found->second;
 }
 
 CellContent SheetDisplay::ValueOf(const book::Cell& cell, CellDisplay& display)
@@ -71,15 +79,15 @@ CellContent SheetDisplay::ValueOf(const book::Cell& cell, CellDisplay& display)
 void SheetDisplay::ShowFormula(const book::Cell& cell, CellDisplay& display) const
 {
     display.text = '=' + look_.formulas[static_cast<std::size_t>(cell.formula)].text;
-    const auto own = display.style.alignment.horizontal;
+    const auto own = display.style->alignment.horizontal;
     display.horizontal = own == HorizontalAlignment::General ? HorizontalAlignment::Left : own;
 }
 
 void SheetDisplay::ShowValue(const CellContent& content, const book::Cell* cell,
                              CellDisplay& display)
 {
-    const std::string& code = display.style.numberFormat;
-    display.horizontal = display.style.alignment.horizontal;
+    const std::string& code = display.style->numberFormat;
+    display.horizontal = display.style->alignment.horizontal;
     if (display.horizontal == HorizontalAlignment::General)
         display.horizontal = GeneralAlignment(content, NumberFormatOf(code).IsText());
     const auto* const number = std::get_if<double>(&content);
@@ -114,12 +122,10 @@ void SheetDisplay::ShowRuns(const std::string& text, const std::vector<book::Tex
 book::PartialStyle SheetDisplay::ApplyConditions(book::CellAddress cell, CellDisplay& display)
 {
     const ConditionDisplay conditions = conditions_.Display(cell);
-    LayOver(display.style, conditions.style);
-    if (conditions.scaleColor) {
-        display.style.fill = {};
-        display.style.fill.pattern = book::FillPattern::Solid;
-        display.style.fill.foreground = conditions.scaleColor;
-    }
+    if (conditions.style != book::PartialStyle{})
+        LayOver(display.style.Edit(), conditions.style);
+    if (conditions.scaleColor)
+        display.style.Edit().fill = {book::FillPattern::Solid, conditions.scaleColor, {}, {}};
     display.bar = conditions.bar;
     display.icon = conditions.icon;
     display.showsValue = conditions.showsValue;

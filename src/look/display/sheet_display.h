@@ -7,6 +7,7 @@
 #include "look/values/cell_display.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -28,6 +29,7 @@ public:
     FormattedValue Format(const book::CellContent& content, const std::string& code);
 
 private:
+    const SharedStyle& StyleOf(std::uint32_t index);
     book::CellContent ValueOf(const book::Cell& cell, CellDisplay& display);
     void ShowFormula(const book::Cell& cell, CellDisplay& display) const;
     void ShowValue(const book::CellContent& content, const book::Cell* cell, CellDisplay& display);
@@ -43,6 +45,7 @@ private:
     Evaluator& evaluator_;
     SheetConditions conditions_;
     std::unordered_map<std::string, NumberFormat> formats_;
+    std::unordered_map<std::uint32_t, SharedStyle> styles_; ///< of the cells so far
     std::set<book::CellAddress> notComputed_;
 };
 

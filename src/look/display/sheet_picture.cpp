@@ -129,7 +129,7 @@ book::Color TextColor(const CellDisplay& display)
 {
     if (display.color)
         return *display.color;
-    return display.style.font.color.value_or(book::kBlack);
+    return display.style->font.color.value_or(book::kBlack);
 }
 
 } // namespace orrery::look

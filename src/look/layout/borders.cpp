@@ -129,7 +129,7 @@ void ResolveBorders(const book::SheetLook& sheet, std::vector<CellBox>& cells)
 {
     bool hasLines = false;
     for (CellBox& cell : cells) {
-        cell.border = cell.display.style.border;
+        cell.border = cell.display.style->border;
         if (!cell.range.IsOneCell())
             TakeFromEdgeCells(sheet, cell);
         hasLines = hasLines || HasLine(cell.border);

@@ -24,7 +24,7 @@ public:
     Placer(CellBox& cell, const TextRoom& room)
         : cell_(cell), room_(room), alignment_(DrawnAlignment(cell.display)),
           isRightToLeft_(IsRightToLeftText(cell.display)),
-          text_(cell.display.text, cell.display.style.font, cell.display.runs, *room.measure)
+          text_(cell.display.text, cell.display.style->font, cell.display.runs, *room.measure)
     {
     }
 
@@ -40,7 +40,7 @@ public:
     }
 
 private:
-    const book::CellStyle& Style() const { return cell_.display.style; }
+    const book::CellStyle& Style() const { return *cell_.display.style; }
     double Indent() const
     {
         return room_.indentWidth * std::clamp<double>(Style().alignment.indent, 0, 250);

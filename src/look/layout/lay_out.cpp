@@ -42,7 +42,7 @@ CellRange WithinSheet(CellRange range)
 bool IsShown(const CellDisplay& display)
 {
     return !display.text.empty() || display.bar || display.icon || !display.isComputed ||
-           IsVisible(display.style);
+           IsVisible(*display.style);
 }
 
 /// What is known of one layout while it is made.

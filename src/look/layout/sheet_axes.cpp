@@ -53,8 +53,8 @@ private:
         const CellDisplay& display = item.display;
         if (display.text.empty() || !display.showsValue)
             return 0;
-        const bool mayBeHigher = IsWrapped(display) || display.style.alignment.rotation != 0 ||
-                                 display.style.font.size > normalSize_ || !display.runs.empty();
+        const bool mayBeHigher = IsWrapped(display) || display.style->alignment.rotation != 0 ||
+                                 display.style->font.size > normalSize_ || !display.runs.empty();
         if (!mayBeHigher || display.text.size() > kMostBrokenText - used_)
             return 0;
         used_ += display.text.size();

@@ -16,7 +16,7 @@ using book::VerticalAlignment;
 
 bool IsRightToLeftText(const CellDisplay& display)
 {
-    switch (display.style.alignment.readingOrder) {
+    switch (display.style->alignment.readingOrder) {
     case book::ReadingOrder::LeftToRight:
         return false;
     case book::ReadingOrder::RightToLeft:
@@ -35,7 +35,7 @@ bool IsSpread(HorizontalAlignment alignment)
 
 bool IsWrapped(const CellDisplay& display)
 {
-    const book::Alignment& alignment = display.style.alignment;
+    const book::Alignment& alignment = display.style->alignment;
     return !display.isNumber && (alignment.wrap || IsSpread(display.horizontal) ||
                                  alignment.vertical == VerticalAlignment::Justify ||
                                  alignment.vertical == VerticalAlignment::Distributed);
@@ -43,7 +43,7 @@ bool IsWrapped(const CellDisplay& display)
 
 bool MayOverflow(const CellDisplay& display)
 {
-    const book::Alignment& alignment = display.style.alignment;
+    const book::Alignment& alignment = display.style->alignment;
     return !display.isNumber && !IsWrapped(display) && !alignment.shrink &&
            alignment.rotation == 0 && display.horizontal != HorizontalAlignment::Fill &&
            !display.fillAt;
@@ -61,23 +61,23 @@ double OneLineWidth(const CellDisplay& display, const TextRoom& room)
     constexpr std::size_t kMostBytes = 4096; // wider than any column
     if (display.text.empty())
         return 0;
-    const StyledText text(display.text.substr(0, kMostBytes), display.style.font, display.runs,
+    const StyledText text(display.text.substr(0, kMostBytes), display.style->font, display.runs,
                           *room.measure);
-    const double indent = room.indentWidth * std::max<double>(display.style.alignment.indent, 0);
+    const double indent = room.indentWidth * std::max<double>(display.style->alignment.indent, 0);
     return text.Width(text.All()) + indent + 2 * kCellMargin;
 }
 
 double FittingHeight(const CellDisplay& display, double width, const TextRoom& room)
 {
-    const StyledText text(display.text, display.style.font, display.runs, *room.measure);
-    const std::int16_t rotation = display.style.alignment.rotation;
+    const StyledText text(display.text, display.style->font, display.runs, *room.measure);
+    const std::int16_t rotation = display.style->alignment.rotation;
     const double line = std::max(text.Metrics(text.All()).rowHeight,
-                                 FittingRowHeight(display.style.font, *room.measure));
+                                 FittingRowHeight(display.style->font, *room.measure));
     if (rotation == book::Alignment::kStacked || rotation == 0) {
         if (!IsWrapped(display) || rotation != 0)
             return line;
         const double indent =
-            room.indentWidth * std::max<double>(display.style.alignment.indent, 0);
+            room.indentWidth * std::max<double>(display.style->alignment.indent, 0);
         const double lineRoom = std::max(width - 2 * kCellMargin - indent, 0.0);
         return line * static_cast<double>(text.Break(lineRoom).size());
     }

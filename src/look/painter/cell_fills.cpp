@@ -85,7 +85,7 @@ void ClearBelowText(const Layout& layout, const CellBox& cell, Canvas& canvas)
 void CoverGrid(const CellBox& cell, const FilledCells& filled, bool isMirrored, Canvas& canvas)
 {
     const Box box = OnPixels(cell.box);
-    const auto& fill = cell.display.style.fill;
+    const auto& fill = cell.display.style->fill;
     const auto [row, column] = cell.range.first;
     const std::int32_t atLeft = isMirrored ? cell.range.last.column + 1 : column - 1;
     const Brush brush{fill, 1};
@@ -125,12 +125,12 @@ void PaintFills(const Layout& layout, const Box& visible, bool hasGrid, Canvas& 
     FilledCells filled;
     if (hasGrid) {
         for (const auto& cell : layout.cells) {
-            if (IsFilled(cell.display.style.fill) && cell.range.IsOneCell())
+            if (IsFilled(cell.display.style->fill) && cell.range.IsOneCell())
                 filled.insert(filled.end(), cell.range.first);
         }
     }
     for (const auto& cell : layout.cells) {
-        const auto& fill = cell.display.style.fill;
+        const auto& fill = cell.display.style->fill;
         if (!IsFilled(fill) || !IsShown(cell, visible))
             continue;
         if (hasGrid)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "book/look/cell.h"
-#include "book/look/cell_style.h"
+#include "look/values/shared_style.h"
 
 #include <cstdint>
 #include <optional>
@@ -36,7 +36,7 @@ struct IconDisplay {
 struct CellDisplay {
     std::string text;                ///< as displayed, without regard to its column's width
     std::vector<book::TextRun> runs; ///< of a rich text; else empty
-    book::CellStyle style;
+    SharedStyle style;
     std::optional<book::Color>
         color;                    ///< of the text, if the number format or a condition gives one
     bool isNumber = false;        ///< does not overflow: "###" if it is too wide

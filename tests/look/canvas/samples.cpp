@@ -186,7 +186,7 @@ void DrawMonth(Canvas& canvas)
         auto cell = MakeCell(2 + place / 7, 1 + place % 7, std::to_string(day), font);
         cell.border.bottom = {book::LineStyle::Thin, kBlue};
         if (place % 7 >= 5)
-            cell.display.style.fill = {book::FillPattern::Solid, kPale, {}, {}};
+            cell.display.style.Edit().fill = {book::FillPattern::Solid, kPale, {}, {}};
         if (day == 15)
             cell.lines[0].pieces[0].font.underline = book::Underline::Double;
         if (day == 24)

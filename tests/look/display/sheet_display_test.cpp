@@ -82,6 +82,22 @@ TEST(SheetDisplayTest, ConditionsWinOverTheFontsWithinAText)
     EXPECT_EQ(display.color, green);
 }
 
+TEST(SheetDisplayTest, ConditionsLeaveOtherCellsOfTheStyle)
+{
+    FakeWorkbook workbook;
+    book::ConditionalRule rule;
+    rule.kind = book::ConditionKind::Expression;
+    rule.formulas = {"TRUE"};
+    rule.style.bold = true;
+    workbook.Look().conditions = {{{{{2, 1}, {2, 1}}}, {rule}}};
+    Evaluator evaluator(workbook, 46388);
+    SheetDisplay display(workbook, 0, evaluator);
+    const CellDisplay above = display.Display({1, 1});
+    EXPECT_TRUE(display.Display({2, 1}).style->font.bold);
+    EXPECT_FALSE(above.style->font.bold);
+    EXPECT_EQ(&*display.Display({3, 1}).style, &*above.style);
+}
+
 TEST(SheetDisplayTest, WhatConditionsDoNotSetStays)
 {
     book::PartialStyle conditional;

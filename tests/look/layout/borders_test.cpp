@@ -26,9 +26,9 @@ TEST(IsHeavier, PutsLinesInOrder)
 TEST(ResolveBorders, TheHeavierOfTwoLinesIsBothCells)
 {
     FakeSheet sheet;
-    sheet.Put({1, 1}, "a").style.border.right.style = LineStyle::Thin;
-    sheet.Put({1, 2}, "b").style.border.left.style = LineStyle::Thick;
-    sheet.Put({2, 1}, "c").style.border.top.style = LineStyle::Hair;
+    sheet.Put({1, 1}, "a").style.Edit().border.right.style = LineStyle::Thin;
+    sheet.Put({1, 2}, "b").style.Edit().border.left.style = LineStyle::Thick;
+    sheet.Put({2, 1}, "c").style.Edit().border.top.style = LineStyle::Hair;
     const Layout layout = sheet.LayOut();
     EXPECT_EQ(FindBox(layout, {1, 1})->border.right.style, LineStyle::Thick);
     EXPECT_EQ(FindBox(layout, {1, 2})->border.left.style, LineStyle::Thick);
@@ -40,9 +40,9 @@ TEST(ResolveBorders, MergedCellsHaveTheLinesOfTheirEdgeCells)
 {
     FakeSheet sheet;
     sheet.sheet.merges = {{{2, 2}, {3, 4}}};
-    sheet.Put({2, 2}, "a").style.border.left.style = LineStyle::Thin;
-    sheet.Put({2, 4}, "").style.border.right.style = LineStyle::Medium;
-    sheet.Put({3, 2}, "").style.border.bottom.style = LineStyle::Double;
+    sheet.Put({2, 2}, "a").style.Edit().border.left.style = LineStyle::Thin;
+    sheet.Put({2, 4}, "").style.Edit().border.right.style = LineStyle::Medium;
+    sheet.Put({3, 2}, "").style.Edit().border.bottom.style = LineStyle::Double;
     const Layout layout = sheet.LayOut();
     ASSERT_EQ(layout.cells.size(), 1U);
     const book::Border& border = layout.cells[0].border;
@@ -56,7 +56,7 @@ TEST(ResolveBorders, LinesInsideOfMergedCellsAreNotSeen)
 {
     FakeSheet sheet;
     sheet.sheet.merges = {{{2, 2}, {3, 4}}};
-    book::Border& border = sheet.Put({2, 2}, "a").style.border;
+    book::Border& border = sheet.Put({2, 2}, "a").style.Edit().border;
     for (BorderLine* line : {&border.left, &border.right, &border.top, &border.bottom})
         line->style = LineStyle::Thin;
     const Layout layout = sheet.LayOut();
@@ -73,7 +73,7 @@ TEST(ResolveBorders, ALineOfAConditionIsAroundMergedCells)
     sheet.sheet.merges = {{{2, 2}, {3, 4}}};
     sheet.Put({2, 2}, "a");
     sheet.LayOut(); // the sheet has its styles
-    sheet.displays.at({2, 2}).style.border.right.style = LineStyle::Thick;
+    sheet.displays.at({2, 2}).style.Edit().border.right.style = LineStyle::Thick;
     const Layout layout = LayOut(sheet.sheet, sheet.workbook, sheet, sheet.measure);
     EXPECT_EQ(layout.cells.at(0).border.right.style, LineStyle::Thick);
 }

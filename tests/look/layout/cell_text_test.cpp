@@ -19,7 +19,7 @@ protected:
     {
         cell.range = {{1, 1}, {1, 1}};
         cell.box = {1000, 500, 100, 40};
-        cell.display.style.font.size = 10;
+        cell.display.style.Edit().font.size = 10;
     }
 
     CellBox& Place(std::string text)
@@ -37,7 +37,7 @@ protected:
             text += piece.text;
         return text;
     }
-    book::Alignment& Alignment() { return cell.display.style.alignment; }
+    book::Alignment& Alignment() { return cell.display.style.Edit().alignment; }
 
     FakeMeasure measure;
     CellBox cell;
@@ -155,7 +155,7 @@ TEST_F(CellTextTest, RunsHaveTheirFonts)
 {
     book::Font large;
     large.size = 20;
-    cell.display.runs = {{1, large}, {99, large}, {0, cell.display.style.font}};
+    cell.display.runs = {{1, large}, {99, large}, {0, cell.display.style->font}};
     Place("abc");
     ASSERT_EQ(cell.lines[0].pieces.size(), 2U);
     EXPECT_EQ(cell.lines[0].pieces[0].text, "a");

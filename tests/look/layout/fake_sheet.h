@@ -42,7 +42,7 @@ public:
     {
         const auto found = displays.find(address);
         CellDisplay display;
-        display.style = sheet.Style(address);
+        display.style = SharedStyle(sheet.Style(address));
         return found != displays.end() ? found->second : display;
     }
 
@@ -51,7 +51,7 @@ public:
     {
         CellDisplay& display = displays[address];
         display.text = std::move(text);
-        display.style = sheet.styles[0];
+        display.style = SharedStyle(sheet.styles[0]);
         return display;
     }
 
@@ -64,7 +64,7 @@ public:
             if (!display.text.empty())
                 cell.content = display.text;
             cell.style = static_cast<std::uint32_t>(sheet.styles.size());
-            sheet.styles.push_back(display.style);
+            sheet.styles.push_back(*display.style);
             sheet.cells.push_back(std::move(cell));
         }
         return look::LayOut(sheet, workbook, *this, measure, options);

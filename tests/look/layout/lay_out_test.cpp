@@ -117,7 +117,7 @@ TEST(LayOut, APartOfTheSheetHasMergedCellsFromOutside)
 TEST(LayOut, StyledCellsShowWithoutText)
 {
     FakeSheet sheet;
-    sheet.Put({1, 1}, "").style.fill.pattern = book::FillPattern::Solid;
+    sheet.Put({1, 1}, "").style.Edit().fill.pattern = book::FillPattern::Solid;
     sheet.Put({1, 2}, "");
     sheet.Put({1, 3}, "x");
     const Layout layout = sheet.LayOut();
@@ -159,7 +159,7 @@ TEST(Overflow, EndsAtTheNextContent)
     sheet.Put({1, 1}, "fifteen letters");
     sheet.Put({1, 2}, "x");
     sheet.Put({2, 1}, "twenty-seven letters, or so");
-    sheet.Put({2, 2}, "").style.fill.pattern = book::FillPattern::Solid; // does not stop it
+    sheet.Put({2, 2}, "").style.Edit().fill.pattern = book::FillPattern::Solid; // does not stop it
     sheet.Put({2, 3}, "x");
     const Layout layout = sheet.LayOut();
     EXPECT_EQ(FindBox(layout, {1, 1})->clip, (Box{0, 0, kColumn, kRow}));
@@ -225,7 +225,7 @@ TEST(Overflow, ColumnsBehindTheLastOneHaveTheStylesOfTheirRows)
     filled.fill.pattern = book::FillPattern::Solid;
     sheet.sheet.styles.push_back(filled);
     sheet.sheet.rows = {{1, std::nullopt, false, false, 1U}};
-    sheet.Put({1, 1}, "fifteen letters").style = filled;
+    sheet.Put({1, 1}, "fifteen letters").style = SharedStyle(filled);
     const Layout layout = sheet.LayOut();
     EXPECT_EQ(layout.range.last, (CellAddress{1, 2}));
     EXPECT_NE(FindBox(layout, {1, 2}), nullptr);
@@ -235,7 +235,7 @@ TEST(Overflow, OnlyWhatIsSeenMakesMoreColumns)
 {
     FakeSheet sheet;
     sheet.Put({1, 1}, "fifteen letters").horizontal = book::HorizontalAlignment::Right;
-    sheet.Put({2, 1}, "fifteen letters").style.alignment.wrap = true;
+    sheet.Put({2, 1}, "fifteen letters").style.Edit().alignment.wrap = true;
     sheet.Put({3, 1}, "fifteen letters");
     sheet.sheet.rows = {{3, std::nullopt, true, false, std::nullopt}};
     EXPECT_EQ(sheet.LayOut().range.last, (CellAddress{3, 1}));
@@ -263,9 +263,9 @@ TEST(CenterContinuous, CentresAcrossEmptyCellsThatAreAlignedSo)
     FakeSheet sheet;
     constexpr auto kAcross = book::HorizontalAlignment::CenterContinuous;
     CellDisplay& title = sheet.Put({1, 1}, "x");
-    title.horizontal = title.style.alignment.horizontal = kAcross;
-    sheet.Put({1, 2}, "").style.alignment.horizontal = kAcross;
-    sheet.Put({1, 3}, "").style.alignment.horizontal = kAcross;
+    title.horizontal = title.style.Edit().alignment.horizontal = kAcross;
+    sheet.Put({1, 2}, "").style.Edit().alignment.horizontal = kAcross;
+    sheet.Put({1, 3}, "").style.Edit().alignment.horizontal = kAcross;
     sheet.Put({1, 4}, "y");
     const Layout layout = sheet.LayOut();
     EXPECT_NEAR(FindBox(layout, {1, 1})->lines.at(0).x, 145, 1e-9);
@@ -275,9 +275,9 @@ TEST(CenterContinuous, CentresAcrossEmptyCellsThatAreAlignedSo)
 TEST(RowHeights, GrowForWrappedTextsAndLargerFonts)
 {
     FakeSheet sheet;
-    sheet.Put({1, 1}, "twenty-two letters, ok").style.alignment.wrap = true;
-    sheet.Put({2, 1}, "large").style.font.size = 40;
-    sheet.Put({3, 1}, "fixed").style.font.size = 40;
+    sheet.Put({1, 1}, "twenty-two letters, ok").style.Edit().alignment.wrap = true;
+    sheet.Put({2, 1}, "large").style.Edit().font.size = 40;
+    sheet.Put({3, 1}, "fixed").style.Edit().font.size = 40;
     sheet.Put({4, 1}, "x");
     sheet.sheet.rows = {{3, 15.0, false, true, std::nullopt}};
     const Layout layout = sheet.LayOut();
@@ -288,7 +288,7 @@ TEST(RowHeights, GrowForWrappedTextsAndLargerFonts)
 TEST(RowHeights, AreNotMovedBySmallDifferences)
 {
     FakeSheet sheet;
-    sheet.Put({1, 1}, "x").style.font.size = 21; // needs 23 pixels of 20
+    sheet.Put({1, 1}, "x").style.Edit().font.size = 21; // needs 23 pixels of 20
     EXPECT_EQ(sheet.LayOut().rows, (std::vector<double>{0, 20}));
 }
 
@@ -296,7 +296,7 @@ TEST(RowHeights, RowsWithoutEntryMayBeHidden)
 {
     FakeSheet sheet;
     sheet.Put({1, 1}, "x");
-    sheet.Put({2, 1}, "x").style.alignment.wrap = true;
+    sheet.Put({2, 1}, "x").style.Edit().alignment.wrap = true;
     sheet.sheet.areRowsHidden = true;
     sheet.sheet.rows = {{1, std::nullopt, false, false, std::nullopt}};
     EXPECT_EQ(sheet.LayOut().rows, (std::vector<double>{0, 20, 20}));
@@ -374,7 +374,7 @@ TEST(Limits, ManyConditionsOfTheSameCellsAreNoManyCells)
         sheet.sheet.conditions.push_back({{{{1 + i, 1}, {8 + i, 3}}}, {}});
     sheet.Put({15, 3}, "x");
     for (std::int32_t row = 1; row <= 15; ++row)
-        sheet.displays[{row, 1}].style = filled;
+        sheet.displays[{row, 1}].style = SharedStyle(filled);
     const Layout layout = sheet.LayOut({std::nullopt, 100, 10});
     EXPECT_TRUE(layout.leftOut.empty());
     EXPECT_EQ(layout.cells.size(), 16U);

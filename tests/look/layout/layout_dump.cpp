@@ -33,8 +33,8 @@ public:
     look::CellDisplay Display(book::CellAddress address) override
     {
         look::CellDisplay display;
-        display.style = sheet_.Style(address);
-        display.horizontal = display.style.alignment.horizontal;
+        display.style = SharedStyle(sheet_.Style(address));
+        display.horizontal = display.style->alignment.horizontal;
         const book::Cell* cell = sheet_.FindCell(address);
         if (cell == nullptr)
             return display;

@@ -19,7 +19,7 @@ protected:
     CellBox Filled(std::int32_t row, std::int32_t column, book::Color color)
     {
         auto cell = MakeCell(row, column);
-        cell.display.style.fill = SolidFill(color);
+        cell.display.style.Edit().fill = SolidFill(color);
         return cell;
     }
 

@@ -59,7 +59,7 @@ def _xls(name, count):
 
 # More than a second: what is shown is itself large (100,000 cells with a look of their own, 20 MB
 # of text), or the evaluator works until its limit of steps.
-_LARGE, _EVALUATED = 4, 4
+_LARGE, _EVALUATED = 4, 2
 LOOKS = (
     _xlsx("no_such_style", 4_000_000_000, is_amount=False),
     _xlsx("no_such_parts_of_styles", 4_294_967_295, is_amount=False),

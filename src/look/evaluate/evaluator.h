@@ -29,8 +29,8 @@ struct EvaluatedCell {
 
 /// When a limit is reached, a formula counts as one that cannot be computed.
 struct EvaluationLimits {
-    std::uint64_t stepsOfFormula = 20'000'000; ///< cells read, values joined
-    std::uint64_t steps = 50'000'000;          ///< of all formulas: about a second
+    std::uint64_t stepsOfFormula = 15'000'000; ///< cells read, values joined
+    std::uint64_t steps = 15'000'000;          ///< of all formulas: about half a second
 };
 
 /// Computes formulas on demand and remembers their values. Never throws for a damaged sheet or

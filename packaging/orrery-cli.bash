@@ -56,7 +56,7 @@ _orrery_cli()
 
     if ((COMP_CWORD == 1)); then
         _orrery_cli_offer "$current" < <(printf '%s\n' generate templates parameters check look \
-            holidays easter --help --version)
+            propose holidays easter --help --version)
         return
     fi
 
@@ -101,6 +101,9 @@ _orrery_cli()
             look)
                 set -- $folders --sheet --year --month --svg --json --help
                 ;;
+            propose)
+                set -- $folders --write --json --help
+                ;;
             holidays)
                 set -- $folders --section --json --help
                 ;;
@@ -116,7 +119,7 @@ _orrery_cli()
     fi
 
     case $command:$(_orrery_cli_positionals) in
-        generate:0 | parameters:0 | check:0 | look:0)
+        generate:0 | parameters:0 | check:0 | look:0 | propose:0)
             mapfile -t given < <(_orrery_cli_folders)
             _orrery_cli_offer "$current" < <("${COMP_WORDS[0]}" templates "${given[@]}" \
                 2>/dev/null)

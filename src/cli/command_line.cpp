@@ -26,6 +26,8 @@ constexpr const char* kExamples = R"(Examples:
       Whether the sheets are there and every cell lies inside them.
   orrery-cli look Desk.xls --year 2027 --month 5 --svg May.svg
       A picture of the page as it will come out.
+  orrery-cli propose Mine.xlsx --write
+      Parameters for a template of your own, from the looks of its sheets.
   orrery-cli holidays Germany.txt 2027
   orrery-cli easter 2027-2030
 
@@ -151,6 +153,17 @@ void AddLook(CLI::App& command, CommandLine& line)
         "spreadsheet program is needed.");
 }
 
+void AddPropose(CLI::App& command, CommandLine& line)
+{
+    command.add_option("FILE", line.templateName, kTemplateHelp)->required();
+    command.add_flag("--write", line.write,
+                     "Save the proposal as the template's parameter file, if it has none");
+    AddSettings(command, line);
+    AddJson(command, line);
+    command.footer(
+        "What the sheets do not tell is called unknown; a saved file then has the default.");
+}
+
 void AddHolidays(CLI::App& command, CommandLine& line)
 {
     command.add_option("FILE", line.holidayFile, "A name in the holiday folder, or a path")
@@ -184,6 +197,8 @@ void AddCommands(CLI::App& app, CommandLine& line)
                "Check that a template has the sheets and cells to be written", AddCheck);
     AddCommand(app, line, Command::Look, "look", "Tell how a sheet of a workbook looks, or draw it",
                AddLook);
+    AddCommand(app, line, Command::Propose, "propose",
+               "Propose parameters from the looks of a template's sheets", AddPropose);
     AddCommand(app, line, Command::Holidays, "holidays",
                "Print the dates and names of a file's holidays in a year", AddHolidays);
     AddCommand(app, line, Command::Easter, "easter", "Print the date of Easter Sunday", AddEaster);

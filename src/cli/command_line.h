@@ -10,7 +10,7 @@
 
 namespace orrery::cli {
 
-enum class Command { Generate, Templates, Parameters, Check, Look, Holidays, Easter };
+enum class Command { Generate, Templates, Parameters, Check, Look, Propose, Holidays, Easter };
 
 /// A parsed command line. Texts are unchanged; fields that a command does not use stay empty.
 struct CommandLine {
@@ -29,6 +29,7 @@ struct CommandLine {
     std::string engine; ///< empty means the one in the settings
     bool open = false;  ///< open the saved workbook
     bool pdf = false;   ///< also make a PDF
+    bool write = false; ///< save the proposed parameters
     bool json = false;
 };
 

@@ -176,6 +176,9 @@ bool Run(Session& session)
     case Command::Look:
         RunLookCommand(session);
         return true;
+    case Command::Propose:
+        RunProposeCommand(session);
+        return true;
     case Command::Holidays:
         RunHolidaysCommand(session);
         return true;

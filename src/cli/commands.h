@@ -36,6 +36,7 @@ void RunGenerateCommand(Session& session);
 bool RunCheckCommand(Session& session);
 void RunParametersCommand(Session& session);
 void RunLookCommand(Session& session);
+void RunProposeCommand(Session& session);
 
 /// A template, its settings and its parameters.
 struct ChosenTemplate {

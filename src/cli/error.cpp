@@ -15,6 +15,12 @@ std::string Sentence(ErrorKind kind, const util::ErrorDetails& details)
     case ErrorKind::NoSuchPage:
         return "The template makes no page for " + details.subject + util::Because(details) +
                ". Look at its parameters, or use the command check.";
+    case ErrorKind::ParametersExist:
+        return "The parameter file " + util::Quoted(details.subject) +
+               " is there already. Remove it first, or change it in the window.";
+    case ErrorKind::NothingToWrite:
+        return "No calendar was found in " + util::Quoted(details.subject) +
+               ", so no parameter file was written.";
     case ErrorKind::WouldReplaceInput:
         return "The picture would replace " + util::Quoted(details.subject) +
                util::Because(details) + ". Save it under another name.";

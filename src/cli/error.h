@@ -10,6 +10,8 @@ enum class ErrorKind {
     WrongUsage,        ///< an invalid command line; the cause says why
     NoSuchSheet,       ///< the subject is a sheet's name, the cause the names that there are
     NoSuchPage,        ///< the template makes no page for a month or the year, which is the subject
+    ParametersExist,   ///< a parameter file, which is the subject, is there already
+    NothingToWrite,    ///< no calendar was found in the workbook, which is the subject
     WouldReplaceInput, ///< a workbook or a parameter file, which is the subject, by a picture
 };
 

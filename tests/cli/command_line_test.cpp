@@ -79,6 +79,15 @@ TEST(CommandLineTest, LookHasEveryOption)
     EXPECT_TRUE(line.json);
 }
 
+TEST(CommandLineTest, ProposeMayWrite)
+{
+    const Parsed parsed = Parse({"propose", "Mine.xlsx", "--write"});
+    EXPECT_EQ(parsed.Line().command, Command::Propose);
+    EXPECT_EQ(parsed.Line().templateName, "Mine.xlsx");
+    EXPECT_TRUE(parsed.Line().write);
+    EXPECT_FALSE(Parse({"propose", "Mine.xlsx"}).Line().write);
+}
+
 TEST(CommandLineTest, LookTakesAMonthOfOneYearOnly)
 {
     for (const Texts& wrong : {Texts{"look", "Desk.xls", "--month", "5"},

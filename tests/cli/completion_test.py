@@ -43,12 +43,13 @@ class Completion(unittest.TestCase):
 
     def test_commands(self):
         self.assertEqual(self.complete(""), ["generate", "templates", "parameters", "check",
-                                             "look", "holidays", "easter", "--help", "--version"])
+                                             "look", "propose", "holidays", "easter", "--help",
+                                             "--version"])
         self.assertEqual(self.complete("g"), ["generate"])
 
     def test_offers_exactly_the_options_that_the_help_names(self):
-        for command in ("generate", "templates", "parameters", "check", "look", "holidays",
-                        "easter"):
+        for command in ("generate", "templates", "parameters", "check", "look", "propose",
+                        "holidays", "easter"):
             text = subprocess.run([CLI, command, "--help"], text=True, capture_output=True).stdout
             named = {word.split(",")[-1] for line in text.split("\n")
                      for word in line.split()[:1] if word.startswith("-")}

@@ -1,18 +1,23 @@
-"""The section of docs/performance.md about looking at sheets, which has a script of its own."""
-START, END = "<!-- looking: begin -->\n", "<!-- looking: end -->\n"
+"""The sections of docs/performance.md that scripts of their own write, between marks."""
+import re
+
+SECTION = re.compile(r"<!-- (\w+): begin -->\n.*?<!-- \1: end -->\n", re.DOTALL)
 
 
-def replace_section(document, section):
-    """Replaces the section, or adds it at the end."""
+def replace_section(document, name, section):
+    """Replaces the section of that name, or adds it at the end."""
     text = document.read_text(encoding="utf-8")
-    head, _, rest = text.partition(START)
-    tail = rest.partition(END)[2]
-    document.write_text(f"{head.rstrip()}\n\n{START}{section}{END}{tail}", encoding="utf-8")
+    marked = f"<!-- {name}: begin -->\n{section}<!-- {name}: end -->\n"
+    found = [match for match in SECTION.finditer(text) if match[1] == name]
+    if found:
+        text = text[:found[0].start()] + marked + text[found[0].end():]
+    else:
+        text = f"{text.rstrip()}\n\n{marked}"
+    document.write_text(text, encoding="utf-8")
 
 
 def replace_rest(document, text):
-    """Replaces everything but the section."""
+    """Replaces everything but the sections."""
     old = document.read_text(encoding="utf-8") if document.exists() else ""
-    begin, end = old.find(START), old.find(END)
-    section = f"\n{old[begin:end]}{END}" if 0 <= begin < end else ""
-    document.write_text(text + section, encoding="utf-8")
+    sections = [match[0] for match in SECTION.finditer(old)]
+    document.write_text("\n".join([text, *sections]), encoding="utf-8")

@@ -163,7 +163,7 @@ def main():
         picture = pathlib.Path(folder) / "page.svg"
         templates = template_table(processes, rounds, results, picture)
         lists = sheet_table(processes, rounds, results, sheets, picture)
-    replace_section(document, _SECTION.format(
+    replace_section(document, "looking", _SECTION.format(
         year=YEAR, templates=templates, sheets=lists, date=datetime.date.today(), machine=machine(),
         before=f"{before:.1f}", after=f"{os.getloadavg()[0]:.1f}", rounds=rounds,
         few=max(3, rounds // 5), cold=COLD_MS, warm=WARM_MS, mib=TEMPLATE_MIB, cells=CELLS_MS,

@@ -2,7 +2,13 @@
 // measured from outside.
 //
 // usage: window_bench bare              a window with one button, and nothing else of the program
-//        window_bench main              the main window, as a user starts it
+//        window_bench main              the main window, as a user starts it, with the page
+//                                       beside the controls unless the settings hide it
+//        window_bench pages             the same until every page of the calendar was painted
+//        window_bench year COUNT        changes the year COUNT times; prints the milliseconds to
+//                                       the painted page, the median
+//        window_bench drag COUNT        drags the page at four times its size on paper COUNT
+//                                       times; prints the milliseconds to its being painted
 //        window_bench parameters COUNT  the parameter dialog with COUNT lists of names; prints
 //                                       the milliseconds that it takes to open
 #include "engines/engine_choice.h"
@@ -14,32 +20,41 @@
 #include <wx/dialog.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
+#include <wx/textctrl.h>
 
+#include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
 using namespace orrery;
 using Clock = std::chrono::steady_clock;
 
-/// Calls a function once, when a window of the given kind has been painted and nothing is left to
-/// do.
+/// Calls a function once, when a window of the given kind has been painted, nothing is left to do,
+/// and a condition holds.
 class WhenPainted : public wxEventFilter {
 public:
     WhenPainted() { wxEvtHandler::AddFilter(this); }
     ~WhenPainted() override { wxEvtHandler::RemoveFilter(this); }
 
     using Function = std::function<void(wxTopLevelWindow&)>;
+    using Condition = std::function<bool(wxTopLevelWindow&)>;
 
-    void Call(const wxClassInfo* kind, Function function)
+    void Call(const wxClassInfo* kind, Function function, Condition condition = {})
     {
         kind_ = kind;
         function_ = std::move(function);
+        condition_ = std::move(condition);
         painted_ = nullptr;
     }
 
@@ -51,7 +66,8 @@ public:
             if (top != nullptr && kind_ != nullptr && top->IsKindOf(kind_))
                 painted_ = wxDynamicCast(top, wxTopLevelWindow);
         }
-        if (event.GetEventType() == wxEVT_IDLE && painted_ != nullptr && function_)
+        if (event.GetEventType() == wxEVT_IDLE && painted_ != nullptr && function_ &&
+            (!condition_ || condition_(*painted_)))
             std::exchange(function_, {})(*painted_);
         return Event_Skip;
     }
@@ -59,6 +75,7 @@ public:
 private:
     const wxClassInfo* kind_ = nullptr;
     Function function_;
+    Condition condition_;
     wxTopLevelWindow* painted_ = nullptr;
 };
 
@@ -92,11 +109,13 @@ model::NameTables FullTables(int count)
     return tables;
 }
 
-/// The program itself, which leaves once its window is there.
+enum class Task { Start, AllPages, Year, Drag, Dialog };
+
+/// The program itself, which leaves once its window is there and a task is done.
 class MeasuredApplication : public ui::wx::Application {
 public:
-    explicit MeasuredApplication(int lists)
-        : Application(std::make_unique<engines::InstalledEngines>()), lists_(lists)
+    MeasuredApplication(Task task, int count)
+        : Application(std::make_unique<engines::InstalledEngines>()), task_(task), count_(count)
     {
     }
 
@@ -104,22 +123,114 @@ public:
     {
         if (!Application::OnInit())
             return false;
-        painted_.Call(CLASSINFO(wxFrame), [this](wxTopLevelWindow& window) {
-            window.CallAfter([this, &window] {
-                if (lists_ > 0)
-                    MeasureDialog();
-                window.Close();
-            });
-        });
+        painted_.Call(
+            CLASSINFO(wxFrame),
+            [this](wxTopLevelWindow& window) { window.CallAfter([&] { Perform(window); }); },
+            [this](wxTopLevelWindow& window) { return IsReady(window); });
         return true;
     }
     void OnInitCmdLine(wxCmdLineParser& /*parser*/) override {}
     bool OnCmdLineParsed(wxCmdLineParser& /*parser*/) override { return true; }
 
+    int FilterEvent(wxEvent& event) override
+    {
+        const auto* const window = wxDynamicCast(event.GetEventObject(), wxWindow);
+        if (event.GetEventType() == wxEVT_PAINT && window->GetName() == kPage) {
+            paintedVersion_ = Main().pvwPages.Version();
+            ++paints_;
+        }
+        const bool isIdle = event.GetEventType() == wxEVT_IDLE;
+        if (isIdle && changed_ && Main().pvwPages.Version() != oldVersion_ && IsPagePainted())
+            NoteYear();
+        return Event_Skip;
+    }
+
 private:
+    static constexpr const char* kPage = "pvwPages";
+
+    bool IsPagePainted() { return paintedVersion_ == Main().pvwPages.Version(); }
+
+    bool IsReady(wxTopLevelWindow& window)
+    {
+        const wxWindow* const page = wxWindow::FindWindowByName(kPage, &window);
+        if (!page->IsShownOnScreen())
+            return true;
+        const ui::Preview& pages = Main().pvwPages;
+        return IsPagePainted() && !pages.Pages().empty() &&
+               (task_ != Task::AllPages || !pages.NextUnseen());
+    }
+
+    void Perform(wxTopLevelWindow& window)
+    {
+        if (task_ == Task::Year)
+            return ChangeYear();
+        if (task_ == Task::Drag)
+            Drag(*wxWindow::FindWindowByName(kPage, &window));
+        if (task_ == Task::Dialog)
+            MeasureDialog();
+        window.Close();
+    }
+
+    void ChangeYear()
+    {
+        oldVersion_ = paintedVersion_;
+        changed_ = Clock::now();
+        wxDynamicCast(wxWindow::FindWindowByName(Main().txtYear.name), wxTextCtrl)
+            ->SetValue(std::to_string(kFirstYear + times_.size()));
+    }
+
+    void NoteYear()
+    {
+        times_.push_back(Clock::now() - *changed_);
+        changed_.reset();
+        if (times_.size() < static_cast<std::size_t>(count_))
+            return CallAfter([this] { ChangeYear(); });
+        PrintMedian();
+        GetTopWindow()->Close();
+    }
+
+    void Drag(wxWindow& page)
+    {
+        const auto send = [&page](wxEventType type, wxPoint place) {
+            wxMouseEvent event(type);
+            event.SetEventObject(&page);
+            event.SetPosition(place);
+            event.m_leftDown = true;
+            page.GetEventHandler()->ProcessEvent(event);
+        };
+        wxKeyEvent key(wxEVT_KEY_DOWN);
+        key.SetEventObject(&page);
+        for (const char code : {'1', '+', '+', '+', '+', '+', '+', '+'}) {
+            key.m_keyCode = code;
+            page.GetEventHandler()->ProcessEvent(key);
+        }
+        page.Update();
+        paints_ = 0;
+        send(wxEVT_LEFT_DOWN, {kDragged, kDragged});
+        for (int i = 1; i <= count_; ++i) {
+            const auto start = Clock::now();
+            const int moved = i % 2 == 0 ? kDragged : kDragged - 20;
+            send(wxEVT_MOTION, {moved, moved});
+            page.Update();
+            times_.push_back(Clock::now() - start);
+        }
+        send(wxEVT_LEFT_UP, {kDragged, kDragged});
+        if (paints_ < count_)
+            std::fprintf(stderr, "painted only %d times\n", paints_);
+        else
+            PrintMedian();
+    }
+
+    void PrintMedian()
+    {
+        std::sort(times_.begin(), times_.end());
+        const std::chrono::duration<double, std::milli> median = times_[times_.size() / 2];
+        std::fprintf(stderr, "%.1f\n", median.count());
+    }
+
     void MeasureDialog()
     {
-        const auto names = FullTables(lists_);
+        const auto names = FullTables(count_);
         ui::wx::WxDesktop desktop({}, Main().CurrentLocations().settingsFile);
         const auto start = Clock::now();
         Clock::duration time{};
@@ -132,23 +243,39 @@ private:
         std::fprintf(stderr, "%.1f\n", std::chrono::duration<double, std::milli>(time).count());
     }
 
-    const int lists_;
+    static constexpr int kFirstYear = 2001;
+    static constexpr int kDragged = 200;
+
+    const Task task_;
+    const int count_;
     WhenPainted painted_;
+    std::uint64_t paintedVersion_ = 0;
+    std::uint64_t oldVersion_ = 0;
+    int paints_ = 0;
+    std::optional<Clock::time_point> changed_;
+    std::vector<Clock::duration> times_;
 };
 
 } // namespace
 
 int main(int argc, char** argv)
 {
+    const std::map<std::string, Task> tasks = {{"main", Task::Start},
+                                               {"pages", Task::AllPages},
+                                               {"year", Task::Year},
+                                               {"drag", Task::Drag},
+                                               {"parameters", Task::Dialog}};
     const std::string mode = argc > 1 ? argv[1] : "";
+    const auto task = tasks.find(mode);
     if (mode == "bare")
         wxApp::SetInstance(new BareApplication);
-    else if (mode == "main")
-        wxApp::SetInstance(new MeasuredApplication(0));
-    else if (mode == "parameters" && argc == 3)
-        wxApp::SetInstance(new MeasuredApplication(std::atoi(argv[2])));
+    else if (task != tasks.end())
+        wxApp::SetInstance(
+            new MeasuredApplication(task->second, argc > 2 ? std::atoi(argv[2]) : 1));
     else {
-        std::fputs("usage: window_bench bare | main | parameters COUNT\n", stderr);
+        std::fputs("usage: window_bench bare | main | pages | year COUNT | drag COUNT | "
+                   "parameters COUNT\n",
+                   stderr);
         return 2;
     }
     int one = 1;

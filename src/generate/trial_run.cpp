@@ -56,10 +56,7 @@ public:
 private:
     void Add(const std::string& text, std::optional<std::int16_t> sheet)
     {
-        std::string line;
-        for (const std::string_view part : util::SplitLines(text))
-            line += (line.empty() ? "" : " ") + std::string(part);
-        trial_.findings.push_back({calendar_ + ": " + line, sheet});
+        trial_.findings.push_back({calendar_ + ": " + util::JoinLines(text), sheet});
     }
 
     /// A day's number comes before its holidays; what comes before the first has no day.

@@ -5,6 +5,7 @@
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/paths.h"
+#include "util/text.h"
 
 #include <algorithm>
 #include <exception>
@@ -14,14 +15,6 @@ namespace orrery::ui {
 namespace {
 
 constexpr std::int16_t kLastMonth = 12;
-
-std::string SentenceOf(const std::exception& error)
-{
-    std::string text = util::ErrorText(error);
-    std::replace(text.begin(), text.end(), '\r', ' ');
-    text.erase(std::remove(text.begin(), text.end(), '\n'), text.end());
-    return text;
-}
 
 } // namespace
 
@@ -42,7 +35,7 @@ void Preview::Show(const PreviewChoice& choice, const model::NameTables& names, 
         Make(names);
     }
     catch (const std::exception& error) {
-        sentence_ = SentenceOf(error);
+        sentence_ = util::JoinLines(util::ErrorText(error));
     }
     const auto same = std::find_if(pages_.begin(), pages_.end(), [month](const PreviewPage& page) {
         return page.month == month;
@@ -124,7 +117,7 @@ look::SheetPicture* Preview::Picture(std::size_t page)
             wanted.notes = NotesOf(wanted);
     }
     catch (const std::exception& error) {
-        wanted.notes = {{SentenceOf(error)}};
+        wanted.notes = {{util::JoinLines(util::ErrorText(error))}};
         return nullptr;
     }
     return picture_.get();
@@ -132,12 +125,19 @@ look::SheetPicture* Preview::Picture(std::size_t page)
 
 std::vector<std::string> Preview::NotesOf(const PreviewPage& page)
 {
+    std::vector<std::string> notes;
+    if (const std::size_t papers = picture_->Layout().pages.size(); papers > kMostPapers)
+        notes.push_back("prints on " + std::to_string(papers) + " sheets of paper; the first " +
+                        std::to_string(kMostPapers) + " are shown.");
     const auto& filled = calendar_->Filled();
     const auto found =
         std::find_if(filled.begin(), filled.end(),
                      [&](const generate::TrialSheet& sheet) { return sheet.month == page.month; });
-    return found == filled.end() ? std::vector<std::string>()
-                                 : app::FindHiddenNames(*found, year_, *picture_);
+    if (found != filled.end()) {
+        const auto hidden = app::FindHiddenNames(*found, year_, *picture_);
+        notes.insert(notes.end(), hidden.begin(), hidden.end());
+    }
+    return notes;
 }
 
 std::optional<std::size_t> Preview::NextUnseen() const

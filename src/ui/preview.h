@@ -39,6 +39,9 @@ struct PreviewPage {
 /// sentence in its place.
 class Preview : public Control {
 public:
+    /// How many papers of a page are shown.
+    static constexpr std::size_t kMostPapers = 20;
+
     Preview(std::string controlName, book::Engines& engines);
 
     /// Shows the calendar of a choice; the page stays the same month's if it has it. Does nothing

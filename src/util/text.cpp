@@ -98,6 +98,14 @@ std::vector<std::string_view> SplitLines(std::string_view text)
     return lines;
 }
 
+std::string JoinLines(std::string_view text)
+{
+    std::string line;
+    for (const std::string_view part : SplitLines(text))
+        line += (line.empty() ? "" : " ") + std::string(part);
+    return line;
+}
+
 bool IsValidUtf8(std::string_view text)
 {
     while (!text.empty()) {

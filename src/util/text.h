@@ -17,6 +17,8 @@ std::string Join(const std::vector<std::string>& pieces, std::string_view separa
 
 /// The lines of a text without their ends (CR LF, LF or CR). The last line needs no end.
 std::vector<std::string_view> SplitLines(std::string_view text);
+/// The lines of a text in one, with a space between them.
+std::string JoinLines(std::string_view text);
 
 /// What a UTF-8 file may begin with.
 inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";

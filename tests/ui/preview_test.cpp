@@ -204,6 +204,23 @@ TEST_F(PreviewTest, ANameUnderMergedCellsIsNoted)
                 ElementsAre("January: 2027-1-1: \"New Year\" is hidden by merged cells in H2."));
 }
 
+TEST_F(PreviewTest, MoreSheetsOfPaperThanAreShownAreNoted)
+{
+    fs::copy_file(places::SourceFolder() / "tests/engines/builtin/xlsx/data/contract.xlsx",
+                  folder_ / "template/Long.xlsx");
+    Choose("Long.xlsx");
+    choice_.sets.Monthly.SheetName = "Sheet1";
+    choice_.sets.Monthly.RowIntervalOfDay = 400; // some eight papers a week
+    choice_.sets.Yearly.Output = false;
+    Show();
+    const look::SheetPicture* const picture = preview_.Picture(0);
+    ASSERT_NE(picture, nullptr);
+    const std::size_t papers = picture->Layout().pages.size();
+    ASSERT_GT(papers, Preview::kMostPapers);
+    EXPECT_THAT(preview_.Notes(), ElementsAre("January: prints on " + std::to_string(papers) +
+                                              " sheets of paper; the first 20 are shown."));
+}
+
 TEST_F(PreviewTest, ShippedTemplatesHaveNoNotes)
 {
     for (const char* const file :

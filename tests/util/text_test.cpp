@@ -56,6 +56,13 @@ TEST(SplitLines, AcceptsEveryLineEnd)
     EXPECT_THAT(SplitLines(""), IsEmpty());
 }
 
+TEST(JoinLines, PutsASpaceBetweenLines)
+{
+    EXPECT_EQ(JoinLines("Failed.\r\nThe disk is full."), "Failed. The disk is full.");
+    EXPECT_EQ(JoinLines("one"), "one");
+    EXPECT_EQ(JoinLines(""), "");
+}
+
 struct Utf8Case {
     const char* name;
     std::string_view bytes;

@@ -1,4 +1,6 @@
 #include "main_thread.h"
+#include "ui/wx/preview/page_strip.h"
+#include "ui/wx/preview/page_view.h"
 #include "window_test.h"
 
 #include <gmock/gmock.h>
@@ -31,6 +33,15 @@ protected:
     {
         return OnMain([this] { return program_->window->GetClientSize(); });
     }
+    const PageView& View() const { return dynamic_cast<PageView&>(FindControl("pvwPages")); }
+    wxPoint Scrolled() const
+    {
+        return OnMain([this] { return View().GetViewStart(); });
+    }
+    double Scale() const
+    {
+        return OnMain([this] { return View().Scale(); });
+    }
     wxRect PlaceOf(const std::string& name) const
     {
         return OnMain([name] { return FindControl(name).GetScreenRect(); });
@@ -59,6 +70,44 @@ TEST_F(PreviewWindowTest, KeysTurnThePages)
     EXPECT_EQ(Selected(), 11U);
     user_->Key(WXK_HOME);
     EXPECT_EQ(Selected(), 0U);
+}
+
+TEST_F(PreviewWindowTest, KeysZoomAndTheMouseDrags)
+{
+    StartWith("Desk.xlsx");
+    user_->Click("pvwPages");
+    const double fitting = Scale();
+    user_->Key('1');
+    EXPECT_EQ(Scale(), OnMain([this] { return View().FromDIP(1000) / 1000.0; }));
+    user_->Key('=');
+    user_->Key('=');
+    const double larger = Scale();
+    EXPECT_GT(larger, 1.4 * fitting);
+    const wxPoint before = Scrolled();
+    const wxRect place = PlaceOf("pvwPages");
+    const wxPoint middle = place.GetPosition() + place.GetSize() / 2;
+    user_->Drag(middle, middle - wxPoint(60, 40));
+    EXPECT_EQ(Scrolled(), before + wxPoint(60, 40));
+    user_->Key(WXK_DOWN); // moves a page that exceeds the window
+    EXPECT_EQ(Selected(), 0U);
+    EXPECT_GT(Scrolled().y, before.y + 40);
+    user_->Key('-');
+    EXPECT_LT(Scale(), larger);
+    user_->Key('0');
+    EXPECT_EQ(Scale(), fitting);
+    user_->Key(WXK_DOWN);
+    EXPECT_EQ(Selected(), 1U);
+}
+
+TEST_F(PreviewWindowTest, AClickOnASmallPageShowsItLarge)
+{
+    StartWith("Desk.xlsx");
+    const wxRect strip = OnMain([this] { return View().GetPrevSibling()->GetScreenRect(); });
+    const auto rowHeight =
+        OnMain([this] { return dynamic_cast<PageStrip*>(View().GetPrevSibling())->RowHeight(); });
+    user_->ClickAt(strip.GetPosition() + wxPoint(strip.width / 3, 2 * rowHeight + rowHeight / 2));
+    EXPECT_EQ(Selected(), 2U);
+    EXPECT_EQ(user_->Focused(), "pvwPages");
 }
 
 TEST_F(PreviewWindowTest, FollowsTheYear)

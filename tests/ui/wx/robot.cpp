@@ -152,6 +152,17 @@ void Robot::PressAt(const wxPoint& screenPosition, int button)
     Settle();
 }
 
+void Robot::Drag(const wxPoint& from, const wxPoint& to)
+{
+    MoveTo(from);
+    hands_->MouseDown();
+    Settle();
+    MoveTo((from + to) / 2);
+    MoveTo(to);
+    hands_->MouseUp();
+    Settle();
+}
+
 void Robot::MoveTo(const wxPoint& screenPosition)
 {
     // On the main thread, because the toolkit asks a window for the scale of positions. The host

@@ -25,6 +25,8 @@ public:
     void Type(const std::string& text);
     void Click(const std::string& name);
     void ClickAt(const wxPoint& screenPosition);
+    /// Presses at one place, moves, releases at another one.
+    void Drag(const wxPoint& from, const wxPoint& to);
     /// Opens the menu of a control.
     void RightClick(const std::string& name);
     /// Moves the mouse to a corner of the screen, where it highlights nothing.

@@ -1,5 +1,6 @@
 #include "ui/wx/preview/page_bitmap.h"
 
+#include "ui/preview.h"
 #include "ui/wx/look/wx_canvas.h"
 
 #include <wx/dcmemory.h>
@@ -13,11 +14,10 @@ namespace orrery::ui::wx {
 namespace {
 
 constexpr double kGap = 16; // between papers, in pixels at 96 dpi
-constexpr std::size_t kMostPapers = 20;
 
 std::size_t PaperCount(const look::Layout& layout)
 {
-    return std::min(layout.pages.size(), kMostPapers);
+    return std::min(layout.pages.size(), Preview::kMostPapers);
 }
 
 } // namespace

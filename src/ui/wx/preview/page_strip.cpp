@@ -30,6 +30,8 @@ PageStrip::PageStrip(wxWindow& parent, Preview& preview, PictureCache& pictures,
     SetMinSize(wxSize(FromDIP(kSmallWidth + 2 * kMargin) + bar, -1));
     Bind(wxEVT_PAINT, &PageStrip::OnPaint, this);
     Bind(wxEVT_LEFT_DOWN, &PageStrip::OnClick, this);
+    Bind(wxEVT_LEFT_DCLICK, &PageStrip::OnClick,
+         this); // a quick second one, perhaps on another page
 }
 
 int PageStrip::RowHeight() const

@@ -25,6 +25,8 @@ public:
     /// Paints the next small picture. False if all are painted.
     bool PaintNext();
 
+    /// The height of a small page with its name, in pixels.
+    int RowHeight() const;
     /// The large page takes the keys.
     bool AcceptsFocus() const override { return false; }
 
@@ -32,7 +34,6 @@ private:
     void OnPaint(wxPaintEvent& event);
     void OnClick(wxMouseEvent& event);
     wxRect PlaceOf(std::size_t page) const;
-    int RowHeight() const;
 
     Preview& preview_;
     PictureCache& pictures_;

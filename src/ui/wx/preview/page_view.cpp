@@ -38,6 +38,7 @@ PageView::PageView(wxWindow& parent, Preview& preview, PictureCache& pictures,
     Bind(wxEVT_MOUSEWHEEL, &PageView::OnWheel, this);
     Bind(wxEVT_CONTEXT_MENU, [this](wxContextMenuEvent&) { ShowMenu(); });
     Bind(wxEVT_LEFT_DOWN, &PageView::OnDrag, this);
+    Bind(wxEVT_LEFT_DCLICK, &PageView::OnDrag, this); // a press soon after a click
     Bind(wxEVT_MOTION, &PageView::OnDrag, this);
     Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { Drop(); });
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { dragged_.reset(); });
@@ -278,7 +279,7 @@ void PageView::OnWheel(wxMouseEvent& event)
 
 void PageView::OnDrag(wxMouseEvent& event)
 {
-    if (event.LeftDown()) {
+    if (event.LeftDown() || event.LeftDClick()) {
         SetFocus();
         dragged_ = event.GetPosition();
         if (!HasCapture())

@@ -3,6 +3,7 @@
 #include "book/look/cell.h"
 #include "book/look/conditional_format.h"
 #include "book/look/drawing.h"
+#include "book/look/header_picture.h"
 #include "book/look/page_setup.h"
 #include "book/look/table.h"
 
@@ -74,6 +75,7 @@ struct SheetLook {
     std::vector<SparklineGroup> sparklines;
     std::vector<Drawing> drawings;
     PageSetup page;
+    std::vector<HeaderPicture> headerPictures;
     std::vector<LeftOut> leftOut;
 
     /// The cell, or nullptr if the file has none there.

@@ -89,6 +89,8 @@ SheetPicture::SheetPicture(book::WorkbookView& view, std::size_t sheet, const Te
         PagesOf(view.Sheet(sheet), layout_, measure, view.Workbook().normalFont, options);
     for (const DrawingBox& box : layout_.drawings)
         AddPicturesNotShown(*box.drawing, layout_.leftOut);
+    for (const book::HeaderPicture& picture : view.Sheet(sheet).headerPictures)
+        AddPicturesNotShown(picture.drawing, layout_.leftOut);
     if (evaluator_.HasReachedLimit())
         layout_.leftOut.push_back({"formulas", "", "computing all of them takes too long"});
 }

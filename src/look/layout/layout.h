@@ -58,7 +58,8 @@ struct PageBox {
     Point place; ///< of the area's upper left corner, on the paper
     double paperWidth = 0;
     double paperHeight = 0;
-    std::vector<TextLine> headerAndFooter; ///< on the paper
+    std::vector<TextLine> headerAndFooter;  ///< on the paper
+    std::vector<DrawingBox> headerPictures; ///< on the paper, under the sheet
 };
 
 /// Where everything of a sheet stands. Edges of a right-to-left sheet fall from left to right in

@@ -188,4 +188,11 @@ void PaintDrawings(const Layout& layout, const Box& visible, Canvas& canvas,
     }
 }
 
+void PaintDrawing(const DrawingBox& placed, Canvas& canvas, const TextMeasure& measure,
+                  const PaintOptions& options)
+{
+    if (placed.drawing != nullptr)
+        DrawingPainter(canvas, measure, options).Paint(*placed.drawing, placed.box);
+}
+
 } // namespace orrery::look

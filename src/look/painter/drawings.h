@@ -10,4 +10,8 @@ namespace orrery::look {
 void PaintDrawings(const Layout& layout, const Box& visible, Canvas& canvas,
                    const TextMeasure& measure, const PaintOptions& options);
 
+/// Paints one drawing into a box.
+void PaintDrawing(const DrawingBox& placed, Canvas& canvas, const TextMeasure& measure,
+                  const PaintOptions& options);
+
 } // namespace orrery::look

@@ -123,6 +123,8 @@ void PaintPage(const Layout& layout, const PageBox& page, Canvas& canvas,
                const TextMeasure& measure, const PaintOptions& options)
 {
     canvas.FillBox({0, 0, page.paperWidth, page.paperHeight}, SolidBrush(book::kWhite));
+    for (const DrawingBox& picture : page.headerPictures)
+        PaintDrawing(picture, canvas, measure, options);
     for (const auto& part : PartsOf(page)) {
         canvas.Place(
             {part.place.x - part.area.x * page.scale, part.place.y - part.area.y * page.scale},

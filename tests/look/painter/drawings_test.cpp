@@ -20,12 +20,6 @@ using testing::IsEmpty;
 constexpr Box kPlace{10, 20, 80, 40};
 constexpr book::Color kPaint{255, 0, 0};
 
-std::shared_ptr<const std::string> Gif(char width = 4)
-{
-    return std::make_shared<const std::string>(
-        std::string("GIF89a") + width + std::string(1, '\0') + "\x04" + std::string(4, '\0'));
-}
-
 class DrawingsTest : public testing::Test {
 protected:
     Drawing Make(DrawingKind kind, const char* name)

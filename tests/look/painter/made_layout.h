@@ -2,6 +2,7 @@
 
 #include "look/layout/layout.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -55,6 +56,13 @@ inline TextLine MakeLine(std::string text, Point at, double width)
     line.baseline = at.y;
     line.width = width;
     return line;
+}
+
+/// The beginning of a picture four pixels high.
+inline std::shared_ptr<const std::string> Gif(char width = 4)
+{
+    return std::make_shared<const std::string>(
+        std::string("GIF89a") + width + std::string(1, '\0') + "\x04" + std::string(4, '\0'));
 }
 
 } // namespace orrery::look

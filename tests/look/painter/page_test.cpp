@@ -80,5 +80,17 @@ TEST_F(PaintPageTest, HeadersAreOnThePaper)
     EXPECT_EQ(canvas_.lines.back(), "text 130 30 Page 2 #000000 12");
 }
 
+TEST_F(PaintPageTest, PicturesOfHeadersAreUnderTheSheet)
+{
+    book::Drawing logo;
+    logo.kind = book::DrawingKind::Picture;
+    logo.picture = Gif();
+    page_.headerPictures = {{&logo, {10, 20, 30, 40}}};
+    Paint();
+    const int picture = canvas_.Find("picture 10 20 30 40 gif");
+    EXPECT_GE(picture, 0);
+    EXPECT_LT(picture, canvas_.Find("place"));
+}
+
 } // namespace
 } // namespace orrery::look

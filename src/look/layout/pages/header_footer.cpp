@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <optional>
 
 namespace orrery::look {
 namespace {
@@ -64,6 +65,8 @@ private:
             return ReadFont();
         case 'K':
             return ReadColor();
+        case 'G':
+            return line_.push_back({{}, font_, true});
         default:
             if (IsDigit(code))
                 ReadSize();
@@ -100,7 +103,7 @@ private:
         if (text.size() > kLongestResult - used_)
             return;
         used_ += text.size();
-        if (line_.empty() || line_.back().font != font_)
+        if (line_.empty() || line_.back().font != font_ || line_.back().isPicture)
             line_.push_back({{}, font_});
         line_.back().text += text;
     }
@@ -231,13 +234,33 @@ private:
 struct MeasuredLine {
     TextLine line;
     LineMetrics metrics;
+    std::optional<Box> picture; ///< its foot is at 0, on the line
 };
 
+/// Puts a picture behind what the line has, unless its size is none.
+void AddPicture(const book::HeaderPicture& picture, MeasuredLine& measured)
+{
+    constexpr double kMostPoints = 10'000;
+    const auto pixels = [](double points) { return points * kPixelsPerPoint; };
+    if (!(picture.width > 0 && picture.width < kMostPoints && picture.height > 0 &&
+          picture.height < kMostPoints))
+        return;
+    const double height = pixels(picture.height);
+    measured.picture = Box{measured.line.width, -height, pixels(picture.width), height};
+    measured.line.width += measured.picture->width;
+}
+
+/// `picture` is nullptr if there is none for the line.
 MeasuredLine Measure(const HeaderLine& pieces, const LineMetrics& before,
-                     const TextMeasure& measure)
+                     const book::HeaderPicture* picture, const TextMeasure& measure)
 {
     MeasuredLine measured;
     for (const HeaderPiece& piece : pieces) {
+        if (piece.isPicture) {
+            if (picture != nullptr && !measured.picture)
+                AddPicture(*picture, measured);
+            continue;
+        }
         TextPiece text{piece.text, piece.font, piece.font.color, measured.line.width, 0};
         text.width = measure.Width(piece.text, piece.font);
         measured.line.width += text.width;
@@ -246,8 +269,12 @@ MeasuredLine Measure(const HeaderLine& pieces, const LineMetrics& before,
         measured.metrics.height = std::max(measured.metrics.height, metrics.height);
         measured.line.pieces.push_back(std::move(text));
     }
-    if (pieces.empty())
+    if (measured.line.pieces.empty() && !measured.picture)
         measured.metrics = before;
+    if (measured.picture && measured.picture->height > measured.metrics.ascent) {
+        measured.metrics.height += measured.picture->height - measured.metrics.ascent;
+        measured.metrics.ascent = measured.picture->height;
+    }
     return measured;
 }
 
@@ -259,14 +286,17 @@ HeaderText ParseHeader(std::string_view text, const book::Font& font, const Page
 }
 
 void PlaceHeader(const HeaderText& header, const HeaderPlace& place, const TextMeasure& measure,
-                 std::vector<TextLine>& lines)
+                 PageBox& page)
 {
     for (std::size_t part = 0; part < header.parts.size(); ++part) {
         std::vector<MeasuredLine> measured;
         double height = 0;
         LineMetrics before;
+        const book::HeaderPicture* picture = place.pictures[part];
         for (const HeaderLine& line : header.parts[part]) {
-            measured.push_back(Measure(line, before, measure));
+            measured.push_back(Measure(line, before, picture, measure));
+            if (measured.back().picture)
+                picture = nullptr;
             before = measured.back().metrics;
             height += before.height;
         }
@@ -276,8 +306,13 @@ void PlaceHeader(const HeaderText& header, const HeaderPlace& place, const TextM
             each.line.x = place.left + slack * static_cast<double>(part) / 2;
             each.line.baseline = y + each.metrics.ascent;
             y += each.metrics.height;
+            if (each.picture) {
+                each.picture->x += each.line.x;
+                each.picture->y += each.line.baseline;
+                page.headerPictures.push_back({&place.pictures[part]->drawing, *each.picture});
+            }
             if (!each.line.pieces.empty())
-                lines.push_back(std::move(each.line));
+                page.headerAndFooter.push_back(std::move(each.line));
         }
     }
 }

@@ -43,9 +43,9 @@ class PageMaker {
 public:
     PageMaker(const book::SheetLook& sheet, const Layout& layout, const TextMeasure& measure,
               const PageOptions& options)
-        : setup_(sheet.page), layout_(layout), measure_(measure), options_(options),
-          area_(PrintableAreaOf(sheet.page)), isRightToLeft_(sheet.view.isRightToLeft),
-          fields_(options.fields)
+        : setup_(sheet.page), headerPictures_(sheet.headerPictures), layout_(layout),
+          measure_(measure), options_(options), area_(PrintableAreaOf(sheet.page)),
+          isRightToLeft_(sheet.view.isRightToLeft), fields_(options.fields)
     {
         if (fields_.sheetName.empty())
             fields_.sheetName = sheet.name;
@@ -241,28 +241,38 @@ private:
         }
     }
 
-    const std::string& HeaderOf(std::size_t page, const std::string& usual,
-                                const std::optional<std::string>& first,
-                                const std::optional<std::string>& even) const
+    struct ChosenHeader {
+        book::HeaderPages pages;
+        const std::string& text;
+    };
+    ChosenHeader HeaderOf(std::size_t page, const std::string& usual,
+                          const std::optional<std::string>& first,
+                          const std::optional<std::string>& even) const
     {
         if (page == 0 && first)
-            return *first;
-        return fields_.page % 2 == 0 && even ? *even : usual;
+            return {book::HeaderPages::First, *first};
+        if (fields_.page % 2 == 0 && even)
+            return {book::HeaderPages::Even, *even};
+        return {book::HeaderPages::Usual, usual};
     }
 
-    void AddHeader(const std::string& text, bool isFooter, PageBox& page) const
+    void AddHeader(const ChosenHeader& header, bool isFooter, PageBox& page) const
     {
-        if (text.empty())
+        if (header.text.empty())
             return;
-        HeaderPlace place{area_.box.x, area_.box.Right(), MarginInPixels(setup_.headerMargin),
-                          isFooter};
+        HeaderPlace place{
+            area_.box.x, area_.box.Right(), MarginInPixels(setup_.headerMargin), isFooter, {}};
+        for (const book::HeaderPicture& picture : headerPictures_) {
+            if (picture.slot.pages == header.pages && picture.slot.isFooter == isFooter)
+                place.pictures.at(static_cast<std::size_t>(picture.slot.part)) = &picture;
+        }
         if (isFooter)
             place.y = area_.paper.height - MarginInPixels(setup_.footerMargin);
-        PlaceHeader(ParseHeader(text, options_.font, fields_), place, measure_,
-                    page.headerAndFooter);
+        PlaceHeader(ParseHeader(header.text, options_.font, fields_), place, measure_, page);
     }
 
     const book::PageSetup& setup_;
+    const std::vector<book::HeaderPicture>& headerPictures_;
     const Layout& layout_;
     const TextMeasure& measure_;
     const PageOptions& options_;

@@ -19,7 +19,7 @@ std::string Parsed(std::string_view text)
     for (const auto& part : ParseHeader(text, book::Font(), Fields()).parts) {
         for (const HeaderLine& line : part) {
             for (const HeaderPiece& piece : line)
-                parsed += piece.text;
+                parsed += piece.isPicture ? "[picture]" : piece.text;
             parsed += '/';
         }
         parsed += '|';
@@ -51,7 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
                     HeaderCase{"Ampersand", "A && B", "|A & B/||"},
                     HeaderCase{"Lines", "&Lone\n\nthree", "one//three/|||"},
                     HeaderCase{"Fonts", "&\"Arial,Bold\"&12Big&K00FF00 green", "|Big green/||"},
-                    HeaderCase{"Pictures", "&L&G&Cx", "|x/||"},
+                    HeaderCase{"Pictures", "&L&G&Cx&Gy", "[picture]/|x[picture]y/||"},
                     HeaderCase{"EndsInACode", "x&", "|x&/||"},
                     HeaderCase{"FontWithoutEnd", "x&\"Arial", "|x/||"},
                     HeaderCase{"Empty", "", "|||"}),
@@ -96,10 +96,10 @@ TEST(PlaceHeader, StandsBetweenTheMargins)
 {
     book::Font font;
     font.size = 10; // each character is ten pixels wide, lines are ten pixels high
-    std::vector<TextLine> lines;
-    const FakeMeasure measure;
-    PlaceHeader(ParseHeader("&Lab&Cab&Rab\ncde", font, Fields()), {100, 300, 40, false}, measure,
-                lines);
+    PageBox page;
+    const std::vector<TextLine>& lines = page.headerAndFooter;
+    PlaceHeader(ParseHeader("&Lab&Cab&Rab\ncde", font, Fields()), {100, 300, 40, false, {}},
+                FakeMeasure(), page);
     ASSERT_EQ(lines.size(), 4U);
     EXPECT_EQ(lines[0].x, 100);
     EXPECT_EQ(lines[0].baseline, 48);
@@ -113,11 +113,50 @@ TEST(PlaceHeader, AFooterEndsAtItsMargin)
 {
     book::Font font;
     font.size = 10;
-    std::vector<TextLine> lines;
-    PlaceHeader(ParseHeader("a\nb", font, Fields()), {0, 100, 500, true}, FakeMeasure(), lines);
+    PageBox page;
+    const std::vector<TextLine>& lines = page.headerAndFooter;
+    PlaceHeader(ParseHeader("a\nb", font, Fields()), {0, 100, 500, true, {}}, FakeMeasure(), page);
     ASSERT_EQ(lines.size(), 2U);
     EXPECT_EQ(lines[0].baseline, 488);
     EXPECT_EQ(lines[1].baseline, 498);
+}
+
+/// A page with a header or footer at 0 to 200 pixels whose middle has a picture of 40 by 20.
+PageBox PageWithPicture(const char* text, double y, bool isFooter)
+{
+    static const book::HeaderPicture kPicture{{}, 30, 15, {}};
+    book::Font font;
+    font.size = 10;
+    PageBox page;
+    PlaceHeader(ParseHeader(text, font, Fields()), {0, 200, y, isFooter, {nullptr, &kPicture}},
+                FakeMeasure(), page);
+    return page;
+}
+
+TEST(PlaceHeader, PicturesStandOnTheLine)
+{
+    const PageBox page = PageWithPicture("&Cab&Gc", 50, false);
+    ASSERT_EQ(page.headerPictures.size(), 1U);
+    EXPECT_EQ(page.headerPictures[0].box, (Box{85, 50, 40, 20}));
+    ASSERT_EQ(page.headerAndFooter.size(), 1U);
+    EXPECT_EQ(page.headerAndFooter[0].x, 65);
+    EXPECT_EQ(page.headerAndFooter[0].baseline, 70);
+    ASSERT_EQ(page.headerAndFooter[0].pieces.size(), 2U);
+    EXPECT_EQ(page.headerAndFooter[0].pieces[1].x, 60);
+}
+
+TEST(PlaceHeader, PicturesOfFootersEndAtTheMargin)
+{
+    const PageBox page = PageWithPicture("&C&G", 500, true);
+    ASSERT_EQ(page.headerPictures.size(), 1U);
+    EXPECT_EQ(page.headerPictures[0].box, (Box{80, 480, 40, 20}));
+    EXPECT_TRUE(page.headerAndFooter.empty());
+}
+
+TEST(PlaceHeader, APictureIsShownOnceAndOnlyWhereThereIsOne)
+{
+    EXPECT_EQ(PageWithPicture("&C&G&G\n&G", 0, false).headerPictures.size(), 1U);
+    EXPECT_TRUE(PageWithPicture("&L&G&R&G&Cab", 0, false).headerPictures.empty());
 }
 
 } // namespace

@@ -112,6 +112,7 @@ book::SheetLook ReadSheetLook(LookSource& source, std::size_t sheet)
     const std::size_t begin = source.Book().Sheets()[sheet].Offset;
     SheetReader(look, source).Read(source.Stream(), begin);
     look.drawings = source.Drawings().Read(begin, look.leftOut);
+    look.headerPictures = source.Drawings().ReadHeaders(begin, look.leftOut);
     if (source.Formats().Damaged() > 0)
         LeaveOut(look, "formats of the workbook", {}, "their records are damaged");
     return look;

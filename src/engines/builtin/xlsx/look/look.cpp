@@ -127,7 +127,7 @@ private:
         const std::string& part = parts_[index];
         const SheetKind kind = look_.sheets[index].kind;
         if (kind == SheetKind::ChartSheet)
-            look.drawings = ReadDrawings(package_, part, theme_, look.leftOut);
+            ReadDrawings(package_, part, theme_, look);
         if (kind != SheetKind::Worksheet)
             return look;
         if (part.empty())
@@ -136,7 +136,7 @@ private:
         ReadSheetPart(package_.Text(part), part, context);
         ApplyPrintNames(look_.names, index, look.page, context.leftOut);
         ReadTables(package_, part, context);
-        look.drawings = ReadDrawings(package_, part, theme_, look.leftOut);
+        ReadDrawings(package_, part, theme_, look);
         return look;
     }
 

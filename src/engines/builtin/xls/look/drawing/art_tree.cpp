@@ -101,6 +101,7 @@ private:
             break;
         case kSheetAnchor:
             shape.anchor = ReadAnchor(data);
+            shape.size = ReadSize(data);
             break;
         case kProperties:
         case kMoreProperties:
@@ -136,6 +137,14 @@ private:
         for (std::size_t i = 0; i < anchor.fields.size(); ++i)
             anchor.fields[i] = ReadU16(data, 2 + 2 * i);
         return anchor;
+    }
+
+    static std::optional<HeaderAnchor> ReadSize(std::string_view data)
+    {
+        if (data.size() != 8)
+            return std::nullopt;
+        return HeaderAnchor{static_cast<std::int32_t>(ReadU32(data, 0)),
+                            static_cast<std::int32_t>(ReadU32(data, 4))};
     }
 
     std::string_view art_;

@@ -25,6 +25,12 @@ struct SheetAnchor {
     std::array<std::uint16_t, 8> fields{};
 };
 
+/// The pixels that a picture of a header or footer is large. [MS-XLS] 2.5.192
+struct HeaderAnchor {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+};
+
 /// A shape, picture, control or group of a sheet. [MS-ODRAW] 2.2.14
 struct ArtShape {
     static constexpr std::uint32_t kDeleted = 0x08;
@@ -36,6 +42,7 @@ struct ArtShape {
     bool isGroup = false;
     ShapeProperties properties;
     std::optional<SheetAnchor> anchor;   ///< of one on the sheet
+    std::optional<HeaderAnchor> size;    ///< of one in a header
     std::optional<ArtBox> place;         ///< of one in a group
     std::optional<ArtBox> space;         ///< of groups: the coordinates of what is in them
     std::optional<std::size_t> objectAt; ///< offset in the art at which its object follows

@@ -20,7 +20,7 @@ constexpr std::size_t kMostProperties = 65536; // bytes
 
 } // namespace
 
-Pictures::Pictures(std::string_view records) : art_(GroupArt(DrawingKind::Sheet, records))
+Pictures::Pictures(DrawingKind kind, std::string_view records) : art_(GroupArt(kind, records))
 {
     ArtReader reader(art_);
     ArtRecord record;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/builtin/xls/drawing/art_stream.h"
+#include "engines/builtin/xls/drawing/drawing_places.h"
 #include "engines/builtin/xls/look/drawing/picture_file.h"
 #include "engines/builtin/xls/look/drawing/shape_properties.h"
 
@@ -26,12 +27,13 @@ public:
         bool isTooLarge = false; ///< it or those before it
     };
 
-    /// The MSODRAWINGGROUP records of the globals with their continuations; empty if there are
+    /// The records of a drawing group in the globals with their continuations; empty if there are
     /// none. They must outlive this object.
-    explicit Pictures(std::string_view records);
+    Pictures(DrawingKind kind, std::string_view records);
 
     /// By the number that shapes use, from 1.
     const Picture& Find(std::uint32_t number);
+    bool IsEmpty() const { return entries_.empty(); }
     /// The properties of shapes that do not say otherwise.
     const ShapeProperties& Defaults() const { return defaults_; }
 

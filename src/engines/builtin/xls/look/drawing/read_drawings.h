@@ -25,11 +25,16 @@ public:
     /// contain: what cannot be read is added to `leftOut`, once for each reason.
     std::vector<book::Drawing> Read(std::size_t begin, std::vector<book::LeftOut>& leftOut);
 
+    /// The pictures of the sheet's headers and footers, the same way.
+    std::vector<book::HeaderPicture> ReadHeaders(std::size_t begin,
+                                                 std::vector<book::LeftOut>& leftOut);
+
 private:
     const Globals& globals_;
     const FormulaNames& names_;
     DrawingStyles styles_;
     Pictures pictures_;
+    Pictures headerPictures_;
 };
 
 } // namespace orrery::xls

@@ -1,5 +1,6 @@
 #include "engines/builtin/xlsx/look/drawing/controls.h"
 
+#include "engines/builtin/xlsx/look/drawing/header_pictures.h"
 #include "engines/builtin/xlsx/look/drawing/values/attribute_values.h"
 #include "engines/builtin/xlsx/look/drawing/values/understood.h"
 #include "engines/builtin/xml/reading.h"
@@ -149,13 +150,12 @@ std::optional<book::Drawing> ReadControl(const xml::Element& shape, const std::s
 
 } // namespace
 
-std::size_t ReadControls(const Package& package, const std::string& part, Pictures& pictures,
-                         ShapeBudget& budget, std::vector<book::Drawing>& drawings)
+void ReadControls(const Package& package, const std::string& part, Pictures& pictures,
+                  ShapeBudget& budget, book::SheetLook& look)
 {
     const PartText text = package.ReadXml(part);
     xml::Scanner scanner(*text, part);
     xml::EnterRoot(scanner);
-    std::size_t headerPictures = 0;
     xml::ForEachChild(scanner, [&] {
         const std::string_view name = scanner.LocalName();
         if (name == "shapetype" || name == "shapelayout")
@@ -165,14 +165,16 @@ std::size_t ReadControls(const Package& package, const std::string& part, Pictur
             return scanner.SkipElement();
         }
         const xml::Tree tree(scanner, UnderstandsDrawing, kMaxControlNodes);
-        if (!tree.Root().Child("ClientData") && tree.Root().Child("imagedata"))
-            ++headerPictures;
-        if (auto drawing = ReadControl(tree.Root(), part, pictures)) {
+        if (IsHeaderPicture(tree.Root())) {
+            auto picture = ReadHeaderPicture(tree.Root(), part, pictures);
+            if (picture && look.headerPictures.size() < book::HeaderPicture::kMost)
+                look.headerPictures.push_back(std::move(*picture));
+        }
+        else if (auto drawing = ReadControl(tree.Root(), part, pictures)) {
             ++budget.shapes;
-            drawings.push_back(std::move(*drawing));
+            look.drawings.push_back(std::move(*drawing));
         }
     });
-    return headerPictures;
 }
 
 } // namespace orrery::xlsx::drawing

@@ -66,35 +66,32 @@ bool LiesOnItsSide(double rotation)
 /// Reads a sheet's drawings and what is left out of them.
 class DrawingsReader {
 public:
-    DrawingsReader(const Package& package, const builtin::ThemeColors& theme,
-                   std::vector<book::LeftOut>& leftOut)
+    DrawingsReader(const Package& package, const builtin::ThemeColors& theme, book::SheetLook& look)
         : package_(package), format_(package), style_{theme, format_}, pictures_(package),
-          leftOut_(leftOut)
+          look_(look)
     {
     }
 
-    std::vector<book::Drawing> Read(const std::string& sheetPart)
+    void Read(const std::string& sheetPart)
     {
-        std::vector<book::Drawing> drawings;
         try {
             for (const Relationship& relationship : package_.RelationshipsOf(sheetPart).All()) {
                 if (!relationship.External && relationship.Is("drawing"))
-                    ReadPart(ResolveTarget(sheetPart, relationship.Target), drawings);
+                    ReadPart(ResolveTarget(sheetPart, relationship.Target));
             }
             for (const Relationship& relationship : package_.RelationshipsOf(sheetPart).All()) {
                 if (!relationship.External && relationship.Is("vmlDrawing"))
-                    ReadControlPart(ResolveTarget(sheetPart, relationship.Target), drawings);
+                    ReadControlPart(ResolveTarget(sheetPart, relationship.Target));
             }
         }
         catch (const util::Error&) {
-            leftOut_.push_back({"drawings", sheetPart, "the list of its parts is damaged"});
+            look_.leftOut.push_back({"drawings", sheetPart, "the list of its parts is damaged"});
         }
         Report();
-        return drawings;
     }
 
 private:
-    void ReadPart(const std::string& part, std::vector<book::Drawing>& drawings)
+    void ReadPart(const std::string& part)
     {
         try {
             const PartText text = package_.ReadXml(part);
@@ -102,15 +99,14 @@ private:
             xml::Scanner scanner(*text, part);
             xml::EnterRoot(scanner);
             xml::ForEachUnderstoodChild(scanner, UnderstandsDrawing,
-                                        [&] { ReadAnchor(scanner, shapes, drawings); });
+                                        [&] { ReadAnchor(scanner, shapes); });
         }
         catch (const util::Error&) {
-            leftOut_.push_back({"drawings", part, "the part is missing or damaged"});
+            look_.leftOut.push_back({"drawings", part, "the part is missing or damaged"});
         }
     }
 
-    void ReadAnchor(xml::Scanner& scanner, ShapeReader& shapes,
-                    std::vector<book::Drawing>& drawings)
+    void ReadAnchor(xml::Scanner& scanner, ShapeReader& shapes)
     {
         if (!scanner.LocalName().ends_with("Anchor"))
             return scanner.SkipElement();
@@ -126,28 +122,26 @@ private:
             drawing->anchor = AnchorOf(tree.Root());
             drawing->isAnchorTurned =
                 drawing->anchor.to.has_value() && LiesOnItsSide(drawing->rotation);
-            drawings.push_back(std::move(*drawing));
+            look_.drawings.push_back(std::move(*drawing));
         }
         if (!tree.IsWhole())
             ++budget_.tooMany;
     }
 
-    void ReadControlPart(const std::string& part, std::vector<book::Drawing>& drawings)
+    void ReadControlPart(const std::string& part)
     {
         try {
-            const std::size_t headerPictures =
-                ReadControls(package_, part, pictures_, budget_, drawings);
-            Add("picture", headerPictures, "headers and footers are shown without pictures");
+            ReadControls(package_, part, pictures_, budget_, look_);
         }
         catch (const util::Error&) {
-            leftOut_.push_back({"control", part, "the part is missing or damaged"});
+            look_.leftOut.push_back({"control", part, "the part is missing or damaged"});
         }
     }
 
     void Add(const char* what, std::size_t count, const std::string& reason)
     {
         if (count > 0)
-            leftOut_.push_back({what, "", std::to_string(count) + ": " + reason});
+            look_.leftOut.push_back({what, "", std::to_string(count) + ": " + reason});
     }
 
     void Report()
@@ -167,17 +161,16 @@ private:
     StyleSource style_;
     Pictures pictures_;
     ShapeBudget budget_;
-    std::vector<book::LeftOut>& leftOut_;
+    book::SheetLook& look_;
 };
 
 } // namespace
 } // namespace drawing
 
-std::vector<book::Drawing> ReadDrawings(const Package& package, const std::string& sheetPart,
-                                        const builtin::ThemeColors& theme,
-                                        std::vector<book::LeftOut>& leftOut)
+void ReadDrawings(const Package& package, const std::string& sheetPart,
+                  const builtin::ThemeColors& theme, book::SheetLook& look)
 {
-    return drawing::DrawingsReader(package, theme, leftOut).Read(sheetPart);
+    drawing::DrawingsReader(package, theme, look).Read(sheetPart);
 }
 
 } // namespace orrery::xlsx

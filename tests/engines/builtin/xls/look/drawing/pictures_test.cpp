@@ -31,7 +31,7 @@ TEST(PicturesTest, FindsPicturesByTheirNumber)
 {
     const auto records = GroupRecord(EntryOf("one") + ArtOf(0xF007, std::string(36, '\0'), 0, 2) +
                                      EntryOf("three", "a name"));
-    Pictures pictures(records);
+    Pictures pictures(DrawingKind::Sheet, records);
     ASSERT_NE(pictures.Find(1).bytes, nullptr);
     EXPECT_EQ(*pictures.Find(1).bytes, "one");
     EXPECT_EQ(pictures.Find(2).bytes, nullptr) << "a deleted picture";
@@ -47,7 +47,7 @@ TEST(PicturesTest, JoinsContinuedPictures)
     const std::string png(20000, 'p');
     const auto records = GroupRecord(EntryOf(png));
     ASSERT_GT(records.size(), 2 * kMaxRecordSize);
-    Pictures pictures(records);
+    Pictures pictures(DrawingKind::Sheet, records);
     ASSERT_NE(pictures.Find(1).bytes, nullptr);
     EXPECT_EQ(*pictures.Find(1).bytes, png);
 }
@@ -55,7 +55,7 @@ TEST(PicturesTest, JoinsContinuedPictures)
 TEST(PicturesTest, KnowsThePropertiesOfShapesThatDoNotSayOtherwise)
 {
     const auto records = GroupRecord({}, PropertiesOf({{0x0181, 0x08000041}}));
-    const Pictures pictures(records);
+    const Pictures pictures(DrawingKind::Sheet, records);
     EXPECT_EQ(pictures.Defaults().Find(ShapeProperty::FillColor), 0x08000041U);
 }
 
@@ -63,7 +63,7 @@ TEST(PicturesTest, StopsAtTheirMostBytes)
 {
     const std::string half(Pictures::kMostBytes / 2 + 1, 'p');
     const auto records = GroupRecord(EntryOf(half) + EntryOf(half) + EntryOf("small"));
-    Pictures pictures(records);
+    Pictures pictures(DrawingKind::Sheet, records);
     EXPECT_NE(pictures.Find(1).bytes, nullptr);
     EXPECT_EQ(pictures.Find(2).bytes, nullptr);
     EXPECT_TRUE(pictures.Find(2).isTooLarge);
@@ -77,9 +77,9 @@ TEST(PicturesTest, TrustsNoSizes)
         std::string cut = entry.substr(0, size);
         PutU32(cut, 4, static_cast<std::uint32_t>(size - 8));
         const auto records = GroupRecord(cut);
-        EXPECT_EQ(Pictures(records).Find(1).bytes, nullptr) << size;
+        EXPECT_EQ(Pictures(DrawingKind::Sheet, records).Find(1).bytes, nullptr) << size;
     }
-    EXPECT_EQ(Pictures("").Find(1).bytes, nullptr);
+    EXPECT_EQ(Pictures(DrawingKind::Sheet, "").Find(1).bytes, nullptr);
 }
 
 } // namespace

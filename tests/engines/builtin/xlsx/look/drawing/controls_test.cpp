@@ -74,12 +74,47 @@ TEST(ReadControls, NotesAndHiddenOnesAreNotListed)
     EXPECT_THAT(book.leftOut, IsEmpty());
 }
 
-TEST(ReadControls, PicturesOfHeadersAreLeftOut)
+std::string HeaderShape(const std::string& name, const std::string& style)
 {
-    auto book = BookWith("<v:shape id=\"LH\"><v:imagedata o:relid=\"rId1\"/></v:shape>");
+    return "<v:shape id=\"" + name + "\" style='" + style +
+           "'><v:imagedata o:relid=\"rId1\" croptop=\"16384f\" cropright=\".5\"/></v:shape>";
+}
+
+TEST(ReadControls, PicturesOfHeadersHaveTheirPlaces)
+{
+    auto book = BookWith(HeaderShape("CFFIRST", "position:absolute;\n width:15pt; height:1in"));
+    book.Put("xl/media/image1.emf", "GIF89a");
     EXPECT_THAT(book.Read(), IsEmpty());
+    EXPECT_THAT(book.leftOut, IsEmpty());
+    ASSERT_THAT(book.headerPictures, SizeIs(1));
+    const book::HeaderPicture& picture = book.headerPictures[0];
+    EXPECT_EQ(picture.slot,
+              (book::HeaderSlot{book::HeaderPages::First, book::HeaderPart::Middle, true}));
+    EXPECT_EQ(picture.width, 15);
+    EXPECT_EQ(picture.height, 72);
+    EXPECT_EQ(picture.drawing.kind, book::DrawingKind::Picture);
+    EXPECT_EQ(picture.drawing.pictureType, "gif");
+    EXPECT_EQ(picture.drawing.crop, (book::ShareBox{0, 0.25, 0.5, 1}));
+}
+
+TEST(ReadControls, PicturesOfHeadersThatCannotBeShownAreLeftOut)
+{
+    auto book = BookWith(HeaderShape("LH", "width:1pt;height:1pt"));
+    book.Put("xl/media/image1.emf", "no picture");
+    book.Read();
+    EXPECT_THAT(book.headerPictures, IsEmpty());
     ASSERT_THAT(book.leftOut, SizeIs(1));
     EXPECT_EQ(book.leftOut[0].what, "picture");
+}
+
+TEST(ReadControls, PicturesOfHeadersNeedANameAndASize)
+{
+    auto book =
+        BookWith(HeaderShape("LH", "width:0pt;height:1pt") + HeaderShape("LH", "width:1pt") +
+                 HeaderShape("Logo", "width:1pt;height:1pt"));
+    book.Put("xl/media/image1.emf", "GIF89a");
+    EXPECT_THAT(book.Read(), IsEmpty());
+    EXPECT_THAT(book.headerPictures, IsEmpty());
 }
 
 TEST(ReadControls, TextThatIsNoXmlIsLeftOut)

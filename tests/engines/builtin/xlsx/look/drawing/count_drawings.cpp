@@ -31,13 +31,14 @@ void PrintSheets(const std::filesystem::path& file)
         if (!sheet.Is("worksheet") && !sheet.Is("chartsheet"))
             continue;
         const std::string part = ResolveTarget(package.MainPart(), sheet.Target);
-        std::vector<book::LeftOut> leftOut;
+        book::SheetLook look;
         Counts counts{};
-        Count(ReadDrawings(package, part, theme, leftOut), counts);
+        ReadDrawings(package, part, theme, look);
+        Count(look.drawings, counts);
         std::cout << file.filename().string() << '\t' << part;
         for (const std::size_t count : counts)
             std::cout << '\t' << count;
-        for (const book::LeftOut& left : leftOut)
+        for (const book::LeftOut& left : look.leftOut)
             std::cerr << file.filename().string() << ": " << left.what << ' ' << left.where << ' '
                       << left.reason << '\n';
         std::cout << '\n';

@@ -34,7 +34,11 @@ public:
     {
         const testing_support::ScratchFolder folder;
         const Package package(book_.WriteTo(folder));
-        return ReadDrawings(package, "/xl/worksheets/sheet1.xml", ReadTheme(package), leftOut);
+        book::SheetLook look;
+        ReadDrawings(package, "/xl/worksheets/sheet1.xml", ReadTheme(package), look);
+        leftOut = look.leftOut;
+        headerPictures = look.headerPictures;
+        return look.drawings;
     }
 
     /// An anchor from B3, 9525 EMU inside, to D5.
@@ -57,6 +61,7 @@ public:
     }
 
     std::vector<book::LeftOut> leftOut;
+    std::vector<book::HeaderPicture> headerPictures;
 
 private:
     static std::string Root(const std::string& anchors)

@@ -62,6 +62,7 @@ struct SheetLook {
     std::optional<double> basePadding;      ///< digits beside them; absent: five pixels
     std::optional<double> defaultRowHeight; ///< points
     bool areRowsHidden = false;             ///< those without an entry
+    bool areRowsWholePixels = true;         ///< as Excel shows them; false: as high as stored
     std::vector<ColumnLook> columns;        ///< rising, without overlaps
     std::vector<RowLook> rows;              ///< rising
 

@@ -114,23 +114,18 @@ double DefaultColumnWidth(const book::SheetLook& sheet, double digitWidth)
     return ColumnWidth(sheet.baseWidth, digitWidth) + kPadding;
 }
 
-double RowHeight(double points)
+double RowHeight(double points, bool isWholePixels)
 {
     // Twips, in which files hold heights, are rounded first: 12.75 points are 17 pixels.
     const double twips = std::round(Within(points, kHighestRow) * 20);
-    return twips / kTwipsPerPixel;
-}
-
-std::int32_t RowPixels(double points)
-{
-    return static_cast<std::int32_t>(RowHeight(points));
+    return isWholePixels ? std::floor(twips / kTwipsPerPixel) : twips / kTwipsPerPixel;
 }
 
 double DefaultRowHeight(const book::SheetLook& sheet, const book::Font& normal,
                         const TextMeasure& measure)
 {
     if (sheet.defaultRowHeight && *sheet.defaultRowHeight > 0)
-        return RowHeight(*sheet.defaultRowHeight);
+        return RowHeight(*sheet.defaultRowHeight, sheet.areRowsWholePixels);
     return FittingRowHeight(normal, measure);
 }
 

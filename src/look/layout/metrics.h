@@ -26,8 +26,6 @@ std::int32_t ColumnPixels(double width, std::int32_t digitPixels);
 /// Of columns without a width, if the sheet has only the number of their digits: rounded up to a
 /// multiple of eight.
 std::int32_t DefaultColumnPixels(double baseWidth, std::int32_t digitPixels);
-/// A row that is stored with a height in points: rounded down.
-std::int32_t RowPixels(double points);
 
 // In a picture.
 
@@ -35,8 +33,8 @@ std::int32_t RowPixels(double points);
 double DigitWidth(const book::Font& normal, const TextMeasure& measure);
 double ColumnWidth(double width, double digitWidth);
 double DefaultColumnWidth(const book::SheetLook& sheet, double digitWidth);
-/// Of a row that is stored with a height.
-double RowHeight(double points);
+/// Of a row that is stored with a height. Whole pixels are rounded down.
+double RowHeight(double points, bool isWholePixels);
 /// Of rows without a height.
 double DefaultRowHeight(const book::SheetLook& sheet, const book::Font& normal,
                         const TextMeasure& measure);

@@ -60,7 +60,7 @@ private:
         used_ += display.text.size();
         constexpr double kHighest = 409.5; // points
         return std::min(FittingHeight(display, columns_.Size(item.range.first.column), room_),
-                        RowHeight(kHighest));
+                        RowHeight(kHighest, false));
     }
 
     const book::SheetLook& sheet_;
@@ -85,7 +85,7 @@ std::vector<AxisSpan> RowSpans(const book::SheetLook& sheet, double defaultHeigh
         if (row.isHidden)
             height = 0;
         else if (row.height)
-            height = RowHeight(*row.height);
+            height = RowHeight(*row.height, sheet.areRowsWholePixels);
         else if (next != fitted.end() && next->first == row.row)
             height = next->size;
         spans.push_back({row.row, row.row, height});

@@ -115,7 +115,7 @@ class StoredRowHeightTest : public testing::TestWithParam<RowHeightCase> {};
 
 TEST_P(StoredRowHeightTest, EndsAtAWholePixel)
 {
-    EXPECT_EQ(RowPixels(GetParam().points), GetParam().expected);
+    EXPECT_EQ(RowHeight(GetParam().points, true), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -128,8 +128,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(RowHeight, MayBeExact)
 {
-    EXPECT_NEAR(RowHeight(12.8), 256 / 15.0, 1e-9);
-    EXPECT_EQ(RowHeight(-1), 0);
+    EXPECT_NEAR(RowHeight(12.8, false), 256 / 15.0, 1e-9);
+    EXPECT_EQ(RowHeight(-1, false), 0);
 }
 
 TEST(Defaults, ComeFromTheSheetElseFromTheFont)

@@ -43,6 +43,7 @@ public:
         if (!sheet)
             sheet = std::make_unique<book::SheetLook>(ReadSheetLook(source_, index));
         sheet->basePadding = DefaultPadding(Workbook().normalFont);
+        sheet->areRowsWholePixels = false;
         return *sheet;
     }
 

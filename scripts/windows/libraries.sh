@@ -32,7 +32,8 @@ fetch_sources() {
         -o APT::Sandbox::User=root)
     apt-get "${options[@]}" update
     (cd "$prefix/src" && apt-get "${options[@]}" source \
-        wxwidgets3.2 pugixml libdeflate libzip mbedtls googletest utf8proc)
+        wxwidgets3.2 pugixml libdeflate libzip mbedtls googletest utf8proc cairo &&
+        apt-get "${options[@]}" source --tar-only pixman && tar xf pixman_*.orig.tar.gz)
 }
 
 # source_of PACKAGE: the folder of its unpacked sources.
@@ -66,7 +67,7 @@ build_wxwidgets() {
         --without-libjpeg --without-libtiff --without-regex --without-expat --without-opengl \
         --disable-svg --disable-mdi --disable-docview --disable-xrc --disable-aui --disable-html \
         --disable-propgrid --disable-ribbon --disable-richtext --disable-stc --disable-webview \
-        --disable-mediactrl --disable-sockets --disable-printarch --disable-protocols \
+        --disable-mediactrl --disable-sockets --disable-protocols \
         --disable-debugreport --disable-help --disable-joystick --disable-sound)
     make -C "$build" -j"$(nproc)"
     make -C "$build" install
@@ -81,6 +82,31 @@ build_libdeflate() {
     cp "$source/libdeflate.h" "$prefix/include/"
 }
 
+# with_configure PACKAGE FOLDER OPTION...: configures, builds and installs a folder of it. Debian's patches
+# are younger than the generated makefiles, which need not be generated again.
+with_configure() {
+    local source folder=$2 build=$prefix/src/build-$1
+    source=$(source_of "$1")
+    shift 2
+    mkdir "$build"
+    (cd "$build" && PKG_CONFIG_LIBDIR="$prefix/lib/pkgconfig" "$source/configure" --host=$host \
+        --prefix="$prefix" CC=$host-gcc-posix CXX=$host-g++-posix CFLAGS="$flags" \
+        CPPFLAGS="-I$prefix/include" LDFLAGS="-L$prefix/lib" \
+        --disable-shared --disable-dependency-tracking "$@")
+    make -C "$build/$folder" -j"$(nproc)" ACLOCAL=: AUTOCONF=: AUTOHEADER=: AUTOMAKE=: install
+}
+
+# Writes PDF files, with the fonts of Windows.
+build_cairo() {
+    with_configure pixman pixman --disable-gtk --disable-libpng --disable-openmp \
+        --disable-mmx --disable-sse2 --disable-ssse3
+    with_configure cairo src --enable-pdf --enable-win32 --enable-win32-font \
+        --disable-png --disable-ps --disable-svg --disable-script --disable-interpreter \
+        --disable-ft --disable-fc --disable-xlib --disable-xcb --without-x \
+        --disable-gobject --disable-trace --disable-gtk-doc \
+        pixman_CFLAGS="-I$prefix/include/pixman-1" pixman_LIBS="-L$prefix/lib -lpixman-1"
+}
+
 say "Building the Windows libraries into $prefix (about five minutes; later runs find them)"
 {
     fetch_sources
@@ -92,6 +118,7 @@ say "Building the Windows libraries into $prefix (about five minutes; later runs
         -DENABLE_ZSTD=OFF -DBUILD_TOOLS=OFF -DBUILD_REGRESS=OFF -DBUILD_EXAMPLES=OFF \
         -DBUILD_DOC=OFF
     build_libdeflate
+    build_cairo
     with_cmake googletest -DBUILD_GMOCK=ON -Dgtest_disable_pthreads=OFF
     build_wxwidgets
 } >"$log" 2>&1

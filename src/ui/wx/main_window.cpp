@@ -56,6 +56,12 @@ MainWindow::MainWindow(MainForm& form, WxDesktop& desktop)
     auto* const panel = new wxPanel(preview_);
     Build(*panel);
     auto* const pane = new PreviewPane(*preview_, form, binder_);
+    Bind(wxEVT_CHAR_HOOK, [pane](wxKeyEvent& event) {
+        if (event.GetKeyCode() == 'P' && event.GetModifiers() == wxMOD_CONTROL)
+            pane->Print();
+        else
+            event.Skip();
+    });
     binder_.BindHelpKey();
     binder_.Show();
     preview_->Initialize(*panel, *pane);

@@ -2,6 +2,7 @@
 
 #include "ui/wx/native/native.h"
 #include "ui/wx/native/text.h"
+#include "ui/wx/preview/print_pages.h"
 #include "ui/wx/widgets.h"
 
 #include <wx/app.h>
@@ -27,7 +28,9 @@ PreviewPane::PreviewPane(wxWindow& parent, MainForm& form, Binder& binder)
     Preview& preview = form.pvwPages;
     strip_ = new PageStrip(*this, preview, pictures_,
                            [this](std::size_t page) { Select(static_cast<std::ptrdiff_t>(page)); });
-    view_ = new PageView(*this, preview, pictures_, [this](std::ptrdiff_t pages) { Turn(pages); });
+    view_ = new PageView(
+        *this, preview, pictures_, [this](std::ptrdiff_t pages) { Turn(pages); },
+        [this] { Print(); });
     view_->SetMinSize(ConvertDialogToPixels(wxSize(kLeastWidth, kLeastHeight)));
     binder.BindControl(preview, *view_, [this] { Outdate(); });
 
@@ -50,6 +53,12 @@ void PreviewPane::Outdate()
         timer_.StartOnce(static_cast<int>(kPause.count()));
     else
         wxWakeUpIdle();
+}
+
+void PreviewPane::Print()
+{
+    LookAgain();
+    PrintPages(*wxGetTopLevelParent(this), form_.pvwPages, pictures_);
 }
 
 void PreviewPane::OnIdle(wxIdleEvent& event)

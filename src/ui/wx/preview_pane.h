@@ -23,6 +23,8 @@ public:
 
     /// The form may have changed: looks again when there is time.
     void Outdate();
+    /// Prints the pages, as the user says in the system's dialog.
+    void Print();
 
 private:
     void OnIdle(wxIdleEvent& event);

@@ -1,10 +1,14 @@
 #include "main_thread.h"
 #include "ui/wx/preview/page_strip.h"
 #include "ui/wx/preview/page_view.h"
+#include "ui/wx/preview/print_pages.h"
 #include "window_test.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <wx/dcmemory.h>
+#include <wx/image.h>
 
 namespace orrery::ui::wx {
 namespace {
@@ -158,6 +162,42 @@ TEST_F(PreviewWindowTest, LiesBelowTheControlsInANarrowWindow)
                FindControl("cmdExit").GetScreenRect().GetBottom();
     });
     EXPECT_TRUE(user_->IsShown("cmdGenerate"));
+}
+
+TEST_F(PreviewWindowTest, PrintsEveryPageOnItsPaper)
+{
+    StartWith("Desk.xlsx");
+    OnMain([this] {
+        PictureCache pictures;
+        PagesPrintout printout(program_->form.pvwPages, pictures);
+        EXPECT_FALSE(printout.HasPage(0));
+        EXPECT_TRUE(printout.HasPage(13));
+        EXPECT_FALSE(printout.HasPage(14));
+        // A Letter paper with 50 dots in an inch, which a printer cannot reach at its edge.
+        wxBitmap paper(600, 430, 24);
+        wxMemoryDC dc(paper);
+        dc.SetBackground(*wxWHITE_BRUSH);
+        dc.Clear();
+        printout.SetDC(&dc);
+        printout.SetPaperRectPixels({-10, -8, 550, 425});
+        EXPECT_TRUE(printout.OnPrintPage(2));
+        EXPECT_FALSE(printout.OnPrintPage(14));
+        dc.SelectObject(wxNullBitmap);
+        const wxImage printed = paper.ConvertToImage();
+        int left = printed.GetWidth();
+        int right = 0;
+        for (int y = 0; y < printed.GetHeight(); ++y) {
+            for (int x = 0; x < printed.GetWidth(); ++x) {
+                if (printed.GetRed(x, y) < 200) {
+                    left = std::min(left, x);
+                    right = std::max(right, x);
+                }
+            }
+        }
+        EXPECT_LT(left, 60);
+        EXPECT_GT(right, 490);
+        EXPECT_LT(right, 540) << "it fits the paper";
+    });
 }
 
 } // namespace

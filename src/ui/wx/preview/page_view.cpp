@@ -26,10 +26,10 @@ constexpr unsigned char kExampleBrightness = 255; // an example is paler than a 
 } // namespace
 
 PageView::PageView(wxWindow& parent, Preview& preview, PictureCache& pictures,
-                   std::function<void(std::ptrdiff_t)> turn)
+                   std::function<void(std::ptrdiff_t)> turn, std::function<void()> print)
     : wxScrolledCanvas(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                        wxHSCROLL | wxVSCROLL | wxWANTS_CHARS | wxBORDER_NONE),
-      preview_(preview), pictures_(pictures), turn_(std::move(turn))
+      preview_(preview), pictures_(pictures), turn_(std::move(turn)), print_(std::move(print))
 {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     SetScrollRate(1, 1);
@@ -305,6 +305,8 @@ void PageView::ShowMenu()
     add("&Size on Paper\t1", [this] { ZoomTo(1); });
     add("Zoom &In\t+", [this] { ZoomBy(kZoomStep); });
     add("Zoom &Out\t-", [this] { ZoomBy(1 / kZoomStep); });
+    menu.AppendSeparator();
+    add("&Print...\tCtrl+P", print_);
     PopupMenu(&menu);
 }
 

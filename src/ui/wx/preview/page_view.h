@@ -16,9 +16,9 @@ namespace orrery::ui::wx {
 /// scrolling and keys; zoomed by Ctrl with the wheel, or with plus, minus and 0.
 class PageView : public wxScrolledCanvas {
 public:
-    /// `turn` selects another page: that many pages on.
+    /// `turn` selects another page, that many pages on; `print` asks how to print the pages.
     PageView(wxWindow& parent, Preview& preview, PictureCache& pictures,
-             std::function<void(std::ptrdiff_t)> turn);
+             std::function<void(std::ptrdiff_t)> turn, std::function<void()> print);
 
     /// Shows what the preview has now.
     void ShowState();
@@ -59,6 +59,7 @@ private:
     Preview& preview_;
     PictureCache& pictures_;
     std::function<void(std::ptrdiff_t)> turn_;
+    std::function<void()> print_;
     std::optional<double> zoom_; ///< nothing: to fit
     wxSize page_{1, 1};          ///< of the selected page, in pixels at 96 dpi
     Shown shown_;

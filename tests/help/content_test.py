@@ -158,7 +158,7 @@ class Content(unittest.TestCase):
         text = page_text("command-line")
         overview = subprocess.run([CLI, "--help"], text=True, capture_output=True).stdout
         commands = re.findall(r"^  ([a-z]+) {2,}", overview, re.MULTILINE)
-        self.assertEqual(len(commands), 7)
+        self.assertEqual(len(commands), 8)
         for command in commands:
             self.assertIn(f"orrery-cli {command}", text)
             about = subprocess.run([CLI, command, "--help"], text=True, capture_output=True).stdout

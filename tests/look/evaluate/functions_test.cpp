@@ -162,6 +162,31 @@ TEST(WholeColumnTest, AUsedRowIsNotRepeated)
     EXPECT_EQ(evaluator.ValuesOf("Sheet1!B:B", 0), (std::vector<Value>{1.0}));
 }
 
+/// Columns of which one sheet uses ten rows, the other one twenty.
+TEST(WholeColumnTest, CriteriaMayBeOnLongerSheets)
+{
+    FakeWorkbook book({"Sheet1", "Other"});
+    for (std::int32_t row = 1; row <= 20; ++row) {
+        if (row <= 10)
+            book.Set({row, 1}, static_cast<double>(row));
+        book.Set({row, 2}, static_cast<double>(row), 1);
+    }
+    Evaluator evaluator(book, 46349.25);
+    const auto compute = [&](const char* formula) {
+        return Shown(evaluator.Compute(formula, 0, {9, 9}, {9, 9}));
+    };
+    EXPECT_EQ(compute("COUNTIFS(A:A,\">3\",Other!B:B,\">5\")"), "5");
+    EXPECT_EQ(compute("COUNTIFS(A:A,\"\",Other!B:B,\">5\")"), "10");
+    EXPECT_EQ(compute("COUNTIFS(A:A,\"\",Other!B:B,\"\")"), "1048556");
+    EXPECT_EQ(compute("COUNTIFS(A1:A10,\">3\",Other!B1:B20,\">5\")"), "#VALUE!");
+    EXPECT_EQ(compute("COUNTIFS(A:A,\">3\",Other!B1:B20,\">5\")"), "#VALUE!");
+    EXPECT_EQ(compute("SUMIFS(Other!B:B,A:A,\">3\")"), "49");
+    EXPECT_EQ(compute("SUMIFS(A:A,Other!B:B,\">3\")"), "49");
+    EXPECT_EQ(compute("AVERAGEIFS(Other!B:B,A:A,\"\")"), "15.5");
+    EXPECT_EQ(compute("SUMIF(A:A,\"\",Other!B:B)"), "155");
+    EXPECT_EQ(compute("SUMIF(A:A,\">3\",Other!B1)"), "49");
+}
+
 // Tokens of functions that stand for one value: [MS-XLS] 2.2.2
 INSTANTIATE_TEST_SUITE_P(
     OneValue, FormulaTest,

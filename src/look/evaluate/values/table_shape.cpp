@@ -25,6 +25,17 @@ const Value& ElementOf(const Array& table, std::int32_t row, std::int32_t column
     return table.At(tableRow, tableColumn);
 }
 
+bool AreOfOneSize(const Array& one, const Array& other)
+{
+    const auto rows = [](const Array& table) {
+        return table.hasMoreRows ? kSheetRows : table.rows;
+    };
+    const auto columns = [](const Array& table) {
+        return table.hasMoreColumns ? kSheetColumns : table.columns;
+    };
+    return rows(one) == rows(other) && columns(one) == columns(other);
+}
+
 void JoinedShape::Side::Add(std::int32_t size, bool isCut)
 {
     std::int32_t& largest = isCut ? cut_ : whole_;

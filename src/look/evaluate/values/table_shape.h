@@ -10,6 +10,9 @@ namespace orrery::formula {
 /// have up to the end of the sheet; else "#N/A".
 const Value& ElementOf(const Array& table, std::int32_t row, std::int32_t column);
 
+/// Whether tables have equally many rows and columns; whole ones have those of the sheet.
+bool AreOfOneSize(const Array& one, const Array& other);
+
 /// The rows and columns of what is made of tables value by value: as many as the largest has. Whole
 /// columns and rows stay cut to what is used, unless a table goes on to the end of the sheet.
 class JoinedShape {

@@ -70,18 +70,6 @@ Value SumOfSquares(Call& call)
     return NumberOrError(sum);
 }
 
-/// Whether tables have equally many rows and columns; whole ones have those of the sheet.
-bool AreOfOneSize(const Array& one, const Array& other)
-{
-    const auto rows = [](const Array& table) {
-        return table.hasMoreRows ? kSheetRows : table.rows;
-    };
-    const auto columns = [](const Array& table) {
-        return table.hasMoreColumns ? kSheetColumns : table.columns;
-    };
-    return rows(one) == rows(other) && columns(one) == columns(other);
-}
-
 /// Texts and logical values count as 0.
 double ProductAt(Call& call, const std::vector<ArrayPointer>& tables, std::int32_t row,
                  std::int32_t column)

@@ -1,54 +1,80 @@
 #include "look/evaluate/functions/statistics/criterion.h"
 #include "look/evaluate/functions/statistics/statistics.h"
+#include "look/evaluate/values/table_shape.h"
 
 #include <algorithm>
 
 namespace orrery::formula {
 namespace {
 
-/// An area of cells of the same shape as a table, from the area's first cell on.
+/// An area of cells of the same shape as a table, from the area's first cell on: as many rows and
+/// columns, or all that the sheet has.
 ArrayPointer SameShape(Call& call, const Area& area, const Array& shape)
 {
+    const book::CellAddress first = area.range.first;
+    const bool isWholeColumn = shape.hasMoreRows && first.row == 1;
+    const bool isWholeRow = shape.hasMoreColumns && first.column == 1;
     Area wanted = area;
-    wanted.range.last = {std::min(area.range.first.row + shape.rows - 1, kSheetRows),
-                         std::min(area.range.first.column + shape.columns - 1, kSheetColumns)};
+    wanted.range.last = {
+        isWholeColumn ? kSheetRows : std::min(first.row + shape.rows - 1, kSheetRows),
+        isWholeRow ? kSheetColumns : std::min(first.column + shape.columns - 1, kSheetColumns)};
     return call.context.ValuesOf(wanted);
 }
 
-/// The values of an argument at the places where all criteria hold. Criteria are pairs of a range
-/// and a condition, from one argument on.
+/// The places where all criteria hold. Criteria are pairs of a range and a condition, from one
+/// argument on; all ranges are of one size.
 class Selection {
 public:
-    Selection(Call& call, std::size_t from)
+    Selection(Call& call, std::size_t from) : call_(call)
     {
         for (std::size_t at = from; at + 1 < call.Count(); at += 2) {
             tables_.push_back(call.Table(at));
             criteria_.emplace_back(call.Single(at + 1), call.context.Rules());
-            if (!call.Require(tables_.back()->rows == tables_.front()->rows &&
-                                  tables_.back()->columns == tables_.front()->columns,
-                              CellError::Value))
+            if (!call.Require(AreOfOneSize(*tables_.back(), *tables_.front()), CellError::Value))
                 return;
+            shape_.Add(*tables_.back());
         }
-        const std::size_t size = tables_.empty() ? 0 : tables_.front()->values.size();
-        if (call.context.Spend(size * tables_.size()))
-            size_ = size;
+        isUsable_ = !tables_.empty();
     }
-    const Array& Shape() const { return *tables_.front(); }
-    template <class Take> void ForEach(const Take& take) const
+    const Array& First() const { return *tables_.front(); }
+    /// Calls for each place, counted from 0. `values`, of the same size, is looked at, too.
+    template <class Take> void ForEach(const Array* values, const Take& take) const
     {
-        for (std::size_t at = 0; at < size_; ++at) {
-            bool isSelected = true;
-            for (std::size_t table = 0; table < tables_.size() && isSelected; ++table)
-                isSelected = criteria_[table].Matches(tables_[table]->values[at]);
-            if (isSelected)
-                take(at);
-        }
+        JoinedShape shape = shape_;
+        if (values != nullptr)
+            shape.Add(*values);
+        if (shape.Size() > kLargestArray)
+            call_.context.GiveUp();
+        else if (isUsable_ &&
+                 call_.context.Spend(static_cast<std::size_t>(shape.Size()) * tables_.size()))
+            ForEachOf(shape, take);
     }
 
 private:
+    template <class Take> void ForEachOf(const JoinedShape& shape, const Take& take) const
+    {
+        for (std::int32_t row = 0; row < shape.Rows(); ++row) {
+            for (std::int32_t column = 0; column < shape.Columns(); ++column) {
+                if (IsSelected(row, column))
+                    take(row, column, shape.PlacesOf(row, column));
+            }
+        }
+    }
+
+    bool IsSelected(std::int32_t row, std::int32_t column) const
+    {
+        for (std::size_t table = 0; table < tables_.size(); ++table) {
+            if (!criteria_[table].Matches(ElementOf(*tables_[table], row, column)))
+                return false;
+        }
+        return true;
+    }
+
+    Call& call_;
     std::vector<ArrayPointer> tables_;
     std::vector<Criterion> criteria_;
-    std::size_t size_ = 0;
+    JoinedShape shape_;
+    bool isUsable_ = false;
 };
 
 Value CountIf(Call& call)
@@ -77,7 +103,8 @@ Value CountIfs(Call& call)
     double count = 0;
     if (call.Count() == 2)
         return CountIf(call);
-    Selection(call, 0).ForEach([&](std::size_t) { ++count; });
+    Selection(call, 0).ForEach(nullptr,
+                               [&](std::int32_t, std::int32_t, double places) { count += places; });
     return count;
 }
 
@@ -85,10 +112,11 @@ Value CountIfs(Call& call)
 std::vector<double> Selected(Call& call, const Selection& selection, const Array& values)
 {
     std::vector<double> numbers;
-    selection.ForEach([&](std::size_t at) {
-        if (at >= values.values.size())
-            return;
-        const Value& value = values.values[at];
+    selection.ForEach(&values, [&](std::int32_t row, std::int32_t column, double) {
+        if ((row >= values.rows && !values.hasMoreRows) ||
+            (column >= values.columns && !values.hasMoreColumns))
+            return; // beyond the end of the sheet
+        const Value& value = ElementOf(values, row, column);
         if (const auto* number = std::get_if<double>(&value))
             numbers.push_back(*number);
         else if (IsError(value))
@@ -105,7 +133,7 @@ std::vector<double> SelectedByOne(Call& call)
     if (call.Has(2) && !call.Require(values != nullptr, CellError::Value))
         return {};
     const ArrayPointer table =
-        values != nullptr ? SameShape(call, values->front(), selection.Shape()) : call.Table(0);
+        values != nullptr ? SameShape(call, values->front(), selection.First()) : call.Table(0);
     return Selected(call, selection, *table);
 }
 
@@ -113,9 +141,7 @@ std::vector<double> SelectedByAll(Call& call)
 {
     const Selection selection(call, 1);
     const ArrayPointer table = call.Table(0);
-    if (!call.Require(table->rows == selection.Shape().rows &&
-                          table->columns == selection.Shape().columns,
-                      CellError::Value))
+    if (!call.Require(AreOfOneSize(*table, selection.First()), CellError::Value))
         return {};
     return Selected(call, selection, *table);
 }

@@ -10,7 +10,7 @@ namespace {
 constexpr double kMostDays = 31;
 constexpr double kShortestMonth = 28;
 constexpr std::int32_t kFewestSamples = 20;
-constexpr double kRule = 6; // points: a lower row is a line, not room for a text
+constexpr double kRule = 8; // points: a lower row is a line, not room for a text
 constexpr std::int32_t kHeaderRows = 3;
 
 DayContents ReadDays(const SeenSheet& sheet, const DayGrid& grid, book::CellAddress first)
@@ -75,10 +75,21 @@ bool TakesText(const SeenSheet& sheet, book::CellAddress cell)
     return IsRoom(sheet, cell) || sheet.Style(cell.row, cell.column).numberFormat == ";;;";
 }
 
-/// A look of a cell that differs at weekends.
-auto Colors(const book::CellStyle& style)
+/// Whether the days of two columns look alike in two of the three weeks after the first: a single
+/// day may be marked. The colour of a text counts where texts are shown.
+bool AreColumnsAlike(const SeenSheet& sheet, const DayGrid& grid, const DayCell& day,
+                     std::int32_t one, std::int32_t other)
 {
-    return std::pair(style.fill, style.font.color);
+    constexpr std::int32_t weeks = 3;
+    const bool isShown = day.contents.numbers > 0;
+    std::int32_t equal = 0;
+    for (std::int32_t week = 1; week <= weeks; ++week) {
+        const std::int32_t row = day.cell.row + week * grid.height;
+        const book::CellStyle& left = sheet.Style(row, day.cell.column + one * grid.width);
+        const book::CellStyle& right = sheet.Style(row, day.cell.column + other * grid.width);
+        equal += left.fill == right.fill && (!isShown || left.font.color == right.font.color);
+    }
+    return equal >= weeks - 1;
 }
 
 } // namespace
@@ -206,8 +217,7 @@ std::optional<std::int16_t> FirstDayOfLooks(const SeenSheet& sheet, const DayGri
     }
     const auto isLikeMiddle = [&](std::int32_t column) {
         constexpr std::int32_t middle = 3;
-        return Colors(sheet.Style(day.cell.row, day.cell.column + column * grid.width)) ==
-               Colors(sheet.Style(day.cell.row, day.cell.column + middle * grid.width));
+        return AreColumnsAlike(sheet, grid, day, column, middle);
     };
     for (std::int32_t column = 1; column < kDays - 2; ++column) {
         if (!isLikeMiddle(column))

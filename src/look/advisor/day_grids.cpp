@@ -12,10 +12,11 @@ namespace {
 
 constexpr std::int32_t kWidestDay = 12;
 constexpr std::int32_t kHighestDay = 20;
+constexpr std::int32_t kMostWeeks = 6;
 constexpr double kSameHeight = 0.6; // points
 constexpr double kWidthRatio = 2.5; // of a weekend's columns and others
 
-/// A column, a step, a signature, and whether the middle of the week is bold.
+/// A column, a step, a signature, and whether most of the week is bold.
 using RunKind = std::tuple<std::int32_t, std::int32_t, std::int32_t, bool>;
 using Runs = std::map<RunKind, std::set<std::int32_t>>; ///< the rows with such a run
 
@@ -89,10 +90,13 @@ bool IsBounded(const SeenSheet& sheet, std::int32_t row, std::int32_t column, st
     });
 }
 
-/// Of the middle of the week: weekends may differ.
+/// Of most days: weekends and single days may differ.
 bool IsBold(const SeenSheet& sheet, std::int32_t row, std::int32_t column, std::int32_t step)
 {
-    return sheet.Style(row, column + kDays / 2 * step).font.bold;
+    std::int32_t bold = 0;
+    for (std::int32_t day = 0; day < kDays; ++day)
+        bold += sheet.Style(row, column + day * step).font.bold ? 1 : 0;
+    return bold > kDays / 2;
 }
 
 Runs FindRuns(const SeenSheet& sheet, const std::vector<WeekdayRow>& weekdays)
@@ -146,9 +150,12 @@ bool AreRowsEqual(const SeenSheet& sheet, const DayGrid& grid)
 {
     const book::CellAddress first = grid.first;
     for (std::int32_t row = first.row + 1; row < first.row + grid.height; ++row) {
-        if (sheet.Signature(row, first.column) != sheet.Signature(first.row, first.column) ||
-            !IsSameHeight(sheet, row, first.row))
+        if (!IsSameHeight(sheet, row, first.row))
             return false;
+        for (std::int32_t column = first.column; column < first.column + grid.width; ++column) {
+            if (sheet.Signature(row, column) != sheet.Signature(first.row, column))
+                return false;
+        }
     }
     return grid.height > 1;
 }
@@ -162,6 +169,16 @@ std::int32_t CountWeeks(const std::set<std::int32_t>& rows, std::int32_t row, st
     return weeks;
 }
 
+/// The months that stand below each other without a distance.
+std::int32_t MonthsOf(std::int32_t weeks)
+{
+    for (const std::int32_t months : {2, 3, 4, 6, 12}) {
+        if (weeks == months * kMostWeeks)
+            return months;
+    }
+    return 1;
+}
+
 void AddGrids(const SeenSheet& sheet, const RunKind& kind, const std::set<std::int32_t>& rows,
               std::vector<DayGrid>& grids)
 {
@@ -169,13 +186,17 @@ void AddGrids(const SeenSheet& sheet, const RunKind& kind, const std::set<std::i
         for (std::int32_t height = 1; height <= kHighestDay; ++height) {
             if (rows.contains(row - height))
                 continue;
-            const std::int32_t weeks = CountWeeks(rows, row, height);
-            if (weeks != 5 && weeks != 6)
+            std::int32_t weeks = CountWeeks(rows, row, height);
+            const std::int32_t months = MonthsOf(weeks);
+            weeks = months > 1 ? kMostWeeks : weeks;
+            if (weeks != kMostWeeks && weeks != kMostWeeks - 1)
                 continue;
-            const book::CellAddress first{row, std::get<0>(kind)};
-            DayGrid grid{first, std::get<1>(kind), height, weeks, {first}};
-            if (AreWeeksAlike(sheet, grid) && !AreRowsEqual(sheet, grid))
-                grids.push_back(std::move(grid));
+            for (std::int32_t month = 0; month < months; ++month) {
+                const book::CellAddress first{row + month * weeks * height, std::get<0>(kind)};
+                DayGrid grid{first, std::get<1>(kind), height, weeks, {first}, months > 1};
+                if (AreWeeksAlike(sheet, grid) && !AreRowsEqual(sheet, grid))
+                    grids.push_back(std::move(grid));
+            }
         }
     }
 }
@@ -253,19 +274,28 @@ std::optional<WeekdayRow> ReadWeekdays(const SeenSheet& sheet, book::CellAddress
         const SeenContent* const content = sheet.Content(first.row, column);
         if (content == nullptr)
             return std::nullopt;
-        texts.push_back(content->text);
+        if (!content->number) {
+            texts.push_back(content->text);
+            continue;
+        }
         const bool isDate =
-            content->number &&
             sheet.Style(first.row, column).numberFormat.find("ddd") != std::string::npos;
-        if (isDate && (dates.empty() || *content->number == dates.back() + 1))
-            dates.push_back(*content->number);
+        const bool isNext =
+            dates.empty() || std::fmod(*content->number - dates.back() + kDays, kDays) == 1;
+        if (!isDate || !isNext)
+            return std::nullopt;
+        dates.push_back(*content->number);
     }
     if (dates.size() == kDays) {
         const auto day = static_cast<std::int16_t>(std::fmod(dates.front() + kDays - 1, kDays));
         return WeekdayRow{first, step, {}, day < 2 ? std::optional(day) : std::nullopt};
     }
+    if (texts.size() != kDays)
+        return std::nullopt;
     if (const auto match = names.FindWeekdays(texts))
         return WeekdayRow{first, step, match->list, match->firstDay};
+    if (const auto firstDay = names.FindFirstDay(texts))
+        return WeekdayRow{first, step, {}, firstDay};
     return std::nullopt;
 }
 
@@ -284,6 +314,8 @@ std::vector<WeekdayRow> FindWeekdayRows(const SeenSheet& sheet, const KnownNames
         // Where months stand side by side, a week also begins inside of another.
         if (!rows.empty() && rows.back().first.row == cell.row &&
             cell.column < rows.back().first.column + kDays * rows.back().step)
+            continue;
+        if (!content.number && !names.BeginsWeekday(content.text))
             continue;
         for (std::int32_t step = 1; step <= kWidestDay; ++step) {
             if (auto row = ReadWeekdays(sheet, cell, step, names)) {

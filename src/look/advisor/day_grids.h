@@ -27,6 +27,7 @@ struct DayGrid {
     std::int32_t height = 1; ///< rows of an area
     std::int32_t weeks = 6;
     std::vector<book::CellAddress> anchors; ///< cells of the first area that recur in every one
+    bool isPart = false; ///< other grids adjoin above or below, so that it is no month alone
 
     std::int32_t LastRow() const { return first.row + height * weeks - 1; }
     std::int32_t LastColumn() const { return first.column + kDays * width - 1; }

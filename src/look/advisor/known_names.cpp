@@ -123,6 +123,33 @@ std::optional<WeekdayMatch> KnownNames::FindWeekdays(const std::vector<std::stri
     return found;
 }
 
+std::optional<std::int16_t> KnownNames::FindFirstDay(const std::vector<std::string>& texts) const
+{
+    std::vector<std::string> folded;
+    std::ranges::transform(texts, std::back_inserter(folded), FoldName);
+    std::array<bool, 2> isPossible{};
+    for (const auto& list : weekdays_) {
+        for (std::size_t first = 0; first < isPossible.size(); ++first) {
+            bool isSame = true;
+            for (std::size_t i = 0; i < kWeek && isSame; ++i)
+                isSame = !folded[i].empty() && list[(i + first) % kWeek].starts_with(folded[i]);
+            isPossible[first] = isPossible[first] || isSame;
+        }
+    }
+    if (isPossible[0] == isPossible[1])
+        return std::nullopt;
+    return static_cast<std::int16_t>(isPossible[0] ? 0 : 1);
+}
+
+bool KnownNames::BeginsWeekday(std::string_view text) const
+{
+    const std::string folded = FoldName(text);
+    return !folded.empty() && std::ranges::any_of(weekdays_, [&](const auto& list) {
+        return std::ranges::any_of(
+            list, [&](const std::string& name) { return name.starts_with(folded); });
+    });
+}
+
 std::vector<std::int16_t> KnownNames::ListsWithMonth(std::string_view text) const
 {
     std::vector<std::int16_t> lists;

@@ -24,6 +24,11 @@ public:
 
     /// Finds a list with the seven texts, the week beginning with Sunday or Monday.
     std::optional<WeekdayMatch> FindWeekdays(const std::vector<std::string>& texts) const;
+    /// The first day of the week if the texts are the beginnings of names, the same in all lists
+    /// that have such names.
+    std::optional<std::int16_t> FindFirstDay(const std::vector<std::string>& texts) const;
+    /// Whether a name of a weekday begins so.
+    bool BeginsWeekday(std::string_view text) const;
     /// The lists with a month of that name; a year beside the name does not count.
     std::vector<std::int16_t> ListsWithMonth(std::string_view text) const;
     /// The month [1:12] that the text is in any list, or 0.

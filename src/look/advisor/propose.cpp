@@ -1,150 +1,12 @@
 #include "look/advisor/propose.h"
 
-#include "book/error.h"
-#include "look/advisor/block_parts.h"
-#include "look/advisor/titles.h"
+#include "look/advisor/candidates.h"
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 
 namespace orrery::look {
 namespace {
-
-constexpr int kEnough = 3;
-constexpr int kYearEnough = 1;
-constexpr int kDecoy = -100;
-constexpr std::int32_t kFewNumbers = 4;
-constexpr int kSeveralMonths = 3; ///< so many equal grids are a part of a year
-
-/// A calendar that a sheet may be.
-struct Candidate {
-    int score = kDecoy;
-    double area = 0; ///< in digits and points
-    std::string sheet;
-    DayGrid grid;
-    std::optional<YearGrid> year;
-    DayCell day;
-    std::optional<HolidayCell> holiday;
-    std::optional<WeekdayCells> weekdays;
-    std::optional<std::int16_t> firstDay;
-    Titles titles;
-
-    bool IsBetterThan(const std::optional<Candidate>& other) const
-    {
-        return !other || score > other->score || (score == other->score && area > other->area);
-    }
-};
-
-/// Whether rows of the grid have headings, as those of tables do; numbers of weeks are none.
-bool HasRowHeadings(const SeenSheet& sheet, const DayGrid& grid)
-{
-    constexpr std::int32_t few = 2;
-    std::int32_t headings = 0;
-    for (std::int32_t row = grid.first.row; row <= grid.LastRow(); ++row) {
-        const std::string& text = sheet.Text(row, grid.first.column - 1);
-        const bool hasDigit = text.find_first_of("0123456789") != std::string::npos;
-        const bool isTime = text.find(':') != std::string::npos;
-        headings += !text.empty() && (!hasDigit || isTime) ? 1 : 0;
-    }
-    return headings > few;
-}
-
-bool IsMostlyText(const SeenSheet& sheet, const DayGrid& grid)
-{
-    constexpr std::int32_t share = 4;
-    std::int32_t texts = 0;
-    for (const auto& [cell, content] : sheet.Contents())
-        texts += grid.Contains(cell) && !content.number ? 1 : 0;
-    return texts * share > kDays * grid.weeks;
-}
-
-double AreaOf(const SeenSheet& sheet, const DayGrid& grid)
-{
-    double width = 0;
-    double height = 0;
-    for (std::int32_t i = grid.first.column; i <= std::min(grid.LastColumn(), sheet.Columns()); ++i)
-        width += sheet.Width(i);
-    for (std::int32_t i = grid.first.row; i <= std::min(grid.LastRow(), sheet.Rows()); ++i)
-        height += sheet.Height(i);
-    return width * height;
-}
-
-void ReadParts(const SeenSheet& sheet, const std::vector<WeekdayRow>& rows, Candidate& candidate)
-{
-    candidate.day = FindDayCell(sheet, candidate.grid);
-    candidate.holiday = FindHolidayCell(sheet, candidate.grid, candidate.day.cell);
-    candidate.weekdays = FindWeekdayCells(sheet, candidate.grid, rows);
-    candidate.firstDay = candidate.weekdays && candidate.weekdays->row.firstDay
-                             ? candidate.weekdays->row.firstDay
-                             : FirstDayOfLooks(sheet, candidate.grid, candidate.day);
-    candidate.area = AreaOf(sheet, candidate.grid);
-}
-
-int ScoreParts(const SeenSheet& sheet, const Candidate& candidate)
-{
-    const DayContents& contents = candidate.day.contents;
-    if (!contents.isCounted && contents.numbers > kFewNumbers)
-        return kDecoy;
-    if (HasRowHeadings(sheet, candidate.grid) || IsMostlyText(sheet, candidate.grid))
-        return kDecoy;
-    int score = 0;
-    if (candidate.weekdays)
-        score += candidate.weekdays->row.list || candidate.weekdays->row.firstDay ? 3 : 1;
-    score += contents.isCounted ? 3 : 0;
-    score += candidate.grid.height > 1 ? 1 : 0;
-    score += candidate.holiday ? 1 : 0;
-    return score;
-}
-
-Candidate JudgeMonth(const SeenSheet& sheet, const DayGrid& grid,
-                     const std::vector<WeekdayRow>& rows, const KnownNames& names)
-{
-    Candidate candidate;
-    candidate.grid = grid;
-    ReadParts(sheet, rows, candidate);
-    candidate.score = ScoreParts(sheet, candidate);
-    if (candidate.score < 0)
-        return candidate;
-    const auto weekdays =
-        candidate.weekdays ? std::optional(candidate.weekdays->row.first) : std::nullopt;
-    candidate.titles = FindMonthTitles(sheet, grid, weekdays, names);
-    const auto& [month, year, isInOrder, texts] = candidate.titles;
-    if (month)
-        candidate.score += month->isSure ? 2 : 1;
-    candidate.score += year && year->isSure ? 1 : 0;
-    return candidate;
-}
-
-std::optional<Candidate> FindYearPage(const SeenSheet& sheet, const std::vector<DayGrid>& grids,
-                                      const std::vector<WeekdayRow>& rows, const KnownNames& names)
-{
-    const auto year = FindYearGrid(grids);
-    if (!year)
-        return std::nullopt;
-    Candidate candidate;
-    candidate.grid = year->january;
-    candidate.year = year;
-    ReadParts(sheet, rows, candidate);
-    candidate.titles = FindYearTitles(sheet, *year, names);
-    candidate.score = ScoreParts(sheet, candidate) + (candidate.titles.month ? 2 : 0);
-    if (candidate.score < kYearEnough || !candidate.titles.isInOrder)
-        return std::nullopt;
-    return candidate;
-}
-
-/// What samples of days say where weekdays do not.
-void LearnFirstDay(const KnownNames& names, Candidate& candidate)
-{
-    if (candidate.firstDay || !candidate.titles.month)
-        return;
-    const std::string& text = candidate.titles.month->text;
-    const auto year =
-        candidate.titles.year ? FindYear(candidate.titles.year->text) : FindYear(text);
-    const std::int16_t month = candidate.year ? std::int16_t{1} : names.MonthOf(text);
-    if (year)
-        candidate.firstDay = FirstDayOfMonth(candidate.day.contents, *year, month);
-}
 
 /// Writes a candidate as parameters.
 class Writer {
@@ -254,6 +116,8 @@ private:
     void WriteMonthNames(const Candidate& found, const TitleCell& month,
                          model::CalendarParameters& set)
     {
+        if (month.number)
+            return Leave("MonthName", "a format shows the date there in any language");
         auto list = names_.FindMonths(found.titles.monthTexts);
         const auto fitting = names_.ListsWithMonth(month.text);
         if (!list && found.weekdays && found.weekdays->row.list)
@@ -283,36 +147,6 @@ private:
     Proposal& proposal_;
 };
 
-/// The calendars of a workbook.
-struct Found {
-    std::optional<Candidate> month;
-    std::optional<Candidate> year;
-};
-
-void LookAt(const SeenSheet& sheet, const std::string& name, const KnownNames& names, Found& found)
-{
-    const auto rows = FindWeekdayRows(sheet, names);
-    const auto grids = FindDayGrids(sheet, rows);
-    if (auto year = FindYearPage(sheet, grids, rows, names)) {
-        year->sheet = name;
-        if (year->IsBetterThan(found.year))
-            found.year = std::move(year);
-        return;
-    }
-    for (const DayGrid& grid : grids) {
-        const auto equal = std::ranges::count_if(grids, [&](const DayGrid& other) {
-            return other.width == grid.width && other.height == grid.height &&
-                   other.weeks == grid.weeks;
-        });
-        if (equal >= kSeveralMonths)
-            continue;
-        Candidate month = JudgeMonth(sheet, grid, rows, names);
-        month.sheet = name;
-        if (month.score >= kEnough && month.IsBetterThan(found.month))
-            found.month = std::move(month);
-    }
-}
-
 } // namespace
 
 Proposal Propose(book::WorkbookView& view, const model::NameTables& names,
@@ -320,21 +154,17 @@ Proposal Propose(book::WorkbookView& view, const model::NameTables& names,
 {
     const KnownNames known(names);
     Evaluator evaluator(view, now);
-    Found found;
+    Candidates found;
     const auto& sheets = view.Workbook().sheets;
     for (std::size_t i = 0; i < sheets.size(); ++i) {
         if (sheets[i].kind != book::SheetKind::Worksheet ||
             sheets[i].state != book::SheetState::Visible)
             continue;
-        LookAt(SeenSheet(view, i, evaluator), sheets[i].name, known, found);
+        LookForCalendars(SeenSheet(view, i, evaluator), sheets[i].name, known, found);
     }
     Proposal proposal{initial, {}, {}};
     proposal.sets.Monthly.Output = false;
     proposal.sets.Yearly.Output = false;
-    for (auto* const candidate : {&found.month, &found.year}) {
-        if (*candidate)
-            LearnFirstDay(known, **candidate);
-    }
     if (found.month)
         Writer("monthly", known, proposal).Write(*found.month, proposal.sets.Monthly);
     if (found.year) {

@@ -24,8 +24,8 @@ struct Proposal {
 };
 
 /// Finds the calendars of a workbook from its looks and says what parameters fit. What is not
-/// found keeps its value of `initial`. `now` is a serial number, for formulas. Sheets that cannot
-/// be read are passed over.
+/// found keeps its value of `initial`. `now` is a serial number, for formulas. Throws as
+/// `WorkbookView::Sheet`.
 Proposal Propose(book::WorkbookView& view, const model::NameTables& names,
                  const model::ParameterSets& initial, double now);
 

@@ -29,6 +29,30 @@ auto Kind(const book::CellStyle& style)
                       KindOfFormat(style.numberFormat));
 }
 
+bool HasLines(const book::Border& border)
+{
+    const auto isLine = [](const book::BorderLine& line) {
+        return line.style != book::LineStyle::None;
+    };
+    return isLine(border.left) || isLine(border.right) || isLine(border.top) ||
+           isLine(border.bottom);
+}
+
+/// The kind of each style; the first is that of plain cells, which have no lines either.
+std::vector<std::int32_t> KindsOf(const std::vector<book::CellStyle>& styles)
+{
+    std::map<decltype(Kind(styles.front())), std::int32_t> kinds;
+    std::vector<std::int32_t> kindOf;
+    constexpr std::int32_t lined = 1;
+    for (const book::CellStyle& style : styles) {
+        const auto next = static_cast<std::int32_t>(kinds.size()) + lined;
+        const std::int32_t kind =
+            kinds.try_emplace(Kind(style), kinds.empty() ? SeenSheet::kPlain : next).first->second;
+        kindOf.push_back(kind == SeenSheet::kPlain && HasLines(style.border) ? lined : kind);
+    }
+    return kindOf;
+}
+
 /// The number of a day that is stored as a text.
 std::optional<double> DayOf(const std::string& text)
 {
@@ -89,11 +113,8 @@ void SeenSheet::ReadSizes()
 
 void SeenSheet::ReadSignatures()
 {
-    std::map<decltype(Kind(look_.styles.front())), std::int32_t> kinds;
-    std::vector<std::int32_t> kindOf;
-    for (const book::CellStyle& style : look_.styles)
-        kindOf.push_back(
-            kinds.try_emplace(Kind(style), static_cast<std::int32_t>(kinds.size())).first->second);
+    const std::vector<std::int32_t> kindOf = KindsOf(look_.styles);
+    const std::int32_t kinds = std::ranges::max(kindOf) + 1;
     signatures_.assign(static_cast<std::size_t>(rows_) * static_cast<std::size_t>(columns_),
                        kPlain);
     for (const book::ColumnLook& column : look_.columns) {
@@ -118,7 +139,7 @@ void SeenSheet::ReadSignatures()
         const auto shape =
             std::tuple(signatures_[Index(merge.first.row, merge.first.column)],
                        merge.last.row - merge.first.row, merge.last.column - merge.first.column);
-        const auto next = static_cast<std::int32_t>(kinds.size() + merged.size());
+        const auto next = kinds + static_cast<std::int32_t>(merged.size());
         for (std::int32_t row = merge.first.row; row <= merge.last.row; ++row) {
             for (std::int32_t column = merge.first.column; column <= merge.last.column; ++column)
                 signatures_[Index(row, column)] = kCovered;

@@ -21,7 +21,8 @@ struct SeenContent {
 /// The cells of a sheet as the advisor compares them: cells of one kind have one signature.
 class SeenSheet {
 public:
-    static constexpr std::int32_t kPlain = 0;    ///< like a cell without a style, not merged
+    /// Like a cell without a style, without lines, not merged.
+    static constexpr std::int32_t kPlain = 0;
     static constexpr std::int32_t kCovered = -1; ///< inside of merged cells, not their first
 
     /// The view outlives the object. Throws as `WorkbookView::Sheet`.

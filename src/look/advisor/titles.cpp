@@ -3,8 +3,10 @@
 #include "look/advisor/title_words.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <map>
 #include <set>
+#include <utility>
 
 namespace orrery::look {
 namespace {
@@ -20,6 +22,14 @@ book::CellAddress Beside(const SeenSheet& sheet, book::CellAddress label)
     return {label.row, sheet.Range(label.row, label.column).last.column + 1};
 }
 
+TitleCell ReadTitle(const SeenSheet& sheet, book::CellAddress cell, const char* because)
+{
+    const SeenContent* const content = sheet.Content(cell.row, cell.column);
+    if (content == nullptr)
+        return {cell, {}, because};
+    return {cell, content->text, because, true, content->number};
+}
+
 /// Takes cells one by one and keeps those with the largest font, the first of equals.
 class TitleChoice {
 public:
@@ -31,17 +41,43 @@ public:
         const auto sizeOfBest =
             best ? sheet_.Style(best->cell.row, best->cell.column).font.size : 0;
         if (!best || size > sizeOfBest)
-            best = TitleCell{cell, sheet_.Text(cell.row, cell.column), because, true};
+            best = ReadTitle(sheet_, cell, because);
     }
 
 private:
     const SeenSheet& sheet_;
 };
 
+/// Whether a word heads a list of texts.
+bool HeadsList(const SeenSheet& sheet, book::CellAddress cell)
+{
+    const auto isWord = [&](std::int32_t row) {
+        const SeenContent* const content = sheet.Content(row, cell.column);
+        return content != nullptr && !content->number &&
+               content->text.find_first_of("0123456789[<{") == std::string::npos;
+    };
+    return isWord(cell.row) && isWord(cell.row + 1) && isWord(cell.row + 2);
+}
+
+/// The only year that the texts above a row show.
+std::optional<std::int32_t> YearAbove(const SeenSheet& sheet, std::int32_t above)
+{
+    std::optional<std::int32_t> year;
+    for (const auto& [cell, content] : sheet.Contents()) {
+        const auto shown = cell.row < above ? FindYear(content.text) : std::nullopt;
+        if (shown && year && *shown != *year)
+            return std::nullopt;
+        year = shown ? shown : year;
+    }
+    return year;
+}
+
 void TakeTitle(const SeenSheet& sheet, book::CellAddress cell, const KnownNames& names,
                Titles& titles, Titles& both)
 {
     TitleChoice choice(sheet);
+    if (HeadsList(sheet, cell))
+        return;
     switch (KindOfTitle(sheet, cell, names)) {
     case TitleKind::Month:
         choice.Take(titles.month, cell, "it shows a month");
@@ -63,9 +99,11 @@ void TakeTitle(const SeenSheet& sheet, book::CellAddress cell, const KnownNames&
     }
 }
 
-/// Empty cells above a row that look like titles, one of each look of a row.
+/// Empty cells above a row that look like titles, one of each look of a row: with a larger font or
+/// merged with so many others.
 std::vector<book::CellAddress> EmptyTitles(const SeenSheet& sheet, std::int32_t above,
-                                           std::int32_t first, std::int32_t last, double size)
+                                           std::int32_t first, std::int32_t last, double size,
+                                           std::int32_t wide)
 {
     std::vector<book::CellAddress> cells;
     for (std::int32_t row = 1; row < above; ++row) {
@@ -75,21 +113,26 @@ std::vector<book::CellAddress> EmptyTitles(const SeenSheet& sheet, std::int32_t 
             if (kind == SeenSheet::kPlain || kind == SeenSheet::kCovered ||
                 !kinds.insert(kind).second || sheet.Content(row, column) != nullptr)
                 continue;
-            if (sheet.Style(row, column).font.size >= size * kLarger)
+            const bool isWide = sheet.Range(row, column).last.column >= column + wide;
+            if (isWide || sheet.Style(row, column).font.size >= size * kLarger)
                 cells.push_back({row, column});
         }
     }
     return cells;
 }
 
-/// A text in the row of the year, in the same size: the name of a month that no list has.
+/// A text in the row of the year that is as large, or above or below it, in a larger font: the name
+/// of a month that no list has.
 std::optional<TitleCell> TextBeside(const SeenSheet& sheet, book::CellAddress year)
 {
     const double size = sheet.Style(year.row, year.column).font.size;
     for (const auto& [cell, content] : sheet.Contents()) {
-        const bool hasSize = sheet.Style(cell.row, cell.column).font.size == size;
+        const double own = sheet.Style(cell.row, cell.column).font.size;
+        const bool isBeside = cell.row == year.row && cell != year && own >= size;
+        const bool isAround = std::abs(cell.row - year.row) == 1 && cell.column == year.column &&
+                              own >= size * kLarger;
         const bool isLabel = content.text.find_first_of(":0123456789") != std::string::npos;
-        if (cell.row == year.row && cell != year && hasSize && !content.number && !isLabel)
+        if ((isBeside || isAround) && !content.number && !isLabel)
             return TitleCell{cell, content.text, "a text stands beside the year", true};
     }
     return std::nullopt;
@@ -109,6 +152,13 @@ bool IsNear(const DayGrid& grid, book::CellAddress cell)
     return isBeside && cell.row <= grid.LastRow() + kBelow && !grid.Contains(cell);
 }
 
+/// Whether a cell is one of seven from a first one.
+bool IsOfWeek(book::CellAddress first, std::int32_t step, book::CellAddress cell)
+{
+    return cell.row == first.row && cell.column >= first.column &&
+           cell.column < first.column + kDays * step;
+}
+
 book::CellAddress Move(book::CellAddress cell, const DayGrid& from, const DayGrid& to)
 {
     return {cell.row + to.first.row - from.first.row,
@@ -121,7 +171,13 @@ struct MonthCells {
     std::int32_t inOrder = 0;
     std::int32_t numbers = 0; ///< 1 to 12
     std::int32_t dates = 0;
+    std::set<std::string> names; ///< those and other texts without digits, each once
     std::vector<std::string> texts;
+
+    bool AreNames() const { return months >= kMostlyMonths && names.size() >= kMostlyMonths; }
+    /// In a language that no list has.
+    bool AreUnknownNames() const { return names.size() == static_cast<std::size_t>(kMonths); }
+    bool AreNumbers() const { return std::max(numbers, dates) >= kMostlyMonths; }
 };
 
 MonthCells ReadMonthCells(const SeenSheet& sheet, const YearGrid& year, book::CellAddress january,
@@ -139,9 +195,14 @@ MonthCells ReadMonthCells(const SeenSheet& sheet, const YearGrid& year, book::Ce
             found.numbers += *content->number == month + 1 ? 1 : 0;
             found.dates += kind == TitleKind::Month || kind == TitleKind::Both ? 1 : 0;
         }
-        else if (const std::int16_t shown = names.MonthOf(content->text); shown != 0) {
-            ++found.months;
+        else {
+            const std::int16_t shown = names.MonthOf(content->text);
+            found.months += shown != 0 ? 1 : 0;
             found.inOrder += shown == month + 1 ? 1 : 0;
+            std::string name = WithoutYear(content->text);
+            const bool hasDigit = name.find_first_of("0123456789") != std::string::npos;
+            if (shown != 0 || (!name.empty() && !hasDigit))
+                found.names.insert(std::move(name));
         }
     }
     return found;
@@ -177,18 +238,20 @@ void FindCaptions(const SeenSheet& sheet, const YearGrid& year, const KnownNames
             if (january.Contains(cell))
                 continue;
             MonthCells found = ReadMonthCells(sheet, year, cell, names);
-            if (std::max({found.months, found.numbers, found.dates}) >= kMostlyMonths) {
+            if (found.AreNames() || found.AreUnknownNames() || found.AreNumbers()) {
                 titles.month =
-                    TitleCell{cell, found.texts.front(),
-                              "the cells at this place of all months show the months", true};
-                titles.monthTexts = std::move(found.texts);
-                titles.isInOrder = found.months < kMostlyMonths || found.inOrder >= kMostlyMonths;
+                    ReadTitle(sheet, cell, "the cells at this place of all months show the months");
+                titles.isInOrder = !found.AreNames() || found.inOrder >= kMostlyMonths;
+                if (!found.AreNumbers())
+                    titles.monthTexts = std::move(found.texts);
                 return;
             }
-            const bool isTitle = sheet.Range(row, column).last.column > column + 1 ||
+            const book::CellRange range = sheet.Range(row, column);
+            const bool isTitle = range.last.column > column + 1 || range.last.row > row + 1 ||
                                  sheet.Style(row, column).font.size >
                                      sheet.Style(january.first.row, january.first.column).font.size;
-            if (!empty && row < january.first.row && isTitle && AreEmptyAlike(sheet, year, cell))
+            const bool isOutside = row < january.first.row || column < january.first.column;
+            if (!empty && isOutside && isTitle && AreEmptyAlike(sheet, year, cell))
                 empty = LikelyTitle(cell, "an empty cell like a title stands at every month");
         }
     }
@@ -198,13 +261,18 @@ void FindCaptions(const SeenSheet& sheet, const YearGrid& year, const KnownNames
 } // namespace
 
 Titles FindMonthTitles(const SeenSheet& sheet, const DayGrid& grid,
-                       const std::optional<book::CellAddress>& weekdays, const KnownNames& names)
+                       const std::optional<book::CellAddress>& weekdays,
+                       const std::vector<WeekdayRow>& rows, const KnownNames& names)
 {
     Titles titles;
+    titles.shownYear = YearAbove(sheet, grid.first.row);
     Titles both;
-    for (const auto& [cell, content] : sheet.Contents()) {
-        const bool isWeekday = weekdays && cell.row == weekdays->row &&
-                               cell.column >= weekdays->column && cell.column <= grid.LastColumn();
+    for (const auto& seen : sheet.Contents()) {
+        const book::CellAddress cell = seen.first;
+        const bool isWeekday = (weekdays && IsOfWeek(*weekdays, grid.width, cell)) ||
+                               std::ranges::any_of(rows, [&](const WeekdayRow& row) {
+                                   return IsOfWeek(row.first, row.step, cell);
+                               });
         if (!isWeekday && IsNear(grid, cell))
             TakeTitle(sheet, cell, names, titles, both);
     }
@@ -223,17 +291,19 @@ Titles FindMonthTitles(const SeenSheet& sheet, const DayGrid& grid,
     const std::int32_t above = weekdays ? std::min(weekdays->row, grid.first.row) : grid.first.row;
     const double size = weekdays ? sheet.Style(weekdays->row, weekdays->column).font.size
                                  : sheet.Style(grid.first.row, grid.first.column).font.size;
-    const auto empty = EmptyTitles(sheet, above, grid.first.column - 1, grid.LastColumn(), size);
+    const auto empty =
+        EmptyTitles(sheet, above, grid.first.column - 1, grid.LastColumn(), size, 2 * grid.width);
     if (!empty.empty())
-        titles.month = LikelyTitle(empty.front(), "an empty cell with a large font stands above");
+        titles.month = LikelyTitle(empty.front(), "an empty cell like a title stands above");
     if (empty.size() == 2)
-        titles.year = LikelyTitle(empty.back(), "it is the other empty cell with a large font");
+        titles.year = LikelyTitle(empty.back(), "it is the other empty cell like a title");
     return titles;
 }
 
 Titles FindYearTitles(const SeenSheet& sheet, const YearGrid& year, const KnownNames& names)
 {
     Titles titles;
+    titles.shownYear = YearAbove(sheet, year.january.first.row);
     FindCaptions(sheet, year, names, titles);
     Titles found;
     Titles both;
@@ -252,9 +322,9 @@ Titles FindYearTitles(const SeenSheet& sheet, const YearGrid& year, const KnownN
                                    ? std::min(titles.month->cell.row, year.january.first.row)
                                    : year.january.first.row - 1;
     const double size = sheet.Style(year.january.first.row, year.january.first.column).font.size;
-    const auto empty = EmptyTitles(sheet, above, 1, sheet.Columns(), size);
+    const auto empty = EmptyTitles(sheet, above, 1, sheet.Columns(), size, kDays);
     if (!empty.empty())
-        titles.year = LikelyTitle(empty.front(), "an empty cell with a large font stands above");
+        titles.year = LikelyTitle(empty.front(), "an empty cell like a title stands above");
     return titles;
 }
 

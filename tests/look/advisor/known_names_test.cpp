@@ -40,6 +40,16 @@ TEST_F(KnownNamesTest, FindsWeekdaysFromSundayOrMonday)
     EXPECT_FALSE(names_.FindWeekdays({"Sa", "So", "Mo", "Di", "Mi", "Do", "Fr"}));
 }
 
+TEST_F(KnownNamesTest, FindsTheFirstDayOfBeginnings)
+{
+    EXPECT_EQ(names_.FindFirstDay({"S", "M", "T", "W", "T", "F", "S"}), 0);
+    EXPECT_EQ(names_.FindFirstDay({"mo", "tu", "we", "th", "fr", "sa", "su"}), 1);
+    EXPECT_FALSE(names_.FindFirstDay({"a", "b", "c", "d", "e", "f", "g"}));
+    EXPECT_FALSE(names_.FindFirstDay({"", "", "", "", "", "", ""}));
+    EXPECT_TRUE(names_.BeginsWeekday("wEd"));
+    EXPECT_FALSE(names_.BeginsWeekday("Wednesdays"));
+}
+
 TEST_F(KnownNamesTest, FindsMonthsBesideAYear)
 {
     EXPECT_EQ(names_.MonthOf("MÄRZ 2027"), 3);

@@ -1,0 +1,86 @@
+#include "holidays/calendars/islamic.h"
+
+namespace orrery::holidays::calendars {
+namespace {
+
+using std::chrono::days;
+
+constexpr int kCivilEpoch = -492148; // 1 Muharram of year 1, from 1970
+
+/// Whether each month of a year has 30 days, bit 0 for Muharram, from 1318 on. To 1500 as King
+/// Abdulaziz City for Science and Technology published them (also .NET's UmAlQuraCalendar has
+/// them). From 1501 on computed by the rule since 1423: a month begins on the day after the first
+/// evening on which, in Mecca, the new moon was before sunset and the moon sets after the sun.
+constexpr int kFirstPublished = 1318;
+constexpr Date kFirstPublishedDay = std::chrono::year(1900) / 4 / 30;
+constexpr std::array<std::uint16_t, 208> kLongMonths = {
+    0x2EA, 0x6E9, 0xED2, 0xEA4, 0xD4A, 0xA96, 0x536, 0xAB5, 0xDAA, 0xBA4, // 1318
+    0xB49, 0xA93, 0x52B, 0xA57, 0x4B6, 0xAB5, 0x5AA, 0xD55, 0xD2A, 0xA56, // 1328
+    0x4AE, 0x95D, 0x2EC, 0x6D5, 0x6AA, 0x555, 0x4AB, 0x95B, 0x2BA, 0x575, // 1338
+    0xBB2, 0x764, 0x749, 0x655, 0x2AB, 0x55B, 0xADA, 0x6D4, 0xEC9, 0xD92, // 1348
+    0xD25, 0xA4D, 0x2AD, 0x56D, 0xB6A, 0xB52, 0xAA5, 0xA4B, 0x497, 0x937, // 1358
+    0x2B6, 0x575, 0xD6A, 0xD52, 0xA96, 0x92D, 0x25D, 0x4DD, 0xADA, 0x5D4, // 1368
+    0xDA9, 0xD52, 0xAAA, 0x4D6, 0x9B6, 0x374, 0x769, 0x752, 0x6A5, 0x54B, // 1378
+    0xAAB, 0x55A, 0xAD5, 0xDD2, 0xDA4, 0xD49, 0xA95, 0x52D, 0xA5D, 0x55A, // 1388
+    0xAD5, 0x6AA, 0x695, 0x52B, 0xA57, 0x4AE, 0x976, 0x56C, 0xB55, 0xAAA, // 1398
+    0xA55, 0x4AD, 0x95D, 0x2DA, 0x5D9, 0xDB2, 0xBA4, 0xB4A, 0xA55, 0x2B5, // 1408
+    0x575, 0xB6A, 0xBD2, 0xBC4, 0xB89, 0xA95, 0x52D, 0x5AD, 0xB6A, 0x6D4, // 1418
+    0xDC9, 0xD92, 0xAA6, 0x956, 0x2AE, 0x56D, 0x36A, 0xB55, 0xAAA, 0x94D, // 1428
+    0x49D, 0x95D, 0x2BA, 0x5B5, 0x5AA, 0xD55, 0xA9A, 0x92E, 0x26E, 0x55D, // 1438
+    0xADA, 0x6D4, 0x6A5, 0x54B, 0xA97, 0x54E, 0xAAE, 0x5AC, 0xBA9, 0xD92, // 1448
+    0xB25, 0x64B, 0xCAB, 0x55A, 0xB55, 0x6D2, 0xEA5, 0xE4A, 0xA95, 0x52D, // 1458
+    0xAAD, 0x36C, 0x759, 0x6D2, 0x695, 0x52D, 0xA5B, 0x4BA, 0x9BA, 0x3B4, // 1468
+    0xB69, 0xB52, 0xAA6, 0x4B6, 0x96D, 0x2EC, 0x6D9, 0xEB2, 0xD54, 0xD2A, // 1478
+    0xA56, 0x4AE, 0x96D, 0xD6A, 0xB54, 0xB29, 0xA93, 0x52B, 0xA57, 0x536, // 1488
+    0xAB5, 0x6AA, 0xE93, 0xD26, 0xA4D, 0x4AD, 0x95D, 0xCDA, 0x6D4, 0xEA9, // 1498
+    0xE52, 0xCAA, 0x956, 0xAB5, 0x574, 0xB71, 0x764, 0x6C9, 0x555, 0x2AD, // 1508
+    0x56D, 0xAEA, 0x5E4, 0xDC9, 0xD52, 0xAA5, 0x955, 0x275,               // 1518
+};
+
+constexpr int YearDays(std::uint16_t longMonths)
+{
+    int length = 12 * 29;
+    for (int month = 0; month < 12; ++month)
+        length += longMonths >> month & 1;
+    return length;
+}
+
+/// The first days of the years of the table, as days from the first one's.
+constexpr auto kYearStarts = [] {
+    std::array<int, kLongMonths.size()> starts{};
+    for (std::size_t index = 1; index < starts.size(); ++index)
+        starts[index] = starts[index - 1] + YearDays(kLongMonths[index - 1]);
+    return starts;
+}();
+
+CalendarYear TabularYear(int year, int epoch)
+{
+    const int first = epoch + 354 * (year - 1) + FloorDivide(3 + 11 * year, 30);
+    CalendarYear result(year, Date(days(first)));
+    for (int month = 1; month <= 11; ++month)
+        result.Add(month, month % 2 == 1 ? 30 : 29);
+    result.Add(12, FloorRemainder(14 + 11 * year, 30) < 11 ? 30 : 29);
+    return result;
+}
+
+} // namespace
+
+CalendarYear IslamicCivilYear(int year)
+{
+    return TabularYear(year, kCivilEpoch);
+}
+
+CalendarYear UmmAlQuraYear(int year)
+{
+    const int index = year - kFirstPublished;
+    if (index < 0 || index >= static_cast<int>(kLongMonths.size()))
+        return TabularYear(year, kCivilEpoch - 1); // continues the table at both ends
+    const std::uint16_t longMonths = kLongMonths[static_cast<std::size_t>(index)];
+    CalendarYear result(year,
+                        kFirstPublishedDay + days(kYearStarts[static_cast<std::size_t>(index)]));
+    for (int month = 1; month <= 12; ++month)
+        result.Add(month, 29 + (longMonths >> (month - 1) & 1));
+    return result;
+}
+
+} // namespace orrery::holidays::calendars

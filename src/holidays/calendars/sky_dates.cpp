@@ -1,0 +1,27 @@
+#include "holidays/calendars/sky_dates.h"
+
+#include "holidays/calendars/moon.h"
+#include "holidays/calendars/sun.h"
+
+namespace orrery::holidays::calendars {
+
+Date SunDate(int gregorianYear, double degrees, const Zone& zone)
+{
+    return zone.DateAt(SunMoment(gregorianYear, degrees));
+}
+
+Dates MoonDates(int gregorianYear, MoonPhaseName phase, const Zone& zone)
+{
+    Dates dates;
+    const Date end = NewYearsDay(gregorianYear + 1);
+    const JulianDay start = zone.StartOf(NewYearsDay(gregorianYear));
+    for (int quarters = NewMoonBefore(start) - 4 + static_cast<int>(phase);; quarters += 4) {
+        const Date date = zone.DateAt(MoonPhase(quarters));
+        if (date >= end)
+            return dates;
+        if (date >= NewYearsDay(gregorianYear))
+            dates.Add(date);
+    }
+}
+
+} // namespace orrery::holidays::calendars

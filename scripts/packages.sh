@@ -11,6 +11,7 @@ packages_window_test=(xvfb openbox xdotool imagemagick dbus x11-utils at-spi2-co
 packages_test=(libpugixml-dev libzip-dev libgtest-dev libgmock-dev libbenchmark-dev clang clang-tidy clang-format llvm
     libclang-rt-14-dev git unzip zip xz-utils man-db groff bash-completion
     python3 python3-openpyxl python3-xlsxwriter python3-pil python3-numpy python3-dateutil
+    hebcal python3-ephem python3-lunardate python3-pyluach
     python3-icu python3-uno python3-xlrd python3-xlwt libapache-poi-java default-jdk-headless
     gnumeric libreoffice-calc libreoffice-dev poppler-utils chromium firefox-esr
     python3-fonttools

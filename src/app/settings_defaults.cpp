@@ -1,5 +1,5 @@
 #include "app/settings.h"
-#include "holidays/holiday_readers.h"
+#include "holidays/files/holiday_readers.h"
 #include "model/parameter_table.h"
 #include "util/file_read.h"
 #include "util/numbers.h"

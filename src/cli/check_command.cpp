@@ -1,7 +1,7 @@
 #include "app/today.h"
 #include "cli/commands.h"
 #include "generate/trial_run.h"
-#include "holidays/holiday_readers.h"
+#include "holidays/files/holiday_readers.h"
 #include "model/parameter_file.h"
 #include "util/error_text.h"
 #include "util/paths.h"

@@ -2,8 +2,8 @@
 
 #include "app/template_folder.h"
 #include "app/working_sets.h"
-#include "holidays/holiday_dates.h"
-#include "holidays/holiday_readers.h"
+#include "holidays/files/holiday_readers.h"
+#include "holidays/language/evaluation.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/file_read.h"
@@ -115,7 +115,7 @@ void RunHolidaysCommand(Session& session)
     if (!easter)
         return;
     holidays::HolidayDateList dates;
-    holidays::ComputeHolidayDates(*year, ReadHolidays(session), *easter, dates);
+    holidays::FillHolidayDates(*year, ReadHolidays(session), {}, *easter, dates);
     JsonWriter json;
     json.BeginObject().Key("year").Number(*year).Key("holidays").BeginArray();
     for (std::int16_t i = 0; i < dates.Count; ++i) {

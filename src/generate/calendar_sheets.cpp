@@ -3,6 +3,7 @@
 #include "book/error.h"
 #include "generate/failure.h"
 #include "generate/month_block.h"
+#include "holidays/language/evaluation.h"
 #include "util/checked.h"
 #include "util/error.h"
 #include "util/error_text.h"
@@ -34,8 +35,8 @@ void PrepareHolidays(std::int16_t year, const model::CalendarParameters& paramet
                      Context& context)
 {
     if (parameters.OutHoliday)
-        holidays::ComputeHolidayDates(year, parameters.Holidays, context.easter,
-                                      context.holidayDates);
+        holidays::FillHolidayDates(year, parameters.Holidays, {}, context.easter,
+                                   context.holidayDates);
 }
 
 void FillAndNotify(book::Worksheet& sheet, std::int16_t year, std::int16_t month, CalendarKind kind,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "holidays/holiday_readers.h"
+#include "holidays/files/holiday_readers.h"
 #include "util/error_report.h"
 
 #include <cstdint>

@@ -16,6 +16,11 @@ enum class ErrorKind {
     RuleNumberTooLarge, ///< ends the reading of a file
     RuleWithoutMonth,   ///< likewise
     TooManyRules,       ///< more than `HolidayList::kCapacity`
+    TooManyExtraLines,  ///< more than `HolidayList::kExtraCapacity`
+    WrongRuleDate,      ///< for its kind; the cause tells how to write it
+    UnknownRefinement,  ///< the cause is the known one that is most like it, or empty
+    WrongRefinement,    ///< the cause tells how to write it
+    RefinementWithoutRule,
 };
 
 std::string Sentence(ErrorKind kind, const util::ErrorDetails& details);

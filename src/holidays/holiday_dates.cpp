@@ -37,6 +37,8 @@ std::int16_t DayOfWeekdayRule(std::int16_t year, std::int16_t month, std::int16_
     return Narrow16(weekday > last ? day - 7 : day);
 }
 
+} // namespace
+
 Date DateOfRule(std::int16_t year, const HolidayDef& rule, Date easter)
 {
     if (rule.Kind >= kEaster && rule.Kind <= kLastEasterKind) {
@@ -51,8 +53,6 @@ Date DateOfRule(std::int16_t year, const HolidayDef& rule, Date easter)
         return MakeDate(year, month, DayOfWeekdayRule(year, month, day, rule.Kind));
     return MakeDate(year, month, day);
 }
-
-} // namespace
 
 Date HolidayDateList::DateAt(std::int16_t index) const
 {

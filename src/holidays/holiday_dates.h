@@ -26,6 +26,9 @@ struct HolidayDateList {
     const std::string& NameAt(std::int16_t index) const;
 };
 
+/// The date of a rule in a year. Throws util::Error if there is none.
+Date DateOfRule(std::int16_t year, const HolidayDef& rule, Date easter);
+
 /// Fills `out` with the rules' dates in that year, sorted, and sets its cursor to 0. `easter` is
 /// the year's Easter Sunday. A rule whose date cannot be computed leaves its slot unchanged.
 void ComputeHolidayDates(std::int16_t year, const HolidayList& holidays, Date easter,

@@ -127,6 +127,18 @@ void HolidayList::Append(HolidayDef rule)
         rules_.push_back(std::move(rule));
 }
 
+void HolidayList::AppendExtra(std::string text)
+{
+    if (HasRoomForExtra())
+        extras_.push_back({Count(), std::move(text)});
+}
+
+void HolidayList::Clear()
+{
+    rules_.clear();
+    extras_.clear();
+}
+
 std::variant<HolidayDef, util::Error> ParseHolidayLine(std::string_view line)
 {
     const auto fields = SplitFields(line);

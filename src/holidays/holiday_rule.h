@@ -32,23 +32,38 @@ inline constexpr std::array<std::string_view, kEaster + 1> kKindWords = {
 /// "0101": at least four digits after the sign; for an Easter rule just the number of days.
 std::string FormatDateCode(const HolidayDef& rule);
 
-/// At most 1,025 rules, in file order. The limit is kept on purpose.
+/// A line that says more of the rules than three fields can: a rule of another kind, or a
+/// refinement.
+struct ExtraLine {
+    std::int16_t place = 0; ///< how many rules stand above it
+    std::string text;       ///< as written, without blanks around
+    friend bool operator==(const ExtraLine&, const ExtraLine&) = default;
+};
+
+/// At most 1,025 rules, in file order, and the extra lines between them. The limit is kept on
+/// purpose.
 class HolidayList {
 public:
     static constexpr std::int16_t kCapacity = 1025;
+    static constexpr std::size_t kExtraCapacity = 8200;
 
     std::int16_t Count() const { return static_cast<std::int16_t>(rules_.size()); }
     const HolidayDef& operator[](std::size_t index) const { return rules_[index]; }
     auto begin() const { return rules_.begin(); }
     auto end() const { return rules_.end(); }
     bool IsFull() const { return Count() == kCapacity; }
-    void Clear() { rules_.clear(); }
+    const std::vector<ExtraLine>& Extras() const { return extras_; }
+    bool HasRoomForExtra() const { return extras_.size() < kExtraCapacity; }
+    void Clear();
     /// Appends a rule; a full list ignores it.
     void Append(HolidayDef rule);
+    /// Appends an extra line; a list with `kExtraCapacity` of them ignores it.
+    void AppendExtra(std::string text);
     friend bool operator==(const HolidayList&, const HolidayList&) = default;
 
 private:
     std::vector<HolidayDef> rules_;
+    std::vector<ExtraLine> extras_;
 };
 
 /// Parses one rule line: date field, kind field and name, separated by commas. Blanks around the

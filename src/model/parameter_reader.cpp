@@ -1,7 +1,7 @@
 #include "model/parameter_text.h"
 
+#include "holidays/files/rule_reader.h"
 #include "holidays/key_line.h"
-#include "holidays/rule_reader.h"
 #include "model/error.h"
 #include "model/parameter_table.h"
 #include "util/error.h"

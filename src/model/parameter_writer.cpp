@@ -55,9 +55,7 @@ public:
     {
         Line(header);
         VisitParameters(set, *this);
-        int number = 0;
-        for (const holidays::HolidayDef& rule : set.Holidays)
-            Line("Holiday" + std::to_string(++number), RuleText(rule));
+        Holidays(set.Holidays);
         for (const std::string& rule : rules)
             Line(rule);
     }
@@ -76,6 +74,20 @@ public:
     std::string Take() { return std::move(text_); }
 
 private:
+    /// Numbers the rules and the extra lines, in their order.
+    void Holidays(const holidays::HolidayList& list)
+    {
+        int number = 0;
+        auto extra = list.Extras().begin();
+        for (std::int16_t rule = 0; rule <= list.Count(); ++rule) {
+            // Behind a blank: "=>" would be one token.
+            for (; extra != list.Extras().end() && extra->place == rule; ++extra)
+                Line("Holiday" + std::to_string(++number), ' ' + extra->text);
+            if (rule < list.Count())
+                Line("Holiday" + std::to_string(++number),
+                     RuleText(list[static_cast<std::size_t>(rule)]));
+        }
+    }
     void Line(std::string_view key, std::string_view value)
     {
         ((text_ += key) += '=') += value;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/working_sets.h"
-#include "holidays/holiday_readers.h"
+#include "holidays/files/holiday_readers.h"
 #include "ui/desktop.h"
 #include "ui/form.h"
 

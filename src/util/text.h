@@ -10,6 +10,7 @@ namespace orrery::util {
 std::string_view Trim(std::string_view text);
 /// Changes a to z only; all other bytes stay unchanged.
 std::string ToUpperAscii(std::string_view text);
+std::string ToLowerAscii(std::string_view text);
 bool EqualIgnoringCase(std::string_view left, std::string_view right);
 /// The pieces between separators; an empty text gives one empty piece.
 std::vector<std::string> Split(std::string_view text, char separator);

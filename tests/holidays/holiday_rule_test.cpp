@@ -182,7 +182,7 @@ TEST(ParseHolidayLine, ReadsOffsetsOfSixteenBits)
 
 TEST(RuleErrors, HaveOneMessageEach)
 {
-    test::ExpectSentences(ErrorKind::TooManyRules, {});
+    test::ExpectSentences(ErrorKind::RefinementWithoutRule, {});
     test::ExpectNoEmptyName(ErrorKind::RuleDateNotNumeric);
 }
 

@@ -202,6 +202,35 @@ TEST(WriteParameterFile, KeepsRulesBeyondAFullList)
         "Holiday1025=0101,,1025\r\nHoliday1026=0101,,1026\r\nHoliday1027=0101,,1027\r\n"));
 }
 
+TEST(WriteParameterFile, KeepsRefinementsBetweenTheRules)
+{
+    const ScratchFolder scratch;
+    ParameterSets sets = FullSets();
+    holidays::HolidayList& list = sets.Monthly.Holidays;
+    list.Clear();
+    list.AppendExtra("# Weekend: Fri Sat");
+    list.AppendExtra(">> if Fri also next workday");
+    list.Append({101, holidays::kFixedDay, "New Year"});
+    list.AppendExtra("> years 2006-; name de Neujahr");
+    list.AppendExtra("1 Shawwal,ISLAMIC,Eid, the feast");
+    list.Append({704, holidays::kFixedDay, "July"});
+    list.AppendExtra("> days 2");
+    WriteParameterFile(scratch / "a.ini", SomeNames(), sets);
+    EXPECT_NE(util::DecodeTextFile(BytesOf(scratch / "a.ini"))
+                  .find("Holiday1= # Weekend: Fri Sat\r\n"
+                        "Holiday2= >> if Fri also next workday\r\n"
+                        "Holiday3=0101,,New Year\r\n"
+                        "Holiday4= > years 2006-; name de Neujahr\r\n"
+                        "Holiday5= 1 Shawwal,ISLAMIC,Eid, the feast\r\n"
+                        "Holiday6=0704,,July\r\n"
+                        "Holiday7= > days 2\r\n"),
+              std::string::npos);
+    ParameterSets read;
+    NameTables names = SomeNames();
+    ReadParameterFile(scratch / "a.ini", names, read);
+    EXPECT_EQ(read.Monthly.Holidays, list);
+}
+
 TEST(WriteParameterFile, SaysWhyItFailed)
 {
     const ScratchFolder scratch;

@@ -2,7 +2,7 @@
 
 #include "app/settings.h"
 #include "generate/run_support.h"
-#include "holidays/holiday_readers.h"
+#include "holidays/files/holiday_readers.h"
 #include "model/parameter_file.h"
 #include "ui/tip_form.h"
 #include "util/file_replace.h"

@@ -1,4 +1,4 @@
-#include "holidays/holiday_readers.h"
+#include "holidays/files/holiday_readers.h"
 #include "util/scratch_folder.h"
 
 #include <gmock/gmock.h>

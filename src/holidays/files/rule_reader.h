@@ -2,6 +2,7 @@
 
 #include "holidays/error.h"
 #include "holidays/holiday_rule.h"
+#include "holidays/language/rule_set.h"
 
 #include <cstddef>
 #include <string_view>
@@ -10,22 +11,27 @@
 
 namespace orrery::holidays {
 
-/// Appends the rules of a file or section to a list, and collects the lines that are not read.
+/// Appends the rules of a file or section to a list, with the lines that refine them, and collects
+/// the lines that are not read.
 class RuleReader {
 public:
     explicit RuleReader(HolidayList& list) : list_(list) {}
 
-    /// Reads the rule of a line, counted from 1; false if it is not read. The first rule beyond a
-    /// full list is a problem; those after it are passed over.
+    /// Reads the rule or refinement of a line, counted from 1; false if it is not read. The first
+    /// rule beyond a full list is a problem; those after it are passed over.
     bool Read(std::size_t line, std::string_view rule);
     /// Whether a rule ended the reading: nothing after it may be read.
     bool HasEnded() const { return hasEnded_; }
     std::vector<LineProblem> TakeProblems() { return std::move(problems_); }
 
 private:
+    bool ReadExtra(std::size_t line, std::string_view text);
+
     HolidayList& list_;
+    RuleSetBuilder builder_; ///< finds what is not understood
     std::vector<LineProblem> problems_;
     bool isBeyondCapacity_ = false;
+    bool hasManyExtras_ = false;
     bool hasEnded_ = false;
 };
 

@@ -1,7 +1,8 @@
-#include "holidays/holiday_readers.h"
+#include "holidays/files/holiday_readers.h"
 
+#include "holidays/files/rule_reader.h"
 #include "holidays/key_line.h"
-#include "holidays/rule_reader.h"
+#include "holidays/language/rule_set.h"
 #include "util/error.h"
 #include "util/file_read.h"
 #include "util/numbers.h"
@@ -36,7 +37,7 @@ std::vector<LineProblem> ReadRules(std::string_view text, HolidayList& list)
     const auto lines = util::SplitLines(text);
     for (std::size_t i = 0; i < lines.size() && !reader.HasEnded(); ++i) {
         const std::string_view line = util::Trim(lines[i]);
-        if (IsMeantAsRule(line))
+        if (IsMeantAsRule(line) || IsExtraLine(line))
             reader.Read(i + 1, line);
     }
     return reader.TakeProblems();

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "holidays/holiday_dates.h"
+#include "holidays/language/rule_set.h"
+
+#include <string>
+#include <vector>
+
+namespace orrery::holidays {
+
+/// What a user wants to see of a calendar.
+struct HolidayChoice {
+    std::string region; ///< empty: the country's own days
+    std::vector<Category> categories = {Category::Public};
+    std::string language; ///< empty: the names of the rules
+};
+
+struct Holiday {
+    Date date;
+    std::string name;
+    Category category = Category::Public;
+    std::size_t rule = 0; ///< index in the set
+    bool isSubstitute = false;
+    bool isEstimated = false; ///< computed for a calendar whose days are announced
+};
+
+/// The holidays of a year [1:9999], by date, equal dates in the order of the rules. The years
+/// before and after count too: 31 December may be the substitute of 1 January.
+std::vector<Holiday> HolidaysOf(const RuleSet& set, int year, const HolidayChoice& choice);
+
+/// Fills `out` with the list's dates in that year, as `ComputeHolidayDates` does for a list without
+/// extra lines; with them, with those that the choice shows, as many as there is room for.
+void FillHolidayDates(std::int16_t year, const HolidayList& list, const HolidayChoice& choice,
+                      Date easter, HolidayDateList& out);
+
+} // namespace orrery::holidays

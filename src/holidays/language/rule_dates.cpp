@@ -1,0 +1,95 @@
+#include "holidays/language/rule_dates.h"
+
+#include "holidays/holiday_dates.h"
+#include "util/checked.h"
+#include "util/error.h"
+
+namespace orrery::holidays {
+namespace {
+
+using Dates = std::vector<Date>;
+
+Date WeekdayFrom(Date date, std::int16_t weekday, NearWeekday::Relation relation)
+{
+    using Relation = NearWeekday::Relation;
+    constexpr int week = 7;
+    const int after = (weekday - WeekdayOf(date) + week) % week; // days on, if not the day itself
+    switch (relation) {
+    case Relation::OnOrAfter:
+        return date + std::chrono::days(after);
+    case Relation::After:
+        return date + std::chrono::days(after == 0 ? week : after);
+    case Relation::OnOrBefore:
+        return date - std::chrono::days((week - after) % week);
+    case Relation::Before:
+        return date - std::chrono::days(week - after);
+    case Relation::Nearest:
+        return date + std::chrono::days(after <= week / 2 ? after : after - week);
+    }
+    return date;
+}
+
+/// The dates of each kind whose own day is in a year.
+class DatesOfKind {
+public:
+    explicit DatesOfKind(std::int16_t year) : year_(year) {}
+
+    Dates operator()(const PlainDay& day) const
+    {
+        const Date easter = day.kind >= kEaster ? EasterDate(year_) : Date();
+        return {DateOfRule(year_, {day.dateCode, day.kind, {}}, easter)};
+    }
+    Dates operator()(const NearWeekday& day) const
+    {
+        const Date date =
+            MakeDate(year_, util::Narrow16(day.day.month), util::Narrow16(day.day.day));
+        return {WeekdayFrom(date, day.weekday, day.relation)};
+    }
+    Dates operator()(const OrthodoxEasterDay&) const { return {}; }
+    Dates operator()(const ListedDates& listed) const
+    {
+        Dates dates;
+        for (const auto& [first, last] : listed.ranges) {
+            for (Date date = first; date <= last; date += std::chrono::days(1)) {
+                if (std::chrono::year_month_day(date).year() == std::chrono::year(year_))
+                    dates.push_back(date);
+            }
+        }
+        return dates;
+    }
+    Dates operator()(const LeapDay& /*day*/) const
+    {
+        return std::chrono::year(year_).is_leap() ? Dates{MakeDate(year_, 2, 29)} : Dates();
+    }
+    Dates operator()(const CalendarDay&) const { return {}; }
+    Dates operator()(const SolarDay&) const { return {}; }
+    Dates operator()(const MoonDay&) const { return {}; }
+    Dates operator()(const BetweenHolidays& /*day*/) const { return {}; }
+
+private:
+    std::int16_t year_;
+};
+
+} // namespace
+
+std::vector<Date> DatesOf(const RuleDay& day, int year)
+{
+    try {
+        Dates dates = std::visit(DatesOfKind(util::Narrow16(year)), day.kind);
+        for (Date& date : dates)
+            date += std::chrono::days(day.shift);
+        return dates;
+    }
+    catch (const util::Error&) {
+        return {}; // no such date in that year
+    }
+}
+
+bool IsEstimate(const RuleKind& kind)
+{
+    const auto* const day = std::get_if<CalendarDay>(&kind);
+    return day != nullptr &&
+           (day->system == CalendarSystem::Islamic || day->system == CalendarSystem::IslamicCivil);
+}
+
+} // namespace orrery::holidays

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "holidays/holiday_rule.h"
+#include "holidays/language/rule.h"
+#include "util/error.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orrery::holidays {
+
+struct Region {
+    std::string code; ///< in capitals
+    std::string name;
+    friend bool operator==(const Region&, const Region&) = default;
+};
+
+/// The rules of a calendar with what a holiday file says of all of them.
+struct RuleSet {
+    std::vector<Rule> rules;
+    WeekdaySet weekend = 1U << 1U | 1U << 7U;
+    std::string observed = "{name} (observed)"; ///< the name of a substitute
+    std::string estimated = "{name}";           ///< of a day that is computed, not announced
+    std::vector<Region> regions;
+    std::string country;
+    std::string language; ///< of the names that need none
+};
+
+/// Makes a set of rules of lines, in their order.
+class RuleSetBuilder {
+public:
+    void Add(const HolidayDef& rule);
+    /// Adds a line for which `IsExtraLine` holds: a rule of a kind of its own; with ">", statements
+    /// about the rule above; with ">>", about all rules below; with "#", a word about the file. If
+    /// it is not understood, gives the reason and adds nothing.
+    std::optional<util::Error> AddExtra(std::string_view line);
+
+    /// The rules, each with what holds for all.
+    RuleSet Take();
+
+private:
+    std::optional<util::Error> AddRule(std::string_view line);
+    std::optional<util::Error> Refine(std::string_view statements);
+    std::optional<util::Error> RefineAllBelow(std::string_view statements);
+    std::optional<util::Error> AddWord(std::string_view line);
+
+    RuleSet set_;
+    std::vector<Refinements> common_; ///< for each rule
+    Refinements commonBelow_;
+    std::size_t line_ = 0;
+};
+
+/// Whether a line that is no plain rule is meant to be read: it begins with ">", is a word about
+/// the file such as "# Weekend: Fri Sat", or has two commas and looks like a rule. Blanks around it
+/// are gone.
+bool IsExtraLine(std::string_view line);
+
+/// The rules of a list. Extra lines that are not understood are left out.
+RuleSet RulesOf(const HolidayList& list);
+
+} // namespace orrery::holidays

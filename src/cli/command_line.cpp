@@ -164,11 +164,27 @@ void AddPropose(CLI::App& command, CommandLine& line)
         "What the sheets do not tell is called unknown; a saved file then has the default.");
 }
 
+constexpr int kMostFiles = 1000; // and a year
+
 void AddHolidays(CLI::App& command, CommandLine& line)
 {
-    command.add_option("FILE", line.holidayFile, "A name in the holiday folder, or a path")
-        ->required();
-    AddYears(command, line, "YEAR", "The year")->required();
+    const auto take = [&line](std::vector<std::string> texts) {
+        line.years = {std::move(texts.back())};
+        texts.pop_back();
+        line.holidayFiles = std::move(texts);
+    };
+    command
+        .add_option_function<std::vector<std::string>>(
+            "FILE", take, "Names in the holiday folder, or paths; then a year or a range")
+        ->type_name("... YEAR")
+        ->required()
+        ->expected(2, kMostFiles);
+    command.add_option("--region", line.region, "Show a region's holidays, too: BY for Bayern")
+        ->type_name("CODE");
+    command.add_flag("--all-kinds", line.allKinds,
+                     "Not only public holidays: bank, school, optional and half ones, observances");
+    command.add_option("--language", line.language, "The language of the names, such as de")
+        ->type_name("CODE");
     command
         .add_option("--section", line.section,
                     "Read the holidays of a parameter file's monthly or yearly calendar")
@@ -279,8 +295,7 @@ std::variant<CommandLine, Finished> ParseCommandLine(int argc, const char* const
     if (const auto wrong = ExpandAll(line.years))
         return Finished{ReportWrongUsage(
             '"' + *wrong + "\" is neither a year nor a range; write 2027 or 2027-2036", err)};
-    const bool oneYear = line.command == Command::Check || line.command == Command::Look ||
-                         line.command == Command::Holidays;
+    const bool oneYear = line.command == Command::Check || line.command == Command::Look;
     if (oneYear && line.years.size() > 1)
         return Finished{ReportWrongUsage("this command takes one year; write 2027", err)};
     if (line.json && line.svgFile == kStandardOutput)

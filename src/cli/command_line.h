@@ -17,8 +17,12 @@ struct CommandLine {
     Command command = Command::Generate;
     std::string templateName;       ///< a name in the template folder, or a path
     std::vector<std::string> years; ///< one number for each year
-    std::string holidayFile;        ///< a holiday file, or a parameter file if there is a section
-    std::string sheetName;          ///< a sheet to look at; empty means the one that opens first
+    /// Holiday files, or parameter files if there is a section.
+    std::vector<std::string> holidayFiles;
+    std::string region;     ///< whose holidays are shown, too; empty means the country's own
+    std::string language;   ///< of the holidays' names; empty means the files' own
+    bool allKinds = false;  ///< not only public holidays
+    std::string sheetName;  ///< a sheet to look at; empty means the one that opens first
     std::string svgFile;    ///< where its picture is saved; empty means nowhere, "-" is the output
     std::int16_t month = 0; ///< [1:12] of the calendar to look at; 0 means its year
     std::string section;    ///< "monthly", "yearly" or empty

@@ -2,8 +2,6 @@
 
 #include "app/template_folder.h"
 #include "app/working_sets.h"
-#include "holidays/files/holiday_readers.h"
-#include "holidays/language/evaluation.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/file_read.h"
@@ -20,16 +18,6 @@
 
 namespace orrery::cli {
 namespace {
-
-/// "2027-03-28".
-std::string IsoDate(holidays::Date date)
-{
-    const std::chrono::year_month_day parts(date);
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02u-%02u", static_cast<int>(parts.year()),
-                  static_cast<unsigned>(parts.month()), static_cast<unsigned>(parts.day()));
-    return text.data();
-}
 
 std::optional<std::string> Absolute(const std::optional<std::string>& path)
 {
@@ -51,103 +39,6 @@ void RunTemplatesCommand(Session& session)
     }
     for (const std::string& file : templates)
         session.console.out << file << '\n';
-}
-
-/// Whether a file argument is a path and not just a name.
-bool IsPath(const std::string& file)
-{
-    return file.find_first_of("\\/") != std::string::npos;
-}
-
-/// The holiday or parameter file of the command line: a path unchanged; a name in the holiday or
-/// template folder, or else in the current folder.
-std::string FindHolidayFile(Session& session)
-{
-    std::string file = session.line.holidayFile;
-    if (!IsPath(file)) {
-        const app::Settings settings = LoadSettings(session, session.line.templateFolder);
-        const std::string& folder =
-            session.line.section.empty() ? settings.HolidayFilePath : settings.TemplatePath;
-        if (!util::IsMissing(util::ToPath(folder + file)) || !util::FileExists(file))
-            file = folder + file;
-    }
-    if (const auto error = util::FindTextReadError(util::ToPath(file)))
-        throw Error(*error);
-    return file;
-}
-
-holidays::HolidayList ReadHolidays(Session& session)
-{
-    const auto path = util::ToPath(FindHolidayFile(session));
-    holidays::HolidayList list;
-    if (session.line.section.empty()) {
-        holidays::ReadHolidayFile(path, list);
-    }
-    else {
-        const bool yearly = session.line.section == "yearly";
-        holidays::ReadTemplateHolidays(
-            yearly ? holidays::CalendarKind::Yearly : holidays::CalendarKind::Monthly, path, list);
-    }
-    return list;
-}
-
-void ReportYearOverflow(Session& session, const std::string& year)
-{
-    session.reporter.Report(util::ErrorText(Error(util::ErrorKind::Overflow, year)));
-}
-
-/// Easter Sunday of a year; reports a year for which it cannot be computed.
-std::optional<holidays::Date> EasterOf(Session& session, std::int16_t year)
-{
-    try {
-        return holidays::EasterDate(year);
-    }
-    catch (const util::OverflowError&) {
-        ReportYearOverflow(session, std::to_string(year));
-        return std::nullopt;
-    }
-}
-
-void RunHolidaysCommand(Session& session)
-{
-    const auto year = ReadYearArgument(session, session.line.years.front());
-    const auto easter = year ? EasterOf(session, *year) : std::nullopt;
-    if (!easter)
-        return;
-    holidays::HolidayDateList dates;
-    holidays::FillHolidayDates(*year, ReadHolidays(session), {}, *easter, dates);
-    JsonWriter json;
-    json.BeginObject().Key("year").Number(*year).Key("holidays").BeginArray();
-    for (std::int16_t i = 0; i < dates.Count; ++i) {
-        if (dates.DateAt(i) == holidays::kNoDate)
-            continue;
-        const std::string date = IsoDate(dates.DateAt(i));
-        json.BeginObject().Key("date").Text(date).Key("name").Text(dates.NameAt(i)).EndObject();
-        if (!session.line.json)
-            session.console.out << date << '\t' << dates.NameAt(i) << '\n';
-    }
-    json.EndArray().EndObject();
-    if (session.line.json)
-        PrintJson(session, json);
-}
-
-void RunEasterCommand(Session& session)
-{
-    JsonWriter json;
-    json.BeginObject().Key("easter").BeginArray();
-    for (const std::string& text : session.line.years) {
-        const auto year = ReadYearArgument(session, text);
-        const auto easter = year ? EasterOf(session, *year) : std::nullopt;
-        if (!easter)
-            continue;
-        const std::string date = IsoDate(*easter);
-        json.BeginObject().Key("year").Number(*year).Key("date").Text(date).EndObject();
-        if (!session.line.json)
-            session.console.out << date << '\n';
-    }
-    json.EndArray().Key("reports").Texts(session.reporter.Reports()).EndObject();
-    if (session.line.json)
-        PrintJson(session, json);
 }
 
 /// Prints the JSON object of a command that failed.
@@ -190,6 +81,16 @@ bool Run(Session& session)
 }
 
 } // namespace
+
+bool IsPath(const std::string& file)
+{
+    return file.find_first_of("\\/") != std::string::npos;
+}
+
+void ReportYearOverflow(Session& session, const std::string& year)
+{
+    session.reporter.Report(util::ErrorText(Error(util::ErrorKind::Overflow, year)));
+}
 
 int RunCommand(const CommandLine& line, const app::SystemFolders& system, book::Engines& engines,
                Console& console)

@@ -37,6 +37,8 @@ bool RunCheckCommand(Session& session);
 void RunParametersCommand(Session& session);
 void RunLookCommand(Session& session);
 void RunProposeCommand(Session& session);
+void RunHolidaysCommand(Session& session);
+void RunEasterCommand(Session& session);
 
 /// A template, its settings and its parameters.
 struct ChosenTemplate {
@@ -60,6 +62,12 @@ std::string ChooseEngine(Session& session, const app::Settings& settings);
 
 /// A year from the command line. Reports an invalid one with the Generate command's messages.
 std::optional<std::int16_t> ReadYearArgument(Session& session, const std::string& text);
+
+/// Whether a file argument is a path and not just a name.
+bool IsPath(const std::string& file);
+
+/// Says that a year is too large for its holidays.
+void ReportYearOverflow(Session& session, const std::string& year);
 
 /// Prints the JSON object of a command.
 void PrintJson(Session& session, const JsonWriter& json);

@@ -147,7 +147,15 @@ TEST(CommandLineTest, EveryCommandIsKnown)
     EXPECT_EQ(Parse({"check", "Desk.xlsx"}).Line().command, Command::Check);
     EXPECT_TRUE(Parse({"check", "Desk.xlsx"}).Line().years.empty());
     EXPECT_EQ(Parse({"check", "Desk.xlsx", "2027"}).Line().years, Texts{"2027"});
-    EXPECT_EQ(Parse({"holidays", "Here.txt", "2027"}).Line().holidayFile, "Here.txt");
+    EXPECT_EQ(Parse({"holidays", "Here.txt", "2027"}).Line().holidayFiles, Texts{"Here.txt"});
+    const CommandLine several = Parse({"holidays", "Here.txt", "/a/Own.txt", "2027-2028",
+                                       "--region", "BY", "--language", "de", "--all-kinds"})
+                                    .Line();
+    EXPECT_EQ(several.holidayFiles, (Texts{"Here.txt", "/a/Own.txt"}));
+    EXPECT_EQ(several.years, (Texts{"2027", "2028"}));
+    EXPECT_EQ(several.region, "BY");
+    EXPECT_EQ(several.language, "de");
+    EXPECT_TRUE(several.allKinds);
     EXPECT_EQ(Parse({"holidays", "Desk.ini", "2027", "--section", "yearly"}).Line().section,
               "yearly");
     EXPECT_EQ(Parse({"easter", "2024", "2027-2028", "-1"}).Line().years,
@@ -183,7 +191,8 @@ INSTANTIATE_TEST_SUITE_P(
         UsageCase{"NoYear", {"generate", "Desk.xlsx", "next"}, "2027 or 2027-2036"},
         UsageCase{"ReversedRange", {"easter", "2029-2027"}, "2029-2027"},
         UsageCase{"RangeForOneYear", {"check", "Desk.xlsx", "2027-2028"}, "one year"},
-        UsageCase{"RangeOfHolidays", {"holidays", "A.txt", "2027-2028"}, "one year"},
+        UsageCase{"HolidaysWithoutAYear", {"holidays", "A.txt"}, "FILE"},
+        UsageCase{"HolidaysOfNoYear", {"holidays", "A.txt", "B.txt"}, "\"B.txt\" is neither"},
         UsageCase{"UnknownOption", {"templates", "--fast"}, "--fast"},
         UsageCase{"OptionOfAnotherCommand", {"easter", "2027", "--open"}, "--open"},
         UsageCase{

@@ -477,7 +477,7 @@ TEST_F(CommandsTest, HolidaysAreSortedAndNamedAsWritten)
 {
     Write("holiday/Here.txt", "1225, DAY, Christmas\n1, EASTER, Easter Monday\n"
                               "0505,MON,Last of May\nno rule\n0101,DAY,A\n0101,DAY,B\n");
-    line_.holidayFile = "Here.txt";
+    line_.holidayFiles = {"Here.txt"};
     EXPECT_EQ(Run(Command::Holidays), 0);
     EXPECT_EQ(out_.str(), "2027-01-01\tA\n2027-01-01\tB\n2027-03-29\t Easter Monday\n"
                           "2027-05-31\tLast of May\n2027-12-25\t Christmas\n");
@@ -487,7 +487,7 @@ TEST_F(CommandsTest, ARuleWithoutADateIsNotPrinted)
 {
     Write("holiday/a.txt", "0005,MON,in no month\n0101,DAY,New Year\n");
     line_.years = {"1970"};
-    line_.holidayFile = "a.txt";
+    line_.holidayFiles = {"a.txt"};
     EXPECT_EQ(Run(Command::Holidays), 0);
     EXPECT_EQ(out_.str(), "1970-01-01\tNew Year\n");
 }
@@ -496,11 +496,11 @@ TEST_F(CommandsTest, HolidaysOfAParameterFileAndAsJson)
 {
     Write("template/Desk.ini", "[Monthly Calendar]\nHoliday1=0101,,Monthly\n[Yearly Calendar]\n"
                                "Holiday1=0102,,Yearly\n");
-    line_.holidayFile = "Desk.ini";
+    line_.holidayFiles = {"Desk.ini"};
     line_.section = "monthly";
     EXPECT_EQ(Run(Command::Holidays), 0);
     EXPECT_EQ(out_.str(), "2027-01-01\tMonthly\n");
-    line_.holidayFile = At("template/Desk.ini");
+    line_.holidayFiles = {At("template/Desk.ini")};
     line_.section = "yearly";
     line_.json = true;
     EXPECT_EQ(Run(Command::Holidays), 0);
@@ -508,12 +508,50 @@ TEST_F(CommandsTest, HolidaysOfAParameterFileAndAsJson)
                           "\n");
 }
 
+TEST_F(CommandsTest, HolidaysOfARegionInALanguage)
+{
+    Write("holiday/Here.txt", "0501,DAY,Labour Day\n> name de Tag der Arbeit; if Sat also next "
+                              "workday\n0601,FIXED,Feast\n> only in BY\n0602,FIXED,Bank\n"
+                              "> kind bank\n");
+    line_.holidayFiles = {"Here.txt"};
+    EXPECT_EQ(Run(Command::Holidays), 0);
+    EXPECT_EQ(out_.str(), "2027-05-01\tLabour Day\n2027-05-03\tLabour Day (observed)\n");
+    line_.region = "by";
+    line_.language = "DE";
+    line_.allKinds = true;
+    EXPECT_EQ(Run(Command::Holidays), 0);
+    EXPECT_EQ(out_.str(), "2027-05-01\tTag der Arbeit\n2027-05-03\tTag der Arbeit (observed)\n"
+                          "2027-06-01\tFeast\n2027-06-02\tBank\n");
+}
+
+TEST_F(CommandsTest, HolidaysOfSeveralFilesAndYears)
+{
+    Write("holiday/a.txt", "a comment\n0101,DAY,New Year\n");
+    Write("holiday/b.txt", "0101,DAY,Ben\n> born 2000\n");
+    line_.holidayFiles = {"a.txt", At("holiday/b.txt")};
+    line_.years = {"2027", "2028"};
+    EXPECT_EQ(Run(Command::Holidays), 0);
+    EXPECT_EQ(out_.str(), "2027-01-01\tNew Year\n2027-01-01\tBen (27)\n"
+                          "2028-01-01\tNew Year\n2028-01-01\tBen (28)\n");
+    line_.years = {"2027"};
+    line_.json = true;
+    EXPECT_EQ(Run(Command::Holidays), 0);
+    const auto day = [this](const std::string& name, const std::string& file, int line) {
+        return R"({"date":"2027-01-01","name":")" + name + R"(","kind":"public","rule":{"file":")" +
+               At("holiday/" + file) + R"(","line":)" + std::to_string(line) +
+               R"(},"substitute":false,"estimated":false})";
+    };
+    const std::string expected = R"({"year":2027,"holidays":[)" + day("New Year", "a.txt", 2) +
+                                 ',' + day("Ben (27)", "b.txt", 1) + "]}\n";
+    EXPECT_EQ(out_.str(), expected);
+}
+
 TEST_F(CommandsTest, HolidaysOfAMissingFileOrYear)
 {
-    line_.holidayFile = "Gone.txt";
+    line_.holidayFiles = {"Gone.txt"};
     EXPECT_EQ(Run(Command::Holidays), 1);
     EXPECT_NE(err_.str().find(At("holiday/Gone.txt")), std::string::npos);
-    line_.holidayFile = At("template/Desk.xlsx");
+    line_.holidayFiles = {At("template/Desk.xlsx")};
     line_.years = {"7000"};
     line_.json = true;
     EXPECT_EQ(Run(Command::Holidays), 1);

@@ -10,6 +10,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 namespace orrery::holidays {
@@ -31,22 +32,25 @@ bool IsMeantAsRule(std::string_view line)
                                 error->Kind() != ErrorKind::UnknownRuleKind);
 }
 
-std::vector<LineProblem> ReadRules(std::string_view text, HolidayList& list)
+HolidayFile ReadRules(std::string_view text)
 {
-    RuleReader reader(list);
+    HolidayFile file;
+    RuleReader reader(file.list);
     const auto lines = util::SplitLines(text);
     for (std::size_t i = 0; i < lines.size() && !reader.HasEnded(); ++i) {
         const std::string_view line = util::Trim(lines[i]);
         if (IsMeantAsRule(line) || IsExtraLine(line))
             reader.Read(i + 1, line);
     }
-    return reader.TakeProblems();
+    file.rules = reader.TakeRules();
+    file.problems = reader.TakeProblems();
+    return file;
 }
 
-std::vector<LineProblem> ReadSectionRules(std::string_view text, std::string_view header,
-                                          HolidayList& list)
+HolidayFile ReadSectionRules(std::string_view text, std::string_view header)
 {
-    RuleReader reader(list);
+    HolidayFile file;
+    RuleReader reader(file.list);
     bool inSection = false;
     const auto lines = util::SplitLines(text);
     for (std::size_t i = 0; i < lines.size() && !reader.HasEnded(); ++i) {
@@ -61,33 +65,48 @@ std::vector<LineProblem> ReadSectionRules(std::string_view text, std::string_vie
         if (entry && IsHolidayKey(entry->key))
             reader.Read(i + 1, entry->value);
     }
-    return reader.TakeProblems();
+    file.rules = reader.TakeRules();
+    file.problems = reader.TakeProblems();
+    return file;
 }
 
-/// Runs a reader over a file's text. If the file cannot be read the list stays empty.
-template <typename Reader>
-std::vector<LineProblem> ReadFileInto(const std::filesystem::path& path, HolidayList& list,
-                                      Reader read)
+/// Runs a reader over a file's text. Nothing is read of a file that cannot be read.
+template <typename Reader> HolidayFile ReadFile(const std::filesystem::path& path, Reader read)
 {
-    list.Clear();
     const auto bytes = util::ReadTextFile(path);
-    return bytes ? read(util::DecodeTextFile(*bytes)) : std::vector<LineProblem>();
+    return bytes ? read(util::DecodeTextFile(*bytes)) : HolidayFile();
+}
+
+std::vector<LineProblem> TakeList(HolidayFile file, HolidayList& list)
+{
+    list = std::move(file.list);
+    return std::move(file.problems);
 }
 
 } // namespace
 
+HolidayFile LoadHolidayFile(const std::filesystem::path& path)
+{
+    return ReadFile(path, [](const std::string& text) { return ReadRules(text); });
+}
+
+HolidayFile LoadTemplateHolidays(CalendarKind calendar, const std::filesystem::path& path)
+{
+    const std::string_view header =
+        calendar == CalendarKind::Monthly ? kMonthlySection : kYearlySection;
+    return ReadFile(path,
+                    [header](const std::string& text) { return ReadSectionRules(text, header); });
+}
+
 std::vector<LineProblem> ReadHolidayFile(const std::filesystem::path& path, HolidayList& list)
 {
-    return ReadFileInto(path, list, [&](const std::string& text) { return ReadRules(text, list); });
+    return TakeList(LoadHolidayFile(path), list);
 }
 
 std::vector<LineProblem> ReadTemplateHolidays(CalendarKind calendar,
                                               const std::filesystem::path& path, HolidayList& list)
 {
-    const std::string_view header =
-        calendar == CalendarKind::Monthly ? kMonthlySection : kYearlySection;
-    return ReadFileInto(
-        path, list, [&](const std::string& text) { return ReadSectionRules(text, header, list); });
+    return TakeList(LoadTemplateHolidays(calendar, path), list);
 }
 
 } // namespace orrery::holidays

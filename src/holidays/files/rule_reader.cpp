@@ -28,7 +28,7 @@ bool RuleReader::Read(std::size_t line, std::string_view rule)
         return false;
     }
     if (error == nullptr) {
-        builder_.Add(std::get<HolidayDef>(parsed));
+        builder_.Add(std::get<HolidayDef>(parsed), line);
         list_.Append(std::get<HolidayDef>(std::move(parsed)));
         return true;
     }
@@ -40,7 +40,7 @@ bool RuleReader::Read(std::size_t line, std::string_view rule)
 
 bool RuleReader::ReadExtra(std::size_t line, std::string_view text)
 {
-    auto error = list_.HasRoomForExtra() ? builder_.AddExtra(text)
+    auto error = list_.HasRoomForExtra() ? builder_.AddExtra(text, line)
                                          : std::optional(util::Error(ErrorKind::TooManyExtraLines));
     if (error) {
         if (error->Kind() != ErrorKind::TooManyExtraLines || !std::exchange(hasManyExtras_, true))

@@ -22,6 +22,8 @@ public:
     bool Read(std::size_t line, std::string_view rule);
     /// Whether a rule ended the reading: nothing after it may be read.
     bool HasEnded() const { return hasEnded_; }
+    /// The rules that were read, with their refinements; their lines are those given to `Read`.
+    RuleSet TakeRules() { return builder_.Take(); }
     std::vector<LineProblem> TakeProblems() { return std::move(problems_); }
 
 private:

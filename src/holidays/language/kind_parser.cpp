@@ -1,5 +1,6 @@
 #include "holidays/language/kind_parser.h"
 
+#include "holidays/calendars/month_names.h"
 #include "holidays/error.h"
 #include "holidays/language/words.h"
 #include "util/text.h"
@@ -15,6 +16,7 @@
 namespace orrery::holidays {
 namespace {
 
+using calendars::Calendar;
 using DayOrError = std::variant<RuleDay, util::Error>;
 
 constexpr const char* kWriteMonthDay = "Write the month and the day, such as 1225.";
@@ -26,178 +28,140 @@ util::Error WrongDate(std::string_view date, const char* howToWrite)
 
 // Places whose clocks tell a day.
 
-struct Place {
+struct PlaceWord {
     std::string_view word;
-    double hours;
+    Place place;
 };
-constexpr std::array<Place, 5> kPlaces = {
-    {{"JAPAN", 9}, {"CHINA", 8}, {"KOREA", 9}, {"VIETNAM", 7}, {"GMT", 0}}};
+constexpr std::array<PlaceWord, 5> kPlaces = {{{"CHINA", {Place::Country::China}},
+                                               {"GMT", {}},
+                                               {"JAPAN", {Place::Country::Japan}},
+                                               {"KOREA", {Place::Country::Korea}},
+                                               {"VIETNAM", {Place::Country::Vietnam}}}};
 constexpr const char* kWritePlace =
-    "Write JAPAN, CHINA, KOREA, VIETNAM, GMT or hours such as +5.5.";
+    "Write CHINA, JAPAN, KOREA, VIETNAM, GMT or hours such as +5.5.";
 
-/// Hours from UTC [-12:14] of a place or of a text such as "+5" or "-3.5".
-std::optional<double> HoursOfPlace(std::string_view word)
+/// Hours from Greenwich [-12:14] such as "+5" or "-3.5".
+std::optional<double> ParseHours(std::string_view word)
 {
-    const auto place = std::find_if(kPlaces.begin(), kPlaces.end(),
-                                    [word](const Place& known) { return known.word == word; });
-    if (place != kPlaces.end())
-        return place->hours;
-    const std::size_t point = word.find('.');
-    const auto hours = IntegerOf(word.substr(0, point));
+    constexpr std::array<std::pair<std::string_view, double>, 4> shares = {
+        {{"", 0}, {".25", .25}, {".5", .5}, {".75", .75}}};
     const bool isSigned = word.starts_with('+') || word.starts_with('-');
-    if (!hours || !isSigned || *hours < -12 || *hours > 14)
+    const std::size_t point = std::min(word.find('.'), word.size());
+    const auto hours = IntegerOf(word.substr(0, point));
+    const auto* const share = std::find_if(shares.begin(), shares.end(), [&](const auto& known) {
+        return known.first == word.substr(point);
+    });
+    if (!isSigned || !hours || *hours < -12 || *hours > 14 || share == shares.end())
         return std::nullopt;
-    if (point == std::string_view::npos)
-        return *hours;
-    const std::string_view fraction = word.substr(point + 1);
-    if (fraction != "5" && fraction != "75" && fraction != "25")
-        return std::nullopt;
-    const double share = fraction == "5" ? 0.5 : *IntegerOf(fraction) / 100.0;
-    return word.starts_with('-') ? *hours - share : *hours + share;
+    return word.starts_with('-') ? *hours - share->second : *hours + share->second;
+}
+
+std::optional<Place> ParsePlace(std::string_view word)
+{
+    for (const PlaceWord& known : kPlaces) {
+        if (known.word == word)
+            return known.place;
+    }
+    const auto hours = ParseHours(word);
+    return hours ? std::optional(Place{Place::Country::None, *hours}) : std::nullopt;
 }
 
 // Dates of other calendars.
 
-struct System {
+struct CalendarWord {
     std::string_view word;
-    CalendarSystem system;
+    Calendar calendar;
 };
-constexpr std::array<System, 11> kSystems = {{{"JULIAN", CalendarSystem::Julian},
-                                              {"ISLAMIC", CalendarSystem::Islamic},
-                                              {"ISLAMIC CIVIL", CalendarSystem::IslamicCivil},
-                                              {"HEBREW", CalendarSystem::Hebrew},
-                                              {"CHINESE", CalendarSystem::Chinese},
-                                              {"KOREAN", CalendarSystem::Korean},
-                                              {"VIETNAMESE", CalendarSystem::Vietnamese},
-                                              {"PERSIAN", CalendarSystem::Persian},
-                                              {"COPTIC", CalendarSystem::Coptic},
-                                              {"ETHIOPIC", CalendarSystem::Ethiopic},
-                                              {"INDIAN", CalendarSystem::Indian}}};
+constexpr std::array<CalendarWord, 11> kCalendars = {{{"JULIAN", Calendar::Julian},
+                                                      {"ISLAMIC", Calendar::UmmAlQura},
+                                                      {"ISLAMIC CIVIL", Calendar::IslamicCivil},
+                                                      {"HEBREW", Calendar::Hebrew},
+                                                      {"CHINESE", Calendar::Chinese},
+                                                      {"KOREAN", Calendar::Korean},
+                                                      {"VIETNAMESE", Calendar::Vietnamese},
+                                                      {"PERSIAN", Calendar::Persian},
+                                                      {"COPTIC", Calendar::Coptic},
+                                                      {"ETHIOPIC", Calendar::Ethiopic},
+                                                      {"INDIAN", Calendar::Indian}}};
 
-struct MonthName {
-    std::string_view word;
-    int month;
-};
-constexpr std::array<MonthName, 14> kIslamicMonths = {{{"MUHARRAM", 1},
-                                                       {"SAFAR", 2},
-                                                       {"RABI-I", 3},
-                                                       {"RABI-II", 4},
-                                                       {"JUMADA-I", 5},
-                                                       {"JUMADA-II", 6},
-                                                       {"RAJAB", 7},
-                                                       {"SHABAN", 8},
-                                                       {"SHA'BAN", 8},
-                                                       {"RAMADAN", 9},
-                                                       {"SHAWWAL", 10},
-                                                       {"DHU-AL-QADAH", 11},
-                                                       {"DHU-AL-HIJJAH", 12},
-                                                       {"DHUL-HIJJAH", 12}}};
-constexpr std::array<MonthName, 17> kHebrewMonths = {{{"NISAN", 1},
-                                                      {"IYAR", 2},
-                                                      {"IYYAR", 2},
-                                                      {"SIVAN", 3},
-                                                      {"TAMMUZ", 4},
-                                                      {"TAMUZ", 4},
-                                                      {"AV", 5},
-                                                      {"ELUL", 6},
-                                                      {"TISHREI", 7},
-                                                      {"TISHRI", 7},
-                                                      {"CHESHVAN", 8},
-                                                      {"HESHVAN", 8},
-                                                      {"KISLEV", 9},
-                                                      {"TEVET", 10},
-                                                      {"SHEVAT", 11},
-                                                      {"SHVAT", 11},
-                                                      {"ADAR", 12}}};
-
-std::span<const MonthName> MonthNamesOf(CalendarSystem system)
+/// "1 Shawwal".
+std::optional<MonthDay> ParseNamedMonthDay(std::string_view text, Calendar calendar)
 {
-    switch (system) {
-    case CalendarSystem::Islamic:
-    case CalendarSystem::IslamicCivil:
-        return kIslamicMonths;
-    case CalendarSystem::Hebrew:
-        return kHebrewMonths;
-    default:
-        return {};
-    }
-}
-
-std::optional<MonthDay> ParseNamedMonthDay(std::string_view text, CalendarSystem system)
-{
-    const std::vector<std::string> words = WordsOf(text);
-    const auto day = words.size() == 2 ? IntegerOf(words[0]) : std::nullopt;
-    if (!day)
+    const std::size_t blank = std::min(text.find(' '), text.size());
+    const auto day = IntegerOf(text.substr(0, blank));
+    const auto month = calendars::FindMonth(calendar, util::Trim(text.substr(blank)));
+    if (!day || !month || month->leap)
         return std::nullopt;
-    for (const MonthName& name : MonthNamesOf(system)) {
-        if (name.word == words[1])
-            return MonthDay{name.month, *day};
-    }
-    return std::nullopt;
+    return MonthDay{month->number, *day};
 }
 
-/// The longest month that a calendar can have.
-int MostDays(CalendarSystem system, int month)
+/// The longest month that a calendar can have; 0 if it has no such month.
+int MostDays(Calendar calendar, int month)
 {
-    switch (system) {
-    case CalendarSystem::Julian:
-        return month > 12   ? 0
-               : month == 2 ? 29
-                            : TableDaysInMonth(static_cast<std::int16_t>(month));
-    case CalendarSystem::Persian:
-    case CalendarSystem::Indian:
-        return month > 12 ? 0 : 31;
-    case CalendarSystem::Coptic:
-    case CalendarSystem::Ethiopic:
-        return month == 13 ? 6 : 30;
+    constexpr int months = 12;
+    switch (calendar) {
+    case Calendar::Coptic:
+    case Calendar::Ethiopic:
+        return month == months + 1 ? 6 : 30;
+    case Calendar::Julian:
+        if (month == 2)
+            return 29;
+        return month > months ? 0 : TableDaysInMonth(static_cast<std::int16_t>(month));
+    case Calendar::Persian:
+    case Calendar::Indian:
+        return month > months ? 0 : 31;
     default:
-        return month > 12 ? 0 : 30;
+        return month > months ? 0 : 30;
     }
 }
 
-DayOrError ParseCalendarDay(std::string_view date, CalendarSystem system)
+DayOrError ParseCalendarDay(std::string_view date, Calendar calendar)
 {
     auto day = ParseMonthDay(date);
     if (!day)
-        day = ParseNamedMonthDay(date, system);
-    if (!day || day->day < 1 || day->day > MostDays(system, day->month)) {
-        return WrongDate(date, MonthNamesOf(system).empty()
-                                   ? "Write the month and the day of that calendar, such as 0115."
-                                   : "Write the month and the day of that calendar, such as 0915, "
-                                     "or its name, such as 1 Shawwal or 15 Nisan.");
-    }
-    return RuleDay{CalendarDay{system, *day}};
+        day = ParseNamedMonthDay(date, calendar);
+    if (day && day->day >= 1 && day->day <= MostDays(calendar, day->month))
+        return RuleDay{CalendarDay{calendar, *day}};
+    const bool hasNames = !calendars::MonthName(calendar, {1}).empty();
+    return WrongDate(date, hasNames
+                               ? "Write the month and the day of that calendar, such as 0915, "
+                                 "or its name, such as 1 Shawwal or 15 Nisan."
+                               : "Write the month and the day of that calendar, such as 0115.");
 }
 
 // Sun and moon.
 
-constexpr std::array<MonthName, 4> kSeasons = {
+struct Season {
+    std::string_view word;
+    int degrees;
+};
+constexpr std::array<Season, 4> kSeasons = {
     {{"MARCH", 0}, {"JUNE", 90}, {"SEPTEMBER", 180}, {"DECEMBER", 270}}};
 constexpr std::array<std::string_view, 4> kPhases = {"NEW MOON", "FIRST QUARTER", "FULL MOON",
                                                      "LAST QUARTER"};
 
-DayOrError ParseSolarDay(std::string_view date, std::string_view place)
+DayOrError ParseSolarDay(std::string_view date, std::string_view placeWord)
 {
-    const auto hours = HoursOfPlace(place);
-    if (!hours)
-        return WrongDate(place, kWritePlace);
+    const auto place = ParsePlace(placeWord);
+    if (!place)
+        return WrongDate(placeWord, kWritePlace);
     const std::string word = util::ToUpperAscii(date);
-    for (const MonthName& season : kSeasons) {
+    for (const Season& season : kSeasons) {
         if (season.word == word)
-            return RuleDay{SolarDay{season.month, *hours}};
+            return RuleDay{SolarDay{season.degrees, *place}};
     }
     const auto degrees = IntegerOf(date);
     if (!degrees || *degrees < 0 || *degrees > 359)
         return WrongDate(date, "Write MARCH, JUNE, SEPTEMBER, DECEMBER or degrees from 0 to 359.");
-    return RuleDay{SolarDay{*degrees, *hours}};
+    return RuleDay{SolarDay{*degrees, *place}};
 }
 
-DayOrError ParseMoonDay(std::string_view date, MoonDay::Phase phase)
+DayOrError ParseMoonDay(std::string_view date, calendars::MoonPhaseName phase)
 {
-    const auto hours = date.empty() ? 0 : HoursOfPlace(util::ToUpperAscii(date));
-    if (!hours)
+    const auto place = date.empty() ? std::optional(Place()) : ParsePlace(util::ToUpperAscii(date));
+    if (!place)
         return WrongDate(date, kWritePlace);
-    return RuleDay{MoonDay{phase, *hours}};
+    return RuleDay{MoonDay{phase, *place}};
 }
 
 // Dates of our calendar.
@@ -256,7 +220,7 @@ std::optional<DayOrError> ParseNearWeekday(std::string_view date, std::int16_t w
         if (known.word != relation)
             continue;
         const auto day = ParseMonthDay(date);
-        if (!day || day->day > MostDays(CalendarSystem::Julian, day->month))
+        if (!day || day->day > MostDays(Calendar::Julian, day->month))
             return WrongDate(date, kWriteMonthDay);
         return RuleDay{NearWeekday{weekday, known.relation, *day}};
     }
@@ -288,8 +252,8 @@ std::string ClosestKind(std::string_view kind)
     std::vector<std::string> kinds = {"DAY",         "FIXED",     "WESTERN",         "ORTHODOX",
                                       "DATE",        "LEAP DAY",  "SOLAR JAPAN",     "SOLAR CHINA",
                                       "SOLAR KOREA", "SOLAR GMT", "BETWEEN HOLIDAYS"};
-    for (const System& system : kSystems)
-        kinds.emplace_back(system.word);
+    for (const CalendarWord& calendar : kCalendars)
+        kinds.emplace_back(calendar.word);
     kinds.insert(kinds.end(), kPhases.begin(), kPhases.end());
     const std::string first(kind.substr(0, kind.find(' ')));
     for (const RelationWord& relation : kRelations) {
@@ -327,10 +291,10 @@ DayOrError ParseKind(std::string_view date, std::string_view kind)
     if (first == "SOLAR")
         return ParseSolarDay(date, rest);
     if (const auto phase = std::find(kPhases.begin(), kPhases.end(), kind); phase != kPhases.end())
-        return ParseMoonDay(date, static_cast<MoonDay::Phase>(phase - kPhases.begin()));
-    for (const System& system : kSystems) {
-        if (system.word == kind)
-            return ParseCalendarDay(date, system.system);
+        return ParseMoonDay(date, static_cast<calendars::MoonPhaseName>(phase - kPhases.begin()));
+    for (const CalendarWord& known : kCalendars) {
+        if (known.word == kind)
+            return ParseCalendarDay(date, known.calendar);
     }
     return util::Error(ErrorKind::UnknownRuleKind, std::string(kind), ClosestKind(kind));
 }

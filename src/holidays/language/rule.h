@@ -1,5 +1,7 @@
 #pragma once
 
+#include "holidays/calendars/calendar.h"
+#include "holidays/calendars/sky_dates.h"
 #include "holidays/date.h"
 #include "holidays/holiday_rule.h"
 
@@ -58,39 +60,32 @@ struct LeapDay {
     friend bool operator==(const LeapDay&, const LeapDay&) = default;
 };
 
-enum class CalendarSystem {
-    Julian,
-    Islamic, ///< Umm al-Qura
-    IslamicCivil,
-    Hebrew, ///< months from Nisan
-    Chinese,
-    Korean,
-    Vietnamese,
-    Persian,
-    Coptic,
-    Ethiopic,
-    Indian,
-};
-
 /// A date of another calendar.
 struct CalendarDay {
-    CalendarSystem system = CalendarSystem::Julian;
+    calendars::Calendar calendar = calendars::Calendar::Julian;
     MonthDay day;
     friend bool operator==(const CalendarDay&, const CalendarDay&) = default;
 };
 
+/// Whose clocks tell which day it is.
+struct Place {
+    enum class Country { None, China, Japan, Korea, Vietnam };
+    Country country = Country::None;
+    double hours = 0; ///< east of Greenwich, where there is no country
+    friend bool operator==(const Place&, const Place&) = default;
+};
+
 /// The day on which the sun reaches a longitude.
 struct SolarDay {
-    int degrees = 0;        ///< [0:359]; 0 is the equinox of March
-    double hoursOfZone = 0; ///< of the clocks that tell the day, from UTC
+    int degrees = 0; ///< [0:359]; 0 is the equinox of March
+    Place place;
     friend bool operator==(const SolarDay&, const SolarDay&) = default;
 };
 
 /// Every day with a phase of the moon.
 struct MoonDay {
-    enum class Phase { New, FirstQuarter, Full, LastQuarter };
-    Phase phase = Phase::New;
-    double hoursOfZone = 0;
+    calendars::MoonPhaseName phase = calendars::MoonPhaseName::NewMoon;
+    Place place;
     friend bool operator==(const MoonDay&, const MoonDay&) = default;
 };
 
@@ -184,8 +179,7 @@ struct Rule {
     RuleDay when;
     std::string name; ///< as written, blanks included
     Refinements refinements;
-    /// Index of the line in the list: plain and extra lines, counted from 0.
-    std::size_t line = 0;
+    std::size_t line = 0; ///< of its file, counted from 1; 0 is unknown
 };
 
 } // namespace orrery::holidays

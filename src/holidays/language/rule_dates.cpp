@@ -1,5 +1,6 @@
 #include "holidays/language/rule_dates.h"
 
+#include "holidays/calendars/julian.h"
 #include "holidays/holiday_dates.h"
 #include "util/checked.h"
 #include "util/error.h"
@@ -29,6 +30,23 @@ Date WeekdayFrom(Date date, std::int16_t weekday, NearWeekday::Relation relation
     return date;
 }
 
+calendars::Zone ZoneOf(const Place& place)
+{
+    switch (place.country) {
+    case Place::Country::China:
+        return calendars::China();
+    case Place::Country::Japan:
+        return calendars::Japan();
+    case Place::Country::Korea:
+        return calendars::Korea();
+    case Place::Country::Vietnam:
+        return calendars::Vietnam();
+    case Place::Country::None:
+        break;
+    }
+    return calendars::ZoneOfHours(place.hours);
+}
+
 /// The dates of each kind whose own day is in a year.
 class DatesOfKind {
 public:
@@ -45,7 +63,10 @@ public:
             MakeDate(year_, util::Narrow16(day.day.month), util::Narrow16(day.day.day));
         return {WeekdayFrom(date, day.weekday, day.relation)};
     }
-    Dates operator()(const OrthodoxEasterDay&) const { return {}; }
+    Dates operator()(const OrthodoxEasterDay& day) const
+    {
+        return {calendars::OrthodoxEaster(year_) + std::chrono::days(day.offset)};
+    }
     Dates operator()(const ListedDates& listed) const
     {
         Dates dates;
@@ -61,12 +82,23 @@ public:
     {
         return std::chrono::year(year_).is_leap() ? Dates{MakeDate(year_, 2, 29)} : Dates();
     }
-    Dates operator()(const CalendarDay&) const { return {}; }
-    Dates operator()(const SolarDay&) const { return {}; }
-    Dates operator()(const MoonDay&) const { return {}; }
+    Dates operator()(const CalendarDay& day) const
+    {
+        return Listed(calendars::DatesInYear(day.calendar, year_, day.day.month, day.day.day));
+    }
+    Dates operator()(const SolarDay& day) const
+    {
+        return {calendars::SunDate(year_, day.degrees, ZoneOf(day.place))};
+    }
+    Dates operator()(const MoonDay& day) const
+    {
+        return Listed(calendars::MoonDates(year_, day.phase, ZoneOf(day.place)));
+    }
     Dates operator()(const BetweenHolidays& /*day*/) const { return {}; }
 
 private:
+    static Dates Listed(const calendars::Dates& dates) { return {dates.begin(), dates.end()}; }
+
     std::int16_t year_;
 };
 
@@ -88,8 +120,8 @@ std::vector<Date> DatesOf(const RuleDay& day, int year)
 bool IsEstimate(const RuleKind& kind)
 {
     const auto* const day = std::get_if<CalendarDay>(&kind);
-    return day != nullptr &&
-           (day->system == CalendarSystem::Islamic || day->system == CalendarSystem::IslamicCivil);
+    return day != nullptr && (day->calendar == calendars::Calendar::UmmAlQura ||
+                              day->calendar == calendars::Calendar::IslamicCivil);
 }
 
 } // namespace orrery::holidays

@@ -101,33 +101,31 @@ bool IsExtraLine(std::string_view line)
     return fields && !line.starts_with('#') && IsKindLike(*fields);
 }
 
-void RuleSetBuilder::Add(const HolidayDef& rule)
+void RuleSetBuilder::Add(const HolidayDef& rule, std::size_t line)
 {
-    set_.rules.push_back({{PlainDay{rule.DateCode, rule.Kind}, 0}, rule.Name, {}, line_++});
+    set_.rules.push_back({{PlainDay{rule.DateCode, rule.Kind}, 0}, rule.Name, {}, line});
     common_.push_back(commonBelow_);
 }
 
-std::optional<util::Error> RuleSetBuilder::AddExtra(std::string_view line)
+std::optional<util::Error> RuleSetBuilder::AddExtra(std::string_view text, std::size_t line)
 {
-    auto error = line.starts_with(">>")  ? RefineAllBelow(line.substr(2))
-                 : line.starts_with('>') ? Refine(line.substr(1))
-                 : line.starts_with('#') ? AddWord(line)
-                                         : AddRule(line);
-    if (!error)
-        ++line_;
-    return error;
+    if (text.starts_with(">>"))
+        return RefineAllBelow(text.substr(2));
+    if (text.starts_with('>'))
+        return Refine(text.substr(1));
+    return text.starts_with('#') ? AddWord(text) : AddRule(text, line);
 }
 
-std::optional<util::Error> RuleSetBuilder::AddRule(std::string_view line)
+std::optional<util::Error> RuleSetBuilder::AddRule(std::string_view text, std::size_t line)
 {
-    const auto fields = SplitRule(line);
+    const auto fields = SplitRule(text);
     if (!fields)
-        return util::Error(ErrorKind::RuleWithoutFields, std::string(line));
+        return util::Error(ErrorKind::RuleWithoutFields, std::string(text));
     auto parsed = ParseRuleDay(fields->date, fields->kind);
     if (auto* const error = std::get_if<util::Error>(&parsed))
         return std::move(*error);
     set_.rules.push_back(
-        {std::get<RuleDay>(std::move(parsed)), std::string(fields->name), {}, line_});
+        {std::get<RuleDay>(std::move(parsed)), std::string(fields->name), {}, line});
     common_.push_back(commonBelow_);
     return std::nullopt;
 }

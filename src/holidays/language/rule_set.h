@@ -31,17 +31,18 @@ struct RuleSet {
 /// Makes a set of rules of lines, in their order.
 class RuleSetBuilder {
 public:
-    void Add(const HolidayDef& rule);
+    /// `line` is kept as the rule's.
+    void Add(const HolidayDef& rule, std::size_t line = 0);
     /// Adds a line for which `IsExtraLine` holds: a rule of a kind of its own; with ">", statements
     /// about the rule above; with ">>", about all rules below; with "#", a word about the file. If
     /// it is not understood, gives the reason and adds nothing.
-    std::optional<util::Error> AddExtra(std::string_view line);
+    std::optional<util::Error> AddExtra(std::string_view text, std::size_t line = 0);
 
     /// The rules, each with what holds for all.
     RuleSet Take();
 
 private:
-    std::optional<util::Error> AddRule(std::string_view line);
+    std::optional<util::Error> AddRule(std::string_view text, std::size_t line);
     std::optional<util::Error> Refine(std::string_view statements);
     std::optional<util::Error> RefineAllBelow(std::string_view statements);
     std::optional<util::Error> AddWord(std::string_view line);
@@ -49,7 +50,6 @@ private:
     RuleSet set_;
     std::vector<Refinements> common_; ///< for each rule
     Refinements commonBelow_;
-    std::size_t line_ = 0;
 };
 
 /// Whether a line that is no plain rule is meant to be read: it begins with ">", is a word about

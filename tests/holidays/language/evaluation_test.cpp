@@ -279,6 +279,40 @@ TEST(HolidaysOf, ListedDatesAndLeapDays)
                 ElementsAre("2028-01-01 Camp", "2028-01-02 Camp", "2028-02-29 Leap day"));
 }
 
+TEST(HolidaysOf, OtherCalendarsHaveTheirDays)
+{
+    const auto first = [](const char* rule, int year) {
+        const auto days = DaysOf(std::string(rule) + ",x", year);
+        return days.empty() ? std::string() : days.front();
+    };
+    EXPECT_EQ(first("1225,JULIAN", 2027), "2027-01-07 x");
+    EXPECT_EQ(first("-2,ORTHODOX", 2025), "2025-04-18 x");
+    EXPECT_EQ(first("1 Shawwal,ISLAMIC", 2025), "2025-03-30 x");
+    EXPECT_EQ(DaysOf("1 Shawwal,ISLAMIC,x", 2033).size(), 2U) << "in January and in December";
+    EXPECT_EQ(first("15 Nisan,HEBREW", 2027), "2027-04-22 x");
+    EXPECT_EQ(first("0101,CHINESE", 2027), "2027-02-06 x");
+    EXPECT_EQ(first("0101,KOREAN", 2027), "2027-02-07 x") << "an hour later it is midnight there";
+    EXPECT_EQ(first("0101,KOREAN -1", 2027), "2027-02-06 x");
+    EXPECT_EQ(first("0101,VIETNAMESE", 2027), "2027-02-06 x");
+    EXPECT_EQ(first("0101,PERSIAN", 2027), "2027-03-21 x");
+    EXPECT_EQ(first("0101,COPTIC", 2027), "2027-09-12 x");
+    EXPECT_EQ(first("0101,INDIAN", 2027), "2027-03-22 x");
+    EXPECT_EQ(first("MARCH,SOLAR JAPAN", 2026), "2026-03-20 x");
+    EXPECT_EQ(first("15,SOLAR CHINA", 2026), "2026-04-05 x");
+    EXPECT_EQ(DaysOf(",FULL MOON,x", 2026).size(), 13U);
+}
+
+TEST(HolidaysOf, ComputedDaysOfAnnouncedCalendarsAreMarked)
+{
+    constexpr const char* rules = "# Estimated: {name} (estimated)\n"
+                                  "1 Shawwal,ISLAMIC,Bayram\n"
+                                  "> in 2026 on 0320\n";
+    EXPECT_THAT(DaysOf(rules, 2026), ElementsAre("2026-03-20 Bayram"));
+    EXPECT_THAT(DaysOf(rules, 2025), ElementsAre("2025-03-30 Bayram (estimated)"));
+    EXPECT_TRUE(HolidaysOf(SetOf(rules), 2025, {}).front().isEstimated);
+    EXPECT_FALSE(HolidaysOf(SetOf(rules), 2026, {}).front().isEstimated);
+}
+
 TEST(HolidaysOf, EveryYearHasAnswers)
 {
     for (const int year : {1, 2, 1583, 6553, 6554, 9998, 9999})

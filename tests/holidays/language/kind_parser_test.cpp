@@ -29,6 +29,9 @@ TEST_P(ParseRuleDayTest, Reads)
     EXPECT_EQ(std::get<RuleDay>(parsed), GetParam().expected);
 }
 
+using calendars::Calendar;
+using calendars::MoonPhaseName;
+using Country = Place::Country;
 using Relation = NearWeekday::Relation;
 INSTANTIATE_TEST_SUITE_P(
     Kinds, ParseRuleDayTest,
@@ -55,31 +58,34 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Calendars, ParseRuleDayTest,
     testing::Values(
-        KindCase{"Julian", "1225", "JULIAN", {CalendarDay{CalendarSystem::Julian, {12, 25}}}},
-        KindCase{"Islamic", "1001", "ISLAMIC", {CalendarDay{CalendarSystem::Islamic, {10, 1}}}},
+        KindCase{"Julian", "1225", "JULIAN", {CalendarDay{Calendar::Julian, {12, 25}}}},
+        KindCase{"Islamic", "1001", "ISLAMIC", {CalendarDay{Calendar::UmmAlQura, {10, 1}}}},
         KindCase{
-            "IslamicName", "1 Shawwal", "ISLAMIC", {CalendarDay{CalendarSystem::Islamic, {10, 1}}}},
+            "IslamicName", "1 Shawwal", "ISLAMIC", {CalendarDay{Calendar::UmmAlQura, {10, 1}}}},
         KindCase{"Civil",
                  "10 Dhu-al-Hijjah",
                  "ISLAMIC CIVIL",
-                 {CalendarDay{CalendarSystem::IslamicCivil, {12, 10}}}},
-        KindCase{"Hebrew", "15 Nisan", "HEBREW", {CalendarDay{CalendarSystem::Hebrew, {1, 15}}}},
-        KindCase{
-            "KoreanEve", "0101", "KOREAN -1", {CalendarDay{CalendarSystem::Korean, {1, 1}}, -1}},
-        KindCase{"Thirteenth", "1306", "COPTIC", {CalendarDay{CalendarSystem::Coptic, {13, 6}}}}),
+                 {CalendarDay{Calendar::IslamicCivil, {12, 10}}}},
+        KindCase{"Hebrew", "15 Nisan", "HEBREW", {CalendarDay{Calendar::Hebrew, {1, 15}}}},
+        KindCase{"KoreanEve", "0101", "KOREAN -1", {CalendarDay{Calendar::Korean, {1, 1}}, -1}},
+        KindCase{"Thirteenth", "1306", "COPTIC", {CalendarDay{Calendar::Coptic, {13, 6}}}}),
     kNameOfCase);
 INSTANTIATE_TEST_SUITE_P(
     SunAndMoon, ParseRuleDayTest,
     testing::Values(
-        KindCase{"Equinox", "MARCH", "SOLAR JAPAN", {SolarDay{0, 9}}},
-        KindCase{"Solstice", "December", "solar gmt", {SolarDay{270, 0}}},
-        KindCase{"Degrees", "15", "SOLAR CHINA", {SolarDay{15, 8}}},
-        KindCase{"Zone", "15", "SOLAR +5", {SolarDay{15, 5}}},
-        KindCase{"ZoneAndShift", "15", "SOLAR +5.5 -1", {SolarDay{15, 5.5}, -1}},
-        KindCase{"WesternZone", "15", "SOLAR -3.5", {SolarDay{15, -3.5}}},
-        KindCase{"NewMoon", "", "NEW MOON", {MoonDay{MoonDay::Phase::New, 0}}},
-        KindCase{"FullMoon", "Japan", "FULL MOON", {MoonDay{MoonDay::Phase::Full, 9}}},
-        KindCase{"LastQuarter", "+1", "LAST QUARTER", {MoonDay{MoonDay::Phase::LastQuarter, 1}}}),
+        KindCase{"Equinox", "MARCH", "SOLAR JAPAN", {SolarDay{0, {Country::Japan}}}},
+        KindCase{"Solstice", "December", "solar gmt", {SolarDay{270, {}}}},
+        KindCase{"Degrees", "15", "SOLAR CHINA", {SolarDay{15, {Country::China}}}},
+        KindCase{"Zone", "15", "SOLAR +5", {SolarDay{15, {Country::None, 5}}}},
+        KindCase{"ZoneAndShift", "15", "SOLAR +5.5 -1", {SolarDay{15, {Country::None, 5.5}}, -1}},
+        KindCase{"WesternZone", "15", "SOLAR -3.5", {SolarDay{15, {Country::None, -3.5}}}},
+        KindCase{"NewMoon", "", "NEW MOON", {MoonDay{MoonPhaseName::NewMoon, {}}}},
+        KindCase{
+            "FullMoon", "Japan", "FULL MOON", {MoonDay{MoonPhaseName::FullMoon, {Country::Japan}}}},
+        KindCase{"LastQuarter",
+                 "+1",
+                 "LAST QUARTER",
+                 {MoonDay{MoonPhaseName::LastQuarter, {Country::None, 1}}}}),
     kNameOfCase);
 INSTANTIATE_TEST_SUITE_P(
     Dates, ParseRuleDayTest,

@@ -14,7 +14,7 @@ _orrery_cli_positionals()
     for ((i = 2; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
             --settings | --template-folder | --output-folder | --holiday-folder | --engine | --section | \
-                --sheet | --year | --month | --svg)
+                --sheet | --year | --month | --svg | --region | --language)
                 ((i++))
                 ;;
             -*) ;;
@@ -85,7 +85,7 @@ _orrery_cli()
             _orrery_cli_offer "$current" < <(seq 12)
             return
             ;;
-        --sheet)
+        --sheet | --region | --language)
             return
             ;;
     esac
@@ -105,7 +105,7 @@ _orrery_cli()
                 set -- $folders --write --json --help
                 ;;
             holidays)
-                set -- $folders --section --json --help
+                set -- $folders --section --region --all-kinds --language --json --help
                 ;;
             templates | parameters)
                 set -- $folders --json --help
@@ -128,7 +128,10 @@ _orrery_cli()
         holidays:0)
             _orrery_cli_offer "$current" < <(compgen -f -- "$current")
             ;;
-        generate:1 | check:1 | holidays:1 | easter:*)
+        holidays:*)
+            _orrery_cli_offer "$current" < <(_orrery_cli_years && compgen -f -- "$current")
+            ;;
+        generate:1 | check:1 | easter:*)
             _orrery_cli_offer "$current" < <(_orrery_cli_years)
             ;;
     esac

@@ -164,21 +164,21 @@ void AddPropose(CLI::App& command, CommandLine& line)
         "What the sheets do not tell is called unknown; a saved file then has the default.");
 }
 
-constexpr int kMostFiles = 1000; // and a year
-
 void AddHolidays(CLI::App& command, CommandLine& line)
 {
     const auto take = [&line](std::vector<std::string> texts) {
+        if (texts.size() < 2)
+            throw CLI::RequiredError("the year behind FILE");
         line.years = {std::move(texts.back())};
         texts.pop_back();
         line.holidayFiles = std::move(texts);
     };
     command
         .add_option_function<std::vector<std::string>>(
-            "FILE", take, "Names in the holiday folder, or paths; then a year or a range")
-        ->type_name("... YEAR")
+            "FILE", take, "Names in the holiday folder, or paths; then the year, or a range")
+        ->type_name("")
         ->required()
-        ->expected(2, kMostFiles);
+        ->expected(-1);
     command.add_option("--region", line.region, "Show a region's holidays, too: BY for Bayern")
         ->type_name("CODE");
     command.add_flag("--all-kinds", line.allKinds,

@@ -81,6 +81,8 @@ class Completion(unittest.TestCase):
         self.assertEqual(self.complete("templates", "--settings", "m"), ["mine.ini"])
         self.assertEqual(self.complete("templates", "--template-folder", "f"), ["folder"])
         self.assertEqual(self.complete("holidays", "m"), ["mine.ini"])
+        self.assertEqual(self.complete("holidays", "--region", "BY", "a.txt", "m"), ["mine.ini"])
+        self.assertEqual(len(self.complete("holidays", "a.txt", "")), 5, "years and files")
 
 
 if __name__ == "__main__":

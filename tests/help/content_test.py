@@ -110,10 +110,10 @@ def controls_of(page):
     return controls
 
 
-def rules_with_dates():
-    """The rules on the page that have a date in 2027 beside them."""
+def rules_with_dates(page):
+    """The rules on a page that have a date in 2027 beside them."""
     rules = {}
-    for cells in rows_of("holiday-files"):
+    for cells in rows_of(page):
         date = re.fullmatch(r"(\d+) (\w+)", text_of(cells[-1]))
         if date and "," in text_of(cells[0]):
             rules[text_of(cells[0])] = date.groups()
@@ -166,7 +166,11 @@ class Content(unittest.TestCase):
                 self.assertIn(option, text, command)
 
     def test_the_dates_beside_the_rules_are_true(self):
-        rules = rules_with_dates()
+        for page in ("holiday-files", "more-rules"):
+            with self.subTest(page=page):
+                self.check_dates(rules_with_dates(page))
+
+    def check_dates(self, rules):
         self.assertGreater(len(rules), 8)
         months = "January February March April May June July August September October " \
                  "November December".split()

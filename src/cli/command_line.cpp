@@ -175,7 +175,7 @@ void AddHolidays(CLI::App& command, CommandLine& line)
     };
     command
         .add_option_function<std::vector<std::string>>(
-            "FILE", take, "Names in the holiday folder, or paths; then the year, or a range")
+            "FILE", take, "Names in the holiday folder, or paths; then YEAR, a year or a range")
         ->type_name("")
         ->required()
         ->expected(-1);

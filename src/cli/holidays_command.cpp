@@ -78,13 +78,11 @@ std::vector<HolidaySource> ReadSources(Session& session)
         HolidaySource& source = sources.emplace_back();
         source.file = FindHolidayFile(session, name);
         const auto path = util::ToPath(source.file);
-        if (session.line.section.empty())
-            source.content = holidays::LoadHolidayFile(path);
-        else
-            source.content = holidays::LoadTemplateHolidays(session.line.section == "yearly"
-                                                                ? holidays::CalendarKind::Yearly
-                                                                : holidays::CalendarKind::Monthly,
-                                                            path);
+        const auto calendar = session.line.section == "yearly" ? holidays::CalendarKind::Yearly
+                                                               : holidays::CalendarKind::Monthly;
+        source.content = session.line.section.empty()
+                             ? holidays::LoadHolidayFile(path)
+                             : holidays::LoadTemplateHolidays(calendar, path);
     }
     return sources;
 }
@@ -192,11 +190,11 @@ void RunHolidaysCommand(Session& session)
     JsonWriter json;
     if (isRange)
         json.BeginObject().Key("years").BeginArray();
-    for (const auto& [year, easter] : years)
-        WriteYear(session, year,
-                  isDetailed ? AllHolidays(sources, year, choice)
-                             : PlainHolidays(sources.front(), year, easter),
-                  json);
+    for (const auto& [year, easter] : years) {
+        const auto days = isDetailed ? AllHolidays(sources, year, choice)
+                                     : PlainHolidays(sources.front(), year, easter);
+        WriteYear(session, year, days, json);
+    }
     if (isRange)
         json.EndArray().Key("reports").Texts(session.reporter.Reports()).EndObject();
     if (session.line.json)

@@ -197,6 +197,7 @@ std::string_view TextBehind(std::string_view text, std::size_t words)
 util::Error Unknown(std::string_view statement, const std::vector<std::string>& words)
 {
     std::vector<std::string_view> known;
+    known.reserve(kStatements.size());
     for (const Statement& each : kStatements)
         known.push_back(each.words);
     const bool isTwo = words.size() > 1 && (words[0] == "ONLY" || words[0] == "NOT");

@@ -18,8 +18,6 @@
 namespace orrery::cli {
 namespace {
 
-using holidays::Category;
-
 /// "2027-03-28".
 std::string IsoDate(holidays::Date date)
 {
@@ -93,8 +91,7 @@ holidays::HolidayChoice ChoiceOf(const CommandLine& line)
     choice.region = util::ToUpperAscii(line.region);
     choice.language = util::ToLowerAscii(line.language);
     if (line.allKinds)
-        choice.categories = {Category::Public,   Category::Bank,       Category::School,
-                             Category::Optional, Category::Observance, Category::Half};
+        choice.categories = holidays::AllCategories();
     return choice;
 }
 
@@ -139,16 +136,9 @@ std::vector<SourcedHoliday> AllHolidays(const std::vector<HolidaySource>& source
     return found;
 }
 
-std::string_view WordOf(Category category)
-{
-    constexpr std::array<std::string_view, 6> words = {"public",   "bank",       "school",
-                                                       "optional", "observance", "half"};
-    return words.at(static_cast<std::size_t>(category));
-}
-
 void WriteDetails(const SourcedHoliday& day, JsonWriter& json)
 {
-    json.Key("kind").Text(std::string(WordOf(day.holiday.category)));
+    json.Key("kind").Text(std::string(holidays::WordOf(day.holiday.category)));
     json.Key("rule").BeginObject().Key("file").Text(*day.file);
     json.Key("line").Number(static_cast<std::int64_t>(day.line)).EndObject();
     json.Key("substitute").Boolean(day.holiday.isSubstitute);

@@ -35,8 +35,8 @@ void PrepareHolidays(std::int16_t year, const model::CalendarParameters& paramet
                      Context& context)
 {
     if (parameters.OutHoliday)
-        holidays::FillHolidayDates(year, parameters.Holidays, {}, context.easter,
-                                   context.holidayDates);
+        holidays::FillHolidayDates(year, parameters.Holidays, parameters.ShownHolidays,
+                                   context.easter, context.holidayDates);
 }
 
 void FillAndNotify(book::Worksheet& sheet, std::int16_t year, std::int16_t month, CalendarKind kind,

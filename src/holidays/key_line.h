@@ -10,6 +10,7 @@ namespace orrery::holidays {
 
 inline constexpr std::string_view kMonthlySection = "[Monthly Calendar]";
 inline constexpr std::string_view kYearlySection = "[Yearly Calendar]";
+inline constexpr std::string_view kHolidaysSection = "[Holidays]";
 
 /// A "key=value" line. The key is the first token in upper case; blanks around "=" and after the
 /// value do not count.

@@ -17,6 +17,8 @@ ParameterReading ReadParameterFile(const std::filesystem::path& path, NameTables
 {
     sets.Monthly.Holidays.Clear();
     sets.Yearly.Holidays.Clear();
+    sets.Monthly.ShownHolidays = {};
+    sets.Yearly.ShownHolidays = {};
     const auto bytes = util::ReadTextFile(path);
     return bytes ? ApplyParameterText(util::DecodeTextFile(*bytes), names, sets)
                  : ParameterReading();

@@ -83,13 +83,33 @@ private:
     bool isParameter_ = false;
 };
 
-enum class Section { None, Monthly, Yearly, Other };
+enum class Section { None, Monthly, Yearly, Holidays, Other };
 
 Section SectionOf(std::string_view header)
 {
     if (header == holidays::kMonthlySection)
         return Section::Monthly;
+    if (header == holidays::kHolidaysSection)
+        return Section::Holidays;
     return header == holidays::kYearlySection ? Section::Yearly : Section::Other;
+}
+
+/// Reads a line of "[Holidays]" whose key begins with the calendar's word; false if it is none.
+bool ReadChoice(const holidays::KeyLine& entry, std::string_view calendar,
+                holidays::HolidayChoice& choice)
+{
+    if (!entry.key.starts_with(calendar))
+        return false;
+    const std::string_view key = std::string_view(entry.key).substr(calendar.size());
+    if (key == "REGION")
+        choice.region = util::ToUpperAscii(entry.value);
+    else if (key == "LANGUAGE")
+        choice.language = util::ToLowerAscii(entry.value);
+    else if (const auto kinds = holidays::ParseCategories(entry.value); key == "KINDS" && kinds)
+        choice.categories = *kinds;
+    else
+        return false;
+    return true;
 }
 
 /// Reads the lines of a parameter file into the sets.
@@ -106,6 +126,7 @@ public:
 private:
     std::string_view WholeLine() const;
     void ReadLine(const holidays::KeyLine& entry);
+    void ReadShownHolidays(std::string_view line);
     template <typename Set>
     void ReadLine(const holidays::KeyLine& entry, Set& set, holidays::RuleReader& rules,
                   std::vector<std::string>& unreadRules);
@@ -132,6 +153,10 @@ ParameterReading FileReader::Read()
             section_ = SectionOf(line);
         if (section_ == Section::Other)
             reading_.extras.sections += WholeLine();
+        else if (section_ == Section::Holidays) {
+            if (!isHeader)
+                ReadShownHolidays(line);
+        }
         else if (hasEnded_)
             reading_.extras.unread += WholeLine();
         else if (const auto entry = isHeader ? std::nullopt : holidays::ReadKeyLine(line))
@@ -184,6 +209,17 @@ void FileReader::ReadLine(const holidays::KeyLine& entry, Set& set, holidays::Ru
         End();
     else if (!isRead)
         unreadRules.emplace_back(lines_[line_]);
+}
+
+/// What cannot be read is kept.
+void FileReader::ReadShownHolidays(std::string_view line)
+{
+    const auto entry = holidays::ReadKeyLine(line);
+    if (entry && (ReadChoice(*entry, "MONTHLY", sets_.Monthly.ShownHolidays) ||
+                  ReadChoice(*entry, "YEARLY", sets_.Yearly.ShownHolidays)))
+        return;
+    if (!line.empty())
+        reading_.extras.shownHolidays.emplace_back(line);
 }
 
 /// Ends the reading at the current line.

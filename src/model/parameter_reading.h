@@ -13,7 +13,8 @@ struct ParameterExtras {
     // Lines of holiday rules that are not read.
     std::vector<std::string> monthlyRules;
     std::vector<std::string> yearlyRules;
-    std::string sections; ///< all other sections, unchanged
+    std::vector<std::string> shownHolidays; ///< lines of the section "[Holidays]"
+    std::string sections;                   ///< all other sections, unchanged
     /// The line that ended the reading and what is behind it, with the header of its section.
     std::string unread;
 };

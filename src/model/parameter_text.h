@@ -10,7 +10,8 @@
 namespace orrery::model {
 
 // The text of a parameter file: the sections "[Monthly Calendar]" and "[Yearly Calendar]", spelled
-// exactly so, with "Key=value" lines, in which the case of keys is ignored.
+// exactly so, with "Key=value" lines, in which the case of keys is ignored; and "[Holidays]" with
+// the keys "Region", "Kinds" and "Language", each behind "Monthly" or "Yearly", if there is any.
 
 /// Applies the lines to the sets, in order, and adds unknown name lists to the tables. A holiday
 /// rule with a number that is too large, and a name list that no longer fits, end the reading;

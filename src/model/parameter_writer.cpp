@@ -59,6 +59,21 @@ public:
         for (const std::string& rule : rules)
             Line(rule);
     }
+    /// Writes which holidays are shown, where that is more than usual, and the given lines.
+    void ShownHolidays(const ParameterSets& sets, const std::vector<std::string>& lines)
+    {
+        const holidays::HolidayChoice usual;
+        const auto& monthly = sets.Monthly.ShownHolidays;
+        const auto& yearly = sets.Yearly.ShownHolidays;
+        if (monthly == usual && yearly == usual && lines.empty())
+            return;
+        Line("");
+        Line(holidays::kHolidaysSection);
+        Choice("Monthly", monthly);
+        Choice("Yearly", yearly);
+        for (const std::string& line : lines)
+            Line(line);
+    }
     void Line(std::string_view text) { (text_ += text) += "\r\n"; }
     /// Appends lines unchanged, with an empty line before them.
     void Text(std::string_view lines)
@@ -74,6 +89,16 @@ public:
     std::string Take() { return std::move(text_); }
 
 private:
+    void Choice(const std::string& calendar, const holidays::HolidayChoice& choice)
+    {
+        const holidays::HolidayChoice usual;
+        if (choice.region != usual.region)
+            Line(calendar + "Region", choice.region);
+        if (choice.categories != usual.categories)
+            Line(calendar + "Kinds", holidays::FormatCategories(choice.categories));
+        if (choice.language != usual.language)
+            Line(calendar + "Language", choice.language);
+    }
     /// Numbers the rules and the extra lines, in their order.
     void Holidays(const holidays::HolidayList& list)
     {
@@ -115,6 +140,7 @@ std::string FormatParameterText(const NameTables& names, const ParameterSets& se
     out.Section(holidays::kMonthlySection, sets.Monthly, extras.monthlyRules);
     out.Line("");
     out.Section(holidays::kYearlySection, sets.Yearly, extras.yearlyRules);
+    out.ShownHolidays(sets, extras.shownHolidays);
     out.Text(extras.sections);
     out.Text(extras.unread);
     return out.Take();

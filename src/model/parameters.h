@@ -1,6 +1,7 @@
 #pragma once
 
 #include "holidays/holiday_rule.h"
+#include "holidays/language/holiday_choice.h"
 #include "model/cell_ref.h"
 
 #include <cstdint>
@@ -28,6 +29,7 @@ struct CalendarParameters {
     CellPosition FirstCellOfHoliday;
     std::int16_t MultiHolidays = 0; ///< 0 overwrite, 1 next row, 2 next column
     holidays::HolidayList Holidays;
+    holidays::HolidayChoice ShownHolidays; ///< which of them are shown, and how
     friend bool operator==(const CalendarParameters&, const CalendarParameters&) = default;
 };
 

@@ -1,6 +1,7 @@
 #include "model/parameter_file.h"
 #include "parameter_samples.h"
 #include "util/error.h"
+#include "util/file_replace.h"
 #include "util/paths.h"
 #include "util/scratch_folder.h"
 #include "util/text.h"
@@ -229,6 +230,34 @@ TEST(WriteParameterFile, KeepsRefinementsBetweenTheRules)
     NameTables names = SomeNames();
     ReadParameterFile(scratch / "a.ini", names, read);
     EXPECT_EQ(read.Monthly.Holidays, list);
+}
+
+TEST(WriteParameterFile, KeepsWhichHolidaysAreShown)
+{
+    const ScratchFolder scratch;
+    ParameterSets sets = FullSets();
+    sets.Monthly.ShownHolidays = {
+        "BY", {holidays::Category::Public, holidays::Category::Bank}, "de"};
+    sets.Yearly.ShownHolidays.region = "SN";
+    util::ReplaceFile(scratch / "a.ini", "[Holidays]\r\n\r\nYearlyColour=red\r\n"
+                                         "MonthlyKinds=green\r\n[Extras]\r\nx=1\r\n");
+    WriteParameterFile(scratch / "a.ini", SomeNames(), sets);
+    EXPECT_TRUE(util::DecodeTextFile(BytesOf(scratch / "a.ini"))
+                    .ends_with("\r\n"
+                               "[Holidays]\r\n"
+                               "MonthlyRegion=BY\r\n"
+                               "MonthlyKinds=public bank\r\n"
+                               "MonthlyLanguage=de\r\n"
+                               "YearlyRegion=SN\r\n"
+                               "YearlyColour=red\r\n"
+                               "MonthlyKinds=green\r\n"
+                               "\r\n"
+                               "[Extras]\r\nx=1\r\n"));
+    ParameterSets read;
+    NameTables names = SomeNames();
+    ReadParameterFile(scratch / "a.ini", names, read);
+    EXPECT_EQ(read.Monthly.ShownHolidays, sets.Monthly.ShownHolidays);
+    EXPECT_EQ(read.Yearly.ShownHolidays, sets.Yearly.ShownHolidays);
 }
 
 TEST(WriteParameterFile, SaysWhyItFailed)

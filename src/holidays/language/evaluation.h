@@ -1,19 +1,13 @@
 #pragma once
 
 #include "holidays/holiday_dates.h"
+#include "holidays/language/holiday_choice.h"
 #include "holidays/language/rule_set.h"
 
 #include <string>
 #include <vector>
 
 namespace orrery::holidays {
-
-/// What a user wants to see of a calendar.
-struct HolidayChoice {
-    std::string region; ///< empty: the country's own days
-    std::vector<Category> categories = {Category::Public};
-    std::string language; ///< empty: the names of the rules
-};
 
 struct Holiday {
     Date date;

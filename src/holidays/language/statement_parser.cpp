@@ -1,6 +1,7 @@
 #include "holidays/language/statement_parser.h"
 
 #include "holidays/error.h"
+#include "holidays/language/holiday_choice.h"
 #include "holidays/language/kind_parser.h"
 #include "holidays/language/substitute_parser.h"
 #include "holidays/language/words.h"
@@ -114,15 +115,9 @@ bool AddDays(const Rest& rest, Refinements& refinements)
 
 bool AddKind(const Rest& rest, Refinements& refinements)
 {
-    constexpr std::array<std::string_view, 6> words = {"PUBLIC",   "BANK",       "SCHOOL",
-                                                       "OPTIONAL", "OBSERVANCE", "HALF"};
-    if (rest.words.size() != 1)
-        return false;
-    const auto* const found = std::find(words.begin(), words.end(), rest.words.front());
-    if (found == words.end())
-        return false;
-    refinements.category = static_cast<Category>(found - words.begin());
-    return true;
+    if (rest.words.size() == 1)
+        refinements.category = FindCategory(rest.words.front());
+    return rest.words.size() == 1 && refinements.category.has_value();
 }
 
 bool AddRegions(const Rest& rest, std::vector<std::string>& regions)

@@ -5,6 +5,7 @@
 #include "model/parameter_file.h"
 #include "util/error_text.h"
 #include "util/paths.h"
+#include "util/text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -91,8 +92,36 @@ std::vector<std::string> FindFileProblems(const ChosenTemplate& chosen)
     return findings;
 }
 
+namespace {
+
+/// Checks the lines of a holiday file.
+bool CheckHolidayFile(Session& session)
+{
+    const std::string file = FindHolidayFile(session, session.line.templateName);
+    const auto content = holidays::LoadHolidayFile(util::ToPath(file));
+    std::vector<std::string> findings;
+    AddLineProblems(file, content.problems, findings);
+    if (session.line.json) {
+        JsonWriter json;
+        json.BeginObject().Key("file").Text(file).Key("findings").Texts(findings).EndObject();
+        PrintJson(session, json);
+        return findings.empty();
+    }
+    for (const std::string& finding : findings)
+        session.console.out << finding << '\n';
+    const std::size_t rules = content.rules.rules.size();
+    if (findings.empty())
+        session.console.out << util::FileName(file) << ": every line is understood; " << rules
+                            << (rules == 1 ? " rule.\n" : " rules.\n");
+    return findings.empty();
+}
+
+} // namespace
+
 bool RunCheckCommand(Session& session)
 {
+    if (util::ToLowerAscii(session.line.templateName).ends_with(".txt"))
+        return CheckHolidayFile(session);
     const auto year = ReadYearArgument(session, YearOf(session));
     if (!year)
         return false;

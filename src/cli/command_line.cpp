@@ -128,6 +128,7 @@ void AddCheck(CLI::App& command, CommandLine& line)
     AddSettings(command, line);
     AddEngine(command, line);
     AddJson(command, line);
+    command.footer("A name that ends in .txt is a holiday file: its lines are checked.");
 }
 
 void AddLook(CLI::App& command, CommandLine& line)

@@ -63,6 +63,11 @@ std::string ChooseEngine(Session& session, const app::Settings& settings);
 /// A year from the command line. Reports an invalid one with the Generate command's messages.
 std::optional<std::int16_t> ReadYearArgument(Session& session, const std::string& text);
 
+/// A holiday file, or with a section a parameter file, of the command line: a path unchanged; a
+/// name in the holiday or template folder, or else in the current folder. Throws Error if it cannot
+/// be read.
+std::string FindHolidayFile(Session& session, std::string file);
+
 /// Whether a file argument is a path and not just a name.
 bool IsPath(const std::string& file);
 

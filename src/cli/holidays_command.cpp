@@ -53,22 +53,6 @@ struct SourcedHoliday {
     std::size_t line = 0; ///< counted from 1
 };
 
-/// A holiday or parameter file of the command line: a path unchanged; a name in the holiday or
-/// template folder, or else in the current folder.
-std::string FindHolidayFile(Session& session, std::string file)
-{
-    if (!IsPath(file)) {
-        const app::Settings settings = LoadSettings(session, session.line.templateFolder);
-        const std::string& folder =
-            session.line.section.empty() ? settings.HolidayFilePath : settings.TemplatePath;
-        if (!util::IsMissing(util::ToPath(folder + file)) || !util::FileExists(file))
-            file = folder + file;
-    }
-    if (const auto error = util::FindTextReadError(util::ToPath(file)))
-        throw Error(*error);
-    return file;
-}
-
 std::vector<HolidaySource> ReadSources(Session& session)
 {
     std::vector<HolidaySource> sources;
@@ -162,6 +146,20 @@ void WriteYear(Session& session, std::int16_t year, const std::vector<SourcedHol
 }
 
 } // namespace
+
+std::string FindHolidayFile(Session& session, std::string file)
+{
+    if (!IsPath(file)) {
+        const app::Settings settings = LoadSettings(session, session.line.templateFolder);
+        const std::string& folder =
+            session.line.section.empty() ? settings.HolidayFilePath : settings.TemplatePath;
+        if (!util::IsMissing(util::ToPath(folder + file)) || !util::FileExists(file))
+            file = folder + file;
+    }
+    if (const auto error = util::FindTextReadError(util::ToPath(file)))
+        throw Error(*error);
+    return file;
+}
 
 void RunHolidaysCommand(Session& session)
 {

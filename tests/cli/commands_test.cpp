@@ -473,6 +473,18 @@ TEST_F(CommandsTest, CheckReportsATemplateThatCannotBeOpened)
     EXPECT_EQ(engines_.log.CallsWith("Quit").size(), 1U);
 }
 
+TEST_F(CommandsTest, CheckReadsAHolidayFile)
+{
+    Write("holiday/Here.txt", "0101,DAY,New Year\n> days 2\n");
+    line_.templateName = "Here.txt";
+    EXPECT_EQ(Run(Command::Check), 0);
+    EXPECT_EQ(out_.str(), "Here.txt: every line is understood; 1 rule.\n");
+    Write("holiday/Here.txt", "0101,DAY,New Year\n1101,SAT ON AFTER,All Saints\n");
+    EXPECT_EQ(Run(Command::Check), 1);
+    EXPECT_EQ(out_.str(), "Here.txt, line 2: The kind \"SAT ON AFTER\" is not known. Did you mean "
+                          "\"SAT ON OR AFTER\"?\n");
+}
+
 TEST_F(CommandsTest, HolidaysAreSortedAndNamedAsWritten)
 {
     Write("holiday/Here.txt", "1225, DAY, Christmas\n1, EASTER, Easter Monday\n"

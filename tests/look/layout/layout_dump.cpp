@@ -33,7 +33,7 @@ public:
     look::CellDisplay Display(book::CellAddress address) override
     {
         look::CellDisplay display;
-        display.style = SharedStyle(sheet_.Style(address));
+        display.style = look::SharedStyle(sheet_.Style(address));
         display.horizontal = display.style->alignment.horizontal;
         const book::Cell* cell = sheet_.FindCell(address);
         if (cell == nullptr)

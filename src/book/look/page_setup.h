@@ -38,6 +38,7 @@ struct PageSetup {
     std::optional<std::string> firstFooter;
     std::optional<std::string> evenHeader;
     std::optional<std::string> evenFooter;
+    bool scalesHeaders = true;              ///< headers and footers are scaled with the page
     std::vector<CellRange> printAreas;      ///< empty: all that is used
     std::optional<CellRange> titleRows;     ///< repeated on each page; whole rows
     std::optional<CellRange> titleColumns;  ///< whole columns

@@ -238,10 +238,10 @@ struct MeasuredLine {
 };
 
 /// Puts a picture behind what the line has, unless its size is none.
-void AddPicture(const book::HeaderPicture& picture, MeasuredLine& measured)
+void AddPicture(const book::HeaderPicture& picture, double scale, MeasuredLine& measured)
 {
     constexpr double kMostPoints = 10'000;
-    const auto pixels = [](double points) { return points * kPixelsPerPoint; };
+    const auto pixels = [scale](double points) { return points * kPixelsPerPoint * scale; };
     if (!(picture.width > 0 && picture.width < kMostPoints && picture.height > 0 &&
           picture.height < kMostPoints))
         return;
@@ -252,19 +252,21 @@ void AddPicture(const book::HeaderPicture& picture, MeasuredLine& measured)
 
 /// `picture` is nullptr if there is none for the line.
 MeasuredLine Measure(const HeaderLine& pieces, const LineMetrics& before,
-                     const book::HeaderPicture* picture, const TextMeasure& measure)
+                     const book::HeaderPicture* picture, double scale, const TextMeasure& measure)
 {
     MeasuredLine measured;
     for (const HeaderPiece& piece : pieces) {
         if (piece.isPicture) {
             if (picture != nullptr && !measured.picture)
-                AddPicture(*picture, measured);
+                AddPicture(*picture, scale, measured);
             continue;
         }
-        TextPiece text{piece.text, piece.font, piece.font.color, measured.line.width, 0};
-        text.width = measure.Width(piece.text, piece.font);
+        book::Font font = piece.font;
+        font.size *= scale;
+        TextPiece text{piece.text, font, font.color, measured.line.width, 0};
+        text.width = measure.Width(piece.text, font);
         measured.line.width += text.width;
-        const LineMetrics metrics = measure.Metrics(piece.font);
+        const LineMetrics metrics = measure.Metrics(font);
         measured.metrics.ascent = std::max(measured.metrics.ascent, metrics.ascent);
         measured.metrics.height = std::max(measured.metrics.height, metrics.height);
         measured.line.pieces.push_back(std::move(text));
@@ -294,7 +296,7 @@ void PlaceHeader(const HeaderText& header, const HeaderPlace& place, const TextM
         LineMetrics before;
         const book::HeaderPicture* picture = place.pictures[part];
         for (const HeaderLine& line : header.parts[part]) {
-            measured.push_back(Measure(line, before, picture, measure));
+            measured.push_back(Measure(line, before, picture, place.scale, measure));
             if (measured.back().picture)
                 picture = nullptr;
             before = measured.back().metrics;

@@ -16,7 +16,7 @@ namespace orrery::look {
 /// What the fields of headers and footers stand for.
 struct PageFields {
     std::int32_t page = 1;
-    std::int32_t pages = 1;
+    std::int32_t pages = 0;
     std::string fileName;
     std::string folder; ///< ends in a separator
     std::string sheetName;
@@ -50,6 +50,7 @@ struct HeaderPlace {
     bool isFooter = false;
     /// What &G stands for at the left, in the middle, and at the right; nullptr if there is none.
     std::array<const book::HeaderPicture*, 3> pictures{};
+    double scale = 1; ///< of fonts and pictures
 };
 
 /// Adds the lines and pictures of a header or footer to a page. A picture stands on its line like a

@@ -231,9 +231,12 @@ private:
 
     void AddHeaders()
     {
-        fields_.pages = static_cast<std::int32_t>(pages_.size());
+        if (fields_.pages == 0)
+            fields_.pages = static_cast<std::int32_t>(pages_.size());
+        const std::int32_t first =
+            setup_.firstPageNumber == 1 ? fields_.page : setup_.firstPageNumber;
         for (std::size_t i = 0; i < pages_.size(); ++i) {
-            fields_.page = setup_.firstPageNumber + static_cast<std::int32_t>(i);
+            fields_.page = first + static_cast<std::int32_t>(i);
             AddHeader(HeaderOf(i, setup_.header, setup_.firstHeader, setup_.evenHeader), false,
                       pages_[i]);
             AddHeader(HeaderOf(i, setup_.footer, setup_.firstFooter, setup_.evenFooter), true,
@@ -268,6 +271,8 @@ private:
         }
         if (isFooter)
             place.y = area_.paper.height - MarginInPixels(setup_.footerMargin);
+        if (setup_.scalesHeaders)
+            place.scale = scale_;
         PlaceHeader(ParseHeader(header.text, options_.font, fields_), place, measure_, page);
     }
 

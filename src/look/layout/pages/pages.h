@@ -11,8 +11,8 @@
 namespace orrery::look {
 
 struct PageOptions {
-    /// What headers and footers tell; the number of the page and of all pages are found out, and an
-    /// empty name of the sheet is the sheet's own.
+    /// What headers and footers tell. The page is the first one's number, unless the set-up says
+    /// another; no pages stand for those of the sheet, an empty name for the sheet's own.
     PageFields fields;
     book::Font font; ///< of headers and footers: the workbook's Normal font
     std::size_t mostPages = 1000;

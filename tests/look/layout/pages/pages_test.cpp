@@ -133,6 +133,28 @@ TEST_F(PagesTest, HeadersCountPages)
     EXPECT_EQ(text(2, 1), "end");
 }
 
+TEST_F(PagesTest, NumbersGoOnFromOtherSheets)
+{
+    Printing().footer = "&P of &N";
+    PageOptions options;
+    options.fields.page = 4;
+    options.fields.pages = 20;
+    const auto text = [&] { return Pages(options).at(1).headerAndFooter.at(0).pieces.at(0).text; };
+    EXPECT_EQ(text(), "5 of 20");
+    Printing().firstPageNumber = 9;
+    EXPECT_EQ(text(), "10 of 20") << "the set-up says where they begin";
+}
+
+TEST_F(PagesTest, HeadersAreScaledWithThePage)
+{
+    Printing().footer = "&12end";
+    Printing().scale = 50;
+    const auto size = [&] { return Pages().at(0).headerAndFooter.at(0).pieces.at(0).font.size; };
+    EXPECT_EQ(size(), 6);
+    Printing().scalesHeaders = false;
+    EXPECT_EQ(size(), 12);
+}
+
 TEST_F(PagesTest, AreBounded)
 {
     Printing().scale = 400;

@@ -82,7 +82,7 @@ std::string ReadPageText(const LookRecord& record)
 void ReadOtherTexts(std::string_view data, book::PageSetup& page)
 {
     constexpr std::size_t kHead = 28; // of newer records, and of whose view it is
-    enum Flag : std::uint16_t { Even = 1, First = 2 };
+    enum Flag : std::uint16_t { Even = 1, First = 2, Scaled = 4 };
     const auto view = Slice(data, 12, 16);
     if (std::any_of(view.begin(), view.end(), [](char byte) { return byte != 0; }))
         return;
@@ -99,6 +99,7 @@ void ReadOtherTexts(std::string_view data, book::PageSetup& page)
         cursor.Skip(text.size);
         texts[i] = std::move(text.text);
     }
+    page.scalesHeaders = (flags & Scaled) != 0;
     if ((flags & Even) != 0) {
         page.evenHeader = texts[0];
         page.evenFooter = texts[1];

@@ -107,6 +107,19 @@ TEST(PageReaderTest, ReadsHeadersAndFooters)
     EXPECT_EQ(page.firstHeader, "first");
     EXPECT_EQ(page.firstFooter, "");
     EXPECT_FALSE(page.evenHeader);
+    EXPECT_FALSE(page.scalesHeaders);
+}
+
+TEST(PageReaderTest, HeadersAreScaledUnlessTheFileSaysOtherwise)
+{
+    const auto scales = [](std::uint16_t flags) {
+        const std::string other =
+            Numbers({0x089C, 0, 0, 0, 0, 0}) + std::string(16, '\0') + Numbers({flags, 0, 0, 0, 0});
+        return LookOf(RecordOf(RecordType::HeaderFooter, other)).page.scalesHeaders;
+    };
+    EXPECT_TRUE(LookOf("").page.scalesHeaders);
+    EXPECT_TRUE(scales(4));
+    EXPECT_FALSE(scales(8));
 }
 
 TEST(PageReaderTest, OtherViewsDoNotCount)

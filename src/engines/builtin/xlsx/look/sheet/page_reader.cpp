@@ -83,6 +83,7 @@ void ReadHeaderFooter(xml::Scanner& scanner, PageSetup& page)
     constexpr std::size_t kMaxText = std::size_t{4} * 255; // of Excel, in bytes
     const bool hasFirst = FlagAttribute(scanner, "differentFirst", false);
     const bool hasEven = FlagAttribute(scanner, "differentOddEven", false);
+    page.scalesHeaders = FlagAttribute(scanner, "scaleWithDoc", true);
     xml::ForEachChild(scanner, [&] {
         const std::string_view name = scanner.LocalName();
         std::string text = scanner.ElementText();

@@ -61,6 +61,8 @@ TEST(Page, ReadsHeadersAndFooters)
     EXPECT_EQ(page.evenHeader, std::nullopt);
     EXPECT_EQ(page.firstHeader, "");
     EXPECT_EQ(page.firstFooter, "first");
+    EXPECT_TRUE(page.scalesHeaders);
+    EXPECT_FALSE(ReadPage("<headerFooter scaleWithDoc=\"0\"/>").scalesHeaders);
 }
 
 TEST(Page, ReadsBreaks)

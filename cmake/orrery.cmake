@@ -55,6 +55,14 @@ function(orrery_library name)
     target_link_libraries(${name} PUBLIC orrery_options ${ARG_LINK})
 endfunction()
 
+# orrery_single_sources(LIBRARY): keeps the sources of a library apart on Windows, where orrery-pdf.dll has
+# parts of it, and would have all of it.
+function(orrery_single_sources library)
+    if(WIN32)
+        set_target_properties(${library} PROPERTIES UNITY_BUILD OFF)
+    endif()
+endfunction()
+
 # orrery_test(NAME SOURCES... LINK libraries...): one folder's tests in one program, which is one test of
 # CTest's where the sources are joined, and many elsewhere. If the unit tests run in another build, the
 # program is built only on request.

@@ -13,8 +13,8 @@ _orrery_cli_positionals()
     local count=0 i
     for ((i = 2; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-            --settings | --template-folder | --output-folder | --holiday-folder | --engine | --section | \
-                --sheet | --year | --month | --svg | --region | --language)
+            --settings | --template-folder | --output-folder | --holiday-folder | --engine | --pdf-by | \
+                --section | --sheet | --year | --month | --svg | --region | --language)
                 ((i++))
                 ;;
             -*) ;;
@@ -73,6 +73,10 @@ _orrery_cli()
             _orrery_cli_offer "$current" < <(printf '%s\n' auto builtin excel libreoffice)
             return
             ;;
+        --pdf-by)
+            _orrery_cli_offer "$current" < <(printf '%s\n' builtin office)
+            return
+            ;;
         --section)
             _orrery_cli_offer "$current" < <(printf '%s\n' monthly yearly)
             return
@@ -93,7 +97,7 @@ _orrery_cli()
     if [[ $current == -* ]]; then
         case $command in
             generate)
-                set -- $folders --output-folder --engine --pdf --open --json --help
+                set -- $folders --output-folder --engine --pdf --pdf-by --open --json --help
                 ;;
             check)
                 set -- $folders --engine --json --help

@@ -31,6 +31,6 @@ countries and a command line for scripts come with the program.")
 if(TARGET orrery-libreoffice) # not linked with LibreOffice, so the package does not depend on it
     set(CPACK_DEBIAN_PACKAGE_SUGGESTS "libreoffice-calc")
     string(APPEND CPACK_DEBIAN_PACKAGE_DESCRIPTION
-        "\n.\nWith LibreOffice it makes PDF files of the calendars, too.")
+        "\n.\nWith LibreOffice it can make the calendars and their PDF files, too.")
 endif()
 include(CPack)

@@ -13,7 +13,5 @@ struct YearAndMonth {
 
 /// The month in which a moment lies, in local time.
 YearAndMonth LocalMonth(std::time_t moment);
-/// A moment in local time as spreadsheets count it: days since the 30th of December 1899.
-double LocalSerial(std::time_t moment);
 
 } // namespace orrery::app

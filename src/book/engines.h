@@ -24,6 +24,13 @@ struct StartRequest {
     Patience* patience = nullptr;                  ///< outlives the application; may be null
 };
 
+/// Who makes PDF files.
+enum class PdfBy {
+    Any,     ///< Excel or LibreOffice if one is installed, else the program itself
+    BuiltIn, ///< the program itself
+    Office   ///< Excel or LibreOffice
+};
+
 class WorkbookView;
 
 /// The spreadsheet applications that are available.
@@ -42,10 +49,10 @@ public:
     virtual std::unique_ptr<WorkbookView> OpenView(const std::filesystem::path& path) = 0;
 
     /// Whether workbooks can be printed to PDF files, whichever application wrote them.
-    virtual bool CanPrintPdf() const = 0;
+    virtual bool CanPrintPdf(PdfBy by) const = 0;
     /// The patience outlives the printer and may be null. Throws Error (PdfNotAvailable,
     /// ApplicationFailure).
-    virtual std::unique_ptr<PdfPrinter> StartPdfPrinter(Patience* patience) = 0;
+    virtual std::unique_ptr<PdfPrinter> StartPdfPrinter(PdfBy by, Patience* patience) = 0;
 };
 
 } // namespace orrery::book

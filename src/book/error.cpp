@@ -103,8 +103,12 @@ std::string ApplicationSentence(ErrorKind kind, const util::ErrorDetails& detail
                " is not available here; choose the engine \"builtin\", which needs no other "
                "program.";
     case ErrorKind::PdfNotAvailable:
+        if (details.subject == "builtin")
+            return "A PDF by Orrery itself needs a library of Orrery that is not here. Install "
+                   "Orrery again, or generate the calendar without a PDF.";
         return "A PDF needs Excel on Windows or LibreOffice on Linux, which is not available here. "
-               "Install it, or generate the calendar without a PDF.";
+               "Install it, let Orrery make the PDF (--pdf-by builtin), or generate the calendar "
+               "without a PDF.";
     case ErrorKind::NothingToPrint:
         return "The workbook has no calendar sheet that can be seen. Switch a calendar on in the "
                "parameters, and do not hide its sheet in the template.";

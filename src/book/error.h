@@ -33,7 +33,7 @@ enum class ErrorKind {
     NotAWorksheet,
     // applications
     EngineMissing,      ///< the subject is the engine's name
-    PdfNotAvailable,    ///< no program to make PDF files
+    PdfNotAvailable,    ///< nothing makes PDF files; the subject is "builtin" if that was asked for
     NothingToPrint,     ///< the workbook has no visible calendar sheet
     ApplicationFailure, ///< the cause is the application's own description
     ApplicationLost,    ///< it no longer answers; the subject is its name

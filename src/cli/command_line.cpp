@@ -20,8 +20,8 @@ constexpr const char* kExamples = R"(Examples:
       One calendar: 2027Desk.xls in the output folder.
   orrery-cli generate ~/calendars/Wall.xlsx 2027-2036 --output-folder ~/walls
       Ten calendars from a template of your own, with the Wall.ini beside it.
-  orrery-cli generate Desk.xls 2027 --pdf
-      The calendar, and a PDF of its pages made by LibreOffice.
+  orrery-cli generate Desk.xls 2027 --pdf-by builtin
+      The calendar, and a PDF of its pages.
   orrery-cli check Desk.xls 2027
       Whether the sheets are there and every cell lies inside them.
   orrery-cli look Desk.xls --year 2027 --month 5 --svg May.svg
@@ -101,6 +101,11 @@ void AddGenerate(CLI::App& command, CommandLine& line)
     AddEngine(command, line);
     command.add_flag("--pdf", line.pdf,
                      "Make a PDF of the calendar's pages, too; this needs Excel or LibreOffice");
+    command
+        .add_option("--pdf-by", line.pdfBy,
+                    "Make a PDF, too: by this program alone (builtin), or as --pdf (office)")
+        ->type_name("NAME")
+        ->check(CLI::IsMember({"builtin", "office"}));
     command.add_flag("--open", line.open, "Open each saved workbook with the desktop's program");
     AddJson(command, line);
     command.footer("Prints the path of each saved workbook. For a year and a template Desk.xls\n"
@@ -299,6 +304,7 @@ std::variant<CommandLine, Finished> ParseCommandLine(int argc, const char* const
     const bool oneYear = line.command == Command::Check || line.command == Command::Look;
     if (oneYear && line.years.size() > 1)
         return Finished{ReportWrongUsage("this command takes one year; write 2027", err)};
+    line.pdf = line.pdf || !line.pdfBy.empty();
     if (line.json && line.svgFile == kStandardOutput)
         return Finished{
             ReportWrongUsage("--json and --svg - would both write to the standard output", err)};

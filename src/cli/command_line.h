@@ -34,6 +34,7 @@ struct CommandLine {
     bool open = false;  ///< open the saved workbook
     bool pdf = false;   ///< also make a PDF
     bool write = false; ///< save the proposed parameters
+    std::string pdfBy;  ///< who makes it: "builtin", "office", or empty, which is "office"
     bool json = false;
 };
 

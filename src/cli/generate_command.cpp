@@ -63,6 +63,19 @@ book::Opener OpenerFor(const CommandLine& line, util::ErrorReporter& reporter)
     };
 }
 
+book::PdfBy PdfByOf(const CommandLine& line)
+{
+    return line.pdfBy == "builtin" ? book::PdfBy::BuiltIn : book::PdfBy::Office;
+}
+
+/// Throws Error(PdfNotAvailable) if the command line asks for PDF files that nothing here makes.
+void CheckPdf(const Session& session)
+{
+    const book::PdfBy by = PdfByOf(session.line);
+    if (session.line.pdf && !session.engines.CanPrintPdf(by))
+        throw Error(book::ErrorKind::PdfNotAvailable, by == book::PdfBy::BuiltIn ? "builtin" : "");
+}
+
 /// Paths of the files that the command created.
 struct SavedFiles {
     std::vector<std::string> workbooks;
@@ -101,7 +114,7 @@ SavedFiles GenerateYears(Session& session, ChosenTemplate& chosen, const std::st
     const CommandLine& line = session.line;
     ConsoleObserver observer(session);
     generate::Context context{chosen.settings.names, observer};
-    generate::PdfMaker pdfMaker(session.engines, session.console.patience);
+    generate::PdfMaker pdfMaker(session.engines, PdfByOf(line), session.console.patience);
     const auto start = [&](const generate::GenerateJob& job) {
         return session.engines.Start(
             engine, {OpenerFor(line, observer), generate::FilesOf(job), session.console.patience});
@@ -133,8 +146,7 @@ void RunGenerateCommand(Session& session)
 {
     ChosenTemplate chosen = ChooseTemplate(session);
     const std::string engine = ChooseEngine(session, chosen.settings);
-    if (session.line.pdf && !session.engines.CanPrintPdf())
-        throw Error(book::ErrorKind::PdfNotAvailable);
+    CheckPdf(session);
     const SavedFiles files = GenerateYears(session, chosen, engine);
     if (session.line.json)
         PrintGenerateJson(session, engine, files);

@@ -1,10 +1,10 @@
 #include "app/calendar_view.h"
-#include "app/today.h"
 #include "book/error.h"
 #include "cli/commands.h"
 #include "cli/error.h"
 #include "cli/look_json.h"
 #include "look/canvas/svg_canvas.h"
+#include "look/display/now.h"
 #include "look/display/sheet_picture.h"
 #include "look/text/font_tables.h"
 #include "model/parameter_file.h"
@@ -180,7 +180,7 @@ void RunLookCommand(Session& session)
     const look::FontTables fonts;
     look::SheetPicture picture(
         choice->View(), choice->sheet, fonts,
-        {app::LocalSerial(session.console.now), chosen.file, chosen.settings.TemplatePath});
+        {look::LocalSerial(session.console.now), chosen.file, chosen.settings.TemplatePath});
     if (!svgFile.empty())
         SaveSvg(session, picture);
     if (session.line.json)

@@ -1,7 +1,7 @@
-#include "app/today.h"
 #include "cli/commands.h"
 #include "cli/error.h"
 #include "look/advisor/propose.h"
+#include "look/display/now.h"
 #include "model/parameter_file.h"
 #include "model/parameter_table.h"
 #include "util/paths.h"
@@ -182,7 +182,7 @@ void RunProposeCommand(Session& session)
     const auto view = session.engines.OpenView(path);
     const look::Proposal proposal =
         look::Propose(*view, names, model::CopyDefaults(chosen.settings.defaults),
-                      app::LocalSerial(session.console.now));
+                      look::LocalSerial(session.console.now));
     if (session.line.write)
         WriteProposal(chosen, proposal);
     if (session.line.json)

@@ -7,6 +7,8 @@
 #include "engines/builtin/structure_protection.h"
 #include "engines/excel/application.h"
 #include "engines/libreoffice/libreoffice.h"
+#include "look/pdf/page_printer.h"
+#include "look/pdf/pdf_library.h"
 #include "util/error.h"
 #include "util/text.h"
 
@@ -29,6 +31,13 @@ EngineChoice ChoiceOf(const std::string& name)
     if (!choice)
         throw Error(book::ErrorKind::EngineMissing, name);
     return *choice;
+}
+
+/// Whether a spreadsheet program is installed that prints to PDF files. Throws as
+/// `excel::IsInstalled`.
+bool HasOffice()
+{
+    return libreoffice::IsInstalled() || excel::IsInstalled();
 }
 
 } // namespace
@@ -100,23 +109,28 @@ std::unique_ptr<book::WorkbookView> InstalledEngines::OpenView(const std::filesy
     return builtin::OpenWorkbookView(path);
 }
 
-bool InstalledEngines::CanPrintPdf() const
+bool InstalledEngines::CanPrintPdf(book::PdfBy by) const
 {
+    if (by == book::PdfBy::BuiltIn)
+        return look::CanWritePdf();
     try {
-        return libreoffice::IsInstalled() || excel::IsInstalled();
+        return HasOffice() || (by == book::PdfBy::Any && look::CanWritePdf());
     }
     catch (const Error&) { // nobody knows, so it is not offered
         return false;
     }
 }
 
-std::unique_ptr<book::PdfPrinter> InstalledEngines::StartPdfPrinter(book::Patience* patience)
+std::unique_ptr<book::PdfPrinter> InstalledEngines::StartPdfPrinter(book::PdfBy by,
+                                                                    book::Patience* patience)
 {
-    if (libreoffice::IsInstalled())
+    if (by != book::PdfBy::BuiltIn && libreoffice::IsInstalled())
         return libreoffice::CreatePdfPrinter();
-    if (excel::IsInstalled())
+    if (by != book::PdfBy::BuiltIn && excel::IsInstalled())
         return excel::CreatePdfPrinter({builtin::CheckBeforeOpening, {}, patience});
-    throw Error(book::ErrorKind::PdfNotAvailable);
+    if (by != book::PdfBy::Office && look::CanWritePdf())
+        return std::make_unique<look::PagePrinter>(builtin::OpenWorkbookView);
+    throw Error(book::ErrorKind::PdfNotAvailable, by == book::PdfBy::BuiltIn ? "builtin" : "");
 }
 
 } // namespace orrery::engines

@@ -39,8 +39,9 @@ public:
     std::unique_ptr<book::Application> Start(const std::string& name,
                                              book::StartRequest request) override;
     std::unique_ptr<book::WorkbookView> OpenView(const std::filesystem::path& path) override;
-    bool CanPrintPdf() const override;
-    std::unique_ptr<book::PdfPrinter> StartPdfPrinter(book::Patience* patience) override;
+    bool CanPrintPdf(book::PdfBy by) const override;
+    std::unique_ptr<book::PdfPrinter> StartPdfPrinter(book::PdfBy by,
+                                                      book::Patience* patience) override;
 };
 
 } // namespace orrery::engines

@@ -43,7 +43,7 @@ void PdfMaker::Print(const std::string& workbookPath, const std::vector<std::str
     if (sheets.empty())
         throw Error(book::ErrorKind::NothingToPrint);
     if (!printer_)
-        printer_ = engines_.StartPdfPrinter(patience_);
+        printer_ = engines_.StartPdfPrinter(by_, patience_);
     printer_->Print(util::ToPath(workbookPath), sheets, util::ToPath(pdfPath));
 }
 

@@ -19,8 +19,8 @@ std::string PdfPath(const std::string& workbookPath);
 class PdfMaker {
 public:
     /// `engines` and `patience`, which may be null, must outlive the object.
-    explicit PdfMaker(book::Engines& engines, book::Patience* patience = nullptr)
-        : engines_(engines), patience_(patience)
+    PdfMaker(book::Engines& engines, book::PdfBy by, book::Patience* patience = nullptr)
+        : engines_(engines), by_(by), patience_(patience)
     {
     }
 
@@ -34,6 +34,7 @@ private:
                const std::string& pdfPath);
 
     book::Engines& engines_;
+    book::PdfBy by_;
     book::Patience* patience_;
     std::unique_ptr<book::PdfPrinter> printer_; ///< null until it is needed, and after it is lost
 };

@@ -33,7 +33,7 @@ MainForm::MainForm(const app::SystemFolders& system, book::Engines& engines, Des
 {
     lblEmptyFolder.visible = cmdCopyTemplates.visible = false;
     prgRun.visible = cmdCancel.visible = cmdOpenFolder.visible = false;
-    chkPdf.visible = engines_.CanPrintPdf();
+    chkPdf.visible = engines_.CanPrintPdf(book::PdfBy::Any);
     UpdateButtons();
 }
 

@@ -1,4 +1,4 @@
-#include "app/today.h"
+#include "look/display/now.h"
 #include "ui/main_form.h"
 #include "util/paths.h"
 
@@ -22,7 +22,7 @@ PreviewChoice ChoiceOf(const std::string& folder, const std::string& templateFil
 
 double Now()
 {
-    return app::LocalSerial(std::time(nullptr));
+    return look::LocalSerial(std::time(nullptr));
 }
 
 } // namespace

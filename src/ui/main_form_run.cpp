@@ -188,7 +188,7 @@ void MainForm::cmdGenerate_Click()
         return engines_.Start(engine, {open, generate::FilesOf(job), &view});
     };
     const bool asPdf = chkPdf.visible && chkPdf.checked;
-    generate::PdfMaker pdfMaker(engines_, &view);
+    generate::PdfMaker pdfMaker(engines_, book::PdfBy::Any, &view);
     auto saved =
         generate::RunGenerate(request, working.sets, start, context, asPdf ? &pdfMaker : nullptr);
     if (!saved)

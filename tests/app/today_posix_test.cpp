@@ -19,13 +19,5 @@ TEST(LocalMonth, IsThatOfTheUsersTimeZone)
     EXPECT_EQ(LocalMonth(kNewYearsEve + 3600).year, 2026) << "half an hour after midnight";
 }
 
-TEST(LocalSerial, CountsDaysInTheUsersTimeZone)
-{
-    const ScopedTimeZone ahead("XXX-1");
-    EXPECT_NEAR(LocalSerial(kNewYearsEve), 46388 + 0.5 / 24, 1e-9); // 2027-01-01 00:30
-    const ScopedTimeZone behind("XXX+1");
-    EXPECT_NEAR(LocalSerial(kNewYearsEve), 46387 + 22.5 / 24, 1e-9);
-}
-
 } // namespace
 } // namespace orrery::app

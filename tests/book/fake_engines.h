@@ -51,9 +51,14 @@ public:
         return std::make_unique<WorkbookView>(sheetsToSee);
     }
 
-    bool CanPrintPdf() const override { return canPrintPdf; }
-    std::unique_ptr<book::PdfPrinter> StartPdfPrinter(book::Patience* patience) override
+    bool CanPrintPdf(book::PdfBy by) const override
     {
+        return by == book::PdfBy::BuiltIn ? canPrintItself : canPrintPdf;
+    }
+    std::unique_ptr<book::PdfPrinter> StartPdfPrinter(book::PdfBy by,
+                                                      book::Patience* patience) override
+    {
+        printsBy.push_back(by);
         printerPatience = patience;
         log.Record("Start PDF printer");
         return std::make_unique<PdfPrinter>(log);
@@ -62,7 +67,9 @@ public:
     CallLog log;
     std::vector<book::SheetLook> sheetsToSee; ///< of every workbook that is looked at
     bool canPrintPdf = false;
-    std::string resolved = "fake"; ///< the result for every known name
+    bool canPrintItself = false;       ///< by the program itself
+    std::vector<book::PdfBy> printsBy; ///< of each PDF printer
+    std::string resolved = "fake";     ///< the result for every known name
     std::vector<std::string> started;
     std::vector<book::StartRequest> requests;  ///< of each start
     book::Patience* printerPatience = nullptr; ///< of the last PDF printer

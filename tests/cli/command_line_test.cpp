@@ -121,6 +121,15 @@ TEST(CommandLineTest, GenerateHasEveryOption)
     EXPECT_TRUE(line.json);
 }
 
+TEST(CommandLineTest, WhoMakesAPdfMeansOne)
+{
+    const CommandLine line = Parse({"generate", "Desk.xlsx", "2027", "--pdf-by", "builtin"}).Line();
+    EXPECT_TRUE(line.pdf);
+    EXPECT_EQ(line.pdfBy, "builtin");
+    EXPECT_EQ(Parse({"generate", "Desk.xlsx", "2027", "--pdf"}).Line().pdfBy, "");
+    EXPECT_EQ(Parse({"generate", "Desk.xlsx", "2027", "--pdf-by", "excel"}).ExitCode(), kExitUsage);
+}
+
 TEST(CommandLineTest, OptionsAreOffUnlessGiven)
 {
     const CommandLine line = Parse({"generate", "Desk.xlsx", "2027"}).Line();

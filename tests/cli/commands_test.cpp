@@ -231,9 +231,34 @@ TEST_F(CommandsTest, GenerateWithPdfChecksForAPrinterFirst)
     EXPECT_EQ(Run(Command::Generate), 1);
     EXPECT_EQ(out_.str(), "");
     EXPECT_EQ(err_.str(), "Error!\nError Info: A PDF needs Excel on Windows or LibreOffice on "
-                          "Linux, which is not available here. Install it, or generate the "
-                          "calendar without a PDF.\n");
+                          "Linux, which is not available here. Install it, let Orrery make "
+                          "the PDF (--pdf-by builtin), or generate the calendar without a PDF.\n");
     EXPECT_EQ(engines_.started, Texts());
+    EXPECT_FALSE(fs::exists(At("output")));
+}
+
+TEST_F(CommandsTest, GenerateWithPdfIsAskedOfTheOneThatIsNamed)
+{
+    line_.pdf = true;
+    line_.years = {"2027"};
+    engines_.canPrintPdf = engines_.canPrintItself = true;
+    for (const char* const by : {"", "office", "builtin"}) {
+        line_.pdfBy = by;
+        EXPECT_EQ(Run(Command::Generate), 0);
+    }
+    using enum book::PdfBy;
+    EXPECT_EQ(engines_.printsBy, (std::vector{Office, Office, BuiltIn}));
+}
+
+TEST_F(CommandsTest, GenerateWithPdfByTheProgramNeedsItsLibrary)
+{
+    line_.pdf = engines_.canPrintPdf = true;
+    line_.pdfBy = "builtin";
+    line_.years = {"2027"};
+    EXPECT_EQ(Run(Command::Generate), 1);
+    EXPECT_EQ(err_.str(), "Error!\nError Info: A PDF by Orrery itself needs a library of Orrery "
+                          "that is not here. Install Orrery again, or generate the calendar "
+                          "without a PDF.\n");
     EXPECT_FALSE(fs::exists(At("output")));
 }
 

@@ -9,6 +9,7 @@ import unittest
 
 SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
 WINDOW = os.environ["ORRERY_WINDOW"] == "ON"  # the build has the window program
+PDF = os.environ["ORRERY_PDF"]  # the library that writes PDF files; empty if not built
 LIBREOFFICE = os.environ["ORRERY_LIBREOFFICE"]  # the library that drives it; empty if not built
 
 
@@ -49,8 +50,7 @@ class Install(unittest.TestCase):
                     "share/doc/orrery/changelog.gz"}
         if WINDOW:
             expected |= window_files()
-        if LIBREOFFICE:
-            expected.add(LIBREOFFICE)
+        expected |= {library for library in (PDF, LIBREOFFICE) if library}
         for folder in ("holiday", "template"):
             files = sorted((SOURCE / "data" / folder).iterdir())
             self.assertNotEqual(files, [])
@@ -65,6 +65,24 @@ class Install(unittest.TestCase):
                                 timeout=120)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         self.assertTrue(pathlib.Path(result.stdout.rstrip("\n")).is_file())
+
+    @unittest.skipUnless(PDF, "the build does without PDF files of its own")
+    def test_the_installed_program_makes_a_pdf(self):
+        home = self.scratch / "home of a printer"
+        home.mkdir()
+        command = [self.prefix / "bin/orrery-cli", "generate", "Desk.xlsx", "2027", "--pdf-by", "builtin"]
+        environment = {"HOME": str(home), "PATH": os.environ["PATH"]}
+        result = subprocess.run(command, env=environment, text=True, capture_output=True, timeout=120)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        pdf = pathlib.Path(result.stdout.splitlines()[1])
+        self.assertTrue(pdf.read_bytes().startswith(b"%PDF-"))
+
+        library = self.prefix / PDF
+        hidden = library.rename(library.with_suffix(".hidden"))
+        self.addCleanup(hidden.rename, library)
+        result = subprocess.run(command, env=environment, text=True, capture_output=True, timeout=120)
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertIn("A PDF by Orrery itself needs a library of Orrery", result.stderr)
 
     @unittest.skipUnless(LIBREOFFICE, "the build does without LibreOffice")
     def test_the_installed_program_finds_its_library(self):

@@ -1,4 +1,5 @@
-"""PDF files of calendars, made by the installed LibreOffice and read by poppler's programs."""
+"""PDF files of calendars, made by the installed LibreOffice or by the program itself, and read by poppler's
+programs."""
 
 import calendar
 import json
@@ -42,7 +43,15 @@ def pages_of(pdf):
     return pages
 
 
-class Pdf(Program):
+def producer_of(pdf):
+    info = subprocess.run(["pdfinfo", pdf], text=True, capture_output=True, check=True,
+                          timeout=60).stdout
+    return next(line for line in info.splitlines() if line.startswith("Producer:"))
+
+
+class PdfTests:
+    """What holds whoever makes the files. OPTIONS ask for them."""
+
     def setUp(self):
         super().setUp()
         self.addCleanup(self.assert_no_stray_process)
@@ -118,21 +127,15 @@ class Pdf(Program):
     def test_has_only_the_pages_of_the_months_and_of_the_year(self):
         for make, ending in ((self.make_xlsx, "xlsx"), (self.make_xls, "xls")):
             make()
-            result = self.generate(f"Mine.{ending}", 2027, "--pdf")
+            result = self.generate(f"Mine.{ending}", 2027, *self.OPTIONS)
             self.assertEqual((result.returncode, result.stderr), (0, ""))
             self.assertEqual(result.stdout, f"{self.output}/2027Mine.{ending}\n"
                                             f"{self.output}/2027Mine.pdf\n")
             self.assert_calendar_pages(pages_of(self.output / "2027Mine.pdf"))
             (self.output / "2027Mine.pdf").unlink()
 
-    def test_a_workbook_that_libreoffice_wrote_has_the_same_pages(self):
-        self.make_xlsx()
-        result = self.generate("Mine.xlsx", 2027, "--pdf", "--engine", "libreoffice")
-        self.assertEqual((result.returncode, result.stderr), (0, ""))
-        self.assert_calendar_pages(pages_of(self.output / "2027Mine.pdf"))
-
     def test_every_year_has_one(self):
-        result = self.generate("Desk.xls", "2027-2029", "--pdf", "--json")
+        result = self.generate("Desk.xls", "2027-2029", *self.OPTIONS, "--json")
         self.assertEqual(result.returncode, 0, result.stderr)
         years = range(2027, 2030)
         self.assertEqual(json.loads(result.stdout),
@@ -149,21 +152,21 @@ class Pdf(Program):
     def test_an_earlier_one_is_replaced(self):
         self.output.mkdir()
         (self.output / "2027Desk.pdf").write_text("an earlier one")
-        self.generate("Desk.xlsx", 2027, "--pdf")
+        self.generate("Desk.xlsx", 2027, *self.OPTIONS)
         self.assertEqual(len(pages_of(self.output / "2027Desk.pdf")), 13)
 
     def test_an_open_workbook_is_printed(self):
         self.output.mkdir()
         lock = self.output / ".~lock.2027Desk.xlsx#"
         lock.write_text(",somebody,elsewhere,01.01.2027 12:00,file:///home/somebody;")
-        result = self.generate("Desk.xlsx", 2027, "--pdf")
+        result = self.generate("Desk.xlsx", 2027, *self.OPTIONS)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         self.assertEqual(len(pages_of(self.output / "2027Desk.pdf")), 13)
         self.assertTrue(lock.exists())
 
     def test_hidden_sheets_have_no_pages(self):
         self.make_xlsx(hidden=["Monthly", "Cover"])
-        result = self.generate("Mine.xlsx", 2027, "--pdf")
+        result = self.generate("Mine.xlsx", 2027, *self.OPTIONS)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         pages = pages_of(self.output / "2027Mine.pdf")
         self.assertEqual(len(pages), 1)
@@ -171,7 +174,7 @@ class Pdf(Program):
 
     def test_print_areas_limit_only_the_pages_of_the_calendars(self):
         self.make_xlsx(areas={"Monthly": "B2:B8", "Remarks": "A1:C3"}, yearly="N")
-        result = self.generate("Mine.xlsx", 2027, "--pdf")
+        result = self.generate("Mine.xlsx", 2027, *self.OPTIONS)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         pages = pages_of(self.output / "2027Mine.pdf")
         self.assertEqual(len(pages), 12)
@@ -182,14 +185,14 @@ class Pdf(Program):
 
     def test_a_workbook_with_protected_structure_is_printed(self):
         self.make_protected_xls()
-        result = self.generate("Mine.xls", 2027, "--pdf")
+        result = self.generate("Mine.xls", 2027, *self.OPTIONS)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         self.assert_month_pages(pages_of(self.output / "2027Mine.pdf"))
 
     def test_without_a_page_there_is_none_and_one_report(self):
         for options in ({"hidden": ["Monthly", "Yearly"]}, {"monthly": "N", "yearly": "N"}):
             self.make_xlsx(**options)
-            result = self.generate("Mine.xlsx", 2027, "--pdf")
+            result = self.generate("Mine.xlsx", 2027, *self.OPTIONS)
             self.assertEqual(result.returncode, 1)
             self.assertEqual(result.stdout, f"{self.output}/2027Mine.xlsx\n")
             self.assertEqual(result.stderr,
@@ -201,18 +204,57 @@ class Pdf(Program):
     def test_one_that_cannot_be_written_keeps_the_workbook(self):
         (self.output / "2027Desk.pdf").mkdir(parents=True)
         (self.output / "2027Desk.pdf/mine").touch()
-        result = self.generate("Desk.xlsx", 2027, "--pdf")
+        result = self.generate("Desk.xlsx", 2027, *self.OPTIONS)
         self.assertEqual(result.returncode, 1)
         self.assertEqual(result.stdout, f"{self.output}/2027Desk.xlsx\n")
         self.assertIn("Failed to make the PDF file.\n", result.stderr)
         self.assertIn("2027Desk.pdf", result.stderr.splitlines()[2])
         self.assertEqual(sorted(os.listdir(self.output)), ["2027Desk.pdf", "2027Desk.xlsx"])
 
+
+@unittest.skipUnless(os.environ["ORRERY_LIBREOFFICE"] == "1", "the build does without LibreOffice")
+class OfficePdf(PdfTests, Program):
+    OPTIONS = ["--pdf"]
+
+    def test_a_workbook_that_libreoffice_wrote_has_the_same_pages(self):
+        self.make_xlsx()
+        result = self.generate("Mine.xlsx", 2027, "--pdf", "--engine", "libreoffice")
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assert_calendar_pages(pages_of(self.output / "2027Mine.pdf"))
+
+    def test_its_other_name_is_office(self):
+        result = self.generate("Desk.xlsx", 2027, "--pdf-by", "office")
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertIn("LibreOffice", producer_of(self.output / "2027Desk.pdf"))
+
     def test_without_it_libreoffice_is_not_started(self):
         result = self.generate("Desk.xlsx", 2027)
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertEqual(os.listdir(self.output), ["2027Desk.xlsx"])
         self.assertFalse((self.home / ".cache").exists(), "the folder of LibreOffice's profiles")
+
+
+@unittest.skipUnless(os.environ["ORRERY_PDF"] == "1", "the build does without PDF files of its own")
+class OwnPdf(PdfTests, Program):
+    OPTIONS = ["--pdf-by", "builtin"]
+
+    def test_libreoffice_is_not_started(self):
+        result = self.generate("Desk.xlsx", 2027, *self.OPTIONS)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertFalse((self.home / ".cache/orrery").exists(), "the folder of LibreOffice's profiles")
+        self.assertNotIn("LibreOffice", producer_of(self.output / "2027Desk.pdf"))
+
+    def test_pages_are_numbered_through_all_sheets(self):
+        self.generate("Family.xlsx", 2027, *self.OPTIONS)
+        for number, page in enumerate(pages_of(self.output / "2027Family.pdf"), start=1):
+            self.assertIn(f"{number} of 4", page)
+
+    def test_the_same_calendar_gives_the_same_file(self):
+        files = []
+        for _ in range(2):
+            self.generate("Wall.xlsx", 2027, *self.OPTIONS)
+            files.append((self.output / "2027Wall.pdf").read_bytes())
+        self.assertEqual(*files)
 
 
 if __name__ == "__main__":

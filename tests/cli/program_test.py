@@ -102,7 +102,8 @@ class Generate(Program):
         self.assertEqual((result.returncode, result.stdout), (1, ""))
         self.assertEqual(result.stderr,
                          "Error!\nError Info: A PDF needs Excel on Windows or LibreOffice on "
-                         "Linux, which is not available here. Install it, or generate the calendar without a PDF.\n")
+                         "Linux, which is not available here. Install it, let Orrery make the PDF "
+                         "(--pdf-by builtin), or generate the calendar without a PDF.\n")
         self.assertFalse(self.output.exists())
 
     def without_libreoffice(self):

@@ -64,18 +64,35 @@ TEST(EngineChoiceTest, AMissingEngineSuggestsTheBuiltInOne)
     }
 }
 
-TEST(EngineChoiceTest, PdfFilesNeedLibreOfficeOrExcel)
+TEST(EngineChoiceTest, PdfFilesOfOthersNeedLibreOfficeOrExcel)
 {
     InstalledEngines installed;
-    EXPECT_EQ(installed.CanPrintPdf(), libreoffice::IsInstalled() || excel::IsInstalled());
-    if (installed.CanPrintPdf())
+    const bool hasOffice = libreoffice::IsInstalled() || excel::IsInstalled();
+    EXPECT_EQ(installed.CanPrintPdf(book::PdfBy::Office), hasOffice);
+    if (hasOffice)
         return; // other tests cover PDF files with either
     try {
-        installed.StartPdfPrinter(nullptr);
+        installed.StartPdfPrinter(book::PdfBy::Office, nullptr);
         FAIL() << "nothing was thrown";
     }
     catch (const Error& error) {
         EXPECT_EQ(error.Kind(), book::ErrorKind::PdfNotAvailable);
+        EXPECT_EQ(error.Subject(), "");
+    }
+}
+
+TEST(EngineChoiceTest, PdfFilesOfItsOwnNeedTheLibraryBesideTheProgram)
+{
+    InstalledEngines installed;
+    EXPECT_FALSE(installed.CanPrintPdf(book::PdfBy::BuiltIn)); // no library is beside this test
+    EXPECT_EQ(installed.CanPrintPdf(book::PdfBy::Any), installed.CanPrintPdf(book::PdfBy::Office));
+    try {
+        installed.StartPdfPrinter(book::PdfBy::BuiltIn, nullptr);
+        FAIL() << "nothing was thrown";
+    }
+    catch (const Error& error) {
+        EXPECT_EQ(error.Kind(), book::ErrorKind::PdfNotAvailable);
+        EXPECT_EQ(error.Subject(), "builtin");
     }
 }
 

@@ -85,7 +85,7 @@ protected:
     model::NameTables names_ = fake::TestNames();
     generate::Context context_{names_, observer_};
     model::ParameterSets sets_;
-    generate::PdfMaker maker_{engines_};
+    generate::PdfMaker maker_{engines_, book::PdfBy::BuiltIn};
 };
 
 constexpr const char* kMonths = "January\nFebruary\nMarch\nApril\nMay\nJune\nJuly\nAugust\n"
@@ -120,6 +120,7 @@ TEST_F(PdfTest, OnePrinterServesAllYears)
     Run("2028");
     EXPECT_EQ(Content("2028Desk.pdf"), "2028\n");
     EXPECT_EQ(engines_.log.CallsWith("PDF printer"), Texts{"Start PDF printer"});
+    EXPECT_EQ(engines_.printsBy, std::vector{book::PdfBy::BuiltIn});
 }
 
 TEST_F(PdfTest, AWorkbookWithoutACalendarHasNone)

@@ -13,6 +13,7 @@ from support import display, run, wait_for_window
 SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
 VERSION = os.environ["ORRERY_VERSION"]
 ID = os.environ["ORRERY_APP_ID"]
+PDF = os.environ["ORRERY_PDF"]  # the library that writes PDF files; empty if not built
 LIBREOFFICE = os.environ["ORRERY_LIBREOFFICE"]  # the library that drives it; empty if not built
 AS_ROOT = [] if os.geteuid() == 0 else ["sudo", "-n"]
 ICON_CACHE = pathlib.Path("/usr/share/icons/hicolor/icon-theme.cache")
@@ -112,8 +113,7 @@ class Package(unittest.TestCase):
                     f"/usr/share/icons/hicolor/scalable/apps/{ID}.svg"}
         expected |= {f"/usr/share/icons/hicolor/{size}x{size}/apps/{ID}.png"
                      for size in (16, 24, 32, 48, 64, 128, 256, 512)}
-        if LIBREOFFICE:
-            expected.add(f"/usr/{LIBREOFFICE}")
+        expected |= {f"/usr/{library}" for library in (PDF, LIBREOFFICE) if library}
         expected |= {f"/usr/share/orrery/template/{path.name}"
                      for path in (SOURCE / "data/template").iterdir()}
         self.assertLessEqual(expected, names)
@@ -131,6 +131,12 @@ class Package(unittest.TestCase):
         saved = pathlib.Path(result.stdout.rstrip("\n"))
         self.assertEqual(saved.name, "2027Desk.xls")
         self.assertGreater(saved.stat().st_size, 10_000)
+        if PDF:
+            result = run("/usr/bin/orrery-cli", "generate", "Desk.xls", "2028", "--pdf-by", "builtin",
+                         env=user)
+            self.assertEqual(result.stderr, "")
+            self.assertEqual([pathlib.Path(line).name for line in result.stdout.splitlines()],
+                             ["2028Desk.xls", "2028Desk.pdf"])
         if LIBREOFFICE:
             result = run("/usr/bin/orrery-cli", "generate", "Desk.xlsx", "2027", "--pdf",
                          "--engine", "libreoffice", env=user)

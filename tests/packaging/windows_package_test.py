@@ -24,14 +24,14 @@ UNINSTALL_KEY = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Orrer
 SYSTEM_LIBRARIES = {
     "advapi32", "bcrypt", "comctl32", "comdlg32", "crypt32", "dwmapi", "gdi32", "gdiplus", "imm32",
     "kernel32", "msimg32", "msvcrt", "ole32", "oleacc", "oleaut32", "rpcrt4", "shell32", "shlwapi",
-    "user32", "uuid", "uxtheme", "version", "winmm", "winspool.drv", "ws2_32"}
+    "user32", "usp10", "uuid", "uxtheme", "version", "winmm", "winspool.drv", "ws2_32"}
 
 
 def delivered_files():
     """The files in both packages, as paths relative to their folder."""
     data = {path.relative_to(SOURCE).as_posix()
             for folder in ("holiday", "template") for path in (SOURCE / "data" / folder).iterdir()}
-    return data | {"orrery.exe", "orrery-cli.exe", "Orrery.chm", "LICENSE.txt", "README.txt",
+    return data | {"orrery.exe", "orrery-cli.exe", "orrery-pdf.dll", "Orrery.chm", "LICENSE.txt", "README.txt",
                    "data/orrery.ini", "data/tips.txt"}
 
 
@@ -101,6 +101,14 @@ class WindowsPackage(unittest.TestCase):
         self.assertEqual(saved, folder / "output/2027Desk.xls")
         self.assertGreater(saved.stat().st_size, 10_000)
 
+    def generate_pdf(self, folder):
+        """Makes a PDF, with the library beside the program and the fonts of Windows."""
+        self.windows(folder / "orrery-cli.exe", "generate", "Desk.xlsx", "2027", "--pdf-by", "builtin")
+        pdf = (folder / "output/2027Desk.pdf").read_bytes()
+        self.assertTrue(pdf.startswith(b"%PDF-"))
+        self.assertIn(b"/Count 13", pdf)
+        self.assertIn(b"/FontFile2", pdf)
+
     def uninstall(self):
         """Uninstalls the program silently, as Windows does, and waits until that is done."""
         program, *options = shlex.split(self.registry()["QuietUninstallString"].replace("\\", "/"))
@@ -124,12 +132,12 @@ class WindowsPackage(unittest.TestCase):
         self.assertLessEqual(self.zip.stat().st_size, 6 * MIB)
         for notice in ("wxWindows Library Licence", "Eric Biggers",
                        "Jean-loup Gailly and Mark Adler", "Henry Schreiner", "Mbed TLS Contributors",
-                       "GCC Runtime Library Exception", "mingw-w64 project", "The Orrery developers"):
+                       "Keith Packard", "GCC Runtime Library Exception", "mingw-w64 project", "The Orrery developers"):
             self.assertIn(notice, licence)
 
     def test_2_the_programs_are_64_bit_and_need_only_windows(self):
         unpacked = self.unpack("imports")
-        for program in (unpacked / "orrery.exe", unpacked / "orrery-cli.exe", self.setup):
+        for program in (*unpacked.glob("orrery*.exe"), *unpacked.glob("*.dll"), self.setup):
             headers = run(os.environ["ORRERY_OBJDUMP"], "-p", str(program)).stdout
             self.assertIn("file format pei-x86-64", headers, program)
             libraries = {name.lower().removesuffix(".dll")
@@ -146,6 +154,7 @@ class WindowsPackage(unittest.TestCase):
     def test_3_the_zip_runs_where_it_was_unpacked(self):
         unpacked = self.unpack("Where I unpack")
         self.generate(unpacked)
+        self.generate_pdf(unpacked)
         self.assertEqual((unpacked / "template/Wall.xlsx").read_bytes(),
                          (SOURCE / "data/template/Wall.xlsx").read_bytes())
         self.assertTrue((unpacked / "orrery.ini").is_file())

@@ -376,6 +376,12 @@ TEST_F(MainFormPdfTest, IsOfferedOnlyIfItCanBeMade)
     EXPECT_FALSE(Open().chkPdf.visible);
 }
 
+TEST_F(MainFormPdfTest, IsMadeByWhoeverIsThere)
+{
+    OpenDeskAsPdf().cmdGenerate_Click();
+    EXPECT_EQ(engines_.printsBy, std::vector{book::PdfBy::Any});
+}
+
 TEST_F(MainFormPdfTest, TheChoiceIsRemembered)
 {
     OpenDeskAsPdf();

@@ -4,11 +4,11 @@
 #include "engines/libreoffice/installation.h"
 #include "util/error.h"
 #include "util/paths.h"
+#include "util/plugin/plugin.h"
 
 #include <cstdlib>
 #include <dlfcn.h>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 namespace orrery::libreoffice {
@@ -17,19 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 using book::ErrorKind;
 
-constexpr const char* kLibrary = "orrery-libreoffice.so";
-
-/// The library beside the program, or where an installation has it.
-std::optional<fs::path> FindLibrary()
-{
-    std::error_code failure;
-    const fs::path program = fs::read_symlink("/proc/self/exe", failure).parent_path();
-    for (const fs::path& folder : {program, program / ORRERY_PLUGIN_DIR}) {
-        if (fs::exists(folder / kLibrary, failure))
-            return (folder / kLibrary).lexically_normal();
-    }
-    return std::nullopt;
-}
+constexpr const char* kLibrary = "orrery-libreoffice";
 
 fs::path Profiles()
 {
@@ -62,7 +50,7 @@ void* Load(const fs::path& library)
 
 Plugin& LoadPlugin(const fs::path& programFolder)
 {
-    const auto library = FindLibrary();
+    const auto library = util::FindPlugin(kLibrary);
     if (!library)
         throw Error(ErrorKind::EngineMissing, "libreoffice");
     // The plug-in is not linked with LibreOffice: it uses the libraries loaded here.
@@ -99,7 +87,7 @@ Office FindOffice()
 
 bool IsInstalled()
 {
-    return FindLibrary() && FindInstallation();
+    return util::FindPlugin(kLibrary) && FindInstallation();
 }
 
 std::unique_ptr<book::Application> CreateApplication(StructureReader hasProtectedStructure)

@@ -3,16 +3,10 @@
 #include "book/look/cell_style.h"
 #include "look/canvas/svg_definitions.h"
 
-#include <array>
-#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace orrery::look {
-
-/// The pixels of a fill pattern: eight rows, the left pixel in the highest bit. Set ones have the
-/// colour of the foreground.
-std::array<std::uint8_t, 8> PatternRows(book::FillPattern pattern);
 
 /// What CSS says for a fill: "#fff", "url(#fill-1)", or nothing where nothing is filled. Gradients
 /// cover the box around the element; one from the inside outwards is a circle here.

@@ -70,6 +70,8 @@ std::vector<PageBox> PagesOf(const book::SheetLook& sheet, const Layout& layout,
     PageOptions pages;
     pages.fields.fileName = options.fileName;
     pages.fields.folder = options.folder;
+    pages.fields.page = options.firstPage;
+    pages.fields.pages = options.allPages;
     pages.fields.date = format("m/d/yyyy");
     pages.fields.time = format("h:mm AM/PM");
     pages.font = normalFont;
@@ -118,12 +120,13 @@ void SheetPicture::Paint(Canvas& canvas)
     PaintSheet(layout_, canvas, measure_, Options(values));
 }
 
-void SheetPicture::PaintPage(std::size_t page, Canvas& canvas)
+void SheetPicture::PaintPage(std::size_t page, Canvas& canvas, LinesLie lines)
 {
     const ComputedValues values(evaluator_, display_, sheet_);
     PaintOptions options = Options(values);
     options.printsGridLines = view_.Sheet(sheet_).page.printsGridLines;
     options.marksNotComputed = false;
+    options.linesLie = lines;
     look::PaintPage(layout_, layout_.pages.at(page), canvas, measure_, options);
 }
 

@@ -7,6 +7,7 @@
 #include "look/text/text_measure.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,10 @@ struct PictureOptions {
     double now = 0;       ///< local time, in days since the 30th of December 1899
     std::string fileName; ///< for headers and footers
     std::string folder;
+    /// The number of its first page, unless the set-up says another, and how many pages are printed
+    /// together; 0: those of the sheet.
+    std::int32_t firstPage = 1;
+    std::int32_t allPages = 0;
 };
 
 /// A sheet, laid out and ready to be painted.
@@ -35,7 +40,7 @@ public:
     /// Paints the whole sheet.
     void Paint(Canvas& canvas);
     /// Paints a printed page of the layout on its paper.
-    void PaintPage(std::size_t page, Canvas& canvas);
+    void PaintPage(std::size_t page, Canvas& canvas, LinesLie lines = LinesLie::BeforeEdges);
 
 private:
     PaintOptions Options(const ComputedValues& values) const;

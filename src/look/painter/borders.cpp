@@ -40,6 +40,7 @@ struct Arms {
     bool after = false;  ///< right or down
 };
 
+constexpr double kWidestLine = 3; // pixels
 constexpr std::size_t kMostSpans = 2'000'000;
 
 book::Color ColorOf(std::uint32_t code)
@@ -56,7 +57,10 @@ std::uint32_t CodeOf(const std::optional<book::Color>& color)
 
 class BorderPainter {
 public:
-    BorderPainter(const Layout& layout, Canvas& canvas) : layout_(layout), canvas_(canvas) {}
+    BorderPainter(const Layout& layout, Canvas& canvas, LinesLie lie)
+        : layout_(layout), canvas_(canvas), lie_(lie)
+    {
+    }
 
     void Add(const CellBox& cell)
     {
@@ -115,14 +119,19 @@ private:
         return isTowardsArm ? -0.5 : 1.5;
     }
 
+    double Middle(double edge, double width, double end) const
+    {
+        return lie_ == LinesLie::OnEdges ? edge : LineMiddle(edge, width, end);
+    }
+
     void PaintSpan(const LineKey& key, Span span)
     {
         const double width = LineWidth(key.style);
         const double across = key.isVertical ? layout_.width : layout_.height;
         const double along = key.isVertical ? layout_.height : layout_.width;
-        const double middle = LineMiddle(key.edge, width, across);
-        const double begin = LineMiddle(span.begin, width, along);
-        const double end = LineMiddle(span.end, width, along);
+        const double middle = Middle(key.edge, width, across);
+        const double begin = Middle(span.begin, width, along);
+        const double end = Middle(span.end, width, along);
         for (const auto& stroke : StrokesOf(key.style)) {
             double before = width / 2;
             double after = width / 2;
@@ -143,6 +152,7 @@ private:
 
     const Layout& layout_;
     Canvas& canvas_;
+    LinesLie lie_;
     std::map<LineKey, std::vector<Span>> lines_;
     std::map<std::tuple<bool, double, double>, Arms> arms_; ///< by direction, x and y
     std::size_t count_ = 0;
@@ -177,10 +187,12 @@ void PaintDiagonals(const CellBox& cell, Canvas& canvas)
 
 } // namespace
 
-void PaintBorders(const Layout& layout, const Box& visible, Canvas& canvas)
+void PaintBorders(const Layout& layout, const Box& visible, Canvas& canvas, LinesLie lie)
 {
-    BorderPainter painter(layout, canvas);
-    const Box reached{visible.x - 3, visible.y - 3, visible.width + 6, visible.height + 6};
+    BorderPainter painter(layout, canvas, lie);
+    const double reach = lie == LinesLie::OnEdges ? 0 : kWidestLine;
+    const Box reached{visible.x - reach, visible.y - reach, visible.width + 2 * reach,
+                      visible.height + 2 * reach};
     for (const auto& cell : layout.cells) {
         if (!Overlaps(cell.box, reached))
             continue;

@@ -11,6 +11,10 @@
 
 namespace orrery::look {
 
+/// Where lines lie. On a screen the last pixels before an edge belong to its line, as spreadsheets
+/// draw their grid; on paper, which has no such pixels, the edge is the line's middle.
+enum class LinesLie { BeforeEdges, OnEdges };
+
 /// What a page shows beside what its layout holds. What is empty is left out.
 struct PaintOptions {
     /// The part of the sheet that is asked for; what lies outside is not painted.
@@ -25,6 +29,8 @@ struct PaintOptions {
     bool marksNotComputed = true;
     /// Of pages: grid lines are printed only if the sheet says so.
     bool printsGridLines = false;
+    /// Of the borders of a page.
+    LinesLie linesLie = LinesLie::BeforeEdges;
 };
 
 } // namespace orrery::look

@@ -39,6 +39,37 @@ public:
 
     void Paint(bool hasGrid)
     {
+        PaintGround(hasGrid);
+        PaintBorders(layout_, visible_, canvas_);
+        PaintContents();
+    }
+
+    /// Nothing leaves the page's area but the halves of lines on its edges.
+    void PaintPart(bool hasGrid)
+    {
+        if (options_.linesLie == LinesLie::BeforeEdges) {
+            canvas_.Clip(visible_);
+            Paint(hasGrid);
+            canvas_.Restore();
+            return;
+        }
+        constexpr double reach = 2; // more than half of the widest line
+        canvas_.Clip(visible_);
+        PaintGround(hasGrid);
+        canvas_.Restore();
+        canvas_.Clip({visible_.x - reach, visible_.y - reach, visible_.width + 2 * reach,
+                      visible_.height + 2 * reach});
+        PaintBorders(layout_, visible_, canvas_, LinesLie::OnEdges);
+        canvas_.Restore();
+        canvas_.Clip(visible_);
+        PaintContents();
+        canvas_.Restore();
+    }
+
+private:
+    /// What lies below the lines.
+    void PaintGround(bool hasGrid)
+    {
         if (hasGrid) {
             canvas_.BeginGroup("grid", {});
             PaintGridLines(layout_, visible_, canvas_);
@@ -48,12 +79,14 @@ public:
         PaintBars();
         PaintSparklines();
         PaintIcons();
-        PaintBorders(layout_, visible_, canvas_);
+    }
+
+    void PaintContents()
+    {
         PaintTexts();
         PaintDrawings(layout_, visible_, canvas_, measure_, options_);
     }
 
-private:
     void PaintBars()
     {
         for (const auto& cell : layout_.cells) {
@@ -129,9 +162,8 @@ void PaintPage(const Layout& layout, const PageBox& page, Canvas& canvas,
         canvas.Place(
             {part.place.x - part.area.x * page.scale, part.place.y - part.area.y * page.scale},
             page.scale);
-        canvas.Clip(part.area);
-        SheetPainter(layout, canvas, measure, options, part.area).Paint(options.printsGridLines);
-        canvas.Restore();
+        SheetPainter(layout, canvas, measure, options, part.area)
+            .PaintPart(options.printsGridLines);
         canvas.Restore();
     }
     for (const auto& line : page.headerAndFooter)

@@ -13,6 +13,8 @@ struct PictureInfo {
     double height = 0;      ///< as the width
     double resolutionX = 0; ///< pixels for an inch; 0: not told
     double resolutionY = 0;
+    /// A JPEG in grey or YCbCr with 8 bits, baseline or progressive, which every reader knows.
+    bool isCommonJpeg = false;
 };
 
 } // namespace orrery::look

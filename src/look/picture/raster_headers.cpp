@@ -1,5 +1,6 @@
 #include "look/picture/byte_view.h"
 #include "look/picture/headers.h"
+#include "look/picture/picture.h"
 
 #include <cmath>
 
@@ -84,6 +85,9 @@ std::optional<PictureInfo> ReadJpeg(std::string_view bytes)
         if (IsFrame(marker)) {
             info.height = view.U16(at + 5);
             info.width = view.U16(at + 7);
+            const unsigned channels = view.U8(at + 9);
+            info.isCommonJpeg =
+                marker <= 0xC2 && view.U8(at + 4) == 8 && (channels == 1 || channels == 3);
             return Sized(info);
         }
         const std::size_t length = view.U16(at + 2);
@@ -127,6 +131,15 @@ std::optional<PictureInfo> ReadBmp(std::string_view bytes)
     info.resolutionX = view.U32(38) * kMetersPerInch;
     info.resolutionY = view.U32(42) * kMetersPerInch;
     return Sized(info);
+}
+
+std::optional<PictureInfo> ReadRasterInfo(std::string_view bytes)
+{
+    for (const auto read : {ReadPng, ReadJpeg, ReadGif, ReadBmp}) {
+        if (const auto info = read(bytes))
+            return info;
+    }
+    return std::nullopt;
 }
 
 } // namespace orrery::look

@@ -87,10 +87,7 @@ def save_page(document, sheet, last, path):
     sheet.removeAllManualPageBreaks()
     sheet.setPrintTitleColumns(False)
     sheet.setPrintTitleRows(False)
-    widths, heights = _sizes(area.Columns, "Width"), _sizes(area.Rows, "Height")
-    _use_one_margin(area)
-    _set_printed_sizes(area.Columns, "Width", widths)
-    _set_printed_sizes(area.Rows, "Height", heights)
+    show_as_measured(area)
     document.storeToURL(
         pathlib.Path(path).resolve().as_uri(),
         (PropertyValue("FilterName", 0, "calc_pdf_Export", 0),
@@ -98,6 +95,15 @@ def save_page(document, sheet, last, path):
              PropertyValue("Selection", 0, area, 0),
              PropertyValue("ExportBookmarks", 0, False, 0))), 0)))
     return True
+
+
+def show_as_measured(area):
+    """Takes two habits of LibreOffice's from cells that will be printed: the margins of those of .xls
+    files, and sizes without their parts of hundredths of a millimetre."""
+    widths, heights = _sizes(area.Columns, "Width"), _sizes(area.Rows, "Height")
+    _use_one_margin(area)
+    _set_printed_sizes(area.Columns, "Width", widths)
+    _set_printed_sizes(area.Rows, "Height", heights)
 
 
 def _use_one_margin(area):

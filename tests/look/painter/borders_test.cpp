@@ -33,6 +33,17 @@ TEST_F(BordersTest, ThinLinesFillOnePixel)
                                                     "line 49.5 19 49.5 40 #ff0000 1"));
 }
 
+TEST_F(BordersTest, OnPaperEdgesAreTheMiddlesOfLines)
+{
+    auto cell = MakeCell(1, 1);
+    cell.border.top = {LineStyle::Thin, {}};
+    cell.border.right = {LineStyle::Medium, {}};
+    layout_.cells = {cell};
+    PaintBorders(layout_, kAll, canvas_, LinesLie::OnEdges);
+    EXPECT_THAT(canvas_.lines,
+                UnorderedElementsAre("line -0.5 0 50.5 0 #000000 1", "line 50 -1 50 21 #000000 2"));
+}
+
 TEST_F(BordersTest, LinesAtTheEndsOfTheSheetStayInside)
 {
     auto cell = MakeCell(1, 1);

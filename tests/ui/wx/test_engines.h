@@ -78,8 +78,9 @@ public:
             return std::make_unique<StuckApplication>(*request.patience);
         return InstalledEngines::Start(name, std::move(request));
     }
-    bool CanPrintPdf() const override { return printsPdf_; }
-    std::unique_ptr<book::PdfPrinter> StartPdfPrinter(book::Patience* /*patience*/) override
+    bool CanPrintPdf(book::PdfBy /*by*/) const override { return printsPdf_; }
+    std::unique_ptr<book::PdfPrinter> StartPdfPrinter(book::PdfBy /*by*/,
+                                                      book::Patience* /*patience*/) override
     {
         return std::make_unique<TestPrinter>();
     }

@@ -29,14 +29,14 @@ protected:
     }
 
     engines::InstalledEngines engines_;
-    generate::PdfMaker maker_{engines_};
+    generate::PdfMaker maker_{engines_, book::PdfBy::Office};
 };
 
 TEST_F(ExcelPdfTest, CanBeMadeWhereExcelIsInstalled)
 {
-    EXPECT_TRUE(engines_.CanPrintPdf());
+    EXPECT_TRUE(engines_.CanPrintPdf(book::PdfBy::Any));
     TestServer::Unregister();
-    EXPECT_FALSE(engines_.CanPrintPdf());
+    EXPECT_FALSE(engines_.CanPrintPdf(book::PdfBy::Any));
 }
 
 TEST_F(ExcelPdfTest, HasTheCalendarSheetsAloneWhoeverWroteThem)
@@ -49,7 +49,8 @@ TEST_F(ExcelPdfTest, HasTheCalendarSheetsAloneWhoeverWroteThem)
 TEST_F(ExcelPdfTest, MakesNoOtherCalls)
 {
     const auto workbook = folder_ / "Desk.xlsx";
-    engines_.StartPdfPrinter(nullptr)->Print(workbook, {"Third", "Sheet1"}, folder_ / "Desk.pdf");
+    engines_.StartPdfPrinter(book::PdfBy::Any, nullptr)
+        ->Print(workbook, {"Third", "Sheet1"}, folder_ / "Desk.pdf");
     ASSERT_TRUE(TestServer::WaitForProcesses(0));
     std::vector<std::string> expected;
     for (const char* const name : {"DisplayAlerts", "Visible", "Interactive", "ScreenUpdating"})
@@ -92,7 +93,7 @@ TEST_F(ExcelPdfTest, MakesNoOtherCalls)
 TEST_F(ExcelPdfTest, OneExcelPrintsForSeveralYearsAndIsGoneAfterwards)
 {
     {
-        generate::PdfMaker maker(engines_);
+        generate::PdfMaker maker(engines_, book::PdfBy::Office);
         RunWithPdf();
         EXPECT_TRUE(maker.Make(util::FromPath(Target()), {"2024"}, context_));
         EXPECT_EQ(PdfText(), "%PDF-1.7\n2024\n");
@@ -116,7 +117,7 @@ std::string OneSheet(const std::string& state)
 
 TEST_F(ExcelPdfTest, LeavesHiddenSheetsOut)
 {
-    const auto printer = engines_.StartPdfPrinter(nullptr);
+    const auto printer = engines_.StartPdfPrinter(book::PdfBy::Any, nullptr);
     const auto workbook = folder_.Write("Hidden.xlsx", OneSheet("hidden"));
     try {
         printer->Print(workbook, {"First"}, folder_ / "Hidden.pdf");

@@ -1,6 +1,7 @@
 #include "ui/wx/look/brushes.h"
 
-#include "look/canvas/svg_fills.h"
+#include "look/canvas/gradients.h"
+#include "look/canvas/pattern_rows.h"
 
 #include <wx/bitmap.h>
 #include <wx/brush.h>
@@ -9,7 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <numbers>
 
 namespace orrery::ui::wx {
 namespace {
@@ -63,38 +63,21 @@ wxColour ToColour(const book::Color& color, double opacity)
     return {color.red, color.green, color.blue, Alpha(opacity)};
 }
 
-bool IsFilling(const book::Fill& fill)
-{
-    return fill.gradient ? !fill.gradient->stops.empty() : fill.pattern != book::FillPattern::None;
-}
-
 wxGraphicsBrush LinearBrush(wxGraphicsContext& context,
                             const std::vector<book::GradientStop>& stops, double degree,
                             const Box& box, double opacity)
 {
-    // In the unit square the gradient runs by the angle and ends in the corners. Stretching the
-    // square to the box turns its lines of one colour, to which the gradient stays upright.
-    const double angle = std::fmod(degree, 360) * std::numbers::pi / 180;
-    const double unitX = std::cos(angle);
-    const double unitY = std::sin(angle);
-    const double length = std::abs(unitX) + std::abs(unitY);
-    const double slopeX = unitX / length / box.width;
-    const double slopeY = unitY / length / box.height;
-    const double square = slopeX * slopeX + slopeY * slopeY;
-    const look::Point half{slopeX / square / 2, slopeY / square / 2};
-    const look::Point middle = box.Middle();
-    return context.CreateLinearGradientBrush(middle.x - half.x, middle.y - half.y,
-                                             middle.x + half.x, middle.y + half.y,
+    const look::GradientLine line = look::LineOfGradient(degree, box);
+    return context.CreateLinearGradientBrush(line.from.x, line.from.y, line.to.x, line.to.y,
                                              Stops(stops, opacity));
 }
 
 wxGraphicsBrush RadialBrush(wxGraphicsContext& context, const book::Gradient& gradient,
                             double opacity)
 {
-    const double x = std::clamp((gradient.left + gradient.right) / 2, 0.0, 1.0);
-    const double y = std::clamp((gradient.top + gradient.bottom) / 2, 0.0, 1.0);
-    const double radius = std::max({x, 1 - x, y, 1 - y});
-    return context.CreateRadialGradientBrush(x, y, x, y, radius, Stops(gradient.stops, opacity));
+    const auto [middle, radius] = look::CircleOfGradient(gradient);
+    return context.CreateRadialGradientBrush(middle.x, middle.y, middle.x, middle.y, radius,
+                                             Stops(gradient.stops, opacity));
 }
 
 wxGraphicsBrush PlainBrush(wxGraphicsContext& context, const look::Brush& brush, const Box& box)

@@ -10,9 +10,6 @@ namespace orrery::ui::wx {
 
 wxColour ToColour(const book::Color& color, double opacity);
 
-/// Whether anything is filled.
-bool IsFilling(const book::Fill& fill);
-
 /// A gradient between the corners of a box where its lines begin and end. Degrees as
 /// `book::Gradient`.
 wxGraphicsBrush LinearBrush(wxGraphicsContext& context,

@@ -23,11 +23,4 @@ public:
 /// The context outlives the object.
 std::unique_ptr<TextDrawing> MakeTextDrawing(wxGraphicsContext& context);
 
-/// A drawn text may be so much wider or narrower than it was measured, in pixels.
-inline constexpr double kWidthTolerance = 0.2;
-/// Larger fonts than a sheet can have are made smaller, lest the toolkit's numbers overflow.
-inline constexpr double kLargestFont = 2000; ///< pixels
-/// The longest line of text, in font sizes times bytes.
-inline constexpr double kLongestText = 1e6;
-
 } // namespace orrery::ui::wx

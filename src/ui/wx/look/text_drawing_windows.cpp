@@ -1,5 +1,6 @@
 #include "ui/wx/look/text_drawing.h"
 
+#include "look/canvas/text_limits.h"
 #include "look/text/font_name.h"
 
 #include <wx/font.h>
@@ -58,8 +59,8 @@ public:
     void Draw(look::Point at, std::string_view text, const look::TextStyle& style,
               double width) override
     {
-        const double size = std::min(style.font.size * look::kPixelsPerPoint, kLargestFont);
-        text = text.substr(0, static_cast<std::size_t>(kLongestText / std::max(size, 1.0)));
+        const double size = std::min(style.font.size * look::kPixelsPerPoint, look::kLargestFont);
+        text = text.substr(0, static_cast<std::size_t>(look::kLongestText / std::max(size, 1.0)));
         const wxString line = ToString(text);
         if (line.empty())
             return;
@@ -71,7 +72,7 @@ public:
         context_.GetTextExtent(line, &drawn, &height, &descent, &leading);
         const double actual = drawn / kMagnified;
         const bool isStretched = width > 0 && actual > 0 && text.size() > 1 &&
-                                 std::abs(actual - width) > kWidthTolerance;
+                                 std::abs(actual - width) > look::kWidthTolerance;
         context_.PushState();
         context_.Translate(at.x, at.y);
         context_.Scale((isStretched ? width / actual : 1) / kMagnified, 1 / kMagnified);

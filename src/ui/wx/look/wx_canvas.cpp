@@ -1,10 +1,10 @@
 #include "ui/wx/look/wx_canvas.h"
 
+#include "look/canvas/gradients.h"
 #include "ui/wx/look/brushes.h"
 #include "ui/wx/look/dashes.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <cmath>
 #include <numbers>
@@ -13,6 +13,8 @@ namespace orrery::ui::wx {
 namespace {
 
 using look::Box;
+using look::IsFilling;
+using look::IsFromInside;
 using look::Path;
 using look::PathStep;
 using look::Point;
@@ -30,11 +32,6 @@ bool IsFinite(Point point)
 bool IsFinite(const Box& box)
 {
     return IsFinite(Point{box.x, box.y}) && IsFinite(Point{box.width, box.height});
-}
-
-bool IsFromInside(const book::Fill& fill)
-{
-    return fill.gradient && fill.gradient->isPath && fill.gradient->stops.size() > 1;
 }
 
 wxGraphicsPen MakePen(wxGraphicsContext& context, const look::Pen& pen)
@@ -127,39 +124,14 @@ void WxCanvas::FillBox(const Box& box, const look::Brush& brush)
 
 void WxCanvas::FillAlongEdges(const Box& box, const book::Gradient& gradient, double opacity)
 {
-    const auto share = [](double value) { return std::clamp(value, 0.0, 1.0); };
-    const double left = box.x + share(gradient.left) * box.width;
-    const double right = std::max(left, box.x + share(gradient.right) * box.width);
-    const double top = box.y + share(gradient.top) * box.height;
-    const double bottom = std::max(top, box.y + share(gradient.bottom) * box.height);
     const auto solid = [opacity](book::Color color) { return look::SolidBrush(color, opacity); };
     if (opacity >= 1) // no gap shows between the parts
         FillBox(box, solid(gradient.stops.back().color));
-    const Box inner{left, top, right - left, bottom - top};
-    // A side: its outer edge, its inner edge, the box around both and the way outwards.
-    const auto side = [&](std::array<Point, 4> corners, const Box& part, double degree) {
-        if (!(part.width > 0 && part.height > 0))
-            return;
-        using enum PathStep::Kind;
-        const Path path{{Move, corners[0], {}, {}},
-                        {Line, corners[1], {}, {}},
-                        {Line, corners[2], {}, {}},
-                        {Line, corners[3], {}, {}},
-                        {Close, {}, {}, {}}};
-        FillPath(MakePath(path), LinearBrush(context_, gradient.stops, degree, part, opacity));
-    };
-    const Point outer1{box.x, box.y};
-    const Point outer2{box.Right(), box.y};
-    const Point outer3{box.Right(), box.Bottom()};
-    const Point outer4{box.x, box.Bottom()};
-    side({outer1, {left, top}, {left, bottom}, outer4}, {box.x, box.y, left - box.x, box.height},
-         180);
-    side({outer2, {right, top}, {right, bottom}, outer3},
-         {right, box.y, box.Right() - right, box.height}, 0);
-    side({outer1, {left, top}, {right, top}, outer2}, {box.x, box.y, box.width, top - box.y}, 270);
-    side({outer4, {left, bottom}, {right, bottom}, outer3},
-         {box.x, bottom, box.width, box.Bottom() - bottom}, 90);
-    FillBox(inner, solid(gradient.stops.front().color));
+    const look::GradientSides parts = look::SidesOfGradient(gradient, box);
+    for (const look::GradientSide& side : parts.sides)
+        FillPath(MakePath(side.path),
+                 LinearBrush(context_, gradient.stops, side.degree, side.box, opacity));
+    FillBox(parts.inner, solid(gradient.stops.front().color));
 }
 
 void WxCanvas::FillFromInside(const Path& path, const Box& box, const look::Brush& brush)

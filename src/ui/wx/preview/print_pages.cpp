@@ -77,7 +77,7 @@ bool PagesPrintout::OnPrintPage(int number)
     const double scale = std::min(paper.width / page.paperWidth, paper.height / page.paperHeight);
     WxCanvas canvas(*context, pictures_);
     canvas.Place({static_cast<double>(paper.x), static_cast<double>(paper.y)}, scale);
-    picture->PaintPage(wanted.paper, canvas);
+    picture->PaintPage(wanted.paper, canvas, look::LinesLie::OnEdges);
     return true;
 }
 

@@ -30,7 +30,7 @@ CairoOwned<cairo_pattern_t> SolidPattern(const book::Color& color, double opacit
 }
 
 /// A pixel of CAIRO_FORMAT_ARGB32, whose colours are multiplied by the opacity.
-std::uint32_t PixelOf(const book::Color& color, double opacity)
+std::uint32_t TilePixel(const book::Color& color, double opacity)
 {
     const auto part = [opacity](double value) {
         return static_cast<std::uint32_t>(std::lround(value * opacity));
@@ -42,8 +42,8 @@ std::uint32_t PixelOf(const book::Color& color, double opacity)
 CairoOwned<cairo_pattern_t> TiledPattern(const book::Fill& fill, double opacity)
 {
     const auto rows = PatternRows(fill.pattern);
-    const std::uint32_t set = PixelOf(fill.foreground.value_or(book::kBlack), opacity);
-    const std::uint32_t unset = PixelOf(fill.background.value_or(book::kWhite), opacity);
+    const std::uint32_t set = TilePixel(fill.foreground.value_or(book::kBlack), opacity);
+    const std::uint32_t unset = TilePixel(fill.background.value_or(book::kWhite), opacity);
     const CairoOwned<cairo_surface_t> tile(
         cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kPatternSize, kPatternSize));
     unsigned char* const pixels = cairo_image_surface_get_data(tile.get());

@@ -13,10 +13,10 @@
 namespace orrery::look {
 namespace {
 
-struct Deleter {
+struct LoaderDeleter {
     void operator()(GdkPixbufLoader* loader) const { g_object_unref(loader); }
 };
-using Loader = std::unique_ptr<GdkPixbufLoader, Deleter>;
+using Loader = std::unique_ptr<GdkPixbufLoader, LoaderDeleter>;
 
 /// A loader that has read all of the bytes, or null.
 Loader Load(const char* type, std::string_view bytes)

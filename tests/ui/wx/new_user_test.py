@@ -91,7 +91,14 @@ class NewUser(unittest.TestCase):
 
     @unittest.skipUnless(os.environ["ORRERY_PLUGIN"], "this build leaves LibreOffice out")
     def test_makes_a_pdf_with_libreoffice(self):
-        program = self.user.start_with_libreoffice()
+        self.make_pdf(os.environ["ORRERY_PLUGIN"])
+
+    @unittest.skipUnless(os.environ["ORRERY_PDF"], "this build makes no PDF files of its own")
+    def test_makes_a_pdf_without_libreoffice(self):
+        self.make_pdf(os.environ["ORRERY_PDF"])
+
+    def make_pdf(self, library):
+        program = self.user.start_beside(library)
         main = program.start_work()
         box = find(main, "Also as PDF")
         self.assertTrue(has(box, Atspi.StateType.SHOWING))

@@ -101,11 +101,11 @@ class User:
                                     "ORRERY_OPENED": str(self.log)}
         return Program(self.test, [program, *arguments], environment, self.folder / "errors")
 
-    def start_with_libreoffice(self):
-        """Starts a program beside the library that drives LibreOffice."""
+    def start_beside(self, library):
+        """Starts a program beside a library that it loads on demand."""
         place = self.folder / "program"
         place.mkdir()
-        shutil.copy(os.environ["ORRERY_PLUGIN"], place)
+        shutil.copy(library, place)
         return self.start(program=shutil.copy(os.environ["ORRERY_WINDOW"], place))
 
     def opened(self):

@@ -10,6 +10,8 @@ import unittest
 CLI = pathlib.Path(os.environ["ORRERY_CLI"])
 DATA = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"]) / "data"
 RUNNER = os.environ.get("ORRERY_RUNNER", "").split()  # starts Windows programs
+# Whether leaks are searched for: the font library keeps what it read until a program ends.
+SANITIZER = {name: os.environ[name] for name in ("ASAN_OPTIONS",) if name in os.environ}
 IS_WINDOWS = CLI.suffix == ".exe"
 
 
@@ -28,7 +30,7 @@ class Program(unittest.TestCase):
         self.addCleanup(shutil.rmtree, self.home)
         self.output = self.home / "out"
         self.program = CLI
-        self.environment = {"HOME": str(self.home), "PATH": os.environ["PATH"]}
+        self.environment = {"HOME": str(self.home), "PATH": os.environ["PATH"], **SANITIZER}
         if IS_WINDOWS:
             self.environment = dict(os.environ)
             self.installation = pathlib.Path(tempfile.mkdtemp(prefix="orrery-installed-"))

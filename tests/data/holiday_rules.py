@@ -1,13 +1,13 @@
-"""A small reader of holiday files, independent of the program's own, to check it.
+"""A reader of holiday files that knows the three plain kinds of rules only, as older programs do.
 
-A rule is "date,kind,name": a fixed date ("0101,DAY,..."), a weekday of a month ("0505,MON,..."
-is the last Monday of May) or a number of days from Easter Sunday ("-2,EASTER,..."). It supports
-only what the shipped files use and is stricter than the program: any other line is a comment and
-must begin with "#".
+A rule is "date,kind,name": a fixed date ("0101,DAY,..." or "0101,,..."), a weekday of a month
+("0505,MON,..." is the last Monday of May) or a number of days from Easter Sunday ("-2,EASTER,...";
+whatever follows EASTER). A line with fewer than two commas or with another word between them is
+passed over before its date is looked at. A plain line with a wrong date may end the reading of a
+file, so that it is an error here.
 """
 
 import calendar
-import re
 from dataclasses import dataclass
 from datetime import date, timedelta
 from pathlib import Path
@@ -15,7 +15,6 @@ from pathlib import Path
 from dateutil.easter import easter
 
 WEEKDAYS = {"MON": 0, "TUE": 1, "WED": 2, "THU": 3, "FRI": 4, "SAT": 5, "SUN": 6}
-RULE = re.compile(r"(-?\d+),(DAY|EASTER|MON|TUE|WED|THU|FRI|SAT|SUN),(.+)")
 LAST = 5  # as ordinal: the last such weekday of the month; 6 is the one before, and so on
 
 
@@ -51,21 +50,40 @@ class HolidayFile:
     path: Path
     rules: list[Rule]
     comments: list[str]
-    unknown_lines: list[str]  # lines that are neither rules nor "#" comments
+    passed_over: list[str]  # lines that are neither plain rules nor "#" comments
+    errors: list[str]  # plain rules without a date
 
     def dates(self, year: int) -> list[tuple[date, str]]:
         """The year's holidays by date; two on one day keep the file's order."""
         return sorted(((r.date_in(year), r.name) for r in self.rules), key=lambda day: day[0])
 
+    def words(self) -> dict[str, str]:
+        """The "# Word: value" lines."""
+        pairs = [line[1:].split(":", 1) for line in self.comments if ":" in line]
+        return {word.strip(): value.strip() for word, value in pairs}
+
+
+def plain_kind(word: str) -> str | None:
+    word = word.strip(" ").upper()
+    if word in ("", "DAY"):
+        return "DAY"
+    return "EASTER" if word.startswith("EASTER") else word if word in WEEKDAYS else None
+
 
 def read_holiday_file(path: Path) -> HolidayFile:
-    rules, comments, unknown_lines = [], [], []
+    file = HolidayFile(path, [], [], [], [])
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), start=1):
-        match = RULE.fullmatch(line)
-        if match:
-            rules.append(Rule(int(match[1]), match[2], match[3], number))
+        fields = line.split(",", 2)
+        kind = plain_kind(fields[1]) if len(fields) > 2 else None
+        if kind:
+            try:
+                rule = Rule(int(fields[0]), kind, fields[2], number)
+                rule.date_in(2001)  # no leap year
+                file.rules.append(rule)
+            except ValueError as error:
+                file.errors.append(f"line {number}: {line!r}: {error}")
         elif line.startswith("#"):
-            comments.append(line)
+            file.comments.append(line)
         else:
-            unknown_lines.append(f"line {number}: {line!r}")
-    return HolidayFile(path, rules, comments, unknown_lines)
+            file.passed_over.append(line)
+    return file

@@ -9,8 +9,6 @@ import check_holidays
 from check_holidays import Findings
 from holiday_rules import HolidayFile, read_holiday_file
 
-YEARS = check_holidays.YEARS
-
 
 def file_of(text: str) -> HolidayFile:
     with tempfile.TemporaryDirectory() as folder:
@@ -21,13 +19,6 @@ def file_of(text: str) -> HolidayFile:
 
 def dates_of(text: str, year: int) -> list[date]:
     return [day for day, _ in file_of(text).dates(year)]
-
-
-def listed(name: str, days: list[str], **other) -> list[dict]:
-    return [
-        {"date": day, "type": "public", "names": [name], "substitute": False, **other}
-        for day in days
-    ]
 
 
 class Reader(unittest.TestCase):
@@ -48,44 +39,58 @@ class Reader(unittest.TestCase):
 
     def test_a_date_that_does_not_exist_is_an_error(self):
         for rule in ("0229,DAY,x", "1301,DAY,x", "0500,MON,x"):
-            with self.subTest(rule=rule), self.assertRaises(ValueError):
-                dates_of(rule, 2025)
+            with self.subTest(rule=rule):
+                self.assertEqual(len(file_of(rule).errors), 1)
 
-    def test_lines_are_rules_comments_or_unknown(self):
-        file = file_of("# a comment\n0101,DAY,A, with comma\n0102, DAY, blanks\n\n0103,DAI,typo\n")
-        self.assertEqual([rule.name for rule in file.rules], ["A, with comma"])
-        self.assertEqual(file.comments, ["# a comment"])
-        self.assertEqual(len(file.unknown_lines), 3)
+    def test_lines_of_other_kinds_are_passed_over(self):
+        file = file_of("# a comment\n0101,DAY,A, with comma\n0102, day , blanks\n\n0103,FIXED,x\n"
+                       "> years 2006-\n20270503,DATE,y\n1104,THU +1,z\n1,EASTER MON,Easter\n")
+        names = [rule.name for rule in file.rules]
+        self.assertEqual(names, ["A, with comma", " blanks", "Easter"])
+        self.assertEqual(len(file.passed_over), 5)
+
+    def test_a_plain_line_that_ends_the_reading_is_an_error(self):
+        for line in ("20270503,DAY,x", "0001,DAY,x", "x,EASTER,y"):
+            with self.subTest(line=line):
+                self.assertEqual(len(file_of(line + "\n").errors), 1)
 
     def test_two_holidays_on_a_day_keep_their_order(self):
         file = file_of("0501,DAY,second\n0101,DAY,first\n0501,DAY,third\n")
         self.assertEqual([name for _, name in file.dates(2025)], ["first", "second", "third"])
 
 
-class Comparison(unittest.TestCase):
-    """Uses a country of the list, whose regions are known: France has one, FR."""
-
-    def problems(self, check, text: str, reference: list[dict]) -> list[str]:
+class Checks(unittest.TestCase):
+    def problems(self, check, *arguments) -> list[str]:
         findings = Findings()
-        check("France", file_of(text), {"FR": reference}, findings)
+        check(*arguments, findings)
         return findings.problems
 
-    def test_a_rule_has_to_be_a_holiday_in_every_year(self):
-        days = [f"{year}-07-14" for year in YEARS]
-        rules = check_holidays.check_rules
-        self.assertEqual(self.problems(rules, "0714,DAY,x", listed("x", days)), [])
-        self.assertEqual(len(self.problems(rules, "0715,DAY,x", listed("x", days))), len(YEARS))
-        self.assertEqual(len(self.problems(rules, "0714,DAY,x", listed("x", days[1:]))), 1)
-        for other in ({"substitute": True}, {"type": "observance"}):
-            self.assertNotEqual(self.problems(rules, "0714,DAY,x", listed("x", days, **other)), [])
+    def test_a_file_has_its_words_and_no_rule_twice(self):
+        words = "".join(f"# {word}: x\n" for word in check_holidays.WORDS)
+        shape = check_holidays.check_shape
+        self.assertEqual(self.problems(shape, "France", file_of(words + "0101,DAY,A\n")), [])
+        self.assertEqual(len(self.problems(shape, "France", file_of("0101,DAY,A\n"))), 4)
+        for line in ("0101,DAY,B", "0000,DAY,B", "# a, comma", "> name en A, B", "0102,DAY, B"):
+            with self.subTest(line=line):
+                file = file_of(words + f"0101,DAY,A\n{line}\n")
+                self.assertEqual(len(self.problems(shape, "France", file)), 1)
 
-    def test_a_holiday_has_to_be_in_the_file_or_in_a_comment(self):
-        complete = check_holidays.check_complete
-        day = listed("Grand Jour", ["2026-03-03"])
-        self.assertEqual(self.problems(complete, "0303,DAY,Grand Jour", day), [])
-        self.assertEqual(self.problems(complete, "# Left out: Grand Jour (moon)", day), [])
-        self.assertEqual(len(self.problems(complete, "# something else", day)), 1)
-        self.assertEqual(len(self.problems(complete, "0304,DAY,Grand Jour", day)), 1)
+    def test_an_older_program_shows_holidays_only(self):
+        plain = check_holidays.check_plain_days
+        file = file_of("0714,DAY,x\n")
+        days = {f"{year}-07-14": ["x"] for year in check_holidays.PLAIN_YEARS}
+        self.assertEqual(self.problems(plain, "France", file, days), [])
+        del days["2030-07-14"]
+        self.assertEqual(len(self.problems(plain, "France", file, days)), 1)
+
+    def test_days_that_only_one_has_are_problems(self):
+        reference = check_holidays.check_reference
+        theirs = {"2026-07-14": "x"}
+        self.assertEqual(self.problems(reference, "France", {"2026-07-14": ["y"]}, theirs), [])
+        self.assertEqual(len(self.problems(reference, "France", {}, theirs)), 1)
+        self.assertEqual(len(self.problems(reference, "France", {"2027-01-01": ["y"]}, {})), 1)
+        listed = {"2026-10-04": "Dia de Eleição"}
+        self.assertEqual(self.problems(reference, "Brazil", {}, listed), [])
 
     def test_an_exception_that_nothing_needs_is_a_problem(self):
         findings = Findings()

@@ -39,8 +39,8 @@ private:
 Date NewMoonDate(int newMoon, const Zone& zone)
 {
     const JulianDay rough = RoughNewMoon(newMoon);
-    const Date date = zone.DateAt(rough - kRoughness);
-    return date == zone.DateAt(rough + kRoughness) ? date : zone.DateAt(MoonPhase(newMoon));
+    const Date date = zone.DateAt(rough - kNewMoonRoughness);
+    return date == zone.DateAt(rough + kNewMoonRoughness) ? date : zone.DateAt(MoonPhase(newMoon));
 }
 
 Months::Months(int gregorianYear, const Zone& zone)

@@ -9,9 +9,9 @@ namespace orrery::holidays::calendars {
 JulianDay MoonPhase(int quarters);
 
 /// The moment of a new moon from its largest terms alone, five times faster than `MoonPhase` and
-/// within `kRoughness` days of it.
+/// within `kNewMoonRoughness` days of it.
 JulianDay RoughNewMoon(int quarters);
-inline constexpr double kRoughness = 0.006;
+inline constexpr double kNewMoonRoughness = 0.006;
 
 /// The last new moon whose mean moment is not after a moment, counted as `MoonPhase` does. The
 /// real one differs from the mean one by up to 14 hours.

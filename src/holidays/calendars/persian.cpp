@@ -1,6 +1,6 @@
 #include "holidays/calendars/persian.h"
 
-#include "holidays/calendars/sun.h"
+#include "holidays/calendars/sky_dates.h"
 
 namespace orrery::holidays::calendars {
 namespace {
@@ -8,9 +8,9 @@ namespace {
 Date Nowruz(int year)
 {
     constexpr int firstYear = 621; // the Gregorian year in which year 0 began
-    constexpr Zone iran = ZoneOfHours(3.5);
-    // An equinox after noon is on the next day when the day begins twelve hours earlier.
-    return iran.DateAt(SunMoment(year + firstYear, 0) + 0.5);
+    // An equinox after noon counts for the next day: as if days began twelve hours earlier.
+    constexpr Zone fromNoon = ZoneOfHours(3.5 + 12);
+    return SunDate(year + firstYear, 0, fromNoon);
 }
 
 } // namespace

@@ -7,7 +7,12 @@ namespace orrery::holidays::calendars {
 
 Date SunDate(int gregorianYear, double degrees, const Zone& zone)
 {
-    return zone.DateAt(SunMoment(gregorianYear, degrees));
+    // A rough moment is enough but for moments near midnight.
+    const JulianDay rough = RoughSunMoment(gregorianYear, degrees);
+    const Date date = zone.DateAt(rough - kSunRoughness);
+    return date == zone.DateAt(rough + kSunRoughness)
+               ? date
+               : zone.DateAt(SunMoment(gregorianYear, degrees));
 }
 
 Dates MoonDates(int gregorianYear, MoonPhaseName phase, const Zone& zone)

@@ -83,6 +83,17 @@ double Way(double from, double to)
     return Turned(to - from + 180) - 180;
 }
 
+/// The dynamical time of `RoughSunMoment`.
+JulianDay RoughTime(int gregorianYear, double degrees)
+{
+    // The sun is at 280 degrees when the year begins.
+    const JulianDay start = Greenwich().StartOf(NewYearsDay(gregorianYear));
+    JulianDay time = start + Turned(degrees - 280) * kDaysOfDegree;
+    for (int step = 0; step < 3; ++step)
+        time += Way(RoughLongitude(time), degrees) * kDaysOfDegree;
+    return time;
+}
+
 } // namespace
 
 double SunLongitude(JulianDay dynamicalTime)
@@ -108,13 +119,15 @@ int SunTwelfth(JulianDay moment)
     return static_cast<int>((clear ? rough : SunLongitude(time)) / 30);
 }
 
+JulianDay RoughSunMoment(int gregorianYear, double degrees)
+{
+    const JulianDay time = RoughTime(gregorianYear, degrees);
+    return time - DeltaT(time);
+}
+
 JulianDay SunMoment(int gregorianYear, double degrees)
 {
-    // The sun is at 280 degrees when the year begins.
-    const JulianDay start = Greenwich().StartOf(NewYearsDay(gregorianYear));
-    JulianDay time = start + Turned(degrees - 280) * kDaysOfDegree;
-    for (int step = 0; step < 3; ++step)
-        time += Way(RoughLongitude(time), degrees) * kDaysOfDegree;
+    JulianDay time = RoughTime(gregorianYear, degrees);
     for (int step = 0; step < 2; ++step)
         time += Way(SunLongitude(time), degrees) * kDaysOfDegree;
     return time - DeltaT(time);

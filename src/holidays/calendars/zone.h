@@ -49,7 +49,7 @@ constexpr Zone ZoneOfHours(double hours)
 const Zone& China();
 /// UTC+9, from 1954 to 1961 UTC+8:30; as China before 1912.
 const Zone& Korea();
-/// UTC+7; as China before 1968, which decided the Tet of that year.
+/// UTC+7 since 1968, as the North decided in 1967; before that as China.
 const Zone& Vietnam();
 /// UTC+9.
 const Zone& Japan();

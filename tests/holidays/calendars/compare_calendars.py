@@ -37,7 +37,8 @@ ICU_NAMES = {"islamic-civil": "islamic-civil", "hebrew": "hebrew", "chinese": "c
              "korean": "dangi", "persian": "persian", "coptic": "coptic", "ethiopic": "ethiopic",
              "indian": "indian"}
 YEAR, MONTH, DAY_OF_MONTH, IS_LEAP = 1, 2, 5, 22  # fields of ICU's calendars
-HEBREW_ORDER = (8, 9, 10, 11, 12, 13, 1, 2, 3, 4, 5, 7)  # ICU's places of Nisan to Adar; 6 is Adar I
+# ICU's places of Nisan to Adar; 6 is Adar I.
+HEBREW_ORDER = (8, 9, 10, 11, 12, 13, 1, 2, 3, 4, 5, 7)
 
 
 class Report:
@@ -59,21 +60,32 @@ class Calendars:
 
     def __init__(self, program):
         self.months = defaultdict(dict)
-        self.moments = {"sun": [], "moon": []}
+        self.sun = []
+        self.moon = []
+        self.moon_dates = {}
         self.easter = {}
         text = subprocess.run([program], capture_output=True, text=True, check=True).stdout
         for line in text.splitlines():
             kind, *fields = line.split()
-            if kind == "month":
-                name, year, month, leap, first, length = fields
-                key = int(year), int(month), int(leap)
-                self.months[name][key] = datetime.date.fromisoformat(first), int(length)
-            elif kind == "easter":
-                self.easter[int(fields[0])] = datetime.date.fromisoformat(fields[1])
-            else:
-                year, number, moment, *days = fields
-                self.moments[kind].append((int(year), int(number), sky.from_julian_day(
-                    float(moment)), [datetime.date.fromisoformat(day) for day in days]))
+            getattr(self, f"read_{kind}")(*fields)
+
+    def read_month(self, name, year, month, leap, first, length):
+        key = int(year), int(month), int(leap)
+        self.months[name][key] = datetime.date.fromisoformat(first), int(length)
+
+    def read_easter(self, year, day):
+        self.easter[int(year)] = datetime.date.fromisoformat(day)
+
+    def read_sun(self, year, degrees, moment, *days):
+        self.sun.append((int(year), int(degrees), sky.from_julian_day(float(moment)),
+                         [datetime.date.fromisoformat(day) for day in days]))
+
+    def read_moon(self, phase, moment):
+        self.moon.append((int(phase), sky.from_julian_day(float(moment))))
+
+    def read_dates(self, year, phase, zone, *days):
+        self.moon_dates[int(year), int(phase), int(zone)] = [
+            datetime.date.fromisoformat(day) for day in days]
 
     def starts(self, name):
         return {key: first for key, (first, _) in self.months[name].items()
@@ -215,35 +227,50 @@ def compare_lunisolar(calendars, report):
                  if FIRST <= first <= LAST}
         here = calendars.starts(name)
         problems = [f"{key}: {here.get(key)}, by ephem {there.get(key)}"
-                    for key in sorted(here.keys() | there.keys()) if here.get(key) != there.get(key)]
+                    for key in sorted(here.keys() | there.keys())
+                    if here.get(key) != there.get(key)]
         report.add(f"{name}, ephem", len(here), problems, 2480)
 
 
-def compare_moments(calendars, report):
-    """The sun and the moon are where ephem has them, and dates are those of their moments."""
+def compare_sun(calendars, report):
+    """The sun is where ephem has it, and the dates are those of ephem's moments."""
     problems = []
-    for year, phase, moment, days in calendars.moments["moon"]:
-        there = sky.phase_near(moment, phase)
-        seconds = 86400 * (moment - there)
-        if abs(seconds) > MOON_SECONDS:
-            problems.append(f"phase {phase} at {moment} is {seconds:.0f} s after ephem's")
-        problems += wrong_dates(there, days, MOON_SECONDS)
-    report.add("moon, ephem", len(calendars.moments["moon"]), problems, 9900)
-    problems = []
-    for year, degrees, moment, days in calendars.moments["sun"]:
+    for year, degrees, moment, days in calendars.sun:
         way = (sky.sun_longitude(moment) - degrees + 180) % 360 - 180
         seconds = way * 365.2422 / 360 * 86400
         if abs(seconds) > SUN_SECONDS:
             problems.append(f"{degrees} degrees in {year} are {seconds:.0f} s after ephem's")
-        problems += wrong_dates(ephem.Date(moment - seconds / 86400), days, SUN_SECONDS)
-    report.add("sun, ephem", len(calendars.moments["sun"]), problems, 201 * 24)
+        there = ephem.Date(moment - seconds / 86400)
+        for zone, day in zip(ZONES, days, strict=True):
+            if sky.local_date(there, zone) != day and not near_midnight(there, zone, SUN_SECONDS):
+                problems.append(f"{there} is not {day} in {zone.__name__}")
+    report.add("sun, ephem", len(calendars.sun), problems, 201 * 24)
 
 
-def wrong_dates(moment, days, tolerance):
-    for zone, day in zip(ZONES, days):
-        there = sky.local_date(moment, zone)
-        if there != day and sky.seconds_from_midnight(moment, zone) > tolerance:
-            yield f"{moment} is {there} in {zone.__name__}, not {day}"
+def compare_moon(calendars, report):
+    """Likewise the moon."""
+    problems, dates, unsure = [], defaultdict(list), set()
+    for phase, moment in calendars.moon:
+        there = sky.phase_near(moment, phase)
+        seconds = 86400 * (moment - there)
+        if abs(seconds) > MOON_SECONDS:
+            problems.append(f"phase {phase} at {moment} is {seconds:.0f} s after ephem's")
+        for number, zone in enumerate(ZONES):
+            day = sky.local_date(there, zone)
+            dates[day.year, phase, number].append(day)
+            if near_midnight(there, zone, MOON_SECONDS):
+                unsure |= {day - DAY, day, day + DAY}
+    report.add("moon, ephem", len(calendars.moon), problems, 9900)
+    problems = []
+    for key, days in calendars.moon_dates.items():
+        if not set(days) ^ set(dates[key]) <= unsure:
+            problems.append(f"{key}: {set(days) ^ set(dates[key])}")
+    report.add("dates of the moon, ephem", len(calendars.moon_dates), problems,
+               201 * 4 * len(ZONES))
+
+
+def near_midnight(moment, zone, seconds):
+    return sky.seconds_from_midnight(moment, zone) < seconds
 
 
 def compare_persian(calendars, report):
@@ -275,8 +302,8 @@ def main():
     calendars, report = Calendars(sys.argv[1]), Report()
     for compare in (compare_continuity, compare_icu, compare_icu_umm_al_qura,
                     compare_rule_of_mecca, compare_old_umm_al_qura, compare_hebrew,
-                    compare_lunardate, compare_lunisolar, compare_moments, compare_persian,
-                    compare_julian):
+                    compare_lunardate, compare_lunisolar, compare_sun, compare_moon,
+                    compare_persian, compare_julian):
         compare(calendars, report)
     print("\n".join(report.lines))
     print("\n".join(report.problems))

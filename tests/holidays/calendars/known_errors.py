@@ -4,23 +4,24 @@ Each entry is a first day of a month and the reason. An entry without a differen
 comparison, so that the lists stay true. Times are those of the calendar's zone.
 """
 
-# ICU 72: its sun and moon are up to a quarter of an hour off, which decides near midnight.
+# ICU 72: its sun and moon are up to a quarter of an hour off, which decides near
+# midnight. A leap month lacks a term because the next month's new moon is on the day of that term.
 ICU = {
     "chinese": {
-        "1917-03-23": "leap month 2: the sun reaches 30 degrees on 21 April at 0:03, with the new moon",
+        "1917-03-23": "leap month 2: the sun reaches 30 degrees on 21 April at 0:03",
         "1917-04-21": "the month after it",
-        "1922-06-25": "leap month 5: the sun reaches 120 degrees on 24 July at 0:06, with the new moon",
+        "1922-06-25": "leap month 5: the sun reaches 120 degrees on 24 July at 0:06",
         "1922-07-24": "the month after it",
         "1954-02-03": "new moon at 23:55",
         "1955-02-22": "new moon at 23:54",
-        "1987-07-26": "leap month 6: the sun reaches 150 degrees on 24 August at 0:10, with the new moon",
+        "1987-07-26": "leap month 6: the sun reaches 150 degrees on 24 August at 0:10",
         "1987-08-24": "the month after it",
         "1999-01-17": "new moon at 23:46",
         "2012-08-17": "new moon at 23:54",
         "2018-11-08": "new moon at 0:02",
         "2027-02-06": "new moon at 23:56",
         "2030-02-03": "new moon at 0:07",
-        "2057-09-28": "new moon within seconds of midnight; Hong Kong's published table has this day",
+        "2057-09-28": "new moon seconds from midnight; Hong Kong has published this day",
         "2070-03-12": "new moon at 23:52",
     },
     "korean": {

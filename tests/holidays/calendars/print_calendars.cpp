@@ -65,34 +65,51 @@ void PrintMonths(const Named& named)
     }
 }
 
-/// "sun 2027 270 2461397.123 2027-12-22 ...": longitude, moment as Julian day, dates in London,
-/// Beijing, Seoul, Hanoi and Tokyo; "moon" likewise with the number of the phase.
-void PrintDates(const char* kind, int year, int number, JulianDay moment)
+const std::array<const Zone*, 5> kZones = {&Greenwich(), &China(), &Korea(), &Vietnam(), &Japan()};
+
+/// "sun 2027 270 2461761.614 2027-12-22 ...": longitude, moment as Julian day, the dates in
+/// London, Beijing, Seoul, Hanoi and Tokyo.
+void PrintSun(int year)
 {
-    std::printf("%s %d %d %.6f", kind, year, number, moment);
-    for (const Zone* zone : {&Greenwich(), &China(), &Korea(), &Vietnam(), &Japan()})
-        std::printf(" %s", Iso(zone->DateAt(moment)).c_str());
-    std::printf("\n");
+    for (int degrees = 0; degrees < 360; degrees += 15) {
+        std::printf("sun %d %d %.6f", year, degrees, SunMoment(year, degrees));
+        for (const Zone* zone : kZones)
+            std::printf(" %s", Iso(SunDate(year, degrees, *zone)).c_str());
+        std::printf("\n");
+    }
+}
+
+/// "moon 2 2461427.55": phase, moment as Julian day.
+void PrintMoon()
+{
+    const JulianDay end = Greenwich().StartOf(NewYearsDay(kLastYear + 1));
+    int quarters = NewMoonBefore(Greenwich().StartOf(NewYearsDay(kFirstYear)));
+    for (; MoonPhase(quarters) < end; ++quarters)
+        std::printf("moon %d %.6f\n", FloorRemainder(quarters, 4), MoonPhase(quarters));
+}
+
+/// "dates 2027 2 1 2027-01-22 ...": phase, number of the zone, dates.
+void PrintMoonDates(int year)
+{
+    for (int phase = 0; phase < 4; ++phase)
+        for (std::size_t zone = 0; zone < kZones.size(); ++zone) {
+            std::printf("dates %d %d %zu", year, phase, zone);
+            for (const Date date :
+                 MoonDates(year, static_cast<MoonPhaseName>(phase), *kZones[zone]))
+                std::printf(" %s", Iso(date).c_str());
+            std::printf("\n");
+        }
 }
 
 void PrintAll()
 {
     for (const Named& named : kCalendars)
         PrintMonths(named);
+    PrintMoon();
     for (int year = kFirstYear; year <= kLastYear; ++year) {
         std::printf("easter %d %s\n", year, Iso(OrthodoxEaster(year)).c_str());
-        for (int degrees = 0; degrees < 360; degrees += 15)
-            PrintDates("sun", year, degrees, SunMoment(year, degrees));
-    }
-    const JulianDay start = Greenwich().StartOf(NewYearsDay(kFirstYear));
-    const JulianDay end = Greenwich().StartOf(NewYearsDay(kLastYear + 1));
-    for (int quarters = NewMoonBefore(start);; ++quarters) {
-        const JulianDay moment = MoonPhase(quarters);
-        if (moment >= end)
-            break;
-        if (moment >= start)
-            PrintDates("moon", GregorianYear(Greenwich().DateAt(moment)),
-                       FloorRemainder(quarters, 4), moment);
+        PrintSun(year);
+        PrintMoonDates(year);
     }
 }
 

@@ -64,7 +64,15 @@ TEST(MoonPhase, IsThatOfPublishedExamples)
 TEST(RoughNewMoon, IsAsNearAsItSays)
 {
     for (int month = -1240; month <= 1250; ++month)
-        ASSERT_NEAR(RoughNewMoon(4 * month), MoonPhase(4 * month), kRoughness) << month;
+        ASSERT_NEAR(RoughNewMoon(4 * month), MoonPhase(4 * month), kNewMoonRoughness) << month;
+}
+
+TEST(RoughSunMoment, IsAsNearAsItSays)
+{
+    for (int year = 1900; year <= 2100; ++year)
+        for (int degrees = 0; degrees < 360; degrees += 15)
+            ASSERT_NEAR(RoughSunMoment(year, degrees), SunMoment(year, degrees), kSunRoughness)
+                << degrees << " degrees in " << year;
 }
 
 TEST(MoonDates, AreAsPublished)

@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::string_view kNamePlace = "{name}";
 constexpr int kMostSteps = 366; ///< of a search for the next day
+/// Before those of one year are taken; a list has room for 1,025 of that.
+constexpr std::size_t kMostDays = 20'000;
 
 int YearOf(Date date)
 {
@@ -80,6 +82,7 @@ private:
     {
         return set_.rules[day.rule].refinements;
     }
+    bool HasRoom() const { return days_.size() < kMostDays; }
     static Category CategoryOf(const Rule& rule)
     {
         return rule.refinements.category.value_or(Category::Public);
@@ -113,7 +116,7 @@ private:
             for (const Date first : FirstDays(rule, year, isEstimated)) {
                 if (!Contains(rule.refinements.weekdays, WeekdayOf(first)))
                     continue;
-                for (int day = 0; day < rule.refinements.days; ++day)
+                for (int day = 0; day < rule.refinements.days && HasRoom(); ++day)
                     days_.push_back({first + std::chrono::days(day),
                                      isEstimated ? Named(set_.estimated, *name) : *name,
                                      CategoryOf(rule), index, false, isEstimated});
@@ -240,7 +243,7 @@ private:
         NoteFirstRules();
         for (const std::size_t index : InOrder()) {
             const Substitute* const substitute = FindSubstitute(days_[index], false);
-            if (substitute == nullptr)
+            if (substitute == nullptr || !HasRoom())
                 continue;
             Holiday day = days_[index];
             day.date = TargetFrom(day.date, substitute->target);
@@ -262,8 +265,8 @@ private:
             const Date last = Date(std::chrono::year(year_) / 12 / 31);
             for (Date date(std::chrono::year(year_) / 1 / 1); date <= last;
                  date += std::chrono::days(1)) {
-                if (IsBetween(date) && Contains(rule.refinements.weekdays, WeekdayOf(date)) &&
-                    HoldsIn(rule, year_))
+                if (HasRoom() && IsBetween(date) &&
+                    Contains(rule.refinements.weekdays, WeekdayOf(date)) && HoldsIn(rule, year_))
                     days_.push_back({date, NameIn(rule, year_).value_or(""), CategoryOf(rule),
                                      index, false, false});
             }

@@ -185,6 +185,7 @@ DayOrError ParseListedDates(std::string_view text)
 {
     constexpr std::size_t dateLength = 8;
     constexpr int mostDays = 366;
+    constexpr std::size_t mostRanges = 1000;
     ListedDates dates;
     for (const std::string& word : WordsOf(text)) {
         const std::string_view range = word;
@@ -197,8 +198,8 @@ DayOrError ParseListedDates(std::string_view text)
         }
         dates.ranges.emplace_back(*first, *last);
     }
-    if (dates.ranges.empty())
-        return WrongDate(text, "Write at least one date such as 20270503.");
+    if (dates.ranges.empty() || dates.ranges.size() > mostRanges)
+        return WrongDate(text, "Write one date such as 20270503 or several, at most 1,000.");
     return RuleDay{std::move(dates)};
 }
 

@@ -5,6 +5,8 @@
 #include "util/checked.h"
 #include "util/error.h"
 
+#include <algorithm>
+
 namespace orrery::holidays {
 namespace {
 
@@ -69,12 +71,13 @@ public:
     }
     Dates operator()(const ListedDates& listed) const
     {
+        const Date newYear = std::chrono::year(year_) / 1 / 1;
+        const Date yearsEnd = std::chrono::year(year_) / 12 / 31;
         Dates dates;
         for (const auto& [first, last] : listed.ranges) {
-            for (Date date = first; date <= last; date += std::chrono::days(1)) {
-                if (std::chrono::year_month_day(date).year() == std::chrono::year(year_))
-                    dates.push_back(date);
-            }
+            for (Date date = std::max(first, newYear); date <= std::min(last, yearsEnd);
+                 date += std::chrono::days(1))
+                dates.push_back(date);
         }
         return dates;
     }

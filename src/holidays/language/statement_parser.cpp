@@ -201,9 +201,23 @@ util::Error Unknown(std::string_view statement, const std::vector<std::string>& 
                        std::string(ClosestWord(first, known).value_or("")));
 }
 
+/// Whether a rule has so many statements that no more are read.
+bool IsFull(const Refinements& refinements)
+{
+    constexpr std::size_t most = 300;
+    return refinements.years.size() + refinements.inYears.size() + refinements.names.size() +
+               refinements.substitutes.size() + refinements.onlyIn.size() +
+               refinements.notIn.size() >=
+           most;
+}
+
 std::optional<util::Error> ParseStatement(std::string_view text, Refinements& refinements)
 {
+    constexpr std::size_t mostWords = 400;
     const std::vector<std::string> words = WordsOf(text);
+    if (IsFull(refinements) || words.size() > mostWords)
+        return util::Error(ErrorKind::WrongRefinement, std::string(text),
+                           "A holiday has at most 300 refinements of 400 words each.");
     for (const Statement& known : kStatements) {
         const std::vector<std::string> begin = WordsOf(known.words);
         if (words.size() < begin.size() || !std::equal(begin.begin(), begin.end(), words.begin()))

@@ -320,6 +320,18 @@ TEST(HolidaysOf, EveryYearHasAnswers)
     EXPECT_EQ(DaysOf("-2,WESTERN,x", 7000).size(), 0U) << "Easter is not computed";
 }
 
+TEST(HolidaysOf, MemoryAndTimeAreBounded)
+{
+    std::string rules = ">> if Sun also next workday\n";
+    for (int rule = 0; rule < 4000; ++rule)
+        rules += "0101,FIXED,x\n> days 366\n";
+    EXPECT_LE(DaysOf(rules, 2027).size(), 20'000U);
+    std::string dates;
+    for (int i = 0; i < 1000; ++i)
+        dates += "20270101-20271231 ";
+    EXPECT_LE(DaysOf(dates + ",DATE,x\n> days 366", 2027).size(), 20'000U);
+}
+
 HolidayList ListOf(std::string_view text)
 {
     HolidayList list;

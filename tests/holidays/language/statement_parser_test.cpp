@@ -97,6 +97,22 @@ INSTANTIATE_TEST_SUITE_P(
                     WrongStatement{"Birth", "born in 1984", kWrong}),
     kNameOfStatement);
 
+TEST(ParseStatements, ARuleHasALimit)
+{
+    Refinements refinements;
+    std::string many;
+    for (int i = 0; i < 301; ++i)
+        many += "if Sun also next day;";
+    EXPECT_TRUE(ParseStatements(many, refinements));
+    EXPECT_EQ(refinements.substitutes.size(), 300U);
+    std::string words = "only in";
+    for (int i = 0; i < 500; ++i)
+        words += " BY";
+    Refinements regions;
+    EXPECT_TRUE(ParseStatements(words, regions));
+    EXPECT_EQ(regions, Refinements());
+}
+
 TEST(ParseStatements, SaysWhatWasMeant)
 {
     Refinements refinements;

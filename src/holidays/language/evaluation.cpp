@@ -56,7 +56,7 @@ private:
 class Evaluation {
 public:
     Evaluation(const RuleSet& set, int year, const HolidayChoice& choice)
-        : set_(set), year_(year), choice_(choice)
+        : set_(set), year_(year), choice_(choice), finder_(year - 1, year + 1)
     {
     }
 
@@ -125,7 +125,7 @@ private:
     }
 
     /// The dates of a year as its rule or, for single years, its refinements give them.
-    static std::vector<Date> FirstDays(const Rule& rule, int year, bool& isEstimated)
+    std::vector<Date> FirstDays(const Rule& rule, int year, bool& isEstimated)
     {
         const Refinements& refinements = rule.refinements;
         const auto given =
@@ -143,7 +143,8 @@ private:
         const bool holds =
             std::all_of(refinements.years.begin(), refinements.years.end(),
                         [year](const YearCondition& condition) { return condition.Holds(year); });
-        return holds ? DatesOf(refinements.exact.value_or(rule.when), year) : std::vector<Date>();
+        return holds ? finder_.DatesOf(refinements.exact.value_or(rule.when), year)
+                     : std::vector<Date>();
     }
 
     /// Indexes of the days, by date, equal dates in the order of the rules.
@@ -304,6 +305,7 @@ private:
     const RuleSet& set_;
     const int year_;
     const HolidayChoice& choice_;
+    DateFinder finder_;
     std::vector<Holiday> days_;
     DaySet taken_; ///< public days
     DaySet own_;   ///< those of them that are no substitutes

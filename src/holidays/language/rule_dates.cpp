@@ -49,10 +49,12 @@ calendars::Zone ZoneOf(const Place& place)
     return calendars::ZoneOfHours(place.hours);
 }
 
+} // namespace
+
 /// The dates of each kind whose own day is in a year.
 class DatesOfKind {
 public:
-    explicit DatesOfKind(std::int16_t year) : year_(year) {}
+    DatesOfKind(DateFinder& finder, std::int16_t year) : finder_(finder), year_(year) {}
 
     Dates operator()(const PlainDay& day) const
     {
@@ -87,7 +89,9 @@ public:
     }
     Dates operator()(const CalendarDay& day) const
     {
-        return Listed(calendars::DatesInYear(day.calendar, year_, day.day.month, day.day.day));
+        Dates dates = Listed(finder_.SpanOf(day.calendar).Find(day.day.month, day.day.day));
+        std::erase_if(dates, [this](Date date) { return calendars::GregorianYear(date) != year_; });
+        return dates;
     }
     Dates operator()(const SolarDay& day) const
     {
@@ -102,15 +106,19 @@ public:
 private:
     static Dates Listed(const calendars::Dates& dates) { return {dates.begin(), dates.end()}; }
 
+    DateFinder& finder_;
     std::int16_t year_;
 };
 
-} // namespace
+const calendars::CalendarSpan& DateFinder::SpanOf(calendars::Calendar calendar)
+{
+    return spans_.try_emplace(calendar, calendar, firstYear_, lastYear_).first->second;
+}
 
-std::vector<Date> DatesOf(const RuleDay& day, int year)
+std::vector<Date> DateFinder::DatesOf(const RuleDay& day, int year)
 {
     try {
-        Dates dates = std::visit(DatesOfKind(util::Narrow16(year)), day.kind);
+        Dates dates = std::visit(DatesOfKind(*this, util::Narrow16(year)), day.kind);
         for (Date& date : dates)
             date += std::chrono::days(day.shift);
         return dates;

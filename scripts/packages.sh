@@ -17,7 +17,7 @@ packages_test=(libpugixml-dev libzip-dev libgtest-dev libgmock-dev libbenchmark-
     python3-fonttools
     python3-html5lib lintian desktop-file-utils appstream xdg-utils gtk-update-icon-cache dpkg-dev)
 # The Windows program: cross compiler, tools for its libraries and its set-up program, and Wine.
-packages_windows=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev xz-utils make nsis wine
+packages_windows=(advancecomp g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev xz-utils make nsis wine
     wine64 fonts-wine locales)
 packages_bench=(libbenchmark-dev libzip-dev python3 python3-openpyxl python3-xlsxwriter python3-pil python3-xlrd python3-xlwt python3-uno
     libreoffice-calc libreoffice-dev)

@@ -574,9 +574,10 @@ TEST_F(CommandsTest, HolidaysOfSeveralFilesAndYears)
     line_.json = true;
     EXPECT_EQ(Run(Command::Holidays), 0);
     const auto day = [this](const std::string& name, const std::string& file, int line) {
-        return R"({"date":"2027-01-01","name":")" + name + R"(","kind":"public","rule":{"file":")" +
-               At("holiday/" + file) + R"(","line":)" + std::to_string(line) +
-               R"(},"substitute":false,"estimated":false})";
+        JsonWriter rule;
+        rule.BeginObject().Key("file").Text(At("holiday/" + file)).Key("line").Number(line);
+        return R"({"date":"2027-01-01","name":")" + name + R"(","kind":"public","rule":)" +
+               rule.EndObject().Result() + R"(,"substitute":false,"estimated":false})";
     };
     const std::string expected = R"({"year":2027,"holidays":[)" + day("New Year", "a.txt", 2) +
                                  ',' + day("Ben (27)", "b.txt", 1) + "]}\n";

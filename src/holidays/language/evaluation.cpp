@@ -140,11 +140,8 @@ private:
                                          static_cast<std::int16_t>(day.day)));
             return dates;
         }
-        const bool holds =
-            std::all_of(refinements.years.begin(), refinements.years.end(),
-                        [year](const YearCondition& condition) { return condition.Holds(year); });
-        return holds ? finder_.DatesOf(refinements.exact.value_or(rule.when), year)
-                     : std::vector<Date>();
+        return HoldsIn(rule, year) ? finder_.DatesOf(refinements.exact.value_or(rule.when), year)
+                                   : std::vector<Date>();
     }
 
     /// Indexes of the days, by date, equal dates in the order of the rules.

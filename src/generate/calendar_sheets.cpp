@@ -1,10 +1,10 @@
 #include "generate/calendar_sheets.h"
 
 #include "book/error.h"
+#include "generate/block_cells.h"
 #include "generate/failure.h"
 #include "generate/month_block.h"
 #include "holidays/language/evaluation.h"
-#include "util/checked.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/sentence.h"
@@ -15,11 +15,6 @@
 namespace orrery::generate {
 namespace {
 
-using model::CellPosition;
-using util::Add32;
-using util::Multiply32;
-
-constexpr std::int16_t kMonths = 12;
 constexpr std::int16_t kFallbackList = 0;
 
 /// The model sheet, or nullptr after reporting that it does not exist.
@@ -99,7 +94,7 @@ std::string MakeMonthSheets(book::Worksheet& model, std::int16_t list, Context& 
     std::string reason;
     NameAfterMonth(model, list, 1, context); // the model sheet does not fall back to the first list
     book::Worksheet* current = &model;
-    for (std::int16_t month = 2; month <= kMonths; ++month) {
+    for (std::int16_t month = 2; month <= kMonthsPerYear; ++month) {
         book::Worksheet* const copy = CopyAfterItself(*current, reason, context);
         if (copy == nullptr)
             continue;
@@ -124,7 +119,7 @@ void FillMonthSheets(book::Worksheet& first, std::int16_t year,
                      Context& context)
 {
     book::Worksheet* sheet = &first;
-    for (std::int16_t month = 1; month <= kMonths; ++month) {
+    for (std::int16_t month = 1; month <= kMonthsPerYear; ++month) {
         if (month > 1)
             sheet = &NextSheet(*sheet, reason);
         FillAndNotify(*sheet, year, month, CalendarKind::Monthly, parameters, context);
@@ -132,53 +127,11 @@ void FillMonthSheets(book::Worksheet& first, std::int16_t year,
     }
 }
 
-/// The cells that move with each month block. The year's cell does not, which is kept on purpose:
-/// it is written twelve times to the same place.
-struct BlockOrigins {
-    CellPosition day;
-    CellPosition weekday;
-    CellPosition month;
-    CellPosition holiday;
-};
-
-BlockOrigins OriginsOf(const model::YearlyParameters& parameters)
-{
-    return {parameters.FirstCellOfDay, parameters.FirstCellOfWeekday, parameters.FirstCellOfMonth,
-            parameters.FirstCellOfHoliday};
-}
-
-void RestoreOrigins(const BlockOrigins& origins, model::YearlyParameters& parameters)
-{
-    parameters.FirstCellOfDay = origins.day;
-    parameters.FirstCellOfWeekday = origins.weekday;
-    parameters.FirstCellOfMonth = origins.month;
-    parameters.FirstCellOfHoliday = origins.holiday;
-}
-
-/// Moves the positions to a month's block; `MonthLayout` blocks stand side by side.
-void ShiftToBlock(const BlockOrigins& origins, std::int16_t month,
-                  model::YearlyParameters& parameters)
-{
-    if (parameters.MonthLayout < 1)
-        throw util::OutOfRangeError();
-    const std::int32_t across = (month - 1) % parameters.MonthLayout;
-    const std::int32_t down = (month - 1) / parameters.MonthLayout;
-    const std::int32_t rows = Multiply32(down, parameters.RowIntervalOfMonth);
-    const std::int32_t columns = Multiply32(across, parameters.ColIntervalOfMonth);
-    const auto shifted = [&](CellPosition origin) {
-        return CellPosition{Add32(origin.row, rows), Add32(origin.column, columns)};
-    };
-    parameters.FirstCellOfDay = shifted(origins.day);
-    parameters.FirstCellOfWeekday = shifted(origins.weekday);
-    parameters.FirstCellOfMonth = shifted(origins.month);
-    parameters.FirstCellOfHoliday = shifted(origins.holiday);
-}
-
 void FillMonthBlocks(book::Worksheet& sheet, std::int16_t year, model::YearlyParameters& parameters,
                      Context& context)
 {
     const BlockOrigins origins = OriginsOf(parameters);
-    for (std::int16_t month = 1; month <= kMonths; ++month) {
+    for (std::int16_t month = 1; month <= kMonthsPerYear; ++month) {
         ShiftToBlock(origins, month, parameters);
         FillAndNotify(sheet, year, month, CalendarKind::Yearly, parameters, context);
     }

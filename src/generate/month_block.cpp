@@ -1,5 +1,6 @@
 #include "generate/month_block.h"
 
+#include "generate/block_cells.h"
 #include "generate/failure.h"
 #include "util/checked.h"
 
@@ -12,52 +13,9 @@ using model::CalendarParameters;
 using model::CellPosition;
 using util::Add16;
 using util::Add32;
-using util::Multiply32;
-
-constexpr std::int16_t kDaysPerWeek = 7;
-constexpr std::int16_t kSunday = 1;
-
-/// A position in the grid of days, counted from 0.
-struct GridPosition {
-    std::int16_t week = 0;
-    std::int16_t column = 0;
-};
 
 /// Where several holidays of one day are written.
 enum class MultiHolidays : std::int16_t { Overwrite = 0, NextRow = 1, NextColumn = 2 };
-
-bool WeeksBeginOnMonday(const CalendarParameters& parameters)
-{
-    return parameters.FirstDayOfWeek != 0;
-}
-
-/// `firstWeekday` is the weekday of the 1st, 1 Sunday to 7 Saturday.
-GridPosition PlaceInGrid(std::int16_t day, std::int16_t firstWeekday, bool mondayFirst)
-{
-    const int offset = day + firstWeekday - 2;
-    int week = offset / kDaysPerWeek;
-    int column = offset % kDaysPerWeek;
-    if (mondayFirst) {
-        if (column != 0) {
-            --column;
-            if (firstWeekday == kSunday)
-                ++week;
-        }
-        else {
-            column = kDaysPerWeek - 1;
-            if (firstWeekday != kSunday)
-                --week;
-        }
-    }
-    return {static_cast<std::int16_t>(week), static_cast<std::int16_t>(column)};
-}
-
-CellPosition CellInGrid(CellPosition origin, GridPosition place,
-                        const CalendarParameters& parameters)
-{
-    return {Add32(origin.row, Multiply32(place.week, parameters.RowIntervalOfDay)),
-            Add32(origin.column, Multiply32(place.column, parameters.ColIntervalOfDay))};
-}
 
 /// Writes one month; any step may throw.
 class MonthWriter {

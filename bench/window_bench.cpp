@@ -234,7 +234,7 @@ private:
         ui::wx::WxDesktop desktop({}, Main().CurrentLocations().settingsFile);
         const auto start = Clock::now();
         Clock::duration time{};
-        ui::ParameterForm form(Main().working, names, {}, desktop);
+        ui::ParameterForm form(Main().working, names, {}, engines_, desktop);
         painted_.Call(CLASSINFO(wxDialog), [&](wxTopLevelWindow& dialog) {
             time = Clock::now() - start;
             dialog.Close();
@@ -248,6 +248,7 @@ private:
 
     const Task task_;
     const int count_;
+    engines::InstalledEngines engines_;
     WhenPainted painted_;
     std::uint64_t paintedVersion_ = 0;
     std::uint64_t oldVersion_ = 0;

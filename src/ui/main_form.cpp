@@ -157,7 +157,7 @@ void MainForm::cmdModify_Click()
 {
     const app::TemplateLocation location{settings_.TemplatePath, settings_.HolidayFilePath,
                                          currentTemplate_};
-    ParameterForm form(working, settings_.names, location, desktop_);
+    ParameterForm form(working, settings_.names, location, engines_, desktop_);
     desktop_.ShowModal(form);
     UpdateButtons();
 }

@@ -2,6 +2,7 @@
 
 #include "ui/holiday_form.h"
 #include "ui/line_problems.h"
+#include "util/paths.h"
 
 #include <utility>
 
@@ -14,10 +15,12 @@ constexpr int kYearlyTab = 2;
 } // namespace
 
 ParameterForm::ParameterForm(app::WorkingSets& working, const model::NameTables& names,
-                             app::TemplateLocation location, Desktop& desktop)
+                             app::TemplateLocation location, book::Engines& engines,
+                             Desktop& desktop)
     : Form("frmParameter", "Modify Parameters", "parameters"),
       monthly('M', "MCalendar", "Output &Monthly Calendar", names), yearly(names),
-      working_(working), location_(std::move(location)), desktop_(desktop)
+      working_(working), names_(names), location_(std::move(location)), engines_(engines),
+      desktop_(desktop)
 {
     Form_Load();
 }
@@ -100,6 +103,18 @@ void ParameterForm::tabOrrery_Click(int index)
     tabOrrery.selected = index;
     tabOrrery.monthlyCaption = index == kMonthlyTab ? "Monthly Calendar" : "&Monthly Calendar";
     tabOrrery.yearlyCaption = index == kYearlyTab ? "Yearly Calendar" : "&Yearly Calendar";
+}
+
+ParameterTab& ParameterForm::SelectedTab()
+{
+    if (tabOrrery.selected == kYearlyTab)
+        return yearly;
+    return monthly;
+}
+
+std::filesystem::path ParameterForm::TemplatePath() const
+{
+    return util::ToPath(location_.templateFolder + location_.templateFile);
 }
 
 } // namespace orrery::ui

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "app/working_sets.h"
+#include "book/engines.h"
 #include "model/name_lists.h"
 #include "ui/desktop.h"
 #include "ui/form.h"
 #include "ui/parameter_checks.h"
 #include "ui/parameter_tab.h"
 
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -17,7 +19,7 @@ class ParameterForm : public Form {
 public:
     /// Also does what `Form_Load` should. The references must outlive the form.
     ParameterForm(app::WorkingSets& working, const model::NameTables& names,
-                  app::TemplateLocation location, Desktop& desktop);
+                  app::TemplateLocation location, book::Engines& engines, Desktop& desktop);
 
     /// Run the checks of a tab, in order. Report the first that fails, show its tab and move the
     /// focus to its control. Throw like `CheckMonthly` and `CheckYearly`.
@@ -41,6 +43,7 @@ public:
     void cmdCancel_Click() { Close(); }
     /// The user selected a tab: 1 monthly, 2 yearly.
     void tabOrrery_Click(int index);
+    ParameterTab& SelectedTab();
 
     /// Only the tab that is not selected has a mnemonic.
     struct TabStrip : Control {
@@ -56,14 +59,27 @@ public:
     Button cmdOK{"cmdOK", "OK"};
     Button cmdCancel{"cmdCancel", "&Cancel"};
 
+    // What the model sheets are shown by.
+    std::filesystem::path TemplatePath() const;
+    book::Engines& Engines() const { return engines_; }
+    const model::NameTables& Names() const { return names_; }
+    const model::ParameterSets& Sets() const { return working_.sets; }
+
+    /// Before the dialog is shown: it opens with the proposal for both tabs in its fields.
+    void ShowProposal() { opensWithProposal_ = true; }
+    bool OpensWithProposal() const { return opensWithProposal_; }
+
 private:
     void Form_Load();
     /// True without a problem; else reports it, shows its tab and moves the focus there.
     bool Passes(const std::optional<Problem>& problem, int tab);
 
     app::WorkingSets& working_;
+    const model::NameTables& names_;
     const app::TemplateLocation location_;
+    book::Engines& engines_;
     Desktop& desktop_;
+    bool opensWithProposal_ = false;
 };
 
 } // namespace orrery::ui

@@ -94,6 +94,7 @@ ParameterTab::ParameterTab(char letter, std::string tabKey, std::string outputCa
       chkOutCalendar(ControlName("chk", letter, "OutCalendar"), std::move(outputCaption)),
       lblSheetName(ControlName("lbl", letter, "SheetName"), "&Sheet Name:"),
       txtSheetName(ControlName("txt", letter, "SheetName")),
+      cmdSheets(ControlName("cmd", letter, "Sheets"), "..."),
       lblFirstDayofWeek(ControlName("lbl", letter, "FirstDayofWeek"), "First Day of Week:"),
       cboFirstDayofWeek(ControlName("cbo", letter, "FirstDayofWeek")),
       lblFirstCellofDay(ControlName("lbl", letter, "FirstCellofDay"), "First Cell of &Day:"),
@@ -136,17 +137,17 @@ ParameterTab::ParameterTab(char letter, std::string tabKey, std::string outputCa
     cboMonthName.entries = EntriesOf(names.Months);
     cboFirstDayofWeek.entries = {"Sunday", "Monday"};
     cboMultiHolidays.entries = {"Overwrite", "Next Row", "Next Column"};
-    fields_ = {&chkOutCalendar,  &txtSheetName,       &cboFirstDayofWeek,   &txtFirstCellofDay,
-               &txtColInterval,  &txtRowInterval,     &chkOutWeekday,       &txtFirstCellofWeekday,
-               &cboWeekdayName,  &chkOutMonth,        &txtFirstCellofMonth, &cboMonthName,
-               &chkOutYear,      &txtFirstCellofYear, &chkOutHoliday,       &txtFirstCellofHoliday,
-               &cboMultiHolidays};
+    texts_ = {&txtSheetName,       &txtFirstCellofDay,     &txtColInterval,
+              &txtRowInterval,     &txtFirstCellofWeekday, &txtFirstCellofMonth,
+              &txtFirstCellofYear, &txtFirstCellofHoliday};
+    lists_ = {&cboFirstDayofWeek, &cboWeekdayName, &cboMonthName, &cboMultiHolidays};
+    checks_ = {&chkOutCalendar, &chkOutWeekday, &chkOutMonth, &chkOutYear, &chkOutHoliday};
 }
 
 void ParameterTab::chkOutCalendar_Click()
 {
     Enable(chkOutCalendar.checked,
-           {&lblSheetName, &txtSheetName, &lblFirstDayofWeek, &cboFirstDayofWeek,
+           {&lblSheetName, &txtSheetName, &cmdSheets, &lblFirstDayofWeek, &cboFirstDayofWeek,
             &lblFirstCellofDay, &txtFirstCellofDay, &lblColInterval, &txtColInterval,
             &updColInterval, &lblRowInterval, &txtRowInterval, &updRowInterval, &chkOutWeekday,
             &chkOutMonth, &chkOutYear, &chkOutHoliday});
@@ -210,6 +211,28 @@ void ParameterTab::Show(const model::CalendarParameters& parameters)
     ClearChanged();
 }
 
+void ParameterTab::EnterBy(const std::function<void()>& show)
+{
+    const auto before = Values();
+    std::vector<bool> changedBefore;
+    for (const auto& [field, value] : before)
+        changedBefore.push_back(field->changed);
+    const holidays::HolidayList holidaysBefore = holidays;
+    const bool holidaysChangedBefore = holidaysChanged;
+    show();
+    holidays = holidaysBefore;
+    holidaysChanged = holidaysChangedBefore;
+    ShowHolidaySample();
+    const auto after = Values();
+    for (std::size_t i = 0; i < after.size(); ++i)
+        after[i].first->changed = changedBefore[i] || after[i].second != before[i].second;
+}
+
+void ParameterTab::Enter(const model::CalendarParameters& parameters)
+{
+    EnterBy([&] { Show(parameters); });
+}
+
 void ParameterTab::Save(model::CalendarParameters& parameters) const
 {
     parameters.Output = chkOutCalendar.checked;
@@ -234,16 +257,29 @@ void ParameterTab::Save(model::CalendarParameters& parameters) const
     parameters.Holidays = holidays;
 }
 
+std::vector<std::pair<Control*, std::string>> ParameterTab::Values() const
+{
+    std::vector<std::pair<Control*, std::string>> values;
+    for (TextBox* const box : texts_)
+        values.emplace_back(box, box->text);
+    for (ComboBox* const list : lists_)
+        values.emplace_back(list, std::to_string(list->selected));
+    for (CheckBox* const box : checks_)
+        values.emplace_back(box, box->checked ? "on" : "off");
+    return values;
+}
+
 bool ParameterTab::Changed() const
 {
-    return holidaysChanged || std::any_of(fields_.begin(), fields_.end(),
-                                          [](const Control* field) { return field->changed; });
+    const auto values = Values();
+    return holidaysChanged || std::any_of(values.begin(), values.end(),
+                                          [](const auto& one) { return one.first->changed; });
 }
 
 void ParameterTab::ClearChanged()
 {
     holidaysChanged = false;
-    for (Control* field : fields_)
+    for (const auto& [field, value] : Values())
         field->changed = false;
 }
 
@@ -269,8 +305,8 @@ YearlyTab::YearlyTab(const model::NameTables& names)
 {
     cboLayoutofMonths.entries = {"1 x 12 Months", "2 x 6 Months", "3 x 4 Months",
                                  "4 x 3 Months",  "6 x 2 Months", "12 x 1 Months"};
-    fields_.insert(fields_.end(),
-                   {&cboLayoutofMonths, &txtColIntervalofMonth, &txtRowIntervalofMonth});
+    lists_.push_back(&cboLayoutofMonths);
+    texts_.insert(texts_.end(), {&txtColIntervalofMonth, &txtRowIntervalofMonth});
 }
 
 void YearlyTab::chkOutCalendar_Click()
@@ -312,6 +348,11 @@ void YearlyTab::Show(const model::YearlyParameters& parameters)
     txtColIntervalofMonth.text = std::to_string(parameters.ColIntervalOfMonth);
     txtRowIntervalofMonth.text = std::to_string(parameters.RowIntervalOfMonth);
     ParameterTab::Show(parameters);
+}
+
+void YearlyTab::Enter(const model::YearlyParameters& parameters)
+{
+    EnterBy([&] { Show(parameters); });
 }
 
 void YearlyTab::Save(model::YearlyParameters& parameters) const

@@ -5,8 +5,10 @@
 #include "ui/controls.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orrery::ui {
@@ -33,6 +35,8 @@ public:
     void ShowHolidaySample();
     /// Fills the controls from a set and clears all `changed` marks.
     void Show(const model::CalendarParameters& parameters);
+    /// Fills the controls like a user: those that then differ count as changed. The holidays stay.
+    void Enter(const model::CalendarParameters& parameters);
     /// Stores the controls in the set; if the calendar is off, only `Output`. An invalid cell
     /// becomes -1 in row and column. Throws like `IntervalOf`.
     void Save(model::CalendarParameters& parameters) const;
@@ -45,6 +49,7 @@ public:
     CheckBox chkOutCalendar;
     Label lblSheetName;
     TextBox txtSheetName;
+    Button cmdSheets; ///< lists the template's sheets
     Label lblFirstDayofWeek;
     ComboBox cboFirstDayofWeek;
     Label lblFirstCellofDay;
@@ -82,9 +87,17 @@ public:
     bool holidaysChanged = false;
 
 protected:
-    std::vector<Control*> fields_; ///< controls whose changes count
+    /// Runs `show`, which shows a set, with the marks and the holidays that `Enter` promises.
+    void EnterBy(const std::function<void()>& show);
+
+    // The controls whose changes count.
+    std::vector<TextBox*> texts_;
+    std::vector<ComboBox*> lists_;
+    std::vector<CheckBox*> checks_;
 
 private:
+    /// These controls with their values as text.
+    std::vector<std::pair<Control*, std::string>> Values() const;
     bool IsOn(const CheckBox& inner) const;
 
     const model::NameTables& names_;
@@ -99,6 +112,7 @@ public:
     /// A layout was chosen: a single column or row of months needs no interval.
     void cboLayoutofMonths_Click();
     void Show(const model::YearlyParameters& parameters);
+    void Enter(const model::YearlyParameters& parameters);
     void Save(model::YearlyParameters& parameters) const;
 
     /// Months side by side in the chosen layout: 1, 2, 3, 4, 6 or 12; nothing if none is chosen.

@@ -3,6 +3,7 @@
 #include "ui/holiday_form.h"
 #include "ui/parameter_test.h"
 #include "util/error.h"
+#include "util/paths.h"
 #include "util/scratch_folder_test.h"
 
 namespace orrery::ui {
@@ -34,6 +35,14 @@ TEST_F(ParameterFormTest, TellsWhichHolidaysOfTheFileAreNotRead)
     EXPECT_EQ(form().monthly.lblHolidayProblems.caption, "");
     EXPECT_EQ(form().yearly.lblHolidayProblems.caption,
               "Line 7: The kind \"MONDAI\" is not known. Write DAY, a weekday or EASTER.");
+}
+
+TEST_F(ParameterFormTest, KnowsItsTemplate)
+{
+    EXPECT_EQ(Open().TemplatePath(), util::ToPath("/t/Desk.xls"));
+    EXPECT_EQ(&form().SelectedTab(), &form().monthly);
+    form().tabOrrery_Click(2);
+    EXPECT_EQ(&form().SelectedTab(), &form().yearly);
 }
 
 // ---- the tabs
@@ -219,7 +228,7 @@ public:
 TEST_F(ParameterFormTest, AFailureIsReportedBeforeTheTabAndTheFocusMove)
 {
     RecordingDesktop witness;
-    ParameterForm dialog(working, names, app::TemplateLocation{}, witness);
+    ParameterForm dialog(working, names, app::TemplateLocation{}, engines, witness);
     witness.form = &dialog;
     dialog.yearly.txtSheetName.Type("");
     EXPECT_FALSE(dialog.ValidateYParameters());
@@ -268,7 +277,8 @@ protected:
         Write("template/Desk.ini", "[Monthly Calendar]\nHoliday=0101, DAY, Monthly rule\n"
                                    "[Yearly Calendar]\nHoliday=0102, DAY, Yearly rule\n");
         form_.emplace(working_, names_,
-                      app::TemplateLocation{At("template/"), At("holiday/"), "Desk.xls"}, desktop_);
+                      app::TemplateLocation{At("template/"), At("holiday/"), "Desk.xls"}, engines_,
+                      desktop_);
     }
     /// The user chooses an entry in the holiday dialog.
     static void Choose(HolidayForm& viewer, int index)
@@ -279,6 +289,7 @@ protected:
 
     const model::NameTables names_ = TwoNameLists();
     app::WorkingSets working_{ValidSets(), true, false, false};
+    fake::Engines engines_;
     FakeDesktop desktop_;
     std::optional<ParameterForm> form_;
 };

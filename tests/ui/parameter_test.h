@@ -1,5 +1,6 @@
 #pragma once
 
+#include "book/fake_engines.h"
 #include "ui/fake_desktop.h"
 #include "ui/parameter_form.h"
 
@@ -70,13 +71,15 @@ protected:
     /// Opens the dialog; the test may change `working` and `names` before.
     ParameterForm& Open()
     {
-        form_.emplace(working, names, app::TemplateLocation{"/t/", "/h/", "Desk.xls"}, desktop);
+        form_.emplace(working, names, app::TemplateLocation{"/t/", "/h/", "Desk.xls"}, engines,
+                      desktop);
         return *form_;
     }
     ParameterForm& form() { return *form_; }
 
     model::NameTables names = TwoNameLists();
     app::WorkingSets working{ValidSets(), true, false, false};
+    fake::Engines engines;
     FakeDesktop desktop;
 
 private:

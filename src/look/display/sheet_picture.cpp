@@ -85,10 +85,11 @@ SheetPicture::SheetPicture(book::WorkbookView& view, std::size_t sheet, const Te
     : view_(view), measure_(measure), name_(view.Workbook().sheets.at(sheet).name), sheet_(sheet),
       evaluator_(view, formula::FromSystem1900(options.now, view.Workbook().dateSystem)),
       display_(view, sheet, evaluator_),
-      layout_(LayOut(view.Sheet(sheet), view.Workbook(), display_, measure))
+      layout_(LayOut(view.Sheet(sheet), view.Workbook(), display_, measure, {options.range}))
 {
-    layout_.pages =
-        PagesOf(view.Sheet(sheet), layout_, measure, view.Workbook().normalFont, options);
+    if (!options.range)
+        layout_.pages =
+            PagesOf(view.Sheet(sheet), layout_, measure, view.Workbook().normalFont, options);
     for (const DrawingBox& box : layout_.drawings)
         AddPicturesNotShown(*box.drawing, layout_.leftOut);
     for (const book::HeaderPicture& picture : view.Sheet(sheet).headerPictures)
@@ -114,10 +115,12 @@ PaintOptions SheetPicture::Options(const ComputedValues& values) const
     return options;
 }
 
-void SheetPicture::Paint(Canvas& canvas)
+void SheetPicture::Paint(Canvas& canvas, const std::optional<Box>& part)
 {
     const ComputedValues values(evaluator_, display_, sheet_);
-    PaintSheet(layout_, canvas, measure_, Options(values));
+    PaintOptions options = Options(values);
+    options.visible = part;
+    PaintSheet(layout_, canvas, measure_, options);
 }
 
 void SheetPicture::PaintPage(std::size_t page, Canvas& canvas, LinesLie lines)

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,8 @@ struct PictureOptions {
     /// together; 0: those of the sheet.
     std::int32_t firstPage = 1;
     std::int32_t allPages = 0;
+    /// The cells to show; absent: all that are used, and the pages on which they are printed.
+    std::optional<book::CellRange> range = {};
 };
 
 /// A sheet, laid out and ready to be painted.
@@ -37,8 +40,8 @@ public:
     const look::Layout& Layout() const { return layout_; }
     /// The shown cells whose formulas cannot be computed, row by row.
     std::vector<book::CellAddress> NotComputed() const;
-    /// Paints the whole sheet.
-    void Paint(Canvas& canvas);
+    /// Paints the sheet, or a part of it.
+    void Paint(Canvas& canvas, const std::optional<Box>& part = {});
     /// Paints a printed page of the layout on its paper.
     void PaintPage(std::size_t page, Canvas& canvas, LinesLie lines = LinesLie::BeforeEdges);
 

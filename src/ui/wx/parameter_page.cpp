@@ -1,9 +1,14 @@
 #include "ui/wx/parameter_page.h"
 
+#include "ui/pointing/tab_fields.h"
 #include "ui/wx/native/text.h"
+#include "ui/wx/pointing/mark_styles.h"
 #include "ui/wx/widgets.h"
 
+#include <wx/button.h>
+#include <wx/dcclient.h>
 #include <wx/gbsizer.h>
+#include <wx/menu.h>
 #include <wx/statline.h>
 
 #include <algorithm>
@@ -20,6 +25,8 @@ constexpr int kCellWidth = 38;
 // Device-independent pixels.
 constexpr int kIndent = 24; // aligned with the text of a check box
 constexpr int kGroupGap = 4;
+constexpr int kSwatch = 14; // before a label
+constexpr int kSwatchGap = 5;
 
 wxSize Gap(const wxWindow& page)
 {
@@ -38,13 +45,23 @@ public:
 
     wxFlexGridSizer* Grid() const { return grid_; }
 
-    void Add(Label& label, TextBox& text)
+    /// `field` contains the text box.
+    void Add(Label& label, TextBox& text, const std::function<wxSizer*()>& makeField)
     {
         AddName(label);
-        auto* const box = AddTextBox(page_, binder_, text);
-        box->SetMinSize(page_.ConvertDialogToPixels(wxSize(kFieldWidth, -1)));
-        grid_->Add(box, wxSizerFlags().Expand());
+        wxSizer* const field = makeField();
+        field->SetMinSize(page_.ConvertDialogToPixels(wxSize(kFieldWidth, -1)));
+        grid_->Add(field, wxSizerFlags().Expand());
         binder_.Relate(label, text);
+    }
+
+    void Add(Label& label, TextBox& text)
+    {
+        Add(label, text, [&]() -> wxSizer* {
+            auto* const field = new wxBoxSizer(wxHORIZONTAL);
+            field->Add(AddTextBox(page_, binder_, text), wxSizerFlags(1).Expand());
+            return field;
+        });
     }
 
     void Add(Label& label, ComboBox& choice, Handler onClick = {})
@@ -175,19 +192,31 @@ private:
     int choiceHeight_ = 0;
 };
 
+/// A small button beside a text box, whose keys do the same: Tab goes on to the next field.
+class SideButton : public wxButton {
+public:
+    SideButton(wxWindow& parent, const wxString& caption)
+        : wxButton(&parent, wxID_ANY, caption, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT)
+    {
+        wxButton::SetCanFocus(false);
+    }
+    bool AcceptsFocusFromKeyboard() const override { return false; }
+};
+
 } // namespace
 
 ParameterPage::ParameterPage(wxWindow& parent, const std::string& name, Binder& binder,
-                             ParameterTab& tab, YearlyTab* monthGrid, Handler onChangeHoliday)
-    : wxScrolledWindow(&parent), binder_(binder)
+                             ParameterTab& tab, YearlyTab* monthGrid, PageActions actions)
+    : wxScrolledWindow(&parent), binder_(binder), tab_(tab), actions_(std::move(actions))
 {
     SetName(ToWx(name));
     auto* const sides = new wxBoxSizer(wxHORIZONTAL);
-    sides->Add(BuildCalendar(tab, monthGrid), wxSizerFlags().DoubleBorder());
+    sides->Add(BuildCalendar(monthGrid), wxSizerFlags().DoubleBorder());
     sides->Add(new wxStaticLine(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLI_VERTICAL),
                wxSizerFlags().Expand().DoubleBorder(wxTOP | wxBOTTOM));
-    sides->Add(BuildOutputs(tab, std::move(onChangeHoliday)), wxSizerFlags(1).DoubleBorder());
+    sides->Add(BuildOutputs(), wxSizerFlags(1).DoubleBorder());
     SetSizer(sides);
+    Bind(wxEVT_PAINT, [this](wxPaintEvent&) { PaintSwatches(); });
 }
 
 void ParameterPage::AlignWith(ParameterPage& other)
@@ -207,12 +236,13 @@ void ParameterPage::AllowScrolling()
     SetScrollRate(step, step);
 }
 
-wxSizer* ParameterPage::BuildCalendar(ParameterTab& tab, YearlyTab* monthGrid)
+wxSizer* ParameterPage::BuildCalendar(YearlyTab* monthGrid)
 {
+    ParameterTab& tab = tab_;
     auto* const output =
         AddCheckBox(*this, binder_, tab.chkOutCalendar, [&tab] { tab.chkOutCalendar_Click(); });
     Fields fields(*this, binder_);
-    fields.Add(tab.lblSheetName, tab.txtSheetName);
+    fields.Add(tab.lblSheetName, tab.txtSheetName, [this] { return BuildSheetField(); });
     fields.Add(tab.lblFirstDayofWeek, tab.cboFirstDayofWeek);
     fields.Add(tab.lblFirstCellofDay, tab.txtFirstCellofDay);
     fields.Add(tab.lblColInterval, tab.txtColInterval, tab.updColInterval);
@@ -233,8 +263,83 @@ wxSizer* ParameterPage::BuildCalendar(ParameterTab& tab, YearlyTab* monthGrid)
     return group;
 }
 
-wxSizer* ParameterPage::BuildOutputs(ParameterTab& tab, Handler onChangeHoliday)
+/// The keyboard opens the list from the text box, so that the order of the fields stays.
+wxSizer* ParameterPage::BuildSheetField()
 {
+    auto* const field = new wxBoxSizer(wxHORIZONTAL);
+    sheetName_ = AddTextBox(*this, binder_, tab_.txtSheetName);
+    field->Add(sheetName_, wxSizerFlags(1).Expand());
+    auto* const sheets = new SideButton(*this, ToWx(tab_.cmdSheets.caption));
+    sheets->SetToolTip("The sheets of the template (Alt+Down)");
+    binder_.Bind(tab_.cmdSheets, *sheets, [this] { ListSheets(); });
+    binder_.Describe(tab_.cmdSheets, "Sheet Name, list");
+    field->Add(sheets, wxSizerFlags().Expand());
+    sheetName_->Bind(wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
+        if (event.GetKeyCode() == WXK_DOWN && event.GetModifiers() == wxMOD_ALT)
+            binder_.Run([this] { ListSheets(); });
+        else
+            event.Skip();
+    });
+    return field;
+}
+
+void ParameterPage::ListSheets()
+{
+    const auto names = actions_.listSheets();
+    wxMenu menu;
+    for (const std::string& name : names) {
+        const wxMenuItem* const item =
+            menu.Append(wxID_ANY, wxControl::EscapeMnemonics(ToWx(name)));
+        menu.Bind(
+            wxEVT_MENU,
+            [this, name](wxCommandEvent&) {
+                binder_.Run([this, name] { actions_.chooseSheet(name); });
+            },
+            item->GetId());
+    }
+    if (names.empty())
+        menu.Append(wxID_ANY, "No sheets can be read")->Enable(false);
+    PopupMenu(&menu, sheetName_->GetPosition() + wxPoint(0, sheetName_->GetSize().y));
+}
+
+void ParameterPage::CompleteSheetNames(const std::vector<std::string>& names)
+{
+    wxArrayString choices;
+    for (const std::string& name : names)
+        choices.push_back(ToWx(name));
+    sheetName_->AutoComplete(choices);
+}
+
+void ParameterPage::ShowSwatches(bool isShown)
+{
+    hasSwatches_ = isShown;
+    Refresh();
+}
+
+/// They stand in the indent before the labels, where nothing else is.
+void ParameterPage::PaintSwatches()
+{
+    wxPaintDC dc(this);
+    if (!hasSwatches_)
+        return;
+    const wxSize size = FromDIP(wxSize(kSwatch, kSwatch));
+    for (const Field field : kCellFields) {
+        const Label& label = LabelOf(tab_, field);
+        const wxWindow* const text = FindWindowByName(ToWx(label.name), this);
+        if (text == nullptr || !label.enabled)
+            continue;
+        const wxRect place = text->GetRect();
+        DrawSwatch(dc,
+                   wxRect(wxPoint(place.x - size.x - FromDIP(kSwatchGap),
+                                  place.y + (place.height - size.y) / 2),
+                          size),
+                   field, FromDIP(2));
+    }
+}
+
+wxSizer* ParameterPage::BuildOutputs()
+{
+    ParameterTab& tab = tab_;
     Groups groups(*this, binder_);
     groups.AddGroup(tab.chkOutWeekday, [&tab] { tab.chkOutWeekday_Click(); });
     groups.AddFirstCell(tab.lblFirstCellofWeekday, tab.txtFirstCellofWeekday);
@@ -251,7 +356,7 @@ wxSizer* ParameterPage::BuildOutputs(ParameterTab& tab, Handler onChangeHoliday)
     groups.AddFirstCell(tab.lblFirstCellofHoliday, tab.txtFirstCellofHoliday);
     groups.AddChoiceLine(tab.lblMultiHolidays, tab.cboMultiHolidays);
     groups.AddTextLine(tab.lblHolidaySLabel, tab.lblHolidaySample, tab.cmdChangeHoliday,
-                       std::move(onChangeHoliday));
+                       actions_.changeHoliday);
     groups.AddNoteLine(tab.lblHolidayProblems);
     return groups.Finish();
 }

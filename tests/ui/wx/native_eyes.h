@@ -49,6 +49,13 @@ void WakeMainThread();
 /// robot's thread.
 void PressMouse(wxUIActionSimulator& hands, int button, const wxPoint& screenPosition);
 
+/// What a drag consists of.
+enum class DragStep { Press, Move, Release };
+
+/// A step of dragging with the left mouse button, at that position, where the pointer already is
+/// but for moves. From the robot's thread.
+void DragMouse(wxUIActionSimulator& hands, DragStep step, const wxPoint& screenPosition);
+
 /// Whether the pointer has reached that position. True on systems where moves and clicks come in
 /// order.
 bool IsMouseAt(const wxPoint& screenPosition);

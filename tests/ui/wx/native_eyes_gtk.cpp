@@ -1,5 +1,6 @@
 #include "native_eyes.h"
 
+#include "main_thread.h"
 #include "robot.h"
 #include "ui/wx/native/text.h"
 
@@ -86,6 +87,17 @@ void WakeMainThread() {}
 void PressMouse(wxUIActionSimulator& hands, int button, const wxPoint& /*screenPosition*/)
 {
     hands.MouseClick(button);
+}
+
+void DragMouse(wxUIActionSimulator& hands, DragStep step, const wxPoint& screenPosition)
+{
+    if (step == DragStep::Press)
+        hands.MouseDown(wxMOUSE_BTN_LEFT);
+    else if (step == DragStep::Release)
+        hands.MouseUp(wxMOUSE_BTN_LEFT);
+    else
+        OnMain(
+            [&] { return hands.MouseMove(screenPosition); }); // which asks a window for its scale
 }
 
 // Moves and clicks come in order.

@@ -67,6 +67,20 @@ BOOL CALLBACK ReadPart(HWND part, LPARAM box)
     return TRUE;
 }
 
+/// A button's event, if any, together with a move to that position.
+void SendMouse(DWORD button, const wxPoint& screenPosition)
+{
+    constexpr LONG kWhole = 65536; // of the screen's width and height
+    const LONG width = ::GetSystemMetrics(SM_CXSCREEN);
+    const LONG height = ::GetSystemMetrics(SM_CYSCREEN);
+    INPUT event{};
+    event.type = INPUT_MOUSE;
+    event.mi.dx = (screenPosition.x * kWhole + width - 1) / width;
+    event.mi.dy = (screenPosition.y * kWhole + height - 1) / height;
+    event.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | button;
+    ::SendInput(1, &event, sizeof event);
+}
+
 } // namespace
 
 std::optional<MessageBox> FindMessageBox()
@@ -105,19 +119,20 @@ void WakeMainThread()
 // The pointer may be moved back between a move and a press that come by themselves.
 void PressMouse(wxUIActionSimulator&, int button, const wxPoint& screenPosition)
 {
-    constexpr LONG kWhole = 65536; // of the screen's width and height
     constexpr std::array<DWORD, 2> kLeftButton = {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP};
     constexpr std::array<DWORD, 2> kRightButton = {MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP};
-    const LONG width = ::GetSystemMetrics(SM_CXSCREEN);
-    const LONG height = ::GetSystemMetrics(SM_CYSCREEN);
-    INPUT event{};
-    event.type = INPUT_MOUSE;
-    event.mi.dx = (screenPosition.x * kWhole + width - 1) / width;
-    event.mi.dy = (screenPosition.y * kWhole + height - 1) / height;
-    for (const DWORD press : button == wxMOUSE_BTN_RIGHT ? kRightButton : kLeftButton) {
-        event.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | press;
-        ::SendInput(1, &event, sizeof event);
-    }
+    for (const DWORD press : button == wxMOUSE_BTN_RIGHT ? kRightButton : kLeftButton)
+        SendMouse(press, screenPosition);
+}
+
+void DragMouse(wxUIActionSimulator&, DragStep step, const wxPoint& screenPosition)
+{
+    DWORD button = 0;
+    if (step == DragStep::Press)
+        button = MOUSEEVENTF_LEFTDOWN;
+    else if (step == DragStep::Release)
+        button = MOUSEEVENTF_LEFTUP;
+    SendMouse(button, screenPosition);
 }
 
 bool IsMouseAt(const wxPoint& screenPosition)

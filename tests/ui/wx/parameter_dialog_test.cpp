@@ -286,6 +286,7 @@ TEST_F(ParametersTest, TabGoesThroughTheMonthlyTabInItsOrder)
         "cboMMultiHolidays",      "cmdMChangeHoliday"};
     for (const std::string& button : ClosingButtons())
         expected.push_back(button);
+    expected.insert(expected.end(), {"chkSheet", "pvwSheet", "cmdPropose"});
     expected.insert(expected.end(), {"tabOrrery", "chkMOutCalendar"});
     EXPECT_THAT(order, ElementsAreArray(expected));
 }

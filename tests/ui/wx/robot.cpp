@@ -152,14 +152,27 @@ void Robot::PressAt(const wxPoint& screenPosition, int button)
     Settle();
 }
 
+void Robot::BeginDrag(const wxPoint& from, const wxPoint& to)
+{
+    constexpr int steps = 6;
+    MoveTo(from);
+    DragMouse(*hands_, DragStep::Press, from);
+    Settle();
+    for (int step = 1; step <= steps; ++step) {
+        DragMouse(*hands_, DragStep::Move, from + (to - from) * step / steps);
+        Settle();
+    }
+}
+
 void Robot::Drag(const wxPoint& from, const wxPoint& to)
 {
-    MoveTo(from);
-    hands_->MouseDown();
-    Settle();
-    MoveTo((from + to) / 2);
-    MoveTo(to);
-    hands_->MouseUp();
+    BeginDrag(from, to);
+    ReleaseAt(to);
+}
+
+void Robot::ReleaseAt(const wxPoint& screenPosition)
+{
+    DragMouse(*hands_, DragStep::Release, screenPosition);
     Settle();
 }
 

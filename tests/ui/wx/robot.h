@@ -25,8 +25,11 @@ public:
     void Type(const std::string& text);
     void Click(const std::string& name);
     void ClickAt(const wxPoint& screenPosition);
-    /// Presses at one place, moves, releases at another one.
+    /// Presses the left button at a place and moves to another, in steps.
+    void BeginDrag(const wxPoint& from, const wxPoint& to);
+    /// The same, and releases the button there.
     void Drag(const wxPoint& from, const wxPoint& to);
+    void ReleaseAt(const wxPoint& screenPosition);
     /// Opens the menu of a control.
     void RightClick(const std::string& name);
     /// Moves the mouse to a corner of the screen, where it highlights nothing.

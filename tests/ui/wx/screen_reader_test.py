@@ -119,7 +119,8 @@ class ScreenReader(unittest.TestCase):
         self.assert_speaks(dialog)
         self.assertEqual(dialog.get_role(), Role.DIALOG)
         self.assertEqual(names(dialog, Role.PAGE_TAB), list(FIELDS))
-        self.assertEqual(names(dialog, Role.PUSH_BUTTON), ["Change", "OK", "Cancel"])
+        self.assertEqual(names(dialog, Role.PUSH_BUTTON),
+                         ["Sheet Name, list", "Change", "OK", "Cancel", "Propose"])
         self.assert_is_page(dialog, "Monthly Calendar")
         press("alt+y")
         wait_for("yearly page", lambda: has(find(dialog, "Output Yearly Calendar"),
@@ -127,11 +128,27 @@ class ScreenReader(unittest.TestCase):
         self.assert_speaks(dialog)
         self.assert_is_page(dialog, "Yearly Calendar")
 
+    def test_model_sheet(self):
+        self.choose_first_template()
+        press("alt+m")
+        dialog = self.program.active_window("Modify Parameters")
+
+        def speaks(text):
+            return lambda: any(part.get_name() == text for part in shown(dialog))
+        press("alt+d", "F6")
+        wait_for("the first cell", speaks("A1, empty"))
+        press(*["Down"] * 5, "Right")
+        wait_for("the first day", speaks("B6, empty, first cell of day"))
+        press("Right")
+        wait_for("the second day", speaks("C6, empty, second column of days"))
+        press("Return", "F6")
+        wait_for("the field", lambda: "C6" in map(text_of, with_role(dialog, Role.TEXT)))
+
     def assert_is_page(self, dialog, page):
         expected = [(Role.COMBO_BOX if label in CHOICES else Role.TEXT, [label])
                     for label in FIELDS[page]]
         self.assertEqual(fields(dialog), expected)
-        self.assertEqual(names(dialog, Role.CHECK_BOX), [f"Output {page}", *CHECKS])
+        self.assertEqual(names(dialog, Role.CHECK_BOX), [f"Output {page}", *CHECKS, "Preview"])
         stepped = [label[:-1] + ", step" for label in FIELDS[page] if "Interval" in label]
         self.assertEqual(names(dialog, Role.SPIN_BUTTON), stepped)
         # With the label of another field, the reader would say the wrong text.

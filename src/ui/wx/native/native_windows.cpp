@@ -6,6 +6,8 @@
 #include <memory>
 #include <oleacc.h>
 #include <vector>
+#include <wx/bookctrl.h>
+#include <wx/checkbox.h>
 #include <wx/clntdata.h>
 
 namespace orrery::ui::wx {
@@ -85,21 +87,42 @@ private:
         return first != nullptr;
     }
 
+    /// Of the buttons outside of the tab pages; the system finds those beside the focus itself.
     bool PressButton(int letter) const
     {
         const wxWindow* const focus = wxWindow::FindFocus();
-        if (focus == nullptr || focus->GetParent() == &window_)
-            return false;
-        for (wxWindow* const child : window_.GetChildren()) {
-            auto* const button = dynamic_cast<wxButton*>(child);
-            if (button == nullptr || MnemonicOf(*button) != letter || !button->IsEnabled())
+        return focus != nullptr && PressButtonIn(window_, focus->GetParent(), letter);
+    }
+
+    static bool PressButtonIn(const wxWindow& parent, const wxWindow* besideFocus, int letter)
+    {
+        for (wxWindow* const child : parent.GetChildren()) {
+            if (child->IsTopLevel() || !child->IsShown() ||
+                dynamic_cast<wxBookCtrlBase*>(child) != nullptr)
                 continue;
-            wxCommandEvent click(wxEVT_BUTTON, button->GetId());
-            click.SetEventObject(button);
-            button->Command(click);
-            return true;
+            if (PressButtonIn(*child, besideFocus, letter))
+                return true;
+            if (&parent != besideFocus && child->IsEnabled() && Press(*child, letter))
+                return true;
         }
         return false;
+    }
+
+    /// A button or a check box.
+    static bool Press(wxWindow& window, int letter)
+    {
+        auto* const control = dynamic_cast<wxControl*>(&window);
+        if (control == nullptr || MnemonicOf(*control) != letter)
+            return false;
+        auto* const box = dynamic_cast<wxCheckBox*>(control);
+        if (box == nullptr && dynamic_cast<wxButton*>(control) == nullptr)
+            return false;
+        wxCommandEvent click(box != nullptr ? wxEVT_CHECKBOX : wxEVT_BUTTON, control->GetId());
+        click.SetEventObject(control);
+        if (box != nullptr)
+            click.SetInt(box->GetValue() ? 0 : 1); // the state that the command sets
+        control->Command(click);
+        return true;
     }
 
     wxWindow& window_;

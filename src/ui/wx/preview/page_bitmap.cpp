@@ -2,7 +2,9 @@
 
 #include "ui/preview.h"
 #include "ui/wx/look/wx_canvas.h"
+#include "ui/wx/native/text.h"
 
+#include <wx/arrstr.h>
 #include <wx/dcmemory.h>
 #include <wx/settings.h>
 
@@ -26,6 +28,25 @@ wxColour DeskColour()
 {
     constexpr int kDarker = 88; // percent
     return wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE).ChangeLightness(kDarker);
+}
+
+void PaintSentence(wxDC& dc, const wxWindow& window, const std::string& sentence, int margin)
+{
+    const wxRect place = wxRect(window.GetClientSize()).Deflate(margin);
+    dc.SetFont(window.GetFont());
+    dc.SetTextForeground(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT));
+    wxString lines;
+    wxString line;
+    for (const wxString& word : wxSplit(ToWx(sentence), ' ', '\0')) {
+        const wxString longer = line.empty() ? word : line + ' ' + word;
+        if (!line.empty() && dc.GetTextExtent(longer).x > place.width) {
+            lines += line + '\n';
+            line = word;
+        }
+        else
+            line = longer;
+    }
+    dc.DrawLabel(lines + line, place, wxALIGN_CENTRE);
 }
 
 wxSize PapersSize(const look::Layout& layout)

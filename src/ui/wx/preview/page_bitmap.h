@@ -5,11 +5,17 @@
 
 #include <wx/bitmap.h>
 #include <wx/graphics.h>
+#include <wx/window.h>
+
+#include <string>
 
 namespace orrery::ui::wx {
 
 /// The colour around papers: that of windows, a little darker.
 wxColour DeskColour();
+
+/// Writes a sentence in the middle of a window, in lines that fit it within a margin.
+void PaintSentence(wxDC& dc, const wxWindow& window, const std::string& sentence, int margin);
 
 /// The papers of a sheet, one below the other, in pixels at 96 dpi.
 wxSize PapersSize(const look::Layout& layout);

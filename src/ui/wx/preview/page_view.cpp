@@ -123,7 +123,7 @@ void PageView::OnPaint(wxPaintEvent& /*event*/)
     dc.SetBackground(DeskColour());
     dc.Clear();
     if (preview_.Pages().empty())
-        PaintSentence(dc, preview_.Sentence());
+        PaintSentence(dc, *this, preview_.Sentence(), FromDIP(kPageMargin));
     else if (bitmap_.IsOk() && shown_ == Wanted())
         DrawPage(dc);
     else if (look::SheetPicture* const picture = preview_.Picture(preview_.Selected())) {
@@ -135,26 +135,8 @@ void PageView::OnPaint(wxPaintEvent& /*event*/)
             DrawLargePage(dc, *picture);
     }
     else
-        PaintSentence(dc, preview_.Pages()[preview_.Selected()].notes->front());
-}
-
-void PageView::PaintSentence(wxDC& dc, const std::string& sentence)
-{
-    const wxRect place = wxRect(GetClientSize()).Deflate(FromDIP(kPageMargin));
-    dc.SetFont(GetFont());
-    dc.SetTextForeground(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT));
-    wxString lines;
-    wxString line;
-    for (const wxString& word : wxSplit(ToWx(sentence), ' ', '\0')) {
-        const wxString longer = line.empty() ? word : line + ' ' + word;
-        if (!line.empty() && dc.GetTextExtent(longer).x > place.width) {
-            lines += line + '\n';
-            line = word;
-        }
-        else
-            line = longer;
-    }
-    dc.DrawLabel(lines + line, place, wxALIGN_CENTRE);
+        PaintSentence(dc, *this, preview_.Pages()[preview_.Selected()].notes->front(),
+                      FromDIP(kPageMargin));
 }
 
 PageView::Shown PageView::Wanted() const

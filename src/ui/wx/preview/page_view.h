@@ -45,7 +45,6 @@ private:
         friend bool operator==(const Shown&, const Shown&) = default;
     };
     Shown Wanted() const;
-    void PaintSentence(wxDC& dc, const std::string& sentence);
     void MakeBitmap(look::SheetPicture& picture);
     void DrawPage(wxDC& dc);
     void DrawLargePage(wxDC& dc, look::SheetPicture& picture);

@@ -40,6 +40,12 @@ void PreviewSplitter::Initialize(wxWindow& controls, wxWindow& picture)
     Arrange();
 }
 
+void PreviewSplitter::SetControlsSize(const wxSize& good)
+{
+    goodControls_ = good;
+    Arrange();
+}
+
 void PreviewSplitter::ShowPicture(bool isShown)
 {
     if (isShown_ == isShown)
@@ -48,30 +54,45 @@ void PreviewSplitter::ShowPicture(bool isShown)
     Arrange();
 }
 
+wxSize PreviewSplitter::ControlsSize() const
+{
+    return goodControls_ == wxSize() ? controls_->GetEffectiveMinSize() : goodControls_;
+}
+
 bool PreviewSplitter::IsNarrow() const
 {
-    return GetClientSize().x < controls_->GetEffectiveMinSize().x + FromDIP(kLeastPicture);
+    return GetClientSize().x < ControlsSize().x + FromDIP(kLeastPicture);
+}
+
+/// Controls that cannot be scrolled have made room for the picture.
+bool PreviewSplitter::HasRoom(bool isBelow) const
+{
+    return !isBelow || goodControls_ == wxSize() ||
+           GetClientSize().y >= goodControls_.y + FromDIP(kLeastPicture);
 }
 
 int PreviewSplitter::ControlsLength(bool isBelow) const
 {
-    const wxSize least = controls_->GetEffectiveMinSize();
+    const wxSize good = ControlsSize();
     if (isBelow)
-        return least.y;
+        return good.y;
+    if (sash_ == 0)
+        return good.x;
+    const int least = controls_->GetEffectiveMinSize().x;
     const int most = GetClientSize().x - FromDIP(kLeastPicture);
-    return std::clamp(FromDIP(sash_), least.x, std::max(most, least.x));
+    return std::clamp(FromDIP(sash_), least, std::max(most, least));
 }
 
 void PreviewSplitter::Arrange()
 {
     if (controls_ == nullptr)
         return;
-    if (!isShown_) {
+    const bool isBelow = IsNarrow();
+    if (!isShown_ || !HasRoom(isBelow)) {
         if (IsSplit())
             Unsplit(picture_);
         return;
     }
-    const bool isBelow = IsNarrow();
     const auto mode = isBelow ? wxSPLIT_HORIZONTAL : wxSPLIT_VERTICAL;
     const int length = ControlsLength(isBelow);
     if (IsSplit() && GetSplitMode() == mode) {
@@ -91,14 +112,14 @@ wxSize PreviewSplitter::GetMinSize() const
     if (controls_ == nullptr)
         return wxDefaultSize;
     wxSize size = controls_->GetEffectiveMinSize();
-    if (isShown_ && IsSplit() && GetSplitMode() == wxSPLIT_HORIZONTAL)
+    if (isShown_ && IsSplit() && GetSplitMode() == wxSPLIT_HORIZONTAL && goodControls_ == wxSize())
         size.y += GetSashSize() + FromDIP(kLeastPicture);
     return size;
 }
 
 wxSize PreviewSplitter::ComfortableSize() const
 {
-    wxSize size = controls_->GetEffectiveMinSize();
+    wxSize size = ControlsSize();
     if (isShown_)
         size += wxSize(FromDIP(kGoodPictureWidth), 0);
     size.IncTo(wxSize(0, isShown_ ? FromDIP(kGoodHeight) : 0));

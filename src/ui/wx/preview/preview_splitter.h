@@ -14,6 +14,9 @@ public:
 
     /// Both are children of this window.
     void Initialize(wxWindow& controls, wxWindow& picture);
+    /// The controls can be scrolled, but this is how large they like to be. Where neither beside
+    /// nor below them is room for the picture, it is not seen.
+    void SetControlsSize(const wxSize& good);
     bool IsPictureShown() const { return isShown_; }
     /// Shows or hides the picture. The controls keep their size.
     void ShowPicture(bool isShown);
@@ -30,14 +33,17 @@ public:
 
 private:
     void Arrange();
+    wxSize ControlsSize() const;
     bool IsNarrow() const;
+    bool HasRoom(bool isBelow) const;
     /// Of the controls beside or above the picture.
     int ControlsLength(bool isBelow) const;
 
     wxWindow* controls_ = nullptr;
     wxWindow* picture_ = nullptr;
     bool isShown_ = true;
-    int sash_ = 0; ///< where the user put it, in pixels at 96 dpi; 0: nowhere
+    wxSize goodControls_; ///< 0 if they cannot be scrolled
+    int sash_ = 0;        ///< where the user put it, in pixels at 96 dpi; 0: nowhere
 };
 
 } // namespace orrery::ui::wx

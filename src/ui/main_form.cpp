@@ -72,6 +72,7 @@ void MainForm::UpdateButtons()
     const bool selected = cboTemplateFile.HasSelection();
     cmdGenerate.enabled = cmdOpenTemplate.enabled = cmdModify.enabled = selected;
     cmdSave.enabled = working.Changed();
+    ShowProposal();
 }
 
 void MainForm::FillTemplateList()
@@ -155,9 +156,19 @@ void MainForm::cmdOpenTemplate_Click()
 
 void MainForm::cmdModify_Click()
 {
+    Modify(nullptr);
+}
+
+/// Shows the parameter dialog, with proposed sets in its fields if there are some.
+void MainForm::Modify(const model::ParameterSets* proposed)
+{
     const app::TemplateLocation location{settings_.TemplatePath, settings_.HolidayFilePath,
                                          currentTemplate_};
     ParameterForm form(working, settings_.names, location, engines_, desktop_);
+    if (proposed != nullptr) {
+        form.FillWith(*proposed);
+        form.ShowProposal(); // with its reasons
+    }
     desktop_.ShowModal(form);
     UpdateButtons();
 }

@@ -6,11 +6,13 @@
 #include "app/working_sets.h"
 #include "book/engines.h"
 #include "generate/run.h"
+#include "look/advisor/propose.h"
 #include "ui/desktop.h"
 #include "ui/form.h"
 #include "ui/preview.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -52,10 +54,17 @@ public:
     void CopySavedPath();
     /// Copies the shipped templates into the empty template folder.
     void cmdCopyTemplates_Click();
+    /// Takes the proposed parameters as the working sets, as OK of the parameter dialog does.
+    void cmdUseProposal_Click();
+    /// Shows the proposed parameters in the parameter dialog.
+    void cmdLookFirst_Click();
 
     /// Shows in the preview what Generate would make now, or with nothing chosen the first template
     /// as an example.
     void RefreshPreview();
+    /// Looks which parameters the sheets of the chosen template tell, if it has none, and shows
+    /// what was found.
+    void RefreshProposal();
     /// Shows below the preview what will go wrong, as far as its pages were made.
     void ShowNotes();
 
@@ -85,6 +94,10 @@ public:
     Button cmdCancel{"cmdCancel", "Cancel"}; ///< visible when a run waits for an application
     Button cmdOpenFolder{"cmdOpenFolder", "Open Fo&lder"}; ///< visible after a run
     CheckBox chkPreview{"chkPreview", "Pre&view"};
+    // Visible while the chosen template has no parameters and some are proposed.
+    Label lblProposal{"lblProposal"};
+    Button cmdUseProposal{"cmdUseProposal", "&Use this"};
+    Button cmdLookFirst{"cmdLookFirst", "Loo&k first"};
     Preview pvwPages;
     Label lblNotes{"lblNotes"}; ///< what will go wrong, below the preview
 
@@ -95,9 +108,20 @@ public:
     const app::Locations& CurrentLocations() const { return locations_; }
 
 private:
+    /// What was found in a template as it was then.
+    struct FoundProposal {
+        std::filesystem::path path;
+        std::filesystem::file_time_type changed;
+        std::optional<look::Proposal> proposal; ///< nothing: no calendar
+    };
+
     void UpdateButtons();
     void FillTemplateList();
     void ShowExample();
+    bool CanTakeProposal() const;
+    std::optional<look::Proposal> FindProposal(const std::filesystem::path& path) const;
+    void ShowProposal();
+    void Modify(const model::ParameterSets* proposed);
     void ShowEmptyFolder();
     void SelectEntry(const std::string& templateFile);
     std::string SelectedTemplate() const; ///< empty if none is selected
@@ -112,6 +136,7 @@ private:
     app::Locations locations_;
     app::Settings settings_;
     std::string currentTemplate_;
+    std::optional<FoundProposal> found_; ///< what was looked for last
     std::optional<std::string> savedPath_;
     std::function<void()> cancelRun_; ///< empty between runs
 };

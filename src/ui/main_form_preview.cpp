@@ -39,6 +39,7 @@ void MainForm::RefreshPreview()
         pvwPages.Show(choice, settings_.names, Now());
     }
     ShowNotes();
+    RefreshProposal();
 }
 
 void MainForm::ShowExample()

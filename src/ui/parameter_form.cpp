@@ -35,6 +35,14 @@ void ParameterForm::Form_Load()
     tabOrrery_Click(sets.Yearly.Output && !sets.Monthly.Output ? kYearlyTab : kMonthlyTab);
 }
 
+void ParameterForm::FillWith(const model::ParameterSets& sets)
+{
+    monthly.Show(sets.Monthly);
+    yearly.Show(sets.Yearly);
+    monthly.chkOutCalendar.changed = yearly.chkOutCalendar.changed = true;
+    tabOrrery_Click(sets.Yearly.Output && !sets.Monthly.Output ? kYearlyTab : kMonthlyTab);
+}
+
 bool ParameterForm::ValidateMParameters()
 {
     return Passes(CheckMonthly(monthly), kMonthlyTab);

@@ -21,6 +21,9 @@ public:
     ParameterForm(app::WorkingSets& working, const model::NameTables& names,
                   app::TemplateLocation location, book::Engines& engines, Desktop& desktop);
 
+    /// Fills both tabs as the user would: nothing is stored before OK.
+    void FillWith(const model::ParameterSets& sets);
+
     /// Run the checks of a tab, in order. Report the first that fails, show its tab and move the
     /// focus to its control. Throw like `CheckMonthly` and `CheckYearly`.
     bool ValidateMParameters();

@@ -3,6 +3,7 @@
 #include "ui/wx/native/native.h"
 #include "ui/wx/native/text.h"
 #include "ui/wx/preview/print_pages.h"
+#include "ui/wx/proposal_bar.h"
 #include "ui/wx/widgets.h"
 
 #include <wx/app.h>
@@ -26,6 +27,7 @@ PreviewPane::PreviewPane(wxWindow& parent, MainForm& form, Binder& binder)
     : wxPanel(&parent), form_(form), binder_(binder), timer_(this)
 {
     Preview& preview = form.pvwPages;
+    wxSizer* const bar = MakeProposalBar(*this, form, binder); // the first of the tab order
     strip_ = new PageStrip(*this, preview, pictures_,
                            [this](std::size_t page) { Select(static_cast<std::ptrdiff_t>(page)); });
     view_ = new PageView(
@@ -38,6 +40,7 @@ PreviewPane::PreviewPane(wxWindow& parent, MainForm& form, Binder& binder)
     pages->Add(strip_, wxSizerFlags().Expand());
     pages->Add(view_, wxSizerFlags(1).Expand());
     auto* const column = new wxBoxSizer(wxVERTICAL);
+    column->Add(bar, wxSizerFlags().Expand());
     column->Add(pages, wxSizerFlags(1).Expand());
     column->Add(AddNote(*this, binder, form.lblNotes), wxSizerFlags().Expand().Border());
     SetSizer(column);

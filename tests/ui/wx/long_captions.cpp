@@ -39,7 +39,8 @@ void Lengthen(MainForm& form)
     Lengthen({&form.lblTemplateFile, &form.cmdOpenTemplate, &form.lblYear, &form.lblParameter,
               &form.cmdModify, &form.cmdSave, &form.cmdGenerate, &form.chkPdf, &form.chkPreview,
               &form.cmdHelp, &form.cmdAbout, &form.cmdExit, &form.lblEmptyFolder,
-              &form.cmdCopyTemplates, &form.cmdCancel, &form.cmdOpenFolder});
+              &form.cmdCopyTemplates, &form.cmdCancel, &form.cmdOpenFolder, &form.cmdUseProposal,
+              &form.cmdLookFirst});
 }
 
 void TestDesktop::ShowModal(ParameterForm& form)

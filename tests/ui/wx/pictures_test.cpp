@@ -120,6 +120,14 @@ TEST_P(PicturesTest, MainThatWaits)
     WaitFor("the run's end", [this] { return !program_->form.cmdCancel.visible; });
 }
 
+TEST_P(PicturesTest, MainWithProposal)
+{
+    fs::copy(At("template/Desk.xlsx"), At("template/Mine.xlsx"));
+    StartWith("Mine.xlsx");
+    WaitFor("the bar", [] { return FindControl("cmdLookFirst").IsShownOnScreen(); });
+    Look("main-proposal");
+}
+
 TEST_P(PicturesTest, MainEmpty)
 {
     fs::remove_all(At("template"));

@@ -25,7 +25,7 @@ function(window_test name filter)
 endfunction()
 
 if(CMAKE_CROSSCOMPILING)
-    window_test(main MainWindowTest.*:PreviewWindowTest.*:MessageBoxTest.*:TipTest.*:AboutTest.*)
+    window_test(main MainWindowTest.*:PreviewWindowTest.*:ProposalWindowTest.*:MessageBoxTest.*:TipTest.*:AboutTest.*)
     window_test(parameters ParametersTest.*:HolidayTest.*)
     window_test(checks *CheckTest.*)
     window_test(repeated RepeatedDialogsTest.*)

@@ -1,4 +1,4 @@
-#include "app/today.h"
+#include "look/display/now.h"
 #include "ui/main_form.h"
 #include "util/paths.h"
 #include "util/text.h"
@@ -83,7 +83,7 @@ std::optional<look::Proposal> MainForm::FindProposal(const std::filesystem::path
     try {
         const auto view = engines_.OpenView(path);
         auto proposal = look::Propose(*view, settings_.names, working.sets,
-                                      app::LocalSerial(std::time(nullptr)));
+                                      look::LocalSerial(std::time(nullptr)));
         if (proposal.sets.Monthly.Output || proposal.sets.Yearly.Output)
             return proposal;
     }

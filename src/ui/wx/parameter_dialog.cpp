@@ -1,4 +1,4 @@
-#include "app/today.h"
+#include "look/display/now.h"
 #include "ui/pointing/sheet_guide.h"
 #include "ui/wx/dialogs.h"
 #include "ui/wx/native/native.h"
@@ -95,7 +95,7 @@ constexpr const char* kSheetPlace = "frmParameter.Preview";
 class ParameterWindow {
 public:
     ParameterWindow(const DialogContext& context, ParameterForm& form)
-        : context_(context), form_(form), guide_(form, app::LocalSerial(std::time(nullptr))),
+        : context_(context), form_(form), guide_(form, look::LocalSerial(std::time(nullptr))),
           dialog_(MakeDialog(context.parent, form,
                              wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX)),
           binder_(*dialog_, form, context.desktop), splitter_(new PreviewSplitter(*dialog_)),

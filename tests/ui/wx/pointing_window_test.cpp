@@ -84,7 +84,8 @@ TEST_F(PointingWindowTest, EscapeDropsWhatIsDragged)
     user_->ReleaseAt(PlaceOf("C7"));
     EXPECT_EQ(user_->Front(), "frmParameter");
     EXPECT_EQ(user_->TextOf("txtMFirstCellofDay"), "B6");
-    Accept();
+    user_->Click("cmdOK"); // Return would take a cell of the sheet
+    user_->WaitForWindow("frmMain");
     EXPECT_FALSE(user_->IsEnabled("cmdSave"));
 }
 

@@ -101,8 +101,10 @@ bool MainWindow::Layout()
 {
     const bool isDone = wxFrame::Layout();
     if (preview_ != nullptr) {
-        for (wxWindow* const side : preview_->GetChildren())
+        for (wxWindow* const side : preview_->GetChildren()) {
             side->Layout();
+            ShowLayout(*side);
+        }
     }
     return isDone;
 }

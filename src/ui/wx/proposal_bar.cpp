@@ -31,7 +31,8 @@ public:
         width_ = width;
         SetLabelText(whole);
         Wrap(width);
-        SetMinSize(wxSize(1, GetBestSize().y));
+        const int lines = static_cast<int>(GetLabel().Freq('\n')) + 1;
+        SetMinSize(wxSize(1, lines * GetCharHeight())); // the best size would not get smaller again
     }
 
 private:

@@ -77,7 +77,8 @@ TEST_F(ProposalWindowTest, LookFirstShowsTheProposalInTheDialog)
     WaitForBar();
     user_->Click("cmdLookFirst");
     user_->WaitForWindow("frmParameter");
-    user_->Key(WXK_RETURN);
+    user_->WaitForFocus("cboMWeekdayName"); // the first that is not known
+    user_->Click("cmdOK");
     user_->WaitForWindow("frmMain");
     WaitForPages();
     EXPECT_FALSE(user_->IsShown("cmdLookFirst"));
@@ -100,17 +101,19 @@ TEST_F(ProposalWindowTest, KeysReachTheButtonsBeforeThePages)
 TEST_F(ProposalWindowTest, TheTextHasAsManyLinesAsItNeeds)
 {
     StartAndDrop();
-    const auto heights = OnMain([this] {
-        std::vector<int> found;
-        for (const int width : {1100, 640}) {
+    const auto waitForLines = [this](int width, int least, int most) {
+        OnMain([this, width] {
             program_->window->SetClientSize(program_->window->FromDIP(wxSize(width, 600)));
-            for (int i = 0; i < 5; ++i)
-                wxYield();
-            found.push_back(FindControl("lblProposal").GetSize().y);
-        }
-        return found;
-    });
-    EXPECT_GT(heights.back(), heights.front());
+        });
+        WaitFor("the lines", [=] {
+            const wxWindow& text = FindControl("lblProposal");
+            const int lines = text.GetSize().y / text.GetCharHeight();
+            return lines >= least && lines <= most;
+        });
+    };
+    waitForLines(1500, 1, 1);
+    waitForLines(900, 2, 9);
+    waitForLines(1500, 1, 1);
 }
 
 } // namespace

@@ -37,6 +37,10 @@ void ShowTabCaption(wxNotebook& tabs, size_t page, const wxString& caption);
 /// wxID_YES. Shows the style's icon on every system.
 int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title, long style);
 
+/// Makes sure that the window's new layout is shown: GTK forgets one that comes soon after a change
+/// of size.
+void ShowLayout(wxWindow& window);
+
 /// Handles the user's input for one control, in the middle of something long. Other input is
 /// dropped.
 void HandleInputOf(wxWindow& control);

@@ -54,6 +54,15 @@ void DeletePosition(gpointer position, GClosure* /*closure*/)
     delete static_cast<wxPoint*>(position);
 }
 
+/// In the second frame after a change, when the first has cleared what hinders the second.
+gboolean LayOutAgain(GtkWidget* widget, GdkFrameClock* clock, gpointer firstFrame)
+{
+    if (gdk_frame_clock_get_frame_counter(clock) <= *static_cast<gint64*>(firstFrame))
+        return G_SOURCE_CONTINUE;
+    gtk_widget_queue_resize(widget);
+    return G_SOURCE_REMOVE;
+}
+
 /// In its lifetime the user's input reaches one window alone, and no window is closed.
 class InputFor : private wxEventFilter {
 public:
@@ -136,6 +145,17 @@ int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title
         event.Skip();
     });
     return box.ShowModal();
+}
+
+void ShowLayout(wxWindow& window)
+{
+    GtkWidget* const widget = window.GetHandle();
+    GdkFrameClock* const clock = gtk_widget_get_frame_clock(widget);
+    if (clock == nullptr) // not on the screen yet
+        return;
+    auto* const firstFrame = g_new(gint64, 1);
+    *firstFrame = gdk_frame_clock_get_frame_counter(clock) + 1;
+    gtk_widget_add_tick_callback(widget, LayOutAgain, firstFrame, g_free);
 }
 
 void HandleInputOf(wxWindow& control)

@@ -178,6 +178,8 @@ int ShowMessageBox(wxWindow* parent, const wxString& text, const wxString& title
     return answer == IDYES ? wxID_YES : wxID_NO;
 }
 
+void ShowLayout(wxWindow& /*window*/) {}
+
 void HandleInputOf(wxWindow& control)
 {
     HWND const handle = control.GetHWND();

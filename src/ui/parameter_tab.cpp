@@ -215,6 +215,7 @@ void ParameterTab::EnterBy(const std::function<void()>& show)
 {
     const auto before = Values();
     std::vector<bool> changedBefore;
+    changedBefore.reserve(before.size());
     for (const auto& [field, value] : before)
         changedBefore.push_back(field->changed);
     const holidays::HolidayList holidaysBefore = holidays;

@@ -88,15 +88,17 @@ private:
         if (set_.OutWeekday)
             MarkWeekdays();
         const MonthGrid grid = GridOf(month, generate::WeeksBeginOnMonday(set_));
-        if (outDays_)
+        if (outDays_) {
             MarkGrid(set_.FirstCellOfDay, Field::Day, [&](GridPosition place) {
                 const auto day = DayAt(grid, place);
                 return day == 0 ? std::string() : std::to_string(day);
             });
-        if (set_.OutHoliday)
+        }
+        if (set_.OutHoliday) {
             MarkGrid(set_.FirstCellOfHoliday, Field::Holiday, [&](GridPosition place) {
                 return DayAt(grid, place) == 1 ? holiday_ : std::string();
             });
+        }
     }
 
     static std::int16_t DayAt(const MonthGrid& grid, GridPosition place)

@@ -4,7 +4,7 @@
 # The command gets a virtual screen with a window manager, a session bus with its accessibility bus,
 # an empty home folder, and an `xdg-open` that opens nothing but appends its arguments, one line per
 # call, to the file $ORRERY_OPENED. All of it is removed when the command ends; its exit code is
-# passed on.
+# passed on. ORRERY_SCREEN: size of the screen, 3840x2160 by default.
 set -euo pipefail
 
 for tool in Xvfb openbox dbus-run-session xprop setpriv; do
@@ -96,7 +96,7 @@ wait_for() { # WHAT COMMAND...: retries the command for twenty seconds
 }
 
 # The server picks the first free display number and writes it to the file.
-start Xvfb -displayfd 5 -screen 0 3840x2160x24 -dpi 96 -nolisten tcp -noreset 5>"$scratch/number"
+start Xvfb -displayfd 5 -screen 0 "${ORRERY_SCREEN:-3840x2160}x24" -dpi 96 -nolisten tcp -noreset 5>"$scratch/number"
 wait_for "the virtual display" test -s "$scratch/number"
 export DISPLAY=:$(cat "$scratch/number")
 

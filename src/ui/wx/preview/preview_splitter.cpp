@@ -10,6 +10,7 @@ constexpr const char* kHidden = "hidden";
 
 // In pixels at 96 dpi.
 constexpr int kLeastPicture = 260;
+constexpr int kLeastControls = 320; // the height of those that can be scrolled
 constexpr int kGoodPictureWidth = 620;
 constexpr int kGoodHeight = 600;
 
@@ -68,12 +69,14 @@ bool PreviewSplitter::IsNarrow() const
 bool PreviewSplitter::HasRoom(bool isBelow) const
 {
     return !isBelow || goodControls_ == wxSize() ||
-           GetClientSize().y >= goodControls_.y + FromDIP(kLeastPicture);
+           GetClientSize().y >= FromDIP(kLeastControls + kLeastPicture);
 }
 
 int PreviewSplitter::ControlsLength(bool isBelow) const
 {
     const wxSize good = ControlsSize();
+    if (isBelow && goodControls_ != wxSize())
+        return std::min(good.y, GetClientSize().y - FromDIP(kLeastPicture));
     if (isBelow)
         return good.y;
     if (sash_ == 0)

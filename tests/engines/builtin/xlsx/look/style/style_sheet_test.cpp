@@ -156,6 +156,7 @@ TEST(StyleSheet, ReadsGradientsInRisingOrder)
     const auto path = ReadFill("<gradientFill type=\"path\" left=\"0.5\" top=\"7\"><stop "
                                "position=\"0\"/></gradientFill>")
                           .fill;
+    ASSERT_TRUE(path.gradient.has_value());
     EXPECT_TRUE(path.gradient->isPath);
     EXPECT_EQ(path.gradient->left, 0.5);
     EXPECT_EQ(path.gradient->top, 1);

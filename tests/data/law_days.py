@@ -5,6 +5,15 @@ A name that ends with "..." is the beginning; None says that the day is no holid
 
 LAW_DAYS = [
     ("Australia", "2022-09-22", "National Day of Mourning", "the states' proclamations"),
+    ("Australia:ACT", "2007-03-19", "Canberra Day", "Holidays Act 1958: third Monday until 2007"),
+    ("Australia:ACT", "2018-05-28", "Reconciliation Day", "Holidays Act 1958 s 3 as of 2018"),
+    ("Australia:NSW", "2010-04-04", None, "Public Holidays Act 2010 s 4: Easter Sunday since 2011"),
+    ("Australia:NSW", "2027-04-26", "Anzac Day (additional holiday)", "the Minister's order"),
+    ("Australia:QLD", "2014-10-06", "Labour Day", "Holidays Act 1983 as amended in 2012"),
+    ("Australia:QLD", "2016-10-03", "Queen's Birthday", "Holidays Act 1983 as of 2016"),
+    ("Australia:SA", "2027-04-26", None, "Public Holidays Act 2023"),
+    ("Australia:VIC", "2020-10-23", "Friday before the AFL Grand Final", "Victoria Gazette"),
+    ("Australia:WA", "2012-10-01", "Queen's Birthday", "proclamation in the Gazette"),
     ("Austria", "2027-05-27", "Fronleichnam", "ARG § 7 Abs. 2"),
     ("Brazil", "2023-11-20", None, "Lei 14.759/2023 is of 21 December 2023"),
     ("Brazil", "2024-11-20", "Dia da Consciência Negra", "Lei 14.759/2023 art. 1"),

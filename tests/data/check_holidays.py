@@ -42,6 +42,7 @@ DIFFERENCES = {
     ("Canada", ""): "the source has what all provinces share, the file what federal places have",
     ("Chile", "Sábado Santo"): "Ley 2.977",
     ("Chile", "Pascua"): "a Sunday that the law does not name",
+    ("China", ""): "the source has neither substitutes nor the notices; see law_days.py",
     ("Colombia", "Pascua"): "a Sunday that Ley 51 de 1983 does not name",
     ("Finland", "Juhannusaatto"): "no workday by vuosilomalaki § 4",
     ("Finland", "Jouluaatto"): "no workday by vuosilomalaki § 4",
@@ -58,10 +59,18 @@ DIFFERENCES = {
     ("Netherlands", "Bevrijdingsdag"): "Algemene termijnenwet art. 3 para. 1",
     ("Scotland", "Scotland at the FIFA World Cup"): "proclamation of February 2026",
     ("Serbia", ""): "the source moves days from a Sunday that stay by law; see law_days.py",
+    ("Singapore", "Deepavali"): "as gazetted; later by the dawn at Singapore",
+    ("Singapore", "Deepavali (estimated)"): "the same",
+    ("Singapore", "Hari Raya Haji"): "the source lacks the gazetted date of 2027",
+    ("Singapore", "Hari Raya Puasa"): "the source lacks the gazetted date of 2027",
+    ("Singapore", "Polling Day"): "Parliamentary Elections Act 1954",
+    ("Singapore", "Vesak Day"): "the source ends with 2026",
+    ("Singapore", "Vesak Day (observed)"): "the same",
     ("Slovakia", "Deň víťazstva nad fašizmom"): "a workday in 2026 only",
     ("Slovakia", "Sedembolestná Panna Mária"): "a workday in 2026 only",
     ("SouthKorea", ""): "the source has no day before New Year and no elections; see law_days.py",
     ("UnitedStates", "Veterans Day (observed)"): "5 U.S.C. 6103(b) is for all of the days",
+    ("Vietnam", ""): "the source has no substitutes and one day for Quốc khánh; see law_days.py",
 }
 
 # Plain rules that an older program shows on a day that is no holiday, as it does today.

@@ -44,6 +44,7 @@ DIFFERENCES = {
     ("Chile", "Pascua"): "a Sunday that the law does not name",
     ("China", ""): "the source has neither substitutes nor the notices; see law_days.py",
     ("Colombia", "Pascua"): "a Sunday that Ley 51 de 1983 does not name",
+    ("Egypt", ""): "the source has other lengths of the feasts and no moves; see law_days.py",
     ("Finland", "Juhannusaatto"): "no workday by vuosilomalaki § 4",
     ("Finland", "Jouluaatto"): "no workday by vuosilomalaki § 4",
     ("Greece", "Εργατική Πρωτομαγιά"): "moved to 7 May 2024 by the minister",

@@ -61,6 +61,8 @@ DIFFERENCES = {
     ("Netherlands", "Bevrijdingsdag"): "Algemene termijnenwet art. 3 para. 1",
     ("Russia", ""): "the source has no days off that are moved; see law_days.py",
     ("Philippines", ""): "the source has neither proclamations nor special days; see law_days.py",
+    ("SaudiArabia", "اليوم الوطني (يوم تعويضي)"): "the day of rest in place of a weekend",
+    ("SaudiArabia", "يوم التأسيس (يوم تعويضي)"): "the day of rest in place of a weekend",
     ("Scotland", "Scotland at the FIFA World Cup"): "proclamation of February 2026",
     ("Serbia", ""): "the source moves days from a Sunday that stay by law; see law_days.py",
     ("Singapore", "Deepavali"): "as gazetted; later by the dawn at Singapore",
@@ -77,6 +79,7 @@ DIFFERENCES = {
     ("Turkey", "Kurban Bayramı"): "four days and half a day",
     ("Ukraine", ""): "the source lacks the acts of 2022 and 2023; see law_days.py",
     ("Thailand", ""): "the source has neither substitutes nor special days; see law_days.py",
+    ("UnitedArabEmirates", ""): "the source has days of no law and lacks others; see law_days.py",
     ("UnitedStates", "Veterans Day (observed)"): "5 U.S.C. 6103(b) is for all of the days",
     ("Vietnam", ""): "the source has no substitutes and one day for Quốc khánh; see law_days.py",
 }

@@ -5,9 +5,10 @@ cd "$(dirname "$0")/.."
 . scripts/packages.sh
 install_packages "${packages_build[@]}" "${packages_test[@]}" "${packages_window_test[@]}"
 cmake --preset linux >/dev/null
-cmake --build --preset linux --target window_tests
-ctest --preset linux -R '^window\.pictures-light-100$'
-for name in main main-saved main-pdf parameters-monthly parameters-yearly holidays tip about; do
-    convert "build/linux/screenshots/light-100/$name.png" -strip -define png:compression-level=9 \
+cmake --build --preset linux --target window_tests orrery
+export ORRERY_WALK_PICTURES=$PWD/build/linux/screenshots/light-100
+ctest --preset linux -R '^window\.(pictures-light-100|own_workbook)$'
+for name in main main-saved main-pdf walk-dropped walk-pages parameters-monthly parameters-yearly holidays tip about; do
+    convert "build/linux/screenshots/light-100/$name.png" -strip +dither -colors 256 -define png:compression-level=9 \
         "docs/images/window/$name.png"
 done

@@ -59,8 +59,8 @@ public:
     /// Shows the proposed parameters in the parameter dialog.
     void cmdLookFirst_Click();
 
-    /// Shows in the preview what Generate would make now, or with nothing chosen the first template
-    /// as an example.
+    /// Shows in the preview what Generate would make now, or as an example what the proposed
+    /// parameters would make, or with nothing chosen the first template.
     void RefreshPreview();
     /// Looks which parameters the sheets of the chosen template tell, if it has none, and shows
     /// what was found.

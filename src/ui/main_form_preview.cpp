@@ -29,17 +29,18 @@ double Now()
 
 void MainForm::RefreshPreview()
 {
+    RefreshProposal();
     if (cboTemplateFile.entries.empty())
         pvwPages.ShowSentence("There is no template to show.");
     else if (currentTemplate_.empty())
         ShowExample();
     else {
         PreviewChoice choice = ChoiceOf(settings_.TemplatePath, currentTemplate_, txtYear.text);
-        choice.sets = working.sets;
+        choice.isExample = lblProposal.visible;
+        choice.sets = choice.isExample ? found_->proposal->sets : working.sets;
         pvwPages.Show(choice, settings_.names, Now());
     }
     ShowNotes();
-    RefreshProposal();
 }
 
 void MainForm::ShowExample()
@@ -60,7 +61,10 @@ void MainForm::ShowNotes()
         text = notes.front();
     if (notes.size() > 1)
         text += " (and " + std::to_string(notes.size() - 1) + " more)";
-    lblNotes.ShowText(pvwPages.IsExample() ? "Choose a template." : text);
+    if (pvwPages.IsExample())
+        text = lblProposal.visible ? "These pages come with the parameters that were found."
+                                   : "Choose a template.";
+    lblNotes.ShowText(text);
 }
 
 } // namespace orrery::ui

@@ -21,7 +21,7 @@ struct PreviewChoice {
     std::filesystem::file_time_type changed;
     std::string yearText;
     model::ParameterSets sets;
-    bool isExample = false; ///< nobody has chosen this template
+    bool isExample = false; ///< nobody has chosen this
     friend bool operator==(const PreviewChoice&, const PreviewChoice&) = default;
 };
 

@@ -95,6 +95,19 @@ TEST_F(ProposalTest, SaysWhatWasFoundInATemplateWithoutParameters)
                 testing::StartsWith("Orrery found a year page on 'Year'."));
 }
 
+TEST_F(ProposalTest, ShowsThePagesOfTheProposalAsAnExample)
+{
+    Choose("Mine.xlsx");
+    EXPECT_TRUE(form_.pvwPages.IsExample());
+    EXPECT_EQ(form_.pvwPages.Pages().size(), 13U);
+    EXPECT_EQ(form_.lblNotes.caption, "These pages come with the parameters that were found.");
+    form_.cmdUseProposal_Click();
+    form_.RefreshPreview();
+    EXPECT_FALSE(form_.pvwPages.IsExample());
+    EXPECT_EQ(form_.pvwPages.Pages().size(), 13U);
+    EXPECT_NE(form_.lblNotes.caption, "These pages come with the parameters that were found.");
+}
+
 TEST_F(ProposalTest, IsHiddenWithParameters)
 {
     Choose("Mine.xlsx");

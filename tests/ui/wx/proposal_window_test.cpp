@@ -42,7 +42,10 @@ protected:
     }
     void WaitForPages() const
     {
-        WaitFor("the pages", [this] { return !program_->form.pvwPages.Pages().empty(); });
+        WaitFor("the pages", [this] {
+            const Preview& preview = program_->form.pvwPages;
+            return !preview.Pages().empty() && !preview.IsExample();
+        });
     }
 };
 

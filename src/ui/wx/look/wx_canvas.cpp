@@ -119,7 +119,24 @@ void WxCanvas::FillBox(const Box& box, const look::Brush& brush)
         FillAlongEdges(box, *brush.fill.gradient, brush.opacity);
         return;
     }
-    FillPath(MakePath(look::PathOfBox(box)), PlainBrush(context_, brush, box));
+    FillPath(MakePath(look::PathOfBox(OnPixels(box))), PlainBrush(context_, brush, box));
+}
+
+/// The box with its sides between pixels, so that no line shows between neighbours. One that is
+/// turned or thinner than a pixel stays as it is.
+Box WxCanvas::OnPixels(const Box& box) const
+{
+    double across = 0, down = 0, turnedAcross = 0, turnedDown = 0, left = 0, top = 0;
+    context_.GetTransform().Get(&across, &turnedDown, &turnedAcross, &down, &left, &top);
+    if (turnedAcross != 0 || turnedDown != 0 || across == 0 || down == 0)
+        return box;
+    const auto pixel = [](double place, double scale, double origin) {
+        return (std::round(place * scale + origin) - origin) / scale;
+    };
+    const Point first{pixel(box.x, across, left), pixel(box.y, down, top)};
+    const Point last{pixel(box.x + box.width, across, left), pixel(box.y + box.height, down, top)};
+    const Box snapped{first.x, first.y, last.x - first.x, last.y - first.y};
+    return snapped.width > 0 && snapped.height > 0 ? snapped : box;
 }
 
 void WxCanvas::FillAlongEdges(const Box& box, const book::Gradient& gradient, double opacity)

@@ -44,6 +44,7 @@ private:
     void Push();
     look::Point Within(look::Point point);
     wxGraphicsPath MakePath(const look::Path& path);
+    look::Box OnPixels(const look::Box& box) const;
     void FillPath(const wxGraphicsPath& path, const wxGraphicsBrush& brush, bool isEvenOdd = false);
     void FillAlongEdges(const look::Box& box, const book::Gradient& gradient, double opacity);
     void FillFromInside(const look::Path& path, const look::Box& box, const look::Brush& brush);

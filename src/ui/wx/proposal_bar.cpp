@@ -16,13 +16,13 @@ public:
     {
         SetMinSize(wxSize(1, GetCharHeight()));
         parent.Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-            Fit(whole_);
+            FitText(whole_);
             event.Skip();
         });
     }
 
     /// Shows the text, with the height of its lines.
-    void Fit(const wxString& whole)
+    void FitText(const wxString& whole)
     {
         const int width = GetParent()->GetClientSize().x - 2 * wxSizerFlags::GetDefaultBorder();
         if (width <= 0 || (whole == whole_ && width == width_))
@@ -46,7 +46,7 @@ wxSizer* MakeProposalBar(wxWindow& parent, MainForm& form, Binder& binder)
 {
     auto* const text = new WrappedText(parent);
     binder.BindControl(form.lblProposal, *text,
-                       [text, &form] { text->Fit(LinesToWx(form.lblProposal.caption)); });
+                       [text, &form] { text->FitText(LinesToWx(form.lblProposal.caption)); });
     auto* const buttons = new wxBoxSizer(wxHORIZONTAL);
     buttons->Add(
         AddButton(parent, binder, form.cmdUseProposal, [&form] { form.cmdUseProposal_Click(); }));

@@ -11,14 +11,15 @@ fewer agree; 77: there is no corpus.
 """
 
 import argparse
+import contextlib
 import json
 import pathlib
 import subprocess
 import sys
 import tempfile
 
-sys.path.insert(0, str(pathlib.Path(__file__).parents[3] / "scripts"))
-import libreoffice  # noqa: E402
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "oracle"))
+from office_session import Failed, OfficeSession  # noqa: E402
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "places"))
 from corpus_status import without_corpus  # noqa: E402
@@ -73,18 +74,18 @@ def compare(document, sheets):
     return count, sizes, places, example
 
 
-def judge(office, dump, path):
+def judge(session, dump, path):
     """None if the workbook agrees, REFUSED if one of both cannot read it, else what differs."""
     run = subprocess.run([dump, path], capture_output=True, timeout=60, check=False)
     if run.returncode != 0:
         return REFUSED
-    document = libreoffice.load(office, path)
-    if document is None:
-        return REFUSED
     try:
-        count, sizes, places, example = compare(document, json.loads(run.stdout))
-    finally:
-        document.close(True)
+        count, sizes, places, example = session.with_document(
+            path, lambda document: compare(document, json.loads(run.stdout)))
+    except Failed as error:
+        print(f"{path.name} does not count: LibreOffice {error}")
+        session.restart()
+        return REFUSED
     if sizes >= 0.99 * count and places >= 0.99 * count:
         return None
     return f"{count - sizes} sizes and {count - places} places of {count} differ: {example}"
@@ -105,9 +106,9 @@ def main():
                        if options.only in path.name)
         paths += evenly(found, options.count)
     judged = differing = 0
-    with tempfile.TemporaryDirectory() as folder, libreoffice.desktop(folder) as office:
+    with tempfile.TemporaryDirectory() as folder, contextlib.closing(OfficeSession(folder)) as session:
         for path in paths:
-            difference = judge(office, options.dump, path)
+            difference = judge(session, options.dump, path)
             if difference is REFUSED:
                 continue
             judged += 1

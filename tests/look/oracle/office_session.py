@@ -3,6 +3,7 @@
 import pathlib
 import sys
 
+import uno  # noqa: F401  (makes the next ones known)
 from com.sun.star.lang import DisposedException
 from com.sun.star.task import ErrorCodeIOException
 from com.sun.star.uno import RuntimeException

@@ -56,6 +56,7 @@ DIFFERENCES = {
     ("Latvia", "Vasarsvētki"): "1. pants names it",
     ("Lithuania", "Motinos diena"): "Darbo kodeksas 123 str. names it",
     ("Lithuania", "Tėvo diena"): "Darbo kodeksas 123 str. names it",
+    ("Malaysia", ""): "the source lacks substitutes and announced dates; see law_days.py",
     ("Mexico", "Transmisión del Poder Ejecutivo Federal"): "on 1 October by Constitución art. 83",
     ("Netherlands", "Goede Vrijdag"): "Algemene termijnenwet art. 3 para. 2",
     ("Netherlands", "Bevrijdingsdag"): "Algemene termijnenwet art. 3 para. 1",

@@ -51,6 +51,7 @@ DIFFERENCES = {
     ("Iceland", "Sumardagurinn fyrsti"): "the Thursday from 19 to 25 April",
     ("Iceland", "Aðfangadagur"): "half a day",
     ("Iceland", "Gamlársdagur"): "half a day",
+    ("India", ""): "the source has fixed days and Good Friday only; see law_days.py",
     ("Indonesia", ""): "the source has neither decided dates nor elections; see law_days.py",
     ("Latvia", "Mātes diena"): "1. pants names it",
     ("Latvia", "Vasarsvētki"): "1. pants names it",

@@ -114,6 +114,8 @@ LAW_DAYS = [
     ("Italy", "2011-03-17", "150° anniversario...", "D.L. 5/2011"),
     ("Italy", "2025-10-04", None, "legge 151/2025 holds from 2026"),
     ("Italy", "2026-10-04", "San Francesco d'Assisi", "legge 151/2025"),
+    ("Italy:BZ", "2027-05-17", "Lunedì di Pentecoste", "a holiday of the province of Bolzano"),
+    ("Italy:RM", "2027-06-29", "Santi Pietro e Paolo", "DPR 792/1985 art. 1"),
     ("Japan", "2019-04-30", "国民の休日", "平成30年法律第99号"),
     ("Japan", "2019-05-01", "天皇の即位の日", "平成30年法律第99号"),
     ("Japan", "2019-10-22", "即位礼正殿の儀の行われる日", "平成30年法律第99号"),

@@ -40,6 +40,7 @@ DIFFERENCES = {
     ("Brazil", "Dia de Eleição"): "a Sunday of voting",
     ("Bulgaria", ""): "the source has no substitutes and a Christmas of one day; see law_days.py",
     ("Canada", ""): "the source has what all provinces share, the file what federal places have",
+    ("RepublicaArgentina", "Día del Respeto a la Diversidad Cultural"): "10 October 2025: Decreto 614/2025",
     ("Chile", "Sábado Santo"): "Ley 2.977",
     ("Chile", "Pascua"): "a Sunday that the law does not name",
     ("China", ""): "the source has neither substitutes nor the notices; see law_days.py",

@@ -93,6 +93,7 @@ def measure_tasks(environment):
     """A row for each thing that the window does, measured inside of it."""
     tasks = {"year changed, to the painted page": (("year", "20"), MOST_CHANGE),
              "large page dragged, to the painted page": (("drag", "40"), MOST_FRAME),
+             "outline dragged in the parameter dialog, to the painted sheet": (("outline", "40"), MOST_FRAME),
              "parameter dialog with 10 lists of names": (("parameters", "10"), float("inf")),
              f"parameter dialog with {LISTS} lists of names":
                  (("parameters", str(LISTS)), float("inf"))}

@@ -9,6 +9,9 @@
 //                                       the painted page, the median
 //        window_bench drag COUNT        drags the page at four times its size on paper COUNT
 //                                       times; prints the milliseconds to its being painted
+//        window_bench outline COUNT     drags the outline of the days on the model sheet of the
+//                                       parameter dialog COUNT times; prints the milliseconds to
+//                                       its being painted
 //        window_bench parameters COUNT  the parameter dialog with COUNT lists of names; prints
 //                                       the milliseconds that it takes to open
 #include "engines/engine_choice.h"
@@ -109,7 +112,7 @@ model::NameTables FullTables(int count)
     return tables;
 }
 
-enum class Task { Start, AllPages, Year, Drag, Dialog };
+enum class Task { Start, AllPages, Year, Drag, Outline, Dialog };
 
 /// The program itself, which leaves once its window is there and a task is done.
 class MeasuredApplication : public ui::wx::Application {
@@ -135,10 +138,10 @@ public:
     int FilterEvent(wxEvent& event) override
     {
         const auto* const window = wxDynamicCast(event.GetEventObject(), wxWindow);
-        if (event.GetEventType() == wxEVT_PAINT && window->GetName() == kPage) {
+        if (event.GetEventType() == wxEVT_PAINT && window->GetName() == kPage)
             paintedVersion_ = Main().pvwPages.Version();
+        if (event.GetEventType() == wxEVT_PAINT && window == dragged_)
             ++paints_;
-        }
         const bool isIdle = event.GetEventType() == wxEVT_IDLE;
         if (isIdle && changed_ && Main().pvwPages.Version() != oldVersion_ && IsPagePainted())
             NoteYear();
@@ -166,6 +169,8 @@ private:
             return ChangeYear();
         if (task_ == Task::Drag)
             Drag(*wxWindow::FindWindowByName(kPage, &window));
+        if (task_ == Task::Outline)
+            OpenSheet();
         if (task_ == Task::Dialog)
             MeasureDialog();
         window.Close();
@@ -189,36 +194,88 @@ private:
         GetTopWindow()->Close();
     }
 
+    static void Send(wxWindow& window, wxEventType type, wxPoint place)
+    {
+        wxMouseEvent event(type);
+        event.SetEventObject(&window);
+        event.SetPosition(place);
+        event.m_leftDown = true;
+        window.GetEventHandler()->ProcessEvent(event);
+    }
+
     void Drag(wxWindow& page)
     {
-        const auto send = [&page](wxEventType type, wxPoint place) {
-            wxMouseEvent event(type);
-            event.SetEventObject(&page);
-            event.SetPosition(place);
-            event.m_leftDown = true;
-            page.GetEventHandler()->ProcessEvent(event);
-        };
         wxKeyEvent key(wxEVT_KEY_DOWN);
         key.SetEventObject(&page);
         for (const char code : {'1', '+', '+', '+', '+', '+', '+', '+'}) {
             key.m_keyCode = code;
             page.GetEventHandler()->ProcessEvent(key);
         }
-        page.Update();
-        paints_ = 0;
-        send(wxEVT_LEFT_DOWN, {kDragged, kDragged});
+        MeasureDrag(page, {kDragged, kDragged}, {-20, -20});
+    }
+
+    void MeasureDrag(wxWindow& window, wxPoint from, wxPoint way)
+    {
+        window.Update();
+        dragged_ = &window;
+        Send(window, wxEVT_LEFT_DOWN, from);
         for (int i = 1; i <= count_; ++i) {
             const auto start = Clock::now();
-            const int moved = i % 2 == 0 ? kDragged : kDragged - 20;
-            send(wxEVT_MOTION, {moved, moved});
-            page.Update();
+            Send(window, wxEVT_MOTION, i % 2 == 0 ? from : from + way);
+            window.Update();
             times_.push_back(Clock::now() - start);
         }
-        send(wxEVT_LEFT_UP, {kDragged, kDragged});
+        Send(window, wxEVT_LEFT_UP, from);
+        dragged_ = nullptr;
         if (paints_ < count_)
             std::fprintf(stderr, "painted only %d times\n", paints_);
         else
             PrintMedian();
+    }
+
+    /// Opens the parameter dialog of the first template and drags the days there.
+    void OpenSheet()
+    {
+        Main().cboTemplateFile.Select(0);
+        Main().cboTemplateFile_Click();
+        const auto sheet = [](wxTopLevelWindow& dialog) {
+            return wxWindow::FindWindowByName("pvwSheet", &dialog);
+        };
+        painted_.Call(
+            CLASSINFO(wxDialog),
+            [this, sheet](wxTopLevelWindow& dialog) {
+                const wxPoint day = PlaceOfDays(*sheet(dialog), dialog);
+                MeasureDrag(*sheet(dialog), day, {kCellAway, 0});
+                dialog.Close();
+            },
+            [](wxTopLevelWindow& dialog) {
+                const auto* const hint = wxWindow::FindWindowByName("lblSheet", &dialog);
+                return !hint->GetLabel().empty(); // the sheet has been read
+            });
+        Main().cmdModify_Click();
+    }
+
+    /// Where dragging moves the first cell of the days; what was moved is moved back.
+    static wxPoint PlaceOfDays(wxWindow& sheet, wxTopLevelWindow& dialog)
+    {
+        const auto* const field =
+            wxDynamicCast(wxWindow::FindWindowByName("txtMFirstCellofDay", &dialog), wxTextCtrl);
+        const wxString before = field->GetValue();
+        const auto drag = [&](wxPoint from, wxPoint to) {
+            Send(sheet, wxEVT_LEFT_DOWN, from);
+            Send(sheet, wxEVT_MOTION, to);
+            Send(sheet, wxEVT_LEFT_UP, to);
+        };
+        for (int y = 0; y < sheet.GetClientSize().y; y += 8) {
+            const wxPoint from(kCellAway, y);
+            const wxPoint to(2 * kCellAway, y);
+            drag(from, to);
+            if (field->GetValue() == before)
+                continue;
+            drag(to, from);
+            return from;
+        }
+        return {};
     }
 
     void PrintMedian()
@@ -245,6 +302,7 @@ private:
 
     static constexpr int kFirstYear = 2001;
     static constexpr int kDragged = 200;
+    static constexpr int kCellAway = 100;
 
     const Task task_;
     const int count_;
@@ -252,7 +310,8 @@ private:
     WhenPainted painted_;
     std::uint64_t paintedVersion_ = 0;
     std::uint64_t oldVersion_ = 0;
-    int paints_ = 0;
+    const wxWindow* dragged_ = nullptr;
+    int paints_ = 0; ///< of the window that is dragged in
     std::optional<Clock::time_point> changed_;
     std::vector<Clock::duration> times_;
 };
@@ -261,11 +320,9 @@ private:
 
 int main(int argc, char** argv)
 {
-    const std::map<std::string, Task> tasks = {{"main", Task::Start},
-                                               {"pages", Task::AllPages},
-                                               {"year", Task::Year},
-                                               {"drag", Task::Drag},
-                                               {"parameters", Task::Dialog}};
+    const std::map<std::string, Task> tasks = {
+        {"main", Task::Start}, {"pages", Task::AllPages},  {"year", Task::Year},
+        {"drag", Task::Drag},  {"outline", Task::Outline}, {"parameters", Task::Dialog}};
     const std::string mode = argc > 1 ? argv[1] : "";
     const auto task = tasks.find(mode);
     if (mode == "bare")
@@ -275,7 +332,7 @@ int main(int argc, char** argv)
             new MeasuredApplication(task->second, argc > 2 ? std::atoi(argv[2]) : 1));
     else {
         std::fputs("usage: window_bench bare | main | pages | year COUNT | drag COUNT | "
-                   "parameters COUNT\n",
+                   "outline COUNT | parameters COUNT\n",
                    stderr);
         return 2;
     }

@@ -183,7 +183,8 @@ def main():
     parser.add_argument("names", nargs="*", help="only these")
     options = parser.parse_args()
     program = Program([os.path.abspath(options.cli)], options.sanitized, Limits(
-        seconds=60, wall_seconds=300, addresses=0 if options.sanitized else 4 << 30))
+        seconds=240 if options.sanitized else 60, wall_seconds=300,
+        addresses=0 if options.sanitized else 4 << 30))
     work = tempfile.mkdtemp(prefix="orrery-hostile-look-")
     failed = 0
     try:

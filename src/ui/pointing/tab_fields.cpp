@@ -5,8 +5,8 @@
 #include "util/text.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cmath>
+#include <cstddef>
 
 namespace orrery::ui {
 namespace {
@@ -24,6 +24,20 @@ std::int32_t ReadInterval(const TextBox& box, const model::NumberParameter& para
     return static_cast<std::int32_t>(number);
 }
 
+constexpr std::array kCells{
+    CellField{"day", &ParameterTab::txtFirstCellofDay, &ParameterTab::lblFirstCellofDay,
+              &model::CalendarParameters::FirstCellOfDay},
+    CellField{"weekday", &ParameterTab::txtFirstCellofWeekday, &ParameterTab::lblFirstCellofWeekday,
+              &model::CalendarParameters::FirstCellOfWeekday},
+    CellField{"month", &ParameterTab::txtFirstCellofMonth, &ParameterTab::lblFirstCellofMonth,
+              &model::CalendarParameters::FirstCellOfMonth},
+    CellField{"year", &ParameterTab::txtFirstCellofYear, &ParameterTab::lblFirstCellofYear,
+              &model::CalendarParameters::FirstCellOfYear},
+    CellField{"holiday", &ParameterTab::txtFirstCellofHoliday, &ParameterTab::lblFirstCellofHoliday,
+              &model::CalendarParameters::FirstCellOfHoliday},
+};
+static_assert(kCells.size() == kCellFields.size());
+
 const model::NumberParameter& ParameterOf(Field intervalField)
 {
     switch (intervalField) {
@@ -40,6 +54,11 @@ const model::NumberParameter& ParameterOf(Field intervalField)
 
 } // namespace
 
+const CellField& PartsOf(Field cellField)
+{
+    return kCells.at(static_cast<std::size_t>(cellField));
+}
+
 bool IsCellField(Field field)
 {
     return field <= Field::Holiday;
@@ -47,76 +66,40 @@ bool IsCellField(Field field)
 
 std::string NameOf(Field field)
 {
+    if (IsCellField(field))
+        return std::string("first cell of ") + PartsOf(field).noun;
     switch (field) {
-    case Field::Day:
-        return "first cell of day";
-    case Field::Weekday:
-        return "first cell of weekday";
-    case Field::Month:
-        return "first cell of month";
-    case Field::Year:
-        return "first cell of year";
-    case Field::Holiday:
-        return "first cell of holiday";
     case Field::ColInterval:
         return "col interval of day";
     case Field::RowInterval:
         return "row interval of day";
     case Field::ColIntervalOfMonth:
         return "col interval of month";
-    case Field::RowIntervalOfMonth:
+    default:
         return "row interval of month";
     }
-    assert(false);
-    return {};
 }
 
 TextBox* BoxOf(ParameterTab& tab, Field field)
 {
+    if (IsCellField(field))
+        return &(tab.*PartsOf(field).box);
     auto* const grid = dynamic_cast<YearlyTab*>(&tab);
     switch (field) {
-    case Field::Day:
-        return &tab.txtFirstCellofDay;
-    case Field::Weekday:
-        return &tab.txtFirstCellofWeekday;
-    case Field::Month:
-        return &tab.txtFirstCellofMonth;
-    case Field::Year:
-        return &tab.txtFirstCellofYear;
-    case Field::Holiday:
-        return &tab.txtFirstCellofHoliday;
     case Field::ColInterval:
         return &tab.txtColInterval;
     case Field::RowInterval:
         return &tab.txtRowInterval;
     case Field::ColIntervalOfMonth:
         return grid == nullptr ? nullptr : &grid->txtColIntervalofMonth;
-    case Field::RowIntervalOfMonth:
+    default:
         return grid == nullptr ? nullptr : &grid->txtRowIntervalofMonth;
     }
-    assert(false);
-    return nullptr;
 }
 
 const TextBox* BoxOf(const ParameterTab& tab, Field field)
 {
     return BoxOf(const_cast<ParameterTab&>(tab), field); // NOLINT(*-const-cast): only looked at
-}
-
-const Label& LabelOf(const ParameterTab& tab, Field cellField)
-{
-    switch (cellField) {
-    case Field::Weekday:
-        return tab.lblFirstCellofWeekday;
-    case Field::Month:
-        return tab.lblFirstCellofMonth;
-    case Field::Year:
-        return tab.lblFirstCellofYear;
-    case Field::Holiday:
-        return tab.lblFirstCellofHoliday;
-    default:
-        return tab.lblFirstCellofDay;
-    }
 }
 
 std::optional<Field> FieldNamed(const ParameterTab& tab, const std::string& controlName)

@@ -35,6 +35,15 @@ inline constexpr std::array kAllFields{Field::Day,
 inline constexpr std::array kCellFields{Field::Day, Field::Weekday, Field::Month, Field::Year,
                                         Field::Holiday};
 
+/// What belongs to a field that holds a first cell.
+struct CellField {
+    const char* noun; ///< what its cells show: "day"
+    TextBox ParameterTab::*box;
+    Label ParameterTab::*label;
+    model::CellPosition model::CalendarParameters::*cell;
+};
+const CellField& PartsOf(Field cellField);
+
 /// Whether the field holds a first cell; else it holds an interval.
 bool IsCellField(Field field);
 /// "first cell of day", "col interval of month".
@@ -42,8 +51,6 @@ std::string NameOf(Field field);
 /// The field's text box, or nullptr if the tab has none.
 TextBox* BoxOf(ParameterTab& tab, Field field);
 const TextBox* BoxOf(const ParameterTab& tab, Field field);
-/// The label beside a cell field.
-const Label& LabelOf(const ParameterTab& tab, Field cellField);
 /// The field whose text box has that name.
 std::optional<Field> FieldNamed(const ParameterTab& tab, const std::string& controlName);
 

@@ -34,39 +34,6 @@ void TypeIfOther(TextBox& box, const std::string& text)
         box.Type(text);
 }
 
-CellPosition FirstCellOf(const model::YearlyParameters& set, Field field)
-{
-    switch (field) {
-    case Field::Weekday:
-        return set.FirstCellOfWeekday;
-    case Field::Month:
-        return set.FirstCellOfMonth;
-    case Field::Year:
-        return set.FirstCellOfYear;
-    case Field::Holiday:
-        return set.FirstCellOfHoliday;
-    default:
-        return set.FirstCellOfDay;
-    }
-}
-
-/// What a mark's cells are called.
-const char* NounOf(Field mark)
-{
-    switch (mark) {
-    case Field::Weekday:
-        return "weekday";
-    case Field::Month:
-        return "month";
-    case Field::Year:
-        return "year";
-    case Field::Holiday:
-        return "holiday";
-    default:
-        return "day";
-    }
-}
-
 /// Fewer cells are harder to hit, so they come first.
 int RankOf(Field mark)
 {
@@ -164,7 +131,7 @@ bool TabPointer::Move(int rows, int columns)
 {
     if (!active_ || !IsCellField(*active_))
         return false;
-    const CellPosition cell = FirstCellOf(values_.set, *active_);
+    const CellPosition cell = values_.set.*PartsOf(*active_).cell;
     SetCell(*active_, std::int64_t{cell.row} + rows, std::int64_t{cell.column} + columns);
     Update();
     return true;
@@ -210,7 +177,7 @@ void TabPointer::DragTo(CellAddress cell)
     if (!dragged_)
         return;
     const MarkedCell& mark = dragged_->mark;
-    const CellPosition first = FirstCellOf(dragged_->values.set, mark.mark);
+    const CellPosition first = dragged_->values.set.*PartsOf(mark.mark).cell;
     const bool isDay = mark.mark == Field::Day;
     if (mark.month > 1)
         DragBlock(cell);
@@ -254,7 +221,7 @@ void TabPointer::CancelDrag()
 
 std::string TabPointer::NameOfMark(const MarkedCell& mark)
 {
-    const std::string noun = NounOf(mark.mark);
+    const std::string noun = PartsOf(mark.mark).noun;
     std::string name;
     if (mark.place == generate::GridPosition())
         name = "first cell of " + noun;

@@ -324,7 +324,7 @@ void ParameterPage::PaintSwatches()
         return;
     const wxSize size = FromDIP(wxSize(kSwatch, kSwatch));
     for (const Field field : kCellFields) {
-        const Label& label = LabelOf(tab_, field);
+        const Label& label = tab_.*PartsOf(field).label;
         const wxWindow* const text = FindWindowByName(ToWx(label.name), this);
         if (text == nullptr || !label.enabled)
             continue;

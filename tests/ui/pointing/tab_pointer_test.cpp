@@ -27,7 +27,7 @@ TEST_F(TabPointerTest, FindsFieldsByTheirControls)
     EXPECT_EQ(FieldNamed(yearly, "txtYColIntervalofMonth"), Field::ColIntervalOfMonth);
     EXPECT_EQ(FieldNamed(monthly, "txtYColIntervalofMonth"), std::nullopt);
     EXPECT_EQ(FieldNamed(monthly, "txtMSheetName"), std::nullopt);
-    EXPECT_EQ(&LabelOf(yearly, Field::Holiday), &yearly.lblFirstCellofHoliday);
+    EXPECT_EQ(&(yearly.*PartsOf(Field::Holiday).label), &yearly.lblFirstCellofHoliday);
 }
 
 TEST_F(TabPointerTest, UpdatesOnlyWhenSomethingShownHasChanged)

@@ -91,7 +91,8 @@ TEST_F(PreviewWindowTest, KeysZoomAndTheMouseDrags)
     const wxRect place = PlaceOf("pvwPages");
     const wxPoint middle = place.GetPosition() + place.GetSize() / 2;
     user_->Drag(middle, middle - wxPoint(60, 40));
-    EXPECT_EQ(Scrolled(), before + wxPoint(60, 40));
+    WaitFor("the page below the pointer",
+            [&] { return View().GetViewStart() == before + wxPoint(60, 40); });
     user_->Key(WXK_DOWN); // moves a page that exceeds the window
     EXPECT_EQ(Selected(), 0U);
     EXPECT_GT(Scrolled().y, before.y + 40);

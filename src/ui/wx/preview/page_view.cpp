@@ -40,7 +40,7 @@ PageView::PageView(wxWindow& parent, Preview& preview, PictureCache& pictures,
     Bind(wxEVT_LEFT_DOWN, &PageView::OnDrag, this);
     Bind(wxEVT_LEFT_DCLICK, &PageView::OnDrag, this); // a press soon after a click
     Bind(wxEVT_MOTION, &PageView::OnDrag, this);
-    Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { Drop(); });
+    Bind(wxEVT_LEFT_UP, &PageView::OnDrag, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { dragged_.reset(); });
     Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
         UpdateSize();
@@ -267,12 +267,14 @@ void PageView::OnDrag(wxMouseEvent& event)
         if (!HasCapture())
             CaptureMouse();
     }
-    else if (dragged_ && event.Dragging()) {
+    else if (dragged_ && (event.Dragging() || event.LeftUp())) { // a motion may be missing
         const wxPoint start = GetViewStart();
         const wxPoint moved = event.GetPosition() - *dragged_;
         dragged_ = event.GetPosition();
         Scroll(start.x - moved.x, start.y - moved.y);
     }
+    if (event.LeftUp())
+        Drop();
 }
 
 void PageView::ShowMenu()

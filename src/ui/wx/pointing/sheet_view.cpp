@@ -330,11 +330,14 @@ void SheetView::OnPress(wxMouseEvent& event)
 
 void SheetView::OnMotion(wxMouseEvent& event)
 {
-    const wxPoint point = event.GetPosition();
-    if (!pressed_ || !event.LeftIsDown()) {
-        ShowPointerAt(point);
-        return;
-    }
+    if (pressed_ && event.LeftIsDown())
+        DragTo(event.GetPosition());
+    else
+        ShowPointerAt(event.GetPosition());
+}
+
+void SheetView::DragTo(const wxPoint& point)
+{
     const wxPoint way = point - *pressed_;
     if (!guide_.IsDragging() && !draggedTo_) {
         if (std::abs(way.x) + std::abs(way.y) < FromDIP(kDragThreshold))
@@ -355,12 +358,14 @@ void SheetView::OnMotion(wxMouseEvent& event)
 
 void SheetView::OnRelease(wxMouseEvent& event)
 {
-    const auto pressed = pressed_;
-    const bool wasDragged = draggedTo_.has_value();
-    Drop(true);
-    if (!pressed || wasDragged)
+    if (!pressed_)
         return;
     const wxPoint point = event.GetPosition();
+    DragTo(point); // the last motion may be missing
+    const bool wasDragged = draggedTo_.has_value();
+    Drop(true);
+    if (wasDragged)
+        return;
     const wxSize corner = Headings();
     if (point.x < corner.x || point.y < corner.y)
         return;

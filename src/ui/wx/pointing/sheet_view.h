@@ -43,6 +43,7 @@ private:
     void OnWheel(wxMouseEvent& event);
     void OnPress(wxMouseEvent& event);
     void OnMotion(wxMouseEvent& event);
+    void DragTo(const wxPoint& point);
     void OnRelease(wxMouseEvent& event);
     void Drop(bool isTaken);
     void ShowPointerAt(wxPoint point);

@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 . scripts/packages.sh
 install_packages "${packages_build[@]}" "${packages_bench[@]}"
 cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DORRERY_TESTS=OFF >/dev/null
-cmake --build build/bench >/dev/null
+cmake --build build/bench -- --quiet
 # As users have it: a linker leaves a file that the system pages in more slowly than a copy.
 cmake --install build/bench --prefix build/bench/installed --strip >/dev/null
 cli=build/bench/installed/bin/orrery-cli

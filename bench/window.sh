@@ -8,6 +8,6 @@ cd "$(dirname "$0")/.."
 . scripts/packages.sh
 install_packages "${packages_build[@]}" "${packages_bench[@]}" "${packages_window_test[@]}"
 cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DORRERY_TESTS=OFF >/dev/null
-cmake --build build/bench >/dev/null
+cmake --build build/bench -- --quiet
 tests/ui/wx/with_display.sh /usr/bin/python3 bench/window.py build/bench/bench \
     docs/performance.md "${1:-15}"

@@ -1,0 +1,94 @@
+"""The table of decided days: docs/holiday-decisions/*.md.
+
+A row is `| places | name | years | decision | reason |`:
+
+- places: `DK`, or several with blanks (`US-AK US-AL`); `*` stands for any part of a name
+- name: as the comparison prints it, with `*` for any part of it
+- years: `2001 2005-2008 2011`
+- decision: begins with "shown" (holds for days of the file), with "not shown" (for days that the file
+  does not have), or is any other text (for both)
+"""
+
+import re
+from collections import defaultdict
+from collections.abc import Iterable
+from dataclasses import dataclass
+from fnmatch import fnmatchcase
+from pathlib import Path
+
+YEARS = re.compile(r"\d{4}(-\d{4})?( \d{4}(-\d{4})?)*")
+
+
+@dataclass(frozen=True)
+class Decision:
+    places: tuple[str, ...]
+    name: str
+    years: frozenset[int]
+    verdict: str
+    reason: str
+
+    def covers(self, place: str) -> bool:
+        return any(matches(place, pattern) for pattern in self.places)
+
+    def decides(self, name: str, year: int, shown: bool) -> bool:
+        opposite = "not shown" if shown else "shown"
+        says_opposite = re.match(rf"{opposite}\b", self.verdict)
+        return year in self.years and matches(name, self.name) and not says_opposite
+
+
+def matches(text: str, pattern: str) -> bool:
+    if "*" not in pattern:
+        return text == pattern
+    return fnmatchcase(text, pattern.replace("[", "[[]"))
+
+
+def parse_years(text: str) -> frozenset[int]:
+    """`2001 2005-2008` as years."""
+    years: set[int] = set()
+    for span in text.split():
+        first, _, last = span.partition("-")
+        years.update(range(int(first), int(last or first) + 1))
+    return frozenset(years)
+
+
+def years_text(years: Iterable[int]) -> str:
+    """The reverse of `parse_years`."""
+    spans: list[list[int]] = []
+    for year in sorted(set(years)):
+        if spans and spans[-1][1] == year - 1:
+            spans[-1][1] = year
+        else:
+            spans.append([year, year])
+    return " ".join(f"{a}-{b}" if a != b else f"{a}" for a, b in spans)
+
+
+def parse_row(line: str) -> Decision | None:
+    """The decision of a line of the table; nothing for headings and text."""
+    cells = [cell.strip() for cell in line.strip().strip("|").split("|")]
+    if not line.startswith("|") or cells[0] == "Places" or set(cells[0]) <= set("-: "):
+        return None
+    if len(cells) != 5 or not all(cells) or not YEARS.fullmatch(cells[2]):
+        raise ValueError(f"not a row of the table of decided days: {line.strip()}")
+    places, name, years, verdict, reason = cells
+    return Decision(tuple(places.split()), name, parse_years(years), verdict, reason)
+
+
+def read_decisions(folder: Path) -> list[Decision]:
+    texts = [file.read_text("utf-8") for file in sorted(folder.glob("*.md"))]
+    rows = [parse_row(line) for text in texts for line in text.splitlines()]
+    return [row for row in rows if row]
+
+
+def rows_for(days: Iterable[tuple[str, str, str, bool]]) -> list[str]:
+    """Rows for days (place, date, name, whether the file shows it), without their reasons."""
+    years: dict[tuple[str, str, bool], set[int]] = defaultdict(set)
+    for place, day, name, shown in days:
+        years[place, name, shown].add(int(day[:4]))
+    places: dict[tuple[str, str, bool], list[str]] = defaultdict(list)
+    for (place, name, shown), of in years.items():
+        places[name, years_text(of), shown].append(place)
+    rows = [
+        f"| {' '.join(sorted(where))} | {name} | {span} | {'shown' if shown else 'not shown'} | |"
+        for (name, span, shown), where in places.items()
+    ]
+    return sorted(rows)

@@ -6,8 +6,11 @@ import Holidays from "date-holidays";
 
 const DAY = 24 * 60 * 60 * 1000;
 
+// Regions that the package knows by a former code of ISO 3166-2.
+const FORMER = { "IN-CG": "IN-CT", "IN-OD": "IN-OR", "IN-TS": "IN-TG", "IN-UK": "IN-UT" };
+
 function publicDays(region, first, last) {
-    const [country, state] = region.split("-");
+    const [country, state] = (FORMER[region] ?? region).split("-");
     const calendar = new Holidays(country, state);
     const known = state ? (calendar.getStates(country) ?? {}) : calendar.getCountries();
     if (!((state || country) in known)) return null;

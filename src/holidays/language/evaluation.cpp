@@ -28,14 +28,6 @@ std::string Named(std::string pattern, const std::string& name)
     return pattern;
 }
 
-bool IsInRegion(const Refinements& refinements, const std::string& region)
-{
-    const auto holds = [&region](const std::vector<std::string>& regions) {
-        return std::find(regions.begin(), regions.end(), region) != regions.end();
-    };
-    return (refinements.onlyIn.empty() || holds(refinements.onlyIn)) && !holds(refinements.notIn);
-}
-
 /// The days that are holidays already; several rules may give the same one.
 class DaySet {
 public:
@@ -91,11 +83,7 @@ private:
     /// The name of a rule's day in a year, with the age of who was born; nothing before the birth.
     std::optional<std::string> NameIn(const Rule& rule, int year) const
     {
-        std::string name = rule.name;
-        for (const auto& [language, other] : rule.refinements.names) {
-            if (language == choice_.language)
-                name = other;
-        }
+        std::string name = NameOf(rule, choice_.language);
         const auto born = rule.refinements.born;
         if (born && year < *born)
             return std::nullopt;
@@ -310,6 +298,23 @@ private:
 };
 
 } // namespace
+
+bool IsInRegion(const Refinements& refinements, const std::string& region)
+{
+    const auto holds = [&region](const std::vector<std::string>& regions) {
+        return std::find(regions.begin(), regions.end(), region) != regions.end();
+    };
+    return (refinements.onlyIn.empty() || holds(refinements.onlyIn)) && !holds(refinements.notIn);
+}
+
+const std::string& NameOf(const Rule& rule, const std::string& language)
+{
+    const auto& names = rule.refinements.names;
+    const auto found = std::find_if(names.rbegin(), names.rend(), [&language](const auto& name) {
+        return name.first == language;
+    });
+    return found == names.rend() ? rule.name : found->second;
+}
 
 std::vector<Holiday> HolidaysOf(const RuleSet& set, int year, const HolidayChoice& choice)
 {

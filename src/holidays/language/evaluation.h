@@ -18,6 +18,12 @@ struct Holiday {
     bool isEstimated = false; ///< computed for a calendar whose days are announced
 };
 
+/// Whether a rule holds in a region; without one, in the whole country.
+bool IsInRegion(const Refinements& refinements, const std::string& region);
+
+/// The name of a rule in a language, or its own name if it has none there.
+const std::string& NameOf(const Rule& rule, const std::string& language);
+
 /// The holidays of a year [1:9999], by date, equal dates in the order of the rules. The years
 /// before and after count too: 31 December may be the substitute of 1 January.
 std::vector<Holiday> HolidaysOf(const RuleSet& set, int year, const HolidayChoice& choice);

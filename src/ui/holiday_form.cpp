@@ -33,10 +33,10 @@ std::string_view WeekdayColumn(std::int16_t kind)
 } // namespace
 
 HolidayForm::HolidayForm(CalendarKind calendarKind, app::TemplateLocation location,
-                         bool templateHasFile, holidays::HolidayList& edited,
+                         bool templateHasFile, EditedHolidays edited, std::optional<int> year,
                          std::function<void()> onChanged)
     : Form("frmHoliday", "Holiday", "holidays"), tabStops(TabStops({8, 10})),
-      calendarKind_(calendarKind), location_(std::move(location)),
+      rules(edited.choice, year), calendarKind_(calendarKind), location_(std::move(location)),
       templateHasFile_(templateHasFile), edited_(edited), onChanged_(std::move(onChanged))
 {
     Form_Load();
@@ -49,8 +49,9 @@ void HolidayForm::Form_Load()
     for (std::string& file : util::ListFiles(location_.holidayFolder))
         cboHolidayFile.entries.push_back(std::move(file));
     if (HasCalendar())
-        shown_ = edited_;
+        shown_ = edited_.list;
     ShowHolidays();
+    rules.Show(holidays::RulesOf(shown_));
     cboHolidayFile.selected = -1;
     cboHolidayFile.changed = false;
 }
@@ -76,6 +77,7 @@ void HolidayForm::cboHolidayFile_Click()
         return;
     lblProblems.ShowText(SummarizeProblems(ReadChosenFile()));
     ShowHolidays();
+    rules.ShowOther(holidays::RulesOf(shown_));
 }
 
 std::vector<holidays::LineProblem> HolidayForm::ReadChosenFile()
@@ -95,9 +97,11 @@ std::vector<holidays::LineProblem> HolidayForm::ReadChosenFile()
 void HolidayForm::cmdOK_Click()
 {
     Accept();
-    if (!cboHolidayFile.changed || !HasCalendar())
+    if (!HasCalendar() || !(cboHolidayFile.changed || rules.HasChanged()))
         return;
-    edited_ = shown_;
+    if (cboHolidayFile.changed)
+        edited_.list = shown_;
+    edited_.choice = rules.Choice();
     onChanged_();
 }
 

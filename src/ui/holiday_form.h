@@ -4,22 +4,31 @@
 #include "holidays/files/holiday_readers.h"
 #include "ui/desktop.h"
 #include "ui/form.h"
+#include "ui/holiday_rules.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace orrery::ui {
 
 inline constexpr const char* kTemplateEntry = "(Template)";
 
+/// The holidays of a calendar that is being edited. Both must outlive the form.
+struct EditedHolidays {
+    holidays::HolidayList& list;
+    holidays::HolidayChoice& choice; ///< which of them are shown
+};
+
 /// The dialog that shows a calendar's holidays and can load others (frmHoliday).
 class HolidayForm : public Form {
 public:
     /// Also does what `Form_Load` should: shows a copy of the edited list. With `templateHasFile`
     /// the template's own holidays can be chosen too. If the user chose an entry, OK copies the
-    /// shown list to `edited` and calls `onChanged`.
+    /// shown list to `edited`, and with it or a chosen region, kind or language the choice; then it
+    /// calls `onChanged`. With a year, rules have their next day from then on.
     HolidayForm(holidays::CalendarKind calendarKind, app::TemplateLocation location,
-                bool templateHasFile, holidays::HolidayList& edited,
+                bool templateHasFile, EditedHolidays edited, std::optional<int> year,
                 std::function<void()> onChanged);
 
     /// The user chose a file: reads and shows it.
@@ -39,6 +48,7 @@ public:
     Label lblProblems{"lblProblems"}; ///< lines of the chosen file that are not read
     Button cmdOK{"cmdOK", "&OK"};
     Button cmdCancel{"cmdCancel", "&Cancel"};
+    HolidayRules rules;
 
 private:
     void Form_Load();
@@ -49,7 +59,7 @@ private:
     const holidays::CalendarKind calendarKind_;
     const app::TemplateLocation location_;
     const bool templateHasFile_;
-    holidays::HolidayList& edited_;
+    EditedHolidays edited_;
     std::function<void()> onChanged_;
     holidays::HolidayList shown_;
 };

@@ -159,12 +159,24 @@ void MainForm::cmdModify_Click()
     Modify(nullptr);
 }
 
+/// The year in its field; nothing if it is none.
+std::optional<std::int16_t> MainForm::ValidYear() const
+{
+    try {
+        return generate::ReadYear(txtYear.text);
+    }
+    catch (const util::OverflowError&) {
+        return std::nullopt;
+    }
+}
+
 /// Shows the parameter dialog, with proposed sets in its fields if there are some.
 void MainForm::Modify(const model::ParameterSets* proposed)
 {
     const app::TemplateLocation location{settings_.TemplatePath, settings_.HolidayFilePath,
                                          currentTemplate_};
     ParameterForm form(working, settings_.names, location, engines_, desktop_);
+    form.SetYear(ValidYear());
     if (proposed != nullptr) {
         form.FillWith(*proposed);
         form.ShowProposal(); // with its reasons

@@ -121,6 +121,7 @@ private:
     bool CanTakeProposal() const;
     std::optional<look::Proposal> FindProposal(const std::filesystem::path& path) const;
     void ShowProposal();
+    std::optional<std::int16_t> ValidYear() const;
     void Modify(const model::ParameterSets* proposed);
     void ShowEmptyFolder();
     void SelectEntry(const std::string& templateFile);

@@ -8,6 +8,7 @@
 #include "ui/parameter_checks.h"
 #include "ui/parameter_tab.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -68,6 +69,8 @@ public:
     const model::NameTables& Names() const { return names_; }
     const model::ParameterSets& Sets() const { return working_.sets; }
 
+    /// Before the dialog is shown: the year from which the holiday dialog tells next days, if any.
+    void SetYear(std::optional<std::int16_t> year) { year_ = year; }
     /// Before the dialog is shown: it opens with the proposal for both tabs in its fields.
     void ShowProposal() { opensWithProposal_ = true; }
     bool OpensWithProposal() const { return opensWithProposal_; }
@@ -82,6 +85,7 @@ private:
     const app::TemplateLocation location_;
     book::Engines& engines_;
     Desktop& desktop_;
+    std::optional<std::int16_t> year_;
     bool opensWithProposal_ = false;
 };
 

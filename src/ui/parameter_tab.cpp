@@ -205,6 +205,7 @@ void ParameterTab::Show(const model::CalendarParameters& parameters)
     txtFirstCellofHoliday.text = model::FormatCellRef(parameters.FirstCellOfHoliday);
     cboMultiHolidays.selected = parameters.MultiHolidays;
     holidays = parameters.Holidays;
+    holidayChoice = parameters.ShownHolidays;
     ShowHolidaySample();
     chkOutCalendar.checked = parameters.Output;
     chkOutCalendar_Click();
@@ -219,9 +220,11 @@ void ParameterTab::EnterBy(const std::function<void()>& show)
     for (const auto& [field, value] : before)
         changedBefore.push_back(field->changed);
     const holidays::HolidayList holidaysBefore = holidays;
+    const holidays::HolidayChoice choiceBefore = holidayChoice;
     const bool holidaysChangedBefore = holidaysChanged;
     show();
     holidays = holidaysBefore;
+    holidayChoice = choiceBefore;
     holidaysChanged = holidaysChangedBefore;
     ShowHolidaySample();
     const auto after = Values();
@@ -256,6 +259,7 @@ void ParameterTab::Save(model::CalendarParameters& parameters) const
     parameters.FirstCellOfHoliday = CellOf(txtFirstCellofHoliday);
     parameters.MultiHolidays = IndexOf(cboMultiHolidays);
     parameters.Holidays = holidays;
+    parameters.ShownHolidays = holidayChoice;
 }
 
 std::vector<std::pair<Control*, std::string>> ParameterTab::Values() const

@@ -83,7 +83,8 @@ public:
     Button cmdChangeHoliday;
     Label lblHolidayProblems; ///< the rules of the parameter file that are not read
 
-    holidays::HolidayList holidays; ///< the edited list, which the holiday dialog replaces
+    holidays::HolidayList holidays;        ///< the edited list, which the holiday dialog replaces
+    holidays::HolidayChoice holidayChoice; ///< which of them are shown; edited there, too
     bool holidaysChanged = false;
 
 protected:

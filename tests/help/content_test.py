@@ -26,7 +26,9 @@ CAPTIONS = {
         "First Cell of Holiday:", "Multiple Holidays on the Same Day:", "Holiday Sample:",
         "Chan&ge", "OK", "&Cancel", "&Layout of Months:", "Col &Interval of Month:",
         "&Row Interval of Month:"],
-    "holidays": ["Holiday &File:", "Holidays &List:", "&OK", "&Cancel"],
+    "holidays": ["Holiday &File:", "Holidays &List:", "&OK", "&Cancel", "Fi&nd:", "&Region:",
+                 "Lan&guage:", "&Public", "&Bank", "&School", "Op&tional", "Obser&vance", "&Half",
+                 "&All Rules:"],
     "tips": ["Did you know...", "&Show Tips at Startup", "&Next Tip", "&Close"],
     "about": ["Email to:", "Web:"],
 }

@@ -35,7 +35,7 @@ protected:
     {
         form_ = std::make_unique<HolidayForm>(
             kind, app::TemplateLocation{At("template/"), At("holiday/"), "My.Desk.xls"},
-            templateHasFile, edited_, [this] { ++changes_; });
+            templateHasFile, EditedHolidays{edited_, choice_}, 2027, [this] { ++changes_; });
         return *form_;
     }
     void Choose(const std::string& entry)
@@ -48,6 +48,7 @@ protected:
     }
 
     HolidayList edited_ = ListOf({{1231, 0, "Mine"}});
+    holidays::HolidayChoice choice_;
     int changes_ = 0;
     std::unique_ptr<HolidayForm> form_;
 };
@@ -191,6 +192,56 @@ TEST_F(HolidayFormTest, AClickWithoutAChoiceReadsNothing)
     form_->cboHolidayFile.selected = 1;
     form_->cboHolidayFile_Click();
     EXPECT_EQ(form_->lstHoliday.lines, Texts{"1231\t\tMine"});
+}
+
+// ---- the rules in words
+
+TEST_F(HolidayFormTest, EveryRuleIsInWordsBesideThePlainOnes)
+{
+    Write("holiday/c.txt", "0101,DAY,New Year\n0106,FIXED,Epiphany\n> only in BY\n");
+    Open();
+    EXPECT_EQ(form_->rules.lstRules.lines,
+              Texts{"Mine\t31 December\tFri 31 December 2027\tPublic"});
+    Choose("c.txt");
+    EXPECT_EQ(form_->lstHoliday.lines, Texts{"0101\t\tNew Year"});
+    EXPECT_EQ(form_->rules.lstRules.lines,
+              (Texts{"New Year\t1 January\tFri 1 January 2027\tPublic",
+                     "Epiphany\t6 January; only in BY\tother region\tPublic"}));
+}
+
+TEST_F(HolidayFormTest, OkStoresTheChoiceWithTheListThatItBelongsTo)
+{
+    Write("holiday/c.txt", "# Regions: BY Bayern\n0106,FIXED,Epiphany\n> only in BY\n");
+    Open();
+    Choose("c.txt");
+    form_->rules.cboRegion.Select(1);
+    form_->rules.cboRegion_Click();
+    EXPECT_EQ(choice_.region, "") << "nothing is handed over before OK";
+    form_->cmdOK_Click();
+    EXPECT_EQ(choice_.region, "BY");
+    EXPECT_EQ(edited_.Extras().size(), 3U);
+    EXPECT_EQ(changes_, 1);
+
+    Open();
+    EXPECT_EQ(form_->rules.cboRegion.selected, 1);
+    form_->rules.cboRegion.Select(0);
+    form_->rules.cboRegion_Click();
+    form_->cmdOK_Click();
+    EXPECT_EQ(choice_.region, "") << "also without a file";
+    EXPECT_EQ(edited_.Extras().size(), 3U);
+    EXPECT_EQ(changes_, 2);
+}
+
+TEST_F(HolidayFormTest, AnotherFileTakesTheRegionAway)
+{
+    choice_ = {"BY", {holidays::Category::Public}, ""};
+    Open();
+    form_->cmdOK_Click();
+    EXPECT_EQ(choice_.region, "BY") << "without a choice nothing changes";
+    Open();
+    Choose("b.txt");
+    form_->cmdOK_Click();
+    EXPECT_EQ(choice_, holidays::HolidayChoice());
 }
 
 // ---- closing

@@ -315,6 +315,34 @@ TEST_F(ChangeHolidayTest, AFileReplacesTheHolidaysOfItsCalendar)
     EXPECT_FALSE(working_.yearlyChanged);
 }
 
+TEST_F(ChangeHolidayTest, AChosenRegionIsStoredWithItsCalendar)
+{
+    Write("holiday/new.hol", "# Regions: BY Bayern\n0106,FIXED,Epiphany\n> only in BY\n");
+    desktop_.onHoliday = [](HolidayForm& viewer) {
+        Choose(viewer, 1);
+        viewer.rules.cboRegion.Select(1);
+        viewer.rules.cboRegion_Click();
+        viewer.cmdOK_Click();
+    };
+    form_->cmdYChangeHoliday_Click();
+    form_->cmdOK_Click();
+    EXPECT_EQ(working_.sets.Yearly.ShownHolidays.region, "BY");
+    EXPECT_EQ(working_.sets.Monthly.ShownHolidays.region, "");
+    EXPECT_TRUE(working_.yearlyChanged);
+    EXPECT_FALSE(working_.monthlyChanged);
+}
+
+TEST_F(ChangeHolidayTest, TheViewerTellsTheNextDaysFromTheYearOn)
+{
+    std::string title;
+    desktop_.onHoliday = [&](HolidayForm& viewer) { title = viewer.rules.titles.at(2); };
+    form_->cmdMChangeHoliday_Click();
+    EXPECT_EQ(title, "Next");
+    form_->SetYear(2027);
+    form_->cmdMChangeHoliday_Click();
+    EXPECT_EQ(title, "Next from 2027");
+}
+
 TEST_F(ChangeHolidayTest, EachCalendarHasItsOwnSectionOfTheTemplate)
 {
     desktop_.onHoliday = [](HolidayForm& viewer) {

@@ -100,15 +100,19 @@ void Binder::Bind(CheckBox& state, wxCheckBox& control, Handler onClick)
     });
 }
 
-void Binder::Bind(TextBox& state, wxTextCtrl& control)
+void Binder::Bind(TextBox& state, wxTextCtrl& control, Handler onType)
 {
     Add(state, control, [&state, &control] {
         const wxString text = ToWx(state.text);
         if (control.GetValue() != text)
             control.ChangeValue(text); // causes no event, unlike SetValue
     });
-    control.Bind(wxEVT_TEXT, [this, &state, &control](wxCommandEvent&) {
-        Run([&] { state.Type(FromWx(control.GetValue())); });
+    control.Bind(wxEVT_TEXT, [this, &state, &control, onType = std::move(onType)](wxCommandEvent&) {
+        Run([&] {
+            state.Type(FromWx(control.GetValue()));
+            if (onType)
+                onType();
+        });
     });
 }
 

@@ -36,7 +36,7 @@ public:
     void Bind(Label& state, wxStaticText& control);
     void Bind(Button& state, wxControl& control, Handler onClick);
     void Bind(CheckBox& state, wxCheckBox& control, Handler onClick = {});
-    void Bind(TextBox& state, wxTextCtrl& control);
+    void Bind(TextBox& state, wxTextCtrl& control, Handler onType = {});
     void Bind(ComboBox& state, wxChoice& control, Handler onClick = {});
     void Bind(ListBox& state, TabbedList& control);
     void Bind(UpDown& state, wxSpinButton& control);

@@ -1,7 +1,16 @@
 #include "ui/wx/dialogs.h"
+#include "ui/wx/native/column_list.h"
 #include "ui/wx/native/tabbed_list.h"
 #include "ui/wx/widgets.h"
 #include "ui/wx/window_place.h"
+
+#include <wx/display.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <utility>
+#include <vector>
 
 namespace orrery::ui::wx {
 namespace {
@@ -10,52 +19,172 @@ namespace {
 constexpr int kFileWidth = 105;
 constexpr int kListWidth = 220;
 constexpr int kListHeight = 118;
+constexpr int kChoiceWidth = 60;
+constexpr int kRulesWidth = 170; // at least
+constexpr int kRulesHeight = 70;
+constexpr std::array<int, 4> kRuleColumns = {85, 105, 92, 40};
+constexpr int kSpareWidth = 210; // for all columns, where the screen has room
 
-wxSizer* BuildFileRow(wxDialog& dialog, HolidayForm& form, Binder& binder)
-{
-    auto* const row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(AddLabel(dialog, binder, form.lblHolidayFile), wxSizerFlags().CentreVertical());
-    row->Add(AddChoice(dialog, binder, form.cboHolidayFile, kFileWidth,
-                       [&form] { form.cboHolidayFile_Click(); }),
-             wxSizerFlags(1).Border(wxLEFT));
-    binder.Relate(form.lblHolidayFile, form.cboHolidayFile);
-    return row;
-}
+constexpr std::size_t kKindsInRow = 3;
+
+/// The dialog with its controls. Those that say the rules in words stand beside the others, and
+/// behind them in the tab order.
+class HolidayWindow {
+public:
+    HolidayWindow(const DialogContext& context, HolidayForm& form)
+        : context_(context), form_(form), rules_(form.rules),
+          dialog_(MakeDialog(context.parent, form,
+                             wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX)),
+          binder_(*dialog_, form, context.desktop)
+    {
+        auto* const lists = new wxFlexGridSizer(2);
+        lists->AddGrowableRow(0);
+        lists->AddGrowableCol(0, 1);
+        lists->AddGrowableCol(1, 3);
+        lists->Add(BuildHolidays(), wxSizerFlags().Expand());
+        wxSizer* const buttons = BuildButtons();
+        lists->Add(BuildRules(), wxSizerFlags().Expand());
+        auto* const column = new wxBoxSizer(wxVERTICAL);
+        column->Add(lists, wxSizerFlags(1).Expand());
+        column->Add(buttons, wxSizerFlags().Expand().DoubleBorder(wxTOP | wxBOTTOM));
+        binder_.BindDialogKeys();
+        binder_.Show();
+        dialog_->SetSizerAndFit(column);
+        const int room = wxDisplay(context.parent).GetClientArea().width;
+        const int spare = dialog_->ConvertDialogToPixels(wxSize(kSpareWidth, 0)).x;
+        dialog_->SetSize(
+            std::min(dialog_->GetSize().x + spare, std::max(room, dialog_->GetSize().x)),
+            wxDefaultCoord);
+    }
+
+    void Show()
+    {
+        dialog_->CentreOnParent();
+        RestorePlacement(*dialog_, context_.settingsFile);
+        dialog_->ShowModal();
+        if (form_.isAccepted)
+            SavePlacement(*dialog_, context_.settingsFile);
+    }
+
+private:
+    static wxSizerFlags Line() { return wxSizerFlags().DoubleBorder(wxLEFT | wxRIGHT); }
+
+    wxSizer* BuildHolidays()
+    {
+        auto* const column = new wxBoxSizer(wxVERTICAL);
+        column->Add(BuildChoice(form_.lblHolidayFile, form_.cboHolidayFile, kFileWidth,
+                                [this] { form_.cboHolidayFile_Click(); }),
+                    wxSizerFlags().Expand().DoubleBorder(wxALL & ~wxBOTTOM));
+        column->Add(AddLabel(*dialog_, binder_, form_.lblHolidays),
+                    Line().DoubleBorder(wxALL & ~wxBOTTOM));
+        column->Add(AddLabel(*dialog_, binder_, form_.lblHolidayList), Line());
+        holidays_ =
+            std::make_unique<TabbedList>(*dialog_, form_.tabStops, form_.lblHolidayList.caption);
+        wxWindow& list = holidays_->Window();
+        binder_.Bind(form_.lstHoliday, *holidays_);
+        binder_.Relate(form_.lblHolidays, form_.lstHoliday);
+        list.SetMinSize(dialog_->ConvertDialogToPixels(wxSize(kListWidth, kListHeight)));
+        column->Add(&list, Line().Proportion(1).Expand());
+        column->Add(AddNote(*dialog_, binder_, form_.lblProblems), Line().Expand());
+        return column;
+    }
+
+    wxSizer* BuildButtons()
+    {
+        auto* const ok = AddButton(
+            *dialog_, binder_, form_.cmdOK, [this] { form_.cmdOK_Click(); }, wxID_OK);
+        auto* const cancel = AddButton(
+            *dialog_, binder_, form_.cmdCancel, [this] { form_.cmdCancel_Click(); }, wxID_CANCEL);
+        return ButtonRow(*ok, *cancel);
+    }
+
+    wxSizer* BuildRules()
+    {
+        auto* const column = new wxBoxSizer(wxVERTICAL);
+        const auto row = Line().Expand().DoubleBorder(wxRIGHT | wxTOP);
+        column->Add(BuildFind(), row);
+        auto* const choices = new wxBoxSizer(wxHORIZONTAL);
+        choices->Add(BuildChoice(rules_.lblRegion, rules_.cboRegion, kChoiceWidth,
+                                 [this] { rules_.cboRegion_Click(); }),
+                     wxSizerFlags(1).DoubleBorder(wxRIGHT));
+        choices->Add(BuildChoice(rules_.lblLanguage, rules_.cboLanguage, kChoiceWidth,
+                                 [this] { rules_.cboLanguage_Click(); }),
+                     wxSizerFlags(1));
+        column->Add(choices, row);
+        column->Add(BuildKinds(), row);
+        column->Add(AddLabel(*dialog_, binder_, rules_.lblRules), row);
+        column->Add(BuildRuleList(), Line().Proportion(1).Expand().DoubleBorder(wxRIGHT));
+        return column;
+    }
+
+    wxSizer* BuildFind()
+    {
+        auto* const row = new wxBoxSizer(wxHORIZONTAL);
+        row->Add(AddLabel(*dialog_, binder_, rules_.lblFind), wxSizerFlags().CentreVertical());
+        row->Add(AddTextBox(*dialog_, binder_, rules_.txtFind, [this] { rules_.txtFind_Change(); }),
+                 wxSizerFlags(1).Border(wxLEFT));
+        binder_.Relate(rules_.lblFind, rules_.txtFind);
+        return row;
+    }
+
+    wxSizer* BuildChoice(Label& label, ComboBox& list, int width, Handler onClick)
+    {
+        auto* const row = new wxBoxSizer(wxHORIZONTAL);
+        row->Add(AddLabel(*dialog_, binder_, label), wxSizerFlags().CentreVertical());
+        row->Add(AddChoice(*dialog_, binder_, list, width, std::move(onClick)),
+                 wxSizerFlags(1).Border(wxLEFT));
+        binder_.Relate(label, list);
+        return row;
+    }
+
+    wxSizer* BuildKinds()
+    {
+        auto* const boxes = new wxBoxSizer(wxVERTICAL);
+        wxSizer* row = nullptr;
+        for (std::size_t i = 0; i < rules_.chkKinds.size(); ++i) {
+            if (i % kKindsInRow == 0)
+                boxes->Add(row = new wxBoxSizer(wxHORIZONTAL));
+            CheckBox& box = rules_.chkKinds.at(i);
+            row->Add(
+                AddCheckBox(*dialog_, binder_, box, [this, &box] { rules_.chkKind_Click(box); }),
+                wxSizerFlags().Border(wxLEFT));
+        }
+        auto* const kinds = new wxBoxSizer(wxHORIZONTAL);
+        kinds->Add(AddLabel(*dialog_, binder_, rules_.lblKinds), wxSizerFlags().CentreVertical());
+        kinds->Add(boxes);
+        return kinds;
+    }
+
+    wxWindow* BuildRuleList()
+    {
+        const auto pixels = [this](int width) {
+            return dialog_->ConvertDialogToPixels(wxSize(width, kRulesHeight));
+        };
+        std::vector<ColumnTitle> titles;
+        for (std::size_t i = 0; i < kRuleColumns.size(); ++i)
+            titles.push_back({rules_.titles.at(i), pixels(kRuleColumns.at(i)).x});
+        ruleList_ = std::make_unique<ColumnList>(*dialog_, titles);
+        ruleList_->Window().SetMinSize(pixels(kRulesWidth));
+        binder_.BindControl(rules_.lstRules, ruleList_->Window(),
+                            [this] { ruleList_->SetLines(rules_.lstRules.lines); });
+        binder_.Relate(rules_.lblRules, rules_.lstRules);
+        return &ruleList_->Window();
+    }
+
+    const DialogContext& context_;
+    HolidayForm& form_;
+    HolidayRules& rules_;
+    std::unique_ptr<wxDialog> dialog_;
+    Binder binder_;
+    std::unique_ptr<TabbedList> holidays_;
+    std::unique_ptr<ColumnList> ruleList_;
+};
 
 } // namespace
 
 void ShowHolidayDialog(const DialogContext& context, HolidayForm& form)
 {
-    const auto dialog =
-        MakeDialog(context.parent, form, wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxMAXIMIZE_BOX);
-    Binder binder(*dialog, form, context.desktop);
-    auto* const column = new wxBoxSizer(wxVERTICAL);
-    column->Add(BuildFileRow(*dialog, form, binder),
-                wxSizerFlags().Expand().DoubleBorder(wxALL & ~wxBOTTOM));
-    const auto line = wxSizerFlags().DoubleBorder(wxLEFT | wxRIGHT);
-    column->Add(AddLabel(*dialog, binder, form.lblHolidays),
-                wxSizerFlags(line).DoubleBorder(wxALL & ~wxBOTTOM));
-    column->Add(AddLabel(*dialog, binder, form.lblHolidayList), line);
-    TabbedList list(*dialog, form.tabStops, form.lblHolidayList.caption);
-    binder.Bind(form.lstHoliday, list);
-    binder.Relate(form.lblHolidays, form.lstHoliday);
-    list.Window().SetMinSize(dialog->ConvertDialogToPixels(wxSize(kListWidth, kListHeight)));
-    column->Add(&list.Window(), wxSizerFlags(line).Proportion(1).Expand());
-    column->Add(AddNote(*dialog, binder, form.lblProblems), wxSizerFlags(line).Expand());
-    auto* const ok = AddButton(
-        *dialog, binder, form.cmdOK, [&form] { form.cmdOK_Click(); }, wxID_OK);
-    auto* const cancel = AddButton(
-        *dialog, binder, form.cmdCancel, [&form] { form.cmdCancel_Click(); }, wxID_CANCEL);
-    column->Add(ButtonRow(*ok, *cancel), wxSizerFlags().Expand().DoubleBorder(wxTOP | wxBOTTOM));
-
-    binder.BindDialogKeys();
-    binder.Show();
-    dialog->SetSizerAndFit(column);
-    dialog->CentreOnParent();
-    RestorePlacement(*dialog, context.settingsFile);
-    dialog->ShowModal();
-    if (form.isAccepted)
-        SavePlacement(*dialog, context.settingsFile);
+    HolidayWindow(context, form).Show();
 }
 
 } // namespace orrery::ui::wx

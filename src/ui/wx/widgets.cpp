@@ -83,10 +83,10 @@ wxStaticText* AddNote(wxWindow& parent, Binder& binder, Label& state, long style
     return note;
 }
 
-wxTextCtrl* AddTextBox(wxWindow& parent, Binder& binder, TextBox& state)
+wxTextCtrl* AddTextBox(wxWindow& parent, Binder& binder, TextBox& state, Handler onType)
 {
     auto* const box = new wxTextCtrl(&parent, wxID_ANY, ToWx(state.text));
-    binder.Bind(state, *box);
+    binder.Bind(state, *box, std::move(onType));
     return box;
 }
 

@@ -26,7 +26,7 @@ wxStaticText* AddWrappedLabel(wxWindow& parent, Binder& binder, Label& state, in
 /// whole is its tooltip.
 wxStaticText* AddNote(wxWindow& parent, Binder& binder, Label& state,
                       long style = wxST_ELLIPSIZE_END);
-wxTextCtrl* AddTextBox(wxWindow& parent, Binder& binder, TextBox& state);
+wxTextCtrl* AddTextBox(wxWindow& parent, Binder& binder, TextBox& state, Handler onType = {});
 wxCheckBox* AddCheckBox(wxWindow& parent, Binder& binder, CheckBox& state, Handler onClick = {});
 /// A drop-down list at least `width` dialog units wide, whatever its entries.
 wxChoice* AddChoice(wxWindow& parent, Binder& binder, ComboBox& state, int width,

@@ -57,9 +57,14 @@ void TestDesktop::ShowModal(ParameterForm& form)
 
 void TestDesktop::ShowModal(HolidayForm& form)
 {
-    if (longCaptions)
+    if (longCaptions) {
+        HolidayRules& rules = form.rules;
         Lengthen({&form.lblHolidayFile, &form.lblHolidays, &form.lblHolidayList, &form.cmdOK,
-                  &form.cmdCancel});
+                  &form.cmdCancel, &rules.lblFind, &rules.lblRegion, &rules.lblLanguage,
+                  &rules.lblKinds, &rules.lblRules});
+        for (CheckBox& box : rules.chkKinds)
+            Lengthen(box);
+    }
     WxDesktop::ShowModal(form);
 }
 

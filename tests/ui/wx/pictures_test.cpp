@@ -172,6 +172,21 @@ TEST_P(PicturesTest, Holidays)
     Look("holidays");
 }
 
+TEST_P(PicturesTest, HolidaysWithChoosers)
+{
+    std::ofstream(At("holiday/Mine.txt"))
+        << "# Language: de\n# Regions: BW Baden-Württemberg; BY Bayern\n0101,DAY,Neujahr\n"
+           "> name en New Year's Day\n0106,FIXED,Heilige Drei Könige\n> only in BW BY\n"
+           "0830,DAY,Ben\n> born 1984\n1224,FIXED,Heiligabend\n> kind bank\n"
+           "0401,FIXED,Ferien\n> kind school; days 12\n"
+           "1231,FIXED,Silvester\n> kind half\n0508,FIXED,Muttertag\n> kind observance\n"
+           "0708,FIXED,Brauch\n> kind optional\n";
+    Open();
+    OpenFromMain("cmdMChangeHoliday", "frmHoliday");
+    user_->Choose("cboHolidayFile", "Mine.txt");
+    Look("holidays-choosers");
+}
+
 TEST_P(PicturesTest, Tip)
 {
     const std::string tips = testing_support::BytesOf(At("tips.txt"));

@@ -13,6 +13,7 @@
 #include <wx/dataview.h>
 #include <wx/dialog.h>
 #include <wx/listbox.h>
+#include <wx/listctrl.h>
 #include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
@@ -75,6 +76,18 @@ std::vector<std::string> RowsIn(const wxDataViewListCtrl& list)
         std::string cells;
         for (unsigned column = 0; column < list.GetColumnCount(); ++column)
             cells += (column == 0 ? "" : "\t") + FromWx(list.GetTextValue(row, column));
+        rows.push_back(cells);
+    }
+    return rows;
+}
+
+std::vector<std::string> RowsIn(const wxListView& list)
+{
+    std::vector<std::string> rows;
+    for (int row = 0; row < list.GetItemCount(); ++row) {
+        std::string cells;
+        for (int column = 0; column < list.GetColumnCount(); ++column)
+            cells += (column == 0 ? "" : "\t") + FromWx(list.GetItemText(row, column));
         rows.push_back(cells);
     }
     return rows;
@@ -312,6 +325,8 @@ std::vector<std::string> Robot::RowsOf(const std::string& name) const
         wxWindow& list = FindControl(name);
         if (const auto* const columns = dynamic_cast<wxDataViewListCtrl*>(&list))
             return RowsIn(*columns);
+        if (const auto* const report = dynamic_cast<wxListView*>(&list))
+            return RowsIn(*report);
         return RowsIn(FindControlAs<wxListBox>(name));
     });
 }

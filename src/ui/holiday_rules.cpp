@@ -1,0 +1,249 @@
+#include "ui/holiday_rules.h"
+
+#include "book/names.h"
+#include "holidays/language/language_names.h"
+#include "holidays/language/next_days.h"
+#include "holidays/language/rule_words.h"
+#include "util/text.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+namespace orrery::ui {
+namespace {
+
+using holidays::Category;
+using holidays::HolidayChoice;
+using holidays::Rule;
+using holidays::RuleSet;
+
+Category CategoryOf(const Rule& rule)
+{
+    return rule.refinements.category.value_or(Category::Public);
+}
+
+template <typename Value> bool Holds(const std::vector<Value>& values, const Value& value)
+{
+    return std::find(values.begin(), values.end(), value) != values.end();
+}
+
+bool HasCategory(const RuleSet& set, Category category)
+{
+    return std::any_of(set.rules.begin(), set.rules.end(),
+                       [category](const Rule& rule) { return CategoryOf(rule) == category; });
+}
+
+/// The languages that names are in, beside that of the rules themselves.
+std::set<std::string> LanguagesOf(const RuleSet& set)
+{
+    std::set<std::string> languages;
+    for (const Rule& rule : set.rules) {
+        for (const auto& [language, name] : rule.refinements.names)
+            languages.insert(language);
+    }
+    return languages;
+}
+
+/// The part of a choice that a set of rules has.
+HolidayChoice PossibleOf(const HolidayChoice& wanted, const RuleSet& set)
+{
+    HolidayChoice possible;
+    const bool hasRegion =
+        std::any_of(set.regions.begin(), set.regions.end(),
+                    [&wanted](const auto& region) { return region.code == wanted.region; });
+    if (hasRegion)
+        possible.region = wanted.region;
+    if (LanguagesOf(set).contains(wanted.language))
+        possible.language = wanted.language;
+    std::vector<Category> categories;
+    for (const Category category : wanted.categories) {
+        if (category == Category::Public || HasCategory(set, category))
+            categories.push_back(category);
+    }
+    if (!categories.empty())
+        possible.categories = std::move(categories);
+    return possible;
+}
+
+std::string NextInWords(const holidays::NextDays& next)
+{
+    using State = holidays::NextDays::State;
+    switch (next.state) {
+    case State::None:
+        return "none";
+    case State::OtherRegion:
+        return "other region";
+    case State::OtherKind:
+        return "kind not shown";
+    case State::Given:
+        break;
+    }
+    std::string words = holidays::DateInWords(next.first, true);
+    if (next.isEstimated)
+        words += ", estimated";
+    return next.more == 0 ? words : words + " (+" + std::to_string(next.more) + ')';
+}
+
+std::string FoldedNames(const Rule& rule)
+{
+    std::string names = rule.name;
+    for (const auto& [language, name] : rule.refinements.names)
+        (names += '\n') += name;
+    return book::FoldCase(names);
+}
+
+/// Selects the entry of a code, of which each entry has one.
+void SelectCode(ComboBox& list, const std::vector<std::string>& codes, const std::string& code)
+{
+    list.selected = static_cast<int>(std::find(codes.begin(), codes.end(), code) - codes.begin());
+}
+
+} // namespace
+
+HolidayRules::HolidayRules(HolidayChoice choice, std::optional<int> year)
+    : chkKinds{CheckBox("chkPublic", "&Public"),         CheckBox("chkBank", "&Bank"),
+               CheckBox("chkSchool", "&School"),         CheckBox("chkOptional", "Op&tional"),
+               CheckBox("chkObservance", "Obser&vance"), CheckBox("chkHalf", "&Half")},
+      titles{"Name", "Rule", year ? "Next from " + std::to_string(*year) : "Next", "Kind"},
+      year_(year), wanted_(std::move(choice)), choice_(wanted_)
+{
+}
+
+void HolidayRules::Show(RuleSet rules)
+{
+    rules_ = std::move(rules);
+    ShowChoosers();
+    MakeRows();
+}
+
+void HolidayRules::ShowOther(RuleSet rules)
+{
+    choice_ = PossibleOf(wanted_, rules);
+    Show(std::move(rules));
+}
+
+void HolidayRules::ShowChoosers()
+{
+    ShowRegions();
+    ShowLanguages();
+    ShowKinds();
+}
+
+void HolidayRules::ShowRegions()
+{
+    regions_ = {""};
+    cboRegion.entries = {"(None)"};
+    for (const holidays::Region& region : rules_.regions) {
+        regions_.push_back(region.code);
+        cboRegion.entries.push_back(region.name.empty() ? region.code : region.name);
+    }
+    if (!Holds(regions_, choice_.region)) {
+        regions_.push_back(choice_.region);
+        cboRegion.entries.push_back(choice_.region);
+    }
+    SelectCode(cboRegion, regions_, choice_.region);
+    lblRegion.visible = cboRegion.visible = regions_.size() > 1;
+}
+
+void HolidayRules::ShowLanguages()
+{
+    std::set<std::string> others = LanguagesOf(rules_);
+    others.insert(choice_.language);
+    others.erase("");
+    languages_ = {""};
+    cboLanguage.entries = {rules_.language.empty() ? "(As written)"
+                                                   : holidays::LanguageName(rules_.language)};
+    for (const std::string& language : others) {
+        languages_.push_back(language);
+        cboLanguage.entries.push_back(holidays::LanguageName(language));
+    }
+    SelectCode(cboLanguage, languages_, choice_.language);
+    lblLanguage.visible = cboLanguage.visible = languages_.size() > 1;
+}
+
+void HolidayRules::ShowKinds()
+{
+    std::size_t shown = 0;
+    for (const Category category : holidays::AllCategories()) {
+        CheckBox& box = chkKinds.at(static_cast<std::size_t>(category));
+        box.checked = Holds(choice_.categories, category);
+        box.visible = box.checked || category == Category::Public || HasCategory(rules_, category);
+        shown += box.visible ? 1U : 0U;
+    }
+    lblKinds.visible = shown > 1;
+    if (shown == 1)
+        chkKinds.front().visible = false;
+}
+
+void HolidayRules::MakeRows()
+{
+    std::vector<holidays::NextDays> next;
+    if (year_)
+        next = holidays::NextDaysOf(rules_, *year_, choice_);
+    rows_.clear();
+    for (std::size_t i = 0; i < rules_.rules.size(); ++i) {
+        const Rule& rule = rules_.rules[i];
+        const std::vector<std::string> cells = {
+            std::string(util::Trim(holidays::NameOf(rule, choice_.language))),
+            holidays::RuleInWords(rule, rules_.regions),
+            year_ ? NextInWords(next[i]) : std::string(), holidays::KindInWords(rule)};
+        rows_.push_back({util::Join(cells, "\t"), FoldedNames(rule)});
+    }
+    ShowRows();
+}
+
+void HolidayRules::ShowRows()
+{
+    const std::string wanted = book::FoldCase(std::string(util::Trim(txtFind.text)));
+    lstRules.lines.clear();
+    for (const Row& row : rows_) {
+        if (row.names.find(wanted) != std::string::npos)
+            lstRules.lines.push_back(row.line);
+    }
+}
+
+void HolidayRules::txtFind_Change()
+{
+    ShowRows();
+}
+
+void HolidayRules::cboRegion_Click()
+{
+    if (!cboRegion.HasSelection())
+        return;
+    choice_.region = regions_.at(static_cast<std::size_t>(cboRegion.selected));
+    TakeChoice();
+}
+
+void HolidayRules::cboLanguage_Click()
+{
+    if (!cboLanguage.HasSelection())
+        return;
+    choice_.language = languages_.at(static_cast<std::size_t>(cboLanguage.selected));
+    TakeChoice();
+}
+
+void HolidayRules::chkKind_Click(CheckBox& box)
+{
+    std::vector<Category> chosen;
+    for (const Category category : holidays::AllCategories()) {
+        if (chkKinds.at(static_cast<std::size_t>(category)).checked)
+            chosen.push_back(category);
+    }
+    if (chosen.empty()) {
+        box.checked = true;
+        return;
+    }
+    choice_.categories = std::move(chosen);
+    TakeChoice();
+}
+
+void HolidayRules::TakeChoice()
+{
+    wanted_ = choice_;
+    hasChanged_ = true;
+    MakeRows();
+}
+
+} // namespace orrery::ui

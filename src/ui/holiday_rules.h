@@ -1,0 +1,75 @@
+#pragma once
+
+#include "holidays/language/holiday_choice.h"
+#include "holidays/language/rule_set.h"
+#include "ui/controls.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orrery::ui {
+
+/// The part of the holiday dialog that says every rule in words, finds rules by their names, and
+/// chooses which holidays a calendar shows.
+class HolidayRules {
+public:
+    /// `choice` is the calendar's own. With a year, each rule has its next day from then on.
+    HolidayRules(holidays::HolidayChoice choice, std::optional<int> year);
+
+    /// Shows the rules of the calendar, with its choice as it is.
+    void Show(holidays::RuleSet rules);
+    /// Shows the rules of another list. What it does not have is not chosen any more.
+    void ShowOther(holidays::RuleSet rules);
+
+    // The user typed or chose.
+    void txtFind_Change();
+    void cboRegion_Click();
+    void cboLanguage_Click();
+    /// At least one kind stays chosen.
+    void chkKind_Click(CheckBox& box);
+
+    const holidays::HolidayChoice& Choice() const { return choice_; }
+    /// Whether the user chose something.
+    bool HasChanged() const { return hasChanged_; }
+
+    Label lblFind{"lblFind", "Fi&nd:"};
+    TextBox txtFind{"txtFind"};
+    // Visible where the rules have regions, languages or kinds to choose.
+    Label lblRegion{"lblRegion", "&Region:"};
+    ComboBox cboRegion{"cboRegion"};
+    Label lblLanguage{"lblLanguage", "Lan&guage:"};
+    ComboBox cboLanguage{"cboLanguage"};
+    Label lblKinds{"lblKinds", "Show:"};
+    std::array<CheckBox, 6> chkKinds; ///< by category
+    Label lblRules{"lblRules", "&All Rules:"};
+    ListBox lstRules{"lstRules"};      ///< name, rule in words, next day, kind
+    std::array<std::string, 4> titles; ///< of these columns
+
+private:
+    /// A rule with what it is found by.
+    struct Row {
+        std::string line;
+        std::string names; ///< in all languages, folded, each on a line
+    };
+
+    void ShowChoosers();
+    void ShowRegions();
+    void ShowLanguages();
+    void ShowKinds();
+    void MakeRows();
+    void ShowRows();
+    void TakeChoice();
+
+    const std::optional<int> year_;
+    holidays::HolidayChoice wanted_; ///< what the user chose, wherever it is possible
+    holidays::HolidayChoice choice_;
+    bool hasChanged_ = false;
+    holidays::RuleSet rules_;
+    std::vector<std::string> regions_;   ///< codes of the entries
+    std::vector<std::string> languages_; ///< the same
+    std::vector<Row> rows_;
+};
+
+} // namespace orrery::ui

@@ -1,0 +1,43 @@
+#include "ui/wx/native/column_list.h"
+#include "ui/wx/native/text.h"
+
+#include <wx/listctrl.h>
+#include <wx/tokenzr.h>
+#include <wx/wupdlock.h>
+
+namespace orrery::ui::wx {
+
+ColumnList::ColumnList(wxWindow& parent, const std::vector<ColumnTitle>& columns)
+    : report_(new wxListView(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                             wxLC_REPORT | wxLC_SINGLE_SEL))
+{
+    for (const ColumnTitle& column : columns)
+        report_->AppendColumn(ToWx(column.text), wxLIST_FORMAT_LEFT, column.width);
+}
+
+wxWindow& ColumnList::Window() const
+{
+    return *report_;
+}
+
+void ColumnList::SetLines(const std::vector<std::string>& lines)
+{
+    if (lines == lines_)
+        return;
+    lines_ = lines;
+    const wxWindowUpdateLocker paintsOnce(report_);
+    report_->DeleteAllItems();
+    for (const std::string& line : lines) {
+        const long row = report_->GetItemCount();
+        int column = 0;
+        for (const wxString& cell : wxStringTokenize(ToWx(line), "\t", wxTOKEN_RET_EMPTY_ALL)) {
+            if (column == 0)
+                report_->InsertItem(row, cell);
+            else if (column < report_->GetColumnCount())
+                report_->SetItem(row, column, cell);
+            ++column;
+        }
+    }
+}
+
+} // namespace orrery::ui::wx

@@ -1,7 +1,9 @@
 #include "holidays/calendars/month_names.h"
 #include "holidays/language/rule_words.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -89,7 +91,7 @@ std::string PlaceWords(const Place& place)
         break;
     }
     constexpr int minutesOfHour = 60;
-    const int minutes = static_cast<int>(std::abs(place.hours) * minutesOfHour + 0.5);
+    const auto minutes = static_cast<int>(std::lround(std::abs(place.hours) * minutesOfHour));
     std::string words = " in GMT";
     if (minutes == 0)
         return words;
@@ -118,6 +120,8 @@ std::string InNamedMonth(const CalendarDay& day)
 
 /// The words of each kind.
 struct KindWords {
+    Lists lists;
+
     std::string operator()(const PlainDay& day) const
     {
         constexpr int hundred = 100;
@@ -146,17 +150,17 @@ struct KindWords {
     }
     std::string operator()(const ListedDates& listed) const
     {
-        constexpr std::size_t most = 3;
+        constexpr std::size_t few = 3;
+        const std::size_t count = listed.ranges.size();
+        const std::size_t told = lists == Lists::Brief ? std::min(count, few) : count;
         std::string words;
-        for (std::size_t i = 0; i < listed.ranges.size() && i < most; ++i) {
+        for (std::size_t i = 0; i < told; ++i) {
             const auto& [first, last] = listed.ranges[i];
             (words += i == 0 ? "" : ", ") += DateInWords(first);
             if (last != first)
                 words += " to " + DateInWords(last);
         }
-        if (listed.ranges.size() > most)
-            words += " and " + std::to_string(listed.ranges.size() - most) + " more";
-        return words;
+        return told == count ? words : words + " and " + std::to_string(count - told) + " more";
     }
     std::string operator()(const LeapDay& /*day*/) const { return "29 February of leap years"; }
     std::string operator()(const CalendarDay& day) const
@@ -223,9 +227,9 @@ std::string DateInWords(Date date, bool hasWeekday)
     return (words += InOurCalendar(day)) += ' ' + std::to_string(static_cast<int>(parts.year()));
 }
 
-std::string DayInWords(const RuleDay& day)
+std::string DayInWords(const RuleDay& day, Lists lists)
 {
-    return WithDays(std::visit(KindWords(), day.kind), day.shift);
+    return WithDays(std::visit(KindWords{lists}, day.kind), day.shift);
 }
 
 } // namespace orrery::holidays

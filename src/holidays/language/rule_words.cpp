@@ -12,12 +12,12 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr std::size_t kMostNamed = 4; ///< of a list; the rest is counted
+constexpr std::size_t kMostNamed = 4; ///< of a brief list; the rest is counted
 
-/// "A, B and C"; "A, B, C, D and 3 more".
-std::string ListInWords(Texts texts, std::string_view conjunction)
+/// "A, B and C"; in brief "A, B, C, D and 3 more".
+std::string ListInWords(Texts texts, std::string_view conjunction, Lists lists = Lists::Whole)
 {
-    if (texts.size() > kMostNamed + 1) {
+    if (lists == Lists::Brief && texts.size() > kMostNamed + 1) {
         const std::string rest = std::to_string(texts.size() - kMostNamed) + " more";
         texts.resize(kMostNamed);
         texts.push_back(rest);
@@ -73,26 +73,27 @@ std::string CycleInWords(const YearCondition& condition)
     return {};
 }
 
-std::string YearsInWords(const YearCondition& condition)
+std::string YearsInWords(const YearCondition& condition, Lists lists)
 {
     Texts ranges;
     for (const YearRange& range : condition.ranges)
         ranges.push_back(RangeInWords(range));
     Texts words;
     if (!ranges.empty())
-        words.push_back(ListInWords(std::move(ranges), "and"));
+        words.push_back(ListInWords(std::move(ranges), "and", lists));
     if (condition.cycle != YearCondition::Cycle::None)
         words.push_back(CycleInWords(condition));
     return (condition.isNegated ? "except " : "") + util::Join(words, ", ");
 }
 
-std::string DatesInWords(const DatesInYear& dates)
+std::string DatesInWords(const DatesInYear& dates, Lists lists)
 {
     Texts words;
     for (const MonthDay& day : dates.days)
         words.push_back(DayInWords(
             {PlainDay{static_cast<std::int16_t>(day.month * 100 + day.day), kFixedDay}}));
-    return "in " + std::to_string(dates.year) + " on " + ListInWords(std::move(words), "and");
+    return "in " + std::to_string(dates.year) + " on " +
+           ListInWords(std::move(words), "and", lists);
 }
 
 std::string TargetInWords(const Substitute::Target& target)
@@ -133,7 +134,7 @@ std::string SubstituteInWords(const Substitute& substitute)
 }
 
 std::string RegionsInWords(const Texts& codes, const std::vector<Region>& regions,
-                           std::string_view conjunction)
+                           std::string_view conjunction, Lists lists)
 {
     Texts names;
     for (const std::string& code : codes) {
@@ -142,7 +143,7 @@ std::string RegionsInWords(const Texts& codes, const std::vector<Region>& region
                          [&code](const Region& region) { return region.code == code; });
         names.push_back(found == regions.end() || found->name.empty() ? code : found->name);
     }
-    return ListInWords(std::move(names), conjunction);
+    return ListInWords(std::move(names), conjunction, lists);
 }
 
 /// "only on Monday and Tuesday", "not on Sunday": whichever names fewer.
@@ -161,7 +162,7 @@ std::string ConditionInWords(WeekdaySet weekdays)
 } // namespace
 
 std::vector<std::string> RefinementsInWords(const Refinements& refinements,
-                                            const std::vector<Region>& regions)
+                                            const std::vector<Region>& regions, Lists lists)
 {
     Texts words;
     if (refinements.days > 1)
@@ -169,24 +170,28 @@ std::vector<std::string> RefinementsInWords(const Refinements& refinements,
     if (refinements.born)
         words.push_back("born " + std::to_string(*refinements.born));
     if (!refinements.onlyIn.empty())
-        words.push_back("only in " + RegionsInWords(refinements.onlyIn, regions, "and"));
+        words.push_back("only in " + RegionsInWords(refinements.onlyIn, regions, "and", lists));
     if (!refinements.notIn.empty())
-        words.push_back("not in " + RegionsInWords(refinements.notIn, regions, "or"));
+        words.push_back("not in " + RegionsInWords(refinements.notIn, regions, "or", lists));
     for (const YearCondition& condition : refinements.years)
-        words.push_back(YearsInWords(condition));
+        words.push_back(YearsInWords(condition, lists));
     if (refinements.weekdays != kEveryWeekday)
         words.push_back(ConditionInWords(refinements.weekdays));
     for (const Substitute& substitute : refinements.substitutes)
         words.push_back(SubstituteInWords(substitute));
-    for (const DatesInYear& dates : refinements.inYears)
-        words.push_back(DatesInWords(dates));
+    const std::size_t years = refinements.inYears.size();
+    if (lists == Lists::Brief && years > kMostNamed)
+        words.push_back("other dates in " + std::to_string(years) + " years");
+    else
+        for (const DatesInYear& dates : refinements.inYears)
+            words.push_back(DatesInWords(dates, lists));
     return words;
 }
 
-std::string RuleInWords(const Rule& rule, const std::vector<Region>& regions)
+std::string RuleInWords(const Rule& rule, const std::vector<Region>& regions, Lists lists)
 {
-    std::string words = DayInWords(rule.refinements.exact.value_or(rule.when));
-    for (const std::string& refinement : RefinementsInWords(rule.refinements, regions))
+    std::string words = DayInWords(rule.refinements.exact.value_or(rule.when), lists);
+    for (const std::string& refinement : RefinementsInWords(rule.refinements, regions, lists))
         words += "; " + refinement;
     return words;
 }

@@ -134,6 +134,10 @@ INSTANTIATE_TEST_SUITE_P(
                       "1 January; if Saturday also 1 day before"},
         RuleWordsCase{"Moves", "0427,DAY,x\n> if Sun move to Sat before",
                       "27 April; if Sunday moves to the Saturday before"},
+        RuleWordsCase{"AllButSunday",
+                      "0101,DAY,x\n> if Mon or Tue or Wed or Thu or Fri or Sat also -1",
+                      "1 January; if Monday, Tuesday, Wednesday, Thursday, Friday or Saturday also "
+                      "1 day before"},
         RuleWordsCase{"OnAHoliday", "0408,DAY,x\n> if holiday also next workday",
                       "8 April; if a holiday also the next workday"},
         RuleWordsCase{"SundayOrHoliday",
@@ -142,6 +146,30 @@ INSTANTIATE_TEST_SUITE_P(
         RuleWordsCase{"Called", "0101,DAY,x\n> if Sun also next day called Rest",
                       "1 January; if Sunday also the next day as \"Rest\""}),
     kNameOfWordsCase);
+
+TEST(RuleInWords, LongListsAreWholeOnRequest)
+{
+    const auto wholeOf = [](const std::string& lines) {
+        const RuleSet set = SetOf(lines);
+        return RuleInWords(set.rules.front(), set.regions, Lists::Whole);
+    };
+    EXPECT_EQ(wholeOf("20240101 20250101 20260101 20270101,DATE,x"),
+              "1 January 2024, 1 January 2025, 1 January 2026, 1 January 2027");
+    EXPECT_EQ(wholeOf("0106,FIXED,x\n> only in A B C D E F"),
+              "6 January; only in A, B, C, D, E and F");
+    EXPECT_EQ(wholeOf("0106,FIXED,x\n> not in A B C D E F"),
+              "6 January; not in A, B, C, D, E or F");
+    EXPECT_EQ(wholeOf("0106,FIXED,x\n> years 2001 2003 2005 2007 2009 2011"),
+              "6 January; in 2001, in 2003, in 2005, in 2007, in 2009 and in 2011");
+    const std::string fiveYears = "0106,FIXED,x\n> in 2020 on 0101; in 2021 on 0102; "
+                                  "in 2022 on 0103; in 2023 on 0104; in 2024 on 0105";
+    EXPECT_EQ(WordsOfFirst(fiveYears), "6 January; other dates in 5 years");
+    EXPECT_EQ(wholeOf(fiveYears), "6 January; in 2020 on 1 January; in 2021 on 2 January; in 2022 "
+                                  "on 3 January; in 2023 on 4 January; in 2024 on 5 January");
+    EXPECT_EQ(wholeOf("0106,FIXED,x\n> in 2020 on 0101 0102 0103 0104 0105 0106"),
+              "6 January; in 2020 on 1 January, 2 January, 3 January, 4 January, 5 January and "
+              "6 January");
+}
 
 TEST(RuleInWords, ADateCodeThatIsNoDateStaysANumber)
 {

@@ -79,7 +79,16 @@ struct ComboBox : Control {
 
 struct ListBox : Control {
     using Control::Control;
+    /// The user selects a line.
+    void Select(int index)
+    {
+        selected = index;
+        changed = true;
+    }
+    bool HasSelection() const { return selected >= 0; }
+
     std::vector<std::string> lines; ///< columns are separated by a tab
+    int selected = -1;              ///< index of a line; negative means none
 };
 
 /// A pair of arrows that step the whole number in a text box.

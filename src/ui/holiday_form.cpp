@@ -77,18 +77,37 @@ void HolidayForm::cboHolidayFile_Click()
         return;
     lblProblems.ShowText(SummarizeProblems(ReadChosenFile()));
     ShowHolidays();
-    rules.ShowOther(holidays::RulesOf(shown_));
+    if (IsTemplateChosen() && HasCalendar())
+        rules.Show(holidays::RulesOf(shown_), ReadTemplateChoice());
+    else
+        rules.ShowOther(holidays::RulesOf(shown_));
+}
+
+bool HolidayForm::IsTemplateChosen() const
+{
+    return templateHasFile_ && cboHolidayFile.selected == 0;
+}
+
+std::filesystem::path HolidayForm::TemplatesFile() const
+{
+    return util::ToPath(model::ParameterFilePath(location_.templateFolder, location_.templateFile));
+}
+
+holidays::HolidayChoice HolidayForm::ReadTemplateChoice() const
+{
+    model::NameTables names;
+    model::ParameterSets saved;
+    model::ReadParameterFile(TemplatesFile(), names, saved);
+    return calendarKind_ == CalendarKind::Monthly ? saved.Monthly.ShownHolidays
+                                                  : saved.Yearly.ShownHolidays;
 }
 
 std::vector<holidays::LineProblem> HolidayForm::ReadChosenFile()
 {
-    if (templateHasFile_ && cboHolidayFile.selected == 0) {
-        const auto file =
-            model::ParameterFilePath(location_.templateFolder, location_.templateFile);
+    if (IsTemplateChosen())
         return HasCalendar()
-                   ? holidays::ReadTemplateHolidays(calendarKind_, util::ToPath(file), shown_)
+                   ? holidays::ReadTemplateHolidays(calendarKind_, TemplatesFile(), shown_)
                    : std::vector<holidays::LineProblem>();
-    }
     const auto entry = static_cast<std::size_t>(cboHolidayFile.selected);
     const std::string file = location_.holidayFolder + cboHolidayFile.entries[entry];
     return holidays::ReadHolidayFile(util::ToPath(file), shown_);

@@ -6,6 +6,7 @@
 #include "ui/form.h"
 #include "ui/holiday_rules.h"
 
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -53,6 +54,10 @@ public:
 private:
     void Form_Load();
     bool HasCalendar() const;
+    bool IsTemplateChosen() const;
+    std::filesystem::path TemplatesFile() const; ///< its parameters
+    /// The region, kinds and language that are saved for the calendar.
+    holidays::HolidayChoice ReadTemplateChoice() const;
     /// Reads the chosen file into the shown list; returns its lines that are not read.
     std::vector<holidays::LineProblem> ReadChosenFile();
 

@@ -15,6 +15,7 @@ namespace {
 
 using holidays::Category;
 using holidays::HolidayChoice;
+using holidays::Region;
 using holidays::Rule;
 using holidays::RuleSet;
 
@@ -28,10 +29,33 @@ template <typename Value> bool Holds(const std::vector<Value>& values, const Val
     return std::find(values.begin(), values.end(), value) != values.end();
 }
 
+bool HasRegion(const std::vector<Region>& regions, const std::string& code)
+{
+    return std::any_of(regions.begin(), regions.end(),
+                       [&code](const Region& region) { return region.code == code; });
+}
+
 bool HasCategory(const RuleSet& set, Category category)
 {
     return std::any_of(set.rules.begin(), set.rules.end(),
                        [category](const Rule& rule) { return CategoryOf(rule) == category; });
+}
+
+/// The regions that are listed, then those that rules name all the same.
+std::vector<Region> RegionsOf(const RuleSet& set)
+{
+    std::vector<Region> regions = set.regions;
+    const auto add = [&regions](const std::vector<std::string>& codes) {
+        for (const std::string& code : codes) {
+            if (!HasRegion(regions, code))
+                regions.push_back({code, ""});
+        }
+    };
+    for (const Rule& rule : set.rules) {
+        add(rule.refinements.onlyIn);
+        add(rule.refinements.notIn);
+    }
+    return regions;
 }
 
 /// The languages that names are in, beside that of the rules themselves.
@@ -49,10 +73,7 @@ std::set<std::string> LanguagesOf(const RuleSet& set)
 HolidayChoice PossibleOf(const HolidayChoice& wanted, const RuleSet& set)
 {
     HolidayChoice possible;
-    const bool hasRegion =
-        std::any_of(set.regions.begin(), set.regions.end(),
-                    [&wanted](const auto& region) { return region.code == wanted.region; });
-    if (hasRegion)
+    if (HasRegion(RegionsOf(set), wanted.region))
         possible.region = wanted.region;
     if (LanguagesOf(set).contains(wanted.language))
         possible.language = wanted.language;
@@ -85,6 +106,13 @@ std::string NextInWords(const holidays::NextDays& next)
     return next.more == 0 ? words : words + " (+" + std::to_string(next.more) + ')';
 }
 
+/// A text without tabs, which separate cells, and without the blanks around it.
+std::string Cell(std::string text)
+{
+    std::replace(text.begin(), text.end(), '\t', ' ');
+    return std::string(util::Trim(text));
+}
+
 std::string FoldedNames(const Rule& rule)
 {
     std::string names = rule.name;
@@ -113,8 +141,16 @@ HolidayRules::HolidayRules(HolidayChoice choice, std::optional<int> year)
 void HolidayRules::Show(RuleSet rules)
 {
     rules_ = std::move(rules);
+    selectedRule_ = 0;
     ShowChoosers();
     MakeRows();
+}
+
+void HolidayRules::Show(RuleSet rules, HolidayChoice choice)
+{
+    wanted_ = std::move(choice);
+    choice_ = wanted_;
+    Show(std::move(rules));
 }
 
 void HolidayRules::ShowOther(RuleSet rules)
@@ -134,7 +170,7 @@ void HolidayRules::ShowRegions()
 {
     regions_ = {""};
     cboRegion.entries = {"(None)"};
-    for (const holidays::Region& region : rules_.regions) {
+    for (const Region& region : RegionsOf(rules_)) {
         regions_.push_back(region.code);
         cboRegion.entries.push_back(region.name.empty() ? region.code : region.name);
     }
@@ -148,9 +184,11 @@ void HolidayRules::ShowRegions()
 
 void HolidayRules::ShowLanguages()
 {
+    const std::string own = util::ToLowerAscii(rules_.language);
     std::set<std::string> others = LanguagesOf(rules_);
     others.insert(choice_.language);
     others.erase("");
+    others.erase(own);
     languages_ = {""};
     cboLanguage.entries = {rules_.language.empty() ? "(As written)"
                                                    : holidays::LanguageName(rules_.language)};
@@ -158,7 +196,7 @@ void HolidayRules::ShowLanguages()
         languages_.push_back(language);
         cboLanguage.entries.push_back(holidays::LanguageName(language));
     }
-    SelectCode(cboLanguage, languages_, choice_.language);
+    SelectCode(cboLanguage, languages_, choice_.language == own ? "" : choice_.language);
     lblLanguage.visible = cboLanguage.visible = languages_.size() > 1;
 }
 
@@ -184,11 +222,11 @@ void HolidayRules::MakeRows()
     rows_.clear();
     for (std::size_t i = 0; i < rules_.rules.size(); ++i) {
         const Rule& rule = rules_.rules[i];
-        const std::vector<std::string> cells = {
-            std::string(util::Trim(holidays::NameOf(rule, choice_.language))),
-            holidays::RuleInWords(rule, rules_.regions),
-            year_ ? NextInWords(next[i]) : std::string(), holidays::KindInWords(rule)};
-        rows_.push_back({util::Join(cells, "\t"), FoldedNames(rule)});
+        const std::string line = Cell(holidays::NameOf(rule, choice_.language)) + '\t' +
+                                 Cell(holidays::RuleInWords(rule, rules_.regions)) + '\t' +
+                                 (year_ ? NextInWords(next[i]) : std::string()) + '\t' +
+                                 holidays::KindInWords(rule);
+        rows_.push_back({line, FoldedNames(rule)});
     }
     ShowRows();
 }
@@ -197,13 +235,40 @@ void HolidayRules::ShowRows()
 {
     const std::string wanted = book::FoldCase(std::string(util::Trim(txtFind.text)));
     lstRules.lines.clear();
-    for (const Row& row : rows_) {
-        if (row.names.find(wanted) != std::string::npos)
-            lstRules.lines.push_back(row.line);
+    found_.clear();
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        if (rows_[i].names.find(wanted) == std::string::npos)
+            continue;
+        lstRules.lines.push_back(rows_[i].line);
+        found_.push_back(i);
     }
+    const auto line = std::find(found_.begin(), found_.end(), selectedRule_);
+    if (line != found_.end())
+        lstRules.selected = static_cast<int>(line - found_.begin());
+    else
+        lstRules.selected = found_.empty() ? -1 : 0;
+    ShowWholeRule();
 }
 
-void HolidayRules::txtFind_Change()
+void HolidayRules::ShowWholeRule()
+{
+    txtRule.text.clear();
+    if (!lstRules.HasSelection())
+        return;
+    const Rule& rule = rules_.rules[found_.at(static_cast<std::size_t>(lstRules.selected))];
+    const std::string name(util::Trim(holidays::NameOf(rule, choice_.language)));
+    txtRule.text = name.empty() ? "" : name + ": ";
+    txtRule.text += holidays::RuleInWords(rule, rules_.regions, holidays::Lists::Whole);
+}
+
+void HolidayRules::lstRules_Click()
+{
+    if (lstRules.HasSelection())
+        selectedRule_ = found_.at(static_cast<std::size_t>(lstRules.selected));
+    ShowWholeRule();
+}
+
+void HolidayRules::Find()
 {
     ShowRows();
 }
@@ -213,6 +278,7 @@ void HolidayRules::cboRegion_Click()
     if (!cboRegion.HasSelection())
         return;
     choice_.region = regions_.at(static_cast<std::size_t>(cboRegion.selected));
+    wanted_.region = choice_.region;
     TakeChoice();
 }
 
@@ -221,6 +287,7 @@ void HolidayRules::cboLanguage_Click()
     if (!cboLanguage.HasSelection())
         return;
     choice_.language = languages_.at(static_cast<std::size_t>(cboLanguage.selected));
+    wanted_.language = choice_.language;
     TakeChoice();
 }
 
@@ -236,12 +303,12 @@ void HolidayRules::chkKind_Click(CheckBox& box)
         return;
     }
     choice_.categories = std::move(chosen);
+    wanted_.categories = choice_.categories;
     TakeChoice();
 }
 
 void HolidayRules::TakeChoice()
 {
-    wanted_ = choice_;
     hasChanged_ = true;
     MakeRows();
 }

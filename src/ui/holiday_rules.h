@@ -20,15 +20,18 @@ public:
 
     /// Shows the rules of the calendar, with its choice as it is.
     void Show(holidays::RuleSet rules);
+    /// The same with another choice, which takes the place of the calendar's.
+    void Show(holidays::RuleSet rules, holidays::HolidayChoice choice);
     /// Shows the rules of another list. What it does not have is not chosen any more.
     void ShowOther(holidays::RuleSet rules);
 
     // The user typed or chose.
-    void txtFind_Change();
+    void Find();
     void cboRegion_Click();
     void cboLanguage_Click();
     /// At least one kind stays chosen.
     void chkKind_Click(CheckBox& box);
+    void lstRules_Click();
 
     const holidays::HolidayChoice& Choice() const { return choice_; }
     /// Whether the user chose something.
@@ -41,14 +44,16 @@ public:
     ComboBox cboRegion{"cboRegion"};
     Label lblLanguage{"lblLanguage", "Lan&guage:"};
     ComboBox cboLanguage{"cboLanguage"};
-    Label lblKinds{"lblKinds", "Show:"};
+    Label lblKinds{"lblKinds", "Kinds:"};
     std::array<CheckBox, 6> chkKinds; ///< by category
     Label lblRules{"lblRules", "&All Rules:"};
     ListBox lstRules{"lstRules"};      ///< name, rule in words, next day, kind
     std::array<std::string, 4> titles; ///< of these columns
+    Label lblRule{"lblRule", "&Whole Rule:"};
+    TextBox txtRule{"txtRule"}; ///< the selected rule with nothing left out; read only
 
 private:
-    /// A rule with what it is found by.
+    /// A rule with what it is found by, at the same index as the rule.
     struct Row {
         std::string line;
         std::string names; ///< in all languages, folded, each on a line
@@ -60,6 +65,7 @@ private:
     void ShowKinds();
     void MakeRows();
     void ShowRows();
+    void ShowWholeRule();
     void TakeChoice();
 
     const std::optional<int> year_;
@@ -70,6 +76,8 @@ private:
     std::vector<std::string> regions_;   ///< codes of the entries
     std::vector<std::string> languages_; ///< the same
     std::vector<Row> rows_;
+    std::vector<std::size_t> found_; ///< rules by line of the list
+    std::size_t selectedRule_ = 0;   ///< the line of another is selected if this one is not found
 };
 
 } // namespace orrery::ui

@@ -28,7 +28,7 @@ CAPTIONS = {
         "&Row Interval of Month:"],
     "holidays": ["Holiday &File:", "Holidays &List:", "&OK", "&Cancel", "Fi&nd:", "&Region:",
                  "Lan&guage:", "&Public", "&Bank", "&School", "Op&tional", "Obser&vance", "&Half",
-                 "&All Rules:"],
+                 "&All Rules:", "&Whole Rule:"],
     "tips": ["Did you know...", "&Show Tips at Startup", "&Next Tip", "&Close"],
     "about": ["Email to:", "Web:"],
 }

@@ -3,6 +3,7 @@
 #include "util/scratch_folder_test.h"
 
 #include <algorithm>
+#include <gmock/gmock.h>
 #include <memory>
 
 namespace orrery::ui {
@@ -242,6 +243,36 @@ TEST_F(HolidayFormTest, AnotherFileTakesTheRegionAway)
     Choose("b.txt");
     form_->cmdOK_Click();
     EXPECT_EQ(choice_, holidays::HolidayChoice());
+}
+
+TEST_F(HolidayFormTest, TheTemplateBringsItsSavedChoiceBack)
+{
+    Write("template/My.Desk.ini",
+          "[Monthly Calendar]\nHoliday1=0202,,Month\nHoliday2= > kind bank; name fr Mois\n"
+          "Holiday3=0606,FIXED,x\nHoliday4= > only in BY SN\n"
+          "[Yearly Calendar]\nHoliday1=0303,,Year\n"
+          "[Holidays]\nMonthlyRegion=BY\nMonthlyKinds=bank\nMonthlyLanguage=fr\n");
+    using holidays::Category;
+    const holidays::HolidayChoice saved{"BY", {Category::Bank}, "fr"};
+    Open();
+    Choose("b.txt");
+    EXPECT_EQ(form_->rules.Choice(), holidays::HolidayChoice());
+    Choose("(Template)");
+    EXPECT_EQ(form_->rules.Choice(), saved);
+    EXPECT_THAT(form_->rules.lstRules.lines,
+                testing::Contains("Mois\t2 February\tTue 2 February 2027\tBank"));
+    form_->rules.cboRegion.Select(2);
+    form_->rules.cboRegion_Click();
+    EXPECT_EQ(form_->rules.Choice().region, "SN");
+    Choose("(Template)");
+    EXPECT_EQ(form_->rules.Choice(), saved) << "chosen again";
+    form_->cmdOK_Click();
+    EXPECT_EQ(choice_, saved);
+
+    Open(CalendarKind::Yearly);
+    EXPECT_EQ(form_->rules.Choice(), saved) << "the edited one";
+    Choose("(Template)");
+    EXPECT_EQ(form_->rules.Choice(), holidays::HolidayChoice()) << "of the other calendar";
 }
 
 // ---- closing

@@ -48,7 +48,7 @@ HolidayRules Shown(std::string_view text, HolidayChoice choice = {})
 const std::vector<std::string>& Find(HolidayRules& rules, std::string text)
 {
     rules.txtFind.Type(std::move(text));
-    rules.txtFind_Change();
+    rules.Find();
     return rules.lstRules.lines;
 }
 
@@ -75,7 +75,7 @@ TEST(HolidayRulesTest, ControlsHaveTheirCaptions)
     EXPECT_EQ(rules.lblFind.caption, "Fi&nd:");
     EXPECT_EQ(rules.lblRegion.caption, "&Region:");
     EXPECT_EQ(rules.lblLanguage.caption, "Lan&guage:");
-    EXPECT_EQ(rules.lblKinds.caption, "Show:");
+    EXPECT_EQ(rules.lblKinds.caption, "Kinds:");
     EXPECT_EQ(rules.lblRules.caption, "&All Rules:");
     EXPECT_THAT(rules.titles, ElementsAre("Name", "Rule", "Next from 2027", "Kind"));
     EXPECT_THAT(HolidayRules({}, std::nullopt).titles, ElementsAre("Name", "Rule", "Next", "Kind"));
@@ -115,6 +115,58 @@ TEST(HolidayRulesTest, WithoutAYearNothingIsNext)
     HolidayRules rules({}, std::nullopt);
     rules.Show(SetOf("0101,DAY,New Year"));
     EXPECT_THAT(rules.lstRules.lines, ElementsAre("New Year\t1 January\t\tPublic"));
+}
+
+TEST(HolidayRulesTest, TabsInNamesMakeNoCells)
+{
+    const HolidayRules rules = Shown("0101,DAY,New\tYear\n> if Sun also Mon after called a\tb");
+    EXPECT_THAT(rules.lstRules.lines,
+                ElementsAre(testing::MatchesRegex("New Year\t[^\t]*\tFri 1 January 2027\tPublic")));
+}
+
+// ---- the whole rule
+
+TEST(HolidayRulesTest, TheSelectedRuleIsShownWhole)
+{
+    HolidayRules rules = Shown(std::string(kGermany) + "\n0815,FIXED,Mariä Himmelfahrt\n"
+                                                       "> only in BY SN A B C D E; days 2");
+    EXPECT_EQ(rules.lblRule.caption, "&Whole Rule:");
+    EXPECT_EQ(rules.lstRules.selected, 0);
+    EXPECT_EQ(rules.txtRule.text, "Neujahr: 1 January");
+    rules.lstRules.Select(4);
+    rules.lstRules_Click();
+    EXPECT_TRUE(rules.lstRules.lines.at(4).find("SN, A, B and 3 more") != std::string::npos);
+    EXPECT_EQ(rules.txtRule.text, "Mariä Himmelfahrt: 15 August; 2 days; only in Bayern, SN, A, "
+                                  "B, C, D and E");
+    EXPECT_FALSE(rules.HasChanged());
+    rules.Show({});
+    EXPECT_EQ(rules.lstRules.selected, -1);
+    EXPECT_EQ(rules.txtRule.text, "");
+    rules.Show(SetOf("0101,DAY,\n1225,DAY,Christmas"));
+    EXPECT_EQ(rules.txtRule.text, "1 January") << "has no name";
+}
+
+TEST(HolidayRulesTest, ASelectedRuleStaysSelectedWhileItIsFound)
+{
+    HolidayRules rules = Shown(kGermany);
+    rules.lstRules.Select(3);
+    rules.lstRules_Click();
+    Find(rules, "heilig");
+    EXPECT_EQ(rules.lstRules.selected, 1);
+    EXPECT_EQ(rules.txtRule.text, "Heiligabend: 24 December");
+    Find(rules, "neu");
+    EXPECT_EQ(rules.lstRules.selected, 0);
+    EXPECT_EQ(rules.txtRule.text, "Neujahr: 1 January") << "the first that is found";
+    Find(rules, "zzz");
+    EXPECT_EQ(rules.lstRules.selected, -1);
+    EXPECT_EQ(rules.txtRule.text, "");
+    Find(rules, "");
+    EXPECT_EQ(rules.lstRules.selected, 3);
+    rules.cboLanguage.Select(1);
+    rules.cboLanguage_Click();
+    EXPECT_EQ(rules.lstRules.selected, 3);
+    rules.ShowOther(SetOf(kGermany));
+    EXPECT_EQ(rules.lstRules.selected, 0);
 }
 
 // ---- finding
@@ -238,6 +290,49 @@ TEST(HolidayRulesTest, AnotherListKeepsWhatItHasOfTheChoice)
     rules.ShowOther(SetOf(kGermany));
     EXPECT_EQ(rules.Choice(), (HolidayChoice{"BY", {Category::Public, Category::Bank}, "en"}))
         << "what was chosen comes back";
+}
+
+TEST(HolidayRulesTest, AChoiceAmongOtherRulesLeavesTheRestOfWhatWasChosen)
+{
+    HolidayRules rules = Shown(kGermany, {"BY", {Category::Public}, "en"});
+    rules.ShowOther(SetOf("0101,DAY,New Year\n1224,FIXED,Eve\n> kind bank"));
+    Click(rules, Category::Bank);
+    EXPECT_EQ(rules.Choice(), (HolidayChoice{"", {Category::Public, Category::Bank}, ""}));
+    rules.ShowOther(SetOf(kGermany));
+    EXPECT_EQ(rules.Choice(), (HolidayChoice{"BY", {Category::Public, Category::Bank}, "en"}));
+}
+
+TEST(HolidayRulesTest, RegionsThatOnlyRulesNameCanBeChosen)
+{
+    HolidayRules rules = Shown("# Regions: BY Bayern\n0106,FIXED,x\n> only in BY ST\n"
+                               "0107,FIXED,y\n> not in SN");
+    EXPECT_THAT(rules.cboRegion.entries, ElementsAre("(None)", "Bayern", "ST", "SN"));
+    rules.cboRegion.Select(2);
+    rules.cboRegion_Click();
+    EXPECT_EQ(rules.Choice().region, "ST");
+    rules.ShowOther(SetOf("0106,FIXED,x\n> only in ST"));
+    EXPECT_EQ(rules.Choice().region, "ST");
+}
+
+TEST(HolidayRulesTest, TheLanguageOfTheRulesIsOfferedOnce)
+{
+    const HolidayRules rules = Shown(kGermany, {"", {Category::Public}, "de"});
+    EXPECT_THAT(rules.cboLanguage.entries, ElementsAre("German", "English", "French"));
+    EXPECT_EQ(rules.cboLanguage.selected, 0);
+    EXPECT_EQ(rules.Choice().language, "de");
+}
+
+TEST(HolidayRulesTest, AnotherChoiceTakesThePlaceOfTheFirst)
+{
+    HolidayRules rules = Shown(kGermany, {"SN", {Category::Public}, "fr"});
+    const HolidayChoice other{"BY", {Category::Bank}, ""};
+    rules.Show(SetOf(kGermany), other);
+    EXPECT_EQ(rules.Choice(), other);
+    EXPECT_EQ(rules.cboRegion.selected, 1);
+    EXPECT_FALSE(rules.HasChanged());
+    rules.ShowOther(SetOf("0101,DAY,New Year"));
+    rules.ShowOther(SetOf(kGermany));
+    EXPECT_EQ(rules.Choice(), other);
 }
 
 TEST(HolidayRulesTest, AListWithoutTheChosenKindsShowsItsPublicDays)

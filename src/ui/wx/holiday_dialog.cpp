@@ -1,5 +1,6 @@
 #include "ui/wx/dialogs.h"
 #include "ui/wx/native/column_list.h"
+#include "ui/wx/native/native.h"
 #include "ui/wx/native/tabbed_list.h"
 #include "ui/wx/widgets.h"
 #include "ui/wx/window_place.h"
@@ -22,8 +23,9 @@ constexpr int kListHeight = 118;
 constexpr int kChoiceWidth = 60;
 constexpr int kRulesWidth = 170; // at least
 constexpr int kRulesHeight = 70;
+constexpr int kWholeRuleHeight = 28; // three lines
 constexpr std::array<int, 4> kRuleColumns = {85, 105, 92, 40};
-constexpr int kSpareWidth = 210; // for all columns, where the screen has room
+constexpr int kSpareRulesWidth = 234; // for all columns, where the screen has room
 
 constexpr std::size_t kKindsInRow = 3;
 
@@ -51,7 +53,7 @@ public:
         binder_.Show();
         dialog_->SetSizerAndFit(column);
         const int room = wxDisplay(context.parent).GetClientArea().width;
-        const int spare = dialog_->ConvertDialogToPixels(wxSize(kSpareWidth, 0)).x;
+        const int spare = dialog_->ConvertDialogToPixels(wxSize(kSpareRulesWidth, 0)).x;
         dialog_->SetSize(
             std::min(dialog_->GetSize().x + spare, std::max(room, dialog_->GetSize().x)),
             wxDefaultCoord);
@@ -73,7 +75,7 @@ private:
     {
         auto* const column = new wxBoxSizer(wxVERTICAL);
         column->Add(BuildChoice(form_.lblHolidayFile, form_.cboHolidayFile, kFileWidth,
-                                [this] { form_.cboHolidayFile_Click(); }),
+                                [this] { ShowChosenFile(); }),
                     wxSizerFlags().Expand().DoubleBorder(wxALL & ~wxBOTTOM));
         column->Add(AddLabel(*dialog_, binder_, form_.lblHolidays),
                     Line().DoubleBorder(wxALL & ~wxBOTTOM));
@@ -87,6 +89,15 @@ private:
         column->Add(&list, Line().Proportion(1).Expand());
         column->Add(AddNote(*dialog_, binder_, form_.lblProblems), Line().Expand());
         return column;
+    }
+
+    /// When the drop-down list is closed: choosers may appear, and an open list must not be moved.
+    void ShowChosenFile()
+    {
+        dialog_->CallAfter([this] {
+            binder_.Run([this] { form_.cboHolidayFile_Click(); });
+            dialog_->Refresh(); // Windows copies parts of controls that move
+        });
     }
 
     wxSizer* BuildButtons()
@@ -106,14 +117,16 @@ private:
         auto* const choices = new wxBoxSizer(wxHORIZONTAL);
         choices->Add(BuildChoice(rules_.lblRegion, rules_.cboRegion, kChoiceWidth,
                                  [this] { rules_.cboRegion_Click(); }),
-                     wxSizerFlags(1).DoubleBorder(wxRIGHT));
+                     wxSizerFlags(1));
         choices->Add(BuildChoice(rules_.lblLanguage, rules_.cboLanguage, kChoiceWidth,
                                  [this] { rules_.cboLanguage_Click(); }),
-                     wxSizerFlags(1));
+                     wxSizerFlags(1).DoubleBorder(wxLEFT));
         column->Add(choices, row);
         column->Add(BuildKinds(), row);
         column->Add(AddLabel(*dialog_, binder_, rules_.lblRules), row);
         column->Add(BuildRuleList(), Line().Proportion(1).Expand().DoubleBorder(wxRIGHT));
+        column->Add(AddLabel(*dialog_, binder_, rules_.lblRule), row);
+        column->Add(BuildWholeRule(), Line().Expand().DoubleBorder(wxRIGHT));
         return column;
     }
 
@@ -121,7 +134,7 @@ private:
     {
         auto* const row = new wxBoxSizer(wxHORIZONTAL);
         row->Add(AddLabel(*dialog_, binder_, rules_.lblFind), wxSizerFlags().CentreVertical());
-        row->Add(AddTextBox(*dialog_, binder_, rules_.txtFind, [this] { rules_.txtFind_Change(); }),
+        row->Add(AddTextBox(*dialog_, binder_, rules_.txtFind, [this] { rules_.Find(); }),
                  wxSizerFlags(1).Border(wxLEFT));
         binder_.Relate(rules_.lblFind, rules_.txtFind);
         return row;
@@ -163,12 +176,29 @@ private:
         std::vector<ColumnTitle> titles;
         for (std::size_t i = 0; i < kRuleColumns.size(); ++i)
             titles.push_back({rules_.titles.at(i), pixels(kRuleColumns.at(i)).x});
-        ruleList_ = std::make_unique<ColumnList>(*dialog_, titles);
+        ruleList_ = std::make_unique<ColumnList>(*dialog_, titles, [this](int line) {
+            binder_.Run([this, line] {
+                rules_.lstRules.Select(line);
+                rules_.lstRules_Click();
+            });
+        });
         ruleList_->Window().SetMinSize(pixels(kRulesWidth));
-        binder_.BindControl(rules_.lstRules, ruleList_->Window(),
-                            [this] { ruleList_->SetLines(rules_.lstRules.lines); });
+        binder_.BindControl(rules_.lstRules, ruleList_->Window(), [this] {
+            ruleList_->Show(rules_.lstRules.lines, rules_.lstRules.selected);
+        });
         binder_.Relate(rules_.lblRules, rules_.lstRules);
         return &ruleList_->Window();
+    }
+
+    wxWindow* BuildWholeRule()
+    {
+        auto* const box = new wxTextCtrl(dialog_.get(), wxID_ANY, "", wxDefaultPosition,
+                                         wxDefaultSize, wxTE_MULTILINE | wxTE_READONLY);
+        PadText(*box);
+        box->SetMinSize(dialog_->ConvertDialogToPixels(wxSize(kRulesWidth, kWholeRuleHeight)));
+        binder_.Bind(rules_.txtRule, *box);
+        binder_.Relate(rules_.lblRule, rules_.txtRule);
+        return box;
     }
 
     const DialogContext& context_;

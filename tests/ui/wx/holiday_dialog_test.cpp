@@ -308,6 +308,32 @@ TEST_F(HolidayRulesTest, TheKeyboardReachesAllOfThem)
     EXPECT_EQ(NextOf(2), "Fri 24 December 2027");
 }
 
+TEST_F(HolidayRulesTest, TheSelectedRuleIsShownWhole)
+{
+    OpenGermany();
+    EXPECT_EQ(user_->TextOf("txtRule"), "Neujahr: 1 January");
+    user_->Key('A', wxMOD_ALT);
+    user_->WaitForFocus("lstRules");
+    const auto press = [this](int key, const std::string& expected) {
+        user_->Key(key);
+        WaitFor(expected, [&] {
+            return dynamic_cast<wxTextCtrl&>(FindControl("txtRule")).GetValue() == ToWx(expected);
+        });
+    };
+    press(WXK_DOWN, "Heilige Drei Könige: 6 January; only in Bayern");
+    press(WXK_DOWN, "Heiligabend: 24 December");
+    press(WXK_UP, "Heilige Drei Könige: 6 January; only in Bayern");
+    user_->Choose("cboLanguage", "English");
+    EXPECT_EQ(user_->TextOf("txtRule"), "Epiphany: 6 January; only in Bayern");
+    user_->Key('W', wxMOD_ALT);
+    user_->WaitForFocus("txtRule");
+    user_->Type("x");
+    Settle();
+    EXPECT_EQ(user_->TextOf("txtRule"), "Epiphany: 6 January; only in Bayern") << "read only";
+    user_->Key(WXK_ESCAPE);
+    user_->WaitForWindow("frmParameter");
+}
+
 TEST_F(HolidayRulesTest, TheButtonsComeBeforeTheRulesInTheTabOrder)
 {
     OpenGermany();
@@ -321,7 +347,7 @@ TEST_F(HolidayRulesTest, TheButtonsComeBeforeTheRulesInTheTabOrder)
     }
     EXPECT_THAT(buttons, testing::UnorderedElementsAre("cmdOK", "cmdCancel"));
     for (const char* const next : {"txtFind", "cboRegion", "cboLanguage", "chkPublic", "chkBank",
-                                   "lstRules", "cboHolidayFile", "lstHoliday"}) {
+                                   "lstRules", "txtRule", "cboHolidayFile", "lstHoliday"}) {
         user_->Key(WXK_TAB);
         user_->WaitForFocus(next);
     }

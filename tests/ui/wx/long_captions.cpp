@@ -61,7 +61,7 @@ void TestDesktop::ShowModal(HolidayForm& form)
         HolidayRules& rules = form.rules;
         Lengthen({&form.lblHolidayFile, &form.lblHolidays, &form.lblHolidayList, &form.cmdOK,
                   &form.cmdCancel, &rules.lblFind, &rules.lblRegion, &rules.lblLanguage,
-                  &rules.lblKinds, &rules.lblRules});
+                  &rules.lblKinds, &rules.lblRules, &rules.lblRule});
         for (CheckBox& box : rules.chkKinds)
             Lengthen(box);
     }

@@ -166,13 +166,42 @@ class ScreenReader(unittest.TestCase):
         dialog = self.program.active_window("Holiday")
         self.assert_speaks(dialog)
         self.assertEqual(dialog.get_role(), Role.DIALOG)
-        self.assertEqual(fields(dialog), [(Role.COMBO_BOX, ["Holiday File:"])])
+        self.assertEqual(fields(dialog), [(Role.COMBO_BOX, ["Holiday File:"]),
+                                          (Role.TEXT, ["Find:"]), (Role.TEXT, ["Whole Rule:"])])
         tables = with_role(dialog, Role.TABLE)
-        self.assertEqual([labels_of(table) for table in tables], [["Holidays List:"]])
-        cells = [cell.get_name() for cell in children(tables[0])
-                 if cell.get_role() == Role.TABLE_CELL]
-        self.assertEqual(cells[:3], ["0101", "", "New Year's Day"])
+        self.assertEqual([labels_of(table) for table in tables],
+                         [["Holidays List:"], ["All Rules:"]])
+        plain, words = ([cell.get_name() for cell in children(table)
+                         if cell.get_role() == Role.TABLE_CELL] for table in tables)
+        self.assertEqual(plain[:3], ["0101", "", "New Year's Day"])
+        self.assertEqual([*words[:2], words[3]], ["New Year's Day", "1 January", "Public"])
+        self.assertEqual(text_of(with_role(dialog, Role.TEXT)[1]), "New Year's Day: 1 January")
         self.assertEqual(names(dialog, Role.PUSH_BUTTON), ["OK", "Cancel"])
+
+    def test_holidays_to_choose_from(self):
+        self.program.start_work()
+        (self.user.data / "holiday/Zoo.txt").write_text(
+            "# Language: de\n# Regions: BY Bayern\n0101,DAY,Neujahr\n> name en New Year's Day\n"
+            "0106,FIXED,Epiphanias\n> only in BY; kind bank\n", encoding="utf-8")
+        press("alt+f", "Down")
+        wait_for("choice of the template",
+                 lambda: has(find(self.program.active_window("Orrery"), "Modify"),
+                             Atspi.StateType.SENSITIVE))
+        press("alt+m")
+        self.program.active_window("Modify Parameters")
+        press("alt+g")
+        dialog = self.program.active_window("Holiday")
+        press("alt+f", "End")
+        wait_for("region", lambda: "Region:" in names(dialog, Role.LABEL))
+        self.assert_speaks(dialog)
+        self.assertEqual(fields(dialog),
+                         [(Role.COMBO_BOX, ["Holiday File:"]), (Role.TEXT, ["Find:"]),
+                          (Role.COMBO_BOX, ["Region:"]), (Role.COMBO_BOX, ["Language:"]),
+                          (Role.TEXT, ["Whole Rule:"])])
+        self.assertEqual(names(dialog, Role.CHECK_BOX), ["Public", "Bank"])
+        press("alt+a", "Down")
+        wait_for("the second rule", lambda: "Epiphanias: 6 January; only in Bayern"
+                 in map(text_of, with_role(dialog, Role.TEXT)))
 
     def test_about(self):
         self.program.start_work()

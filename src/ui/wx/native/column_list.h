@@ -2,6 +2,7 @@
 
 #include <wx/window.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,16 +21,27 @@ struct ColumnTitle {
 /// system's own control.
 class ColumnList {
 public:
-    ColumnList(wxWindow& parent, const std::vector<ColumnTitle>& columns);
+    /// `onSelect` gets the index of a line that the user selects.
+    ColumnList(wxWindow& parent, const std::vector<ColumnTitle>& columns,
+               std::function<void(int)> onSelect);
 
     wxWindow& Window() const;
-    void SetLines(const std::vector<std::string>& lines);
+    /// Shows the lines and selects one; with a negative index none.
+    void Show(const std::vector<std::string>& lines, int selected);
 
 private:
+    void SetLines();
+    void Select(int line);
+    /// The system selected a line, for the user or for the program.
+    void TakeSelection(int line);
+
     // The one that the system has.
     [[maybe_unused]] wxDataViewListCtrl* cells_ = nullptr;
     [[maybe_unused]] wxListView* report_ = nullptr;
+    std::function<void(int)> onSelect_;
     std::vector<std::string> lines_; ///< the lines shown
+    int selected_ = -1;
+    bool isUpdating_ = false; ///< the program selects, not the user
 };
 
 } // namespace orrery::ui::wx

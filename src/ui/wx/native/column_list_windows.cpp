@@ -5,12 +5,20 @@
 #include <wx/tokenzr.h>
 #include <wx/wupdlock.h>
 
+#include <utility>
+
 namespace orrery::ui::wx {
 
-ColumnList::ColumnList(wxWindow& parent, const std::vector<ColumnTitle>& columns)
+ColumnList::ColumnList(wxWindow& parent, const std::vector<ColumnTitle>& columns,
+                       std::function<void(int)> onSelect)
     : report_(new wxListView(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                             wxLC_REPORT | wxLC_SINGLE_SEL))
+                             wxLC_REPORT | wxLC_SINGLE_SEL)),
+      onSelect_(std::move(onSelect))
 {
+    report_->Bind(wxEVT_LIST_ITEM_SELECTED, [this, list = report_](wxListEvent& event) {
+        if (!list->IsBeingDeleted())
+            TakeSelection(static_cast<int>(event.GetIndex()));
+    });
     for (const ColumnTitle& column : columns)
         report_->AppendColumn(ToWx(column.text), wxLIST_FORMAT_LEFT, column.width);
 }
@@ -20,14 +28,11 @@ wxWindow& ColumnList::Window() const
     return *report_;
 }
 
-void ColumnList::SetLines(const std::vector<std::string>& lines)
+void ColumnList::SetLines()
 {
-    if (lines == lines_)
-        return;
-    lines_ = lines;
     const wxWindowUpdateLocker paintsOnce(report_);
     report_->DeleteAllItems();
-    for (const std::string& line : lines) {
+    for (const std::string& line : lines_) {
         const long row = report_->GetItemCount();
         int column = 0;
         for (const wxString& cell : wxStringTokenize(ToWx(line), "\t", wxTOKEN_RET_EMPTY_ALL)) {
@@ -38,6 +43,12 @@ void ColumnList::SetLines(const std::vector<std::string>& lines)
             ++column;
         }
     }
+}
+
+void ColumnList::Select(int line)
+{
+    report_->Select(line);
+    report_->Focus(line); // arrow keys move on from it
 }
 
 } // namespace orrery::ui::wx

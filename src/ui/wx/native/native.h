@@ -5,6 +5,7 @@
 #include <wx/notebook.h>
 #include <wx/spinbutt.h>
 #include <wx/stattext.h>
+#include <wx/textctrl.h>
 #include <wx/toplevel.h>
 #include <wx/window.h>
 
@@ -26,6 +27,9 @@ void SetDialogRole(wxWindow& dialog);
 
 /// Allows a drop-down list to be narrower than its longest entry, which is then cut off.
 void EllipsizeEntries(wxChoice& choice);
+
+/// Leaves room between the edge of a text box of several lines and its text.
+void PadText(wxTextCtrl& box);
 
 /// Makes the arrows beside a text box no higher than the box if possible.
 void FitArrows(wxSpinButton& arrows, const wxWindow& box);

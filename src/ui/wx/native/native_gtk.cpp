@@ -28,6 +28,17 @@ GtkWidget* FocusWidget(GtkWidget* widget)
     return found;
 }
 
+/// The toolkit gives a label the control after it when that is shown: of a list the outer widget,
+/// which takes no focus.
+void KeepField(GtkLabel* label, GParamSpec* /*property*/, gpointer field)
+{
+    GtkWidget* const now = gtk_label_get_mnemonic_widget(label);
+    if (now == nullptr) // the field is gone
+        g_signal_handlers_disconnect_by_data(label, field);
+    else if (now != field)
+        gtk_label_set_mnemonic_widget(label, GTK_WIDGET(field));
+}
+
 GtkLabel* LabelInside(GtkWidget* widget)
 {
     if (GTK_IS_LABEL(widget) || !GTK_IS_CONTAINER(widget))
@@ -90,7 +101,9 @@ private:
 
 void AssociateLabel(wxStaticText& label, wxWindow& field)
 {
-    gtk_label_set_mnemonic_widget(GTK_LABEL(label.GetHandle()), FocusWidget(field.GetHandle()));
+    GtkWidget* const widget = FocusWidget(field.GetHandle());
+    gtk_label_set_mnemonic_widget(GTK_LABEL(label.GetHandle()), widget);
+    g_signal_connect(label.GetHandle(), "notify::mnemonic-widget", G_CALLBACK(KeepField), widget);
 }
 
 void MoveWhenShown(wxTopLevelWindow& window, const wxPoint& position)
@@ -120,6 +133,15 @@ void EllipsizeEntries(wxChoice& choice)
     GtkWidget* const shown = gtk_bin_get_child(GTK_BIN(choice.GetHandle()));
     if (GTK_IS_CELL_VIEW(shown))
         gtk_cell_view_set_fit_model(GTK_CELL_VIEW(shown), FALSE);
+}
+
+void PadText(wxTextCtrl& box)
+{
+    constexpr int pixels = 4;
+    GtkTextView* const text = GTK_TEXT_VIEW(gtk_bin_get_child(GTK_BIN(box.GetHandle())));
+    gtk_text_view_set_left_margin(text, pixels);
+    gtk_text_view_set_right_margin(text, pixels);
+    gtk_text_view_set_top_margin(text, pixels);
 }
 
 // The arrows are two buttons side by side, already as high as a text box.

@@ -153,6 +153,8 @@ void SetDialogRole(wxWindow& /*dialog*/) {}
 // A drop-down list already cuts off its entries.
 void EllipsizeEntries(wxChoice& /*choice*/) {}
 
+void PadText(wxTextCtrl& /*box*/) {} // it is padded already
+
 void FitArrows(wxSpinButton& arrows, const wxWindow& box)
 {
     wxSize size = arrows.GetBestSize();

@@ -2,21 +2,21 @@
 
 A row is `| places | name | years | decision | reason |`:
 
-- places: `DK`, or several with blanks (`US-AK US-AL`); `*` stands for any part of a name
-- name: as the comparison prints it, with `*` for any part of it
+- places: `DK`, or several with blanks (`US-AK US-AL`)
+- name: as the comparison prints it
 - years: `2001 2005-2008 2011`
-- decision: begins with "shown" (holds for days of the file), with "not shown" (for days that the file
-  does not have), or is any other text (for both)
+- decision: begins with "shown" (the row is about days of the file) or with "not shown" (about days
+  that the file does not have)
 """
 
 import re
 from collections import defaultdict
 from collections.abc import Iterable
 from dataclasses import dataclass
-from fnmatch import fnmatchcase
 from pathlib import Path
 
 YEARS = re.compile(r"\d{4}(-\d{4})?( \d{4}(-\d{4})?)*")
+VERDICT = re.compile(r"(not )?shown\b.*")
 
 
 @dataclass(frozen=True)
@@ -28,18 +28,11 @@ class Decision:
     reason: str
 
     def covers(self, place: str) -> bool:
-        return any(matches(place, pattern) for pattern in self.places)
+        return place in self.places
 
     def decides(self, name: str, year: int, shown: bool) -> bool:
-        opposite = "not shown" if shown else "shown"
-        says_opposite = re.match(rf"{opposite}\b", self.verdict)
-        return year in self.years and matches(name, self.name) and not says_opposite
-
-
-def matches(text: str, pattern: str) -> bool:
-    if "*" not in pattern:
-        return text == pattern
-    return fnmatchcase(text, pattern.replace("[", "[[]"))
+        is_of_file = self.verdict.startswith("shown")
+        return name == self.name and year in self.years and shown == is_of_file
 
 
 def parse_years(text: str) -> frozenset[int]:
@@ -67,7 +60,8 @@ def parse_row(line: str) -> Decision | None:
     cells = [cell.strip() for cell in line.strip().strip("|").split("|")]
     if not line.startswith("|") or cells[0] == "Places" or set(cells[0]) <= set("-: "):
         return None
-    if len(cells) != 5 or not all(cells) or not YEARS.fullmatch(cells[2]):
+    complete = len(cells) == 5 and all(cells)
+    if not complete or not YEARS.fullmatch(cells[2]) or not VERDICT.fullmatch(cells[3]):
         raise ValueError(f"not a row of the table of decided days: {line.strip()}")
     places, name, years, verdict, reason = cells
     return Decision(tuple(places.split()), name, parse_years(years), verdict, reason)

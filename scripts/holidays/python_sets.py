@@ -24,7 +24,7 @@ def python_holidays_days(region: str, years: range) -> dict[str, str] | None:
     options: dict = {"years": years}
     if country in ("NO", "SE"):
         options["include_sundays"] = False
-    if category:
+    if category and hasattr(cls, "supported_categories"):
         options["categories"] = ("public", category)
     if state:
         states = getattr(cls, "subdivisions", None) or getattr(cls, "PROVINCES", ())
@@ -38,6 +38,7 @@ def python_holidays_days(region: str, years: range) -> dict[str, str] | None:
 
 
 def workalendar_days(region: str, years: range) -> dict[str, str] | None:
+    from workalendar.exceptions import CalendarError
     from workalendar.registry import registry
 
     cls = registry.get(region.partition(":")[0])
@@ -45,9 +46,11 @@ def workalendar_days(region: str, years: range) -> dict[str, str] | None:
         return None
     days = {}
     for year in years:
-        for day, name in cls().holidays(year):
-            if day.year in years:
-                days[day.isoformat()] = name
+        try:
+            of_year = cls().holidays(year)
+        except (CalendarError, KeyError):  # a year beyond its tables
+            continue
+        days |= {day.isoformat(): name for day, name in of_year if day.year in years}
     return days
 
 

@@ -257,6 +257,8 @@ LAW_DAYS = [
     ("Malaysia:08", "2016-11-04", "Hari Keputeraan Sultan Perak", "gazette of Perak No. 3653 of 2015"),
     ("Malaysia:08", "2016-11-27", None, "gazette of Perak No. 3653 of 2015"),
     ("Malaysia:01", "2023-03-26", "Cuti Awal Ramadan", "Akta 369 seksyen 3"),
+    ("Malaysia:03", "2011-11-11", "Hari Keputeraan Sultan Kelantan", "the state's statement of 2010"),
+    ("Malaysia:11", "2012-07-20", "Hari Keputeraan Sultan Terengganu", "in April since 2013"),
     ("Malaysia:02", "2013-07-10", "Awal Ramadan", "as announced on 8 July 2013"),
     ("Malaysia:02", "2019-01-20", "Hari Keputeraan Sultan Kedah", "in June since 2020"),
     ("Malaysia:04", "2024-02-20", "Hari Pengisytiharan...", "gazette of Melaka"),

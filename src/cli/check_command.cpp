@@ -2,6 +2,7 @@
 #include "cli/commands.h"
 #include "generate/trial_run.h"
 #include "holidays/files/holiday_readers.h"
+#include "holidays/language/rule_set.h"
 #include "model/parameter_file.h"
 #include "util/error_text.h"
 #include "util/paths.h"
@@ -71,11 +72,39 @@ void AddLineProblems(const std::string& file, const std::vector<holidays::LinePr
                            util::ErrorText(problem.error));
 }
 
+/// Says so if the calendar is to show the days of a region that its holidays do not know.
+void AddRegionProblem(std::string_view calendar, const model::CalendarParameters& parameters,
+                      std::vector<std::string>& findings)
+{
+    const std::string& region = parameters.ShownHolidays.region;
+    if (!parameters.Output || region.empty() ||
+        holidays::HasRegion(holidays::RulesOf(parameters.Holidays), region))
+        return;
+    findings.push_back(std::string(calendar) + " calendar: The holidays know no region " + region +
+                       ". It gets the days of the whole country.");
+}
+
+/// Says which rules of a holiday file name regions that its list does not have.
+void AddUnlistedRegions(const std::string& file, const holidays::RuleSet& rules,
+                        std::vector<std::string>& findings)
+{
+    for (const holidays::RuleSet* const part : holidays::FilesOf(rules)) {
+        for (const holidays::Rule& rule : part->rules) {
+            if (const auto region = holidays::UnlistedRegionOf(rule, *part))
+                findings.push_back(util::FileName(file) + ", line " + std::to_string(rule.line) +
+                                   ": the region " + *region +
+                                   " is not in the line \"# Regions:\".");
+        }
+    }
+}
+
 } // namespace
 
 std::vector<std::string> FindFileProblems(const ChosenTemplate& chosen)
 {
     std::vector<std::string> findings;
+    AddRegionProblem("Monthly", chosen.sets.Monthly, findings);
+    AddRegionProblem("Yearly", chosen.sets.Yearly, findings);
     if (chosen.hasParameterFile) {
         const auto file = model::ParameterFilePath(chosen.settings.TemplatePath, chosen.file);
         AddLineProblems(file, chosen.problems, findings);
@@ -101,6 +130,7 @@ bool CheckHolidayFile(Session& session)
     const auto content = holidays::LoadHolidayFile(util::ToPath(file));
     std::vector<std::string> findings;
     AddLineProblems(file, content.problems, findings);
+    AddUnlistedRegions(file, content.rules, findings);
     if (session.line.json) {
         JsonWriter json;
         json.BeginObject().Key("file").Text(file).Key("findings").Texts(findings).EndObject();

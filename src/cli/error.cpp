@@ -21,6 +21,9 @@ std::string Sentence(ErrorKind kind, const util::ErrorDetails& details)
     case ErrorKind::NothingToWrite:
         return "No calendar was found in " + util::Quoted(details.subject) +
                ", so no parameter file was written.";
+    case ErrorKind::NoSuchRegion:
+        return "The holidays know no region " + util::Quoted(details.subject) +
+               util::Because(details) + ". Choose another region, or none.";
     case ErrorKind::WouldReplaceInput:
         return "The picture would replace " + util::Quoted(details.subject) +
                util::Because(details) + ". Save it under another name.";

@@ -12,6 +12,7 @@ enum class ErrorKind {
     NoSuchPage,        ///< the template makes no page for a month or the year, which is the subject
     ParametersExist,   ///< a parameter file, which is the subject, is there already
     NothingToWrite,    ///< no calendar was found in the workbook, which is the subject
+    NoSuchRegion,      ///< of the holidays; the cause names the regions that there are
     WouldReplaceInput, ///< a workbook or a parameter file, which is the subject, by a picture
 };
 

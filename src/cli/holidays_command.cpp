@@ -1,4 +1,5 @@
 #include "cli/commands.h"
+#include "cli/error.h"
 
 #include "holidays/files/holiday_readers.h"
 #include "holidays/language/evaluation.h"
@@ -79,6 +80,20 @@ holidays::HolidayChoice ChoiceOf(const CommandLine& line)
     return choice;
 }
 
+/// Throws Error (NoSuchRegion) if none of the files has the chosen region.
+void CheckRegion(const std::string& region, const std::vector<HolidaySource>& sources)
+{
+    std::vector<std::string> codes;
+    for (const HolidaySource& source : sources) {
+        for (const holidays::Region& known : holidays::RegionsOf(source.content.rules))
+            codes.push_back(known.code);
+    }
+    if (region.empty() || std::find(codes.begin(), codes.end(), region) != codes.end())
+        return;
+    throw util::Error(ErrorKind::NoSuchRegion, region,
+                      codes.empty() ? "" : "They know " + util::Join(codes, ", "));
+}
+
 /// Whether the command is asked for more than the dates of plain rules.
 bool IsDetailed(const CommandLine& line, const std::vector<HolidaySource>& sources)
 {
@@ -111,7 +126,7 @@ std::vector<SourcedHoliday> AllHolidays(const std::vector<HolidaySource>& source
     for (const HolidaySource& source : sources) {
         const holidays::RuleSet& rules = source.content.rules;
         for (holidays::Holiday& day : holidays::HolidaysOf(rules, year, choice)) {
-            const std::size_t line = rules.rules[day.rule].line;
+            const std::size_t line = holidays::RuleAt(rules, day.rule).line;
             found.push_back({std::move(day), &source.file, line});
         }
     }
@@ -174,6 +189,7 @@ void RunHolidaysCommand(Session& session)
     const std::vector<HolidaySource> sources = ReadSources(session);
     const bool isDetailed = IsDetailed(session.line, sources);
     const holidays::HolidayChoice choice = ChoiceOf(session.line);
+    CheckRegion(choice.region, sources);
     const bool isRange = session.line.years.size() > 1;
     JsonWriter json;
     if (isRange)

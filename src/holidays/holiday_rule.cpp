@@ -139,6 +139,29 @@ void HolidayList::Clear()
     extras_.clear();
 }
 
+std::vector<ListEntry> EntriesOf(const HolidayList& list)
+{
+    std::vector<ListEntry> entries;
+    auto extra = list.Extras().begin();
+    for (std::int16_t rule = 0; rule <= list.Count(); ++rule) {
+        for (; extra != list.Extras().end() && extra->place == rule; ++extra)
+            entries.emplace_back(extra->text);
+        if (rule < list.Count())
+            entries.emplace_back(list[static_cast<std::size_t>(rule)]);
+    }
+    return entries;
+}
+
+void AppendEntries(const std::vector<ListEntry>& entries, HolidayList& list)
+{
+    for (const ListEntry& entry : entries) {
+        if (const auto* const rule = std::get_if<HolidayDef>(&entry))
+            list.Append(*rule);
+        else
+            list.AppendExtra(std::get<std::string>(entry));
+    }
+}
+
 std::variant<HolidayDef, util::Error> ParseHolidayLine(std::string_view line)
 {
     const auto fields = SplitFields(line);

@@ -66,6 +66,14 @@ private:
     std::vector<ExtraLine> extras_;
 };
 
+/// A rule, or the text of an extra line.
+using ListEntry = std::variant<HolidayDef, std::string>;
+
+/// What a list has, in its order.
+std::vector<ListEntry> EntriesOf(const HolidayList& list);
+/// Appends entries; a full list ignores what has no room.
+void AppendEntries(const std::vector<ListEntry>& entries, HolidayList& list);
+
 /// Parses one rule line: date field, kind field and name, separated by commas. Blanks around the
 /// first two fields do not count. For a line that is not a rule, gives an error of
 /// `holidays::ErrorKind`; a number beyond its width and a DAY rule of month 0 end the reading of a

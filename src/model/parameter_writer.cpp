@@ -103,14 +103,11 @@ private:
     void Holidays(const holidays::HolidayList& list)
     {
         int number = 0;
-        auto extra = list.Extras().begin();
-        for (std::int16_t rule = 0; rule <= list.Count(); ++rule) {
-            // Behind a blank: "=>" would be one token.
-            for (; extra != list.Extras().end() && extra->place == rule; ++extra)
-                Line("Holiday" + std::to_string(++number), ' ' + extra->text);
-            if (rule < list.Count())
-                Line("Holiday" + std::to_string(++number),
-                     RuleText(list[static_cast<std::size_t>(rule)]));
+        for (const holidays::ListEntry& entry : holidays::EntriesOf(list)) {
+            const auto* const rule = std::get_if<holidays::HolidayDef>(&entry);
+            // An extra line stands behind a blank: "=>" would be one token.
+            Line("Holiday" + std::to_string(++number),
+                 rule != nullptr ? RuleText(*rule) : ' ' + std::get<std::string>(entry));
         }
     }
     void Line(std::string_view key, std::string_view value)

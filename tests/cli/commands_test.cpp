@@ -468,6 +468,18 @@ TEST_F(CommandsTest, CheckTellsWhichHolidaysAreNotRead)
               "line is read.\n");
 }
 
+TEST_F(CommandsTest, CheckTellsWhichRegionTheHolidaysDoNotKnow)
+{
+    Write("template/Desk.ini",
+          "[Monthly Calendar]\nHoliday1= # Regions: BY Bayern\nHoliday2=0101,DAY,a\n"
+          "[Yearly Calendar]\nHoliday1=0101,DAY,a\n"
+          "[Holidays]\nMonthlyRegion=BY\nYearlyRegion=XX\n");
+    EXPECT_EQ(Run(Command::Check), 1);
+    EXPECT_EQ(out_.str(),
+              "Yearly calendar: The holidays know no region XX. It gets the days of the "
+              "whole country.\n");
+}
+
 TEST_F(CommandsTest, CheckTellsWhichLinesOfTheHolidayFilesAreNotRead)
 {
     Write("orrery.ini", "[Monthly Calendar]\nHolidayFile=Own.txt\n"
@@ -508,6 +520,15 @@ TEST_F(CommandsTest, CheckReadsAHolidayFile)
     EXPECT_EQ(Run(Command::Check), 1);
     EXPECT_EQ(out_.str(), "Here.txt, line 2: The kind \"SAT ON AFTER\" is not known. Did you mean "
                           "\"SAT ON OR AFTER\"?\n");
+}
+
+TEST_F(CommandsTest, CheckNamesARegionThatTheFileDoesNotList)
+{
+    Write("holiday/Here.txt", "# Regions: BY Bayern\n0601,FIXED,Feast\n> only in BY SN\n"
+                              "# Further file: Club\n0602,DAY,Party\n> only in SN\n");
+    line_.templateName = "Here.txt";
+    EXPECT_EQ(Run(Command::Check), 1);
+    EXPECT_EQ(out_.str(), "Here.txt, line 2: the region SN is not in the line \"# Regions:\".\n");
 }
 
 TEST_F(CommandsTest, HolidaysAreSortedAndNamedAsWritten)
@@ -559,6 +580,20 @@ TEST_F(CommandsTest, HolidaysOfARegionInALanguage)
     EXPECT_EQ(Run(Command::Holidays), 0);
     EXPECT_EQ(out_.str(), "2027-05-01\tTag der Arbeit\n2027-05-03\tTag der Arbeit (observed)\n"
                           "2027-06-01\tFeast\n2027-06-02\tBank\n");
+}
+
+TEST_F(CommandsTest, HolidaysOfARegionThatNoFileHas)
+{
+    Write("holiday/Here.txt",
+          "# Regions: BY Bayern; BW Baden\n0601,FIXED,Feast\n> only in BY SN\n");
+    line_.holidayFiles = {"Here.txt"};
+    line_.region = "XX";
+    EXPECT_EQ(Run(Command::Holidays), 1);
+    EXPECT_EQ(out_.str(), "");
+    EXPECT_NE(err_.str().find("The holidays know no region \"XX\""), std::string::npos);
+    EXPECT_NE(err_.str().find("BY, BW, SN"), std::string::npos);
+    line_.region = "bw";
+    EXPECT_EQ(Run(Command::Holidays), 0);
 }
 
 TEST_F(CommandsTest, HolidaysOfSeveralFilesAndYears)

@@ -215,6 +215,11 @@ struct KindWords {
 
 } // namespace
 
+std::string_view MonthInWords(int month)
+{
+    return kMonthWords.at(static_cast<std::size_t>(month) - 1);
+}
+
 std::string DateInWords(Date date, bool hasWeekday)
 {
     constexpr std::size_t briefLength = 3;

@@ -318,7 +318,18 @@ const std::string& NameOf(const Rule& rule, const std::string& language)
 
 std::vector<Holiday> HolidaysOf(const RuleSet& set, int year, const HolidayChoice& choice)
 {
-    return Evaluation(set, year, choice).Run();
+    std::vector<Holiday> days = Evaluation(set, year, choice).Run();
+    std::size_t above = set.rules.size();
+    for (const RuleSet& further : set.further) {
+        for (Holiday& day : Evaluation(further, year, choice).Run()) {
+            day.rule += above;
+            days.push_back(std::move(day));
+        }
+        above += further.rules.size();
+    }
+    std::stable_sort(days.begin(), days.end(),
+                     [](const Holiday& a, const Holiday& b) { return a.date < b.date; });
+    return days;
 }
 
 void FillHolidayDates(std::int16_t year, const HolidayList& list, const HolidayChoice& choice,

@@ -13,7 +13,7 @@ struct Holiday {
     Date date;
     std::string name;
     Category category = Category::Public;
-    std::size_t rule = 0; ///< index in the set
+    std::size_t rule = 0; ///< index among all rules of the set
     bool isSubstitute = false;
     bool isEstimated = false; ///< computed for a calendar whose days are announced
 };
@@ -25,7 +25,8 @@ bool IsInRegion(const Refinements& refinements, const std::string& region);
 const std::string& NameOf(const Rule& rule, const std::string& language);
 
 /// The holidays of a year [1:9999], by date, equal dates in the order of the rules. The years
-/// before and after count too: 31 December may be the substitute of 1 January.
+/// before and after count too: 31 December may be the substitute of 1 January. The days of one file
+/// do not move those of another.
 std::vector<Holiday> HolidaysOf(const RuleSet& set, int year, const HolidayChoice& choice);
 
 /// Fills `out` with the list's dates in that year, as `ComputeHolidayDates` does for a list without

@@ -32,9 +32,11 @@ void Add(const Holiday& day, NextDays& found)
 
 std::vector<NextDays> NextDaysOf(const RuleSet& set, int year, const HolidayChoice& choice)
 {
-    std::vector<NextDays> next(set.rules.size());
-    for (std::size_t i = 0; i < next.size(); ++i)
-        next[i].state = StateOf(set.rules[i], choice);
+    std::vector<NextDays> next;
+    for (const RuleSet* const file : FilesOf(set)) {
+        for (const Rule& rule : file->rules)
+            next.emplace_back().state = StateOf(rule, choice);
+    }
     const auto isOpen = [](const NextDays& days) { return days.state == State::None; };
     const int end = std::min(year + kYearsLookedThrough, kLastYearOfRules + 1);
     for (; year < end && std::any_of(next.begin(), next.end(), isOpen); ++year) {

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 namespace orrery::holidays {
@@ -28,8 +29,9 @@ std::optional<WordAbout> SplitWord(std::string_view line)
     return WordAbout{util::Trim(line.substr(1, colon - 1)), util::Trim(line.substr(colon + 1))};
 }
 
-constexpr std::array<std::string_view, 6> kWords = {"COUNTRY",  "ESTIMATED", "LANGUAGE",
-                                                    "OBSERVED", "REGIONS",   "WEEKEND"};
+constexpr std::string_view kFurtherFile = "FURTHER FILE";
+constexpr std::array<std::string_view, 7> kWords = {
+    "COUNTRY", "ESTIMATED", kFurtherFile, "LANGUAGE", "OBSERVED", "REGIONS", "WEEKEND"};
 
 bool IsKnownWord(std::string_view word)
 {
@@ -87,6 +89,31 @@ std::optional<WeekdaySet> ParseWeekend(std::string_view text)
         weekend |= 1U << static_cast<unsigned>(*weekday);
     }
     return weekend == kEveryWeekday ? std::nullopt : std::optional(weekend);
+}
+
+/// The file of a rule and its index there.
+std::pair<const RuleSet*, std::size_t> Locate(const RuleSet& set, std::size_t index)
+{
+    const RuleSet* file = &set;
+    for (auto next = set.further.begin(); index >= file->rules.size(); ++next) {
+        index -= file->rules.size();
+        file = &*next;
+    }
+    return {file, index};
+}
+
+/// The regions of "only in" and "not in".
+std::vector<std::string> NamedRegionsOf(const Rule& rule)
+{
+    std::vector<std::string> codes = rule.refinements.onlyIn;
+    codes.insert(codes.end(), rule.refinements.notIn.begin(), rule.refinements.notIn.end());
+    return codes;
+}
+
+bool ListsRegion(const std::vector<Region>& regions, std::string_view code)
+{
+    return std::any_of(regions.begin(), regions.end(),
+                       [code](const Region& region) { return region.code == code; });
 }
 
 } // namespace
@@ -171,30 +198,107 @@ std::optional<util::Error> RuleSetBuilder::AddWord(std::string_view line)
         set_.country = value;
     else if (capitals == "LANGUAGE")
         set_.language = value;
+    else if (capitals == kFurtherFile) {
+        FinishFile();
+        set_.name = value;
+    }
     return std::nullopt;
 }
 
-RuleSet RuleSetBuilder::Take()
+void RuleSetBuilder::FinishFile()
 {
     for (std::size_t i = 0; i < set_.rules.size(); ++i) {
         Refinements& own = set_.rules[i].refinements;
         own = Merge(std::move(own), common_[i]);
     }
     common_.clear();
-    return std::exchange(set_, {});
+    commonBelow_ = {};
+    finished_.push_back(std::exchange(set_, {}));
+}
+
+RuleSet RuleSetBuilder::Take()
+{
+    FinishFile();
+    RuleSet first = std::move(finished_.front());
+    std::move(finished_.begin() + 1, finished_.end(), std::back_inserter(first.further));
+    finished_.clear();
+    return first;
 }
 
 RuleSet RulesOf(const HolidayList& list)
 {
     RuleSetBuilder builder;
-    auto extra = list.Extras().begin();
-    for (std::int16_t rule = 0; rule <= list.Count(); ++rule) {
-        for (; extra != list.Extras().end() && extra->place == rule; ++extra)
-            static_cast<void>(builder.AddExtra(extra->text));
-        if (rule < list.Count())
-            builder.Add(list[static_cast<std::size_t>(rule)]);
+    std::size_t place = 0;
+    for (const ListEntry& entry : EntriesOf(list)) {
+        ++place;
+        if (const auto* const rule = std::get_if<HolidayDef>(&entry))
+            builder.Add(*rule, place);
+        else
+            static_cast<void>(builder.AddExtra(std::get<std::string>(entry), place));
     }
     return builder.Take();
+}
+
+std::vector<const RuleSet*> FilesOf(const RuleSet& set)
+{
+    std::vector<const RuleSet*> files = {&set};
+    for (const RuleSet& further : set.further)
+        files.push_back(&further);
+    return files;
+}
+
+const Rule& RuleAt(const RuleSet& set, std::size_t index)
+{
+    const auto [file, place] = Locate(set, index);
+    return file->rules[place];
+}
+
+const RuleSet& FileAt(const RuleSet& set, std::size_t index)
+{
+    return *Locate(set, index).first;
+}
+
+std::vector<Region> RegionsOf(const RuleSet& set)
+{
+    std::vector<Region> regions;
+    for (const RuleSet* const file : FilesOf(set))
+        regions.insert(regions.end(), file->regions.begin(), file->regions.end());
+    for (const RuleSet* const file : FilesOf(set)) {
+        for (const Rule& rule : file->rules) {
+            for (const std::string& code : NamedRegionsOf(rule)) {
+                if (!ListsRegion(regions, code))
+                    regions.push_back({code, ""});
+            }
+        }
+    }
+    return regions;
+}
+
+bool HasRegion(const RuleSet& set, std::string_view code)
+{
+    return ListsRegion(RegionsOf(set), code);
+}
+
+std::optional<std::string> UnlistedRegionOf(const Rule& rule, const RuleSet& file)
+{
+    for (const std::string& code : NamedRegionsOf(rule)) {
+        if (!file.regions.empty() && !ListsRegion(file.regions, code))
+            return code;
+    }
+    return std::nullopt;
+}
+
+std::string FurtherFileLine(std::string_view name)
+{
+    return "# Further file: " + std::string(name);
+}
+
+std::optional<std::string> FurtherFileOf(std::string_view line)
+{
+    const auto word = SplitWord(line);
+    if (!word || util::ToUpperAscii(word->word) != kFurtherFile)
+        return std::nullopt;
+    return std::string(word->value);
 }
 
 } // namespace orrery::holidays

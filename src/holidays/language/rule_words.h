@@ -10,6 +10,9 @@
 /// Rules as people say them, in English.
 namespace orrery::holidays {
 
+/// "November"; the month [1:12].
+std::string_view MonthInWords(int month);
+
 /// "25 November 2027", with a weekday "Thu 25 November 2027".
 std::string DateInWords(Date date, bool hasWeekday = false);
 

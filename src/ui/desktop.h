@@ -8,6 +8,7 @@ namespace orrery::ui {
 
 class AboutForm;
 class HolidayForm;
+class OwnDayForm;
 class ParameterForm;
 class TipForm;
 struct Button;
@@ -44,6 +45,7 @@ public:
     // Each shows a dialog and returns when the dialog is closed.
     virtual void ShowModal(ParameterForm& form) = 0;
     virtual void ShowModal(HolidayForm& form) = 0;
+    virtual void ShowModal(OwnDayForm& form) = 0;
     virtual void ShowModal(TipForm& form) = 0;
     virtual void ShowModal(AboutForm& form) = 0;
 };

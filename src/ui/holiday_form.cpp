@@ -1,5 +1,6 @@
 #include "ui/holiday_form.h"
 
+#include "holidays/language/list_files.h"
 #include "model/parameter_file.h"
 #include "ui/line_problems.h"
 #include "util/paths.h"
@@ -34,9 +35,11 @@ std::string_view WeekdayColumn(std::int16_t kind)
 
 HolidayForm::HolidayForm(CalendarKind calendarKind, app::TemplateLocation location,
                          bool templateHasFile, EditedHolidays edited, std::optional<int> year,
-                         std::function<void()> onChanged)
+                         Desktop& desktop, std::function<void()> onChanged)
     : Form("frmHoliday", "Holiday", "holidays"), tabStops(TabStops({8, 10})),
-      rules(edited.choice, year), calendarKind_(calendarKind), location_(std::move(location)),
+      rules(edited.choice, year), additions({shown_, rules, location.holidayFolder, year, desktop,
+                                             [this] { ShowOwnChange(); }}),
+      calendarKind_(calendarKind), location_(std::move(location)),
       templateHasFile_(templateHasFile), edited_(edited), onChanged_(std::move(onChanged))
 {
     Form_Load();
@@ -52,6 +55,7 @@ void HolidayForm::Form_Load()
         shown_ = edited_.list;
     ShowHolidays();
     rules.Show(holidays::RulesOf(shown_));
+    additions.ShowSelection();
     cboHolidayFile.selected = -1;
     cboHolidayFile.changed = false;
 }
@@ -81,6 +85,7 @@ void HolidayForm::cboHolidayFile_Click()
         rules.Show(holidays::RulesOf(shown_), ReadTemplateChoice());
     else
         rules.ShowOther(holidays::RulesOf(shown_));
+    additions.ShowSelection();
 }
 
 bool HolidayForm::IsTemplateChosen() const
@@ -110,15 +115,26 @@ std::vector<holidays::LineProblem> HolidayForm::ReadChosenFile()
                    : std::vector<holidays::LineProblem>();
     const auto entry = static_cast<std::size_t>(cboHolidayFile.selected);
     const std::string file = location_.holidayFolder + cboHolidayFile.entries[entry];
-    return holidays::ReadHolidayFile(util::ToPath(file), shown_);
+    holidays::HolidayList chosen;
+    auto problems = holidays::ReadHolidayFile(util::ToPath(file), chosen);
+    if (!holidays::PutFirstFile(shown_, chosen))
+        shown_ = std::move(chosen); // there is no room for further files
+    return problems;
+}
+
+void HolidayForm::ShowOwnChange()
+{
+    ShowHolidays();
+    rules.Update(holidays::RulesOf(shown_));
 }
 
 void HolidayForm::cmdOK_Click()
 {
     Accept();
-    if (!HasCalendar() || !(cboHolidayFile.changed || rules.HasChanged()))
+    const bool isListChanged = cboHolidayFile.changed || additions.HasChanged();
+    if (!HasCalendar() || !(isListChanged || rules.HasChanged()))
         return;
-    if (cboHolidayFile.changed)
+    if (isListChanged)
         edited_.list = shown_;
     edited_.choice = rules.Choice();
     onChanged_();

@@ -4,6 +4,7 @@
 #include "holidays/files/holiday_readers.h"
 #include "ui/desktop.h"
 #include "ui/form.h"
+#include "ui/holiday_additions.h"
 #include "ui/holiday_rules.h"
 
 #include <filesystem>
@@ -30,7 +31,7 @@ public:
     /// calls `onChanged`. With a year, rules have their next day from then on.
     HolidayForm(holidays::CalendarKind calendarKind, app::TemplateLocation location,
                 bool templateHasFile, EditedHolidays edited, std::optional<int> year,
-                std::function<void()> onChanged);
+                Desktop& desktop, std::function<void()> onChanged);
 
     /// The user chose a file: reads and shows it.
     void cboHolidayFile_Click();
@@ -50,6 +51,7 @@ public:
     Button cmdOK{"cmdOK", "&OK"};
     Button cmdCancel{"cmdCancel", "&Cancel"};
     HolidayRules rules;
+    HolidayAdditions additions;
 
 private:
     void Form_Load();
@@ -58,7 +60,9 @@ private:
     std::filesystem::path TemplatesFile() const; ///< its parameters
     /// The region, kinds and language that are saved for the calendar.
     holidays::HolidayChoice ReadTemplateChoice() const;
-    /// Reads the chosen file into the shown list; returns its lines that are not read.
+    void ShowOwnChange();
+    /// Reads the chosen file into the shown list, whose further files stay if it is no template's;
+    /// returns its lines that are not read.
     std::vector<holidays::LineProblem> ReadChosenFile();
 
     const holidays::CalendarKind calendarKind_;

@@ -29,42 +29,24 @@ template <typename Value> bool Holds(const std::vector<Value>& values, const Val
     return std::find(values.begin(), values.end(), value) != values.end();
 }
 
-bool HasRegion(const std::vector<Region>& regions, const std::string& code)
-{
-    return std::any_of(regions.begin(), regions.end(),
-                       [&code](const Region& region) { return region.code == code; });
-}
-
 bool HasCategory(const RuleSet& set, Category category)
 {
-    return std::any_of(set.rules.begin(), set.rules.end(),
-                       [category](const Rule& rule) { return CategoryOf(rule) == category; });
-}
-
-/// The regions that are listed, then those that rules name all the same.
-std::vector<Region> RegionsOf(const RuleSet& set)
-{
-    std::vector<Region> regions = set.regions;
-    const auto add = [&regions](const std::vector<std::string>& codes) {
-        for (const std::string& code : codes) {
-            if (!HasRegion(regions, code))
-                regions.push_back({code, ""});
-        }
-    };
-    for (const Rule& rule : set.rules) {
-        add(rule.refinements.onlyIn);
-        add(rule.refinements.notIn);
-    }
-    return regions;
+    const auto files = holidays::FilesOf(set);
+    return std::any_of(files.begin(), files.end(), [category](const RuleSet* file) {
+        return std::any_of(file->rules.begin(), file->rules.end(),
+                           [category](const Rule& rule) { return CategoryOf(rule) == category; });
+    });
 }
 
 /// The languages that names are in, beside that of the rules themselves.
 std::set<std::string> LanguagesOf(const RuleSet& set)
 {
     std::set<std::string> languages;
-    for (const Rule& rule : set.rules) {
-        for (const auto& [language, name] : rule.refinements.names)
-            languages.insert(language);
+    for (const RuleSet* const file : holidays::FilesOf(set)) {
+        for (const Rule& rule : file->rules) {
+            for (const auto& [language, name] : rule.refinements.names)
+                languages.insert(language);
+        }
     }
     return languages;
 }
@@ -73,7 +55,7 @@ std::set<std::string> LanguagesOf(const RuleSet& set)
 HolidayChoice PossibleOf(const HolidayChoice& wanted, const RuleSet& set)
 {
     HolidayChoice possible;
-    if (HasRegion(RegionsOf(set), wanted.region))
+    if (holidays::HasRegion(set, wanted.region))
         possible.region = wanted.region;
     if (LanguagesOf(set).contains(wanted.language))
         possible.language = wanted.language;
@@ -140,10 +122,22 @@ HolidayRules::HolidayRules(HolidayChoice choice, std::optional<int> year)
 
 void HolidayRules::Show(RuleSet rules)
 {
-    rules_ = std::move(rules);
     selectedRule_ = 0;
+    Update(std::move(rules));
+}
+
+void HolidayRules::Update(RuleSet rules)
+{
+    rules_ = std::move(rules);
     ShowChoosers();
     MakeRows();
+}
+
+void HolidayRules::Select(std::size_t rule)
+{
+    txtFind.text.clear();
+    selectedRule_ = rule;
+    ShowRows();
 }
 
 void HolidayRules::Show(RuleSet rules, HolidayChoice choice)
@@ -170,7 +164,7 @@ void HolidayRules::ShowRegions()
 {
     regions_ = {""};
     cboRegion.entries = {"(None)"};
-    for (const Region& region : RegionsOf(rules_)) {
+    for (const Region& region : holidays::RegionsOf(rules_)) {
         regions_.push_back(region.code);
         cboRegion.entries.push_back(region.name.empty() ? region.code : region.name);
     }
@@ -220,13 +214,14 @@ void HolidayRules::MakeRows()
     if (year_)
         next = holidays::NextDaysOf(rules_, *year_, choice_);
     rows_.clear();
-    for (std::size_t i = 0; i < rules_.rules.size(); ++i) {
-        const Rule& rule = rules_.rules[i];
-        const std::string line = Cell(holidays::NameOf(rule, choice_.language)) + '\t' +
-                                 Cell(holidays::RuleInWords(rule, rules_.regions)) + '\t' +
-                                 (year_ ? NextInWords(next[i]) : std::string()) + '\t' +
-                                 holidays::KindInWords(rule);
-        rows_.push_back({line, FoldedNames(rule)});
+    for (const RuleSet* const file : holidays::FilesOf(rules_)) {
+        for (const Rule& rule : file->rules) {
+            const std::string line = Cell(holidays::NameOf(rule, choice_.language)) + '\t' +
+                                     Cell(holidays::RuleInWords(rule, file->regions)) + '\t' +
+                                     (year_ ? NextInWords(next[rows_.size()]) : std::string()) +
+                                     '\t' + holidays::KindInWords(rule);
+            rows_.push_back({line, FoldedNames(rule)});
+        }
     }
     ShowRows();
 }
@@ -255,10 +250,19 @@ void HolidayRules::ShowWholeRule()
     txtRule.text.clear();
     if (!lstRules.HasSelection())
         return;
-    const Rule& rule = rules_.rules[found_.at(static_cast<std::size_t>(lstRules.selected))];
+    const std::size_t index = found_.at(static_cast<std::size_t>(lstRules.selected));
+    const Rule& rule = holidays::RuleAt(rules_, index);
     const std::string name(util::Trim(holidays::NameOf(rule, choice_.language)));
     txtRule.text = name.empty() ? "" : name + ": ";
-    txtRule.text += holidays::RuleInWords(rule, rules_.regions, holidays::Lists::Whole);
+    txtRule.text += holidays::RuleInWords(rule, holidays::FileAt(rules_, index).regions,
+                                          holidays::Lists::Whole);
+}
+
+const Rule* HolidayRules::SelectedRule() const
+{
+    if (!lstRules.HasSelection())
+        return nullptr;
+    return &holidays::RuleAt(rules_, found_.at(static_cast<std::size_t>(lstRules.selected)));
 }
 
 void HolidayRules::lstRules_Click()

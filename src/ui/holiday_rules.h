@@ -22,6 +22,10 @@ public:
     void Show(holidays::RuleSet rules);
     /// The same with another choice, which takes the place of the calendar's.
     void Show(holidays::RuleSet rules, holidays::HolidayChoice choice);
+    /// Shows the rules after a change of the list; the same line stays selected.
+    void Update(holidays::RuleSet rules);
+    /// Selects a rule by its index among all, whatever was searched for.
+    void Select(std::size_t rule);
     /// Shows the rules of another list. What it does not have is not chosen any more.
     void ShowOther(holidays::RuleSet rules);
 
@@ -33,6 +37,8 @@ public:
     void chkKind_Click(CheckBox& box);
     void lstRules_Click();
 
+    /// The rule of the selected line, if there is one; valid until others are shown.
+    const holidays::Rule* SelectedRule() const;
     const holidays::HolidayChoice& Choice() const { return choice_; }
     /// Whether the user chose something.
     bool HasChanged() const { return hasChanged_; }

@@ -76,7 +76,7 @@ void ParameterForm::SaveYParameters()
 void ParameterForm::cmdMChangeHoliday_Click()
 {
     HolidayForm viewer(holidays::CalendarKind::Monthly, location_, working_.parameterFileExists,
-                       {monthly.holidays, monthly.holidayChoice}, year_, [this] {
+                       {monthly.holidays, monthly.holidayChoice}, year_, desktop_, [this] {
                            SetMHolidayChanged();
                            ShowMHolidaySample();
                        });
@@ -86,7 +86,7 @@ void ParameterForm::cmdMChangeHoliday_Click()
 void ParameterForm::cmdYChangeHoliday_Click()
 {
     HolidayForm viewer(holidays::CalendarKind::Yearly, location_, working_.parameterFileExists,
-                       {yearly.holidays, yearly.holidayChoice}, year_, [this] {
+                       {yearly.holidays, yearly.holidayChoice}, year_, desktop_, [this] {
                            SetYHolidayChanged();
                            ShowYHolidaySample();
                        });

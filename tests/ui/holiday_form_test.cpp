@@ -1,5 +1,7 @@
 #include "ui/holiday_form.h"
 
+#include "fake_desktop.h"
+
 #include "util/scratch_folder_test.h"
 
 #include <algorithm>
@@ -36,7 +38,8 @@ protected:
     {
         form_ = std::make_unique<HolidayForm>(
             kind, app::TemplateLocation{At("template/"), At("holiday/"), "My.Desk.xls"},
-            templateHasFile, EditedHolidays{edited_, choice_}, 2027, [this] { ++changes_; });
+            templateHasFile, EditedHolidays{edited_, choice_}, 2027, desktop_,
+            [this] { ++changes_; });
         return *form_;
     }
     void Choose(const std::string& entry)
@@ -51,6 +54,7 @@ protected:
     HolidayList edited_ = ListOf({{1231, 0, "Mine"}});
     holidays::HolidayChoice choice_;
     int changes_ = 0;
+    FakeDesktop desktop_;
     std::unique_ptr<HolidayForm> form_;
 };
 

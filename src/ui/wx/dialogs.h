@@ -3,6 +3,7 @@
 #include "ui/about_form.h"
 #include "ui/desktop.h"
 #include "ui/holiday_form.h"
+#include "ui/own_day_form.h"
 #include "ui/parameter_form.h"
 #include "ui/tip_form.h"
 
@@ -22,6 +23,7 @@ struct DialogContext {
 
 void ShowParameterDialog(const DialogContext& context, ParameterForm& form);
 void ShowHolidayDialog(const DialogContext& context, HolidayForm& form);
+void ShowOwnDayDialog(const DialogContext& context, OwnDayForm& form);
 void ShowTipDialog(const DialogContext& context, TipForm& form);
 void ShowAboutDialog(const DialogContext& context, AboutForm& form);
 

@@ -2,10 +2,12 @@
 #include "ui/wx/native/column_list.h"
 #include "ui/wx/native/native.h"
 #include "ui/wx/native/tabbed_list.h"
+#include "ui/wx/native/text.h"
 #include "ui/wx/widgets.h"
 #include "ui/wx/window_place.h"
 
 #include <wx/display.h>
+#include <wx/menu.h>
 
 #include <algorithm>
 #include <array>
@@ -127,6 +129,7 @@ private:
         column->Add(BuildRuleList(), Line().Proportion(1).Expand().DoubleBorder(wxRIGHT));
         column->Add(AddLabel(*dialog_, binder_, rules_.lblRule), row);
         column->Add(BuildWholeRule(), Line().Expand().DoubleBorder(wxRIGHT));
+        column->Add(BuildAdditions(), row);
         return column;
     }
 
@@ -180,6 +183,7 @@ private:
             binder_.Run([this, line] {
                 rules_.lstRules.Select(line);
                 rules_.lstRules_Click();
+                form_.additions.ShowSelection();
             });
         });
         ruleList_->Window().SetMinSize(pixels(kRulesWidth));
@@ -201,6 +205,54 @@ private:
         return box;
     }
 
+    wxSizer* BuildAdditions()
+    {
+        HolidayAdditions& additions = form_.additions;
+        auto* const row = new wxBoxSizer(wxHORIZONTAL);
+        files_ = AddButton(*dialog_, binder_, additions.cmdFiles, [this] { ShowFiles(); });
+        row->Add(files_);
+        const auto add = [&](Button& button, void (HolidayAdditions::*click)()) {
+            row->Add(
+                AddButton(*dialog_, binder_, button, [&additions, click] { (additions.*click)(); }),
+                wxSizerFlags().Border(wxLEFT));
+        };
+        add(additions.cmdAddDay, &HolidayAdditions::cmdAddDay_Click);
+        add(additions.cmdEditDay, &HolidayAdditions::cmdEditDay_Click);
+        add(additions.cmdRemove, &HolidayAdditions::cmdRemove_Click);
+        return row;
+    }
+
+    /// A menu with the files, those of the calendar checked: own ones, and the holiday folder's in
+    /// a menu of their own.
+    void ShowFiles()
+    {
+        HolidayAdditions& additions = form_.additions;
+        const auto files = additions.Files();
+        wxMenu menu;
+        auto* const folder = new wxMenu;
+        for (const HolidayAdditions::File& file : files) {
+            wxMenu& place = file.file.isOwn ? menu : *folder;
+            place.AppendCheckItem(wxID_ANY, wxControl::EscapeMnemonics(ToWx(file.file.name)))
+                ->Check(file.isAdded);
+            OnChoice(place, [&additions, &file] { additions.ToggleFile(file); });
+        }
+        menu.AppendSubMenu(folder, "Of the Holiday &Folder");
+        menu.AppendSeparator();
+        menu.Append(wxID_ANY, "&Keep Own Days for Other Templates")->Enable(additions.HasOwnDays());
+        OnChoice(menu, [&additions] { additions.CollectOwnDays(); });
+        menu.Append(wxID_ANY, "&Open the Folder of Own Files");
+        OnChoice(menu, [&additions] { additions.OpenOwnFolder(); });
+        dialog_->PopupMenu(&menu, files_->GetPosition() + wxPoint(0, files_->GetSize().y));
+    }
+
+    /// What the item that was appended last does.
+    void OnChoice(wxMenu& menu, const Handler& action)
+    {
+        const int item = menu.GetMenuItems().GetLast()->GetData()->GetId();
+        menu.Bind(
+            wxEVT_MENU, [this, action](wxCommandEvent&) { binder_.Run(action); }, item);
+    }
+
     const DialogContext& context_;
     HolidayForm& form_;
     HolidayRules& rules_;
@@ -208,6 +260,7 @@ private:
     Binder binder_;
     std::unique_ptr<TabbedList> holidays_;
     std::unique_ptr<ColumnList> ruleList_;
+    wxButton* files_ = nullptr;
 };
 
 } // namespace

@@ -146,6 +146,11 @@ void WxDesktop::ShowModal(HolidayForm& form)
     ShowHolidayDialog({TopWindow(), *this, settingsFile_}, form);
 }
 
+void WxDesktop::ShowModal(OwnDayForm& form)
+{
+    ShowOwnDayDialog({TopWindow(), *this, settingsFile_}, form);
+}
+
 void WxDesktop::ShowModal(TipForm& form)
 {
     ShowTipDialog({TopWindow(), *this, settingsFile_}, form);

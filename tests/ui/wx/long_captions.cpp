@@ -2,6 +2,7 @@
 
 #include "ui/about_form.h"
 #include "ui/holiday_form.h"
+#include "ui/own_day_form.h"
 #include "ui/parameter_form.h"
 #include "ui/tip_form.h"
 
@@ -62,9 +63,21 @@ void TestDesktop::ShowModal(HolidayForm& form)
         Lengthen({&form.lblHolidayFile, &form.lblHolidays, &form.lblHolidayList, &form.cmdOK,
                   &form.cmdCancel, &rules.lblFind, &rules.lblRegion, &rules.lblLanguage,
                   &rules.lblKinds, &rules.lblRules, &rules.lblRule});
+        HolidayAdditions& additions = form.additions;
+        Lengthen({&additions.cmdFiles, &additions.cmdAddDay, &additions.cmdEditDay,
+                  &additions.cmdRemove});
         for (CheckBox& box : rules.chkKinds)
             Lengthen(box);
     }
+    WxDesktop::ShowModal(form);
+}
+
+void TestDesktop::ShowModal(OwnDayForm& form)
+{
+    if (longCaptions)
+        Lengthen({&form.lblName, &form.lblKind, &form.lblOrdinal, &form.lblWeekday, &form.lblDay,
+                  &form.lblMonth, &form.lblYear, &form.lblLastDay, &form.lblLastMonth,
+                  &form.lblLastYear, &form.cmdOK, &form.cmdCancel});
     WxDesktop::ShowModal(form);
 }
 

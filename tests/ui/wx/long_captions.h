@@ -15,6 +15,7 @@ public:
 
     void ShowModal(ParameterForm& form) override;
     void ShowModal(HolidayForm& form) override;
+    void ShowModal(OwnDayForm& form) override;
     void ShowModal(TipForm& form) override;
     void ShowModal(AboutForm& form) override;
 

@@ -187,6 +187,16 @@ TEST_P(PicturesTest, HolidaysWithChoosers)
     Look("holidays-choosers");
 }
 
+TEST_P(PicturesTest, OwnDay)
+{
+    Open();
+    OpenFromMain("cmdMChangeHoliday", "frmHoliday");
+    user_->Click("cmdAddDay");
+    user_->WaitForWindow("frmOwnDay");
+    user_->Choose("cboKind", "Several days in a row");
+    Look("own-day");
+}
+
 TEST_P(PicturesTest, Tip)
 {
     const std::string tips = testing_support::BytesOf(At("tips.txt"));

@@ -26,7 +26,7 @@ endfunction()
 
 if(CMAKE_CROSSCOMPILING)
     window_test(main MainWindowTest.*:PreviewWindowTest.*:ProposalWindowTest.*:MessageBoxTest.*:TipTest.*:AboutTest.*)
-    window_test(parameters ParametersTest.*:HolidayTest.*:HolidayRulesTest.*)
+    window_test(parameters ParametersTest.*:HolidayTest.*:HolidayRulesTest.*:OwnDaysTest.*)
     window_test(checks *CheckTest.*)
     window_test(repeated RepeatedDialogsTest.*)
     window_test(windows WindowsTest.*)

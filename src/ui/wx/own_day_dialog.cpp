@@ -9,7 +9,7 @@ namespace {
 
 // Dialog units, which grow with the font.
 constexpr int kNameWidth = 150;
-constexpr int kListWidth = 50;
+constexpr int kAnswerWidth = 50;
 constexpr int kNumberWidth = 30;
 
 /// The dialog with its controls: a row for each question, whose first label stands in a column of
@@ -90,7 +90,7 @@ private:
 
     wxWindow* Make(ComboBox& field, Handler onClick)
     {
-        const int width = &field == &form_.cboKind ? kNameWidth : kListWidth;
+        const int width = &field == &form_.cboKind ? kNameWidth : kAnswerWidth;
         return AddChoice(*dialog_, binder_, field, width, std::move(onClick));
     }
 

@@ -346,8 +346,9 @@ TEST_F(HolidayRulesTest, TheButtonsComeBeforeTheRulesInTheTabOrder)
         buttons.push_back(user_->Focused());
     }
     EXPECT_THAT(buttons, testing::UnorderedElementsAre("cmdOK", "cmdCancel"));
-    for (const char* const next : {"txtFind", "cboRegion", "cboLanguage", "chkPublic", "chkBank",
-                                   "lstRules", "txtRule", "cboHolidayFile", "lstHoliday"}) {
+    for (const char* const next :
+         {"txtFind", "cboRegion", "cboLanguage", "chkPublic", "chkBank", "lstRules", "txtRule",
+          "cmdFiles", "cmdAddDay", "cmdRemove", "cboHolidayFile", "lstHoliday"}) {
         user_->Key(WXK_TAB);
         user_->WaitForFocus(next);
     }

@@ -237,11 +237,22 @@ void Robot::Choose(const std::string& name, const std::string& entry)
     const auto found = std::find(entries.begin(), entries.end(), entry);
     if (found == entries.end())
         throw std::logic_error(name + " has no entry " + entry + ".");
+    const auto index = static_cast<int>(found - entries.begin());
+    const auto selection = [name] { return FindControlAs<wxChoice>(name).GetSelection(); };
+    const int before = OnMain(selection);
+    ChooseByKeys(name, index);
+    // On a busy machine a key may get lost in a list that has just dropped.
+    if (before != index && OnMain(selection) == before)
+        ChooseByKeys(name, index);
+}
+
+void Robot::ChooseByKeys(const std::string& name, int index)
+{
     Click(name);
     if (!OnMain([name] { return IsDropped(FindControlAs<wxChoice>(name)); }))
         Click(name);
     Key(WXK_HOME);
-    for (auto above = entries.begin(); above != found; ++above)
+    for (int above = 0; above < index; ++above)
         Key(WXK_DOWN);
     Key(WXK_RETURN);
 }

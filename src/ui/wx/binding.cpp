@@ -221,6 +221,14 @@ void Binder::Run(const Handler& action)
         window_.Close();
 }
 
+void Binder::RunWhenClosed(const Handler& action)
+{
+    window_.CallAfter([this, action] {
+        Run(action);
+        window_.Refresh(); // Windows copies parts of controls that move
+    });
+}
+
 void Binder::Show()
 {
     for (const Binding& binding : bindings_) {

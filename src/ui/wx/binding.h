@@ -55,6 +55,9 @@ public:
 
     /// Runs a user's action.
     void Run(const Handler& action);
+    /// Runs what a choice causes when its drop-down list is closed: an open list must not be moved
+    /// by controls that appear.
+    void RunWhenClosed(const Handler& action);
     /// Shows the form's state.
     void Show();
 

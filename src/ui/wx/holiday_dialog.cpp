@@ -77,7 +77,9 @@ private:
     {
         auto* const column = new wxBoxSizer(wxVERTICAL);
         column->Add(BuildChoice(form_.lblHolidayFile, form_.cboHolidayFile, kFileWidth,
-                                [this] { ShowChosenFile(); }),
+                                [this] {
+                                    binder_.RunWhenClosed([this] { form_.cboHolidayFile_Click(); });
+                                }),
                     wxSizerFlags().Expand().DoubleBorder(wxALL & ~wxBOTTOM));
         column->Add(AddLabel(*dialog_, binder_, form_.lblHolidays),
                     Line().DoubleBorder(wxALL & ~wxBOTTOM));
@@ -91,15 +93,6 @@ private:
         column->Add(&list, Line().Proportion(1).Expand());
         column->Add(AddNote(*dialog_, binder_, form_.lblProblems), Line().Expand());
         return column;
-    }
-
-    /// When the drop-down list is closed: choosers may appear, and an open list must not be moved.
-    void ShowChosenFile()
-    {
-        dialog_->CallAfter([this] {
-            binder_.Run([this] { form_.cboHolidayFile_Click(); });
-            dialog_->Refresh(); // Windows copies parts of controls that move
-        });
     }
 
     wxSizer* BuildButtons()

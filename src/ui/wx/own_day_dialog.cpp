@@ -43,7 +43,8 @@ private:
             2, wxSize(wxSizerFlags::GetDefaultBorder(), wxSizerFlags::GetDefaultBorder()));
         rows->AddGrowableCol(1);
         AddQuestion(*rows, form_.lblName, form_.txtName, kNameWidth);
-        AddQuestion(*rows, form_.lblKind, form_.cboKind, [this] { form_.cboKind_Click(); });
+        AddQuestion(*rows, form_.lblKind, form_.cboKind,
+                    [this] { binder_.RunWhenClosed([this] { form_.cboKind_Click(); }); });
         wxSizer& weekday = AddQuestion(*rows, form_.lblOrdinal, form_.cboOrdinal, AnyChange());
         AddField(weekday, form_.lblWeekday, form_.cboWeekday, AnyChange());
         wxSizer& first = AddQuestion(*rows, form_.lblDay, form_.txtDay, kNumberWidth);

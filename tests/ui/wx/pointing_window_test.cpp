@@ -1,4 +1,5 @@
 #include "parameter_dialog_support.h"
+#include "screenshot.h"
 #include "ui/wx/pointing/sheet_view.h"
 
 #include <gmock/gmock.h>
@@ -36,6 +37,22 @@ protected:
         });
     }
 };
+
+TEST_F(PointingWindowTest, HeadingsAndSamplesHaveTheirText)
+{
+    OpenSheet();
+    user_->MoveAway();
+    const auto file = At("screen.png");
+    CaptureScreen(file);
+    const wxPoint inColumn = PlaceOf("C1");
+    const wxRect view = OnMain([] { return View().GetScreenRect(); });
+    const wxRect heading(inColumn.x - 10, view.y + 2, 20, 14);
+    const wxRect sample(PlaceOf("C10") - wxPoint(10, 6), wxSize(20, 12));
+    for (const wxRect& place : {heading, sample}) {
+        const auto colours = OnMain([&] { return CountColours(file, 100, place); });
+        EXPECT_GT(colours, 5U) << "letters have many shades";
+    }
+}
 
 TEST_F(PointingWindowTest, AFieldTakesTheCellThatIsClicked)
 {

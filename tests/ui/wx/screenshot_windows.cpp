@@ -82,7 +82,7 @@ void CaptureScreen(const std::filesystem::path& file)
     Save({0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)}, file);
 }
 
-std::size_t CountColours(const std::filesystem::path& file, std::size_t most)
+std::size_t CountColours(const std::filesystem::path& file, std::size_t most, const wxRect& part)
 {
     const PictureLibrary library;
     gdi::Bitmap picture(file.c_str());
@@ -92,7 +92,9 @@ std::size_t CountColours(const std::filesystem::path& file, std::size_t most)
     wxBitmap bitmap;
     bitmap.InitFromHBITMAP(handle, static_cast<int>(picture.GetWidth()),
                            static_cast<int>(picture.GetHeight()), 24);
-    return bitmap.ConvertToImage().CountColours(static_cast<unsigned long>(most));
+    const wxImage image = bitmap.ConvertToImage();
+    return (part.IsEmpty() ? image : image.GetSubImage(part))
+        .CountColours(static_cast<unsigned long>(most));
 }
 
 } // namespace orrery::ui::wx

@@ -29,11 +29,13 @@ void CaptureScreen(const std::filesystem::path& file)
     Run("import -silent -window root", file);
 }
 
-std::size_t CountColours(const std::filesystem::path& file, std::size_t most)
+std::size_t CountColours(const std::filesystem::path& file, std::size_t most, const wxRect& part)
 {
     wxFFileInputStream bytes(file.string());
     wxImage image;
-    return wxPNGHandler().LoadFile(&image, bytes) ? image.CountColours(most) : 0;
+    if (!wxPNGHandler().LoadFile(&image, bytes))
+        return 0;
+    return (part.IsEmpty() ? image : image.GetSubImage(part)).CountColours(most);
 }
 
 } // namespace orrery::ui::wx

@@ -28,6 +28,10 @@ void SetDialogRole(wxWindow& dialog);
 /// Allows a drop-down list to be narrower than its longest entry, which is then cut off.
 void EllipsizeEntries(wxChoice& choice);
 
+/// The window's font under the name of its own family: graphics contexts draw nothing in a font
+/// whose name only stands for another.
+wxFont GraphicsFontOf(const wxWindow& window);
+
 /// Leaves room between the edge of a text box of several lines and its text.
 void PadText(wxTextCtrl& box);
 

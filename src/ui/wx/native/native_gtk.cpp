@@ -135,6 +135,11 @@ void EllipsizeEntries(wxChoice& choice)
         gtk_cell_view_set_fit_model(GTK_CELL_VIEW(shown), FALSE);
 }
 
+wxFont GraphicsFontOf(const wxWindow& window)
+{
+    return window.GetFont();
+}
+
 void PadText(wxTextCtrl& box)
 {
     constexpr int pixels = 4;

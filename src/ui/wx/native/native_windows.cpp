@@ -3,12 +3,15 @@
 #include "ui/wx/native/native.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <oleacc.h>
 #include <vector>
 #include <wx/bookctrl.h>
 #include <wx/checkbox.h>
 #include <wx/clntdata.h>
+#include <wx/dcscreen.h>
 
 namespace orrery::ui::wx {
 namespace {
@@ -152,6 +155,21 @@ void SetDialogRole(wxWindow& /*dialog*/) {}
 
 // A drop-down list already cuts off its entries.
 void EllipsizeEntries(wxChoice& /*choice*/) {}
+
+wxFont GraphicsFontOf(const wxWindow& window)
+{
+    wxFont font = window.GetFont();
+    wxScreenDC screen;
+    screen.SetFont(font);
+    std::vector<std::byte> metrics(::GetOutlineTextMetricsW(screen.GetHDC(), 0, nullptr));
+    auto* const outline = reinterpret_cast<OUTLINETEXTMETRICW*>(metrics.data());
+    if (metrics.empty() ||
+        ::GetOutlineTextMetricsW(screen.GetHDC(), static_cast<UINT>(metrics.size()), outline) == 0)
+        return font; // it has no outlines
+    const auto family = reinterpret_cast<std::uintptr_t>(outline->otmpFamilyName); // an offset
+    font.SetFaceName(reinterpret_cast<const wchar_t*>(metrics.data() + family));
+    return font;
+}
 
 void PadText(wxTextCtrl& /*box*/) {} // it is padded already
 

@@ -1,5 +1,6 @@
 #include "ui/wx/pointing/sheet_overlay.h"
 
+#include "ui/wx/native/native.h"
 #include "ui/wx/native/text.h"
 #include "ui/wx/pointing/mark_styles.h"
 
@@ -42,7 +43,8 @@ public:
     MarkDrawing(wxGraphicsContext& target, SheetGuide& guide, const SheetPlace& place,
                 const wxWindow& window)
         : target_(target), pointer_(guide.Pointer()), sheets_(guide.Sheets()),
-          layout_(sheets_.Picture()->Layout()), place_(place), window_(window)
+          layout_(sheets_.Picture()->Layout()), place_(place), window_(window),
+          face_(GraphicsFontOf(window).GetFaceName())
     {
     }
 
@@ -144,7 +146,7 @@ private:
         if (size < window_.FromDIP(kLeastSample))
             return;
         const wxFont font(wxFontInfo(wxSize(0, static_cast<int>(std::lround(size))))
-                              .FaceName(window_.GetFont().GetFaceName())
+                              .FaceName(face_)
                               .Bold(pointer_.Active() == field));
         target_.SetFont(font, ColorOf(field));
         extents_.clear();
@@ -215,6 +217,7 @@ private:
     const look::Layout& layout_;
     const SheetPlace& place_;
     const wxWindow& window_;
+    const wxString face_;
     std::vector<wxRect2DDouble> boxes_;  ///< of the marks
     std::map<wxString, wxSize> extents_; ///< of samples in the font of a field
 };
@@ -236,7 +239,7 @@ struct HeadingColors {
 class HeadingDrawing {
 public:
     HeadingDrawing(wxGraphicsContext& target, const wxWindow& window)
-        : target_(target), window_(window)
+        : target_(target), font_(GraphicsFontOf(window))
     {
     }
 
@@ -245,7 +248,7 @@ public:
         target_.SetPen(wxPen(colors_.line, 1));
         target_.SetBrush(wxBrush(isChosen ? colors_.chosen : colors_.face));
         target_.DrawRectangle(box.m_x, box.m_y, box.m_width, box.m_height);
-        target_.SetFont(window_.GetFont(), isChosen ? colors_.chosenText : colors_.text);
+        target_.SetFont(font_, isChosen ? colors_.chosenText : colors_.text);
         double width = 0;
         double height = 0;
         target_.GetTextExtent(text, &width, &height);
@@ -256,7 +259,7 @@ public:
 
 private:
     wxGraphicsContext& target_;
-    const wxWindow& window_;
+    const wxFont font_;
     HeadingColors colors_;
 };
 

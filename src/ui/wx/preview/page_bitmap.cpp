@@ -16,6 +16,7 @@ namespace orrery::ui::wx {
 namespace {
 
 constexpr double kGap = 16; // between papers, in pixels at 96 dpi
+constexpr unsigned char kExampleBrightness = 255;
 
 std::size_t PaperCount(const look::Layout& layout)
 {
@@ -78,7 +79,8 @@ void PaintPapers(look::SheetPicture& picture, wxGraphicsContext& target, Picture
     }
 }
 
-wxBitmap PapersBitmap(look::SheetPicture& picture, PictureCache& pictures, double scale)
+wxBitmap PapersBitmap(look::SheetPicture& picture, PictureCache& pictures, double scale,
+                      bool isExample)
 {
     const wxSize size = PapersSize(picture.Layout());
     wxBitmap bitmap(std::max(1, static_cast<int>(std::lround(size.x * scale))),
@@ -89,7 +91,8 @@ wxBitmap PapersBitmap(look::SheetPicture& picture, PictureCache& pictures, doubl
     const std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(memory));
     if (context)
         PaintPapers(picture, *context, pictures, scale);
-    return bitmap;
+    memory.SelectObject(wxNullBitmap);
+    return isExample ? bitmap.ConvertToDisabled(kExampleBrightness) : bitmap;
 }
 
 } // namespace orrery::ui::wx

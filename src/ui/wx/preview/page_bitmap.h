@@ -25,7 +25,8 @@ wxSize PapersSize(const look::Layout& layout);
 void PaintPapers(look::SheetPicture& picture, wxGraphicsContext& target, PictureCache& pictures,
                  double scale);
 
-/// The same as a bitmap.
-wxBitmap PapersBitmap(look::SheetPicture& picture, PictureCache& pictures, double scale);
+/// The same as a bitmap; an example is paler than a calendar's page.
+wxBitmap PapersBitmap(look::SheetPicture& picture, PictureCache& pictures, double scale,
+                      bool isExample);
 
 } // namespace orrery::ui::wx

@@ -77,7 +77,7 @@ bool PageStrip::PaintNext()
         const wxSize size = PapersSize(picture->Layout());
         const double scale = std::min(static_cast<double>(FromDIP(kSmallWidth)) / size.x,
                                       static_cast<double>(FromDIP(kSmallHeight)) / size.y);
-        small_[page] = PapersBitmap(*picture, pictures_, scale);
+        small_[page] = PapersBitmap(*picture, pictures_, scale, preview_.IsExample());
     }
     RefreshRect(wxRect(CalcScrolledPosition(PlaceOf(page).GetPosition()), PlaceOf(page).GetSize()));
     return true;

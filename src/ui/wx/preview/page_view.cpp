@@ -21,7 +21,6 @@ constexpr double kZoomStep = 1.2;
 constexpr int kPageMargin = 12; // around the page, in pixels at 96 dpi
 constexpr int kScrollStep = 24; // likewise
 constexpr double kMostBitmapPixels = 8e6;
-constexpr unsigned char kExampleBrightness = 255; // an example is paler than a page
 
 } // namespace
 
@@ -165,9 +164,7 @@ void PageView::MakeBitmap(look::SheetPicture& picture)
     bitmap_ = wxBitmap();
     if (static_cast<double>(size.x) * size.y > kMostBitmapPixels)
         return;
-    bitmap_ = PapersBitmap(picture, pictures_, Scale());
-    if (preview_.IsExample())
-        bitmap_ = bitmap_.ConvertToDisabled(kExampleBrightness);
+    bitmap_ = PapersBitmap(picture, pictures_, Scale(), preview_.IsExample());
     shown_ = Wanted();
 }
 

@@ -16,7 +16,7 @@
 //                                       the milliseconds that it takes to open
 #include "engines/engine_choice.h"
 #include "ui/parameter_form.h"
-#include "ui/wx/application.h"
+#include "ui/wx/main/application.h"
 
 #include <wx/app.h>
 #include <wx/button.h>

@@ -8,7 +8,7 @@ cmake --preset linux >/dev/null
 cmake --build --preset linux --target window_tests orrery
 export ORRERY_WALK_PICTURES=$PWD/build/linux/screenshots/light-100
 ctest --preset linux -R '^window\.(pictures-light-100|own_workbook)$'
-for name in main main-saved main-pdf walk-dropped walk-pages parameters-monthly parameters-yearly holidays tip about; do
+for name in main main-saved main-pdf walk-dropped walk-pages parameters-monthly parameters-yearly holidays own-day tip about; do
     convert "build/linux/screenshots/light-100/$name.png" -strip +dither -colors 256 -define png:compression-level=9 \
         "docs/images/window/$name.png"
 done

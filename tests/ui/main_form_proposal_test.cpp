@@ -1,4 +1,4 @@
-#include "ui/main_form.h"
+#include "ui/main/main_form.h"
 #include "ui/parameter_form.h"
 
 #include "engines/engine_choice.h"

@@ -2,7 +2,7 @@
 
 #include "engines/engine_choice.h"
 #include "ui/about_form.h"
-#include "ui/wx/application.h"
+#include "ui/wx/main/application.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/main_form.h"
+#include "ui/main/main_form.h"
 #include "ui/wx/wx_desktop.h"
 
 namespace orrery::ui::wx {

@@ -238,11 +238,16 @@ void Robot::Choose(const std::string& name, const std::string& entry)
     if (found == entries.end())
         throw std::logic_error(name + " has no entry " + entry + ".");
     const auto index = static_cast<int>(found - entries.begin());
-    const auto selection = [name] { return FindControlAs<wxChoice>(name).GetSelection(); };
-    const int before = OnMain(selection);
+    const int before = OnMain([name] { return FindControlAs<wxChoice>(name).GetSelection(); });
     ChooseByKeys(name, index);
+    const auto isUnchanged = [name, before] { // a choice may open another window
+        wxWindow* const front = FrontWindow();
+        const auto* const list = dynamic_cast<wxChoice*>(
+            front == nullptr ? nullptr : wxWindow::FindWindowByName(ToWx(name), front));
+        return list != nullptr && list->GetSelection() == before;
+    };
     // On a busy machine a key may get lost in a list that has just dropped.
-    if (before != index && OnMain(selection) == before)
+    if (before != index && OnMain(isUnchanged))
         ChooseByKeys(name, index);
 }
 

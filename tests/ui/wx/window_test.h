@@ -3,8 +3,8 @@
 #include "long_captions.h"
 #include "robot.h"
 #include "test_engines.h"
-#include "ui/main_form.h"
-#include "ui/wx/main_window.h"
+#include "ui/main/main_form.h"
+#include "ui/wx/main/main_window.h"
 #include "util/scratch_folder.h"
 
 #include <filesystem>

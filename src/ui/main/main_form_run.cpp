@@ -1,4 +1,4 @@
-#include "ui/main_form.h"
+#include "ui/main/main_form.h"
 #include "util/paths.h"
 
 #include <chrono>

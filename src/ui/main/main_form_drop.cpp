@@ -1,6 +1,6 @@
 #include "app/template_folder.h"
 #include "model/parameter_file.h"
-#include "ui/main_form.h"
+#include "ui/main/main_form.h"
 #include "util/error.h"
 #include "util/error_text.h"
 #include "util/file_read.h"

@@ -1,4 +1,4 @@
-#include "ui/wx/proposal_bar.h"
+#include "ui/wx/main/proposal_bar.h"
 
 #include "ui/wx/native/text.h"
 #include "ui/wx/widgets.h"

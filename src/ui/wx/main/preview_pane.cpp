@@ -1,9 +1,9 @@
-#include "ui/wx/preview_pane.h"
+#include "ui/wx/main/preview_pane.h"
 
+#include "ui/wx/main/proposal_bar.h"
 #include "ui/wx/native/native.h"
 #include "ui/wx/native/text.h"
 #include "ui/wx/preview/print_pages.h"
-#include "ui/wx/proposal_bar.h"
 #include "ui/wx/widgets.h"
 
 #include <wx/app.h>

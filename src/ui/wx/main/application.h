@@ -2,7 +2,7 @@
 
 #include "app/folders.h"
 #include "book/engines.h"
-#include "ui/main_form.h"
+#include "ui/main/main_form.h"
 #include "ui/wx/wx_desktop.h"
 
 #include <wx/app.h>

@@ -1,4 +1,4 @@
-#include "ui/main_form.h"
+#include "ui/main/main_form.h"
 
 #include "app/template_folder.h"
 #include "model/parameter_file.h"

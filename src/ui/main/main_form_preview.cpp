@@ -1,5 +1,5 @@
 #include "look/display/now.h"
-#include "ui/main_form.h"
+#include "ui/main/main_form.h"
 #include "util/paths.h"
 
 #include <ctime>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/main_form.h"
+#include "ui/main/main_form.h"
 #include "ui/wx/binding.h"
 
 #include <wx/sizer.h>

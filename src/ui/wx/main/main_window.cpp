@@ -1,9 +1,9 @@
-#include "ui/wx/main_window.h"
+#include "ui/wx/main/main_window.h"
 
+#include "ui/wx/main/preview_pane.h"
 #include "ui/wx/native/icons.h"
 #include "ui/wx/native/native.h"
 #include "ui/wx/native/text.h"
-#include "ui/wx/preview_pane.h"
 #include "ui/wx/widgets.h"
 #include "ui/wx/window_place.h"
 

@@ -1,6 +1,6 @@
-#include "ui/wx/application.h"
+#include "ui/wx/main/application.h"
 
-#include "ui/wx/main_window.h"
+#include "ui/wx/main/main_window.h"
 #include "ui/wx/native/text.h"
 #include "util/error_text.h"
 

@@ -176,7 +176,15 @@ class ScreenReader(unittest.TestCase):
         self.assertEqual(plain[:3], ["0101", "", "New Year's Day"])
         self.assertEqual([*words[:2], words[3]], ["New Year's Day", "1 January", "Public"])
         self.assertEqual(text_of(with_role(dialog, Role.TEXT)[1]), "New Year's Day: 1 January")
-        self.assertEqual(names(dialog, Role.PUSH_BUTTON), ["OK", "Cancel"])
+        self.assertEqual(names(dialog, Role.PUSH_BUTTON),
+                         ["OK", "Cancel", "Add Files...", "Add Day...", "Edit...", "Remove"])
+        press("alt+y")
+        day = self.program.active_window("Add Own Day")
+        self.assert_speaks(day)
+        self.assertEqual(fields(day),
+                         [(Role.TEXT, ["Name:"]), (Role.COMBO_BOX, ["Kind:"]),
+                          (Role.TEXT, ["Day:"]), (Role.COMBO_BOX, ["Month:"])])
+        self.assertIn("Next: Fri 1 January", " ".join(names(day, Role.LABEL)))
 
     def test_holidays_to_choose_from(self):
         self.program.start_work()

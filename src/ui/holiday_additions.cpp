@@ -97,6 +97,8 @@ std::vector<HolidayAdditions::File> HolidayAdditions::Files() const
     std::erase(added, holidays::kOwnDays);
     std::vector<File> files;
     for (app::AddableFile& file : app::FindAddableFiles(dialog_.holidayFolder)) {
+        if (file.name == holidays::kOwnDays)
+            file.name += " (file)"; // it must not take the place of the calendar's own days
         const bool isAdded = std::erase(added, file.name) > 0;
         files.push_back({std::move(file), isAdded});
     }

@@ -169,6 +169,16 @@ TEST_F(HolidayAdditionsTest, FilesAreAddedAndTakenAway)
     EXPECT_EQ(Additions().Files().size(), 1U);
 }
 
+TEST_F(HolidayAdditionsTest, AFileNamedLikeTheOwnDaysLeavesThemAlone)
+{
+    Write("holiday/own/Own days.txt", "0303,DAY,Feast\n");
+    Add("Ben", "30", 8);
+    Choose("Own days (file)");
+    EXPECT_THAT(Names(), ElementsAre("Mine", "Ben", "Feast"));
+    Choose("Own days (file)");
+    EXPECT_THAT(Names(), ElementsAre("Mine", "Ben"));
+}
+
 TEST_F(HolidayAdditionsTest, AFileWithoutHolidaysIsNotAdded)
 {
     Write("holiday/own/Empty.txt", "nothing here\n");

@@ -99,8 +99,7 @@ wxCheckBox* AddCheckBox(wxWindow& parent, Binder& binder, CheckBox& state, Handl
 
 wxChoice* AddChoice(wxWindow& parent, Binder& binder, ComboBox& state, int width, Handler onClick)
 {
-    auto* const choice = new wxChoice(&parent, wxID_ANY);
-    EllipsizeEntries(*choice);
+    wxChoice* const choice = NewDropDownList(parent);
     // Measured with one entry: an empty list is lower, and with all entries the toolkit would
     // measure each.
     choice->Append("Ag");

@@ -237,27 +237,11 @@ void Robot::Choose(const std::string& name, const std::string& entry)
     const auto found = std::find(entries.begin(), entries.end(), entry);
     if (found == entries.end())
         throw std::logic_error(name + " has no entry " + entry + ".");
-    const auto index = static_cast<int>(found - entries.begin());
-    const int before = OnMain([name] { return FindControlAs<wxChoice>(name).GetSelection(); });
-    ChooseByKeys(name, index);
-    const auto isUnchanged = [name, before] { // a choice may open another window
-        wxWindow* const front = FrontWindow();
-        const auto* const list = dynamic_cast<wxChoice*>(
-            front == nullptr ? nullptr : wxWindow::FindWindowByName(ToWx(name), front));
-        return list != nullptr && list->GetSelection() == before;
-    };
-    // On a busy machine a key may get lost in a list that has just dropped.
-    if (before != index && OnMain(isUnchanged))
-        ChooseByKeys(name, index);
-}
-
-void Robot::ChooseByKeys(const std::string& name, int index)
-{
     Click(name);
     if (!OnMain([name] { return IsDropped(FindControlAs<wxChoice>(name)); }))
         Click(name);
     Key(WXK_HOME);
-    for (int above = 0; above < index; ++above)
+    for (auto above = entries.begin(); above != found; ++above)
         Key(WXK_DOWN);
     Key(WXK_RETURN);
 }

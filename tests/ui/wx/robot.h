@@ -60,8 +60,6 @@ public:
     std::vector<std::string> RowsOf(const std::string& name) const;
 
 private:
-    /// Drops the list and goes down to an entry.
-    void ChooseByKeys(const std::string& name, int index);
     void PressAt(const wxPoint& screenPosition, int button);
     void MoveTo(const wxPoint& screenPosition);
 

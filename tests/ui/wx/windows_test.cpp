@@ -177,6 +177,20 @@ std::set<COLORREF> ColoursOn(const wxRect& place)
     return colours;
 }
 
+TEST_F(WindowsTest, AnOpenListStaysOpenWhenTheWindowIsLaidOut)
+{
+    Start();
+    const auto isOpen = [] {
+        const HWND list = FindControl("cboTemplateFile").GetHWND();
+        return ::SendMessageW(list, CB_GETDROPPEDSTATE, 0, 0) != FALSE;
+    };
+    user_->Click("cboTemplateFile");
+    ASSERT_TRUE(OnMain(isOpen));
+    OnMain([this] { program_->window->Layout(); }); // as when a proposal appears beside it
+    EXPECT_TRUE(OnMain(isOpen));
+    user_->Key(WXK_ESCAPE);
+}
+
 TEST_F(WindowsTest, CancelIsDrawnWhileARunWaits)
 {
     Start();

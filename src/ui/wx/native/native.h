@@ -25,8 +25,9 @@ void SetAccessibleName(wxWindow& control, const wxString& name);
 /// Makes screen readers read the whole dialog when it opens.
 void SetDialogRole(wxWindow& dialog);
 
-/// Allows a drop-down list to be narrower than its longest entry, which is then cut off.
-void EllipsizeEntries(wxChoice& choice);
+/// A drop-down list that may be narrower than its longest entry, which is then cut off, and that
+/// stays open when a layout leaves it in its place.
+wxChoice* NewDropDownList(wxWindow& parent);
 
 /// The window's font under the name of its own family: graphics contexts draw nothing in a font
 /// whose name only stands for another.

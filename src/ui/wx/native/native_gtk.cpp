@@ -123,16 +123,18 @@ void SetDialogRole(wxWindow& dialog)
     atk_object_set_role(gtk_widget_get_accessible(dialog.GetHandle()), ATK_ROLE_DIALOG);
 }
 
-void EllipsizeEntries(wxChoice& choice)
+wxChoice* NewDropDownList(wxWindow& parent)
 {
-    GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(choice.GetHandle()));
+    auto* const list = new wxChoice(&parent, wxID_ANY);
+    GList* const cells = gtk_cell_layout_get_cells(GTK_CELL_LAYOUT(list->GetHandle()));
     for (const GList* cell = cells; cell != nullptr; cell = cell->next)
         g_object_set(cell->data, "ellipsize", PANGO_ELLIPSIZE_END, nullptr);
     g_list_free(cells);
     // Also saves measuring every entry, which takes long for hundreds of them.
-    GtkWidget* const shown = gtk_bin_get_child(GTK_BIN(choice.GetHandle()));
+    GtkWidget* const shown = gtk_bin_get_child(GTK_BIN(list->GetHandle()));
     if (GTK_IS_CELL_VIEW(shown))
         gtk_cell_view_set_fit_model(GTK_CELL_VIEW(shown), FALSE);
+    return list;
 }
 
 wxFont GraphicsFontOf(const wxWindow& window)

@@ -7,9 +7,11 @@
 #include <cstdint>
 #include <memory>
 #include <oleacc.h>
+#include <utility>
 #include <vector>
 #include <wx/bookctrl.h>
 #include <wx/checkbox.h>
+#include <wx/choice.h>
 #include <wx/clntdata.h>
 #include <wx/dcscreen.h>
 
@@ -29,6 +31,33 @@ AccessibleNames OpenAccessibleNames()
                        &services);
     return AccessibleNames(static_cast<IAccPropServices*>(services));
 }
+
+/// Windows closes a list that is placed or given a height, and the toolkit does both in every
+/// layout.
+class DropDownList : public wxChoice {
+public:
+    explicit DropDownList(wxWindow& parent) : wxChoice(&parent, wxID_ANY) {}
+
+protected:
+    void DoSetSize(int x, int y, int width, int height, int flags) override
+    {
+        const wxRect place(x, y, width, height);
+        if (place == place_) // not GetRect(): the control may be lower than its place
+            return;
+        place_ = place;
+        isPlaced_ = true;
+        wxChoice::DoSetSize(x, y, width, height, flags);
+    }
+    void MSWEndDeferWindowPos() override
+    {
+        if (std::exchange(isPlaced_, false))
+            wxChoice::MSWEndDeferWindowPos();
+    }
+
+private:
+    wxRect place_;
+    bool isPlaced_ = false;
+};
 
 /// The key code of the letter after "&", or 0.
 int MnemonicOf(const wxControl& control)
@@ -153,8 +182,10 @@ void SetAccessibleName(wxWindow& control, const wxString& name)
 // Screen readers recognise the system's own dialogs.
 void SetDialogRole(wxWindow& /*dialog*/) {}
 
-// A drop-down list already cuts off its entries.
-void EllipsizeEntries(wxChoice& /*choice*/) {}
+wxChoice* NewDropDownList(wxWindow& parent)
+{
+    return new DropDownList(parent);
+}
 
 wxFont GraphicsFontOf(const wxWindow& window)
 {

@@ -2,6 +2,7 @@
 
 #include "holidays/files/holiday_readers.h"
 #include "holidays/language/list_files.h"
+#include "ui/line_problems.h"
 #include "ui/own_day_form.h"
 #include "util/paths.h"
 
@@ -110,12 +111,14 @@ std::vector<HolidayAdditions::File> HolidayAdditions::Files() const
 void HolidayAdditions::ToggleFile(const File& file)
 {
     holidays::HolidayList rules;
+    std::string unread;
     if (!file.isAdded) {
-        holidays::ReadHolidayFile(util::ToPath(file.file.path), rules);
+        unread = SummarizeProblems(holidays::ReadHolidayFile(util::ToPath(file.file.path), rules));
         if (holidays::RulesOf(rules).rules.empty())
             return dialog_.desktop.ShowMessage(file.file.path +
                                                " has no holidays, or cannot be read.");
     }
+    dialog_.lblProblems.ShowText(unread.empty() ? "" : file.file.name + ": " + unread);
     Take(PutFurtherFile(dialog_.list, file.file.name, rules));
 }
 

@@ -24,6 +24,7 @@ public:
         std::string holidayFolder;   ///< ends in a separator
         std::optional<int> year;     ///< of the calendar
         Desktop& desktop;
+        Label& lblProblems;             ///< lines of the file that was read last that are not read
         std::function<void()> onChange; ///< the list is another one: show it
     };
     explicit HolidayAdditions(Dialog dialog);

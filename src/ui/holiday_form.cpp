@@ -38,9 +38,10 @@ HolidayForm::HolidayForm(CalendarKind calendarKind, app::TemplateLocation locati
                          Desktop& desktop, std::function<void()> onChanged)
     : Form("frmHoliday", "Holiday", "holidays"), tabStops(TabStops({8, 10})),
       rules(edited.choice, year), additions({shown_, rules, location.holidayFolder, year, desktop,
-                                             [this] { ShowOwnChange(); }}),
+                                             lblProblems, [this] { ShowOwnChange(); }}),
       calendarKind_(calendarKind), location_(std::move(location)),
-      templateHasFile_(templateHasFile), edited_(edited), onChanged_(std::move(onChanged))
+      templateHasFile_(templateHasFile), edited_(edited), desktop_(desktop),
+      onChanged_(std::move(onChanged))
 {
     Form_Load();
 }
@@ -79,7 +80,14 @@ void HolidayForm::cboHolidayFile_Click()
 {
     if (!cboHolidayFile.HasSelection() || !cboHolidayFile.changed)
         return;
-    lblProblems.ShowText(SummarizeProblems(ReadChosenFile()));
+    if (!ReadChosenFile()) {
+        desktop_.ShowMessage("The list has no room for " + ChosenFile() +
+                             " beside the days and files that were added. Remove some first.");
+        cboHolidayFile.selected = shownEntry_;
+        cboHolidayFile.changed = shownEntry_ >= 0;
+        return;
+    }
+    shownEntry_ = cboHolidayFile.selected;
     ShowHolidays();
     if (IsTemplateChosen() && HasCalendar())
         rules.Show(holidays::RulesOf(shown_), ReadTemplateChoice());
@@ -91,6 +99,11 @@ void HolidayForm::cboHolidayFile_Click()
 bool HolidayForm::IsTemplateChosen() const
 {
     return templateHasFile_ && cboHolidayFile.selected == 0;
+}
+
+const std::string& HolidayForm::ChosenFile() const
+{
+    return cboHolidayFile.entries[static_cast<std::size_t>(cboHolidayFile.selected)];
 }
 
 std::filesystem::path HolidayForm::TemplatesFile() const
@@ -107,19 +120,21 @@ holidays::HolidayChoice HolidayForm::ReadTemplateChoice() const
                                                   : saved.Yearly.ShownHolidays;
 }
 
-std::vector<holidays::LineProblem> HolidayForm::ReadChosenFile()
+bool HolidayForm::ReadChosenFile()
 {
-    if (IsTemplateChosen())
-        return HasCalendar()
-                   ? holidays::ReadTemplateHolidays(calendarKind_, TemplatesFile(), shown_)
-                   : std::vector<holidays::LineProblem>();
-    const auto entry = static_cast<std::size_t>(cboHolidayFile.selected);
-    const std::string file = location_.holidayFolder + cboHolidayFile.entries[entry];
+    if (IsTemplateChosen()) {
+        lblProblems.ShowText(HasCalendar() ? SummarizeProblems(holidays::ReadTemplateHolidays(
+                                                 calendarKind_, TemplatesFile(), shown_))
+                                           : "");
+        return true;
+    }
     holidays::HolidayList chosen;
-    auto problems = holidays::ReadHolidayFile(util::ToPath(file), chosen);
+    const auto problems =
+        holidays::ReadHolidayFile(util::ToPath(location_.holidayFolder + ChosenFile()), chosen);
     if (!holidays::PutFirstFile(shown_, chosen))
-        shown_ = std::move(chosen); // there is no room for further files
-    return problems;
+        return false;
+    lblProblems.ShowText(SummarizeProblems(problems));
+    return true;
 }
 
 void HolidayForm::ShowOwnChange()

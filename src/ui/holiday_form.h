@@ -47,7 +47,7 @@ public:
     ListBox lstHoliday{"lstHoliday"};
     /// Tab stops of `lstHoliday`, in quarters of a character's width.
     const std::vector<int> tabStops;
-    Label lblProblems{"lblProblems"}; ///< lines of the chosen file that are not read
+    Label lblProblems{"lblProblems"}; ///< lines of the file that was read last that are not read
     Button cmdOK{"cmdOK", "&OK"};
     Button cmdCancel{"cmdCancel", "&Cancel"};
     HolidayRules rules;
@@ -57,20 +57,23 @@ private:
     void Form_Load();
     bool HasCalendar() const;
     bool IsTemplateChosen() const;
+    const std::string& ChosenFile() const;       ///< its name
     std::filesystem::path TemplatesFile() const; ///< its parameters
     /// The region, kinds and language that are saved for the calendar.
     holidays::HolidayChoice ReadTemplateChoice() const;
     void ShowOwnChange();
-    /// Reads the chosen file into the shown list, whose further files stay if it is no template's;
-    /// returns its lines that are not read.
-    std::vector<holidays::LineProblem> ReadChosenFile();
+    /// Reads the chosen file into the shown list, whose further files stay if it is no template's.
+    /// False, without a change, if the list has no room for it.
+    bool ReadChosenFile();
 
     const holidays::CalendarKind calendarKind_;
     const app::TemplateLocation location_;
     const bool templateHasFile_;
     EditedHolidays edited_;
+    Desktop& desktop_;
     std::function<void()> onChanged_;
     holidays::HolidayList shown_;
+    int shownEntry_ = -1; ///< of `cboHolidayFile`
 };
 
 } // namespace orrery::ui

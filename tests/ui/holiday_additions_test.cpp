@@ -203,6 +203,38 @@ TEST_F(HolidayAdditionsTest, AFullListSaysSo)
     EXPECT_EQ(form_->lstHoliday.lines.size(), 1025U);
 }
 
+TEST_F(HolidayAdditionsTest, UnreadLinesOfAnAddedFileAreTold)
+{
+    Write("holiday/own/Choir.txt", "0104,DAY,Concert\n0230,DAY,Rehearsal\n");
+    Choose("Choir");
+    EXPECT_EQ(
+        form_->lblProblems.caption,
+        "Choir: Line 2: The date \"0230\" does not exist. Write the month and the day, such as "
+        "1225.");
+    Choose("Club");
+    EXPECT_EQ(form_->lblProblems.caption, "");
+}
+
+TEST_F(HolidayAdditionsTest, AFileThatHasNoRoomLeavesTheListAsItIs)
+{
+    std::string rules;
+    for (int i = 0; i < holidays::HolidayList::kCapacity - 1; ++i)
+        rules += "0101,DAY,x\n";
+    Write("holiday/Land.txt", rules);
+    Choose("Club");
+    form_->cboHolidayFile.Select(0);
+    form_->cboHolidayFile_Click();
+    EXPECT_EQ(desktop_.TakeCalls().back(),
+              "ShowMessage: The list has no room for Land.txt beside the days and files that were "
+              "added. Remove some first.");
+    EXPECT_THAT(Names(), ElementsAre("Mine", "Party", "Match"));
+    EXPECT_FALSE(form_->cboHolidayFile.HasSelection());
+    Choose("Club");
+    form_->cboHolidayFile.Select(0);
+    form_->cboHolidayFile_Click();
+    EXPECT_EQ(form_->lstHoliday.lines.size(), 1024U);
+}
+
 TEST_F(HolidayAdditionsTest, OwnDaysAreKeptForOtherTemplates)
 {
     EXPECT_FALSE(Additions().HasOwnDays());

@@ -5,9 +5,9 @@
 - The program understands every line, and every file names its country, its law and its date.
 - A reader of the three plain kinds (holiday_rules.py) finds no line that ends its reading, gives no
   day twice, and from 2027 on shows only holidays.
-- The program gives the days that laws and gazettes name (law_days.py).
+- The program gives the days that laws and gazettes name (places).
 - From 2024 to 2030 the program's days are those of the npm package date-holidays, but for those
-  listed here with a reason.
+  that places lists with a reason.
 
 ORRERY_CLI is the program.
 """
@@ -21,7 +21,7 @@ from dataclasses import dataclass
 from pathlib import Path
 
 from holiday_rules import HolidayFile, read_holiday_file
-from law_days import LAW_DAYS
+from places import DIFFERENCES, LAW_DAYS
 
 YEARS = range(2024, 2031)
 ALL_YEARS = range(2000, 2051)
@@ -31,61 +31,6 @@ WORDS = ("Country", "Source", "Checked", "Public")
 
 # What date-holidays calls the file's country; otherwise it is the "# Country:".
 PLACES = {"EnglandAndWales": "GB-ENG", "NorthernIreland": "GB-NIR", "Scotland": "GB-SCT"}
-
-# Days that only one of the two has, by name; "" is any day of that country.
-DIFFERENCES = {
-    ("Australia", "Easter Saturday"): "not in every state",
-    ("Australia", "Easter Sunday"): "not in every state",
-    ("Australia", "Australia Day"): "the source has only the Monday kept in its place",
-    ("Brazil", "Dia de Eleição"): "a Sunday of voting",
-    ("Bulgaria", ""): "the source has no substitutes and a Christmas of one day; see law_days.py",
-    ("Canada", ""): "the source has what all provinces share, the file what federal places have",
-    ("RepublicaArgentina", "Día del Respeto a la Diversidad Cultural"): "10 October 2025: Decreto 614/2025",
-    ("Chile", "Sábado Santo"): "Ley 2.977",
-    ("Chile", "Pascua"): "a Sunday that the law does not name",
-    ("China", ""): "the source has neither substitutes nor the notices; see law_days.py",
-    ("Colombia", "Pascua"): "a Sunday that Ley 51 de 1983 does not name",
-    ("Egypt", ""): "the source has other lengths of the feasts and no moves; see law_days.py",
-    ("Finland", "Juhannusaatto"): "no workday by vuosilomalaki § 4",
-    ("Finland", "Jouluaatto"): "no workday by vuosilomalaki § 4",
-    ("Greece", "Εργατική Πρωτομαγιά"): "moved to 7 May 2024 by the minister",
-    ("Iceland", "Sumardagurinn fyrsti"): "the Thursday from 19 to 25 April",
-    ("Iceland", "Aðfangadagur"): "half a day",
-    ("Iceland", "Gamlársdagur"): "half a day",
-    ("India", ""): "the source has fixed days and Good Friday only; see law_days.py",
-    ("Indonesia", ""): "the source has neither decided dates nor elections; see law_days.py",
-    ("Latvia", "Mātes diena"): "1. pants names it",
-    ("Latvia", "Vasarsvētki"): "1. pants names it",
-    ("Lithuania", "Motinos diena"): "Darbo kodeksas 123 str. names it",
-    ("Lithuania", "Tėvo diena"): "Darbo kodeksas 123 str. names it",
-    ("Malaysia", ""): "the source lacks substitutes and announced dates; see law_days.py",
-    ("Mexico", "Transmisión del Poder Ejecutivo Federal"): "on 1 October by Constitución art. 83",
-    ("Netherlands", "Goede Vrijdag"): "Algemene termijnenwet art. 3 para. 2",
-    ("Netherlands", "Bevrijdingsdag"): "Algemene termijnenwet art. 3 para. 1",
-    ("Russia", ""): "the source has no days off that are moved; see law_days.py",
-    ("Philippines", ""): "the source has neither proclamations nor special days; see law_days.py",
-    ("SaudiArabia", "اليوم الوطني (يوم تعويضي)"): "the day of rest in place of a weekend",
-    ("SaudiArabia", "يوم التأسيس (يوم تعويضي)"): "the day of rest in place of a weekend",
-    ("Scotland", "Scotland at the FIFA World Cup"): "proclamation of February 2026",
-    ("Serbia", ""): "the source moves days from a Sunday that stay by law; see law_days.py",
-    ("Singapore", "Deepavali"): "as gazetted; later by the dawn at Singapore",
-    ("Singapore", "Deepavali (estimated)"): "the same",
-    ("Singapore", "Hari Raya Haji"): "the source lacks the gazetted date of 2027",
-    ("Singapore", "Hari Raya Puasa"): "the source lacks the gazetted date of 2027",
-    ("Singapore", "Polling Day"): "Parliamentary Elections Act 1954",
-    ("Singapore", "Vesak Day"): "the source ends with 2026",
-    ("Singapore", "Vesak Day (observed)"): "the same",
-    ("Slovakia", "Deň víťazstva nad fašizmom"): "a workday in 2026 only",
-    ("Slovakia", "Sedembolestná Panna Mária"): "a workday in 2026 only",
-    ("SouthKorea", ""): "the source has no day before New Year and no elections; see law_days.py",
-    ("Turkey", "Ramazan Bayramı"): "three days and half a day",
-    ("Turkey", "Kurban Bayramı"): "four days and half a day",
-    ("Ukraine", ""): "the source lacks the acts of 2022 and 2023; see law_days.py",
-    ("Thailand", ""): "the source has neither substitutes nor special days; see law_days.py",
-    ("UnitedArabEmirates", ""): "the source has days of no law and lacks others; see law_days.py",
-    ("UnitedStates", "Veterans Day (observed)"): "5 U.S.C. 6103(b) is for all of the days",
-    ("Vietnam", ""): "the source has no substitutes and one day for Quốc khánh; see law_days.py",
-}
 
 # Plain rules that an older program shows on a day that is no holiday, as it does today.
 PLAIN_ELSEWHERE = {

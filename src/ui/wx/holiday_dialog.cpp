@@ -112,10 +112,10 @@ private:
         auto* const choices = new wxBoxSizer(wxHORIZONTAL);
         choices->Add(BuildChoice(rules_.lblRegion, rules_.cboRegion, kChoiceWidth,
                                  [this] { rules_.cboRegion_Click(); }),
-                     wxSizerFlags(1));
+                     wxSizerFlags(1).DoubleBorder(wxRIGHT));
         choices->Add(BuildChoice(rules_.lblLanguage, rules_.cboLanguage, kChoiceWidth,
                                  [this] { rules_.cboLanguage_Click(); }),
-                     wxSizerFlags(1).DoubleBorder(wxLEFT));
+                     wxSizerFlags(1));
         column->Add(choices, row);
         column->Add(BuildKinds(), row);
         column->Add(AddLabel(*dialog_, binder_, rules_.lblRules), row);

@@ -85,7 +85,8 @@ private:
     wxWindow* Make(TextBox& field, int width)
     {
         wxTextCtrl* const box = AddTextBox(*dialog_, binder_, field, AnyChange());
-        box->SetMinSize(wxSize(dialog_->ConvertDialogToPixels(wxSize(width, 0)).x, wxDefaultCoord));
+        box->SetMinSize(
+            wxSize(dialog_->ConvertDialogToPixels(wxSize(width, 0)).x, box->GetMinHeight()));
         return box;
     }
 

@@ -86,6 +86,7 @@ wxStaticText* AddNote(wxWindow& parent, Binder& binder, Label& state, long style
 wxTextCtrl* AddTextBox(wxWindow& parent, Binder& binder, TextBox& state, Handler onType)
 {
     auto* const box = new wxTextCtrl(&parent, wxID_ANY, ToWx(state.text));
+    FitHeight(*box);
     binder.Bind(state, *box, std::move(onType));
     return box;
 }

@@ -8,6 +8,7 @@
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/stattext.h>
+#include <wx/textctrl.h>
 
 namespace orrery::ui::wx {
 namespace {
@@ -51,10 +52,13 @@ void ForEachVisible(wxWindow& window, const std::function<void(wxWindow&)>& visi
 
 bool IsClipped(const wxWindow& control)
 {
-    if (dynamic_cast<const wxChoice*>(&control) != nullptr) {
-        constexpr int frame = 8; // the least that a list draws above and below its text
-        return control.GetCharHeight() + frame > control.GetSize().y;
-    }
+    // The least that is drawn above and below the text.
+    constexpr int listFrame = 8;
+    constexpr int boxFrame = 6;
+    if (dynamic_cast<const wxChoice*>(&control) != nullptr)
+        return control.GetCharHeight() + listFrame > control.GetSize().y;
+    if (dynamic_cast<const wxTextCtrl*>(&control) != nullptr)
+        return control.GetCharHeight() + boxFrame > control.GetSize().y;
     const wxSize needed = control.GetBestSize();
     const wxSize given = control.GetSize() + wxSize(kTolerance, kTolerance);
     return HasCaption(control) && !MayBeCut(control) &&

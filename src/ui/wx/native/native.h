@@ -33,6 +33,9 @@ wxChoice* NewDropDownList(wxWindow& parent);
 /// whose name only stands for another.
 wxFont GraphicsFontOf(const wxWindow& window);
 
+/// Makes a text box of one line as high as its theme draws it: the toolkit may leave out the frame.
+void FitHeight(wxTextCtrl& box);
+
 /// Leaves room between the edge of a text box of several lines and its text.
 void PadText(wxTextCtrl& box);
 

@@ -142,6 +142,13 @@ wxFont GraphicsFontOf(const wxWindow& window)
     return window.GetFont();
 }
 
+void FitHeight(wxTextCtrl& box)
+{
+    int height = 0;
+    gtk_widget_get_preferred_height(box.GetHandle(), &height, nullptr);
+    box.SetMinSize(wxSize(box.GetMinWidth(), height));
+}
+
 void PadText(wxTextCtrl& box)
 {
     constexpr int pixels = 4;

@@ -202,6 +202,8 @@ wxFont GraphicsFontOf(const wxWindow& window)
     return font;
 }
 
+void FitHeight(wxTextCtrl& /*box*/) {} // the toolkit knows it
+
 void PadText(wxTextCtrl& /*box*/) {} // it is padded already
 
 void FitArrows(wxSpinButton& arrows, const wxWindow& box)

@@ -1,9 +1,8 @@
 #include "cli/json.h"
 
+#include "util/decimal_digits.h"
 #include "util/text.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 
 namespace orrery::cli {
@@ -136,13 +135,9 @@ JsonWriter& JsonWriter::Decimal(double value)
     if (!std::isfinite(value))
         return Null();
     Separate();
-    std::array<char, 64> digits{};
     const bool isLarge = std::abs(value) > kLargest;
     const double rounded = isLarge ? value : std::round(value * 1000) / 1000;
-    const auto end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), rounded == 0 ? 0.0 : rounded)
-            .ptr;
-    text_.append(digits.data(), end);
+    text_ += util::ShortestText(rounded == 0 ? 0.0 : rounded);
     return *this;
 }
 

@@ -1,8 +1,8 @@
 #include "look/chart/chart_values.h"
 
+#include "util/decimal_digits.h"
+
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 
 namespace orrery::look {
@@ -24,17 +24,13 @@ std::string ShortNumber(double number)
     constexpr int kDigits = 10;
     constexpr double kLargestPlain = 1e11;
     constexpr double kSmallestPlain = 1e-9;
-    std::array<char, 64> text{};
     const double size = std::abs(number);
     const bool isPlain = size == 0 || (size < kLargestPlain && size >= kSmallestPlain);
     // A value of 1e-9 keeps one digit, one of 1e10 no decimals.
     const int decimals =
         size < 1 ? kDigits : std::max(0, kDigits - 1 - static_cast<int>(std::log10(size)));
-    const auto [end, error] = isPlain ? std::to_chars(text.data(), text.data() + text.size(),
-                                                      number, std::chars_format::fixed, decimals)
-                                      : std::to_chars(text.data(), text.data() + text.size(),
-                                                      number, std::chars_format::scientific, 4);
-    std::string result(text.data(), error == std::errc() ? end : text.data());
+    std::string result = isPlain ? util::DecimalText(number, decimals)
+                                 : ScientificText(util::RoundToDigits(number, 5));
     if (isPlain && result.find('.') != result.npos) {
         result.erase(result.find_last_not_of('0') + 1);
         if (result.back() == '.')

@@ -1,20 +1,12 @@
 #include "look/layout/fit_number.h"
 
+#include "util/decimal_digits.h"
+
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 
 namespace orrery::look {
 namespace {
-
-std::string Format(double number, std::chars_format form, int decimals)
-{
-    std::array<char, 64> buffer{};
-    const auto end =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, form, decimals);
-    return end.ec == std::errc() ? std::string(buffer.data(), end.ptr) : std::string();
-}
 
 void DropZerosAtEnd(std::string& text)
 {
@@ -27,7 +19,7 @@ void DropZerosAtEnd(std::string& text)
 
 std::string Fixed(double number, int decimals)
 {
-    std::string text = Format(number, std::chars_format::fixed, decimals);
+    std::string text = util::DecimalText(number, decimals);
     DropZerosAtEnd(text);
     return text == "-0" ? "0" : text;
 }
@@ -35,7 +27,7 @@ std::string Fixed(double number, int decimals)
 /// "1.2E+09"
 std::string Scientific(double number, int decimals)
 {
-    std::string text = Format(number, std::chars_format::scientific, decimals);
+    std::string text = ScientificText(util::RoundToDigits(number, decimals + 1));
     const std::size_t power = text.find('e');
     if (power == std::string::npos)
         return text;

@@ -1,9 +1,8 @@
 #include "look/number_format/decimal.h"
 
-#include <array>
-#include <charconv>
-#include <cmath>
-#include <string_view>
+#include "util/decimal_digits.h"
+
+#include <utility>
 
 namespace orrery::look {
 namespace {
@@ -79,22 +78,8 @@ char Decimal::FractionDigit(int place) const
 
 Decimal ToDecimal(double number)
 {
-    std::array<char, 40> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::abs(number),
-                                   std::chars_format::scientific, kSignificantDigits - 1)
-                         .ptr;
-    const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
-    const auto mark = text.find('e');
-    Decimal decimal;
-    for (const char symbol : text.substr(0, mark)) {
-        if (symbol != '.') {
-            decimal.digits.push_back(symbol);
-        }
-    }
-    const bool isSmall = text[mark + 1] == '-';
-    int exponent = 0;
-    std::from_chars(text.data() + mark + 2, text.data() + text.size(), exponent);
-    decimal.point = (isSmall ? -exponent : exponent) + 1;
+    util::Digits rounded = util::RoundToDigits(number, kSignificantDigits);
+    Decimal decimal{std::move(rounded.digits), rounded.exponent + 1};
     DropLastZeros(decimal);
     return decimal;
 }

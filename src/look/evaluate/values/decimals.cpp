@@ -1,6 +1,7 @@
 #include "look/evaluate/values/decimals.h"
 
-#include <array>
+#include "util/decimal_digits.h"
+
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -10,33 +11,6 @@ namespace {
 
 constexpr int kDigits = 15;
 constexpr double kNear = 1.0 / (1LL << 48);
-
-/// A number as fifteen digits d.ddd times 10^exponent.
-struct Decimal {
-    bool isNegative = false;
-    std::string digits;
-    int exponent = 0;
-};
-
-Decimal ToDecimal(double number)
-{
-    std::array<char, 64> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
-                                   std::chars_format::scientific, kDigits - 1);
-    const std::string_view text(buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data()));
-    Decimal decimal;
-    decimal.isNegative = text.starts_with('-');
-    const std::size_t mark = text.find('e');
-    for (const char byte : text.substr(0, mark)) {
-        if (byte >= '0' && byte <= '9')
-            decimal.digits += byte;
-    }
-    std::string_view exponent = text.substr(mark + 1);
-    if (exponent.starts_with('+'))
-        exponent.remove_prefix(1);
-    std::from_chars(exponent.data(), exponent.data() + exponent.size(), decimal.exponent);
-    return decimal;
-}
 
 double FromDigits(const std::string& digits, int exponent, bool isNegative)
 {
@@ -73,7 +47,7 @@ double RoundDecimals(double number, double decimals, Rounding rounding)
 {
     if (number == 0 || !std::isfinite(number) || decimals > 400)
         return number;
-    const Decimal decimal = ToDecimal(number);
+    const util::Digits decimal = util::RoundToDigits(number, kDigits);
     const int places = static_cast<int>(std::trunc(std::fmax(decimals, -400)));
     const int kept = decimal.exponent + 1 + places;
     if (kept >= kDigits)
@@ -90,7 +64,7 @@ std::string GeneralText(double number)
 {
     if (number == 0 || !std::isfinite(number))
         return "0";
-    Decimal decimal = ToDecimal(number);
+    util::Digits decimal = util::RoundToDigits(number, kDigits);
     std::string& digits = decimal.digits;
     digits.erase(digits.find_last_not_of('0') + 1);
     const int count = static_cast<int>(digits.size());

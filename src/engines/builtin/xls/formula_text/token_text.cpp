@@ -2,9 +2,8 @@
 
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/records/unicode_string.h"
+#include "util/decimal_digits.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <utility>
 
@@ -95,11 +94,8 @@ std::optional<std::string> NumberText(double number)
         return std::nullopt;
     const double size = std::abs(number);
     const bool isPlain = number == 0 || (size >= kLeastPlain && size < kMostPlain);
-    std::array<char, 64> buffer{};
-    const auto end =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
-                      isPlain ? std::chars_format::fixed : std::chars_format::scientific);
-    std::string text(buffer.data(), end.ptr);
+    const util::Digits digits = util::ShortestDigits(number);
+    std::string text = isPlain ? PlainText(digits) : ScientificText(digits);
     const std::size_t exponent = text.find('e');
     if (exponent != text.npos) {
         text[exponent] = 'E';

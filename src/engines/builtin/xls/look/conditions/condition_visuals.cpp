@@ -1,8 +1,9 @@
 #include "engines/builtin/xls/look/conditions/condition_visuals.h"
 
+#include "util/decimal_digits.h"
+
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <string_view>
 
 namespace orrery::xls {
@@ -15,13 +16,6 @@ constexpr std::array<std::string_view, 17> kIconSets = {
     "3Arrows",        "3ArrowsGray", "3Flags",      "3TrafficLights1", "3TrafficLights2", "3Signs",
     "3Symbols",       "3Symbols2",   "4Arrows",     "4ArrowsGray",     "4RedToBlack",     "4Rating",
     "4TrafficLights", "5Arrows",     "5ArrowsGray", "5Rating",         "5Quarters"};
-
-std::string NumberText(double number)
-{
-    std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
-    return {text.data(), end};
-}
 
 ScalePoint::Kind KindOf(std::uint8_t value)
 {
@@ -57,7 +51,7 @@ ScalePoint ReadPoint(ByteCursor& cursor, const ConditionContext& context)
         point.value = std::move(*text);
     }
     else if (!hasNoValue) {
-        point.value = NumberText(cursor.Double());
+        point.value = util::ShortestText(cursor.Double());
     }
     return point;
 }

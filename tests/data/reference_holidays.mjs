@@ -2,7 +2,7 @@
 //     node reference_holidays.mjs FIRST_YEAR LAST_YEAR REGION...
 // A region is a country code, or country and state joined by "-" ("GB-SCT"). The answer maps each
 // region to its list of { date, type, names, substitute }, the names in all languages it has. A holiday of
-// several days is listed for each.
+// several days is listed for each. Countries that the package does not have are left out.
 import Holidays from "date-holidays";
 
 const DAY = 24 * 60 * 60 * 1000;
@@ -40,5 +40,7 @@ function holidaysOf(region) {
 }
 
 const answer = {};
-for (const region of process.argv.slice(4)) answer[region] = holidaysOf(region);
+const known = new Holidays().getCountries();
+for (const region of process.argv.slice(4))
+    if (region.split("-")[0] in known) answer[region] = holidaysOf(region);
 process.stdout.write(JSON.stringify(answer));

@@ -57,6 +57,20 @@ LAW_DAYS = [
     ("Vietnam", "2020-09-03", None, "45/2019/QH14 holds from 2021"),
     ("Vietnam", "2023-09-01", "Quốc khánh", "Điều 112: the day before a Saturday"),
     ("Vietnam", "2025-01-27", "Tết Âm lịch (nghỉ bù)", "in place of Saturday 1 February"),
+    ("Myanmar", "2024-01-01", None, "not in the list for 2024"),
+    ("Myanmar", "2025-01-01", "နိုင်ငံတကာနှစ်သစ်ကူးနေ့", "the list for 2025"),
+    ("Myanmar", "2025-01-29", "တရုတ်နှစ်သစ်ကူးနေ့", "the list for 2025"),
+    ("Cambodia", "2019-06-01", "ទិវាកុមារអន្តរជាតិ", "the list for 2019"),
+    ("Cambodia", "2020-06-01", None, "off the lists since 2020"),
+    ("Cambodia", "2024-12-29", "ទិវាសន្តិភាពនៅកម្ពុជា", "the sub-decree on Peace Day"),
+    ("Laos", "2017-06-01", "ວັນເດັກສາກົນ", "the list of 2017"),
+    ("Laos", "2018-06-01", None, "decree 386 of 2017"),
+    ("Laos", "2022-05-02", "ວັນກຳມະກອນສາກົນ (ພັກຊົດເຊີຍ)", "1 May 2022 is a Sunday"),
+    ("Brunei", "2017-10-05", "Jubli Emas Sultan Hassanal Bolkiah", "JPMSK 7/2017"),
+    ("Brunei", "2024-02-24", "Hari Kebangsaan (diperhatikan)", "23 February 2024 is a Friday"),
+    ("TimorLeste", "2017-03-03", "Dia dos Veteranos", "Lei n.º 3/2016"),
+    ("TimorLeste", "2022-11-03", None, "a commemorative date until 2022"),
+    ("TimorLeste", "2023-11-03", "Dia Nacional da Mulher", "the list for 2023"),
 ]
 
 DIFFERENCES = {
@@ -72,4 +86,5 @@ DIFFERENCES = {
     ("Singapore", "Vesak Day (observed)"): "the same",
     ("Thailand", ""): "the source has neither substitutes nor special days; see the days by law",
     ("Vietnam", ""): "the source has no substitutes and one day for Quốc khánh; see the days by law",
+    ("Brunei", ""): "the source has the feasts by Umm al-Qura and no days for Fridays and Sundays; 31 March for 31 May",
 }

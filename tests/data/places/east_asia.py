@@ -24,9 +24,25 @@ LAW_DAYS = [
     ("SouthKorea", "2025-01-27", "임시공휴일", "decided by the cabinet"),
     ("SouthKorea", "2025-05-06", "부처님오신날 대체공휴일", "규정 제3조: with 어린이날"),
     ("SouthKorea", "2026-07-17", "제헌절", "the law of January 2026"),
+    ("HongKong", "2010-04-06", "清明節（翌日）", "5 April 2010 is Easter Monday"),
+    ("HongKong", "2012-10-02", "國慶日（翌日）", "1 October 2012 is the day following Mid-Autumn"),
+    ("HongKong", "2023-01-22", None, "Cap. 149: a Sunday; 25 January stands for it"),
+    ("HongKong", "2023-01-25", "農曆年初四", "Cap. 149 as of 2012"),
+    ("HongKong", "2026-04-07", "清明節（翌日）", "5 April 2026 is Easter Sunday"),
+    ("Macao", "2015-09-03", "中國人民抗日戰爭暨世界反法西斯戰爭勝利七十周年紀念日", "the order of 2015"),
+    ("Macao", "2025-10-02", "中華人民共和國國慶日翌日", "第60/2000號行政命令"),
+    ("Taiwan", "2016-06-10", "調整放假", "the work calendar for 2016"),
+    ("Taiwan", "2020-04-02", "兒童節（補假）", "the work calendar for 2020"),
+    ("Taiwan", "2024-09-28", None, "紀念日及節日實施條例 of 2025"),
+    ("Taiwan", "2025-09-29", "孔子誕辰紀念日（補假）", "紀念日及節日實施條例 第四條"),
+    ("Taiwan", "2026-02-15", "小年夜", "the work calendar for 2026"),
+    ("NorthKorea", "2017-02-08", None, "the decision of January 2018"),
+    ("NorthKorea", "2018-02-08", "조선인민군창건일", "the decision of January 2018"),
 ]
 
 DIFFERENCES = {
     ("China", ""): "the source has neither substitutes nor the notices; see the days by law",
     ("SouthKorea", ""): "the source has no day before New Year and no elections; see the days by law",
+    ("HongKong", ""): "the source lacks the days for two holidays on one day and names on Sundays",
+    ("Taiwan", ""): "the source lacks the days of the act of 2025 and the days off for a Saturday",
 }

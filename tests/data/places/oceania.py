@@ -57,6 +57,12 @@ LAW_DAYS = [
     ("Fiji", "2025-05-30", "Ratu Sir Lala Sukuna Day", "the cabinet's list for 2025"),
     ("SolomonIslands", "2022-09-12", "Public holiday", "Gazette No. 269 of 2022"),
     ("SolomonIslands", "2024-04-17", "Public holiday", "Gazette No. 61 of 2024"),
+    (
+        "SolomonIslands",
+        "2024-06-14",
+        "King's Birthday (observed)",
+        "the government's declaration of June 2024",
+    ),
     ("Vanuatu", "2025-10-06", "Constitution Day (observed)", "5 October 2025 is a Sunday"),
     ("Vanuatu", "2025-11-29", "Unity Day", "Public Holidays Act"),
     ("Samoa", "2008-04-25", None, "no public holiday since 2008"),

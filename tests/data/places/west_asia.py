@@ -72,9 +72,9 @@ LAW_DAYS = [
     ("Syria", "2025-10-06", None, "المرسوم رقم 188 لسنة 2025"),
     ("Syria", "2026-03-18", "عيد الثورة السورية", "المرسوم رقم 188 لسنة 2025"),
     ("Syria", "2026-03-21", "عيد النوروز", "المرسوم رقم 13 لسنة 2026"),
-    ("Palestine", "2020-04-19", "عيد الفصح المجيد", "the decision of session 44 of 2020"),
-    ("Palestine", "2023-04-09", None, "the decision of session 191 of 2023"),
-    ("Palestine", "2023-04-16", "عيد الفصح المجيد", "the decision of session 191 of 2023"),
+    ("Palestine", "2020-04-19", "عيد الفصح المجيد", "the decision of meeting 44 of 2020"),
+    ("Palestine", "2023-04-09", None, "the decision of meeting 191 of 2023"),
+    ("Palestine", "2023-04-16", "عيد الفصح المجيد", "the decision of meeting 191 of 2023"),
     ("Palestine", "2015-09-23", "عيد الأضحى المبارك", "the decision of September 2015"),
 ]
 

@@ -68,6 +68,41 @@ LAW_DAYS = [
     ("UnitedStates:UT", "2027-07-23", "Pioneer Day (observed)", "Utah Code 63G-1-301"),
     ("UnitedStates:VA", "2021-01-15", None, "Va. Code 2.2-3300 as amended in 2020"),
     ("UnitedStates:WI", "2027-02-15", None, "Wis. Stat. 230.35(4)"),
+    ("Bolivia", "2009-01-22", None, "Decreto Supremo 405 is of 2010"),
+    ("Bolivia", "2023-01-23", "Día de la Creación...", "Decreto Supremo 2750: the Monday after a Sunday"),
+    ("Bolivia", "2014-11-03", None, "2 November does not move"),
+    ("Bolivia", "2025-11-03", "Día de Todos los Difuntos (traslado)", "decree of 29 October 2025"),
+    ("CostaRica", "2021-11-29", "Día de la Abolición del Ejército", "Ley 9875"),
+    ("CostaRica", "2021-09-13", "Día de la Independencia", "Ley 9875"),
+    ("CostaRica", "2022-09-04", "Día de la Persona Negra...", "Ley 10.050: on a Sunday in its first two years"),
+    ("CostaRica", "2020-10-12", None, "Ley 9803"),
+    ("Ecuador", "2018-10-08", "Independencia de Guayaquil", "the law of 2016: Tuesday moves to Monday"),
+    ("Ecuador", "2019-10-11", "Independencia de Guayaquil", "the law of 2016: Wednesday moves to Friday"),
+    ("Ecuador", "2019-11-04", "Independencia de Cuenca (traslado)", "the law of 2016: a Sunday"),
+    ("Ecuador", "2025-11-04", "Día de los Difuntos (traslado)", "the law of 2016: Sunday and Monday in a row"),
+    ("Ecuador", "2016-12-26", "Navidad (traslado)", "the law of 20 December 2016"),
+    ("ElSalvador", "2015-05-10", None, "Decreto Legislativo 399 of 2016"),
+    ("ElSalvador", "2027-06-17", "Día del Padre", "Decreto Legislativo 208 of 2012"),
+    ("Guatemala", "2019-04-29", "Día del Trabajo", "Decreto 19-2018"),
+    ("Guatemala", "2022-07-04", "Día del Ejército", "Decreto 19-2018: Thursday moves to Monday"),
+    ("Guatemala", "2027-08-15", None, "Código de Trabajo art. 127: a feast of the capital"),
+    ("Honduras", "2014-10-12", "Día de la Raza", "Código del Trabajo art. 339"),
+    ("Honduras", "2019-10-03", "Feriado Morazánico", "Decreto 78-2015"),
+    ("Honduras", "2019-10-21", None, "Decreto 78-2015"),
+    ("Nicaragua", "2021-05-30", None, "Ley 185 art. 66 before 2022"),
+    ("Nicaragua", "2027-09-14", "Batalla de San Jacinto", "Ley 185 art. 66"),
+    ("Panama", "2021-12-20", None, "Ley 291 of 2022"),
+    ("Panama", "2024-11-04", "Separación de Panamá de Colombia (descanso)", "Código de Trabajo art. 47"),
+    ("Panama", "2024-07-01", "Toma de posesión...", "Código de Trabajo art. 46"),
+    ("Paraguay", "2011-05-16", "Bicentenario...", "holiday of the bicentenary"),
+    ("Paraguay", "2017-08-15", "Día de la Fundación de Asunción", "Decreto 6382 of 2017"),
+    ("Paraguay", "2016-02-29", "Día de los Héroes de la Patria", "Decreto 4508 of 2015"),
+    ("Paraguay", "2027-06-20", "Día de la Jura de la Constitución Nacional", "Ley 7544/2025"),
+    ("Uruguay", "2025-03-01", "Transmisión...", "Ley 10.396"),
+    ("Uruguay", "2027-03-26", None, "Decreto-Ley 14.977: a feriado laborable"),
+    ("Venezuela", "2012-02-20", None, "LOTTT is of 7 May 2012"),
+    ("Venezuela", "2013-02-11", "Lunes de Carnaval", "LOTTT art. 184"),
+    ("Venezuela", "2027-07-24", "Natalicio...", "Ley de Fiestas Nacionales"),
 ]
 
 DIFFERENCES = {
@@ -79,4 +114,82 @@ DIFFERENCES = {
     ("Colombia", "Pascua"): "a Sunday that Ley 51 de 1983 does not name",
     ("Mexico", "Transmisión del Poder Ejecutivo Federal"): "on 1 October by Constitución art. 83",
     ("UnitedStates", "Veterans Day (observed)"): "5 U.S.C. 6103(b) is for all of the days",
+    ("Bolivia", "Día de Todos los Difuntos (traslado)"): "by decree of 29 October 2025",
+    ("CostaRica", "Anexión del Partido de Nicoya"):
+        "moved by Leyes 8442 and 8604 and 8753 in 2006 to 2008 and by Ley 9875 in 2020 to 2024",
+    ("CostaRica", "Anexión del Partido de Nicoya a Costa Rica"):
+        "moved by Leyes 8442 and 8604 and 8753 in 2006 to 2008 and by Ley 9875 in 2020 to 2024",
+    ("CostaRica", "Día de Juan Santamaría"):
+        "moved by Leyes 8442 and 8604 and 8753 in 2006 to 2008 and by Ley 9875 in 2020 to 2024",
+    ("CostaRica", "Día de la Abolición del Ejército"):
+        "Código de Trabajo art. 148 as changed by Ley 9803; moved by Ley 9875 until 2024",
+    ("CostaRica", "Día de la Madre"):
+        "moved by Leyes 8442 and 8604 and 8753 in 2006 to 2008 and by Ley 9875 in 2020 to 2024",
+    ("CostaRica", "Día de la Persona Negra y la Cultura Afrocostarricense"):
+        "Código de Trabajo art. 148 as changed by Ley 10.050; on the Sunday after in 2022 and 2023",
+    ("CostaRica", "Día de la Raza"):
+        "the Monday after by Código de Trabajo art. 148; no feriado since Ley 9803 of 2020",
+    ("CostaRica", "Gesta Heroica de Juan Santamaría"):
+        "moved by Leyes 8442 and 8604 and 8753 in 2006 to 2008 and by Ley 9875 in 2020 to 2024",
+    ("Ecuador", "Año Nuevo (traslado)"): "9 October and its moves: the law of 20 December 2016",
+    ("Ecuador", "Batalla del Pichincha"):
+        "the moves of the law of 20 December 2016",
+    ("Ecuador", "Batalla del Pichincha (traslado)"):
+        "9 October and its moves: the law of 20 December 2016",
+    ("Ecuador", "Día de los Difuntos (traslado)"):
+        "9 October and its moves: the law of 20 December 2016",
+    ("Ecuador", "Día del Primer Grito de Independencia de Quito"):
+        "the moves of the law of 20 December 2016",
+    ("Ecuador", "Día del Trabajador"):
+        "the moves of the law of 20 December 2016",
+    ("Ecuador", "Día del Trabajo"):
+        "the moves of the law of 20 December 2016",
+    ("Ecuador", "Día del Trabajo (traslado)"):
+        "9 October and its moves: the law of 20 December 2016",
+    ("Ecuador", "Independencia de Cuenca"):
+        "the moves of the law of 20 December 2016",
+    ("Ecuador", "Independencia de Cuenca (traslado)"):
+        "9 October and its moves: the law of 20 December 2016",
+    ("Ecuador", "Independencia de Guayaquil"):
+        "9 October by Código del Trabajo art. 65; the rest moves by the law of 20 December 2016",
+    ("Ecuador", "Independencia de Guayaquil (traslado)"):
+        "9 October and its moves: the law of 20 December 2016",
+    ("Ecuador", "Jueves Santo"): "Código del Trabajo art. 65 does not name it",
+    ("Ecuador", "Navidad (traslado)"): "Ley Orgánica Reformatoria of 20 December 2016",
+    ("Ecuador", "Primer Grito de la Independencia"):
+        "the moves of the law of 20 December 2016",
+    ("Ecuador", "Primer Grito de la Independencia (traslado)"):
+        "9 October and its moves: the law of 20 December 2016",
+    ("ElSalvador", "Año Nuevo"): "Código de Trabajo art. 190",
+    ("ElSalvador", "Día de la Madre"): "Decreto Legislativo 399 of 2016",
+    ("ElSalvador", "Día del Padre"): "Decreto Legislativo 208 of 2012",
+    ("Guatemala", "Día de las Fuerzas Armadas"):
+        "Código de Trabajo art. 127: on 30 June; on a Monday since Decreto 19-2018",
+    ("Guatemala", "Día del Ejército"): "Código de Trabajo art. 127: on 30 June; on a Monday since Decreto 19-2018",
+    ("Guatemala", "Fin del Año"): "Código de Trabajo art. 127: from noon",
+    ("Guatemala", "Nochebuena"): "Código de Trabajo art. 127: from noon",
+    ("Honduras", "Día de la Raza"): "Decreto 78-2015: in place of 3 and 12 and 21 October",
+    ("Honduras", "Día de las Fuerzas Armadas"): "Decreto 78-2015: in place of 3 and 12 and 21 October",
+    ("Honduras", "Día del Soldado"): "Decreto 78-2015: in place of 3 and 12 and 21 October",
+    ("Honduras", "Feriado Morazánico"): "Decreto 78-2015: in place of 3 and 12 and 21 October",
+    ("Honduras", "Sábado Santo"): "Código del Trabajo art. 339",
+    ("Nicaragua", "Día de la Madre"): "Ley 185 art. 66 as changed in 2022",
+    ("Nicaragua", "Día de la resistencia indígena"): "Ley 185 art. 66 does not name it",
+    ("Nicaragua", "Día del niño"): "Ley 185 art. 66 does not name it",
+    ("Panama", "Toma de posesión del Presidente de la República (descanso)"):
+        "Código de Trabajo art. 47: the Monday after a Sunday",
+    ("Paraguay", "Dia de los héroes"): "yearly decrees under Ley 1723/2001 and Ley 7544/2025",
+    ("Paraguay", "Día de la Jura de la Constitución Nacional"): "Ley 7544/2025",
+    ("Paraguay", "Día de la Paz del Chaco"): "yearly decrees under Ley 1723/2001 and Ley 7544/2025",
+    ("Paraguay", "Día de la Victoria de Boquerón"): "yearly decrees under Ley 1723/2001 and Ley 7544/2025",
+    ("Paraguay", "Día de los Héroes de la Patria"): "yearly decrees under Ley 1723/2001 and Ley 7544/2025",
+    ("Paraguay", "Feriado por la clasificación al Mundial de Fútbol"): "decreed under Ley 7544/2025",
+    ("Paraguay", "Victoria de Boquerón"): "yearly decrees under Ley 1723/2001 and Ley 7544/2025",
+    ("Uruguay", "Jueves Santo"): "Semana de Turismo is a feriado laborable",
+    ("Uruguay", "Transmisión del Mando Presidencial"): "Ley 10.396 and Decreto 120/985",
+    ("Uruguay", "Viernes Santo"): "Semana de Turismo is a feriado laborable",
+    ("Venezuela", "Día de la Familia"): "the decree of May 2024 under LOTTT art. 184",
+    ("Venezuela", "Día no laborable por decreto"):
+        "decrees of these years under LOTTT art. 184 and Ley Orgánica del Trabajo art. 212",
+    ("Venezuela", "Pascua"): "a Sunday: a day of rest without a name in LOTTT art. 184",
 }

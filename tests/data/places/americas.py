@@ -103,6 +103,8 @@ LAW_DAYS = [
     ("Venezuela", "2012-02-20", None, "LOTTT is of 7 May 2012"),
     ("Venezuela", "2013-02-11", "Lunes de Carnaval", "LOTTT art. 184"),
     ("Venezuela", "2027-07-24", "Natalicio...", "Ley de Fiestas Nacionales"),
+    ("FrenchGuiana", "2027-06-10", "Abolition de l'esclavage", "Code du travail art. L3422-2"),
+    ("FrenchGuiana", "2027-03-26", None, "Code du travail art. L3133-1 has no Vendredi saint"),
 ]
 
 DIFFERENCES = {

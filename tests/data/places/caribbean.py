@@ -51,6 +51,42 @@ LAW_DAYS = [
     ("TrinidadAndTobago", "2022-05-02", "Eid-ul-Fitr", "the President's declaration"),
     ("TrinidadAndTobago", "2019-06-05", "Eid-ul-Fitr", "the cabinet's announcement"),
     ("TrinidadAndTobago", "2025-06-20", "Labour Day (observed)", "the Act: two holidays on 19 June"),
+    ("Anguilla", "2024-08-08", "August Thursday", "the government's list for 2024"),
+    ("Anguilla", "2010-12-17", "Separation Day (observed)", "the Friday before a Sunday"),
+    ("Aruba", "2025-04-26", "Dia di Rey", "AB 2013 no. 14: a Sunday moves to the Saturday"),
+    ("Aruba", "2022-05-02", "Dia di Obrero", "AB 2013 no. 14"),
+    ("Bermuda", "2020-05-29", "Bermuda Day", "the last Friday of May in that year"),
+    ("Bermuda", "2025-05-23", "Bermuda Day", "Public Holidays Act 1947 as changed in 2020"),
+    ("Bermuda", "2019-08-02", "Somers Day", "Public Holidays Act 1947 before 2020"),
+    ("Bermuda", "2021-10-18", "Flora Duffy Day", "proclamation of October 2021"),
+    ("BritishVirginIslands", "2021-03-08", None, "Public Holidays (Amendment) Act 2021"),
+    ("BritishVirginIslands", "2024-11-25", "The Great March of 1949...", "the Act of 2021: fourth Monday"),
+    ("BritishVirginIslands", "2023-06-16", "Sovereign's Birthday", "the cabinet's declaration"),
+    ("CaymanIslands", "2021-11-15", "Remembrance Day", "the Deputy Governor's list for 2021"),
+    ("CaymanIslands", "2026-06-15", "King's Birthday", "the government's list for 2026"),
+    ("CaymanIslands", "2024-05-06", "Emancipation Day", "Public Holidays Order 2024"),
+    ("CaymanIslands", "2021-12-28", "Boxing Day (observed)", "the Deputy Governor's list for 2021"),
+    ("Curacao", "2025-04-26", "Dia di Rey", "a Sunday moves to the Saturday"),
+    ("Curacao", "2009-10-10", None, "the country exists since 10 October 2010"),
+    ("Guadeloupe", "2027-05-27", "Abolition de l'esclavage", "Code du travail art. L3422-2"),
+    ("Guadeloupe", "2027-07-21", None, "Code du travail art. L3133-1: custom only"),
+    ("Martinique", "2027-05-22", "Abolition de l'esclavage", "Code du travail art. L3422-2"),
+    ("Montserrat", "2024-06-17", "King's Birthday", "SRO 18 of 2024"),
+    ("Montserrat", "2023-07-12", "Day of Prayer and Thanksgiving", "SRO 15 of 2023"),
+    ("Montserrat", "2018-09-14", "Special Public Holiday", "SRO 35 of 2018"),
+    ("PuertoRico", "2018-07-25", None, "Ley 26-2017 art. 2.05"),
+    ("PuertoRico", "2014-07-28", "Día de José Celso Barbosa (observado)", "the list for 2014"),
+    ("PuertoRico", "2026-07-27", "Día de José Celso Barbosa", "the OATRH's list for 2026"),
+    ("PuertoRico", "2026-07-03", None, "the OATRH's list for 2026: a Saturday stays"),
+    ("PuertoRico", "2027-03-02", "Día de la Ciudadanía Americana", "Ley 26-2017 art. 2.05"),
+    ("SintMaarten", "2018-07-02", "Emancipation Day (observed)", "AB 2012 no. 19"),
+    ("SintMaarten", "2014-10-13", None, "AB 2015 no. 24"),
+    ("SintMaarten", "2023-05-02", "Carnival Day", "the government's schedule: a Sunday"),
+    ("TurksAndCaicosIslands", "2026-08-31", "Constitution Day", "the government's list for 2026"),
+    ("TurksAndCaicosIslands", "2026-11-27", None, "Thanksgiving is in August since 2026"),
+    ("TurksAndCaicosIslands", "2024-06-17", "King's Birthday", "the government's list for 2024"),
+    ("UnitedStatesVirginIslands", "2020-11-01", "D. Hamilton Jackson...", "Virgin Islands Code title 1 s 171"),
+    ("UnitedStatesVirginIslands", "2027-07-26", None, "the Omnibus Act of December 1999"),
 ]
 
 DIFFERENCES = {
@@ -167,4 +203,105 @@ DIFFERENCES = {
         "Public Holidays and Festivals Act: the day after a Sunday or after two on one day",
     ("TrinidadAndTobago", "Spiritual Baptist Liberation Day (observed)"):
         "Public Holidays and Festivals Act: the day after a Sunday or after two on one day",
+    ("Anguilla", "Anguilla Day (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("Anguilla", "August Thursday"): "the Thursday and Friday after August Monday: Public Holidays Regulations",
+    ("Anguilla", "Boxing Day (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("Anguilla", "Celebration of the Birthday of Her Majesty the Queen"):
+        "Monday of June by the lists of the government; the third since 2023",
+    ("Anguilla", "Celebration of the Birthday of His Majesty the King"):
+        "Monday of June by the lists of the government; the third since 2023",
+    ("Anguilla", "Constitution Day"): "the Thursday and Friday after August Monday: Public Holidays Regulations",
+    ("Anguilla", "James Ronald Webster Day (observed)"):
+        "each country's Act on public holidays: the day in place of it",
+    ("Anguilla", "Labour Day (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("Anguilla", "National Heroes and Heroines Day (observed)"):
+        "each country's Act on public holidays: the day in place of it",
+    ("Anguilla", "New Year's Day (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("Anguilla", "Special Public Holiday"): "proclaimed for that year",
+    ("Aruba", "Aña di Rey"): "Queen's Day on 30 April until 2013; on the Saturday for a Sunday",
+    ("Aruba", "Dia di Himno y Bandera"): "18 March has no substitute",
+    ("Aruba", "Dia di Himno y Bandera (substitute day)"): "18 March has no substitute",
+    ("Aruba", "Dia di Rey"): "Queen's Day on 30 April until 2013; on the Saturday for a Sunday",
+    ("Bermuda", "Bermuda Day"):
+        "Public Holidays Act 1947: 24 May until 2017; the Friday before the last Monday of May since then",
+    ("Bermuda", "Boxing Day (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("Bermuda", "Christmas Day (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("Bermuda", "New Year's Day (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("Bermuda", "Remembrance Day (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("BritishVirginIslands", "Commonwealth Day"): "no holiday since the Act of 2021",
+    ("BritishVirginIslands", "Heroes and Foreparents Day"):
+        "the Act of 2021: third Monday of October and fourth Monday of November",
+    ("BritishVirginIslands", "New Year's Day (observed)"):
+        "each country's Act on public holidays: the day in place of it",
+    ("BritishVirginIslands", "Sovereign's Birthday"):
+        "the cabinet's lists: second Saturday of June until 2018 and a Friday since 2019",
+    ("BritishVirginIslands", "Sovereign’s Birthday"):
+        "the cabinet's lists: second Saturday of June until 2018 and a Friday since 2019",
+    ("BritishVirginIslands", "St. Ursula’s Day"): "on 21 October until 2020; no holiday since the Act of 2021",
+    ("BritishVirginIslands", "The Great March of 1949 and Restoration Day"):
+        "the Act of 2021: third Monday of October and fourth Monday of November",
+    ("BritishVirginIslands", "Virgin Islands Day"): "first Monday of July since the Act of 2021; 1 July before",
+    ("CaymanIslands", "Boxing Day (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("CaymanIslands", "Christmas Day (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("CaymanIslands", "Constitution Day"): "first Monday of July: Public Holidays Act",
+    ("CaymanIslands", "Emancipation Day"): "Public Holidays Order 2024",
+    ("CaymanIslands", "General Election Day"): "Public Holidays Order of that year",
+    ("CaymanIslands", "King's Birthday"):
+        "the Monday after the second Saturday of June or as the government's list says",
+    ("CaymanIslands", "Queen's Birthday"):
+        "the Monday after the second Saturday of June or as the government's list says",
+    ("CaymanIslands", "Remembrance Day"):
+        "the Monday after the second Sunday of November: 15 November 2021 in the government's list",
+    ("Curacao", "Dia di Rey"): "Queen's Day on 30 April until 2013; on the Saturday for a Sunday",
+    ("Curacao", "Koningsdag"): "Queen's Day on 30 April until 2013; on the Saturday for a Sunday",
+    ("Curacao", "Oudejaarsavond"): "free in the afternoon only",
+    ("Curacao", "Pasku di Resurekshon"): "Arbeidsregeling 2000 art. 1",
+    ("Montserrat", "Day of Prayer and Thanksgiving"): "SRO 15 of 2023 and the notices of 2021 and 2022",
+    ("Montserrat", "Emancipation Day"): "Public Holidays Act",
+    ("Montserrat", "King's Birthday"):
+        "the Monday after the second Saturday of June or as proclaimed; the Tuesday if it is Whit Monday",
+    ("Montserrat", "King's Birthday (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("Montserrat", "Queen's Birthday Celebration"):
+        "the Monday after the second Saturday of June or as proclaimed; the Tuesday if it is Whit Monday",
+    ("PuertoRico", "Día de Reyes (observado)"): "Código Político art. 388",
+    ("PuertoRico", "Día de la Abolición de la Esclavitud (observado)"): "Código Político art. 388",
+    ("PuertoRico", "Día de la Ciudadanía Americana (observado)"): "Código Político art. 388",
+    ("PuertoRico", "Día de la Constitución de Puerto Rico (observado)"): "Código Político art. 388",
+    ("PuertoRico", "Día de la Cultura Puertorriqueña (observado)"): "Código Político art. 388",
+    ("PuertoRico", "Día de la Independencia (día sustituto)"):
+        "Código Político art. 388: the Monday after a Sunday only; the OATRH lists 4 July 2026 on the Saturday",
+    ("PuertoRico", "Día del Veterano (observado)"): "Código Político art. 388",
+    ("PuertoRico", "Juneteenth (día sustituto)"):
+        "Código Político art. 388: the Monday after a Sunday only; the OATRH lists 4 July 2026 on the Saturday",
+    ("PuertoRico", "Natalicio de Don Luis Muñoz Rivera"):
+        "Mondays of their own until 2014; in February with the other próceres since Ley 111-2014",
+    ("PuertoRico", "Natalicio de Dr. José Celso Barbosa"): "no holiday from Ley 111-2014 until the list for 2026",
+    ("PuertoRico", "Natalicio de Eugenio María de Hostos"):
+        "Mondays of their own until 2014; in February with the other próceres since Ley 111-2014",
+    ("PuertoRico", "Natalicio de José de Diego"):
+        "Mondays of their own until 2014; in February with the other próceres since Ley 111-2014",
+    ("PuertoRico", "Natalicio de Luis Muñoz Marín"): "kept with the other próceres in February",
+    ("PuertoRico", "Navidad (día sustituto)"):
+        "Código Político art. 388: the Monday after a Sunday only; the OATRH lists 4 July 2026 on the Saturday",
+    ("PuertoRico", "Viernes Santo"): "Código Político art. 387; Ley 26-2017 art. 2.05",
+    ("SintMaarten", "Constitution Day"): "AB 2015 no. 24",
+    ("SintMaarten", "Dag van de Grondwet"): "AB 2015 no. 24",
+    ("SintMaarten", "Emancipation Day (observed)"): "each country's Act on public holidays: the day in place of it",
+    ("SintMaarten", "King's Day"): "Queen's Day on 30 April until 2013; on the Saturday for a Sunday",
+    ("SintMaarten", "Koningsdag"): "Queen's Day on 30 April until 2013; on the Saturday for a Sunday",
+    ("TurksAndCaicosIslands", "Constitution Day"): "a holiday since 2026",
+    ("TurksAndCaicosIslands", "Emancipation Day"): "Public Holidays Ordinance: 1 August",
+    ("TurksAndCaicosIslands", "King's Birthday"): "second Monday of June or as the government's list says",
+    ("TurksAndCaicosIslands", "National Day of Prayer and Thanksgiving"):
+        "from 2014 to 2025 in November; on the Sunday before Constitution Day since 2026",
+    ("TurksAndCaicosIslands", "National Day of Thanksgiving"):
+        "from 2014 to 2025 in November; on the Sunday before Constitution Day since 2026",
+    ("TurksAndCaicosIslands", "Queen's Birthday"): "second Monday of June or as the government's list says",
+    ("UnitedStatesVirginIslands", "Christmas Second Day"): "Virgin Islands Code title 1 s 171",
+    ("UnitedStatesVirginIslands", "D. Hamilton Jackson Day (Liberty Day)"): "Virgin Islands Code title 1 s 171",
+    ("UnitedStatesVirginIslands", "Hurricane Supplication Day"):
+        "no longer a holiday since the Omnibus Act of December 1999",
+    ("UnitedStatesVirginIslands", "Veterans Day (observed)"):
+        "each country's Act on public holidays: the day in place of it",
+    ("PuertoRico", "Año Nuevo"): "Código Político art. 388: a Saturday stays",
 }

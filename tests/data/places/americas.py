@@ -105,6 +105,10 @@ LAW_DAYS = [
     ("Venezuela", "2027-07-24", "Natalicio...", "Ley de Fiestas Nacionales"),
     ("FrenchGuiana", "2027-06-10", "Abolition de l'esclavage", "Code du travail art. L3422-2"),
     ("FrenchGuiana", "2027-03-26", None, "Code du travail art. L3133-1 has no Vendredi saint"),
+    ("FalklandIslands", "2022-04-21", "Her Majesty The Queen's Birthday", "the government's list for 2022"),
+    ("FalklandIslands", "2023-04-21", None, "the amendment of 31 January 2023"),
+    ("FalklandIslands", "2026-06-15", "Liberation Day (observed)", "the government's list for 2026"),
+    ("FalklandIslands", "2002-08-14", None, "Peat Cutting Day takes its place in 2002"),
 ]
 
 DIFFERENCES = {

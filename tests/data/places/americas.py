@@ -70,8 +70,10 @@ LAW_DAYS = [
     ("UnitedStates:WI", "2027-02-15", None, "Wis. Stat. 230.35(4)"),
     ("Bolivia", "2009-01-22", None, "Decreto Supremo 405 is of 2010"),
     ("Bolivia", "2023-01-23", "Día de la Creación...", "Decreto Supremo 2750: the Monday after a Sunday"),
-    ("Bolivia", "2014-11-03", None, "2 November does not move"),
-    ("Bolivia", "2025-11-03", "Día de Todos los Difuntos (traslado)", "decree of 29 October 2025"),
+    ("Bolivia", "2026-01-22", None, "Decreto Supremo 5521"),
+    ("Bolivia", "2026-01-23", "Día de la Creación...", "Decreto Supremo 5521"),
+    ("Bolivia", "2026-08-07", "Feriado adicional", "Decreto Supremo 5521"),
+    ("Bolivia", "2025-11-03", "Día de Todos los Difuntos (traslado)", "Decreto Supremo 5483"),
     ("CostaRica", "2021-11-29", "Día de la Abolición del Ejército", "Ley 9875"),
     ("CostaRica", "2021-09-13", "Día de la Independencia", "Ley 9875"),
     ("CostaRica", "2022-09-04", "Día de la Persona Negra...", "Ley 10.050: on a Sunday in its first two years"),
@@ -120,7 +122,7 @@ DIFFERENCES = {
     ("Colombia", "Pascua"): "a Sunday that Ley 51 de 1983 does not name",
     ("Mexico", "Transmisión del Poder Ejecutivo Federal"): "on 1 October by Constitución art. 83",
     ("UnitedStates", "Veterans Day (observed)"): "5 U.S.C. 6103(b) is for all of the days",
-    ("Bolivia", "Día de Todos los Difuntos (traslado)"): "by decree of 29 October 2025",
+    ("Bolivia", "Día de Todos los Difuntos (traslado)"): "Decreto Supremo 5483 of 2025",
     ("CostaRica", "Anexión del Partido de Nicoya"):
         "moved by Leyes 8442 and 8604 and 8753 in 2006 to 2008 and by Ley 9875 in 2020 to 2024",
     ("CostaRica", "Anexión del Partido de Nicoya a Costa Rica"):
@@ -198,4 +200,6 @@ DIFFERENCES = {
     ("Venezuela", "Día no laborable por decreto"):
         "decrees of these years under LOTTT art. 184 and Ley Orgánica del Trabajo art. 212",
     ("Venezuela", "Pascua"): "a Sunday: a day of rest without a name in LOTTT art. 184",
+    ("Bolivia", "Día de la Creación del Estado Plurinacional de Bolivia"): "Decreto Supremo 5521 of 13 January 2026",
+    ("Bolivia", "Feriado adicional"): "Decreto Supremo 5521 of 13 January 2026",
 }

@@ -3,6 +3,8 @@
 LAW_DAYS = [
     ("AntiguaAndBarbuda", "2025-11-03", "Independence Day (observed)", "Act 8 of 2005: the Monday after a Saturday"),
     ("AntiguaAndBarbuda", "2023-01-19", "Day after the General Election", "Public Holidays (Amendment) Act 2014"),
+    ("AntiguaAndBarbuda", "2026-12-28", None, "the Labour Commissioner's list for 2026"),
+    ("AntiguaAndBarbuda", "2026-09-17", "National Day of Prayer", "the Labour Commissioner's list for 2026"),
     ("AntiguaAndBarbuda", "2006-12-11", "National Heroes Day", "proclamation 24 of 2006"),
     ("Bahamas", "2011-10-14", "Discovery Day", "the Cabinet Office for 2011"),
     ("Bahamas", "2011-01-03", "New Year's Day (observed)", "the Cabinet Office for 2011"),
@@ -16,6 +18,7 @@ LAW_DAYS = [
     ("Belize", "2020-08-01", None, "the Schedule as changed in 2021"),
     ("Cuba", "2022-05-02", "Día Internacional...", "Ley 116: the Monday after a Sunday"),
     ("Cuba", "2011-04-22", None, "granted since 2012"),
+    ("Cuba", "2011-12-30", "Triunfo de la Revolución...", "the ministry's note: in place of a Sunday"),
     ("Cuba", "2014-04-18", "Viernes Santo", "Ley 116"),
     ("Dominica", "2019-09-19", "Special Public Holiday", "order of 2019"),
     ("Dominica", "2024-11-05", "Independence Day (observed)", "Public Holidays Act: the Monday is a holiday"),
@@ -90,8 +93,6 @@ LAW_DAYS = [
 ]
 
 DIFFERENCES = {
-    ("AntiguaAndBarbuda", "Boxing Day (observed)"):
-        "Public Holidays Act: both days of Christmas have a day in place of them",
     ("AntiguaAndBarbuda", "Carnival Monday"):
         "Public Holidays Act: first Monday of August; the Tuesday since Act 8 of 2005",
     ("AntiguaAndBarbuda", "Carnival Tuesday"):
@@ -304,4 +305,5 @@ DIFFERENCES = {
     ("UnitedStatesVirginIslands", "Veterans Day (observed)"):
         "each country's Act on public holidays: the day in place of it",
     ("PuertoRico", "Año Nuevo"): "Código Político art. 388: a Saturday stays",
+    ("AntiguaAndBarbuda", "National Day of Prayer"): "the Labour Commissioner's list for 2026",
 }

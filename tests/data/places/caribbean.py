@@ -22,9 +22,10 @@ LAW_DAYS = [
     ("Cuba", "2014-04-18", "Viernes Santo", "Ley 116"),
     ("Dominica", "2019-09-19", "Special Public Holiday", "order of 2019"),
     ("Dominica", "2024-11-05", "Independence Day (observed)", "Public Holidays Act: the Monday is a holiday"),
-    ("DominicanRepublic", "2024-08-16", "Día de la Restauración", "Ley 139-97: change of government"),
+    ("DominicanRepublic", "2024-08-16", "Día de la Restauración", "sentencia 14 of the Suprema Corte de Justicia of 2008"),
     ("DominicanRepublic", "2025-11-10", "Día de la Constitución", "Ley 139-97: Thursday moves to Monday"),
-    ("DominicanRepublic", "2023-08-14", "Día de la Restauración", "Ley 139-97: Wednesday moves to Monday"),
+    ("DominicanRepublic", "2018-08-16", "Día de la Restauración", "the ministry's list for 2018"),
+    ("DominicanRepublic", "2026-11-09", "Día de la Constitución", "the ministry's list for 2026"),
     ("Grenada", "2025-08-01", "Emancipation Day", "the government's list for 2025"),
     ("Grenada", "2024-08-05", "Emancipation Day", "Bank Holidays Act: first Monday of August"),
     ("Grenada", "2022-12-27", "Bank Holiday", "SRO 43 of 2022"),
@@ -128,8 +129,6 @@ DIFFERENCES = {
     ("Dominica", "National Day of Community Service"): "Public Holidays Act",
     ("DominicanRepublic", "Día de la Constitución"):
         "Ley 139-97: 6 November moves to the nearest Monday as other days do; a Saturday stays",
-    ("DominicanRepublic", "Día de la Restauración"):
-        "Ley 139-97: 16 August moves but for years in which a president takes office",
     ("Grenada", "Boxing Day (observed)"): "Bank Holidays Act",
     ("Grenada", "Emancipation Day"): "the government's list for 2025",
     ("Grenada", "Independence Day (observed)"): "Bank Holidays Act",

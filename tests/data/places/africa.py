@@ -1,6 +1,12 @@
 """Africa: days by law, and where another source has others. __init__.py says how they are written."""
 
 LAW_DAYS = [
+    ("DRCongo", "2022-12-24", "Noël (veille)", "communiqué n° 013 of December 2022"),
+    ("DRCongo", "2022-01-15", "Journée du héros national...", "the communiqué of January 2022"),
+    ("DRCongo", "2025-01-03", "Journée des martyrs...", "communiqué n° 006 of December 2024"),
+    ("DRCongo", "2025-04-05", "Journée du combat...", "the communiqué of April 2025"),
+    ("DRCongo", "2026-01-05", "Journée des martyrs...", "communiqué n° 011 of December 2025"),
+    ("DRCongo", "2022-04-06", None, "ordonnance n° 23/042 of March 2023"),
     ("Egypt", "2002-01-07", None, "a holiday since 2003"),
     ("Egypt", "2006-12-30", "عيد الأضحى المبارك", "as announced"),
     ("Egypt", "2015-09-23", "وقفة عيد الأضحى المبارك", "as announced"),
@@ -11,11 +17,33 @@ LAW_DAYS = [
     ("Egypt", "2025-03-31", "عيد الفطر المبارك", "دار الإفتاء"),
     ("Egypt", "2025-04-01", "عيد الفطر المبارك", "قرار 49 لسنة 2009: two days"),
     ("Egypt", "2026-03-22", "عيد الفطر المبارك", "the presidency's list for 2026"),
+    ("Ethiopia", "2027-01-07", "የገና በዓል", "አዋጅ 1334/2016"),
+    ("Ethiopia", "2024-01-20", "የጥምቀት በዓል", "አዋጅ 1334/2016: 11 Tir"),
+    ("Ethiopia", "2027-09-12", "የዘመን መለወጫ በዓል", "አዋጅ 1334/2016: 1 Meskerem"),
+    ("Kenya", "2020-05-25", "Idd-ul-Fitr", "gazette notice No. 3651 of 2020"),
+    ("Kenya", "2021-05-14", "Idd-ul-Fitr", "gazette notice of May 2021"),
+    ("Kenya", "2023-06-28", "Idd-ul-Azha", "gazette notice of June 2023"),
+    ("Kenya", "2024-06-17", "Idd-ul-Azha", "gazette notice of June 2024"),
+    ("Kenya", "2025-10-17", "State Funeral of Raila Odinga", "gazette notice No. 15007 of 2025"),
+    ("Kenya", "2012-10-10", None, "Constitution of 2010 art. 9"),
+    ("Nigeria", "2018-05-29", "Democracy Day", "Public Holidays Act before 2019"),
+    ("Nigeria", "2020-05-29", None, "Public Holidays (Amendment) Act 2019"),
+    ("Nigeria", "2024-06-18", "Id el Kabir (observed)", "the minister's declaration of 14 June 2024"),
+    ("Nigeria", "2025-04-01", "Id el Fitr (observed)", "the minister's declaration of 26 March 2025"),
+    ("Nigeria", "2026-03-19", "Id el Fitr", "the minister's declaration of 17 March 2026"),
     ("SouthAfrica", "2026-08-10", "National Women's Day (public holiday)", "Act 36 of 1994 s 2"),
     ("SouthAfrica", "2022-12-27", "Public holiday", "proclamation under s 2A"),
     ("SouthAfrica", "2024-05-29", "Election Day", "proclamation under s 2A"),
+    ("Tanzania", "2022-08-08", "Sikukuu ya Wakulima", "Public Holidays Act: the Schedule"),
+    ("Tanzania", "2027-12-27", None, "G.N. No. 486 of 2022"),
+    ("Tanzania", "2022-08-23", "Siku ya Sensa...", "the day of the census"),
 ]
 
 DIFFERENCES = {
+    ("DRCongo", ""): "the source has Mondays for Sundays and lacks the days of ordonnance n° 23/042",
     ("Egypt", ""): "the source has other lengths of the feasts and no moves; see the days by law",
+    ("Ethiopia", ""): "the source has the Ethiopian days in other years and lacks 1 and 5 May",
+    ("Kenya", ""): "the source has Easter Sunday and lacks the gazette notices",
+    ("Nigeria", ""): "the source has days that the Act does not name and lacks the declared days; see the days by law",
+    ("Tanzania", ""): "the source has 2 January for 12 January and the feasts a day earlier",
 }

@@ -1,6 +1,6 @@
 #include "cli/json.h"
 
-#include "util/decimal_digits.h"
+#include "util/numbers.h"
 #include "util/text.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "look/chart/chart_values.h"
 
-#include "util/decimal_digits.h"
+#include "util/numbers.h"
 
 #include <algorithm>
 #include <cmath>

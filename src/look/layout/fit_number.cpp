@@ -1,6 +1,6 @@
 #include "look/layout/fit_number.h"
 
-#include "util/decimal_digits.h"
+#include "util/numbers.h"
 
 #include <algorithm>
 #include <cmath>

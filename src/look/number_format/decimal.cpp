@@ -1,6 +1,6 @@
 #include "look/number_format/decimal.h"
 
-#include "util/decimal_digits.h"
+#include "util/numbers.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "look/evaluate/values/decimals.h"
 
-#include "util/decimal_digits.h"
+#include "util/numbers.h"
 
 #include <charconv>
 #include <cmath>

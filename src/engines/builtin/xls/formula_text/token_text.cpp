@@ -2,7 +2,7 @@
 
 #include "engines/builtin/xls/compound/bytes.h"
 #include "engines/builtin/xls/records/unicode_string.h"
-#include "util/decimal_digits.h"
+#include "util/numbers.h"
 
 #include <cmath>
 #include <utility>

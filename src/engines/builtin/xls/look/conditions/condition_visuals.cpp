@@ -1,6 +1,6 @@
 #include "engines/builtin/xls/look/conditions/condition_visuals.h"
 
-#include "util/decimal_digits.h"
+#include "util/numbers.h"
 
 #include <algorithm>
 #include <array>

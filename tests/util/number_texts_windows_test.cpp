@@ -1,4 +1,4 @@
-#include "util/decimal_digits.h"
+#include "util/numbers.h"
 
 #include <clocale>
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 namespace orrery::util {
 namespace {
 
-TEST(DecimalDigitsWindowsTest, ThePointIsNoCommaInAnyLocale)
+TEST(NumberTextsWindowsTest, ThePointIsNoCommaInAnyLocale)
 {
     ASSERT_NE(std::setlocale(LC_NUMERIC, "German_Germany.1252"), nullptr);
     EXPECT_STREQ(std::localeconv()->decimal_point, ",");

@@ -1,4 +1,4 @@
-#include "util/decimal_digits.h"
+#include "util/numbers.h"
 
 #include <cfloat>
 #include <charconv>
@@ -16,7 +16,7 @@ double Read(const std::string& text)
     return number;
 }
 
-TEST(DecimalDigitsTest, RoundsToSoManyDigits)
+TEST(NumberTextsTest, RoundsToSoManyDigits)
 {
     const Digits pi = RoundToDigits(-3.14159265, 4);
     EXPECT_TRUE(pi.isNegative);
@@ -28,7 +28,7 @@ TEST(DecimalDigitsTest, RoundsToSoManyDigits)
     EXPECT_EQ(RoundToDigits(0, 3).digits, "000");
 }
 
-TEST(DecimalDigitsTest, FindsTheFewestDigits)
+TEST(NumberTextsTest, FindsTheFewestDigits)
 {
     EXPECT_EQ(ShortestDigits(0.1).digits, "1");
     EXPECT_EQ(ShortestDigits(0.1 + 0.2).digits, "30000000000000004");
@@ -38,7 +38,7 @@ TEST(DecimalDigitsTest, FindsTheFewestDigits)
     EXPECT_EQ(ShortestDigits(-2500).digits, "25");
 }
 
-TEST(DecimalDigitsTest, WritesNumbers)
+TEST(NumberTextsTest, WritesNumbers)
 {
     EXPECT_EQ(DecimalText(2.5, 2), "2.50");
     EXPECT_EQ(DecimalText(-1234.5678, 1), "-1234.6");
@@ -56,7 +56,7 @@ TEST(DecimalDigitsTest, WritesNumbers)
     EXPECT_EQ(ShortestText(1e5), "1e+05");
 }
 
-TEST(DecimalDigitsTest, EveryNumberIsReadBack)
+TEST(NumberTextsTest, EveryNumberIsReadBack)
 {
     std::mt19937_64 bits(1);
     std::uniform_real_distribution<double> mantissa(-10, 10);
@@ -73,7 +73,7 @@ TEST(DecimalDigitsTest, EveryNumberIsReadBack)
 }
 
 /// The standard library's own texts, of which these are to be the same.
-TEST(DecimalDigitsTest, TextsAreThoseOfTheStandardLibrary)
+TEST(NumberTextsTest, TextsAreThoseOfTheStandardLibrary)
 {
     std::mt19937_64 random(2);
     std::uniform_real_distribution<double> mantissa(-10, 10);

@@ -16,11 +16,16 @@ namespace orrery::util {
 
 namespace {
 
+bool IsDigit(char symbol)
+{
+    return symbol >= '0' && symbol <= '9';
+}
+
 /// Counts the digits from `start` on.
 std::size_t CountDigits(std::string_view text, std::size_t start)
 {
     std::size_t end = start;
-    while (end < text.size() && text[end] >= '0' && text[end] <= '9')
+    while (end < text.size() && IsDigit(text[end]))
         ++end;
     return end - start;
 }
@@ -91,19 +96,14 @@ template <typename Whole> Whole RoundTo(double value)
     return static_cast<Whole>(rounded);
 }
 
-bool IsDigit(char symbol)
+/// Adds one to the last digit; all nines become zeros.
+void Increment(std::string& digits)
 {
-    return symbol >= '0' && symbol <= '9';
-}
-
-double ValueOf(const Digits& number)
-{
-    const std::string text =
-        number.digits + 'e' +
-        std::to_string(number.exponent + 1 - static_cast<int>(number.digits.size()));
-    double value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return number.isNegative ? -value : value;
+    const auto kept =
+        std::find_if(digits.rbegin(), digits.rend(), [](char digit) { return digit != '9'; });
+    std::fill(digits.rbegin(), kept, '0');
+    if (kept != digits.rend())
+        ++*kept;
 }
 
 /// Leaves out what stands between the digits: the decimal point of some locale.
@@ -153,13 +153,27 @@ Digits RoundToDigits(double number, int count)
     return rounded;
 }
 
+double NumberOf(const Digits& number)
+{
+    const std::string text =
+        number.digits + 'e' +
+        std::to_string(number.exponent + 1 - static_cast<int>(number.digits.size()));
+    double value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return number.isNegative ? -value : value;
+}
+
 Digits ShortestDigits(double number)
 {
-    constexpr int kAlwaysKept = 15; // of every text
+    constexpr int kAlwaysKept = 15; // of every text, but for numbers next to zero
+    const bool isTiny = std::abs(number) < std::numeric_limits<double>::min();
     Digits shortest;
-    for (int count = kAlwaysKept; count <= kMostDigits; ++count) {
+    for (int count = isTiny ? 1 : kAlwaysKept; count <= kMostDigits; ++count) {
         shortest = RoundToDigits(number, count);
-        if (ValueOf(shortest) == number)
+        if (NumberOf(shortest) == number)
+            break;
+        Increment(shortest.digits); // numbers above a power of two are farther apart than below
+        if (NumberOf(shortest) == number)
             break;
     }
     shortest.digits.resize(std::max<std::size_t>(shortest.digits.find_last_not_of('0') + 1, 1));

@@ -32,6 +32,9 @@ struct Digits {
 /// So many digits of a number, correctly rounded.
 Digits RoundToDigits(double number, int count);
 
+/// The number that is nearest to the digits.
+double NumberOf(const Digits& number);
+
 /// The fewest digits that are read back as the number, `kMostDigits` at most.
 Digits ShortestDigits(double number);
 

@@ -38,6 +38,17 @@ TEST(NumberTextsTest, FindsTheFewestDigits)
     EXPECT_EQ(ShortestDigits(-2500).digits, "25");
 }
 
+TEST(NumberTextsTest, PowersOfTwoHaveTheFewestDigitsToo)
+{
+    char text[64];
+    for (int power = -1074; power < 1024; ++power) {
+        const double number = std::ldexp(1, power);
+        const auto end =
+            std::to_chars(text, text + sizeof text, number, std::chars_format::scientific);
+        EXPECT_EQ(ScientificText(ShortestDigits(number)), std::string(text, end.ptr));
+    }
+}
+
 TEST(NumberTextsTest, WritesNumbers)
 {
     EXPECT_EQ(DecimalText(2.5, 2), "2.50");

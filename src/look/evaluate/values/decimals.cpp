@@ -2,7 +2,6 @@
 
 #include "util/numbers.h"
 
-#include <charconv>
 #include <cmath>
 #include <string_view>
 
@@ -11,14 +10,6 @@ namespace {
 
 constexpr int kDigits = 15;
 constexpr double kNear = 1.0 / (1LL << 48);
-
-double FromDigits(const std::string& digits, int exponent, bool isNegative)
-{
-    const std::string text = digits + "e" + std::to_string(exponent);
-    double number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return isNegative ? -number : number;
-}
 
 void Increment(std::string& digits)
 {
@@ -29,7 +20,7 @@ void Increment(std::string& digits)
         }
         digits[at] = '0';
     }
-    digits.insert(0, "1");
+    digits.insert(digits.begin(), '1');
 }
 
 bool GoesUp(std::string_view dropped, Rounding rounding)
@@ -57,7 +48,8 @@ double RoundDecimals(double number, double decimals, Rounding rounding)
         kept >= 0 ? decimal.digits.substr(static_cast<std::size_t>(kept)) : "0" + decimal.digits;
     if (GoesUp(dropped, rounding))
         Increment(digits);
-    return FromDigits(digits, -places, decimal.isNegative);
+    const int exponent = static_cast<int>(digits.size()) - 1 - places;
+    return util::NumberOf({decimal.isNegative, digits, exponent});
 }
 
 std::string GeneralText(double number)
@@ -69,19 +61,12 @@ std::string GeneralText(double number)
     digits.erase(digits.find_last_not_of('0') + 1);
     const int count = static_cast<int>(digits.size());
     const int exponent = decimal.exponent;
-    const std::string sign = decimal.isNegative ? "-" : "";
     constexpr int kLongest = 20; // digits before the point, or behind it
-    if (exponent > kLongest || count - 1 - exponent >= kLongest) {
-        const int size = std::abs(exponent);
-        std::string text = sign + digits.substr(0, 1) + (count > 1 ? "." + digits.substr(1) : "");
-        return text + (exponent < 0 ? "E-" : "E+") + (size < 10 ? "0" : "") + std::to_string(size);
-    }
-    if (exponent < 0)
-        return sign + "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + digits;
-    if (count <= exponent + 1)
-        return sign + digits + std::string(static_cast<std::size_t>(exponent + 1 - count), '0');
-    digits.insert(static_cast<std::size_t>(exponent) + 1, ".");
-    return sign + digits;
+    if (exponent <= kLongest && count - 1 - exponent < kLongest)
+        return PlainText(decimal);
+    std::string text = ScientificText(decimal);
+    text[text.find('e')] = 'E';
+    return text;
 }
 
 bool IsNearly(double left, double right)

@@ -26,7 +26,10 @@ if(WIN32)
 endif()
 if(MINGW) # the programs need no DLLs beside them
     target_compile_options(orrery_options INTERFACE -ffunction-sections -fdata-sections)
-    target_link_options(orrery_options INTERFACE -static -Wl,--gc-sections)
+    set(script ${ORRERY_WINDOWS_LIBRARIES}/lib/collectable.ld) # of libraries with unused functions
+    target_link_options(orrery_options INTERFACE -static -Wl,--gc-sections,-T,${script})
+    target_link_directories(orrery_options INTERFACE ${ORRERY_WINDOWS_LIBRARIES}/lib)
+    set_property(TARGET orrery_options APPEND PROPERTY INTERFACE_LINK_DEPENDS ${script})
 endif()
 if(ORRERY_SANITIZE)
     target_compile_options(orrery_options INTERFACE

@@ -7,8 +7,8 @@ cd "$(dirname "$0")/../.."
 
 host=x86_64-w64-mingw32
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/orrery/windows
-# What is built depends on this file and the compiler; when one changes, all is built anew.
-key=$({ cat scripts/windows/libraries.sh; $host-g++-posix --version; } | sha256sum)
+# What is built depends on these files and the compiler; when one changes, all is built anew.
+key=$({ cat scripts/windows/libraries.sh scripts/windows/collectable.py; $host-g++-posix --version; } | sha256sum)
 prefix=$cache/${key:0:16}
 [ -e "$prefix/complete" ] && echo "$prefix" && exit
 mkdir -p "$cache"
@@ -33,7 +33,8 @@ fetch_sources() {
     apt-get "${options[@]}" update
     (cd "$prefix/src" && apt-get "${options[@]}" source \
         wxwidgets3.2 pugixml libdeflate libzip mbedtls googletest utf8proc cairo &&
-        apt-get "${options[@]}" source --tar-only pixman && tar xf pixman_*.orig.tar.gz)
+        apt-get "${options[@]}" source --tar-only pixman libical3 &&
+        tar xf pixman_*.orig.tar.gz && tar xf libical3_*.orig.tar.gz)
 }
 
 # source_of PACKAGE: the folder of its unpacked sources.
@@ -107,6 +108,26 @@ build_cairo() {
         pixman_CFLAGS="-I$prefix/include/pixman-1" pixman_LIBS="-L$prefix/lib -lpixman-1"
 }
 
+# Parses iCalendar files: the C library alone, without calendars other than the Gregorian. Its tables of time
+# zones are not used; the library would name the folder of this machine that has them.
+build_libical() {
+    sed -i 's|"${CMAKE_INSTALL_PREFIX}/share/libical"|"."|' "$(source_of libical)/src/libical/CMakeLists.txt"
+    with_cmake libical -DSTATIC_ONLY=ON -DWITH_CXX_BINDINGS=OFF -DICAL_GLIB=OFF \
+        -DICAL_BUILD_DOCS=OFF -DLIBICAL_BUILD_TESTING=OFF -DCMAKE_DISABLE_FIND_PACKAGE_ICU=ON
+}
+
+# Lets the linker leave out what the programs do not use of the libraries, the C++ library among them.
+make_collectable() {
+    local file
+    cp "$($host-g++-posix -print-file-name=libstdc++.a)" "$prefix/lib/"
+    for file in "$prefix"/lib/*.a "$prefix"/lib/*.lib; do
+        scripts/windows/collectable.py "$file" "$prefix/src/collectable"
+        mv "$prefix/src/collectable" "$file"
+        $host-ranlib "$file"
+    done
+    scripts/windows/collectable.py --script $host-ld >"$prefix/lib/collectable.ld"
+}
+
 say "Building the Windows libraries into $prefix (about five minutes; later runs find them)"
 {
     fetch_sources
@@ -119,8 +140,10 @@ say "Building the Windows libraries into $prefix (about five minutes; later runs
         -DBUILD_DOC=OFF
     build_libdeflate
     build_cairo
+    build_libical
     with_cmake googletest -DBUILD_GMOCK=ON -Dgtest_disable_pthreads=OFF
     build_wxwidgets
+    make_collectable
 } >"$log" 2>&1
 # CLI11 is headers only and comes from the build machine's own package.
 mkdir -p "$prefix/include" "$prefix/share/cmake"

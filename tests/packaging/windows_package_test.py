@@ -6,6 +6,7 @@ import pathlib
 import re
 import shlex
 import shutil
+import struct
 import subprocess
 import tempfile
 import time
@@ -31,12 +32,24 @@ def delivered_files():
     """The files in both packages, as paths relative to their folder."""
     data = {path.relative_to(SOURCE).as_posix()
             for folder in ("holiday", "template") for path in (SOURCE / "data" / folder).iterdir()}
-    return data | {"orrery.exe", "orrery-cli.exe", "orrery-pdf.dll", "Orrery.chm", "LICENSE.txt", "README.txt",
-                   "data/orrery.ini", "data/tips.txt"}
+    return data | {"orrery.exe", "orrery-cli.exe", "orrery-pdf.dll", "orrery-ical.dll", "Orrery.chm",
+                   "LICENSE.txt", "README.txt", "data/countries.tsv", "data/languages.ini", "data/orrery.ini", "data/tips.txt"}
 
 
 def files_in(folder):
     return {path.relative_to(folder).as_posix() for path in folder.rglob("*") if path.is_file()}
+
+
+def functions_of(program):
+    """The table of functions of a 64-bit program: first address, end and unwind data of each."""
+    data = program.read_bytes()
+    headers = struct.unpack_from("<I", data, 0x3c)[0]
+    sections, optional = (struct.unpack_from("<H", data, headers + place)[0] for place in (6, 20))
+    for place in range(headers + 24 + optional, headers + 24 + optional + 40 * sections, 40):
+        name, size, _, _, start = struct.unpack_from("<8sIIII", data, place)
+        if name.rstrip(b"\0") == b".pdata":
+            return list(struct.iter_unpack("<III", data[start:start + size]))
+    return []
 
 
 def make_packages(folder, *options):
@@ -132,7 +145,8 @@ class WindowsPackage(unittest.TestCase):
         self.assertLessEqual(self.zip.stat().st_size, 6 * MIB)
         for notice in ("wxWindows Library Licence", "Eric Biggers",
                        "Jean-loup Gailly and Mark Adler", "Henry Schreiner", "Mbed TLS Contributors",
-                       "Keith Packard", "GCC Runtime Library Exception", "mingw-w64 project", "The Orrery developers"):
+                       "Keith Packard", "Eric Busboom", "GCC Runtime Library Exception", "mingw-w64 project",
+                       "The Orrery developers"):
             self.assertIn(notice, licence)
 
     def test_2_the_programs_are_64_bit_and_need_only_windows(self):
@@ -144,6 +158,19 @@ class WindowsPackage(unittest.TestCase):
                          for name in re.findall(r"DLL Name: (\S+)", headers)}
             self.assertIn("kernel32", libraries)
             self.assertEqual(libraries - SYSTEM_LIBRARIES, set(), program)
+
+    def test_2_exceptions_find_every_function(self):
+        unpacked = self.unpack("functions")
+        for program in (*unpacked.glob("orrery*.exe"), *unpacked.glob("*.dll")):
+            # The linker leaves empty entries for second copies of inline functions; they come first.
+            functions = [entry for entry in functions_of(program) if entry[:2] != (0, 0)]
+            self.assertGreater(len(functions), 500, program)
+            end_before = 0
+            for start, end, unwind in functions:
+                self.assertLessEqual(end_before, start, program)
+                self.assertLess(start, end, program)
+                self.assertNotEqual(unwind, 0, program)
+                end_before = end
 
     def unpack(self, name):
         folder = self.prefix / "drive_c" / name

@@ -41,8 +41,10 @@ LAW_DAYS = [
     ("Colombia", "2026-07-13", "Nuestra Señora de Chiquinquirá", "Ley 2578 de 2026"),
     ("Colombia", "2027-01-11", "Día de los Reyes Magos", "Ley 51 de 1983 art. 1"),
     ("Mexico", "2024-10-01", "Transmisión...", "Constitución art. 83"),
-    ("Peru", "2023-06-07", None, "Ley 31822 holds from 2024"),
-    ("Peru", "2024-06-07", "Batalla de Arica y Día de la Bandera", "Ley 31822"),
+    ("Peru", "2023-06-07", None, "Ley 31788 is of 15 June 2023"),
+    ("Peru", "2024-06-07", "Batalla de Arica y Día de la Bandera", "Ley 31788"),
+    ("Peru", "2023-07-23", "Día de la Fuerza Aérea del Perú", "Ley 31822"),
+    ("Peru", "2026-04-05", None, "Decreto Legislativo 713 art. 6 does not name Easter Sunday"),
     ("UnitedStates", "2021-06-18", "Juneteenth (observed)", "Pub. L. 117-17; E.O. 11582"),
     ("UnitedStates", "2020-06-19", None, "Pub. L. 117-17"),
     ("UnitedStates", "2021-12-31", "New Year's Day (observed)", "5 U.S.C. 6103(b)"),
@@ -111,6 +113,29 @@ LAW_DAYS = [
     ("FalklandIslands", "2023-04-21", None, "the amendment of 31 January 2023"),
     ("FalklandIslands", "2026-06-15", "Liberation Day (observed)", "the government's list for 2026"),
     ("FalklandIslands", "2002-08-14", None, "Peat Cutting Day takes its place in 2002"),
+    ("Nicaragua", "2026-02-02", "Día Nacional de la Reconciliación y la Paz",
+     "Ley 185 art. 66 as changed by Ley 1272"),
+    ("Nicaragua", "2026-02-21", "Homenaje al General Augusto C. Sandino", "Ley 1272 of 2026"),
+    ("Nicaragua", "2026-11-08", "Homenaje a Carlos Fonseca Amador", "Ley 1272 of 2026"),
+    ("Nicaragua", "2027-01-18", "Natalicio de Rubén Darío", "Ley 1272 of 2026"),
+    ("Nicaragua", "2025-02-21", None, "Ley 1272 is of 2026"),
+    ("CostaRica", "2024-08-15", "Día de la Madre", "Ley 10.396 of 2023"),
+    ("CostaRica", "2024-07-25", "Anexión...", "Ley 10.438 of 2024"),
+    ("CostaRica", "2024-04-15", "Día de Juan Santamaría", "Ley 10.438 of 2024 leaves this move"),
+    ("ElSalvador", "2022-09-16", "Asueto nacional por decreto", "decree of 14 September 2022"),
+    ("ElSalvador", "2024-06-18", "Asueto nacional por decreto", "decree of June 2024"),
+    ("Ecuador", "2025-10-09", "Feriado no recuperable por decreto", "Decreto Ejecutivo 172 of 2025"),
+    ("Ecuador", "2026-01-02", "Feriado no recuperable por decreto", "Decreto Ejecutivo 249 of 2025"),
+    ("Ecuador", "2023-02-06", None, "Decreto Ejecutivo 655 of 2023: made up for"),
+    ("Guatemala", "2015-06-29", "Día del Ejército", "Decreto 42-2010: Tuesday moves to Monday"),
+    ("Guatemala", "2016-07-01", "Día del Ejército", "Decreto 42-2010: Thursday moves to Friday"),
+    ("Guatemala", "2013-06-30", "Día del Ejército", "Decreto 42-2010: a Sunday stays"),
+    ("Panama", "2008-01-07", "Día de los Mártires", "Ley 70 of 2007: Wednesday moves to Monday"),
+    ("Panama", "2012-04-30", "Día del Trabajo", "Decreto Ejecutivo 303 of 2012"),
+    ("Panama", "2014-12-01", "Independencia...", "Ley 70 of 2007: Friday moves to Monday"),
+    ("Panama", "2018-11-28", "Independencia...", "Ley 28 of 2015: no moves"),
+    ("Bolivia", "2015-06-22", None, "Decreto Supremo 173: inamovible"),
+    ("Bolivia", "2020-06-22", "Año Nuevo Andino Amazónico Chaqueño (traslado)", "Decreto Supremo 2750"),
 ]
 
 DIFFERENCES = {
@@ -123,16 +148,10 @@ DIFFERENCES = {
     ("Mexico", "Transmisión del Poder Ejecutivo Federal"): "on 1 October by Constitución art. 83",
     ("UnitedStates", "Veterans Day (observed)"): "5 U.S.C. 6103(b) is for all of the days",
     ("Bolivia", "Día de Todos los Difuntos (traslado)"): "Decreto Supremo 5483 of 2025",
-    ("CostaRica", "Anexión del Partido de Nicoya"):
-        "moved by Leyes 8442 and 8604 and 8753 in 2006 to 2008 and by Ley 9875 in 2020 to 2024",
-    ("CostaRica", "Anexión del Partido de Nicoya a Costa Rica"):
-        "moved by Leyes 8442 and 8604 and 8753 in 2006 to 2008 and by Ley 9875 in 2020 to 2024",
     ("CostaRica", "Día de Juan Santamaría"):
         "moved by Leyes 8442 and 8604 and 8753 in 2006 to 2008 and by Ley 9875 in 2020 to 2024",
     ("CostaRica", "Día de la Abolición del Ejército"):
         "Código de Trabajo art. 148 as changed by Ley 9803; moved by Ley 9875 until 2024",
-    ("CostaRica", "Día de la Madre"):
-        "moved by Leyes 8442 and 8604 and 8753 in 2006 to 2008 and by Ley 9875 in 2020 to 2024",
     ("CostaRica", "Día de la Persona Negra y la Cultura Afrocostarricense"):
         "Código de Trabajo art. 148 as changed by Ley 10.050; on the Sunday after in 2022 and 2023",
     ("CostaRica", "Día de la Raza"):
@@ -202,4 +221,12 @@ DIFFERENCES = {
     ("Venezuela", "Pascua"): "a Sunday: a day of rest without a name in LOTTT art. 184",
     ("Bolivia", "Día de la Creación del Estado Plurinacional de Bolivia"): "Decreto Supremo 5521 of 13 January 2026",
     ("Bolivia", "Feriado adicional"): "Decreto Supremo 5521 of 13 January 2026",
+    ("Ecuador", "Feriado no recuperable por decreto"):
+        "Decretos Ejecutivos 474 of 2024 and 172 and 249 of 2025",
+    ("ElSalvador", "Asueto nacional por decreto"): "decree of the Asamblea Legislativa of June 2024",
+    ("Nicaragua", "Día Nacional de la Reconciliación y la Paz"): "Ley 1272 of 2026",
+    ("Nicaragua", "Homenaje al General Augusto C. Sandino"): "Ley 1272 of 2026",
+    ("Nicaragua", "Homenaje a Carlos Fonseca Amador"): "Ley 1272 of 2026",
+    ("Nicaragua", "Natalicio de Rubén Darío"): "Ley 1272 of 2026",
+    ("Peru", "Pascua"): "a Sunday that Decreto Legislativo 713 does not name",
 }

@@ -24,6 +24,8 @@ LAW_DAYS = [
     ("SouthKorea", "2025-01-27", "임시공휴일", "decided by the cabinet"),
     ("SouthKorea", "2025-05-06", "부처님오신날 대체공휴일", "규정 제3조: with 어린이날"),
     ("SouthKorea", "2026-07-17", "제헌절", "the law of January 2026"),
+    ("SouthKorea", "2025-05-01", None, "a holiday of offices since 2026"),
+    ("SouthKorea", "2026-05-01", "노동절", "the law of March 2026"),
     ("HongKong", "2010-04-06", "清明節（翌日）", "5 April 2010 is Easter Monday"),
     ("HongKong", "2012-10-02", "國慶日（翌日）", "1 October 2012 is the day following Mid-Autumn"),
     ("HongKong", "2023-01-22", None, "Cap. 149: a Sunday; 25 January stands for it"),

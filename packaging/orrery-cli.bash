@@ -14,7 +14,8 @@ _orrery_cli_positionals()
     for ((i = 2; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
             --settings | --template-folder | --output-folder | --holiday-folder | --engine | --pdf-by | \
-                --section | --sheet | --year | --month | --svg | --region | --language)
+                --section | --sheet | --year | --years | --output | --date-order | --month | --svg | --ics | \
+                --region | --language)
                 ((i++))
                 ;;
             -*) ;;
@@ -56,12 +57,12 @@ _orrery_cli()
 
     if ((COMP_CWORD == 1)); then
         _orrery_cli_offer "$current" < <(printf '%s\n' generate templates parameters check look \
-            propose holidays easter --help --version)
+            propose holidays import easter --help --version)
         return
     fi
 
     case $previous in
-        --settings | --svg)
+        --settings | --svg | --ics | --output)
             _orrery_cli_offer "$current" < <(compgen -f -- "$current")
             return
             ;;
@@ -78,7 +79,16 @@ _orrery_cli()
             return
             ;;
         --section)
+            [[ $command == import ]] && return
             _orrery_cli_offer "$current" < <(printf '%s\n' monthly yearly)
+            return
+            ;;
+        --years)
+            _orrery_cli_offer "$current" < <(_orrery_cli_years)
+            return
+            ;;
+        --date-order)
+            _orrery_cli_offer "$current" < <(printf '%s\n' dmy mdy ymd)
             return
             ;;
         --year)
@@ -109,7 +119,10 @@ _orrery_cli()
                 set -- $folders --write --json --help
                 ;;
             holidays)
-                set -- $folders --section --region --all-kinds --language --json --help
+                set -- $folders --section --region --all-kinds --language --ics --json --help
+                ;;
+            import)
+                set -- $folders --years --output --replace --date-order --section --json --help
                 ;;
             templates | parameters)
                 set -- $folders --json --help
@@ -129,7 +142,7 @@ _orrery_cli()
                 2>/dev/null)
             _orrery_cli_offer "$current" < <(compgen -f -- "$current")
             ;;
-        holidays:0)
+        holidays:0 | import:0)
             _orrery_cli_offer "$current" < <(compgen -f -- "$current")
             ;;
         holidays:*)

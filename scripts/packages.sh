@@ -3,7 +3,7 @@
 
 packages_build=(g++ ccache cmake ninja-build pkg-config libcli11-dev libdeflate-dev libutf8proc-dev
     fonts-crosextra-carlito fonts-crosextra-caladea fonts-liberation fonts-dejavu-core
-    libmbedtls-dev zlib1g-dev libwxgtk3.2-dev libgtk-3-dev librsvg2-bin icoutils fp-utils-3.2.2
+    libmbedtls-dev libical-dev zlib1g-dev libwxgtk3.2-dev libgtk-3-dev librsvg2-bin icoutils fp-utils-3.2.2
     python3 python3-markdown)
 # What the window tests need: a display, a window manager, the buses, fonts and icons.
 packages_window_test=(xvfb openbox xdotool imagemagick dbus x11-utils at-spi2-core python3-gi
@@ -11,6 +11,7 @@ packages_window_test=(xvfb openbox xdotool imagemagick dbus x11-utils at-spi2-co
 packages_test=(libpugixml-dev libzip-dev libgtest-dev libgmock-dev libbenchmark-dev clang clang-tidy clang-format llvm
     libclang-rt-14-dev git unzip zip xz-utils man-db groff bash-completion
     python3 python3-openpyxl python3-xlsxwriter python3-pil python3-numpy python3-dateutil
+    python3-icalendar python3-vobject
     hebcal python3-ephem python3-lunardate python3-pyluach
     python3-icu python3-uno python3-xlrd python3-xlwt libapache-poi-java default-jdk-headless
     gnumeric libreoffice-calc libreoffice-dev poppler-utils chromium firefox-esr

@@ -9,6 +9,7 @@ configure_file(windows/README.txt.in README.txt @ONLY NEWLINE_STYLE CRLF)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/LICENSE.txt ${CMAKE_CURRENT_BINARY_DIR}/README.txt
         DESTINATION .)
 install(FILES ${PROJECT_SOURCE_DIR}/data/orrery.ini ${PROJECT_SOURCE_DIR}/data/tips.txt
+              ${PROJECT_SOURCE_DIR}/data/countries.tsv ${PROJECT_SOURCE_DIR}/data/languages.ini
         DESTINATION data)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/data/holiday ${PROJECT_SOURCE_DIR}/data/template
         DESTINATION data)

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <variant>
 
 namespace orrery::app {
 namespace {
@@ -20,19 +19,6 @@ void AddFiles(const std::string& folder, bool isOwn, std::vector<AddableFile>& f
 {
     for (const std::string& file : util::ListFiles(folder))
         files.push_back({util::BaseName(file), folder + file, isOwn});
-}
-
-/// "0830,DAY,Ben".
-std::string LineOf(const holidays::ListEntry& entry)
-{
-    const auto* const rule = std::get_if<holidays::HolidayDef>(&entry);
-    if (rule == nullptr)
-        return std::get<std::string>(entry);
-    const std::string_view kind =
-        rule->Kind == holidays::kFixedDay
-            ? "DAY"
-            : holidays::kKindWords.at(static_cast<std::size_t>(rule->Kind));
-    return holidays::FormatDateCode(*rule) + ',' + util::ToUpperAscii(kind) + ',' + rule->Name;
 }
 
 /// The lines of each rule: its own, and those that refine it.

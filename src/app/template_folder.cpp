@@ -47,6 +47,11 @@ std::string ShippedTemplateFolder(const std::string& installed)
     return ListTemplates(folder).empty() ? std::string() : folder;
 }
 
+std::string ShippedHolidayFile(const std::string& installed, const std::string& file)
+{
+    return installed + "holiday" + util::kSeparator + file;
+}
+
 void CopyShippedTemplates(const std::string& installed, const std::string& folder)
 {
     const std::string shipped = ShippedTemplateFolder(installed);

@@ -19,6 +19,9 @@ void CopyFileInto(const std::string& folder, const std::string& file);
 /// The folder of the templates that are installed for all users; empty if there are none.
 std::string ShippedTemplateFolder(const std::string& installed);
 
+/// The path of a holiday file that is installed for all users; the file need not exist.
+std::string ShippedHolidayFile(const std::string& installed, const std::string& file);
+
 /// Copies the shipped templates with their parameter files into the template folder. Existing files
 /// stay. Throws like `CopyFileInto`.
 void CopyShippedTemplates(const std::string& installed, const std::string& folder);

@@ -36,11 +36,13 @@ WorkingSets LoadWorkingSets(Settings& settings, const std::string& templateFile)
 void FindLineProblems(const Settings& settings, const std::string& templateFile,
                       WorkingSets& working);
 
-/// Where the files of the chosen template are.
+/// Where the files of the chosen template are, and those that its dialogs need.
 struct TemplateLocation {
     std::string templateFolder; ///< ends in a separator, like the next
     std::string holidayFolder;
-    std::string templateFile; ///< file name only
+    std::string templateFile;      ///< file name only
+    std::string installed = {};    ///< the shipped data, as in `SystemFolders`
+    std::string settingsFile = {}; ///< where choices are remembered
 };
 
 } // namespace orrery::app

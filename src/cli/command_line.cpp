@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <ostream>
@@ -29,6 +30,10 @@ constexpr const char* kExamples = R"(Examples:
   orrery-cli propose Mine.xlsx --write
       Parameters for a template of your own, from the looks of its sheets.
   orrery-cli holidays Germany.txt 2027
+  orrery-cli holidays Germany.txt 2027-2030 --ics Germany.ics
+      The holidays for a calendar program.
+  orrery-cli import Club.csv
+      A holiday file from a table, an iCalendar file or Outlook's holidays.
   orrery-cli easter 2027-2030
 
 Exit status: 0 when all went well, 1 when something was reported, 2 for a
@@ -196,8 +201,44 @@ void AddHolidays(CLI::App& command, CommandLine& line)
                     "Read the holidays of a parameter file's monthly or yearly calendar")
         ->type_name("NAME")
         ->check(CLI::IsMember({"monthly", "yearly"}));
+    command
+        .add_option(
+            "--ics", line.icsFile,
+            "Save a calendar for calendar programs (iCalendar) instead of printing; a file is "
+            "replaced, \"-\" is the standard output")
+        ->type_name("FILE");
     AddSettings(command, line);
     AddJson(command, line);
+}
+
+void AddImport(CLI::App& command, CommandLine& line)
+{
+    command
+        .add_option("FILE", line.importFile,
+                    "The path of a table (.csv), an iCalendar file (.ics) or holidays of Outlook "
+                    "(.hol)")
+        ->required();
+    AddYears(command, line, "--years", "Only days of these years: 2027 or 2027-2030")
+        ->type_name("YEARS");
+    command
+        .add_option("--output", line.outputFile,
+                    "Write this holiday file instead of one in the folder of own files")
+        ->type_name("FILE");
+    command.add_flag("--replace", line.replace, "Replace the holiday file if it is there");
+    command
+        .add_option("--date-order", line.dateOrder,
+                    "How a table writes its dates: dmy, mdy or ymd, day, month and year")
+        ->type_name("ORDER")
+        ->check(CLI::IsMember({"dmy", "mdy", "ymd"}));
+    command
+        .add_option("--section", line.section, "Only this section of a .hol file, such as Germany")
+        ->type_name("NAME");
+    AddSettings(command, line);
+    AddJson(command, line);
+    command.footer(
+        "Prints what it found, the lines that it passes over, and the path of the holiday file.\n"
+        "What comes again in every year becomes a rule, other events become dates: with --years\n"
+        "those of these years, else all, and of the next ten years where they have no end.");
 }
 
 void AddEaster(CLI::App& command, CommandLine& line)
@@ -223,6 +264,8 @@ void AddCommands(CLI::App& app, CommandLine& line)
                "Propose parameters from the looks of a template's sheets", AddPropose);
     AddCommand(app, line, Command::Holidays, "holidays",
                "Print the dates and names of a file's holidays in a year", AddHolidays);
+    AddCommand(app, line, Command::Import, "import",
+               "Make a holiday file of a calendar of another program", AddImport);
     AddCommand(app, line, Command::Easter, "easter", "Print the date of Easter Sunday", AddEaster);
 }
 
@@ -236,6 +279,13 @@ std::optional<std::int16_t> ReadRangeEnd(const std::string& digits)
     if (value < 0 || value > std::numeric_limits<std::int16_t>::max())
         return std::nullopt;
     return static_cast<std::int16_t>(value);
+}
+
+bool IsImportYear(const std::string& text)
+{
+    constexpr double last = 9999;
+    const double year = util::ReadNumber(text).value_or(0);
+    return year >= 1 && year <= last && year == std::floor(year);
 }
 
 int ReportWrongUsage(const std::string& cause, std::ostream& err)
@@ -304,6 +354,9 @@ std::variant<CommandLine, Finished> ParseCommandLine(int argc, const char* const
     const bool oneYear = line.command == Command::Check || line.command == Command::Look;
     if (oneYear && line.years.size() > 1)
         return Finished{ReportWrongUsage("this command takes one year; write 2027", err)};
+    if (line.command == Command::Import &&
+        !std::all_of(line.years.begin(), line.years.end(), IsImportYear))
+        return Finished{ReportWrongUsage("write years from 1 to 9999", err)};
     line.pdf = line.pdf || !line.pdfBy.empty();
     if (line.json && line.svgFile == kStandardOutput)
         return Finished{

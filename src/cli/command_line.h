@@ -10,7 +10,17 @@
 
 namespace orrery::cli {
 
-enum class Command { Generate, Templates, Parameters, Check, Look, Propose, Holidays, Easter };
+enum class Command {
+    Generate,
+    Templates,
+    Parameters,
+    Check,
+    Look,
+    Propose,
+    Holidays,
+    Import,
+    Easter
+};
 
 /// A parsed command line. Texts are unchanged; fields that a command does not use stay empty.
 struct CommandLine {
@@ -21,21 +31,26 @@ struct CommandLine {
     std::vector<std::string> holidayFiles;
     std::string region;     ///< whose holidays are shown, too; empty means the country's own
     std::string language;   ///< of the holidays' names; empty means the files' own
-    bool allKinds = false;  ///< not only public holidays
+    std::string icsFile;    ///< where they are saved as iCalendar; as with `svgFile`
     std::string sheetName;  ///< a sheet to look at; empty means the one that opens first
     std::string svgFile;    ///< where its picture is saved; empty means nowhere, "-" is the output
     std::int16_t month = 0; ///< [1:12] of the calendar to look at; 0 means its year
-    std::string section;    ///< "monthly", "yearly" or empty
+    bool allKinds = false;  ///< not only public holidays
+    std::string section;    ///< "monthly", "yearly" or empty; of a .hol file its name
+    std::string importFile; ///< a calendar of another program
+    std::string outputFile; ///< the holiday file that it becomes; empty means an own one
+    std::string dateOrder;  ///< "dmy", "mdy", "ymd" or empty
     std::string settingsFile; ///< empty means the program's own
     std::optional<std::string> templateFolder;
     std::optional<std::string> outputFolder;
     std::optional<std::string> holidayFolder;
-    std::string engine; ///< empty means the one in the settings
-    bool open = false;  ///< open the saved workbook
-    bool pdf = false;   ///< also make a PDF
-    bool write = false; ///< save the proposed parameters
-    std::string pdfBy;  ///< who makes it: "builtin", "office", or empty, which is "office"
+    std::string engine;   ///< empty means the one in the settings
+    bool open = false;    ///< open the saved workbook
+    bool pdf = false;     ///< also make a PDF
+    bool write = false;   ///< save the proposed parameters
+    bool replace = false; ///< an existing holiday file that is imported
     bool json = false;
+    std::string pdfBy; ///< who makes the PDF: "builtin", "office", or empty, which is "office"
 };
 
 /// The name of a file that stands for the standard output.

@@ -73,6 +73,9 @@ bool Run(Session& session)
     case Command::Holidays:
         RunHolidaysCommand(session);
         return true;
+    case Command::Import:
+        RunImportCommand(session);
+        return true;
     case Command::Easter:
         RunEasterCommand(session);
         return true;

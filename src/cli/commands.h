@@ -39,6 +39,7 @@ void RunLookCommand(Session& session);
 void RunProposeCommand(Session& session);
 void RunHolidaysCommand(Session& session);
 void RunEasterCommand(Session& session);
+void RunImportCommand(Session& session);
 
 /// A template, its settings and its parameters.
 struct ChosenTemplate {

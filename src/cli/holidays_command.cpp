@@ -1,10 +1,12 @@
 #include "cli/commands.h"
 #include "cli/error.h"
 
+#include "exchange/ics/ics_writer.h"
 #include "holidays/files/holiday_readers.h"
 #include "holidays/language/evaluation.h"
 #include "util/error.h"
 #include "util/file_read.h"
+#include "util/file_replace.h"
 #include "util/paths.h"
 #include "util/text.h"
 
@@ -12,7 +14,9 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <ostream>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -144,6 +148,43 @@ void WriteDetails(const SourcedHoliday& day, JsonWriter& json)
     json.Key("estimated").Boolean(day.holiday.isEstimated);
 }
 
+/// Throws Error (WouldReplaceHolidays) if the calendar would replace one of the files.
+void CheckIcsPath(const std::string& file, const std::vector<HolidaySource>& sources)
+{
+    const auto path = util::ToPath(util::AbsolutePath(file));
+    std::error_code ignored; // what does not exist is no holiday file
+    for (const HolidaySource& source : sources) {
+        if (std::filesystem::equivalent(path, util::ToPath(source.file), ignored))
+            throw util::Error(ErrorKind::WouldReplaceHolidays, file);
+    }
+}
+
+/// "Germany, Austria (BY)".
+std::string CalendarName(const std::vector<HolidaySource>& sources, const std::string& region)
+{
+    std::string name;
+    for (const HolidaySource& source : sources)
+        name += (name.empty() ? "" : ", ") + util::BaseName(util::FileName(source.file));
+    return region.empty() ? name : name + " (" + region + ')';
+}
+
+void AddIcsHolidays(const std::vector<SourcedHoliday>& days,
+                    std::vector<exchange::IcsHoliday>& holidays)
+{
+    for (const SourcedHoliday& day : days)
+        holidays.push_back(
+            {day.holiday.date, day.holiday.name, util::FileName(*day.file), day.holiday.category});
+}
+
+void SaveIcs(Session& session, const std::string& text)
+{
+    const std::string& path = session.line.icsFile;
+    if (path == kStandardOutput)
+        session.console.out << text;
+    else
+        util::ReplaceFile(util::ToPath(util::AbsolutePath(path)), text);
+}
+
 void WriteYear(Session& session, std::int16_t year, const std::vector<SourcedHoliday>& days,
                JsonWriter& json)
 {
@@ -154,7 +195,7 @@ void WriteYear(Session& session, std::int16_t year, const std::vector<SourcedHol
         if (day.line > 0)
             WriteDetails(day, json);
         json.EndObject();
-        if (!session.line.json)
+        if (!session.line.json && session.line.icsFile.empty())
             session.console.out << date << '\t' << day.holiday.name << '\n';
     }
     json.EndArray().EndObject();
@@ -190,7 +231,11 @@ void RunHolidaysCommand(Session& session)
     const bool isDetailed = IsDetailed(session.line, sources);
     const holidays::HolidayChoice choice = ChoiceOf(session.line);
     CheckRegion(choice.region, sources);
+    const std::string& icsFile = session.line.icsFile;
+    if (!icsFile.empty() && icsFile != kStandardOutput)
+        CheckIcsPath(icsFile, sources);
     const bool isRange = session.line.years.size() > 1;
+    std::vector<exchange::IcsHoliday> icsHolidays;
     JsonWriter json;
     if (isRange)
         json.BeginObject().Key("years").BeginArray();
@@ -198,7 +243,11 @@ void RunHolidaysCommand(Session& session)
         const auto days = isDetailed ? AllHolidays(sources, year, choice)
                                      : PlainHolidays(sources.front(), year, easter);
         WriteYear(session, year, days, json);
+        if (!icsFile.empty())
+            AddIcsHolidays(days, icsHolidays);
     }
+    if (!icsFile.empty())
+        SaveIcs(session, exchange::IcsText(CalendarName(sources, choice.region), icsHolidays));
     if (isRange)
         json.EndArray().Key("reports").Texts(session.reporter.Reports()).EndObject();
     if (session.line.json)

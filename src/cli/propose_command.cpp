@@ -1,3 +1,4 @@
+#include "app/offered_names.h"
 #include "cli/commands.h"
 #include "cli/error.h"
 #include "look/advisor/propose.h"
@@ -160,7 +161,8 @@ void PrintProposal(std::ostream& out, const look::Proposal& proposal,
 }
 
 /// Throws Error (ParametersExist, NothingToWrite) if there is a parameter file or no calendar.
-void WriteProposal(const ChosenTemplate& chosen, const look::Proposal& proposal)
+void WriteProposal(const ChosenTemplate& chosen, const look::Proposal& proposal,
+                   const model::NameTables& names)
 {
     const std::string file = model::ParameterFilePath(chosen.settings.TemplatePath, chosen.file);
     const auto path = util::ToPath(file);
@@ -169,7 +171,7 @@ void WriteProposal(const ChosenTemplate& chosen, const look::Proposal& proposal)
         throw Error(ErrorKind::ParametersExist, file);
     if (!proposal.sets.Monthly.Output && !proposal.sets.Yearly.Output)
         throw Error(ErrorKind::NothingToWrite, chosen.file);
-    model::WriteParameterFile(path, chosen.settings.names, proposal.sets);
+    model::WriteParameterFile(path, names, proposal.sets);
 }
 
 } // namespace
@@ -178,13 +180,13 @@ void RunProposeCommand(Session& session)
 {
     const ChosenTemplate chosen = ChooseTemplate(session);
     const auto path = util::ToPath(chosen.settings.TemplatePath + chosen.file);
-    const model::NameTables& names = chosen.settings.names;
+    const auto names = app::OfferedNames(chosen.settings.names, session.system.installed);
     const auto view = session.engines.OpenView(path);
     const look::Proposal proposal =
         look::Propose(*view, names, model::CopyDefaults(chosen.settings.defaults),
                       look::LocalSerial(session.console.now));
     if (session.line.write)
-        WriteProposal(chosen, proposal);
+        WriteProposal(chosen, proposal, names);
     if (session.line.json)
         PrintJson(session, ProposalJson(proposal, names));
     else

@@ -139,6 +139,16 @@ void HolidayList::Clear()
     extras_.clear();
 }
 
+std::string LineOf(const ListEntry& entry)
+{
+    const auto* const rule = std::get_if<HolidayDef>(&entry);
+    if (rule == nullptr)
+        return std::get<std::string>(entry);
+    const std::string_view kind =
+        rule->Kind == kFixedDay ? "DAY" : kKindWords.at(static_cast<std::size_t>(rule->Kind));
+    return FormatDateCode(*rule) + ',' + util::ToUpperAscii(kind) + ',' + rule->Name;
+}
+
 std::vector<ListEntry> EntriesOf(const HolidayList& list)
 {
     std::vector<ListEntry> entries;

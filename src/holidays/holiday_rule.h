@@ -69,6 +69,9 @@ private:
 /// A rule, or the text of an extra line.
 using ListEntry = std::variant<HolidayDef, std::string>;
 
+/// The line of a holiday file: "0830,DAY,Ben", and an extra line as it is.
+std::string LineOf(const ListEntry& entry);
+
 /// What a list has, in its order.
 std::vector<ListEntry> EntriesOf(const HolidayList& list);
 /// Appends entries; a full list ignores what has no room.

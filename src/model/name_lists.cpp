@@ -4,6 +4,7 @@
 #include "util/error.h"
 #include "util/text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orrery::model {
@@ -48,6 +49,27 @@ template <std::size_t NamesPerList> std::int16_t NameLists<NamesPerList>::Add(Na
 {
     const std::int16_t index = count_;
     Store(index, std::move(names));
+    return index;
+}
+
+template <std::size_t NamesPerList> std::size_t NameLists<NamesPerList>::End() const
+{
+    return std::max(lists_.size(), static_cast<std::size_t>(count_));
+}
+
+template <std::size_t NamesPerList> bool NameLists<NamesPerList>::HasRoom() const
+{
+    return End() < kCapacity;
+}
+
+template <std::size_t NamesPerList>
+std::int16_t NameLists<NamesPerList>::Append(Names names, std::string title)
+{
+    const auto index =
+        static_cast<std::int16_t>(CheckedIndex(static_cast<std::int16_t>(End()), kCapacity));
+    Store(index, std::move(names));
+    SetTitle(index, std::move(title));
+    count_ = util::Add16(index, 1);
     return index;
 }
 

@@ -29,6 +29,11 @@ public:
     /// Stores a list at the index equal to the count, which after a gap may overwrite another list.
     /// Throws OutOfRangeError if the table is full.
     std::int16_t Add(Names names);
+    /// Stores a named list behind all others, so that all are counted. Throws OutOfRangeError if
+    /// the table is full.
+    std::int16_t Append(Names names, std::string title);
+    /// Whether `Append` has a place.
+    bool HasRoom() const;
     /// What users call a list: its language, for example. Empty if it has no name of its own.
     const std::string& Title(std::int16_t index) const;
     /// Names a stored list, until another takes its place. Throws OutOfRangeError outside the
@@ -40,6 +45,8 @@ public:
     std::int16_t Find(const Names& names) const;
 
 private:
+    std::size_t End() const; ///< the first index behind all lists
+
     std::vector<std::optional<Names>> lists_;    ///< up to the last stored list
     std::map<std::int16_t, std::string> titles_; ///< by index
     std::int16_t count_ = 0;

@@ -7,7 +7,9 @@
 namespace orrery::ui {
 
 class AboutForm;
+class CountryForm;
 class HolidayForm;
+class ImportForm;
 class OwnDayForm;
 class ParameterForm;
 class TipForm;
@@ -45,7 +47,9 @@ public:
     // Each shows a dialog and returns when the dialog is closed.
     virtual void ShowModal(ParameterForm& form) = 0;
     virtual void ShowModal(HolidayForm& form) = 0;
+    virtual void ShowModal(CountryForm& form) = 0;
     virtual void ShowModal(OwnDayForm& form) = 0;
+    virtual void ShowModal(ImportForm& form) = 0;
     virtual void ShowModal(TipForm& form) = 0;
     virtual void ShowModal(AboutForm& form) = 0;
 };

@@ -1,12 +1,15 @@
 #include "ui/holiday_additions.h"
 
+#include "app/today.h"
 #include "holidays/files/holiday_readers.h"
 #include "holidays/language/list_files.h"
+#include "ui/import_form.h"
 #include "ui/line_problems.h"
 #include "ui/own_day_form.h"
 #include "util/paths.h"
 
 #include <algorithm>
+#include <ctime>
 #include <utility>
 
 namespace orrery::ui {
@@ -120,6 +123,44 @@ void HolidayAdditions::ToggleFile(const File& file)
     }
     dialog_.lblProblems.ShowText(unread.empty() ? "" : file.file.name + ": " + unread);
     Take(PutFurtherFile(dialog_.list, file.file.name, rules));
+}
+
+void HolidayAdditions::Import(const std::string& path)
+{
+    dialog_.desktop.SetHourglass(true);
+    std::optional<app::ImportSource> source;
+    try {
+        source.emplace(util::ToPath(path));
+    }
+    catch (...) {
+        dialog_.desktop.SetHourglass(false);
+        throw;
+    }
+    dialog_.desktop.SetHourglass(false);
+    Import(*source, util::FileName(path));
+}
+
+void HolidayAdditions::ImportText(const std::string& text)
+{
+    Import(app::ImportSource(text), "");
+}
+
+void HolidayAdditions::Import(const app::ImportSource& source, const std::string& name)
+{
+    const std::string folder = app::OwnHolidayFolder(dialog_.holidayFolder);
+    const int year = dialog_.year.value_or(app::LocalMonth(std::time(nullptr)).year);
+    ImportForm form({source, name, folder, year});
+    dialog_.desktop.ShowModal(form);
+    if (!form.isAccepted)
+        return;
+    util::EnsureFolder(folder);
+    app::WriteImportedFile(form.TargetFile(), form.Rules(), name.empty() ? "the clipboard" : name);
+    for (File& file : Files()) {
+        if (file.file.path != form.TargetFile())
+            continue;
+        file.isAdded = false; // an older one of that name is replaced
+        return ToggleFile(file);
+    }
 }
 
 bool HolidayAdditions::HasOwnDays() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/import_source.h"
 #include "app/own_holidays.h"
 #include "holidays/holiday_rule.h"
 #include "holidays/language/own_day.h"
@@ -44,6 +45,11 @@ public:
     std::vector<File> Files() const;
     /// Adds a file to the list, or takes it away.
     void ToggleFile(const File& file);
+    /// Makes an own file of a calendar of another program, and adds it to the list. The user sees
+    /// before what it has. Throws Error if it cannot be read.
+    void Import(const std::string& path);
+    /// The same with a text of the clipboard.
+    void ImportText(const std::string& text);
     bool HasOwnDays() const;
     /// Copies the own days into a file that other templates can add.
     void CollectOwnDays();
@@ -61,6 +67,8 @@ public:
 private:
     /// Asks for a day; nothing if the user cancels.
     std::optional<holidays::OwnDay> Ask(const std::optional<holidays::OwnDay>& day);
+    /// Shows what was read, and takes it if the user agrees. `name` is that of the file.
+    void Import(const app::ImportSource& source, const std::string& name);
     /// Takes a changed list, or says that it has no room.
     void Take(bool hasRoom);
 

@@ -1,10 +1,15 @@
 #include "ui/holiday_form.h"
 
+#include "app/system_country.h"
+#include "app/template_folder.h"
 #include "holidays/language/list_files.h"
 #include "model/parameter_file.h"
+#include "ui/country_form.h"
 #include "ui/line_problems.h"
+#include "util/file_read.h"
 #include "util/paths.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orrery::ui {
@@ -59,6 +64,7 @@ void HolidayForm::Form_Load()
     additions.ShowSelection();
     cboHolidayFile.selected = -1;
     cboHolidayFile.changed = false;
+    cmdCountry.visible = !Countries().empty();
 }
 
 bool HolidayForm::HasCalendar() const
@@ -94,6 +100,60 @@ void HolidayForm::cboHolidayFile_Click()
     else
         rules.ShowOther(holidays::RulesOf(shown_));
     additions.ShowSelection();
+}
+
+std::vector<app::Country> HolidayForm::Countries() const
+{
+    auto countries = app::ReadCountries(location_.installed);
+    std::erase_if(countries, [&](const app::Country& country) {
+        return !util::FileExists(location_.holidayFolder + country.file) &&
+               !util::FileExists(app::ShippedHolidayFile(location_.installed, country.file));
+    });
+    return countries;
+}
+
+std::vector<app::CountryPlace>
+HolidayForm::FirstPlaces(const std::vector<app::Country>& countries) const
+{
+    std::vector<app::CountryPlace> first;
+    const std::string code = app::SystemCountry();
+    for (const app::Country& country : countries) {
+        if (country.code == code)
+            first.push_back({country.file, ""});
+    }
+    for (app::CountryPlace& place : app::LastPlaces(location_.settingsFile))
+        first.push_back(std::move(place));
+    return first;
+}
+
+int HolidayForm::EntryOf(const std::string& file)
+{
+    auto& entries = cboHolidayFile.entries;
+    const auto files = entries.begin() + (templateHasFile_ ? 1 : 0);
+    auto found = std::find(files, entries.end(), file);
+    if (found == entries.end()) {
+        app::CopyFileInto(location_.holidayFolder,
+                          app::ShippedHolidayFile(location_.installed, file));
+        found = entries.insert(entries.end(), file);
+    }
+    return static_cast<int>(found - entries.begin());
+}
+
+void HolidayForm::cmdCountry_Click()
+{
+    const auto countries = Countries();
+    CountryForm form(countries, FirstPlaces(countries));
+    desktop_.ShowModal(form);
+    const auto place = form.Chosen();
+    if (!form.isAccepted || !place)
+        return;
+    const int entry = EntryOf(place->file);
+    cboHolidayFile.Select(entry);
+    cboHolidayFile_Click();
+    if (cboHolidayFile.selected != entry)
+        return; // there was no room for it
+    rules.ChooseRegion(place->region);
+    app::RememberPlace(location_.settingsFile, *place);
 }
 
 bool HolidayForm::IsTemplateChosen() const

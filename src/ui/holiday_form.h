@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/countries.h"
 #include "app/working_sets.h"
 #include "holidays/files/holiday_readers.h"
 #include "ui/desktop.h"
@@ -35,6 +36,9 @@ public:
 
     /// The user chose a file: reads and shows it.
     void cboHolidayFile_Click();
+    /// Lets the user find a country or region, then chooses its file as `cboHolidayFile_Click`. A
+    /// shipped file that the holiday folder lacks is copied there.
+    void cmdCountry_Click();
     void cmdOK_Click();
     void cmdCancel_Click() { Close(); }
     /// Shows one line for each rule: date, tab, weekday, tab, name.
@@ -48,6 +52,7 @@ public:
     /// Tab stops of `lstHoliday`, in quarters of a character's width.
     const std::vector<int> tabStops;
     Label lblProblems{"lblProblems"}; ///< lines of the file that was read last that are not read
+    Button cmdCountry{"cmdCountry", "Co&untry..."}; ///< visible where countries are known
     Button cmdOK{"cmdOK", "&OK"};
     Button cmdCancel{"cmdCancel", "&Cancel"};
     HolidayRules rules;
@@ -65,6 +70,12 @@ private:
     /// Reads the chosen file into the shown list, whose further files stay if it is no template's.
     /// False, without a change, if the list has no room for it.
     bool ReadChosenFile();
+    /// Those whose file is in the holiday folder or can be copied there.
+    std::vector<app::Country> Countries() const;
+    /// The system's country, then what the user chose last.
+    std::vector<app::CountryPlace> FirstPlaces(const std::vector<app::Country>& countries) const;
+    /// The entry of a file, which is added if it is missing.
+    int EntryOf(const std::string& file);
 
     const holidays::CalendarKind calendarKind_;
     const app::TemplateLocation location_;

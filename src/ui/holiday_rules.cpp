@@ -286,6 +286,15 @@ void HolidayRules::cboRegion_Click()
     TakeChoice();
 }
 
+void HolidayRules::ChooseRegion(const std::string& code)
+{
+    const auto found = std::ranges::find(regions_, code);
+    if (found == regions_.end())
+        return;
+    cboRegion.Select(static_cast<int>(found - regions_.begin()));
+    cboRegion_Click();
+}
+
 void HolidayRules::cboLanguage_Click()
 {
     if (!cboLanguage.HasSelection())

@@ -32,6 +32,8 @@ public:
     // The user typed or chose.
     void Find();
     void cboRegion_Click();
+    /// Chooses a region by its code, if there is one.
+    void ChooseRegion(const std::string& code);
     void cboLanguage_Click();
     /// At least one kind stays chosen.
     void chkKind_Click(CheckBox& box);

@@ -206,9 +206,29 @@ INSTANTIATE_TEST_SUITE_P(
         UsageCase{"OptionOfAnotherCommand", {"easter", "2027", "--open"}, "--open"},
         UsageCase{
             "UnknownEngine", {"generate", "Desk.xlsx", "2027", "--engine", "abacus"}, "abacus"},
+        UsageCase{"UnknownDateOrder", {"import", "A.csv", "--date-order", "dym"}, "dym"},
+        UsageCase{"YearsToImport", {"import", "A.csv", "--years", "0-2027"}, "from 1 to 9999"},
+        UsageCase{"NoYearsToImport", {"import", "A.csv", "--years", "next"}, "2027 or 2027-2036"},
         UsageCase{"UnknownSection", {"holidays", "A.ini", "2027", "--section", "weekly"}, "weekly"},
         UsageCase{"OptionWithoutValue", {"generate", "Desk.xlsx", "2027", "--engine"}, "--engine"}),
     [](const auto& each) { return std::string(each.param.name); });
+
+TEST(ImportTest, TakesItsOptions)
+{
+    const CommandLine plain = Parse({"import", "Club.csv"}).Line();
+    EXPECT_EQ(plain.command, Command::Import);
+    EXPECT_EQ(plain.importFile, "Club.csv");
+    EXPECT_TRUE(plain.years.empty());
+    EXPECT_FALSE(plain.replace);
+    const CommandLine full = Parse({"import", "a.hol", "--years", "2027-2028", "--output", "b.txt",
+                                    "--replace", "--date-order", "mdy", "--section", "Germany"})
+                                 .Line();
+    EXPECT_EQ(full.years, (Texts{"2027", "2028"}));
+    EXPECT_EQ(full.outputFile, "b.txt");
+    EXPECT_TRUE(full.replace);
+    EXPECT_EQ(full.dateOrder, "mdy");
+    EXPECT_EQ(full.section, "Germany");
+}
 
 // ---- help
 
@@ -216,8 +236,8 @@ TEST(HelpTest, NamesEveryCommandAndGivesExamples)
 {
     const Parsed parsed = Parse({"--help"});
     EXPECT_EQ(parsed.ExitCode(), 0);
-    for (const char* text : {"generate", "templates", "parameters", "check", "holidays", "easter",
-                             "Examples:", "Exit status:"})
+    for (const char* text : {"generate", "templates", "parameters", "check", "holidays", "import",
+                             "easter", "Examples:", "Exit status:"})
         EXPECT_NE(parsed.out.find(text), std::string::npos) << text;
 }
 
@@ -253,6 +273,9 @@ INSTANTIATE_TEST_SUITE_P(
                     HelpCase{"parameters", WithSettings({"TEMPLATE"})},
                     HelpCase{"check", WithSettings({"TEMPLATE", "YEAR", "--engine NAME"})},
                     HelpCase{"holidays", WithSettings({"FILE", "YEAR", "--section NAME"})},
+                    HelpCase{"import",
+                             WithSettings({"FILE", "--years YEARS", "--output FILE", "--replace",
+                                           "--date-order ORDER", "--section NAME"})},
                     HelpCase{"easter", {"YEAR", "--json"}}),
     [](const auto& each) { return std::string(each.param.command); });
 

@@ -4,6 +4,8 @@
 #include "book/fake_engines.h"
 #include "util/error.h"
 #include "util/error_text.h"
+#include "util/file_read.h"
+#include "util/paths.h"
 #include "util/scratch_folder_test.h"
 #include "util/text.h"
 
@@ -580,6 +582,35 @@ TEST_F(CommandsTest, HolidaysOfARegionInALanguage)
     EXPECT_EQ(Run(Command::Holidays), 0);
     EXPECT_EQ(out_.str(), "2027-05-01\tTag der Arbeit\n2027-05-03\tTag der Arbeit (observed)\n"
                           "2027-06-01\tFeast\n2027-06-02\tBank\n");
+}
+
+TEST_F(CommandsTest, HolidaysForCalendarPrograms)
+{
+    Write("holiday/Here.txt", "0501,DAY,Labour Day\n0601,FIXED,Feast\n");
+    line_.holidayFiles = {"Here.txt"};
+    line_.icsFile = "-";
+    EXPECT_EQ(Run(Command::Holidays), 0);
+    const std::string calendar = out_.str();
+    EXPECT_TRUE(calendar.starts_with("BEGIN:VCALENDAR\r\n")) << calendar;
+    EXPECT_NE(calendar.find("X-WR-CALNAME:Here\r\n"), std::string::npos) << calendar;
+    EXPECT_NE(calendar.find("SUMMARY:Feast\r\n"), std::string::npos) << calendar;
+    line_.icsFile = At("Here.ics");
+    EXPECT_EQ(Run(Command::Holidays), 0);
+    EXPECT_EQ(out_.str(), "");
+    EXPECT_EQ(util::ReadFile(util::ToPath(At("Here.ics"))), calendar);
+    line_.json = true;
+    EXPECT_EQ(Run(Command::Holidays), 0);
+    EXPECT_EQ(out_.str().substr(0, 12), R"({"year":2027)");
+}
+
+TEST_F(CommandsTest, HolidaysNeverReplaceTheirFile)
+{
+    Write("holiday/Here.txt", "0501,DAY,Labour Day\n");
+    line_.holidayFiles = {"Here.txt"};
+    line_.icsFile = At("holiday/Here.txt");
+    EXPECT_EQ(Run(Command::Holidays), 1);
+    EXPECT_NE(err_.str().find("would replace the holiday file"), std::string::npos) << err_.str();
+    EXPECT_EQ(util::ReadFile(util::ToPath(At("holiday/Here.txt"))), "0501,DAY,Labour Day\n");
 }
 
 TEST_F(CommandsTest, HolidaysOfARegionThatNoFileHas)

@@ -43,13 +43,13 @@ class Completion(unittest.TestCase):
 
     def test_commands(self):
         self.assertEqual(self.complete(""), ["generate", "templates", "parameters", "check",
-                                             "look", "propose", "holidays", "easter", "--help",
-                                             "--version"])
+                                             "look", "propose", "holidays", "import", "easter",
+                                             "--help", "--version"])
         self.assertEqual(self.complete("g"), ["generate"])
 
     def test_offers_exactly_the_options_that_the_help_names(self):
         for command in ("generate", "templates", "parameters", "check", "look", "propose",
-                        "holidays", "easter"):
+                        "holidays", "import", "easter"):
             text = subprocess.run([CLI, command, "--help"], text=True, capture_output=True).stdout
             named = {word.split(",")[-1] for line in text.split("\n")
                      for word in line.split()[:1] if word.startswith("-")}
@@ -71,6 +71,10 @@ class Completion(unittest.TestCase):
         self.assertEqual(self.complete("look", "Desk.xlsx", "--month", "1"),
                          ["1", "10", "11", "12"])
         self.assertEqual(len(self.complete("look", "Desk.xlsx", "--year", "")), 2)
+        self.assertEqual(self.complete("import", "a.csv", "--date-order", ""),
+                         ["dmy", "mdy", "ymd"])
+        self.assertEqual(len(self.complete("import", "a.csv", "--years", "")), 3)
+        self.assertEqual(self.complete("import", "a.hol", "--section", ""), [])
         years = self.complete("generate", "Desk.xlsx", "")
         self.assertEqual(len(years), 3)
         self.assertEqual(subprocess.run([CLI, "easter", *years], capture_output=True).returncode, 0)
@@ -81,6 +85,7 @@ class Completion(unittest.TestCase):
         self.assertEqual(self.complete("templates", "--settings", "m"), ["mine.ini"])
         self.assertEqual(self.complete("templates", "--template-folder", "f"), ["folder"])
         self.assertEqual(self.complete("holidays", "m"), ["mine.ini"])
+        self.assertEqual(self.complete("import", "m"), ["mine.ini"])
         self.assertEqual(self.complete("holidays", "--region", "BY", "a.txt", "m"), ["mine.ini"])
         self.assertEqual(len(self.complete("holidays", "a.txt", "")), 5, "years and files")
 

@@ -9,7 +9,7 @@ namespace {
 
 TEST(CommandLineErrors, HaveOneMessageEach)
 {
-    test::ExpectSentences(ErrorKind::WouldReplaceInput, {});
+    test::ExpectSentences(ErrorKind::WouldReplaceHolidays, {});
 }
 
 } // namespace

@@ -10,6 +10,7 @@ import unittest
 SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
 WINDOW = os.environ["ORRERY_WINDOW"] == "ON"  # the build has the window program
 PDF = os.environ["ORRERY_PDF"]  # the library that writes PDF files; empty if not built
+ICAL = os.environ["ORRERY_ICAL"]  # the library that reads iCalendar files; empty if not built
 LIBREOFFICE = os.environ["ORRERY_LIBREOFFICE"]  # the library that drives it; empty if not built
 
 
@@ -44,13 +45,13 @@ class Install(unittest.TestCase):
                      for path in self.prefix.rglob("*") if path.is_file()}
         expected = {"bin/orrery-cli", "share/man/man1/orrery-cli.1.gz",
                     "share/bash-completion/completions/orrery-cli",
-                    "share/orrery/orrery.ini", "share/orrery/tips.txt",
+                    "share/orrery/countries.tsv", "share/orrery/languages.ini", "share/orrery/orrery.ini", "share/orrery/tips.txt",
                     "share/doc/orrery/copyright", "share/doc/orrery/notices.txt",
                     "share/doc/orrery/README.md", "share/doc/orrery/CHANGELOG.md",
                     "share/doc/orrery/changelog.gz"}
         if WINDOW:
             expected |= window_files()
-        expected |= {library for library in (PDF, LIBREOFFICE) if library}
+        expected |= {library for library in (PDF, ICAL, LIBREOFFICE) if library}
         for folder in ("holiday", "template"):
             files = sorted((SOURCE / "data" / folder).iterdir())
             self.assertNotEqual(files, [])

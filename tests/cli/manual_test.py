@@ -25,7 +25,7 @@ class Manual(unittest.TestCase):
         page = rendered().stdout.replace("\u2010", "-").replace("\u2212", "-")
         overview = subprocess.run([CLI, "--help"], text=True, capture_output=True).stdout
         commands = re.findall(r"^  ([a-z]+) {2,}", overview, re.MULTILINE)
-        self.assertEqual(len(commands), 8)
+        self.assertEqual(len(commands), 9)
         for command in commands:
             self.assertIn(f"orrery-cli {command}", page)
             text = subprocess.run([CLI, command, "--help"], text=True, capture_output=True).stdout

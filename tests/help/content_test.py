@@ -29,6 +29,8 @@ CAPTIONS = {
     "holidays": ["Holiday &File:", "Holidays &List:", "&OK", "&Cancel", "Fi&nd:", "&Region:",
                  "Lan&guage:", "&Public", "&Bank", "&School", "Op&tional", "Obser&vance", "&Half",
                  "&All Rules:", "&Whole Rule:"],
+    "import": ["&Dates:", "&Years:", "First &Events:", "&Passed Over:", "&Name of the List:",
+               "&Replace the List of That Name", "&OK", "&Cancel"],
     "tips": ["Did you know...", "&Show Tips at Startup", "&Next Tip", "&Close"],
     "about": ["Email to:", "Web:"],
 }
@@ -160,7 +162,7 @@ class Content(unittest.TestCase):
         text = page_text("command-line")
         overview = subprocess.run([CLI, "--help"], text=True, capture_output=True).stdout
         commands = re.findall(r"^  ([a-z]+) {2,}", overview, re.MULTILINE)
-        self.assertEqual(len(commands), 8)
+        self.assertEqual(len(commands), 9)
         for command in commands:
             self.assertIn(f"orrery-cli {command}", text)
             about = subprocess.run([CLI, command, "--help"], text=True, capture_output=True).stdout

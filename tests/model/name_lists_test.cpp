@@ -89,6 +89,21 @@ TEST(NameLists, HasLimits)
     EXPECT_EQ(lists.Count(), 0);
 }
 
+TEST(NameLists, AppendsBehindAllLists)
+{
+    WeekdayNameList lists;
+    lists.Store(0, Numbered(1));
+    lists.Store(4, Numbered(2));
+    EXPECT_EQ(lists.Append(Numbered(3), "Mine"), 5);
+    EXPECT_EQ(lists.Count(), 6);
+    EXPECT_EQ(lists.At(4), Numbered(2));
+    EXPECT_EQ(lists.Title(5), "Mine");
+    while (lists.HasRoom())
+        lists.Append(Numbered(4), "");
+    EXPECT_EQ(lists.Count(), 257);
+    EXPECT_THROW(lists.Append(Numbered(5), ""), util::OutOfRangeError);
+}
+
 TEST(NameLists, RemovesAllLists)
 {
     WeekdayNameList lists;

@@ -14,6 +14,7 @@ SOURCE = pathlib.Path(os.environ["ORRERY_SOURCE_DIR"])
 VERSION = os.environ["ORRERY_VERSION"]
 ID = os.environ["ORRERY_APP_ID"]
 PDF = os.environ["ORRERY_PDF"]  # the library that writes PDF files; empty if not built
+ICAL = os.environ["ORRERY_ICAL"]  # the library that reads iCalendar files; empty if not built
 LIBREOFFICE = os.environ["ORRERY_LIBREOFFICE"]  # the library that drives it; empty if not built
 AS_ROOT = [] if os.geteuid() == 0 else ["sudo", "-n"]
 ICON_CACHE = pathlib.Path("/usr/share/icons/hicolor/icon-theme.cache")
@@ -66,6 +67,8 @@ class Package(unittest.TestCase):
         self.assertRegex(field["Depends"], r"libwxgtk3\.2-1 \(>= 3\.2")
         for library in ("libc6", "libstdc++6", "zlib1g", "libgtk-3-0"):
             self.assertRegex(field["Depends"], rf"\b{re.escape(library)}\b")
+        if ICAL:
+            self.assertRegex(field["Depends"], r"\blibical3\b")
         self.assertNotIn("-dev", field["Depends"])
         self.assertNotRegex(field["Depends"], "libreoffice|libuno|ure")
         self.assertEqual(field["Suggests"], "libreoffice-calc" if LIBREOFFICE else "")
@@ -113,7 +116,7 @@ class Package(unittest.TestCase):
                     f"/usr/share/icons/hicolor/scalable/apps/{ID}.svg"}
         expected |= {f"/usr/share/icons/hicolor/{size}x{size}/apps/{ID}.png"
                      for size in (16, 24, 32, 48, 64, 128, 256, 512)}
-        expected |= {f"/usr/{library}" for library in (PDF, LIBREOFFICE) if library}
+        expected |= {f"/usr/{library}" for library in (PDF, ICAL, LIBREOFFICE) if library}
         expected |= {f"/usr/share/orrery/template/{path.name}"
                      for path in (SOURCE / "data/template").iterdir()}
         self.assertLessEqual(expected, names)

@@ -52,7 +52,9 @@ public:
 
     void ShowModal(ParameterForm& form) override { Show("frmParameter", onParameter, form); }
     void ShowModal(HolidayForm& form) override { Show("frmHoliday", onHoliday, form); }
+    void ShowModal(CountryForm& form) override { Show("frmCountry", onCountry, form); }
     void ShowModal(OwnDayForm& form) override { Show("frmOwnDay", onOwnDay, form); }
+    void ShowModal(ImportForm& form) override { Show("frmImport", onImport, form); }
     void ShowModal(TipForm& form) override { Show("frmTip", onTip, form); }
     void ShowModal(AboutForm& form) override { Show("frmAbout", onAbout, form); }
 
@@ -64,7 +66,9 @@ public:
     // What the user does in each dialog; nothing if empty.
     std::function<void(ParameterForm&)> onParameter;
     std::function<void(HolidayForm&)> onHoliday;
+    std::function<void(CountryForm&)> onCountry;
     std::function<void(OwnDayForm&)> onOwnDay;
+    std::function<void(ImportForm&)> onImport;
     std::function<void(TipForm&)> onTip;
     std::function<void(AboutForm&)> onAbout;
     std::function<void()> onAsk; ///< what else happens while a question is shown

@@ -2,6 +2,8 @@
 
 #include "fake_desktop.h"
 
+#include "ui/country_form.h"
+#include "util/file_read.h"
 #include "util/scratch_folder_test.h"
 
 #include <algorithm>
@@ -36,10 +38,12 @@ protected:
 
     HolidayForm& Open(CalendarKind kind = CalendarKind::Monthly, bool templateHasFile = true)
     {
-        form_ = std::make_unique<HolidayForm>(
-            kind, app::TemplateLocation{At("template/"), At("holiday/"), "My.Desk.xls"},
-            templateHasFile, EditedHolidays{edited_, choice_}, 2027, desktop_,
-            [this] { ++changes_; });
+        form_ = std::make_unique<HolidayForm>(kind,
+                                              app::TemplateLocation{At("template/"), At("holiday/"),
+                                                                    "My.Desk.xls", installed_,
+                                                                    At("orrery.ini")},
+                                              templateHasFile, EditedHolidays{edited_, choice_},
+                                              2027, desktop_, [this] { ++changes_; });
         return *form_;
     }
     void Choose(const std::string& entry)
@@ -51,6 +55,19 @@ protected:
         form_->cboHolidayFile_Click();
     }
 
+    /// Installs the files of two countries, which the holiday folder lacks.
+    void Install()
+    {
+        Write("data/countries.tsv", "Austria.txt\tAT\tAustria\tÖsterreich\t\tde\t\n"
+                                    "Germany.txt\tDE\tGermany\t\t\tde\tBY Bayern\n"
+                                    "Gone.txt\tXX\tGone\t\t\ten\t\n");
+        Write("data/holiday/Austria.txt", "1026,DAY,Nationalfeiertag\n");
+        Write("data/holiday/Germany.txt",
+              "# Regions: BY Bayern\n0106,FIXED,Drei Könige\n> only in BY\n");
+        installed_ = At("data/");
+    }
+
+    std::string installed_;
     HolidayList edited_ = ListOf({{1231, 0, "Mine"}});
     holidays::HolidayChoice choice_;
     int changes_ = 0;
@@ -330,6 +347,48 @@ TEST_F(HolidayFormTest, AnUnknownCalendarReadsAndCopiesNothing)
         EXPECT_EQ(edited_, ListOf({{1231, 0, "Mine"}}));
         EXPECT_EQ(changes_, 0);
     }
+}
+
+TEST_F(HolidayFormTest, CountriesAreOfferedWhereTheyAreInstalled)
+{
+    EXPECT_FALSE(Open().cmdCountry.visible);
+    Install();
+    EXPECT_TRUE(Open().cmdCountry.visible);
+}
+
+TEST_F(HolidayFormTest, AFoundRegionChoosesItsFileAndIsRemembered)
+{
+    Install();
+    HolidayForm& form = Open();
+    desktop_.onCountry = [](CountryForm& dialog) {
+        dialog.txtFind.text = "bayern";
+        dialog.Find();
+        dialog.cmdOK_Click();
+    };
+    form.cmdCountry_Click();
+    EXPECT_EQ(form.cboHolidayFile.entries, (Texts{"(Template)", "A", "b.txt", "Germany.txt"}));
+    EXPECT_EQ(form.cboHolidayFile.selected, 3);
+    EXPECT_EQ(form.rules.Choice().region, "BY");
+    EXPECT_TRUE(util::FileExists(At("holiday/Germany.txt")));
+    form.cmdOK_Click();
+    EXPECT_EQ(choice_.region, "BY");
+    EXPECT_EQ(changes_, 1);
+
+    desktop_.onCountry = [](const CountryForm& dialog) {
+        EXPECT_THAT(dialog.lstPlaces.lines, testing::Contains("Germany: Bayern\t"));
+    };
+    Open().cmdCountry_Click();
+}
+
+TEST_F(HolidayFormTest, CancelOfACountryChangesNothing)
+{
+    Install();
+    HolidayForm& form = Open();
+    desktop_.onCountry = [](CountryForm& dialog) { dialog.cmdCancel_Click(); };
+    form.cmdCountry_Click();
+    EXPECT_FALSE(form.cboHolidayFile.HasSelection());
+    EXPECT_FALSE(util::FileExists(At("orrery.ini")));
+    EXPECT_FALSE(util::FileExists(At("holiday/Austria.txt")));
 }
 
 } // namespace

@@ -184,21 +184,19 @@ std::optional<Date> ParseDate(std::string_view text)
 DayOrError ParseListedDates(std::string_view text)
 {
     constexpr std::size_t dateLength = 8;
-    constexpr int mostDays = 366;
-    constexpr std::size_t mostRanges = 1000;
     ListedDates dates;
     for (const std::string& word : WordsOf(text)) {
         const std::string_view range = word;
         const bool isRange = range.size() > dateLength && range[dateLength] == '-';
         const auto first = ParseDate(isRange ? range.substr(0, dateLength) : range);
         const auto last = isRange ? ParseDate(range.substr(dateLength + 1)) : first;
-        if (!first || !last || *last < *first || (*last - *first).count() >= mostDays) {
+        if (!first || !last || *last < *first || (*last - *first).count() >= kMostListedDays) {
             return WrongDate(word, "Write dates such as 20270503, or from the first to the last "
                                    "day such as 20270503-20270507.");
         }
         dates.ranges.emplace_back(*first, *last);
     }
-    if (dates.ranges.empty() || dates.ranges.size() > mostRanges)
+    if (dates.ranges.empty() || dates.ranges.size() > kMostListedRanges)
         return WrongDate(text, "Write one date such as 20270503 or several, at most 1,000.");
     return RuleDay{std::move(dates)};
 }

@@ -49,6 +49,9 @@ struct OrthodoxEasterDay {
     friend bool operator==(const OrthodoxEasterDay&, const OrthodoxEasterDay&) = default;
 };
 
+inline constexpr std::size_t kMostListedRanges = 1000; ///< in one rule
+inline constexpr int kMostListedDays = 366;            ///< from a first to a last day
+
 /// Dates of certain years, each from a first to a last day.
 struct ListedDates {
     std::vector<std::pair<Date, Date>> ranges;

@@ -1,5 +1,6 @@
 #include "ui/main/main_form.h"
 
+#include "app/offered_names.h"
 #include "app/template_folder.h"
 #include "model/parameter_file.h"
 #include "ui/about_form.h"
@@ -174,14 +175,17 @@ std::optional<std::int16_t> MainForm::ValidYear() const
 void MainForm::Modify(const model::ParameterSets* proposed)
 {
     const app::TemplateLocation location{settings_.TemplatePath, settings_.HolidayFilePath,
-                                         currentTemplate_};
-    ParameterForm form(working, settings_.names, location, engines_, desktop_);
+                                         currentTemplate_, system_.installed,
+                                         locations_.settingsFile};
+    const auto offered = app::OfferedNames(settings_.names, system_.installed);
+    ParameterForm form(working, offered, location, engines_, desktop_);
     form.SetYear(ValidYear());
     if (proposed != nullptr) {
         form.FillWith(*proposed);
         form.ShowProposal(); // with its reasons
     }
     desktop_.ShowModal(form);
+    app::AdoptNames(offered, settings_.names, working.sets);
     UpdateButtons();
 }
 

@@ -119,7 +119,7 @@ private:
     void FillTemplateList();
     void ShowExample();
     bool CanTakeProposal() const;
-    std::optional<look::Proposal> FindProposal(const std::filesystem::path& path) const;
+    std::optional<look::Proposal> FindProposal(const std::filesystem::path& path);
     void ShowProposal();
     std::optional<std::int16_t> ValidYear() const;
     void Modify(const model::ParameterSets* proposed);

@@ -1,3 +1,4 @@
+#include "app/offered_names.h"
 #include "look/display/now.h"
 #include "ui/main/main_form.h"
 #include "util/paths.h"
@@ -78,12 +79,14 @@ bool MainForm::CanTakeProposal() const
            working.sets == model::CopyDefaults(settings_.defaults);
 }
 
-std::optional<look::Proposal> MainForm::FindProposal(const std::filesystem::path& path) const
+std::optional<look::Proposal> MainForm::FindProposal(const std::filesystem::path& path)
 {
     try {
         const auto view = engines_.OpenView(path);
-        auto proposal = look::Propose(*view, settings_.names, working.sets,
-                                      look::LocalSerial(std::time(nullptr)));
+        const auto offered = app::OfferedNames(settings_.names, system_.installed);
+        auto proposal =
+            look::Propose(*view, offered, working.sets, look::LocalSerial(std::time(nullptr)));
+        app::AdoptNames(offered, settings_.names, proposal.sets);
         if (proposal.sets.Monthly.Output || proposal.sets.Yearly.Output)
             return proposal;
     }

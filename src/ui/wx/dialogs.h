@@ -3,6 +3,7 @@
 #include "ui/about_form.h"
 #include "ui/desktop.h"
 #include "ui/holiday_form.h"
+#include "ui/import_form.h"
 #include "ui/own_day_form.h"
 #include "ui/parameter_form.h"
 #include "ui/tip_form.h"
@@ -23,7 +24,9 @@ struct DialogContext {
 
 void ShowParameterDialog(const DialogContext& context, ParameterForm& form);
 void ShowHolidayDialog(const DialogContext& context, HolidayForm& form);
+void ShowCountryDialog(const DialogContext& context, CountryForm& form);
 void ShowOwnDayDialog(const DialogContext& context, OwnDayForm& form);
+void ShowImportDialog(const DialogContext& context, ImportForm& form);
 void ShowTipDialog(const DialogContext& context, TipForm& form);
 void ShowAboutDialog(const DialogContext& context, AboutForm& form);
 

@@ -6,11 +6,15 @@
 #include "ui/wx/widgets.h"
 #include "ui/wx/window_place.h"
 
+#include <wx/clipbrd.h>
 #include <wx/display.h>
+#include <wx/dnd.h>
+#include <wx/filedlg.h>
 #include <wx/menu.h>
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -31,6 +35,42 @@ constexpr int kSpareRulesWidth = 234; // for all columns, where the screen has r
 
 constexpr std::size_t kKindsInRow = 3;
 
+/// The text on the clipboard; empty if there is none.
+std::string ClipboardText()
+{
+    const wxClipboardLocker clipboard;
+    wxTextDataObject text;
+    if (!clipboard || !wxTheClipboard->GetData(text))
+        return {};
+    return FromWx(text.GetText());
+}
+
+/// Files that are dropped on the dialog, one after the other.
+class ImportDrop : public wxFileDropTarget {
+public:
+    ImportDrop(wxWindow& window, std::function<void(const std::string&)> import)
+        : window_(window), import_(std::move(import))
+    {
+    }
+
+    bool OnDropFiles(wxCoord /*x*/, wxCoord /*y*/, const wxArrayString& names) override
+    {
+        std::vector<std::string> files;
+        for (const wxString& name : names)
+            files.push_back(FromWx(name));
+        // Later, because a dialog during the drop would block the other program.
+        window_.CallAfter([import = import_, files] {
+            for (const std::string& file : files)
+                import(file);
+        });
+        return true;
+    }
+
+private:
+    wxWindow& window_;
+    const std::function<void(const std::string&)> import_;
+};
+
 /// The dialog with its controls. Those that say the rules in words stand beside the others, and
 /// behind them in the tab order.
 class HolidayWindow {
@@ -48,10 +88,16 @@ public:
         lists->Add(BuildHolidays(), wxSizerFlags().Expand());
         wxSizer* const buttons = BuildButtons();
         lists->Add(BuildRules(), wxSizerFlags().Expand());
+        fileRow_->Add(
+            AddButton(*dialog_, binder_, form.cmdCountry, [this] { form_.cmdCountry_Click(); }),
+            wxSizerFlags().Border(wxLEFT));
         auto* const column = new wxBoxSizer(wxVERTICAL);
         column->Add(lists, wxSizerFlags(1).Expand());
         column->Add(buttons, wxSizerFlags().Expand().DoubleBorder(wxTOP | wxBOTTOM));
         binder_.BindDialogKeys();
+        dialog_->SetDropTarget(new ImportDrop(*dialog_, [this](const std::string& file) {
+            binder_.Run([this, file] { form_.additions.Import(file); });
+        }));
         binder_.Show();
         dialog_->SetSizerAndFit(column);
         const int room = wxDisplay(context.parent).GetClientArea().width;
@@ -76,11 +122,10 @@ private:
     wxSizer* BuildHolidays()
     {
         auto* const column = new wxBoxSizer(wxVERTICAL);
-        column->Add(BuildChoice(form_.lblHolidayFile, form_.cboHolidayFile, kFileWidth,
-                                [this] {
-                                    binder_.RunWhenClosed([this] { form_.cboHolidayFile_Click(); });
-                                }),
-                    wxSizerFlags().Expand().DoubleBorder(wxALL & ~wxBOTTOM));
+        fileRow_ = BuildChoice(form_.lblHolidayFile, form_.cboHolidayFile, kFileWidth, [this] {
+            binder_.RunWhenClosed([this] { form_.cboHolidayFile_Click(); });
+        });
+        column->Add(fileRow_, wxSizerFlags().Expand().DoubleBorder(wxALL & ~wxBOTTOM));
         column->Add(AddLabel(*dialog_, binder_, form_.lblHolidays),
                     Line().DoubleBorder(wxALL & ~wxBOTTOM));
         column->Add(AddLabel(*dialog_, binder_, form_.lblHolidayList), Line());
@@ -88,6 +133,7 @@ private:
             std::make_unique<TabbedList>(*dialog_, form_.tabStops, form_.lblHolidayList.caption);
         wxWindow& list = holidays_->Window();
         binder_.Bind(form_.lstHoliday, *holidays_);
+        BindPaste(list);
         binder_.Relate(form_.lblHolidays, form_.lstHoliday);
         list.SetMinSize(dialog_->ConvertDialogToPixels(wxSize(kListWidth, kListHeight)));
         column->Add(&list, Line().Proportion(1).Expand());
@@ -184,6 +230,7 @@ private:
             ruleList_->Show(rules_.lstRules.lines, rules_.lstRules.selected);
         });
         binder_.Relate(rules_.lblRules, rules_.lstRules);
+        BindPaste(ruleList_->Window());
         return &ruleList_->Window();
     }
 
@@ -231,11 +278,36 @@ private:
         }
         menu.AppendSubMenu(folder, "Of the Holiday &Folder");
         menu.AppendSeparator();
+        menu.Append(wxID_ANY, "&Import a File...");
+        OnChoice(menu, [this] { ImportFile(); });
+        menu.Append(wxID_ANY, "&Paste from the Clipboard");
+        OnChoice(menu, [&additions] { additions.ImportText(ClipboardText()); });
+        menu.AppendSeparator();
         menu.Append(wxID_ANY, "&Keep Own Days for Other Templates")->Enable(additions.HasOwnDays());
         OnChoice(menu, [&additions] { additions.CollectOwnDays(); });
         menu.Append(wxID_ANY, "&Open the Folder of Own Files");
         OnChoice(menu, [&additions] { additions.OpenOwnFolder(); });
         dialog_->PopupMenu(&menu, files_->GetPosition() + wxPoint(0, files_->GetSize().y));
+    }
+
+    void ImportFile()
+    {
+        wxFileDialog chooser(dialog_.get(), "Import a File", "", "",
+                             "Calendars and tables|*.ics;*.csv;*.hol;*.tsv;*.txt|All files|*",
+                             wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+        if (chooser.ShowModal() == wxID_OK)
+            form_.additions.Import(FromWx(chooser.GetPath()));
+    }
+
+    /// In a list, Ctrl+V takes days from the clipboard.
+    void BindPaste(wxWindow& list)
+    {
+        list.Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+            if (event.GetModifiers() == wxMOD_CONTROL && event.GetKeyCode() == 'V')
+                binder_.Run([this] { form_.additions.ImportText(ClipboardText()); });
+            else
+                event.Skip();
+        });
     }
 
     /// What the item that was appended last does.
@@ -251,6 +323,7 @@ private:
     HolidayRules& rules_;
     std::unique_ptr<wxDialog> dialog_;
     Binder binder_;
+    wxSizer* fileRow_ = nullptr;
     std::unique_ptr<TabbedList> holidays_;
     std::unique_ptr<ColumnList> ruleList_;
     wxButton* files_ = nullptr;

@@ -146,9 +146,19 @@ void WxDesktop::ShowModal(HolidayForm& form)
     ShowHolidayDialog({TopWindow(), *this, settingsFile_}, form);
 }
 
+void WxDesktop::ShowModal(CountryForm& form)
+{
+    ShowCountryDialog({TopWindow(), *this, settingsFile_}, form);
+}
+
 void WxDesktop::ShowModal(OwnDayForm& form)
 {
     ShowOwnDayDialog({TopWindow(), *this, settingsFile_}, form);
+}
+
+void WxDesktop::ShowModal(ImportForm& form)
+{
+    ShowImportDialog({TopWindow(), *this, settingsFile_}, form);
 }
 
 void WxDesktop::ShowModal(TipForm& form)

@@ -34,7 +34,9 @@ public:
     void ShowHelp(const std::string& page) override;
     void ShowModal(ParameterForm& form) override;
     void ShowModal(HolidayForm& form) override;
+    void ShowModal(CountryForm& form) override;
     void ShowModal(OwnDayForm& form) override;
+    void ShowModal(ImportForm& form) override;
     void ShowModal(TipForm& form) override;
     void ShowModal(AboutForm& form) override;
 

@@ -348,7 +348,7 @@ TEST_F(HolidayRulesTest, TheButtonsComeBeforeTheRulesInTheTabOrder)
     EXPECT_THAT(buttons, testing::UnorderedElementsAre("cmdOK", "cmdCancel"));
     for (const char* const next :
          {"txtFind", "cboRegion", "cboLanguage", "chkPublic", "chkBank", "lstRules", "txtRule",
-          "cmdFiles", "cmdAddDay", "cmdRemove", "cboHolidayFile", "lstHoliday"}) {
+          "cmdFiles", "cmdAddDay", "cmdRemove", "cmdCountry", "cboHolidayFile", "lstHoliday"}) {
         user_->Key(WXK_TAB);
         user_->WaitForFocus(next);
     }

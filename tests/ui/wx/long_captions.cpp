@@ -1,7 +1,9 @@
 #include "long_captions.h"
 
 #include "ui/about_form.h"
+#include "ui/country_form.h"
 #include "ui/holiday_form.h"
+#include "ui/import_form.h"
 #include "ui/own_day_form.h"
 #include "ui/parameter_form.h"
 #include "ui/tip_form.h"
@@ -60,9 +62,9 @@ void TestDesktop::ShowModal(HolidayForm& form)
 {
     if (longCaptions) {
         HolidayRules& rules = form.rules;
-        Lengthen({&form.lblHolidayFile, &form.lblHolidays, &form.lblHolidayList, &form.cmdOK,
-                  &form.cmdCancel, &rules.lblFind, &rules.lblRegion, &rules.lblLanguage,
-                  &rules.lblKinds, &rules.lblRules, &rules.lblRule});
+        Lengthen({&form.lblHolidayFile, &form.lblHolidays, &form.lblHolidayList, &form.cmdCountry,
+                  &form.cmdOK, &form.cmdCancel, &rules.lblFind, &rules.lblRegion,
+                  &rules.lblLanguage, &rules.lblKinds, &rules.lblRules, &rules.lblRule});
         HolidayAdditions& additions = form.additions;
         Lengthen({&additions.cmdFiles, &additions.cmdAddDay, &additions.cmdEditDay,
                   &additions.cmdRemove});
@@ -72,12 +74,27 @@ void TestDesktop::ShowModal(HolidayForm& form)
     WxDesktop::ShowModal(form);
 }
 
+void TestDesktop::ShowModal(CountryForm& form)
+{
+    if (longCaptions)
+        Lengthen({&form.lblFind, &form.lblPlaces, &form.cmdOK, &form.cmdCancel});
+    WxDesktop::ShowModal(form);
+}
+
 void TestDesktop::ShowModal(OwnDayForm& form)
 {
     if (longCaptions)
         Lengthen({&form.lblName, &form.lblKind, &form.lblOrdinal, &form.lblWeekday, &form.lblDay,
                   &form.lblMonth, &form.lblYear, &form.lblLastDay, &form.lblLastMonth,
                   &form.lblLastYear, &form.cmdOK, &form.cmdCancel});
+    WxDesktop::ShowModal(form);
+}
+
+void TestDesktop::ShowModal(ImportForm& form)
+{
+    if (longCaptions)
+        Lengthen({&form.lblDateOrder, &form.lblYears, &form.lblEvents, &form.lblPassedOver,
+                  &form.lblTarget, &form.chkReplace, &form.cmdOK, &form.cmdCancel});
     WxDesktop::ShowModal(form);
 }
 

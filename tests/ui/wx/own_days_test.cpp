@@ -120,5 +120,36 @@ TEST_F(OwnDaysTest, AFileIsAddedFromTheMenu)
     EXPECT_THAT(Names(), ElementsAre("New Year", "Party"));
 }
 
+TEST_F(OwnDaysTest, DaysArePastedIntoTheList)
+{
+    OpenLand();
+    PutOnClipboard("1.5.2027\tFair\n");
+    user_->Click("lstRules");
+    user_->Key('V', wxMOD_CONTROL);
+    user_->WaitForWindow("frmImport");
+    EXPECT_EQ(user_->TextOf("txtEvents"), "1 May 2027  Fair");
+    user_->Enter("txtTarget", "Market");
+    Leave("cmdOK", "frmHoliday");
+    EXPECT_THAT(Names(), ElementsAre("New Year", "Fair"));
+    EXPECT_TRUE(fs::exists(At("holiday/own/Market.txt")));
+}
+
+TEST_F(OwnDaysTest, DaysArePastedFromTheMenu)
+{
+    OpenLand();
+    PutOnClipboard("Nothing");
+    user_->Click("cmdFiles");
+    user_->Key('P');
+    user_->WaitForMessage();
+    user_->Answer(WXK_RETURN);
+    user_->WaitForWindow("frmHoliday");
+    PutOnClipboard("1 May 2027 Fair");
+    user_->Click("cmdFiles");
+    user_->Key('P');
+    user_->WaitForWindow("frmImport");
+    Leave("cmdCancel", "frmHoliday");
+    EXPECT_THAT(Names(), ElementsAre("New Year"));
+}
+
 } // namespace
 } // namespace orrery::ui::wx

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "main_thread.h"
+#include "ui/wx/native/text.h"
 #include "window_test.h"
+
+#include <wx/clipbrd.h>
 
 namespace orrery::ui::wx {
 
@@ -18,6 +21,14 @@ protected:
     {
         user_->Key(WXK_RETURN);
         user_->WaitForWindow("frmMain");
+    }
+    /// What the user copied in another program.
+    static void PutOnClipboard(const std::string& text)
+    {
+        OnMain([text] {
+            const wxClipboardLocker clipboard;
+            wxTheClipboard->SetData(new wxTextDataObject(ToWx(text)));
+        });
     }
 
 private:

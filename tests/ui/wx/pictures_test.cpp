@@ -187,6 +187,16 @@ TEST_P(PicturesTest, HolidaysWithChoosers)
     Look("holidays-choosers");
 }
 
+TEST_P(PicturesTest, Country)
+{
+    Open();
+    OpenFromMain("cmdMChangeHoliday", "frmHoliday");
+    user_->Click("cmdCountry");
+    user_->WaitForWindow("frmCountry");
+    user_->Enter("txtFind", "sch");
+    Look("country");
+}
+
 TEST_P(PicturesTest, OwnDay)
 {
     Open();
@@ -195,6 +205,22 @@ TEST_P(PicturesTest, OwnDay)
     user_->WaitForWindow("frmOwnDay");
     user_->Choose("cboKind", "Several days in a row");
     Look("own-day");
+}
+
+TEST_P(PicturesTest, Import)
+{
+    fs::create_directories(At("holiday/own"));
+    std::ofstream(At("holiday/own/Imported days.txt")) << "0101,DAY,New Year\n";
+    Open();
+    OpenFromMain("cmdMChangeHoliday", "frmHoliday");
+    PutOnClipboard("Date\tEvent\tPlace\n3/4/2027\tSpring market\tTown hall\n"
+                   "5/6/2027\tSummer party of the rowing club\tBoat house\n"
+                   "soon\tTournament\tEverywhere\n7/8/2027\t\tNowhere\n"
+                   "9/10/2027\tTournament\tSports ground\n");
+    user_->Click("lstRules");
+    user_->Key('V', wxMOD_CONTROL);
+    user_->WaitForWindow("frmImport");
+    Look("import");
 }
 
 TEST_P(PicturesTest, Tip)

@@ -177,7 +177,7 @@ class ScreenReader(unittest.TestCase):
         self.assertEqual([*words[:2], words[3]], ["New Year's Day", "1 January", "Public"])
         self.assertEqual(text_of(with_role(dialog, Role.TEXT)[1]), "New Year's Day: 1 January")
         self.assertEqual(names(dialog, Role.PUSH_BUTTON),
-                         ["OK", "Cancel", "Add Files...", "Add Day...", "Edit...", "Remove"])
+                         ["OK", "Cancel", "Add Files...", "Add Day...", "Edit...", "Remove", "Country..."])
         press("alt+y")
         day = self.program.active_window("Add Own Day")
         self.assert_speaks(day)
